@@ -1,0 +1,55 @@
+// Compiling a script.
+//
+// A run goes through these functions in this order, on one thread, one run at a time:
+//
+//   if (!gccCompStart("board.rux")) return Fail("cannot open board.rux");
+//   gccParse();
+//   bool done = gccCheck() && gccOutput("board.meta");
+//   gccCompEnd();
+//
+// Problems are told through the host's Output (output.h). Three texts of a script make a function
+// raise std::out_of_range, because they are read as a number and have no digit to look at: an empty
+// operand, a bare "0x", and "ARG" followed by a bare "0x". A host that takes scripts from people
+// catches it around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
+//
+// Paths name folders with backslashes: what follows the last one is the name that messages show, what
+// stands before it is where included files are looked for. The reader also opens such a path where
+// folders are separated by slashes.
+#ifndef RUXCOMP_COMPILE_H_
+#define RUXCOMP_COMPILE_H_
+
+#include <cstdint>
+#include <string>
+
+#include "ruxcomp/api.h"
+#include "ruxcomp/output.h"
+
+extern "C" {
+
+// Opens a script. Returns 1, or 0 when the reader plug-in is missing or cannot open the script.
+RUX_API std::uint32_t gccCompStart(const std::string& path);
+
+// Reads the opened script and the files that it includes into the source model and closes it. The
+// result has no meaning.
+RUX_API std::uint32_t gccParse();
+
+// Checks the source model. Returns 1 when it may be compiled, 0 when problems were reported. Run it
+// once per gccParse: it turns the texts of the model into values as it goes.
+RUX_API std::uint32_t gccCheck();
+
+// Compiles the source model and writes it as a meta file, replacing what stands at the path. Returns
+// 1, or 0 when the file cannot be written. Call it for a model that gccCheck accepted. The symbol
+// tables (data.h) keep their keys and indices for a later run in the same process.
+RUX_API std::uint32_t gccOutput(const std::string& path);
+
+// Writes the source model as a debug meta file, replacing what stands at the path. Returns 1, or 0
+// when the file cannot be created; failing writes go unnoticed. Only the first debug meta file that a
+// process writes holds the list of source files.
+RUX_API std::uint32_t gccOutputD(const std::string& path);
+
+// Drops the source model and the defined words.
+RUX_API void gccCompEnd();
+
+}  // extern "C"
+
+#endif  // RUXCOMP_COMPILE_H_

@@ -1,0 +1,50 @@
+// The library's exported data: keyword tables, symbol tables, version and last-error words.
+//
+// Everything here belongs to the library. Hosts read it; the tables change with gccOutput and gcInit.
+#ifndef RUXCOMP_DATA_H_
+#define RUXCOMP_DATA_H_
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "ruxcomp/api.h"
+
+// A row of a keyword table: a keyword and the identifier that it stands for.
+struct tagNTMAP {
+  const char* keyword;
+  std::uint32_t identifier;
+};
+
+// Plain symbol names: without them the compiler would decorate the tables that hold strings.
+extern "C" {
+
+// The section keywords and the entry keywords, with their row counts. Some entry rows have an empty
+// keyword, and two share one; see sections.def and entries.def.
+RUX_API extern const tagNTMAP g_NTMapSect[];
+RUX_API extern const std::uint32_t g_dwNTMSect;
+RUX_API extern const tagNTMAP g_NTMapEntry[];
+RUX_API extern const std::uint32_t g_dwNTMEntry;
+
+// The symbol tables (key to index) and the next index that each hands out; see symbol_tables.def.
+#define SYMBOL_TABLE(name, class_byte, key)                \
+  RUX_API extern std::map<key, std::uint32_t> g_tbl##name; \
+  RUX_API extern std::uint32_t g_idx##name;
+#include "ruxcomp/symbol_tables.def"
+
+// The cells of the TABLE sections, 256 bytes each.
+RUX_API extern std::vector<std::uint8_t> g_tblTableData;
+
+// The version words of the meta file and of the debug meta file, and where the latter's data starts.
+RUX_API extern const std::uint32_t RUX_VERSION;
+RUX_API extern const std::uint32_t RUXD_VERSION;
+RUX_API extern const std::uint32_t RUXD_DATA_OFFSET;
+
+// What gcGetLastError and gdGetLastError return.
+RUX_API extern std::uint32_t g_dwLastError;
+RUX_API extern std::uint32_t g_dwLastErrorD;
+
+}  // extern "C"
+
+#endif  // RUXCOMP_DATA_H_

@@ -1,0 +1,12 @@
+// The whole interface of libruxcomp: compiling scripts and asking meta files.
+#ifndef RUXCOMP_RUXCOMP_H_
+#define RUXCOMP_RUXCOMP_H_
+
+#include "ruxcomp/compile.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/output.h"
+#include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
+
+#endif  // RUXCOMP_RUXCOMP_H_
