@@ -12,9 +12,9 @@
 // operand, a bare "0x", and "ARG" followed by a bare "0x". A host that takes scripts from people
 // catches it around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
 //
-// Paths name folders with backslashes: what follows the last one is the name that messages show, what
-// stands before it is where included files are looked for. The reader also opens such a path where
-// folders are separated by slashes.
+// Paths name folders with backslashes: what follows the last one is the name that messages show,
+// what stands before it is where included files are looked for. The reader also opens such a path
+// where folders are separated by slashes.
 #ifndef RUXCOMP_COMPILE_H_
 #define RUXCOMP_COMPILE_H_
 
@@ -37,14 +37,14 @@ RUX_API std::uint32_t gccParse();
 // once per gccParse: it turns the texts of the model into values as it goes.
 RUX_API std::uint32_t gccCheck();
 
-// Compiles the source model and writes it as a meta file, replacing what stands at the path. Returns
-// 1, or 0 when the file cannot be written. Call it for a model that gccCheck accepted. The symbol
-// tables (data.h) keep their keys and indices for a later run in the same process.
+// Compiles the source model and writes it as a meta file, replacing what stands at the path.
+// Returns 1, or 0 when the file cannot be written. Call it for a model that gccCheck accepted. The
+// symbol tables (data.h) keep their keys and indices for a later run in the same process.
 RUX_API std::uint32_t gccOutput(const std::string& path);
 
 // Writes the source model as a debug meta file, replacing what stands at the path. Returns 1, or 0
-// when the file cannot be created; failing writes go unnoticed. Only the first debug meta file that a
-// process writes holds the list of source files.
+// when the file cannot be created; failing writes go unnoticed. Only the first debug meta file that
+// a process writes holds the list of source files.
 RUX_API std::uint32_t gccOutputD(const std::string& path);
 
 // Drops the source model and the defined words.

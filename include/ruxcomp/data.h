@@ -1,6 +1,7 @@
 // The library's exported data: keyword tables, symbol tables, version and last-error words.
 //
-// Everything here belongs to the library. Hosts read it; the tables change with gccOutput and gcInit.
+// Everything here belongs to the library. Hosts read it; the tables change with gccOutput and
+// gcInit.
 #ifndef RUXCOMP_DATA_H_
 #define RUXCOMP_DATA_H_
 
@@ -36,7 +37,8 @@ RUX_API extern const std::uint32_t g_dwNTMEntry;
 // The cells of the TABLE sections, 256 bytes each.
 RUX_API extern std::vector<std::uint8_t> g_tblTableData;
 
-// The version words of the meta file and of the debug meta file, and where the latter's data starts.
+// The version words of the meta file and of the debug meta file, and where the latter's data
+// starts.
 RUX_API extern const std::uint32_t RUX_VERSION;
 RUX_API extern const std::uint32_t RUXD_VERSION;
 RUX_API extern const std::uint32_t RUXD_DATA_OFFSET;

@@ -11,8 +11,8 @@ enum RuxSectionId : std::uint32_t {
 #include "ruxcomp/sections.def"
 };
 
-// Compiled identifiers of the entries with a fixed keyword: RUX_ENTRY_ID, RUX_ENTRY_THRESHOLD_FH and
-// so on. Every other entry carries the table index of its name.
+// Compiled identifiers of the entries with a fixed keyword: RUX_ENTRY_ID, RUX_ENTRY_THRESHOLD_FH
+// and so on. Every other entry carries the table index of its name.
 enum RuxEntryId : std::uint32_t {
 #define FIXED_ENTRY(name, keyword, identifier, compiled) RUX_ENTRY_##name = (compiled),
 #define NAMED_ENTRY(name, keyword, identifier, table, prefix)
@@ -23,7 +23,7 @@ enum RuxEntryId : std::uint32_t {
 // The class of a table index: its top byte, with the low 24 bits clear. RUX_CLASS_String and so on,
 // one per table of symbol_tables.def, and those without a table.
 enum RuxIndexClass : std::uint32_t {
-#define SYMBOL_TABLE(name, class_byte, key) RUX_CLASS_##name = (class_byte) * 0x01000000u,
+#define SYMBOL_TABLE(name, class_byte, key) RUX_CLASS_##name = (class_byte)*0x01000000u,
 #include "ruxcomp/symbol_tables.def"
   RUX_CLASS_TableData = 0x1B000000,  // the table cells: no indices, only its block in the file
   RUX_CLASS_Small = 0x1D000000,      // the low 24 bits are a number
@@ -37,8 +37,8 @@ enum RuxLastError : std::uint32_t {
 #include "ruxcomp/last_errors.def"
 };
 
-// Selectors of gcGetValueByID. Which value types they fit, and how many items a group has, stands in
-// selectors.def; add 1, 2, ... to a selector marked "+ n" for the first, second, ... item.
+// Selectors of gcGetValueByID. Which value types they fit, and how many items a group has, stands
+// in selectors.def; add 1, 2, ... to a selector marked "+ n" for the first, second, ... item.
 enum RuxSelector : std::uint32_t {
   RUX_SELECT_TYPE = 0x10000,         // any value: its type
   RUX_SELECT_TEXT = 0x20000,         // type 1

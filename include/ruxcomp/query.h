@@ -15,8 +15,9 @@
 // loaded file with gcUnInit before loading the next: gcInit does not.
 //
 // Each function but gcUnInit stores a last-error code, 0 on success; gcGetLastError reads it. The
-// codes are named in identifiers.h and explained in last_errors.def. Before a gcInit every query sees
-// empty data. Damaged files are refused by gcInit; what it could read until then stays visible.
+// codes are named in identifiers.h and explained in last_errors.def. Before a gcInit every query
+// sees empty data. Damaged files are refused by gcInit; what it could read until then stays
+// visible.
 #ifndef RUXCOMP_QUERY_H_
 #define RUXCOMP_QUERY_H_
 
@@ -37,8 +38,9 @@ extern "C" {
 
 RUX_API std::uint32_t gcGetLastError();
 
-// Loads a meta file. `info`, when not null, receives format version and creation time. Returns 1, or
-// 0 with RUX_ERROR_CANNOT_READ when the file is missing, damaged, or of another format or version.
+// Loads a meta file. `info`, when not null, receives format version and creation time. Returns 1,
+// or 0 with RUX_ERROR_CANNOT_READ when the file is missing, damaged, or of another format or
+// version.
 RUX_API std::uint32_t gcInit(const std::string& path, tagMETAFILEINFO* info = nullptr);
 
 // Releases the sections of the loaded file (the symbol tables stay). Returns 1; sets no code.
@@ -57,13 +59,13 @@ RUX_API GCSECTION gcGetSectByIndex(std::uint32_t section, std::uint32_t ordinal)
 // ID_NOT_FOUND when none has this ID, NO_IDS when none has any.
 RUX_API GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id);
 
-// The first section of the kind with that NAME; for PROPERTY, GLOBAL and REPEATER also the first that
-// has an entry of that name. Null: NO_SECTION when there is none of the kind, NAME_NOT_FOUND when none
-// has this name, NO_NAMES when none has any. A null name is taken as "".
+// The first section of the kind with that NAME; for PROPERTY, GLOBAL and REPEATER also the first
+// that has an entry of that name. Null: NO_SECTION when there is none of the kind, NAME_NOT_FOUND
+// when none has this name, NO_NAMES when none has any. A null name is taken as "".
 RUX_API GCSECTION gcGetSectByName(std::uint32_t section, const char* name);
 
-// The ordinal of the group with that name, as a sensor's PARENT value carries it in its low 24 bits;
-// "0" is the root group 0. 0xFFFFFFFF: NO_SECTION when there is no such group.
+// The ordinal of the group with that name, as a sensor's PARENT value carries it in its low 24
+// bits; "0" is the root group 0. 0xFFFFFFFF: NO_SECTION when there is no such group.
 RUX_API std::uint32_t gcGetGroupIndex(const char* name);
 
 // Entries of a section. A null section handle gives NO_SECTION.
@@ -80,8 +82,8 @@ RUX_API GCENTRY gcGetEntryByIndex(GCSECTION section, std::uint32_t ordinal,
                                   std::uint32_t* identifier);
 
 // The first entry whose name is that: a property, global, value or repeater name without its prefix
-// ("IPMI" for VALUE_IPMI, "" for VALUE). Its identifier is stored in *identifier (may be null). Null:
-// NO_ENTRY for a section without entries, else NAME_NOT_FOUND. A null name is taken as "".
+// ("IPMI" for VALUE_IPMI, "" for VALUE). Its identifier is stored in *identifier (may be null).
+// Null: NO_ENTRY for a section without entries, else NAME_NOT_FOUND. A null name is taken as "".
 RUX_API GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* identifier);
 
 // Values of an entry. A null entry handle gives NO_ENTRY.
@@ -89,9 +91,9 @@ RUX_API GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint3
 // How many values the entry has; 0xFFFFFFFF for a null handle.
 RUX_API std::uint32_t gcGetValueCount(GCENTRY entry);
 
-// The ordinal-th value, from 0, looked up in the symbol tables. Of kind RUX_DATA_NONE: NO_VALUE for an
-// entry without values and OUT_OF_RANGE beyond them (index 0xFFFFFFFF), UNRESOLVED when the tables do
-// not have it (index: the value).
+// The ordinal-th value, from 0, looked up in the symbol tables. Of kind RUX_DATA_NONE: NO_VALUE for
+// an entry without values and OUT_OF_RANGE beyond them (index 0xFFFFFFFF), UNRESOLVED when the
+// tables do not have it (index: the value).
 RUX_API tagTBLDATA gcGetValueByIndex(GCENTRY entry, std::uint32_t ordinal);
 
 // The part of a value, global or repeater entry that a RUX_SELECT_... names. Of kind RUX_DATA_NONE:

@@ -18,8 +18,8 @@ enum tagTBLKIND : std::uint32_t {
   RUX_DATA_STRING = 2,  // tagTBLDATA::data.string
 };
 
-// The result of looking a table index up. A string is owned by the library's symbol tables and stays
-// valid until the next gcInit or gccOutput.
+// The result of looking a table index up. A string is owned by the library's symbol tables and
+// stays valid until the next gcInit or gccOutput.
 struct tagTBLDATA {
   std::uint32_t kind;   // a tagTBLKIND
   std::uint32_t index;  // the index that was looked up; 0xFFFFFFFF when none was picked

@@ -1,9 +1,10 @@
-// The whole interface of libruxcomp: compiling scripts and asking meta files.
+// The whole interface of libruxcomp: compiling scripts, asking meta files and debug meta files.
 #ifndef RUXCOMP_RUXCOMP_H_
 #define RUXCOMP_RUXCOMP_H_
 
 #include "ruxcomp/compile.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/debug.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/output.h"
 #include "ruxcomp/query.h"

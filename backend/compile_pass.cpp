@@ -1,0 +1,92 @@
+#include "backend/compile_pass.h"
+
+#include <memory>
+
+#include "backend/meta_file.h"
+#include "backend/symbol_tables.h"
+#include "checker/number.h"
+#include "frontend/identifiers.h"
+#include "frontend/lookup.h"
+#include "ruxcomp/compile.h"
+
+std::vector<tagGCSECT*> g_GCHead;
+
+namespace {
+
+std::uint32_t CompileSection(const CRUXSection& section) {
+  std::unique_ptr<tagGCSECT> compiled(CreateGCSect(section.identifier));
+  if (!compiled) return 0;
+  for (const auto& entry : section.entries) {
+    if (!entry->m_RuxEntryData.HasData()) continue;
+    tagGCENTRY record{GetEntryName(entry->identifier, entry->name), {}};
+    // An entry without compiled form ends the section: what follows it is left out.
+    if (record.identifier == 0) break;
+    SetEntryValues(section.identifier, entry->identifier, entry->m_RuxEntryData, record);
+    compiled->entries.push_back(std::move(record));
+  }
+  g_GCHead.push_back(compiled.get());
+  compiled.release();
+  return 1;
+}
+
+}  // namespace
+
+std::uint32_t Compile() {
+  for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
+    for (const CRUXSection* section : *head) {
+      if (!CompileSection(*section)) break;  // nor are the others of its kind
+    }
+  }
+  return 1;
+}
+
+tagGCSECT* CreateGCSect(std::uint32_t sectionId) {
+  constexpr std::uint32_t kCompiledMark = 0x01000000;
+  if (sectionId < SECTION_MORVRUX || sectionId > SECTION_REPEATER) return nullptr;
+  return new tagGCSECT{kCompiledMark + (sectionId & kKindMask), {}};
+}
+
+std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
+  // A name that no table has is added without an index and yields 0.
+  switch (entryId) {
+#define FIXED_ENTRY(name, keyword, identifier, compiled) \
+  case ENTRY_##name:                                     \
+    return compiled;
+#define NAMED_ENTRY(name, keyword, identifier, table, prefix) \
+  case ENTRY_##name:                                          \
+    return g_tbl##table[key.substr(prefix)];
+#define PLAIN_ENTRY(name, keyword, identifier) \
+  case ENTRY_##name:                           \
+    return 0;
+#include "ruxcomp/entries.def"
+    default:
+      return 0;
+  }
+}
+
+std::uint32_t GetValueVal(const std::string& text) {
+  std::uint32_t number = 0;
+  if (NumberOrWord(text, number)) return InsertTbl(g_tblDword, g_idxDword, number, 1);
+  if (text == "VALUE") return g_tblValue[""];
+  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(6)];
+  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(2)];
+  if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
+    return RUX_CLASS_Small + number;
+  return 0xFFFFFFFF;
+}
+
+void CompDestory() {
+  for (const tagGCSECT* section : g_GCHead) delete section;
+  g_GCHead.clear();
+}
+
+std::uint32_t gccOutput(const std::string& path) {
+  // Also when a number raises an error on the way.
+  struct ReleaseAtEnd {
+    ~ReleaseAtEnd() { CompDestory(); }
+  } releaseAtEnd;
+  std::uint32_t ok = InitTblD() & 1;
+  ok &= Compile();
+  ok &= WriteMeta(path);
+  return ok;
+}

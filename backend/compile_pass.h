@@ -1,0 +1,36 @@
+// Turning the checked source model into compiled records.
+#ifndef BACKEND_COMPILE_PASS_H_
+#define BACKEND_COMPILE_PASS_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ruxcomp/records.h"
+
+class CRuxEntryData;
+
+// The compiled sections: of the run going on, or of the loaded meta file. Owned by this list;
+// released by CompDestory.
+extern std::vector<tagGCSECT*> g_GCHead;
+
+// Compiles every section of the source model into g_GCHead. InitTblD comes first. Returns 1.
+std::uint32_t Compile();
+
+// A new, empty record for a section of that kind; null for kinds that are not compiled.
+tagGCSECT* CreateGCSect(std::uint32_t sectionId);
+
+// The compiled identifier of an entry with that key; 0 for entries that are not compiled.
+std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key);
+
+// Appends the compiled values of an entry to a record.
+void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEntryData& payload,
+                    tagGCENTRY& record);
+
+// The compiled form of one operand; 0xFFFFFFFF for a text that means nothing.
+std::uint32_t GetValueVal(const std::string& text);
+
+// Deletes every record of g_GCHead. The symbol tables stay: a later run goes on with their indices.
+void CompDestory();
+
+#endif  // BACKEND_COMPILE_PASS_H_

@@ -1,0 +1,107 @@
+// The compiled values of an entry, by the kind of its payload.
+#include "backend/compile_pass.h"
+#include "backend/symbol_tables.h"
+#include "checker/number.h"
+#include "checker/value_fields.h"
+#include "frontend/entry_data.h"
+#include "frontend/identifiers.h"
+
+namespace {
+
+std::uint32_t NumberIndex(std::uint32_t number) {
+  return InsertTbl(g_tblDword, g_idxDword, number, 1);
+}
+
+std::uint32_t StringIndex(const std::string& text) {
+  return InsertTbl(g_tblString, g_idxString, text, 1);
+}
+
+std::uint32_t FieldValue(Role role, const std::string& text) {
+  switch (role) {
+    case Role::kOperand:
+    case Role::kNumber:
+    case Role::kLocalValue:
+      return GetValueVal(text);
+    case Role::kAction:
+      return g_tblAction[text];
+    case Role::kTable:
+      return g_tblTableName[text];
+    case Role::kOperator:
+      return RUX_CLASS_Operator + GetOperator(text);
+    case Role::kNone:
+      break;
+  }
+  return 0xFFFFFFFF;
+}
+
+// Appends the values of a payload, whatever it holds.
+struct Compiler {
+  std::uint32_t entryId;
+  std::vector<std::uint32_t>& values;
+
+  void operator()(std::monostate) const {}
+
+  void operator()(std::uint32_t number) const { values.push_back(NumberIndex(number)); }
+
+  void operator()(const std::string& text) const {
+    if (!IsNumericString(entryId)) {
+      values.push_back(StringIndex(text));
+      return;
+    }
+    std::uint32_t number = 0;
+    if (WordOrNumber(text, number)) values.push_back(NumberIndex(number));
+  }
+
+  void operator()(const TextList& list) const {
+    for (const std::string& text : list) {
+      if (!IsNumericList(entryId)) {
+        values.push_back(StringIndex(text));
+        continue;
+      }
+      std::uint32_t number = 0;
+      if (!StringToLong(text, number)) return;  // ends the list: a defined word does, too
+      values.push_back(NumberIndex(number));
+    }
+  }
+
+  void operator()(const CGeValue& value) const {
+    values.push_back(RUX_CLASS_ValueType + value.GetType());
+    for (const ValueField& field : FieldsOf(value)) {
+      if (field.text) values.push_back(FieldValue(field.role, *field.text));
+      if (!field.list) continue;
+      for (const std::string& text : *field.list) values.push_back(FieldValue(field.role, text));
+    }
+  }
+
+  void operator()(const RepeaterRecord& record) const {
+    std::uint32_t count = 0;
+    if (!StringToLong(record.Count, count)) return;  // nothing of the entry, not even the action
+    values.push_back(NumberIndex(count));
+    values.push_back(g_tblAction[record.Action]);
+    for (const std::string& text : record.Args) values.push_back(GetValueVal(text));
+  }
+};
+
+// The table whose names an entry of a section refers to; null when it is a text like any other.
+StringTable* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
+  const bool isParent = entryId == ENTRY_PARENT;
+  const bool isName = entryId == ENTRY_NAME;
+  if (sectionId == SECTION_GROUP && (isParent || isName)) return &g_tblGroup;
+  if (sectionId == SECTION_SENSOR && isParent) return &g_tblGroup;
+  if (sectionId == SECTION_ACTION && isName) return &g_tblAction;
+  return nullptr;
+}
+
+}  // namespace
+
+void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEntryData& payload,
+                    tagGCENTRY& record) {
+  if (entryId == ENTRY_TABLE_ROW) return;
+  const std::string* text = payload.Get<std::string>();
+  StringTable* names = NameTable(sectionId, entryId);
+  if (names && text) {
+    record.values.push_back((*names)[*text]);
+    return;
+  }
+  std::visit(Compiler{entryId, record.values}, payload.payload());
+}

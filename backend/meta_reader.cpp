@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "backend/compile_pass.h"
+#include "backend/file_reader.h"
+#include "backend/meta_file.h"
+#include "backend/meta_format.h"
+#include "backend/symbol_tables.h"
+
+namespace {
+
+using namespace meta_format;
+
+// Reads a count of things that take `size` bytes each at least; false when the file cannot hold
+// them.
+bool ReadCount(FileReader& file, std::size_t size, std::uint32_t& count) {
+  return file.Word(count) && count <= file.Remaining() / size;
+}
+
+bool ReadEntry(FileReader& file, tagGCENTRY& entry) {
+  std::uint32_t count = 0;
+  if (!file.Word(entry.identifier) || !ReadCount(file, kWordSize, count)) return false;
+  entry.values.resize(count);
+  for (std::uint32_t& value : entry.values) {
+    if (!file.Word(value)) return false;
+  }
+  return true;
+}
+
+bool ReadSection(FileReader& file, tagGCSECT& section) {
+  constexpr std::size_t kLeastEntry = 2 * kWordSize;
+  std::uint32_t count = 0;
+  if (!file.Word(section.identifier) || !ReadCount(file, kLeastEntry, count)) return false;
+  section.entries.resize(count);
+  for (tagGCENTRY& entry : section.entries) {
+    if (!ReadEntry(file, entry)) return false;
+  }
+  return true;
+}
+
+bool ReadSections(FileReader& file) {
+  constexpr std::size_t kLeastSection = 2 * kWordSize;
+  std::uint32_t count = 0;
+  if (!ReadCount(file, kLeastSection, count)) return false;
+  for (; count > 0; --count) {
+    auto section = std::make_unique<tagGCSECT>();
+    if (!ReadSection(file, *section)) return false;
+    g_GCHead.push_back(section.get());
+    section.release();
+  }
+  return true;
+}
+
+// Fills a table with the items of its block, in index order. Every item takes an index, also one
+// that is there already and keeps its first.
+bool ReadTbl(FileReader& file, StringTable& table, std::uint32_t& counter, std::uint32_t step) {
+  std::uint32_t length = 0;
+  if (!ReadCount(file, 1, length)) return false;
+  std::string payload(length, '\0');
+  if (!file.Bytes(payload.data(), length)) return false;
+  for (std::size_t start = 0; start < payload.size();) {
+    const std::size_t end = std::min(payload.find('\0', start), payload.size());
+    table.emplace(payload.substr(start, end - start), counter);
+    counter += step;
+    start = end + 1;
+  }
+  return true;
+}
+
+bool ReadTbl(FileReader& file, NumberTable& table, std::uint32_t& counter, std::uint32_t step) {
+  std::uint32_t length = 0;
+  if (!ReadCount(file, 1, length)) return false;
+  for (std::size_t read = 0; read + kWordSize <= length; read += kWordSize) {
+    std::uint32_t number = 0;
+    if (!file.Word(number)) return false;
+    table.emplace(number, counter);
+    counter += step;
+  }
+  return true;
+}
+
+bool ReadTableData(FileReader& file) {
+  std::uint32_t length = 0;
+  if (!ReadCount(file, 1, length)) return false;
+  g_tblTableData.resize(length);
+  return file.Bytes(g_tblTableData.data(), length);
+}
+
+// Reads one block, whose class tells what it is; a block of an unknown class is passed over.
+bool ReadTbl(FileReader& file) {
+  std::uint32_t base = 0;
+  if (!file.Word(base)) return false;
+  if (base == RUX_CLASS_TableData) return ReadTableData(file);
+  const SymbolTable* found = FindSymbolTable(base);
+  if (!found) return true;
+  *found->counter = base;
+  return std::visit(
+      [&](auto* table) {
+        table->clear();
+        return ReadTbl(file, *table, *found->counter, 1);
+      },
+      found->table);
+}
+
+// The blocks that the directory lists, up to its ending zero. A directory that runs into the
+// sections is damaged: each of its slots could name the whole file once more.
+bool ReadTables(FileReader& file) {
+  for (std::size_t slot = kDirectoryOffset; slot < kSectionsOffset; slot += kWordSize) {
+    std::uint32_t offset = 0;
+    file.Seek(slot);
+    if (!file.Word(offset)) return false;
+    if (offset == 0) return true;
+    file.Seek(offset);
+    if (!ReadTbl(file)) return false;
+  }
+  return false;
+}
+
+bool ReadHeader(FileReader& file, tagMETAFILEINFO& info) {
+  char magic[kMagicSize] = {};
+  if (!file.Bytes(magic, sizeof magic) || std::strncmp(magic, kMagic, sizeof magic) != 0)
+    return false;
+  if (!file.Word(info.version) || info.version != RUX_VERSION) return false;
+  file.Word(info.creationTime);
+  return true;
+}
+
+}  // namespace
+
+std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info) {
+  FileReader file(path);
+  if (!file.opened()) {
+    g_dwLastError = RUX_ERROR_CANNOT_OPEN;
+    return 0;
+  }
+  tagMETAFILEINFO header{};
+  if (!ReadHeader(file, header)) {
+    g_dwLastError = RUX_ERROR_WRONG_FORMAT;
+    return 0;
+  }
+  if (info) *info = header;
+  file.Seek(kSectionsOffset);
+  g_GCHead.clear();
+  return ReadSections(file) && ReadTables(file) ? 1 : 0;
+}

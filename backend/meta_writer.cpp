@@ -1,0 +1,108 @@
+#include <ctime>
+#include <fstream>
+#include <vector>
+
+#include "backend/compile_pass.h"
+#include "backend/meta_file.h"
+#include "backend/meta_format.h"
+#include "backend/symbol_tables.h"
+#include "backend/words.h"
+
+extern "C" {
+const std::uint32_t RUX_VERSION = 0x01000000;
+}
+
+namespace {
+
+using namespace meta_format;
+
+// The whole file before it is written; growing it fills with zeros.
+using Image = std::string;
+
+void WriteSections(Image& image) {
+  AppendWord(image, static_cast<std::uint32_t>(g_GCHead.size()));
+  for (const tagGCSECT* section : g_GCHead) {
+    AppendWord(image, section->identifier);
+    AppendWord(image, static_cast<std::uint32_t>(section->entries.size()));
+    for (const tagGCENTRY& entry : section->entries) {
+      AppendWord(image, entry.identifier);
+      AppendWord(image, static_cast<std::uint32_t>(entry.values.size()));
+      for (const std::uint32_t value : entry.values) AppendWord(image, value);
+    }
+  }
+}
+
+// The keys of a table in index order, one for every index that was handed out; null where none has
+// that index. Of several keys with one index the first counts.
+template <class Table>
+auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter) {
+  std::vector<const typename Table::key_type*> keys(counter > base ? counter - base : 0);
+  for (const auto& [key, index] : table) {
+    if (index < base || index >= counter || keys[index - base]) continue;
+    keys[index - base] = &key;
+  }
+  return keys;
+}
+
+// Writes class, length and payload of one table.
+void WriteTbl(Image& image, const StringTable& table, std::uint32_t base, std::uint32_t counter) {
+  // The length counts the table's keys, the payload has a string for every index: they differ where
+  // a key has no index or an index no key.
+  std::size_t length = 0;
+  for (const auto& [key, index] : table) length += key.size() + 1;
+  AppendWord(image, base);
+  AppendWord(image, static_cast<std::uint32_t>(length));
+  for (const std::string* key : KeysByIndex(table, base, counter)) {
+    if (key) image += *key;
+    image += '\0';
+  }
+}
+
+void WriteTbl(Image& image, const NumberTable& table, std::uint32_t base, std::uint32_t counter) {
+  AppendWord(image, base);
+  AppendWord(image, static_cast<std::uint32_t>(table.size() * kWordSize));
+  for (const std::uint32_t* key : KeysByIndex(table, base, counter)) {
+    AppendWord(image, key ? *key : 0xFFFFFFFF);
+  }
+}
+
+void WriteTableData(Image& image) {
+  AppendWord(image, RUX_CLASS_TableData);
+  AppendWord(image, static_cast<std::uint32_t>(g_tblTableData.size()));
+  image.append(g_tblTableData.begin(), g_tblTableData.end());
+}
+
+// Starts the next block and notes its offset in the next slot of the directory.
+void StartBlock(Image& image, std::size_t& slot) {
+  image.resize(NextBlock(image.size()));
+  StoreWord(image, slot, static_cast<std::uint32_t>(image.size()));
+  slot += kWordSize;
+}
+
+Image BuildImage() {
+  Image image(kSectionsOffset, '\0');
+  image.replace(0, sizeof(kMagic), kMagic, sizeof(kMagic));
+  StoreWord(image, kVersionOffset, RUX_VERSION);
+  StoreWord(image, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
+  WriteSections(image);
+  std::size_t slot = kDirectoryOffset;
+  for (const SymbolTable& row : kSymbolTables) {
+    StartBlock(image, slot);
+    std::visit([&](const auto* table) { WriteTbl(image, *table, row.base, *row.counter); },
+               row.table);
+  }
+  StartBlock(image, slot);
+  WriteTableData(image);
+  return image;
+}
+
+}  // namespace
+
+std::uint32_t WriteMeta(const std::string& path) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) return 0;
+  const Image image = BuildImage();
+  file.write(image.data(), static_cast<std::streamsize>(image.size()));
+  file.close();
+  return file ? 1 : 0;
+}

@@ -1,0 +1,56 @@
+// The symbol tables: they hand out the 32-bit indices that compiled records are made of.
+#ifndef BACKEND_SYMBOL_TABLES_H_
+#define BACKEND_SYMBOL_TABLES_H_
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <variant>
+
+#include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/records.h"
+
+using StringTable = std::map<std::string, std::uint32_t>;
+using NumberTable = std::map<std::uint32_t, std::uint32_t>;
+
+// The class of an index and the value below it.
+constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
+constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
+
+// A table, the class of its indices (also its first index) and the next index that it hands out.
+struct SymbolTable {
+  std::uint32_t base;
+  std::variant<StringTable*, NumberTable*> table;
+  std::uint32_t* counter;
+};
+
+inline constexpr std::size_t kSymbolTableCount = 0
+#define SYMBOL_TABLE(name, class_byte, key) +1
+#include "ruxcomp/symbol_tables.def"
+    ;
+
+// All tables in the order of the meta file's directory.
+extern const SymbolTable kSymbolTables[kSymbolTableCount];
+
+// The table of that class; null when there is none.
+const SymbolTable* FindSymbolTable(std::uint32_t base);
+
+// Fills the name tables from the source model, before it is compiled. Returns 1.
+std::uint32_t InitTblD();
+
+// The index of a key; a new key gets the counter's, which goes up by `step`.
+std::uint32_t InsertTbl(StringTable& table, std::uint32_t& counter, const std::string& key,
+                        std::uint32_t step);
+std::uint32_t InsertTbl(NumberTable& table, std::uint32_t& counter, std::uint32_t key,
+                        std::uint32_t step);
+
+// What an index stands for; kind RUX_DATA_NONE for an index that no table has. A walk over the
+// table: indices are dense and tables small, so that no second map is kept.
+tagTBLDATA GetTblData(std::uint32_t index);
+
+// The key with that index; null, or 0xFFFFFFFF, when there is none.
+const char* GetTblData(const StringTable& table, std::uint32_t index);
+std::uint32_t GetTblData(const NumberTable& table, std::uint32_t index);
+
+#endif  // BACKEND_SYMBOL_TABLES_H_

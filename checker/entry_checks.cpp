@@ -1,0 +1,161 @@
+// The first pass over the entries: each by itself, its texts turned into its payload. Values have a
+// file of their own.
+#include "checker/messages.h"
+#include "checker/number.h"
+#include "frontend/entry.h"
+#include "frontend/lookup.h"
+#include "frontend/predefine.h"
+#include "frontend/report.h"
+#include "ruxcomp/data.h"
+
+namespace {
+
+// The keyword of an entry identifier; null when there is none.
+const char* KeywordOf(std::uint32_t identifier) {
+  for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
+    if (g_NTMapEntry[row].identifier == identifier) return g_NTMapEntry[row].keyword;
+  }
+  return nullptr;
+}
+
+// A table row's name is one cell or "low.high".
+bool IsCellRange(const std::string& name) {
+  const std::size_t dot = name.find('.');
+  std::uint32_t low = 0;
+  std::uint32_t high = 0;
+  if (!StringToLong(name.substr(0, dot), low)) return false;
+  if (!StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high)) return false;
+  return low < 256 && high <= 255 && low <= high;
+}
+
+// What a free name must look like behind its prefix.
+bool IsFreeName(std::uint32_t identifier, const std::string& name, const std::string& rest) {
+  std::uint32_t number = 0;
+  switch (identifier) {
+    case ENTRY_DEFINED_WORD:
+    case ENTRY_PROPERTY:
+    case ENTRY_P:
+    case ENTRY_REPEATER:
+      return !(name[0] >= '0' && name[0] <= '9');
+    case ENTRY_VALUE_OF_ACTION:
+      return StringToLong(rest, number) != 0;
+    case ENTRY_TABLE_ROW:
+      return IsCellRange(name);
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+std::uint32_t CRUXEntry::ChkEntryName(const CRUXSection& section) {
+  const char* keyword = KeywordOf(identifier);
+  if (!keyword) return 0;
+  if (name == keyword) return 1;
+  if ((notation & kFreeName) && HasPrefix(name, keyword) &&
+      IsFreeName(identifier, name, name.substr(std::char_traits<char>::length(keyword)))) {
+    return 1;
+  }
+  ReportEntry<msg::kEntryNameInvalid>(*this, section);
+  return 0;
+}
+
+std::uint32_t CRUXEntry::ChkEntryExist(const CRUXSection& section) {
+  if (m_RuxEntryData.HasData() || !(notation & kRequired)) return 1;
+  const char* keyword = KeywordOf(identifier);
+  name = keyword ? keyword : "";  // for the message only: an unfilled entry has no name
+  ReportEntry<msg::kEntryMissing>(*this, section);
+  name.clear();
+  return 0;
+}
+
+bool CRUXEntry::PassesCommonStart(const CRUXSection& section, PayloadType type,
+                                  std::uint32_t& answer) {
+  if (!m_RuxEntryData.HasData()) {
+    answer = ChkEntryExist(section);
+    return false;
+  }
+  answer = 0;
+  if (!ChkEntryName(section)) return false;
+  if (PayloadOf(identifier) == type) return true;
+  ReportEntry<msg::kEntryTypeInvalid>(*this, section);
+  return false;
+}
+
+bool CRUXEntry::TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text) {
+  if (listItems.empty()) {
+    ReportEntry<msg::kNoSubString>(*this, section);
+    return false;
+  }
+  if (listItems.size() > 1) ReportEntry<msg::kMoreSubStrings>(*this, section);
+  text = listItems.front();
+  DropItems(pass);
+  return true;
+}
+
+std::uint32_t CGEDWORD::IsValid(const CRUXSection& section, unsigned int pass) {
+  auto* number = m_RuxEntryData.Get<std::uint32_t>();
+  if (number) *number = 0;
+  std::uint32_t answer = 0;
+  if (!PassesCommonStart(section, PAYLOAD_DWORD, answer)) return answer;
+  std::string text;
+  if (!TakeFirstItem(section, pass, text)) return 0;
+  if (WordOrNumber(text, *number)) return 1;
+  // A defined word with a text that means nothing is let pass and is 0.
+  if (identifier == ENTRY_DEFINED_WORD) return 1;
+  ReportEntry<msg::kNotANumber>(*this, section, text);
+  return 0;
+}
+
+std::uint32_t CGESTRING::IsValid(const CRUXSection& section, unsigned int pass) {
+  std::uint32_t answer = 0;
+  if (!PassesCommonStart(section, PAYLOAD_STRING, answer)) return answer;
+  std::string& text = *m_RuxEntryData.Get<std::string>();
+  if (!TakeFirstItem(section, pass, text)) return 0;
+  // The one text that may be empty.
+  if (section.name == "SYSTEM" && name == "MODEL") return 1;
+  if (text.empty()) {
+    ReportEntry<msg::kNoSubString>(*this, section);
+    return 0;
+  }
+  std::uint32_t number = 0;
+  if (!IsNumericString(identifier) || WordOrNumber(text, number)) return 1;
+  ReportEntry<msg::kNotANumber>(*this, section, text);
+  return 0;
+}
+
+std::uint32_t CGESTRINGLIST::IsValid(const CRUXSection& section, unsigned int pass) {
+  std::uint32_t answer = 0;
+  if (!PassesCommonStart(section, PAYLOAD_STRINGLIST, answer)) return answer;
+  TextList& list = *m_RuxEntryData.Get<TextList>();
+  list = listItems;
+  DropItems(pass);
+  if (IsNumericList(identifier)) return 1;  // its elements are references: second pass
+  std::uint32_t ok = 1;
+  for (const std::string& element : list) {
+    std::uint32_t number = 0;
+    if (WordOrNumber(element, number)) continue;
+    ReportEntry<msg::kNotANumber>(*this, section, element);
+    ok = 0;
+  }
+  return ok;
+}
+
+std::uint32_t CGEREPEATER::IsValid(const CRUXSection& section, unsigned int pass) {
+  std::uint32_t answer = 0;
+  if (!PassesCommonStart(section, PAYLOAD_REPEATER, answer)) return answer;
+  if (listItems.empty()) {
+    ReportEntry<msg::kNoSubString>(*this, section);
+    return 0;
+  }
+  if (listItems.size() == 1) {
+    ReportEntry<msg::kNotEnoughForRepeater>(*this, section);
+    return 0;
+  }
+  auto& record = *m_RuxEntryData.Get<RepeaterRecord>();
+  record.Count = listItems[0];
+  record.Action = listItems[1];
+  record.Args.assign(listItems.begin() + 2, listItems.end());
+  DropItems(pass);
+  return 1;
+}

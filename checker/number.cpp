@@ -1,0 +1,42 @@
+#include "checker/number.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "frontend/predefine.h"
+
+std::uint32_t StringToLong(const std::string& text, std::uint32_t& out) {
+  constexpr std::size_t kLongest = 10;
+  const bool hexadecimal = text.rfind("0x", 0) == 0 || text.rfind("0X", 0) == 0;
+  if (text.size() > kLongest) return 0;
+  const unsigned long number = std::strtoul(text.c_str(), nullptr, hexadecimal ? 16 : 10);
+  out = static_cast<std::uint32_t>(number);
+  if (number != 0) return 1;
+  return text.at(hexadecimal ? 2 : 0) == '0' ? 1 : 0;
+}
+
+std::uint32_t NumberOrWord(const std::string& text, std::uint32_t& out) {
+  return StringToLong(text, out) || GetPreDefinedValue(text, out) ? 1 : 0;
+}
+
+std::uint32_t WordOrNumber(const std::string& text, std::uint32_t& out) {
+  return GetPreDefinedValue(text, out) || StringToLong(text, out) ? 1 : 0;
+}
+
+std::uint32_t GetOperator(const std::string& text) {
+  static constexpr struct {
+    const char* text;
+    std::uint32_t code;
+  } kOperators[] = {
+#define OPERATOR(text, code) {text, code},
+#include "ruxcomp/operators.def"
+  };
+  for (const auto& row : kOperators) {
+    if (text == row.text) return row.code;
+  }
+  return 0;
+}
+
+bool HasPrefix(const std::string& text, const char* prefix) {
+  return text.size() > std::strlen(prefix) && text.rfind(prefix, 0) == 0;
+}

@@ -1,0 +1,83 @@
+#include <cstring>
+
+#include "backend/file_reader.h"
+#include "backend/words.h"
+#include "debugmeta/bytes.h"
+#include "debugmeta/messages.h"
+#include "debugmeta/meta_d_file.h"
+#include "debugmeta/meta_d_format.h"
+#include "debugmeta/model_bytes.h"
+#include "frontend/predefine.h"
+#include "frontend/report.h"
+#include "frontend/section_kinds.h"
+#include "ruxcomp/data.h"
+
+namespace {
+
+using namespace meta_d_format;
+
+std::uint32_t PaddedWord(FileReader& file) {
+  unsigned char bytes[4] = {};
+  file.PaddedBytes(bytes, sizeof bytes);
+  return LoadWord(bytes);
+}
+
+// A word that is defined already keeps its value. Behind the end of the file all rows are alike:
+// one of them stands for all.
+void ReadDefinedWords(FileReader& file) {
+  for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
+    const bool atEnd = file.Remaining() == 0;
+    std::string name(PaddedWord(file), '\0');
+    file.PaddedBytes(name.data(), name.size());
+    g_tblPreDefine.emplace(name, PaddedWord(file));
+    if (atEnd) return;
+  }
+}
+
+// A new section of that identifier, registered and with its templates; null for one that is not
+// restored.
+CRUXSection* MakeSection(std::uint32_t id) {
+  if (id == SECTION_INCLUDE) return nullptr;
+  for (std::uint32_t row = 0; row < g_dwNTMSect; ++row) {
+    if (kSectionMakers[row].identifier == id) return kSectionMakers[row].makeEmpty();
+  }
+  return nullptr;
+}
+
+void ReadSections(FileReader& file) {
+  for (std::uint32_t kinds = PaddedWord(file); kinds > 0; --kinds) {
+    if (file.Remaining() == 0) return;  // kinds without sections
+    for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
+      Bytes record(PaddedWord(file));
+      file.PaddedBytes(record.data(), record.size());
+      if (CRUXSection* section = MakeSection(RecordId(record))) section->SetBuffer(record);
+    }
+  }
+}
+
+}  // namespace
+
+std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
+  FileReader file(path);
+  if (!file.opened()) {
+    Report<msg::kOpenDebugFailed>(path);
+    return 0;
+  }
+  char magic[sizeof(kMagic)] = {};
+  file.PaddedBytes(magic, sizeof magic);
+  if (std::memcmp(magic, kMagic, sizeof magic) != 0) {
+    Report<msg::kDebugInvalid>(path);
+    return 0;
+  }
+  tagMETAFILEINFO header{PaddedWord(file), 0};
+  if (header.version != RUXD_VERSION) {
+    Report<msg::kDebugVersion>(path);
+    return 0;
+  }
+  header.creationTime = PaddedWord(file);
+  if (info) *info = header;
+  file.Seek(RUXD_DATA_OFFSET);
+  ReadDefinedWords(file);
+  ReadSections(file);
+  return 1;
+}

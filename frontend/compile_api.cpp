@@ -1,0 +1,12 @@
+// The exported functions that open and read a script and end a compile run.
+#include "frontend/parse.h"
+#include "ruxcomp/compile.h"
+
+std::uint32_t gccCompStart(const std::string& path) { return g_Parse.Start(path); }
+
+std::uint32_t gccParse() {
+  g_Parse.Parse();
+  return 1;
+}
+
+void gccCompEnd() { g_Parse.End(); }

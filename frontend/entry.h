@@ -1,0 +1,115 @@
+// The entries of a section: a key, its place, the raw parts of its text and its typed payload.
+#ifndef FRONTEND_ENTRY_H_
+#define FRONTEND_ENTRY_H_
+
+#include <cstdint>
+#include <string>
+
+#include "frontend/entry_data.h"
+#include "frontend/obj.h"
+
+class CRUXSection;
+enum class Role : std::uint8_t;
+struct ValueField;
+struct ValueType;
+
+class CRUXEntry : public CRUXObj {
+ public:
+  using CRUXObj::CRUXObj;
+
+  // Fills the entry from an item of the script: place, name, an empty payload, the parts of the
+  // text.
+  void Init(const std::string& file, const std::string& key, const std::string& value,
+            std::uint32_t itemLine);
+
+  // First pass: the entry by itself; turns listItems into the payload. With pass 0 the parts are
+  // dropped once they are turned, so run it once; items that act while the script is read pass 255.
+  // Second pass: references to other sections. Both answer 1 (valid) or 0 (problems were reported).
+  virtual std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) = 0;
+  virtual std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass);
+
+  // The entry as a byte record, and back; the parts of its text are not part of it.
+  void GetBuffer(std::vector<std::uint8_t>& out) const;
+  void SetBuffer(const std::vector<std::uint8_t>& in);
+
+  CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
+  TextList listItems;            // the comma-separated parts of the text, quotes removed
+
+ protected:
+  // The checks that the entry classes share (checker/entry_checks.cpp and checker/references.cpp);
+  // each reports what it finds and answers 1 or 0.
+  std::uint32_t ChkEntryName(const CRUXSection& section);
+  std::uint32_t ChkEntryExist(const CRUXSection& section);
+  std::uint32_t ChkActionName(const std::string& action, const CRUXSection& section);
+  std::uint32_t ChkTableName(const std::string& table, const CRUXSection& section);
+  std::uint32_t ChkGlobalName(const std::string& global, const CRUXSection& section);
+  std::uint32_t ChkArgName(const std::string& arg, const CRUXSection& section, std::uint32_t index);
+  std::uint32_t ChkDigital(const std::string& text, const CRUXSection& section);
+  std::uint32_t ChkActionParamNum(const std::string& action, std::uint32_t count,
+                                  const CRUXSection& section);
+
+  // What every first pass begins with: presence, name, payload type. True when the caller goes on;
+  // otherwise `answer` is its result.
+  bool PassesCommonStart(const CRUXSection& section, PayloadType type, std::uint32_t& answer);
+
+  // The one text that a number or string entry is made of; of several the first, with a warning.
+  // False, reported, when there is none.
+  bool TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text);
+
+  // Drops the raw parts at the end of a first pass that turned them.
+  void DropItems(unsigned int pass) {
+    if (pass == 0) listItems.clear();
+  }
+};
+
+// One class per payload type; the checks are what tells them apart.
+class CGEDWORD : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+};
+
+class CGESTRING : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+
+ private:
+  std::uint32_t ChkParentGroup(const std::string& text, const CRUXSection& section);
+  std::uint32_t ChkParentPelmGroup(const std::string& text, const CRUXSection& section);
+  std::uint32_t ChkListedSensor(const std::string& text, const CRUXSection& section);
+};
+
+class CGESTRINGLIST : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+};
+
+class CGEVALUE : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+
+ private:
+  std::uint32_t FillRecord(CGeValue& value, std::size_t most, const CRUXSection& section);
+  void ReportSmbus(const CGeValue& value);
+  std::uint32_t ChkField(Role role, const std::string& text, const CRUXSection& section,
+                         std::uint32_t index);
+  std::uint32_t ChkList(const ValueType& type, const ValueField& field, const CRUXSection& section);
+  std::uint32_t IsValidSubValue(const std::string& text, const CRUXSection& section,
+                                std::uint32_t index);
+  std::uint32_t ChkValueName(const std::string& value, const CRUXSection& section);
+};
+
+class CGEREPEATER : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+};
+
+#endif  // FRONTEND_ENTRY_H_

@@ -1,0 +1,57 @@
+// The typed payload of an entry.
+#ifndef FRONTEND_ENTRY_DATA_H_
+#define FRONTEND_ENTRY_DATA_H_
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "frontend/gevalue.h"
+#include "frontend/value_records.h"
+
+class CRuxEntryData {
+ public:
+  using Payload =
+      std::variant<std::monostate, std::uint32_t, std::string, TextList, CGeValue, RepeaterRecord>;
+
+  // Empty: type 0, no payload. Copies are independent of their source.
+  CRuxEntryData() = default;
+  explicit CRuxEntryData(std::uint32_t type) { Create(type); }
+
+  // Makes the empty payload that an entry identifier asks for; none for an unknown payload type.
+  void Create(std::uint32_t type);
+
+  // Back to empty.
+  void Destory();
+
+  // The entry identifier that the payload was made for; 0 when empty.
+  std::uint32_t GetType() const { return type_; }
+
+  // The payload, owned by this object; null when there is none.
+  void* GetData() { return LiveAddress(payload_); }
+  bool HasData() const { return payload_.index() != 0; }
+
+  // The payload as a T; null when it is of another type or there is none.
+  template <class T>
+  T* Get() {
+    return std::get_if<T>(&payload_);
+  }
+  template <class T>
+  const T* Get() const {
+    return std::get_if<T>(&payload_);
+  }
+
+  const Payload& payload() const { return payload_; }
+  Payload& payload() { return payload_; }
+
+  // The byte record, and back (debugmeta/payload_bytes.cpp).
+  void GetBuffer(std::vector<std::uint8_t>& out) const;
+  void SetBuffer(const std::vector<std::uint8_t>& in);
+
+ private:
+  std::uint32_t type_ = 0;
+  Payload payload_;
+};
+
+#endif  // FRONTEND_ENTRY_DATA_H_

@@ -1,0 +1,49 @@
+#include "frontend/lookup.h"
+
+const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id) {
+  for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
+    if (!head->empty() && head->front()->identifier == id) return head;
+  }
+  return nullptr;
+}
+
+const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id) {
+  static const std::vector<CRUXSection*> none;
+  const std::vector<CRUXSection*>* head = FindSectHead(id);
+  return head ? *head : none;
+}
+
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index) {
+  std::uint32_t seen = 0;
+  for (const auto& entry : section->entries) {
+    if (!entry || entry->identifier != id) continue;
+    if (!(entry->notation & kFreeName)) return entry.get();
+    if (seen++ == index) return entry.get();
+  }
+  if (index == 0xFFFFFFFF) index = seen;
+  return nullptr;
+}
+
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id) {
+  std::uint32_t first = 0;
+  return FindEntry(section, id, first);
+}
+
+const std::string* FindText(const CRUXSection* section, std::uint32_t id) {
+  const CRUXEntry* entry = FindEntry(section, id);
+  return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
+}
+
+const CRUXEntry* FindFilled(const CRUXSection& section, const std::string& name) {
+  for (const auto& entry : section.entries) {
+    if (entry->m_RuxEntryData.HasData() && entry->name == name) return entry.get();
+  }
+  return nullptr;
+}
+
+bool HasEntryNamed(const CRUXSection& section, std::uint32_t id, const std::string& name) {
+  for (const auto& entry : section.entries) {
+    if (entry->identifier == id && entry->name == name) return true;
+  }
+  return false;
+}

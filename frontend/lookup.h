@@ -1,0 +1,35 @@
+// Finding sections and entries in the source model.
+#ifndef FRONTEND_LOOKUP_H_
+#define FRONTEND_LOOKUP_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frontend/entry.h"
+#include "frontend/section.h"
+
+// All sections of one kind in order of definition; null when there is none.
+const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id);
+
+// The same as something to loop over: empty when there is none.
+const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id);
+
+// The first entry with that identifier whose name is not free, whatever index says; else the
+// index-th one with a free name. Null when there is none; then an index of 0xFFFFFFFF is replaced
+// by the number of entries with a free name.
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index);
+
+// The first entry with that identifier, null when there is none.
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id);
+
+// The text of the first entry with that identifier; null when there is none or it holds no text.
+const std::string* FindText(const CRUXSection* section, std::uint32_t id);
+
+// The first entry of that name that the script gave, whatever its kind; null when there is none.
+const CRUXEntry* FindFilled(const CRUXSection& section, const std::string& name);
+
+// Whether the section has an entry of that identifier and name.
+bool HasEntryNamed(const CRUXSection& section, std::uint32_t id, const std::string& name);
+
+#endif  // FRONTEND_LOOKUP_H_

@@ -1,0 +1,43 @@
+// What sections and entries have in common: identifier, flags, source place, name.
+#ifndef FRONTEND_OBJ_H_
+#define FRONTEND_OBJ_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frontend/identifiers.h"
+
+class CRUXObj {
+ public:
+  CRUXObj() = default;
+  CRUXObj(std::uint32_t id, tagNOTATION flags) : identifier(id), notation(flags) {}
+  CRUXObj(const CRUXObj&) = delete;
+  CRUXObj& operator=(const CRUXObj&) = delete;
+  virtual ~CRUXObj() = default;
+
+  // Notes the source file, adding it to the file table when it is new. Counts up from the present
+  // fileIndex: call it once, on a fresh object.
+  void SetFile(const std::string& path);
+
+  // Part 0: the file's base name, the text after the last backslash. Any other part: the folder, up
+  // to and including that backslash. Only backslashes separate. Empty for an unknown file.
+  std::string GetFile(int part) const;
+
+  // The object as a byte record, and back (debugmeta/model_bytes.cpp). The first record that a
+  // process builds carries the file table, and the first that it takes must.
+  void GetBuffer(std::vector<std::uint8_t>& out) const;
+  void SetBuffer(const std::vector<std::uint8_t>& in);
+
+  std::uint32_t identifier = 0;
+  tagNOTATION notation = 0;
+  std::uint32_t line = 0;
+  std::string name;
+  std::uint32_t fileIndex = 0;
+
+  // Every distinct path that an object was ever given. Never shrinks while the library is loaded,
+  // so that indices of an earlier run keep their meaning.
+  static std::vector<std::string> m_svstrIncFiles;
+};
+
+#endif  // FRONTEND_OBJ_H_

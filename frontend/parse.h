@@ -1,0 +1,54 @@
+// Reading one script through the reader plug-in.
+#ifndef FRONTEND_PARSE_H_
+#define FRONTEND_PARSE_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class CRUXSection;
+
+class CRUXParse {
+ public:
+  // Loads the plug-in. When that fails the failure is reported and the object stays usable: its
+  // operations are then looked for in the process itself, so that a host may carry a reader.
+  CRUXParse();
+  ~CRUXParse();
+  CRUXParse(const CRUXParse&) = delete;
+  CRUXParse& operator=(const CRUXParse&) = delete;
+
+  // Opens a script; 1, or 0 when the plug-in did not open it.
+  std::uint32_t Start(const std::string& path);
+
+  // Reads the opened script, section by section, into the source model and closes it. A section or
+  // item that cannot be taken is reported and costs only itself.
+  void Parse();
+
+  // Drops the source model.
+  void End();
+
+  // The plug-in's operations. Each is looked up anew at every call; one that is missing yields 0 or
+  // null without a message.
+  void* RSOpenFile(const std::string& path);
+  std::uint32_t RSParse(void* file);
+  void* RSEnumSection(void* file, std::uint32_t index);
+  std::uint32_t RSGetSectInfo(void* section, std::string& name, std::uint32_t& line);
+  std::uint32_t RSEnumItem(void* section, std::uint32_t index, std::string& key, std::string& value,
+                           std::uint32_t& line);
+  void* RSFindSection(void* file, const std::string& name);
+  std::uint32_t RSCloseFile(void*& file);
+
+ private:
+  void ParseSection(void* handle, std::uint32_t index);
+  void ParseItems(void* handle, const std::string& sectionName, CRUXSection& section);
+  void Close();
+
+  void* pluginHandle = nullptr;
+  void* fileHandle = nullptr;
+  std::string filePath;
+};
+
+// The one object behind the exported compile functions.
+extern CRUXParse g_Parse;
+
+#endif  // FRONTEND_PARSE_H_

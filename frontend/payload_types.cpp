@@ -1,0 +1,37 @@
+#include "frontend/payload_types.h"
+
+#include "frontend/entry.h"
+
+namespace {
+
+template <class Payload>
+CRuxEntryData::Payload MakePayload() {
+  return Payload{};
+}
+
+template <class Entry>
+std::unique_ptr<CRUXEntry> MakeEntryOf(std::uint32_t identifier, tagNOTATION notation) {
+  return std::make_unique<Entry>(identifier, notation);
+}
+
+constexpr PayloadRow kPayloads[] = {
+    {PAYLOAD_DWORD, MakePayload<std::uint32_t>, MakeEntryOf<CGEDWORD>},
+    {PAYLOAD_STRING, MakePayload<std::string>, MakeEntryOf<CGESTRING>},
+    {PAYLOAD_STRINGLIST, MakePayload<TextList>, MakeEntryOf<CGESTRINGLIST>},
+    {PAYLOAD_VALUE, MakePayload<CGeValue>, MakeEntryOf<CGEVALUE>},
+    {PAYLOAD_REPEATER, MakePayload<RepeaterRecord>, MakeEntryOf<CGEREPEATER>},
+};
+
+}  // namespace
+
+const PayloadRow* FindPayload(std::uint32_t identifier) {
+  for (const PayloadRow& row : kPayloads) {
+    if (row.type == PayloadOf(identifier)) return &row;
+  }
+  return nullptr;
+}
+
+std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation) {
+  const PayloadRow* row = FindPayload(identifier);
+  return row ? row->makeEntry(identifier, notation) : nullptr;
+}

@@ -1,0 +1,59 @@
+// The sections of a script, and the registry of all of them.
+#ifndef FRONTEND_SECTION_H_
+#define FRONTEND_SECTION_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontend/entry.h"
+#include "frontend/obj.h"
+#include "frontend/section_schema.h"
+
+class CRUXSection : public CRUXObj {
+ public:
+  // Makes a section of the kind that the name stands for, registers it and gives it its place and
+  // name. Null for an unknown name; nothing is reported.
+  static CRUXSection* Create(const std::string& file, const std::string& sectionName,
+                             std::uint32_t headerLine);
+
+  // Deletes every section with its entries and empties the table of defined words. The registry
+  // keeps its kinds, and their order, for the next run.
+  static void Destory();
+
+  // Takes an item: fills the template that its key names or, when that is filled, adds a repeat of
+  // it. Answers 0 when no template takes the key. The kinds extend this rule.
+  virtual std::uint32_t SetEntry(const std::string& file, const std::string& key,
+                                 const std::string& value, std::uint32_t itemLine);
+
+  // First pass: the section by itself and its entries. Second pass: redefinitions and the
+  // references of its entries. Both answer 1, or 0 when problems were reported
+  // (checker/section_checks.cpp).
+  std::uint32_t IsValid(unsigned int pass) const;
+  std::uint32_t IsValidEx(unsigned int pass) const;
+
+  // The section with its entries as a byte record, and back. Taking a record fills the templates
+  // that its entries fit and adds the others.
+  void GetBuffer(std::vector<std::uint8_t>& out) const;
+  void SetBuffer(const std::vector<std::uint8_t>& in);
+
+  std::vector<std::unique_ptr<CRUXEntry>> entries;  // templates first, then what the script added
+
+  // One list per kind that ever appeared, in order of first appearance; each is the m_sHeader of
+  // its section class and holds the live sections of the kind in order of definition. Sections are
+  // not owned by the lists: Destory deletes them.
+  static std::vector<std::vector<CRUXSection*>*> m_svpHSection;
+
+ protected:
+  using CRUXObj::CRUXObj;
+
+  // Registers the section with its kind and makes the kind's entry templates.
+  void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header, bool& registered);
+
+  // Makes an entry that no template stands for, fills it with the item and adds it.
+  CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
+                      const std::string& key, const std::string& value, std::uint32_t itemLine);
+};
+
+#endif  // FRONTEND_SECTION_H_

@@ -1,0 +1,21 @@
+#include "frontend/section_kinds.h"
+
+namespace {
+
+template <class Section, std::uint32_t Id, tagNOTATION Notation>
+CRUXSection* Make() {
+  return new Section(Id, Notation);
+}
+
+template <class Section>
+CRUXSection* MakeEmpty() {
+  return new Section();
+}
+
+}  // namespace
+
+const SectionMaker kSectionMakers[] = {
+#define SECTION(keyword, kind, notation) \
+  {SECTION_##keyword, Make<CGS##keyword, SECTION_##keyword, notation>, MakeEmpty<CGS##keyword>},
+#include "ruxcomp/sections.def"
+};

@@ -1,0 +1,102 @@
+// The fourteen section classes, one per keyword of sections.def.
+#ifndef FRONTEND_SECTION_KINDS_H_
+#define FRONTEND_SECTION_KINDS_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontend/section.h"
+#include "frontend/section_schema.h"
+
+// A section of one kind. What the kinds differ in stands in their schemas.
+template <SectionId Kind>
+class CGSSection : public CRUXSection {
+ public:
+  CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags) {
+    Init0(SchemaOf(Kind), m_sHeader, registered_);
+  }
+  // For restoring a stored section, which brings its identifier and flags along.
+  CGSSection() : CGSSection(0, 0) {}
+
+  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                         std::uint32_t itemLine) override {
+    const SectionSchema& schema = SchemaOf(Kind);
+    if (schema.templatesTakeItems && CRUXSection::SetEntry(file, key, value, itemLine)) return 1;
+    for (const FreeEntryRule& rule : schema.freeEntries) {
+      if (key.rfind(rule.prefix, 0) != 0) continue;
+      AddEntry(rule.identifier, rule.notation, file, key, value, itemLine);
+      return 1;
+    }
+    return 0;
+  }
+
+  // The live sections of the kind in order of definition. Defined in static_objects.cpp.
+  static std::vector<CRUXSection*> m_sHeader;
+
+ private:
+  static inline bool registered_ = false;  // in m_svpHSection; never reset
+};
+
+#define SECTION(keyword, kind, notation) \
+  template <>                            \
+  std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader;
+#include "ruxcomp/sections.def"
+
+using CGSMORVRUX = CGSSection<SECTION_MORVRUX>;
+using CGSPROPERTY = CGSSection<SECTION_PROPERTY>;
+using CGSSYSTEM = CGSSection<SECTION_SYSTEM>;
+using CGSGROUP = CGSSection<SECTION_GROUP>;
+using CGSSENSOR = CGSSection<SECTION_SENSOR>;
+using CGSDEVICE = CGSSection<SECTION_DEVICE>;
+using CGSACTION = CGSSection<SECTION_ACTION>;
+using CGSTABLE = CGSSection<SECTION_TABLE>;
+using CGSPELMGROUP = CGSSection<SECTION_PELMGROUP>;
+using CGSGLOBAL = CGSSection<SECTION_GLOBAL>;
+using CGSREPEATER = CGSSection<SECTION_REPEATER>;
+
+// The kinds that act while the script is read (preprocess.cpp). They accept every item.
+
+// Every item defines a word.
+class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
+ public:
+  using CGSSection::CGSSection;
+  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                         std::uint32_t itemLine) override;
+};
+
+// The first item is the condition, every further one defines a word, whether the condition holds or
+// not: scripts rely on IFDEF words being there.
+class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
+ public:
+  using CGSSection::CGSSection;
+  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                         std::uint32_t itemLine) override;
+
+ private:
+  std::uint32_t ChkIFDEF(const std::string& file, const std::string& key, const std::string& value,
+                         std::uint32_t itemLine);
+
+  std::uint32_t ifdefSeen = 0;    // 1 once the first item was handled
+  std::uint32_t ifdefResult = 0;  // whether the condition held; gates nothing
+};
+
+// Every item names a file, which is read into the same model then and there.
+class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
+ public:
+  using CGSSection::CGSSection;
+  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                         std::uint32_t itemLine) override;
+};
+
+// A new section for each keyword row, in table order: of the row's class, identifier and flags, or
+// without identifier and flags for restoring a stored one.
+struct SectionMaker {
+  SectionId identifier;
+  CRUXSection* (*make)();
+  CRUXSection* (*makeEmpty)();
+};
+extern const SectionMaker kSectionMakers[];
+
+#endif  // FRONTEND_SECTION_KINDS_H_

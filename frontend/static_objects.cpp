@@ -1,0 +1,32 @@
+// The objects that live from load to unload of the library, in their order of construction; unload
+// destroys them in the reverse order. They stand in one file because only there the order holds.
+#include "frontend/parse.h"
+#include "frontend/predefine.h"
+#include "frontend/section_kinds.h"
+
+CRUXParse g_Parse;  // loads the reader plug-in
+
+std::map<std::string, std::uint32_t> g_tblPreDefine;
+
+std::vector<std::string> CRUXObj::m_svstrIncFiles;
+
+// Of the lists only their own storage goes at unload, never the sections that they point to.
+std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
+
+#define SECTION_LIST(keyword) \
+  template <>                 \
+  std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader{};
+SECTION_LIST(INCLUDE)
+SECTION_LIST(DEFINE)
+SECTION_LIST(IFDEF)
+SECTION_LIST(MORVRUX)
+SECTION_LIST(SYSTEM)
+SECTION_LIST(GROUP)
+SECTION_LIST(PELMGROUP)
+SECTION_LIST(SENSOR)
+SECTION_LIST(DEVICE)
+SECTION_LIST(ACTION)
+SECTION_LIST(TABLE)
+SECTION_LIST(GLOBAL)
+SECTION_LIST(PROPERTY)
+SECTION_LIST(REPEATER)

@@ -1,0 +1,52 @@
+#include "frontend/value_types.h"
+
+namespace {
+
+template <class Record>
+ValueRecord Make() {
+  return Record{};
+}
+
+constexpr Role O = Role::kOperand;
+constexpr Role N = Role::kNumber;
+
+constexpr bool kCountsArguments = true;
+constexpr bool kOnlySmbus = true;
+
+// A calculation needs two more sub-strings when its operator compares; see the checks.
+const ValueType kValueTypes[] = {
+    {0, Make<EmptyRecord>, 1, 1, {}},
+    {1, Make<TextRecord>, 2, 2, {O}},
+    {kCalculation, Make<CalculationRecord>, 4, 4, {Role::kOperator, O, O, O, O}},
+    {kActionCall,
+     Make<CallRecord>,
+     2,
+     kAnyNumber,
+     {Role::kAction, O},
+     kAnyNumber,
+     kCountsArguments},
+    {4, Make<BusRecord>, 5, 5, {O, N, N, O}},
+    {5, Make<BusArgsRecord>, 6, 6, {O, N, N, O, O}},
+    {6, Make<PairRecord>, 3, kAnyNumber, {N, N, O}},
+    {7, Make<ListRecord>, 1, 5, {O}, 4},
+    {8, Make<BusRecord>, 5, 5, {O, N, N, O}},
+    {9, Make<BusArgsRecord>, 6, 6, {O, N, N, O, O}},
+    {10, Make<CellRecord>, 3, 3, {Role::kTable, O}},
+    {11, Make<BusArgsRecord>, 6, 6, {O, N, N, O, O}, kAnyNumber, false, kOnlySmbus},
+    {12, Make<BusRecord>, 5, 5, {O, N, N, O}, kAnyNumber, false, kOnlySmbus},
+    {101, Make<TextRecord>, 2, 2, {O}},
+    {102, Make<PairRecord>, 3, kAnyNumber, {O, Role::kAction, O}, kAnyNumber, kCountsArguments},
+    {103, Make<TextRecord>, 2, 2, {O}},
+    {104, Make<TextRecord>, 2, 2, {Role::kLocalValue}},
+};
+
+const ValueType kNoRecord = {kAnyNumber, Make<std::monostate>, 1, kAnyNumber, {}};
+
+}  // namespace
+
+const ValueType& FindValueType(std::uint32_t code) {
+  for (const ValueType& type : kValueTypes) {
+    if (type.code == code) return type;
+  }
+  return kNoRecord;
+}

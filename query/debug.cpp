@@ -1,0 +1,111 @@
+// The queries on a loaded debug meta file.
+#include "ruxcomp/debug.h"
+
+#include <cstring>
+
+#include "checker/number.h"
+#include "debugmeta/meta_d_file.h"
+#include "frontend/lookup.h"
+#include "query/value_text.h"
+#include "ruxcomp/data.h"
+
+extern "C" {
+std::uint32_t g_dwLastErrorD = 0;
+}
+
+namespace {
+
+// Stores the code and passes the result through. Some answers keep their code in the compiled
+// side's word; hosts look for it there.
+template <class Value>
+Value ResultD(RuxLastError code, Value value) {
+  g_dwLastErrorD = code;
+  return value;
+}
+template <class Value>
+Value CrossedResult(RuxLastError code, Value value) {
+  g_dwLastError = code;
+  return value;
+}
+
+CRUXSection* Section(GDSECTION handle) { return static_cast<CRUXSection*>(handle); }
+CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
+
+// The text of the section's first entry of that identifier; null, with its code, when there is
+// none.
+const std::string* EntryText(GDSECTION section, std::uint32_t id) {
+  constexpr const std::string* kNone = nullptr;
+  if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
+  const CRUXEntry* entry = FindEntry(Section(section), id);
+  if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, kNone);
+  const std::string* text = entry->m_RuxEntryData.Get<std::string>();
+  return ResultD(text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE, text);
+}
+
+const char* CharactersOf(const std::string* text) { return text ? text->c_str() : nullptr; }
+
+}  // namespace
+
+void gdSetLastError(std::uint32_t code) { g_dwLastErrorD = code; }
+
+std::uint32_t gdGetLastError() { return g_dwLastErrorD; }
+
+std::uint32_t gdInit(const std::string& path, tagMETAFILEINFO* info) {
+  return ReadMetaD(path, info) ? CrossedResult(RUX_ERROR_OK, 1u) : 0;
+}
+
+std::uint32_t gdUnInit() {
+  CRUXSection::Destory();
+  return 1;
+}
+
+GDSECTION gdGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
+  constexpr GDSECTION kNone = nullptr;
+  const auto* head = FindSectHead(kSectionMark | (section & kKindMask));
+  if (!head) return ResultD(RUX_ERROR_NO_SECTION, kNone);
+  if (ordinal >= head->size()) return CrossedResult(RUX_ERROR_OUT_OF_RANGE, kNone);
+  return ResultD(RUX_ERROR_OK, GDSECTION{(*head)[ordinal]});
+}
+
+const char* gdGetSectName(GDSECTION section) {
+  return CharactersOf(EntryText(section, ENTRY_NAME));
+}
+
+const char* gdGetSectPName(GDSECTION section) {
+  return CharactersOf(EntryText(section, ENTRY_PARENT));
+}
+
+std::uint32_t gdGetSectID(GDSECTION section) {
+  std::uint32_t number = 0;
+  const std::string* text = EntryText(section, ENTRY_ID);
+  if (!text) return 0xFFFFFFFF;
+  if (!StringToLong(*text, number)) return ResultD(RUX_ERROR_NO_VALUE, 0xFFFFFFFF);
+  return number;
+}
+
+GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
+  constexpr GDENTRY kNone = nullptr;
+  if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
+  std::uint32_t count = 0;
+  for (const auto& entry : Section(section)->entries) {
+    if (!entry->m_RuxEntryData.HasData()) continue;
+    if (count++ == ordinal) return ResultD(RUX_ERROR_OK, GDENTRY{entry.get()});
+  }
+  return CrossedResult(count == 0 ? RUX_ERROR_NO_ENTRY : RUX_ERROR_OUT_OF_RANGE, kNone);
+}
+
+const char* gdGetEntryName(GDENTRY entry) {
+  constexpr const char* kNone = nullptr;
+  if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, kNone);
+  return ResultD(RUX_ERROR_OK, Entry(entry)->name.c_str());
+}
+
+std::uint32_t gdGetValue(GDENTRY entry, char* text) {
+  if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, 0u);
+  const CRuxEntryData& data = Entry(entry)->m_RuxEntryData;
+  const std::string value = ValueText(data);
+  if (!text) return ResultD(RUX_ERROR_OK, static_cast<std::uint32_t>(value.size() + 1));
+  // An entry without payload leaves the buffer as it is.
+  if (data.HasData()) std::memcpy(text, value.c_str(), value.size() + 1);
+  return ResultD(RUX_ERROR_OK, 1u);
+}

@@ -1,0 +1,64 @@
+// The entries of a section and the cells of a table.
+#include <algorithm>
+#include <cstring>
+
+#include "backend/symbol_tables.h"
+#include "query/last_error.h"
+#include "ruxcomp/query.h"
+
+namespace {
+
+constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
+constexpr GCENTRY kNoEntry = nullptr;
+
+tagGCSECT* Section(GCSECTION handle) { return static_cast<tagGCSECT*>(handle); }
+
+// Found: stores the identifier for the caller who asked for it.
+GCENTRY Found(tagGCENTRY& entry, std::uint32_t* identifier) {
+  if (identifier) *identifier = entry.identifier;
+  return Result(RUX_ERROR_OK, GCENTRY{&entry});
+}
+
+}  // namespace
+
+std::uint32_t gcGetEntryCount(GCSECTION section) {
+  if (!section) return Result(RUX_ERROR_NO_SECTION, kNoNumber);
+  return Result(RUX_ERROR_OK, static_cast<std::uint32_t>(Section(section)->entries.size()));
+}
+
+GCENTRY gcGetEntryByType(GCSECTION section, std::uint32_t identifier) {
+  if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
+  for (tagGCENTRY& entry : Section(section)->entries) {
+    if (entry.identifier == identifier) return Found(entry, nullptr);
+  }
+  return Result(RUX_ERROR_NO_ENTRY, kNoEntry);
+}
+
+GCENTRY gcGetEntryByIndex(GCSECTION section, std::uint32_t ordinal, std::uint32_t* identifier) {
+  if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
+  std::vector<tagGCENTRY>& entries = Section(section)->entries;
+  // An empty section, too, answers with the range code: hosts know it so.
+  if (ordinal >= entries.size()) return Result(RUX_ERROR_OUT_OF_RANGE, kNoEntry);
+  return Found(entries[ordinal], identifier);
+}
+
+GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* identifier) {
+  if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
+  std::vector<tagGCENTRY>& entries = Section(section)->entries;
+  if (entries.empty()) return Result(RUX_ERROR_NO_ENTRY, kNoEntry);
+  for (tagGCENTRY& entry : entries) {
+    const tagTBLDATA data = GetTblData(entry.identifier);
+    if (data.kind != RUX_DATA_STRING || std::strcmp(data.data.string, name ? name : "") != 0)
+      continue;
+    return Found(entry, identifier);
+  }
+  return Result(RUX_ERROR_NAME_NOT_FOUND, kNoEntry);
+}
+
+std::uint32_t gcGetTableData(std::uint32_t ordinal, std::uint8_t* cells) {
+  constexpr std::size_t kCells = 256;
+  const std::size_t start = ordinal * kCells;
+  if (g_tblTableData.size() < start + kCells) return Result(RUX_ERROR_OUT_OF_RANGE, 0u);
+  std::copy_n(g_tblTableData.begin() + static_cast<std::ptrdiff_t>(start), kCells, cells);
+  return Result(RUX_ERROR_OK, 1u);
+}
