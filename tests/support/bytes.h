@@ -1,0 +1,28 @@
+// Spelling out the bytes that a file must have.
+#ifndef TESTS_SUPPORT_BYTES_H_
+#define TESTS_SUPPORT_BYTES_H_
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+
+// Expected bytes, put together piece by piece.
+class ByteString {
+ public:
+  ByteString& Words(std::initializer_list<std::uint32_t> words);  // little-endian
+  ByteString& Text(const std::string& text);                      // as it stands
+  ByteString& Terminated(const std::string& text);                // with a zero byte
+  ByteString& Zeros(std::size_t count);
+  ByteString& ZerosUpTo(std::size_t offset);
+
+  std::size_t size() const { return bytes_.size(); }
+  const std::string& str() const { return bytes_; }
+
+ private:
+  std::string bytes_;
+};
+
+// Bytes as a hex dump, 16 a line with their offsets, so that a difference can be read.
+std::string HexDump(const std::string& bytes);
+
+#endif  // TESTS_SUPPORT_BYTES_H_

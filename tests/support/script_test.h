@@ -1,0 +1,46 @@
+// A fixture for tests that compile scripts: a folder of their own and verbs of a compile run.
+#ifndef TESTS_SUPPORT_SCRIPT_TEST_H_
+#define TESTS_SUPPORT_SCRIPT_TEST_H_
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ruxcomp/ruxcomp.h"
+
+using Lines = std::vector<std::string>;
+
+class ScriptTest : public ::testing::Test {
+ protected:
+  void SetUp() override;     // makes the folder; drops the messages of loading
+  void TearDown() override;  // ends the compile run and removes the folder
+
+  // The folder of the test, without a separator at its end.
+  const std::string& folder() const { return folder_; }
+
+  // A path in that folder, for opening; and the same with a backslash before the name, as hosts
+  // hand it to gccCompStart so that messages show the name alone.
+  std::string Path(const std::string& name) const;
+  std::string ScriptPath(const std::string& name) const;
+
+  // Writes a file into that folder, sub-folders of the name included.
+  void Write(const std::string& name, const std::string& content);
+  std::string ReadAll(const std::string& name) const;
+
+  // Opens and reads the script "board.rux" with that text; returns the messages.
+  Lines Parse(const std::string& text);
+
+  // Parse, then gccCheck, whose answer must be `valid`; returns the messages of gccCheck alone.
+  Lines Check(const std::string& text, std::uint32_t valid);
+
+  // Parse, gccCheck (must be clean), gccOutput to "board.meta"; returns the bytes of the file with
+  // the four of the creation time set to zero.
+  std::string Compile(const std::string& text);
+
+ private:
+  std::string folder_;
+};
+
+#endif  // TESTS_SUPPORT_SCRIPT_TEST_H_
