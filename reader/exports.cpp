@@ -1,0 +1,112 @@
+#include "reader/exports.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <new>
+#include <string_view>
+
+#include "reader/messages.h"
+#include "reader/script_file.h"
+
+using reader::Item;
+using reader::Script;
+using reader::ScriptFile;
+using reader::Section;
+
+namespace {
+
+// A text and the buffer that a caller has for it.
+struct Delivery {
+  std::string_view text;
+  char* buffer;
+  std::uint32_t* size;
+};
+
+// The two-call protocol, for any number of texts. The line comes with the texts.
+std::uint32_t Deliver(std::initializer_list<Delivery> deliveries, std::uint32_t line,
+                      std::uint32_t* line_out) {
+  bool asks_sizes = true;
+  bool fits = true;
+  for (const Delivery& delivery : deliveries) {
+    if (delivery.size == nullptr) return 0;
+    const auto needed = static_cast<std::uint32_t>(delivery.text.size() + 1);
+    asks_sizes &= delivery.buffer == nullptr;
+    fits &= delivery.buffer != nullptr && *delivery.size >= needed;
+    *delivery.size = needed;
+  }
+  if (!fits) return asks_sizes;
+  for (const Delivery& delivery : deliveries) {
+    *std::copy(delivery.text.begin(), delivery.text.end(), delivery.buffer) = '\0';
+  }
+  if (line_out != nullptr) *line_out = line;
+  return 1;
+}
+
+// The scanned script behind a file handle; null for a null handle and before RSParse.
+const Script* ScriptOf(void* file) {
+  return file == nullptr ? nullptr : static_cast<ScriptFile*>(file)->script();
+}
+
+// Section handles are opaque to callers and only ever read again.
+void* HandleOf(const Section& section) { return const_cast<Section*>(&section); }
+
+}  // namespace
+
+void* RSOpenFile(const std::string& path) {
+  try {
+    return ScriptFile::Open(path).release();
+  } catch (const std::bad_alloc&) {
+    reader::Report(path, reader::kOutOfMemory, 1);
+    return nullptr;
+  }
+}
+
+std::uint32_t RSParse(void* file) {
+  if (file == nullptr) return 0;
+  auto* script_file = static_cast<ScriptFile*>(file);
+  try {
+    script_file->Parse();
+    return 1;
+  } catch (const std::bad_alloc&) {
+    reader::Report(script_file->path(), reader::kOutOfMemory, 1);
+    return 0;
+  }
+}
+
+void* RSEnumSection(void* file, std::uint32_t index, std::uint32_t /*reserved*/) {
+  const Script* script = ScriptOf(file);
+  if (script == nullptr || index >= script->sections().size()) return nullptr;
+  return HandleOf(script->sections()[index]);
+}
+
+std::uint32_t RSGetSectInfo(void* section, char* name, std::uint32_t* name_size,
+                            std::uint32_t* line) {
+  if (section == nullptr) return 0;
+  const auto& info = *static_cast<const Section*>(section);
+  return Deliver({{info.name, name, name_size}}, info.line, line);
+}
+
+std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key, std::uint32_t* key_size,
+                         char* value, std::uint32_t* value_size, std::uint32_t* line) {
+  if (section == nullptr) return 0;
+  const auto& info = *static_cast<const Section*>(section);
+  if (index >= info.item_count) return 0;
+  const Item& item = info.items[index];
+  return Deliver({{item.key, key, key_size}, {item.value, value, value_size}}, item.line, line);
+}
+
+void* RSFindSEction(void* file, const std::string& name, std::uint32_t /*reserved*/) {
+  const Script* script = ScriptOf(file);
+  if (script == nullptr) return nullptr;
+  const auto& sections = script->sections();
+  const auto found = std::find_if(sections.begin(), sections.end(),
+                                  [&](const Section& section) { return section.name == name; });
+  return found == sections.end() ? nullptr : HandleOf(*found);
+}
+
+std::uint32_t RSCloseFile(void** file) {
+  if (file == nullptr || *file == nullptr) return 0;
+  delete static_cast<ScriptFile*>(*file);
+  *file = nullptr;
+  return 1;
+}
