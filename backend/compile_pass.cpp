@@ -41,9 +41,8 @@ std::uint32_t Compile() {
 }
 
 tagGCSECT* CreateGCSect(std::uint32_t sectionId) {
-  constexpr std::uint32_t kCompiledMark = 0x01000000;
   if (sectionId < SECTION_MORVRUX || sectionId > SECTION_REPEATER) return nullptr;
-  return new tagGCSECT{kCompiledMark + (sectionId & kKindMask), {}};
+  return new tagGCSECT{RUX_SECT_MORVRUX + (sectionId - SECTION_MORVRUX), {}};
 }
 
 std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
@@ -68,8 +67,8 @@ std::uint32_t GetValueVal(const std::string& text) {
   std::uint32_t number = 0;
   if (NumberOrWord(text, number)) return InsertTbl(g_tblDword, g_idxDword, number, 1);
   if (text == "VALUE") return g_tblValue[""];
-  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(6)];
-  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(2)];
+  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
+  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];
   if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
     return RUX_CLASS_Small + number;
   return 0xFFFFFFFF;

@@ -1,7 +1,6 @@
 #include "backend/file_reader.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "backend/words.h"
 
@@ -9,11 +8,12 @@ namespace {
 constexpr std::size_t kBufferSize = 64 * 1024;
 }
 
-FileReader::FileReader(const std::string& path) : buffer_(kBufferSize) {
-  opened_ = file_.open(path, std::ios::in | std::ios::binary) != nullptr;
+FileReader::FileReader(const std::string& path)
+    : file_(path, std::ios::binary), opened_(file_.is_open()), buffer_(kBufferSize) {
   if (!opened_) return;
   // Pipes, folders and devices have no usable size and read as empty.
-  const std::streamoff size = file_.pubseekoff(0, std::ios::end);
+  file_.seekg(0, std::ios::end);
+  const std::streamoff size = file_.tellg();
   constexpr std::streamoff kLargest = std::streamoff{1} << 40;
   if (size > 0 && size < kLargest) size_ = static_cast<std::size_t>(size);
 }
@@ -22,33 +22,37 @@ void FileReader::Seek(std::size_t offset) { position_ = offset; }
 
 std::size_t FileReader::Remaining() const { return size_ - std::min(position_, size_); }
 
+// A file that shrank or fails to be read ends where it does so.
 bool FileReader::Fill() {
-  if (file_.pubseekpos(static_cast<std::streamoff>(position_)) < 0) return false;
-  const std::size_t wanted = std::min(kBufferSize, Remaining());
-  const std::streamsize got = file_.sgetn(buffer_.data(), static_cast<std::streamsize>(wanted));
+  file_.clear();
+  file_.seekg(static_cast<std::streamoff>(position_));
+  file_.read(buffer_.data(), static_cast<std::streamsize>(std::min(kBufferSize, Remaining())));
   bufferStart_ = position_;
-  bufferEnd_ = position_ + static_cast<std::size_t>(std::max<std::streamsize>(got, 0));
+  bufferEnd_ = position_ + static_cast<std::size_t>(file_.gcount());
   return bufferEnd_ > position_;
 }
 
-bool FileReader::Bytes(void* to, std::size_t size) {
-  if (size > Remaining()) return false;
-  for (auto* out = static_cast<char*>(to); size > 0;) {
-    if ((position_ < bufferStart_ || position_ >= bufferEnd_) && !Fill()) return false;
-    const std::size_t step = std::min(size, bufferEnd_ - position_);
-    std::memcpy(out, buffer_.data() + (position_ - bufferStart_), step);
-    out += step;
+std::size_t FileReader::Read(char* to, std::size_t size) {
+  std::size_t read = 0;
+  while (read < size) {
+    if ((position_ < bufferStart_ || position_ >= bufferEnd_) && !Fill()) break;
+    const std::size_t step = std::min(size - read, bufferEnd_ - position_);
+    std::copy_n(buffer_.data() + (position_ - bufferStart_), step, to + read);
+    read += step;
     position_ += step;
-    size -= step;
   }
-  return true;
+  return read;
+}
+
+bool FileReader::Bytes(void* to, std::size_t size) {
+  return size <= Remaining() && Read(static_cast<char*>(to), size) == size;
 }
 
 void FileReader::PaddedBytes(void* to, std::size_t size) {
-  const std::size_t there = std::min(size, Remaining());
-  Bytes(to, there);
-  std::memset(static_cast<char*>(to) + there, 0, size - there);
-  position_ += size - there;
+  auto* out = static_cast<char*>(to);
+  const std::size_t read = Read(out, std::min(size, Remaining()));
+  std::fill(out + read, out + size, '\0');
+  position_ += size - read;
 }
 
 bool FileReader::Word(std::uint32_t& word) {

@@ -31,8 +31,9 @@ class FileReader {
 
  private:
   bool Fill();
+  std::size_t Read(char* to, std::size_t size);  // how much of it could be read
 
-  std::filebuf file_;
+  std::ifstream file_;
   bool opened_ = false;
   std::size_t size_ = 0;  // of the file
   std::vector<char> buffer_;

@@ -10,11 +10,10 @@ namespace {
 // A new key gets the next index.
 constexpr std::uint32_t kStep = 1;
 
-// The entries whose keys, less a prefix, go into a table.
+// The entries whose keys, less their prefix, go into a table.
 struct KeySource {
   SectionId section;
   EntryId entry;
-  std::size_t prefix;
 };
 
 // Calls use(entry) for every entry of that identifier in every section of that kind, in order.
@@ -31,7 +30,7 @@ template <std::size_t Count>
 void InternKeys(const KeySource (&sources)[Count], StringTable& table, std::uint32_t& counter) {
   for (const KeySource& source : sources) {
     ForEachEntry(source.section, source.entry, [&](const CRUXEntry& entry) {
-      InsertTbl(table, counter, entry.name.substr(source.prefix), kStep);
+      InsertTbl(table, counter, entry.name.substr(PrefixOf(source.entry)), kStep);
     });
   }
 }
@@ -45,17 +44,17 @@ void InternNames(SectionId kind, StringTable& table, std::uint32_t& counter) {
 }
 
 std::uint32_t InitPropertyD() {
-  static constexpr KeySource kSources[] = {{SECTION_PROPERTY, ENTRY_PROPERTY, 0},
-                                           {SECTION_SENSOR, ENTRY_P, 2},
-                                           {SECTION_DEVICE, ENTRY_P, 2},
-                                           {SECTION_SYSTEM, ENTRY_P, 2}};
+  static constexpr KeySource kSources[] = {{SECTION_PROPERTY, ENTRY_PROPERTY},
+                                           {SECTION_SENSOR, ENTRY_P},
+                                           {SECTION_DEVICE, ENTRY_P},
+                                           {SECTION_SYSTEM, ENTRY_P}};
   InternKeys(kSources, g_tblProperty, g_idxProperty);
   return 1;
 }
 
 std::uint32_t InitGlobalD() {
   if (!FindSectHead(SECTION_GLOBAL)) return 0;
-  static constexpr KeySource kSources[] = {{SECTION_GLOBAL, ENTRY_G, 2}};
+  static constexpr KeySource kSources[] = {{SECTION_GLOBAL, ENTRY_G}};
   InternKeys(kSources, g_tblGlobal, g_idxGlobal);
   return 1;
 }
@@ -64,15 +63,15 @@ std::uint32_t InitValueD() {
   for (const char* fixed : {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT"}) {
     InsertTbl(g_tblValue, g_idxValue, fixed, kStep);
   }
-  static constexpr KeySource kSources[] = {{SECTION_SENSOR, ENTRY_VALUE_OF_SENSOR, 6},
-                                           {SECTION_DEVICE, ENTRY_VALUE_OF_SENSOR, 6},
-                                           {SECTION_ACTION, ENTRY_VALUE_OF_ACTION, 6}};
+  static constexpr KeySource kSources[] = {{SECTION_SENSOR, ENTRY_VALUE_OF_SENSOR},
+                                           {SECTION_DEVICE, ENTRY_VALUE_OF_SENSOR},
+                                           {SECTION_ACTION, ENTRY_VALUE_OF_ACTION}};
   InternKeys(kSources, g_tblValue, g_idxValue);
   return 1;
 }
 
 std::uint32_t InitRepeaterD() {
-  static constexpr KeySource kSources[] = {{SECTION_REPEATER, ENTRY_REPEATER, 0}};
+  static constexpr KeySource kSources[] = {{SECTION_REPEATER, ENTRY_REPEATER}};
   InternKeys(kSources, g_tblRepeater, g_idxRepeater);
   return 1;
 }
@@ -88,7 +87,7 @@ std::uint32_t InitActionD() {
   return 1;
 }
 
-using Cells = std::array<std::uint8_t, 256>;
+using Cells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 
 // Sets the cells of one table row: "low.high = value" or "cell = value".
 void ApplyRow(const CRUXEntry& row, Cells& cells) {

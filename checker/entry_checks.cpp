@@ -7,6 +7,7 @@
 #include "frontend/predefine.h"
 #include "frontend/report.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ bool IsCellRange(const std::string& name) {
   std::uint32_t high = 0;
   if (!StringToLong(name.substr(0, dot), low)) return false;
   if (!StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high)) return false;
-  return low < 256 && high <= 255 && low <= high;
+  return high < RUX_TABLE_CELLS && low <= high;
 }
 
 // What a free name must look like behind its prefix.
@@ -77,7 +78,8 @@ bool CRUXEntry::PassesCommonStart(const CRUXSection& section, PayloadType type,
   }
   answer = 0;
   if (!ChkEntryName(section)) return false;
-  if (PayloadOf(identifier) == type) return true;
+  // A restored entry may hold a payload of another type than its own.
+  if (PayloadOf(identifier) == type && PayloadOf(m_RuxEntryData.GetType()) == type) return true;
   ReportEntry<msg::kEntryTypeInvalid>(*this, section);
   return false;
 }

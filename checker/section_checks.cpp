@@ -148,7 +148,7 @@ std::uint32_t CheckAll(Check check) {
 
 }  // namespace
 
-std::uint32_t CRUXSection::IsValid(unsigned int) const {
+std::uint32_t CRUXSection::IsValid(unsigned int) {
   const char* keyword = nullptr;
   for (std::uint32_t row = 0; row < g_dwNTMSect && !keyword; ++row) {
     if (g_NTMapSect[row].identifier == identifier) keyword = g_NTMapSect[row].keyword;
@@ -162,19 +162,19 @@ std::uint32_t CRUXSection::IsValid(unsigned int) const {
     return 0;
   }
   std::uint32_t ok = 1;
-  for (const auto& entry : entries) ok &= entry->IsValid(*this, 0);
+  for (const auto& entry : entries) ok &= entry->IsValid(*this, kWholeModel);
   return ok;
 }
 
-std::uint32_t CRUXSection::IsValidEx(unsigned int) const {
+std::uint32_t CRUXSection::IsValidEx(unsigned int) {
   if (identifier == SECTION_INCLUDE) return 1;
   std::uint32_t ok = RuleFor(identifier)(*this, SectionsOf(identifier));
   ok &= EntriesAreUnique(*this);
-  for (const auto& entry : entries) ok &= entry->IsValidEx(*this, 0);
+  for (const auto& entry : entries) ok &= entry->IsValidEx(*this, kWholeModel);
   return ok;
 }
 
 std::uint32_t gccCheck() {
-  if (!CheckAll([](CRUXSection& section) { return section.IsValid(0); })) return 0;
-  return CheckAll([](CRUXSection& section) { return section.IsValidEx(0); });
+  if (!CheckAll([](CRUXSection& section) { return section.IsValid(kWholeModel); })) return 0;
+  return CheckAll([](CRUXSection& section) { return section.IsValidEx(kWholeModel); });
 }

@@ -12,34 +12,21 @@
 
 namespace {
 
-// How many sub-strings a value needs and may have, its type's included.
-struct ItemCount {
-  std::uint32_t least;
-  std::uint32_t most;
-};
-
-ItemCount CountFor(const ValueType& type, const TextList& items) {
-  constexpr std::uint32_t kForComparison = 6;
-  if (type.code == kCalculation && items.size() > 1 && GetOperator(items[1]) >= kFirstComparison) {
-    return {kForComparison, kForComparison};
-  }
-  return {type.least, type.most};
-}
-
-// Fills a record from the sub-strings behind the type. A list takes all that is left, up to the
-// type's limit; a text stays empty where the value may not have so many sub-strings.
+// Fills a record from the sub-strings behind the type, up to the most that the type may have; a
+// list goes on with the surplus where the type keeps it.
 struct Filler {
+  const ValueType& type;
   const TextList& items;
-  std::size_t most;
-  std::size_t listLimit;
   std::size_t next = 1;
 
   void operator()(std::string& text) {
-    if (next < std::min(items.size(), most)) text = items[next];
+    if (next < std::min<std::size_t>(items.size(), type.most)) text = items[next];
     ++next;
   }
   void operator()(TextList& list) {
-    for (; next < items.size() && list.size() < listLimit; ++next) list.push_back(items[next]);
+    const std::size_t end =
+        type.keepsSurplus ? items.size() : std::min<std::size_t>(items.size(), type.most);
+    for (; next < end; ++next) list.push_back(items[next]);
   }
 };
 
@@ -51,11 +38,89 @@ struct BusFields {
 // Calls use(fields) when the record describes an access to a bus.
 template <class Use>
 void WithBusFields(const ValueRecord& record, Use use) {
-  if (const auto* bus = std::get_if<BusRecord>(&record))
-    use(BusFields{bus->BusType, bus->BaseAddress});
-  if (const auto* bus = std::get_if<BusArgsRecord>(&record)) {
-    use(BusFields{bus->BusType, bus->BaseAddress});
+  const auto visit = [&](const auto& bus) { use(BusFields{bus.BusType, bus.BaseAddress}); };
+  if (const auto* bus = std::get_if<BusRecord>(&record)) visit(*bus);
+  if (const auto* bus = std::get_if<BusArgsRecord>(&record)) visit(*bus);
+}
+
+// The second pass over one value.
+struct ReferenceCheck {
+  CGEVALUE& entry;
+  const CRUXSection& section;
+  const ValueType& type;
+
+  std::uint32_t Run(const CGeValue& value) const;
+  void ReportSmbus(const CGeValue& value) const;
+  std::uint32_t CheckText(Role role, const std::string& text, std::uint32_t index) const;
+  std::uint32_t CheckList(const ValueField& field) const;
+  std::uint32_t CheckArgumentCount(const std::vector<ValueField>& fields) const;
+};
+
+std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
+  if (type.onlySmbus) ReportSmbus(value);
+  const std::vector<ValueField> fields = FieldsOf(value);
+  std::uint32_t ok = 1;
+  // References first, then plain numbers, then the elements of a list: the order of the messages.
+  for (const ValueField& field : fields) {
+    if (field.text && field.role != Role::kNumber) ok &= CheckText(field.role, *field.text, 0);
   }
+  for (const ValueField& field : fields) {
+    if (field.text && field.role == Role::kNumber) ok &= CheckText(field.role, *field.text, 0);
+  }
+  for (const ValueField& field : fields) {
+    if (field.list) ok &= CheckList(field);
+  }
+  if (type.countsArguments) ok &= CheckArgumentCount(fields);
+  return ok;
+}
+
+// Told, but not counted as errors: the field checks that follow decide.
+void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
+  WithBusFields(value.record(), [&](const BusFields& bus) {
+    if (bus.baseAddress != "0x00") ReportAt<msg::kSmbusAddress>(entry);
+    if (bus.type != "BUSTYPE_SMBUS") ReportAt<msg::kSmbusType>(entry);
+  });
+}
+
+std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text,
+                                        std::uint32_t index) const {
+  switch (role) {
+    case Role::kOperand:
+      return entry.IsValidSubValue(text, section, index);
+    case Role::kNumber:
+      return entry.ChkDigital(text, section);
+    case Role::kLocalValue:
+      return entry.ChkValueName(text, section);
+    case Role::kAction:
+      return entry.ChkActionName(text, section);
+    case Role::kTable:
+      return entry.ChkTableName(text, section);
+    case Role::kOperator:  // the first pass has checked it
+    case Role::kNone:
+      break;
+  }
+  return 1;
+}
+
+std::uint32_t ReferenceCheck::CheckList(const ValueField& field) const {
+  std::uint32_t index = 0;
+  // Outside of an action a call may name as many arguments as it passes on.
+  if (type.code == kActionCall && section.name != "ACTION") {
+    index = static_cast<std::uint32_t>(
+        std::count_if(field.list->begin(), field.list->end(),
+                      [](const std::string& text) { return HasPrefix(text, "ARG"); }));
+  }
+  std::uint32_t ok = 1;
+  for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index);
+  return ok;
+}
+
+std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& fields) const {
+  const auto action = std::find_if(fields.begin(), fields.end(), [](const ValueField& field) {
+    return field.role == Role::kAction;
+  });
+  const auto count = static_cast<std::uint32_t>(fields.back().list->size());
+  return entry.ChkActionParamNum(*action->text, count, section);
 }
 
 }  // namespace
@@ -77,20 +142,20 @@ std::uint32_t CGEVALUE::IsValid(const CRUXSection& section, unsigned int pass) {
   CGeValue& value = *m_RuxEntryData.Get<CGeValue>();
   value.Create(code, typeName);
 
-  const ValueType& type = FindValueType(code);
-  const ItemCount count = CountFor(type, listItems);
-  if (listItems.size() < count.least) {
+  const ValueType& type = TypeFor(code, listItems.size() > 1 ? listItems[1] : std::string());
+  if (listItems.size() < type.least) {
     ReportEntry<msg::kNotEnoughForType>(*this, section, typeName);
     return 0;
   }
-  if (listItems.size() > count.most) ReportEntry<msg::kTooMuchForType>(*this, section, typeName);
+  if (listItems.size() > type.most) ReportEntry<msg::kTooMuchForType>(*this, section, typeName);
 
-  answer = FillRecord(value, count.most, section);
+  answer = FillRecord(value, type, section);
   DropItems(pass);
   return answer;
 }
 
-std::uint32_t CGEVALUE::FillRecord(CGeValue& value, std::size_t most, const CRUXSection& section) {
+std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type,
+                                   const CRUXSection& section) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
     calculation->Operator = listItems[1];
     if (!GetOperator(calculation->Operator)) {
@@ -98,8 +163,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, std::size_t most, const CRUX
       return 0;
     }
   }
-  VisitValueFields(value.record(),
-                   Filler{listItems, most, FindValueType(value.GetType()).listLimit});
+  VisitValueFields(value.record(), Filler{type, listItems});
 
   std::uint32_t ok = 1;
   WithBusFields(value.record(), [&](const BusFields& bus) {
@@ -116,72 +180,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, std::size_t most, const CRUX
 std::uint32_t CGEVALUE::IsValidEx(const CRUXSection& section, unsigned int) {
   const CGeValue* value = m_RuxEntryData.Get<CGeValue>();
   if (!value) return 1;
-  const ValueType& type = FindValueType(value->GetType());
-  if (type.onlySmbus) ReportSmbus(*value);
-  const std::vector<ValueField> fields = FieldsOf(*value);
-
-  // References first, then plain numbers, then the elements of a list: the order of the messages.
-  std::uint32_t ok = 1;
-  for (const ValueField& field : fields) {
-    if (field.text && field.role != Role::kNumber)
-      ok &= ChkField(field.role, *field.text, section, 0);
-  }
-  for (const ValueField& field : fields) {
-    if (field.text && field.role == Role::kNumber) ok &= ChkDigital(*field.text, section);
-  }
-  for (const ValueField& field : fields) {
-    if (field.list) ok &= ChkList(type, field, section);
-  }
-  if (type.countsArguments) {
-    const auto action = std::find_if(fields.begin(), fields.end(), [](const ValueField& field) {
-      return field.role == Role::kAction;
-    });
-    const auto count = static_cast<std::uint32_t>(fields.back().list->size());
-    ok &= ChkActionParamNum(*action->text, count, section);
-  }
-  return ok;
-}
-
-// Told, but not counted as errors: the field checks that follow decide.
-void CGEVALUE::ReportSmbus(const CGeValue& value) {
-  WithBusFields(value.record(), [&](const BusFields& bus) {
-    if (bus.baseAddress != "0x00") ReportAt<msg::kSmbusAddress>(*this);
-    if (bus.type != "BUSTYPE_SMBUS") ReportAt<msg::kSmbusType>(*this);
-  });
-}
-
-std::uint32_t CGEVALUE::ChkField(Role role, const std::string& text, const CRUXSection& section,
-                                 std::uint32_t index) {
-  switch (role) {
-    case Role::kOperand:
-      return IsValidSubValue(text, section, index);
-    case Role::kNumber:
-      return ChkDigital(text, section);
-    case Role::kLocalValue:
-      return ChkValueName(text, section);
-    case Role::kAction:
-      return ChkActionName(text, section);
-    case Role::kTable:
-      return ChkTableName(text, section);
-    case Role::kOperator:  // the first pass has checked it
-    case Role::kNone:
-      break;
-  }
-  return 1;
-}
-
-std::uint32_t CGEVALUE::ChkList(const ValueType& type, const ValueField& field,
-                                const CRUXSection& section) {
-  std::uint32_t index = 0;
-  // Outside of an action a call may name as many arguments as it passes on.
-  if (type.code == kActionCall && section.name != "ACTION") {
-    index = static_cast<std::uint32_t>(
-        std::count_if(field.list->begin(), field.list->end(),
-                      [](const std::string& text) { return HasPrefix(text, "ARG"); }));
-  }
-  std::uint32_t ok = 1;
-  for (const std::string& text : *field.list) ok &= ChkField(field.role, text, section, index);
-  return ok;
+  return ReferenceCheck{*this, section, FindValueType(value->GetType())}.Run(*value);
 }
 
 std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CRUXSection& section,

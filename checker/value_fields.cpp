@@ -15,13 +15,18 @@ struct Collector {
 
 }  // namespace
 
+const ValueType& TypeFor(std::uint32_t code, const std::string& operatorText) {
+  const bool compares = code == kCalculation && GetOperator(operatorText) >= kFirstComparison;
+  return compares ? kComparison : FindValueType(code);
+}
+
 std::vector<ValueField> FieldsOf(const CGeValue& value) {
-  constexpr std::size_t kOperatorAndTwoOperands = 3;
   std::vector<ValueField> fields;
   fields.reserve(kMaxFields);
   VisitValueFields(value.record(), Collector{FindValueType(value.GetType()), fields});
-  if (value.GetType() == kCalculation && GetOperator(*fields.front().text) < kFirstComparison) {
-    fields.resize(kOperatorAndTwoOperands);
+  if (const auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
+    // The type's own sub-string is no field.
+    fields.resize(TypeFor(value.GetType(), calculation->Operator).most - 1);
   }
   return fields;
 }

@@ -20,4 +20,7 @@ struct ValueField {
 // unchanged.
 std::vector<ValueField> FieldsOf(const CGeValue& value);
 
+// The type of a value with that code and, for a calculation, that operator.
+const ValueType& TypeFor(std::uint32_t code, const std::string& operatorText);
+
 #endif  // CHECKER_VALUE_FIELDS_H_

@@ -27,29 +27,35 @@ void ByteWriter::operator()(const TextList& list) {
   for (const std::string& text : list) (*this)(text);
 }
 
+RecordView ByteReader::Take(std::size_t count) {
+  const std::size_t start = std::min(position_, in_.there);
+  const std::size_t size = std::min(count, in_.size - position_);
+  position_ += size;
+  return {in_.data + start, std::min(size, in_.there - start), size};
+}
+
 std::uint32_t ByteReader::Word() {
-  if (in_.size() - position_ < 4) RaiseEndOfRecord();
-  const std::uint32_t word = LoadWord(&in_[position_]);
-  position_ += 4;
-  return word;
+  std::uint8_t bytes[4] = {};
+  const RecordView taken = Take(sizeof bytes);
+  if (taken.size < sizeof bytes) RaiseEndOfRecord();
+  std::copy_n(taken.data, taken.there, bytes);
+  return LoadWord(bytes);
 }
 
-template <class Target>
-void ByteReader::Take(std::uint32_t count, Target& target) {
-  const std::size_t there = std::min<std::size_t>(count, in_.size() - position_);
-  const auto from = in_.begin() + static_cast<std::ptrdiff_t>(position_);
-  target.insert(target.end(), from, from + static_cast<std::ptrdiff_t>(there));
-  position_ += there;
-  if (there < count) RaiseEndOfRecord();
+RecordView ByteReader::Nested() {
+  const std::uint32_t count = Word();
+  const RecordView taken = Take(count);
+  if (taken.size < count) RaiseEndOfRecord();
+  return taken;
 }
 
-Bytes ByteReader::Nested() {
-  Bytes record;
-  Take(Word(), record);
-  return record;
+void ByteReader::operator()(std::string& text) {
+  const std::uint32_t count = Word();
+  const RecordView taken = Take(count);
+  text.append(taken.data, taken.data + taken.there);
+  text.append(taken.size - taken.there, '\0');
+  if (taken.size < count) RaiseEndOfRecord();
 }
-
-void ByteReader::operator()(std::string& text) { Take(Word(), text); }
 
 void ByteReader::operator()(TextList& list) {
   for (std::uint32_t count = Word(); count > 0; --count) {

@@ -11,8 +11,23 @@
 #include <string>
 #include <vector>
 
+#include "frontend/value_records.h"
+
 using Bytes = std::vector<std::uint8_t>;
-using TextList = std::vector<std::string>;
+
+// A record to read: the bytes that are there, and zeros behind them up to its size. A file that
+// ends inside a record leaves such a one; its zeros take no memory.
+struct RecordView {
+  RecordView(const Bytes& bytes) : RecordView(bytes, bytes.size()) {}  // NOLINT: a view, as it is
+  RecordView(const Bytes& bytes, std::size_t fullSize)
+      : data(bytes.data()), there(bytes.size()), size(fullSize) {}
+  RecordView(const std::uint8_t* from, std::size_t bytesThere, std::size_t fullSize)
+      : data(from), there(bytesThere), size(fullSize) {}
+
+  const std::uint8_t* data;
+  std::size_t there;
+  std::size_t size;
+};
 
 // Appends fields to a record. Also a visitor for the fields of the records in value_records.h.
 class ByteWriter {
@@ -33,19 +48,18 @@ class ByteWriter {
 // read until then stays in its field.
 class ByteReader {
  public:
-  explicit ByteReader(const Bytes& in) : in_(in) {}
+  explicit ByteReader(const RecordView& in) : in_(in) {}
 
   std::uint32_t Word();
-  Bytes Nested();
+  RecordView Nested();                 // valid as long as the record that is read
   void operator()(std::string& text);  // appends
   void operator()(TextList& list);     // appends
 
  private:
-  // Appends the next `count` bytes to a text or to a record.
-  template <class Target>
-  void Take(std::uint32_t count, Target& target);
+  // The next bytes, as many as there are of `count`; goes behind them.
+  RecordView Take(std::size_t count);
 
-  const Bytes& in_;
+  RecordView in_;
   std::size_t position_ = 0;
 };
 

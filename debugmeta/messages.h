@@ -2,6 +2,9 @@
 #ifndef DEBUGMETA_MESSAGES_H_
 #define DEBUGMETA_MESSAGES_H_
 
+// One line a text, so that a search for what a user quotes finds it.
+// clang-format off
+
 namespace msg {
 
 inline constexpr char kCreateDebugFailed[] = "ERROR: Create debug file %s failed.\n";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "backend/file_reader.h"
@@ -48,8 +49,10 @@ void ReadSections(FileReader& file) {
   for (std::uint32_t kinds = PaddedWord(file); kinds > 0; --kinds) {
     if (file.Remaining() == 0) return;  // kinds without sections
     for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
-      Bytes record(PaddedWord(file));
-      file.PaddedBytes(record.data(), record.size());
+      const std::uint32_t size = PaddedWord(file);
+      Bytes bytes(std::min<std::size_t>(size, file.Remaining()));
+      file.PaddedBytes(bytes.data(), bytes.size());
+      const RecordView record(bytes, size);
       if (CRUXSection* section = MakeSection(RecordId(record))) section->SetBuffer(record);
     }
   }

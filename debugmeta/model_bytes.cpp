@@ -23,7 +23,7 @@ CRUXEntry* FindTemplate(const CRUXSection& section, std::uint32_t id) {
 
 }  // namespace
 
-std::uint32_t RecordId(const Bytes& record) {
+std::uint32_t RecordId(const RecordView& record) {
   ByteReader reader(record);
   reader.Word();  // the length of the object record
   return reader.Word();
@@ -42,7 +42,7 @@ void CRUXObj::GetBuffer(Bytes& out) const {
   incFilesWritten = true;
 }
 
-void CRUXObj::SetBuffer(const Bytes& in) {
+void CRUXObj::SetBuffer(const RecordView& in) {
   ByteReader reader(in);
   identifier = reader.Word();
   notation = reader.Word();
@@ -65,7 +65,7 @@ void CRUXEntry::GetBuffer(Bytes& out) const {
   writer.Nested(record);
 }
 
-void CRUXEntry::SetBuffer(const Bytes& in) {
+void CRUXEntry::SetBuffer(const RecordView& in) {
   ByteReader reader(in);
   CRUXObj::SetBuffer(reader.Nested());
   m_RuxEntryData.SetBuffer(reader.Nested());
@@ -84,11 +84,11 @@ void CRUXSection::GetBuffer(Bytes& out) const {
   }
 }
 
-void CRUXSection::SetBuffer(const Bytes& in) {
+void CRUXSection::SetBuffer(const RecordView& in) {
   ByteReader reader(in);
   CRUXObj::SetBuffer(reader.Nested());
   for (std::uint32_t count = reader.Word(); count > 0; --count) {
-    const Bytes record = reader.Nested();
+    const RecordView record = reader.Nested();
     const std::uint32_t id = RecordId(record);
     if (CRUXEntry* found = FindTemplate(*this, id)) {
       found->SetBuffer(record);

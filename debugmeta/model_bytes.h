@@ -8,6 +8,6 @@
 
 // The identifier of the section or entry that a record stores. Raises the end-of-record error for a
 // record of less than eight bytes.
-std::uint32_t RecordId(const Bytes& record);
+std::uint32_t RecordId(const RecordView& record);
 
 #endif  // DEBUGMETA_MODEL_BYTES_H_

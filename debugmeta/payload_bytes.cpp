@@ -40,7 +40,7 @@ void CRuxEntryData::GetBuffer(Bytes& out) const {
   std::visit(PayloadWriter{writer}, payload_);
 }
 
-void CRuxEntryData::SetBuffer(const Bytes& in) {
+void CRuxEntryData::SetBuffer(const RecordView& in) {
   Destory();
   ByteReader reader(in);
   Create(reader.Word());
@@ -55,7 +55,7 @@ void CGeValue::GetBuffer(Bytes& out) const {
   VisitValueFields(record_, writer);
 }
 
-void CGeValue::SetBuffer(const Bytes& in) {
+void CGeValue::SetBuffer(const RecordView& in) {
   Destory();
   ByteReader reader(in);
   const std::uint32_t type = reader.Word();

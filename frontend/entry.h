@@ -9,9 +9,13 @@
 #include "frontend/obj.h"
 
 class CRUXSection;
-enum class Role : std::uint8_t;
-struct ValueField;
 struct ValueType;
+
+// The `pass` argument of the checks: the check of the whole model drops the raw parts of a text
+// once they are turned into the payload; a check that acts while the script is read leaves them for
+// it.
+inline constexpr unsigned int kWholeModel = 0;
+inline constexpr unsigned int kWhileReading = 255;
 
 class CRUXEntry : public CRUXObj {
  public:
@@ -22,20 +26,19 @@ class CRUXEntry : public CRUXObj {
   void Init(const std::string& file, const std::string& key, const std::string& value,
             std::uint32_t itemLine);
 
-  // First pass: the entry by itself; turns listItems into the payload. With pass 0 the parts are
-  // dropped once they are turned, so run it once; items that act while the script is read pass 255.
-  // Second pass: references to other sections. Both answer 1 (valid) or 0 (problems were reported).
+  // First pass: the entry by itself; turns listItems into the payload. Run it once with
+  // kWholeModel. Second pass: references to other sections. Both answer 1 (valid) or 0 (problems
+  // were reported).
   virtual std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) = 0;
   virtual std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass);
 
   // The entry as a byte record, and back; the parts of its text are not part of it.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
-  void SetBuffer(const std::vector<std::uint8_t>& in);
+  void SetBuffer(const RecordView& in);
 
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
   TextList listItems;            // the comma-separated parts of the text, quotes removed
 
- protected:
   // The checks that the entry classes share (checker/entry_checks.cpp and checker/references.cpp);
   // each reports what it finds and answers 1 or 0.
   std::uint32_t ChkEntryName(const CRUXSection& section);
@@ -48,6 +51,7 @@ class CRUXEntry : public CRUXObj {
   std::uint32_t ChkActionParamNum(const std::string& action, std::uint32_t count,
                                   const CRUXSection& section);
 
+ protected:
   // What every first pass begins with: presence, name, payload type. True when the caller goes on;
   // otherwise `answer` is its result.
   bool PassesCommonStart(const CRUXSection& section, PayloadType type, std::uint32_t& answer);
@@ -58,7 +62,7 @@ class CRUXEntry : public CRUXObj {
 
   // Drops the raw parts at the end of a first pass that turned them.
   void DropItems(unsigned int pass) {
-    if (pass == 0) listItems.clear();
+    if (pass == kWholeModel) listItems.clear();
   }
 };
 
@@ -94,15 +98,15 @@ class CGEVALUE : public CRUXEntry {
   std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
   std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
 
- private:
-  std::uint32_t FillRecord(CGeValue& value, std::size_t most, const CRUXSection& section);
-  void ReportSmbus(const CGeValue& value);
-  std::uint32_t ChkField(Role role, const std::string& text, const CRUXSection& section,
-                         std::uint32_t index);
-  std::uint32_t ChkList(const ValueType& type, const ValueField& field, const CRUXSection& section);
+  // An operand: the name of a value, an argument (up to the number `index`, outside of actions) or
+  // a global; anything else must be a number or a defined word.
   std::uint32_t IsValidSubValue(const std::string& text, const CRUXSection& section,
                                 std::uint32_t index);
   std::uint32_t ChkValueName(const std::string& value, const CRUXSection& section);
+
+ private:
+  // Fills the record of the value from the sub-strings behind the type.
+  std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const CRUXSection& section);
 };
 
 class CGEREPEATER : public CRUXEntry {

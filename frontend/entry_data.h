@@ -10,6 +10,8 @@
 #include "frontend/gevalue.h"
 #include "frontend/value_records.h"
 
+struct RecordView;  // debugmeta/bytes.h
+
 class CRuxEntryData {
  public:
   using Payload =
@@ -47,7 +49,7 @@ class CRuxEntryData {
 
   // The byte record, and back (debugmeta/payload_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
-  void SetBuffer(const std::vector<std::uint8_t>& in);
+  void SetBuffer(const RecordView& in);
 
  private:
   std::uint32_t type_ = 0;

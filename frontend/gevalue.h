@@ -8,6 +8,8 @@
 
 #include "frontend/value_records.h"
 
+struct RecordView;  // debugmeta/bytes.h
+
 class CGeValue {
  public:
   // Empty: type 0, no record, no type string. Copies are independent of their source.
@@ -31,7 +33,7 @@ class CGeValue {
 
   // The byte record, and back (debugmeta/payload_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
-  void SetBuffer(const std::vector<std::uint8_t>& in);
+  void SetBuffer(const RecordView& in);
 
  private:
   std::uint32_t type_ = 0;

@@ -2,16 +2,16 @@
 #ifndef FRONTEND_IDENTIFIERS_H_
 #define FRONTEND_IDENTIFIERS_H_
 
+#include <cstddef>
 #include <cstdint>
 
-// Section identifiers: 0x20000000 marks a section, the kind number stands below.
-enum SectionId : std::uint32_t {
-#define SECTION(keyword, kind, notation) SECTION_##keyword = 0x20000000 + (kind),
-#include "ruxcomp/sections.def"
-};
-
+// Section identifiers: the mark of a section, the kind number below.
 inline constexpr std::uint32_t kSectionMark = 0x20000000;
 inline constexpr std::uint32_t kKindMask = 0x00FFFFFF;
+enum SectionId : std::uint32_t {
+#define SECTION(keyword, kind, notation) SECTION_##keyword = kSectionMark + (kind),
+#include "ruxcomp/sections.def"
+};
 
 // Entry identifiers: 0x10000000 marks an entry, bits 16 to 23 name its payload.
 enum EntryId : std::uint32_t {
@@ -39,6 +39,24 @@ constexpr bool IsNumericString(std::uint32_t identifier) {
 }
 constexpr bool IsNumericList(std::uint32_t identifier) {
   return (identifier & kNumericMask) == 0x10048000;
+}
+
+// How much of an entry's key stands before the name that its symbol table holds; 0 for entries
+// whose whole key is the name, or that no table has.
+constexpr std::size_t PrefixOf(EntryId identifier) {
+  switch (identifier) {
+#define FIXED_ENTRY(name, keyword, id, compiled) \
+  case ENTRY_##name:                             \
+    return 0;
+#define NAMED_ENTRY(name, keyword, id, table, prefix) \
+  case ENTRY_##name:                                  \
+    return prefix;
+#define PLAIN_ENTRY(name, keyword, id) \
+  case ENTRY_##name:                   \
+    return 0;
+#include "ruxcomp/entries.def"
+  }
+  return 0;
 }
 
 // The flag word of sections and entries. Bits 4 and 32 are carried on VALUE entries and told on in

@@ -1,11 +1,12 @@
 #include <iterator>
 
+#include "frontend/identifiers.h"
 #include "ruxcomp/data.h"
 
 extern "C" {
 
 const tagNTMAP g_NTMapSect[] = {
-#define SECTION(keyword, kind, notation) {#keyword, 0x20000000 + (kind)},
+#define SECTION(keyword, kind, notation) {#keyword, SECTION_##keyword},
 #include "ruxcomp/sections.def"
 };
 const std::uint32_t g_dwNTMSect = std::size(g_NTMapSect);

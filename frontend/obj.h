@@ -8,6 +8,8 @@
 
 #include "frontend/identifiers.h"
 
+struct RecordView;  // debugmeta/bytes.h
+
 class CRUXObj {
  public:
   CRUXObj() = default;
@@ -27,7 +29,7 @@ class CRUXObj {
   // The object as a byte record, and back (debugmeta/model_bytes.cpp). The first record that a
   // process builds carries the file table, and the first that it takes must.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
-  void SetBuffer(const std::vector<std::uint8_t>& in);
+  void SetBuffer(const RecordView& in);
 
   std::uint32_t identifier = 0;
   tagNOTATION notation = 0;

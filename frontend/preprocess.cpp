@@ -7,9 +7,6 @@
 
 namespace {
 
-// Checks that act now leave the raw parts for the check of the whole model.
-constexpr unsigned int kWhileReading = 255;
-
 // Defines the word of an entry, when its value is acceptable.
 void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
   if (!entry.IsValid(section, kWhileReading)) return;

@@ -28,15 +28,15 @@ void CRUXSection::Destory() {
 
 void CRUXSection::Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header,
                         bool& registered) {
+  entries.reserve(schema.templates.size());
+  for (const EntryTemplate& row : schema.templates) {
+    entries.push_back(MakeEntry(row.identifier, row.notation));
+  }
   if (!registered) {
     m_svpHSection.push_back(&header);
     registered = true;
   }
   header.push_back(this);
-  entries.reserve(schema.templates.size());
-  for (const EntryTemplate& row : schema.templates) {
-    entries.push_back(MakeEntry(row.identifier, row.notation));
-  }
 }
 
 CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,

@@ -30,13 +30,13 @@ class CRUXSection : public CRUXObj {
   // First pass: the section by itself and its entries. Second pass: redefinitions and the
   // references of its entries. Both answer 1, or 0 when problems were reported
   // (checker/section_checks.cpp).
-  std::uint32_t IsValid(unsigned int pass) const;
-  std::uint32_t IsValidEx(unsigned int pass) const;
+  std::uint32_t IsValid(unsigned int pass);
+  std::uint32_t IsValidEx(unsigned int pass);
 
   // The section with its entries as a byte record, and back. Taking a record fills the templates
   // that its entries fit and adds the others.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
-  void SetBuffer(const std::vector<std::uint8_t>& in);
+  void SetBuffer(const RecordView& in);
 
   std::vector<std::unique_ptr<CRUXEntry>> entries;  // templates first, then what the script added
 
@@ -48,7 +48,7 @@ class CRUXSection : public CRUXObj {
  protected:
   using CRUXObj::CRUXObj;
 
-  // Registers the section with its kind and makes the kind's entry templates.
+  // Makes the kind's entry templates and registers the section with its kind.
   void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header, bool& registered);
 
   // Makes an entry that no template stands for, fills it with the item and adds it.

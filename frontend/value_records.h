@@ -73,6 +73,17 @@ struct CellRecord {
   static constexpr auto Fields() { return std::make_tuple(&CellRecord::Table, &CellRecord::Index); }
 };
 
+// The payload of a REPEATER entry.
+struct RepeaterRecord {
+  std::string Count;   // how often
+  std::string Action;  // the name of an ACTION section
+  TextList Args;
+  static constexpr auto Fields() {
+    using R = RepeaterRecord;
+    return std::make_tuple(&R::Count, &R::Action, &R::Args);
+  }
+};
+
 // The record of a value; std::monostate where a type has none.
 using ValueRecord =
     std::variant<std::monostate, EmptyRecord, TextRecord, CalculationRecord, CallRecord, BusRecord,
@@ -88,17 +99,6 @@ void* LiveAddress(Variant& variant) {
       },
       variant);
 }
-
-// The payload of a REPEATER entry.
-struct RepeaterRecord {
-  std::string Count;   // how often
-  std::string Action;  // the name of an ACTION section
-  TextList Args;
-  static constexpr auto Fields() {
-    using R = RepeaterRecord;
-    return std::make_tuple(&R::Count, &R::Action, &R::Args);
-  }
-};
 
 // Calls visit(member) for every member of the record, in order.
 template <class Record, class Visitor>

@@ -29,17 +29,19 @@ struct ValueType {
   std::uint32_t most;                  // more than these are warned of
   std::array<Role, kMaxFields> roles;  // of the record's fields, in record order; for a list field,
                                        // of each of its elements
-  std::uint32_t listLimit = kAnyNumber;  // a list field keeps this many elements
-  bool countsArguments = false;          // the action's argument number must match the list
-  bool onlySmbus = false;                // the bus fields must be those of an SMBUS access
+  bool keepsSurplus = false;           // a list field takes also what is warned of
+  bool countsArguments = false;        // the action's argument number must match the list
+  bool onlySmbus = false;              // the bus fields must be those of an SMBUS access
 };
 
 // The type with that code. Codes that no row has (13 to 100, above 104) are legal: such a value has
 // no record and nothing of it is checked; the result then has no roles and makes no record.
 const ValueType& FindValueType(std::uint32_t code);
 
-// Calculations are the one type whose operator says how many operands there are.
+// A calculation has two operands, or four when its operator compares: the one code whose
+// sub-strings the operator counts. FindValueType answers with the former; this is the latter.
 inline constexpr std::uint32_t kCalculation = 2;
+extern const ValueType kComparison;
 
 // The call of an action with arguments.
 inline constexpr std::uint32_t kActionCall = 3;

@@ -6,6 +6,7 @@
 #include "checker/number.h"
 #include "debugmeta/meta_d_file.h"
 #include "frontend/lookup.h"
+#include "query/result.h"
 #include "query/value_text.h"
 #include "ruxcomp/data.h"
 
@@ -78,8 +79,8 @@ const char* gdGetSectPName(GDSECTION section) {
 std::uint32_t gdGetSectID(GDSECTION section) {
   std::uint32_t number = 0;
   const std::string* text = EntryText(section, ENTRY_ID);
-  if (!text) return 0xFFFFFFFF;
-  if (!StringToLong(*text, number)) return ResultD(RUX_ERROR_NO_VALUE, 0xFFFFFFFF);
+  if (!text) return kNoNumber;
+  if (!StringToLong(*text, number)) return ResultD(RUX_ERROR_NO_VALUE, kNoNumber);
   return number;
 }
 

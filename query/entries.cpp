@@ -3,12 +3,11 @@
 #include <cstring>
 
 #include "backend/symbol_tables.h"
-#include "query/last_error.h"
+#include "query/result.h"
 #include "ruxcomp/query.h"
 
 namespace {
 
-constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 constexpr GCENTRY kNoEntry = nullptr;
 
 tagGCSECT* Section(GCSECTION handle) { return static_cast<tagGCSECT*>(handle); }
@@ -56,7 +55,7 @@ GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* ide
 }
 
 std::uint32_t gcGetTableData(std::uint32_t ordinal, std::uint8_t* cells) {
-  constexpr std::size_t kCells = 256;
+  constexpr std::size_t kCells = RUX_TABLE_CELLS;
   const std::size_t start = ordinal * kCells;
   if (g_tblTableData.size() < start + kCells) return Result(RUX_ERROR_OUT_OF_RANGE, 0u);
   std::copy_n(g_tblTableData.begin() + static_cast<std::ptrdiff_t>(start), kCells, cells);

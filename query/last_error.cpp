@@ -1,5 +1,4 @@
-#include "query/last_error.h"
-
+#include "query/result.h"
 #include "ruxcomp/query.h"
 
 extern "C" {

@@ -4,12 +4,10 @@
 #include "backend/compile_pass.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
-#include "query/last_error.h"
+#include "query/result.h"
 #include "ruxcomp/query.h"
 
 namespace {
-
-constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 // Calls visit(section) for the sections of a kind in file order until one answers true, which is
 // the result. Null when none does; `any` tells whether there was one of the kind.

@@ -1,11 +1,11 @@
 // The values of an entry: by ordinal, and by selector.
 #include "backend/symbol_tables.h"
-#include "query/last_error.h"
+#include "query/result.h"
 #include "ruxcomp/query.h"
 
 namespace {
 
-constexpr tagTBLDATA kNothing = {RUX_DATA_NONE, 0xFFFFFFFF, {nullptr}};
+constexpr tagTBLDATA kNothing = {RUX_DATA_NONE, kNoNumber, {nullptr}};
 
 const tagGCENTRY* Entry(GCENTRY handle) { return static_cast<const tagGCENTRY*>(handle); }
 
@@ -15,7 +15,7 @@ tagTBLDATA Resolved(std::uint32_t value) {
 }
 
 constexpr std::uint32_t SELECTOR_ANY = 0xFFFFFFFF;
-constexpr std::uint32_t SELECTOR_REPEATER = 0xFFFFFFFF;  // no value type: those have 24 bits
+constexpr std::uint32_t SELECTOR_REPEATER = 0xFFFFFFFF;  // no type: it never resolves
 
 struct SelectorRow {
   std::uint32_t type;
@@ -48,7 +48,7 @@ tagTBLDATA Pick(const tagGCENTRY& entry, std::uint32_t type, std::uint32_t selec
 }  // namespace
 
 std::uint32_t gcGetValueCount(GCENTRY entry) {
-  if (!entry) return Result(RUX_ERROR_NO_ENTRY, 0xFFFFFFFFu);
+  if (!entry) return Result(RUX_ERROR_NO_ENTRY, kNoNumber);
   return Result(RUX_ERROR_OK, static_cast<std::uint32_t>(Entry(entry)->values.size()));
 }
 

@@ -7,10 +7,10 @@
 //   bool done = gccCheck() && gccOutput("board.meta");
 //   gccCompEnd();
 //
-// Problems are told through the host's Output (output.h). Three texts of a script make a function
-// raise std::out_of_range, because they are read as a number and have no digit to look at: an empty
-// operand, a bare "0x", and "ARG" followed by a bare "0x". A host that takes scripts from people
-// catches it around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
+// Problems are told through the host's Output (output.h). What is read as a number and has no digit
+// to look at raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or VALUE_0x),
+// an empty half of a table row's key. A host that takes scripts from people catches it around
+// gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
 //
 // Paths name folders with backslashes: what follows the last one is the name that messages show,
 // what stands before it is where included files are looked for. The reader also opens such a path
@@ -43,8 +43,9 @@ RUX_API std::uint32_t gccCheck();
 RUX_API std::uint32_t gccOutput(const std::string& path);
 
 // Writes the source model as a debug meta file, replacing what stands at the path. Returns 1, or 0
-// when the file cannot be created; failing writes go unnoticed. Only the first debug meta file that
-// a process writes holds the list of source files.
+// when the file cannot be created; failing writes go unnoticed. Two kinds of file cannot be loaded
+// afterwards: all but the first that a process writes, because only that one holds the list of
+// source files, and one whose first section is an INCLUDE.
 RUX_API std::uint32_t gccOutputD(const std::string& path);
 
 // Drops the source model and the defined words.

@@ -34,7 +34,7 @@ RUX_API extern const std::uint32_t g_dwNTMEntry;
   RUX_API extern std::uint32_t g_idx##name;
 #include "ruxcomp/symbol_tables.def"
 
-// The cells of the TABLE sections, 256 bytes each.
+// The cells of the TABLE sections, RUX_TABLE_CELLS bytes each.
 RUX_API extern std::vector<std::uint8_t> g_tblTableData;
 
 // The version words of the meta file and of the debug meta file, and where the latter's data

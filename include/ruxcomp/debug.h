@@ -40,7 +40,9 @@ RUX_API std::uint32_t gdGetLastError();
 // Loads a debug meta file. `info`, when not null, receives format version and creation time.
 // Returns 1 (OK on the compiled side), or 0, told through Output, when the file is missing or of
 // another format or version (no code). Raises std::out_of_range ("vector") for a file whose records
-// are shorter than they say; a file that ends early is read as if zeros followed.
+// are shorter than they say, for one that was not the first that its process wrote (its list of
+// source files is missing), and for one whose first section is an INCLUDE; what was read until then
+// stays, so call gdUnInit. A file that ends early is read as if zeros followed.
 RUX_API std::uint32_t gdInit(const std::string& path, tagMETAFILEINFO* info = nullptr);
 
 // Drops the whole model and the defined words. Returns 1.
@@ -56,7 +58,8 @@ RUX_API const char* gdGetSectName(GDSECTION section);
 RUX_API const char* gdGetSectPName(GDSECTION section);
 
 // The number that the section's ID gives. 0xFFFFFFFF: codes as above, NO_VALUE also for a text that
-// is no number (a defined word is none).
+// is no number (a defined word is none). Raises std::out_of_range for an empty text and a bare
+// "0x".
 RUX_API std::uint32_t gdGetSectID(GDSECTION section);
 
 // The ordinal-th entry that the script gave, from 0. Null: NO_SECTION for a null handle; on the
@@ -68,8 +71,8 @@ RUX_API const char* gdGetEntryName(GDENTRY entry);
 
 // The entry's value as text, zero-terminated, in the caller's buffer; returns 1, or 0 with NO_ENTRY
 // for a null handle. No size is passed. With a null buffer nothing is written and the result is the
-// size that the buffer for this entry needs, terminating zero included. Any text of a debug meta
-// file is shorter than the file.
+// size that the buffer for this entry needs, terminating zero included: ask first. A damaged file
+// may hold long texts, so that no fixed size is enough.
 RUX_API std::uint32_t gdGetValue(GDENTRY entry, char* text);
 
 }  // extern "C"

@@ -31,6 +31,9 @@ enum RuxIndexClass : std::uint32_t {
   RUX_CLASS_Operator = 0x1F000000,   // the low 24 bits are an operator code of operators.def
 };
 
+// How many cells a TABLE section has.
+inline constexpr std::uint32_t RUX_TABLE_CELLS = 256;
+
 // Last-error codes: RUX_ERROR_NO_SECTION and so on, see last_errors.def.
 enum RuxLastError : std::uint32_t {
 #define LAST_ERROR(name, code, sentence) RUX_ERROR_##name = (code),

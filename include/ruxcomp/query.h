@@ -101,8 +101,8 @@ RUX_API tagTBLDATA gcGetValueByIndex(GCENTRY entry, std::uint32_t ordinal);
 // NOT_SELECTABLE for other entries.
 RUX_API tagTBLDATA gcGetValueByID(GCENTRY entry, std::uint32_t selector);
 
-// The 256 cells of the ordinal-th TABLE section, copied into `cells`. Returns 1, or 0 with
-// OUT_OF_RANGE and `cells` untouched.
+// The RUX_TABLE_CELLS (256) cells of the ordinal-th TABLE section, copied into `cells`. Returns 1,
+// or 0 with OUT_OF_RANGE and `cells` untouched.
 RUX_API std::uint32_t gcGetTableData(std::uint32_t ordinal, std::uint8_t* cells);
 
 }  // extern "C"

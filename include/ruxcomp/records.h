@@ -19,7 +19,7 @@ enum tagTBLKIND : std::uint32_t {
 };
 
 // The result of looking a table index up. A string is owned by the library's symbol tables and
-// stays valid until the next gcInit or gccOutput.
+// stays valid until the next gcInit.
 struct tagTBLDATA {
   std::uint32_t kind;   // a tagTBLKIND
   std::uint32_t index;  // the index that was looked up; 0xFFFFFFFF when none was picked

@@ -1,9 +1,12 @@
-// Storing the last-error code of a query on the way out.
-#ifndef QUERY_LAST_ERROR_H_
-#define QUERY_LAST_ERROR_H_
+// The way out of a query: its last-error code and its result.
+#ifndef QUERY_RESULT_H_
+#define QUERY_RESULT_H_
 
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
+
+// What functions return for a number that is not there.
+inline constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 // Stores the code and passes the result through: return Result(RUX_ERROR_OK, section);
 template <class Value>
@@ -12,4 +15,4 @@ Value Result(RuxLastError code, Value value) {
   return value;
 }
 
-#endif  // QUERY_LAST_ERROR_H_
+#endif  // QUERY_RESULT_H_
