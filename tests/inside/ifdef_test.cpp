@@ -1,0 +1,80 @@
+// The condition of an IFDEF section.
+#include "frontend/predefine.h"
+#include "frontend/section_kinds.h"
+#include "tests/inside/model_test.h"
+
+// Nothing in the library reads the outcome of a condition, and no function tells it: an explicit
+// instantiation, which may name private members, lets the tests at it.
+template <std::uint32_t CGSIFDEF::*Seen, std::uint32_t CGSIFDEF::*Result>
+struct Condition {
+  friend std::uint32_t SeenOf(const CGSIFDEF& section) { return section.*Seen; }
+  friend std::uint32_t ResultOf(const CGSIFDEF& section) { return section.*Result; }
+};
+std::uint32_t SeenOf(const CGSIFDEF& section);
+std::uint32_t ResultOf(const CGSIFDEF& section);
+template struct Condition<&CGSIFDEF::ifdefSeen, &CGSIFDEF::ifdefResult>;
+
+namespace {
+
+class IfdefTest : public ModelTest {
+ protected:
+  CGSIFDEF& section = dynamic_cast<CGSIFDEF&>(Create("IFDEF"));
+};
+
+TEST_F(IfdefTest, NewSectionHasSeenNothing) {
+  EXPECT_EQ(SeenOf(section), 0u);
+  EXPECT_EQ(ResultOf(section), 0u);
+}
+
+TEST_F(IfdefTest, ConditionHoldsForADefinedWord) {
+  AddPredDefineValue("A", 0);
+  EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "A", 2), 1u);
+  EXPECT_EQ(SeenOf(section), 1u);
+  EXPECT_EQ(ResultOf(section), 1u);
+  EXPECT_EQ(section.entries.size(), 1u);
+  EXPECT_EQ(*section.entries[0]->m_RuxEntryData.Get<std::string>(), "A");
+}
+
+TEST_F(IfdefTest, ConditionFailsForAnUndefinedWord) {
+  AddPredDefineValue("A", 1);
+  EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "a", 2), 1u);
+  EXPECT_EQ(SeenOf(section), 1u);
+  EXPECT_EQ(ResultOf(section), 0u);
+}
+
+TEST_F(IfdefTest, ConditionFailsWhenTheFirstItemIsAnother) {
+  AddPredDefineValue("A", 1);
+  EXPECT_EQ(section.SetEntry("board.rux", "A", "A", 2), 1u);
+  EXPECT_EQ(SeenOf(section), 1u);
+  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.entries.size(), 1u);
+  EXPECT_EQ(section.entries[0]->name, "");
+  EXPECT_EQ(host::TakeMessages(), std::vector<std::string>{});
+}
+
+TEST_F(IfdefTest, ConditionFailsWhenItsCheckDoes) {
+  AddPredDefineValue("", 1);
+  EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "\"\"", 2), 1u);
+  EXPECT_EQ(SeenOf(section), 1u);
+  EXPECT_EQ(ResultOf(section), 0u);
+}
+
+TEST_F(IfdefTest, SecondItemIsTheFirstDefinition) {
+  section.SetEntry("board.rux", "LOST", "1", 2);
+  EXPECT_EQ(section.SetEntry("board.rux", "A", "5", 3), 1u);
+  EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 5}}));
+  ASSERT_EQ(section.entries.size(), 2u);
+  EXPECT_EQ(section.entries[1]->identifier, 0x10010001u);
+  EXPECT_EQ(section.entries[1]->notation, 10u);
+  EXPECT_EQ(section.entries[1]->name, "A");
+}
+
+TEST_F(IfdefTest, LaterItemsDoNotChangeTheCondition) {
+  section.SetEntry("board.rux", "DEFINEWORD", "A", 2);
+  EXPECT_EQ(section.SetEntry("board.rux", "A", "1", 3), 1u);
+  EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "2", 4), 1u);
+  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 1}, {"DEFINEWORD", 2}}));
+}
+
+}  // namespace
