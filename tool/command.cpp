@@ -1,0 +1,18 @@
+#include "tool/command.h"
+
+namespace rux {
+
+const std::vector<Command>& Commands() {
+  static const std::vector<Command> commands = {
+      {"compile", "Compile a script into a meta file", SetUpCompile},
+      {"check", "Tell what is wrong with a script", SetUpCheck},
+      {"ls", "List what a meta file holds", SetUpLs},
+      {"get", "Ask a meta file for a section, an entry or a value", SetUpGet},
+      {"dump", "Print all that a meta file or a debug meta file holds", SetUpDump},
+      {"where", "Tell which line of a script said something", SetUpWhere},
+      {"decompile", "Make a script of a debug meta file", SetUpDecompile},
+  };
+  return commands;
+}
+
+}  // namespace rux

@@ -1,0 +1,116 @@
+// rux compile SCRIPT [-o META] [-g METAD]
+#include "ruxcomp/compile.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tool/atomic_file.h"
+#include "tool/command.h"
+#include "tool/compile_run.h"
+#include "tool/compiled/debug_meta.h"
+#include "tool/failure.h"
+#include "tool/meta_format.h"
+#include "tool/overwriting.h"
+#include "tool/script_path.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  CompileOptions run;
+  std::string meta;
+  std::string debug_meta;  // empty: none
+};
+
+std::string DefaultMeta(const std::string& script) {
+  return std::filesystem::path(script).replace_extension(".meta").string();
+}
+
+// The library drops INCLUDE sections when it loads a debug meta file. With the very first section
+// goes the list of source files, without which it cannot take any other.
+std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
+  if (meta.kinds.size() < 2 || meta.kinds.front().front().name != "INCLUDE") return {};
+  const DebugSection& first = meta.kinds.front().front();
+  Diagnostic warning;
+  warning.severity = Severity::kWarning;
+  warning.anchor = Anchor::kPlace;
+  warning.file = BaseNameOf(meta.files[first.file_index]);
+  warning.line = first.line;
+  warning.section = first.name;
+  warning.text =
+      "a debug meta file that begins with this section cannot be loaded; put another section, such "
+      "as [MORVRUX], first";
+  return {warning};
+}
+
+// The meta file and, if it is asked for, the debug meta file: both or none.
+class MetaFiles : public CompileProduct {
+ public:
+  explicit MetaFiles(const Options& options) : options_(options) {}
+
+  // What a full disk cut off must not look like a file: the library does not notice.
+  std::vector<Diagnostic> Make() override {
+    meta_.emplace(options_.meta);
+    const bool written = gccOutput(meta_->temporary_path()) != 0;
+    if (!written || !IsWholeMetaFile(meta_->temporary_path())) meta_->ThrowIncomplete();
+    if (options_.debug_meta.empty()) return {};
+    debug_meta_.emplace(options_.debug_meta);
+    gccOutputD(debug_meta_->temporary_path());
+    return WarningsOf(ReadBack(*debug_meta_));
+  }
+
+  void Keep() override {
+    meta_->Finish();
+    if (debug_meta_) debug_meta_->Finish();
+    meta_->Commit();
+    if (debug_meta_) debug_meta_->Commit();
+  }
+
+ private:
+  static DebugMeta ReadBack(AtomicFile& file) {
+    try {
+      return ReadDebugMeta(file.temporary_path());
+    } catch (const Failure&) {
+      file.ThrowIncomplete();
+    }
+  }
+
+  const Options& options_;
+  std::optional<AtomicFile> meta_;
+  std::optional<AtomicFile> debug_meta_;
+};
+
+ExitStatus Compile(Options options) {
+  const std::string script = ToOpenablePath(ToLibraryPath(options.run.script));
+  if (options.meta.empty()) options.meta = DefaultMeta(script);
+  const NamedFile kept{"script", script};
+  const NamedFile meta{"meta file", options.meta};
+  RefuseToOverwrite(kept, meta);
+  if (!options.debug_meta.empty()) {
+    const NamedFile debug_meta{"debug meta file", options.debug_meta};
+    RefuseToOverwrite(kept, debug_meta);
+    RefuseToOverwrite(meta, debug_meta);
+  }
+  MetaFiles files(options);
+  return RunCompile(options.run, &files);
+}
+
+}  // namespace
+
+Action SetUpCompile(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  AddCompileOptions(app, options->run);
+  app.add_option("-o,--output", options->meta,
+                 "The meta file to write (default: the script's name with .meta)")
+      ->type_name("META");
+  app.add_option("-g,--debug-meta", options->debug_meta,
+                 "Write also this debug meta file, which keeps all that the script said")
+      ->type_name("METAD");
+  app.footer("Example:\n  rux compile boards/server.rux -o server.meta -g server.metad");
+  return [options] { return Compile(*options); };
+}
+
+}  // namespace rux

@@ -1,0 +1,75 @@
+// rux decompile METAD [-o SCRIPT]
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tool/atomic_file.h"
+#include "tool/command.h"
+#include "tool/compiled/debug_meta.h"
+#include "tool/decompile/obstacles.h"
+#include "tool/decompile/script_sections.h"
+#include "tool/decompile/script_text.h"
+#include "tool/failure.h"
+#include "tool/overwriting.h"
+#include "tool/standard_streams.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  std::string debug_meta;
+  std::string script;  // empty: standard output
+};
+
+void ExpectNone(const std::optional<std::string>& obstacle, const std::string& path) {
+  if (!obstacle) return;
+  throw Failure(ExitStatus::kFindings, "cannot decompile " + path + ": " + *obstacle);
+}
+
+std::string Decompiled(const std::string& path) {
+  const DebugMeta meta = ReadDebugMeta(path);
+  ExpectNone(GroupBeforeParent(meta), path);
+  const std::vector<ScriptSection> sections = ScriptSectionsOf(meta);
+  std::string text = ScriptText(sections);
+  ExpectNone(MisreadItem(meta, sections, text), path);
+  return text;
+}
+
+void WriteScript(const std::string& path, const std::string& text) {
+  AtomicFile file(path);
+  std::ofstream stream(file.temporary_path(), std::ios::binary);
+  stream << text;
+  stream.close();
+  if (!stream) file.ThrowIncomplete();
+  file.Commit();
+}
+
+ExitStatus Decompile(const Options& options) {
+  if (options.script.empty()) {
+    PrintOut(Decompiled(options.debug_meta));
+  } else {
+    RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
+    WriteScript(options.script, Decompiled(options.debug_meta));
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+Action SetUpDecompile(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("METAD", options->debug_meta, "The debug meta file to read")
+      ->required()
+      ->type_name("");
+  app.add_option("-o,--output", options->script, "The script to write (default: standard output)")
+      ->type_name("SCRIPT");
+  app.footer(
+      "The script compiles to the same meta file as the one that the debug meta file was made of.\n"
+      "Its first lines tell what debug meta files do not keep.\n\n"
+      "Example:\n  rux decompile server.metad -o server.rux");
+  return [options] { return Decompile(*options); };
+}
+
+}  // namespace rux

@@ -1,0 +1,80 @@
+// rux dump FILE
+#include "tool/dump/dump.h"
+
+#include <memory>
+#include <string>
+
+#include "tool/command.h"
+#include "tool/compiled/debug_meta.h"
+#include "tool/compiled/meta.h"
+#include "tool/compiled/whole_file.h"
+#include "tool/failure.h"
+#include "tool/standard_streams.h"
+#include "tool/value_json.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  std::string file;
+  bool json = false;
+  bool raw = false;
+};
+
+// What the two forms of compiled files take to be dumped.
+struct DebugForm {
+  static constexpr auto kDecode = DecodeDebugMeta;
+  static constexpr auto kList = ListDebugMeta;
+  static constexpr auto kJson = DebugMetaJson;
+};
+
+struct MetaForm {
+  static constexpr auto kDecode = DecodeMeta;
+  static constexpr auto kList = ListMeta;
+  static constexpr auto kJson = MetaJson;
+};
+
+template <class Form>
+void DumpForm(const Options& options, const std::string& bytes) {
+  Faults faults;
+  const auto meta = Form::kDecode(bytes, faults);
+  if (!faults.empty()) throw DamageFailure(options.file, faults);
+  if (options.json) {
+    PrintOut(JsonText(Form::kJson(options.file, meta, RawJson(bytes, options.raw))));
+    return;
+  }
+  Listing listing(bytes, options.raw);
+  Form::kList(options.file, meta, listing);
+  PrintOut(listing.text());
+}
+
+ExitStatus Dump(const Options& options) {
+  const std::string bytes = ReadWholeFile(options.file);
+  if (IsDebugMetaBytes(bytes)) {
+    DumpForm<DebugForm>(options, bytes);
+  } else if (IsMetaBytes(bytes)) {
+    DumpForm<MetaForm>(options, bytes);
+  } else {
+    throw Failure(ExitStatus::kTrouble, "cannot load " + options.file +
+                                            ": it is neither a meta file nor a debug meta file");
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+Action SetUpDump(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("FILE", options->file, "The meta file or debug meta file to print")
+      ->required()
+      ->type_name("");
+  app.add_flag("--json", options->json, "Print JSON (docs/dump-json.md)");
+  app.add_flag("--raw", options->raw, "Tell the offset and the bytes of every field");
+  app.footer(
+      "A debug meta file is printed with the files and lines of the script, a meta file with the\n"
+      "words that stand in it and what each stands for.\n\n"
+      "Example:\n  rux dump --raw server.meta");
+  return [options] { return Dump(*options); };
+}
+
+}  // namespace rux

@@ -1,0 +1,115 @@
+// rux get META PATH
+//
+// With --json, for a section:
+//   {"kind": text, "ordinal": number, "entries": [entry, ...], "cells": [256 numbers, in a TABLE]}
+// for an entry:
+//   {"kind": text, "ordinal": number, "entry": entry}
+// and for a part:
+//   {"kind": text, "ordinal": number, "part": part}
+// See value_json.h for entries, parts and values.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tool/command.h"
+#include "tool/meta_find.h"
+#include "tool/meta_path.h"
+#include "tool/meta_view.h"
+#include "tool/safe_text.h"
+#include "tool/standard_streams.h"
+#include "tool/value_json.h"
+#include "tool/value_text.h"
+
+namespace rux {
+namespace {
+
+using Cells = std::array<std::uint8_t, 256>;
+
+struct Options {
+  std::string meta;
+  std::string path;
+  bool json = false;
+};
+
+std::optional<Cells> CellsOf(const MetaSection& section) {
+  Cells cells;
+  if (section.kind->section != RUX_SECT_TABLE) return std::nullopt;
+  if (gcGetTableData(section.ordinal, cells.data()) == 0) return std::nullopt;
+  return cells;
+}
+
+std::string SectionText(const MetaView& meta, const MetaSection& section) {
+  std::vector<std::pair<std::string, std::string>> lines;
+  std::size_t width = 0;
+  for (const tagGCENTRY& entry : section.record->entries) {
+    lines.emplace_back(SafeText(meta.KeyOf(section, entry)), ValueText(ValueOf(meta, entry)));
+    width = std::max(width, Columns(lines.back().first));
+  }
+  std::string text;
+  for (const auto& [key, value] : lines) {
+    text += key + std::string(width - Columns(key) + 2, ' ') + value + '\n';
+  }
+  if (const auto cells = CellsOf(section)) text += CellsText(*cells);
+  return text;
+}
+
+void PutSection(Json& json, const MetaView& meta, const MetaSection& section) {
+  json["entries"] = Json::array();
+  for (const tagGCENTRY& entry : section.record->entries) {
+    json["entries"].push_back(EntryJson(meta.KeyOf(section, entry), ValueOf(meta, entry)));
+  }
+  if (const auto cells = CellsOf(section)) json["cells"] = *cells;
+}
+
+std::string FoundText(const MetaView& meta, const Found& found) {
+  if (found.part) return PartText(*found.part) + '\n';
+  if (found.entry != nullptr) return ValueText(ValueOf(meta, *found.entry)) + '\n';
+  return SectionText(meta, found.section);
+}
+
+Json FoundJson(const MetaView& meta, const Found& found) {
+  Json json = {{"kind", found.section.kind->keyword}, {"ordinal", found.section.ordinal}};
+  if (found.part) {
+    json["part"] = PartJson(*found.part);
+  } else if (found.entry != nullptr) {
+    json["entry"] = EntryJson(meta.KeyOf(found.section, *found.entry), ValueOf(meta, *found.entry));
+  } else {
+    PutSection(json, meta, found.section);
+  }
+  return json;
+}
+
+ExitStatus Get(const Options& options) {
+  const std::vector<PathStep> path = ParseMetaPath(options.path);
+  const MetaView meta(options.meta);
+  const Found found = Find(meta, path);
+  PrintOut(options.json ? JsonText(FoundJson(meta, found)) : FoundText(meta, found));
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+Action SetUpGet(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("META", options->meta, "The meta file to read")->required()->type_name("");
+  app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY[/PART]]")->required()->type_name("");
+  app.add_flag("--json", options->json, "Print JSON");
+  app.footer(
+      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
+      "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it. PART is\n"
+      "Type, the name of a part, or @n for the n-th value. A name in double quotes is taken as it\n"
+      "stands, \"\" in it for a quote.\n\n"
+      "With --json: {kind, ordinal} with entries: [entry] (and cells of a TABLE), entry, or part.\n"
+      "entry: {name, values: [value]} or {name, type, parts: [part]}; part: {name, values};\n"
+      "value: {class, value}. A text that is no UTF-8 comes with its bytes as \"hex\".\n\n"
+      "Example:\n  rux get server.meta SENSOR/CPU0_TEMP/THRESHOLD_FH");
+  return [options] { return Get(*options); };
+}
+
+}  // namespace rux

@@ -1,0 +1,59 @@
+// rux where METAD PATH
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+
+#include "tool/command.h"
+#include "tool/compiled/debug_find.h"
+#include "tool/compiled/debug_meta.h"
+#include "tool/dump/debug_text.h"
+#include "tool/failure.h"
+#include "tool/meta_path.h"
+#include "tool/safe_text.h"
+#include "tool/standard_streams.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  std::string metad;
+  std::string path;
+};
+
+ExitStatus Where(const Options& options) {
+  const std::vector<PathStep> path = ParseMetaPath(options.path);
+  const DebugMeta meta = ReadDebugMeta(options.metad);
+  const SourcePlaces places(meta);
+  for (const auto& [section, entry] : Find(meta, path)) {
+    const DebugObject& object =
+        entry != nullptr ? static_cast<const DebugObject&>(*entry) : *section;
+    if (object.file_index >= meta.files.size()) {
+      throw Failure(ExitStatus::kFindings,
+                    fmt::format("{} does not list its source files; line {} of the file {} says it",
+                                options.metad, object.line, object.file_index));
+    }
+    const std::string text = entry != nullptr ? ' ' + EntryText(*entry) : "";
+    PrintOut(places.Of(object) + ": [" + SafeText(section->name) + ']' + text + '\n');
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+Action SetUpWhere(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("METAD", options->metad, "The debug meta file to read")->required()->type_name("");
+  app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY] or WORD/NAME")
+      ->required()
+      ->type_name("");
+  app.footer(
+      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
+      "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it, NAME that\n"
+      "of a defined word. A name in double quotes is taken as it stands, \"\" in it for a quote.\n"
+      "\n"
+      "Example:\n  rux where server.metad SENSOR/CPU0_TEMP/THRESHOLD_FH");
+  return [options] { return Where(*options); };
+}
+
+}  // namespace rux

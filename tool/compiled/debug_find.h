@@ -1,0 +1,28 @@
+// Answering a path with what a script said there.
+#ifndef TOOL_COMPILED_DEBUG_FIND_H_
+#define TOOL_COMPILED_DEBUG_FIND_H_
+
+#include <vector>
+
+#include "tool/compiled/debug_meta.h"
+#include "tool/meta_path.h"
+
+namespace rux {
+
+struct DebugFound {
+  const DebugSection* section;
+  const DebugEntry* entry;  // null: the section itself
+};
+
+// KIND/SECTION[/ENTRY] as MetaFind knows it, for every kind of the script language, and WORD/NAME
+// for a defined word.
+//
+// The result has the section, or all of its entries with that key, in file order; for a word, all
+// entries that define it. It is never empty and points into `meta`. Throws a Failure of findings
+// that tells what is not there and what is there near it, and one of wrong usage for a path of
+// another form.
+std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILED_DEBUG_FIND_H_

@@ -1,0 +1,33 @@
+// What the words of a decoded meta file stand for.
+#ifndef TOOL_COMPILED_META_INDEX_H_
+#define TOOL_COMPILED_META_INDEX_H_
+
+#include <cstdint>
+#include <string>
+
+#include "tool/compiled/meta.h"
+#include "tool/meta_view.h"
+
+namespace rux {
+
+constexpr std::uint32_t ClassOfIndex(std::uint32_t index) { return index & 0xFF000000; }
+constexpr std::uint32_t OrdinalOfIndex(std::uint32_t index) { return index & 0x00FFFFFF; }
+
+// The name of the class of an index ("property", "number", "argument"); null for a word that is
+// none.
+const char* IndexClassName(std::uint32_t index);
+
+// The table of that class; null when the file has none.
+const CompiledTable* TableOf(const CompiledMeta& meta, std::uint32_t base);
+
+// What an index stands for, with names as a script writes them.
+Datum Resolve(const CompiledMeta& meta, std::uint32_t index);
+
+// The key of an entry as a script writes it in such a section; empty when its identifier does not
+// tell.
+std::string KeyOf(const CompiledMeta& meta, const CompiledSection& section,
+                  const CompiledEntry& entry);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILED_META_INDEX_H_

@@ -1,0 +1,60 @@
+// From what a message says of its place to the place itself.
+#ifndef TOOL_DIAGNOSTICS_LOCATOR_H_
+#define TOOL_DIAGNOSTICS_LOCATOR_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tool/diagnostics/diagnostic.h"
+#include "tool/diagnostics/source_line.h"
+#include "tool/source_view.h"
+
+namespace rux {
+
+// Locates the diagnostics of one run of one script, in their order: the k-th of some messages is
+// the k-th of the sections that may have given it.
+class Locator {
+ public:
+  // `script`: the path that the library was given.
+  explicit Locator(std::string script) : script_(std::move(script)) {}
+
+  // Fills in the path, the excerpt and, where the message has none, the line. The excerpt's text is
+  // the locator's.
+  void Locate(Diagnostic& diagnostic);
+
+  // The sources, read when they are first asked for.
+  const SourceView& sources();
+
+ private:
+  struct Place {
+    const SourceFile* file;
+    std::uint32_t line;
+  };
+  // Sections and how many of them have been handed out.
+  struct Queue {
+    std::vector<SourceSection> sections;
+    std::size_t next = 0;
+  };
+
+  const SourceLine& LineAt(const Place& place);
+  std::optional<Place> Find(const Diagnostic& diagnostic);
+  const SourceFile* FileOf(const Diagnostic& diagnostic);
+  static std::optional<Place> TakeNext(Queue& queue);
+  Queue& UnknownSections();
+  Queue& SectionsWithout(const std::string& section, const std::string& entry);
+
+  const std::string script_;
+  std::optional<SourceView> sources_;
+  std::optional<SourceLine> line_;  // the last one looked at
+  std::optional<Queue> unknown_sections_;
+  std::map<std::pair<std::string, std::string>, Queue> sections_without_;  // section name and key
+};
+
+}  // namespace rux
+
+#endif  // TOOL_DIAGNOSTICS_LOCATOR_H_

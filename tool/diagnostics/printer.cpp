@@ -1,0 +1,141 @@
+#include "tool/diagnostics/printer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "tool/safe_text.h"
+
+namespace rux {
+namespace {
+
+constexpr std::string_view kBold = "\x1B[1m";
+constexpr std::string_view kRed = "\x1B[1;31m";
+constexpr std::string_view kMagenta = "\x1B[1;35m";
+constexpr std::string_view kCyan = "\x1B[1;36m";
+constexpr std::string_view kGreen = "\x1B[1;32m";
+constexpr std::string_view kPlain = "\x1B[0m";
+
+// Of a longer source line only the surroundings of the offending text are shown.
+constexpr std::size_t kLongestLine = 160;
+constexpr std::size_t kShownBefore = 60;
+
+struct Look {
+  std::string_view word;
+  std::string_view colour;
+};
+
+Look LookOf(Severity severity) {
+  switch (severity) {
+    case Severity::kNote:
+      return {"note", kCyan};
+    case Severity::kWarning:
+      return {"warning", kMagenta};
+    case Severity::kError:
+      return {"error", kRed};
+  }
+  return {};
+}
+
+bool IsInsideCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+// What is shown of a source line.
+struct Shown {
+  std::string text;
+  std::size_t begin;  // the offending bytes of the text
+  std::size_t length;
+};
+
+// Cuts a long line down, at whole characters.
+Shown Clipped(const Excerpt& whole) {
+  const std::string_view text = whole.text;
+  if (text.size() <= kLongestLine) return {std::string(text), whole.begin, whole.length};
+  std::size_t begin = whole.begin > kShownBefore ? whole.begin - kShownBefore : 0;
+  begin = std::min(begin, text.size() - kLongestLine);
+  std::size_t end = begin + kLongestLine;
+  while (begin < whole.begin && IsInsideCharacter(text[begin])) ++begin;
+  while (end < text.size() && IsInsideCharacter(text[end])) ++end;
+  const std::string_view left = begin > 0 ? "..." : "";
+  const std::string_view right = end < text.size() ? "..." : "";
+  Shown shown{std::string(left), left.size() + whole.begin - begin, 0};
+  shown.text.append(text, begin, end - begin).append(right);
+  shown.length = std::min(whole.length, end - whole.begin);
+  return shown;
+}
+
+// What stands under the text before the offending one: blanks, and its tabs, so that both lines run
+// alike.
+std::string Indent(std::string_view before) {
+  std::string indent;
+  while (true) {
+    const std::size_t tab = before.find('\t');
+    indent.append(Columns(before.substr(0, tab)), ' ');
+    if (tab == std::string_view::npos) return indent;
+    indent += '\t';
+    before.remove_prefix(tab + 1);
+  }
+}
+
+class Printer {
+ public:
+  explicit Printer(bool colour) : colour_(colour) {}
+
+  void Print(const Diagnostic& diagnostic) {
+    const Look look = LookOf(diagnostic.severity);
+    std::string place = SafeText(diagnostic.path.empty() ? "rux" : diagnostic.path);
+    if (diagnostic.line != 0) place += fmt::format(":{}", diagnostic.line);
+    out_ += Paint(place + ":", kBold) + ' ' + Paint(fmt::format("{}:", look.word), look.colour);
+    if (diagnostic.section) out_ += ' ' + NamesOf(diagnostic);
+    out_ += ' ' + SafeText(diagnostic.text) + '\n';
+    if (diagnostic.excerpt) PrintExcerpt(*diagnostic.excerpt);
+  }
+
+  std::string TakeText() { return std::move(out_); }
+
+ private:
+  static std::string NamesOf(const Diagnostic& diagnostic) {
+    const std::string entry = diagnostic.entry ? ' ' + *diagnostic.entry : "";
+    return SafeText('[' + *diagnostic.section + ']' + entry + ':');
+  }
+
+  void PrintExcerpt(const Excerpt& excerpt) {
+    const Shown shown = Clipped(excerpt);
+    const std::string_view text = shown.text;
+    out_ += fmt::format("{:5} | {}\n", excerpt.line, SafeLine(text));
+    const std::size_t columns = Columns(text.substr(shown.begin, shown.length));
+    const std::string mark = '^' + std::string(std::max<std::size_t>(columns, 1) - 1, '~');
+    out_ += fmt::format("      | {}{}\n", Indent(text.substr(0, shown.begin)), Paint(mark, kGreen));
+  }
+
+  std::string Paint(std::string_view text, std::string_view colour) const {
+    if (!colour_) return std::string(text);
+    return fmt::format("{}{}{}", colour, text, kPlain);
+  }
+
+  const bool colour_;
+  std::string out_;
+};
+
+std::string Counted(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string PrintedDiagnostics(const std::vector<Diagnostic>& diagnostics,
+                               const PrintOptions& options) {
+  Printer printer(options.colour);
+  for (const Diagnostic& diagnostic : diagnostics) {
+    if (!diagnostic.only_verbose || options.verbose) printer.Print(diagnostic);
+  }
+  return printer.TakeText();
+}
+
+std::string SummaryLine(const std::string& path, const std::vector<Diagnostic>& diagnostics) {
+  return fmt::format("{}: {}, {}\n", SafeText(path),
+                     Counted(Count(diagnostics, Severity::kError), "error"),
+                     Counted(Count(diagnostics, Severity::kWarning), "warning"));
+}
+
+}  // namespace rux

@@ -1,0 +1,30 @@
+// Diagnostics for people: the form that compilers use and editors jump to.
+#ifndef TOOL_DIAGNOSTICS_PRINTER_H_
+#define TOOL_DIAGNOSTICS_PRINTER_H_
+
+#include <string>
+#include <vector>
+
+#include "tool/diagnostics/diagnostic.h"
+
+namespace rux {
+
+struct PrintOptions {
+  bool colour = false;
+  bool verbose = false;  // also what is only told on request
+};
+
+//   boards/server.rux:12: error: [SENSOR] THRESHOLD_FH: No sub-string.
+//      12 | THRESHOLD_FH =
+//         | ^~~~~~~~~~~~
+//
+// and so on, as one text.
+std::string PrintedDiagnostics(const std::vector<Diagnostic>& diagnostics,
+                               const PrintOptions& options);
+
+// "boards/server.rux: 2 errors, 1 warning" with a line feed.
+std::string SummaryLine(const std::string& path, const std::vector<Diagnostic>& diagnostics);
+
+}  // namespace rux
+
+#endif  // TOOL_DIAGNOSTICS_PRINTER_H_

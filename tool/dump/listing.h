@@ -1,0 +1,39 @@
+// The lines of a dump, with the bytes that they tell of beside them when those are asked for.
+//
+//   00000094: 05 00 00 20                         |   identifier
+#ifndef TOOL_DUMP_LISTING_H_
+#define TOOL_DUMP_LISTING_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/compiled/extent.h"
+
+namespace rux {
+
+class Listing {
+ public:
+  // `bytes` is the whole file; it must outlive the listing.
+  Listing(std::string_view bytes, bool raw) : bytes_(bytes), raw_(raw) {}
+
+  bool raw() const { return raw_; }
+
+  // A line for what has no bytes of its own, or whose bytes follow piece by piece.
+  void Line(const std::string& text);
+  void Line(const std::string& text, Extent extent);
+  // A line for each piece, when bytes are asked for.
+  void Pieces(const std::string& indent, const std::vector<Piece>& pieces);
+  void Blank() { text_ += '\n'; }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  const std::string_view bytes_;
+  const bool raw_;
+  std::string text_;
+};
+
+}  // namespace rux
+
+#endif  // TOOL_DUMP_LISTING_H_

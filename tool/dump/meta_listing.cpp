@@ -1,0 +1,110 @@
+// A meta file for people.
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <map>
+
+#include "tool/compiled/keywords.h"
+#include "tool/compiled/meta_index.h"
+#include "tool/dump/dump.h"
+#include "tool/safe_text.h"
+#include "tool/value_text.h"
+
+namespace rux {
+namespace {
+
+// "0x11000004  number 4"
+std::string IndexText(std::uint32_t index) {
+  const char* name = IndexClassName(index);
+  const std::string text = fmt::format("0x{:08X}", index);
+  return name == nullptr ? text : fmt::format("{}  {} {}", text, name, OrdinalOfIndex(index));
+}
+
+// The same with what it stands for.
+std::string WordText(const CompiledMeta& meta, std::uint32_t word) {
+  return fmt::format("{:<26}{}", IndexText(word), PartText({"", false, {Resolve(meta, word)}}));
+}
+
+class MetaLister {
+ public:
+  MetaLister(const CompiledMeta& meta, Listing& listing) : meta_(meta), listing_(listing) {}
+
+  void List() {
+    listing_.Blank();
+    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.section_count);
+    std::map<std::uint32_t, std::size_t> counts;
+    for (const CompiledSection& section : meta_.sections) {
+      ListSection(section, counts[section.identifier]++);
+    }
+    for (const CompiledTable& table : meta_.tables) ListTable(table);
+  }
+
+ private:
+  void ListSection(const CompiledSection& section, std::size_t ordinal) {
+    listing_.Blank();
+    listing_.Line(fmt::format("[{}] @{}  (0x{:08X})", CompiledSectionKeyword(section.identifier),
+                              ordinal, section.identifier));
+    listing_.Pieces("  ", section.pieces);
+    for (const CompiledEntry& entry : section.entries) ListEntry(section, entry);
+  }
+
+  void ListEntry(const CompiledSection& section, const CompiledEntry& entry) {
+    const std::string key = KeyOf(meta_, section, entry);
+    listing_.Line(fmt::format("  {}  ({})", key.empty() ? "(unresolved)" : SafeText(key),
+                              IndexText(entry.identifier)));
+    // What an entry is made of before its values.
+    constexpr std::size_t kHead = 2;
+    listing_.Pieces("    ", {entry.pieces.begin(), entry.pieces.begin() + kHead});
+    for (std::size_t i = 0; i < entry.values.size(); ++i) {
+      listing_.Line("    " + WordText(meta_, entry.values[i]), entry.pieces[kHead + i].extent);
+    }
+  }
+
+  void ListTable(const CompiledTable& table) {
+    constexpr std::size_t kHead = 2;  // class and length
+    const std::size_t count = table.texts.size() + table.numbers.size() + table.cells.size();
+    listing_.Blank();
+    listing_.Line(fmt::format("table of class {}: {}", IndexClassName(table.base), count));
+    if (!table.note.empty()) listing_.Line("  note: " + table.note);
+    listing_.Pieces("  ", {table.pieces.begin(), table.pieces.begin() + kHead});
+    for (std::size_t i = 0; i < count; ++i) ListItem(table, i, table.pieces[kHead + i].extent);
+    listing_.Pieces("  ", {table.pieces.begin() + kHead + static_cast<std::ptrdiff_t>(count),
+                           table.pieces.end()});
+  }
+
+  void ListItem(const CompiledTable& table, std::size_t ordinal, Extent extent) {
+    if (!table.cells.empty()) {
+      listing_.Line(fmt::format("  {}", ordinal), extent);
+      ListCells(table.cells[ordinal]);
+      return;
+    }
+    const std::string text = table.texts.empty()
+                                 ? fmt::format("{0} (0x{0:X})", table.numbers[ordinal])
+                                 : SafeText(table.texts[ordinal]);
+    listing_.Line(fmt::format("  0x{:08X}  {}", table.base + ordinal, text), extent);
+  }
+
+  void ListCells(const TableCells& cells) {
+    std::string_view text;
+    const std::string lines = CellsText(cells);
+    for (text = lines; !text.empty();) {
+      const std::size_t end = text.find('\n');
+      listing_.Line("    " + std::string(text.substr(0, end)));
+      text.remove_prefix(end + 1);
+    }
+  }
+
+  const CompiledMeta& meta_;
+  Listing& listing_;
+};
+
+}  // namespace
+
+void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing) {
+  listing.Line(TitleText(path, "meta file", meta.version, meta.creation_time));
+  listing.Pieces("  ", meta.header);
+  listing.Pieces("  ", meta.directory);
+  MetaLister(meta, listing).List();
+}
+
+}  // namespace rux

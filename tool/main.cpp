@@ -1,0 +1,78 @@
+#include <csignal>
+#include <exception>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "CLI/CLI.hpp"
+#include "tool/command.h"
+#include "tool/failure.h"
+#include "tool/name_text.h"
+#include "tool/nearest.h"
+#include "tool/standard_streams.h"
+
+namespace {
+
+using rux::ExitStatus;
+
+std::string UnknownCommand(const std::string& name) {
+  std::vector<std::string> names;
+  for (const rux::Command& command : rux::Commands()) names.emplace_back(command.name);
+  return "there is no command " + rux::NameText(name) + rux::NearText(name, names);
+}
+
+ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error, const std::string& first) {
+  const std::vector<CLI::App*> commands = app.get_subcommands();
+  const bool is_unknown_command = commands.empty() && !first.empty() && first.front() != '-';
+  const std::string text = is_unknown_command ? UnknownCommand(first) : error.what();
+  const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
+  rux::PrintError("rux: error: " + text + "\nSee 'rux" + command + " --help'.\n");
+  return ExitStatus::kWrongUsage;
+}
+
+ExitStatus Run(int argc, const char* const* argv) {
+  CLI::App app("Compiles hardware-description scripts and asks the meta files made of them.",
+               "rux");
+  app.set_version_flag("--version", "rux " RUX_TOOL_VERSION);
+  app.footer("Example:\n  rux compile boards/server.rux");
+  rux::Action action;
+  for (const rux::Command& command : rux::Commands()) {
+    CLI::App* sub_app = app.add_subcommand(command.name, command.help);
+    sub_app->final_callback([&action, run = command.set_up(*sub_app)] { action = run; });
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() != 0) return WrongUsage(app, error, argc > 1 ? argv[1] : "");
+    // Help and version come this way, too.
+    std::ostringstream text;
+    app.exit(error, text);
+    rux::PrintOut(text.str());
+    return ExitStatus::kDone;
+  }
+  if (!action) {
+    rux::PrintError(app.help());
+    return ExitStatus::kWrongUsage;
+  }
+  return action();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  rux::OccupyStandardStreams();
+  // A file that gets too large is a failed write like any other.
+  std::signal(SIGXFSZ, SIG_IGN);
+  ExitStatus status;
+  try {
+    status = Run(argc, argv);
+    rux::FlushStandardOutput();
+  } catch (const rux::Failure& failure) {
+    rux::PrintError(std::string("rux: error: ") + failure.what() + '\n');
+    status = failure.status();
+  } catch (const std::exception& error) {
+    rux::PrintError(std::string("rux: error: ") + error.what() + '\n');
+    status = ExitStatus::kTrouble;
+  }
+  return static_cast<int>(status);
+}
