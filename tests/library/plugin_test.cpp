@@ -1,18 +1,13 @@
 // The reader plug-in as the library finds, loads and calls it: missing, incomplete or odd ones, one
 // inside the host, and the one at its fixed path.
 #include <dlfcn.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <functional>
 #include <optional>
 
+#include "tests/standins/host_process.h"
 #include "tests/support/host.h"
 #include "tests/support/script_test.h"
 
@@ -20,7 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kFixedPath[] = "/usr/pelm/lib/libruxrsparser.so.0";
 constexpr char kLoadFailed[] = "Parse::load rsparsea(/usr/pelm/lib/libruxrsparser.so.0) failed.\n";
 
 // A plug-in of tests/standins/plugin.cpp. Each holds, and hands over, this script:
@@ -208,35 +202,6 @@ TEST_F(IncludingPluginTest, CallsFollowTheProtocol) {
 
 // Host programs that leave the loader alone
 
-// Runs a host over a script, after preparing its process. What it prints; nothing when it could not
-// be prepared.
-std::optional<std::string> RunHost(
-    const std::string& name, const std::string& script,
-    const std::function<bool()>& prepare = [] { return true; }) {
-  constexpr int kNotPrepared = 126;
-  int ends[2];
-  if (pipe(ends) != 0) return std::nullopt;
-  const pid_t child = fork();
-  if (child == 0) {
-    dup2(ends[1], STDOUT_FILENO);
-    const std::string host = RUX_STANDINS "/" + name;
-    if (!prepare()) _exit(kNotPrepared);
-    execl(host.c_str(), host.c_str(), script.c_str(), nullptr);
-    _exit(127);
-  }
-  close(ends[1]);
-  std::string printed;
-  char buffer[512];
-  for (ssize_t size; (size = read(ends[0], buffer, sizeof buffer)) > 0;) {
-    printed.append(buffer, static_cast<std::size_t>(size));
-  }
-  close(ends[0]);
-  int status = 0;
-  waitpid(child, &status, 0);
-  if (WIFEXITED(status) && WEXITSTATUS(status) == kNotPrepared) return std::nullopt;
-  return printed;
-}
-
 class HostProgramTest : public ScriptTest {
  protected:
   void SetUp() override {
@@ -261,38 +226,6 @@ TEST_F(HostProgramTest, WithoutAnyReaderOpensNothing) {
 TEST_F(HostProgramTest, ThatExportsTheReadersFunctionsIsTheReader) {
   if (fs::exists(kFixedPath)) GTEST_SKIP() << "the plug-in is installed on this machine";
   EXPECT_EQ(RunHost("reader_host", script()), kLoadFailed + std::string(kReadByThePlugin));
-}
-
-// The right to mount: as the system's root, or as the root of a user namespace of one's own.
-bool EnterMountNamespace() {
-  const auto write = [](const char* path, const std::string& text) {
-    std::ofstream file(path);
-    file << text;
-    return static_cast<bool>(file.flush());
-  };
-  if (unshare(CLONE_NEWNS) == 0) return true;
-  const std::string user = std::to_string(geteuid());
-  const std::string group = std::to_string(getegid());
-  return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && write("/proc/self/setgroups", "deny") &&
-         write("/proc/self/uid_map", "0 " + user + " 1") &&
-         write("/proc/self/gid_map", "0 " + group + " 1");
-}
-
-// Puts the built plug-in at its fixed path, seen by this process and those that it starts only:
-// over /usr lies a layer that is kept in memory and vanishes with the process.
-bool PutPluginAtItsFixedPath(const std::string& scratch) {
-  if (!EnterMountNamespace()) return false;
-  if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) return false;
-  if (mount("tmpfs", scratch.c_str(), "tmpfs", 0, nullptr) != 0) return false;
-  const std::string upper = scratch + "/upper";
-  const std::string work = scratch + "/work";
-  const std::string layers = "lowerdir=/usr,upperdir=" + upper + ",workdir=" + work;
-  std::error_code error;
-  fs::create_directory(upper, error);
-  fs::create_directory(work, error);
-  if (mount("overlay", "/usr", "overlay", 0, layers.c_str()) != 0) return false;
-  fs::create_directories(fs::path(kFixedPath).parent_path(), error);
-  return fs::copy_file(RUX_BUILT_PLUGIN, kFixedPath, fs::copy_options::overwrite_existing, error);
 }
 
 TEST_F(HostProgramTest, FindsThePluginAtItsFixedPath) {
