@@ -22,9 +22,8 @@ class CGSSection : public CRUXSection {
 
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine) override {
-    const SectionSchema& schema = SchemaOf(Kind);
-    if (schema.templatesTakeItems && CRUXSection::SetEntry(file, key, value, itemLine)) return 1;
-    for (const FreeEntryRule& rule : schema.freeEntries) {
+    if (CRUXSection::SetEntry(file, key, value, itemLine)) return 1;
+    for (const FreeEntryRule& rule : SchemaOf(Kind).freeEntries) {
       if (key.rfind(rule.prefix, 0) != 0) continue;
       AddEntry(rule.identifier, rule.notation, file, key, value, itemLine);
       return 1;
@@ -74,12 +73,12 @@ class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine) override;
 
+  std::uint32_t ifdefSeen = 0;    // 1 once the first item was handled
+  std::uint32_t ifdefResult = 0;  // whether the condition held; gates nothing
+
  private:
   std::uint32_t ChkIFDEF(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine);
-
-  std::uint32_t ifdefSeen = 0;    // 1 once the first item was handled
-  std::uint32_t ifdefResult = 0;  // whether the condition held; gates nothing
 };
 
 // Every item names a file, which is read into the same model then and there.

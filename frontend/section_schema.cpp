@@ -9,10 +9,7 @@ constexpr tagNOTATION kFree = kOptional | kFreeName;
 constexpr tagNOTATION kFreeActionValue = kHookValue | kFreeName;
 constexpr tagNOTATION kFreeValue = kOptionalValue | kFreeName;
 
-constexpr bool kTakesItems = true;
-constexpr bool kFreeOnly = false;
-
-constexpr SectionSchema kMorvrux = {{{ENTRY_VERSION, kRequired}}, kTakesItems, {}};
+constexpr SectionSchema kMorvrux = {{{ENTRY_VERSION, kRequired}}, {}};
 
 constexpr SectionSchema kSystem = {{{ENTRY_TYPE, kRequired},
                                     {ENTRY_MODEL, kRequired},
@@ -20,7 +17,6 @@ constexpr SectionSchema kSystem = {{{ENTRY_TYPE, kRequired},
                                     {ENTRY_SOUTHBRIDGE, kOptional},
                                     {ENTRY_NORTHBRIDGE, kOptional},
                                     {ENTRY_RUXLOOP, kRequired}},
-                                   kTakesItems,
                                    {{"", ENTRY_P, kFree}}};
 
 constexpr SectionSchema kGroup = {{{ENTRY_PARENT, kRequired},
@@ -30,14 +26,12 @@ constexpr SectionSchema kGroup = {{{ENTRY_PARENT, kRequired},
                                    {ENTRY_VALUE_DEINIT, kHookValue},
                                    {ENTRY_VALUE_ENTRY, kHookValue},
                                    {ENTRY_VALUE_EXIT, kHookValue}},
-                                  kTakesItems,
                                   {}};
 
 constexpr SectionSchema kPelmGroup = {{{ENTRY_NAME, kRequired},
                                        {ENTRY_ID, kRequired},
                                        {ENTRY_PID, kRequired},
                                        {ENTRY_SENSORS, kRequired}},
-                                      kTakesItems,
                                       {{"", ENTRY_P, kFree}}};
 
 constexpr SectionSchema kSensor = {
@@ -58,7 +52,6 @@ constexpr SectionSchema kSensor = {
      {ENTRY_VALUE_EXIT, kHookValue},
      {ENTRY_VALUE, kRequiredValue},
      {ENTRY_VALUE_IPMI, kOptionalValue}},
-    kTakesItems,
     {{"P_", ENTRY_P, kFree}, {"", ENTRY_VALUE_OF_SENSOR, kFreeValue}}};
 
 constexpr SectionSchema kDevice = {
@@ -66,26 +59,23 @@ constexpr SectionSchema kDevice = {
      {ENTRY_ID, kRequired},
      {ENTRY_INITFLAG, kRequired},
      {ENTRY_CONTROLMASK, kRequired}},
-    kTakesItems,
     {{"P_", ENTRY_P, kFree}, {"", ENTRY_VALUE_OF_SENSOR, kFreeValue}}};
 
 constexpr SectionSchema kAction = {{{ENTRY_NAME, kRequired},
                                     {ENTRY_ARGNUMBER, kOptional},
                                     {ENTRY_VALUE_IPMI, kOptionalValue},
                                     {ENTRY_VALUE, kOptionalValue}},
-                                   kTakesItems,
                                    {{"", ENTRY_VALUE_OF_ACTION, kFreeActionValue}}};
 
 constexpr SectionSchema kTable = {{{ENTRY_NAME, kRequired}, {ENTRY_TYPE, kRequired}},
-                                  kTakesItems,
                                   {{"", ENTRY_TABLE_ROW, kFree}}};
 
-constexpr SectionSchema kGlobal = {{}, kFreeOnly, {{"", ENTRY_G, kFreeValue}}};
-constexpr SectionSchema kProperty = {{}, kFreeOnly, {{"", ENTRY_PROPERTY, kFree}}};
-constexpr SectionSchema kRepeater = {{}, kFreeOnly, {{"", ENTRY_REPEATER, kFree}}};
+constexpr SectionSchema kGlobal = {{}, {{"", ENTRY_G, kFreeValue}}};
+constexpr SectionSchema kProperty = {{}, {{"", ENTRY_PROPERTY, kFree}}};
+constexpr SectionSchema kRepeater = {{}, {{"", ENTRY_REPEATER, kFree}}};
 
-constexpr SectionSchema kIfdef = {{{ENTRY_DEFINEWORD, kRequired}}, kTakesItems, {}};
-constexpr SectionSchema kNoSchema = {{}, kTakesItems, {}};
+constexpr SectionSchema kIfdef = {{{ENTRY_DEFINEWORD, kRequired}}, {}};
+constexpr SectionSchema kNoSchema = {{}, {}};
 
 }  // namespace
 

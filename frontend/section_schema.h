@@ -22,7 +22,6 @@ struct FreeEntryRule {
 
 struct SectionSchema {
   std::initializer_list<EntryTemplate> templates;
-  bool templatesTakeItems;                           // false: every item is a free entry
   std::initializer_list<FreeEntryRule> freeEntries;  // the first that fits; none: item rejected
 };
 

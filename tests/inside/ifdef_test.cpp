@@ -3,17 +3,6 @@
 #include "frontend/section_kinds.h"
 #include "tests/inside/model_test.h"
 
-// Nothing in the library reads the outcome of a condition, and no function tells it: an explicit
-// instantiation, which may name private members, lets the tests at it.
-template <std::uint32_t CGSIFDEF::*Seen, std::uint32_t CGSIFDEF::*Result>
-struct Condition {
-  friend std::uint32_t SeenOf(const CGSIFDEF& section) { return section.*Seen; }
-  friend std::uint32_t ResultOf(const CGSIFDEF& section) { return section.*Result; }
-};
-std::uint32_t SeenOf(const CGSIFDEF& section);
-std::uint32_t ResultOf(const CGSIFDEF& section);
-template struct Condition<&CGSIFDEF::ifdefSeen, &CGSIFDEF::ifdefResult>;
-
 namespace {
 
 class IfdefTest : public ModelTest {
@@ -22,15 +11,15 @@ class IfdefTest : public ModelTest {
 };
 
 TEST_F(IfdefTest, NewSectionHasSeenNothing) {
-  EXPECT_EQ(SeenOf(section), 0u);
-  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.ifdefSeen, 0u);
+  EXPECT_EQ(section.ifdefResult, 0u);
 }
 
 TEST_F(IfdefTest, ConditionHoldsForADefinedWord) {
   AddPredDefineValue("A", 0);
   EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "A", 2), 1u);
-  EXPECT_EQ(SeenOf(section), 1u);
-  EXPECT_EQ(ResultOf(section), 1u);
+  EXPECT_EQ(section.ifdefSeen, 1u);
+  EXPECT_EQ(section.ifdefResult, 1u);
   EXPECT_EQ(section.entries.size(), 1u);
   EXPECT_EQ(*section.entries[0]->m_RuxEntryData.Get<std::string>(), "A");
 }
@@ -38,15 +27,15 @@ TEST_F(IfdefTest, ConditionHoldsForADefinedWord) {
 TEST_F(IfdefTest, ConditionFailsForAnUndefinedWord) {
   AddPredDefineValue("A", 1);
   EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "a", 2), 1u);
-  EXPECT_EQ(SeenOf(section), 1u);
-  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.ifdefSeen, 1u);
+  EXPECT_EQ(section.ifdefResult, 0u);
 }
 
 TEST_F(IfdefTest, ConditionFailsWhenTheFirstItemIsAnother) {
   AddPredDefineValue("A", 1);
   EXPECT_EQ(section.SetEntry("board.rux", "A", "A", 2), 1u);
-  EXPECT_EQ(SeenOf(section), 1u);
-  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.ifdefSeen, 1u);
+  EXPECT_EQ(section.ifdefResult, 0u);
   EXPECT_EQ(section.entries.size(), 1u);
   EXPECT_EQ(section.entries[0]->name, "");
   EXPECT_EQ(host::TakeMessages(), std::vector<std::string>{});
@@ -55,8 +44,8 @@ TEST_F(IfdefTest, ConditionFailsWhenTheFirstItemIsAnother) {
 TEST_F(IfdefTest, ConditionFailsWhenItsCheckDoes) {
   AddPredDefineValue("", 1);
   EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "\"\"", 2), 1u);
-  EXPECT_EQ(SeenOf(section), 1u);
-  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.ifdefSeen, 1u);
+  EXPECT_EQ(section.ifdefResult, 0u);
 }
 
 TEST_F(IfdefTest, SecondItemIsTheFirstDefinition) {
@@ -73,7 +62,7 @@ TEST_F(IfdefTest, LaterItemsDoNotChangeTheCondition) {
   section.SetEntry("board.rux", "DEFINEWORD", "A", 2);
   EXPECT_EQ(section.SetEntry("board.rux", "A", "1", 3), 1u);
   EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "2", 4), 1u);
-  EXPECT_EQ(ResultOf(section), 0u);
+  EXPECT_EQ(section.ifdefResult, 0u);
   EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 1}, {"DEFINEWORD", 2}}));
 }
 
