@@ -11,8 +11,9 @@
 //   gcUnInit();
 //
 // One meta file is loaded at a time; call everything from one thread. Handles point into the loaded
-// data: they stay valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a
-// loaded file with gcUnInit before loading the next: gcInit does not.
+// data, a section handle at a tagGCSECT and an entry handle at a tagGCENTRY (records.h): they stay
+// valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded file with
+// gcUnInit before loading the next: gcInit does not.
 //
 // Each function but gcUnInit stores a last-error code, 0 on success; gcGetLastError reads it. The
 // codes are named in identifiers.h and explained in last_errors.def. Before a gcInit every query
