@@ -12,14 +12,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool IsOneFile(const std::string& path, const std::string& other) {
+// The one name of a file, whether it is there already or not; empty when it cannot be told.
+fs::path WholeName(const std::string& path) {
   std::error_code error;
-  if (fs::is_other(path, error)) return false;
-  if (fs::equivalent(path, other, error)) return true;
-  // Nor may two names of a file that is not there yet be given.
-  const fs::path whole_path = fs::weakly_canonical(path, error);
-  if (error) return false;
-  return whole_path == fs::weakly_canonical(other, error) && !error;
+  const fs::path whole = fs::weakly_canonical(fs::absolute(path, error), error);
+  return error ? fs::path() : whole;
+}
+
+bool IsOneFile(const std::string& path, const std::string& other) {
+  std::error_code none_there;
+  if (fs::is_other(path, none_there)) return false;
+  if (fs::equivalent(path, other, none_there)) return true;
+  const fs::path whole = WholeName(path);
+  return !whole.empty() && whole == WholeName(other);
 }
 
 }  // namespace

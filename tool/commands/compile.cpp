@@ -107,7 +107,7 @@ Action SetUpCompile(CLI::App& app) {
                  "The meta file to write (default: the script's name with .meta)")
       ->type_name("META");
   app.add_option("-g,--debug-meta", options->debug_meta,
-                 "Write also this debug meta file, which keeps all that the script said")
+                 "Also write this debug meta file, for where, dump and decompile")
       ->type_name("METAD");
   app.footer("Example:\n  rux compile boards/server.rux -o server.meta -g server.metad");
   return [options] { return Compile(*options); };

@@ -29,9 +29,8 @@ std::uint32_t Cursor::Count(const char* field, std::size_t least_size) {
   const std::uint32_t count = Word(field);
   if (count > left() / least_size) {
     Fail(field, begin,
-         fmt::format("the count {0} (0x{0:X}) is too large: each takes {1} bytes at least, {2} are "
-                     "left",
-                     count, least_size, left()));
+         fmt::format("the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count,
+                     left(), least_size));
   }
   return count;
 }
@@ -66,6 +65,7 @@ std::string_view Cursor::Bytes(const char* field, std::size_t size) {
 }
 
 void Cursor::Zeros(const char* field, std::size_t size) {
+  if (size == 0) return;
   const std::size_t begin = offset_;
   const std::string_view bytes = Bytes(field, size);
   const std::size_t at = bytes.find_first_not_of('\0');
@@ -75,7 +75,7 @@ void Cursor::Zeros(const char* field, std::size_t size) {
 }
 
 void Cursor::ExpectEnd() const {
-  if (left() > 0) Report("end", offset_, fmt::format("{} bytes are left over", left()));
+  if (left() > 0) Report("end", offset_, fmt::format("bytes left over: {}", left()));
 }
 
 void Cursor::Report(const char* field, std::size_t offset, const std::string& reason) const {
@@ -98,7 +98,7 @@ Fault Cursor::FaultAt(const char* field, std::size_t offset, const std::string& 
 
 void Cursor::Need(const char* field, std::size_t size) const {
   if (size <= left()) return;
-  Fail(field, offset_, fmt::format("{} bytes are needed, {} are left", size, left()));
+  Fail(field, offset_, fmt::format("bytes needed: {}, left: {}", size, left()));
 }
 
 void Cursor::Note(const char* field, std::size_t begin) const {
@@ -110,7 +110,7 @@ std::uint32_t Cursor::Length(const char* field) {
   const std::uint32_t length = LoadWord(file_.substr(offset_, kWordSize));
   if (length > left() - kWordSize) {
     Fail(field, offset_,
-         fmt::format("the length {0} (0x{0:X}) is too large: {1} bytes are left", length,
+         fmt::format("the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
                      left() - kWordSize));
   }
   offset_ += kWordSize;

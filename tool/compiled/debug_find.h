@@ -14,8 +14,8 @@ struct DebugFound {
   const DebugEntry* entry;  // null: the section itself
 };
 
-// KIND/SECTION[/ENTRY] as MetaFind knows it, for every kind of the script language, and WORD/NAME
-// for a defined word.
+// KIND/SECTION[/ENTRY] as for meta files (meta_find.h), for every kind of the script language, and
+// WORD/NAME for a defined word.
 //
 // The result has the section, or all of its entries with that key, in file order; for a word, all
 // entries that define it. It is never empty and points into `meta`. Throws a Failure of findings

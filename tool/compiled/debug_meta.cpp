@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tool/compiled/cursor.h"
+#include "tool/compiled/file_header.h"
 #include "tool/compiled/keywords.h"
 #include "tool/compiled/value_shape.h"
 #include "tool/compiled/whole_file.h"
@@ -15,15 +16,19 @@ namespace rux {
 namespace {
 
 constexpr std::string_view kMagic("MORV RUX metaD.\0", 16);
-constexpr std::uint32_t kVersion = 0x01000000;
-constexpr std::size_t kDataOffset = 128;
 
 // The least that the things take that are counted.
 constexpr std::size_t kLeastDefinedWord = 8;
 constexpr std::size_t kLeastText = 4;
 constexpr std::size_t kLeastKind = 4;
-constexpr std::size_t kLeastSection = 4;
-constexpr std::size_t kLeastEntry = 4;
+constexpr std::size_t kLeastObject = 4 + 20;
+constexpr std::size_t kLeastSection = 4 + kLeastObject + 4;
+constexpr std::size_t kLeastEntry = 4 + kLeastObject + 4 + 4;
+
+constexpr std::size_t kMostKinds = 0
+#define SECTION(keyword, kind, notation) +1
+#include "ruxcomp/sections.def"
+    ;
 
 class Decoder {
  public:
@@ -32,7 +37,8 @@ class Decoder {
   DebugMeta Decode() {
     // A fault that reaches this place leaves no way to tell where the next record begins.
     try {
-      DecodeHeader();
+      DecodeHeader(cursor_, kMagic, "debug meta file", meta_.version, meta_.creation_time,
+                   meta_.header);
       DecodeWords();
       DecodeKinds();
       const Record file(cursor_, "file");
@@ -44,21 +50,6 @@ class Decoder {
   }
 
  private:
-  void DecodeHeader() {
-    const Record record(cursor_, "header", Record::kNoOrdinal, &meta_.header);
-    if (cursor_.Bytes("magic", kMagic.size()) != kMagic) {
-      cursor_.Fail("magic", 0, "this is no debug meta file");
-    }
-    const std::size_t at = cursor_.offset();
-    meta_.version = cursor_.Word("version");
-    if (meta_.version != kVersion) {
-      cursor_.Fail("version", at,
-                   fmt::format("it is 0x{:08X}, readable is 0x{:08X}", meta_.version, kVersion));
-    }
-    meta_.creation_time = cursor_.Word("creation time");
-    cursor_.Zeros("gap", kDataOffset - cursor_.offset());
-  }
-
   void DecodeWords() {
     const std::uint32_t count = DecodeCount("defined words", kLeastDefinedWord, meta_.word_count);
     for (std::uint32_t i = 0; i < count; ++i) DecodeWord(i);
@@ -86,6 +77,11 @@ class Decoder {
 
   void DecodeKinds() {
     const std::uint32_t count = DecodeCount("kinds", kLeastKind, meta_.kind_count);
+    if (count > kMostKinds) {
+      const Record record(cursor_, "kinds");
+      cursor_.Fail("count", meta_.kind_count.offset,
+                   fmt::format("it is {}, there are {} kinds", count, kMostKinds));
+    }
     for (std::uint32_t i = 0; i < count; ++i) DecodeKind(i);
   }
 
@@ -94,7 +90,7 @@ class Decoder {
     const std::uint32_t count = cursor_.Count("section count", kLeastSection);
     meta_.section_counts.push_back(record.extent());
     meta_.kinds.emplace_back();
-    for (std::uint32_t i = 0; i < count; ++i) {
+    for (std::uint32_t i = 0; i < count && !faults_.enough(); ++i) {
       // Sections have a length: what follows one can be read whatever is wrong in it.
       try {
         DecodeSection(i);
@@ -111,7 +107,7 @@ class Decoder {
     DecodeObject(section, SourceSectionKeyword);
     CheckKind(section.identifier);
     const std::uint32_t count = cursor_.Count("entry count", kLeastEntry);
-    for (std::uint32_t i = 0; i < count; ++i) {
+    for (std::uint32_t i = 0; i < count && !faults_.enough(); ++i) {
       try {
         DecodeEntry(i, section.entries);
       } catch (const Fault& fault) {
@@ -165,9 +161,9 @@ class Decoder {
     object.name = cursor_.Text("name");
     if (may_have_files && cursor_.left() > 0) DecodeFiles();
     if (meta_.files_extent.size > 0 && object.file_index >= meta_.files.size()) {
-      cursor_.Report("file index", file_offset,
-                     fmt::format("it is {}, there are {} source files", object.file_index,
-                                 meta_.files.size()));
+      cursor_.Report(
+          "file index", file_offset,
+          fmt::format("it is {}, source files: {}", object.file_index, meta_.files.size()));
     }
     cursor_.ExpectEnd();
   }

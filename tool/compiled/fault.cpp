@@ -7,9 +7,7 @@
 namespace rux {
 
 void Faults::Add(Fault fault) {
-  constexpr std::size_t kMostKept = 20;
-  ++count_;
-  if (first_.size() < kMostKept) first_.push_back(std::move(fault));
+  if (!enough()) list_.push_back(std::move(fault));
 }
 
 std::string FaultText(const Fault& fault) {
@@ -19,7 +17,7 @@ std::string FaultText(const Fault& fault) {
 
 Failure DamageFailure(const std::string& path, const Faults& faults) {
   return Failure(ExitStatus::kTrouble,
-                 "cannot load " + path + ": " + FaultText(faults.first().front()));
+                 "cannot load " + path + ": " + FaultText(faults.list().front()));
 }
 
 }  // namespace rux

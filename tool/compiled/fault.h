@@ -17,23 +17,25 @@ struct Fault {
   std::string reason;  // what stands there and why it cannot be
 };
 
-// The faults of one file in the order of their discovery: the first few, and how many there are in
-// all. Later ones may follow from earlier ones.
+// The first faults of a file in the order of their discovery. Later ones may follow from earlier
+// ones.
 class Faults {
  public:
+  // What is found when there are enough is dropped.
   void Add(Fault fault);
 
-  bool empty() const { return count_ == 0; }
-  std::size_t count() const { return count_; }
-  const std::vector<Fault>& first() const { return first_; }
+  bool empty() const { return list_.empty(); }
+  // Looking for more is of no use.
+  bool enough() const { return list_.size() >= kMost; }
+  const std::vector<Fault>& list() const { return list_; }
 
  private:
-  std::vector<Fault> first_;
-  std::size_t count_ = 0;
+  static constexpr std::size_t kMost = 20;
+
+  std::vector<Fault> list_;
 };
 
-// "offset 0xF4, kind block 0, section 0, name: the length 255 (0xFF) is too large: 12 bytes are
-// left"
+// "offset 0xF4, kind block 0, section 0, name: the length 255 (0xFF) is too large, bytes left: 12"
 std::string FaultText(const Fault& fault);
 
 // The end of a command that cannot use the file at `path` because of its first fault.

@@ -8,18 +8,19 @@
 
 #include "ruxcomp/identifiers.h"
 #include "tool/compiled/cursor.h"
+#include "tool/compiled/file_header.h"
 #include "tool/compiled/keywords.h"
+#include "tool/compiled/meta_index.h"
+#include "tool/compiled/text_block.h"
 
 namespace rux {
 namespace {
 
 constexpr std::string_view kMagic("MORV RUX meta.\0", 15);
-constexpr std::uint32_t kVersion = 0x01000000;
-constexpr std::size_t kVersionOffset = 16;
-constexpr std::size_t kDirectoryOffset = 128;
 constexpr std::size_t kSectionsOffset = 256;
-constexpr std::size_t kAlignment = 16;  // of blocks; also the most padding before one
+constexpr std::size_t kAlignment = 16;  // of the blocks; also the most padding before one
 constexpr std::size_t kWordSize = 4;
+
 // The least that the things take that are counted.
 constexpr std::size_t kLeastSection = 8;
 constexpr std::size_t kLeastEntry = 8;
@@ -30,33 +31,6 @@ constexpr std::array<std::uint32_t, 10> kBlocks = {
 #include "ruxcomp/symbol_tables.def"
     RUX_CLASS_TableData};
 
-// How many bytes of `block`, the payload of a block with the padding behind it, are texts, each
-// with its terminating zero. The stated length is right where it can be: empty texts at the end
-// look like padding. None when there is no padding.
-std::optional<std::size_t> SizeOfTexts(std::string_view block, std::size_t stated) {
-  const std::size_t last = block.find_last_not_of('\0');
-  const std::size_t terminated = last == std::string_view::npos ? 0 : last + 2;
-  const std::size_t most_padding = std::min(block.size(), kAlignment);
-  const std::size_t least = std::max(terminated, block.size() - most_padding);
-  if (least >= block.size()) return std::nullopt;
-  return stated >= least && stated < block.size() ? stated : least;
-}
-
-// Why the length of a block may differ from the size of its texts.
-std::string LengthNote(std::size_t stated, std::size_t size) {
-  if (stated == size) return "";
-  if (stated > size) {
-    return fmt::format(
-        "the stated length {} is {} more than the texts take: it counts names "
-        "without an index",
-        stated, stated - size);
-  }
-  return fmt::format(
-      "the stated length {} is {} less than the texts take: it leaves out empty "
-      "texts at their end",
-      stated, size - stated);
-}
-
 class Decoder {
  public:
   Decoder(std::string_view bytes, Faults& faults)
@@ -64,7 +38,7 @@ class Decoder {
 
   CompiledMeta Decode() {
     try {
-      DecodeHeader();
+      DecodeHeader(cursor_, kMagic, "meta file", meta_.version, meta_.creation_time, meta_.header);
       DecodeDirectory();
       Try([this] { DecodeSections(); });
       for (std::size_t i = 0; i < kBlocks.size(); ++i) Try([this, i] { DecodeBlock(i); });
@@ -85,32 +59,19 @@ class Decoder {
     }
   }
 
-  void DecodeHeader() {
-    const Record record(cursor_, "header", Record::kNoOrdinal, &meta_.header);
-    if (cursor_.Bytes("magic", kMagic.size()) != kMagic) {
-      cursor_.Fail("magic", 0, "this is no meta file");
-    }
-    cursor_.Zeros("gap", kVersionOffset - cursor_.offset());
-    const std::size_t at = cursor_.offset();
-    meta_.version = cursor_.Word("version");
-    if (meta_.version != kVersion) {
-      cursor_.Fail("version", at,
-                   fmt::format("it is 0x{:08X}, readable is 0x{:08X}", meta_.version, kVersion));
-    }
-    meta_.creation_time = cursor_.Word("creation time");
-    cursor_.Zeros("gap", kDirectoryOffset - cursor_.offset());
-  }
-
   void DecodeDirectory() {
     const Record record(cursor_, "directory", Record::kNoOrdinal, &meta_.directory);
     for (std::size_t least = kSectionsOffset; offsets_.size() < kBlocks.size();) {
       const std::size_t at = cursor_.offset();
-      const std::uint32_t offset = cursor_.Word("block offset");
+      const char* name = IndexClassName(kBlocks[offsets_.size()]);
+      const std::uint32_t offset = cursor_.Word(name);
       if (offset % kAlignment != 0 || offset <= least || offset >= bytes_.size()) {
-        cursor_.Fail("block offset", at,
-                     fmt::format("it is 0x{:X}; a multiple of {} above 0x{:X} is needed, in the "
-                                 "0x{:X} bytes of the file",
-                                 offset, kAlignment, least, bytes_.size()));
+        cursor_.Fail(
+            name, at,
+            fmt::format(
+                "it is 0x{:X}; it must be a multiple of {} above 0x{:X} and below the file's "
+                "end 0x{:X}",
+                offset, kAlignment, least, bytes_.size()));
       }
       offsets_.push_back(offset);
       least = offset;
@@ -120,10 +81,9 @@ class Decoder {
   }
 
   void DecodeSections() {
-    Record record(cursor_, "sections");
+    Record record(cursor_, "sections", Record::kNoOrdinal, &meta_.frame);
     record.MoveTo({kSectionsOffset, offsets_.front() - kSectionsOffset});
-    const std::uint32_t count = cursor_.Count("count", kLeastSection);
-    meta_.section_count = record.extent();
+    const std::uint32_t count = cursor_.Count("section count", kLeastSection);
     for (std::uint32_t i = 0; i < count; ++i) DecodeSection(i);
     ExpectPadding();
   }
@@ -166,8 +126,7 @@ class Decoder {
     table.base = cursor_.Word("class");
     if (table.base != kBlocks[ordinal]) {
       cursor_.Fail("class", at,
-                   fmt::format("it is 0x{:08X}, this block has the class 0x{:08X}", table.base,
-                               kBlocks[ordinal]));
+                   fmt::format("it is 0x{:08X}, needed is 0x{:08X}", table.base, kBlocks[ordinal]));
     }
     table.length = cursor_.Word("length");
     CheckLength(table.length);
@@ -187,7 +146,8 @@ class Decoder {
   void CheckLength(std::uint32_t length) const {
     const std::size_t left = bytes_.size() - cursor_.offset();
     if (length > left)
-      FailLength(fmt::format("it is {0} (0x{0:X}), {1} bytes are left", length, left));
+      FailLength(
+          fmt::format("the length {0} (0x{0:X}) is too large, bytes left: {1}", length, left));
   }
 
   [[noreturn]] void FailLength(const std::string& reason) const {
@@ -196,7 +156,7 @@ class Decoder {
 
   void DecodeCells(CompiledTable& table) {
     if (table.length != cursor_.left() || table.length % TableCells().size() != 0) {
-      FailLength(fmt::format("it is {}, {} bytes are left, of {} for each table", table.length,
+      FailLength(fmt::format("it is {}, bytes left: {}, for each table: {}", table.length,
                              cursor_.left(), TableCells().size()));
     }
     while (cursor_.left() > 0) {
@@ -208,7 +168,7 @@ class Decoder {
 
   void DecodeNumbers(CompiledTable& table) {
     if (table.length % kWordSize != 0 || table.length > cursor_.left()) {
-      FailLength(fmt::format("it is {}, {} bytes are left, of {} for each number", table.length,
+      FailLength(fmt::format("it is {}, bytes left: {}, for each number: {}", table.length,
                              cursor_.left(), kWordSize));
     }
     for (std::size_t i = 0; i < table.length / kWordSize; ++i) {
@@ -220,8 +180,8 @@ class Decoder {
     const std::string_view block = bytes_.substr(cursor_.offset(), cursor_.left());
     const std::optional<std::size_t> size = SizeOfTexts(block, table.length);
     if (!size) cursor_.Fail("texts", cursor_.offset(), "they are not ended by padding");
-    if (table.length < *size && block.find_first_not_of('\0', table.length) != block.npos) {
-      FailLength(fmt::format("it is {}, but the texts take {} bytes", table.length, *size));
+    if (table.length < *size && !CouldEndAt(block, table.length)) {
+      FailLength(fmt::format("it is {}, bytes of the texts: {}", table.length, *size));
     }
     table.note = LengthNote(table.length, *size);
     for (std::size_t begin = 0; begin < *size;) {
@@ -237,7 +197,7 @@ class Decoder {
     const std::size_t size = cursor_.left();
     if (size == 0 || size > kAlignment) {
       cursor_.Fail("padding", cursor_.offset(),
-                   fmt::format("there are {} bytes, 1 to {} are right", size, kAlignment));
+                   fmt::format("bytes: {}, right are 1 to {}", size, kAlignment));
     }
     cursor_.Zeros("padding", size);
   }

@@ -56,7 +56,7 @@ struct CompiledMeta {
   // What stands between the records.
   std::vector<Piece> header;
   std::vector<Piece> directory;
-  Extent section_count;
+  std::vector<Piece> frame;  // of the sections: their count, the padding behind them
 };
 
 // For the bytes of a file, which begin like a meta file. What is wrong with them goes to `faults`,

@@ -12,7 +12,7 @@
 namespace rux {
 namespace {
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
 class Descriptor {
  public:
@@ -42,7 +42,7 @@ std::string ReadWholeFile(const std::string& path) {
     if (size < 0) throw SystemFailure("cannot load", path);
     bytes.append(piece.data(), static_cast<std::size_t>(size));
     if (bytes.size() > kMostBytes) {
-      throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": it has more than 1 GiB");
+      throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": it has more than 256 MiB");
     }
   }
 }

@@ -6,7 +6,7 @@
 
 namespace rux {
 
-// Throws a Failure of trouble for what cannot be read or has more than 1 GiB: no compiled file is
+// Throws a Failure of trouble for what cannot be read or has more than 256 MiB: no compiled file is
 // that large. Reads up to the end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 

@@ -54,8 +54,8 @@ std::optional<std::string> GroupBeforeParent(const DebugMeta& meta) {
       const auto parent = name == kRoot ? ordinals.end() : ordinals.find(name);
       if (parent == ordinals.end() || parent->second <= i) continue;
       return fmt::format(
-          "{}: [GROUP] {} comes before its parent {} ({}). Files that include each other can have "
-          "that order, one script cannot.",
+          "{}: [GROUP] {} stands before its parent {} ({}): several files can have that order, one "
+          "script cannot",
           PlaceOf(meta, kind[i]), NameText(TextOf(kind[i], "NAME")), NameText(parent->first),
           PlaceOf(meta, kind[parent->second]));
     }
@@ -73,8 +73,8 @@ std::optional<std::string> MisreadItem(const DebugMeta& meta,
     for (std::size_t i = 0; i < section.items.size(); ++i) {
       const ScriptItem& item = section.items[i];
       if (is_there && i < read->item_count && IsReadAs(read->items[i], item)) continue;
-      return fmt::format("{}: [{}] {} has bytes that no script can say.",
-                         PlaceOf(meta, *item.entry), section.keyword, NameText(item.entry->name));
+      return fmt::format("{}: [{}] {} has bytes that no script can say", PlaceOf(meta, *item.entry),
+                         section.keyword, NameText(item.entry->name));
     }
     if (read != script.sections().end()) ++read;
   }

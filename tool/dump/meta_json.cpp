@@ -59,7 +59,7 @@ Json MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& 
   Json json = TitleJson(path, "meta", meta.version, meta.creation_time);
   std::vector<Piece> pieces = meta.header;
   pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
-  pieces.push_back({"section count", meta.section_count});
+  pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
   raw.Put(json, pieces);
   std::map<std::uint32_t, std::size_t> counts;
   Json& sections = json["sections"] = Json::array();

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <map>
+#include <sstream>
 
 #include "tool/compiled/keywords.h"
 #include "tool/compiled/meta_index.h"
@@ -13,6 +14,8 @@
 namespace rux {
 namespace {
 
+constexpr char kEmptyText[] = "\"\"";
+
 // "0x11000004  number 4"
 std::string IndexText(std::uint32_t index) {
   const char* name = IndexClassName(index);
@@ -22,7 +25,8 @@ std::string IndexText(std::uint32_t index) {
 
 // The same with what it stands for.
 std::string WordText(const CompiledMeta& meta, std::uint32_t word) {
-  return fmt::format("{:<26}{}", IndexText(word), PartText({"", false, {Resolve(meta, word)}}));
+  const std::string text = PartText({"", false, {Resolve(meta, word)}});
+  return fmt::format("{:<26}{}", IndexText(word), text.empty() ? kEmptyText : text);
 }
 
 class MetaLister {
@@ -31,11 +35,12 @@ class MetaLister {
 
   void List() {
     listing_.Blank();
-    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.section_count);
+    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame.front().extent);
     std::map<std::uint32_t, std::size_t> counts;
     for (const CompiledSection& section : meta_.sections) {
       ListSection(section, counts[section.identifier]++);
     }
+    listing_.Pieces("", {meta_.frame.begin() + 1, meta_.frame.end()});
     for (const CompiledTable& table : meta_.tables) ListTable(table);
   }
 
@@ -76,22 +81,21 @@ class MetaLister {
     if (!table.cells.empty()) {
       listing_.Line(fmt::format("  {}", ordinal), extent);
       ListCells(table.cells[ordinal]);
-      return;
+    } else {
+      listing_.Line(fmt::format("  0x{:08X}  {}", table.base + ordinal, ItemText(table, ordinal)),
+                    extent);
     }
-    const std::string text = table.texts.empty()
-                                 ? fmt::format("{0} (0x{0:X})", table.numbers[ordinal])
-                                 : SafeText(table.texts[ordinal]);
-    listing_.Line(fmt::format("  0x{:08X}  {}", table.base + ordinal, text), extent);
+  }
+
+  static std::string ItemText(const CompiledTable& table, std::size_t ordinal) {
+    if (!table.numbers.empty()) return fmt::format("{0} (0x{0:X})", table.numbers[ordinal]);
+    const std::string& text = table.texts[ordinal];
+    return text.empty() ? kEmptyText : SafeText(text);
   }
 
   void ListCells(const TableCells& cells) {
-    std::string_view text;
-    const std::string lines = CellsText(cells);
-    for (text = lines; !text.empty();) {
-      const std::size_t end = text.find('\n');
-      listing_.Line("    " + std::string(text.substr(0, end)));
-      text.remove_prefix(end + 1);
-    }
+    std::istringstream lines(CellsText(cells));
+    for (std::string line; std::getline(lines, line);) listing_.Line("    " + line);
   }
 
   const CompiledMeta& meta_;
@@ -103,6 +107,7 @@ class MetaLister {
 void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing) {
   listing.Line(TitleText(path, "meta file", meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
+  if (listing.raw()) listing.Line("directory of the tables");
   listing.Pieces("  ", meta.directory);
   MetaLister(meta, listing).List();
 }

@@ -1,0 +1,55 @@
+// Decompiled scripts mean the same: they compile to the same meta file and, decompiled again, are
+// the same.
+#include "tests/tool/decompile/round_trip.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "tests/tool/decompile/model_compare.h"
+#include "tests/tool/decompile/random_layout.h"
+#include "tests/tool/decompile/random_script.h"
+
+namespace {
+
+void ExpectSameMeaning(const RoundTrip& trip) {
+  ASSERT_EQ(trip.status, 0) << trip.messages;
+  EXPECT_TRUE(trip.meta == trip.meta_again);
+  EXPECT_EQ(DifferenceOf(trip.debug_meta, trip.debug_meta_again), "");
+  EXPECT_EQ(trip.script, trip.script_again);
+}
+
+TEST(Decompile, FirstExampleMeansTheSame) {
+  ExpectSameMeaning(TakeRoundTrip(std::string(RUX_EXAMPLES "/first/first.rux")));
+}
+
+TEST(Decompile, ServerExampleMeansTheSame) {
+  ExpectSameMeaning(TakeRoundTrip(std::string(RUX_EXAMPLES "/server/server.rux")));
+}
+
+// Many seeds a test: every one takes four runs of the program.
+constexpr std::uint32_t kBlocks = 16;
+constexpr std::uint32_t kSeedsPerBlock = 25;
+
+class RandomScripts : public testing::TestWithParam<std::uint32_t> {};
+
+std::string TextOf(const SourceFiles& files) {
+  std::ostringstream text;
+  for (const auto& [path, contents] : files) text << "=== " << path << '\n' << contents << '\n';
+  return text.str();
+}
+
+TEST_P(RandomScripts, MeanTheSame) {
+  for (std::uint32_t i = 0; i < kSeedsPerBlock && !HasFailure(); ++i) {
+    const std::uint32_t seed = GetParam() * kSeedsPerBlock + i;
+    Random random(seed);
+    const SourceFiles files = RandomLayout(random, RandomScript(random));
+    SCOPED_TRACE("seed " + std::to_string(seed) + '\n' + TextOf(files));
+    ExpectSameMeaning(TakeRoundTrip(files));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Decompile, RandomScripts, testing::Range(0u, kBlocks));
+
+}  // namespace
