@@ -7,9 +7,9 @@
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
 #include "tool/failure.h"
-#include "tool/name_text.h"
-#include "tool/nearest.h"
 #include "tool/standard_streams.h"
+#include "tool/text/name_text.h"
+#include "tool/text/nearest.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "tool/command.h"
-#include "tool/compile_run.h"
+#include "tool/compile/compile_run.h"
 
 namespace rux {
 

@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "tool/atomic_file.h"
 #include "tool/command.h"
-#include "tool/compile_run.h"
+#include "tool/compile/atomic_file.h"
+#include "tool/compile/compile_run.h"
+#include "tool/compile/overwriting.h"
+#include "tool/compile/script_path.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/failure.h"
-#include "tool/meta_format.h"
-#include "tool/overwriting.h"
-#include "tool/script_path.h"
+#include "tool/meta/meta_format.h"
 
 namespace rux {
 namespace {

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "tool/atomic_file.h"
 #include "tool/command.h"
+#include "tool/compile/atomic_file.h"
+#include "tool/compile/overwriting.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/decompile/obstacles.h"
 #include "tool/decompile/script_sections.h"
 #include "tool/decompile/script_text.h"
 #include "tool/failure.h"
-#include "tool/overwriting.h"
 #include "tool/standard_streams.h"
 
 namespace rux {

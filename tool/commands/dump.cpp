@@ -9,8 +9,8 @@
 #include "tool/compiled/meta.h"
 #include "tool/compiled/whole_file.h"
 #include "tool/failure.h"
+#include "tool/meta/value_json.h"
 #include "tool/standard_streams.h"
-#include "tool/value_json.h"
 
 namespace rux {
 namespace {

@@ -18,13 +18,13 @@
 #include <vector>
 
 #include "tool/command.h"
-#include "tool/meta_find.h"
-#include "tool/meta_path.h"
-#include "tool/meta_view.h"
-#include "tool/safe_text.h"
+#include "tool/meta/meta_find.h"
+#include "tool/meta/meta_path.h"
+#include "tool/meta/meta_view.h"
+#include "tool/meta/value_json.h"
+#include "tool/meta/value_text.h"
 #include "tool/standard_streams.h"
-#include "tool/value_json.h"
-#include "tool/value_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

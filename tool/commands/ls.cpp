@@ -17,13 +17,13 @@
 #include <vector>
 
 #include "tool/command.h"
-#include "tool/kinds.h"
-#include "tool/meta_find.h"
-#include "tool/meta_view.h"
-#include "tool/name_text.h"
-#include "tool/safe_text.h"
+#include "tool/meta/kinds.h"
+#include "tool/meta/meta_find.h"
+#include "tool/meta/meta_view.h"
+#include "tool/meta/value_json.h"
 #include "tool/standard_streams.h"
-#include "tool/value_json.h"
+#include "tool/text/name_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -9,9 +9,9 @@
 #include "tool/compiled/debug_meta.h"
 #include "tool/dump/debug_text.h"
 #include "tool/failure.h"
-#include "tool/meta_path.h"
-#include "tool/safe_text.h"
+#include "tool/meta/meta_path.h"
 #include "tool/standard_streams.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -10,10 +10,10 @@
 
 #include "tool/compiled/keywords.h"
 #include "tool/failure.h"
-#include "tool/kinds.h"
-#include "tool/name_text.h"
-#include "tool/nearest.h"
-#include "tool/safe_text.h"
+#include "tool/meta/kinds.h"
+#include "tool/text/name_text.h"
+#include "tool/text/nearest.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

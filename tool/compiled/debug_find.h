@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tool/compiled/debug_meta.h"
-#include "tool/meta_path.h"
+#include "tool/meta/meta_path.h"
 
 namespace rux {
 

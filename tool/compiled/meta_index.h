@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tool/compiled/meta.h"
-#include "tool/meta_view.h"
+#include "tool/meta/meta_view.h"
 
 namespace rux {
 

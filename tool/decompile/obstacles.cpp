@@ -9,10 +9,10 @@
 
 #include "reader/scanner.h"
 #include "ruxcomp/identifiers.h"
-#include "tool/name_text.h"
-#include "tool/safe_text.h"
-#include "tool/script_path.h"
-#include "tool/sub_strings.h"
+#include "tool/compile/script_path.h"
+#include "tool/compile/sub_strings.h"
+#include "tool/text/name_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "ruxcomp/data.h"
-#include "tool/script_path.h"
+#include "tool/compile/script_path.h"
 
 namespace rux {
 namespace {

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "tool/compile/source_view.h"
 #include "tool/diagnostics/diagnostic.h"
 #include "tool/diagnostics/source_line.h"
-#include "tool/source_view.h"
 
 namespace rux {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "tool/safe_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

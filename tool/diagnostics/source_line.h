@@ -10,8 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "tool/compile/source_view.h"
 #include "tool/diagnostics/diagnostic.h"
-#include "tool/source_view.h"
 
 namespace rux {
 

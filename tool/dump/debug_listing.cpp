@@ -7,7 +7,7 @@
 #include "tool/compiled/keywords.h"
 #include "tool/dump/debug_text.h"
 #include "tool/dump/dump.h"
-#include "tool/safe_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "tool/compile/script_path.h"
 #include "tool/compiled/keywords.h"
-#include "tool/safe_text.h"
-#include "tool/script_path.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

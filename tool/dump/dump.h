@@ -9,7 +9,7 @@
 #include "tool/compiled/meta.h"
 #include "tool/dump/listing.h"
 #include "tool/dump/raw_json.h"
-#include "tool/value_json.h"
+#include "tool/meta/value_json.h"
 
 namespace rux {
 

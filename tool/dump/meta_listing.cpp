@@ -8,8 +8,8 @@
 #include "tool/compiled/keywords.h"
 #include "tool/compiled/meta_index.h"
 #include "tool/dump/dump.h"
-#include "tool/safe_text.h"
-#include "tool/value_text.h"
+#include "tool/meta/value_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

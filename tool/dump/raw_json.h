@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tool/compiled/extent.h"
-#include "tool/value_json.h"
+#include "tool/meta/value_json.h"
 
 namespace rux {
 

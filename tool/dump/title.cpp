@@ -4,7 +4,7 @@
 #include <ctime>
 
 #include "tool/dump/dump.h"
-#include "tool/safe_text.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 

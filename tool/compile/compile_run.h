@@ -1,0 +1,43 @@
+// One run of the compiler over one script, with its diagnostics.
+#ifndef TOOL_COMPILE_COMPILE_RUN_H_
+#define TOOL_COMPILE_COMPILE_RUN_H_
+
+#include <string>
+#include <vector>
+
+#include "CLI/CLI.hpp"
+#include "tool/diagnostics/diagnostic.h"
+#include "tool/exit_status.h"
+
+namespace rux {
+
+// What every command that compiles takes from the command line.
+struct CompileOptions {
+  std::string script;
+  bool werror = false;
+  bool verbose = false;
+};
+
+void AddCompileOptions(CLI::App& command, CompileOptions& options);
+
+// What becomes of a script without errors (nor, with `werror`, warnings).
+class CompileProduct {
+ public:
+  virtual ~CompileProduct() = default;
+
+  // Works with the checked model: may call gccOutput and let what that raises pass. Returns what
+  // there is to tell about the product. Throws a Failure when it cannot write.
+  virtual std::vector<Diagnostic> Make() = 0;
+
+  // Puts in place what was made. Called when nothing stands against it and all has been told.
+  virtual void Keep() = 0;
+};
+
+// Reads and checks the script, has the product made, if there is one, prints the diagnostics and
+// their summary to standard error, and has the product kept. Throws a Failure when the script
+// cannot be read, and those of the product.
+ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILE_COMPILE_RUN_H_

@@ -1,0 +1,20 @@
+// Keeping a command from writing over its own files.
+#ifndef TOOL_COMPILE_OVERWRITING_H_
+#define TOOL_COMPILE_OVERWRITING_H_
+
+#include <string>
+
+namespace rux {
+
+struct NamedFile {
+  const char* what;  // "meta file"
+  const std::string& path;
+};
+
+// Throws a Failure of wrong usage when the two are one file, under whatever names. Devices and
+// pipes are written into and not replaced: they may be given twice.
+void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILE_OVERWRITING_H_

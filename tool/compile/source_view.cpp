@@ -1,0 +1,114 @@
+#include "tool/compile/source_view.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "tool/compile/script_path.h"
+#include "tool/compile/sub_strings.h"
+
+namespace rux {
+namespace {
+
+std::vector<std::size_t> FindLineStarts(const std::string& text) {
+  std::vector<std::size_t> starts;
+  for (std::size_t at = 0; at < text.size();) {
+    starts.push_back(at);
+    const std::size_t end = text.find('\n', at);
+    if (end == std::string::npos) break;
+    at = end + 1;
+  }
+  return starts;
+}
+
+}  // namespace
+
+std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path) {
+  std::unique_ptr<SourceFile> file(new SourceFile);
+  file->library_path_ = library_path;
+  file->path_ = ToOpenablePath(library_path);
+  struct stat status;
+  // Only what can be read again: a pipe has given its text to the library already.
+  if (stat(file->path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  file->device_ = status.st_dev;
+  file->inode_ = status.st_ino;
+  std::ifstream stream(file->path_, std::ios::binary);
+  if (!stream) return nullptr;
+  file->text_.assign(std::istreambuf_iterator<char>(stream), {});
+  file->line_starts_ = FindLineStarts(file->text_);
+  // The library's own reader has told the problems.
+  const auto ignore = [](const char*, std::uint32_t) {};
+  file->script_ = std::make_unique<const reader::Script>(file->text_, ignore);
+  return file;
+}
+
+std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
+  const auto by_line = [](std::uint32_t wanted, const auto& has) { return wanted < has.line; };
+  const auto section_after = std::upper_bound(sections().begin(), sections().end(), line, by_line);
+  if (section_after == sections().begin()) return std::nullopt;
+  const reader::Section& section = section_after[-1];
+  if (section.line == line) return SourceSpot{&section, nullptr};
+  const reader::Item* end = section.items + section.item_count;
+  const reader::Item* item_after = std::upper_bound(section.items, end, line, by_line);
+  if (item_after == section.items || item_after[-1].line != line) return std::nullopt;
+  return SourceSpot{&section, item_after - 1};
+}
+
+std::string_view SourceFile::Line(std::uint32_t line) const {
+  if (line == 0 || line > line_starts_.size()) return {};
+  std::string_view text(text_);
+  text.remove_prefix(line_starts_[line - 1]);
+  const std::size_t end = text.find('\n');
+  if (end == std::string_view::npos) return text;
+  text = text.substr(0, end);
+  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+  return text;
+}
+
+bool SourceFile::IsSameFile(const SourceFile& other) const {
+  return device_ == other.device_ && inode_ == other.inode_;
+}
+
+SourceView::SourceView(const std::string& library_path) { Follow(library_path); }
+
+const std::vector<const SourceFile*>& SourceView::FilesNamed(const std::string& base_name) const {
+  static const std::vector<const SourceFile*> none;
+  const auto found = by_base_name_.find(base_name);
+  return found == by_base_name_.end() ? none : found->second;
+}
+
+void SourceView::Follow(const std::string& library_path) {
+  const SourceFile* file = Open(library_path);
+  if (file == nullptr) return;
+  const auto is_this = [&](const SourceFile* open) { return open->IsSameFile(*file); };
+  if (std::any_of(chain_.begin(), chain_.end(), is_this)) return;
+  chain_.push_back(file);
+  for (const reader::Section& section : file->sections()) {
+    sections_.push_back({file, &section});
+    if (section.name != "INCLUDE") continue;
+    for (const reader::Item* item = section.items; item != section.items + section.item_count;
+         ++item) {
+      const std::string_view name = FirstSubString(item->value);
+      // The library rejects any other key, and an empty name.
+      if (item->key == "FILE" && !name.empty()) {
+        Follow(FolderOf(library_path) + std::string(name));
+      }
+    }
+  }
+  chain_.pop_back();
+}
+
+const SourceFile* SourceView::Open(const std::string& library_path) {
+  const auto [place, is_new] = files_.try_emplace(library_path);
+  if (is_new) {
+    place->second = SourceFile::Read(library_path);
+    if (place->second != nullptr) {
+      by_base_name_[BaseNameOf(library_path)].push_back(place->second.get());
+    }
+  }
+  return place->second.get();
+}
+
+}  // namespace rux

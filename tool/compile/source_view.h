@@ -1,0 +1,91 @@
+// A script and its included files, seen once more.
+//
+// The library's messages name a file by its base name only, and some name no line. To tell people
+// where to look, the files are read a second time, in the order in which the library read them.
+// That is done only when there is something to tell.
+#ifndef TOOL_COMPILE_SOURCE_VIEW_H_
+#define TOOL_COMPILE_SOURCE_VIEW_H_
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "reader/scanner.h"
+
+namespace rux {
+
+// What stands on a line: an item of a section, or the section's header.
+struct SourceSpot {
+  const reader::Section* section;
+  const reader::Item* item;  // null: the header
+};
+
+class SourceFile {
+ public:
+  // Null when the file cannot be read.
+  static std::unique_ptr<SourceFile> Read(const std::string& library_path);
+
+  const std::string& library_path() const { return library_path_; }  // as the library was given it
+  const std::string& path() const { return path_; }                  // as it can be opened
+  const std::vector<reader::Section>& sections() const { return script_->sections(); }
+
+  // The item or header that begins on the line, from 1.
+  std::optional<SourceSpot> At(std::uint32_t line) const;
+
+  // A line of the file as it stands there, without its end; empty for lines that it does not have.
+  std::string_view Line(std::uint32_t line) const;
+  std::uint32_t line_count() const { return static_cast<std::uint32_t>(line_starts_.size()); }
+
+  bool IsSameFile(const SourceFile& other) const;
+
+ private:
+  SourceFile() = default;
+
+  std::string library_path_;
+  std::string path_;
+  dev_t device_ = 0;
+  ino_t inode_ = 0;
+  std::string text_;
+  std::vector<std::size_t> line_starts_;
+  std::unique_ptr<const reader::Script> script_;  // has a copy of the text: scanning changes it
+};
+
+struct SourceSection {
+  const SourceFile* file;
+  const reader::Section* section;
+};
+
+class SourceView {
+ public:
+  // Reads the script and follows its INCLUDE items as the library does: missing files are passed
+  // over, as are those that are open already further up the chain.
+  explicit SourceView(const std::string& library_path);
+
+  // In the order in which the library met them; unknown ones included. A file that is included
+  // twice gives its sections twice.
+  const std::vector<SourceSection>& sections() const { return sections_; }
+
+  // The files with a base name, in the order in which they were first met.
+  const std::vector<const SourceFile*>& FilesNamed(const std::string& base_name) const;
+
+ private:
+  void Follow(const std::string& library_path);
+  const SourceFile* Open(const std::string& library_path);
+
+  std::map<std::string, std::unique_ptr<SourceFile>>
+      files_;  // by library path; null: cannot be read
+  std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
+  std::vector<SourceSection> sections_;
+  std::vector<const SourceFile*> chain_;  // of the files that are being followed
+};
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILE_SOURCE_VIEW_H_

@@ -1,0 +1,20 @@
+// The comma-separated parts of an item's value.
+#ifndef TOOL_COMPILE_SUB_STRINGS_H_
+#define TOOL_COMPILE_SUB_STRINGS_H_
+
+#include <string_view>
+#include <vector>
+
+namespace rux {
+
+// The parts as the library takes them: what stands between commas, or, in a part with a double
+// quote, between that quote and the next one, commas included (up to the end of the value when
+// there is no next one). An empty value has no parts. The views point into `value`.
+std::vector<std::string_view> SubStrings(std::string_view value);
+
+// The first part; empty when there is none.
+std::string_view FirstSubString(std::string_view value);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILE_SUB_STRINGS_H_

@@ -1,0 +1,26 @@
+// What somebody may have meant who asked for something that is not there.
+#ifndef TOOL_TEXT_NEAREST_H_
+#define TOOL_TEXT_NEAREST_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/text/name_text.h"
+
+namespace rux {
+
+// The candidates that a few wrong, missing, surplus or swapped characters tell from the wanted
+// text, the nearest first. Capitals are no difference.
+std::vector<std::string> Nearest(const std::string& wanted,
+                                 const std::vector<std::string>& candidates, std::size_t most);
+
+// For the end of a message: "; near it: A, B", "; there are: A, B, C and 9 more" when none is near,
+// or "; there are none". Candidates print as `shown` makes them look.
+std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,
+                     std::string (*shown)(std::string_view) = NameText);
+
+}  // namespace rux
+
+#endif  // TOOL_TEXT_NEAREST_H_
