@@ -18,8 +18,9 @@ class FileReader {
   // Goes to an offset from the start of the file, inside it or not.
   void Seek(std::size_t offset);
 
-  // How many bytes the file has from here on. Hold lengths and counts against it before making room
-  // for what they announce.
+  // How many bytes the file has, and how many from here on. Hold lengths and counts against them
+  // before making room for what they announce.
+  std::size_t size() const { return size_; }
   std::size_t Remaining() const;
 
   // Each reads all that is asked for, or answers false when the file does not have it.
@@ -35,7 +36,7 @@ class FileReader {
 
   std::ifstream file_;
   bool opened_ = false;
-  std::size_t size_ = 0;  // of the file
+  std::size_t size_ = 0;
   std::vector<char> buffer_;
   std::size_t bufferStart_ = 0;  // offset of the buffer in the file
   std::size_t bufferEnd_ = 0;    // offset behind what the buffer holds

@@ -1,5 +1,6 @@
 // The second pass over the entries: what they refer to must exist.
 #include "checker/messages.h"
+#include "checker/model_index.h"
 #include "checker/number.h"
 #include "frontend/entry.h"
 #include "frontend/lookup.h"
@@ -7,38 +8,8 @@
 
 namespace {
 
-// The section of a kind whose NAME is that, the first in order of definition; null when there is
-// none. A section without NAME counts as named "".
-const CRUXSection* FindNamed(SectionId kind, const std::string& name) {
-  for (const CRUXSection* section : SectionsOf(kind)) {
-    const std::string* text = FindText(section, ENTRY_NAME);
-    if (text ? *text == name : name.empty()) return section;
-  }
-  return nullptr;
-}
-
-// Whether some section of a kind has an ID of that number.
-bool HasId(SectionId kind, std::uint32_t number) {
-  for (const CRUXSection* section : SectionsOf(kind)) {
-    const std::string* text = FindText(section, ENTRY_ID);
-    std::uint32_t id = 0;
-    if (text && NumberOrWord(*text, id) && id == number) return true;
-  }
-  return false;
-}
-
-// Whether the SENSORS list of some PELMGROUP section has that number.
-bool IsListed(std::uint32_t number) {
-  for (const CRUXSection* group : SectionsOf(SECTION_PELMGROUP)) {
-    const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
-    const TextList* list = sensors ? sensors->m_RuxEntryData.Get<TextList>() : nullptr;
-    if (!list) continue;
-    for (const std::string& element : *list) {
-      std::uint32_t id = 0;
-      if (NumberOrWord(element, id) && id == number) return true;
-    }
-  }
-  return false;
+bool HasNamed(SectionId kind, const std::string& name) {
+  return ModelIndex::Current().ByName(kind, name) != nullptr;
 }
 
 // The ARGNUMBER of an ACTION section: 0 when it is missing or empty. False when its text is no
@@ -52,21 +23,19 @@ bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
 }  // namespace
 
 std::uint32_t CRUXEntry::ChkActionName(const std::string& action, const CRUXSection& section) {
-  if (FindNamed(SECTION_ACTION, action)) return 1;
+  if (HasNamed(SECTION_ACTION, action)) return 1;
   ReportEntry<msg::kNoAction>(*this, section, action);
   return 0;
 }
 
 std::uint32_t CRUXEntry::ChkTableName(const std::string& table, const CRUXSection& section) {
-  if (FindNamed(SECTION_TABLE, table)) return 1;
+  if (HasNamed(SECTION_TABLE, table)) return 1;
   ReportEntry<msg::kNoTable>(*this, section, table);
   return 0;
 }
 
 std::uint32_t CRUXEntry::ChkGlobalName(const std::string& global, const CRUXSection& section) {
-  for (const CRUXSection* globals : SectionsOf(SECTION_GLOBAL)) {
-    if (HasEntryNamed(*globals, ENTRY_G, global)) return 1;
-  }
+  if (ModelIndex::Current().HasGlobal(global)) return 1;
   ReportEntry<msg::kNoGlobal>(*this, section, global);
   return 0;
 }
@@ -90,10 +59,10 @@ std::uint32_t CRUXEntry::ChkDigital(const std::string& text, const CRUXSection& 
 
 std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint32_t count,
                                            const CRUXSection& section) {
-  const CRUXSection* called = FindNamed(SECTION_ACTION, action);
+  const ModelIndex::First* called = ModelIndex::Current().ByName(SECTION_ACTION, action);
   if (!called) return 0;  // ChkActionName tells of it
   std::uint32_t expected = 0;
-  ReadArgNumber(*called, expected);
+  ReadArgNumber(*called->section, expected);
   if (count == expected) return 1;
   ReportEntry<msg::kParamCount>(*this, section, action, expected, count);
   return 0;
@@ -118,7 +87,7 @@ std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CRUXSecti
   const bool isGroup = section.identifier == SECTION_GROUP;
   if (!isGroup && section.identifier != SECTION_SENSOR) return 1;
   if (isGroup && text == "0") return 1;  // a root group
-  if (FindNamed(SECTION_GROUP, text)) return 1;
+  if (HasNamed(SECTION_GROUP, text)) return 1;
   ReportEntry<msg::kNoParentGroup>(*this, section, text);
   return 0;
 }
@@ -126,7 +95,7 @@ std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CRUXSecti
 std::uint32_t CGESTRING::ChkParentPelmGroup(const std::string& text, const CRUXSection& section) {
   std::uint32_t number = 0;
   const bool isNumber = NumberOrWord(text, number) != 0;
-  if (isNumber && (number == 0 || HasId(SECTION_PELMGROUP, number))) return 1;
+  if (isNumber && (number == 0 || ModelIndex::Current().HasId(SECTION_PELMGROUP, number))) return 1;
   ReportEntry<msg::kNoParentPelmGroup>(*this, section, text);
   return 0;
 }
@@ -134,7 +103,7 @@ std::uint32_t CGESTRING::ChkParentPelmGroup(const std::string& text, const CRUXS
 std::uint32_t CGESTRING::ChkListedSensor(const std::string& text, const CRUXSection& section) {
   if (section.identifier != SECTION_SENSOR) return 1;
   std::uint32_t number = 0;
-  if (NumberOrWord(text, number) && IsListed(number)) return 1;
+  if (NumberOrWord(text, number) && ModelIndex::Current().IsListed(number)) return 1;
   ReportEntry<msg::kSensorNotListed>(*this, section, text);
   return 0;
 }
@@ -145,7 +114,8 @@ std::uint32_t CGESTRINGLIST::IsValidEx(const CRUXSection& section, unsigned int)
   std::uint32_t ok = 1;
   for (const std::string& element : *list) {
     std::uint32_t number = 0;
-    if (NumberOrWord(element, number) && HasId(SECTION_SENSOR, number)) continue;
+    if (NumberOrWord(element, number) && ModelIndex::Current().HasId(SECTION_SENSOR, number))
+      continue;
     ReportEntry<msg::kNoSensor>(*this, section, element);
     ok = 0;
   }

@@ -1,5 +1,9 @@
 // The checks of sections: each by itself in the first pass, redefinitions in the second.
+#include <algorithm>
+#include <unordered_map>
+
 #include "checker/messages.h"
+#include "checker/model_index.h"
 #include "checker/number.h"
 #include "frontend/lookup.h"
 #include "frontend/report.h"
@@ -9,88 +13,76 @@
 
 namespace {
 
-// A rule looks at a section of a list that holds all sections of its kind in order of definition;
-// it reports and answers 0 when the section breaks it.
-using Sections = std::vector<CRUXSection*>;
-using Rule = std::uint32_t(const CRUXSection& section, const Sections& all);
+// A rule looks at a section among those of its kind; it reports and answers 0 when the section
+// breaks it.
+using Rule = std::uint32_t(const CRUXSection& section, SectionId kind);
 
-std::uint32_t NoRule(const CRUXSection&, const Sections&) { return 1; }
+std::uint32_t NoRule(const CRUXSection&, SectionId) { return 1; }
 
 // Every section of the kind reports, the first one included.
-std::uint32_t AtMostOne(const CRUXSection& section, const Sections& all) {
-  if (all.size() < 2) return 1;
+std::uint32_t AtMostOne(const CRUXSection& section, SectionId kind) {
+  if (SectionsOf(kind).size() < 2) return 1;
   ReportAt<msg::kSectionRedefined>(section, section.name, section.name);
   return 0;
 }
 
-// No entry name of an earlier section; the first repeat found ends the rule.
-std::uint32_t EntryNamesAreNew(const CRUXSection& section, const Sections& all) {
-  for (const CRUXSection* earlier : all) {
-    if (earlier == &section) break;
-    for (const auto& entry : section.entries) {
-      const CRUXEntry* first =
-          entry->m_RuxEntryData.HasData() ? FindFilled(*earlier, entry->name) : nullptr;
-      if (!first) continue;
-      ReportAt<msg::kEntryRedefinedElsewhere>(*entry, section.name, entry->name, first->GetFile(0),
-                                              first->line);
-      return 0;
-    }
+using First = ModelIndex::First;
+
+// What stands first, if it does so in an earlier section than `section`; else null.
+const First* Earlier(const First* first, const CRUXSection& section) {
+  return first && first->section != &section ? first : nullptr;
+}
+
+// No entry name of an earlier section. The first repeat of the earliest such section ends the rule.
+std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind) {
+  const CRUXEntry* repeat = nullptr;
+  const First* earliest = nullptr;
+  for (const auto& entry : section.entries) {
+    if (!entry->m_RuxEntryData.HasData()) continue;
+    const First* first = Earlier(ModelIndex::Current().ByEntry(kind, entry->name), section);
+    if (!first || (earliest && first->ordinal >= earliest->ordinal)) continue;
+    repeat = entry.get();
+    earliest = first;
   }
-  return 1;
+  if (!repeat) return 1;
+  ReportAt<msg::kEntryRedefinedElsewhere>(*repeat, section.name, repeat->name,
+                                          earliest->entry->GetFile(0), earliest->entry->line);
+  return 0;
 }
 
-// Whether both entries are there, and hold texts for which `same` holds.
-template <class Same>
-bool BothHold(const CRUXEntry* one, const CRUXEntry* other, Same same) {
-  const std::string* oneText = one ? one->m_RuxEntryData.Get<std::string>() : nullptr;
-  const std::string* otherText = other ? other->m_RuxEntryData.Get<std::string>() : nullptr;
-  return oneText && otherText && same(*oneText, *otherText);
+template <const auto& Message>
+void ReportRedefined(const CRUXSection& section, const CRUXEntry& entry, const First& earlier) {
+  ReportAt<Message>(entry, section.name, *entry.m_RuxEntryData.Get<std::string>(),
+                    earlier.entry->GetFile(0), earlier.entry->line);
 }
 
-bool SameText(const std::string& one, const std::string& other) { return one == other; }
-
-// IDs given by defined words are not compared.
-bool SameNumber(const std::string& one, const std::string& other) {
-  std::uint32_t a = 0;
-  std::uint32_t b = 0;
-  return StringToLong(one, a) && StringToLong(other, b) && a == b;
-}
-
-// No NAME and no ID of an earlier section; the first repeat found ends the rule.
-std::uint32_t NameAndIdAreNew(const CRUXSection& section, const Sections& all) {
-  const CRUXEntry* name = FindEntry(&section, ENTRY_NAME);
-  const CRUXEntry* id = FindEntry(&section, ENTRY_ID);
-  for (const CRUXSection* earlier : all) {
-    if (earlier == &section) break;
-    const CRUXEntry* earlierName = FindEntry(earlier, ENTRY_NAME);
-    const CRUXEntry* earlierId = FindEntry(earlier, ENTRY_ID);
-    if (BothHold(name, earlierName, SameText)) {
-      ReportAt<msg::kNameRedefined>(*name, section.name, *name->m_RuxEntryData.Get<std::string>(),
-                                    earlierName->GetFile(0), earlierName->line);
-      return 0;
-    }
-    if (BothHold(id, earlierId, SameNumber)) {
-      ReportAt<msg::kIdRedefined>(*id, section.name, *id->m_RuxEntryData.Get<std::string>(),
-                                  earlierId->GetFile(0), earlierId->line);
-      return 0;
-    }
+// No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
+// its ID. IDs given by defined words are not compared.
+std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind) {
+  ModelIndex& index = ModelIndex::Current();
+  const std::string* name = FindText(&section, ENTRY_NAME);
+  const std::string* id = FindText(&section, ENTRY_ID);
+  std::uint32_t number = 0;
+  const First* sameName = name ? Earlier(index.ByName(kind, *name), section) : nullptr;
+  const First* sameId =
+      id && StringToLong(*id, number) ? Earlier(index.ById(kind, number), section) : nullptr;
+  if (sameName && (!sameId || sameName->ordinal <= sameId->ordinal)) {
+    ReportRedefined<msg::kNameRedefined>(section, *FindEntry(&section, ENTRY_NAME), *sameName);
+    return 0;
   }
-  return 1;
+  if (!sameId) return 1;
+  ReportRedefined<msg::kIdRedefined>(section, *FindEntry(&section, ENTRY_ID), *sameId);
+  return 0;
 }
 
 // The parent must be a group that stands on a smaller line, whatever files the two stand in.
-bool ParentIsEarlier(const CRUXSection& section, const Sections& all) {
+bool ParentIsEarlier(const CRUXSection& section) {
   const std::string* parent = FindText(&section, ENTRY_PARENT);
-  if (!parent || *parent == "0") return true;
-  for (const CRUXSection* group : all) {
-    const std::string* name = FindText(group, ENTRY_NAME);
-    if (name && *name == *parent && group->line < section.line) return true;
-  }
-  return false;
+  return !parent || *parent == "0" || ModelIndex::Current().HasGroupAbove(*parent, section.line);
 }
 
-std::uint32_t GroupRule(const CRUXSection& section, const Sections& all) {
-  if (ParentIsEarlier(section, all)) return NameAndIdAreNew(section, all);
+std::uint32_t GroupRule(const CRUXSection& section, SectionId kind) {
+  if (ParentIsEarlier(section)) return NameAndIdAreNew(section, kind);
   ReportAt<msg::kParentNotEarlier>(section);
   return 0;
 }
@@ -117,30 +109,46 @@ Rule& RuleFor(std::uint32_t kind) {
   }
 }
 
-// An entry name that stands more than once in the section: every later occurrence reports once.
-std::uint32_t EntriesAreUnique(const CRUXSection& section) {
-  std::vector<const CRUXEntry*> left;
+// The entries that the script gave, those of one name side by side in the order of the section.
+std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
+  std::vector<const CRUXEntry*> entries;
   for (const auto& entry : section.entries) {
-    if (entry->m_RuxEntryData.HasData()) left.push_back(entry.get());
+    if (entry->m_RuxEntryData.HasData()) entries.push_back(entry.get());
   }
-  std::uint32_t ok = 1;
-  for (std::size_t i = 0; i < left.size(); ++i) {
-    if (!left[i]) continue;
-    for (std::size_t j = i + 1; j < left.size(); ++j) {
-      if (!left[j] || left[j]->name != left[i]->name) continue;
-      ReportAt<msg::kEntryRedefined>(*left[j], section.name, left[j]->name);
-      left[j] = nullptr;
-      ok = 0;
+  std::stable_sort(entries.begin(), entries.end(),
+                   [](const auto* one, const auto* other) { return one->name < other->name; });
+  return entries;
+}
+
+// An entry name that stands more than once in the section: every later occurrence reports once,
+// name by name in the order of their first occurrences.
+std::uint32_t EntriesAreUnique(const CRUXSection& section) {
+  std::unordered_map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first
+  const std::vector<const CRUXEntry*> entries = ByName(section);
+  const CRUXEntry* first = nullptr;
+  for (const CRUXEntry* entry : entries) {
+    if (first && first->name == entry->name) {
+      repeats[first].push_back(entry);
+    } else {
+      first = entry;
     }
   }
-  return ok;
+  if (repeats.empty()) return 1;
+  for (const auto& entry : section.entries) {
+    const auto found = repeats.find(entry.get());
+    if (found == repeats.end()) continue;
+    for (const CRUXEntry* repeat : found->second) {
+      ReportAt<msg::kEntryRedefined>(*repeat, section.name, repeat->name);
+    }
+  }
+  return 0;
 }
 
 // Runs a check over every section of the model; all of them run, whatever the others answer.
 template <class Check>
 std::uint32_t CheckAll(Check check) {
   std::uint32_t ok = 1;
-  for (const Sections* head : CRUXSection::m_svpHSection) {
+  for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     for (CRUXSection* section : *head) ok &= check(*section);
   }
   return ok;
@@ -168,7 +176,7 @@ std::uint32_t CRUXSection::IsValid(unsigned int) {
 
 std::uint32_t CRUXSection::IsValidEx(unsigned int) {
   if (identifier == SECTION_INCLUDE) return 1;
-  std::uint32_t ok = RuleFor(identifier)(*this, SectionsOf(identifier));
+  std::uint32_t ok = RuleFor(identifier)(*this, static_cast<SectionId>(identifier));
   ok &= EntriesAreUnique(*this);
   for (const auto& entry : entries) ok &= entry->IsValidEx(*this, kWholeModel);
   return ok;
@@ -176,5 +184,6 @@ std::uint32_t CRUXSection::IsValidEx(unsigned int) {
 
 std::uint32_t gccCheck() {
   if (!CheckAll([](CRUXSection& section) { return section.IsValid(kWholeModel); })) return 0;
+  ModelIndex index;
   return CheckAll([](CRUXSection& section) { return section.IsValidEx(kWholeModel); });
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "checker/messages.h"
+#include "checker/model_index.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
 #include "frontend/entry.h"
-#include "frontend/lookup.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
 
@@ -192,7 +192,7 @@ std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CRUXSecti
 }
 
 std::uint32_t CGEVALUE::ChkValueName(const std::string& value, const CRUXSection& section) {
-  if (HasEntryNamed(section, ENTRY_VALUE_OF_ACTION, value)) return 1;
+  if (ModelIndex::Current().HasValue(section, value)) return 1;
   ReportEntry<msg::kValueNameInvalid>(*this, section, value);
   return 0;
 }

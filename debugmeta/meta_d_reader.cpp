@@ -23,12 +23,19 @@ std::uint32_t PaddedWord(FileReader& file) {
   return LoadWord(bytes);
 }
 
+// A length, held against the file: behind its end there are zeros, but no more than the file has
+// bytes. A damaged length can ask for gigabytes of them.
+std::size_t Length(FileReader& file) {
+  const std::size_t length = PaddedWord(file);
+  return std::min(length, file.Remaining() + file.size());
+}
+
 // A word that is defined already keeps its value. Behind the end of the file all rows are alike:
 // one of them stands for all.
 void ReadDefinedWords(FileReader& file) {
   for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
     const bool atEnd = file.Remaining() == 0;
-    std::string name(PaddedWord(file), '\0');
+    std::string name(Length(file), '\0');
     file.PaddedBytes(name.data(), name.size());
     g_tblPreDefine.emplace(name, PaddedWord(file));
     if (atEnd) return;
@@ -49,8 +56,8 @@ void ReadSections(FileReader& file) {
   for (std::uint32_t kinds = PaddedWord(file); kinds > 0; --kinds) {
     if (file.Remaining() == 0) return;  // kinds without sections
     for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
-      const std::uint32_t size = PaddedWord(file);
-      Bytes bytes(std::min<std::size_t>(size, file.Remaining()));
+      const std::size_t size = Length(file);
+      Bytes bytes(std::min(size, file.Remaining()));
       file.PaddedBytes(bytes.data(), bytes.size());
       const RecordView record(bytes, size);
       if (CRUXSection* section = MakeSection(RecordId(record))) section->SetBuffer(record);

@@ -1,25 +1,44 @@
 // The byte records of objects, entries and sections.
 #include "debugmeta/model_bytes.h"
 
+#include <map>
+
 #include "debugmeta/bytes.h"
 #include "frontend/payload_types.h"
 #include "frontend/section.h"
 
-namespace {
-
-// The file table travels in the first object record that a process writes, and is looked for in the
-// first one that it reads. Records carry no mark of it: writer and reader agree through these
-// alone.
 bool incFilesWritten = false;
 bool incFilesRead = false;
 
-// The entry that a stored one is restored into: the first of its identifier whose name is not free.
-CRUXEntry* FindTemplate(const CRUXSection& section, std::uint32_t id) {
-  for (const auto& entry : section.entries) {
-    if (entry->identifier == id && !(entry->notation & kFreeName)) return entry.get();
+namespace {
+
+// Finds the entry that a stored one is restored into: the first of its identifier whose name is not
+// free.
+class TemplateFinder {
+ public:
+  explicit TemplateFinder(const CRUXSection& section) {
+    for (const auto& entry : section.entries) Add(*entry);
   }
-  return nullptr;
-}
+
+  // An entry that was added to the end of the section.
+  void Add(CRUXEntry& entry) {
+    if (!HasFreeName(entry)) entries_.emplace(entry.identifier, &entry);
+  }
+
+  // Null when there is none. Restoring can make a name free: such an entry is none any more.
+  CRUXEntry* Find(std::uint32_t id) {
+    auto found = entries_.lower_bound(id);
+    while (found != entries_.end() && found->first == id && HasFreeName(*found->second)) {
+      found = entries_.erase(found);
+    }
+    return found != entries_.end() && found->first == id ? found->second : nullptr;
+  }
+
+ private:
+  static bool HasFreeName(const CRUXEntry& entry) { return (entry.notation & kFreeName) != 0; }
+
+  std::multimap<std::uint32_t, CRUXEntry*> entries_;  // those of one identifier in their order
+};
 
 }  // namespace
 
@@ -87,14 +106,16 @@ void CRUXSection::GetBuffer(Bytes& out) const {
 void CRUXSection::SetBuffer(const RecordView& in) {
   ByteReader reader(in);
   CRUXObj::SetBuffer(reader.Nested());
+  TemplateFinder templates(*this);
   for (std::uint32_t count = reader.Word(); count > 0; --count) {
     const RecordView record = reader.Nested();
     const std::uint32_t id = RecordId(record);
-    if (CRUXEntry* found = FindTemplate(*this, id)) {
+    if (CRUXEntry* found = templates.Find(id)) {
       found->SetBuffer(record);
     } else if (std::unique_ptr<CRUXEntry> made = MakeEntry(id, 0)) {
       made->SetBuffer(record);
       entries.push_back(std::move(made));
+      templates.Add(*entries.back());
     }
   }
 }

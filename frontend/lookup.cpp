@@ -33,17 +33,3 @@ const std::string* FindText(const CRUXSection* section, std::uint32_t id) {
   const CRUXEntry* entry = FindEntry(section, id);
   return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
 }
-
-const CRUXEntry* FindFilled(const CRUXSection& section, const std::string& name) {
-  for (const auto& entry : section.entries) {
-    if (entry->m_RuxEntryData.HasData() && entry->name == name) return entry.get();
-  }
-  return nullptr;
-}
-
-bool HasEntryNamed(const CRUXSection& section, std::uint32_t id, const std::string& name) {
-  for (const auto& entry : section.entries) {
-    if (entry->identifier == id && entry->name == name) return true;
-  }
-  return false;
-}

@@ -26,10 +26,4 @@ CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id);
 // The text of the first entry with that identifier; null when there is none or it holds no text.
 const std::string* FindText(const CRUXSection* section, std::uint32_t id);
 
-// The first entry of that name that the script gave, whatever its kind; null when there is none.
-const CRUXEntry* FindFilled(const CRUXSection& section, const std::string& name);
-
-// Whether the section has an entry of that identifier and name.
-bool HasEntryNamed(const CRUXSection& section, std::uint32_t id, const std::string& name);
-
 #endif  // FRONTEND_LOOKUP_H_

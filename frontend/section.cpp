@@ -1,5 +1,7 @@
 #include "frontend/section.h"
 
+#include <algorithm>
+
 #include "frontend/payload_types.h"
 #include "frontend/predefine.h"
 #include "frontend/section_kinds.h"
@@ -26,16 +28,13 @@ void CRUXSection::Destory() {
   g_tblPreDefine.clear();
 }
 
-void CRUXSection::Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header,
-                        bool& registered) {
+void CRUXSection::Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header) {
   entries.reserve(schema.templates.size());
   for (const EntryTemplate& row : schema.templates) {
     entries.push_back(MakeEntry(row.identifier, row.notation));
   }
-  if (!registered) {
-    m_svpHSection.push_back(&header);
-    registered = true;
-  }
+  const auto end = m_svpHSection.end();
+  if (std::find(m_svpHSection.begin(), end, &header) == end) m_svpHSection.push_back(&header);
   header.push_back(this);
 }
 

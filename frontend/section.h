@@ -28,8 +28,8 @@ class CRUXSection : public CRUXObj {
                                  const std::string& value, std::uint32_t itemLine);
 
   // First pass: the section by itself and its entries. Second pass: redefinitions and the
-  // references of its entries. Both answer 1, or 0 when problems were reported
-  // (checker/section_checks.cpp).
+  // references of its entries, asked while a ModelIndex lives. Both answer 1, or 0 when problems
+  // were reported (checker/section_checks.cpp).
   std::uint32_t IsValid(unsigned int pass);
   std::uint32_t IsValidEx(unsigned int pass);
 
@@ -49,7 +49,7 @@ class CRUXSection : public CRUXObj {
   using CRUXObj::CRUXObj;
 
   // Makes the kind's entry templates and registers the section with its kind.
-  void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header, bool& registered);
+  void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header);
 
   // Makes an entry that no template stands for, fills it with the item and adds it.
   CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,

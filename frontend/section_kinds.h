@@ -15,7 +15,7 @@ template <SectionId Kind>
 class CGSSection : public CRUXSection {
  public:
   CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags) {
-    Init0(SchemaOf(Kind), m_sHeader, registered_);
+    Init0(SchemaOf(Kind), m_sHeader);
   }
   // For restoring a stored section, which brings its identifier and flags along.
   CGSSection() : CGSSection(0, 0) {}
@@ -33,9 +33,6 @@ class CGSSection : public CRUXSection {
 
   // The live sections of the kind in order of definition. Defined in static_objects.cpp.
   static std::vector<CRUXSection*> m_sHeader;
-
- private:
-  static inline bool registered_ = false;  // in m_svpHSection; never reset
 };
 
 #define SECTION(keyword, kind, notation) \

@@ -1,0 +1,179 @@
+#include "checker/model_index.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "checker/number.h"
+
+namespace {
+
+ModelIndex* current = nullptr;
+
+// The index of a kind, made by build(kind) when it is first asked for.
+template <class PerKind, class Build>
+auto& Of(PerKind& indices, SectionId kind, Build build) {
+  const auto [place, isNew] = indices.try_emplace(kind);
+  if (isNew) place->second = build(kind);
+  return place->second;
+}
+
+template <class Index, class Build>
+Index& Of(std::optional<Index>& index, Build build) {
+  if (!index) index = build();
+  return *index;
+}
+
+template <class Index, class Key>
+const typename Index::mapped_type* Find(const Index& index, const Key& key) {
+  const auto found = index.find(key);
+  return found == index.end() ? nullptr : &found->second;
+}
+
+// Calls use(ordinal, section) for the sections of a kind in order of definition.
+template <class Use>
+void ForEachSection(SectionId kind, Use use) {
+  std::size_t ordinal = 0;
+  for (const CRUXSection* section : SectionsOf(kind)) use(ordinal++, section);
+}
+
+const std::string* TextOf(const CRUXEntry* entry) {
+  return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
+}
+
+auto IndexNames(SectionId kind) {
+  std::unordered_map<std::string_view, ModelIndex::First> index;
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
+    const std::string* name = TextOf(entry);
+    if (name) {
+      index.try_emplace(*name, ModelIndex::First{ordinal, section, entry});
+    } else {
+      index.try_emplace("", ModelIndex::First{ordinal, section, nullptr});
+    }
+  });
+  return index;
+}
+
+auto IndexIds(SectionId kind) {
+  std::unordered_map<std::uint32_t, ModelIndex::First> index;
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
+    const std::string* id = TextOf(entry);
+    std::uint32_t number = 0;
+    if (!id || !StringToLong(*id, number)) return;
+    index.try_emplace(number, ModelIndex::First{ordinal, section, entry});
+  });
+  return index;
+}
+
+auto IndexEntries(SectionId kind) {
+  std::unordered_map<std::string_view, ModelIndex::First> index;
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    for (const auto& entry : section->entries) {
+      if (!entry->m_RuxEntryData.HasData()) continue;
+      index.try_emplace(entry->name, ModelIndex::First{ordinal, section, entry.get()});
+    }
+  });
+  return index;
+}
+
+auto IndexIdsAndWords(SectionId kind) {
+  std::unordered_set<std::uint32_t> index;
+  for (const CRUXSection* section : SectionsOf(kind)) {
+    const std::string* id = FindText(section, ENTRY_ID);
+    std::uint32_t number = 0;
+    if (id && NumberOrWord(*id, number)) index.insert(number);
+  }
+  return index;
+}
+
+void AddEntryNames(const CRUXSection& section, EntryId id,
+                   std::unordered_set<std::string_view>& index) {
+  for (const auto& entry : section.entries) {
+    if (entry->identifier == id) index.insert(entry->name);
+  }
+}
+
+auto IndexGlobals() {
+  std::unordered_set<std::string_view> index;
+  for (const CRUXSection* section : SectionsOf(SECTION_GLOBAL)) {
+    AddEntryNames(*section, ENTRY_G, index);
+  }
+  return index;
+}
+
+auto IndexGroupLines() {
+  std::unordered_map<std::string_view, std::uint32_t> index;
+  for (const CRUXSection* group : SectionsOf(SECTION_GROUP)) {
+    const std::string* name = FindText(group, ENTRY_NAME);
+    if (!name) continue;
+    std::uint32_t& smallest = index.try_emplace(*name, group->line).first->second;
+    smallest = std::min(smallest, group->line);
+  }
+  return index;
+}
+
+}  // namespace
+
+ModelIndex::ModelIndex() { current = this; }
+ModelIndex::~ModelIndex() { current = nullptr; }
+ModelIndex& ModelIndex::Current() { return *current; }
+
+const ModelIndex::First* ModelIndex::ByName(SectionId kind, std::string_view name) {
+  return Find(Of(names_, kind, IndexNames), name);
+}
+
+const ModelIndex::First* ModelIndex::ById(SectionId kind, std::uint32_t number) {
+  return Find(Of(ids_, kind, IndexIds), number);
+}
+
+const ModelIndex::First* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
+  return Find(Of(entries_, kind, IndexEntries), name);
+}
+
+bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
+  return Of(idsAndWords_, kind, IndexIdsAndWords).count(number) > 0;
+}
+
+ModelIndex::Listed ModelIndex::IndexLists() {
+  Listed index;
+  for (const CRUXSection* group : SectionsOf(SECTION_PELMGROUP)) {
+    const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
+    const TextList* list = sensors ? sensors->m_RuxEntryData.Get<TextList>() : nullptr;
+    if (!list) continue;
+    for (const std::string& element : *list) try {
+        std::uint32_t number = 0;
+        if (NumberOrWord(element, number)) index.numbers.insert(number);
+      } catch (const std::out_of_range&) {
+        index.raising = &element;
+        return index;
+      }
+  }
+  return index;
+}
+
+bool ModelIndex::IsListed(std::uint32_t number) {
+  const Listed& listed = Of(listed_, IndexLists);
+  if (listed.numbers.count(number) > 0) return true;
+  // Raised anew: the walk has come this far for every number that does not stand before.
+  if (listed.raising) NumberOrWord(*listed.raising, number);
+  return false;
+}
+
+bool ModelIndex::HasGlobal(std::string_view name) {
+  return Of(globals_, IndexGlobals).count(name) > 0;
+}
+
+bool ModelIndex::HasValue(const CRUXSection& section, std::string_view name) {
+  if (valuesOf_ != &section) {
+    valuesOf_ = &section;
+    values_.clear();
+    AddEntryNames(section, ENTRY_VALUE_OF_ACTION, values_);
+  }
+  return values_.count(name) > 0;
+}
+
+bool ModelIndex::HasGroupAbove(std::string_view name, std::uint32_t line) {
+  const std::uint32_t* smallest = Find(Of(groupLines_, IndexGroupLines), name);
+  return smallest && *smallest < line;
+}
