@@ -19,7 +19,17 @@ using namespace meta_format;
 // The whole file before it is written; growing it fills with zeros.
 using Image = std::string;
 
+std::size_t SectionsSize() {
+  std::size_t words = 1;
+  for (const tagGCSECT* section : g_GCHead) {
+    words += 2;
+    for (const tagGCENTRY& entry : section->entries) words += 2 + entry.values.size();
+  }
+  return words * kWordSize;
+}
+
 void WriteSections(Image& image) {
+  image.reserve(image.size() + SectionsSize());
   AppendWord(image, static_cast<std::uint32_t>(g_GCHead.size()));
   for (const tagGCSECT* section : g_GCHead) {
     AppendWord(image, section->identifier);

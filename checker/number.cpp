@@ -7,7 +7,7 @@
 
 std::uint32_t StringToLong(const std::string& text, std::uint32_t& out) {
   constexpr std::size_t kLongest = 10;
-  const bool hexadecimal = text.rfind("0x", 0) == 0 || text.rfind("0X", 0) == 0;
+  const bool hexadecimal = text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
   if (text.size() > kLongest) return 0;
   const unsigned long number = std::strtoul(text.c_str(), nullptr, hexadecimal ? 16 : 10);
   out = static_cast<std::uint32_t>(number);

@@ -1,11 +1,18 @@
 #include "frontend/obj.h"
 
+#include <algorithm>
+
 void CRUXObj::SetFile(const std::string& path) {
-  for (const std::string& row : m_svstrIncFiles) {
-    if (row == path) return;
-    ++fileIndex;
+  // Objects come file by file, and a script may include thousands of files.
+  static std::uint32_t last = 0;
+  if (fileIndex == 0 && last < m_svstrIncFiles.size() && m_svstrIncFiles[last] == path) {
+    fileIndex = last;
+    return;
   }
-  m_svstrIncFiles.push_back(path);
+  const auto found = std::find(m_svstrIncFiles.begin(), m_svstrIncFiles.end(), path);
+  last = static_cast<std::uint32_t>(found - m_svstrIncFiles.begin());
+  fileIndex += last;
+  if (found == m_svstrIncFiles.end()) m_svstrIncFiles.push_back(path);
 }
 
 std::string CRUXObj::GetFile(int part) const {

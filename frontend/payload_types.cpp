@@ -18,8 +18,8 @@ constexpr PayloadRow kPayloads[] = {
     {PAYLOAD_DWORD, MakePayload<std::uint32_t>, MakeEntryOf<CGEDWORD>},
     {PAYLOAD_STRING, MakePayload<std::string>, MakeEntryOf<CGESTRING>},
     {PAYLOAD_STRINGLIST, MakePayload<TextList>, MakeEntryOf<CGESTRINGLIST>},
-    {PAYLOAD_VALUE, MakePayload<CGeValue>, MakeEntryOf<CGEVALUE>},
-    {PAYLOAD_REPEATER, MakePayload<RepeaterRecord>, MakeEntryOf<CGEREPEATER>},
+    {PAYLOAD_VALUE, MakePayload<Boxed<CGeValue>>, MakeEntryOf<CGEVALUE>},
+    {PAYLOAD_REPEATER, MakePayload<Boxed<RepeaterRecord>>, MakeEntryOf<CGEREPEATER>},
 };
 
 }  // namespace

@@ -49,7 +49,8 @@ CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const
 std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
                                     const std::string& value, std::uint32_t itemLine) {
   for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
-    if (key != g_NTMapEntry[row].keyword) continue;
+    const char* keyword = g_NTMapEntry[row].keyword;
+    if (key[0] != keyword[0] || key != keyword) continue;
     for (const auto& entry : entries) {
       if (entry->identifier != g_NTMapEntry[row].identifier || (entry->notation & kFreeName)) {
         continue;

@@ -8,10 +8,10 @@ void SplitItems(const std::string& value, std::vector<std::string>& items) {
     if (quote != std::string::npos && quote < pos) quote = value.find('"', pos);
     std::size_t comma = value.find(',', pos);
     if (quote == std::string::npos || quote > comma) {
-      items.push_back(value.substr(pos, comma - pos));
+      items.emplace_back(value, pos, comma - pos);
     } else {
       const std::size_t closing = value.find('"', quote + 1);
-      items.push_back(value.substr(quote + 1, closing - quote - 1));
+      items.emplace_back(value, quote + 1, closing - quote - 1);
       comma = closing == std::string::npos ? closing : value.find(',', closing + 1);
     }
     if (comma == std::string::npos) return;
