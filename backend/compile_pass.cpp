@@ -24,8 +24,8 @@ std::uint32_t CompileSection(const CRUXSection& section) {
     SetEntryValues(section.identifier, entry->identifier, entry->m_RuxEntryData, record);
     compiled->entries.push_back(std::move(record));
   }
-  g_GCHead.push_back(compiled.get());
-  compiled.release();
+  g_GCHead.push_back(nullptr);
+  g_GCHead.back() = compiled.release();
   return 1;
 }
 
@@ -74,7 +74,15 @@ std::uint32_t GetValueVal(const std::string& text) {
   return 0xFFFFFFFF;
 }
 
+namespace {
+std::uint32_t generation = 0;
+}
+
+std::uint32_t RecordsGeneration() { return generation; }
+void CountRecordsGeneration() { ++generation; }
+
 void CompDestory() {
+  CountRecordsGeneration();
   for (const tagGCSECT* section : g_GCHead) delete section;
   g_GCHead.clear();
 }

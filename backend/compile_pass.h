@@ -30,6 +30,11 @@ void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEn
 // The compiled form of one operand; 0xFFFFFFFF for a text that means nothing.
 std::uint32_t GetValueVal(const std::string& text);
 
+// How often the records of g_GCHead were released or replaced: what was remembered of them before
+// is worth nothing.
+std::uint32_t RecordsGeneration();
+void CountRecordsGeneration();
+
 // Deletes every record of g_GCHead. The symbol tables stay: a later run goes on with their indices.
 void CompDestory();
 

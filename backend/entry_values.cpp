@@ -97,7 +97,7 @@ StringTable* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
 void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEntryData& payload,
                     tagGCENTRY& record) {
   if (entryId == ENTRY_TABLE_ROW) return;
-  const std::string* text = payload.Get<std::string>();
+  const auto* text = payload.Get<std::string>();
   StringTable* names = NameTable(sectionId, entryId);
   if (names && text) {
     record.values.push_back((*names)[*text]);

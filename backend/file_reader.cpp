@@ -5,7 +5,7 @@
 #include "backend/words.h"
 
 namespace {
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{64} << 10;
 }
 
 FileReader::FileReader(const std::string& path)

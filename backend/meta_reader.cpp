@@ -46,8 +46,8 @@ bool ReadSections(FileReader& file) {
   for (; count > 0; --count) {
     auto section = std::make_unique<tagGCSECT>();
     if (!ReadSection(file, *section)) return false;
-    g_GCHead.push_back(section.get());
-    section.release();
+    g_GCHead.push_back(nullptr);
+    g_GCHead.back() = section.release();
   }
   return true;
 }
@@ -141,6 +141,7 @@ std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info) {
   }
   if (info) *info = header;
   file.Seek(kSectionsOffset);
+  CountRecordsGeneration();
   g_GCHead.clear();
   return ReadSections(file) && ReadTables(file) ? 1 : 0;
 }

@@ -42,18 +42,6 @@ void WriteSections(Image& image) {
   }
 }
 
-// The keys of a table in index order, one for every index that was handed out; null where none has
-// that index. Of several keys with one index the first counts.
-template <class Table>
-auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter) {
-  std::vector<const typename Table::key_type*> keys(counter > base ? counter - base : 0);
-  for (const auto& [key, index] : table) {
-    if (index < base || index >= counter || keys[index - base]) continue;
-    keys[index - base] = &key;
-  }
-  return keys;
-}
-
 // Writes class, length and payload of one table.
 void WriteTbl(Image& image, const StringTable& table, std::uint32_t base, std::uint32_t counter) {
   // The length counts the table's keys, the payload has a string for every index: they differ where

@@ -16,6 +16,9 @@ const SymbolTable kSymbolTables[kSymbolTableCount] = {
 
 namespace {
 
+// What stands for a number that no table has.
+constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
+
 template <class Table, class Key>
 std::uint32_t Intern(Table& table, std::uint32_t& counter, const Key& key, std::uint32_t step) {
   std::uint32_t& index = table[key];
@@ -35,16 +38,22 @@ tagTBLDATA Number(std::uint32_t index, std::uint32_t number) {
   return result;
 }
 
-tagTBLDATA LookUp(const StringTable& table, std::uint32_t index) {
-  const char* text = GetTblData(table, index);
+tagTBLDATA Data(std::uint32_t index, const char* text) {
   if (!text) return Nothing(index);
   return {RUX_DATA_STRING, index, {text}};
 }
 
 // The number 0xFFFFFFFF cannot be told from one that was not found.
-tagTBLDATA LookUp(const NumberTable& table, std::uint32_t index) {
-  const std::uint32_t number = GetTblData(table, index);
-  return number == 0xFFFFFFFF ? Nothing(index) : Number(index, number);
+tagTBLDATA Data(std::uint32_t index, std::uint32_t number) {
+  return number == kNoNumber ? Nothing(index) : Number(index, number);
+}
+
+// The key of a snapshot as the walk over its table answers it.
+tagTBLDATA Data(std::uint32_t index, const std::string* key) {
+  return Data(index, key ? key->c_str() : nullptr);
+}
+tagTBLDATA Data(std::uint32_t index, const std::uint32_t* key) {
+  return Data(index, key ? *key : kNoNumber);
 }
 
 }  // namespace
@@ -77,19 +86,35 @@ std::uint32_t GetTblData(const NumberTable& table, std::uint32_t index) {
   for (const auto& [key, keyIndex] : table) {
     if (keyIndex == index) return key;
   }
-  return 0xFFFFFFFF;
+  return kNoNumber;
 }
 
 tagTBLDATA GetTblData(std::uint32_t index) {
-  switch (ClassOf(index)) {
-    case RUX_CLASS_Small:
-    case RUX_CLASS_ValueType:
-    case RUX_CLASS_Operator:
-      return Number(index, OrdinalOf(index));
-    default:
-      break;
-  }
+  if (IsImmediate(index)) return Number(index, OrdinalOf(index));
   const SymbolTable* found = FindSymbolTable(ClassOf(index));
   if (!found) return Nothing(index);
-  return std::visit([index](const auto* table) { return LookUp(*table, index); }, found->table);
+  return std::visit([index](const auto* table) { return Data(index, GetTblData(*table, index)); },
+                    found->table);
+}
+
+TableSnapshot::TableSnapshot() {
+  for (const SymbolTable& row : kSymbolTables) {
+    std::visit(
+        [&](const auto* table) {
+          tables_.emplace_back(KeysByIndex(*table, row.base, *row.counter));
+        },
+        row.table);
+  }
+}
+
+tagTBLDATA TableSnapshot::Get(std::uint32_t index) const {
+  if (IsImmediate(index)) return Number(index, OrdinalOf(index));
+  const SymbolTable* found = FindSymbolTable(ClassOf(index));
+  if (!found) return Nothing(index);
+  return std::visit(
+      [index](const auto& keys) {
+        const std::uint32_t ordinal = OrdinalOf(index);
+        return ordinal < keys.size() ? Data(index, keys[ordinal]) : Nothing(index);
+      },
+      tables_[static_cast<std::size_t>(found - kSymbolTables)]);
 }

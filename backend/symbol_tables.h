@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
@@ -17,6 +18,12 @@ using NumberTable = std::map<std::uint32_t, std::uint32_t>;
 // The class of an index and the value below it.
 constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
 constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
+
+// Whether an index carries its value itself: no table has it.
+constexpr bool IsImmediate(std::uint32_t index) {
+  return ClassOf(index) == RUX_CLASS_Small || ClassOf(index) == RUX_CLASS_ValueType ||
+         ClassOf(index) == RUX_CLASS_Operator;
+}
 
 // A table, the class of its indices (also its first index) and the next index that it hands out.
 struct SymbolTable {
@@ -52,5 +59,30 @@ tagTBLDATA GetTblData(std::uint32_t index);
 // The key with that index; null, or 0xFFFFFFFF, when there is none.
 const char* GetTblData(const StringTable& table, std::uint32_t index);
 std::uint32_t GetTblData(const NumberTable& table, std::uint32_t index);
+
+// The keys of a table in index order, one for every index that was handed out; null where none has
+// that index. Of several keys with one index the first counts.
+template <class Table>
+auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter) {
+  std::vector<const typename Table::key_type*> keys(counter > base ? counter - base : 0);
+  for (const auto& [key, index] : table) {
+    if (index < base || index >= counter || keys[index - base]) continue;
+    keys[index - base] = &key;
+  }
+  return keys;
+}
+
+// What GetTblData answers, for those who ask for many indices: the tables as they are when it is
+// made, turned round. It refers to their keys.
+class TableSnapshot {
+ public:
+  TableSnapshot();
+  tagTBLDATA Get(std::uint32_t index) const;
+
+ private:
+  using Keys = std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;
+
+  std::vector<Keys> tables_;  // in the order of kSymbolTables
+};
 
 #endif  // BACKEND_SYMBOL_TABLES_H_

@@ -46,22 +46,26 @@ CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const
   return entry;
 }
 
+CRUXEntry* CRUXSection::FindTemplate(std::uint32_t entryId) const {
+  const auto found = std::find_if(entries.begin(), entries.end(), [&](const auto& entry) {
+    return entry->identifier == entryId && !(entry->notation & kFreeName);
+  });
+  return found == entries.end() ? nullptr : found->get();
+}
+
 std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
                                     const std::string& value, std::uint32_t itemLine) {
   for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
     const char* keyword = g_NTMapEntry[row].keyword;
     if (key[0] != keyword[0] || key != keyword) continue;
-    for (const auto& entry : entries) {
-      if (entry->identifier != g_NTMapEntry[row].identifier || (entry->notation & kFreeName)) {
-        continue;
-      }
-      if (entry->name.empty()) {
-        entry->Init(file, key, value, itemLine);
-      } else {
-        AddEntry(entry->identifier, kOptional, file, key, value, itemLine);
-      }
-      return 1;
+    CRUXEntry* entry = FindTemplate(g_NTMapEntry[row].identifier);
+    if (!entry) continue;
+    if (entry->name.empty()) {
+      entry->Init(file, key, value, itemLine);
+    } else {
+      AddEntry(entry->identifier, kOptional, file, key, value, itemLine);
     }
+    return 1;
   }
   return 0;
 }

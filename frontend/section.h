@@ -51,6 +51,9 @@ class CRUXSection : public CRUXObj {
   // Makes the kind's entry templates and registers the section with its kind.
   void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header);
 
+  // The first entry of that identifier whose name is not free; null when there is none.
+  CRUXEntry* FindTemplate(std::uint32_t entryId) const;
+
   // Makes an entry that no template stands for, fills it with the item and adds it.
   CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
                       const std::string& key, const std::string& value, std::uint32_t itemLine);

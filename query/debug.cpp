@@ -39,7 +39,7 @@ const std::string* EntryText(GDSECTION section, std::uint32_t id) {
   if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
   const CRUXEntry* entry = FindEntry(Section(section), id);
   if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, kNone);
-  const std::string* text = entry->m_RuxEntryData.Get<std::string>();
+  const auto* text = entry->m_RuxEntryData.Get<std::string>();
   return ResultD(text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE, text);
 }
 

@@ -4,6 +4,7 @@
 
 #include "backend/symbol_tables.h"
 #include "query/result.h"
+#include "query/sought.h"
 #include "ruxcomp/query.h"
 
 namespace {
@@ -45,11 +46,9 @@ GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* ide
   if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
   std::vector<tagGCENTRY>& entries = Section(section)->entries;
   if (entries.empty()) return Result(RUX_ERROR_NO_ENTRY, kNoEntry);
+  SoughtName sought(name ? name : "");
   for (tagGCENTRY& entry : entries) {
-    const tagTBLDATA data = GetTblData(entry.identifier);
-    if (data.kind != RUX_DATA_STRING || std::strcmp(data.data.string, name ? name : "") != 0)
-      continue;
-    return Found(entry, identifier);
+    if (sought(entry.identifier)) return Found(entry, identifier);
   }
   return Result(RUX_ERROR_NAME_NOT_FOUND, kNoEntry);
 }

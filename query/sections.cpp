@@ -4,56 +4,40 @@
 #include "backend/compile_pass.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
+#include "query/names.h"
 #include "query/result.h"
+#include "query/section_index.h"
+#include "query/sought.h"
 #include "ruxcomp/query.h"
 
 namespace {
 
-// Calls visit(section) for the sections of a kind in file order until one answers true, which is
-// the result. Null when none does; `any` tells whether there was one of the kind.
-template <class Visit>
-tagGCSECT* FindSection(std::uint32_t kind, bool& any, Visit visit) {
-  any = false;
+// What the search for a section comes to: the section, or the code of why there is none.
+struct Search {
+  tagGCSECT* section;
+  RuxLastError code;
+};
+
+GCSECTION Answer(const Search& search) { return Result(search.code, GCSECTION{search.section}); }
+
+// The walk over all sections of a kind. `offered` gives the table index that an entry offers for
+// comparing, null when it offers none; `isSought` compares; `isCompared` tells whether an index
+// counts as compared although it is another.
+template <class Offered, class IsSought, class IsCompared>
+Search Walk(std::uint32_t kind, Offered offered, IsSought isSought, IsCompared isCompared,
+            RuxLastError othersFound, RuxLastError nothingToCompare) {
+  RuxLastError code = RUX_ERROR_NO_SECTION;
   for (tagGCSECT* section : g_GCHead) {
     if (section->identifier != kind) continue;
-    any = true;
-    if (visit(*section)) return section;
-  }
-  return nullptr;
-}
-
-// Whether an index stands for that name; counts the names that were compared.
-bool IsNamed(std::uint32_t index, const char* name, std::uint32_t& compared) {
-  const tagTBLDATA data = GetTblData(index);
-  if (data.kind != RUX_DATA_STRING) return false;
-  ++compared;
-  return std::strcmp(data.data.string, name) == 0;
-}
-
-// Kinds whose entries are called by names of the script's own.
-bool HasNamedEntries(std::uint32_t kind) {
-  return kind == RUX_SECT_PROPERTY || kind == RUX_SECT_GLOBAL || kind == RUX_SECT_REPEATER;
-}
-
-bool CarriesName(const tagGCSECT& section, const char* name, std::uint32_t& compared) {
-  for (const tagGCENTRY& entry : section.entries) {
-    if (entry.identifier == RUX_ENTRY_NAME && !entry.values.empty()) {
-      if (IsNamed(entry.values.front(), name, compared)) return true;
-    } else if (HasNamedEntries(section.identifier)) {
-      if (IsNamed(entry.identifier, name, compared)) return true;
+    if (code == RUX_ERROR_NO_SECTION) code = nothingToCompare;
+    for (const tagGCENTRY& entry : section->entries) {
+      const std::uint32_t* index = offered(entry);
+      if (!index) continue;
+      if (isSought(*index)) return {section, RUX_ERROR_OK};
+      if (code == nothingToCompare && isCompared(*index)) code = othersFound;
     }
   }
-  return false;
-}
-
-bool CarriesId(const tagGCSECT& section, std::uint32_t id, std::uint32_t& compared) {
-  for (const tagGCENTRY& entry : section.entries) {
-    if (entry.identifier != RUX_ENTRY_ID || entry.values.empty()) continue;
-    const tagTBLDATA data = GetTblData(entry.values.front());
-    ++compared;
-    if (data.kind == RUX_DATA_NUMBER && data.data.number == id) return true;
-  }
-  return false;
+  return {nullptr, code};
 }
 
 }  // namespace
@@ -69,40 +53,36 @@ std::uint32_t gcUnInit() {
 }
 
 std::uint32_t gcGetSectCount(std::uint32_t section) {
-  std::uint32_t count = 0;
-  for (const tagGCSECT* each : g_GCHead) count += each->identifier == section ? 1 : 0;
-  return Result(RUX_ERROR_OK, count);
+  return Result(RUX_ERROR_OK,
+                static_cast<std::uint32_t>(SectionIndex::Current().OfKind(section).size()));
 }
 
 GCSECTION gcGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
-  bool any = false;
-  tagGCSECT* found = FindSection(section, any, [&](const tagGCSECT&) { return ordinal-- == 0; });
-  return Result(found ? RUX_ERROR_OK : any ? RUX_ERROR_OUT_OF_RANGE : RUX_ERROR_NO_SECTION, found);
+  const std::vector<tagGCSECT*>& sections = SectionIndex::Current().OfKind(section);
+  if (sections.empty()) return Answer({nullptr, RUX_ERROR_NO_SECTION});
+  if (ordinal >= sections.size()) return Answer({nullptr, RUX_ERROR_OUT_OF_RANGE});
+  return Answer({sections[ordinal], RUX_ERROR_OK});
 }
 
 GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
-  bool any = false;
-  std::uint32_t compared = 0;
-  tagGCSECT* found = FindSection(
-      section, any, [&](const tagGCSECT& each) { return CarriesId(each, id, compared); });
-  return Result(found      ? RUX_ERROR_OK
-                : !any     ? RUX_ERROR_NO_SECTION
-                : compared ? RUX_ERROR_ID_NOT_FOUND
-                           : RUX_ERROR_NO_IDS,
-                found);
+  if (tagGCSECT* found = SectionIndex::Current().WithId(section, id)) {
+    return Answer({found, RUX_ERROR_OK});
+  }
+  // Every ID counts as compared, also one that no table has.
+  return Answer(Walk(
+      section, OfferedId, SoughtNumber(id), [](std::uint32_t) { return true; },
+      RUX_ERROR_ID_NOT_FOUND, RUX_ERROR_NO_IDS));
 }
 
 GCSECTION gcGetSectByName(std::uint32_t section, const char* name) {
   if (!name) name = "";
-  bool any = false;
-  std::uint32_t compared = 0;
-  tagGCSECT* found = FindSection(
-      section, any, [&](const tagGCSECT& each) { return CarriesName(each, name, compared); });
-  return Result(found      ? RUX_ERROR_OK
-                : !any     ? RUX_ERROR_NO_SECTION
-                : compared ? RUX_ERROR_NAME_NOT_FOUND
-                           : RUX_ERROR_NO_NAMES,
-                found);
+  if (tagGCSECT* found = SectionIndex::Current().WithName(section, name)) {
+    return Answer({found, RUX_ERROR_OK});
+  }
+  const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(section, entry); };
+  const auto isName = [](std::uint32_t index) { return GetTblData(index).kind == RUX_DATA_STRING; };
+  return Answer(Walk(section, offered, SoughtName(name), isName, RUX_ERROR_NAME_NOT_FOUND,
+                     RUX_ERROR_NO_NAMES));
 }
 
 std::uint32_t gcGetGroupIndex(const char* name) {

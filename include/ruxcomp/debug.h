@@ -27,8 +27,8 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/records.h"
 
-typedef void* GDSECTION;  // a section of the loaded model; null: none
-typedef void* GDENTRY;    // an entry of such a section; null: none
+using GDSECTION = void*;  // a section of the loaded model; null: none
+using GDENTRY = void*;    // an entry of such a section; null: none
 
 // Keeps its C++ symbol name, unlike all others.
 RUX_API void gdSetLastError(std::uint32_t code);

@@ -12,8 +12,8 @@
 //
 // One meta file is loaded at a time; call everything from one thread. Handles point into the loaded
 // data, a section handle at a tagGCSECT and an entry handle at a tagGCENTRY (records.h): they stay
-// valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded file with
-// gcUnInit before loading the next: gcInit does not.
+// valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded file
+// with gcUnInit before loading the next: gcInit does not.
 //
 // Each function but gcUnInit stores a last-error code, 0 on success; gcGetLastError reads it. The
 // codes are named in identifiers.h and explained in last_errors.def. Before a gcInit every query
@@ -29,8 +29,8 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/records.h"
 
-typedef void* GCSECTION;  // a section of the loaded meta file; null: none
-typedef void* GCENTRY;    // an entry of such a section; null: none
+using GCSECTION = void*;  // a section of the loaded meta file; null: none
+using GCENTRY = void*;    // an entry of such a section; null: none
 
 // Keeps its C++ symbol name, unlike all others.
 RUX_API void gcSetLastError(std::uint32_t code);

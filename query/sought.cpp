@@ -1,0 +1,30 @@
+#include "query/sought.h"
+
+namespace {
+
+// The index of a key in the table of a class; 0, which is none, when it is not there.
+template <class Table, class Key>
+std::uint32_t IndexOf(const Table& table, const Key& key) {
+  const auto found = table.find(key);
+  return found == table.end() ? 0 : found->second;
+}
+
+}  // namespace
+
+bool SoughtName::operator()(std::uint32_t index) {
+  const SymbolTable* row = FindSymbolTable(ClassOf(index));
+  if (!row) return false;
+  const auto* table = std::get_if<StringTable*>(&row->table);
+  if (!table) return false;
+  std::optional<std::uint32_t>& own = indices_[static_cast<std::size_t>(row - kSymbolTables)];
+  if (!own) own = IndexOf(**table, name_);
+  return *own == index;
+}
+
+bool SoughtNumber::operator()(std::uint32_t index) {
+  if (IsImmediate(index)) return OrdinalOf(index) == number_;
+  if (ClassOf(index) != RUX_CLASS_Dword) return false;
+  // The number 0xFFFFFFFF cannot be looked up: it reads as none.
+  if (!index_) index_ = number_ == 0xFFFFFFFF ? 0 : IndexOf(g_tblDword, number_);
+  return *index_ == index;
+}

@@ -1,0 +1,36 @@
+// A name or number that is looked for among table indices.
+#ifndef QUERY_SOUGHT_H_
+#define QUERY_SOUGHT_H_
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "backend/symbol_tables.h"
+
+// Tells whether an index stands for the name: what resolving each index and comparing the texts
+// tells, but every table is searched once, for the index that the name has in it.
+class SoughtName {
+ public:
+  explicit SoughtName(const char* name) : name_(name) {}
+  bool operator()(std::uint32_t index);
+
+ private:
+  const std::string name_;
+  // The index in each table once it was searched; 0, which is none, where it is not there.
+  std::array<std::optional<std::uint32_t>, kSymbolTableCount> indices_;
+};
+
+// The same for a number.
+class SoughtNumber {
+ public:
+  explicit SoughtNumber(std::uint32_t number) : number_(number) {}
+  bool operator()(std::uint32_t index);
+
+ private:
+  const std::uint32_t number_;
+  std::optional<std::uint32_t> index_;
+};
+
+#endif  // QUERY_SOUGHT_H_
