@@ -1,0 +1,167 @@
+// A whole compile run: a script with its included files to a meta file and a debug meta file, which
+// must load, and which the decoders, who know nothing of the library, must accept. A second run in
+// the same process must say the same, and the decompiled script must mean the same.
+//
+// An input is one file or several, with a line "----" between them. The first is the script, the
+// others can be included as 1, 2.
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "backend/symbol_tables.h"
+#include "fuzz/library_state.h"
+#include "fuzz/loaded.h"
+#include "fuzz/scratch_folder.h"
+#include "fuzz/target.h"
+#include "ruxcomp/ruxcomp.h"
+#include "tool/decompile/obstacles.h"
+#include "tool/decompile/script_text.h"
+
+namespace {
+
+using fuzz::Expect;
+
+constexpr char kScript[] = "0";
+constexpr char kMeta[] = "meta";
+constexpr char kDebugMeta[] = "metad";
+
+// Every include reads its file anew: with more files that include each other, a short input takes
+// hours.
+constexpr int kMostFiles = 3;
+
+void WriteFiles(const fuzz::ScratchFolder& folder, std::string_view input) {
+  constexpr std::string_view kSeparator = "\n----\n";
+  for (int i = 0; i < kMostFiles; ++i) {
+    const std::size_t end = input.find(kSeparator);
+    folder.Remove(std::to_string(i));
+    if (i == 0 || !input.empty()) folder.Write(std::to_string(i), input.substr(0, end));
+    input.remove_prefix(end == std::string_view::npos ? input.size() : end + kSeparator.size());
+  }
+}
+
+// What came of a compile run: its files, empty when not written, and what was said up to the end of
+// the checks.
+struct Outcome {
+  std::string meta;
+  std::string debugMeta;
+  fuzz::Messages messages;
+};
+
+Outcome Compile(const fuzz::ScratchFolder& folder) {
+  Outcome outcome;
+  fuzz::TakeMessages();
+  Expect(gccCompStart(folder.ScriptPath(kScript)) == 1, "a script that is there can be opened");
+  try {
+    gccParse();
+    const bool isValid = gccCheck() != 0;
+    outcome.messages = fuzz::TakeMessages();
+    if (isValid) {
+      Expect(gccOutput(folder.Path(kMeta)) == 1, "a valid script can be compiled");
+      outcome.meta = folder.Read(kMeta);
+    }
+    Expect(gccOutputD(folder.Path(kDebugMeta)) == 1, "every script has a debug meta file");
+    outcome.debugMeta = folder.Read(kDebugMeta);
+  } catch (const std::out_of_range&) {
+    outcome.messages = fuzz::TakeMessages();  // a number without a digit
+  }
+  gccCompEnd();
+  return outcome;
+}
+
+void ExpectSound(const rux::Faults& faults) {
+  if (!faults.empty()) std::fprintf(stderr, "%s\n", FaultText(faults.list().front()).c_str());
+  Expect(faults.empty(), "what the library writes is sound");
+}
+
+rux::DebugMeta DecodeSound(const std::string& debugMeta) {
+  rux::Faults faults;
+  rux::DebugMeta meta = rux::DecodeDebugMeta(debugMeta, faults);
+  ExpectSound(faults);
+  return meta;
+}
+
+// Whether some name has no index, like a P_ name of a PELMGROUP. The length of its table counts it,
+// but it is not written: when the name is long, the length goes beyond the end of the file.
+bool HasNamesWithoutIndex() {
+  for (const SymbolTable& row : kSymbolTables) {
+    const auto* table = std::get_if<StringTable*>(&row.table);
+    if (!table) continue;
+    for (const auto& [name, index] : **table) {
+      if (index == 0) return true;
+    }
+  }
+  return false;
+}
+
+// To be called when the symbol tables are those of the compile run.
+void CheckMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
+  rux::Faults faults;
+  const rux::CompiledMeta meta = rux::DecodeMeta(outcome.meta, faults);
+  if (!faults.empty() && HasNamesWithoutIndex()) return;
+  ExpectSound(faults);
+  Expect(gcInit(folder.Path(kMeta)) == 1, "what the library writes can be loaded");
+  fuzz::ExpectLoaded(meta);
+  gcUnInit();
+}
+
+void CheckDebugMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
+  const rux::DebugMeta meta = DecodeSound(outcome.debugMeta);
+  if (!fuzz::CanBeLoaded(meta)) return;
+  Expect(gdInit(folder.Path(kDebugMeta)) == 1, "what the library writes can be loaded");
+  fuzz::ExpectLoaded(meta);
+  gdUnInit();
+}
+
+// A run after the first in one process: what that leaves behind must not change what is said.
+void CompileAgain(const fuzz::ScratchFolder& folder, const Outcome& first) {
+  const Outcome second = Compile(folder);
+  Expect(second.messages == first.messages, "a second run says the same");
+  Expect(second.meta.empty() == first.meta.empty(), "a second run ends the same");
+  if (!second.meta.empty()) CheckMeta(folder, second);
+}
+
+// The script that a debug meta file was made of, in one file; empty when one cannot say it.
+std::string Decompiled(const std::string& debugMeta) {
+  const rux::DebugMeta meta = DecodeSound(debugMeta);
+  if (rux::GroupBeforeParent(meta)) return "";
+  const std::vector<rux::ScriptSection> sections = rux::ScriptSectionsOf(meta);
+  std::string text = rux::ScriptText(sections);
+  Expect(!rux::MisreadItem(meta, sections, text), "what came out of a script can stand in one");
+  return text;
+}
+
+std::string WithoutTime(std::string meta) {
+  constexpr std::size_t kTimeOffset = 20;
+  return meta.replace(kTimeOffset, sizeof(std::uint32_t), sizeof(std::uint32_t), '\0');
+}
+
+// Decompiling a valid script and compiling it again changes nothing.
+void CompileDecompiled(const fuzz::ScratchFolder& folder, const Outcome& first) {
+  const std::string script = Decompiled(first.debugMeta);
+  if (script.empty()) return;
+  fuzz::ResetLibrary();
+  folder.Write(kScript, script);
+  const Outcome second = Compile(folder);
+  Expect(!second.meta.empty(), "a decompiled script is valid");
+  Expect(WithoutTime(second.meta) == WithoutTime(first.meta),
+         "a decompiled script compiles to the same meta file");
+  Expect(Decompiled(second.debugMeta) == script, "a decompiled script decompiles to itself");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const fuzz::ScratchFolder folder;
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  // Includes stay in the folder.
+  if (input.find("..") != std::string_view::npos) return 0;
+  WriteFiles(folder, input);
+  const Outcome outcome = Compile(folder);
+  if (!outcome.meta.empty()) CheckMeta(folder, outcome);
+  if (!outcome.debugMeta.empty()) CheckDebugMeta(folder, outcome);
+  CompileAgain(folder, outcome);
+  if (!outcome.meta.empty()) CompileDecompiled(folder, outcome);
+  fuzz::ResetLibrary();
+  return 0;
+}

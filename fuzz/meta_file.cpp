@@ -1,0 +1,150 @@
+// gcInit on arbitrary bytes, then every query, within all bounds and past them; what is searched
+// for is found where a walk finds it. A file that the decoder, who knows nothing of the library,
+// finds sound must load, and hold what it says.
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "fuzz/library_state.h"
+#include "fuzz/loaded.h"
+#include "fuzz/scratch_folder.h"
+#include "fuzz/target.h"
+#include "fuzz/walk.h"
+#include "ruxcomp/ruxcomp.h"
+#include "tool/compiled/meta.h"
+
+namespace {
+
+using fuzz::Expect;
+
+// Names and IDs of the file's own to look for, but not all of them: looking is a walk over all.
+constexpr std::size_t kMostSearches = 16;
+std::set<std::string> names;
+std::set<std::uint32_t> numbers;
+
+const std::set<std::uint32_t> kSelectors = {
+#define SELECTOR(part, type, least, most, selector, first, last) selector,
+#include "ruxcomp/selectors.def"
+    RUX_SELECT_TYPE,
+};
+
+void Remember(const tagTBLDATA& data) {
+  if (data.kind == RUX_DATA_STRING && names.size() < kMostSearches) names.insert(data.data.string);
+  if (data.kind == RUX_DATA_NUMBER && numbers.size() < kMostSearches) {
+    numbers.insert(data.data.number);
+  }
+}
+
+void AskForValues(GCENTRY entry) {
+  const std::uint32_t count = gcGetValueCount(entry);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    fuzz::ExpectValue(entry, i);
+    Remember(gcGetValueByIndex(entry, i));
+  }
+  Expect(gcGetValueByIndex(entry, count).kind == RUX_DATA_NONE, "the last value is the last");
+  gcGetValueByIndex(entry, 0xFFFFFFFF);
+  for (const std::uint32_t selector : kSelectors) {
+    for (const std::uint32_t item : {0u, 1u, count - 1, count}) {
+      Remember(gcGetValueByID(entry, selector + item));
+    }
+  }
+}
+
+void AskForEntries(GCSECTION section) {
+  const std::uint32_t count = gcGetEntryCount(section);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    std::uint32_t identifier = 0;
+    const GCENTRY entry = gcGetEntryByIndex(section, i, &identifier);
+    Expect(entry != nullptr, "every entry is found by its ordinal");
+    Expect(gcGetEntryByType(section, identifier) != nullptr,
+           "every entry is found by its identifier");
+    AskForValues(entry);
+  }
+  Expect(gcGetEntryByIndex(section, count, nullptr) == nullptr, "the last entry is the last");
+  gcGetEntryByType(section, 0xFFFFFFFF);
+  for (const std::string& name : names) fuzz::ExpectEntryByName(section, name);
+  gcGetEntryByName(section, nullptr, nullptr);
+}
+
+// Kind 0 stands for all that are none.
+void AskForSections(std::uint32_t kind) {
+  const std::uint32_t count = gcGetSectCount(kind);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const GCSECTION section = gcGetSectByIndex(kind, i);
+    Expect(section != nullptr, "every section is found by its ordinal");
+    AskForEntries(section);
+  }
+  Expect(gcGetSectByIndex(kind, count) == nullptr, "the last section is the last");
+  for (const std::string& name : names) fuzz::ExpectSectionByName(kind, name);
+  for (const std::uint32_t number : numbers) fuzz::ExpectSectionById(kind, number);
+  gcGetSectByName(kind, nullptr);
+}
+
+void AskWithoutHandles() {
+  gcGetEntryCount(nullptr);
+  gcGetEntryByIndex(nullptr, 0, nullptr);
+  gcGetEntryByType(nullptr, RUX_ENTRY_NAME);
+  gcGetEntryByName(nullptr, "", nullptr);
+  gcGetValueCount(nullptr);
+  gcGetValueByIndex(nullptr, 0);
+  gcGetValueByID(nullptr, RUX_SELECT_TYPE);
+}
+
+void AskEverything() {
+  names = {"", "0"};
+  numbers = {0, 0xFFFFFFFF};
+  for (std::uint32_t kind = RUX_SECT_MORVRUX - 1; kind <= RUX_SECT_INCLUDE; ++kind) {
+    AskForSections(kind);
+  }
+  for (const std::string& name : names) gcGetGroupIndex(name);
+  gcGetGroupIndex(nullptr);
+  std::uint8_t cells[RUX_TABLE_CELLS];
+  std::uint32_t tables = 0;
+  while (gcGetTableData(tables, cells)) ++tables;
+  gcGetTableData(0xFFFFFFFF, cells);
+  AskWithoutHandles();
+}
+
+void SearchEverything() {
+  for (std::uint32_t kind = RUX_SECT_MORVRUX; kind <= RUX_SECT_INCLUDE; ++kind) {
+    for (const std::string& name : names) fuzz::ExpectSectionByName(kind, name);
+    for (const std::uint32_t number : numbers) fuzz::ExpectSectionById(kind, number);
+  }
+}
+
+// What was released is not found any more: neither in a file that is loaded next nor without one.
+void Reload(const std::string& path, std::uint32_t loaded) {
+  gcUnInit();
+  Expect(gcInit(path) == loaded, "a file loads a second time as it did at first");
+  SearchEverything();
+  gcUnInit();
+  SearchEverything();
+  for (std::uint32_t kind = RUX_SECT_MORVRUX; kind <= RUX_SECT_INCLUDE; ++kind) {
+    Expect(gcGetSectCount(kind) == 0, "released sections are gone");
+  }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const fuzz::ScratchFolder folder;
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  folder.Write("meta", bytes);
+  rux::Faults faults;
+  const rux::CompiledMeta meta = rux::DecodeMeta(bytes, faults);
+
+  tagMETAFILEINFO info{};
+  const std::uint32_t loaded = gcInit(folder.Path("meta"), &info);
+  Expect(gcGetLastError() == (loaded ? RUX_ERROR_OK : RUX_ERROR_CANNOT_READ),
+         "the last error tells whether the file was loaded");
+  if (faults.empty()) {
+    Expect(loaded == 1, "a sound file can be loaded");
+    Expect(info.version == meta.version && info.creationTime == meta.creation_time,
+           "version and creation time are those of the file");
+    fuzz::ExpectLoaded(meta);
+  }
+  AskEverything();  // also of what a damaged file left behind
+  Reload(folder.Path("meta"), loaded);
+  fuzz::ResetLibrary();
+  return 0;
+}
