@@ -30,8 +30,8 @@
 extern "C" {
 
 // Opens and reads a script. Returns a file handle, or null when there is no such file, it cannot be
-// read, is open already, or is too large. A path is tried as it stands and then, when there is no
-// such file, with backslashes read as slashes.
+// read, is open already, or is too large, and when a thousand are open. A path is tried as it
+// stands and then, when there is no such file, with backslashes read as slashes.
 RS_EXPORT void* RSOpenFile(const std::string& path);
 
 // Splits the script into sections and items and reports its problems; a second time, does nothing.

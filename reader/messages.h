@@ -18,6 +18,7 @@ inline constexpr char kQuoteNotClosed[] = "Error[%s:%u]: Double quote is not clo
 inline constexpr char kNulByte[] = "Error[%s:%u]: NUL bytes are ignored.\n";
 
 // About the script as a whole; told with line 1.
+inline constexpr char kTooManyOpen[] = "Error[%s:%u]: Too many scripts include one another.\n";
 inline constexpr char kTooLarge[] = "Error[%s:%u]: Script is too large.\n";
 inline constexpr char kOutOfMemory[] = "Error[%s:%u]: Script does not fit into memory.\n";
 

@@ -16,6 +16,7 @@ namespace {
 // Where the open files are chained, the innermost include first. A plain pointer needs no
 // destructor that could run before a host closes its last file.
 ScriptFile* g_open_files = nullptr;
+std::size_t g_open_count = 0;
 
 // How much is asked of a file that does not tell its size, at first.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
@@ -81,6 +82,10 @@ std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_
   struct stat status;
   const std::optional<std::string> located = Locate(path, &status);
   if (!located || IsOpen(status)) return nullptr;
+  if (g_open_count == kMostOpen) {
+    Report(path, kTooManyOpen, 1);
+    return nullptr;
+  }
   const auto size = static_cast<std::size_t>(status.st_size);
   std::optional<std::string> text;
   bool too_large = size > largest;
@@ -101,12 +106,15 @@ ScriptFile::ScriptFile(std::string path, const struct stat& status, std::string 
       device_(status.st_dev),
       inode_(status.st_ino),
       text_(std::move(text)),
-      next_open_(std::exchange(g_open_files, this)) {}
+      next_open_(std::exchange(g_open_files, this)) {
+  ++g_open_count;
+}
 
 ScriptFile::~ScriptFile() {
   ScriptFile** link = &g_open_files;
   while (*link != this) link = &(*link)->next_open_;
   *link = next_open_;
+  --g_open_count;
 }
 
 bool ScriptFile::IsOpen(const struct stat& status) {

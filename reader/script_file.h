@@ -16,6 +16,10 @@ namespace reader {
 // machine's memory.
 inline constexpr std::size_t kLargestScript = std::size_t{1} << 30;
 
+// More scripts are not open at once: every INCLUDE that is nested in another one takes some of the
+// host's stack.
+inline constexpr std::size_t kMostOpen = 1000;
+
 // Open from Open() to the destructor, also for the purpose of refusing to open a file twice:
 // includes nest, so a file that is still open would include itself without end.
 class ScriptFile {
@@ -23,7 +27,7 @@ class ScriptFile {
   // Reads the file at `path` or, when there is none, at `path` with its backslashes read as
   // slashes. Pipes are read to their end. Returns null when there is no such file, it cannot be
   // read, is a directory or is open already (under whatever name), and, after a message, when it
-  // holds more than `largest` bytes.
+  // holds more than `largest` bytes or kMostOpen files are open.
   static std::unique_ptr<ScriptFile> Open(const std::string& path,
                                           std::size_t largest = kLargestScript);
   ~ScriptFile();

@@ -1,6 +1,13 @@
 #include "tool/command.h"
 
+#include <string>
+
 namespace rux {
+
+CLI::Validator IsFileName() {
+  return CLI::Validator(
+      [](const std::string& name) { return name.empty() ? "the file name is empty" : ""; }, "");
+}
 
 const std::vector<Command>& Commands() {
   static const std::vector<Command> commands = {

@@ -19,6 +19,9 @@ struct Command {
   Action (*set_up)(CLI::App& app);  // declares the arguments, which the action then finds filled in
 };
 
+// For arguments that name a file: an empty one is wrong usage, most likely of a shell variable.
+CLI::Validator IsFileName();
+
 // In the order of the help. Each has a file of its own in commands/.
 const std::vector<Command>& Commands();
 

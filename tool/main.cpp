@@ -1,12 +1,20 @@
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <exception>
+#include <initializer_list>
+#include <new>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
 #include "tool/failure.h"
+#include "tool/files/descriptor.h"
 #include "tool/standard_streams.h"
 #include "tool/text/name_text.h"
 #include "tool/text/nearest.h"
@@ -34,7 +42,15 @@ ExitStatus Run(int argc, const char* const* argv) {
   CLI::App app("Compiles hardware-description scripts and asks the meta files made of them.",
                "rux");
   app.set_version_flag("--version", "rux " RUX_TOOL_VERSION);
-  app.footer("Example:\n  rux compile boards/server.rux");
+  app.footer(
+      "Every command ends with one of these:\n"
+      "  0  done\n"
+      "  1  findings: the script has errors, what was asked for is not there\n"
+      "  2  wrong usage\n"
+      "  3  trouble: a file cannot be read or written, or is damaged\n"
+      "or by the signal that stopped it, such as SIGPIPE when nobody reads what it prints.\n"
+      "Whatever the end, a file that was to be written is there whole, or as it was before.\n\n"
+      "Example:\n  rux compile boards/server.rux");
   rux::Action action;
   for (const rux::Command& command : rux::Commands()) {
     CLI::App* sub_app = app.add_subcommand(command.name, command.help);
@@ -57,22 +73,35 @@ ExitStatus Run(int argc, const char* const* argv) {
   return action();
 }
 
+// Said when it is all that can still be said: nobody is left to tell that it does not get out.
+ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pieces) {
+  for (const std::string_view piece : pieces) {
+    if (!rux::WriteAll(STDERR_FILENO, piece)) break;
+  }
+  return status;
+}
+
+ExitStatus RunToTheEnd(int argc, const char* const* argv) {
+  constexpr std::string_view kLead = "rux: error: ";
+  try {
+    const ExitStatus status = Run(argc, argv);
+    rux::CloseStandardOutput();
+    return status;
+  } catch (const rux::Failure& failure) {
+    return EndWith(failure.status(), {kLead, failure.what(), "\n"});
+  } catch (const std::bad_alloc&) {
+    return EndWith(ExitStatus::kTrouble, {kLead, std::strerror(ENOMEM), "\n"});
+  } catch (const std::exception& error) {
+    return EndWith(ExitStatus::kTrouble, {kLead, error.what(), "\n"});
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   rux::OccupyStandardStreams();
-  // A file that gets too large is a failed write like any other.
+  // A file that gets too large is a failed write like any other. A pipe that nobody reads any more
+  // is not: as usual for a command in a pipeline, it ends this one without a word.
   std::signal(SIGXFSZ, SIG_IGN);
-  ExitStatus status;
-  try {
-    status = Run(argc, argv);
-    rux::FlushStandardOutput();
-  } catch (const rux::Failure& failure) {
-    rux::PrintError(std::string("rux: error: ") + failure.what() + '\n');
-    status = failure.status();
-  } catch (const std::exception& error) {
-    rux::PrintError(std::string("rux: error: ") + error.what() + '\n');
-    status = ExitStatus::kTrouble;
-  }
-  return static_cast<int>(status);
+  return static_cast<int>(RunToTheEnd(argc, argv));
 }

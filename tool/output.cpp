@@ -48,7 +48,8 @@ bool DecodeArguments(const char* format, ArgumentList& list, std::vector<Argumen
 }
 
 // For formats that DecodeArguments does not take: the text in full as the one argument.
-Message PrintedMessage(Phase phase, unsigned int size, const char* format, va_list list) {
+[[gnu::format(printf, 3, 0)]] Message PrintedMessage(Phase phase, unsigned int size,
+                                                     const char* format, va_list list) {
   std::string text(size, '\0');
   std::vsnprintf(text.data(), text.size(), format, list);
   return {phase, "%s", {std::string(text.c_str())}};

@@ -4,11 +4,16 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 
 #include "tool/failure.h"
+#include "tool/files/descriptor.h"
 
 namespace rux {
+namespace {
+
+bool g_has_printed = false;
+
+}  // namespace
 
 void OccupyStandardStreams() {
   for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -18,13 +23,20 @@ void OccupyStandardStreams() {
   }
 }
 
-void PrintOut(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
-void PrintError(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void PrintOut(std::string_view text) {
+  g_has_printed = true;
+  if (!WriteAll(STDOUT_FILENO, text)) throw SystemFailure("cannot write", "standard output");
+}
 
-void FlushStandardOutput() {
-  errno = 0;
-  const bool flushed = std::fflush(stdout) == 0;
-  if (!flushed || std::ferror(stdout) != 0) throw SystemFailure("cannot write", "standard output");
+void PrintError(std::string_view text) {
+  if (!WriteAll(STDERR_FILENO, text) && errno != EBADF) {
+    throw SystemFailure("cannot write", "standard error");
+  }
+}
+
+void CloseStandardOutput() {
+  if (!g_has_printed) return;
+  if (!Descriptor(STDOUT_FILENO).Close()) throw SystemFailure("cannot write", "standard output");
 }
 
 }  // namespace rux

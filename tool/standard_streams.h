@@ -11,11 +11,14 @@ namespace rux {
 // was closed still fails.
 void OccupyStandardStreams();
 
+// Throw a Failure when the text does not get out whole. What a closed standard error would have
+// got is missed by nobody.
 void PrintOut(std::string_view text);
 void PrintError(std::string_view text);
 
-// Throws a Failure unless all that was printed on standard output got out.
-void FlushStandardOutput();
+// Closes standard output if there was something to print. Throws a Failure when the system tells
+// only now that it did not get out.
+void CloseStandardOutput();
 
 }  // namespace rux
 

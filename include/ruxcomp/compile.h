@@ -2,19 +2,24 @@
 //
 // A run goes through these functions in this order, on one thread, one run at a time:
 //
-//   if (!gccCompStart("board.rux")) return Fail("cannot open board.rux");
+//   std::string script = "boards/board.rux";
+//   std::replace(script.begin(), script.end(), '/', '\\');  // see below
+//   if (!gccCompStart(script)) return Fail("cannot open " + script);
 //   gccParse();
-//   bool done = gccCheck() && gccOutput("board.meta");
+//   const bool done = gccCheck() && gccOutput("board.meta");
 //   gccCompEnd();
 //
 // Problems are told through the host's Output (output.h). What is read as a number and has no digit
-// to look at raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or VALUE_0x),
-// an empty half of a table row's key. A host that takes scripts from people catches it around
-// gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
+// to look at raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or
+// VALUE_0x), an empty half of a table row's key. A host that takes scripts from people catches it
+// around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
 //
-// Paths name folders with backslashes: what follows the last one is the name that messages show,
-// what stands before it is where included files are looked for. The reader also opens such a path
-// where folders are separated by slashes.
+// The path of a script names folders with backslashes: what follows the last one is the name that
+// messages show, what stands before it is where included files are looked for. The reader opens
+// such a path where folders are separated by slashes, too. A path with slashes is opened as well,
+// but has no folder then: messages show all of it, and included files are looked for in the current
+// folder, where they are missing, which is no more than a warning, or are others. The paths of the
+// files to write are the system's.
 #ifndef RUXCOMP_COMPILE_H_
 #define RUXCOMP_COMPILE_H_
 

@@ -1,8 +1,8 @@
 // The message sink that the host supplies.
 //
 // Every message of the library goes through one function, which the host program defines. A program
-// that is linked with the library exports it without more ado; one that loads the library at run time
-// is linked with -rdynamic.
+// that is linked with the library exports it without more ado; one that loads the library at run
+// time is linked with -rdynamic.
 //
 //   extern "C" void Output(unsigned int size, const char* format, ...) {
 //     va_list arguments;

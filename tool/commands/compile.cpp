@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "tool/command.h"
-#include "tool/compile/atomic_file.h"
 #include "tool/compile/compile_run.h"
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/failure.h"
+#include "tool/files/memory_file.h"
+#include "tool/files/placement.h"
 #include "tool/meta/meta_format.h"
 
 namespace rux {
@@ -46,41 +47,45 @@ std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
   return {warning};
 }
 
+void KeepSources(const SourceView& sources, const NamedFile& written) {
+  for (const std::string& path : sources.paths()) RefuseToOverwrite({"script", path}, written);
+  if (!sources.complete()) RefuseToGuess(written);
+}
+
 // The meta file and, if it is asked for, the debug meta file: both or none.
 class MetaFiles : public CompileProduct {
  public:
   explicit MetaFiles(const Options& options) : options_(options) {}
 
-  // What a full disk cut off must not look like a file: the library does not notice.
+  // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
   std::vector<Diagnostic> Make() override {
-    meta_.emplace(options_.meta);
-    const bool written = gccOutput(meta_->temporary_path()) != 0;
-    if (!written || !IsWholeMetaFile(meta_->temporary_path())) meta_->ThrowIncomplete();
+    const MemoryFile meta(options_.meta);
+    const bool written = gccOutput(meta.path()) != 0;
+    if (!written || !IsWholeMetaFile(meta.path())) meta.ThrowIncomplete();
+    files_.push_back({options_.meta, meta.Bytes()});
     if (options_.debug_meta.empty()) return {};
-    debug_meta_.emplace(options_.debug_meta);
-    gccOutputD(debug_meta_->temporary_path());
-    return WarningsOf(ReadBack(*debug_meta_));
+    const MemoryFile debug_meta(options_.debug_meta);
+    gccOutputD(debug_meta.path());
+    const std::string& bytes =
+        files_.emplace_back(NewFile{options_.debug_meta, debug_meta.Bytes()}).bytes;
+    if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
+    Faults faults;
+    const DebugMeta decoded = DecodeDebugMeta(bytes, faults);
+    if (!faults.empty()) debug_meta.ThrowIncomplete();
+    return WarningsOf(decoded);
   }
 
-  void Keep() override {
-    meta_->Finish();
-    if (debug_meta_) debug_meta_->Finish();
-    meta_->Commit();
-    if (debug_meta_) debug_meta_->Commit();
+  void Keep(const SourceView& sources) override {
+    KeepSources(sources, {"meta file", options_.meta});
+    if (!options_.debug_meta.empty()) {
+      KeepSources(sources, {"debug meta file", options_.debug_meta});
+    }
+    PutInPlace(files_);
   }
 
  private:
-  static DebugMeta ReadBack(AtomicFile& file) {
-    try {
-      return ReadDebugMeta(file.temporary_path());
-    } catch (const Failure&) {
-      file.ThrowIncomplete();
-    }
-  }
-
   const Options& options_;
-  std::optional<AtomicFile> meta_;
-  std::optional<AtomicFile> debug_meta_;
+  std::vector<NewFile> files_;
 };
 
 ExitStatus Compile(Options options) {
@@ -105,10 +110,12 @@ Action SetUpCompile(CLI::App& app) {
   AddCompileOptions(app, options->run);
   app.add_option("-o,--output", options->meta,
                  "The meta file to write (default: the script's name with .meta)")
-      ->type_name("META");
+      ->type_name("META")
+      ->check(IsFileName());
   app.add_option("-g,--debug-meta", options->debug_meta,
                  "Also write this debug meta file, for where, dump and decompile")
-      ->type_name("METAD");
+      ->type_name("METAD")
+      ->check(IsFileName());
   app.footer("Example:\n  rux compile boards/server.rux -o server.meta -g server.metad");
   return [options] { return Compile(*options); };
 }

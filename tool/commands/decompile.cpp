@@ -1,18 +1,17 @@
 // rux decompile METAD [-o SCRIPT]
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tool/command.h"
-#include "tool/compile/atomic_file.h"
 #include "tool/compile/overwriting.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/decompile/obstacles.h"
 #include "tool/decompile/script_sections.h"
 #include "tool/decompile/script_text.h"
 #include "tool/failure.h"
+#include "tool/files/placement.h"
 #include "tool/standard_streams.h"
 
 namespace rux {
@@ -37,21 +36,12 @@ std::string Decompiled(const std::string& path) {
   return text;
 }
 
-void WriteScript(const std::string& path, const std::string& text) {
-  AtomicFile file(path);
-  std::ofstream stream(file.temporary_path(), std::ios::binary);
-  stream << text;
-  stream.close();
-  if (!stream) file.ThrowIncomplete();
-  file.Commit();
-}
-
 ExitStatus Decompile(const Options& options) {
   if (options.script.empty()) {
     PrintOut(Decompiled(options.debug_meta));
   } else {
     RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
-    WriteScript(options.script, Decompiled(options.debug_meta));
+    PutInPlace({{options.script, Decompiled(options.debug_meta)}});
   }
   return ExitStatus::kDone;
 }

@@ -1,39 +1,32 @@
 #include "tool/compile/compile_run.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "reader/messages.h"
 #include "ruxcomp/compile.h"
+#include "tool/command.h"
 #include "tool/compile/raised_error.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/why_not_opened.h"
 #include "tool/diagnostics/from_messages.h"
+#include "tool/diagnostics/include_notes.h"
 #include "tool/diagnostics/locator.h"
 #include "tool/diagnostics/printer.h"
 #include "tool/failure.h"
 #include "tool/output.h"
+#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {
-
-// The library does not say why it cannot open a script.
-Failure WhyNotOpened(const std::string& path) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return SystemFailure("cannot read", path);
-  struct stat status;
-  const bool is_folder = fstat(file, &status) == 0 && S_ISDIR(status.st_mode);
-  close(file);
-  if (is_folder) return SystemFailure("cannot read", path, EISDIR);
-  return Failure(ExitStatus::kTrouble, "cannot read " + path + ": the reader does not open it");
-}
 
 class CompileRun {
  public:
@@ -54,10 +47,11 @@ class CompileRun {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }
     Report();
-    if (failure_) throw *failure_;
-    if (!opened_) throw WhyNotOpened(ToOpenablePath(script_));
+    if (RanOutOfMemory()) throw std::bad_alloc();
+    if (failure_) throw Failure(*failure_);
+    if (!opened_) throw CannotRead(ToOpenablePath(script_));
     if (Fails() || !accepted_) return ExitStatus::kFindings;
-    if (product != nullptr) product->Keep();
+    if (product != nullptr) product->Keep(locator_.sources());
     return ExitStatus::kDone;
   }
 
@@ -69,9 +63,23 @@ class CompileRun {
       step();
     } catch (const Failure& failure) {
       failure_ = failure;
+    } catch (const std::bad_alloc&) {
+      throw;  // that is not the script's fault
     } catch (const std::exception& raised) {
       raised_ = DiagnosticsOfRaised(locator_.sources(), phase, raised);
     }
+  }
+
+  static Failure CannotRead(const std::string& path) {
+    return Failure(ExitStatus::kTrouble, "cannot read " + path + ": " + WhyNotOpened(path));
+  }
+
+  // The reader goes on without what it had no memory for.
+  static bool RanOutOfMemory() {
+    const std::vector<Message>& messages = Messages().messages;
+    return std::any_of(messages.begin(), messages.end(), [](const Message& message) {
+      return message.format == reader::kOutOfMemory;
+    });
   }
 
   bool Fails() const {
@@ -87,10 +95,11 @@ class CompileRun {
   void Report() {
     Add(std::exchange(raised_, {}));
     for (Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
+    AddNotesOnIncludes(locator_, diagnostics_);
     const PrintOptions print{isatty(STDERR_FILENO) != 0, options_.verbose};
     std::string text = PrintedDiagnostics(diagnostics_, print);
     if (opened_) text += SummaryLine(ToOpenablePath(script_), diagnostics_);
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    PrintError(text);
   }
 
   const CompileOptions& options_;
@@ -106,7 +115,10 @@ class CompileRun {
 }  // namespace
 
 void AddCompileOptions(CLI::App& command, CompileOptions& options) {
-  command.add_option("SCRIPT", options.script, "The script to read")->required()->type_name("");
+  command.add_option("SCRIPT", options.script, "The script to read")
+      ->required()
+      ->type_name("")
+      ->check(IsFileName());
   command.add_flag("--werror", options.werror, "Let warnings fail the run");
   command.add_flag("--verbose", options.verbose, "Show also what the library only remarks");
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "CLI/CLI.hpp"
+#include "tool/compile/source_view.h"
 #include "tool/diagnostics/diagnostic.h"
 #include "tool/exit_status.h"
 
@@ -29,8 +30,9 @@ class CompileProduct {
   // there is to tell about the product. Throws a Failure when it cannot write.
   virtual std::vector<Diagnostic> Make() = 0;
 
-  // Puts in place what was made. Called when nothing stands against it and all has been told.
-  virtual void Keep() = 0;
+  // Puts in place what was made of the sources. Called when nothing stands against it and all has
+  // been told. Throws a Failure when it cannot.
+  virtual void Keep(const SourceView& sources) = 0;
 };
 
 // Reads and checks the script, has the product made, if there is one, prints the diagnostics and

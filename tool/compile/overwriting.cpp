@@ -1,16 +1,24 @@
 #include "tool/compile/overwriting.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <system_error>
 
+#include "tool/compiled/debug_meta.h"
+#include "tool/compiled/meta.h"
 #include "tool/failure.h"
+#include "tool/files/descriptor.h"
+#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::size_t kLongestMagic = 16;
 
 // The one name of a file, whether it is there already or not; empty when it cannot be told.
 fs::path WholeName(const std::string& path) {
@@ -27,12 +35,31 @@ bool IsOneFile(const std::string& path, const std::string& other) {
   return !whole.empty() && whole == WholeName(other);
 }
 
+// Whether there is a file that is neither empty nor compiled. Pipes and devices lose nothing.
+bool HoldsSomethingElse(const std::string& path) {
+  std::error_code none_there;
+  if (!fs::is_regular_file(path, none_there)) return false;
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  std::string beginning;
+  // What cannot be looked at is kept.
+  if (!file.is_open() || !ReadAll(file.number(), kLongestMagic, beginning)) return true;
+  return !beginning.empty() && !IsMetaBytes(beginning) && !IsDebugMetaBytes(beginning);
+}
+
 }  // namespace
 
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written) {
   if (!IsOneFile(kept.path, written.path)) return;
   throw Failure(ExitStatus::kWrongUsage, fmt::format("the {} would overwrite the {} {}",
-                                                     written.what, kept.what, kept.path));
+                                                     written.what, kept.what, SafeText(kept.path)));
+}
+
+void RefuseToGuess(const NamedFile& written) {
+  if (!HoldsSomethingElse(written.path)) return;
+  throw Failure(ExitStatus::kTrouble,
+                fmt::format("the {0} would overwrite {1}, which is not compiled\nIt may be a file "
+                            "that the script includes: the script cannot be read again to tell",
+                            written.what, SafeText(written.path)));
 }
 
 }  // namespace rux

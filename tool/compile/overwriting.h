@@ -15,6 +15,11 @@ struct NamedFile {
 // pipes are written into and not replaced: they may be given twice.
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
 
+// For a script of which it cannot be told any more what files it is made of: throws a Failure of
+// trouble when the file to be written may be one of them, because something other than a compiled
+// file stands there.
+void RefuseToGuess(const NamedFile& written);
+
 }  // namespace rux
 
 #endif  // TOOL_COMPILE_OVERWRITING_H_

@@ -1,13 +1,14 @@
 #include "tool/compile/source_view.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
+#include "reader/script_file.h"
 #include "tool/compile/script_path.h"
 #include "tool/compile/sub_strings.h"
+#include "tool/files/descriptor.h"
 
 namespace rux {
 namespace {
@@ -23,20 +24,31 @@ std::vector<std::size_t> FindLineStarts(const std::string& text) {
   return starts;
 }
 
+// Whether there is something that the library may have read.
+bool CouldBeOpened(const std::string& path) {
+  struct stat status;
+  return stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
 }  // namespace
 
 std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path) {
   std::unique_ptr<SourceFile> file(new SourceFile);
   file->library_path_ = library_path;
   file->path_ = ToOpenablePath(library_path);
+  const Descriptor open_file(
+      open(file->path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;
   // Only what can be read again: a pipe has given its text to the library already.
-  if (stat(file->path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  if (fstat(open_file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   file->device_ = status.st_dev;
   file->inode_ = status.st_ino;
-  std::ifstream stream(file->path_, std::ios::binary);
-  if (!stream) return nullptr;
-  file->text_.assign(std::istreambuf_iterator<char>(stream), {});
+  // What the library's reader did not take is not taken here either; and the file may have grown.
+  constexpr std::size_t kMost = reader::kLargestScript;
+  if (static_cast<std::size_t>(status.st_size) > kMost) return nullptr;
+  if (!ReadAll(open_file.number(), kMost, file->text_) || file->text_.size() > kMost) {
+    return nullptr;
+  }
   file->line_starts_ = FindLineStarts(file->text_);
   // The library's own reader has told the problems.
   const auto ignore = [](const char*, std::uint32_t) {};
@@ -79,32 +91,49 @@ const std::vector<const SourceFile*>& SourceView::FilesNamed(const std::string& 
   return found == by_base_name_.end() ? none : found->second;
 }
 
-void SourceView::Follow(const std::string& library_path) {
+std::vector<std::string> SourceView::paths() const {
+  std::vector<std::string> paths;
+  for (const auto& [path, file] : files_) paths.push_back(ToOpenablePath(path));
+  return paths;
+}
+
+bool SourceView::ClosesLoop(const SourceFile& file, std::uint32_t line) const {
+  return loops_.count({&file, line}) != 0;
+}
+
+bool SourceView::Follow(const std::string& library_path) {
   const SourceFile* file = Open(library_path);
-  if (file == nullptr) return;
+  if (file == nullptr) return true;
   const auto is_this = [&](const SourceFile* open) { return open->IsSameFile(*file); };
-  if (std::any_of(chain_.begin(), chain_.end(), is_this)) return;
+  if (std::any_of(chain_.begin(), chain_.end(), is_this)) return false;
   chain_.push_back(file);
   for (const reader::Section& section : file->sections()) {
     sections_.push_back({file, &section});
-    if (section.name != "INCLUDE") continue;
-    for (const reader::Item* item = section.items; item != section.items + section.item_count;
-         ++item) {
-      const std::string_view name = FirstSubString(item->value);
-      // The library rejects any other key, and an empty name.
-      if (item->key == "FILE" && !name.empty()) {
-        Follow(FolderOf(library_path) + std::string(name));
-      }
-    }
+    if (section.name == "INCLUDE") FollowIncludes(*file, section);
   }
   chain_.pop_back();
+  return true;
+}
+
+void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& section) {
+  for (const reader::Item* item = section.items; item != section.items + section.item_count;
+       ++item) {
+    const std::string_view name = FirstSubString(item->value);
+    // The library rejects any other key, and an empty name.
+    if (item->key != "FILE" || name.empty()) continue;
+    if (!Follow(FolderOf(file.library_path()) + std::string(name))) {
+      loops_.emplace(&file, item->line);
+    }
+  }
 }
 
 const SourceFile* SourceView::Open(const std::string& library_path) {
   const auto [place, is_new] = files_.try_emplace(library_path);
   if (is_new) {
     place->second = SourceFile::Read(library_path);
-    if (place->second != nullptr) {
+    if (place->second == nullptr) {
+      complete_ &= !CouldBeOpened(ToOpenablePath(library_path));
+    } else {
       by_base_name_[BaseNameOf(library_path)].push_back(place->second.get());
     }
   }

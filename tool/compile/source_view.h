@@ -13,8 +13,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "reader/scanner.h"
@@ -72,11 +74,22 @@ class SourceView {
   // twice gives its sections twice.
   const std::vector<SourceSection>& sections() const { return sections_; }
 
+  // The paths of all files that there were to read, as they can be opened.
+  std::vector<std::string> paths() const;
+
+  // Whether all files could be read again. What a pipe has included, nobody knows.
+  bool complete() const { return complete_; }
+
   // The files with a base name, in the order in which they were first met.
   const std::vector<const SourceFile*>& FilesNamed(const std::string& base_name) const;
 
+  // Whether the INCLUDE item on that line names a file that is open already further up the chain.
+  bool ClosesLoop(const SourceFile& file, std::uint32_t line) const;
+
  private:
-  void Follow(const std::string& library_path);
+  // False: the file is open already.
+  bool Follow(const std::string& library_path);
+  void FollowIncludes(const SourceFile& file, const reader::Section& section);
   const SourceFile* Open(const std::string& library_path);
 
   std::map<std::string, std::unique_ptr<SourceFile>>
@@ -84,6 +97,8 @@ class SourceView {
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed
+  std::set<std::pair<const SourceFile*, std::uint32_t>> loops_;
+  bool complete_ = true;
 };
 
 }  // namespace rux

@@ -42,7 +42,8 @@ struct Diagnostic {
   std::optional<std::string> section;
   std::optional<std::string> entry;
   std::string text;
-  std::vector<Argument> arguments;  // what the text mentions
+  std::vector<Argument> arguments;             // what the text mentions
+  std::optional<std::string> missing_include;  // the value of an INCLUDE item, when it is that
 
   // Where it stands, as far as it was found.
   std::string path;  // as it can be opened from here; empty: nothing of the script

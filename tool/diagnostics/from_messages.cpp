@@ -5,6 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "tool/text/safe_text.h"
+
 namespace rux {
 namespace {
 
@@ -28,6 +30,7 @@ constexpr PlainForm kPlainForms[] = {
 };
 
 constexpr std::string_view kUnknownSection = "Create section(";
+constexpr std::string_view kMissingInclude = "FILE %s cannot be loaded.";
 
 // Whatever else a reader of somebody else's may say.
 constexpr PlainForm kOtherForm = {"", Severity::kWarning, false};
@@ -73,11 +76,20 @@ void TakePlace(Remainder& rest, Diagnostic& diagnostic) {
   if (diagnostic.line == 0 && diagnostic.entry) diagnostic.anchor = Anchor::kMissingEntry;
 }
 
-void SetText(const Remainder& rest, Diagnostic& diagnostic) {
-  diagnostic.text = FormatText(rest.format, rest.arguments, rest.next);
+// Values may be as long as a script; the line that is shown below tells more of them.
+Argument Shown(const Argument& argument) {
+  const auto* text = std::get_if<std::string>(&argument);
+  return text != nullptr ? Argument(Shortened(*text)) : argument;
+}
+
+void SetText(Remainder& rest, Diagnostic& diagnostic) {
+  std::vector<Argument> shown;
   for (std::size_t i = rest.next; i < rest.arguments.size(); ++i) {
     diagnostic.arguments.push_back(rest.arguments[i]);
+    shown.push_back(Shown(rest.arguments[i]));
   }
+  diagnostic.text = FormatText(rest.format, shown);
+  if (rest.format == kMissingInclude) diagnostic.missing_include = rest.TakeText();
 }
 
 Diagnostic UnknownSection(const Message& message) {

@@ -93,7 +93,7 @@ std::optional<Locator::Place> Locator::TakeNext(Queue& queue) {
 
 Locator::Queue& Locator::UnknownSections() {
   if (!unknown_sections_) {
-    unknown_sections_.emplace();
+    unknown_sections_ = std::make_unique<Queue>();
     for (const SourceSection& candidate : sources().sections()) {
       if (!IsKnownSection(candidate.section->name)) {
         unknown_sections_->sections.push_back(candidate);

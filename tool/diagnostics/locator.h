@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,8 +28,13 @@ class Locator {
   // the locator's.
   void Locate(Diagnostic& diagnostic);
 
+  const std::string& script() const { return script_; }
+
   // The sources, read when they are first asked for.
   const SourceView& sources();
+
+  // The file that the diagnostic most likely is about; null when it cannot be read again.
+  const SourceFile* FileOf(const Diagnostic& diagnostic);
 
  private:
   struct Place {
@@ -43,7 +49,6 @@ class Locator {
 
   const SourceLine& LineAt(const Place& place);
   std::optional<Place> Find(const Diagnostic& diagnostic);
-  const SourceFile* FileOf(const Diagnostic& diagnostic);
   static std::optional<Place> TakeNext(Queue& queue);
   Queue& UnknownSections();
   Queue& SectionsWithout(const std::string& section, const std::string& entry);
@@ -51,7 +56,7 @@ class Locator {
   const std::string script_;
   std::optional<SourceView> sources_;
   std::optional<SourceLine> line_;  // the last one looked at
-  std::optional<Queue> unknown_sections_;
+  std::unique_ptr<Queue> unknown_sections_;
   std::map<std::pair<std::string, std::string>, Queue> sections_without_;  // section name and key
 };
 

@@ -38,8 +38,6 @@ Look LookOf(Severity severity) {
   return {};
 }
 
-bool IsInsideCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
 // What is shown of a source line.
 struct Shown {
   std::string text;
@@ -47,15 +45,38 @@ struct Shown {
   std::size_t length;
 };
 
+// How many columns a byte takes at most.
+std::size_t WidthOf(char byte) { return SafeLine({&byte, 1}).size(); }
+
+// Part of a line, which grows byte by byte up to a number of columns.
+struct Window {
+  void GrowLeft(std::string_view text, std::size_t most) {
+    while (begin > 0 && columns + WidthOf(text[begin - 1]) <= most) {
+      columns += WidthOf(text[--begin]);
+    }
+  }
+  void GrowRight(std::string_view text, std::size_t most) {
+    while (end < text.size() && columns + WidthOf(text[end]) <= most) {
+      columns += WidthOf(text[end++]);
+    }
+  }
+
+  std::size_t begin;
+  std::size_t end;
+  std::size_t columns = 0;
+};
+
 // Cuts a long line down, at whole characters.
 Shown Clipped(const Excerpt& whole) {
   const std::string_view text = whole.text;
-  if (text.size() <= kLongestLine) return {std::string(text), whole.begin, whole.length};
-  std::size_t begin = whole.begin > kShownBefore ? whole.begin - kShownBefore : 0;
-  begin = std::min(begin, text.size() - kLongestLine);
-  std::size_t end = begin + kLongestLine;
+  Window window{whole.begin, whole.begin};
+  window.GrowLeft(text, kShownBefore);
+  window.GrowRight(text, kLongestLine);
+  window.GrowLeft(text, kLongestLine);
+  std::size_t begin = window.begin;
+  std::size_t end = window.end;
   while (begin < whole.begin && IsInsideCharacter(text[begin])) ++begin;
-  while (end < text.size() && IsInsideCharacter(text[end])) ++end;
+  while (end < text.size() && end > whole.begin && IsInsideCharacter(text[end])) --end;
   const std::string_view left = begin > 0 ? "..." : "";
   const std::string_view right = end < text.size() ? "..." : "";
   Shown shown{std::string(left), left.size() + whole.begin - begin, 0};
@@ -95,8 +116,8 @@ class Printer {
 
  private:
   static std::string NamesOf(const Diagnostic& diagnostic) {
-    const std::string entry = diagnostic.entry ? ' ' + *diagnostic.entry : "";
-    return SafeText('[' + *diagnostic.section + ']' + entry + ':');
+    const std::string entry = diagnostic.entry ? ' ' + Shortened(*diagnostic.entry) : "";
+    return SafeText('[' + Shortened(*diagnostic.section) + ']' + entry + ':');
   }
 
   void PrintExcerpt(const Excerpt& excerpt) {

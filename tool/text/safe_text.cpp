@@ -5,9 +5,21 @@
 namespace rux {
 namespace {
 
-bool IsControl(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte == 0x7F;
+// What the text begins with: a character of UTF-8, or a byte that belongs to none.
+std::string_view FirstCharacter(std::string_view text) {
+  const auto byte = static_cast<unsigned char>(text.front());
+  const std::size_t size = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC2 ? 2 : 1;
+  const std::string_view rest = text.substr(1, size - 1);
+  const bool is_whole =
+      rest.size() == size - 1 && std::all_of(rest.begin(), rest.end(), IsInsideCharacter);
+  return text.substr(0, is_whole ? size : 1);
+}
+
+bool IsControl(std::string_view character) {
+  const auto byte = static_cast<unsigned char>(character.back());
+  const bool is_upper = byte >= 0x80 && byte < 0xA0;
+  if (character.size() == 1) return byte < 0x20 || byte == 0x7F || is_upper;
+  return character.size() == 2 && character.front() == '\xC2' && is_upper;
 }
 
 void AppendEscaped(char c, std::string& out) {
@@ -18,11 +30,13 @@ void AppendEscaped(char c, std::string& out) {
 
 std::string Escaped(std::string_view text, bool keep_tabs) {
   std::string out;
-  for (const char c : text) {
-    if (IsControl(c) && !(keep_tabs && c == '\t')) {
-      AppendEscaped(c, out);
+  while (!text.empty()) {
+    const std::string_view character = FirstCharacter(text);
+    text.remove_prefix(character.size());
+    if (IsControl(character) && !(keep_tabs && character == "\t")) {
+      for (const char c : character) AppendEscaped(c, out);
     } else {
-      out += c;
+      out += character;
     }
   }
   return out;
@@ -30,15 +44,23 @@ std::string Escaped(std::string_view text, bool keep_tabs) {
 
 }  // namespace
 
+bool IsInsideCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
 std::string SafeText(std::string_view text) { return Escaped(text, false); }
 std::string SafeLine(std::string_view line) { return Escaped(line, true); }
 
+std::string Shortened(std::string_view text) {
+  constexpr std::size_t kMost = 200;
+  if (text.size() <= kMost) return std::string(text);
+  std::size_t end = kMost;
+  while (end > 0 && IsInsideCharacter(text[end])) --end;
+  return std::string(text.substr(0, end)) + "...";
+}
+
 std::size_t Columns(std::string_view text) {
   const std::string shown = SafeText(text);
-  const auto begins_character = [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-  };
-  return static_cast<std::size_t>(std::count_if(shown.begin(), shown.end(), begins_character));
+  return static_cast<std::size_t>(
+      std::count_if(shown.begin(), shown.end(), [](char c) { return !IsInsideCharacter(c); }));
 }
 
 }  // namespace rux

@@ -1,0 +1,21 @@
+// The example of a host program notices what it cannot print.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "tests/tool/faults/verdict.h"
+
+namespace {
+
+TEST(ExampleHostTest, MissesNoFailedOutput) {
+  const Task& task = Tasks().front();
+  const TemporaryFolder folder;
+  folder.Fill(task.done);
+  const std::string run = RUX_EXAMPLE_HOST " " + (folder.path() / "board.meta").string();
+  EXPECT_EQ(WEXITSTATUS(std::system((run + " > /dev/null").c_str())), 0);
+  EXPECT_EQ(WEXITSTATUS(std::system((run + " > /dev/full 2> /dev/null").c_str())), 1);
+}
+
+}  // namespace
