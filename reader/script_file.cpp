@@ -18,6 +18,14 @@ namespace {
 ScriptFile* g_open_files = nullptr;
 std::size_t g_open_count = 0;
 
+// What was opened since no file was open.
+std::size_t g_opened_count = 0;
+std::size_t g_opened_text = 0;
+
+bool AreTooMany() {
+  return g_open_count >= kMostOpen || g_opened_count >= kMostOpened || g_opened_text >= kMostText;
+}
+
 // How much is asked of a file that does not tell its size, at first.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
 
@@ -82,7 +90,7 @@ std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_
   struct stat status;
   const std::optional<std::string> located = Locate(path, &status);
   if (!located || IsOpen(status)) return nullptr;
-  if (g_open_count == kMostOpen) {
+  if (AreTooMany()) {
     Report(path, kTooManyOpen, 1);
     return nullptr;
   }
@@ -108,13 +116,15 @@ ScriptFile::ScriptFile(std::string path, const struct stat& status, std::string 
       text_(std::move(text)),
       next_open_(std::exchange(g_open_files, this)) {
   ++g_open_count;
+  ++g_opened_count;
+  g_opened_text += text_.size();
 }
 
 ScriptFile::~ScriptFile() {
   ScriptFile** link = &g_open_files;
   while (*link != this) link = &(*link)->next_open_;
   *link = next_open_;
-  --g_open_count;
+  if (--g_open_count == 0) g_opened_count = g_opened_text = 0;
 }
 
 bool ScriptFile::IsOpen(const struct stat& status) {

@@ -20,6 +20,11 @@ inline constexpr std::size_t kLargestScript = std::size_t{1} << 30;
 // host's stack.
 inline constexpr std::size_t kMostOpen = 1000;
 
+// Nor does a script that includes others, and those others, come to more files or more text in all:
+// forty small scripts that include the next one twice each would come to a million millions.
+inline constexpr std::size_t kMostOpened = std::size_t{1} << 16;
+inline constexpr std::size_t kMostText = kLargestScript;
+
 // Open from Open() to the destructor, also for the purpose of refusing to open a file twice:
 // includes nest, so a file that is still open would include itself without end.
 class ScriptFile {
@@ -27,7 +32,7 @@ class ScriptFile {
   // Reads the file at `path` or, when there is none, at `path` with its backslashes read as
   // slashes. Pipes are read to their end. Returns null when there is no such file, it cannot be
   // read, is a directory or is open already (under whatever name), and, after a message, when it
-  // holds more than `largest` bytes or kMostOpen files are open.
+  // holds more than `largest` bytes or one of the limits above is reached.
   static std::unique_ptr<ScriptFile> Open(const std::string& path,
                                           std::size_t largest = kLargestScript);
   ~ScriptFile();

@@ -85,6 +85,25 @@ TEST_F(MessagesTest, ATooLargeScriptIsRefused) {
   EXPECT_THAT(Messages(), ElementsAre("Error[large.rux:1]: Script is too large.\n"));
 }
 
+// One file stays open; 65,535 more may be opened until it is closed.
+TEST_F(MessagesTest, ScriptsThatIncludeMoreThanAnyNeedsAreCutOff) {
+  folder.Write("outer.rux", "");
+  folder.Write("inner.rux", "");
+  void* outer = open_file(Backslashed("outer.rux"));
+  for (int i = 0; i < 65535; ++i) {
+    void* inner = open_file(Backslashed("inner.rux"));
+    ASSERT_NE(inner, nullptr) << i;
+    close_file(&inner);
+  }
+  EXPECT_EQ(open_file(Backslashed("inner.rux")), nullptr);
+  EXPECT_THAT(Messages(),
+              ElementsAre("Error[inner.rux:1]: Too many scripts include one another.\n"));
+  close_file(&outer);
+  void* inner = open_file(Backslashed("inner.rux"));
+  EXPECT_NE(inner, nullptr);
+  close_file(&inner);
+}
+
 // In a process of its own that may use half a gibibyte.
 class LittleMemoryTest : public MessagesTest {
  protected:

@@ -106,6 +106,13 @@ bool SourceView::Follow(const std::string& library_path) {
   if (file == nullptr) return true;
   const auto is_this = [&](const SourceFile* open) { return open->IsSameFile(*file); };
   if (std::any_of(chain_.begin(), chain_.end(), is_this)) return false;
+  // The reader's limits, which it has told of.
+  if (chain_.size() >= reader::kMostOpen || opened_ >= reader::kMostOpened ||
+      opened_text_ >= reader::kMostText) {
+    return true;
+  }
+  ++opened_;
+  opened_text_ += file->size();
   chain_.push_back(file);
   for (const reader::Section& section : file->sections()) {
     sections_.push_back({file, &section});

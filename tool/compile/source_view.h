@@ -43,6 +43,7 @@ class SourceFile {
 
   // A line of the file as it stands there, without its end; empty for lines that it does not have.
   std::string_view Line(std::uint32_t line) const;
+  std::size_t size() const { return text_.size(); }
   std::uint32_t line_count() const { return static_cast<std::uint32_t>(line_starts_.size()); }
 
   bool IsSameFile(const SourceFile& other) const;
@@ -97,6 +98,8 @@ class SourceView {
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed
+  std::size_t opened_ = 0;                // files that were followed, each time counted
+  std::size_t opened_text_ = 0;           // and their text
   std::set<std::pair<const SourceFile*, std::uint32_t>> loops_;
   bool complete_ = true;
 };
