@@ -18,6 +18,7 @@ const std::vector<Command>& Commands() {
       {"dump", "Print all that a meta file or a debug meta file holds", SetUpDump},
       {"where", "Tell which line of a script said something", SetUpWhere},
       {"decompile", "Make a script of a debug meta file", SetUpDecompile},
+      {"verify", "Tell whether compiled files are sound", SetUpVerify},
   };
   return commands;
 }

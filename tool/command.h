@@ -32,6 +32,7 @@ Action SetUpGet(CLI::App& app);
 Action SetUpDump(CLI::App& app);
 Action SetUpWhere(CLI::App& app);
 Action SetUpDecompile(CLI::App& app);
+Action SetUpVerify(CLI::App& app);
 
 }  // namespace rux
 

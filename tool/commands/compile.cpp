@@ -12,10 +12,10 @@
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
 #include "tool/compiled/debug_meta.h"
+#include "tool/compiled/verify.h"
 #include "tool/failure.h"
 #include "tool/files/memory_file.h"
 #include "tool/files/placement.h"
-#include "tool/meta/meta_format.h"
 
 namespace rux {
 namespace {
@@ -60,9 +60,9 @@ class MetaFiles : public CompileProduct {
   // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
   std::vector<Diagnostic> Make() override {
     const MemoryFile meta(options_.meta);
-    const bool written = gccOutput(meta.path()) != 0;
-    if (!written || !IsWholeMetaFile(meta.path())) meta.ThrowIncomplete();
+    if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
     files_.push_back({options_.meta, meta.Bytes()});
+    ExpectSound(files_.back());
     if (options_.debug_meta.empty()) return {};
     const MemoryFile debug_meta(options_.debug_meta);
     gccOutputD(debug_meta.path());
@@ -84,6 +84,14 @@ class MetaFiles : public CompileProduct {
   }
 
  private:
+  // A script may say what makes a file that no host can load.
+  static void ExpectSound(const NewFile& file) {
+    const Faults faults = Verify(file.bytes);
+    if (faults.empty()) return;
+    throw Failure(ExitStatus::kTrouble, "cannot write " + file.path + ": it could not be loaded: " +
+                                            FaultText(faults.list().front()));
+  }
+
   const Options& options_;
   std::vector<NewFile> files_;
 };

@@ -3,12 +3,12 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "tool/command.h"
+#include "tool/compiled/compiled_file.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/compiled/meta.h"
-#include "tool/compiled/whole_file.h"
-#include "tool/failure.h"
 #include "tool/meta/value_json.h"
 #include "tool/standard_streams.h"
 
@@ -22,41 +22,37 @@ struct Options {
 };
 
 // What the two forms of compiled files take to be dumped.
-struct DebugForm {
+struct DebugMetaTraits {
   static constexpr auto kDecode = DecodeDebugMeta;
   static constexpr auto kList = ListDebugMeta;
   static constexpr auto kJson = DebugMetaJson;
 };
 
-struct MetaForm {
+struct MetaTraits {
   static constexpr auto kDecode = DecodeMeta;
   static constexpr auto kList = ListMeta;
   static constexpr auto kJson = MetaJson;
 };
 
-template <class Form>
-void DumpForm(const Options& options, const std::string& bytes) {
-  Faults faults;
-  const auto meta = Form::kDecode(bytes, faults);
-  if (!faults.empty()) throw DamageFailure(options.file, faults);
+template <class Traits>
+void DumpForm(const Options& options, std::string_view bytes) {
+  Faults none;  // of a file that was verified
+  const auto meta = Traits::kDecode(bytes, none, options.raw ? Keep::kPieces : Keep::kRecords);
   if (options.json) {
-    PrintOut(JsonText(Form::kJson(options.file, meta, RawJson(bytes, options.raw))));
+    PrintOut(JsonText(Traits::kJson(options.file, meta, RawJson(bytes, options.raw))));
     return;
   }
   Listing listing(bytes, options.raw);
-  Form::kList(options.file, meta, listing);
+  Traits::kList(options.file, meta, listing);
   PrintOut(listing.text());
 }
 
 ExitStatus Dump(const Options& options) {
-  const std::string bytes = ReadWholeFile(options.file);
-  if (IsDebugMetaBytes(bytes)) {
-    DumpForm<DebugForm>(options, bytes);
-  } else if (IsMetaBytes(bytes)) {
-    DumpForm<MetaForm>(options, bytes);
+  const CompiledFile file(options.file);
+  if (file.form() == Form::kDebugMeta) {
+    DumpForm<DebugMetaTraits>(options, file.bytes());
   } else {
-    throw Failure(ExitStatus::kTrouble, "cannot load " + options.file +
-                                            ": it is neither a meta file nor a debug meta file");
+    DumpForm<MetaTraits>(options, file.bytes());
   }
   return ExitStatus::kDone;
 }

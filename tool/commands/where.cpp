@@ -5,10 +5,10 @@
 #include <string>
 
 #include "tool/command.h"
-#include "tool/compiled/debug_find.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/dump/debug_text.h"
 #include "tool/failure.h"
+#include "tool/meta/debug_find.h"
 #include "tool/meta/meta_path.h"
 #include "tool/standard_streams.h"
 #include "tool/text/safe_text.h"

@@ -1,38 +1,11 @@
 #include "tool/compiled/cursor.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-
 namespace rux {
-namespace {
 
-constexpr std::size_t kWordSize = 4;
-
-std::uint32_t LoadWord(std::string_view bytes) {
-  std::uint32_t word = 0;
-  for (std::size_t i = kWordSize; i-- > 0;) {
-    word = word << 8 | static_cast<unsigned char>(bytes[i]);
-  }
-  return word;
-}
-
-}  // namespace
-
-std::uint32_t Cursor::Word(const char* field) {
-  const std::string_view bytes = Bytes(field, kWordSize);
-  return LoadWord(bytes);
-}
-
-std::uint32_t Cursor::Count(const char* field, std::size_t least_size) {
+Words Cursor::WordPieces(const char* field, std::size_t count) {
   const std::size_t begin = offset_;
-  const std::uint32_t count = Word(field);
-  if (count > left() / least_size) {
-    Fail(field, begin,
-         fmt::format("the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count,
-                     left(), least_size));
-  }
-  return count;
+  for (std::size_t i = 0; i < count; ++i) Word(field);
+  return Words(file_.substr(begin, count * kWordSize));
 }
 
 std::string_view Cursor::Text(const char* field) {
@@ -43,25 +16,15 @@ std::string_view Cursor::Text(const char* field) {
   return file_.substr(offset_ - length, length);
 }
 
-std::vector<std::string> Cursor::Texts(const char* field) {
+Texts Cursor::TextList(const char* field) {
   const std::size_t begin = offset_;
-  std::vector<Piece>* const pieces = pieces_;
-  pieces_ = nullptr;  // the list is one piece
-  std::vector<std::string> texts;
-  for (std::uint32_t count = Count(field, kWordSize); count > 0; --count) {
-    texts.emplace_back(Text(field));
-  }
+  std::vector<Piece>* const pieces = std::exchange(pieces_, nullptr);  // the list is one piece
+  std::uint32_t count = Count(field, kWordSize);
+  const std::size_t first = offset_;
+  for (; count > 0; --count) Text(field);
   pieces_ = pieces;
   Note(field, begin);
-  return texts;
-}
-
-std::string_view Cursor::Bytes(const char* field, std::size_t size) {
-  Need(field, size);
-  const std::size_t begin = offset_;
-  offset_ += size;
-  Note(field, begin);
-  return file_.substr(begin, size);
+  return Texts(file_.substr(first, offset_ - first));
 }
 
 void Cursor::Zeros(const char* field, std::size_t size) {
@@ -70,67 +33,43 @@ void Cursor::Zeros(const char* field, std::size_t size) {
   const std::string_view bytes = Bytes(field, size);
   const std::size_t at = bytes.find_first_not_of('\0');
   if (at == std::string_view::npos) return;
-  Report(field, begin + at,
-         fmt::format("the byte 0x{:02X} must be zero", static_cast<unsigned char>(bytes[at])));
+  Report(field, begin + at, "the byte 0x{:02X} must be zero",
+         static_cast<unsigned char>(bytes[at]));
 }
 
-void Cursor::ExpectEnd() const {
-  if (left() > 0) Report("end", offset_, fmt::format("bytes left over: {}", left()));
+void Cursor::ExpectEnd() {
+  if (left() > 0) Report("end", offset_, "bytes left over: {}", left());
 }
 
-void Cursor::Report(const char* field, std::size_t offset, const std::string& reason) const {
-  faults_.Add(FaultAt(field, offset, reason));
-}
-
-void Cursor::Fail(const char* field, std::size_t offset, const std::string& reason) const {
-  throw FaultAt(field, offset, reason);
-}
-
-Fault Cursor::FaultAt(const char* field, std::size_t offset, const std::string& reason) const {
+std::string Cursor::Path() const {
   std::string path;
-  for (const Step& step : path_) {
-    if (!path.empty()) path += ", ";
-    path += step.record;
-    if (step.ordinal != Record::kNoOrdinal) path += ' ' + std::to_string(step.ordinal);
+  for (std::size_t i = 0; i < depth_; ++i) {
+    if (i > 0) path += ", ";
+    path += path_[i].record;
+    if (path_[i].ordinal != Record::kNoOrdinal) path += ' ' + std::to_string(path_[i].ordinal);
   }
-  return {offset, path, field, reason};
+  return path;
 }
 
-void Cursor::Need(const char* field, std::size_t size) const {
-  if (size <= left()) return;
-  Fail(field, offset_, fmt::format("bytes needed: {}, left: {}", size, left()));
+void Cursor::FailCount(const char* field, std::uint32_t count, std::size_t least_size) const {
+  Fail(field, offset_ - kWordSize,
+       "the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count, left(),
+       least_size);
 }
 
-void Cursor::Note(const char* field, std::size_t begin) const {
-  if (pieces_ != nullptr) pieces_->push_back({field, {begin, offset_ - begin}});
+void Cursor::FailNeed(const char* field, std::size_t size) const {
+  Fail(field, offset_, "bytes needed: {}, left: {}", size, left());
 }
 
 std::uint32_t Cursor::Length(const char* field) {
-  Need(field, kWordSize);
-  const std::uint32_t length = LoadWord(file_.substr(offset_, kWordSize));
+  if (kWordSize > left()) FailNeed(field, kWordSize);
+  const std::uint32_t length = LoadWord(&file_[offset_]);
   if (length > left() - kWordSize) {
-    Fail(field, offset_,
-         fmt::format("the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
-                     left() - kWordSize));
+    Fail(field, offset_, "the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
+         left() - kWordSize);
   }
   offset_ += kWordSize;
   return length;
-}
-
-Record::Record(Cursor& cursor, const char* name, std::size_t ordinal, std::vector<Piece>* pieces)
-    : cursor_(cursor),
-      begin_(cursor.offset_),
-      outer_end_(cursor.end_),
-      outer_pieces_(cursor.pieces_) {
-  cursor_.path_.push_back({name, ordinal});
-  if (pieces != nullptr) cursor_.pieces_ = pieces;
-}
-
-Record::~Record() {
-  if (limited_) cursor_.offset_ = cursor_.end_;
-  cursor_.end_ = outer_end_;
-  cursor_.pieces_ = outer_pieces_;
-  cursor_.path_.pop_back();
 }
 
 void Record::Limit(const char* length_field) {

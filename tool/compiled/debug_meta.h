@@ -13,6 +13,7 @@
 
 #include "tool/compiled/extent.h"
 #include "tool/compiled/fault.h"
+#include "tool/compiled/keep.h"
 
 namespace rux {
 
@@ -73,18 +74,13 @@ struct DebugMeta {
   std::vector<Extent> section_counts;  // one per kind
 };
 
-// Whether the file begins like a debug meta file.
-bool IsDebugMeta(const std::string& path);
-
-// Throws a Failure (trouble) that names the path, the offset, what was read there and the reason
-// when the file cannot be read or is damaged in any way. Takes no memory that the file does not
-// hold.
-DebugMeta ReadDebugMeta(const std::string& path);
-
-// The same for the bytes of a file; they begin like a debug meta file. What is wrong with them goes
-// to `faults`, and a record with a fault is left out.
+// For the bytes of a file. What is wrong with their layout goes to `faults`, and nothing is decoded
+// then; what they must say beyond that is for Verify() to tell.
 bool IsDebugMetaBytes(std::string_view bytes);
-DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults);
+DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
+
+// The same for a file. Throws a Failure (trouble) when it is no debug meta file, or a damaged one.
+DebugMeta ReadDebugMeta(const std::string& path);
 
 }  // namespace rux
 

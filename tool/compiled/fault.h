@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "tool/failure.h"
-
 namespace rux {
 
 struct Fault {
@@ -17,29 +15,31 @@ struct Fault {
   std::string reason;  // what stands there and why it cannot be
 };
 
-// The first faults of a file in the order of their discovery. Later ones may follow from earlier
-// ones.
+// All faults are counted, the first ones are kept. Later ones may follow from earlier ones.
 class Faults {
  public:
-  // What is found when there are enough is dropped.
   void Add(Fault fault);
 
-  bool empty() const { return list_.empty(); }
-  // Looking for more is of no use.
-  bool enough() const { return list_.size() >= kMost; }
+  // Whether a fault at that offset would be kept; one that would not needs no text.
+  bool Keeps(std::size_t offset) const {
+    return list_.size() < kMost || offset < list_.back().offset;
+  }
+  void AddUnkept() { ++count_; }
+
+  bool empty() const { return count_ == 0; }
+  std::size_t count() const { return count_; }
+  // In the order of the file.
   const std::vector<Fault>& list() const { return list_; }
 
  private:
   static constexpr std::size_t kMost = 20;
 
+  std::size_t count_ = 0;
   std::vector<Fault> list_;
 };
 
 // "offset 0xF4, kind block 0, section 0, name: the length 255 (0xFF) is too large, bytes left: 12"
 std::string FaultText(const Fault& fault);
-
-// The end of a command that cannot use the file at `path` because of its first fault.
-Failure DamageFailure(const std::string& path, const Faults& faults);
 
 }  // namespace rux
 

@@ -1,31 +1,56 @@
 #include "tool/compiled/file_header.h"
 
-#include <fmt/format.h>
-
-#include <string>
-
 namespace rux {
 namespace {
 
 constexpr std::size_t kVersionOffset = 16;
+constexpr std::size_t kHeaderEnd = 128;
 constexpr std::uint32_t kVersion = 0x01000000;
+
+std::string_view MagicOf(Form form) {
+  using namespace std::string_view_literals;
+  return form == Form::kMeta ? "MORV RUX meta.\0"sv : "MORV RUX metaD.\0"sv;
+}
+
+bool HasMagic(std::string_view bytes, Form form) {
+  return bytes.substr(0, MagicOf(form).size()) == MagicOf(form);
+}
 
 }  // namespace
 
-void DecodeHeader(Cursor& cursor, std::string_view magic, const char* form, std::uint32_t& version,
-                  std::uint32_t& creation_time, std::vector<Piece>& pieces) {
-  const Record record(cursor, "header", Record::kNoOrdinal, &pieces);
-  if (cursor.Bytes("magic", magic.size()) != magic) {
-    cursor.Fail("magic", 0, std::string("this is no ") + form);
+Form FormOf(std::string_view bytes) {
+  if (HasMagic(bytes, Form::kMeta)) return Form::kMeta;
+  return HasMagic(bytes, Form::kDebugMeta) ? Form::kDebugMeta : Form::kNone;
+}
+
+const char* FormName(Form form) {
+  switch (form) {
+    case Form::kNone:
+      break;
+    case Form::kMeta:
+      return "meta file";
+    case Form::kDebugMeta:
+      return "debug meta file";
+  }
+  return "file";
+}
+
+FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces) {
+  FileHeader header;
+  const Record record(cursor, "header", Record::kNoOrdinal,
+                      keeps_pieces ? &header.pieces : nullptr);
+  if (cursor.Bytes("magic", MagicOf(form).size()) != MagicOf(form)) {
+    cursor.Fail("magic", 0, "this is no {}", FormName(form));
   }
   cursor.Zeros("gap", kVersionOffset - cursor.offset());
-  version = cursor.Word("version");
-  if (version != kVersion) {
-    cursor.Fail("version", kVersionOffset,
-                fmt::format("it is 0x{:08X}, readable is 0x{:08X}", version, kVersion));
+  header.version = cursor.Word("version");
+  if (header.version != kVersion) {
+    cursor.Fail("version", kVersionOffset, "it is 0x{:08X}, readable is 0x{:08X}", header.version,
+                kVersion);
   }
-  creation_time = cursor.Word("creation time");
+  header.creation_time = cursor.Word("creation time");
   cursor.Zeros("gap", kHeaderEnd - cursor.offset());
+  return header;
 }
 
 }  // namespace rux

@@ -11,13 +11,22 @@
 
 namespace rux {
 
-// Where the header of both forms ends.
-inline constexpr std::size_t kHeaderEnd = 128;
+enum class Form { kNone, kMeta, kDebugMeta };
 
-// Magic, version, creation time, zeros. Fails with a Fault for another magic ("this is no" `form`)
-// or version.
-void DecodeHeader(Cursor& cursor, std::string_view magic, const char* form, std::uint32_t& version,
-                  std::uint32_t& creation_time, std::vector<Piece>& pieces);
+// By the magic.
+Form FormOf(std::string_view bytes);
+
+// "meta file", "debug meta file", "file".
+const char* FormName(Form form);
+
+struct FileHeader {
+  std::uint32_t version = 0;
+  std::uint32_t creation_time = 0;
+  std::vector<Piece> pieces;
+};
+
+// Magic, version, creation time, zeros. Fails with a Fault for another magic or version.
+FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces);
 
 }  // namespace rux
 

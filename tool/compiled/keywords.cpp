@@ -8,56 +8,60 @@
 namespace rux {
 namespace {
 
-struct Row {
-  std::uint32_t identifier;
+constexpr EntryForm kEntryForms[] = {
+#define FIXED_ENTRY(name, keyword, source, compiled) {source, keyword, compiled, 0, 0},
+#define NAMED_ENTRY(name, keyword, source, table, prefix) \
+  {source, keyword, 0, RUX_CLASS_##table, prefix},
+#define PLAIN_ENTRY(name, keyword, source) {source, keyword, 0, 0, 0},
+#include "ruxcomp/entries.def"
+};
+
+struct KindRow {
+  std::uint32_t kind;
   const char* keyword;
 };
 
-template <class Rows>
-const char* Find(const Rows& rows, std::uint32_t identifier) {
-  const auto row = std::find_if(std::begin(rows), std::end(rows),
-                                [&](const Row& each) { return each.identifier == identifier; });
-  return row == std::end(rows) ? nullptr : row->keyword;
+constexpr KindRow kKinds[] = {
+#define SECTION(keyword, kind, notation) {kind, #keyword},
+#include "ruxcomp/sections.def"
+};
+
+template <class Rows, class Fits>
+auto Find(const Rows& rows, Fits fits) {
+  const auto* row = std::find_if(std::begin(rows), std::end(rows), fits);
+  return row == std::end(rows) ? nullptr : row;
+}
+
+const char* KeywordOf(std::uint32_t kind) {
+  const KindRow* row = Find(kKinds, [&](const KindRow& each) { return each.kind == kind; });
+  return row == nullptr ? nullptr : row->keyword;
 }
 
 }  // namespace
 
+const EntryForm* FindEntryForm(std::uint32_t source) {
+  return Find(kEntryForms, [&](const EntryForm& each) { return each.source == source; });
+}
+
 const char* SourceSectionKeyword(std::uint32_t identifier) {
-  static constexpr Row kRows[] = {
-#define SECTION(keyword, kind, notation) {0x20000000 + (kind), #keyword},
-#include "ruxcomp/sections.def"
-  };
-  return Find(kRows, identifier);
+  return KeywordOf(identifier - kSourceSection);
+}
+
+const char* SourceEntryKeyword(std::uint32_t identifier) {
+  const EntryForm* form = FindEntryForm(identifier);
+  return form == nullptr ? nullptr : form->keyword;
 }
 
 const char* CompiledSectionKeyword(std::uint32_t identifier) {
   // The last kinds act while a script is read and have no compiled form.
-  if (identifier > RUX_SECT_REPEATER) return nullptr;
-  static constexpr Row kRows[] = {
-#define SECTION(keyword, kind, notation) {RUX_SECT_##keyword, #keyword},
-#include "ruxcomp/sections.def"
-  };
-  return Find(kRows, identifier);
-}
-
-const char* SourceEntryKeyword(std::uint32_t identifier) {
-  static constexpr Row kRows[] = {
-#define FIXED_ENTRY(name, keyword, source, compiled) {source, keyword},
-#define NAMED_ENTRY(name, keyword, source, table, prefix) {source, keyword},
-#define PLAIN_ENTRY(name, keyword, source) {source, keyword},
-#include "ruxcomp/entries.def"
-  };
-  return Find(kRows, identifier);
+  return identifier > RUX_SECT_REPEATER ? nullptr : KeywordOf(identifier - kCompiledSection);
 }
 
 const char* CompiledEntryKeyword(std::uint32_t identifier) {
-  static constexpr Row kRows[] = {
-#define FIXED_ENTRY(name, keyword, source, compiled) {compiled, keyword},
-#define NAMED_ENTRY(name, keyword, source, table, prefix)
-#define PLAIN_ENTRY(name, keyword, source)
-#include "ruxcomp/entries.def"
-  };
-  return Find(kRows, identifier);
+  const EntryForm* form = Find(kEntryForms, [&](const EntryForm& each) {
+    return each.compiled != 0 && each.compiled == identifier;
+  });
+  return form == nullptr ? nullptr : form->keyword;
 }
 
 }  // namespace rux

@@ -1,7 +1,7 @@
 // A meta file as it stands on disk: every section, entry, value and table with its place.
 //
-// Decoded from the layout alone, without the library: its queries neither tell where something
-// stands in the file nor why a file cannot be loaded.
+// Decoded from the layout alone, without the library: its queries do not tell where something
+// stands in the file.
 #ifndef TOOL_COMPILED_META_H_
 #define TOOL_COMPILED_META_H_
 
@@ -14,6 +14,7 @@
 
 #include "tool/compiled/extent.h"
 #include "tool/compiled/fault.h"
+#include "tool/compiled/keep.h"
 
 namespace rux {
 
@@ -42,8 +43,8 @@ struct CompiledTable {
   std::vector<TableCells> cells;
   Extent extent;              // without the padding behind it
   std::vector<Piece> pieces;  // class, length, the items
-  // Not empty when the stated length is not that of the texts, although the file is sound: the
-  // length then counts names without an index, which the block does not hold.
+  // Not empty when the stated length is not that of the texts, although the file is sound: it is
+  // that of the names that the compiler knew, which need not be those of the block.
   std::string note;
 };
 
@@ -59,10 +60,10 @@ struct CompiledMeta {
   std::vector<Piece> frame;  // of the sections: their count, the padding behind them
 };
 
-// For the bytes of a file, which begin like a meta file. What is wrong with them goes to `faults`,
-// and what has a fault is left out. Takes no memory that the file does not hold.
+// For the bytes of a file. What is wrong with their layout goes to `faults`, and nothing is decoded
+// then; what they must say beyond that is for Verify() to tell.
 bool IsMetaBytes(std::string_view bytes);
-CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults);
+CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
 
 }  // namespace rux
 

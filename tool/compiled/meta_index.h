@@ -5,17 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "tool/compiled/index_class.h"
 #include "tool/compiled/meta.h"
-#include "tool/meta/meta_view.h"
 
 namespace rux {
-
-constexpr std::uint32_t ClassOfIndex(std::uint32_t index) { return index & 0xFF000000; }
-constexpr std::uint32_t OrdinalOfIndex(std::uint32_t index) { return index & 0x00FFFFFF; }
-
-// The name of the class of an index ("property", "number", "argument"); null for a word that is
-// none.
-const char* IndexClassName(std::uint32_t index);
 
 // The table of that class; null when the file has none.
 const CompiledTable* TableOf(const CompiledMeta& meta, std::uint32_t base);

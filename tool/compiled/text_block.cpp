@@ -16,11 +16,6 @@ std::optional<std::size_t> SizeOfTexts(std::string_view block, std::size_t state
   return stated == least + 1 && stated < block.size() ? stated : least;
 }
 
-bool CouldEndAt(std::string_view block, std::size_t stated) {
-  return block.find_first_not_of('\0', stated) == std::string_view::npos &&
-         (stated == 0 || block[stated - 1] == '\0');
-}
-
 std::string LengthNote(std::size_t stated, std::size_t size) {
   if (stated == size) return "";
   if (stated > size) {
@@ -29,7 +24,8 @@ std::string LengthNote(std::size_t stated, std::size_t size) {
         stated, stated - size);
   }
   return fmt::format(
-      "the stated length {} is {} less than the texts take: it leaves out empty texts at their end",
+      "the stated length {} is {} less than the texts take: it does not count indices without a "
+      "name",
       stated, size - stated);
 }
 

@@ -9,17 +9,14 @@
 
 namespace rux {
 
-// `block` is what stands between the length of the block, `stated`, and the next block: texts, each
-// with a terminating zero, and padding of 1 to 16 zeros.
-
-// How many bytes are texts. Zeros at the end are padding, unless the stated length makes the first
-// of them an empty text: no table has two. None when there is no padding.
+// How many bytes of a block are texts. `block` is what stands between the length of the block,
+// `stated`, and the next block: texts, each with a terminating zero, and padding of 1 to 16 zeros.
+// Zeros at the end are padding, unless the stated length makes the first of them an empty text.
+// None when there is no padding.
 std::optional<std::size_t> SizeOfTexts(std::string_view block, std::size_t stated);
 
-// Whether the texts could end there: only empty ones follow, which look like padding.
-bool CouldEndAt(std::string_view block, std::size_t stated);
-
-// Why the length may differ from the size of the texts; empty when it does not.
+// Why the length of a table of properties may differ from the size of the texts; empty when it does
+// not.
 std::string LengthNote(std::size_t stated, std::size_t size);
 
 }  // namespace rux

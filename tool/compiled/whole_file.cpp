@@ -1,50 +1,37 @@
 #include "tool/compiled/whole_file.h"
 
 #include <fcntl.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
-#include <array>
-#include <cerrno>
+#include <algorithm>
 #include <cstddef>
 
+#include "tool/compiled/limits.h"
 #include "tool/failure.h"
+#include "tool/files/descriptor.h"
 
 namespace rux {
 namespace {
 
-constexpr std::size_t kMostBytes = std::size_t{256} << 20;
-
-class Descriptor {
- public:
-  explicit Descriptor(const std::string& path) : number_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (number_ < 0) throw SystemFailure("cannot load", path);
-  }
-  ~Descriptor() { close(number_); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-
- private:
-  const int number_;
-};
+// Most often right, never to be relied on.
+std::size_t LikelySize(const Descriptor& file) {
+  struct stat status;
+  const bool is_file = fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
+  return is_file ? static_cast<std::size_t>(status.st_size) : 0;
+}
 
 }  // namespace
 
 std::string ReadWholeFile(const std::string& path) {
-  const Descriptor file(path);
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file.is_open()) throw SystemFailure("cannot load", path);
   std::string bytes;
-  std::array<char, 65536> piece;
-  while (true) {
-    const ssize_t size = read(file.number(), piece.data(), piece.size());
-    if (size == 0) return bytes;
-    if (size < 0 && errno == EINTR) continue;
-    if (size < 0) throw SystemFailure("cannot load", path);
-    bytes.append(piece.data(), static_cast<std::size_t>(size));
-    if (bytes.size() > kMostBytes) {
-      throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": it has more than 256 MiB");
-    }
+  bytes.reserve(std::min(LikelySize(file), kMostFileBytes));
+  if (!ReadAll(file.number(), kMostFileBytes, bytes)) throw SystemFailure("cannot load", path);
+  if (bytes.size() > kMostFileBytes) {
+    throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": it has more than 256 MiB");
   }
+  return bytes;
 }
 
 }  // namespace rux

@@ -73,7 +73,7 @@ Json SectionJson(const DebugSection& section, std::size_t ordinal, const RawJson
 }  // namespace
 
 Json DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw) {
-  Json json = TitleJson(path, "debug meta", meta.version, meta.creation_time);
+  Json json = TitleJson(path, Form::kDebugMeta, meta.version, meta.creation_time);
   std::vector<Piece> pieces = meta.header;
   pieces.push_back({"defined word count", meta.word_count});
   pieces.push_back({"kind count", meta.kind_count});

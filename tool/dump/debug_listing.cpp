@@ -118,7 +118,7 @@ class DebugLister {
 }  // namespace
 
 void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& listing) {
-  listing.Line(TitleText(path, "debug meta file", meta.version, meta.creation_time));
+  listing.Line(TitleText(path, Form::kDebugMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   DebugLister(meta, listing).List();
 }

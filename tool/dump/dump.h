@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tool/compiled/debug_meta.h"
+#include "tool/compiled/file_header.h"
 #include "tool/compiled/meta.h"
 #include "tool/dump/listing.h"
 #include "tool/dump/raw_json.h"
@@ -22,10 +23,13 @@ Json DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson
 Json MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw);
 
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
-std::string TitleText(const std::string& path, const char* form, std::uint32_t version,
+std::string TitleText(const std::string& path, Form form, std::uint32_t version,
                       std::uint32_t creation_time);
-Json TitleJson(const std::string& path, const char* form, std::uint32_t version,
+Json TitleJson(const std::string& path, Form form, std::uint32_t version,
                std::uint32_t creation_time);
+
+// "meta" or "debug meta"; null for what is neither.
+Json FormJson(Form form);
 
 }  // namespace rux
 

@@ -30,9 +30,15 @@ void Listing::Line(const std::string& text, Extent extent) {
   text_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);
 }
 
-void Listing::Pieces(const std::string& indent, const std::vector<Piece>& pieces) {
-  if (!raw_) return;
-  for (const Piece& piece : pieces) Line(indent + piece.name, piece.extent);
+void Listing::Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece) {
+  Line(text, raw_ ? pieces[piece].extent : Extent());
+}
+
+void Listing::Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first,
+                     std::size_t last) {
+  for (std::size_t i = first; i < std::min(last, pieces.size()); ++i) {
+    Line(indent + pieces[i].name, pieces[i].extent);
+  }
 }
 
 }  // namespace rux

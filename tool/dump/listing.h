@@ -4,6 +4,7 @@
 #ifndef TOOL_DUMP_LISTING_H_
 #define TOOL_DUMP_LISTING_H_
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,11 @@ class Listing {
   // A line for what has no bytes of its own, or whose bytes follow piece by piece.
   void Line(const std::string& text);
   void Line(const std::string& text, Extent extent);
-  // A line for each piece, when bytes are asked for.
-  void Pieces(const std::string& indent, const std::vector<Piece>& pieces);
+  // Of a record's pieces, which there are only when bytes are asked for: a line that tells of one
+  // of them, and one for each of some.
+  void Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece);
+  void Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first = 0,
+              std::size_t last = static_cast<std::size_t>(-1));
   void Blank() { text_ += '\n'; }
 
   const std::string& text() const { return text_; }

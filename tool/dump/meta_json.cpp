@@ -56,7 +56,7 @@ Json TableJson(const CompiledTable& table, const RawJson& raw) {
 }  // namespace
 
 Json MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw) {
-  Json json = TitleJson(path, "meta", meta.version, meta.creation_time);
+  Json json = TitleJson(path, Form::kMeta, meta.version, meta.creation_time);
   std::vector<Piece> pieces = meta.header;
   pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
   pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());

@@ -35,12 +35,12 @@ class MetaLister {
 
   void List() {
     listing_.Blank();
-    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame.front().extent);
+    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame, 0);
     std::map<std::uint32_t, std::size_t> counts;
     for (const CompiledSection& section : meta_.sections) {
       ListSection(section, counts[section.identifier]++);
     }
-    listing_.Pieces("", {meta_.frame.begin() + 1, meta_.frame.end()});
+    listing_.Pieces("", meta_.frame, 1);
     for (const CompiledTable& table : meta_.tables) ListTable(table);
   }
 
@@ -59,9 +59,9 @@ class MetaLister {
                               IndexText(entry.identifier)));
     // What an entry is made of before its values.
     constexpr std::size_t kHead = 2;
-    listing_.Pieces("    ", {entry.pieces.begin(), entry.pieces.begin() + kHead});
+    listing_.Pieces("    ", entry.pieces, 0, kHead);
     for (std::size_t i = 0; i < entry.values.size(); ++i) {
-      listing_.Line("    " + WordText(meta_, entry.values[i]), entry.pieces[kHead + i].extent);
+      listing_.Line("    " + WordText(meta_, entry.values[i]), entry.pieces, kHead + i);
     }
   }
 
@@ -71,19 +71,18 @@ class MetaLister {
     listing_.Blank();
     listing_.Line(fmt::format("table of class {}: {}", IndexClassName(table.base), count));
     if (!table.note.empty()) listing_.Line("  note: " + table.note);
-    listing_.Pieces("  ", {table.pieces.begin(), table.pieces.begin() + kHead});
-    for (std::size_t i = 0; i < count; ++i) ListItem(table, i, table.pieces[kHead + i].extent);
-    listing_.Pieces("  ", {table.pieces.begin() + kHead + static_cast<std::ptrdiff_t>(count),
-                           table.pieces.end()});
+    listing_.Pieces("  ", table.pieces, 0, kHead);
+    for (std::size_t i = 0; i < count; ++i) ListItem(table, i, kHead + i);
+    listing_.Pieces("  ", table.pieces, kHead + count);
   }
 
-  void ListItem(const CompiledTable& table, std::size_t ordinal, Extent extent) {
+  void ListItem(const CompiledTable& table, std::size_t ordinal, std::size_t piece) {
     if (!table.cells.empty()) {
-      listing_.Line(fmt::format("  {}", ordinal), extent);
+      listing_.Line(fmt::format("  {}", ordinal), table.pieces, piece);
       ListCells(table.cells[ordinal]);
     } else {
       listing_.Line(fmt::format("  0x{:08X}  {}", table.base + ordinal, ItemText(table, ordinal)),
-                    extent);
+                    table.pieces, piece);
     }
   }
 
@@ -105,7 +104,7 @@ class MetaLister {
 }  // namespace
 
 void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing) {
-  listing.Line(TitleText(path, "meta file", meta.version, meta.creation_time));
+  listing.Line(TitleText(path, Form::kMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   if (listing.raw()) listing.Line("directory of the tables");
   listing.Pieces("  ", meta.directory);

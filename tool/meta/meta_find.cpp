@@ -6,70 +6,18 @@
 #include <algorithm>
 
 #include "tool/failure.h"
+#include "tool/meta/section_search.h"
 #include "tool/text/name_text.h"
 #include "tool/text/nearest.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {
 
-constexpr char kIdSign = '#';
-constexpr char kOrdinalSign = '@';
-
-Failure NotThere(const std::string& text) { return Failure(ExitStatus::kFindings, text); }
-
-std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
-
-// A section by its name, ID or ordinal among those of a kind.
-class SectionFinder {
- public:
-  SectionFinder(const MetaView& meta, const Kind& kind)
-      : meta_(meta), kind_(kind), sections_(meta.SectionsOf(kind)) {
-    if (sections_.empty()) throw NotThere("there is no " + kind.keyword + " section");
-  }
-
-  const std::vector<MetaSection>& sections() const { return sections_; }
-
-  const MetaSection& Find(const PathStep& step) const {
-    if (const auto ordinal = step.NumberBehind(kOrdinalSign)) return ByOrdinal(*ordinal);
-    if (const auto id = step.NumberBehind(kIdSign)) return ById(*id);
-    return ByName(step.text);
-  }
-
- private:
-  const MetaSection& ByOrdinal(std::uint32_t ordinal) const {
-    if (ordinal < sections_.size()) return sections_[ordinal];
-    throw NotThere(fmt::format("there is no {} @{}; the last one is @{}", kind_.keyword, ordinal,
-                               sections_.size() - 1));
-  }
-
-  const MetaSection& ById(std::uint32_t id) const {
-    std::vector<std::string> ids;
-    for (const MetaSection& section : sections_) {
-      const std::optional<std::uint32_t> other = meta_.IdOf(section);
-      if (!other) continue;
-      if (*other == id) return section;
-      ids.push_back(IdText(*other));
-    }
-    throw NotThere("there is no " + kind_.keyword + " with the ID " + IdText(id) +
-                   NearText(IdText(id), ids, SafeText));
-  }
-
-  const MetaSection& ByName(const std::string& name) const {
-    std::vector<std::string> names;
-    for (const MetaSection& section : sections_) {
-      const std::optional<std::string> other = meta_.NameOf(section);
-      if (!other) continue;
-      if (*other == name) return section;
-      names.push_back(*other);
-    }
-    throw NotThere("there is no " + kind_.keyword + " " + NameText(name) + NearText(name, names));
-  }
-
-  const MetaView& meta_;
-  const Kind& kind_;
-  const std::vector<MetaSection> sections_;
-};
+NamedSections NamesOf(const MetaView& meta, const std::vector<MetaSection>& sections) {
+  return {sections.front().kind->keyword, sections.size(),
+          [&](std::size_t i) { return meta.NameOf(sections[i]); },
+          [&](std::size_t i) { return meta.IdOf(sections[i]); }};
+}
 
 // Null when the section does not have it; `keys` then gets what it has.
 const tagGCENTRY* FindEntry(const MetaView& meta, const MetaSection& section,
@@ -91,8 +39,7 @@ Found FindInAny(const MetaView& meta, const std::vector<MetaSection>& sections,
       return {section, entry, std::nullopt};
     }
   }
-  throw NotThere("no " + sections.front().kind->keyword + " section has an entry " + NameText(key) +
-                 NearText(key, keys));
+  throw NoEntry("no " + sections.front().kind->keyword + " section has an", key, keys);
 }
 
 // The n-th of all values of the entry.
@@ -137,23 +84,23 @@ const Kind& ExpectKind(const std::string& keyword) {
 Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
   const Kind& kind = ExpectKind(path.front().text);
   CheckForm(kind, path);
-  const SectionFinder sections(meta, kind);
+  const std::vector<MetaSection> sections = meta.SectionsOf(kind);
+  if (sections.empty()) throw NotThere("there is no " + kind.keyword + " section");
   auto step = path.begin() + 1;
   Found found;
-  if (kind.has_names || step->NumberBehind(kOrdinalSign)) {
-    found.section = sections.Find(*step++);
+  if (kind.has_names || OrdinalOf(*step)) {
+    found.section = sections[FindSection(NamesOf(meta, sections), *step++)];
     if (step == path.end()) return found;
     std::vector<std::string> keys;
     found.entry = FindEntry(meta, found.section, step->text, keys);
     if (found.entry == nullptr) {
-      throw NotThere("the " + kind.keyword + " section has no entry " + NameText(step->text) +
-                     NearText(step->text, keys));
+      throw NoEntry("the " + kind.keyword + " section has no", step->text, keys);
     }
   } else {
-    found = FindInAny(meta, sections.sections(), step->text);
+    found = FindInAny(meta, sections, step->text);
   }
   if (++step == path.end()) return found;
-  const auto number = step->NumberBehind(kOrdinalSign);
+  const auto number = OrdinalOf(*step);
   found.part =
       number ? ValueAt(meta, *found.entry, *number) : PartNamed(meta, *found.entry, step->text);
   if (++step != path.end()) {

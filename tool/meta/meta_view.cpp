@@ -1,75 +1,34 @@
 #include "tool/meta/meta_view.h"
 
 #include <fmt/format.h>
-
-#include <algorithm>
-#include <exception>
+#include <sys/mman.h>
 
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
+#include "tool/compiled/compiled_file.h"
 #include "tool/failure.h"
-#include "tool/meta/meta_format.h"
+#include "tool/files/descriptor.h"
 
 namespace rux {
 namespace {
 
 constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
-constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
-constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
-
-bool Load(const std::string& path, tagMETAFILEINFO* info) {
-  try {
-    return gcInit(path, info) != 0;
-  } catch (const std::exception&) {
-    // A damaged file may announce more than the memory holds.
-    return false;
-  }
-}
-
-// How a symbol of a class looks in a script, and what it is.
-struct SymbolClass {
-  std::uint32_t base;
-  Datum::Class is;
-  const char* prefix;
-};
-
-constexpr SymbolClass kSymbolClasses[] = {
-    {RUX_CLASS_Property, Datum::Class::kName, ""},
-    {RUX_CLASS_Global, Datum::Class::kGlobal, "G_"},
-    {RUX_CLASS_Value, Datum::Class::kValue, "VALUE_"},
-    {RUX_CLASS_Repeater, Datum::Class::kName, ""},
-    {RUX_CLASS_String, Datum::Class::kString, ""},
-    {RUX_CLASS_Group, Datum::Class::kGroup, ""},
-    {RUX_CLASS_Action, Datum::Class::kAction, ""},
-    {RUX_CLASS_TableName, Datum::Class::kTable, ""},
-};
-
-std::string OperatorText(std::uint32_t code) {
-#define OPERATOR(text, operator_code) \
-  if (code == (operator_code)) return text;
-#include "ruxcomp/operators.def"
-  return fmt::format("(operator {})", code);
-}
-
-std::string FixedKey(std::uint32_t identifier) {
-  switch (identifier) {
-#define FIXED_ENTRY(name, keyword, source, compiled) \
-  case compiled:                                     \
-    return keyword;
-#define NAMED_ENTRY(name, keyword, source, table, prefix)
-#define PLAIN_ENTRY(name, keyword, source)
-#include "ruxcomp/entries.def"
-    default:
-      return fmt::format("(entry 0x{:08X})", identifier);
-  }
+// The library opens files by their paths only. By the path of the file, it would read what stands
+// there by then; so it is given what was verified, under a path that nobody else has. Only where
+// that cannot be (no file may be as large, /proc is not there), the file itself must do.
+bool Load(const CompiledFile& file, tagMETAFILEINFO* info) {
+  const Descriptor copy(memfd_create("rux", MFD_CLOEXEC));
+  const bool is_copied = copy.is_open() && WriteAll(copy.number(), file.bytes());
+  if (is_copied && gcInit("/proc/self/fd/" + std::to_string(copy.number()), info) != 0) return true;
+  return gcInit(file.path(), info) != 0;
 }
 
 }  // namespace
 
 MetaView::MetaView(const std::string& path) : path_(path) {
-  if (!Load(path, &info_)) {
-    throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": " + WhyNotLoaded(path));
+  if (!Load(CompiledFile(path, Form::kMeta), &info_)) {
+    throw Failure(ExitStatus::kTrouble, "cannot load " + path + ": the library does not take it");
   }
 #define SYMBOL_TABLE(name, class_byte, key) Invert(RUX_CLASS_##name, g_tbl##name);
 #include "ruxcomp/symbol_tables.def"
@@ -101,43 +60,27 @@ std::optional<std::uint32_t> MetaView::IdOf(const MetaSection& section) const {
 }
 
 std::string MetaView::KeyOf(const MetaSection& section, const tagGCENTRY& entry) const {
-  if (ClassOf(entry.identifier) == ClassOf(RUX_ENTRY_NAME)) return FixedKey(entry.identifier);
-  const Datum name = Resolve(entry.identifier);
-  if (name.is == Datum::Class::kUnresolved) return FixedKey(entry.identifier);
-  const bool is_prefixed_property =
-      ClassOf(entry.identifier) == RUX_CLASS_Property && section.kind->section != RUX_SECT_PROPERTY;
-  return is_prefixed_property ? "P_" + name.text : name.text;
+  std::string key =
+      KeyText(section.record->identifier, entry.identifier, Resolve(entry.identifier));
+  return key.empty() ? fmt::format("(entry 0x{:08X})", entry.identifier) : key;
 }
 
 Datum MetaView::Resolve(std::uint32_t index) const {
-  using Class = Datum::Class;
-  const std::uint32_t number = OrdinalOf(index);
-  switch (ClassOf(index)) {
-    case RUX_CLASS_Dword:
-      if (number >= numbers_.size() || numbers_[number] == kNoNumber) return {};
-      return {Class::kNumber, numbers_[number], {}};
-    case RUX_CLASS_Small:
-      return {Class::kArgument, number, fmt::format("ARG{}", number)};
-    case RUX_CLASS_ValueType:
-      return {Class::kType, number, {}};
-    case RUX_CLASS_Operator:
-      return {Class::kOperator, number, OperatorText(number)};
+  if (const std::optional<Datum> immediate = ImmediateDatum(index)) return *immediate;
+  if (ClassOfIndex(index) != RUX_CLASS_Dword) {
+    const std::string* text = StringOf(index);
+    return text == nullptr ? Datum() : TextDatum(index, *text);
   }
-  const std::string* key = StringOf(index);
-  if (key == nullptr) return {};
-  const SymbolClass& row =
-      *std::find_if(std::begin(kSymbolClasses), std::end(kSymbolClasses),
-                    [&](const SymbolClass& each) { return each.base == ClassOf(index); });
-  // The value without a name is just VALUE.
-  if (row.is == Class::kValue && key->empty()) return {row.is, number, "VALUE"};
-  return {row.is, number, row.prefix + *key};
+  const std::uint32_t ordinal = OrdinalOfIndex(index);
+  if (ordinal >= numbers_.size() || numbers_[ordinal] == kNoNumber) return {};
+  return NumberDatum(numbers_[ordinal]);
 }
 
 void MetaView::Invert(std::uint32_t base, const std::map<std::string, std::uint32_t>& table) {
   std::vector<const std::string*>& strings = strings_[base];
   for (const auto& [key, index] : table) {
-    const std::uint32_t ordinal = OrdinalOf(index);
-    if (ClassOf(index) != base) continue;
+    const std::uint32_t ordinal = OrdinalOfIndex(index);
+    if (ClassOfIndex(index) != base) continue;
     if (strings.size() <= ordinal) strings.resize(ordinal + 1, nullptr);
     if (strings[ordinal] == nullptr) strings[ordinal] = &key;
   }
@@ -145,8 +88,8 @@ void MetaView::Invert(std::uint32_t base, const std::map<std::string, std::uint3
 
 void MetaView::Invert(std::uint32_t base, const std::map<std::uint32_t, std::uint32_t>& table) {
   for (const auto& [key, index] : table) {
-    const std::uint32_t ordinal = OrdinalOf(index);
-    if (ClassOf(index) != base) continue;
+    const std::uint32_t ordinal = OrdinalOfIndex(index);
+    if (ClassOfIndex(index) != base) continue;
     if (numbers_.size() <= ordinal) numbers_.resize(ordinal + 1, kNoNumber);
     numbers_[ordinal] = key;
   }
@@ -163,9 +106,9 @@ std::optional<Datum> MetaView::FirstValue(const MetaSection& section,
 }
 
 const std::string* MetaView::StringOf(std::uint32_t index) const {
-  const auto names = strings_.find(ClassOf(index));
-  if (names == strings_.end() || OrdinalOf(index) >= names->second.size()) return nullptr;
-  return names->second[OrdinalOf(index)];
+  const auto names = strings_.find(ClassOfIndex(index));
+  if (names == strings_.end() || OrdinalOfIndex(index) >= names->second.size()) return nullptr;
+  return names->second[OrdinalOfIndex(index)];
 }
 
 }  // namespace rux

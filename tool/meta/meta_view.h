@@ -14,31 +14,10 @@
 
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
+#include "tool/compiled/index_class.h"
 #include "tool/meta/kinds.h"
 
 namespace rux {
-
-// What a value of a compiled entry stands for.
-struct Datum {
-  enum class Class {
-    kNumber,
-    kString,
-    kGroup,     // the name of a GROUP section, or "0" for the root
-    kAction,    // the name of an ACTION section
-    kTable,     // the name of a TABLE section
-    kValue,     // the key of a value: VALUE, VALUE_INIT, ...
-    kGlobal,    // the key of a global: G_...
-    kName,      // the name of a property or a repeater
-    kArgument,  // ARG and the number
-    kOperator,  // of a calculation
-    kType,      // the number is the type of a value
-    kUnresolved,
-  };
-
-  Class is = Class::kUnresolved;
-  std::uint32_t number = 0;
-  std::string text;  // for all but numbers and types, as a script writes it
-};
 
 struct MetaSection {
   const Kind* kind;
@@ -49,7 +28,7 @@ struct MetaSection {
 // One at a time: the library holds one meta file.
 class MetaView {
  public:
-  // Throws a Failure when the library does not load the file.
+  // Throws a Failure when the file cannot be read or is no sound meta file.
   explicit MetaView(const std::string& path);
   MetaView(const MetaView&) = delete;
   MetaView& operator=(const MetaView&) = delete;

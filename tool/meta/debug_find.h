@@ -1,6 +1,6 @@
 // Answering a path with what a script said there.
-#ifndef TOOL_COMPILED_DEBUG_FIND_H_
-#define TOOL_COMPILED_DEBUG_FIND_H_
+#ifndef TOOL_META_DEBUG_FIND_H_
+#define TOOL_META_DEBUG_FIND_H_
 
 #include <vector>
 
@@ -25,4 +25,4 @@ std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>&
 
 }  // namespace rux
 
-#endif  // TOOL_COMPILED_DEBUG_FIND_H_
+#endif  // TOOL_META_DEBUG_FIND_H_

@@ -1,6 +1,5 @@
-#include "tool/compiled/debug_find.h"
+#include "tool/meta/debug_find.h"
 
-#include <fmt/format.h>
 #include <strings.h>
 
 #include <algorithm>
@@ -11,25 +10,16 @@
 #include "tool/compiled/keywords.h"
 #include "tool/failure.h"
 #include "tool/meta/kinds.h"
+#include "tool/meta/section_search.h"
 #include "tool/text/name_text.h"
 #include "tool/text/nearest.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {
 
-constexpr char kIdSign = '#';
-constexpr char kOrdinalSign = '@';
 constexpr char kWordKind[] = "WORD";
 
-constexpr std::uint32_t kNameEntry = 0x10020015;
-constexpr std::uint32_t kIdEntry = 0x10028008;
-constexpr std::uint32_t kWordEntry = 0x10010001;
-
-Failure NotThere(const std::string& text) { return Failure(ExitStatus::kFindings, text); }
 Failure WrongPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
-
-std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
 
 // A number as scripts write it: of ten characters at most, and its beginning counts.
 std::optional<std::uint32_t> NumberOf(const std::string& text) {
@@ -72,10 +62,11 @@ class Sections {
     if (sections_.empty()) throw NotThere("there is no " + keyword + " section");
   }
 
-  const DebugSection& Find(const PathStep& step) const {
-    if (const auto ordinal = step.NumberBehind(kOrdinalSign)) return ByOrdinal(*ordinal);
-    if (const auto id = step.NumberBehind(kIdSign)) return ById(*id);
-    return ByName(step.text);
+  const DebugSection* Find(const PathStep& step) const {
+    const NamedSections names{keyword_, sections_.size(),
+                              [this](std::size_t i) { return TextOf(*sections_[i], kKeyNAME); },
+                              [this](std::size_t i) { return IdOf(*sections_[i]); }};
+    return sections_[FindSection(names, step)];
   }
 
   // All entries with that key in the first section that has one.
@@ -85,16 +76,14 @@ class Sections {
       std::vector<DebugFound> found = EntriesOf(*section, key, keys);
       if (!found.empty()) return found;
     }
-    throw NotThere("no " + keyword_ + " section has an entry " + NameText(key) +
-                   NearText(key, keys));
+    throw NoEntry("no " + keyword_ + " section has an", key, keys);
   }
 
   std::vector<DebugFound> FindEntries(const DebugSection& section, const std::string& key) const {
     std::vector<std::string> keys;
     std::vector<DebugFound> found = EntriesOf(section, key, keys);
     if (!found.empty()) return found;
-    throw NotThere("the " + keyword_ + " section has no entry " + NameText(key) +
-                   NearText(key, keys));
+    throw NoEntry("the " + keyword_ + " section has no", key, keys);
   }
 
  private:
@@ -109,34 +98,9 @@ class Sections {
     return found;
   }
 
-  const DebugSection& ByOrdinal(std::uint32_t ordinal) const {
-    if (ordinal < sections_.size()) return *sections_[ordinal];
-    throw NotThere(fmt::format("there is no {} @{}; the last one is @{}", keyword_, ordinal,
-                               sections_.size() - 1));
-  }
-
-  const DebugSection& ById(std::uint32_t id) const {
-    std::vector<std::string> ids;
-    for (const DebugSection* section : sections_) {
-      const std::optional<std::string> text = TextOf(*section, kIdEntry);
-      const std::optional<std::uint32_t> other = text ? NumberOf(meta_, *text) : std::nullopt;
-      if (!other) continue;
-      if (*other == id) return *section;
-      ids.push_back(IdText(*other));
-    }
-    throw NotThere("there is no " + keyword_ + " with the ID " + IdText(id) +
-                   NearText(IdText(id), ids, SafeText));
-  }
-
-  const DebugSection& ByName(const std::string& name) const {
-    std::vector<std::string> names;
-    for (const DebugSection* section : sections_) {
-      const std::optional<std::string> other = TextOf(*section, kNameEntry);
-      if (!other) continue;
-      if (*other == name) return *section;
-      names.push_back(*other);
-    }
-    throw NotThere("there is no " + keyword_ + " " + NameText(name) + NearText(name, names));
+  std::optional<std::uint32_t> IdOf(const DebugSection& section) const {
+    const std::optional<std::string> text = TextOf(section, kKeyID);
+    return text ? NumberOf(meta_, *text) : std::nullopt;
   }
 
   const DebugMeta& meta_;
@@ -149,7 +113,7 @@ std::vector<DebugFound> FindWord(const DebugMeta& meta, const std::string& name)
   for (const std::vector<DebugSection>& kind : meta.kinds) {
     for (const DebugSection& section : kind) {
       for (const DebugEntry& entry : section.entries) {
-        if (entry.identifier == kWordEntry && entry.name == name) {
+        if (entry.identifier == kKeyDEFINED_WORD && entry.name == name) {
           found.push_back({&section, &entry});
         }
       }
@@ -180,15 +144,15 @@ std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>&
   if (path.size() == 1) throw WrongPath("the path names nothing of kind " + keyword);
   const PathStep& step = path[1];
   const Kind* kind = FindKind(keyword);
-  const bool names_section = keyword != kWordKind && ((kind != nullptr && kind->has_names) ||
-                                                      step.NumberBehind(kOrdinalSign));
+  const bool names_section =
+      keyword != kWordKind && ((kind != nullptr && kind->has_names) || OrdinalOf(step));
   if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on behind an entry");
   if (keyword == kWordKind) return FindWord(meta, step.text);
   const Sections sections(meta, keyword);
   if (!names_section) return sections.FindEntries(step.text);
-  const DebugSection& section = sections.Find(step);
-  if (path.size() == 2) return {{&section, nullptr}};
-  return sections.FindEntries(section, path[2].text);
+  const DebugSection* section = sections.Find(step);
+  if (path.size() == 2) return {{section, nullptr}};
+  return sections.FindEntries(*section, path[2].text);
 }
 
 }  // namespace rux

@@ -1,0 +1,142 @@
+// rux verify FILE...
+#include "tool/compiled/verify.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tool/command.h"
+#include "tool/compiled/whole_file.h"
+#include "tool/dump/dump.h"
+#include "tool/failure.h"
+#include "tool/meta/value_json.h"
+#include "tool/standard_streams.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  std::vector<std::string> files;
+  bool json = false;
+  bool quiet = false;
+};
+
+struct Result {
+  std::string file;
+  std::string unreadable;  // why; empty when it could be read
+  std::size_t size = 0;
+  Summary summary;
+  Faults faults;
+
+  bool is_sound() const { return unreadable.empty() && faults.empty(); }
+  std::size_t not_shown() const { return faults.count() - faults.list().size(); }
+};
+
+Result ResultOf(const std::string& file) {
+  Result result;
+  result.file = file;
+  try {
+    const std::string bytes = ReadWholeFile(file);
+    result.size = bytes.size();
+    result.faults = Verify(bytes, &result.summary);
+  } catch (const Failure& failure) {
+    result.unreadable = failure.what();
+  }
+  return result;
+}
+
+std::string SoundText(const Result& result) {
+  const Summary& summary = result.summary;
+  std::string text = TitleText(result.file, summary.form, summary.version, summary.creation_time) +
+                     fmt::format(", {} bytes", result.size);
+  for (const auto& [name, count] : summary.counts) text += fmt::format(", {} {}", count, name);
+  text += '\n';
+  for (const std::string& note : summary.notes) text += "  note: " + note + '\n';
+  return text;
+}
+
+std::string FaultsText(const Result& result) {
+  if (!result.unreadable.empty()) return result.unreadable + '\n';
+  if (result.summary.form == Form::kNone) {
+    return "cannot load " + result.file + ": " + result.faults.list().front().reason + '\n';
+  }
+  std::string text = result.file + " is damaged\n";
+  for (const Fault& fault : result.faults.list()) text += "  " + FaultText(fault) + '\n';
+  if (result.not_shown() > 0) text += fmt::format("  and {} more\n", result.not_shown());
+  return text;
+}
+
+Json FaultsJson(const Faults& faults) {
+  Json json = Json::array();
+  for (const Fault& fault : faults.list()) {
+    json.push_back({{"offset", fault.offset},
+                    {"record", fault.record},
+                    {"field", fault.field},
+                    {"reason", fault.reason}});
+  }
+  return json;
+}
+
+Json ResultJson(const Result& result) {
+  const Summary& summary = result.summary;
+  Json json;
+  PutText(json, "file", result.file);
+  json["valid"] = result.is_sound();
+  if (!result.unreadable.empty()) {
+    json["error"] = result.unreadable;
+    return json;
+  }
+  json["bytes"] = result.size;
+  json["form"] = FormJson(summary.form);
+  json["version"] = summary.version;
+  json["created"] = summary.creation_time;
+  json["counts"] = Json::object();
+  for (const auto& [name, count] : summary.counts) json["counts"][name] = count;
+  json["notes"] = summary.notes;
+  json["faults"] = FaultsJson(result.faults);
+  json["faults_not_shown"] = result.not_shown();
+  return json;
+}
+
+ExitStatus VerifyFiles(const Options& options) {
+  bool are_sound = true;
+  constexpr int kSchema = 1;  // raised whenever a member changes its meaning or goes away
+  Json json = {{"schema", kSchema}, {"files", Json::array()}};
+  for (const std::string& file : options.files) {
+    const Result result = ResultOf(file);
+    are_sound &= result.is_sound();
+    if (options.json) {
+      json["files"].push_back(ResultJson(result));
+    } else if (!result.is_sound()) {
+      PrintError("rux: error: " + FaultsText(result));
+    } else if (!options.quiet) {
+      PrintOut(SoundText(result));
+    }
+  }
+  json["valid"] = are_sound;
+  if (options.json) PrintOut(JsonText(json));
+  return are_sound ? ExitStatus::kDone : ExitStatus::kTrouble;
+}
+
+}  // namespace
+
+Action SetUpVerify(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("FILE", options->files, "The meta files and debug meta files to check")
+      ->required()
+      ->type_name("");
+  CLI::Option* json = app.add_flag("--json", options->json, "Print JSON (docs/verify-json.md)");
+  app.add_flag("-q,--quiet", options->quiet, "Print nothing for a sound file")->excludes(json);
+  app.footer(
+      "Every offset, length, count, identifier and reference is checked. A fault is told with its\n"
+      "offset, the record and the field that it is in, and the reason. The exit status is 3 when "
+      "a\n"
+      "file is damaged or cannot be read.\n\n"
+      "Example:\n  rux verify server.meta server.metad");
+  return [options] { return VerifyFiles(*options); };
+}
+
+}  // namespace rux

@@ -1,0 +1,35 @@
+// A compiled file that is sound.
+#ifndef TOOL_COMPILED_COMPILED_FILE_H_
+#define TOOL_COMPILED_COMPILED_FILE_H_
+
+#include <string>
+#include <string_view>
+
+#include "tool/compiled/file_header.h"
+
+namespace rux {
+
+// Holds the bytes that were verified: what becomes of the file on the disk makes no difference any
+// more.
+class CompiledFile {
+ public:
+  // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is
+  // of another form, or has a fault, which it tells.
+  explicit CompiledFile(const std::string& path);
+  CompiledFile(const std::string& path, Form wanted);
+
+  const std::string& path() const { return path_; }
+  std::string_view bytes() const { return bytes_; }
+  Form form() const { return form_; }
+
+ private:
+  void ExpectSound() const;
+
+  const std::string path_;
+  const std::string bytes_;
+  const Form form_;
+};
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILED_COMPILED_FILE_H_
