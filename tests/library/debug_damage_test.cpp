@@ -200,21 +200,19 @@ TEST_F(DamagedFileTest, EveryCutFileLoadsWhatTheZeroedOneLoads) {
 
 TEST_F(DamagedFileTest, EveryWrongCountOrLengthLeadsWhereItMust) {
   const std::string file = Large();
-  int whole = 0, raised = 0, too_large = 0;
+  int whole = 0, raised = 0;
   for (const auto& [offset, right] : DebugWalk::OverFile(file)) {
     for (const std::uint32_t wrong : {0u, right > 0 ? right - 1 : 2, right + 1}) {
       SCOPED_TRACE(std::to_string(offset) + ": " + std::to_string(wrong));
       const std::string damaged = WithNumber(file, offset, wrong);
       const std::string outcome = DebugWalk::Outcome(damaged);
-      ++(outcome == "1" ? whole : outcome == "vector" ? raised : too_large);
-      if (outcome.empty()) continue;
+      ++(outcome == "1" ? whole : raised);
       InOwnProcess([&] { EXPECT_EQ(Load(damaged), outcome); });
     }
   }
-  // The file is rich enough to tell something: both outcomes come up, and few cases were left out.
+  // The file is rich enough to tell something: both outcomes come up.
   EXPECT_GT(whole, 20);
   EXPECT_GT(raised, 100);
-  EXPECT_LT(too_large, 20);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #ifndef TESTS_LIBRARY_DEBUG_WALK_H_
 #define TESTS_LIBRARY_DEBUG_WALK_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -19,22 +20,16 @@ class DebugWalk {
     return walk.lengths_;
   }
 
-  // What loading comes to: "1", "vector", or "" when it takes more memory than a test should ask
-  // for.
+  // What loading comes to: "1" or "vector".
   static std::string Outcome(const std::string& file) try {
     OverFile(file);
     return "1";
   } catch (const PastEnd&) {
     return "vector";
-  } catch (const TooLarge&) {
-    return "";
   }
 
  private:
-  static constexpr std::uint32_t kLargest = 16 << 20;
-
-  struct PastEnd {};   // thrown where the reader must raise
-  struct TooLarge {};  // thrown at a section record of more than kLargest bytes
+  struct PastEnd {};  // thrown where the reader must raise
 
   struct Range {
     std::size_t begin, end;
@@ -61,9 +56,12 @@ class DebugWalk {
     return {range.begin - length, range.begin};
   }
   Range Counted(Range& range) {
-    const std::uint32_t length = Length(range);
-    if (range.end == SIZE_MAX && length > kLargest) throw TooLarge();
-    return Take(range, length);
+    const std::size_t length = Length(range);
+    return Take(range, range.end == SIZE_MAX ? std::min(length, MostFrom(range.begin)) : length);
+  }
+  // Behind the end of the file follow no more zeros than the file has bytes.
+  std::size_t MostFrom(std::size_t begin) const {
+    return file_.size() - std::min(begin, file_.size()) + file_.size();
   }
   void List(Range& range) {
     for (std::uint32_t count = Length(range); count > 0; --count) Counted(range);

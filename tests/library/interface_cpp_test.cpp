@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::uint32_t kDevice = 0x01000006, kTable = 0x01000008;
+constexpr std::uint32_t kDevice = 0x01000006;
 
 const char kScript[] =
     "[GROUP]\nPARENT = 0\nNAME = BOARD\nCHILDGROUP = 0\n"

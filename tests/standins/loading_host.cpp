@@ -9,8 +9,9 @@
 #include <cstdio>
 #include <string>
 
-extern "C" __attribute__((visibility("default"))) void Output(unsigned int, const char* format,
-                                                              ...) {
+extern "C" [[gnu::visibility("default"), gnu::format(printf, 2, 3)]] void Output(unsigned int,
+                                                                                 const char* format,
+                                                                                 ...) {
   va_list arguments;
   va_start(arguments, format);
   std::vprintf(format, arguments);

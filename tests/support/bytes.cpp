@@ -1,5 +1,6 @@
 #include "tests/support/bytes.h"
 
+#include <algorithm>
 #include <cstdio>
 
 ByteString& ByteString::Words(std::initializer_list<std::uint32_t> words) {
@@ -40,4 +41,18 @@ std::string HexDump(const std::string& bytes) {
     dump += piece;
   }
   return dump;
+}
+
+testing::AssertionResult SameBytes(const std::string& actual, const std::string& expected) {
+  if (actual == expected) return testing::AssertionSuccess();
+  const auto differ =
+      std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first;
+  const auto at = static_cast<std::size_t>(differ - actual.begin());
+  const auto around = [at](const std::string& bytes) {
+    return HexDump(bytes.substr(std::min(at, bytes.size()), 64));
+  };
+  return testing::AssertionFailure()
+         << "from offset " << at << " on\n"
+         << around(actual) << "\nof " << actual.size() << " bytes, expected\n"
+         << around(expected) << "\nof " << expected.size();
 }

@@ -2,6 +2,8 @@
 #ifndef TESTS_SUPPORT_BYTES_H_
 #define TESTS_SUPPORT_BYTES_H_
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -24,5 +26,8 @@ class ByteString {
 
 // Bytes as a hex dump, 16 a line with their offsets, so that a difference can be read.
 std::string HexDump(const std::string& bytes);
+
+// Of two files that should be equal: where they begin to differ.
+testing::AssertionResult SameBytes(const std::string& actual, const std::string& expected);
 
 #endif  // TESTS_SUPPORT_BYTES_H_

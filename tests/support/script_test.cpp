@@ -2,9 +2,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include "tests/support/host.h"
+#include "tool/compiled/verify.h"
 
 namespace fs = std::filesystem;
 
@@ -12,12 +14,34 @@ void ScriptTest::SetUp() {
   std::string name = (fs::temp_directory_path() / "rux-test-XXXXXX").string();
   ASSERT_NE(mkdtemp(name.data()), nullptr);
   folder_ = name;
+  notes_ = name + ".notes";
   host::TakeMessages();
 }
 
 void ScriptTest::TearDown() {
   gccCompEnd();
-  fs::remove_all(folder_);
+  EmptyFolder();
+  fs::remove(folder_);
+}
+
+void ScriptTest::EmptyFolder() {
+  ExpectSoundFiles();
+  for (const auto& file : fs::directory_iterator(folder_)) fs::remove_all(file.path());
+  fs::remove(notes_);
+}
+
+void ScriptTest::ExpectSoundFiles() const {
+  std::map<std::string, bool> must;
+  std::ifstream lines(notes_);
+  for (std::string line; std::getline(lines, line);) must[line.substr(1)] = line[0] == '+';
+  for (const auto& file : fs::recursive_directory_iterator(folder_)) {
+    const std::string name = file.path().lexically_relative(folder_).string();
+    if (!file.is_regular_file() || !must.emplace(name, true).first->second) continue;
+    const std::string bytes = ReadAll(name);
+    if (bytes.rfind("MORV RUX meta", 0) != 0) continue;
+    const rux::Faults faults = rux::Verify(bytes);
+    EXPECT_TRUE(faults.empty()) << name << ": " << rux::FaultText(faults.list().front());
+  }
 }
 
 std::string ScriptTest::Path(const std::string& name) const { return folder_ + "/" + name; }
@@ -29,6 +53,13 @@ void ScriptTest::Write(const std::string& name, const std::string& content) {
   std::ofstream file(Path(name), std::ios::binary);
   file << content;
   ASSERT_TRUE(file.flush());
+  ExpectUnsound(name);
+}
+
+void ScriptTest::ExpectUnsound(const std::string& name) { MustBeSound(name, false); }
+
+void ScriptTest::MustBeSound(const std::string& name, bool must) {
+  std::ofstream(notes_, std::ios::app) << (must ? '+' : '-') << name << '\n';
 }
 
 std::string ScriptTest::ReadAll(const std::string& name) const {
@@ -41,14 +72,25 @@ std::string ScriptTest::ReadAll(const std::string& name) const {
 
 Lines ScriptTest::Parse(const std::string& text) {
   Write("board.rux", text);
+  ModelMustBeSound(false);  // until it is checked
   EXPECT_NE(gccCompStart(ScriptPath("board.rux")), 0u);
   gccParse();
   return host::TakeMessages();
 }
 
+std::uint32_t ScriptTest::CheckModel() {
+  const std::uint32_t valid = gccCheck();
+  ModelMustBeSound(valid != 0);
+  return valid;
+}
+
+void ScriptTest::ModelMustBeSound(bool must) {
+  for (const char* name : {"board.meta", "board.metad"}) MustBeSound(name, must);
+}
+
 Lines ScriptTest::Check(const std::string& text, std::uint32_t valid) {
   Parse(text);
-  EXPECT_EQ(gccCheck(), valid);
+  EXPECT_EQ(CheckModel(), valid);
   return host::TakeMessages();
 }
 

@@ -15,7 +15,7 @@ using Lines = std::vector<std::string>;
 class ScriptTest : public ::testing::Test {
  protected:
   void SetUp() override;     // makes the folder; drops the messages of loading
-  void TearDown() override;  // ends the compile run and removes the folder
+  void TearDown() override;  // ends the compile run, empties the folder and removes it
 
   // The folder of the test, without a separator at its end.
   const std::string& folder() const { return folder_; }
@@ -25,12 +25,23 @@ class ScriptTest : public ::testing::Test {
   std::string Path(const std::string& name) const;
   std::string ScriptPath(const std::string& name) const;
 
-  // Writes a file into that folder, sub-folders of the name included.
+  // Writes a file into that folder, sub-folders of the name included. It may hold anything.
   void Write(const std::string& name, const std::string& content);
+
+  // Removes all that is in the folder. Every meta file and debug meta file that the library wrote
+  // there must be sound.
+  void EmptyFolder();
+
+  // What the library wrote under that name is not sound, and that is right.
+  void ExpectUnsound(const std::string& name);
   std::string ReadAll(const std::string& name) const;
 
   // Opens and reads the script "board.rux" with that text; returns the messages.
   Lines Parse(const std::string& text);
+
+  // gccCheck. Only what is written of a model that it accepts, as "board.meta" and "board.metad",
+  // must be sound.
+  std::uint32_t CheckModel();
 
   // Parse, then gccCheck, whose answer must be `valid`; returns the messages of gccCheck alone.
   Lines Check(const std::string& text, std::uint32_t valid);
@@ -40,7 +51,14 @@ class ScriptTest : public ::testing::Test {
   std::string Compile(const std::string& text);
 
  private:
+  void MustBeSound(const std::string& name, bool must);
+  void ModelMustBeSound(bool must);  // in both its forms
+  void ExpectSoundFiles() const;
+
   std::string folder_;
+  // Tells which files must be sound and which need not: "+NAME" or "-NAME", a line each, the last
+  // one counts. A file: tests also write in processes of their own.
+  std::string notes_;
 };
 
 #endif  // TESTS_SUPPORT_SCRIPT_TEST_H_

@@ -3,13 +3,9 @@
 #define TESTS_TOOL_DECOMPILE_ROUND_TRIP_H_
 
 #include <string>
-#include <utility>
-#include <vector>
 
+#include "tests/models/source_files.h"
 #include "tool/compiled/debug_meta.h"
-
-// Path, with slashes, and contents.
-using SourceFiles = std::vector<std::pair<std::string, std::string>>;
 
 struct RoundTrip {
   int status = 0;        // of the commands; what follows is empty unless it is 0

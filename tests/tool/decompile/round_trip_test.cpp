@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
+#include <vector>
 
+#include "tests/models/random_layout.h"
+#include "tests/models/random_script.h"
 #include "tests/tool/decompile/model_compare.h"
-#include "tests/tool/decompile/random_layout.h"
-#include "tests/tool/decompile/random_script.h"
 
 namespace {
 
@@ -34,17 +34,12 @@ constexpr std::uint32_t kSeedsPerBlock = 25;
 
 class RandomScripts : public testing::TestWithParam<std::uint32_t> {};
 
-std::string TextOf(const SourceFiles& files) {
-  std::ostringstream text;
-  for (const auto& [path, contents] : files) text << "=== " << path << '\n' << contents << '\n';
-  return text.str();
-}
-
 TEST_P(RandomScripts, MeanTheSame) {
   for (std::uint32_t i = 0; i < kSeedsPerBlock && !HasFailure(); ++i) {
     const std::uint32_t seed = GetParam() * kSeedsPerBlock + i;
     Random random(seed);
-    const SourceFiles files = RandomLayout(random, RandomScript(random));
+    std::vector<RandomSection> sections = RandomScript(random);
+    const SourceFiles files = RandomLayout(random, sections);
     SCOPED_TRACE("seed " + std::to_string(seed) + '\n' + TextOf(files));
     ExpectSameMeaning(TakeRoundTrip(files));
   }

@@ -1,4 +1,4 @@
-#include "tests/tool/decompile/random_order.h"
+#include "tests/models/random_order.h"
 
 #include <algorithm>
 #include <cstddef>

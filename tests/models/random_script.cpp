@@ -1,15 +1,18 @@
-#include "tests/tool/decompile/random_script.h"
+#include "tests/models/random_script.h"
 
+#include <algorithm>
 #include <set>
 
-#include "tests/tool/decompile/random_order.h"
-#include "tests/tool/decompile/random_values.h"
+#include "tests/models/random_order.h"
+#include "tests/models/random_values.h"
 
 namespace {
 
 class ScriptMaker {
  public:
-  explicit ScriptMaker(Random& random) : random_(random) {}
+  ScriptMaker(Random& random, const ScriptOptions& options) : random_(random), options_(options) {
+    names_.remarkable = options.remarkable;
+  }
 
   std::vector<RandomSection> Make() {
     ChooseNames();
@@ -23,7 +26,7 @@ class ScriptMaker {
     MakeGlobals();
     Repeat(3, [&] { MakeProperties(); });
     if (!names_.actions.empty()) Repeat(2, [&] { MakeRepeaters(); });
-    Repeat(2, [&] { sections_.push_back({"Unknown", {{RandomKey(random_, "k"), Text()}}}); });
+    if (options_.remarkable) Repeat(2, [&] { MakeUnknown(); });
     ShuffleSections(random_, sections_);
     return std::move(sections_);
   }
@@ -50,7 +53,7 @@ class ScriptMaker {
   Parts Text() { return WithSurplus(RandomText(random_)); }
   Parts Digital() { return WithSurplus(RandomDigital(random_, names_)); }
   Parts WithSurplus(const std::string& text) {
-    if (!random_.Chance(10)) return {text};
+    if (!options_.remarkable || !random_.Chance(10)) return {text};
     return {text, RandomText(random_), ""};
   }
   Parts Value(const ValuePlace& place = {}) { return RandomValue(random_, names_, place); }
@@ -73,6 +76,7 @@ class ScriptMaker {
       names_.types.emplace_back(UniqueName("t"), code);
     }
     for (int i = 0; i < 4; ++i) names_.words.push_back(UniqueName("w"));
+    for (int i = 0; i < 3; ++i) shared_.push_back(RandomKey(random_, "s"));
     Repeat(4, [&] { names_.globals.push_back(UniqueName("G_")); });
     Repeat(4, [&] { names_.actions.emplace_back(UniqueText(), random_.Below(4)); });
     Repeat(3, [&] { names_.tables.push_back(UniqueText()); });
@@ -88,6 +92,12 @@ class ScriptMaker {
     for (const std::string& word : names_.words) items.push_back({word, Digital()});
     Repeat(4, [&] { items.push_back({random_.Pick(names_.words), Digital()}); });
     Repeat(3, [&] { items.push_back({UniqueKey("x"), Text()}); });
+    // Words that look like something else; some of them change what operands come to.
+    static const Parts likenesses = {"-1", "+5", "VALUE", "ARG0", "ARG1", "VALUE_1", "G_", "ARG"};
+    Repeat(2, [&] { items.push_back({random_.Pick(likenesses), Digital()}); });
+    if (!names_.globals.empty() && random_.Chance(20)) {
+      items.push_back({random_.Pick(names_.globals), Digital()});
+    }
     const std::size_t last = items.size();
     for (std::size_t at = 0; at < last;) at = MakeDefiningSection(items, at);
   }
@@ -109,7 +119,9 @@ class ScriptMaker {
   void MakeHeader() {
     if (random_.Chance(70)) {
       Add("MORVRUX").items = {{"VERSION", Text()}};
-      if (random_.Chance(20)) sections_.back().items.push_back({"UNKNOWN", Text()});
+      if (options_.remarkable && random_.Chance(20)) {
+        sections_.back().items.push_back({"UNKNOWN", Text()});
+      }
     }
     if (random_.Chance(30)) return;
     RandomSection& system = Add("SYSTEM");
@@ -117,8 +129,10 @@ class ScriptMaker {
                     {"MODEL", random_.Chance(30) ? Parts{""} : Text()},
                     {"FLAG", Digital()},
                     {"RUXLOOP", Digital()}};
-    if (random_.Chance(50)) system.items.push_back({"NORTHBRIDGE", Digital()});
-    Repeat(3, [&] { system.items.push_back({UniqueKey("P_"), Text()}); });
+    for (const char* key : {"SOUTHBRIDGE", "NORTHBRIDGE"}) {
+      if (random_.Chance(50)) system.items.push_back({key, Digital()});
+    }
+    Repeat(3, [&] { AddFree(system, "P_", Text()); });
     Mix(system);
   }
 
@@ -130,9 +144,7 @@ class ScriptMaker {
       group.items = {{"PARENT", WithSurplus(random_.Pick(groups_))},
                      {"NAME", WithSurplus(name)},
                      {"CHILDGROUP", Digital()}};
-      for (const char* key : {"VALUE_INIT", "VALUE_DEINIT", "VALUE_ENTRY", "VALUE_EXIT"}) {
-        if (random_.Chance(15)) group.items.push_back({key, Value()});
-      }
+      AddHooks(group);
       Mix(group);
       groups_.push_back(name);
     });
@@ -142,7 +154,7 @@ class ScriptMaker {
   void MakeSensors() {
     std::vector<Parts> lists(random_.Below(4));
     if (!lists.empty() && groups_.size() > 1) {
-      Repeat(6, [&] {
+      Repeat(random_.Chance(5) ? 40 : 6, [&] {
         const std::string id = NewId();
         lists[random_.Below(lists.size())].push_back(id);
         MakeSensor(id);
@@ -157,7 +169,10 @@ class ScriptMaker {
                      {"ID", WithSurplus(id)},
                      {"PID", WithSurplus(random_.Pick(parents))},
                      {"SENSORS", list}};
-      Repeat(2, [&] { group.items.push_back({UniqueKey("P_"), Text()}); });
+      // Short keys: the property table's length counts them, and it must end within the file.
+      if (options_.pelm_properties) {
+        Repeat(2, [&] { group.items.push_back({Unique("P_g"), Text()}); });
+      }
       Mix(group);
     }
   }
@@ -172,9 +187,11 @@ class ScriptMaker {
                     {"INITFLAG", Digital()},
                     {"CONTROLMASK", Digital()},
                     {"VALUE", Value()}};
-    for (const char* key : {"THEORY", "THRESHOLD_FH", "THRESHOLD_WL"}) {
+    for (const char* key :
+         {"THEORY", "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL"}) {
       if (random_.Chance(30)) sensor.items.push_back({key, Digital()});
     }
+    AddHooks(sensor);
     if (random_.Chance(30)) sensor.items.push_back({"VALUE_IPMI", Value()});
     AddFreeEntries(sensor);
   }
@@ -189,10 +206,28 @@ class ScriptMaker {
     AddFreeEntries(device);
   }
 
+  void AddHooks(RandomSection& section) {
+    for (const char* key : {"VALUE_INIT", "VALUE_DEINIT", "VALUE_ENTRY", "VALUE_EXIT"}) {
+      if (random_.Chance(15)) section.items.push_back({key, Value()});
+    }
+  }
+
   void AddFreeEntries(RandomSection& section) {
-    Repeat(2, [&] { section.items.push_back({UniqueKey("P_"), Text()}); });
-    Repeat(2, [&] { section.items.push_back({UniqueKey("VALUE_"), Value()}); });
+    Repeat(2, [&] { AddFree(section, "P_", Text()); });
+    Repeat(2, [&] { AddFree(section, "VALUE_", Value()); });
     Mix(section);
+  }
+
+  // Some names stand in several sections, and for properties and values alike.
+  void AddFree(RandomSection& section, const std::string& beginning, const Parts& parts) {
+    std::string key = beginning + random_.Pick(shared_);
+    const auto& items = section.items;
+    if (random_.Chance(60) || std::any_of(items.begin(), items.end(), [&](const RandomItem& item) {
+          return item.key == key;
+        })) {
+      key = UniqueKey(beginning);
+    }
+    section.items.push_back({key, parts});
   }
 
   void MakeAction(const std::string& name, std::uint32_t arguments) {
@@ -251,10 +286,14 @@ class ScriptMaker {
     });
   }
 
+  void MakeUnknown() { Add("Unknown").items = {{RandomKey(random_, "k"), Text()}}; }
+
   void Mix(RandomSection& section) { random_.Shuffle(section.items); }
 
   Random& random_;
+  const ScriptOptions& options_;
   ScriptNames names_;
+  std::vector<std::string> shared_;  // names for free entries
   std::vector<RandomSection> sections_;
   std::vector<std::string> groups_;
   std::uint32_t next_unique_ = 0;
@@ -263,4 +302,6 @@ class ScriptMaker {
 
 }  // namespace
 
-std::vector<RandomSection> RandomScript(Random& random) { return ScriptMaker(random).Make(); }
+std::vector<RandomSection> RandomScript(Random& random, const ScriptOptions& options) {
+  return ScriptMaker(random, options).Make();
+}

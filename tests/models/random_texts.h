@@ -1,6 +1,6 @@
 // Numbers and texts for random scripts, the odd ones preferred.
-#ifndef TESTS_TOOL_DECOMPILE_RANDOM_TEXTS_H_
-#define TESTS_TOOL_DECOMPILE_RANDOM_TEXTS_H_
+#ifndef TESTS_MODELS_RANDOM_TEXTS_H_
+#define TESTS_MODELS_RANDOM_TEXTS_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -49,4 +49,7 @@ std::string RandomName(Random& random, const std::string& beginning);
 // One of the ways to write a number, of at most 10 characters. They begin with a digit.
 std::string RandomNumber(Random& random, std::uint32_t number);
 
-#endif  // TESTS_TOOL_DECOMPILE_RANDOM_TEXTS_H_
+// A number written in a way that few would think of.
+std::string RandomOddNumber(Random& random);
+
+#endif  // TESTS_MODELS_RANDOM_TEXTS_H_

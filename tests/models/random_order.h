@@ -1,13 +1,13 @@
 // A random order of sections.
-#ifndef TESTS_TOOL_DECOMPILE_RANDOM_ORDER_H_
-#define TESTS_TOOL_DECOMPILE_RANDOM_ORDER_H_
+#ifndef TESTS_MODELS_RANDOM_ORDER_H_
+#define TESTS_MODELS_RANDOM_ORDER_H_
 
 #include <vector>
 
-#include "tests/tool/decompile/random_script.h"
+#include "tests/models/random_script.h"
 
 // Mixes the sections, but leaves in their order the groups, which must come after their parents,
 // and the definitions, the last one of which counts.
 void ShuffleSections(Random& random, std::vector<RandomSection>& sections);
 
-#endif  // TESTS_TOOL_DECOMPILE_RANDOM_ORDER_H_
+#endif  // TESTS_MODELS_RANDOM_ORDER_H_

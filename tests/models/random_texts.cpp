@@ -1,4 +1,4 @@
-#include "tests/tool/decompile/random_texts.h"
+#include "tests/models/random_texts.h"
 
 #include <ios>
 #include <sstream>
@@ -26,7 +26,7 @@ std::string RandomText(Random& random) {
       "a",    "Z",        "7",    "0x", " ", "\t",   ",",    "#",  ";",
       "=",    "[",        "]",    "\\", "'", "%",    "%s",   "\r", "\x01",
       "\x7F", "\xC3\xA4", "\xFF", "/",  ".", "word", "ARG1", "G_", "VALUE_"};
-  const std::string text = Pieces(random, pieces, 8);
+  const std::string text = Pieces(random, pieces, random.Chance(1) ? 2000 : 8);
   // Where it is read as a number, this is no text but an error.
   return text == "0x" ? "0x0" : text;
 }
@@ -60,4 +60,12 @@ std::string RandomNumber(Random& random, std::uint32_t number) {
         random.Pick(suffixes);
     if (text.size() <= 10) return text;
   }
+}
+
+std::string RandomOddNumber(Random& random) {
+  static const std::vector<std::string> numbers = {
+      " 7",         "\t12",       "\r3 4",      "+5",         "-1",         "-2 x",
+      "4294967295", "4294967296", "9999999999", "0xFFFFFFFF", "0x00000000", "0000000000",
+      "0b1",        "0x0x5",      "0 7",        "08",         "0X0g"};
+  return random.Pick(numbers);
 }

@@ -1,13 +1,13 @@
 // Random values that the check accepts.
-#ifndef TESTS_TOOL_DECOMPILE_RANDOM_VALUES_H_
-#define TESTS_TOOL_DECOMPILE_RANDOM_VALUES_H_
+#ifndef TESTS_MODELS_RANDOM_VALUES_H_
+#define TESTS_MODELS_RANDOM_VALUES_H_
 
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "tests/tool/decompile/random_texts.h"
+#include "tests/models/random_texts.h"
 
 // The names that the script has for values to refer to.
 struct ScriptNames {
@@ -16,6 +16,7 @@ struct ScriptNames {
   std::vector<std::string> globals;                            // G_...
   std::vector<std::pair<std::string, std::uint32_t>> actions;  // NAME and ARGNUMBER
   std::vector<std::string> tables;                             // NAME
+  bool remarkable = true;  // values may be such as the check tells of
 };
 
 // Where a value stands: what it may refer to besides.
@@ -35,4 +36,4 @@ std::string RandomOperand(Random& random, const ScriptNames& names, const ValueP
 std::vector<std::string> RandomValue(Random& random, const ScriptNames& names,
                                      const ValuePlace& place);
 
-#endif  // TESTS_TOOL_DECOMPILE_RANDOM_VALUES_H_
+#endif  // TESTS_MODELS_RANDOM_VALUES_H_

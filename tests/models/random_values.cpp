@@ -1,4 +1,4 @@
-#include "tests/tool/decompile/random_values.h"
+#include "tests/models/random_values.h"
 
 namespace {
 
@@ -33,19 +33,19 @@ class ValueMaker {
       case 4:
       case 8:
       case 12:
-        AddBus();
+        AddBus(code == 12);
         AddSurplus();
         return true;
       case 5:
       case 9:
       case 11:
-        AddBus();
-        AddOperands(random_.Between(1, 3));
+        AddBus(code == 11);
+        AddOperands(names_.remarkable ? random_.Between(1, 3) : 1);
         return true;
       case 6:
         Add(RandomDigital(random_, names_));
         Add(RandomDigital(random_, names_));
-        AddOperands(random_.Below(4));
+        AddOperands(random_.Below(random_.Chance(5) ? 100 : 4));
         return true;
       case 7:
         AddList();
@@ -88,9 +88,14 @@ class ValueMaker {
     return true;
   }
 
-  void AddBus() {
+  void AddBus(bool only_smbus) {
     AddOperands(1);
     Add(RandomDigital(random_, names_));
+    if (only_smbus && !names_.remarkable) {
+      Add("BUSTYPE_SMBUS");
+      Add("0x00");
+      return;
+    }
     static const std::vector<std::string> types = {"BUSTYPE_SMBUS", "BUSTYPE_SIMPLEIOPORT", "7"};
     Add(random_.Pick(types));
     if (parts_.back() == "BUSTYPE_SIMPLEIOPORT") {
@@ -114,7 +119,7 @@ class ValueMaker {
   }
 
   void AddSurplus() {
-    if (!random_.Chance(15)) return;
+    if (!names_.remarkable || !random_.Chance(15)) return;
     Add(RandomText(random_));
     Add("");
   }
@@ -131,6 +136,7 @@ class ValueMaker {
 
 std::string RandomDigital(Random& random, const ScriptNames& names) {
   if (random.Chance(30)) return random.Pick(names.words);
+  if (random.Chance(10)) return RandomOddNumber(random);
   return RandomNumber(random, random.Chance(20) ? random.Word() : random.Below(300));
 }
 
@@ -144,7 +150,7 @@ std::string RandomOperand(Random& random, const ScriptNames& names, const ValueP
       break;
     case 2:
       // Elsewhere only the first one, which stands for a round of a repeater.
-      return "ARG" + std::to_string(random.Below(place.in_action ? place.arguments + 1 : 1));
+      return "ARG" + RandomNumber(random, random.Below(place.in_action ? place.arguments + 1 : 1));
     default:
       break;
   }

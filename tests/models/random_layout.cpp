@@ -1,7 +1,8 @@
-#include "tests/tool/decompile/random_layout.h"
+#include "tests/models/random_layout.h"
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 namespace {
 
@@ -17,14 +18,14 @@ bool IsPlain(const std::string& text) {
 // One file.
 class FileWriter {
  public:
-  explicit FileWriter(Random& random)
-      : random_(random), line_end_(random.Chance(20) ? "\r\n" : "\n") {
+  FileWriter(Random& random, std::string name)
+      : random_(random), name_(std::move(name)), line_end_(random.Chance(20) ? "\r\n" : "\n") {
     if (random_.Chance(10)) text_ = "\xEF\xBB\xBF";
   }
 
-  void Write(const RandomSection& section) {
-    WriteLine(Blanks() + "[" + Blanks() + section.name + Blanks() + "]");
-    for (const RandomItem& item : section.items) WriteItem(item);
+  void Write(RandomSection& section) {
+    section.place = WriteLine(Blanks() + "[" + Blanks() + section.name + Blanks() + "]");
+    for (RandomItem& item : section.items) WriteItem(item);
   }
 
   void WriteInclude(const std::string& library_path) {
@@ -32,17 +33,23 @@ class FileWriter {
     WriteLine("FILE = \"" + library_path + "\"");
   }
 
-  const std::string& text() const { return text_; }
+  // The end of the last line may be missing.
+  std::string Finish() {
+    if (!text_.empty() && text_.back() == '\n' && random_.Chance(10)) {
+      text_.resize(text_.size() - line_end_.size());
+    }
+    return std::move(text_);
+  }
 
  private:
-  void WriteItem(const RandomItem& item) {
+  void WriteItem(RandomItem& item) {
     std::string line = Blanks() + item.key + Blanks() + "=" + Blanks();
     const char* separator = "";
     for (const std::string& part : item.parts) {
       line += separator + Blanks() + Spelled(part) + Blanks();
       separator = ",";
     }
-    WriteLine(line);
+    item.place = WriteLine(line);
   }
 
   // What stands before and behind quotes is dropped.
@@ -53,12 +60,14 @@ class FileWriter {
     return before + '"' + part + '"' + behind;
   }
 
-  void WriteLine(std::string line) {
+  Place WriteLine(std::string line) {
     if (random_.Chance(5)) text_ += Blanks() + line_end_;
     if (random_.Chance(5)) text_ += Blanks() + "# [MORVRUX] \" = \xC3\xA4" + line_end_;
     if (random_.Chance(10)) line += " ; a comment \"";
     if (random_.Chance(10)) line.insert(random_.Below(line.size()), "\\" + line_end_);
+    const auto lines_before = std::count(text_.begin(), text_.end(), '\n');
     text_ += line + line_end_;
+    return {name_, static_cast<std::uint32_t>(lines_before + 1)};
   }
 
   std::string Blanks() {
@@ -67,55 +76,59 @@ class FileWriter {
   }
 
   Random& random_;
+  const std::string name_;
   const std::string line_end_;
   std::string text_;
 };
 
 class Layout {
  public:
-  explicit Layout(Random& random) : random_(random) {}
+  Layout(Random& random, Sections& sections) : random_(random), sections_(sections) {}
 
-  SourceFiles Spread(const Sections& sections) {
-    WriteFile("", "board.rux", sections);
+  SourceFiles Spread() {
+    WriteFile("", "board.rux", 0, sections_.size());
     // The main script is finished last.
     std::rotate(files_.begin(), files_.end() - 1, files_.end());
     return std::move(files_);
   }
 
  private:
-  // The file names others relative to its own folder, with backslashes.
-  void WriteFile(const std::string& folder, const std::string& name, const Sections& sections) {
-    FileWriter file(random_);
-    for (std::size_t at = 0; at < sections.size();) {
+  // The sections from one on up to another. The file names others relative to its own folder, with
+  // backslashes.
+  void WriteFile(const std::string& folder, const std::string& name, std::size_t begin,
+                 std::size_t end) {
+    FileWriter file(random_, name);
+    for (std::size_t at = begin; at < end;) {
       const std::size_t count = random_.Chance(10) ? random_.Between(1, 6) : 0;
-      const std::size_t end = std::min(at + count, sections.size());
-      const Sections part(sections.begin() + static_cast<std::ptrdiff_t>(at),
-                          sections.begin() + static_cast<std::ptrdiff_t>(end));
-      if (part.empty() || HasGroup(part)) {
-        file.Write(sections[at++]);
+      const std::size_t part_end = std::min(at + count, end);
+      if (part_end == at || HasGroup(at, part_end)) {
+        file.Write(sections_[at++]);
         continue;
       }
       const std::string number = std::to_string(++included_);
       file.WriteInclude("part" + number + "\\part.rux");
-      WriteFile(folder + "part" + number + "/", "part.rux", part);
-      at = end;
+      WriteFile(folder + "part" + number + "/", "part.rux", at, part_end);
+      at = part_end;
     }
-    files_.emplace_back(folder + name, file.text());
+    files_.emplace_back(folder + name, file.Finish());
   }
 
   // Groups stay in one file: their lines tell which one is the earlier.
-  static bool HasGroup(const Sections& sections) {
-    return std::any_of(sections.begin(), sections.end(),
-                       [](const RandomSection& section) { return section.name == "GROUP"; });
+  bool HasGroup(std::size_t begin, std::size_t end) const {
+    for (; begin < end; ++begin) {
+      if (sections_[begin].name == "GROUP") return true;
+    }
+    return false;
   }
 
   Random& random_;
+  Sections& sections_;
   SourceFiles files_;
   std::uint32_t included_ = 0;
 };
 
 }  // namespace
 
-SourceFiles RandomLayout(Random& random, const std::vector<RandomSection>& sections) {
-  return Layout(random).Spread(sections);
+SourceFiles RandomLayout(Random& random, std::vector<RandomSection>& sections) {
+  return Layout(random, sections).Spread();
 }

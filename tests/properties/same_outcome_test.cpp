@@ -1,0 +1,93 @@
+// What compiling comes to depends on nothing but the script: messages and files are the same in
+// another environment, at other addresses, in another folder and after other use of the memory.
+// That goes for anything that calls itself a script.
+#include <cstdlib>
+#include <filesystem>
+
+#include "tests/models/garbage.h"
+#include "tests/properties/model_test.h"
+#include "tests/properties/random_fault.h"
+#include "tests/support/bytes.h"
+
+namespace {
+
+SourceFiles AnyScript(Random& random) {
+  if (random.Chance(10)) return {{"board.rux", RandomGarbage(random)}};
+  ScriptOptions options;
+  options.remarkable = random.Chance(70);
+  std::vector<RandomSection> sections = RandomScript(random, options);
+  if (!options.remarkable) AddRandomFault(random, sections);
+  SourceFiles files = RandomLayout(random, sections);
+  if (random.Chance(50)) Damage(random, files[random.Below(files.size())].second);
+  return files;
+}
+
+class SameOutcome : public ModelTest {
+ protected:
+  // A script for each seed, in both folders.
+  void WriteScripts() {
+    ForEachSeed(400, [&](std::uint32_t seed) {
+      Random random(seed);
+      scripts_.push_back({seed, AnyScript(random)});
+    });
+    for (std::size_t i = 0; i < scripts_.size(); ++i) {
+      for (const auto& [path, contents] : scripts_[i].files) {
+        for (const char* folder : {kNear, kFar}) {
+          Write(folder + std::to_string(i) + '/' + path, contents);
+        }
+      }
+    }
+  }
+
+  void CompileAll(const std::string& environment, const std::string& folder,
+                  const std::string& dirt) {
+    const std::string command = "env " + environment + " " RUX_COMPILE_WORKER " '" + Path(folder) +
+                                "' " + std::to_string(scripts_.size()) + ' ' + dirt;
+    EXPECT_EQ(std::system(command.c_str()), 0) << command;
+  }
+
+  // "" for a file that is not there.
+  std::string Outcome(const std::string& name) const {
+    if (!std::filesystem::exists(Path(name))) return "";
+    std::string file = ReadAll(name);
+    if (name.find(".meta") != std::string::npos) file.replace(20, 4, 4, '\0');
+    return file;
+  }
+
+  void Compare() {
+    for (std::size_t i = 0; i < scripts_.size(); ++i) {
+      SCOPED_TRACE("seed " + std::to_string(scripts_[i].seed) + '\n' + TextOf(scripts_[i].files));
+      for (const char* name : {"/messages", "/board.meta", "/board.metad"}) {
+        const std::string file = std::to_string(i) + name;
+        ExpectUnsound(kNear + file);  // of models that were refused
+        ExpectUnsound(kFar + file);
+        ASSERT_TRUE(SameBytes(Outcome(kFar + file), Outcome(kNear + file))) << name;
+      }
+    }
+  }
+
+  static constexpr char kNear[] = "near/";
+  static constexpr char kFar[] = "some where else/far/";
+
+ private:
+  struct SeededFiles {
+    std::uint32_t seed;
+    SourceFiles files;
+  };
+
+  std::vector<SeededFiles> scripts_;
+};
+
+// glibc fills what it gives out with what MALLOC_PERTURB_ says.
+TEST_P(SameOutcome, OfAnyScriptInAnotherProcess) {
+  WriteScripts();
+  CompileAll("-i", kNear, "0");
+  CompileAll("MALLOC_PERTURB_=165 MALLOC_ARENA_MAX=1 TZ=Asia/Tokyo LC_ALL=C.UTF-8 PADDING=" +
+                 std::string(5001, 'x'),
+             kFar, "200000");
+  Compare();
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, SameOutcome, testing::Range(0u, kParts));
+
+}  // namespace
