@@ -22,7 +22,7 @@ void Limit(int resource, rlim_t most) {
 }
 
 int Run(std::size_t address_space, const std::function<int()>& body) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
   constexpr rlim_t kSeconds = 20;
   static_cast<void>(address_space);
 #else

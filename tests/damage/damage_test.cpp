@@ -22,7 +22,7 @@ namespace {
 
 // Sanitizers take so long for a new process that only some of the cases are tried with them. The
 // number has no factor in common with those of the bits and words.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
 constexpr std::size_t kStride = 47;
 constexpr bool kAll = false;
 #else

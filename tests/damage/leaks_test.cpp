@@ -11,7 +11,7 @@
 
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
 constexpr int kRounds = 20;  // the sanitizer sees what one round loses
 #else
 constexpr int kRounds = 1000;
@@ -168,7 +168,7 @@ TEST_F(LeaksTest, LoadOverALoadLosesTheSectionsOfTheFirst) {
   const std::size_t before = CurrentUsage().heap;
   for (int i = 0; i < kRounds; ++i) EXPECT_EQ(gcInit(Path("sample.meta")), 1u);
   gcUnInit();
-#ifndef __SANITIZE_ADDRESS__
+#ifndef RUX_SANITIZED
   EXPECT_GT(CurrentUsage().heap, before + kRounds * sizeof(tagGCSECT));
 #else
   static_cast<void>(before);

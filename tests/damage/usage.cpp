@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -20,7 +20,7 @@ Usage CurrentUsage() {
   return usage;
 }
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
 bool FoundLeaks() { return __lsan_do_recoverable_leak_check() != 0; }
 LeaksAllowed::LeaksAllowed() { __lsan_disable(); }
 LeaksAllowed::~LeaksAllowed() { __lsan_enable(); }

@@ -153,7 +153,7 @@ TEST(ExportsTest, FileTellsItsSoname) { EXPECT_EQ(Library().soname, "libruxcomp.
 
 TEST(ExportsTest, NothingButTheStandardLibrariesIsNeeded) {
   Names standard = {"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6", "libdl.so.2"};
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef RUX_SANITIZED
   standard.insert({"libasan.so.8", "libubsan.so.1"});
 #endif
   for (const std::string& name : Library().needed) {

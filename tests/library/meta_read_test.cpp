@@ -323,7 +323,7 @@ TEST_F(MetaReadTest, ASecondLoadTakesThePlaceOfTheFirst) {
   EXPECT_EQ(gcGetEntryCount(forgotten), 0u);
 }
 
-#if !defined(__SANITIZE_ADDRESS__)  // which needs more address space than that for itself
+#ifndef RUX_SANITIZED  // which needs more address space than that for itself
 class MemoryTest : public MetaTest {
  protected:
   // Ends the process: 0 when the file is refused.

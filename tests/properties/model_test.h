@@ -23,7 +23,7 @@ class ModelTest : public ScriptTest, public testing::WithParamInterface<std::uin
  protected:
   // Calls body(seed), with an empty folder, for the seeds of this part until something fails.
   // Sanitizers slow down more than ten times what is mostly made of new processes.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
   static constexpr std::uint32_t kSlowdown = 16;
 #else
   static constexpr std::uint32_t kSlowdown = 1;

@@ -108,7 +108,7 @@ TEST_F(MessagesTest, ScriptsThatIncludeMoreThanAnyNeedsAreCutOff) {
 class LittleMemoryTest : public MessagesTest {
  protected:
   void SetUp() override {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
     GTEST_SKIP() << "AddressSanitizer reserves more memory than may be allowed here";
 #endif
   }

@@ -52,9 +52,11 @@ Action SetUpDecompile(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   app.add_option("METAD", options->debug_meta, "The debug meta file to read")
       ->required()
-      ->type_name("");
+      ->type_name("")
+      ->check(IsFileName());
   app.add_option("-o,--output", options->script, "The script to write (default: standard output)")
-      ->type_name("SCRIPT");
+      ->type_name("SCRIPT")
+      ->check(IsFileName());
   app.footer(
       "The script compiles to the same meta file as the one that the debug meta file was made of.\n"
       "Its first lines tell what debug meta files do not keep.\n\n"

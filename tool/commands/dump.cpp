@@ -63,7 +63,8 @@ Action SetUpDump(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   app.add_option("FILE", options->file, "The meta file or debug meta file to print")
       ->required()
-      ->type_name("");
+      ->type_name("")
+      ->check(IsFileName());
   app.add_flag("--json", options->json, "Print JSON (docs/dump-json.md)");
   app.add_flag("--raw", options->raw, "Tell the offset and the bytes of every field");
   app.footer(

@@ -97,7 +97,10 @@ ExitStatus Get(const Options& options) {
 
 Action SetUpGet(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  app.add_option("META", options->meta, "The meta file to read")->required()->type_name("");
+  app.add_option("META", options->meta, "The meta file to read")
+      ->required()
+      ->type_name("")
+      ->check(IsFileName());
   app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY[/PART]]")->required()->type_name("");
   app.add_flag("--json", options->json, "Print JSON");
   app.footer(

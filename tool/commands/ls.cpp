@@ -123,7 +123,10 @@ ExitStatus Ls(const Options& options) {
 
 Action SetUpLs(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  app.add_option("META", options->meta, "The meta file to read")->required()->type_name("");
+  app.add_option("META", options->meta, "The meta file to read")
+      ->required()
+      ->type_name("")
+      ->check(IsFileName());
   app.add_option("KIND", options->kind, "List the sections of this kind, such as SENSOR")
       ->type_name("");
   app.add_flag("--json", options->json, "Print JSON");

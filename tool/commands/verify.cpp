@@ -127,7 +127,8 @@ Action SetUpVerify(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   app.add_option("FILE", options->files, "The meta files and debug meta files to check")
       ->required()
-      ->type_name("");
+      ->type_name("")
+      ->check(IsFileName());
   CLI::Option* json = app.add_flag("--json", options->json, "Print JSON (docs/verify-json.md)");
   app.add_flag("-q,--quiet", options->quiet, "Print nothing for a sound file")->excludes(json);
   app.footer(

@@ -43,7 +43,10 @@ ExitStatus Where(const Options& options) {
 
 Action SetUpWhere(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  app.add_option("METAD", options->metad, "The debug meta file to read")->required()->type_name("");
+  app.add_option("METAD", options->metad, "The debug meta file to read")
+      ->required()
+      ->type_name("")
+      ->check(IsFileName());
   app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY] or WORD/NAME")
       ->required()
       ->type_name("");
