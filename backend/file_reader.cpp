@@ -13,9 +13,9 @@ FileReader::FileReader(const std::string& path)
   if (!opened_) return;
   // Pipes, folders and devices have no usable size and read as empty.
   file_.seekg(0, std::ios::end);
-  const std::streamoff size = file_.tellg();
+  const std::streamoff end = file_.tellg();
   constexpr std::streamoff kLargest = std::streamoff{1} << 40;
-  if (size > 0 && size < kLargest) size_ = static_cast<std::size_t>(size);
+  if (end > 0 && end < kLargest) size_ = static_cast<std::size_t>(end);
 }
 
 void FileReader::Seek(std::size_t offset) { position_ = offset; }

@@ -18,7 +18,8 @@ using Bytes = std::vector<std::uint8_t>;
 // A record to read: the bytes that are there, and zeros behind them up to its size. A file that
 // ends inside a record leaves such a one; its zeros take no memory.
 struct RecordView {
-  RecordView(const Bytes& bytes) : RecordView(bytes, bytes.size()) {}  // NOLINT: a view, as it is
+  // cppcheck-suppress noExplicitConstructor; a view, as it is
+  RecordView(const Bytes& bytes) : RecordView(bytes, bytes.size()) {}  // NOLINT
   RecordView(const Bytes& bytes, std::size_t fullSize)
       : data(bytes.data()), there(bytes.size()), size(fullSize) {}
   RecordView(const std::uint8_t* from, std::size_t bytesThere, std::size_t fullSize)

@@ -45,7 +45,8 @@ void AskMeta() {
   gcGetGroupIndex("BOARD");
   gcGetGroupIndex("0");
   std::uint8_t cells[RUX_TABLE_CELLS];
-  for (std::uint32_t i = 0; gcGetTableData(i, cells); ++i) continue;
+  for (std::uint32_t i = 0; gcGetTableData(i, cells); ++i) {
+  }
   gcGetTableData(0xFFFFFFFF, cells);
 }
 
