@@ -1,7 +1,6 @@
 #include "fuzz/scratch_folder.h"
 
-#include <stdlib.h>
-
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

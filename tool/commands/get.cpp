@@ -53,7 +53,10 @@ std::string SectionText(const MetaView& meta, const MetaSection& section) {
   }
   std::string text;
   for (const auto& [key, value] : lines) {
-    text += key + std::string(width - Columns(key) + 2, ' ') + value + '\n';
+    text += key;
+    text.append(width - Columns(key) + 2, ' ');
+    text += value;
+    text += '\n';
   }
   if (const auto cells = CellsOf(section)) text += CellsText(*cells);
   return text;
