@@ -23,9 +23,10 @@ using Arguments = std::vector<std::string>;
 // Commands that can do something with a file of that form.
 std::vector<Arguments> CommandsFor(Form form) {
   if (form == Form::kMeta) {
-    return {{"dump"}, {"dump", "--raw"}, {"dump", "--json"}, {"ls"}, {"ls", "SENSOR"}};
+    return {{"dump"}, {"dump", "--raw"}, {"dump", "--json"},
+            {"ls"},   {"ls", "SENSOR"},  {"get", "GROUP/BOARD"}};
   }
-  return {{"dump"}, {"dump", "--raw"}, {"dump", "--json"}, {"decompile"}};
+  return {{"dump"}, {"dump", "--raw"}, {"dump", "--json"}, {"decompile"}, {"where", "GROUP/BOARD"}};
 }
 
 std::string Joined(const Arguments& arguments) {
