@@ -1,5 +1,6 @@
 #include "backend/compile_pass.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "backend/meta_file.h"
@@ -16,8 +17,11 @@ namespace {
 std::uint32_t CompileSection(const CRUXSection& section) {
   std::unique_ptr<tagGCSECT> compiled(CreateGCSect(section.identifier));
   if (!compiled) return 0;
+  const auto isGiven = [](const auto& entry) { return entry->m_RuxEntryData.HasData(); };
+  const auto given = std::count_if(section.entries.begin(), section.entries.end(), isGiven);
+  compiled->entries.reserve(static_cast<std::size_t>(given));
   for (const auto& entry : section.entries) {
-    if (!entry->m_RuxEntryData.HasData()) continue;
+    if (!isGiven(entry)) continue;
     tagGCENTRY record{GetEntryName(entry->identifier, entry->name), {}};
     // An entry without compiled form ends the section: what follows it is left out.
     if (record.identifier == 0) break;

@@ -53,6 +53,7 @@ struct Compiler {
   }
 
   void operator()(const TextList& list) const {
+    values.reserve(list.size());
     for (const std::string& text : list) {
       if (!IsNumericList(entryId)) {
         values.push_back(StringIndex(text));
@@ -65,8 +66,12 @@ struct Compiler {
   }
 
   void operator()(const CGeValue& value) const {
+    const std::vector<ValueField> fields = FieldsOf(value);
+    std::size_t count = 1;
+    for (const ValueField& field : fields) count += field.list ? field.list->size() : 1;
+    values.reserve(count);
     values.push_back(RUX_CLASS_ValueType + value.GetType());
-    for (const ValueField& field : FieldsOf(value)) {
+    for (const ValueField& field : fields) {
       if (field.text) values.push_back(FieldValue(field.role, *field.text));
       if (!field.list) continue;
       for (const std::string& text : *field.list) values.push_back(FieldValue(field.role, text));

@@ -30,7 +30,7 @@ template <std::size_t Count>
 void InternKeys(const KeySource (&sources)[Count], StringTable& table, std::uint32_t& counter) {
   for (const KeySource& source : sources) {
     ForEachEntry(source.section, source.entry, [&](const CRUXEntry& entry) {
-      InsertTbl(table, counter, entry.name.substr(PrefixOf(source.entry)), kStep);
+      InsertTbl(table, counter, entry.name.text().substr(PrefixOf(source.entry)), kStep);
     });
   }
 }
@@ -93,11 +93,12 @@ using Cells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 void ApplyRow(const CRUXEntry& row, Cells& cells) {
   std::uint32_t value = 0;
   if (const auto* text = row.m_RuxEntryData.Get<std::string>()) StringToLong(*text, value);
-  const std::size_t dot = row.name.find('.');
+  const std::string& name = row.name;
+  const std::size_t dot = name.find('.');
   std::uint32_t low = 0;
   std::uint32_t high = 0;
-  StringToLong(row.name.substr(0, dot), low);
-  StringToLong(dot == std::string::npos ? row.name : row.name.substr(dot + 1), high);
+  StringToLong(name.substr(0, dot), low);
+  StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high);
   for (std::size_t cell = low; cell <= high && cell < cells.size(); ++cell) {
     cells[cell] = static_cast<std::uint8_t>(value);
   }

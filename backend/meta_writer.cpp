@@ -28,16 +28,36 @@ std::size_t SectionsSize() {
   return words * kWordSize;
 }
 
+// No less than what the blocks take, so that the image need not grow.
+std::size_t BlocksSize() {
+  constexpr std::size_t kHead = 2 * kWordSize + kBlockAlignment;
+  std::size_t size = kHead + g_tblTableData.size();
+  for (const SymbolTable& row : kSymbolTables) {
+    size += kHead + kWordSize * (*row.counter - row.base);
+    if (const auto* table = std::get_if<StringTable*>(&row.table)) {
+      for (const auto& [key, index] : **table) size += key.size();
+    }
+  }
+  return size;
+}
+
 void WriteSections(Image& image) {
-  image.reserve(image.size() + SectionsSize());
-  AppendWord(image, static_cast<std::uint32_t>(g_GCHead.size()));
+  std::size_t at = image.size();
+  const std::size_t size = SectionsSize();
+  image.reserve(at + size + BlocksSize());
+  image.resize(at + size);
+  const auto write = [&](std::size_t word) {
+    StoreWord(image, at, static_cast<std::uint32_t>(word));
+    at += kWordSize;
+  };
+  write(g_GCHead.size());
   for (const tagGCSECT* section : g_GCHead) {
-    AppendWord(image, section->identifier);
-    AppendWord(image, static_cast<std::uint32_t>(section->entries.size()));
+    write(section->identifier);
+    write(section->entries.size());
     for (const tagGCENTRY& entry : section->entries) {
-      AppendWord(image, entry.identifier);
-      AppendWord(image, static_cast<std::uint32_t>(entry.values.size()));
-      for (const std::uint32_t value : entry.values) AppendWord(image, value);
+      write(entry.identifier);
+      write(entry.values.size());
+      for (const std::uint32_t value : entry.values) write(value);
     }
   }
 }

@@ -4,19 +4,37 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+
+template <class Byte>
+void StoreWord(Byte* at, std::uint32_t word) {
+  at[0] = static_cast<Byte>(word);
+  at[1] = static_cast<Byte>(word >> 8);
+  at[2] = static_cast<Byte>(word >> 16);
+  at[3] = static_cast<Byte>(word >> 24);
+}
 
 // Bytes is a growable array of bytes: a string or a vector.
 template <class Bytes>
 void StoreWord(Bytes& bytes, std::size_t offset, std::uint32_t word) {
-  for (std::size_t i = 0; i < 4; ++i) {
-    bytes[offset + i] = static_cast<typename Bytes::value_type>(word >> (8 * i));
+  StoreWord(&bytes[offset], word);
+}
+
+// Several words at once cost no more than one.
+template <class Bytes>
+void AppendWords(Bytes& bytes, std::initializer_list<std::uint32_t> words) {
+  const std::size_t start = bytes.size();
+  bytes.resize(start + 4 * words.size());
+  auto* at = &bytes[start];
+  for (const std::uint32_t word : words) {
+    StoreWord(at, word);
+    at += 4;
   }
 }
 
 template <class Bytes>
 void AppendWord(Bytes& bytes, std::uint32_t word) {
-  bytes.resize(bytes.size() + 4);
-  StoreWord(bytes, bytes.size() - 4, word);
+  AppendWords(bytes, {word});
 }
 
 inline std::uint32_t LoadWord(const void* at) {

@@ -6,6 +6,7 @@
 #include "frontend/lookup.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "frontend/split.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 
@@ -54,7 +55,7 @@ std::uint32_t CRUXEntry::ChkEntryName(const CRUXSection& section) {
   if (!keyword) return 0;
   if (name == keyword) return 1;
   if ((notation & kFreeName) && HasPrefix(name, keyword) &&
-      IsFreeName(identifier, name, name.substr(std::char_traits<char>::length(keyword)))) {
+      IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
     return 1;
   }
   ReportEntry<msg::kEntryNameInvalid>(*this, section);
@@ -63,10 +64,8 @@ std::uint32_t CRUXEntry::ChkEntryName(const CRUXSection& section) {
 
 std::uint32_t CRUXEntry::ChkEntryExist(const CRUXSection& section) {
   if (m_RuxEntryData.HasData() || !(notation & kRequired)) return 1;
-  const char* keyword = KeywordOf(identifier);
-  name = keyword ? keyword : "";  // for the message only: an unfilled entry has no name
-  ReportEntry<msg::kEntryMissing>(*this, section);
-  name.clear();
+  const char* keyword = KeywordOf(identifier);  // an unfilled entry has no name itself
+  ReportAt<msg::kEntryMissing>(*this, section.name, std::string(keyword ? keyword : ""));
   return 0;
 }
 
@@ -85,12 +84,13 @@ bool CRUXEntry::PassesCommonStart(const CRUXSection& section, PayloadType type,
 }
 
 bool CRUXEntry::TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text) {
-  if (listItems.empty()) {
+  Splitter parts(text_);
+  if (parts.IsAtEnd()) {
     ReportEntry<msg::kNoSubString>(*this, section);
     return false;
   }
-  if (listItems.size() > 1) ReportEntry<msg::kMoreSubStrings>(*this, section);
-  text = listItems.front();
+  text = parts.Next();
+  if (!parts.IsAtEnd()) ReportEntry<msg::kMoreSubStrings>(*this, section);
   DropItems(pass);
   return true;
 }
@@ -130,7 +130,7 @@ std::uint32_t CGESTRINGLIST::IsValid(const CRUXSection& section, unsigned int pa
   std::uint32_t answer = 0;
   if (!PassesCommonStart(section, PAYLOAD_STRINGLIST, answer)) return answer;
   TextList& list = *m_RuxEntryData.Get<TextList>();
-  list = listItems;
+  list = ListItems();
   DropItems(pass);
   if (IsNumericList(identifier)) return 1;  // its elements are references: second pass
   std::uint32_t ok = 1;
@@ -146,18 +146,19 @@ std::uint32_t CGESTRINGLIST::IsValid(const CRUXSection& section, unsigned int pa
 std::uint32_t CGEREPEATER::IsValid(const CRUXSection& section, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonStart(section, PAYLOAD_REPEATER, answer)) return answer;
-  if (listItems.empty()) {
+  const TextList items = ListItems();
+  if (items.empty()) {
     ReportEntry<msg::kNoSubString>(*this, section);
     return 0;
   }
-  if (listItems.size() == 1) {
+  if (items.size() == 1) {
     ReportEntry<msg::kNotEnoughForRepeater>(*this, section);
     return 0;
   }
   auto& record = *m_RuxEntryData.Get<RepeaterRecord>();
-  record.Count = listItems[0];
-  record.Action = listItems[1];
-  record.Args.assign(listItems.begin() + 2, listItems.end());
+  record.Count = items[0];
+  record.Action = items[1];
+  record.Args.assign(items.begin() + 2, items.end());
   DropItems(pass);
   return 1;
 }

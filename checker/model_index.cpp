@@ -71,7 +71,7 @@ auto IndexEntries(SectionId kind) {
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     for (const auto& entry : section->entries) {
       if (!entry->m_RuxEntryData.HasData()) continue;
-      index.try_emplace(entry->name, ModelIndex::First{ordinal, section, entry.get()});
+      index.try_emplace(entry->name.text(), ModelIndex::First{ordinal, section, entry.get()});
     }
   });
   return index;
@@ -90,7 +90,7 @@ auto IndexIdsAndWords(SectionId kind) {
 void AddEntryNames(const CRUXSection& section, EntryId id,
                    std::unordered_set<std::string_view>& index) {
   for (const auto& entry : section.entries) {
-    if (entry->identifier == id) index.insert(entry->name);
+    if (entry->identifier == id) index.insert(entry->name.text());
   }
 }
 

@@ -39,7 +39,7 @@ std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind) {
   const First* earliest = nullptr;
   for (const auto& entry : section.entries) {
     if (!entry->m_RuxEntryData.HasData()) continue;
-    const First* first = Earlier(ModelIndex::Current().ByEntry(kind, entry->name), section);
+    const First* first = Earlier(ModelIndex::Current().ByEntry(kind, entry->name.text()), section);
     if (!first || (earliest && first->ordinal >= earliest->ordinal)) continue;
     repeat = entry.get();
     earliest = first;
@@ -115,8 +115,9 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   for (const auto& entry : section.entries) {
     if (entry->m_RuxEntryData.HasData()) entries.push_back(entry.get());
   }
-  std::stable_sort(entries.begin(), entries.end(),
-                   [](const auto* one, const auto* other) { return one->name < other->name; });
+  std::stable_sort(entries.begin(), entries.end(), [](const auto* one, const auto* other) {
+    return Name::IsBefore(one->name, other->name);
+  });
   return entries;
 }
 

@@ -128,11 +128,12 @@ std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& 
 std::uint32_t CGEVALUE::IsValid(const CRUXSection& section, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonStart(section, PAYLOAD_VALUE, answer)) return answer;
-  if (listItems.empty()) {
+  const TextList items = ListItems();
+  if (items.empty()) {
     ReportEntry<msg::kNoValueType>(*this, section);
     return 0;
   }
-  const std::string typeName = listItems.front();
+  const std::string& typeName = items.front();
   std::uint32_t code = 0;
   if (!GetPreDefinedValue(typeName, code)) {
     ReportEntry<msg::kValueTypeInvalid>(*this, section, typeName);
@@ -142,28 +143,28 @@ std::uint32_t CGEVALUE::IsValid(const CRUXSection& section, unsigned int pass) {
   CGeValue& value = *m_RuxEntryData.Get<CGeValue>();
   value.Create(code, typeName);
 
-  const ValueType& type = TypeFor(code, listItems.size() > 1 ? listItems[1] : std::string());
-  if (listItems.size() < type.least) {
+  const ValueType& type = TypeFor(code, items.size() > 1 ? items[1] : std::string());
+  if (items.size() < type.least) {
     ReportEntry<msg::kNotEnoughForType>(*this, section, typeName);
     return 0;
   }
-  if (listItems.size() > type.most) ReportEntry<msg::kTooMuchForType>(*this, section, typeName);
+  if (items.size() > type.most) ReportEntry<msg::kTooMuchForType>(*this, section, typeName);
 
-  answer = FillRecord(value, type, section);
+  answer = FillRecord(value, type, items, section);
   DropItems(pass);
   return answer;
 }
 
-std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type,
+std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
                                    const CRUXSection& section) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
-    calculation->Operator = listItems[1];
+    calculation->Operator = items[1];
     if (!GetOperator(calculation->Operator)) {
       ReportEntry<msg::kOperatorInvalid>(*this, section, calculation->Operator);
       return 0;
     }
   }
-  VisitValueFields(value.record(), Filler{type, listItems});
+  VisitValueFields(value.record(), Filler{type, items});
 
   std::uint32_t ok = 1;
   WithBusFields(value.record(), [&](const BusFields& bus) {

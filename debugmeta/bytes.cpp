@@ -3,19 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "backend/words.h"
-
 namespace {
 // The library's own at() words its error otherwise; hosts know this text.
 [[noreturn]] void RaiseEndOfRecord() { throw std::out_of_range("vector"); }
 }  // namespace
-
-void ByteWriter::Word(std::uint32_t word) { AppendWord(out_, word); }
-
-void ByteWriter::Nested(const Bytes& record) {
-  Word(static_cast<std::uint32_t>(record.size()));
-  out_.insert(out_.end(), record.begin(), record.end());
-}
 
 void ByteWriter::operator()(const std::string& text) {
   Word(static_cast<std::uint32_t>(text.size()));

@@ -8,9 +8,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
+#include "backend/words.h"
 #include "frontend/value_records.h"
 
 using Bytes = std::vector<std::uint8_t>;
@@ -35,8 +37,18 @@ class ByteWriter {
  public:
   explicit ByteWriter(Bytes& out) : out_(out) {}
 
-  void Word(std::uint32_t word);
-  void Nested(const Bytes& record);
+  void Word(std::uint32_t word) { AppendWord(out_, word); }
+  void Words(std::initializer_list<std::uint32_t> words) { AppendWords(out_, words); }
+
+  // The record that the object's GetBuffer appends, with its length in front.
+  template <class Object>
+  void Nested(const Object& object) {
+    const std::size_t start = out_.size();
+    Word(0);
+    object.GetBuffer(out_);
+    StoreWord(out_, start, static_cast<std::uint32_t>(out_.size() - start - 4));
+  }
+
   void operator()(const std::string& text);
   void operator()(const TextList& list);
 

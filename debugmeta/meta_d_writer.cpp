@@ -21,15 +21,43 @@ namespace {
 
 using namespace meta_d_format;
 
-Bytes Header() {
-  Bytes header(kMagic, kMagic + sizeof(kMagic));
-  header.resize(RUXD_DATA_OFFSET);
-  StoreWord(header, kVersionOffset, RUXD_VERSION);
-  StoreWord(header, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
-  return header;
+void WriteHeader(Bytes& bytes) {
+  bytes.assign(kMagic, kMagic + sizeof(kMagic));
+  bytes.resize(RUXD_DATA_OFFSET);
+  StoreWord(bytes, kVersionOffset, RUXD_VERSION);
+  StoreWord(bytes, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
 }
 
-void WriteDefinedWords(ByteWriter& out) {
+// A file that is written in pieces: a model comes to many times the bytes of its largest section.
+class Sink {
+ public:
+  explicit Sink(const std::string& path) : file_(path, std::ios::binary | std::ios::trunc) {}
+  ~Sink() { Write(); }
+  Sink(const Sink&) = delete;
+  Sink& operator=(const Sink&) = delete;
+
+  bool is_open() const { return file_.is_open(); }
+  Bytes& bytes() { return bytes_; }  // to append to
+
+  void WriteWhenLarge() {
+    if (bytes_.size() >= kLarge) Write();
+  }
+
+ private:
+  static constexpr std::size_t kLarge = std::size_t{256} << 10;
+
+  void Write() {
+    file_.write(reinterpret_cast<const char*>(bytes_.data()),
+                static_cast<std::streamsize>(bytes_.size()));
+    bytes_.clear();
+  }
+
+  std::ofstream file_;
+  Bytes bytes_;
+};
+
+void WriteDefinedWords(Bytes& bytes) {
+  ByteWriter out(bytes);
   out.Word(static_cast<std::uint32_t>(g_tblPreDefine.size()));
   for (const auto& [name, value] : g_tblPreDefine) {
     out(name);
@@ -37,14 +65,14 @@ void WriteDefinedWords(ByteWriter& out) {
   }
 }
 
-void WriteSections(ByteWriter& out) {
+void WriteSections(Sink& sink) {
+  ByteWriter out(sink.bytes());
   out.Word(static_cast<std::uint32_t>(CRUXSection::m_svpHSection.size()));
-  Bytes record;
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     out.Word(static_cast<std::uint32_t>(head->size()));
     for (const CRUXSection* section : *head) {
-      section->GetBuffer(record);
-      out.Nested(record);
+      out.Nested(*section);
+      sink.WriteWhenLarge();
     }
   }
 }
@@ -52,17 +80,14 @@ void WriteSections(ByteWriter& out) {
 }  // namespace
 
 std::uint32_t WriteMetaD(const std::string& path) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) {
+  Sink sink(path);
+  if (!sink.is_open()) {
     Report<msg::kCreateDebugFailed>(path);
     return 0;
   }
-  Bytes image = Header();
-  ByteWriter out(image);
-  WriteDefinedWords(out);
-  WriteSections(out);
-  file.write(reinterpret_cast<const char*>(image.data()),
-             static_cast<std::streamsize>(image.size()));
+  WriteHeader(sink.bytes());
+  WriteDefinedWords(sink.bytes());
+  WriteSections(sink);
   return 1;
 }
 

@@ -2,6 +2,7 @@
 #include "debugmeta/model_bytes.h"
 
 #include <map>
+#include <stdexcept>
 
 #include "debugmeta/bytes.h"
 #include "frontend/payload_types.h"
@@ -40,6 +41,18 @@ class TemplateFinder {
   std::multimap<std::uint32_t, CRUXEntry*> entries_;  // those of one identifier in their order
 };
 
+// What was read until an error is raised stays in the name.
+void ReadName(ByteReader& reader, Name& name) {
+  std::string text;
+  try {
+    reader(text);
+  } catch (const std::out_of_range&) {
+    name = text;
+    throw;
+  }
+  name = text;
+}
+
 }  // namespace
 
 std::uint32_t RecordId(const RecordView& record) {
@@ -49,12 +62,8 @@ std::uint32_t RecordId(const RecordView& record) {
 }
 
 void CRUXObj::GetBuffer(Bytes& out) const {
-  out.clear();
   ByteWriter writer(out);
-  writer.Word(identifier);
-  writer.Word(notation);
-  writer.Word(line);
-  writer.Word(fileIndex);
+  writer.Words({identifier, notation, line, fileIndex});
   writer(name);
   if (incFilesWritten) return;
   writer(m_svstrIncFiles);
@@ -67,21 +76,16 @@ void CRUXObj::SetBuffer(const RecordView& in) {
   notation = reader.Word();
   line = reader.Word();
   fileIndex = reader.Word();
-  name.clear();
-  reader(name);
+  ReadName(reader, name);
   if (incFilesRead) return;
   reader(m_svstrIncFiles);
   incFilesRead = true;
 }
 
 void CRUXEntry::GetBuffer(Bytes& out) const {
-  out.clear();
   ByteWriter writer(out);
-  Bytes record;
-  CRUXObj::GetBuffer(record);
-  writer.Nested(record);
-  m_RuxEntryData.GetBuffer(record);
-  writer.Nested(record);
+  writer.Nested<CRUXObj>(*this);
+  writer.Nested(m_RuxEntryData);
 }
 
 void CRUXEntry::SetBuffer(const RecordView& in) {
@@ -91,16 +95,10 @@ void CRUXEntry::SetBuffer(const RecordView& in) {
 }
 
 void CRUXSection::GetBuffer(Bytes& out) const {
-  out.clear();
   ByteWriter writer(out);
-  Bytes record;
-  CRUXObj::GetBuffer(record);
-  writer.Nested(record);
+  writer.Nested<CRUXObj>(*this);
   writer.Word(static_cast<std::uint32_t>(entries.size()));
-  for (const auto& entry : entries) {
-    entry->GetBuffer(record);
-    writer.Nested(record);
-  }
+  for (const auto& entry : entries) writer.Nested(*entry);
 }
 
 void CRUXSection::SetBuffer(const RecordView& in) {

@@ -13,11 +13,7 @@ struct PayloadWriter {
   void operator()(const std::string& text) const { out(text); }
   void operator()(const TextList& list) const { out(list); }
   void operator()(const RepeaterRecord& record) const { VisitFields(record, out); }
-  void operator()(const CGeValue& value) const {
-    Bytes record;
-    value.GetBuffer(record);
-    out.Nested(record);
-  }
+  void operator()(const CGeValue& value) const { out.Nested(value); }
 };
 
 struct PayloadReader {
@@ -34,7 +30,6 @@ struct PayloadReader {
 }  // namespace
 
 void CRuxEntryData::GetBuffer(Bytes& out) const {
-  out.clear();
   ByteWriter writer(out);
   writer.Word(type_);
   std::visit(PayloadWriter{writer}, payload_);
@@ -48,7 +43,6 @@ void CRuxEntryData::SetBuffer(const RecordView& in) {
 }
 
 void CGeValue::GetBuffer(Bytes& out) const {
-  out.clear();
   ByteWriter writer(out);
   writer.Word(type_);
   writer(strType_);

@@ -11,7 +11,13 @@ void CRUXEntry::Init(const std::string& file, const std::string& key, const std:
   line = itemLine;
   m_RuxEntryData.Create(identifier);
   if (!m_RuxEntryData.HasData()) Report<msg::kPayloadFailed>(identifier);
-  SplitItems(value, listItems);
+  text_ = value;
+}
+
+TextList CRUXEntry::ListItems() const {
+  TextList items;
+  SplitItems(text_, items);
+  return items;
 }
 
 std::uint32_t CRUXEntry::IsValidEx(const CRUXSection&, unsigned int) { return 1; }

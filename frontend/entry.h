@@ -1,8 +1,9 @@
-// The entries of a section: a key, its place, the raw parts of its text and its typed payload.
+// The entries of a section: a key, its place, its text and its typed payload.
 #ifndef FRONTEND_ENTRY_H_
 #define FRONTEND_ENTRY_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "frontend/entry_data.h"
@@ -11,9 +12,8 @@
 class CRUXSection;
 struct ValueType;
 
-// The `pass` argument of the checks: the check of the whole model drops the raw parts of a text
-// once they are turned into the payload; a check that acts while the script is read leaves them for
-// it.
+// The `pass` argument of the checks: the check of the whole model drops the text of an entry once
+// it is turned into the payload; a check that acts while the script is read leaves it for that one.
 inline constexpr unsigned int kWholeModel = 0;
 inline constexpr unsigned int kWhileReading = 255;
 
@@ -21,23 +21,29 @@ class CRUXEntry : public CRUXObj {
  public:
   using CRUXObj::CRUXObj;
 
-  // Fills the entry from an item of the script: place, name, an empty payload, the parts of the
-  // text.
+  // Fills the entry from an item of the script: place, name, an empty payload, the text.
   void Init(const std::string& file, const std::string& key, const std::string& value,
             std::uint32_t itemLine);
 
-  // First pass: the entry by itself; turns listItems into the payload. Run it once with
+  // First pass: the entry by itself; turns ListItems into the payload. Run it once with
   // kWholeModel. Second pass: references to other sections. Both answer 1 (valid) or 0 (problems
   // were reported).
   virtual std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) = 0;
   virtual std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass);
 
-  // The entry as a byte record, and back; the parts of its text are not part of it.
+  // Appends the entry as a byte record; and back from it. Its text is not part of it.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
+  // Whether this is the one template of a kind that stands in all sections which the script left
+  // without such an entry. It is never changed.
+  bool isShared = false;
+
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
-  TextList listItems;            // the comma-separated parts of the text, quotes removed
+
+  // The comma-separated parts of the item's text, quotes removed; none once the check of the whole
+  // model has turned them into the payload.
+  TextList ListItems() const;
 
   // The checks that the entry classes share (checker/entry_checks.cpp and checker/references.cpp);
   // each reports what it finds and answers 1 or 0.
@@ -60,11 +66,25 @@ class CRUXEntry : public CRUXObj {
   // False, reported, when there is none.
   bool TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text);
 
-  // Drops the raw parts at the end of a first pass that turned them.
+  // Drops the text, and its memory, at the end of a first pass that turned it.
   void DropItems(unsigned int pass) {
-    if (pass == kWholeModel) listItems.clear();
+    if (pass == kWholeModel) std::string().swap(text_);
+  }
+
+ private:
+  // The item's text as the script gave it: a split one takes several times its memory.
+  std::string text_;
+};
+
+// Deletes what a section owns: all but the shared templates.
+struct EntryDeleter {
+  EntryDeleter() = default;
+  EntryDeleter(std::default_delete<CRUXEntry>) {}  // NOLINT: takes over what was made to be owned
+  void operator()(CRUXEntry* entry) const {
+    if (!entry->isShared) delete entry;
   }
 };
+using EntryPtr = std::unique_ptr<CRUXEntry, EntryDeleter>;
 
 // One class per payload type; the checks are what tells them apart.
 class CGEDWORD : public CRUXEntry {
@@ -106,7 +126,8 @@ class CGEVALUE : public CRUXEntry {
 
  private:
   // Fills the record of the value from the sub-strings behind the type.
-  std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const CRUXSection& section);
+  std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
+                           const CRUXSection& section);
 };
 
 class CGEREPEATER : public CRUXEntry {

@@ -50,7 +50,7 @@ class CRuxEntryData {
   const Payload& payload() const { return payload_; }
   Payload& payload() { return payload_; }
 
-  // The byte record, and back (debugmeta/payload_bytes.cpp).
+  // Appends the byte record; and back from it (debugmeta/payload_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 

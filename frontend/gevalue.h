@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "frontend/name.h"
 #include "frontend/value_records.h"
 
 struct RecordView;  // debugmeta/bytes.h
@@ -31,14 +32,14 @@ class CGeValue {
   const ValueRecord& record() const { return record_; }
   ValueRecord& record() { return record_; }
 
-  // The byte record, and back (debugmeta/payload_bytes.cpp).
+  // Appends the byte record; and back from it (debugmeta/payload_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
  private:
   std::uint32_t type_ = 0;
   ValueRecord record_;
-  std::string strType_;
+  Name strType_;
 };
 
 #endif  // FRONTEND_GEVALUE_H_

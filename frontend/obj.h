@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "frontend/identifiers.h"
+#include "frontend/name.h"
 
 struct RecordView;  // debugmeta/bytes.h
 
@@ -26,16 +27,16 @@ class CRUXObj {
   // to and including that backslash. Only backslashes separate. Empty for an unknown file.
   std::string GetFile(int part) const;
 
-  // The object as a byte record, and back (debugmeta/model_bytes.cpp). The first record that a
-  // process builds carries the file table, and the first that it takes must.
+  // Appends the object as a byte record; and back from it (debugmeta/model_bytes.cpp). The first
+  // record that a process builds carries the file table, and the first that it takes must.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
   std::uint32_t identifier = 0;
   tagNOTATION notation = 0;
   std::uint32_t line = 0;
-  std::string name;
   std::uint32_t fileIndex = 0;
+  Name name;
 
   // Every distinct path that an object was ever given. Never shrinks while the library is loaded,
   // so that indices of an earlier run keep their meaning.

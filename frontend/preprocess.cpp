@@ -36,10 +36,10 @@ std::uint32_t CGSIFDEF::SetEntry(const std::string& file, const std::string& key
 
 std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key,
                                  const std::string& value, std::uint32_t itemLine) {
-  CRUXEntry& condition = *entries.front();
   // The rule of all sections, not that of this kind, which has called.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   if (!CRUXSection::SetEntry(file, key, value, itemLine)) return 0;
+  CRUXEntry& condition = *entries.front();
   if (!condition.IsValid(*this, kWhileReading)) return 0;
   std::uint32_t scratch = 0;
   return GetPreDefinedValue(*condition.m_RuxEntryData.Get<std::string>(), scratch);

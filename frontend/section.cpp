@@ -25,14 +25,36 @@ void CRUXSection::Destory() {
     for (CRUXSection* section : *head) delete section;
     head->clear();
   }
+  Name::DropTexts();
   g_tblPreDefine.clear();
 }
 
-void CRUXSection::Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header) {
-  entries.reserve(schema.templates.size());
+std::vector<EntryPtr> CRUXSection::NewTemplates(const SectionSchema& schema) {
+  std::vector<EntryPtr> templates;
+  templates.reserve(schema.templates.size());
   for (const EntryTemplate& row : schema.templates) {
-    entries.push_back(MakeEntry(row.identifier, row.notation));
+    templates.push_back(MakeEntry(row.identifier, row.notation));
   }
+  return templates;
+}
+
+std::vector<EntryPtr> CRUXSection::SharedTemplates(const SectionSchema& schema) {
+  const auto [shared, isNew] = m_sharedTemplates.try_emplace(&schema);
+  if (isNew) {
+    for (const EntryTemplate& row : schema.templates) {
+      shared->second.push_back(MakeEntry(row.identifier, row.notation));
+      shared->second.back()->isShared = true;
+    }
+  }
+  constexpr std::size_t kFreeEntries = 4;  // room for as many, without growing
+  std::vector<EntryPtr> templates;
+  templates.reserve(shared->second.size() + kFreeEntries);
+  for (const auto& entry : shared->second) templates.emplace_back(entry.get());
+  return templates;
+}
+
+void CRUXSection::Init0(std::vector<EntryPtr> templates, std::vector<CRUXSection*>& header) {
+  entries = std::move(templates);
   const auto end = m_svpHSection.end();
   if (std::find(m_svpHSection.begin(), end, &header) == end) m_svpHSection.push_back(&header);
   header.push_back(this);
@@ -46,11 +68,11 @@ CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const
   return entry;
 }
 
-CRUXEntry* CRUXSection::FindTemplate(std::uint32_t entryId) const {
+EntryPtr* CRUXSection::FindTemplate(std::uint32_t entryId) {
   const auto found = std::find_if(entries.begin(), entries.end(), [&](const auto& entry) {
     return entry->identifier == entryId && !(entry->notation & kFreeName);
   });
-  return found == entries.end() ? nullptr : found->get();
+  return found == entries.end() ? nullptr : &*found;
 }
 
 std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
@@ -58,12 +80,13 @@ std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& 
   for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
     const char* keyword = g_NTMapEntry[row].keyword;
     if (key[0] != keyword[0] || key != keyword) continue;
-    CRUXEntry* entry = FindTemplate(g_NTMapEntry[row].identifier);
+    EntryPtr* entry = FindTemplate(g_NTMapEntry[row].identifier);
     if (!entry) continue;
-    if (entry->name.empty()) {
-      entry->Init(file, key, value, itemLine);
+    if ((*entry)->name.empty()) {
+      if ((*entry)->isShared) *entry = MakeEntry((*entry)->identifier, (*entry)->notation);
+      (*entry)->Init(file, key, value, itemLine);
     } else {
-      AddEntry(entry->identifier, kOptional, file, key, value, itemLine);
+      AddEntry((*entry)->identifier, kOptional, file, key, value, itemLine);
     }
     return 1;
   }

@@ -3,6 +3,7 @@
 #define FRONTEND_SECTION_H_
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,12 +34,12 @@ class CRUXSection : public CRUXObj {
   std::uint32_t IsValid(unsigned int pass);
   std::uint32_t IsValidEx(unsigned int pass);
 
-  // The section with its entries as a byte record, and back. Taking a record fills the templates
-  // that its entries fit and adds the others.
+  // Appends the section with its entries as a byte record; and back from it. Taking a record fills
+  // the templates that its entries fit and adds the others.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
-  std::vector<std::unique_ptr<CRUXEntry>> entries;  // templates first, then what the script added
+  std::vector<EntryPtr> entries;  // templates first, then what the script added
 
   // One list per kind that ever appeared, in order of first appearance; each is the m_sHeader of
   // its section class and holds the live sections of the kind in order of definition. Sections are
@@ -48,15 +49,24 @@ class CRUXSection : public CRUXObj {
  protected:
   using CRUXObj::CRUXObj;
 
-  // Makes the kind's entry templates and registers the section with its kind.
-  void Init0(const SectionSchema& schema, std::vector<CRUXSection*>& header);
+  // Gives the section the templates of its kind and registers it with its kind.
+  void Init0(std::vector<EntryPtr> templates, std::vector<CRUXSection*>& header);
+
+  // The templates of a kind, in order: new ones, or those that all sections of the kind share until
+  // they fill them. Most sections leave most of their templates unfilled.
+  static std::vector<EntryPtr> NewTemplates(const SectionSchema& schema);
+  static std::vector<EntryPtr> SharedTemplates(const SectionSchema& schema);
 
   // The first entry of that identifier whose name is not free; null when there is none.
-  CRUXEntry* FindTemplate(std::uint32_t entryId) const;
+  EntryPtr* FindTemplate(std::uint32_t entryId);
 
   // Makes an entry that no template stands for, fills it with the item and adds it.
   CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
                       const std::string& key, const std::string& value, std::uint32_t itemLine);
+
+ private:
+  using Templates = std::vector<std::unique_ptr<CRUXEntry>>;
+  static std::map<const SectionSchema*, Templates> m_sharedTemplates;  // of kinds that appeared
 };
 
 #endif  // FRONTEND_SECTION_H_

@@ -15,10 +15,10 @@ template <SectionId Kind>
 class CGSSection : public CRUXSection {
  public:
   CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags) {
-    Init0(SchemaOf(Kind), m_sHeader);
+    Init0(SharedTemplates(SchemaOf(Kind)), m_sHeader);
   }
   // For restoring a stored section, which brings its identifier and flags along.
-  CGSSection() : CGSSection(0, 0) {}
+  CGSSection() : CRUXSection(0, 0) { Init0(NewTemplates(SchemaOf(Kind)), m_sHeader); }
 
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine) override {

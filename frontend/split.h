@@ -2,12 +2,34 @@
 #ifndef FRONTEND_SPLIT_H_
 #define FRONTEND_SPLIT_H_
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
-// Appends the parts of `value` to `items`: as written, blanks included; of a part with a double
+// Goes through the parts of a text in order: as written, blanks included; of a part with a double
 // quote, what stands between it and the next quote, commas included, or up to the end of the text
 // when there is none. An empty text has no parts; a trailing comma makes an empty last one.
-void SplitItems(const std::string& value, std::vector<std::string>& items);
+class Splitter {
+ public:
+  // The text must outlive the splitter and the parts.
+  explicit Splitter(std::string_view text)
+      : text_(text), quote_(text.find('"')), next_(text.empty() ? kEnd : 0) {}
+
+  bool IsAtEnd() const { return next_ == kEnd; }
+
+  // The next part; not at the end.
+  std::string_view Next();
+
+ private:
+  static constexpr std::size_t kEnd = std::string_view::npos;
+
+  const std::string_view text_;
+  std::size_t quote_;  // the first one that is not passed yet
+  std::size_t next_;   // where the next part begins
+};
+
+// Appends all parts to `items`.
+void SplitItems(std::string_view value, std::vector<std::string>& items);
 
 #endif  // FRONTEND_SPLIT_H_

@@ -10,6 +10,10 @@ std::map<std::string, std::uint32_t> g_tblPreDefine;
 
 std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
+// Before the lists: a host may drop its sections as late as it likes.
+std::unordered_set<std::string> Name::m_texts;
+std::map<const SectionSchema*, CRUXSection::Templates> CRUXSection::m_sharedTemplates;
+
 // Of the lists only their own storage goes at unload, never the sections that they point to.
 std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
 

@@ -101,6 +101,9 @@ class Scanner {
         report_(report) {}
 
   void Run() {
+    // Room for the items of most scripts; where lines are shorter, it grows.
+    constexpr std::size_t kBytesPerItem = 16;
+    items_.reserve(rest_.view().size() / kBytesPerItem);
     if (rest_.view().substr(0, kByteOrderMark.size()) == kByteOrderMark) {
       rest_.begin += kByteOrderMark.size();
     }

@@ -13,7 +13,7 @@ TEST_F(EntryTest, InitTakesPlaceNameAndParts) {
   EXPECT_EQ(entry.GetFile(0), "board.rux");
   EXPECT_EQ(entry.name, "NAME");
   EXPECT_EQ(entry.line, 12u);
-  EXPECT_EQ(entry.listItems, (TextList{"x", "y,z"}));
+  EXPECT_EQ(entry.ListItems(), (TextList{"x", "y,z"}));
   EXPECT_EQ(entry.m_RuxEntryData.GetType(), 0x10020015u);
   EXPECT_EQ(*entry.m_RuxEntryData.Get<std::string>(), "");
   EXPECT_EQ(entry.identifier, 0x10020015u);
@@ -23,7 +23,7 @@ TEST_F(EntryTest, InitTakesPlaceNameAndParts) {
 TEST_F(EntryTest, EmptyTextHasNoParts) {
   CGESTRING entry(0x10020015, 1);
   entry.Init("board.rux", "NAME", "", 1);
-  EXPECT_EQ(entry.listItems, TextList{});
+  EXPECT_EQ(entry.ListItems(), TextList{});
 }
 
 TEST_F(EntryTest, UnknownPayloadTypeIsToldAndTheItemKept) {
@@ -35,7 +35,7 @@ TEST_F(EntryTest, UnknownPayloadTypeIsToldAndTheItemKept) {
   EXPECT_EQ(entry.m_RuxEntryData.GetType(), 0x10990001u);
   EXPECT_EQ(entry.name, "NAME");
   EXPECT_EQ(entry.line, 3u);
-  EXPECT_EQ(entry.listItems, TextList{"x"});
+  EXPECT_EQ(entry.ListItems(), TextList{"x"});
 }
 
 TEST_F(EntryTest, SecondPassOfANumberFindsNothingWrong) {

@@ -66,7 +66,7 @@ TEST_F(PredefineTest, DefineItemIsANumberAndAWord) {
 TEST_F(PredefineTest, CheckWhileReadingKeepsTheParts) {
   CRUXSection& section = Create("DEFINE");
   section.SetEntry("board.rux", "A", "1", 4);
-  EXPECT_EQ(section.entries[0]->listItems, TextList{"1"});
+  EXPECT_EQ(section.entries[0]->ListItems(), TextList{"1"});
 }
 
 TEST_F(PredefineTest, DefineItemThatFailsItsCheckStaysInTheSection) {

@@ -20,7 +20,7 @@ void ExpectTemplates(const CRUXSection& section, const std::vector<TemplateRow>&
     EXPECT_EQ(entry.name, "");
     EXPECT_EQ(entry.line, 0u);
     EXPECT_EQ(entry.fileIndex, 0u);
-    EXPECT_EQ(entry.listItems, TextList{});
+    EXPECT_EQ(entry.ListItems(), TextList{});
     EXPECT_FALSE(entry.m_RuxEntryData.HasData());
   }
 }
@@ -127,7 +127,7 @@ TEST_P(FreeEntryTest, IsMadeForAKeyThatNoTemplateTakes) {
   EXPECT_EQ(entry.name, row.key);
   EXPECT_EQ(entry.line, 7u);
   EXPECT_EQ(entry.GetFile(0), "b.rux");
-  EXPECT_EQ(entry.listItems, (TextList{"1", "2"}));
+  EXPECT_EQ(entry.ListItems(), (TextList{"1", "2"}));
   EXPECT_EQ(entry.m_RuxEntryData.GetType(), row.identifier);
 }
 
@@ -173,7 +173,7 @@ TEST_F(SectionTest, FirstItemFillsTheTemplate) {
   EXPECT_EQ(entry.notation, 1u);
   EXPECT_EQ(entry.line, 4u);
   EXPECT_EQ(entry.GetFile(0), "b.rux");
-  EXPECT_EQ(entry.listItems, TextList{"cpu"});
+  EXPECT_EQ(entry.ListItems(), TextList{"cpu"});
 }
 
 TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
@@ -182,7 +182,7 @@ TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
   EXPECT_EQ(section.SetEntry("b.rux", "NAME", "second", 5), 1u);
   EXPECT_EQ(section.SetEntry("b.rux", "NAME", "third", 6), 1u);
   ASSERT_EQ(section.entries.size(), 19u);
-  EXPECT_EQ(section.entries[1]->listItems, TextList{"first"});
+  EXPECT_EQ(section.entries[1]->ListItems(), TextList{"first"});
   for (const std::size_t repeat : {17u, 18u}) {
     const CRUXEntry& entry = *section.entries[repeat];
     EXPECT_NE(dynamic_cast<const CGESTRING*>(&entry), nullptr);
@@ -190,7 +190,7 @@ TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
     EXPECT_EQ(entry.notation, 2u);
     EXPECT_EQ(entry.name, "NAME");
   }
-  EXPECT_EQ(section.entries[17]->listItems, TextList{"second"});
+  EXPECT_EQ(section.entries[17]->ListItems(), TextList{"second"});
   EXPECT_EQ(section.entries[18]->line, 6u);
 }
 

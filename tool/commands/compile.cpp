@@ -69,10 +69,11 @@ class MetaFiles : public CompileProduct {
     const std::string& bytes =
         files_.emplace_back(NewFile{options_.debug_meta, debug_meta.Bytes()}).bytes;
     if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
+    Summary summary;
+    if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
+    if (summary.notes.empty()) return {};
     Faults faults;
-    const DebugMeta decoded = DecodeDebugMeta(bytes, faults);
-    if (!faults.empty()) debug_meta.ThrowIncomplete();
-    return WarningsOf(decoded);
+    return WarningsOf(DecodeDebugMeta(bytes, faults));
   }
 
   void Keep(const SourceView& sources) override {

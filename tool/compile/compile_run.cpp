@@ -1,5 +1,6 @@
 #include "tool/compile/compile_run.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -46,6 +47,9 @@ class CompileRun {
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }
+    // The model is not needed any more; the sources, which are read again, may take its memory.
+    gccCompEnd();
+    malloc_trim(0);
     Report();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);

@@ -12,11 +12,10 @@ inline constexpr std::size_t kWordSize = 4;
 
 // All numbers of compiled files are unsigned 32-bit words, least significant byte first.
 inline std::uint32_t LoadWord(const char* bytes) {
-  std::uint32_t word = 0;
-  for (std::size_t i = kWordSize; i-- > 0;) {
-    word = word << 8 | static_cast<unsigned char>(bytes[i]);
-  }
-  return word;
+  const auto byte = [bytes](std::size_t i) {
+    return std::uint32_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+  };
+  return byte(0) | byte(1) | byte(2) | byte(3);  // which compilers see through
 }
 
 // Words one behind the other. Valid as long as the bytes are.

@@ -1,6 +1,7 @@
 #include "tool/files/descriptor.h"
 
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -51,6 +52,11 @@ bool WriteAll(int file, std::string_view bytes) {
 }
 
 bool ReadAll(int file, std::size_t most, std::string& bytes) {
+  struct stat status;
+  // Growing would copy a large file several times.
+  if (fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
+    bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), most));
+  }
   std::array<char, 65536> piece;
   while (bytes.size() <= most) {
     const std::size_t wanted = std::min(piece.size(), most + 1 - bytes.size());
