@@ -1,0 +1,186 @@
+// Prints the rows of a table of the manual, from the lists that the library is made of.
+//
+//   tables WHAT
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <initializer_list>
+#include <string>
+
+#include "frontend/section_schema.h"
+#include "frontend/value_types.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/output.h"
+#include "tool/compiled/value_shape.h"
+
+extern "C" RUX_API void Output(unsigned int, const char*, ...) {}
+
+namespace {
+
+std::string Code(const std::string& text) { return '`' + text + '`'; }
+
+std::string Hex(std::uint32_t number) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%08X", number);
+  return Code(text);
+}
+
+// A bar would end the cell.
+std::string Escaped(std::string text) {
+  for (std::size_t at = 0; (at = text.find('|', at)) != std::string::npos; at += 2) {
+    text.insert(at, "\\");
+  }
+  return text;
+}
+
+void Row(std::initializer_list<std::string> cells) {
+  for (const std::string& cell : cells) std::printf("| %s ", cell.c_str());
+  std::printf("\n");
+}
+
+// How the manual calls the kinds of payload, and the numeric among them.
+std::string PayloadText(std::uint32_t identifier) {
+  const bool numeric = (identifier & 0xF000) == 0x8000;
+  switch (identifier & 0xFFFF0000) {
+    case 0x10010000:
+      return "number";
+    case 0x10020000:
+      return numeric ? "number" : "text";
+    case 0x10040000:
+      return numeric ? "numbers" : "texts";
+    case 0x10080000:
+      return "value";
+    default:
+      return "repeat";
+  }
+}
+
+std::string KeywordOf(std::uint32_t identifier) {
+  for (std::uint32_t i = 0; i < g_dwNTMEntry; ++i) {
+    if (g_NTMapEntry[i].identifier == identifier) return g_NTMapEntry[i].keyword;
+  }
+  return "";
+}
+
+void Sections() {
+#define SECTION(keyword, kind, notation)                 \
+  Row({Code("[" #keyword "]"), Hex(0x20000000 + (kind)), \
+       (kind) < 12 ? Hex(0x01000000 + (kind)) : "-"});
+#include "ruxcomp/sections.def"
+}
+
+void Entries() {
+#define FIXED_ENTRY(name, keyword, identifier, compiled) \
+  Row({Code(keyword), Hex(identifier), Hex(compiled)});
+#define NAMED_ENTRY(name, keyword, identifier, table, prefix) \
+  Row({*(keyword) ? Code(keyword) : "any, " #name, Hex(identifier), "index in `" #table "`"});
+#define PLAIN_ENTRY(name, keyword, identifier) \
+  Row({*(keyword) ? Code(keyword) : "any, " #name, Hex(identifier), "-"});
+#include "ruxcomp/entries.def"
+}
+
+// What a section of that keyword knows.
+void Keys(const char* section) {
+  std::uint32_t kind = 0;
+#define SECTION(keyword, number, notation) \
+  if (std::strcmp(section, #keyword) == 0) kind = 0x20000000 + (number);
+#include "ruxcomp/sections.def"
+  const SectionSchema& schema = SchemaOf(static_cast<SectionId>(kind));
+  for (const EntryTemplate& row : schema.templates) {
+    Row({Code(KeywordOf(row.identifier)), (row.notation & 1) != 0 ? "required" : "optional",
+         PayloadText(row.identifier)});
+  }
+  for (const FreeEntryRule& rule : schema.freeEntries) {
+    const std::string prefix = KeywordOf(rule.identifier);
+    Row({prefix.empty() ? (schema.templates.size() == 0 ? "any" : "any other")
+                        : Code(prefix) + "...",
+         "optional", PayloadText(rule.identifier)});
+  }
+}
+
+void Operators() {
+#define OPERATOR(text, code) \
+  Row({Code(Escaped(text)), #code, (code) > 100 ? "comparison" : "arithmetic"});
+#include "ruxcomp/operators.def"
+}
+
+std::string PartText(const rux::ShapePart& part) {
+  switch (part.role) {
+    case rux::Role::kOperand:
+      return part.name;
+    case rux::Role::kNumber:
+      return std::string(part.name) + " (number)";
+    case rux::Role::kLocalValue:
+      return std::string(part.name) + " (value)";
+    case rux::Role::kAction:
+      return std::string(part.name) + " (action)";
+    case rux::Role::kTable:
+      return std::string(part.name) + " (table)";
+    case rux::Role::kOperator:
+      return part.name;
+  }
+  return "";
+}
+
+void ValueTypes() {
+  for (std::uint32_t code = 0; code < 106; ++code) {
+    const ValueType& type = FindValueType(code);
+    if (type.code != code) continue;
+    const rux::ValueShape& shape = rux::ShapeOf(code);
+    std::string parts;
+    for (const rux::ShapePart& part : shape.texts) {
+      parts += (parts.empty() ? "" : ", ") + PartText(part);
+    }
+    if (shape.list.name != nullptr) {
+      parts += std::string(parts.empty() ? "" : ", ") + shape.list.name + " ...";
+    }
+    std::string counts = std::to_string(type.least);
+    if (code == kCalculation) counts += " or " + std::to_string(kComparison.least);
+    if (type.most == kAnyNumber) counts += " or more";
+    if (type.most != kAnyNumber && type.most != type.least) {
+      counts += " to " + std::to_string(type.most);
+    }
+    if (type.keepsSurplus) counts += " or more, warned of beyond";
+    Row({std::to_string(code), parts.empty() ? "-" : parts, counts});
+  }
+}
+
+void LastErrors() {
+#define LAST_ERROR(name, code, sentence) Row({#code, Code("RUX_ERROR_" #name), sentence});
+#include "ruxcomp/last_errors.def"
+}
+
+void SymbolTables() {
+#define SYMBOL_TABLE(name, class_byte, key) \
+  Row({Code(#class_byte), Code("g_tbl" #name), Code("RUX_CLASS_" #name)});
+#include "ruxcomp/symbol_tables.def"
+}
+
+void Selectors() {
+  constexpr std::uint32_t any = 0xFFFFFFFF;
+  const auto number = [](std::uint32_t n) { return n == any ? "last" : std::to_string(n); };
+#define SELECTOR_ANY any
+#define SELECTOR_REPEATER any
+#define SELECTOR(part, type, least, most, selector, first, last)                                 \
+  Row({(type) == any ? "repeat" : std::to_string(type), part, Code(#selector), Hex(selector),    \
+       (least) == (most) ? number(least)                                                         \
+                         : number(least) + ((most) == any ? " or more" : " to " + number(most)), \
+       (first) == (last) ? number(first) : number(first) + " to " + number(last)});
+#include "ruxcomp/selectors.def"
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  const std::string what = argv[1];
+  if (what == "sections") Sections();
+  if (what == "entries") Entries();
+  if (what == "operators") Operators();
+  if (what == "value types") ValueTypes();
+  if (what == "last errors") LastErrors();
+  if (what == "symbol tables") SymbolTables();
+  if (what == "selectors") Selectors();
+  if (what.rfind("keys of ", 0) == 0) Keys(argv[1] + 8);
+}
