@@ -1,6 +1,7 @@
 // Prints the rows of a table of the manual, from the lists that the library is made of.
 //
 //   tables WHAT
+#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -63,6 +64,12 @@ std::string KeywordOf(std::uint32_t identifier) {
   return "";
 }
 
+// An entry whose key is the script's to choose: "any (table row)".
+std::string FreeName(std::string name) {
+  for (char& c : name) c = c == '_' ? ' ' : static_cast<char>(std::tolower(c));
+  return "any (" + name + ')';
+}
+
 void Sections() {
 #define SECTION(keyword, kind, notation)                 \
   Row({Code("[" #keyword "]"), Hex(0x20000000 + (kind)), \
@@ -74,9 +81,9 @@ void Entries() {
 #define FIXED_ENTRY(name, keyword, identifier, compiled) \
   Row({Code(keyword), Hex(identifier), Hex(compiled)});
 #define NAMED_ENTRY(name, keyword, identifier, table, prefix) \
-  Row({*(keyword) ? Code(keyword) : "any, " #name, Hex(identifier), "index in `" #table "`"});
+  Row({*(keyword) ? Code(keyword) : FreeName(#name), Hex(identifier), "index in `" #table "`"});
 #define PLAIN_ENTRY(name, keyword, identifier) \
-  Row({*(keyword) ? Code(keyword) : "any, " #name, Hex(identifier), "-"});
+  Row({*(keyword) ? Code(keyword) : FreeName(#name), Hex(identifier), "-"});
 #include "ruxcomp/entries.def"
 }
 
