@@ -1,12 +1,15 @@
 // Prints the rows of a table of the manual, from the lists that the library is made of.
 //
 //   tables WHAT
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "frontend/section_schema.h"
 #include "frontend/value_types.h"
@@ -164,17 +167,36 @@ void SymbolTables() {
 #include "ruxcomp/symbol_tables.def"
 }
 
+// Types with the same selectors share rows.
 void Selectors() {
   constexpr std::uint32_t any = 0xFFFFFFFF;
-  const auto number = [](std::uint32_t n) { return n == any ? "last" : std::to_string(n); };
+  struct Selector {
+    std::string types, part, name;
+    std::uint32_t code, least, most, first, last;
+  };
+  std::vector<Selector> rows;
+  const auto add = [&rows](Selector row) {
+    const auto same = std::find_if(rows.begin(), rows.end(), [&row](const Selector& other) {
+      return other.code == row.code && other.least == row.least && other.most == row.most &&
+             other.first == row.first;
+    });
+    if (same == rows.end()) return rows.push_back(std::move(row));
+    same->types += ", " + row.types;
+  };
+  const auto range = [](std::uint32_t from, std::uint32_t to, const char* open_end) {
+    if (from == to) return std::to_string(from);
+    return std::to_string(from) + (to == any ? open_end : " to " + std::to_string(to));
+  };
 #define SELECTOR_ANY any
 #define SELECTOR_REPEATER any
-#define SELECTOR(part, type, least, most, selector, first, last)                                 \
-  Row({(type) == any ? "repeat" : std::to_string(type), part, Code(#selector), Hex(selector),    \
-       (least) == (most) ? number(least)                                                         \
-                         : number(least) + ((most) == any ? " or more" : " to " + number(most)), \
-       (first) == (last) ? number(first) : number(first) + " to " + number(last)});
+#define SELECTOR(part, type, least, most, selector, first, last)                                  \
+  add({(type) == any ? "repeater" : std::to_string(type), part, Code(#selector), selector, least, \
+       most, first, last});
 #include "ruxcomp/selectors.def"
+  for (const Selector& row : rows) {
+    Row({row.types, row.part, row.name, Hex(row.code), range(row.least, row.most, " or more"),
+         range(row.first, row.last, " to last")});
+  }
 }
 
 }  // namespace
