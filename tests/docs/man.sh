@@ -1,0 +1,94 @@
+#!/bin/sh
+# Tells what is wrong with the manual pages: their form, options that a command has and its page does
+# not tell of or the other way round, keywords and functions that are missing, pages that are not there.
+#
+#   man.sh SOURCE BUILD
+set -eu
+sources=$1/docs/man
+pages=$2/docs/man
+PATH=$2/bin:$2/tests/docs/bin:$PATH
+failed=0
+
+complain() {
+  echo "$*"
+  failed=1
+}
+
+# Complains about words of $1 that are not in $2.
+expect_all() {
+  for word in $1; do
+    case " $2 " in
+      *" $word "*) ;;
+      *) complain "$3 $word" ;;
+    esac
+  done
+}
+
+# The options in what a command prints as its help, and in its page, in one line.
+told_options() {
+  sed -n '/^Options:/,/^$/s/^  \(-[^ ]*\).*/\1/p' | tr ',\n' '  '
+}
+written_options() {
+  sed -n '/^# OPTIONS/,/^# EX/s/^\*-/&/p' "$1" | grep -o '\*--*[a-zA-Z][a-zA-Z-]*\*' | tr -d '*' | tr '\n' ' '
+}
+check_options() {
+  page=$sources/$1.scd
+  if [ ! -e "$page" ]; then
+    complain "there is no docs/man/$1.scd"
+    return
+  fi
+  told=$(shift; "$@" --help | told_options)
+  written=$(written_options "$page")
+  expect_all "$told" "$written" "docs/man/$1.scd does not tell of"
+  expect_all "$written" "$told" "docs/man/$1.scd tells of an option that is not there:"
+}
+
+check_options rux.1 rux
+commands=$(rux --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p')
+for command in $commands; do
+  check_options "rux-$command.1" rux "$command"
+  grep -q "^\*rux-$command\*(1)$" "$sources/rux.1.scd" ||
+    complain "docs/man/rux.1.scd does not tell of $command"
+done
+
+for page in "$pages"/*.[135]; do
+  mandoc -T lint -W warning "$page" || failed=1
+  warnings=$(groff -ww -man -Tutf8 "$page" 2>&1 >/dev/null)
+  [ -z "$warnings" ] || complain "$page: $warnings"
+done
+
+# Other pages that a page names.
+for source in "$sources"/*.scd; do
+  for name in $(grep -o '\*[a-z-]*\*([135])' "$source" | tr -d '*' | tr '()' '. ' | sort -u); do
+    [ -e "$sources/$name.scd" ] || complain "$source names $name, which is not there"
+  done
+done
+
+# The language: keys of each kind of section, types of values, operators.
+script=$(tr -d '\\' <"$sources/rux-script.5.scd")
+part() { printf '%s\n' "$script" | sed -n "/^\*$1\*\$/,/^\$/p" | tr -s '[], .;\t\n' ' '; }
+for kind in $(tables sections | sed 's/^| `\[\([A-Z]*\)\].*/\1/'); do
+  expect_all "$(tables "keys of $kind" | sed -n 's/^| `\([A-Z_]*[A-Z]\)`.*/\1/p')" "$(part "\[$kind\]")" \
+    "docs/man/rux-script.5.scd, [$kind], does not tell of"
+  printf '%s\n' "$script" | grep -q "^\*\[$kind\]\*\$" ||
+    complain "docs/man/rux-script.5.scd does not tell of [$kind]"
+done
+tables 'value types' | while IFS='|' read -r _ code parts _; do
+  code=$(echo $code)
+  parts=$(echo $parts | sed 's/^-$/nothing/')
+  [ "$(printf '%s\n' "$script" | grep -A1 "^\*$code\*\$" | tail -n 1)" = "$(printf '\t%s' "$parts")" ] ||
+    echo "docs/man/rux-script.5.scd: type $code is $parts"
+done | grep . && failed=1
+set -f
+operators=$(printf '%s\n' "$script" | sed -n '/^# OPERATORS/,/^# SEE/p' | tr -s ':.\n' ' ')
+expect_all "$(tables operators | tr -d '\\' | sed 's/^| `\([^`]*\)`.*/\1/')" "$operators" \
+  'docs/man/rux-script.5.scd does not tell of the operator'
+set +f
+
+# The library's functions and classes of words.
+expect_all "$(nm -D --defined-only "$2/lib/libruxcomp.so" | sed -n 's/.* T \(g[cd][A-Za-z]*\)$/\1/p')" \
+  "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" 'docs/man/libruxcomp.3.scd does not tell of'
+expect_all "$(tables 'symbol tables' | sed 's/^| `\([^`]*\)`.*/\1/')" \
+  "$(tr -s ' \n' ' ' <"$sources/rux-meta.5.scd")" 'docs/man/rux-meta.5.scd does not tell of the class'
+
+exit $failed
