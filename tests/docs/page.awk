@@ -149,6 +149,15 @@ function hex(text,    i, value) {
 
 function first_cell(row) { return substr(row, 1, index(substr(row, 3), " | ") + 2) }
 
+# Of the library's lists, of scripts/packages.txt, or of the help of rux.
+function facts_of(what) {
+  if (what == "packages")
+    return output_of("sed -n 's/^\\(build\\|test\\) \\(.*\\)/| `\\2` | \\1 /p' scripts/packages.txt")
+  if (what == "commands")
+    return output_of("rux --help | sed -n '/^Subcommands/,/^$/s/^  \\([a-z-]*\\)  *\\(.*\\)/| `rux \\1` | \\2 /p'")
+  return output_of("tables '" what "' 2>&1")
+}
+
 # Rows keep what they have to the right of the facts.
 function regenerate_table(    n, i, columns, facts, own, line) {
   n = 0
@@ -157,7 +166,7 @@ function regenerate_table(    n, i, columns, facts, own, line) {
     if (++n <= 2) print line
     else own[first_cell(line)] = line
   }
-  n = split(output_of("tables '" word[3] "' 2>&1"), facts, "\n") - 1
+  n = split(facts_of(word[3]), facts, "\n") - 1
   for (i = 1; i <= n; ++i) {
     line = own[first_cell(facts[i])]
     columns = gsub(/ \| /, "&", facts[i]) + 1
