@@ -84,7 +84,8 @@ function read_messages(file,    n, i, lines, line, text) {
     if (!match(text, /^[0-9]+[-:0-9]*: (error|warning): /)) continue
     line = text + 0
     sub(/^[-:0-9]+: /, "", text)
-    # The names of section and entry stand in the line itself.
+    # The names of section and entry stand in the line itself; of the message, its text is enough.
+    sub(/ \[[a-z0-9-]+\]$/, "", text)
     sub(/: \[[^]]*\][^:]*: /, ": ", text)
     messages[line] = messages[line] text "\n"
     last = line > last ? line : last
