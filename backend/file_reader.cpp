@@ -1,15 +1,39 @@
 #include "backend/file_reader.h"
 
 #include <algorithm>
-
-#include "backend/words.h"
+#include <cstring>
+#include <iterator>
 
 namespace {
-constexpr std::size_t kBufferSize = std::size_t{64} << 10;
-}
 
-FileReader::FileReader(const std::string& path)
-    : file_(path, std::ios::binary), opened_(file_.is_open()), buffer_(kBufferSize) {
+// The words that stand from an address on.
+class StoredWord {
+ public:
+  using iterator_category = std::forward_iterator_tag;
+  using value_type = std::uint32_t;
+  using difference_type = std::ptrdiff_t;
+  using pointer = void;
+  using reference = std::uint32_t;
+
+  explicit StoredWord(const char* at) : at_(at) {}
+  std::uint32_t operator*() const { return LoadWord(at_); }
+  StoredWord& operator++() {
+    at_ += sizeof(std::uint32_t);
+    return *this;
+  }
+  bool operator==(StoredWord other) const { return at_ == other.at_; }
+  bool operator!=(StoredWord other) const { return at_ != other.at_; }
+
+ private:
+  const char* at_;
+};
+
+}  // namespace
+
+FileReader::FileReader(const std::string& path) {
+  file_.rdbuf()->pubsetbuf(nullptr, 0);
+  file_.open(path, std::ios::binary);
+  opened_ = file_.is_open();
   if (!opened_) return;
   // Pipes, folders and devices have no usable size and read as empty.
   file_.seekg(0, std::ios::end);
@@ -18,28 +42,30 @@ FileReader::FileReader(const std::string& path)
   if (end > 0 && end < kLargest) size_ = static_cast<std::size_t>(end);
 }
 
-void FileReader::Seek(std::size_t offset) { position_ = offset; }
-
-std::size_t FileReader::Remaining() const { return size_ - std::min(position_, size_); }
+void FileReader::Seek(std::size_t offset) {
+  next_ = end_ = buffer_.data();
+  bufferedTo_ = offset;
+}
 
 // A file that shrank or fails to be read ends where it does so.
 bool FileReader::Fill() {
+  const std::size_t size = std::min(buffer_.size(), Remaining());
   file_.clear();
-  file_.seekg(static_cast<std::streamoff>(position_));
-  file_.read(buffer_.data(), static_cast<std::streamsize>(std::min(kBufferSize, Remaining())));
-  bufferStart_ = position_;
-  bufferEnd_ = position_ + static_cast<std::size_t>(file_.gcount());
-  return bufferEnd_ > position_;
+  file_.seekg(static_cast<std::streamoff>(bufferedTo_));
+  file_.read(buffer_.data(), static_cast<std::streamsize>(size));
+  next_ = buffer_.data();
+  end_ = next_ + file_.gcount();
+  bufferedTo_ += Buffered();
+  return Buffered() > 0;
 }
 
 std::size_t FileReader::Read(char* to, std::size_t size) {
   std::size_t read = 0;
-  while (read < size) {
-    if ((position_ < bufferStart_ || position_ >= bufferEnd_) && !Fill()) break;
-    const std::size_t step = std::min(size - read, bufferEnd_ - position_);
-    std::copy_n(buffer_.data() + (position_ - bufferStart_), step, to + read);
+  while (read < size && (Buffered() > 0 || Fill())) {
+    const std::size_t step = std::min(size - read, Buffered());
+    std::copy_n(next_, step, to + read);
     read += step;
-    position_ += step;
+    next_ += step;
   }
   return read;
 }
@@ -48,21 +74,45 @@ bool FileReader::Bytes(void* to, std::size_t size) {
   return size <= Remaining() && Read(static_cast<char*>(to), size) == size;
 }
 
-void FileReader::PaddedBytes(void* to, std::size_t size) {
-  auto* out = static_cast<char*>(to);
-  const std::size_t read = Read(out, std::min(size, Remaining()));
-  std::fill(out + read, out + size, '\0');
-  position_ += size - read;
-}
-
-bool FileReader::Word(std::uint32_t& word) {
-  if (position_ >= bufferStart_ && position_ + sizeof word <= bufferEnd_) {
-    word = LoadWord(buffer_.data() + (position_ - bufferStart_));
-    position_ += sizeof word;
-    return true;
-  }
+bool FileReader::WordAcross(std::uint32_t& word) {
   unsigned char bytes[sizeof word];
   if (!Bytes(bytes, sizeof bytes)) return false;
   word = LoadWord(bytes);
   return true;
+}
+
+bool FileReader::Words(std::vector<std::uint32_t>& words, std::size_t count) {
+  const std::size_t size = count * sizeof(std::uint32_t);
+  if (size <= Buffered()) {
+    words.assign(StoredWord(next_), StoredWord(next_ + size));
+    next_ += size;
+    return true;
+  }
+  words.resize(count);
+  return std::all_of(words.begin(), words.end(),
+                     [this](std::uint32_t& word) { return Word(word); });
+}
+
+bool FileReader::Text(std::string& text, std::size_t& size) {
+  if (size > Remaining()) return false;
+  while (size > 0) {
+    if (Buffered() == 0 && !Fill()) return false;
+    const std::size_t most = std::min(size, Buffered());
+    const auto* zero = static_cast<const char*>(std::memchr(next_, '\0', most));
+    const std::size_t length = zero ? static_cast<std::size_t>(zero - next_) : most;
+    text.append(next_, length);
+    const std::size_t passed = zero ? length + 1 : length;
+    next_ += passed;
+    size -= passed;
+    if (zero) return true;
+  }
+  return true;
+}
+
+void FileReader::PaddedBytes(void* to, std::size_t size) {
+  auto* out = static_cast<char*>(to);
+  const std::size_t read = Read(out, std::min(size, Remaining()));
+  std::fill(out + read, out + size, '\0');
+  // Behind the end, the place goes on without bytes.
+  if (read < size) Seek(bufferedTo_ + (size - read));
 }

@@ -2,16 +2,21 @@
 #ifndef BACKEND_FILE_READER_H_
 #define BACKEND_FILE_READER_H_
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "backend/words.h"
+
 class FileReader {
  public:
   // Opens the file; opened() tells whether that went well.
   explicit FileReader(const std::string& path);
+  FileReader(const FileReader&) = delete;
+  FileReader& operator=(const FileReader&) = delete;
 
   bool opened() const { return opened_; }
 
@@ -21,26 +26,45 @@ class FileReader {
   // How many bytes the file has, and how many from here on. Hold lengths and counts against them
   // before making room for what they announce.
   std::size_t size() const { return size_; }
-  std::size_t Remaining() const;
+  std::size_t Remaining() const {
+    const std::size_t position = bufferedTo_ - Buffered();
+    return position < size_ ? size_ - position : 0;
+  }
 
   // Each reads all that is asked for, or answers false when the file does not have it.
-  bool Word(std::uint32_t& word);
+  bool Word(std::uint32_t& word) {
+    if (Buffered() < sizeof word) return WordAcross(word);
+    word = LoadWord(next_);
+    next_ += sizeof word;
+    return true;
+  }
+  bool Words(std::vector<std::uint32_t>& words, std::size_t count);  // in place of what is in there
   bool Bytes(void* to, std::size_t size);
+
+  // Appends the text up to the next zero, which is passed over, or to the end of the `size` bytes
+  // that may be read; counts those down.
+  bool Text(std::string& text, std::size_t& size);
 
   // Reads as if zeros followed the end of the file, without end.
   void PaddedBytes(void* to, std::size_t size);
 
  private:
-  bool Fill();
+  std::size_t Buffered() const { return static_cast<std::size_t>(end_ - next_); }
+  bool Fill();                                   // false at the end of the file
   std::size_t Read(char* to, std::size_t size);  // how much of it could be read
+  bool WordAcross(std::uint32_t& word);          // the end of what is buffered
+
+  // Part of the object, and all the buffering that there is: a large piece of heap would make the
+  // allocator tidy up all that the file that was loaded before has released, just before the small
+  // pieces of it are needed again.
+  std::array<char, std::size_t{16} << 10> buffer_;
+  const char* next_ = buffer_.data();  // up to here it is read
+  const char* end_ = buffer_.data();   // up to here it is filled
+  std::size_t bufferedTo_ = 0;         // offset of that end in the file
 
   std::ifstream file_;
   bool opened_ = false;
   std::size_t size_ = 0;
-  std::vector<char> buffer_;
-  std::size_t bufferStart_ = 0;  // offset of the buffer in the file
-  std::size_t bufferEnd_ = 0;    // offset behind what the buffer holds
-  std::size_t position_ = 0;
 };
 
 #endif  // BACKEND_FILE_READER_H_

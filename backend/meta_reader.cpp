@@ -21,11 +21,7 @@ bool ReadCount(FileReader& file, std::size_t size, std::uint32_t& count) {
 bool ReadEntry(FileReader& file, tagGCENTRY& entry) {
   std::uint32_t count = 0;
   if (!file.Word(entry.identifier) || !ReadCount(file, kWordSize, count)) return false;
-  entry.values.resize(count);
-  for (std::uint32_t& value : entry.values) {
-    if (!file.Word(value)) return false;
-  }
-  return true;
+  return file.Words(entry.values, count);
 }
 
 bool ReadSection(FileReader& file, tagGCSECT& section) {
@@ -57,13 +53,11 @@ bool ReadSections(FileReader& file) {
 bool ReadTbl(FileReader& file, StringTable& table, std::uint32_t& counter, std::uint32_t step) {
   std::uint32_t length = 0;
   if (!ReadCount(file, 1, length)) return false;
-  std::string payload(length, '\0');
-  if (!file.Bytes(payload.data(), length)) return false;
-  for (std::size_t start = 0; start < payload.size();) {
-    const std::size_t end = std::min(payload.find('\0', start), payload.size());
-    table.emplace(payload.substr(start, end - start), counter);
+  for (std::size_t left = length; left > 0;) {
+    std::string key;
+    if (!file.Text(key, left)) return false;
+    table.emplace(std::move(key), counter);
     counter += step;
-    start = end + 1;
   }
   return true;
 }
@@ -74,7 +68,7 @@ bool ReadTbl(FileReader& file, NumberTable& table, std::uint32_t& counter, std::
   for (std::size_t read = 0; read + kWordSize <= length; read += kWordSize) {
     std::uint32_t number = 0;
     if (!file.Word(number)) return false;
-    table.emplace(number, counter);
+    table.emplace_hint(table.end(), number, counter);  // numbers often come in order
     counter += step;
   }
   return true;
