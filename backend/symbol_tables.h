@@ -10,20 +10,15 @@
 
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/record_rules.h"
 #include "ruxcomp/records.h"
 
 using StringTable = std::map<std::string, std::uint32_t>;
 using NumberTable = std::map<std::uint32_t, std::uint32_t>;
 
-// The class of an index and the value below it.
-constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
-constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
-
-// Whether an index carries its value itself: no table has it.
-constexpr bool IsImmediate(std::uint32_t index) {
-  return ClassOf(index) == RUX_CLASS_Small || ClassOf(index) == RUX_CLASS_ValueType ||
-         ClassOf(index) == RUX_CLASS_Operator;
-}
+using ruxcomp::ClassOf;
+using ruxcomp::IsImmediate;
+using ruxcomp::OrdinalOf;
 
 // A table, the class of its indices (also its first index) and the next index that it hands out.
 struct SymbolTable {

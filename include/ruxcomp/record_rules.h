@@ -1,0 +1,98 @@
+// How compiled records are read: what an entry offers as the ID or as a name of its section, and
+// which of its values a selector picks. The queries and the read model (model.h) both go by this.
+#ifndef RUXCOMP_RECORD_RULES_H_
+#define RUXCOMP_RECORD_RULES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/records.h"
+
+namespace ruxcomp {
+
+// The class of a table index and the value below it.
+constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
+constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
+
+// Whether an index carries its value itself: no table has it.
+constexpr bool IsImmediate(std::uint32_t index) {
+  return ClassOf(index) == RUX_CLASS_Small || ClassOf(index) == RUX_CLASS_ValueType ||
+         ClassOf(index) == RUX_CLASS_Operator;
+}
+
+// Kinds whose sections are found by the names of their entries.
+constexpr bool HasNamedEntries(std::uint32_t kind) {
+  return kind == RUX_SECT_PROPERTY || kind == RUX_SECT_GLOBAL || kind == RUX_SECT_REPEATER;
+}
+
+// The table index that an entry offers as the ID, or as a name, of a section of that kind; null
+// when it offers none. All entries of a section may offer some.
+inline const std::uint32_t* OfferedId(const tagGCENTRY& entry) {
+  return entry.identifier == RUX_ENTRY_ID && !entry.values.empty() ? &entry.values.front()
+                                                                   : nullptr;
+}
+inline const std::uint32_t* OfferedName(std::uint32_t kind, const tagGCENTRY& entry) {
+  if (entry.identifier == RUX_ENTRY_NAME && !entry.values.empty()) return &entry.values.front();
+  return HasNamedEntries(kind) ? &entry.identifier : nullptr;
+}
+
+inline constexpr std::uint32_t SELECTOR_ANY = 0xFFFFFFFF;
+inline constexpr std::uint32_t SELECTOR_REPEATER = 0xFFFFFFFF;  // no type: those have 24 bits
+
+// The rows of selectors.def.
+struct SelectorRow {
+  const char* part;
+  std::uint32_t type;
+  std::uint32_t least;
+  std::uint32_t most;
+  std::uint32_t selector;
+  std::uint32_t first;
+  std::uint32_t last;
+
+  constexpr bool Fits(std::uint32_t value_type, std::size_t count) const {
+    return type == value_type && count >= least && count <= most;
+  }
+};
+inline constexpr SelectorRow kSelectorRows[] = {
+#define SELECTOR(part, type, least, most, selector, first, last) \
+  {part, type, least, most, selector, first, last},
+#include "ruxcomp/selectors.def"
+};
+
+// Where the value stands that a selector picks, or why there is none (`code` is not RUX_ERROR_OK).
+struct Selection {
+  RuxLastError code;
+  std::size_t ordinal;
+};
+
+constexpr Selection SelectByType(std::uint32_t type, std::size_t count, std::uint32_t selector) {
+  for (const SelectorRow& row : kSelectorRows) {
+    if (!row.Fits(type, count) || selector < row.selector) continue;
+    const std::size_t picked = std::size_t{row.first} + (selector - row.selector);
+    if (picked <= row.last && picked < count) return {RUX_ERROR_OK, picked};
+  }
+  return {RUX_ERROR_NO_VALUE, 0};
+}
+
+// Among the `count` values of an entry. type() is asked for the number that the first of them
+// stands for, nothing when it is none.
+template <class Type>
+constexpr Selection Select(std::uint32_t identifier, std::size_t count, std::uint32_t selector,
+                           Type type) {
+  const std::uint32_t index_class = ClassOf(identifier);
+  if (index_class == RUX_CLASS_Repeater) return SelectByType(SELECTOR_REPEATER, count, selector);
+  if (index_class != RUX_CLASS_Value && index_class != RUX_CLASS_Global) {
+    return {RUX_ERROR_NOT_SELECTABLE, 0};
+  }
+  if (count == 0) return {RUX_ERROR_NO_VALUE, 0};
+  const std::optional<std::uint32_t> number = type();
+  if (!number) return {RUX_ERROR_UNRESOLVED, 0};
+  if (selector == RUX_SELECT_TYPE) return {RUX_ERROR_OK, 0};
+  return SelectByType(*number, count, selector);
+}
+
+}  // namespace ruxcomp
+
+#endif  // RUXCOMP_RECORD_RULES_H_
