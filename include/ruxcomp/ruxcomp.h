@@ -1,4 +1,5 @@
-// The whole interface of libruxcomp: compiling scripts, asking meta files and debug meta files.
+// The whole interface of libruxcomp: compiling scripts, asking meta files and debug meta files, and
+// the read model of meta files.
 #ifndef RUXCOMP_RUXCOMP_H_
 #define RUXCOMP_RUXCOMP_H_
 
@@ -6,6 +7,7 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/debug.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/model.h"
 #include "ruxcomp/output.h"
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"

@@ -1,4 +1,5 @@
-// What the queries on a meta file tell is what the script says.
+// What the queries on a meta file tell is what the script says, and the read model tells it, too.
+#include "tests/model/same_answers.h"
 #include "tests/properties/expected_answers.h"
 #include "tests/properties/model_test.h"
 
@@ -18,6 +19,7 @@ TEST_P(Answers, AreWhatTheScriptSays) {
       gccCompEnd();
       ASSERT_EQ(gcInit(Path("board.meta")), 1u);
       ExpectAnswers(MeaningOf(sections));
+      ExpectSameAnswers(ruxcomp::Model::OfLoaded());
     });
   });
 }

@@ -1,0 +1,82 @@
+// Holds readings of sensors, "NAME NUMBER" a line, against the thresholds of a meta file:
+//
+//   $ printf 'CPU0_TEMP 104\nCPU1_TEMP 60\nCPU9_TEMP 60\n' | check_readings server.meta
+//   CPU0_TEMP: 104 is above THRESHOLD_WH (92)
+//   CPU0_TEMP: 104 is above THRESHOLD_FH (100)
+//   readings: 3, beyond a threshold: 1, of unknown sensors: 1
+//
+// What a daemon does all day: look a sensor up and read some of its values. The read model does
+// that in some ten nanoseconds; it is made once, and the library has nothing more to do then.
+#include <cstdint>
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "ruxcomp/ruxcomp.h"
+
+// The library's messages come from compiling scripts: a program that only asks has no use for them.
+extern "C" RUX_API void Output(unsigned int /*size*/, const char* /*format*/, ...) {}
+
+namespace {
+
+struct Threshold {
+  const char* key;
+  std::uint32_t entry;
+  bool is_upper;
+};
+
+constexpr Threshold kThresholds[] = {
+    {"THRESHOLD_FL", RUX_ENTRY_THRESHOLD_FL, false},
+    {"THRESHOLD_WL", RUX_ENTRY_THRESHOLD_WL, false},
+    {"THRESHOLD_WH", RUX_ENTRY_THRESHOLD_WH, true},
+    {"THRESHOLD_FH", RUX_ENTRY_THRESHOLD_FH, true},
+};
+
+// Tells every threshold that the reading is beyond; whether there is one.
+bool IsBeyond(const ruxcomp::Section sensor, std::uint32_t reading) {
+  bool is_beyond = false;
+  for (const Threshold& threshold : kThresholds) {
+    // A sensor without this entry has a null value: no need to ask at every step.
+    const ruxcomp::Value limit = sensor.entry(threshold.entry).value();
+    if (!limit) continue;
+    if (threshold.is_upper ? reading <= limit.number() : reading >= limit.number()) continue;
+    std::printf("%s: %u is %s %s (%u)\n", sensor.name().data(), reading,
+                threshold.is_upper ? "above" : "below", threshold.key, limit.number());
+    is_beyond = true;
+  }
+  return is_beyond;
+}
+
+void CheckReadings(const ruxcomp::Model& model, std::istream& readings) {
+  unsigned int count = 0;
+  unsigned int beyond = 0;
+  unsigned int unknown = 0;
+  std::string name;
+  for (std::uint32_t reading = 0; readings >> name >> reading; ++count) {
+    const ruxcomp::Section sensor = model.section_named(RUX_SECT_SENSOR, name);
+    if (!sensor) {
+      ++unknown;
+    } else if (IsBeyond(sensor, reading)) {
+      ++beyond;
+    }
+  }
+  std::printf("readings: %u, beyond a threshold: %u, of unknown sensors: %u\n", count, beyond,
+              unknown);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: check_readings META <READINGS\n");
+    return 2;
+  }
+  const std::optional<ruxcomp::Model> model = ruxcomp::Model::Load(argv[1]);
+  if (!model) {
+    std::fprintf(stderr, "%s: error %u\n", argv[1], gcGetLastError());
+    return 1;
+  }
+  CheckReadings(*model, std::cin);
+  return std::fflush(stdout) == 0 ? 0 : 1;
+}

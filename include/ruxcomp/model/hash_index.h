@@ -1,0 +1,137 @@
+// The hash tables of the read model; see model.h.
+#ifndef RUXCOMP_MODEL_HASH_INDEX_H_
+#define RUXCOMP_MODEL_HASH_INDEX_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace ruxcomp::detail {
+
+// Spreads the bits of a word all over it, so that keys that follow each other do not collide.
+constexpr std::uint64_t Mixed(std::uint64_t word) noexcept {
+  word = (word ^ word >> 32) * 0x9E3779B97F4A7C15;
+  word = (word ^ word >> 29) * 0xBF58476D1CE4E5B9;
+  return word ^ word >> 32;
+}
+
+template <class Word>
+Word LoadAs(const char* from) noexcept {
+  Word word;
+  std::memcpy(&word, from, sizeof word);
+  return word;
+}
+
+// Keys of a HashIndex: a number, and a text that outlives the table.
+struct NumberKey {
+  std::uint32_t number = 0;
+
+  std::uint64_t Hash() const noexcept { return number; }
+  friend bool operator==(NumberKey a, NumberKey b) noexcept { return a.number == b.number; }
+};
+
+class TextKey {
+ public:
+  TextKey() = default;
+  explicit TextKey(std::string_view text) noexcept
+      : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), hash_(HashOf(text)) {}
+
+  std::uint64_t Hash() const noexcept { return hash_; }
+  friend bool operator==(const TextKey& a, const TextKey& b) noexcept {
+    return a.hash_ == b.hash_ && a.size_ == b.size_ && std::memcmp(a.text_, b.text_, a.size_) == 0;
+  }
+
+ private:
+  // By words of eight bytes, the last of which may overlap the one before it.
+  static std::uint32_t HashOf(std::string_view text) noexcept {
+    const char* at = text.data();
+    const std::size_t size = text.size();
+    std::uint64_t hash = size;
+    if (size >= 8) {
+      for (const char* last = at + size - 8; at < last; at += 8) {
+        hash = Mixed(hash ^ LoadAs<std::uint64_t>(at));
+      }
+      hash ^= LoadAs<std::uint64_t>(text.data() + size - 8);
+    } else if (size >= 4) {
+      hash ^= std::uint64_t{LoadAs<std::uint32_t>(at)} << 32;
+      hash ^= LoadAs<std::uint32_t>(at + size - 4);
+    } else if (size > 0) {
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at)} << 24;
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size / 2)} << 16;
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size - 1)} << 8;
+    }
+    return static_cast<std::uint32_t>(Mixed(hash));
+  }
+
+  const char* text_ = "";
+  std::uint32_t size_ = 0;
+  std::uint32_t hash_ = 0;
+};
+
+inline constexpr std::uint32_t kNoItem = 0xFFFFFFFF;
+
+// The first item that was added under a key in a scope. Open addressing: a slot holds one item, and
+// a quarter of them is free.
+template <class Key>
+class HashIndex {
+ public:
+  // Makes room for as many items.
+  void Reserve(std::size_t count) {
+    std::size_t size = kLeastSlots;
+    while (!HasRoom(count, size)) size *= 2;
+    if (size > slots_.size()) Rehash(size);
+  }
+
+  void Add(std::uint32_t scope, const Key& key, std::uint32_t item) {
+    if (!HasRoom(count_ + 1, slots_.size())) Reserve(count_ + 1);
+    Slot& slot = slots_[Position(scope, key)];
+    if (slot.item != kNoItem) return;
+    slot = {key, scope, item};
+    ++count_;
+  }
+
+  // kNoItem when there is none.
+  std::uint32_t Find(std::uint32_t scope, const Key& key) const noexcept {
+    return slots_.empty() ? kNoItem : slots_[Position(scope, key)].item;
+  }
+
+ private:
+  struct Slot {
+    Key key;
+    std::uint32_t scope = 0;
+    std::uint32_t item = kNoItem;
+  };
+
+  // Where the key stands, or the free slot where it would.
+  std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
+    const std::size_t mask = slots_.size() - 1;  // a power of two, less one
+    std::size_t at = Mixed(key.Hash() | std::uint64_t{scope} << 32) & mask;
+    while (slots_[at].item != kNoItem && !(slots_[at].scope == scope && slots_[at].key == key)) {
+      at = (at + 1) & mask;
+    }
+    return at;
+  }
+
+  static constexpr bool HasRoom(std::size_t count, std::size_t slots) noexcept {
+    return 4 * count <= 3 * slots;
+  }
+
+  void Rehash(std::size_t size) {
+    std::vector<Slot> slots(size);
+    slots_.swap(slots);
+    for (const Slot& slot : slots) {
+      if (slot.item != kNoItem) slots_[Position(slot.scope, slot.key)] = slot;
+    }
+  }
+
+  static constexpr std::size_t kLeastSlots = 16;
+
+  std::vector<Slot> slots_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace ruxcomp::detail
+
+#endif  // RUXCOMP_MODEL_HASH_INDEX_H_

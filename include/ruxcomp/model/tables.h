@@ -1,0 +1,112 @@
+// The symbol tables of the read model; see model.h.
+#ifndef RUXCOMP_MODEL_TABLES_H_
+#define RUXCOMP_MODEL_TABLES_H_
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ruxcomp/model/value.h"
+#include "ruxcomp/record_rules.h"
+
+namespace ruxcomp::detail {
+
+// Copies of texts, each with a zero byte behind it. They stay where they are.
+class TextArena {
+ public:
+  std::string_view Add(std::string_view text) {
+    const std::size_t size = text.size() + 1;
+    if (size > left_) {
+      left_ = std::max(kChunk, size);
+      next_ = chunks_.emplace_back(std::make_unique<char[]>(left_)).get();
+    }
+    const char* const copy = next_;
+    next_ = std::copy(text.begin(), text.end(), next_) + 1;  // the zero byte is there already
+    left_ -= size;
+    return {copy, text.size()};
+  }
+
+ private:
+  static constexpr std::size_t kChunk = std::size_t{64} << 10;
+
+  std::vector<std::unique_ptr<char[]>> chunks_;
+  char* next_ = nullptr;
+  std::size_t left_ = 0;
+};
+
+// A symbol table turned round: what each of its indices stands for.
+class Table {
+ public:
+  // Of several keys with one index the first counts, as in a walk over the table.
+  template <class Key>
+  void Fill(std::uint32_t base, const std::map<Key, std::uint32_t>& table, TextArena& texts) {
+    dense_.resize(std::min(table.size(), kMostOrdinals));
+    for (const auto& [key, index] : table) {
+      if (ClassOf(index) != base) continue;
+      const std::size_t ordinal = OrdinalOf(index);
+      if (ordinal >= dense_.size()) {
+        strays_.push_back(ValueOf(index, key, texts));
+      } else if (dense_[ordinal].index() != index) {
+        dense_[ordinal] = ValueOf(index, key, texts);
+      }
+    }
+    std::stable_sort(strays_.begin(), strays_.end(), IsLess);
+  }
+
+  // Of no kind when no key has the index.
+  Value At(std::uint32_t index) const noexcept {
+    const std::size_t ordinal = OrdinalOf(index);
+    if (ordinal < dense_.size() && dense_[ordinal].index() == index) return dense_[ordinal];
+    const auto stray = std::lower_bound(strays_.begin(), strays_.end(), Value(index), IsLess);
+    return stray != strays_.end() && stray->index() == index ? *stray : Value(index);
+  }
+
+ private:
+  static constexpr std::size_t kMostOrdinals = std::size_t{1} << 24;
+
+  static bool IsLess(const Value& a, const Value& b) noexcept { return a.index() < b.index(); }
+
+  static Value ValueOf(std::uint32_t index, const std::string& text, TextArena& texts) {
+    return {index, texts.Add(text)};
+  }
+  static Value ValueOf(std::uint32_t index, std::uint32_t number, TextArena&) {
+    return {index, number};
+  }
+
+  // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
+  // lies beyond stands apart, so that no index is taken for an amount of memory.
+  std::vector<Value> dense_;   // by ordinal
+  std::vector<Value> strays_;  // by index
+};
+
+// All of them.
+class Tables {
+ public:
+  template <class Key>
+  void Fill(std::uint32_t base, const std::map<Key, std::uint32_t>& table) {
+    tables_[base >> kClassShift].Fill(base, table, texts_);
+  }
+
+  // What an index stands for: what GetTblData answers.
+  Value Resolve(std::uint32_t index) const noexcept {
+    if (IsImmediate(index)) return {index, OrdinalOf(index)};
+    const std::size_t table = index >> kClassShift;
+    return table < tables_.size() ? tables_[table].At(index) : Value(index);
+  }
+
+ private:
+  static constexpr int kClassShift = 24;
+
+  std::array<Table, (RUX_CLASS_Small >> kClassShift)> tables_;  // by class; most are empty
+  TextArena texts_;
+};
+
+}  // namespace ruxcomp::detail
+
+#endif  // RUXCOMP_MODEL_TABLES_H_

@@ -1,0 +1,54 @@
+// A value of the read model; see model.h.
+#ifndef RUXCOMP_MODEL_VALUE_H_
+#define RUXCOMP_MODEL_VALUE_H_
+
+#include <cstdint>
+#include <string_view>
+
+#include "ruxcomp/records.h"
+
+namespace ruxcomp {
+
+// What a table index stands for: a number, a text, or nothing when the tables do not have it. Like
+// gcGetValueByIndex, it cannot tell the number 0xFFFFFFFF from nothing.
+class Value {
+ public:
+  // What is not there, and an index that stands for nothing.
+  constexpr Value() noexcept = default;
+  constexpr explicit Value(std::uint32_t index) noexcept : index_(index) {}
+  // An index that stands for that. The text is not copied; a zero byte must follow it.
+  constexpr Value(std::uint32_t index, std::uint32_t number) noexcept
+      : index_(index), number_(number) {}
+  constexpr Value(std::uint32_t index, std::string_view text) noexcept
+      : index_(index), number_(static_cast<std::uint32_t>(text.size())), text_(text.data()) {}
+
+  constexpr tagTBLKIND kind() const noexcept {
+    if (text_ != nullptr) return RUX_DATA_STRING;
+    return number_ != kNone ? RUX_DATA_NUMBER : RUX_DATA_NONE;
+  }
+  constexpr explicit operator bool() const noexcept { return kind() != RUX_DATA_NONE; }
+
+  // The index, as it stands in the file; 0xFFFFFFFF of what is not there.
+  constexpr std::uint32_t index() const noexcept { return index_; }
+
+  // 0 unless kind() is RUX_DATA_NUMBER.
+  constexpr std::uint32_t number() const noexcept {
+    return kind() == RUX_DATA_NUMBER ? number_ : 0;
+  }
+
+  // Empty unless kind() is RUX_DATA_STRING. A zero byte follows it, so that data() is a C string.
+  constexpr std::string_view text() const noexcept {
+    return text_ != nullptr ? std::string_view(text_, number_) : std::string_view("", 0);
+  }
+
+ private:
+  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+  std::uint32_t index_ = kNone;
+  std::uint32_t number_ = kNone;  // of a text: its length
+  const char* text_ = nullptr;
+};
+
+}  // namespace ruxcomp
+
+#endif  // RUXCOMP_MODEL_VALUE_H_
