@@ -1,0 +1,20 @@
+// Running a program as a whole and seeing what it took.
+#ifndef BENCH_DRIVER_PROCESS_H_
+#define BENCH_DRIVER_PROCESS_H_
+
+#include <string>
+#include <vector>
+
+using Command = std::vector<std::string>;  // the program, looked for in PATH, and its arguments
+
+struct Usage {
+  double wall = 0;       // seconds from start to end
+  double processor = 0;  // seconds of processor time, user and system
+  double memory = 0;     // bytes at the peak
+};
+
+// Runs the command with its output thrown away. Throws std::runtime_error when it cannot be started
+// or does not end with `status`.
+Usage Run(const Command& command, int status = 0);
+
+#endif  // BENCH_DRIVER_PROCESS_H_

@@ -1,0 +1,122 @@
+// A machine of any size, made up the way real ones are described: areas that hang in a tree, about
+// twenty sensors in each, the actions, tables and globals that their readings go through, devices,
+// and the list of everything that reports events. It says nothing of any language: writers.h tells
+// it to each of the compilers that are compared.
+#ifndef BENCH_MODEL_MACHINE_H_
+#define BENCH_MODEL_MACHINE_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Value types and bus types as numbers; scripts define words for them, value_words.def.
+enum class ValueType : std::uint32_t {
+#define VALUE_TYPE(name, word, number) name = number,
+#define BUS_TYPE(name, word, number)
+#include "bench/model/value_words.def"
+};
+enum class BusType : std::uint32_t {
+#define VALUE_TYPE(name, word, number)
+#define BUS_TYPE(name, word, number) name = number,
+#include "bench/model/value_words.def"
+};
+
+// One operand of a value: a number, or what it refers to, as an index into the machine's lists.
+struct Operand {
+  enum Kind : std::uint32_t {
+    kNumber,    // itself
+    kBus,       // a BusType
+    kOperator,  // a code of an operator
+    kArgument,  // the number of an argument of the action, from 1
+    kStep,      // the number of an earlier value of the action, from 1
+    kGlobal,
+    kAction,
+    kTable,
+  };
+  Kind kind;
+  std::uint32_t number;
+};
+
+struct Value {
+  std::string name;  // "" for the main one
+  ValueType type;
+  std::vector<Operand> operands;
+};
+
+struct Property {
+  std::string name;
+  std::string text;
+};
+
+struct Threshold {
+  std::string name;  // FH, WH, WL or FL
+  std::uint32_t limit;
+};
+
+struct Group {
+  std::string name;
+  std::uint32_t parent;    // an index into groups, or kRoot
+  std::uint32_t children;  // how many groups hang in it
+};
+constexpr std::uint32_t kRoot = 0xFFFFFFFF;
+
+struct Sensor {
+  std::string name;
+  std::uint32_t id;
+  std::uint32_t group;  // an index into groups
+  std::uint32_t type;
+  std::uint32_t init_flag;
+  std::uint32_t control_mask;
+  std::vector<Threshold> thresholds;
+  std::vector<Property> properties;
+  std::vector<Value> values;  // the main one first
+};
+
+struct Device {
+  std::string name;
+  std::uint32_t id;
+  std::uint32_t init_flag;
+  std::uint32_t control_mask;
+  std::vector<Property> properties;
+  std::vector<Value> values;
+};
+
+struct Action {
+  std::string name;
+  std::uint32_t arguments;
+  std::vector<Value> steps;  // named "1", "2", ...; the last one is the result, named ""
+};
+
+struct Table {
+  struct Row {
+    std::uint32_t first, last, cell;
+  };
+  std::string name;
+  std::uint32_t type;
+  std::vector<Row> rows;
+};
+
+struct Repeater {
+  std::string name;
+  std::uint32_t count;
+  std::uint32_t action;  // an index into actions
+  std::vector<Operand> arguments;
+};
+
+struct Machine {
+  std::string model;
+  std::vector<Group> groups;
+  std::vector<Sensor> sensors;
+  std::vector<Device> devices;
+  std::vector<Action> actions;
+  std::vector<Table> tables;
+  std::vector<Value> globals;
+  std::vector<Property> properties;
+  std::vector<Repeater> repeaters;
+};
+
+// A machine with that many sensors; a rich one has ten more entries a sensor. The same machine for
+// the same arguments, everywhere.
+Machine MakeMachine(std::uint32_t sensors, bool rich);
+
+#endif  // BENCH_MODEL_MACHINE_H_

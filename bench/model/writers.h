@@ -1,0 +1,32 @@
+// One machine in the languages of the compilers that are compared: every fact of it in each, and
+// what refers to something else in the way that the language has for it.
+#ifndef BENCH_MODEL_WRITERS_H_
+#define BENCH_MODEL_WRITERS_H_
+
+#include <ostream>
+#include <vector>
+
+#include "bench/model/machine.h"
+
+// A script for rux: names and defined words, as people write them.
+void WriteScript(const Machine& machine, std::ostream& out);
+
+// A device tree source for dtc, the way that suits it best: sensors are nodes inside the node of
+// their group, what a script refers to by name is a phandle (&label), IDs stay numbers. Only what
+// is referred to has a label, for each label takes dtc a walk over the whole tree.
+void WriteDeviceTree(const Machine& machine, std::ostream& out);
+
+// JSON for flatc with machine.fbs: references are indices into the lists, which nothing checks.
+void WriteJson(const Machine& machine, std::ostream& out);
+
+struct Language {
+  const char* name;
+  void (*write)(const Machine& machine, std::ostream& out);
+};
+inline const std::vector<Language>& Languages() {
+  static const std::vector<Language> languages = {
+      {"script", WriteScript}, {"device-tree", WriteDeviceTree}, {"json", WriteJson}};
+  return languages;
+}
+
+#endif  // BENCH_MODEL_WRITERS_H_
