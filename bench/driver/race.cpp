@@ -6,8 +6,8 @@
 namespace {
 
 constexpr int kLeastRounds = 5;
-constexpr int kMostRounds = 25;
-constexpr std::chrono::seconds kLongEnough{4};
+constexpr int kMostRounds = 101;
+constexpr std::chrono::seconds kLongEnough{3};
 
 double Median(const std::vector<Usage>& runs, double Usage::*quantity) {
   std::vector<double> values;

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "bench/driver/process.h"
+#include "bench/files/process.h"
 
 struct Runner {
   Command command;

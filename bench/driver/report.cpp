@@ -2,40 +2,138 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
 namespace {
 
+constexpr char kColumns[] = "{:32} {:>8} {:>10} {:11} {:>10} {:>8} {:>6} {:>6}  {:24} {}\n";
+
 std::string Text(Unit unit, double value) {
-  switch (unit) {
-    case Unit::kBytes:
-      return fmt::format("{:.1f} MB", value * 1e-6);
-    case Unit::kTimes:
-      return fmt::format("{:.2f} x", value);
-    case Unit::kSeconds:
+  struct Scale {
+    Unit unit;
+    double one;
+    const char* name;
+  };
+  const Scale scales[] = {{Unit::kBytes, 1e6, "MB"},
+                          {Unit::kSeconds, 1, "s"},
+                          {Unit::kSeconds, 1e-3, "ms"},
+                          {Unit::kSeconds, 1e-6, "us"},
+                          {Unit::kSeconds, 1e-9, "ns"}};
+  const Scale* scale = std::find_if(scales, std::end(scales) - 1, [&](const Scale& fits) {
+    return fits.unit == unit && (unit == Unit::kBytes || std::abs(value) >= fits.one);
+  });
+  return fmt::format("{:.2f} {}", value / scale->one, scale->name);
+}
+
+std::string Text(std::optional<double> number) {
+  return number ? fmt::format("{:.2f}", *number) : "";
+}
+
+std::optional<double> Looked(const Row& row, Target::Of of) {
+  switch (of) {
+    case Target::kValue:
+      return row.ours;
+    case Target::kRatio:
+      return row.Ratio();
+    case Target::kGrowth:
       break;
   }
-  if (value >= 1) return fmt::format("{:.2f} s", value);
-  if (value >= 1e-3) return fmt::format("{:.2f} ms", value * 1e3);
-  if (value >= 1e-6) return fmt::format("{:.2f} us", value * 1e6);
-  return fmt::format("{:.2f} ns", value * 1e9);
+  return row.growth;
+}
+
+std::string Text(const Row& row, const Target& target) {
+  switch (target.of) {
+    case Target::kValue:
+      return Text(row.unit, target.most);
+    case Target::kRatio:
+      return fmt::format("ratio {:.3g}", target.most);
+    case Target::kGrowth:
+      break;
+  }
+  return fmt::format("growth {:.3g}", target.most);
+}
+
+// Those that can be looked at: the first row of a job has no growth.
+std::string TargetsText(const Row& row) {
+  std::string text;
+  for (const Target& target : row.targets) {
+    if (Looked(row, target.of)) text += (text.empty() ? "" : ", ") + Text(row, target);
+  }
+  return text;
+}
+
+double Exponent(double before, double now, double times) {
+  return std::log(now / before) / std::log(times);
+}
+
+nlohmann::json Json(std::optional<double> number) {
+  return number ? nlohmann::json(*number) : nullptr;
 }
 
 }  // namespace
 
-void Report::Add(const Row& row) {
-  if (rows_.empty()) {
-    fmt::print("{:30} {:>8} {:>11} {:>8} {:>11} {:>7} {:>8} {}\n", "job", "size", "ours", "peer",
-               "theirs", "ratio", "target", "met");
+std::optional<double> Row::Ratio() const {
+  return peer.empty() ? std::nullopt : std::optional(ours / theirs);
+}
+
+std::optional<bool> Row::Met() const {
+  std::optional<bool> met;
+  for (const Target& target : targets) {
+    const auto looked = Looked(*this, target.of);
+    if (looked) met = met.value_or(true) && *looked <= target.most;
   }
-  const bool peer = !row.peer.empty();
-  fmt::print("{:30} {:>8} {:>11} {:>8} {:>11} {:>7} {:>8} {}\n", row.job, row.size,
-             Text(row.unit, row.ours), row.peer, peer ? Text(row.unit, row.theirs) : "",
-             peer ? fmt::format("{:.2f}", row.Ratio()) : "",
-             row.target ? fmt::format("<= {:g}", *row.target) : "",
-             row.target ? row.Met() ? "yes" : "NO" : "");
+  return met;
+}
+
+void Report::Add(Row row) {
+  if (rows_.empty()) {
+    fmt::print(kColumns, "job", "size", "ours", "peer", "theirs", "ratio", "growth", "theirs",
+               "target, at most", "met");
+  }
+  const auto before = std::find_if(rows_.rbegin(), rows_.rend(), [&](const Row& other) {
+    return other.job == row.job && other.unit == row.unit && other.peer == row.peer &&
+           other.size < row.size;
+  });
+  if (before != rows_.rend()) {
+    const double times = static_cast<double>(row.size) / before->size;
+    row.growth = Exponent(before->ours, row.ours, times);
+    if (!row.peer.empty()) row.their_growth = Exponent(before->theirs, row.theirs, times);
+  }
+  const auto met = row.Met();
+  fmt::print(kColumns, row.job, row.size, Text(row.unit, row.ours), row.peer,
+             row.peer.empty() ? "" : Text(row.unit, row.theirs), Text(row.Ratio()),
+             Text(row.growth), Text(row.their_growth), TargetsText(row),
+             met ? *met ? "yes" : "NO" : "");
   std::fflush(stdout);
-  rows_.push_back(row);
+  rows_.push_back(std::move(row));
+}
+
+void Report::WriteJson(const std::string& path) const {
+  auto rows = nlohmann::json::array();
+  for (const Row& row : rows_) {
+    auto targets = nlohmann::json::array();
+    for (const Target& target : row.targets) {
+      const char* const names[] = {"ours", "ratio", "growth"};
+      targets.push_back({{"of", names[target.of]}, {"most", target.most}});
+    }
+    const bool alone = row.peer.empty();
+    const auto met = row.Met();
+    rows.push_back({{"job", row.job},
+                    {"size", row.size},
+                    {"unit", row.unit == Unit::kBytes ? "bytes" : "seconds"},
+                    {"ours", row.ours},
+                    {"peer", alone ? nlohmann::json() : nlohmann::json(row.peer)},
+                    {"theirs", alone ? nlohmann::json() : nlohmann::json(row.theirs)},
+                    {"ratio", Json(row.Ratio())},
+                    {"growth", Json(row.growth)},
+                    {"theirGrowth", Json(row.their_growth)},
+                    {"targets", targets},
+                    {"met", met ? nlohmann::json(*met) : nlohmann::json()}});
+  }
+  std::ofstream file(path);
+  file << nlohmann::json{{"rows", rows}}.dump(2) << '\n';
+  if (!file.flush()) throw std::runtime_error("cannot write " + path);
 }

@@ -7,7 +7,18 @@
 #include <string>
 #include <vector>
 
-enum class Unit { kSeconds, kBytes, kTimes };
+enum class Unit { kSeconds, kBytes };
+
+// The most that something may be.
+struct Target {
+  enum Of {
+    kValue,   // ours, in its unit
+    kRatio,   // ours by theirs
+    kGrowth,  // the exponent of ours
+  };
+  Of of;
+  double most;
+};
 
 struct Row {
   std::string job;
@@ -15,21 +26,22 @@ struct Row {
   Unit unit;
   double ours;
   std::string peer = {};  // whom ours is compared with; "" for nobody
-  double theirs = 0;      // with a peer
-  std::optional<double> target =
-      {};  // the most that the ratio may be; without a peer, that ours may be
+  double theirs = 0;
+  std::vector<Target> targets = {};
+  // Filled by the report: e, where ours (theirs) grew like size to the e since the row of the same
+  // job, unit and peer that came before this one; nothing in the first.
+  std::optional<double> growth = {};
+  std::optional<double> their_growth = {};
 
-  double Ratio() const { return theirs > 0 ? ours / theirs : 0; }
-  bool Met() const { return !target || (peer.empty() ? ours : Ratio()) <= *target; }
+  std::optional<double> Ratio() const;
+  // Whether the targets are met; nothing when there are none that can be looked at.
+  std::optional<bool> Met() const;
 };
 
 class Report {
  public:
   // Prints the row at once: a whole run takes minutes.
-  void Add(const Row& row);
-  // How much a job of the same name, peer and unit grew since its last, smaller size: a row of its
-  // own, with the most that ten times the size may take.
-  void AddGrowth(const Row& row, std::optional<double> target);
+  void Add(Row row);
   void WriteJson(const std::string& path) const;
 
  private:

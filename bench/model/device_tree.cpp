@@ -190,10 +190,10 @@ class DeviceTreeWriter {
           out_ << "&t";
           break;
         case Operand::kArgument:
-          out_ << 0x1D00000 << operand.number;
+          out_ << 0x1D000000 + operand.number;
           continue;
         case Operand::kStep:
-          out_ << 0x1E00000 << operand.number;
+          out_ << 0x1E000000 + operand.number;
           continue;
         default:
           break;
@@ -213,4 +213,15 @@ class DeviceTreeWriter {
 
 void WriteDeviceTree(const Machine& machine, std::ostream& out) {
   DeviceTreeWriter(machine, out).Write();
+}
+
+void WriteNames(const Machine& machine, std::ostream& out) {
+  std::vector<std::string> paths;
+  for (const Group& group : machine.groups) {
+    paths.push_back((group.parent == kRoot ? "" : paths[group.parent]) + '/' + Dashed(group.name));
+  }
+  for (const Sensor& sensor : machine.sensors) {
+    out << sensor.id << ' ' << sensor.name << ' ' << paths[sensor.group] << '/'
+        << Dashed(sensor.name) << '\n';
+  }
 }

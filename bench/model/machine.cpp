@@ -138,13 +138,12 @@ void AddGroups(Machine& machine, std::uint32_t count) {
   }
 }
 
-// One reading of the board's converters per group.
-void AddGlobals(Machine& machine) {
-  for (const Group& group : machine.groups) {
-    const auto i = static_cast<std::uint32_t>(machine.globals.size());
-    Value value = i % 2 ? SmbusRead("ADC_" + group.name, i)
-                        : Value{"ADC_" + group.name, ValueType::kLoad, {Number(i % 4096)}};
-    machine.globals.push_back(std::move(value));
+// Readings of the board's converters.
+void AddGlobals(Machine& machine, std::uint32_t count) {
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const std::string name = Numbered("ADC", i);
+    machine.globals.push_back(i % 2 ? SmbusRead(name, i)
+                                    : Value{name, ValueType::kLoad, {Number(i % 4096)}});
   }
 }
 
@@ -245,9 +244,9 @@ Machine MakeMachine(std::uint32_t sensors, bool rich) {
   Machine machine;
   machine.model = "Machine of " + std::to_string(sensors) + " sensors";
   AddGroups(machine, (sensors + kSensorsOfGroup - 1) / kSensorsOfGroup);
-  AddGlobals(machine);
-  AddActions(machine, sensors / 100 + 1);
-  AddTables(machine, sensors / 500 + 1);
+  AddGlobals(machine, sensors / 200 + 1);
+  AddActions(machine, sensors / 1000 + 1);
+  AddTables(machine, sensors / 1000 + 1);
   AddSensors(machine, sensors, rich);
   AddDevices(machine, sensors / 50 + 1);
   AddProperties(machine, sensors / 100 + 1);

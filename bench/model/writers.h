@@ -19,13 +19,17 @@ void WriteDeviceTree(const Machine& machine, std::ostream& out);
 // JSON for flatc with machine.fbs: references are indices into the lists, which nothing checks.
 void WriteJson(const Machine& machine, std::ostream& out);
 
+// Who can be asked for: a line for each sensor with its ID, its name and its path in the device
+// tree.
+void WriteNames(const Machine& machine, std::ostream& out);
+
 struct Language {
-  const char* name;
+  const char* name;  // also the ending of its files
   void (*write)(const Machine& machine, std::ostream& out);
 };
 inline const std::vector<Language>& Languages() {
   static const std::vector<Language> languages = {
-      {"script", WriteScript}, {"device-tree", WriteDeviceTree}, {"json", WriteJson}};
+      {"rux", WriteScript}, {"dts", WriteDeviceTree}, {"json", WriteJson}, {"names", WriteNames}};
   return languages;
 }
 

@@ -1,11 +1,10 @@
 // Running a program as a whole and seeing what it took.
-#ifndef BENCH_DRIVER_PROCESS_H_
-#define BENCH_DRIVER_PROCESS_H_
+#ifndef BENCH_FILES_PROCESS_H_
+#define BENCH_FILES_PROCESS_H_
 
 #include <string>
-#include <vector>
 
-using Command = std::vector<std::string>;  // the program, looked for in PATH, and its arguments
+#include "bench/files/model_files.h"
 
 struct Usage {
   double wall = 0;       // seconds from start to end
@@ -14,7 +13,7 @@ struct Usage {
 };
 
 // Runs the command with its output thrown away. Throws std::runtime_error when it cannot be started
-// or does not end with `status`.
+// or does not end with `status`. The peak is never told below that of the process that calls this.
 Usage Run(const Command& command, int status = 0);
 
-#endif  // BENCH_DRIVER_PROCESS_H_
+#endif  // BENCH_FILES_PROCESS_H_

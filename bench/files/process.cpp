@@ -1,4 +1,4 @@
-#include "bench/driver/process.h"
+#include "bench/files/process.h"
 
 #include <fcntl.h>
 #include <spawn.h>

@@ -1,0 +1,24 @@
+// What is measured, in the order of the table.
+#ifndef BENCH_DRIVER_JOBS_H_
+#define BENCH_DRIVER_JOBS_H_
+
+#include <cstdint>
+
+#include "bench/driver/report.h"
+
+// Ten times the model may take eleven times the time: log10(11).
+constexpr Target kStraight = {Target::kGrowth, 1.0414};
+
+// Whole machines of 1,000 sensors to `most`, compiled by rux, dtc and flatc.
+void CompileMachines(Report& report, std::uint32_t most);
+
+// Scripts with very many of one thing.
+void CompileShapes(Report& report);
+
+// Asking a file for one value with a program, and starting the program at all.
+void AskAndStart(Report& report);
+
+// The results of the programs in bench/micro, for machines of 100 sensors to `most`.
+void MicroBenchmarks(Report& report, std::uint32_t most);
+
+#endif  // BENCH_DRIVER_JOBS_H_

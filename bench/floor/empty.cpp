@@ -1,0 +1,2 @@
+// What starting a program costs.
+int main() {}

@@ -1,0 +1,33 @@
+#include "bench/micro/host.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "bench/files/model_files.h"
+#include "ruxcomp/ruxcomp.h"
+
+// Nothing is wrong with generated machines. What the library tells while it is loaded, that the
+// reader plug-in is not installed, does not matter: the reader is part of the program.
+extern "C" __attribute__((visibility("default"))) void Output(unsigned int /*size*/,
+                                                              const char* /*format*/, ...) {}
+
+void LoadMachine(std::uint32_t sensors) {
+  static std::uint32_t loaded = 0;
+  if (loaded == sensors) return;
+  gcUnInit();
+  Require(gcInit(ModelFile{sensors, "meta"}.Made()), "gcInit");
+  loaded = sensors;
+}
+
+std::string ScriptPath(const std::string& path) {
+  std::string script = path;
+  std::replace(script.begin(), script.end(), '/', '\\');
+  return script;
+}
+
+void Require(bool done, const char* what) {
+  if (done) return;
+  std::fprintf(stderr, "%s failed\n", what);
+  std::exit(1);
+}

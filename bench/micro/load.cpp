@@ -1,0 +1,55 @@
+// Making a file ready for questions. Ours is read and taken apart; the peers' lie in memory already
+// and are checked from end to end.
+#include <libfdt.h>
+
+#include "bench/files/model_files.h"
+#include "bench/micro/host.h"
+#include "bench/micro/measure.h"
+#include "bench/micro/peers.h"
+#include "ruxcomp/ruxcomp.h"
+
+namespace {
+
+void Meta(benchmark::State& state) {
+  const std::string path = ModelFile{Sensors(state), "meta"}.Made();
+  for (auto _ : state) {
+    Require(gcInit(path), "gcInit");
+    state.PauseTiming();
+    gcUnInit();
+    state.ResumeTiming();
+  }
+}
+
+void DebugMeta(benchmark::State& state) {
+  const std::string path = ModelFile{Sensors(state), "metad"}.Made();
+  for (auto _ : state) {
+    Require(gdInit(path), "gdInit");
+    state.PauseTiming();
+    gdUnInit();
+    state.ResumeTiming();
+  }
+}
+
+void CheckTree(benchmark::State& state) {
+  const std::string& tree = TreeBytes(Sensors(state));
+  for (auto _ : state) Require(fdt_check_full(tree.data(), tree.size()) == 0, "fdt_check_full");
+}
+
+void CheckFlat(benchmark::State& state) {
+  const std::string& flat = FlatBytes(Sensors(state));
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(flat.data());
+  for (auto _ : state) {
+    flatbuffers::Verifier verifier(bytes, flat.size(), 64, 100000000);
+    Require(bench::flat::VerifyMachineBuffer(verifier), "Verifier");
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Measure("load/ours", Meta);
+  Measure("load/libfdt", CheckTree);
+  Measure("load/flatbuffers", CheckFlat);
+  Measure("load debug meta/ours", DebugMeta);
+  return RunMeasurements(argc, argv);
+}
