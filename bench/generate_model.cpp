@@ -12,15 +12,19 @@
 namespace {
 
 int Usage() {
-  std::cerr << "usage: generate_model [--rich] LANGUAGE SENSORS FILE   a machine\n"
-               "       generate_model SHAPE COUNT FOLDER             FOLDER/main.rux and others\n"
-               "LANGUAGE:";
+  std::cerr << "usage: generate_model [--rich] LANGUAGE SENSORS FILE   a machine; LANGUAGE:";
   for (const Language& language : Languages()) std::cerr << ' ' << language.name;
-  std::cerr << "\nSHAPE:\n";
-  for (const Shape& shape : Shapes()) {
-    std::cerr << "  " << shape.name << ": " << shape.count << ' ' << shape.what << '\n';
-  }
+  std::cerr << "\n       generate_model SHAPE COUNT FOLDER   FOLDER/main.rux and what it includes\n"
+               "       generate_model shapes               lists the shapes\n";
   return 2;
+}
+
+int ListShapes() {
+  for (const Shape& shape : Shapes()) {
+    std::cout << shape.name << ' ' << (shape.accepted ? "accepted" : "refused") << ' '
+              << shape.count << ' ' << shape.what << '\n';
+  }
+  return 0;
 }
 
 }  // namespace
@@ -29,6 +33,7 @@ int main(int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
   const bool rich = !arguments.empty() && arguments[0] == "--rich";
   if (rich) arguments.erase(arguments.begin());
+  if (arguments == std::vector<std::string>{"shapes"}) return ListShapes();
   if (arguments.size() != 3) return Usage();
   const auto count = static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10));
   if (!count) return Usage();
