@@ -1,6 +1,7 @@
 #include "reader/scanner.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -43,10 +44,18 @@ struct Outline {
   bool closes_quotes;  // false: the last quote runs to the line's end
 };
 
+// The characters that an outline may turn at; most of a script is none of them.
+constexpr std::array<bool, 256> kTurns = [] {
+  std::array<bool, 256> turns{};
+  for (const char c : {'"', '=', '#', ';'}) turns[static_cast<unsigned char>(c)] = true;
+  return turns;
+}();
+
 Outline FindOutline(Span line) {
   Outline outline{line, nullptr, true};
   char* at = line.begin;
   for (; at != line.end; ++at) {
+    if (!kTurns[static_cast<unsigned char>(*at)]) continue;
     if (*at == '"') {
       at = Find({at + 1, line.end}, '"');
       outline.closes_quotes = at != line.end;
