@@ -19,6 +19,7 @@ const std::vector<Command>& Commands() {
       {"where", "Tell which line of a script said something", SetUpWhere},
       {"decompile", "Make a script of a debug meta file", SetUpDecompile},
       {"verify", "Tell whether compiled files are sound", SetUpVerify},
+      {"explain", "Tell what the messages about scripts mean", SetUpExplain},
   };
   return commands;
 }

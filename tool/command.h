@@ -33,6 +33,7 @@ Action SetUpDump(CLI::App& app);
 Action SetUpWhere(CLI::App& app);
 Action SetUpDecompile(CLI::App& app);
 Action SetUpVerify(CLI::App& app);
+Action SetUpExplain(CLI::App& app);
 
 }  // namespace rux
 

@@ -36,6 +36,7 @@ std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
   if (meta.kinds.size() < 2 || meta.kinds.front().front().name != "INCLUDE") return {};
   const DebugSection& first = meta.kinds.front().front();
   Diagnostic warning;
+  warning.id = MessageId::kIncludeFirst;
   warning.severity = Severity::kWarning;
   warning.anchor = Anchor::kPlace;
   warning.file = BaseNameOf(meta.files[first.file_index]);

@@ -18,6 +18,7 @@
 #include "tool/compile/raised_error.h"
 #include "tool/compile/script_path.h"
 #include "tool/compile/why_not_opened.h"
+#include "tool/diagnostics/advice.h"
 #include "tool/diagnostics/from_messages.h"
 #include "tool/diagnostics/include_notes.h"
 #include "tool/diagnostics/locator.h"
@@ -99,6 +100,7 @@ class CompileRun {
   void Report() {
     Add(std::exchange(raised_, {}));
     for (Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
+    Advise(locator_, diagnostics_);
     AddNotesOnIncludes(locator_, diagnostics_);
     const PrintOptions print{isatty(STDERR_FILENO) != 0, options_.verbose};
     std::string text = PrintedDiagnostics(diagnostics_, print);

@@ -129,6 +129,7 @@ std::optional<NumberText> RaisingText(const reader::Section& section, const read
 Diagnostic DiagnosticOf(const SourceSection& section, const reader::Item& item,
                         const NumberText& raising) {
   Diagnostic diagnostic;
+  diagnostic.id = MessageId::kUnreadableNumber;
   diagnostic.anchor = Anchor::kPlace;
   diagnostic.file = BaseNameOf(section.file->library_path());
   diagnostic.line = item.line;
@@ -144,6 +145,7 @@ Diagnostic DiagnosticOf(const SourceSection& section, const reader::Item& item,
 
 Diagnostic DiagnosticOfWholeScript(const std::exception& raised) {
   Diagnostic diagnostic;
+  diagnostic.id = MessageId::kLibraryError;
   diagnostic.text = std::string("the library cannot go on: ") + raised.what();
   return diagnostic;
 }

@@ -83,7 +83,7 @@ bool SourceFile::IsSameFile(const SourceFile& other) const {
   return device_ == other.device_ && inode_ == other.inode_;
 }
 
-SourceView::SourceView(const std::string& library_path) { Follow(library_path); }
+SourceView::SourceView(const std::string& library_path) { Follow(library_path, nullptr); }
 
 const std::vector<const SourceFile*>& SourceView::FilesNamed(const std::string& base_name) const {
   static const std::vector<const SourceFile*> none;
@@ -97,11 +97,16 @@ std::vector<std::string> SourceView::paths() const {
   return paths;
 }
 
+const SourcePlace* SourceView::IncludedAt(const SourceFile& file) const {
+  const auto found = included_at_.find(&file);
+  return found == included_at_.end() ? nullptr : &found->second;
+}
+
 bool SourceView::ClosesLoop(const SourceFile& file, std::uint32_t line) const {
   return loops_.count({&file, line}) != 0;
 }
 
-bool SourceView::Follow(const std::string& library_path) {
+bool SourceView::Follow(const std::string& library_path, const SourcePlace* included_at) {
   const SourceFile* file = Open(library_path);
   if (file == nullptr) return true;
   const auto is_this = [&](const SourceFile* open) { return open->IsSameFile(*file); };
@@ -111,6 +116,7 @@ bool SourceView::Follow(const std::string& library_path) {
       opened_text_ >= reader::kMostText) {
     return true;
   }
+  if (included_at != nullptr) included_at_.try_emplace(file, *included_at);
   ++opened_;
   opened_text_ += file->size();
   chain_.push_back(file);
@@ -128,7 +134,8 @@ void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& s
     const std::string_view name = FirstSubString(item->value);
     // The library rejects any other key, and an empty name.
     if (item->key != "FILE" || name.empty()) continue;
-    if (!Follow(FolderOf(file.library_path()) + std::string(name))) {
+    const SourcePlace place{&file, item->line};
+    if (!Follow(FolderOf(file.library_path()) + std::string(name), &place)) {
       loops_.emplace(&file, item->line);
     }
   }

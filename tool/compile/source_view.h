@@ -65,6 +65,12 @@ struct SourceSection {
   const reader::Section* section;
 };
 
+// A line of a source.
+struct SourcePlace {
+  const SourceFile* file;
+  std::uint32_t line;
+};
+
 class SourceView {
  public:
   // Reads the script and follows its INCLUDE items as the library does: missing files are passed
@@ -84,18 +90,22 @@ class SourceView {
   // The files with a base name, in the order in which they were first met.
   const std::vector<const SourceFile*>& FilesNamed(const std::string& base_name) const;
 
+  // The INCLUDE item that a file was first read for; null for the script itself.
+  const SourcePlace* IncludedAt(const SourceFile& file) const;
+
   // Whether the INCLUDE item on that line names a file that is open already further up the chain.
   bool ClosesLoop(const SourceFile& file, std::uint32_t line) const;
 
  private:
   // False: the file is open already.
-  bool Follow(const std::string& library_path);
+  bool Follow(const std::string& library_path, const SourcePlace* included_at);
   void FollowIncludes(const SourceFile& file, const reader::Section& section);
   const SourceFile* Open(const std::string& library_path);
 
   std::map<std::string, std::unique_ptr<SourceFile>>
       files_;  // by library path; null: cannot be read
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
+  std::map<const SourceFile*, SourcePlace> included_at_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed
   std::size_t opened_ = 0;                // files that were followed, each time counted

@@ -1,8 +1,35 @@
 #include "tool/diagnostics/diagnostic.h"
 
 #include <algorithm>
+#include <variant>
+
+#include "tool/text/safe_text.h"
 
 namespace rux {
+namespace {
+
+std::size_t Characters(std::string_view text) {
+  return text.size() -
+         static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsInsideCharacter));
+}
+
+}  // namespace
+
+std::size_t Excerpt::first_column() const { return 1 + Characters(text.substr(0, begin)); }
+std::size_t Excerpt::end_column() const { return first_column() + Characters(meant()); }
+
+const std::string* FirstMentioned(const Diagnostic& diagnostic) {
+  for (const Argument& argument : diagnostic.arguments) {
+    if (const auto* text = std::get_if<std::string>(&argument)) return text;
+  }
+  return nullptr;
+}
+
+std::string WholeText(const Diagnostic& diagnostic) {
+  if (!diagnostic.section) return diagnostic.text;
+  const std::string entry = diagnostic.entry ? ' ' + Shortened(*diagnostic.entry) : "";
+  return '[' + Shortened(*diagnostic.section) + ']' + entry + ": " + diagnostic.text;
+}
 
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity) {
   const auto has_it = [&](const Diagnostic& diagnostic) { return diagnostic.severity == severity; };

@@ -9,11 +9,11 @@
 #include <string_view>
 #include <vector>
 
+#include "tool/diagnostics/severity.h"
+#include "tool/messages/messages.h"
 #include "tool/output.h"
 
 namespace rux {
-
-enum class Severity { kNote, kWarning, kError };
 
 // What tells the place of a diagnostic.
 enum class Anchor {
@@ -23,15 +23,36 @@ enum class Anchor {
   kUnknownSection,  // the order of the sections that the library does not know
 };
 
-// A source line and what is wrong in it. The text belongs to the sources that it was found in.
+// A source line and what is meant in it. The text belongs to the sources that it was found in.
 struct Excerpt {
-  std::uint32_t line = 0;  // of joined lines, the one that holds the offending text
+  std::uint32_t line = 0;  // of joined lines, the one that holds the meant text
   std::string_view text;   // as it stands in the file
-  std::size_t begin = 0;   // the offending bytes of `text`
+  std::size_t begin = 0;   // the meant bytes of `text`
   std::size_t length = 0;
+
+  std::string_view meant() const { return text.substr(begin, length); }
+  // The columns of the meant text, from 1, and the one behind it: in characters of UTF-8, with a
+  // tab as one of them.
+  std::size_t first_column() const;
+  std::size_t end_column() const;
+};
+
+struct Location {
+  std::string path;              // as it can be opened from here; empty: nothing of the script
+  std::uint32_t first_line = 0;  // 0: none
+  std::optional<Excerpt> excerpt;
+
+  std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
+};
+
+// What helps to understand a diagnostic.
+struct Note {
+  std::string text;
+  Location at;  // without a path: that of the diagnostic
 };
 
 struct Diagnostic {
+  MessageId id = MessageId::kOtherMessage;
   Severity severity = Severity::kError;
   bool only_verbose = false;
 
@@ -42,13 +63,21 @@ struct Diagnostic {
   std::optional<std::string> section;
   std::optional<std::string> entry;
   std::string text;
-  std::vector<Argument> arguments;             // what the text mentions
-  std::optional<std::string> missing_include;  // the value of an INCLUDE item, when it is that
+  std::vector<Argument> arguments;  // what the text mentions
 
   // Where it stands, as far as it was found.
-  std::string path;  // as it can be opened from here; empty: nothing of the script
-  std::optional<Excerpt> excerpt;
+  Location at;
+  std::vector<Note> included_from;  // the INCLUDE items that lead there, the nearest first
+
+  std::optional<std::string> suggestion;  // what was probably meant
+  std::vector<Note> notes;
 };
+
+// The first text that the diagnostic mentions; null when there is none.
+const std::string* FirstMentioned(const Diagnostic& diagnostic);
+
+// "[SENSOR] NAME: text", with long names shortened.
+std::string WholeText(const Diagnostic& diagnostic);
 
 // How many there are of a severity.
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity);

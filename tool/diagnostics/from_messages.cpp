@@ -10,31 +10,6 @@
 namespace rux {
 namespace {
 
-// Messages that are not of the form "Error[file:line]: ...", by their beginnings.
-struct PlainForm {
-  std::string_view beginning;
-  Severity severity;
-  bool only_verbose;
-};
-
-constexpr PlainForm kPlainForms[] = {
-    // Said at the end of every file.
-    {"Parse::No more sections", Severity::kNote, true},
-    // The reader inside this program stands in for the one that is not installed.
-    {"Parse::load ", Severity::kNote, true},
-    // A warning about the same item follows.
-    {"Add Item(", Severity::kNote, true},
-    {"Parse::", Severity::kError, false},
-    {"CRUXEntry,", Severity::kError, false},
-    {"ERROR: ", Severity::kError, false},
-};
-
-constexpr std::string_view kUnknownSection = "Create section(";
-constexpr std::string_view kMissingInclude = "FILE %s cannot be loaded.";
-
-// Whatever else a reader of somebody else's may say.
-constexpr PlainForm kOtherForm = {"", Severity::kWarning, false};
-
 // Takes `beginning` off `text` when it stands there.
 bool Take(std::string_view& text, std::string_view beginning) {
   if (text.substr(0, beginning.size()) != beginning) return false;
@@ -89,40 +64,45 @@ void SetText(Remainder& rest, Diagnostic& diagnostic) {
     shown.push_back(Shown(rest.arguments[i]));
   }
   diagnostic.text = FormatText(rest.format, shown);
-  if (rest.format == kMissingInclude) diagnostic.missing_include = rest.TakeText();
 }
 
 Diagnostic UnknownSection(const Message& message) {
   Diagnostic diagnostic;
-  diagnostic.severity = Severity::kWarning;
   diagnostic.anchor = Anchor::kUnknownSection;
   diagnostic.section = FormatText("%s", message.arguments, 1);
   diagnostic.text = "unknown section; it and its items are ignored";
+  diagnostic.arguments.emplace_back(*diagnostic.section);
   return diagnostic;
 }
 
-Diagnostic FromMessage(const Message& message) {
-  Remainder rest{WithoutLineFeed(message.format), message.arguments};
-  if (rest.format.substr(0, kUnknownSection.size()) == kUnknownSection) {
-    return UnknownSection(message);
-  }
+Diagnostic FromText(const Message& message) {
   Diagnostic diagnostic;
-  const bool is_error = Take(rest.format, "Error[%s:%u]");
-  if (is_error || Take(rest.format, "Warning[%s:%u]")) {
-    diagnostic.severity = is_error ? Severity::kError : Severity::kWarning;
+  Remainder rest{WithoutLineFeed(message.format), message.arguments};
+  diagnostic.severity = Severity::kWarning;
+  if (Take(rest.format, "Error[%s:%u]")) {
+    diagnostic.severity = Severity::kError;
+    TakePlace(rest, diagnostic);
+  } else if (Take(rest.format, "Warning[%s:%u]")) {
     TakePlace(rest, diagnostic);
   } else {
-    const PlainForm* form = &kOtherForm;
-    for (const PlainForm& row : kPlainForms) {
-      if (rest.format.substr(0, row.beginning.size()) != row.beginning) continue;
-      form = &row;
-      break;
-    }
-    diagnostic.severity = form->severity;
-    diagnostic.only_verbose = form->only_verbose;
     Take(rest.format, "ERROR: ");
   }
   SetText(rest, diagnostic);
+  return diagnostic;
+}
+
+Diagnostic FromMessage(const Message& message, bool accepted) {
+  const MessageRow* row = FindMessageByText(message.format);
+  // A reader of somebody else's may say whatever it likes.
+  if (row == nullptr) return FromText(message);
+  const bool is_unknown_section = row->number == MessageId::kUnknownSection;
+  Diagnostic diagnostic = is_unknown_section ? UnknownSection(message) : FromText(message);
+  diagnostic.id = row->number;
+  // Some of what the check calls an error is none of its reasons to refuse a script.
+  const bool may_be_reason = diagnostic.severity == Severity::kError && !accepted;
+  if (is_unknown_section || !may_be_reason) diagnostic.severity = row->severity;
+  // The library's remarks.
+  diagnostic.only_verbose = row->severity == Severity::kNote;
   return diagnostic;
 }
 
@@ -159,11 +139,7 @@ std::vector<Diagnostic> DiagnosticsFrom(const std::vector<Message>& messages, bo
   Repeats repeats(messages);
   for (const Message& message : messages) {
     if (repeats.CrossOff(message)) continue;
-    Diagnostic diagnostic = FromMessage(message);
-    if (accepted && message.phase == Phase::kCheck && diagnostic.severity == Severity::kError) {
-      diagnostic.severity = Severity::kWarning;
-    }
-    diagnostics.push_back(std::move(diagnostic));
+    diagnostics.push_back(FromMessage(message, accepted));
   }
   return diagnostics;
 }

@@ -35,22 +35,43 @@ int Likeness(const std::optional<SourceSpot>& spot, const Diagnostic& diagnostic
 void Locator::Locate(Diagnostic& diagnostic) {
   if (diagnostic.anchor == Anchor::kNone) {
     // Notes are about the run.
-    if (diagnostic.severity != Severity::kNote) diagnostic.path = ToOpenablePath(script_);
+    if (diagnostic.severity != Severity::kNote) diagnostic.at.path = ToOpenablePath(script_);
     return;
   }
-  const std::optional<Place> place = Find(diagnostic);
+  const std::optional<SourcePlace> place = Find(diagnostic);
   if (!place) {
     // Also when the source cannot be read again, the message says where to look.
-    diagnostic.path = diagnostic.file.empty() || diagnostic.file == BaseNameOf(script_)
-                          ? ToOpenablePath(script_)
-                          : diagnostic.file;
+    const bool is_script = diagnostic.file.empty() || diagnostic.file == BaseNameOf(script_);
+    diagnostic.at.path = is_script ? ToOpenablePath(script_) : diagnostic.file;
+    diagnostic.at.first_line = diagnostic.line;
     return;
   }
-  diagnostic.path = place->file->path();
-  diagnostic.line = place->line;
-  if (!place->file->Line(place->line).empty()) {
-    diagnostic.excerpt = LineAt(*place).Underline(diagnostic);
+  diagnostic.at = LocationOf(*place->file, place->line, diagnostic.arguments);
+  diagnostic.included_from = IncludesOf(*place->file);
+}
+
+Location Locator::LocationOf(const SourceFile& file, std::uint32_t line,
+                             const std::vector<Argument>& mentioned) {
+  Location location{file.path(), line, std::nullopt};
+  if (file.Line(line).empty()) return location;
+  if (!line_ || !line_->Is(file, line)) line_.emplace(file, line);
+  location.excerpt = line_->Underline(mentioned);
+  return location;
+}
+
+std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
+  // Nobody reads more of them.
+  constexpr std::size_t kMost = 10;
+  std::vector<Note> includes;
+  for (const SourcePlace* place = sources().IncludedAt(file); place != nullptr;
+       place = sources().IncludedAt(*place->file)) {
+    if (includes.size() == kMost) {
+      includes.push_back({"and so on", {}});
+      break;
+    }
+    includes.push_back({"included from here", {place->file->path(), place->line, std::nullopt}});
   }
+  return includes;
 }
 
 const SourceView& Locator::sources() {
@@ -58,19 +79,14 @@ const SourceView& Locator::sources() {
   return *sources_;
 }
 
-const SourceLine& Locator::LineAt(const Place& place) {
-  if (!line_ || !line_->Is(*place.file, place.line)) line_.emplace(*place.file, place.line);
-  return *line_;
-}
-
-std::optional<Locator::Place> Locator::Find(const Diagnostic& diagnostic) {
+std::optional<SourcePlace> Locator::Find(const Diagnostic& diagnostic) {
   if (diagnostic.anchor == Anchor::kUnknownSection) return TakeNext(UnknownSections());
   if (diagnostic.anchor == Anchor::kMissingEntry) {
     return TakeNext(SectionsWithout(*diagnostic.section, *diagnostic.entry));
   }
   const SourceFile* file = FileOf(diagnostic);
   if (file == nullptr) return std::nullopt;
-  return Place{file, diagnostic.line};
+  return SourcePlace{file, diagnostic.line};
 }
 
 const SourceFile* Locator::FileOf(const Diagnostic& diagnostic) {
@@ -85,10 +101,10 @@ const SourceFile* Locator::FileOf(const Diagnostic& diagnostic) {
   return best;
 }
 
-std::optional<Locator::Place> Locator::TakeNext(Queue& queue) {
+std::optional<SourcePlace> Locator::TakeNext(Queue& queue) {
   if (queue.next == queue.sections.size()) return std::nullopt;
   const SourceSection& taken = queue.sections[queue.next++];
-  return Place{taken.file, taken.section->line};
+  return SourcePlace{taken.file, taken.section->line};
 }
 
 Locator::Queue& Locator::UnknownSections() {

@@ -24,9 +24,13 @@ class Locator {
   // `script`: the path that the library was given.
   explicit Locator(std::string script) : script_(std::move(script)) {}
 
-  // Fills in the path, the excerpt and, where the message has none, the line. The excerpt's text is
+  // Fills in where the diagnostic stands and which INCLUDEs lead there. The texts of excerpts are
   // the locator's.
   void Locate(Diagnostic& diagnostic);
+
+  // A line of a source, with the first of the mentioned texts underlined that stands in it.
+  Location LocationOf(const SourceFile& file, std::uint32_t line,
+                      const std::vector<Argument>& mentioned);
 
   const std::string& script() const { return script_; }
 
@@ -37,19 +41,15 @@ class Locator {
   const SourceFile* FileOf(const Diagnostic& diagnostic);
 
  private:
-  struct Place {
-    const SourceFile* file;
-    std::uint32_t line;
-  };
   // Sections and how many of them have been handed out.
   struct Queue {
     std::vector<SourceSection> sections;
     std::size_t next = 0;
   };
 
-  const SourceLine& LineAt(const Place& place);
-  std::optional<Place> Find(const Diagnostic& diagnostic);
-  static std::optional<Place> TakeNext(Queue& queue);
+  std::vector<Note> IncludesOf(const SourceFile& file);
+  std::optional<SourcePlace> Find(const Diagnostic& diagnostic);
+  static std::optional<SourcePlace> TakeNext(Queue& queue);
   Queue& UnknownSections();
   Queue& SectionsWithout(const std::string& section, const std::string& entry);
 

@@ -21,21 +21,16 @@ constexpr std::string_view kPlain = "\x1B[0m";
 constexpr std::size_t kLongestLine = 160;
 constexpr std::size_t kShownBefore = 60;
 
-struct Look {
-  std::string_view word;
-  std::string_view colour;
-};
-
-Look LookOf(Severity severity) {
+std::string_view ColourOf(Severity severity) {
   switch (severity) {
     case Severity::kNote:
-      return {"note", kCyan};
+      return kCyan;
     case Severity::kWarning:
-      return {"warning", kMagenta};
+      return kMagenta;
     case Severity::kError:
-      return {"error", kRed};
+      break;
   }
-  return {};
+  return kRed;
 }
 
 // What is shown of a source line.
@@ -103,22 +98,39 @@ class Printer {
   explicit Printer(bool colour) : colour_(colour) {}
 
   void Print(const Diagnostic& diagnostic) {
-    const Look look = LookOf(diagnostic.severity);
-    std::string place = SafeText(diagnostic.path.empty() ? "rux" : diagnostic.path);
-    if (diagnostic.line != 0) place += fmt::format(":{}", diagnostic.line);
-    out_ += Paint(place + ":", kBold) + ' ' + Paint(fmt::format("{}:", look.word), look.colour);
-    if (diagnostic.section) out_ += ' ' + NamesOf(diagnostic);
-    out_ += ' ' + SafeText(diagnostic.text) + '\n';
-    if (diagnostic.excerpt) PrintExcerpt(*diagnostic.excerpt);
+    const std::string id = fmt::format(" [{}]", IdOf(diagnostic.id));
+    PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), id);
+    if (diagnostic.suggestion)
+      PrintAside("did you mean " + Shortened(*diagnostic.suggestion) + '?');
+    for (const Note& note : diagnostic.notes) PrintNote(note);
+    // Of several diagnostics in a row that stand in one file, the first tells how it is reached.
+    if (diagnostic.at.path != last_path_) {
+      for (const Note& include : diagnostic.included_from) PrintNote(include);
+    }
+    last_path_ = diagnostic.at.path;
   }
 
   std::string TakeText() { return std::move(out_); }
 
  private:
-  static std::string NamesOf(const Diagnostic& diagnostic) {
-    const std::string entry = diagnostic.entry ? ' ' + Shortened(*diagnostic.entry) : "";
-    return SafeText('[' + Shortened(*diagnostic.section) + ']' + entry + ':');
+  void PrintMessage(const Location& at, Severity severity, std::string_view text,
+                    std::string_view id) {
+    std::string place = SafeText(at.path.empty() ? "rux" : at.path);
+    if (at.line() != 0) place += fmt::format(":{}", at.line());
+    if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column());
+    out_ += Paint(place + ":", kBold) + ' ' +
+            Paint(fmt::format("{}:", WordOf(severity)), ColourOf(severity)) + ' ' + SafeText(text) +
+            std::string(id) + '\n';
+    if (at.excerpt) PrintExcerpt(*at.excerpt);
   }
+
+  void PrintNote(const Note& note) {
+    if (note.at.path.empty()) return PrintAside(note.text);
+    PrintMessage(note.at, Severity::kNote, note.text, "");
+  }
+
+  // What belongs to the diagnostic above, and to no place of its own.
+  void PrintAside(std::string_view text) { out_ += "      = " + SafeText(text) + '\n'; }
 
   void PrintExcerpt(const Excerpt& excerpt) {
     const Shown shown = Clipped(excerpt);
@@ -135,6 +147,7 @@ class Printer {
   }
 
   const bool colour_;
+  std::string last_path_;
   std::string out_;
 };
 

@@ -14,9 +14,12 @@ struct PrintOptions {
   bool verbose = false;  // also what is only told on request
 };
 
-//   boards/server.rux:12: error: [SENSOR] THRESHOLD_FH: No sub-string.
-//      12 | THRESHOLD_FH =
-//         | ^~~~~~~~~~~~
+//   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
+//   [undefined-word]
+//      12 | THRESHOLD_FH = hto
+//         |                ^~~
+//         = did you mean hot?
+//   boards/board.rux:3: note: included from here
 //
 // and so on, as one text.
 std::string PrintedDiagnostics(const std::vector<Diagnostic>& diagnostics,

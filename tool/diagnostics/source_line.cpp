@@ -9,12 +9,11 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSeparators = " \t,\"=[]\\";
 
-bool Mentions(const Diagnostic& diagnostic, std::string_view word) {
-  return std::any_of(diagnostic.arguments.begin(), diagnostic.arguments.end(),
-                     [&](const Argument& argument) {
-                       const auto* text = std::get_if<std::string>(&argument);
-                       return text != nullptr && *text == word;
-                     });
+bool Mentions(const std::vector<Argument>& mentioned, std::string_view word) {
+  return std::any_of(mentioned.begin(), mentioned.end(), [&](const Argument& argument) {
+    const auto* text = std::get_if<std::string>(&argument);
+    return text != nullptr && *text == word;
+  });
 }
 
 }  // namespace
@@ -28,11 +27,10 @@ SourceLine::SourceLine(const SourceFile& file, std::uint32_t line)
   NoteWords(searched_from_);
 }
 
-Excerpt SourceLine::Underline(const Diagnostic& diagnostic) const {
+Excerpt SourceLine::Underline(const std::vector<Argument>& mentioned) const {
   if (!spot_) return ExcerptOf(RangeOfAll());
-  if (spot_->item != nullptr) return ExcerptOf(RangeInItem(*spot_->item, diagnostic));
-  const std::optional<Range> mentioned = FindMentioned(diagnostic);
-  return ExcerptOf(mentioned ? *mentioned : RangeOfHeader());
+  if (spot_->item != nullptr) return ExcerptOf(RangeInItem(*spot_->item, mentioned));
+  return ExcerptOf(FindMentioned(mentioned).value_or(RangeOfHeader()));
 }
 
 void SourceLine::Join() {
@@ -64,12 +62,12 @@ void SourceLine::NoteWords(std::size_t from) {
 }
 
 SourceLine::Range SourceLine::RangeInItem(const reader::Item& item,
-                                          const Diagnostic& diagnostic) const {
+                                          const std::vector<Argument>& mentioned) const {
   const std::size_t key = text_.find(item.key);
   if (key == std::string_view::npos) return RangeOfAll();
   const Range key_range{key, item.key.size()};
-  if (Mentions(diagnostic, item.key)) return key_range;
-  return FindMentioned(diagnostic).value_or(key_range);
+  if (Mentions(mentioned, item.key)) return key_range;
+  return FindMentioned(mentioned).value_or(key_range);
 }
 
 SourceLine::Range SourceLine::RangeOfHeader() const {
@@ -85,9 +83,10 @@ SourceLine::Range SourceLine::RangeOfAll() const {
   return {begin, text_.find_last_not_of(kBlanks) + 1 - begin};
 }
 
-// The first of the diagnostic's texts that stands in the value or header.
-std::optional<SourceLine::Range> SourceLine::FindMentioned(const Diagnostic& diagnostic) const {
-  for (const Argument& argument : diagnostic.arguments) {
+// The first of the texts that stands in the value or header.
+std::optional<SourceLine::Range> SourceLine::FindMentioned(
+    const std::vector<Argument>& mentioned) const {
+  for (const Argument& argument : mentioned) {
     const auto* word = std::get_if<std::string>(&argument);
     if (word == nullptr || word->empty()) continue;
     if (const std::optional<Range> found = FindWord(*word)) return found;

@@ -27,9 +27,9 @@ class SourceLine {
     return &file == &file_ && line == line_;
   }
 
-  // Underlined is, of an item, what the diagnostic's text mentions, when that stands in the value,
-  // else the key; of a header, what the text mentions, else the header; else the whole line.
-  Excerpt Underline(const Diagnostic& diagnostic) const;
+  // Underlined is, of an item, the first of the mentioned texts that stands in the value, else the
+  // key; of a header, what is mentioned, else the header; else the whole line.
+  Excerpt Underline(const std::vector<Argument>& mentioned) const;
 
  private:
   struct Range {
@@ -44,10 +44,10 @@ class SourceLine {
 
   void Join();
   void NoteWords(std::size_t from);
-  Range RangeInItem(const reader::Item& item, const Diagnostic& diagnostic) const;
+  Range RangeInItem(const reader::Item& item, const std::vector<Argument>& mentioned) const;
   Range RangeOfHeader() const;
   Range RangeOfAll() const;
-  std::optional<Range> FindMentioned(const Diagnostic& diagnostic) const;
+  std::optional<Range> FindMentioned(const std::vector<Argument>& mentioned) const;
   std::optional<Range> FindWord(std::string_view word) const;
   Excerpt ExcerptOf(Range range) const;
 

@@ -41,6 +41,24 @@ std::size_t LengthDifference(const std::string& a, const std::string& b) {
   return a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
 }
 
+bool HasSameCharacters(std::string a, std::string b) {
+  std::sort(a.begin(), a.end());
+  std::sort(b.begin(), b.end());
+  return a == b;
+}
+
+// The one of the names that fits; null when none does, or several do.
+template <class Fits>
+const std::string* TheOnly(const std::vector<const std::string*>& names, Fits fits) {
+  const std::string* only = nullptr;
+  for (const std::string* name : names) {
+    if (!fits(*name) || (only != nullptr && *only == *name)) continue;
+    if (only != nullptr) return nullptr;
+    only = name;
+  }
+  return only;
+}
+
 std::string Joined(const std::vector<std::string>& names, std::string (*shown)(std::string_view)) {
   std::string list;
   for (const std::string& name : names) list += (list.empty() ? "" : ", ") + shown(name);
@@ -65,6 +83,33 @@ std::vector<std::string> Nearest(const std::string& wanted,
   std::vector<std::string> names;
   for (const auto& [distance, name] : near) names.push_back(*name);
   return names;
+}
+
+std::optional<std::string> MeantName(const std::string& wanted,
+                                     const std::vector<std::string>& candidates) {
+  const std::string goal = InCapitals(wanted);
+  std::size_t farthest = goal.size() < 4 ? 1 : 2;
+  std::vector<const std::string*> near;
+  for (const std::string& candidate : candidates) {
+    if (candidate == wanted || LengthDifference(candidate, goal) > farthest) continue;
+    const std::size_t distance = Distance(goal, InCapitals(candidate));
+    // What has not one character in common is no misspelling.
+    if (distance > farthest || distance >= std::max(candidate.size(), goal.size())) continue;
+    if (distance < farthest) near.clear();
+    farthest = distance;
+    near.push_back(&candidate);
+  }
+  const auto any = [](const std::string&) { return true; };
+  const auto same = [&](const std::string& name) {
+    return HasSameCharacters(InCapitals(name), goal);
+  };
+  const auto begins_alike = [&](const std::string& name) {
+    return !name.empty() && !wanted.empty() && name.front() == wanted.front();
+  };
+  const std::string* meant = TheOnly(near, any);
+  if (meant == nullptr) meant = TheOnly(near, same);
+  if (meant == nullptr) meant = TheOnly(near, begins_alike);
+  return meant == nullptr ? std::nullopt : std::make_optional(*meant);
 }
 
 std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,

@@ -1,0 +1,91 @@
+// The wrong example of a message yields that message and no other; the right one yields none.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <regex>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "tool/messages/messages.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string OutputOf(const std::string& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+  std::string output;
+  char buffer[4096];
+  while (pipe != nullptr && std::fgets(buffer, sizeof(buffer), pipe.get()) != nullptr) {
+    output += buffer;
+  }
+  return output;
+}
+
+class ExamplesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "rux-examples-XXXXXX").string();
+    ASSERT_NE(mkdtemp(name.data()), nullptr);
+    folder_ = name;
+    Write("machine.rux", rux::kMachineScript);
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  void Write(const char* name, std::string_view text) const {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+  }
+
+  // The ids of the errors and warnings that compiling the script gives.
+  std::set<std::string> IdsOf(std::string_view script, const char* options) const {
+    Write("board.rux", script);
+    const std::string output =
+        OutputOf("cd " + folder_.string() + " && " RUX_PROGRAM " compile board.rux" +
+                 std::string(options) + " 2>&1");
+    EXPECT_NE(output.find("board.rux: "), std::string::npos) << output;
+    static const std::regex form(": (?:error|warning): .* \\[([a-z0-9-]+)\\]\n");
+    std::set<std::string> ids;
+    for (std::sregex_iterator found(output.begin(), output.end(), form), end; found != end;
+         ++found) {
+      ids.insert((*found)[1]);
+    }
+    return ids;
+  }
+
+  fs::path folder_;
+};
+
+TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
+  std::size_t tried = 0;
+  for (const rux::MessageRow& row : rux::MessageRows()) {
+    if (row.wrong.empty()) continue;
+    ++tried;
+    SCOPED_TRACE(std::string(row.id));
+    // That one is about the debug meta file.
+    const char* options = row.number == rux::MessageId::kIncludeFirst ? " -g board.metad" : "";
+    EXPECT_EQ(IdsOf(row.wrong, options), std::set<std::string>({std::string(row.id)})) << row.wrong;
+    EXPECT_EQ(IdsOf(row.right, options), std::set<std::string>()) << row.right;
+  }
+  EXPECT_GE(tried, 40U);
+}
+
+TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
+  const std::regex kebab_case("[a-z0-9]+(-[a-z0-9]+)*");
+  std::set<std::string_view> ids;
+  for (const rux::MessageRow& row : rux::MessageRows()) {
+    SCOPED_TRACE(std::string(row.id));
+    EXPECT_TRUE(std::regex_match(std::string(row.id), kebab_case));
+    EXPECT_TRUE(ids.insert(row.id).second);
+    EXPECT_LE(row.summary.size(), 75U);
+    EXPECT_NE(row.summary.back(), '.');
+    EXPECT_EQ(row.explanation.back(), '.');
+    EXPECT_EQ(row.wrong.empty(), row.right.empty());
+  }
+}
+
+}  // namespace

@@ -1,0 +1,47 @@
+// rux explain [ID...]
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tool/command.h"
+#include "tool/failure.h"
+#include "tool/messages/explanation.h"
+#include "tool/messages/messages.h"
+#include "tool/standard_streams.h"
+
+namespace rux {
+namespace {
+
+struct Options {
+  std::vector<std::string> ids;
+  std::string format = "text";
+};
+
+ExitStatus Explain(const Options& options) {
+  const bool is_markdown = options.format == "markdown";
+  std::string text;
+  if (options.ids.empty()) text = is_markdown ? MessagesMarkdown() : MessageList();
+  for (const std::string& id : options.ids) {
+    const MessageRow* row = FindMessageById(id);
+    if (row == nullptr) throw Failure(ExitStatus::kFindings, UnknownMessageText(id));
+    if (!text.empty()) text += '\n';
+    text += is_markdown ? ExplanationMarkdown(*row) : ExplanationText(*row);
+  }
+  PrintOut(text);
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+Action SetUpExplain(CLI::App& app) {
+  const auto options = std::make_shared<Options>();
+  app.add_option("ID", options->ids, "The ids of messages, as they end in [brackets]; all: a list")
+      ->type_name("");
+  app.add_option("--format", options->format, "text or markdown")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"text", "markdown"}));
+  app.footer("Example:\n  rux explain undefined-word");
+  return [options] { return Explain(*options); };
+}
+
+}  // namespace rux

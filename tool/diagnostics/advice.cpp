@@ -1,0 +1,16 @@
+#include "tool/diagnostics/advice.h"
+
+namespace rux {
+
+void Advise(Locator& locator, std::vector<Diagnostic>& diagnostics) {
+  std::size_t advised = 0;
+  for (Diagnostic& diagnostic : diagnostics) {
+    if (diagnostic.severity == Severity::kNote) continue;
+    if (advised++ == kMostAdvised) return;
+    AddSuggestion(locator, diagnostic);
+    AddOtherPlace(locator, diagnostic);
+    AddHint(diagnostic);
+  }
+}
+
+}  // namespace rux
