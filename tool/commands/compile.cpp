@@ -48,11 +48,6 @@ std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
   return {warning};
 }
 
-void KeepSources(const SourceView& sources, const NamedFile& written) {
-  for (const std::string& path : sources.paths()) RefuseToOverwrite({"script", path}, written);
-  if (!sources.complete()) RefuseToGuess(written);
-}
-
 // The meta file and, if it is asked for, the debug meta file: both or none.
 class MetaFiles : public CompileProduct {
  public:
@@ -78,10 +73,12 @@ class MetaFiles : public CompileProduct {
   }
 
   void Keep(const SourceView& sources) override {
-    KeepSources(sources, {"meta file", options_.meta});
-    if (!options_.debug_meta.empty()) {
-      KeepSources(sources, {"debug meta file", options_.debug_meta});
-    }
+    const auto keep = [&](const NamedFile& written) {
+      KeepSources(sources, written);
+      if (!sources.complete()) RefuseToGuess(written);
+    };
+    keep({"meta file", options_.meta});
+    if (!options_.debug_meta.empty()) keep({"debug meta file", options_.debug_meta});
     PutInPlace(files_);
   }
 
@@ -108,6 +105,12 @@ ExitStatus Compile(Options options) {
     const NamedFile debug_meta{"debug meta file", options.debug_meta};
     RefuseToOverwrite(kept, debug_meta);
     RefuseToOverwrite(meta, debug_meta);
+  }
+  if (!options.run.telling.file.empty()) {
+    const NamedFile told{"diagnostics file", options.run.telling.file};
+    RefuseToOverwrite(meta, told);
+    if (!options.debug_meta.empty())
+      RefuseToOverwrite({"debug meta file", options.debug_meta}, told);
   }
   MetaFiles files(options);
   return RunCompile(options.run, &files);

@@ -1,7 +1,6 @@
 #include "tool/compile/compile_run.h"
 
 #include <malloc.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <exception>
@@ -14,18 +13,18 @@
 
 #include "reader/messages.h"
 #include "ruxcomp/compile.h"
-#include "tool/command.h"
+#include "tool/compile/overwriting.h"
 #include "tool/compile/raised_error.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/telling.h"
 #include "tool/compile/why_not_opened.h"
 #include "tool/diagnostics/advice.h"
 #include "tool/diagnostics/from_messages.h"
 #include "tool/diagnostics/include_notes.h"
 #include "tool/diagnostics/locator.h"
-#include "tool/diagnostics/printer.h"
+#include "tool/diagnostics/severities.h"
 #include "tool/failure.h"
 #include "tool/output.h"
-#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {
@@ -33,7 +32,10 @@ namespace {
 class CompileRun {
  public:
   explicit CompileRun(const CompileOptions& options)
-      : options_(options), script_(ToLibraryPath(options.script)), locator_(script_) {}
+      : options_(options), script_(ToLibraryPath(options.script)), locator_(script_) {
+    if (options.werror) severities_.RaiseAll();
+    for (const std::string& setting : options.warnings) severities_.Set(setting);
+  }
   ~CompileRun() { gccCompEnd(); }
   CompileRun(const CompileRun&) = delete;
   CompileRun& operator=(const CompileRun&) = delete;
@@ -44,14 +46,14 @@ class CompileRun {
     if (opened_ && raised_.empty()) {
       Guarded(Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
     }
-    diagnostics_ = DiagnosticsFrom(Messages().messages, accepted_);
+    Add(DiagnosticsFrom(Messages().messages, accepted_));
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }
     // The model is not needed any more; the sources, which are read again, may take its memory.
     gccCompEnd();
     malloc_trim(0);
-    Report();
+    TellAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);
     if (!opened_) throw CannotRead(ToOpenablePath(script_));
@@ -87,30 +89,30 @@ class CompileRun {
     });
   }
 
-  bool Fails() const {
-    return !raised_.empty() || Count(diagnostics_, Severity::kError) > 0 ||
-           (options_.werror && Count(diagnostics_, Severity::kWarning) > 0);
-  }
+  bool Fails() const { return !raised_.empty() || Count(diagnostics_, Severity::kError) > 0; }
 
   void Add(std::vector<Diagnostic> diagnostics) {
+    severities_.Apply(diagnostics);
     diagnostics_.insert(diagnostics_.end(), std::make_move_iterator(diagnostics.begin()),
                         std::make_move_iterator(diagnostics.end()));
   }
 
-  void Report() {
+  void TellAll() {
     Add(std::exchange(raised_, {}));
     for (Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
     Advise(locator_, diagnostics_);
     AddNotesOnIncludes(locator_, diagnostics_);
-    const PrintOptions print{isatty(STDERR_FILENO) != 0, options_.verbose};
-    std::string text = PrintedDiagnostics(diagnostics_, print);
-    if (opened_) text += SummaryLine(ToOpenablePath(script_), diagnostics_);
-    PrintError(text);
+    const TellingOptions& telling = options_.telling;
+    Report report = ReportOf(ToOpenablePath(script_), diagnostics_, telling);
+    report.is_complete = opened_ && !failure_ && !RanOutOfMemory();
+    if (!telling.file.empty()) KeepSources(locator_.sources(), {"diagnostics file", telling.file});
+    Tell(report, opened_, telling);
   }
 
   const CompileOptions& options_;
   const std::string script_;  // as the library takes it
   Locator locator_;
+  Severities severities_;
   bool opened_ = false;
   bool accepted_ = false;
   std::vector<Diagnostic> diagnostics_;
@@ -120,16 +122,11 @@ class CompileRun {
 
 }  // namespace
 
-void AddCompileOptions(CLI::App& command, CompileOptions& options) {
-  command.add_option("SCRIPT", options.script, "The script to read")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  command.add_flag("--werror", options.werror, "Let warnings fail the run");
-  command.add_flag("--verbose", options.verbose, "Show also what the library only remarks");
-}
-
 ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product) {
+  const TellingOptions& telling = options.telling;
+  if (!telling.file.empty() && telling.format == "human") {
+    throw Failure(ExitStatus::kWrongUsage, "--diagnostics-file needs a --format for programs");
+  }
   return CompileRun(options).Run(product);
 }
 

@@ -5,23 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "CLI/CLI.hpp"
+#include "tool/compile/compile_options.h"
 #include "tool/compile/source_view.h"
 #include "tool/diagnostics/diagnostic.h"
 #include "tool/exit_status.h"
 
 namespace rux {
 
-// What every command that compiles takes from the command line.
-struct CompileOptions {
-  std::string script;
-  bool werror = false;
-  bool verbose = false;
-};
-
-void AddCompileOptions(CLI::App& command, CompileOptions& options);
-
-// What becomes of a script without errors (nor, with `werror`, warnings).
+// What becomes of a script without errors.
 class CompileProduct {
  public:
   virtual ~CompileProduct() = default;
@@ -35,8 +26,8 @@ class CompileProduct {
   virtual void Keep(const SourceView& sources) = 0;
 };
 
-// Reads and checks the script, has the product made, if there is one, prints the diagnostics and
-// their summary to standard error, and has the product kept. Throws a Failure when the script
+// Reads and checks the script, has the product made, if there is one, tells the diagnostics and has
+// the product kept. Throws a Failure when the script
 // cannot be read, and those of the product.
 ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 

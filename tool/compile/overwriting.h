@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "tool/compile/source_view.h"
+
 namespace rux {
 
 struct NamedFile {
@@ -14,6 +16,9 @@ struct NamedFile {
 // Throws a Failure of wrong usage when the two are one file, under whatever names. Devices and
 // pipes are written into and not replaced: they may be given twice.
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
+
+// The same for all the sources of a script.
+void KeepSources(const SourceView& sources, const NamedFile& written);
 
 // For a script of which it cannot be told any more what files it is made of: throws a Failure of
 // trouble when the file to be written may be one of them, because something other than a compiled

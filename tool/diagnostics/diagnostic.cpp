@@ -31,6 +31,15 @@ std::string WholeText(const Diagnostic& diagnostic) {
   return '[' + Shortened(*diagnostic.section) + ']' + entry + ": " + diagnostic.text;
 }
 
+std::string Label(const Diagnostic& diagnostic) {
+  return std::string(diagnostic.is_raised ? " [-W error=" : " [") +
+         std::string(IdOf(diagnostic.id)) + ']';
+}
+
+std::string SuggestionText(const Diagnostic& diagnostic) {
+  return "did you mean " + Shortened(*diagnostic.suggestion) + '?';
+}
+
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity) {
   const auto has_it = [&](const Diagnostic& diagnostic) { return diagnostic.severity == severity; };
   return static_cast<std::size_t>(std::count_if(diagnostics.begin(), diagnostics.end(), has_it));

@@ -54,6 +54,7 @@ struct Note {
 struct Diagnostic {
   MessageId id = MessageId::kOtherMessage;
   Severity severity = Severity::kError;
+  bool is_raised = false;  // a warning that somebody wants to be an error
   bool only_verbose = false;
 
   // What was said.
@@ -78,6 +79,12 @@ const std::string* FirstMentioned(const Diagnostic& diagnostic);
 
 // "[SENSOR] NAME: text", with long names shortened.
 std::string WholeText(const Diagnostic& diagnostic);
+
+// " [undefined-word]", or how the warning came to be an error: " [-W error=surplus-values]".
+std::string Label(const Diagnostic& diagnostic);
+
+// "did you mean ...?"
+std::string SuggestionText(const Diagnostic& diagnostic);
 
 // How many there are of a severity.
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity);

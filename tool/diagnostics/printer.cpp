@@ -98,10 +98,8 @@ class Printer {
   explicit Printer(bool colour) : colour_(colour) {}
 
   void Print(const Diagnostic& diagnostic) {
-    const std::string id = fmt::format(" [{}]", IdOf(diagnostic.id));
-    PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), id);
-    if (diagnostic.suggestion)
-      PrintAside("did you mean " + Shortened(*diagnostic.suggestion) + '?');
+    PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
+    if (diagnostic.suggestion) PrintAside(SuggestionText(diagnostic));
     for (const Note& note : diagnostic.notes) PrintNote(note);
     // Of several diagnostics in a row that stand in one file, the first tells how it is reached.
     if (diagnostic.at.path != last_path_) {
@@ -157,19 +155,19 @@ std::string Counted(std::size_t count, std::string_view noun) {
 
 }  // namespace
 
-std::string PrintedDiagnostics(const std::vector<Diagnostic>& diagnostics,
-                               const PrintOptions& options) {
-  Printer printer(options.colour);
-  for (const Diagnostic& diagnostic : diagnostics) {
-    if (!diagnostic.only_verbose || options.verbose) printer.Print(diagnostic);
+std::string HumanText(const Report& report, bool colour) {
+  Printer printer(colour);
+  for (const Diagnostic& diagnostic : report.diagnostics) printer.Print(diagnostic);
+  std::string text = printer.TakeText();
+  if (report.not_shown > 0) {
+    text += fmt::format("rux: {} not shown\n", Counted(report.not_shown, "more diagnostic"));
   }
-  return printer.TakeText();
+  return text;
 }
 
-std::string SummaryLine(const std::string& path, const std::vector<Diagnostic>& diagnostics) {
-  return fmt::format("{}: {}, {}\n", SafeText(path),
-                     Counted(Count(diagnostics, Severity::kError), "error"),
-                     Counted(Count(diagnostics, Severity::kWarning), "warning"));
+std::string SummaryLine(const Report& report) {
+  return fmt::format("{}: {}, {}\n", SafeText(report.script), Counted(report.errors, "error"),
+                     Counted(report.warnings, "warning"));
 }
 
 }  // namespace rux

@@ -3,16 +3,10 @@
 #define TOOL_DIAGNOSTICS_PRINTER_H_
 
 #include <string>
-#include <vector>
 
-#include "tool/diagnostics/diagnostic.h"
+#include "tool/diagnostics/report.h"
 
 namespace rux {
-
-struct PrintOptions {
-  bool colour = false;
-  bool verbose = false;  // also what is only told on request
-};
 
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
 //   [undefined-word]
@@ -22,11 +16,10 @@ struct PrintOptions {
 //   boards/board.rux:3: note: included from here
 //
 // and so on, as one text.
-std::string PrintedDiagnostics(const std::vector<Diagnostic>& diagnostics,
-                               const PrintOptions& options);
+std::string HumanText(const Report& report, bool colour);
 
 // "boards/server.rux: 2 errors, 1 warning" with a line feed.
-std::string SummaryLine(const std::string& path, const std::vector<Diagnostic>& diagnostics);
+std::string SummaryLine(const Report& report);
 
 }  // namespace rux
 

@@ -5,16 +5,6 @@
 namespace rux {
 namespace {
 
-// What the text begins with: a character of UTF-8, or a byte that belongs to none.
-std::string_view FirstCharacter(std::string_view text) {
-  const auto byte = static_cast<unsigned char>(text.front());
-  const std::size_t size = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC2 ? 2 : 1;
-  const std::string_view rest = text.substr(1, size - 1);
-  const bool is_whole =
-      rest.size() == size - 1 && std::all_of(rest.begin(), rest.end(), IsInsideCharacter);
-  return text.substr(0, is_whole ? size : 1);
-}
-
 bool IsControl(std::string_view character) {
   const auto byte = static_cast<unsigned char>(character.back());
   const bool is_upper = byte >= 0x80 && byte < 0xA0;
@@ -43,6 +33,15 @@ std::string Escaped(std::string_view text, bool keep_tabs) {
 }
 
 }  // namespace
+
+std::string_view FirstCharacter(std::string_view text) {
+  const auto byte = static_cast<unsigned char>(text.front());
+  const std::size_t size = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC2 ? 2 : 1;
+  const std::string_view rest = text.substr(1, size - 1);
+  const bool is_whole =
+      rest.size() == size - 1 && std::all_of(rest.begin(), rest.end(), IsInsideCharacter);
+  return text.substr(0, is_whole ? size : 1);
+}
 
 bool IsInsideCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 

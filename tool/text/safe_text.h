@@ -19,6 +19,9 @@ std::string SafeLine(std::string_view line);
 // The text, or the beginning of a long one and "...".
 std::string Shortened(std::string_view text);
 
+// What a text that is not empty begins with: a character of UTF-8, or a byte that belongs to none.
+std::string_view FirstCharacter(std::string_view text);
+
 // Whether the byte goes on with a character of UTF-8 instead of beginning one.
 bool IsInsideCharacter(char c);
 

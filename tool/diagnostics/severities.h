@@ -1,0 +1,34 @@
+// What the command line says of the severity of messages.
+#ifndef TOOL_DIAGNOSTICS_SEVERITIES_H_
+#define TOOL_DIAGNOSTICS_SEVERITIES_H_
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tool/diagnostics/diagnostic.h"
+
+namespace rux {
+
+// Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
+// counts more than what is said of all, and of two things about it the last. Errors stay what they
+// are.
+class Severities {
+ public:
+  // Takes "error", "error=ID" or "no-ID". Returns why it cannot, or nothing.
+  std::string Set(const std::string& setting);
+
+  void RaiseAll() { raises_all_ = true; }
+
+  void Apply(std::vector<Diagnostic>& diagnostics) const;
+
+ private:
+  enum class Wish { kRaise, kDrop };
+
+  bool raises_all_ = false;
+  std::map<MessageId, Wish> wishes_;
+};
+
+}  // namespace rux
+
+#endif  // TOOL_DIAGNOSTICS_SEVERITIES_H_
