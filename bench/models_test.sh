@@ -20,7 +20,7 @@ for rich in '' --rich; do
     # shellcheck disable=SC2086 # nothing, or one word
     "$generator" $rich rux $sensors machine.rux
     expect '0 errors, 0 warnings' machine.rux
-    "$rux" verify meta metad
+    "$rux" verify -q meta metad
   done
 done
 
@@ -31,7 +31,7 @@ while read -r shape accepted _; do
   "$generator" "$shape" $count "$shape"
   if [ "$accepted" = accepted ]; then
     expect '0 errors, 0 warnings' "$shape/main.rux"
-    "$rux" verify meta metad
+    "$rux" verify -q meta metad
   else
     expect "$count errors, 0 warnings" "$shape/main.rux"
   fi

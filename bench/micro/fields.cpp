@@ -32,6 +32,13 @@ void ValueByIndex(benchmark::State& state) {
   AskInTurn(state, entries, [](GCENTRY entry) { return gcGetValueByIndex(entry, 0).data.number; });
 }
 
+void ModelValue(benchmark::State& state) {
+  const ruxcomp::Sections sensors = ModelOf(Sensors(state)).sections(RUX_SECT_SENSOR);
+  const auto entry = [&](std::uint32_t i) { return sensors[i].entry(RUX_ENTRY_ID); };
+  AskInTurn(state, RandomPicks(Sensors(state), entry),
+            [](ruxcomp::Entry id) { return id.value().number(); });
+}
+
 void ValueById(benchmark::State& state) {
   std::vector<GCENTRY> entries;
   for (GCSECTION sensor : PickedSections(Sensors(state))) {
@@ -46,6 +53,12 @@ void Field(benchmark::State& state) {
     GCENTRY id = gcGetEntryByType(sensor, RUX_ENTRY_ID);
     return gcGetValueByIndex(id, 0).data.number;
   });
+}
+
+void ModelField(benchmark::State& state) {
+  const ruxcomp::Sections sensors = ModelOf(Sensors(state)).sections(RUX_SECT_SENSOR);
+  AskInTurn(state, RandomPicks(Sensors(state), [&](std::uint32_t i) { return sensors[i]; }),
+            [](ruxcomp::Section sensor) { return sensor.entry(RUX_ENTRY_ID).value().number(); });
 }
 
 void TreeField(benchmark::State& state) {
@@ -72,8 +85,10 @@ int main(int argc, char** argv) {
   Measure("entry by name/ours", EntryByName);
   Measure("entry by type/ours", EntryByType);
   Measure("value by index/ours", ValueByIndex);
+  Measure("value by index/model", ModelValue);
   Measure("value by selector/ours", ValueById);
   Measure("one field/ours", Field);
+  Measure("one field/model", ModelField);
   Measure("one field/libfdt", TreeField);
   Measure("one field/flatbuffers", FlatField);
   return RunMeasurements(argc, argv);

@@ -20,6 +20,17 @@ void LoadMachine(std::uint32_t sensors) {
   loaded = sensors;
 }
 
+const ruxcomp::Model& ModelOf(std::uint32_t sensors) {
+  static std::uint32_t of = 0;
+  static ruxcomp::Model model;
+  if (of != sensors) {
+    LoadMachine(sensors);
+    model = ruxcomp::Model::OfLoaded();
+    of = sensors;
+  }
+  return model;
+}
+
 std::string ScriptPath(const std::string& path) {
   std::string script = path;
   std::replace(script.begin(), script.end(), '/', '\\');

@@ -20,6 +20,17 @@ void Meta(benchmark::State& state) {
   }
 }
 
+void MakeModel(benchmark::State& state) {
+  LoadMachine(Sensors(state));
+  for (auto _ : state) {
+    auto model = ruxcomp::Model::OfLoaded();
+    benchmark::DoNotOptimize(model);
+    state.PauseTiming();
+    model = {};
+    state.ResumeTiming();
+  }
+}
+
 void DebugMeta(benchmark::State& state) {
   const std::string path = ModelFile{Sensors(state), "metad"}.Made();
   for (auto _ : state) {
@@ -50,6 +61,7 @@ int main(int argc, char** argv) {
   Measure("load/ours", Meta);
   Measure("load/libfdt", CheckTree);
   Measure("load/flatbuffers", CheckFlat);
+  Measure("make read model/ours", MakeModel);
   Measure("load debug meta/ours", DebugMeta);
   return RunMeasurements(argc, argv);
 }

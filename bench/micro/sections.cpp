@@ -46,6 +46,24 @@ void GroupIndex(benchmark::State& state) {
             [](const std::string& name) { return gcGetGroupIndex(name); });
 }
 
+void ModelById(benchmark::State& state) {
+  const ruxcomp::Model& model = ModelOf(Sensors(state));
+  AskInTurn(state, KnownPicks(Sensors(state), IdOf),
+            [&](std::uint32_t id) { return model.section_with_id(RUX_SECT_SENSOR, id); });
+}
+
+void ModelByName(benchmark::State& state) {
+  const ruxcomp::Model& model = ModelOf(Sensors(state));
+  AskInTurn(state, KnownPicks(Sensors(state), NameOf),
+            [&](const std::string& name) { return model.section_named(RUX_SECT_SENSOR, name); });
+}
+
+void ModelByIndex(benchmark::State& state) {
+  const ruxcomp::Model& model = ModelOf(Sensors(state));
+  AskInTurn(state, RandomPicks(Sensors(state), [](std::uint32_t i) { return i; }),
+            [&](std::uint32_t i) { return model.sections(RUX_SECT_SENSOR)[i]; });
+}
+
 void NodeById(benchmark::State& state) {
   const void* tree = Tree(Sensors(state));
   AskInTurn(state, KnownPicks(Sensors(state), IdOf), [=](std::uint32_t id) {
@@ -93,13 +111,16 @@ void KeyByIndex(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   Measure("sensor by ID/ours", ById);
+  Measure("sensor by ID/model", ModelById);
   Measure("sensor by ID/libfdt", NodeById);
   Measure("sensor by ID/flatbuffers", KeyById);
   Measure("sensor by name/ours", ByName);
+  Measure("sensor by name/model", ModelByName);
   Measure("sensor by name/libfdt", NodeByName);
   Measure("sensor by name/libfdt, path", NodeByPath);
   Measure("sensor by name/flatbuffers", KeyByName);
   Measure("sensor by index/ours", ByIndex);
+  Measure("sensor by index/model", ModelByIndex);
   Measure("sensor by index/flatbuffers", KeyByIndex);
   Measure("group index/ours", GroupIndex);
   return RunMeasurements(argc, argv);

@@ -42,6 +42,22 @@ void Plain(benchmark::State& state) {
   }
 }
 
+void WalkModel(benchmark::State& state) {
+  const ruxcomp::Model& model = ModelOf(Sensors(state));
+  for (auto _ : state) {
+    std::size_t sum = 0;
+    for (const ruxcomp::Section section : model.sections()) {
+      for (const ruxcomp::Entry entry : section.entries()) {
+        sum += entry.identifier();
+        for (const ruxcomp::Value value : entry.values()) {
+          sum += value.text().size() + value.number();
+        }
+      }
+    }
+    benchmark::DoNotOptimize(sum);
+  }
+}
+
 // What a property holds is not written down in a tree: cells are summed up, texts are cells, too.
 std::size_t SumOfCells(const char* name, const void* cells, int length) {
   std::size_t sum = std::strlen(name) + static_cast<std::size_t>(length);
@@ -139,6 +155,7 @@ void WalkFlat(benchmark::State& state) {
 int main(int argc, char** argv) {
   // A value's index is looked for in its whole table, so that everything takes the square of it.
   Measure("walk/ours", Plain, 10000);
+  Measure("walk/model", WalkModel);
   Measure("walk/libfdt", WalkTree);
   Measure("walk/flatbuffers", WalkFlat);
   return RunMeasurements(argc, argv);
