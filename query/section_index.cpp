@@ -2,8 +2,8 @@
 
 #include "backend/compile_pass.h"
 #include "backend/symbol_tables.h"
+#include "query/names.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/record_rules.h"
 
 class SectionIndex::Builder {
  public:
@@ -13,11 +13,10 @@ class SectionIndex::Builder {
     Kind& kind = index_.kinds_[section.identifier];
     kind.sections.push_back(&section);
     for (std::size_t i = 0; i < section.entries.size(); ++i) {
-      if (const std::uint32_t* id = ruxcomp::OfferedId(section.entries[i])) {
+      if (const std::uint32_t* id = OfferedId(section.entries[i])) {
         AddId(kind, {&section, i, *id});
       }
-      if (const std::uint32_t* name =
-              ruxcomp::OfferedName(section.identifier, section.entries[i])) {
+      if (const std::uint32_t* name = OfferedName(section.identifier, section.entries[i])) {
         AddName(kind, {&section, i, *name});
       }
     }
@@ -73,7 +72,7 @@ tagGCSECT* SectionIndex::WithId(std::uint32_t kind, std::uint32_t id) const {
   if (found == sections->ids.end()) return nullptr;
   const auto& [section, entry, index] = found->second;
   if (entry >= section->entries.size()) return nullptr;
-  const std::uint32_t* offered = ruxcomp::OfferedId(section->entries[entry]);
+  const std::uint32_t* offered = OfferedId(section->entries[entry]);
   return offered && *offered == index ? section : nullptr;
 }
 
@@ -84,6 +83,6 @@ tagGCSECT* SectionIndex::WithName(std::uint32_t kind, const std::string& name) c
   if (found == sections->names.end()) return nullptr;
   const auto& [section, entry, index] = found->second;
   if (entry >= section->entries.size()) return nullptr;
-  const std::uint32_t* offered = ruxcomp::OfferedName(kind, section->entries[entry]);
+  const std::uint32_t* offered = OfferedName(kind, section->entries[entry]);
   return offered && *offered == index ? section : nullptr;
 }

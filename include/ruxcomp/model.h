@@ -48,8 +48,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
+#include "ruxcomp/model/builder.h"
 #include "ruxcomp/model/capture.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/records.h"
@@ -62,13 +62,12 @@ class Model {
   // Of nothing; a model that was moved away is such a one, too.
   Model() noexcept = default;
 
+  // Of what the builder was given; that is used up then.
+  explicit Model(ModelBuilder&& builder) : records_(builder.Take()) {}
+
   // What gcInit loaded; after one that failed, what it could read. Leaves the last-error code as it
   // is. The library's data may be released then.
-  static Model OfLoaded() {
-    Model model;
-    model.records_ = detail::Capture().Take();
-    return model;
-  }
+  static Model OfLoaded() { return Model(detail::CaptureLoaded()); }
 
   // Loads a meta file and leaves none loaded in the library: one that was, is released. `info` is
   // for gcInit. None when gcInit refuses the file; gcGetLastError tells its code.

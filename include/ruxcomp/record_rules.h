@@ -8,7 +8,6 @@
 #include <optional>
 
 #include "ruxcomp/identifiers.h"
-#include "ruxcomp/records.h"
 
 namespace ruxcomp {
 
@@ -28,14 +27,16 @@ constexpr bool HasNamedEntries(std::uint32_t kind) {
 }
 
 // The table index that an entry offers as the ID, or as a name, of a section of that kind; null
-// when it offers none. All entries of a section may offer some.
-inline const std::uint32_t* OfferedId(const tagGCENTRY& entry) {
-  return entry.identifier == RUX_ENTRY_ID && !entry.values.empty() ? &entry.values.front()
-                                                                   : nullptr;
+// when it offers none. `first_value` is null for an entry without values. All entries of a section
+// may offer some.
+constexpr const std::uint32_t* OfferedId(std::uint32_t identifier,
+                                         const std::uint32_t* first_value) {
+  return identifier == RUX_ENTRY_ID ? first_value : nullptr;
 }
-inline const std::uint32_t* OfferedName(std::uint32_t kind, const tagGCENTRY& entry) {
-  if (entry.identifier == RUX_ENTRY_NAME && !entry.values.empty()) return &entry.values.front();
-  return HasNamedEntries(kind) ? &entry.identifier : nullptr;
+constexpr const std::uint32_t* OfferedName(std::uint32_t kind, const std::uint32_t& identifier,
+                                           const std::uint32_t* first_value) {
+  if (identifier == RUX_ENTRY_NAME && first_value != nullptr) return first_value;
+  return HasNamedEntries(kind) ? &identifier : nullptr;
 }
 
 inline constexpr std::uint32_t SELECTOR_ANY = 0xFFFFFFFF;

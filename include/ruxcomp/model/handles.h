@@ -61,8 +61,13 @@ class Entry {
 
   // The name that the identifier stands for, without its prefix: "IPMI" of VALUE_IPMI. Empty when
   // there is none, as with every RUX_ENTRY_...; the name of VALUE is empty, too.
-  std::string_view name() const noexcept { return OwnName().text(); }
-  bool has_name() const noexcept { return OwnName().kind() == RUX_DATA_STRING; }
+  std::string_view name() const noexcept { return identity().text(); }
+  bool has_name() const noexcept { return identity().kind() == RUX_DATA_STRING; }
+
+  // The identifier as a value: looked up like the index that it may be.
+  Value identity() const noexcept {
+    return *this ? place_.model->tables.Resolve(place_.at->identifier) : Value();
+  }
 
   Values values() const noexcept {
     if (!*this) return Values();
@@ -91,10 +96,6 @@ class Entry {
   std::size_t count() const noexcept {
     return *this ? place_.at[1].first_value - place_.at->first_value : 0;
   }
-  Value OwnName() const noexcept {
-    return *this ? place_.model->tables.Resolve(place_.at->identifier) : Value();
-  }
-
   detail::EntryCursor place_;
 };
 

@@ -24,31 +24,41 @@ Word LoadAs(const char* from) noexcept {
   return word;
 }
 
-// Keys of a HashIndex: a number, and a text that outlives the table.
-struct NumberKey {
-  std::uint32_t number = 0;
+// Keys of a HashIndex, as slots hold them. What they are hashed to depends on a seed.
 
-  std::uint64_t Hash() const noexcept { return number; }
+struct NumberKey {
+  using Of = std::uint32_t;
+
+  NumberKey() = default;
+  NumberKey(std::uint32_t of, std::uint64_t) noexcept : number(of) {}
+  std::uint32_t Hash() const noexcept { return number; }
   friend bool operator==(NumberKey a, NumberKey b) noexcept { return a.number == b.number; }
+
+  std::uint32_t number = 0;
 };
 
+// Of a text that outlives the table.
 class TextKey {
  public:
-  TextKey() = default;
-  explicit TextKey(std::string_view text) noexcept
-      : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), hash_(HashOf(text)) {}
+  using Of = std::string_view;
 
-  std::uint64_t Hash() const noexcept { return hash_; }
+  TextKey() = default;
+  TextKey(std::string_view text, std::uint64_t seed) noexcept
+      : text_(text.data()),
+        size_(static_cast<std::uint32_t>(text.size())),
+        hash_(HashOf(text, seed)) {}
+
+  std::uint32_t Hash() const noexcept { return hash_; }
   friend bool operator==(const TextKey& a, const TextKey& b) noexcept {
     return a.hash_ == b.hash_ && a.size_ == b.size_ && std::memcmp(a.text_, b.text_, a.size_) == 0;
   }
 
  private:
   // By words of eight bytes, the last of which may overlap the one before it.
-  static std::uint32_t HashOf(std::string_view text) noexcept {
+  static std::uint32_t HashOf(std::string_view text, std::uint64_t seed) noexcept {
     const char* at = text.data();
     const std::size_t size = text.size();
-    std::uint64_t hash = size;
+    std::uint64_t hash = Mixed(seed ^ size);
     if (size >= 8) {
       for (const char* last = at + size - 8; at < last; at += 8) {
         hash = Mixed(hash ^ LoadAs<std::uint64_t>(at));
@@ -73,10 +83,15 @@ class TextKey {
 inline constexpr std::uint32_t kNoItem = 0xFFFFFFFF;
 
 // The first item that was added under a key in a scope. Open addressing: a slot holds one item, and
-// a quarter of them is free.
+// a quarter of them is free. Stays where it is: its address is the seed of its hashes, so that
+// nobody can choose names for a file that all collide.
 template <class Key>
 class HashIndex {
  public:
+  HashIndex() = default;
+  HashIndex(const HashIndex&) = delete;
+  HashIndex& operator=(const HashIndex&) = delete;
+
   // Makes room for as many items.
   void Reserve(std::size_t count) {
     std::size_t size = kLeastSlots;
@@ -84,8 +99,9 @@ class HashIndex {
     if (size > slots_.size()) Rehash(size);
   }
 
-  void Add(std::uint32_t scope, const Key& key, std::uint32_t item) {
+  void Add(std::uint32_t scope, typename Key::Of of, std::uint32_t item) {
     if (!HasRoom(count_ + 1, slots_.size())) Reserve(count_ + 1);
+    const Key key(of, Seed());
     Slot& slot = slots_[Position(scope, key)];
     if (slot.item != kNoItem) return;
     slot = {key, scope, item};
@@ -93,8 +109,8 @@ class HashIndex {
   }
 
   // kNoItem when there is none.
-  std::uint32_t Find(std::uint32_t scope, const Key& key) const noexcept {
-    return slots_.empty() ? kNoItem : slots_[Position(scope, key)].item;
+  std::uint32_t Find(std::uint32_t scope, typename Key::Of of) const noexcept {
+    return slots_.empty() ? kNoItem : slots_[Position(scope, Key(of, Seed()))].item;
   }
 
  private:
@@ -104,10 +120,12 @@ class HashIndex {
     std::uint32_t item = kNoItem;
   };
 
+  std::uint64_t Seed() const noexcept { return reinterpret_cast<std::uintptr_t>(this); }
+
   // Where the key stands, or the free slot where it would.
   std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
     const std::size_t mask = slots_.size() - 1;  // a power of two, less one
-    std::size_t at = Mixed(key.Hash() | std::uint64_t{scope} << 32) & mask;
+    std::size_t at = Mixed(Seed() ^ (key.Hash() | std::uint64_t{scope} << 32)) & mask;
     while (slots_[at].item != kNoItem && !(slots_[at].scope == scope && slots_[at].key == key)) {
       at = (at + 1) & mask;
     }

@@ -64,23 +64,23 @@ struct Records {
   HashIndex<TextKey> entries_by_name;
 
   const SectionRecord* SectionWithId(std::uint32_t kind, std::uint32_t id) const noexcept {
-    return At(sections, sections_by_id.Find(kind, NumberKey{id}));
+    return At(sections, sections_by_id.Find(kind, id));
   }
   const SectionRecord* SectionNamed(std::uint32_t kind, std::string_view name) const noexcept {
-    return At(sections, sections_by_name.Find(kind, TextKey(name)));
+    return At(sections, sections_by_name.Find(kind, name));
   }
 
   const EntryRecord* EntryOf(const SectionRecord& section,
                              std::uint32_t identifier) const noexcept {
     if (section.entry_count > kFewEntries) {
-      return At(entries, entries_by_identifier.Find(section.first_entry, NumberKey{identifier}));
+      return At(entries, entries_by_identifier.Find(section.first_entry, identifier));
     }
     return First(section, [&](const EntryRecord& e) { return e.identifier == identifier; });
   }
   const EntryRecord* EntryNamed(const SectionRecord& section,
                                 std::string_view name) const noexcept {
     if (section.entry_count > kFewEntries) {
-      return At(entries, entries_by_name.Find(section.first_entry, TextKey(name)));
+      return At(entries, entries_by_name.Find(section.first_entry, name));
     }
     return First(section, [&](const EntryRecord& entry) {
       const Value own = tables.Resolve(entry.identifier);

@@ -6,9 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -43,21 +41,21 @@ class TextArena {
 // A symbol table turned round: what each of its indices stands for.
 class Table {
  public:
-  // Of several keys with one index the first counts, as in a walk over the table.
-  template <class Key>
-  void Fill(std::uint32_t base, const std::map<Key, std::uint32_t>& table, TextArena& texts) {
-    dense_.resize(std::min(table.size(), kMostOrdinals));
-    for (const auto& [key, index] : table) {
-      if (ClassOf(index) != base) continue;
-      const std::size_t ordinal = OrdinalOf(index);
-      if (ordinal >= dense_.size()) {
-        strays_.push_back(ValueOf(index, key, texts));
-      } else if (dense_[ordinal].index() != index) {
-        dense_[ordinal] = ValueOf(index, key, texts);
-      }
+  void Reserve(std::size_t count) { dense_.resize(std::min(count, kMostOrdinals)); }
+
+  // make() gives the value of an index; the first that comes in for one counts.
+  template <class Make>
+  void Add(std::uint32_t index, Make make) {
+    const std::size_t ordinal = OrdinalOf(index);
+    if (ordinal >= dense_.size()) {
+      strays_.push_back(make());
+    } else if (dense_[ordinal].index() != index) {
+      dense_[ordinal] = make();
     }
-    std::stable_sort(strays_.begin(), strays_.end(), IsLess);
   }
+
+  // Once all are in.
+  void Settle() { std::stable_sort(strays_.begin(), strays_.end(), IsLess); }
 
   // Of no kind when no key has the index.
   Value At(std::uint32_t index) const noexcept {
@@ -72,13 +70,6 @@ class Table {
 
   static bool IsLess(const Value& a, const Value& b) noexcept { return a.index() < b.index(); }
 
-  static Value ValueOf(std::uint32_t index, const std::string& text, TextArena& texts) {
-    return {index, texts.Add(text)};
-  }
-  static Value ValueOf(std::uint32_t index, std::uint32_t number, TextArena&) {
-    return {index, number};
-  }
-
   // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
   // lies beyond stands apart, so that no index is taken for an amount of memory.
   std::vector<Value> dense_;   // by ordinal
@@ -88,9 +79,17 @@ class Table {
 // All of them.
 class Tables {
  public:
-  template <class Key>
-  void Fill(std::uint32_t base, const std::map<Key, std::uint32_t>& table) {
-    tables_[base >> kClassShift].Fill(base, table, texts_);
+  void Reserve(std::uint32_t index_class, std::size_t count) {
+    if (Table* table = Of(index_class)) table->Reserve(count);
+  }
+  void Add(std::uint32_t index, std::string_view text) {
+    if (Table* table = Of(index)) table->Add(index, [&] { return Value(index, texts_.Add(text)); });
+  }
+  void Add(std::uint32_t index, std::uint32_t number) {
+    if (Table* table = Of(index)) table->Add(index, [&] { return Value(index, number); });
+  }
+  void Settle() {
+    for (Table& table : tables_) table.Settle();
   }
 
   // What an index stands for: what GetTblData answers.
@@ -102,6 +101,11 @@ class Tables {
 
  private:
   static constexpr int kClassShift = 24;
+
+  Table* Of(std::uint32_t index) {
+    const std::size_t table = index >> kClassShift;
+    return table < tables_.size() ? &tables_[table] : nullptr;
+  }
 
   std::array<Table, (RUX_CLASS_Small >> kClassShift)> tables_;  // by class; most are empty
   TextArena texts_;
