@@ -7,12 +7,21 @@
 #include "tests/damage/memory_file.h"
 #include "tests/damage/samples.h"
 #include "tests/library/meta_bytes.h"
+#include "tool/compiled/model_reader.h"
+#include "tool/compiled/verify.h"
 
 namespace {
 
 using ruxcomp::Model;
 
 class SameAnswers : public MetaTest {};
+
+// The model that the tool makes, which does not ask the library.
+Model ReadBesidesTheLibrary(const std::string& bytes) {
+  rux::ModelReader reader;
+  EXPECT_TRUE(rux::Verify(bytes, nullptr, &reader).empty());
+  return reader.Take();
+}
 
 TEST_F(SameAnswers, BeforeAnyLoad) {
   ExpectSameAnswers(Model::OfLoaded());
@@ -32,6 +41,7 @@ TEST_F(SameAnswers, OfTheExamples) {
     const Model model = Model::OfLoaded();
     EXPECT_GT(model.sections(RUX_SECT_SENSOR).size(), 0u);
     ExpectSameAnswers(model);
+    ExpectSameAnswers(ReadBesidesTheLibrary(ReadAll("board.meta")));
     gcUnInit();
   }
 }
@@ -64,6 +74,8 @@ TEST_P(SameAnswersOfDamaged, MetaFile) {
     const bool is_loaded = gcInit(file.path()) != 0;
     ++(is_loaded ? loaded : refused);
     ExpectSameAnswers(Model::OfLoaded());
+    rux::ModelReader reader;
+    if (rux::Verify(damages.At(i), nullptr, &reader).empty()) ExpectSameAnswers(reader.Take());
     gcUnInit();
     EXPECT_EQ(Model::Load(file.path()).has_value(), is_loaded);
   }

@@ -10,14 +10,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "tool/command.h"
+#include "tool/compiled/keywords.h"
 #include "tool/meta/meta_find.h"
 #include "tool/meta/meta_path.h"
 #include "tool/meta/meta_view.h"
@@ -29,26 +28,22 @@
 namespace rux {
 namespace {
 
-using Cells = std::array<std::uint8_t, 256>;
-
 struct Options {
   std::string meta;
   std::string path;
   bool json = false;
 };
 
-std::optional<Cells> CellsOf(const MetaSection& section) {
-  Cells cells;
-  if (section.kind->section != RUX_SECT_TABLE) return std::nullopt;
-  if (gcGetTableData(section.ordinal, cells.data()) == 0) return std::nullopt;
-  return cells;
+// Null when the section has none.
+const ruxcomp::TableCells* CellsOf(const MetaView& meta, const ruxcomp::Section& section) {
+  return section.kind() == RUX_SECT_TABLE ? meta.model().table(section.ordinal()) : nullptr;
 }
 
-std::string SectionText(const MetaView& meta, const MetaSection& section) {
+std::string SectionText(const MetaView& meta, const ruxcomp::Section& section) {
   std::vector<std::pair<std::string, std::string>> lines;
   std::size_t width = 0;
-  for (const tagGCENTRY& entry : section.record->entries) {
-    lines.emplace_back(SafeText(meta.KeyOf(section, entry)), ValueText(ValueOf(meta, entry)));
+  for (const ruxcomp::Entry entry : section.entries()) {
+    lines.emplace_back(SafeText(KeyOf(section, entry)), ValueText(ValueOf(entry)));
     width = std::max(width, Columns(lines.back().first));
   }
   std::string text;
@@ -58,30 +53,31 @@ std::string SectionText(const MetaView& meta, const MetaSection& section) {
     text += value;
     text += '\n';
   }
-  if (const auto cells = CellsOf(section)) text += CellsText(*cells);
+  if (const auto* cells = CellsOf(meta, section)) text += CellsText(*cells);
   return text;
 }
 
-void PutSection(Json& json, const MetaView& meta, const MetaSection& section) {
+void PutSection(Json& json, const MetaView& meta, const ruxcomp::Section& section) {
   json["entries"] = Json::array();
-  for (const tagGCENTRY& entry : section.record->entries) {
-    json["entries"].push_back(EntryJson(meta.KeyOf(section, entry), ValueOf(meta, entry)));
+  for (const ruxcomp::Entry entry : section.entries()) {
+    json["entries"].push_back(EntryJson(KeyOf(section, entry), ValueOf(entry)));
   }
-  if (const auto cells = CellsOf(section)) json["cells"] = *cells;
+  if (const auto* cells = CellsOf(meta, section)) json["cells"] = *cells;
 }
 
 std::string FoundText(const MetaView& meta, const Found& found) {
   if (found.part) return PartText(*found.part) + '\n';
-  if (found.entry != nullptr) return ValueText(ValueOf(meta, *found.entry)) + '\n';
+  if (found.entry) return ValueText(ValueOf(found.entry)) + '\n';
   return SectionText(meta, found.section);
 }
 
 Json FoundJson(const MetaView& meta, const Found& found) {
-  Json json = {{"kind", found.section.kind->keyword}, {"ordinal", found.section.ordinal}};
+  Json json = {{"kind", CompiledSectionKeyword(found.section.kind())},
+               {"ordinal", found.section.ordinal()}};
   if (found.part) {
     json["part"] = PartJson(*found.part);
-  } else if (found.entry != nullptr) {
-    json["entry"] = EntryJson(meta.KeyOf(found.section, *found.entry), ValueOf(meta, *found.entry));
+  } else if (found.entry) {
+    json["entry"] = EntryJson(KeyOf(found.section, found.entry), ValueOf(found.entry));
   } else {
     PutSection(json, meta, found.section);
   }

@@ -39,7 +39,7 @@ std::string KindsText(const MetaView& meta) {
   std::string text = fmt::format("{}: format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC\n",
                                  SafeText(meta.path()), meta.info().version, fmt::gmtime(created));
   for (const Kind& kind : Kinds()) {
-    const std::uint32_t count = meta.CountOf(kind);
+    const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
   }
   return text;
@@ -52,60 +52,59 @@ Json KindsJson(const MetaView& meta) {
   json["created"] = meta.info().creationTime;
   json["kinds"] = Json::array();
   for (const Kind& kind : Kinds()) {
-    const std::uint32_t count = meta.CountOf(kind);
+    const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) json["kinds"].push_back({{"kind", kind.keyword}, {"sections", count}});
   }
   return json;
 }
 
-std::vector<std::string> KeysOf(const MetaView& meta, const MetaSection& section) {
+std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
   std::vector<std::string> keys;
-  for (const tagGCENTRY& entry : section.record->entries) {
-    keys.push_back(meta.KeyOf(section, entry));
-  }
+  for (const ruxcomp::Entry entry : section.entries()) keys.push_back(KeyOf(section, entry));
   return keys;
 }
 
 // What tells a section from the others of its kind.
-std::string SectionText(const MetaView& meta, const MetaSection& section) {
-  std::string text = fmt::format("@{}", section.ordinal);
-  if (!section.kind->has_names) {
+std::string SectionText(const Kind& kind, const ruxcomp::Section& section) {
+  std::string text = fmt::format("@{}", section.ordinal());
+  if (!kind.has_names) {
     const char* separator = "  ";
-    for (const std::string& key : KeysOf(meta, section)) {
+    for (const std::string& key : KeysOf(section)) {
       text += std::exchange(separator, ", ") + NameText(key);
     }
     return text;
   }
-  if (const auto id = meta.IdOf(section)) text += fmt::format("  #0x{:X}", *id);
-  if (const auto name = meta.NameOf(section)) text += "  " + NameText(*name);
+  if (const auto id = section.id()) text += fmt::format("  #0x{:X}", *id);
+  if (section.has_name()) text += "  " + NameText(section.name());
   return text;
 }
 
-Json SectionJson(const MetaView& meta, const MetaSection& section) {
-  Json json = {{"ordinal", section.ordinal}};
-  if (!section.kind->has_names) {
+Json SectionJson(const Kind& kind, const ruxcomp::Section& section) {
+  Json json = {{"ordinal", section.ordinal()}};
+  if (!kind.has_names) {
     json["entries"] = Json::array();
-    for (const std::string& key : KeysOf(meta, section)) {
+    for (const std::string& key : KeysOf(section)) {
       PutText(json["entries"].emplace_back(Json::object()), "name", key);
     }
     return json;
   }
-  if (const auto name = meta.NameOf(section)) PutText(json, "name", *name);
-  if (const auto id = meta.IdOf(section)) json["id"] = *id;
+  if (section.has_name()) PutText(json, "name", std::string(section.name()));
+  if (const auto id = section.id()) json["id"] = *id;
   return json;
 }
 
 std::string ListKind(const MetaView& meta, const Kind& kind, bool as_json) {
-  const std::vector<MetaSection> sections = meta.SectionsOf(kind);
   if (as_json) {
     Json json = {{"kind", kind.keyword}, {"sections", Json::array()}};
-    for (const MetaSection& section : sections) {
-      json["sections"].push_back(SectionJson(meta, section));
+    for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
+      json["sections"].push_back(SectionJson(kind, section));
     }
     return JsonText(json);
   }
   std::string text;
-  for (const MetaSection& section : sections) text += SectionText(meta, section) + '\n';
+  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
+    text += SectionText(kind, section) + '\n';
+  }
   return text;
 }
 

@@ -1,7 +1,6 @@
 #include "tool/compiled/compiled_file.h"
 
 #include "tool/compiled/fault.h"
-#include "tool/compiled/verify.h"
 #include "tool/compiled/whole_file.h"
 #include "tool/failure.h"
 
@@ -20,17 +19,17 @@ Failure WrongForm(const std::string& path, Form form) {
 
 CompiledFile::CompiledFile(const std::string& path)
     : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
-  ExpectSound();
+  ExpectSound(nullptr);
 }
 
-CompiledFile::CompiledFile(const std::string& path, Form wanted)
+CompiledFile::CompiledFile(const std::string& path, Form wanted, MetaVisitor* reader)
     : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
   if (form_ != wanted && form_ != Form::kNone) throw WrongForm(path, form_);
-  ExpectSound();
+  ExpectSound(reader);
 }
 
-void CompiledFile::ExpectSound() const {
-  const Faults faults = Verify(bytes_);
+void CompiledFile::ExpectSound(MetaVisitor* reader) {
+  const Faults faults = Verify(bytes_, &summary_, reader);
   if (faults.empty()) return;
   const Fault& first = faults.list().front();
   // Where in it a foreign file differs is of no use to anybody.

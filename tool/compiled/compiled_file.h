@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tool/compiled/file_header.h"
+#include "tool/compiled/verify.h"
 
 namespace rux {
 
@@ -14,20 +15,23 @@ namespace rux {
 class CompiledFile {
  public:
   // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is
-  // of another form, or has a fault, which it tells.
+  // of another form, or has a fault, which it tells. The reader is shown a meta file's records
+  // while they are verified: what it makes of them is of use when nothing is thrown.
   explicit CompiledFile(const std::string& path);
-  CompiledFile(const std::string& path, Form wanted);
+  CompiledFile(const std::string& path, Form wanted, MetaVisitor* reader = nullptr);
 
   const std::string& path() const { return path_; }
   std::string_view bytes() const { return bytes_; }
   Form form() const { return form_; }
+  const Summary& summary() const { return summary_; }
 
  private:
-  void ExpectSound() const;
+  void ExpectSound(MetaVisitor* reader);
 
   const std::string path_;
   const std::string bytes_;
   const Form form_;
+  Summary summary_;
 };
 
 }  // namespace rux

@@ -36,7 +36,7 @@ class Cursor {
     const std::size_t begin = offset_;
     offset_ += size;
     Note(field, begin);
-    return file_.substr(begin, size);
+    return {file_.data() + begin, size};
   }
   // How many things follow that take `least_size` bytes each at least.
   std::uint32_t Count(const char* field, std::size_t least_size) {

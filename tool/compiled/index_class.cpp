@@ -18,6 +18,9 @@ struct IndexClass {
   const char* prefix;  // that a script puts before names of the class
 };
 
+constexpr char kPropertyPrefix[] = "P_";
+constexpr char kPlainValue[] = "VALUE";  // the value without a name
+
 constexpr IndexClass kIndexClasses[] = {
     {RUX_CLASS_Property, Datum::Class::kName, "property", ""},
     {RUX_CLASS_Global, Datum::Class::kGlobal, "global", "G_"},
@@ -72,9 +75,8 @@ std::optional<Datum> ImmediateDatum(std::uint32_t index) {
 Datum TextDatum(std::uint32_t index, const std::string& text) {
   const IndexClass* row = FindClass(index);
   if (row == nullptr) return {};
-  // The value without a name is just VALUE.
   const bool is_plain = row->is == Datum::Class::kValue && text.empty();
-  return {row->is, OrdinalOfIndex(index), is_plain ? "VALUE" : row->prefix + text};
+  return {row->is, OrdinalOfIndex(index), is_plain ? kPlainValue : row->prefix + text};
 }
 
 Datum NumberDatum(std::uint32_t number) { return {Datum::Class::kNumber, number, {}}; }
@@ -83,7 +85,18 @@ std::string KeyText(std::uint32_t section_identifier, std::uint32_t identifier, 
   if (const char* keyword = CompiledEntryKeyword(identifier)) return keyword;
   const bool is_prefixed =
       ClassOfIndex(identifier) == RUX_CLASS_Property && section_identifier != RUX_SECT_PROPERTY;
-  return is_prefixed && name.is == Datum::Class::kName ? "P_" + name.text : name.text;
+  return is_prefixed && name.is == Datum::Class::kName ? kPropertyPrefix + name.text : name.text;
+}
+
+std::vector<std::string> NamesOfKey(const std::string& key) {
+  std::vector<std::string> names = {key};
+  const auto add_behind = [&](const std::string& prefix) {
+    if (!prefix.empty() && key.rfind(prefix, 0) == 0) names.push_back(key.substr(prefix.size()));
+  };
+  add_behind(kPropertyPrefix);
+  for (const IndexClass& row : kIndexClasses) add_behind(row.prefix);
+  if (key == kPlainValue) names.emplace_back();
+  return names;
 }
 
 }  // namespace rux

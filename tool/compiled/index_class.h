@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace rux {
 
@@ -45,6 +46,10 @@ Datum NumberDatum(std::uint32_t number);
 // The key of an entry as a script writes it in such a section. `name` is what the identifier stands
 // for as an index; the key is empty when neither tells.
 std::string KeyText(std::uint32_t section_identifier, std::uint32_t identifier, const Datum& name);
+
+// What may stand in a table for an entry of that key: the key, and what follows one of the
+// prefixes.
+std::vector<std::string> NamesOfKey(const std::string& key);
 
 }  // namespace rux
 

@@ -101,6 +101,7 @@ class Walk {
     table.length_offset = cursor_.offset();
     table.length = cursor_.Word("length");
     CheckLength(table);
+    table.payload = bytes_.substr(cursor_.offset(), table.length);
     if (table.base == RUX_CLASS_TableData) {
       ReadCells(table);
     } else if (table.base == RUX_CLASS_Dword) {

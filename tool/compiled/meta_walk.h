@@ -33,6 +33,7 @@ struct MetaTableView {
   std::size_t length_offset = 0;  // of that word
   Extent extent;                  // without the padding behind it
   std::vector<Piece> pieces;
+  std::string_view payload;  // as many bytes as the length says, whatever is in them
 
   // A table of texts: where each ends in `block`, its terminating zero not included. There may be
   // more empty ones than that at the end, up to `most_texts` in all, which look like padding.

@@ -12,10 +12,11 @@ inline constexpr std::size_t kWordSize = 4;
 
 // All numbers of compiled files are unsigned 32-bit words, least significant byte first.
 inline std::uint32_t LoadWord(const char* bytes) {
+  // Written out, for the compiler to see that it is one load.
   const auto byte = [bytes](std::size_t i) {
-    return std::uint32_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+    return std::uint32_t{static_cast<unsigned char>(bytes[i])};
   };
-  return byte(0) | byte(1) | byte(2) | byte(3);  // which compilers see through
+  return byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
 }
 
 // Words one behind the other. Valid as long as the bytes are.

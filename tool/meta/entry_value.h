@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "ruxcomp/records.h"
-#include "tool/meta/meta_view.h"
+#include "ruxcomp/model.h"
+#include "tool/compiled/index_class.h"
 
 namespace rux {
 
@@ -25,7 +25,7 @@ struct EntryValue {
 
 // Value, global and repeater entries have the parts that the library's selectors pick; what no
 // selector fits is one part "Values". All other entries are one nameless part.
-EntryValue ValueOf(const MetaView& meta, const tagGCENTRY& entry);
+EntryValue ValueOf(const ruxcomp::Entry& entry);
 
 }  // namespace rux
 

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <strings.h>
 
-#include <algorithm>
+#include <utility>
 
 #include "tool/failure.h"
 #include "tool/meta/section_search.h"
@@ -13,48 +13,74 @@
 namespace rux {
 namespace {
 
-NamedSections NamesOf(const MetaView& meta, const std::vector<MetaSection>& sections) {
-  return {sections.front().kind->keyword, sections.size(),
-          [&](std::size_t i) { return meta.NameOf(sections[i]); },
-          [&](std::size_t i) { return meta.IdOf(sections[i]); }};
+std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
+  if (!section) return std::nullopt;
+  return section.ordinal();
 }
 
-// Null when the section does not have it; `keys` then gets what it has.
-const tagGCENTRY* FindEntry(const MetaView& meta, const MetaSection& section,
-                            const std::string& key, std::vector<std::string>& keys) {
-  for (const tagGCENTRY& entry : section.record->entries) {
-    std::string other = meta.KeyOf(section, entry);
-    if (other == key) return &entry;
+NamedSections NamesOf(const MetaView& meta, const Kind& kind) {
+  const ruxcomp::Sections sections = meta.SectionsOf(kind);
+  const auto name = [=](std::size_t i) -> std::optional<std::string> {
+    if (!sections[i].has_name()) return std::nullopt;
+    return std::string(sections[i].name());
+  };
+  const ruxcomp::Model* model = &meta.model();
+  const std::uint32_t section = kind.section;
+  return {
+      kind.keyword,
+      sections.size(),
+      name,
+      [=](std::size_t i) { return sections[i].id(); },
+      [=](const std::string& sought) { return OrdinalOf(model->section_named(section, sought)); },
+      [=](std::uint32_t id) { return OrdinalOf(model->section_with_id(section, id)); }};
+}
+
+// By the names that entries of that key have. Entries of other classes may have these, too: then
+// this finds nothing.
+ruxcomp::Entry EntryByName(const ruxcomp::Section& section, const std::string& key) {
+  for (const std::string& name : NamesOfKey(key)) {
+    const ruxcomp::Entry entry = section.entry_named(name);
+    if (entry && KeyOf(section, entry) == key) return entry;
+  }
+  return {};
+}
+
+// None when the section does not have it; `keys` then gets what it has.
+ruxcomp::Entry FindEntry(const ruxcomp::Section& section, const std::string& key,
+                         std::vector<std::string>& keys) {
+  if (const ruxcomp::Entry entry = EntryByName(section, key)) return entry;
+  for (const ruxcomp::Entry entry : section.entries()) {
+    std::string other = KeyOf(section, entry);
+    if (other == key) return entry;
     keys.push_back(std::move(other));
   }
-  return nullptr;
+  return {};
 }
 
-// The entry of that key in the first of the sections that has it.
-Found FindInAny(const MetaView& meta, const std::vector<MetaSection>& sections,
-                const std::string& key) {
-  std::vector<std::string> keys;
-  for (const MetaSection& section : sections) {
-    if (const tagGCENTRY* entry = FindEntry(meta, section, key, keys)) {
-      return {section, entry, std::nullopt};
-    }
+// The entry of that key in the first section of the kind that has it.
+Found FindInAny(const MetaView& meta, const Kind& kind, const std::string& key) {
+  for (const std::string& name : NamesOfKey(key)) {
+    const ruxcomp::Section section = meta.model().section_named(kind.section, name);
+    if (const ruxcomp::Entry entry = EntryByName(section, key)) return {section, entry};
   }
-  throw NoEntry("no " + sections.front().kind->keyword + " section has an", key, keys);
+  std::vector<std::string> keys;
+  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
+    if (const ruxcomp::Entry entry = FindEntry(section, key, keys)) return {section, entry};
+  }
+  throw NoEntry("no " + kind.keyword + " section has an", key, keys);
 }
 
 // The n-th of all values of the entry.
-EntryPart ValueAt(const MetaView& meta, const tagGCENTRY& entry, std::uint32_t n) {
-  if (n < entry.values.size()) return {"", false, {meta.Resolve(entry.values[n])}};
-  throw NotThere(fmt::format("there is no value @{}; the entry has {}", n, entry.values.size()));
+EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
+  const ruxcomp::Values values = entry.values();
+  if (n < values.size()) return {"", false, {DatumOf(values[n])}};
+  throw NotThere(fmt::format("there is no value @{}; the entry has {}", n, values.size()));
 }
 
-EntryPart PartNamed(const MetaView& meta, const tagGCENTRY& entry, const std::string& name) {
-  EntryValue value = ValueOf(meta, entry);
+EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
+  EntryValue value = ValueOf(entry);
   if (value.type) {
-    Datum type;
-    type.is = Datum::Class::kNumber;
-    type.number = *value.type;
-    value.parts.insert(value.parts.begin(), {"Type", false, {type}});
+    value.parts.insert(value.parts.begin(), {"Type", false, {NumberDatum(*value.type)}});
   }
   std::vector<std::string> names;
   for (const EntryPart& part : value.parts) {
@@ -84,25 +110,22 @@ const Kind& ExpectKind(const std::string& keyword) {
 Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
   const Kind& kind = ExpectKind(path.front().text);
   CheckForm(kind, path);
-  const std::vector<MetaSection> sections = meta.SectionsOf(kind);
+  const ruxcomp::Sections sections = meta.SectionsOf(kind);
   if (sections.empty()) throw NotThere("there is no " + kind.keyword + " section");
   auto step = path.begin() + 1;
   Found found;
   if (kind.has_names || OrdinalOf(*step)) {
-    found.section = sections[FindSection(NamesOf(meta, sections), *step++)];
+    found.section = sections[FindSection(NamesOf(meta, kind), *step++)];
     if (step == path.end()) return found;
     std::vector<std::string> keys;
-    found.entry = FindEntry(meta, found.section, step->text, keys);
-    if (found.entry == nullptr) {
-      throw NoEntry("the " + kind.keyword + " section has no", step->text, keys);
-    }
+    found.entry = FindEntry(found.section, step->text, keys);
+    if (!found.entry) throw NoEntry("the " + kind.keyword + " section has no", step->text, keys);
   } else {
-    found = FindInAny(meta, sections, step->text);
+    found = FindInAny(meta, kind, step->text);
   }
   if (++step == path.end()) return found;
   const auto number = OrdinalOf(*step);
-  found.part =
-      number ? ValueAt(meta, *found.entry, *number) : PartNamed(meta, *found.entry, step->text);
+  found.part = number ? ValueAt(found.entry, *number) : PartNamed(found.entry, step->text);
   if (++step != path.end()) {
     throw Failure(ExitStatus::kWrongUsage, "the path goes on behind a part of an entry");
   }

@@ -18,9 +18,9 @@ const Kind& ExpectKind(const std::string& keyword);
 
 // What a path leads to: a section, one of its entries, or a part of that entry.
 struct Found {
-  MetaSection section;
-  const tagGCENTRY* entry = nullptr;
-  std::optional<EntryPart> part;
+  ruxcomp::Section section;
+  ruxcomp::Entry entry = {};
+  std::optional<EntryPart> part = {};
 };
 
 // KIND/SECTION[/ENTRY[/PART]]

@@ -15,6 +15,9 @@ constexpr char kOrdinalSign = '@';
 std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
 
 std::size_t ById(const NamedSections& sections, std::uint32_t id) {
+  if (sections.with_id) {
+    if (const auto ordinal = sections.with_id(id)) return *ordinal;
+  }
   std::vector<std::string> ids;
   for (std::size_t i = 0; i < sections.count; ++i) {
     const std::optional<std::uint32_t> other = sections.id(i);
@@ -27,6 +30,9 @@ std::size_t ById(const NamedSections& sections, std::uint32_t id) {
 }
 
 std::size_t ByName(const NamedSections& sections, const std::string& name) {
+  if (sections.named) {
+    if (const auto ordinal = sections.named(name)) return *ordinal;
+  }
   std::vector<std::string> names;
   for (std::size_t i = 0; i < sections.count; ++i) {
     const std::optional<std::string> other = sections.name(i);

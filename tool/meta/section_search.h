@@ -21,6 +21,9 @@ struct NamedSections {
   // Of the section of that ordinal; none when it has none.
   std::function<std::optional<std::string>(std::size_t)> name;
   std::function<std::optional<std::uint32_t>(std::size_t)> id;
+  // Faster ways to the ordinal of the first section of that name or ID, where there are any.
+  std::function<std::optional<std::size_t>(const std::string&)> named = {};
+  std::function<std::optional<std::size_t>(std::uint32_t)> with_id = {};
 };
 
 // The number of a step such as "@0".
