@@ -38,6 +38,7 @@ int main(int argc, char** argv) try {
   CompileShapes(report);
   AskAndStart(report);
   MicroBenchmarks(report, most);
+  report.Print();
   if (!json.empty()) report.WriteJson(json);
 } catch (const std::exception& error) {
   std::fprintf(stderr, "rux_bench: %s\n", error.what());

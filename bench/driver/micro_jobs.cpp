@@ -103,11 +103,7 @@ void AddRows(Report& report, const Job& job, const std::string& who) {
   const auto is_ours = [](const std::string& name) {
     return std::find(kOurs, std::end(kOurs), name) != std::end(kOurs);
   };
-  const bool alone = std::all_of(job.times.begin(), job.times.end(),
-                                 [&](const auto& times) { return is_ours(times.first); });
-  for (const auto& [size, our_times] : ours->second) {
-    if (alone) add(size, Median(our_times), "", 0);
-  }
+  for (const auto& [size, our_times] : ours->second) add(size, Median(our_times), "", 0);
   for (const auto& [peer, their_sizes] : job.times) {
     if (is_ours(peer)) continue;
     for (const auto& [size, our_times] : ours->second) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char kColumns[] = "{:32} {:>8} {:>10} {:11} {:>10} {:>8} {:>6} {:>6}  {:24} {}\n";
+constexpr char kColumns[] = "{:40} {:>8} {:>10} {:11} {:>10} {:>8} {:>6} {:>6}  {:24} {}\n";
 
 std::string Text(Unit unit, double value) {
   struct Scale {
@@ -89,26 +89,36 @@ std::optional<bool> Row::Met() const {
 }
 
 void Report::Add(Row row) {
-  if (rows_.empty()) {
-    fmt::print(kColumns, "job", "size", "ours", "peer", "theirs", "ratio", "growth", "theirs",
-               "target, at most", "met");
+  const auto same_job = [&](const Row& other) { return other.job == row.job; };
+  if (std::none_of(rows_.begin(), rows_.end(), same_job)) {
+    std::fprintf(stderr, "%s\n", row.job.c_str());
   }
   const auto before = std::find_if(rows_.rbegin(), rows_.rend(), [&](const Row& other) {
-    return other.job == row.job && other.unit == row.unit && other.peer == row.peer &&
-           other.size < row.size;
+    return same_job(other) && other.peer == row.peer;
   });
-  if (before != rows_.rend()) {
+  if (before == rows_.rend()) {
+    const auto job = std::find_if(rows_.rbegin(), rows_.rend(), same_job).base();
+    rows_.insert(job == rows_.begin() ? rows_.end() : job, std::move(row));
+    return;
+  }
+  if (before->size < row.size) {
     const double times = static_cast<double>(row.size) / before->size;
     row.growth = Exponent(before->ours, row.ours, times);
     if (!row.peer.empty()) row.their_growth = Exponent(before->theirs, row.theirs, times);
   }
-  const auto met = row.Met();
-  fmt::print(kColumns, row.job, row.size, Text(row.unit, row.ours), row.peer,
-             row.peer.empty() ? "" : Text(row.unit, row.theirs), Text(row.Ratio()),
-             Text(row.growth), Text(row.their_growth), TargetsText(row),
-             met ? *met ? "yes" : "NO" : "");
-  std::fflush(stdout);
-  rows_.push_back(std::move(row));
+  rows_.insert(before.base(), std::move(row));
+}
+
+void Report::Print() const {
+  fmt::print(kColumns, "job", "size", "ours", "peer", "theirs", "ratio", "growth", "theirs",
+             "target, at most", "met");
+  for (const Row& row : rows_) {
+    const auto met = row.Met();
+    fmt::print(kColumns, row.job, row.size, Text(row.unit, row.ours), row.peer,
+               row.peer.empty() ? "" : Text(row.unit, row.theirs), Text(row.Ratio()),
+               Text(row.growth), Text(row.their_growth), TargetsText(row),
+               met ? *met ? "yes" : "NO" : "");
+  }
 }
 
 void Report::WriteJson(const std::string& path) const {

@@ -29,7 +29,7 @@ struct Row {
   double theirs = 0;
   std::vector<Target> targets = {};
   // Filled by the report: e, where ours (theirs) grew like size to the e since the row of the same
-  // job, unit and peer that came before this one; nothing in the first.
+  // job and peer with the size before this one; nothing in the first.
   std::optional<double> growth = {};
   std::optional<double> their_growth = {};
 
@@ -40,12 +40,14 @@ struct Row {
 
 class Report {
  public:
-  // Prints the row at once: a whole run takes minutes.
+  // Tells of new jobs on standard error: a whole run takes minutes.
   void Add(Row row);
+  // Every job with every peer in the order in which they came, by size.
+  void Print() const;
   void WriteJson(const std::string& path) const;
 
  private:
-  std::vector<Row> rows_;
+  std::vector<Row> rows_;  // in the order in which they are printed
 };
 
 #endif  // BENCH_DRIVER_REPORT_H_
