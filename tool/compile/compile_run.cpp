@@ -25,6 +25,7 @@
 #include "tool/diagnostics/severities.h"
 #include "tool/failure.h"
 #include "tool/output.h"
+#include "tool/traps/traps.h"
 
 namespace rux {
 namespace {
@@ -47,6 +48,7 @@ class CompileRun {
       Guarded(Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
     }
     Add(DiagnosticsFrom(Messages().messages, accepted_));
+    if (opened_ && raised_.empty()) Add(FindTraps(locator_.sources()));
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }

@@ -49,7 +49,6 @@ std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path) {
   if (!ReadAll(open_file.number(), kMost, file->text_) || file->text_.size() > kMost) {
     return nullptr;
   }
-  file->line_starts_ = FindLineStarts(file->text_);
   // The library's own reader has told the problems.
   const auto ignore = [](const char*, std::uint32_t) {};
   file->script_ = std::make_unique<const reader::Script>(file->text_, ignore);
@@ -69,14 +68,23 @@ std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
 }
 
 std::string_view SourceFile::Line(std::uint32_t line) const {
-  if (line == 0 || line > line_starts_.size()) return {};
+  if (line == 0 || line > line_count()) return {};
   std::string_view text(text_);
-  text.remove_prefix(line_starts_[line - 1]);
+  text.remove_prefix(LineStarts()[line - 1]);
   const std::size_t end = text.find('\n');
   if (end == std::string_view::npos) return text;
   text = text.substr(0, end);
   if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
   return text;
+}
+
+const std::vector<std::size_t>& SourceFile::LineStarts() const {
+  if (line_starts_.empty()) line_starts_ = FindLineStarts(text_);
+  return line_starts_;
+}
+
+std::uint32_t SourceFile::line_count() const {
+  return static_cast<std::uint32_t>(LineStarts().size());
 }
 
 bool SourceFile::IsSameFile(const SourceFile& other) const {
@@ -118,7 +126,7 @@ bool SourceView::Follow(const std::string& library_path, const SourcePlace* incl
   }
   if (included_at != nullptr) included_at_.try_emplace(file, *included_at);
   ++opened_;
-  opened_text_ += file->size();
+  opened_text_ += file->text().size();
   chain_.push_back(file);
   for (const reader::Section& section : file->sections()) {
     sections_.push_back({file, &section});

@@ -43,20 +43,21 @@ class SourceFile {
 
   // A line of the file as it stands there, without its end; empty for lines that it does not have.
   std::string_view Line(std::uint32_t line) const;
-  std::size_t size() const { return text_.size(); }
-  std::uint32_t line_count() const { return static_cast<std::uint32_t>(line_starts_.size()); }
+  std::uint32_t line_count() const;
+  const std::string& text() const { return text_; }
 
   bool IsSameFile(const SourceFile& other) const;
 
  private:
   SourceFile() = default;
+  const std::vector<std::size_t>& LineStarts() const;
 
   std::string library_path_;
   std::string path_;
   dev_t device_ = 0;
   ino_t inode_ = 0;
   std::string text_;
-  std::vector<std::size_t> line_starts_;
+  mutable std::vector<std::size_t> line_starts_;  // found when they are first asked for
   std::unique_ptr<const reader::Script> script_;  // has a copy of the text: scanning changes it
 };
 

@@ -1,5 +1,6 @@
 #include "tool/compile/sub_strings.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace rux {
@@ -22,13 +23,24 @@ bool TakeSubString(std::string_view& value, std::string_view& part) {
 
 }  // namespace
 
-std::vector<std::string_view> SubStrings(std::string_view value) {
-  std::vector<std::string_view> parts;
+void SubStrings(std::string_view value, std::vector<std::string_view>& parts) {
+  parts.clear();
+  // Most values are one part as it stands.
+  const auto is_special = [](char c) { return c == ',' || c == '"'; };
+  if (!value.empty() && std::none_of(value.begin(), value.end(), is_special)) {
+    parts.push_back(value);
+    return;
+  }
   for (bool more = !value.empty(); more;) {
     std::string_view part;
     more = TakeSubString(value, part);
     parts.push_back(part);
   }
+}
+
+std::vector<std::string_view> SubStrings(std::string_view value) {
+  std::vector<std::string_view> parts;
+  SubStrings(value, parts);
   return parts;
 }
 

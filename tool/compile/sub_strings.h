@@ -12,6 +12,9 @@ namespace rux {
 // there is no next one). An empty value has no parts. The views point into `value`.
 std::vector<std::string_view> SubStrings(std::string_view value);
 
+// The same into a list that is used again; what it held is dropped.
+void SubStrings(std::string_view value, std::vector<std::string_view>& parts);
+
 // The first part; empty when there is none.
 std::string_view FirstSubString(std::string_view value);
 

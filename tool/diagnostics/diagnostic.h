@@ -37,10 +37,15 @@ struct Excerpt {
   std::size_t end_column() const;
 };
 
+class SourceFile;
+
+// Whoever knows the place from the start sets the source and the line; the locator fills in the
+// rest.
 struct Location {
   std::string path;              // as it can be opened from here; empty: nothing of the script
   std::uint32_t first_line = 0;  // 0: none
   std::optional<Excerpt> excerpt;
+  const SourceFile* source = nullptr;
 
   std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
 };

@@ -33,6 +33,10 @@ int Likeness(const std::optional<SourceSpot>& spot, const Diagnostic& diagnostic
 }  // namespace
 
 void Locator::Locate(Diagnostic& diagnostic) {
+  for (Note& note : diagnostic.notes) {
+    if (note.at.source == nullptr) continue;
+    note.at = LocationOf(*note.at.source, note.at.first_line, diagnostic.arguments);
+  }
   if (diagnostic.anchor == Anchor::kNone) {
     // Notes are about the run.
     if (diagnostic.severity != Severity::kNote) diagnostic.at.path = ToOpenablePath(script_);
@@ -52,7 +56,7 @@ void Locator::Locate(Diagnostic& diagnostic) {
 
 Location Locator::LocationOf(const SourceFile& file, std::uint32_t line,
                              const std::vector<Argument>& mentioned) {
-  Location location{file.path(), line, std::nullopt};
+  Location location{file.path(), line, std::nullopt, &file};
   if (file.Line(line).empty()) return location;
   if (!line_ || !line_->Is(file, line)) line_.emplace(file, line);
   location.excerpt = line_->Underline(mentioned);
@@ -69,7 +73,8 @@ std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
       includes.push_back({"and so on", {}});
       break;
     }
-    includes.push_back({"included from here", {place->file->path(), place->line, std::nullopt}});
+    includes.push_back(
+        {"included from here", {place->file->path(), place->line, std::nullopt, nullptr}});
   }
   return includes;
 }
@@ -80,6 +85,8 @@ const SourceView& Locator::sources() {
 }
 
 std::optional<SourcePlace> Locator::Find(const Diagnostic& diagnostic) {
+  const Location& known = diagnostic.at;
+  if (known.source != nullptr) return SourcePlace{known.source, known.first_line};
   if (diagnostic.anchor == Anchor::kUnknownSection) return TakeNext(UnknownSections());
   if (diagnostic.anchor == Anchor::kMissingEntry) {
     return TakeNext(SectionsWithout(*diagnostic.section, *diagnostic.entry));

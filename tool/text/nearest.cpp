@@ -86,9 +86,10 @@ std::vector<std::string> Nearest(const std::string& wanted,
 }
 
 std::optional<std::string> MeantName(const std::string& wanted,
-                                     const std::vector<std::string>& candidates) {
+                                     const std::vector<std::string>& candidates,
+                                     std::size_t farthest) {
   const std::string goal = InCapitals(wanted);
-  std::size_t farthest = goal.size() < 4 ? 1 : 2;
+  if (goal.size() < 4) farthest = 1;
   std::vector<const std::string*> near;
   for (const std::string& candidate : candidates) {
     if (candidate == wanted || LengthDifference(candidate, goal) > farthest) continue;

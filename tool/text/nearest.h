@@ -18,10 +18,11 @@ std::vector<std::string> Nearest(const std::string& wanted,
                                  const std::vector<std::string>& candidates, std::size_t most);
 
 // The one candidate that must have been meant: one wrong character away or, for texts of four
-// characters or more, two. Of several as near, the one with the same characters or, failing that,
-// the same first one counts; none when that does not decide.
+// characters or more, up to `farthest`. Of several as near, the one with the same characters or,
+// failing that, the same first one counts; none when that does not decide.
 std::optional<std::string> MeantName(const std::string& wanted,
-                                     const std::vector<std::string>& candidates);
+                                     const std::vector<std::string>& candidates,
+                                     std::size_t farthest = 2);
 
 // For the end of a message: "; near it: A, B", "; there are: A, B, C and 9 more" when none is near,
 // or "; there are none". Candidates print as `shown` makes them look.

@@ -1,0 +1,38 @@
+// What the rules on traps have found.
+#ifndef TOOL_TRAPS_TRAP_REPORT_H_
+#define TOOL_TRAPS_TRAP_REPORT_H_
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "tool/diagnostics/diagnostic.h"
+#include "tool/traps/script_item.h"
+
+namespace rux {
+
+inline SourcePlace PlaceOf(const ScriptItem& item) { return {item.file, item.item->line}; }
+
+class TrapReport {
+ public:
+  // A warning about an item, with the part of it that is meant; without one, the key is.
+  Diagnostic& Add(MessageId id, const ScriptItem& item, std::string text,
+                  std::string_view meant = {});
+  // About a section as a whole.
+  Diagnostic& Add(MessageId id, const SourceSection& section, std::string text);
+  // About the script as a whole.
+  Diagnostic& Add(MessageId id, std::string text);
+
+  std::vector<Diagnostic> TakeFound() { return std::move(found_); }
+
+ private:
+  std::vector<Diagnostic> found_;
+};
+
+// Adds a note on another place; it is located with the diagnostic.
+void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place);
+
+}  // namespace rux
+
+#endif  // TOOL_TRAPS_TRAP_REPORT_H_
