@@ -6,7 +6,23 @@ namespace rux {
 
 CLI::Validator IsFileName() {
   return CLI::Validator(
-      [](const std::string& name) { return name.empty() ? "the file name is empty" : ""; }, "");
+      [](const std::string& name) { return name.empty() ? "the file name is empty" : ""; }, "",
+      kFileName);
+}
+
+void SetUpProgram(CLI::App& app) {
+  app.name("rux");
+  app.description("Compiles hardware-description scripts and asks the meta files made of them.");
+  app.set_version_flag("--version", "rux " RUX_TOOL_VERSION);
+  app.footer(
+      "Every command ends with one of these:\n"
+      "  0  done\n"
+      "  1  findings: the script has errors, what was asked for is not there\n"
+      "  2  wrong usage\n"
+      "  3  trouble: a file cannot be read or written, or is damaged\n"
+      "or by the signal that stopped it, such as SIGPIPE when nobody reads what it prints.\n"
+      "Whatever the end, a file that was to be written is there whole, or as it was before.\n\n"
+      "Example:\n  rux compile boards/server.rux");
 }
 
 const std::vector<Command>& Commands() {

@@ -19,8 +19,13 @@ struct Command {
   Action (*set_up)(CLI::App& app);  // declares the arguments, which the action then finds filled in
 };
 
-// For arguments that name a file: an empty one is wrong usage, most likely of a shell variable.
+// For arguments that name a file: an empty one is wrong usage, most likely of a shell variable. The
+// shell completes them with files: it is told by the validator's name.
+inline constexpr char kFileName[] = "file name";
 CLI::Validator IsFileName();
+
+// What stands in the help of the program besides its commands.
+void SetUpProgram(CLI::App& app);
 
 // In the order of the help. Each has a file of its own in commands/.
 const std::vector<Command>& Commands();

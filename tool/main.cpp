@@ -13,6 +13,7 @@
 
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
+#include "tool/completion/completion.h"
 #include "tool/failure.h"
 #include "tool/files/descriptor.h"
 #include "tool/standard_streams.h"
@@ -39,18 +40,11 @@ ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error, const s
 }
 
 ExitStatus Run(int argc, const char* const* argv) {
-  CLI::App app("Compiles hardware-description scripts and asks the meta files made of them.",
-               "rux");
-  app.set_version_flag("--version", "rux " RUX_TOOL_VERSION);
-  app.footer(
-      "Every command ends with one of these:\n"
-      "  0  done\n"
-      "  1  findings: the script has errors, what was asked for is not there\n"
-      "  2  wrong usage\n"
-      "  3  trouble: a file cannot be read or written, or is damaged\n"
-      "or by the signal that stopped it, such as SIGPIPE when nobody reads what it prints.\n"
-      "Whatever the end, a file that was to be written is there whole, or as it was before.\n\n"
-      "Example:\n  rux compile boards/server.rux");
+  if (argc > 1 && argv[1] == std::string_view(rux::kCompletion)) {
+    return rux::Complete({argv + 2, argv + argc});
+  }
+  CLI::App app;
+  rux::SetUpProgram(app);
   rux::Action action;
   for (const rux::Command& command : rux::Commands()) {
     CLI::App* sub_app = app.add_subcommand(command.name, command.help);

@@ -28,6 +28,8 @@ std::size_t CountOfGivenFields(const std::vector<DebugField>& fields) {
   return count;
 }
 
+}  // namespace
+
 std::string ValueText(const DebugEntry& entry) {
   if (PayloadClassOf(entry.payload_type) == PayloadClass::kNumber) {
     return fmt::format("{0} (0x{0:X})", entry.number);
@@ -41,8 +43,6 @@ std::string ValueText(const DebugEntry& entry) {
   }
   return joined.empty() ? "(none)" : joined;
 }
-
-}  // namespace
 
 std::string EntryText(const DebugEntry& entry) { return KeyText(entry) + " = " + ValueText(entry); }
 

@@ -13,6 +13,7 @@ namespace rux {
 // "NAME = CPU0_TEMP", "VALUE = VT_READ, 0x2E, 8". Texts that a script has to quote are quoted;
 // control bytes are shown as \xNN. The entry must have been given.
 std::string EntryText(const DebugEntry& entry);
+std::string ValueText(const DebugEntry& entry);  // what stands behind the "="
 
 // The key of an entry; of one that was not given, its keyword.
 std::string KeyText(const DebugEntry& entry);

@@ -17,8 +17,6 @@
 namespace rux {
 namespace {
 
-constexpr char kWordKind[] = "WORD";
-
 Failure WrongPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
 
 // A number as scripts write it: of ten characters at most, and its beginning counts.
@@ -64,8 +62,8 @@ class Sections {
 
   const DebugSection* Find(const PathStep& step) const {
     const NamedSections names{keyword_, sections_.size(),
-                              [this](std::size_t i) { return TextOf(*sections_[i], kKeyNAME); },
-                              [this](std::size_t i) { return IdOf(*sections_[i]); }};
+                              [this](std::size_t i) { return NameOf(*sections_[i]); },
+                              [this](std::size_t i) { return IdOf(meta_, *sections_[i]); }};
     return sections_[FindSection(names, step)];
   }
 
@@ -98,11 +96,6 @@ class Sections {
     return found;
   }
 
-  std::optional<std::uint32_t> IdOf(const DebugSection& section) const {
-    const std::optional<std::string> text = TextOf(section, kKeyID);
-    return text ? NumberOf(meta_, *text) : std::nullopt;
-  }
-
   const DebugMeta& meta_;
   const std::string keyword_;
   std::vector<const DebugSection*> sections_;
@@ -125,7 +118,8 @@ std::vector<DebugFound> FindWord(const DebugMeta& meta, const std::string& name)
   throw NotThere("there is no defined word " + NameText(name) + NearText(name, names));
 }
 
-// The keyword of a kind as the language spells it.
+}  // namespace
+
 std::string ExpectKeyword(const std::string& keyword) {
   std::vector<std::string> keywords;
 #define SECTION(section_keyword, kind, notation) keywords.emplace_back(#section_keyword);
@@ -137,7 +131,12 @@ std::string ExpectKeyword(const std::string& keyword) {
   throw NotThere("there is no kind " + NameText(keyword) + NearText(keyword, keywords));
 }
 
-}  // namespace
+std::optional<std::string> NameOf(const DebugSection& section) { return TextOf(section, kKeyNAME); }
+
+std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section) {
+  const std::optional<std::string> text = TextOf(section, kKeyID);
+  return text ? NumberOf(meta, *text) : std::nullopt;
+}
 
 std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path) {
   const std::string keyword = ExpectKeyword(path.front().text);

@@ -2,12 +2,27 @@
 #ifndef TOOL_META_DEBUG_FIND_H_
 #define TOOL_META_DEBUG_FIND_H_
 
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "tool/compiled/debug_meta.h"
 #include "tool/meta/meta_path.h"
 
 namespace rux {
+
+// The kind of path that leads to a defined word.
+inline constexpr char kWordKind[] = "WORD";
+
+// The keyword of the kind that a path begins with, as the language spells it, or kWordKind. Throws
+// a Failure that names those near it.
+std::string ExpectKeyword(const std::string& keyword);
+
+// What a path may call the section: its NAME, and the number of its ID. None when it was not given,
+// or is no number.
+std::optional<std::string> NameOf(const DebugSection& section);
+std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section);
 
 struct DebugFound {
   const DebugSection* section;

@@ -1,0 +1,71 @@
+#include "tool/completion/argument.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "tool/completion/path_words.h"
+
+namespace rux {
+namespace {
+
+constexpr char kMeta[] = "META";
+constexpr char kDebugMeta[] = "METAD";
+
+Candidates Words(std::vector<Candidate> words) { return {std::move(words), false, {}}; }
+
+// The extensions of files that the help calls by that name.
+std::vector<std::string> ExtensionsOf(const Argument& argument) {
+  if (argument.name == "SCRIPT") return {".rux"};
+  if (argument.name == kMeta) return {".meta"};
+  if (argument.name == kDebugMeta) return {".metad"};
+  // What an option calls a FILE is any file; without an option, it is a compiled one of either
+  // form.
+  if (argument.name == "FILE" && !argument.is_option) return {".meta", ".metad"};
+  return {};
+}
+
+// The file that was given under that name. Null for all but regular files: a pipe would be waited
+// for.
+const std::string* FindFile(const Given& given, const char* name) {
+  for (const auto& [other, path] : given) {
+    std::error_code ignored;
+    if (other == name && std::filesystem::is_regular_file(path, ignored)) return &path;
+  }
+  return nullptr;
+}
+
+Candidates Kinds(const Given& given, const std::string&) {
+  const std::string* meta = FindFile(given, kMeta);
+  return meta == nullptr ? Candidates() : Words(KindWords(*meta));
+}
+
+Candidates Paths(const Given& given, const std::string& typed) {
+  if (const std::string* meta = FindFile(given, kMeta)) return Words(MetaPathWords(*meta, typed));
+  const std::string* debug_meta = FindFile(given, kDebugMeta);
+  return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
+}
+
+// What commands take that is neither a file nor one of a few words. Whoever adds an argument of
+// another name adds a row.
+struct Vocabulary {
+  const char* argument;
+  Candidates (*candidates)(const Given& given, const std::string& typed);
+};
+constexpr Vocabulary kVocabularies[] = {
+    {"KIND", Kinds},
+    {"PATH", Paths},
+};
+
+}  // namespace
+
+Candidates CandidatesFor(const Argument& argument, const Given& given, const std::string& typed) {
+  if (argument.is_file) return {{}, true, ExtensionsOf(argument)};
+  std::vector<Candidate> choices;
+  for (const std::string& choice : argument.choices) choices.push_back({choice, ""});
+  for (const Vocabulary& vocabulary : kVocabularies) {
+    if (argument.name == vocabulary.argument) return vocabulary.candidates(given, typed);
+  }
+  return Words(std::move(choices));
+}
+
+}  // namespace rux

@@ -1,0 +1,63 @@
+#include "tool/completion/typed_path.h"
+
+#include <fmt/format.h>
+
+#include "tool/text/name_text.h"
+#include "tool/text/safe_text.h"
+
+namespace rux {
+namespace {
+
+constexpr char kGoesOn[] = "/";
+
+// Up to the last slash outside quotes; those count in steps that begin with one. A doubled quote
+// closes and opens them again, which comes to the same.
+std::size_t FrontSize(const std::string& typed) {
+  std::size_t size = 0;
+  bool is_quoted = false;
+  for (std::size_t i = 0; i < typed.size(); ++i) {
+    if (typed[i] == '"' && typed[size] == '"') is_quoted = !is_quoted;
+    if (typed[i] == '/' && !is_quoted) size = i + 1;
+  }
+  return size;
+}
+
+}  // namespace
+
+TypedPath::TypedPath(const std::string& typed)
+    : front_(typed.substr(0, FrontSize(typed))),
+      next_(front_.size() < typed.size() ? typed[front_.size()] : '\0') {
+  if (!front_.empty()) steps_ = ParseMetaPath(front_.substr(0, front_.size() - 1));
+}
+
+void TypedPath::AddKind(const std::string& keyword, std::size_t count, const char* what) {
+  if (count > 0) Add(keyword + kGoesOn, fmt::format("{} {}{}", count, what, &"s"[count == 1]), "");
+}
+
+void TypedPath::AddName(const std::string& name, const std::string& description, const char* rest) {
+  const std::string step = NameText(name);
+  if (SafeText(name) == name) Add(step, description, rest);
+}
+
+void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, const char* rest) {
+  Add(fmt::format("@{}", ordinal), description, rest);
+}
+
+void TypedPath::AddSection(const SectionWord& section) {
+  const std::string id = section.id ? fmt::format("#0x{:X}", *section.id) : "";
+  const std::string name = section.name ? NameText(*section.name) : "";
+  const bool has_typeable_name = section.name && SafeText(*section.name) == *section.name;
+  if (NextBegins('#')) {
+    if (!id.empty()) Add(id, name, kGoesOn);
+  } else if (NextBegins('@') || !has_typeable_name) {
+    AddOrdinal(section.ordinal, name, kGoesOn);
+  } else {
+    Add(name, id, kGoesOn);
+  }
+}
+
+void TypedPath::Add(const std::string& step, const std::string& description, const char* rest) {
+  words_.push_back({front_ + step, description, rest});
+}
+
+}  // namespace rux
