@@ -59,9 +59,11 @@ class CompileRun {
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);
     if (!opened_) throw CannotRead(ToOpenablePath(script_));
-    if (Fails() || !accepted_) return ExitStatus::kFindings;
-    if (product != nullptr) product->Keep(locator_.sources());
-    return ExitStatus::kDone;
+    const bool is_done = accepted_ && !Fails();
+    if (product != nullptr) {
+      is_done ? product->Keep(locator_.sources()) : product->KeepNone(locator_.sources());
+    }
+    return is_done ? ExitStatus::kDone : ExitStatus::kFindings;
   }
 
  private:

@@ -24,11 +24,13 @@ class CompileProduct {
   // Puts in place what was made of the sources. Called when nothing stands against it and all has
   // been told. Throws a Failure when it cannot.
   virtual void Keep(const SourceView& sources) = 0;
+
+  // Called instead when the script has errors.
+  virtual void KeepNone(const SourceView& sources) = 0;
 };
 
 // Reads and checks the script, has the product made, if there is one, tells the diagnostics and has
-// the product kept. Throws a Failure when the script
-// cannot be read, and those of the product.
+// the product kept. Throws a Failure when the script cannot be read, and those of the product.
 ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 
 }  // namespace rux

@@ -99,12 +99,6 @@ const std::vector<const SourceFile*>& SourceView::FilesNamed(const std::string& 
   return found == by_base_name_.end() ? none : found->second;
 }
 
-std::vector<std::string> SourceView::paths() const {
-  std::vector<std::string> paths;
-  for (const auto& [path, file] : files_) paths.push_back(ToOpenablePath(path));
-  return paths;
-}
-
 const SourcePlace* SourceView::IncludedAt(const SourceFile& file) const {
   const auto found = included_at_.find(&file);
   return found == included_at_.end() ? nullptr : &found->second;
@@ -152,9 +146,10 @@ void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& s
 const SourceFile* SourceView::Open(const std::string& library_path) {
   const auto [place, is_new] = files_.try_emplace(library_path);
   if (is_new) {
+    paths_.push_back(ToOpenablePath(library_path));
     place->second = SourceFile::Read(library_path);
     if (place->second == nullptr) {
-      complete_ &= !CouldBeOpened(ToOpenablePath(library_path));
+      complete_ &= !CouldBeOpened(paths_.back());
     } else {
       by_base_name_[BaseNameOf(library_path)].push_back(place->second.get());
     }

@@ -82,8 +82,9 @@ class SourceView {
   // twice gives its sections twice.
   const std::vector<SourceSection>& sections() const { return sections_; }
 
-  // The paths of all files that there were to read, as they can be opened.
-  std::vector<std::string> paths() const;
+  // The paths of all files that there were to read, as they can be opened, in the order in which
+  // they were first met; of those that are missing, too.
+  const std::vector<std::string>& paths() const { return paths_; }
 
   // Whether all files could be read again. What a pipe has included, nobody knows.
   bool complete() const { return complete_; }
@@ -106,6 +107,7 @@ class SourceView {
   std::map<std::string, std::unique_ptr<SourceFile>>
       files_;  // by library path; null: cannot be read
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
+  std::vector<std::string> paths_;
   std::map<const SourceFile*, SourcePlace> included_at_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed

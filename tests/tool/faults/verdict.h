@@ -14,7 +14,7 @@ struct Task {
   Contents done;
 };
 
-// Compiling over older files and beside none, with one product and with two, and decompiling.
+// Compiling over older files and beside none, with one product, two and three, and decompiling.
 const std::vector<Task>& Tasks();
 
 // The one of them with the most steps, for what need not be seen with every one.
@@ -22,7 +22,7 @@ std::vector<Task> LongestTask();
 
 // Why the end of the task is not one of those that may come of a fault: it is done, without an
 // error; or it is not, nothing has changed, and the error is told (3), be it as a file of the
-// script that is missing (1). Empty: it is.
+// script that is missing (1), when only the dependency file may be new. Empty: it is.
 std::string WrongEnd(const Task& task, const Ended& ended, const Contents& after);
 
 #endif  // TESTS_TOOL_FAULTS_VERDICT_H_
