@@ -7,7 +7,7 @@
 
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
-#include "tool/completion/argument.h"
+#include "tool/completion/command_argument.h"
 #include "tool/standard_streams.h"
 #include "tool/text/safe_text.h"
 
@@ -46,7 +46,7 @@ std::vector<std::string> ChoicesIn(const std::string& type) {
   return CLI::detail::split(type.substr(open + 1, close - open - 1), ',');
 }
 
-Argument ArgumentOf(CLI::Option& option, bool is_option) {
+CommandArgument ArgumentOf(CLI::Option& option, bool is_option) {
   const std::string type = option.get_type_name();
   return {is_option ? type.substr(0, type.find(':')) : option.get_name(true), is_option,
           IsFile(option), ChoicesIn(type)};

@@ -16,6 +16,17 @@ bool BeginsWith(std::string_view text, std::string_view beginning) {
 
 }  // namespace
 
+std::vector<SeveritySetting> SeveritySettings() {
+  std::vector<SeveritySetting> settings = {{std::string(kAll), "all warnings"}};
+  for (const MessageRow& row : MessageRows()) {
+    if (row.severity != Severity::kWarning) continue;
+    for (const std::string_view beginning : {kRaise, kDrop}) {
+      settings.push_back({std::string(beginning).append(row.id), row.summary});
+    }
+  }
+  return settings;
+}
+
 std::string Severities::Set(const std::string& setting) {
   if (setting == kAll) {
     RaiseAll();

@@ -4,11 +4,19 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tool/diagnostics/diagnostic.h"
 
 namespace rux {
+
+// One that Severities::Set takes, and what the message is about that it names.
+struct SeveritySetting {
+  std::string text;
+  std::string_view about;
+};
+std::vector<SeveritySetting> SeveritySettings();
 
 // Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
 // counts more than what is said of all, and of two things about it the last. Errors stay what they

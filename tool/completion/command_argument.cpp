@@ -1,9 +1,11 @@
-#include "tool/completion/argument.h"
+#include "tool/completion/command_argument.h"
 
 #include <filesystem>
 #include <system_error>
 
 #include "tool/completion/path_words.h"
+#include "tool/diagnostics/severities.h"
+#include "tool/messages/messages.h"
 
 namespace rux {
 namespace {
@@ -14,7 +16,7 @@ constexpr char kDebugMeta[] = "METAD";
 Candidates Words(std::vector<Candidate> words) { return {std::move(words), false, {}}; }
 
 // The extensions of files that the help calls by that name.
-std::vector<std::string> ExtensionsOf(const Argument& argument) {
+std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
   if (argument.name == "SCRIPT") return {".rux"};
   if (argument.name == kMeta) return {".meta"};
   if (argument.name == kDebugMeta) return {".metad"};
@@ -45,6 +47,22 @@ Candidates Paths(const Given& given, const std::string& typed) {
   return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
 }
 
+Candidates MessageIds(const Given&, const std::string&) {
+  std::vector<Candidate> ids;
+  for (const MessageRow& row : MessageRows()) {
+    ids.push_back({std::string(row.id), std::string(row.summary)});
+  }
+  return Words(std::move(ids));
+}
+
+Candidates Settings(const Given&, const std::string&) {
+  std::vector<Candidate> settings;
+  for (const SeveritySetting& setting : SeveritySettings()) {
+    settings.push_back({setting.text, std::string(setting.about)});
+  }
+  return Words(std::move(settings));
+}
+
 // What commands take that is neither a file nor one of a few words. Whoever adds an argument of
 // another name adds a row.
 struct Vocabulary {
@@ -54,11 +72,14 @@ struct Vocabulary {
 constexpr Vocabulary kVocabularies[] = {
     {"KIND", Kinds},
     {"PATH", Paths},
+    {"ID", MessageIds},
+    {"WHAT", Settings},
 };
 
 }  // namespace
 
-Candidates CandidatesFor(const Argument& argument, const Given& given, const std::string& typed) {
+Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
+                         const std::string& typed) {
   if (argument.is_file) return {{}, true, ExtensionsOf(argument)};
   std::vector<Candidate> choices;
   for (const std::string& choice : argument.choices) choices.push_back({choice, ""});

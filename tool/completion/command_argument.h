@@ -1,6 +1,6 @@
 // What the arguments of commands take.
-#ifndef TOOL_COMPLETION_ARGUMENT_H_
-#define TOOL_COMPLETION_ARGUMENT_H_
+#ifndef TOOL_COMPLETION_COMMAND_ARGUMENT_H_
+#define TOOL_COMPLETION_COMMAND_ARGUMENT_H_
 
 #include <string>
 #include <utility>
@@ -11,7 +11,7 @@
 namespace rux {
 
 // An argument as its command describes it.
-struct Argument {
+struct CommandArgument {
   std::string name;                  // as the help calls it: META, PATH, FORMAT
   bool is_option = false;            // the value of an option
   bool is_file = false;              // the name of a file
@@ -23,8 +23,9 @@ using Given = std::vector<std::pair<std::string, std::string>>;
 
 // What the beginning `typed` of the argument may become; also candidates that begin otherwise, for
 // shells that forgive typing mistakes. May throw a Failure about a file among `given`.
-Candidates CandidatesFor(const Argument& argument, const Given& given, const std::string& typed);
+Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
+                         const std::string& typed);
 
 }  // namespace rux
 
-#endif  // TOOL_COMPLETION_ARGUMENT_H_
+#endif  // TOOL_COMPLETION_COMMAND_ARGUMENT_H_
