@@ -12,66 +12,72 @@ namespace {
 
 constexpr char kPartFollows[] = "/";
 
-void AddEntries(const MetaView& meta, const MetaSection& section, TypedPath& path) {
+bool HasNamedParts(const EntryValue& value) {
+  return value.type || (!value.parts.empty() && !value.parts.front().name.empty());
+}
+
+void AddEntries(const ruxcomp::Section& section, TypedPath& path) {
   std::set<std::string> keys;  // of two entries with a key, a path leads to the first
-  for (const tagGCENTRY& entry : section.record->entries) {
-    const std::string key = meta.KeyOf(section, entry);
-    const EntryValue value = ValueOf(meta, entry);
-    const bool has_parts = value.type || value.parts.size() > 1;
-    if (keys.insert(key).second) path.AddName(key, ValueText(value), has_parts ? kPartFollows : "");
+  for (const ruxcomp::Entry entry : section.entries()) {
+    const std::string key = KeyOf(section, entry);
+    if (!keys.insert(key).second) continue;
+    const EntryValue value = ValueOf(entry);
+    path.AddName(key, ValueText(value), HasNamedParts(value) ? kPartFollows : "");
   }
 }
 
 void AddSections(const MetaView& meta, const Kind& kind, TypedPath& path) {
-  for (const MetaSection& section : meta.SectionsOf(kind)) {
+  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     if (kind.has_names) {
-      path.AddSection({section.ordinal, meta.NameOf(section), meta.IdOf(section)});
+      const auto name =
+          section.has_name() ? std::optional<std::string>(section.name()) : std::nullopt;
+      path.AddSection({section.ordinal(), name, section.id()});
     } else if (path.NextBegins('@')) {
-      path.AddOrdinal(section.ordinal, "", kPartFollows);
+      path.AddOrdinal(section.ordinal(), "", kPartFollows);
     } else {
-      AddEntries(meta, section, path);
+      AddEntries(section, path);
     }
   }
 }
 
-void AddParts(const MetaView& meta, const tagGCENTRY& entry, TypedPath& path) {
-  const EntryValue value = ValueOf(meta, entry);
-  const bool has_names = value.type || value.parts.size() > 1;
-  if (has_names && !path.NextBegins('@')) {
+void AddParts(const ruxcomp::Entry& entry, TypedPath& path) {
+  const EntryValue value = ValueOf(entry);
+  if (HasNamedParts(value) && !path.NextBegins('@')) {
     if (value.type) path.AddName("Type", std::to_string(*value.type));
     for (const EntryPart& part : value.parts) path.AddName(part.name, PartText(part));
     return;
   }
-  for (std::size_t i = 0; i < entry.values.size(); ++i) {
-    path.AddOrdinal(i, PartText({"", false, {meta.Resolve(entry.values[i])}}));
+  std::size_t ordinal = 0;
+  for (const ruxcomp::Value item : entry.values()) {
+    path.AddOrdinal(ordinal++, PartText({"", false, {DatumOf(item)}}));
   }
 }
 
 }  // namespace
 
+std::vector<Candidate> KindWords(const std::string& file) {
+  std::vector<Candidate> words = MetaPathWords(file, "");
+  for (Candidate& word : words) word.text.pop_back();  // nothing follows: no slash
+  return words;
+}
+
 std::vector<Candidate> MetaPathWords(const std::string& file, const std::string& typed) {
   TypedPath path(typed);
   const MetaView meta(file);
   if (path.steps().empty()) {
-    for (const Kind& kind : Kinds()) path.AddKind(kind.keyword, meta.CountOf(kind));
+    for (const Kind& kind : Kinds()) path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
   } else if (path.steps().size() == 1) {
     AddSections(meta, ExpectKind(path.steps().front().text), path);
   } else {
     const Found found = Find(meta, path.steps());
     if (found.part) return {};
-    if (found.entry == nullptr) {
-      AddEntries(meta, found.section, path);
+    if (found.entry) {
+      AddParts(found.entry, path);
     } else {
-      AddParts(meta, *found.entry, path);
+      AddEntries(found.section, path);
     }
   }
   return path.TakeWords();
-}
-
-std::vector<Candidate> KindWords(const std::string& file) {
-  std::vector<Candidate> words = MetaPathWords(file, "");
-  for (Candidate& word : words) word.text.pop_back();  // nothing follows: no slash
-  return words;
 }
 
 }  // namespace rux
