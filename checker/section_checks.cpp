@@ -185,6 +185,8 @@ std::uint32_t CRUXSection::IsValidEx(unsigned int) {
 
 std::uint32_t gccCheck() {
   if (!CheckAll([](CRUXSection& section) { return section.IsValid(kWholeModel); })) return 0;
+  // Of a model that passed, all texts were turned into payloads.
+  CRUXEntry::m_itemTexts.Clear();
   ModelIndex index;
   return CheckAll([](CRUXSection& section) { return section.IsValidEx(kWholeModel); });
 }

@@ -11,7 +11,7 @@ void CRUXEntry::Init(const std::string& file, const std::string& key, const std:
   line = itemLine;
   m_RuxEntryData.Create(identifier);
   if (!m_RuxEntryData.HasData()) Report<msg::kPayloadFailed>(identifier);
-  text_ = value;
+  text_ = m_itemTexts.Add(value);
 }
 
 TextList CRUXEntry::ListItems() const {

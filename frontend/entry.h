@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "frontend/entry_data.h"
 #include "frontend/obj.h"
+#include "frontend/text_store.h"
 
 class CRUXSection;
 struct ValueType;
@@ -39,6 +41,9 @@ class CRUXEntry : public CRUXObj {
   // without such an entry. It is never changed.
   bool isShared = false;
 
+  // What the entries were given to be checked. To be cleared when no entry has a text any more.
+  static TextStore m_itemTexts;
+
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
 
   // The comma-separated parts of the item's text, quotes removed; none once the check of the whole
@@ -66,14 +71,14 @@ class CRUXEntry : public CRUXObj {
   // False, reported, when there is none.
   bool TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text);
 
-  // Drops the text, and its memory, at the end of a first pass that turned it.
+  // Drops the text at the end of a first pass that turned it.
   void DropItems(unsigned int pass) {
-    if (pass == kWholeModel) std::string().swap(text_);
+    if (pass == kWholeModel) text_ = {};
   }
 
  private:
   // The item's text as the script gave it: a split one takes several times its memory.
-  std::string text_;
+  std::string_view text_;  // in m_itemTexts
 };
 
 // Deletes what a section owns: all but the shared templates.

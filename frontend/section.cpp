@@ -26,6 +26,7 @@ void CRUXSection::Destory() {
     head->clear();
   }
   Name::DropTexts();
+  CRUXEntry::m_itemTexts.Clear();
   g_tblPreDefine.clear();
 }
 

@@ -12,6 +12,7 @@ std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
 // Before the lists: a host may drop its sections as late as it likes.
 std::unordered_set<std::string> Name::m_texts;
+TextStore CRUXEntry::m_itemTexts;
 std::map<const SectionSchema*, CRUXSection::Templates> CRUXSection::m_sharedTemplates;
 
 // Of the lists only their own storage goes at unload, never the sections that they point to.

@@ -1,7 +1,5 @@
 #include "tool/compile/compile_run.h"
 
-#include <malloc.h>
-
 #include <algorithm>
 #include <exception>
 #include <functional>
@@ -37,31 +35,34 @@ class CompileRun {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
-  ~CompileRun() { gccCompEnd(); }
+  // The model is left to the end of the process, which is soon.
+  ~CompileRun() = default;
   CompileRun(const CompileRun&) = delete;
   CompileRun& operator=(const CompileRun&) = delete;
 
   ExitStatus Run(CompileProduct* product) {
+    std::vector<Diagnostic> traps = FindTraps(locator_.sources());
+    sources_ = locator_.sources().files();
+    // They are read again in case that there is something to show of them: their memory is better
+    // used for the model.
+    if (traps.empty()) locator_.DropSources();
     Guarded(Phase::kStart, [&] { opened_ = gccCompStart(script_) != 0; });
     if (opened_) Guarded(Phase::kParse, [] { gccParse(); });
     if (opened_ && raised_.empty()) {
       Guarded(Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
     }
     Add(DiagnosticsFrom(Messages().messages, accepted_));
-    if (opened_ && raised_.empty()) Add(FindTraps(locator_.sources()));
+    if (opened_ && raised_.empty()) Add(std::move(traps));
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }
-    // The model is not needed any more; the sources, which are read again, may take its memory.
-    gccCompEnd();
-    malloc_trim(0);
     TellAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);
     if (!opened_) throw CannotRead(ToOpenablePath(script_));
     const bool is_done = accepted_ && !Fails();
     if (product != nullptr) {
-      is_done ? product->Keep(locator_.sources()) : product->KeepNone(locator_.sources());
+      is_done ? product->Keep(sources_) : product->KeepNone(sources_);
     }
     return is_done ? ExitStatus::kDone : ExitStatus::kFindings;
   }
@@ -109,13 +110,14 @@ class CompileRun {
     const TellingOptions& telling = options_.telling;
     Report report = ReportOf(ToOpenablePath(script_), diagnostics_, telling);
     report.is_complete = opened_ && !failure_ && !RanOutOfMemory();
-    if (!telling.file.empty()) KeepSources(locator_.sources(), {"diagnostics file", telling.file});
+    if (!telling.file.empty()) KeepSources(sources_, {"diagnostics file", telling.file});
     Tell(report, opened_, telling);
   }
 
   const CompileOptions& options_;
   const std::string script_;  // as the library takes it
   Locator locator_;
+  SourceFiles sources_;
   Severities severities_;
   bool opened_ = false;
   bool accepted_ = false;

@@ -23,10 +23,10 @@ class CompileProduct {
 
   // Puts in place what was made of the sources. Called when nothing stands against it and all has
   // been told. Throws a Failure when it cannot.
-  virtual void Keep(const SourceView& sources) = 0;
+  virtual void Keep(const SourceFiles& sources) = 0;
 
   // Called instead when the script has errors.
-  virtual void KeepNone(const SourceView& sources) = 0;
+  virtual void KeepNone(const SourceFiles& sources) = 0;
 };
 
 // Reads and checks the script, has the product made, if there is one, tells the diagnostics and has

@@ -59,10 +59,10 @@ std::vector<Diagnostic> MetaFiles::Make() {
   return WarningsOf(DecodeDebugMeta(bytes, faults));
 }
 
-void MetaFiles::Keep(const SourceView& sources) {
+void MetaFiles::Keep(const SourceFiles& sources) {
   const auto keep = [&](const NamedFile& written) {
     KeepSources(sources, written);
-    if (!sources.complete()) RefuseToGuess(written);
+    if (!sources.complete) RefuseToGuess(written);
   };
   keep({"meta file", paths_.meta});
   if (!paths_.debug_meta.empty()) keep({"debug meta file", paths_.debug_meta});
@@ -70,12 +70,12 @@ void MetaFiles::Keep(const SourceView& sources) {
   PutInPlace(files_);
 }
 
-void MetaFiles::KeepNone(const SourceView& sources) {
+void MetaFiles::KeepNone(const SourceFiles& sources) {
   if (!paths_.depfile.empty()) PutInPlace({Depfile(sources)});
 }
 
-NewFile MetaFiles::Depfile(const SourceView& sources) const {
-  if (!sources.complete()) {
+NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
+  if (!sources.complete) {
     throw Failure(ExitStatus::kTrouble,
                   "cannot write " + paths_.depfile +
                       ": the script cannot be read again to tell which files it includes");
@@ -83,7 +83,7 @@ NewFile MetaFiles::Depfile(const SourceView& sources) const {
   KeepSources(sources, {"dependency file", paths_.depfile});
   std::vector<std::string> targets = {paths_.meta};
   if (!paths_.debug_meta.empty()) targets.push_back(paths_.debug_meta);
-  return {paths_.depfile, DepfileText(paths_.depfile, targets, sources.paths())};
+  return {paths_.depfile, DepfileText(paths_.depfile, targets, sources.paths)};
 }
 
 }  // namespace rux

@@ -23,11 +23,11 @@ class MetaFiles : public CompileProduct {
   explicit MetaFiles(const MetaPaths& paths) : paths_(paths) {}
 
   std::vector<Diagnostic> Make() override;
-  void Keep(const SourceView& sources) override;
-  void KeepNone(const SourceView& sources) override;
+  void Keep(const SourceFiles& sources) override;
+  void KeepNone(const SourceFiles& sources) override;
 
  private:
-  NewFile Depfile(const SourceView& sources) const;
+  NewFile Depfile(const SourceFiles& sources) const;
 
   const MetaPaths& paths_;
   std::vector<NewFile> files_;

@@ -54,8 +54,8 @@ void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written) {
                                                      written.what, kept.what, SafeText(kept.path)));
 }
 
-void KeepSources(const SourceView& sources, const NamedFile& written) {
-  for (const std::string& path : sources.paths()) RefuseToOverwrite({"script", path}, written);
+void KeepSources(const SourceFiles& sources, const NamedFile& written) {
+  for (const std::string& path : sources.paths) RefuseToOverwrite({"script", path}, written);
 }
 
 void RefuseToGuess(const NamedFile& written) {

@@ -18,7 +18,7 @@ struct NamedFile {
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
 
 // The same for all the sources of a script.
-void KeepSources(const SourceView& sources, const NamedFile& written);
+void KeepSources(const SourceFiles& sources, const NamedFile& written);
 
 // For a script of which it cannot be told any more what files it is made of: throws a Failure of
 // trouble when the file to be written may be one of them, because something other than a compiled

@@ -146,10 +146,10 @@ void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& s
 const SourceFile* SourceView::Open(const std::string& library_path) {
   const auto [place, is_new] = files_.try_emplace(library_path);
   if (is_new) {
-    paths_.push_back(ToOpenablePath(library_path));
+    files_read_.paths.push_back(ToOpenablePath(library_path));
     place->second = SourceFile::Read(library_path);
     if (place->second == nullptr) {
-      complete_ &= !CouldBeOpened(paths_.back());
+      files_read_.complete &= !CouldBeOpened(files_read_.paths.back());
     } else {
       by_base_name_[BaseNameOf(library_path)].push_back(place->second.get());
     }

@@ -72,6 +72,15 @@ struct SourcePlace {
   std::uint32_t line;
 };
 
+// What a script was read from.
+struct SourceFiles {
+  // Of all files that there were to read, as they can be opened, in the order in which they were
+  // first met; of those that are missing, too.
+  std::vector<std::string> paths;
+  // Whether all of them could be read again. What a pipe has included, nobody knows.
+  bool complete = true;
+};
+
 class SourceView {
  public:
   // Reads the script and follows its INCLUDE items as the library does: missing files are passed
@@ -82,12 +91,7 @@ class SourceView {
   // twice gives its sections twice.
   const std::vector<SourceSection>& sections() const { return sections_; }
 
-  // The paths of all files that there were to read, as they can be opened, in the order in which
-  // they were first met; of those that are missing, too.
-  const std::vector<std::string>& paths() const { return paths_; }
-
-  // Whether all files could be read again. What a pipe has included, nobody knows.
-  bool complete() const { return complete_; }
+  const SourceFiles& files() const { return files_read_; }
 
   // The files with a base name, in the order in which they were first met.
   const std::vector<const SourceFile*>& FilesNamed(const std::string& base_name) const;
@@ -107,14 +111,13 @@ class SourceView {
   std::map<std::string, std::unique_ptr<SourceFile>>
       files_;  // by library path; null: cannot be read
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
-  std::vector<std::string> paths_;
+  SourceFiles files_read_;
   std::map<const SourceFile*, SourcePlace> included_at_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed
   std::size_t opened_ = 0;                // files that were followed, each time counted
   std::size_t opened_text_ = 0;           // and their text
   std::set<std::pair<const SourceFile*, std::uint32_t>> loops_;
-  bool complete_ = true;
 };
 
 }  // namespace rux

@@ -34,8 +34,10 @@ class Locator {
 
   const std::string& script() const { return script_; }
 
-  // The sources, read when they are first asked for.
+  // The sources, read when they are first asked for. Dropping them leaves excerpts without texts:
+  // do it before anything is located.
   const SourceView& sources();
+  void DropSources() { sources_.reset(); }
 
   // The file that the diagnostic most likely is about; null when it cannot be read again.
   const SourceFile* FileOf(const Diagnostic& diagnostic);

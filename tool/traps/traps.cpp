@@ -54,7 +54,7 @@ class Walk {
 
 std::vector<Diagnostic> FindTraps(const SourceView& sources) {
   // What a pipe has included, nobody knows.
-  if (!sources.complete()) return {};
+  if (!sources.files().complete) return {};
   TrapReport report;
   const DefinedWordTable words(sources, report);
   Walk walk(words, report);

@@ -1,0 +1,27 @@
+// The texts of a script's items until they are checked.
+#ifndef FRONTEND_TEXT_STORE_H_
+#define FRONTEND_TEXT_STORE_H_
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+// Keeps many texts in few pieces of memory, one behind the other. There is no giving back one text:
+// all go at once.
+class TextStore {
+ public:
+  // A copy of the text that stays until Clear.
+  std::string_view Add(std::string_view text);
+
+  void Clear();
+
+ private:
+  static constexpr std::size_t kBlockSize = std::size_t{64} << 10;
+
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  char* next_ = nullptr;  // the free part of the last block
+  std::size_t left_ = 0;
+};
+
+#endif  // FRONTEND_TEXT_STORE_H_
