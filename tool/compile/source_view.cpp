@@ -36,10 +36,12 @@ std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path) {
   std::unique_ptr<SourceFile> file(new SourceFile);
   file->library_path_ = library_path;
   file->path_ = ToOpenablePath(library_path);
+  // Only what can be read more than once: a pipe's text is for the library, and its writer must not
+  // see it opened and closed.
+  struct stat status;
+  if (stat(file->path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   const Descriptor open_file(
       open(file->path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status;
-  // Only what can be read again: a pipe has given its text to the library already.
   if (fstat(open_file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   file->device_ = status.st_dev;
   file->inode_ = status.st_ino;
