@@ -73,7 +73,10 @@ std::string ExplanationMarkdown(const MessageRow& row) {
 }
 
 std::string MessagesMarkdown() {
-  std::string text = "# Messages\n";
+  std::string text =
+      "# Messages\n\nEverything that `rux check` and `rux compile` say of a script, by the id that "
+      "ends "
+      "each message. This page\nis what `rux explain --format markdown` prints.\n";
   for (const MessageRow& row : MessageRows()) text += '\n' + ExplanationMarkdown(row);
   return text + "\n## machine.rux\n\nThe examples above include this script.\n\n" +
          Indented(kMachineScript);
