@@ -411,6 +411,33 @@ TEST_F(ModelTest, MakingOneLeavesTheLastError) {
   EXPECT_EQ(gcGetLastError(), 99u);
 }
 
+TEST_F(ModelTest, IsBuiltWithoutTheLibrary) {
+  ruxcomp::ModelBuilder builder;
+  builder.AddSection(RUX_SECT_SENSOR);
+  builder.AddEntry(RUX_ENTRY_NAME, Words{kString});
+  builder.AddEntry(RUX_ENTRY_ID, Words{kNumber + 7});
+  builder.AddSection(0x0100000F);
+  builder.AddEntry(RUX_ENTRY_NAME, Words{kString});
+  builder.AddSection(RUX_SECT_GROUP);
+  builder.AddEntry(RUX_ENTRY_SENSORS, Words{kNumber, kNumber + 7, kNumber + 7});
+  builder.AddText(kString, "INLET");
+  builder.AddText(kString, "second");
+  builder.AddNumber(kNumber + 7, 257);
+  const std::vector<std::uint8_t> cells(2 * RUX_TABLE_CELLS - 1, 9);
+  builder.AddCells(cells.data(), cells.size());
+  const Model model(std::move(builder));
+  ASSERT_EQ(model.sections().size(), 2u);
+  EXPECT_EQ(model.sections()[0].kind(), RUX_SECT_GROUP);
+  const ruxcomp::Values values = model.sections()[0].entries()[0].values();
+  EXPECT_EQ(values.size(), 3u);
+  EXPECT_FALSE(values[0]);
+  EXPECT_EQ(values[2].number(), 257u);
+  EXPECT_EQ(model.section_with_id(RUX_SECT_SENSOR, 257).name(), "INLET");
+  EXPECT_TRUE(model.section_named(RUX_SECT_SENSOR, "INLET"));
+  EXPECT_EQ((*model.table(0))[255], 9);
+  EXPECT_EQ(model.table(1), nullptr);
+}
+
 TEST_F(ModelTest, ManyThreadsMayRead) {
   const Model model = Of(Board());
   std::vector<std::thread> threads;

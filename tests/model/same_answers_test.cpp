@@ -7,7 +7,7 @@
 #include "tests/damage/memory_file.h"
 #include "tests/damage/samples.h"
 #include "tests/library/meta_bytes.h"
-#include "tool/compiled/model_reader.h"
+#include "tool/compiled/read_model.h"
 #include "tool/compiled/verify.h"
 
 namespace {
@@ -18,9 +18,8 @@ class SameAnswers : public MetaTest {};
 
 // The model that the tool makes, which does not ask the library.
 Model ReadBesidesTheLibrary(const std::string& bytes) {
-  rux::ModelReader reader;
-  EXPECT_TRUE(rux::Verify(bytes, nullptr, &reader).empty());
-  return reader.Take();
+  EXPECT_TRUE(rux::Verify(bytes).empty());
+  return rux::ReadModel(bytes);
 }
 
 TEST_F(SameAnswers, BeforeAnyLoad) {
@@ -74,8 +73,7 @@ TEST_P(SameAnswersOfDamaged, MetaFile) {
     const bool is_loaded = gcInit(file.path()) != 0;
     ++(is_loaded ? loaded : refused);
     ExpectSameAnswers(Model::OfLoaded());
-    rux::ModelReader reader;
-    if (rux::Verify(damages.At(i), nullptr, &reader).empty()) ExpectSameAnswers(reader.Take());
+    if (rux::Verify(damages.At(i)).empty()) ExpectSameAnswers(rux::ReadModel(damages.At(i)));
     gcUnInit();
     EXPECT_EQ(Model::Load(file.path()).has_value(), is_loaded);
   }

@@ -2,7 +2,7 @@
 #include "tests/model/same_answers.h"
 #include "tests/properties/expected_answers.h"
 #include "tests/properties/model_test.h"
-#include "tool/compiled/model_reader.h"
+#include "tool/compiled/read_model.h"
 #include "tool/compiled/verify.h"
 
 namespace {
@@ -22,9 +22,8 @@ TEST_P(Answers, AreWhatTheScriptSays) {
       ASSERT_EQ(gcInit(Path("board.meta")), 1u);
       ExpectAnswers(MeaningOf(sections));
       ExpectSameAnswers(ruxcomp::Model::OfLoaded());
-      rux::ModelReader reader;
-      ASSERT_TRUE(rux::Verify(ReadAll("board.meta"), nullptr, &reader).empty());
-      ExpectSameAnswers(reader.Take());
+      ASSERT_TRUE(rux::Verify(ReadAll("board.meta")).empty());
+      ExpectSameAnswers(rux::ReadModel(ReadAll("board.meta")));
     });
   });
 }

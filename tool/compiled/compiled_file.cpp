@@ -19,17 +19,17 @@ Failure WrongForm(const std::string& path, Form form) {
 
 CompiledFile::CompiledFile(const std::string& path)
     : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
-  ExpectSound(nullptr);
+  ExpectSound();
 }
 
-CompiledFile::CompiledFile(const std::string& path, Form wanted, MetaVisitor* reader)
+CompiledFile::CompiledFile(const std::string& path, Form wanted)
     : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
   if (form_ != wanted && form_ != Form::kNone) throw WrongForm(path, form_);
-  ExpectSound(reader);
+  ExpectSound();
 }
 
-void CompiledFile::ExpectSound(MetaVisitor* reader) {
-  const Faults faults = Verify(bytes_, &summary_, reader);
+void CompiledFile::ExpectSound() {
+  const Faults faults = Verify(bytes_, &summary_);
   if (faults.empty()) return;
   const Fault& first = faults.list().front();
   // Where in it a foreign file differs is of no use to anybody.

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tool/compiled/file_header.h"
 #include "tool/compiled/verify.h"
@@ -15,21 +16,23 @@ namespace rux {
 class CompiledFile {
  public:
   // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is
-  // of another form, or has a fault, which it tells. The reader is shown a meta file's records
-  // while they are verified: what it makes of them is of use when nothing is thrown.
+  // of another form, or has a fault, which it tells.
   explicit CompiledFile(const std::string& path);
-  CompiledFile(const std::string& path, Form wanted, MetaVisitor* reader = nullptr);
+  CompiledFile(const std::string& path, Form wanted);
 
   const std::string& path() const { return path_; }
   std::string_view bytes() const { return bytes_; }
   Form form() const { return form_; }
   const Summary& summary() const { return summary_; }
 
+  // The bytes, for whoever keeps them.
+  std::string TakeBytes() && { return std::move(bytes_); }
+
  private:
-  void ExpectSound(MetaVisitor* reader);
+  void ExpectSound();
 
   const std::string path_;
-  const std::string bytes_;
+  std::string bytes_;
   const Form form_;
   Summary summary_;
 };

@@ -32,7 +32,8 @@ void MetaRules::OnSectionBegin(Cursor& cursor, const MetaSectionView& section) {
     name_scope_ = static_cast<std::uint32_t>(section.ordinal) + 1;
   }
   CheckKind(cursor, section);
-  next_key_ = 0;
+  next_key_ = schema_->keys.data();
+  keys_end_ = next_key_ + schema_->keys.size();
   value_rules_.BeginSection(section);
 }
 
@@ -79,22 +80,21 @@ void MetaRules::CheckValueKey(Cursor& cursor, const MetaEntryView& entry) {
 
 // The key of the schema that the entry is; null when it is another entry.
 const CompiledKey* MetaRules::TakeKey(Cursor& cursor, const MetaEntryView& entry) {
-  const std::vector<CompiledKey>& keys = schema_->keys;
-  std::size_t key = next_key_;
-  while (key < keys.size() && keys[key].identifier != entry.identifier) ++key;
+  const CompiledKey* key = next_key_;
+  while (key != keys_end_ && key->identifier != entry.identifier) ++key;
   // Behind the first other entry there are no more keys.
   ExpectKeysBefore(cursor, "identifier", entry.offset, key);
-  next_key_ = std::min(key + 1, keys.size());
-  return key < keys.size() ? &keys[key] : nullptr;
+  if (key == keys_end_) return nullptr;
+  next_key_ = key + 1;
+  return key;
 }
 
 // Of the keys up to that one, those that must be there have been.
 void MetaRules::ExpectKeysBefore(Cursor& cursor, const char* field, std::size_t offset,
-                                 std::size_t key) {
-  for (; next_key_ < key; ++next_key_) {
-    const CompiledKey& missing = schema_->keys[next_key_];
-    if (!missing.is_required) continue;
-    cursor.Report(field, offset, "there is no {} before it", missing.keyword);
+                                 const CompiledKey* key) {
+  for (; next_key_ != key; ++next_key_) {
+    if (!next_key_->is_required) continue;
+    cursor.Report(field, offset, "there is no {} before it", next_key_->keyword);
   }
 }
 
@@ -128,7 +128,7 @@ void MetaRules::CheckTwice(Cursor& cursor, const MetaEntryView& entry) {
 void MetaRules::OnSectionEnd(Cursor& cursor, MetaSectionView& section) {
   static_cast<void>(section);
   if (!tables_.complete()) return;
-  ExpectKeysBefore(cursor, "end", cursor.offset(), schema_->keys.size());
+  ExpectKeysBefore(cursor, "end", cursor.offset(), keys_end_);
   value_rules_.EndSection(cursor);
 }
 

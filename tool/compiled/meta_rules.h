@@ -18,7 +18,7 @@ namespace rux {
 // Reports what no compiler writes for a script that passed its checks: sections, identifiers,
 // values and references that cannot stand where they do. Once the tables are sound; without them,
 // nothing can be told of the words.
-class MetaRules : public MetaVisitor {
+class MetaRules final : public MetaVisitor {
  public:
   void OnTable(Cursor& cursor, MetaTableView table) override;
   void OnSectionBegin(Cursor& cursor, const MetaSectionView& section) override;
@@ -35,7 +35,8 @@ class MetaRules : public MetaVisitor {
  private:
   void CheckKind(Cursor& cursor, const MetaSectionView& section);
   const CompiledKey* TakeKey(Cursor& cursor, const MetaEntryView& entry);
-  void ExpectKeysBefore(Cursor& cursor, const char* field, std::size_t offset, std::size_t key);
+  void ExpectKeysBefore(Cursor& cursor, const char* field, std::size_t offset,
+                        const CompiledKey* key);
   void CheckValueKey(Cursor& cursor, const MetaEntryView& entry);
   bool IsNamedEntry(Cursor& cursor, const MetaEntryView& entry);
   void CheckTwice(Cursor& cursor, const MetaEntryView& entry);
@@ -48,8 +49,9 @@ class MetaRules : public MetaVisitor {
   // The section that one is in; its kind's first one where names are for all sections of a kind.
   const CompiledSchema* schema_ = nullptr;
   std::uint32_t identifier_ = 0;
-  std::uint32_t name_scope_ = 0;  // from 1
-  std::size_t next_key_ = 0;      // of the schema
+  std::uint32_t name_scope_ = 0;           // from 1
+  const CompiledKey* next_key_ = nullptr;  // of the schema
+  const CompiledKey* keys_end_ = nullptr;
   // By the top byte of the class and the ordinal: in which scope an entry had the name last.
   std::array<std::vector<std::uint32_t>, 256> scopes_;
 

@@ -12,7 +12,6 @@
 namespace rux {
 namespace {
 
-constexpr std::size_t kSectionsOffset = 256;
 constexpr std::size_t kAlignment = 16;  // of the blocks; also the most padding before one
 
 // The least that the things take that are counted.
@@ -101,7 +100,6 @@ class Walk {
     table.length_offset = cursor_.offset();
     table.length = cursor_.Word("length");
     CheckLength(table);
-    table.payload = bytes_.substr(cursor_.offset(), table.length);
     if (table.base == RUX_CLASS_TableData) {
       ReadCells(table);
     } else if (table.base == RUX_CLASS_Dword) {
@@ -204,14 +202,14 @@ class Walk {
   }
 
   void ReadEntry(std::size_t ordinal) {
-    MetaEntryView entry;
-    const Record record(cursor_, "entry", ordinal, PiecesIn(entry.pieces));
-    entry.ordinal = ordinal;
-    entry.offset = cursor_.offset();
-    entry.identifier = cursor_.Word("identifier");
+    entry_.pieces.clear();
+    const Record record(cursor_, "entry", ordinal, PiecesIn(entry_.pieces));
+    entry_.ordinal = ordinal;
+    entry_.offset = cursor_.offset();
+    entry_.identifier = cursor_.Word("identifier");
     const std::uint32_t count = cursor_.Count("value count", kWordSize);
-    entry.values = cursor_.WordList("value", count);
-    visitor_.OnEntry(cursor_, entry);
+    entry_.values = cursor_.WordList("value", count);
+    visitor_.OnEntry(cursor_, entry_);
   }
 
   const std::string_view bytes_;
@@ -220,6 +218,7 @@ class Walk {
   MetaVisitor& visitor_;
   const bool keeps_pieces_;
   MetaFrame frame_;
+  MetaEntryView entry_;  // the one that is shown: there are too many to make each anew
   std::array<std::size_t, kTableClasses.size()> offsets_ = {};
 };
 

@@ -23,6 +23,10 @@ inline constexpr std::array<std::uint32_t, 10> kTableClasses = {
 #include "ruxcomp/symbol_tables.def"
     RUX_CLASS_TableData};
 
+// Where the table blocks' offsets stand, each a word, and the block of the sections.
+inline constexpr std::size_t kDirectoryOffset = 128;
+inline constexpr std::size_t kSectionsOffset = 256;
+
 // Records as they stand in the file. What they point to is in its bytes; lists of pieces are empty
 // unless they are asked for.
 
@@ -33,7 +37,6 @@ struct MetaTableView {
   std::size_t length_offset = 0;  // of that word
   Extent extent;                  // without the padding behind it
   std::vector<Piece> pieces;
-  std::string_view payload;  // as many bytes as the length says, whatever is in them
 
   // A table of texts: where each ends in `block`, its terminating zero not included. There may be
   // more empty ones than that at the end, up to `most_texts` in all, which look like padding.

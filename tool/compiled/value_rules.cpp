@@ -81,16 +81,13 @@ void ValueRules::EndSection(Cursor& cursor) {
   }
 }
 
-bool ValueRules::ExpectCount(Values values, Range right) {
-  const std::size_t count = values.entry.values.size();
-  if (count >= right.least && count <= right.most) return true;
+void ValueRules::ReportCount(Values values, Range right) {
   const std::string text = right.least == right.most ? fmt::format("{}", right.least)
                            : right.most == kAnyNumber
                                ? fmt::format("{} or more", right.least)
                                : fmt::format("{} to {}", right.least, right.most);
-  values.cursor.Report("value count", values.entry.count_offset(), "it is {}, right is {}", count,
-                       text);
-  return false;
+  values.cursor.Report("value count", values.entry.count_offset(), "it is {}, right is {}",
+                       values.entry.values.size(), text);
 }
 
 bool ValueRules::Check(Values values, std::size_t i, std::uint32_t base) {

@@ -43,7 +43,13 @@ class ValueRules {
     std::uint32_t operator[](std::size_t i) const { return entry.values[i]; }
   };
 
-  static bool ExpectCount(Values values, Range right);
+  static bool ExpectCount(Values values, Range right) {
+    const std::size_t count = values.entry.values.size();
+    if (count >= right.least && count <= right.most) return true;
+    ReportCount(values, right);
+    return false;
+  }
+  static void ReportCount(Values values, Range right);
   bool Check(Values values, std::size_t i, std::uint32_t base);
   void CheckText(Values values, Content content);
   void CheckNumber(Values values);

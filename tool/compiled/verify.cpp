@@ -5,50 +5,14 @@
 #include "tool/compiled/debug_rules.h"
 #include "tool/compiled/debug_walk.h"
 #include "tool/compiled/meta_rules.h"
+#include "tool/compiled/meta_walk.h"
 
 namespace rux {
 namespace {
 
-// The rules, and one who reads along.
-class Both : public MetaVisitor {
- public:
-  Both(MetaRules& rules, MetaVisitor& reader) : rules_(rules), reader_(reader) {}
-
-  void OnTable(Cursor& cursor, MetaTableView table) override {
-    reader_.OnTable(cursor, table);
-    rules_.OnTable(cursor, std::move(table));
-  }
-  void OnSectionBegin(Cursor& cursor, const MetaSectionView& section) override {
-    reader_.OnSectionBegin(cursor, section);
-    rules_.OnSectionBegin(cursor, section);
-  }
-  void OnEntry(Cursor& cursor, MetaEntryView& entry) override {
-    reader_.OnEntry(cursor, entry);
-    rules_.OnEntry(cursor, entry);
-  }
-  void OnSectionEnd(Cursor& cursor, MetaSectionView& section) override {
-    reader_.OnSectionEnd(cursor, section);
-    rules_.OnSectionEnd(cursor, section);
-  }
-  void OnEnd(Cursor& cursor) override {
-    reader_.OnEnd(cursor);
-    rules_.OnEnd(cursor);
-  }
-
- private:
-  MetaRules& rules_;
-  MetaVisitor& reader_;
-};
-
-MetaFrame Walk(std::string_view bytes, Faults& faults, MetaRules& rules, MetaVisitor* reader) {
-  if (reader == nullptr) return WalkMeta(bytes, faults, rules);
-  Both both(rules, *reader);
-  return WalkMeta(bytes, faults, both);
-}
-
-void VerifyMeta(std::string_view bytes, Faults& faults, Summary& summary, MetaVisitor* reader) {
+void VerifyMeta(std::string_view bytes, Faults& faults, Summary& summary) {
   MetaRules rules;
-  const MetaFrame frame = Walk(bytes, faults, rules, reader);
+  const MetaFrame frame = WalkMeta(bytes, faults, rules);
   summary.version = frame.header.version;
   summary.creation_time = frame.header.creation_time;
   summary.counts = {{"sections", rules.sections()},
@@ -80,7 +44,7 @@ void VerifyDebugMeta(std::string_view bytes, Faults& faults, Summary& summary) {
 
 }  // namespace
 
-Faults Verify(std::string_view bytes, Summary* summary, MetaVisitor* reader) {
+Faults Verify(std::string_view bytes, Summary* summary) {
   Faults faults;
   Summary found;
   found.form = FormOf(bytes);
@@ -89,7 +53,7 @@ Faults Verify(std::string_view bytes, Summary* summary, MetaVisitor* reader) {
       faults.Add({0, "header", "magic", "it is neither a meta file nor a debug meta file"});
       break;
     case Form::kMeta:
-      VerifyMeta(bytes, faults, found, reader);
+      VerifyMeta(bytes, faults, found);
       break;
     case Form::kDebugMeta:
       VerifyDebugMeta(bytes, faults, found);

@@ -10,7 +10,6 @@
 
 #include "tool/compiled/fault.h"
 #include "tool/compiled/file_header.h"
-#include "tool/compiled/meta_walk.h"
 
 namespace rux {
 
@@ -31,9 +30,8 @@ struct Summary {
 // all that the layout says and all that the compiler holds to. Takes a time in proportion to the
 // bytes, and memory for what is looked up: some bytes for every name. Without a fault, the library
 // loads them, unless a note says otherwise. `summary` may be null; with faults, its counts are
-// those of what could be read. `reader`, when not null, gets to see the records of a meta file on
-// the way; with faults, those before a fault of the layout.
-Faults Verify(std::string_view bytes, Summary* summary = nullptr, MetaVisitor* reader = nullptr);
+// those of what could be read.
+Faults Verify(std::string_view bytes, Summary* summary = nullptr);
 
 }  // namespace rux
 

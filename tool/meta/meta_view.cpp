@@ -2,16 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "tool/compiled/compiled_file.h"
-#include "tool/compiled/model_reader.h"
+#include "tool/compiled/read_model.h"
 
 namespace rux {
 
 MetaView::MetaView(const std::string& path) : path_(path) {
-  ModelReader reader;
-  const CompiledFile file(path, Form::kMeta, &reader);
+  CompiledFile file(path, Form::kMeta);
   info_ = {file.summary().version, file.summary().creation_time};
-  model_ = reader.Take();
+  model_ = ReadModel(std::move(file).TakeBytes());
 }
 
 Datum DatumOf(const ruxcomp::Value& value) {

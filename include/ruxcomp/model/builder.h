@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <numeric>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -26,8 +27,8 @@ class ModelBuilder {
   }
   void ReserveSections(std::size_t sections, std::size_t entries, std::size_t values) {
     model_->sections.reserve(sections);
-    model_->entries.reserve(entries + 1);
-    model_->values.reserve(values);
+    model_->entries.reserve(entries);
+    model_->words.Reserve(2 * entries + values);
   }
 
   // What an index of a symbol table stands for. The first that is said of an index counts.
@@ -41,26 +42,47 @@ class ModelBuilder {
     }
   }
 
-  // A section (a RUX_SECT_...), then its entries, each with its values behind it.
+  // A section (a RUX_SECT_...), then its entries, each with its values: table indices, in anything
+  // that has size() and an operator [].
   void AddSection(std::uint32_t kind) {
     const std::uint32_t none = Value().index();
     model_->sections.push_back({model_.get(), EntryCount(), 0, kind, 0, none, none});
   }
-  void AddEntry(std::uint32_t identifier) {
-    model_->entries.push_back({identifier, ValueCount()});
-    ++model_->sections.back().entry_count;
+  template <class Values>
+  void AddEntry(std::uint32_t identifier, const Values& values) {
+    AddEntryAt(model_->words.size());
+    Word* word = model_->words.Add(2 + values.size());
+    word++->Store(identifier);
+    word++->Store(static_cast<std::uint32_t>(values.size()));
+    for (std::size_t i = 0; i < values.size(); ++i) word++->Store(values[i]);
   }
-  void AddValue(std::uint32_t value) { model_->values.push_back(value); }
+
+  // Instead: all of them as they stand in the bytes of a meta file, from that word on; the model
+  // keeps the bytes. They must be those of a sound file: its counts are not questioned.
+  void TakeSections(std::string file, std::size_t begin) {
+    model_->words = Words(std::move(file));
+    const Word* const words = model_->words.data();
+    const Word* word = words + begin;
+    std::uint32_t sections = word++->Load();
+    model_->sections.reserve(sections);
+    for (; sections > 0; --sections) {
+      AddSection(word++->Load());
+      for (std::uint32_t entries = word++->Load(); entries > 0; --entries) {
+        AddEntryAt(static_cast<std::size_t>(word - words));
+        word += 2 + word[1].Load();
+      }
+    }
+  }
 
  private:
   friend class Model;
 
-  using Entry = detail::EntryRecord;
   using Section = detail::SectionRecord;
+  using Word = detail::Word;
+  using Words = detail::Words;
 
   std::unique_ptr<const detail::Records> Take() {
     model_->tables.Settle();
-    model_->entries.push_back({0, ValueCount()});
     SortSections();
     model_->sections_by_id.Reserve(model_->sections.size());
     model_->sections_by_name.Reserve(model_->sections.size());
@@ -69,7 +91,15 @@ class ModelBuilder {
   }
 
   std::uint32_t EntryCount() const { return static_cast<std::uint32_t>(model_->entries.size()); }
-  std::uint32_t ValueCount() const { return static_cast<std::uint32_t>(model_->values.size()); }
+
+  const Word* WordsOf(std::uint32_t entry) const {
+    return model_->words.data() + model_->entries[entry];
+  }
+
+  void AddEntryAt(std::size_t word) {
+    model_->entries.push_back(static_cast<std::uint32_t>(word));
+    ++model_->sections.back().entry_count;
+  }
 
   // One kind after the other, the kinds in the order of their numbers.
   void SortSections() {
@@ -78,8 +108,10 @@ class ModelBuilder {
       return section.kind - RUX_SECT_MORVRUX >= detail::Records::kKinds;
     };
     sections.erase(std::remove_if(sections.begin(), sections.end(), is_foreign), sections.end());
-    std::stable_sort(sections.begin(), sections.end(),
-                     [](const Section& a, const Section& b) { return a.kind < b.kind; });
+    const auto is_less = [](const Section& a, const Section& b) { return a.kind < b.kind; };
+    if (!std::is_sorted(sections.begin(), sections.end(), is_less)) {
+      std::stable_sort(sections.begin(), sections.end(), is_less);
+    }
     auto& kind_begin = model_->kind_begin;
     for (const Section& section : sections) ++kind_begin[section.kind - RUX_SECT_MORVRUX + 1];
     std::partial_sum(kind_begin.begin(), kind_begin.end(), kind_begin.begin());
@@ -89,38 +121,42 @@ class ModelBuilder {
   void IndexSection(std::uint32_t place) {
     Section& section = model_->sections[place];
     section.ordinal = place - model_->kind_begin[section.kind - RUX_SECT_MORVRUX];
-    const Entry* const entries = model_->entries.data() + section.first_entry;
-    const std::uint32_t* first_name = nullptr;
-    const std::uint32_t* first_id = nullptr;
-    for (const Entry* entry = entries; entry != entries + section.entry_count; ++entry) {
-      const std::uint32_t* const value = FirstValue(*entry);
-      if (const std::uint32_t* id = OfferedId(entry->identifier, value)) {
-        if (first_id == nullptr) first_id = id;
-        AddId(section.kind, *id, place);
-      }
-      if (const std::uint32_t* name = OfferedName(section.kind, entry->identifier, value)) {
-        if (first_name == nullptr && name == value) first_name = name;
-        AddName(model_->sections_by_name, section.kind, *name, place);
-      }
+    section.name = FirstValue(section, RUX_ENTRY_NAME);
+    section.id = FirstValue(section, RUX_ENTRY_ID);
+    for (std::uint32_t i = 0; i < section.entry_count; ++i) {
+      IndexOffers(section.kind, WordsOf(section.first_entry + i), place);
     }
-    if (first_name != nullptr) section.name = *first_name;
-    if (first_id != nullptr) section.id = *first_id;
     if (section.entry_count > detail::Records::kFewEntries) IndexEntries(section);
+  }
+
+  // Of the first entry with that identifier that has any.
+  std::uint32_t FirstValue(const Section& section, std::uint32_t identifier) const {
+    for (std::uint32_t i = 0; i < section.entry_count; ++i) {
+      const Word* const words = WordsOf(section.first_entry + i);
+      if (words[0].Load() == identifier && words[1].Load() > 0) return words[2].Load();
+    }
+    return Value().index();
+  }
+
+  void IndexOffers(std::uint32_t kind, const Word* words, std::uint32_t place) {
+    const std::uint32_t identifier = words[0].Load();
+    const bool has_values = words[1].Load() > 0;
+    const std::uint32_t value = has_values ? words[2].Load() : 0;
+    if (const auto* id = OfferedId(identifier, has_values ? &value : nullptr)) {
+      AddId(kind, *id, place);
+    }
+    if (const auto* name = OfferedName(kind, identifier, has_values ? &value : nullptr)) {
+      AddName(model_->sections_by_name, kind, *name, place);
+    }
   }
 
   void IndexEntries(const Section& section) {
     const std::uint32_t scope = section.first_entry;
     for (std::uint32_t place = scope; place < scope + section.entry_count; ++place) {
-      const std::uint32_t identifier = model_->entries[place].identifier;
+      const std::uint32_t identifier = WordsOf(place)->Load();
       model_->entries_by_identifier.Add(scope, identifier, place);
       AddName(model_->entries_by_name, scope, identifier, place);
     }
-  }
-
-  // Null when the entry has none.
-  const std::uint32_t* FirstValue(const Entry& entry) const {
-    const bool has_values = (&entry)[1].first_value > entry.first_value;
-    return has_values ? &model_->values[entry.first_value] : nullptr;
   }
 
   void AddId(std::uint32_t kind, std::uint32_t index, std::uint32_t place) {

@@ -59,8 +59,7 @@ inline void CaptureSections(ModelBuilder& builder) {
   for (const tagGCSECT* section : sections) {
     builder.AddSection(section->identifier);
     for (const tagGCENTRY& entry : section->entries) {
-      builder.AddEntry(entry.identifier);
-      for (const std::uint32_t value : entry.values) builder.AddValue(value);
+      builder.AddEntry(entry.identifier, entry.values);
     }
   }
 }

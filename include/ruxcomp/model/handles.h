@@ -21,10 +21,10 @@ namespace detail {
 
 struct ValueCursor {
   using Handle = Value;
-  Value Get() const noexcept { return model->tables.Resolve(*at); }
+  Value Get() const noexcept { return model->tables.Resolve(at->Load()); }
 
   const Records* model = nullptr;
-  const std::uint32_t* at = nullptr;
+  const Word* at = nullptr;
 };
 
 struct EntryCursor {
@@ -32,7 +32,7 @@ struct EntryCursor {
   Entry Get() const noexcept;
 
   const Records* model = nullptr;
-  const EntryRecord* at = nullptr;
+  const std::uint32_t* at = nullptr;
 };
 
 struct SectionCursor {
@@ -57,7 +57,7 @@ class Entry {
   explicit operator bool() const noexcept { return place_.at != nullptr; }
 
   // A RUX_ENTRY_... or the table index of the entry's name; 0xFFFFFFFF of no entry.
-  std::uint32_t identifier() const noexcept { return *this ? place_.at->identifier : 0xFFFFFFFF; }
+  std::uint32_t identifier() const noexcept { return *this ? words()->Load() : 0xFFFFFFFF; }
 
   // The name that the identifier stands for, without its prefix: "IPMI" of VALUE_IPMI. Empty when
   // there is none, as with every RUX_ENTRY_...; the name of VALUE is empty, too.
@@ -66,13 +66,12 @@ class Entry {
 
   // The identifier as a value: looked up like the index that it may be.
   Value identity() const noexcept {
-    return *this ? place_.model->tables.Resolve(place_.at->identifier) : Value();
+    return *this ? place_.model->tables.Resolve(words()->Load()) : Value();
   }
 
   Values values() const noexcept {
     if (!*this) return Values();
-    const std::uint32_t* const values = place_.model->values.data();
-    return {{place_.model, values + place_.at->first_value}, count()};
+    return {{place_.model, words() + 2}, words()[1].Load()};
   }
 
   // The n-th value, from 0: what gcGetValueByIndex answers.
@@ -85,7 +84,7 @@ class Entry {
       if (first.kind() != RUX_DATA_NUMBER) return std::nullopt;
       return first.number();
     };
-    const Selection selected = Select(identifier(), count(), selector, type);
+    const Selection selected = Select(identifier(), values().size(), selector, type);
     return selected.code == RUX_ERROR_OK ? value(selected.ordinal) : Value();
   }
 
@@ -93,9 +92,8 @@ class Entry {
   friend bool operator!=(Entry a, Entry b) noexcept { return !(a == b); }
 
  private:
-  std::size_t count() const noexcept {
-    return *this ? place_.at[1].first_value - place_.at->first_value : 0;
-  }
+  const detail::Word* words() const noexcept { return place_.model->WordsOf(*place_.at); }
+
   detail::EntryCursor place_;
 };
 
@@ -134,7 +132,7 @@ class Section {
   // The first entry with that identifier, a RUX_ENTRY_... or a table index.
   Entry entry(std::uint32_t identifier) const noexcept {
     if (!*this) return Entry();
-    return Entry({record_->model, record_->model->EntryOf(*record_, identifier)});
+    return Entry({record_->model, record_->model->EntryWith(*record_, identifier)});
   }
 
   // The first entry with that name: of a property, global, value or repeater, without its prefix.

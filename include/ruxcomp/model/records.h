@@ -13,6 +13,7 @@
 #include "ruxcomp/model/hash_index.h"
 #include "ruxcomp/model/tables.h"
 #include "ruxcomp/model/value.h"
+#include "ruxcomp/model/words.h"
 
 namespace ruxcomp {
 
@@ -22,12 +23,6 @@ using TableCells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 namespace detail {
 
 struct Records;
-
-// What belongs to an entry ends where the next one's begins. There is one more behind the last.
-struct EntryRecord {
-  std::uint32_t identifier;
-  std::uint32_t first_value;
-};
 
 struct SectionRecord {
   const Records* model;
@@ -50,8 +45,8 @@ struct Records {
   static constexpr std::uint32_t kFewEntries = 64;
 
   Tables tables;
-  std::vector<std::uint32_t> values;  // table indices
-  std::vector<EntryRecord> entries;
+  Words words;                                         // of entries: see WordsOf
+  std::vector<std::uint32_t> entries;                  // where in the words each begins
   std::vector<SectionRecord> sections;                 // kind by kind
   std::array<std::uint32_t, kKinds + 1> kind_begin{};  // where each begins; the end of the last
   std::vector<TableCells> cells;
@@ -70,20 +65,23 @@ struct Records {
     return At(sections, sections_by_name.Find(kind, name));
   }
 
-  const EntryRecord* EntryOf(const SectionRecord& section,
-                             std::uint32_t identifier) const noexcept {
+  // An entry is what it is in a meta file: its identifier, the count of its values, the values.
+  const Word* WordsOf(std::uint32_t entry) const noexcept { return words.data() + entry; }
+
+  const std::uint32_t* EntryWith(const SectionRecord& section,
+                                 std::uint32_t identifier) const noexcept {
     if (section.entry_count > kFewEntries) {
       return At(entries, entries_by_identifier.Find(section.first_entry, identifier));
     }
-    return First(section, [&](const EntryRecord& e) { return e.identifier == identifier; });
+    return First(section, [&](std::uint32_t own) { return own == identifier; });
   }
-  const EntryRecord* EntryNamed(const SectionRecord& section,
-                                std::string_view name) const noexcept {
+  const std::uint32_t* EntryNamed(const SectionRecord& section,
+                                  std::string_view name) const noexcept {
     if (section.entry_count > kFewEntries) {
       return At(entries, entries_by_name.Find(section.first_entry, name));
     }
-    return First(section, [&](const EntryRecord& entry) {
-      const Value own = tables.Resolve(entry.identifier);
+    return First(section, [&](std::uint32_t identifier) {
+      const Value own = tables.Resolve(identifier);
       return own.kind() == RUX_DATA_STRING && own.text() == name;
     });
   }
@@ -94,11 +92,13 @@ struct Records {
     return place == kNoItem ? nullptr : &records[place];
   }
 
+  // The first entry whose identifier passes the test.
   template <class Test>
-  const EntryRecord* First(const SectionRecord& section, Test test) const noexcept {
-    const EntryRecord* const begin = entries.data() + section.first_entry;
-    const EntryRecord* const end = begin + section.entry_count;
-    const EntryRecord* const found = std::find_if(begin, end, test);
+  const std::uint32_t* First(const SectionRecord& section, Test test) const noexcept {
+    const std::uint32_t* const begin = entries.data() + section.first_entry;
+    const std::uint32_t* const end = begin + section.entry_count;
+    const std::uint32_t* const found =
+        std::find_if(begin, end, [&](std::uint32_t entry) { return test(WordsOf(entry)->Load()); });
     return found == end ? nullptr : found;
   }
 };

@@ -1,0 +1,49 @@
+// The words that the read model is made of; see model.h.
+#ifndef RUXCOMP_MODEL_WORDS_H_
+#define RUXCOMP_MODEL_WORDS_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace ruxcomp::detail {
+
+// A number as it stands in a meta file, the least significant byte first.
+struct Word {
+  unsigned char bytes[4];
+
+  std::uint32_t Load() const noexcept {
+    return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 |
+           std::uint32_t{bytes[3]} << 24;
+  }
+  void Store(std::uint32_t number) noexcept {
+    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(number >> 8 * i);
+  }
+};
+static_assert(sizeof(Word) == 4 && alignof(Word) == 1);
+
+// As many as fit into the bytes.
+class Words {
+ public:
+  Words() = default;
+  explicit Words(std::string&& bytes) : bytes_(std::move(bytes)) {}
+
+  std::size_t size() const noexcept { return bytes_.size() / sizeof(Word); }
+  const Word* data() const noexcept { return reinterpret_cast<const Word*>(bytes_.data()); }
+
+  void Reserve(std::size_t count) { bytes_.reserve(count * sizeof(Word)); }
+  // Makes room for that many more; returns the first of them.
+  Word* Add(std::size_t count) {
+    const std::size_t size = bytes_.size();
+    bytes_.resize(size + count * sizeof(Word));
+    return reinterpret_cast<Word*>(bytes_.data() + size);
+  }
+
+ private:
+  std::string bytes_;
+};
+
+}  // namespace ruxcomp::detail
+
+#endif  // RUXCOMP_MODEL_WORDS_H_
