@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -48,6 +49,8 @@ ExitStatus Run(int argc, const char* const* argv) {
   rux::Action action;
   for (const rux::Command& command : rux::Commands()) {
     CLI::App* sub_app = app.add_subcommand(command.name, command.help);
+    // What is not asked for needs no arguments.
+    if (std::find(argv, argv + argc, std::string_view(command.name)) == argv + argc) continue;
     sub_app->final_callback([&action, run = command.set_up(*sub_app)] { action = run; });
   }
   try {
