@@ -39,11 +39,13 @@ std::uint32_t HashOf(std::string_view text) {
 
 }  // namespace
 
-DistinctTexts::DistinctTexts(std::size_t expected) {
+void DistinctTexts::Restart(std::size_t expected) {
+  texts_.clear();
   texts_.reserve(expected);
+  first_ = 0;
   std::size_t slots = 64;
   while (slots < 2 * expected) slots *= 2;
-  Resize(slots);
+  slots_.assign(slots, Slot());
 }
 
 bool DistinctTexts::Insert(std::string_view text) {

@@ -14,12 +14,15 @@ namespace rux {
 class DistinctTexts {
  public:
   // Room for so many makes filling faster.
-  explicit DistinctTexts(std::size_t expected = 0);
+  explicit DistinctTexts(std::size_t expected = 0) { Restart(expected); }
+
+  // Empties the set for so many others, in the memory that it has.
+  void Restart(std::size_t expected);
 
   // False when the set has it already. The text must outlive the set.
   bool Insert(std::string_view text);
 
-  // In a time that does not depend on how many there were.
+  // Empties it in a time that does not depend on how many there were.
   void Clear() { first_ = texts_.size(); }
 
  private:

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "tool/compiled/compiled_schema.h"
-#include "tool/compiled/distinct_texts.h"
 #include "tool/compiled/index_class.h"
 
 namespace rux {
@@ -41,7 +40,7 @@ void MetaTables::CheckTexts(Cursor& cursor, const MetaTableView& table) {
     cursor.Report("texts", table.length_offset + kWordSize, "there are {}, needed are {}",
                   table.ends.size(), fixed_count);
   }
-  DistinctTexts texts(table.ends.size());
+  distinct_.Restart(table.ends.size());
   for (std::size_t i = 0; i < table.ends.size(); ++i) {
     const std::string_view text = table.TextAt(i);
     if (i < fixed_count && text != fixed[i]) {
@@ -51,16 +50,16 @@ void MetaTables::CheckTexts(Cursor& cursor, const MetaTableView& table) {
     if (text.empty() && table.base == RUX_CLASS_Property) continue;
     if (text.empty() && IsOfSections(table.base)) {
       cursor.Report("text", table.OffsetOf(i), "a name must not be empty");
-    } else if (!texts.Insert(text)) {
+    } else if (!distinct_.Insert(text)) {
       cursor.Report("text", table.OffsetOf(i), "there is the same text before it");
     }
   }
 }
 
 void MetaTables::CheckNumbers(Cursor& cursor, const MetaTableView& table) {
-  DistinctTexts numbers(table.numbers.size());
+  distinct_.Restart(table.numbers.size());
   for (std::size_t i = 0; i < table.numbers.size(); ++i) {
-    if (numbers.Insert(table.numbers.BytesAt(i))) continue;
+    if (distinct_.Insert(table.numbers.BytesAt(i))) continue;
     cursor.Report("number", table.OffsetOf(i), "there is the same number before it");
   }
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "tool/compiled/distinct_texts.h"
 #include "tool/compiled/meta_walk.h"
 
 namespace rux {
@@ -42,8 +43,8 @@ class MetaTables {
   const std::string& note() const { return tables_.front().note; }
 
  private:
-  static void CheckTexts(Cursor& cursor, const MetaTableView& table);
-  static void CheckNumbers(Cursor& cursor, const MetaTableView& table);
+  void CheckTexts(Cursor& cursor, const MetaTableView& table);
+  void CheckNumbers(Cursor& cursor, const MetaTableView& table);
   void Report(Cursor& cursor, const char* field, std::size_t offset, std::uint32_t word,
               std::uint32_t base) const;
   const MetaTableView& TableOf(std::uint32_t base) const;
@@ -51,6 +52,7 @@ class MetaTables {
   std::array<MetaTableView, kTableClasses.size()> tables_;
   std::array<std::uint32_t, 256> counts_ = {};  // by the top byte of the class
   std::size_t taken_ = 0;
+  DistinctTexts distinct_;  // of the table that is taken
 };
 
 }  // namespace rux

@@ -65,6 +65,8 @@ class ModelBuilder {
     const Word* word = words + begin;
     std::uint32_t sections = word++->Load();
     model_->sections.reserve(sections);
+    // At most; memory that is only reserved takes none.
+    model_->entries.reserve((model_->words.size() - begin) / 2);
     for (; sections > 0; --sections) {
       AddSection(word++->Load());
       for (std::uint32_t entries = word++->Load(); entries > 0; --entries) {
