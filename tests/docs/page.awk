@@ -153,7 +153,7 @@ function first_cell(row) { return substr(row, 1, index(substr(row, 3), " | ") + 
 # Of the library's lists, of scripts/packages.txt, or of the help of rux.
 function facts_of(what) {
   if (what == "packages")
-    return output_of("sed -n 's/^\\(build\\|test\\|bench\\) \\(.*\\)/| `\\2` | \\1 /p' scripts/packages.txt")
+    return output_of("sed -n 's/^\\([a-z]*\\) \\(.*\\)/| `\\2` | \\1 /p' scripts/packages.txt")
   if (what == "commands")
     return output_of("rux --help | sed -n '/^Subcommands/,/^$/s/^  \\([a-z-]*\\)  *\\(.*\\)/| `rux \\1` | \\2 /p'")
   return output_of("tables '" what "' 2>&1")
