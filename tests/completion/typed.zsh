@@ -52,12 +52,11 @@ words_after() {
   integer waited=0
   while ! read -r -t 0.02 -u $answers reply; do
     type_keys ''
-    if (( ++waited == 100 )); then
-      reply="no answer; the terminal shows: $(tail -c 200 screen | tr -d '\0')"
-      type_keys $'\x03'
-      sleep 0.2
-      break
-    fi
+    (( ++waited < 500 )) || {
+      print -r -- "$shell does not answer to ${(q+)1}; the terminal shows:"
+      tail -c 400 screen | tr -d '\0' | cat -v
+      exit 1
+    }
   done
 }
 
