@@ -42,15 +42,16 @@ _rux_split() {
 
 # Puts into the variable $2 what stands for the text $1 behind the quote that is open.
 _rux_quoted() {
-  local text=$1 special='' c
+  local text=$1 special='' c i
   case $quote in
     \') text=${text//"'"/"'\''"} ;;
     \") special='\"$`' ;;
     *) special=$'\\ \t"\'`$&|;<>()[]{}*?!#~^' ;;
   esac
   [[ $text == *[!a-zA-Z0-9_/=.-]* ]] || special=''
-  for ((c = 0; c < ${#special}; ++c)); do
-    text=${text//"${special:c:1}"/"\\${special:c:1}"}
+  for ((i = 0; i < ${#special}; ++i)); do
+    c=${special:i:1}
+    [[ $text == *"$c"* ]] && text=${text//"$c"/"\\$c"}
   done
   # No backslash keeps history out of double quotes.
   [[ $quote == '"' ]] && text=${text//'!'/"\"'!'\""}
