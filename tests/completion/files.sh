@@ -11,6 +11,7 @@ TYPE = 3
 END
 printf '[TABLE]\nNAME = caf\351\nTYPE = 4\n[TABLE]\nNAME = na\303\257ve\nTYPE = 5\n' >>odd.rux
 printf '[TABLE]\nNAME = `x`*?~#{1}\nTYPE = 6\n' >>odd.rux
+printf '[TABLE]\nNAME = x:y=z@w\nTYPE = 7\n' >>odd.rux
 rux compile odd.rux
 head -c 500 bench.meta >damaged.meta
 mkdir folder 'blank folder'
