@@ -1,4 +1,4 @@
-// rux compile SCRIPT [-o META] [-g METAD] [--depfile FILE]
+// rux compile SCRIPT [-o META] [-g METAD] [--depfile FILE] [--if-changed]
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -10,13 +10,14 @@
 #include "tool/compile/meta_files.h"
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/source_date.h"
 
 namespace rux {
 namespace {
 
 struct Options {
   CompileOptions run;
-  MetaPaths paths;
+  MetaOptions files;
 };
 
 std::string DefaultMeta(const std::string& script) {
@@ -26,9 +27,9 @@ std::string DefaultMeta(const std::string& script) {
 // No file of the command line is written over another one.
 void KeepApart(const NamedFile& script, const Options& options) {
   const std::vector<NamedFile> written = {
-      {"meta file", options.paths.meta},
-      {"debug meta file", options.paths.debug_meta},
-      {"dependency file", options.paths.depfile},
+      {"meta file", options.files.meta},
+      {"debug meta file", options.files.debug_meta},
+      {"dependency file", options.files.depfile},
       {"diagnostics file", options.run.telling.file},
   };
   for (std::size_t i = 0; i < written.size(); ++i) {
@@ -42,30 +43,33 @@ void KeepApart(const NamedFile& script, const Options& options) {
 
 ExitStatus Compile(Options options) {
   const std::string script = ToOpenablePath(ToLibraryPath(options.run.script));
-  if (options.paths.meta.empty()) options.paths.meta = DefaultMeta(script);
+  if (options.files.meta.empty()) options.files.meta = DefaultMeta(script);
   KeepApart({"script", script}, options);
-  MetaFiles files(options.paths);
-  return RunCompile(options.run, &files);
+  options.files.creation_time = SourceDateEpoch();
+  MetaFiles product(options.files);
+  return RunCompile(options.run, &product);
 }
 
 }  // namespace
 
 Action SetUpCompile(CLI::App& app) {
   const auto options = std::make_shared<Options>();
-  MetaPaths& paths = options->paths;
+  MetaOptions& files = options->files;
   AddCompileOptions(app, options->run);
-  app.add_option("-o,--output", paths.meta,
+  app.add_option("-o,--output", files.meta,
                  "The meta file to write (default: the script's name with .meta)")
       ->type_name("META")
       ->check(IsFileName());
-  app.add_option("-g,--debug-meta", paths.debug_meta,
+  app.add_option("-g,--debug-meta", files.debug_meta,
                  "Also write this debug meta file, for where, dump and decompile")
       ->type_name("METAD")
       ->check(IsFileName());
-  app.add_option("--depfile", paths.depfile,
+  app.add_option("--depfile", files.depfile,
                  "Also write a rule for make or ninja that tells which files were read")
       ->type_name("FILE")
       ->check(IsFileName());
+  app.add_flag("--if-changed", files.if_changed,
+               "Leave files alone that would be replaced by the same");
   app.footer("Example:\n  rux compile boards/server.rux -o server.meta -g server.metad");
   return [options] { return Compile(*options); };
 }

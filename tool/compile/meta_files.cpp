@@ -1,13 +1,16 @@
 #include "tool/compile/meta_files.h"
 
+#include <algorithm>
+
 #include "ruxcomp/compile.h"
 #include "tool/compile/depfile.h"
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/unchanged.h"
 #include "tool/compiled/debug_meta.h"
+#include "tool/compiled/file_header.h"
 #include "tool/compiled/verify.h"
 #include "tool/failure.h"
-#include "tool/files/memory_file.h"
 
 namespace rux {
 namespace {
@@ -42,15 +45,13 @@ void ExpectSound(const NewFile& file) {
 
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
 std::vector<Diagnostic> MetaFiles::Make() {
-  const MemoryFile meta(paths_.meta);
+  const MemoryFile meta(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
-  files_.push_back({paths_.meta, meta.Bytes()});
-  ExpectSound(files_.back());
-  if (paths_.debug_meta.empty()) return {};
-  const MemoryFile debug_meta(paths_.debug_meta);
+  ExpectSound(Add(options_.meta, meta));
+  if (options_.debug_meta.empty()) return {};
+  const MemoryFile debug_meta(options_.debug_meta);
   gccOutputD(debug_meta.path());
-  const std::string& bytes =
-      files_.emplace_back(NewFile{paths_.debug_meta, debug_meta.Bytes()}).bytes;
+  const std::string& bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   Summary summary;
   if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
@@ -64,26 +65,44 @@ void MetaFiles::Keep(const SourceFiles& sources) {
     KeepSources(sources, written);
     if (!sources.complete) RefuseToGuess(written);
   };
-  keep({"meta file", paths_.meta});
-  if (!paths_.debug_meta.empty()) keep({"debug meta file", paths_.debug_meta});
-  if (!paths_.depfile.empty()) files_.push_back(Depfile(sources));
-  PutInPlace(files_);
+  keep({"meta file", options_.meta});
+  if (!options_.debug_meta.empty()) keep({"debug meta file", options_.debug_meta});
+  if (!options_.depfile.empty()) files_.push_back(Depfile(sources));
+  PutFilesInPlace();
 }
 
 void MetaFiles::KeepNone(const SourceFiles& sources) {
-  if (!paths_.depfile.empty()) PutInPlace({Depfile(sources)});
+  if (options_.depfile.empty()) return;
+  files_ = {Depfile(sources)};
+  PutFilesInPlace();
+}
+
+const NewFile& MetaFiles::Add(const std::string& path, const MemoryFile& file) {
+  NewFile& added = files_.emplace_back(NewFile{path, file.Bytes()});
+  if (options_.creation_time) SetCreationTime(added.bytes, *options_.creation_time);
+  return added;
+}
+
+void MetaFiles::PutFilesInPlace() {
+  if (options_.if_changed) {
+    const auto is_there = [&](const NewFile& file) {
+      return IsThereAlready(file, options_.creation_time.has_value());
+    };
+    files_.erase(std::remove_if(files_.begin(), files_.end(), is_there), files_.end());
+  }
+  PutInPlace(files_);
 }
 
 NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
   if (!sources.complete) {
     throw Failure(ExitStatus::kTrouble,
-                  "cannot write " + paths_.depfile +
+                  "cannot write " + options_.depfile +
                       ": the script cannot be read again to tell which files it includes");
   }
-  KeepSources(sources, {"dependency file", paths_.depfile});
-  std::vector<std::string> targets = {paths_.meta};
-  if (!paths_.debug_meta.empty()) targets.push_back(paths_.debug_meta);
-  return {paths_.depfile, DepfileText(paths_.depfile, targets, sources.paths)};
+  KeepSources(sources, {"dependency file", options_.depfile});
+  std::vector<std::string> targets = {options_.meta};
+  if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
+  return {options_.depfile, DepfileText(options_.depfile, targets, sources.paths)};
 }
 
 }  // namespace rux

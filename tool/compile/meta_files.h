@@ -2,34 +2,42 @@
 #ifndef TOOL_COMPILE_META_FILES_H_
 #define TOOL_COMPILE_META_FILES_H_
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tool/compile/compile_run.h"
+#include "tool/files/memory_file.h"
 #include "tool/files/placement.h"
 
 namespace rux {
 
-struct MetaPaths {
+struct MetaOptions {
   std::string meta;
-  std::string debug_meta;  // empty: none
-  std::string depfile;     // empty: none
+  std::string debug_meta;                      // empty: none
+  std::string depfile;                         // empty: none
+  std::optional<std::uint32_t> creation_time;  // none: now
+  bool if_changed = false;                     // leave alone what would be replaced by the same
 };
 
 // The meta file and, if they are asked for, the debug meta file and the dependency file: all or
 // none. The dependency file is also written for a script with errors.
 class MetaFiles : public CompileProduct {
  public:
-  explicit MetaFiles(const MetaPaths& paths) : paths_(paths) {}
+  explicit MetaFiles(const MetaOptions& options) : options_(options) {}
 
   std::vector<Diagnostic> Make() override;
   void Keep(const SourceFiles& sources) override;
   void KeepNone(const SourceFiles& sources) override;
 
  private:
+  // Takes over what the library wrote.
+  const NewFile& Add(const std::string& path, const MemoryFile& file);
+  void PutFilesInPlace();
   NewFile Depfile(const SourceFiles& sources) const;
 
-  const MetaPaths& paths_;
+  const MetaOptions& options_;
   std::vector<NewFile> files_;
 };
 

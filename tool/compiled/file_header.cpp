@@ -4,6 +4,8 @@ namespace rux {
 namespace {
 
 constexpr std::size_t kVersionOffset = 16;
+constexpr std::size_t kTimeOffset = kVersionOffset + kWordSize;
+constexpr std::size_t kTimeEnd = kTimeOffset + kWordSize;
 constexpr std::size_t kHeaderEnd = 128;
 constexpr std::uint32_t kVersion = 0x01000000;
 
@@ -51,6 +53,19 @@ FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces) {
   header.creation_time = cursor.Word("creation time");
   cursor.Zeros("gap", kHeaderEnd - cursor.offset());
   return header;
+}
+
+void SetCreationTime(std::string& bytes, std::uint32_t time) {
+  if (bytes.size() < kTimeEnd) return;
+  for (std::size_t i = kTimeOffset; i < kTimeEnd; ++i, time >>= 8) {
+    bytes[i] = static_cast<char>(time & 0xFF);
+  }
+}
+
+bool AreSameButForTime(std::string_view bytes, std::string_view other) {
+  return FormOf(bytes) != Form::kNone && bytes.size() == other.size() && bytes.size() >= kTimeEnd &&
+         bytes.substr(0, kTimeOffset) == other.substr(0, kTimeOffset) &&
+         bytes.substr(kTimeEnd) == other.substr(kTimeEnd);
 }
 
 }  // namespace rux

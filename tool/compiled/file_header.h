@@ -3,6 +3,7 @@
 #define TOOL_COMPILED_FILE_HEADER_H_
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,13 @@ struct FileHeader {
 
 // Magic, version, creation time, zeros. Fails with a Fault for another magic or version.
 FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces);
+
+// Makes a compiled file say that it was created at another time. One that is cut short before it
+// says so stays as it is.
+void SetCreationTime(std::string& bytes, std::uint32_t time);
+
+// Whether these are compiled files that tell the same apart from when they were created.
+bool AreSameButForTime(std::string_view bytes, std::string_view other);
 
 }  // namespace rux
 

@@ -34,6 +34,8 @@ const std::vector<Task>& Tasks() {
       MakeTask("new files", {"compile", "board.rux", "-g", "board.metad"}, {}),
       MakeTask("older files", {"compile", "board.rux", "-g", "board.metad", "--depfile", "board.d"},
                {{"board.meta", "older"}, {"board.metad", "older still"}, {"board.d", "oldest"}}),
+      MakeTask("unchanged file", {"compile", "--if-changed", "board.rux", "-g", "board.metad"},
+               {CompiledScript()}),
       MakeTask("script", {"decompile", "board.metad", "-o", "again.rux"}, CompiledScript()),
   };
   return tasks;
