@@ -1,4 +1,6 @@
 // rux compile SCRIPT [-o META] [-g METAD] [--depfile FILE] [--if-changed]
+#include <unistd.h>
+
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -11,6 +13,7 @@
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
 #include "tool/compile/source_date.h"
+#include "tool/failure.h"
 
 namespace rux {
 namespace {
@@ -26,8 +29,9 @@ std::string DefaultMeta(const std::string& script) {
 
 // No file of the command line is written over another one.
 void KeepApart(const NamedFile& script, const Options& options) {
+  const std::string none;
   const std::vector<NamedFile> written = {
-      {"meta file", options.files.meta},
+      {"meta file", options.files.prints_meta ? none : options.files.meta},
       {"debug meta file", options.files.debug_meta},
       {"dependency file", options.files.depfile},
       {"diagnostics file", options.run.telling.file},
@@ -41,9 +45,36 @@ void KeepApart(const NamedFile& script, const Options& options) {
   }
 }
 
+constexpr const char* kStandardStream = "-";
+
+Failure WrongUsage(const char* text) { return Failure(ExitStatus::kWrongUsage, text); }
+
+void UseStandardOutput(Options& options) {
+  const TellingOptions& telling = options.run.telling;
+  if (telling.format != "human" && telling.file.empty()) {
+    throw WrongUsage("-o - leaves no room for --format: give it a --diagnostics-file");
+  }
+  if (!options.files.depfile.empty() && options.files.debug_meta.empty()) {
+    throw WrongUsage("--depfile needs a file that depends on others: -o - is none");
+  }
+  if (isatty(STDOUT_FILENO) != 0) {
+    throw WrongUsage("a meta file is not for a terminal: give -o FILE, or redirect the output");
+  }
+  options.files.prints_meta = true;
+  options.files.meta = "standard output";
+}
+
 ExitStatus Compile(Options options) {
-  const std::string script = ToOpenablePath(ToLibraryPath(options.run.script));
+  const std::string script = ToOpenablePath(options.run.script_name());
+  if (options.files.debug_meta == kStandardStream || options.files.depfile == kStandardStream) {
+    throw WrongUsage("only the meta file can be written to standard output");
+  }
+  if (options.run.reads_standard_input()) {
+    if (options.files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
+    options.files.stdin_name = options.run.script_name();
+  }
   if (options.files.meta.empty()) options.files.meta = DefaultMeta(script);
+  if (options.files.meta == kStandardStream) UseStandardOutput(options);
   KeepApart({"script", script}, options);
   options.files.creation_time = SourceDateEpoch();
   MetaFiles product(options.files);
@@ -56,8 +87,9 @@ Action SetUpCompile(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   MetaOptions& files = options->files;
   AddCompileOptions(app, options->run);
-  app.add_option("-o,--output", files.meta,
-                 "The meta file to write (default: the script's name with .meta)")
+  app.add_option(
+         "-o,--output", files.meta,
+         "The meta file to write (default: the script's name with .meta); - for standard output")
       ->type_name("META")
       ->check(IsFileName());
   app.add_option("-g,--debug-meta", files.debug_meta,

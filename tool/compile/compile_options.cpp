@@ -2,15 +2,26 @@
 
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
+#include "tool/compile/script_path.h"
 #include "tool/diagnostics/severities.h"
 
 namespace rux {
 
+std::string CompileOptions::script_name() const {
+  if (!reads_standard_input()) return ToLibraryPath(script);
+  return stdin_name.empty() ? "<stdin>" : ToLibraryPath(stdin_name);
+}
+
 void AddCompileOptions(CLI::App& command, CompileOptions& options) {
   TellingOptions& telling = options.telling;
-  command.add_option("SCRIPT", options.script, "The script to read")
+  command.add_option("SCRIPT", options.script, "The script to read; - for standard input")
       ->required()
       ->type_name("")
+      ->check(IsFileName());
+  command
+      .add_option("--stdin-name", options.stdin_name,
+                  "With -: the name of the script, for messages and the folder of its INCLUDEs")
+      ->type_name("NAME")
       ->check(IsFileName());
   command.add_flag("--werror", options.werror, "Let warnings fail the run, like -W error");
   const auto is_setting = [](const std::string& text) { return Severities().Set(text); };

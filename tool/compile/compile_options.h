@@ -14,7 +14,12 @@ class App;
 namespace rux {
 
 struct CompileOptions {
-  std::string script;
+  bool reads_standard_input() const { return script == "-"; }
+  // The path, as the library takes it, of the script or of the file that standard input stands for.
+  std::string script_name() const;
+
+  std::string script;      // "-": standard input
+  std::string stdin_name;  // what that stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
   TellingOptions telling;

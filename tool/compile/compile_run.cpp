@@ -14,6 +14,7 @@
 #include "tool/compile/overwriting.h"
 #include "tool/compile/raised_error.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/standard_input.h"
 #include "tool/compile/telling.h"
 #include "tool/compile/why_not_opened.h"
 #include "tool/diagnostics/advice.h"
@@ -31,7 +32,10 @@ namespace {
 class CompileRun {
  public:
   explicit CompileRun(const CompileOptions& options)
-      : options_(options), script_(ToLibraryPath(options.script)), locator_(script_) {
+      : options_(options),
+        script_(options.script_name()),
+        input_(InputOf(options)),
+        locator_(script_, input_ ? input_->path() : "") {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
@@ -46,11 +50,13 @@ class CompileRun {
     // They are read again in case that there is something to show of them: their memory is better
     // used for the model.
     if (traps.empty()) locator_.DropSources();
-    Guarded(Phase::kStart, [&] { opened_ = gccCompStart(script_) != 0; });
+    const std::string& read = input_ ? input_->library_path() : script_;
+    Guarded(Phase::kStart, [&] { opened_ = gccCompStart(read) != 0; });
     if (opened_) Guarded(Phase::kParse, [] { gccParse(); });
     if (opened_ && raised_.empty()) {
       Guarded(Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
     }
+    if (input_) input_->NameIn(Messages().messages);
     Add(DiagnosticsFrom(Messages().messages, accepted_));
     if (opened_ && raised_.empty()) Add(std::move(traps));
     if (accepted_ && !Fails() && product != nullptr) {
@@ -59,7 +65,7 @@ class CompileRun {
     TellAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);
-    if (!opened_) throw CannotRead(ToOpenablePath(script_));
+    if (!opened_) throw CannotRead();
     const bool is_done = accepted_ && !Fails();
     if (product != nullptr) {
       is_done ? product->Keep(sources_) : product->KeepNone(sources_);
@@ -82,8 +88,15 @@ class CompileRun {
     }
   }
 
-  static Failure CannotRead(const std::string& path) {
-    return Failure(ExitStatus::kTrouble, "cannot read " + path + ": " + WhyNotOpened(path));
+  static std::optional<StandardInput> InputOf(const CompileOptions& options) {
+    if (!options.reads_standard_input()) return std::nullopt;
+    return std::optional<StandardInput>(std::in_place, options.script_name());
+  }
+
+  Failure CannotRead() const {
+    const std::string path = ToOpenablePath(script_);
+    return Failure(ExitStatus::kTrouble,
+                   "cannot read " + path + ": " + WhyNotOpened(input_ ? input_->path() : path));
   }
 
   // The reader goes on without what it had no memory for.
@@ -116,6 +129,7 @@ class CompileRun {
 
   const CompileOptions& options_;
   const std::string script_;  // as the library takes it
+  const std::optional<StandardInput> input_;
   Locator locator_;
   SourceFiles sources_;
   Severities severities_;
@@ -132,6 +146,9 @@ ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product) {
   const TellingOptions& telling = options.telling;
   if (!telling.file.empty() && telling.format == "human") {
     throw Failure(ExitStatus::kWrongUsage, "--diagnostics-file needs a --format for programs");
+  }
+  if (!options.stdin_name.empty() && !options.reads_standard_input()) {
+    throw Failure(ExitStatus::kWrongUsage, "--stdin-name needs - for a script");
   }
   return CompileRun(options).Run(product);
 }

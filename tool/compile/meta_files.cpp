@@ -8,9 +8,11 @@
 #include "tool/compile/script_path.h"
 #include "tool/compile/unchanged.h"
 #include "tool/compiled/debug_meta.h"
+#include "tool/compiled/debug_source.h"
 #include "tool/compiled/file_header.h"
 #include "tool/compiled/verify.h"
 #include "tool/failure.h"
+#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {
@@ -51,10 +53,11 @@ std::vector<Diagnostic> MetaFiles::Make() {
   if (options_.debug_meta.empty()) return {};
   const MemoryFile debug_meta(options_.debug_meta);
   gccOutputD(debug_meta.path());
-  const std::string& bytes = Add(options_.debug_meta, debug_meta).bytes;
+  std::string& bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   Summary summary;
   if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
+  if (!options_.stdin_name.empty()) RenameScript(bytes, options_.stdin_name);
   if (summary.notes.empty()) return {};
   Faults faults;
   return WarningsOf(DecodeDebugMeta(bytes, faults));
@@ -65,9 +68,13 @@ void MetaFiles::Keep(const SourceFiles& sources) {
     KeepSources(sources, written);
     if (!sources.complete) RefuseToGuess(written);
   };
-  keep({"meta file", options_.meta});
+  if (!options_.prints_meta) keep({"meta file", options_.meta});
   if (!options_.debug_meta.empty()) keep({"debug meta file", options_.debug_meta});
   if (!options_.depfile.empty()) files_.push_back(Depfile(sources));
+  if (options_.prints_meta) {
+    PrintOut(files_.front().bytes);
+    files_.erase(files_.begin());
+  }
   PutFilesInPlace();
 }
 
@@ -77,7 +84,7 @@ void MetaFiles::KeepNone(const SourceFiles& sources) {
   PutFilesInPlace();
 }
 
-const NewFile& MetaFiles::Add(const std::string& path, const MemoryFile& file) {
+NewFile& MetaFiles::Add(const std::string& path, const MemoryFile& file) {
   NewFile& added = files_.emplace_back(NewFile{path, file.Bytes()});
   if (options_.creation_time) SetCreationTime(added.bytes, *options_.creation_time);
   return added;
@@ -100,9 +107,12 @@ NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
                       ": the script cannot be read again to tell which files it includes");
   }
   KeepSources(sources, {"dependency file", options_.depfile});
-  std::vector<std::string> targets = {options_.meta};
+  std::vector<std::string> targets;
+  if (!options_.prints_meta) targets.push_back(options_.meta);
   if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
-  return {options_.depfile, DepfileText(options_.depfile, targets, sources.paths)};
+  std::vector<std::string> prerequisites = sources.paths;
+  if (!options_.stdin_name.empty()) prerequisites.erase(prerequisites.begin());
+  return {options_.depfile, DepfileText(options_.depfile, targets, prerequisites)};
 }
 
 }  // namespace rux

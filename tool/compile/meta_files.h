@@ -14,11 +14,14 @@
 namespace rux {
 
 struct MetaOptions {
-  std::string meta;
+  std::string meta;                            // with prints_meta, for messages only
+  bool prints_meta = false;                    // to standard output
   std::string debug_meta;                      // empty: none
   std::string depfile;                         // empty: none
   std::optional<std::uint32_t> creation_time;  // none: now
   bool if_changed = false;                     // leave alone what would be replaced by the same
+  std::string stdin_name;                      // what the library is to call a script that is no
+                                               // file; empty: it is one
 };
 
 // The meta file and, if they are asked for, the debug meta file and the dependency file: all or
@@ -33,7 +36,7 @@ class MetaFiles : public CompileProduct {
 
  private:
   // Takes over what the library wrote.
-  const NewFile& Add(const std::string& path, const MemoryFile& file);
+  NewFile& Add(const std::string& path, const MemoryFile& file);
   void PutFilesInPlace();
   NewFile Depfile(const SourceFiles& sources) const;
 

@@ -32,16 +32,17 @@ bool CouldBeOpened(const std::string& path) {
 
 }  // namespace
 
-std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path) {
+std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path,
+                                             const std::string& read_from) {
   std::unique_ptr<SourceFile> file(new SourceFile);
   file->library_path_ = library_path;
   file->path_ = ToOpenablePath(library_path);
+  const std::string& path = read_from.empty() ? file->path_ : read_from;
   // Only what can be read more than once: a pipe's text is for the library, and its writer must not
   // see it opened and closed.
   struct stat status;
-  if (stat(file->path_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
-  const Descriptor open_file(
-      open(file->path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  const Descriptor open_file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (fstat(open_file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   file->device_ = status.st_dev;
   file->inode_ = status.st_ino;
@@ -93,7 +94,10 @@ bool SourceFile::IsSameFile(const SourceFile& other) const {
   return device_ == other.device_ && inode_ == other.inode_;
 }
 
-SourceView::SourceView(const std::string& library_path) { Follow(library_path, nullptr); }
+SourceView::SourceView(const std::string& library_path, const std::string& read_from) {
+  Open(library_path, read_from);
+  Follow(library_path, nullptr);
+}
 
 const std::vector<const SourceFile*>& SourceView::FilesNamed(const std::string& base_name) const {
   static const std::vector<const SourceFile*> none;
@@ -145,11 +149,11 @@ void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& s
   }
 }
 
-const SourceFile* SourceView::Open(const std::string& library_path) {
+const SourceFile* SourceView::Open(const std::string& library_path, const std::string& read_from) {
   const auto [place, is_new] = files_.try_emplace(library_path);
   if (is_new) {
     files_read_.paths.push_back(ToOpenablePath(library_path));
-    place->second = SourceFile::Read(library_path);
+    place->second = SourceFile::Read(library_path, read_from);
     if (place->second == nullptr) {
       files_read_.complete &= !CouldBeOpened(files_read_.paths.back());
     } else {

@@ -31,8 +31,9 @@ struct SourceSpot {
 
 class SourceFile {
  public:
-  // Null when the file cannot be read.
-  static std::unique_ptr<SourceFile> Read(const std::string& library_path);
+  // Null when the file cannot be read. `read_from`: where its text is; empty: under its own path.
+  static std::unique_ptr<SourceFile> Read(const std::string& library_path,
+                                          const std::string& read_from);
 
   const std::string& library_path() const { return library_path_; }  // as the library was given it
   const std::string& path() const { return path_; }                  // as it can be opened
@@ -84,8 +85,9 @@ struct SourceFiles {
 class SourceView {
  public:
   // Reads the script and follows its INCLUDE items as the library does: missing files are passed
-  // over, as are those that are open already further up the chain.
-  explicit SourceView(const std::string& library_path);
+  // over, as are those that are open already further up the chain. `read_from`: where the text of
+  // the script is; empty: under its own path.
+  SourceView(const std::string& library_path, const std::string& read_from);
 
   // In the order in which the library met them; unknown ones included. A file that is included
   // twice gives its sections twice.
@@ -106,7 +108,7 @@ class SourceView {
   // False: the file is open already.
   bool Follow(const std::string& library_path, const SourcePlace* included_at);
   void FollowIncludes(const SourceFile& file, const reader::Section& section);
-  const SourceFile* Open(const std::string& library_path);
+  const SourceFile* Open(const std::string& library_path, const std::string& read_from = {});
 
   std::map<std::string, std::unique_ptr<SourceFile>>
       files_;  // by library path; null: cannot be read

@@ -6,7 +6,6 @@ namespace {
 constexpr std::size_t kVersionOffset = 16;
 constexpr std::size_t kTimeOffset = kVersionOffset + kWordSize;
 constexpr std::size_t kTimeEnd = kTimeOffset + kWordSize;
-constexpr std::size_t kHeaderEnd = 128;
 constexpr std::uint32_t kVersion = 0x01000000;
 
 std::string_view MagicOf(Form form) {
@@ -56,10 +55,7 @@ FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces) {
 }
 
 void SetCreationTime(std::string& bytes, std::uint32_t time) {
-  if (bytes.size() < kTimeEnd) return;
-  for (std::size_t i = kTimeOffset; i < kTimeEnd; ++i, time >>= 8) {
-    bytes[i] = static_cast<char>(time & 0xFF);
-  }
+  if (bytes.size() >= kTimeEnd) StoreWord(time, &bytes[kTimeOffset]);
 }
 
 bool AreSameButForTime(std::string_view bytes, std::string_view other) {

@@ -2,6 +2,7 @@
 #ifndef TOOL_COMPILED_FILE_HEADER_H_
 #define TOOL_COMPILED_FILE_HEADER_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -19,6 +20,9 @@ Form FormOf(std::string_view bytes);
 
 // "meta file", "debug meta file", "file".
 const char* FormName(Form form);
+
+// Where it ends, in bytes.
+inline constexpr std::size_t kHeaderEnd = 128;
 
 struct FileHeader {
   std::uint32_t version = 0;

@@ -19,6 +19,10 @@ inline std::uint32_t LoadWord(const char* bytes) {
   return byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
 }
 
+inline void StoreWord(std::uint32_t word, char* bytes) {
+  for (std::size_t i = 0; i < kWordSize; ++i) bytes[i] = static_cast<char>(word >> (8 * i) & 0xFF);
+}
+
 // Words one behind the other. Valid as long as the bytes are.
 class Words {
  public:

@@ -80,7 +80,7 @@ std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
 }
 
 const SourceView& Locator::sources() {
-  if (!sources_) sources_.emplace(script_);
+  if (!sources_) sources_.emplace(script_, read_from_);
   return *sources_;
 }
 

@@ -21,8 +21,9 @@ namespace rux {
 // the k-th of the sections that may have given it.
 class Locator {
  public:
-  // `script`: the path that the library was given.
-  explicit Locator(std::string script) : script_(std::move(script)) {}
+  // `script`: the path that the library was given. `read_from`: where its text is; empty: there.
+  explicit Locator(std::string script, std::string read_from = {})
+      : script_(std::move(script)), read_from_(std::move(read_from)) {}
 
   // Fills in where the diagnostic stands and which INCLUDEs lead there. The texts of excerpts are
   // the locator's.
@@ -56,6 +57,7 @@ class Locator {
   Queue& SectionsWithout(const std::string& section, const std::string& entry);
 
   const std::string script_;
+  const std::string read_from_;
   std::optional<SourceView> sources_;
   std::optional<SourceLine> line_;  // the last one looked at
   std::unique_ptr<Queue> unknown_sections_;

@@ -36,6 +36,8 @@ const std::vector<Task>& Tasks() {
                {{"board.meta", "older"}, {"board.metad", "older still"}, {"board.d", "oldest"}}),
       MakeTask("unchanged file", {"compile", "--if-changed", "board.rux", "-g", "board.metad"},
                {CompiledScript()}),
+      MakeTask("standard input", {"compile", "-", "--stdin-name", "board.rux", "-o", "board.meta"},
+               {}),
       MakeTask("script", {"decompile", "board.metad", "-o", "again.rux"}, CompiledScript()),
   };
   return tasks;
