@@ -1,12 +1,5 @@
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
-#include <cstring>
-#include <exception>
-#include <initializer_list>
-#include <new>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -15,8 +8,7 @@
 #include "CLI/CLI.hpp"
 #include "tool/command.h"
 #include "tool/completion/completion.h"
-#include "tool/failure.h"
-#include "tool/files/descriptor.h"
+#include "tool/run_to_the_end.h"
 #include "tool/standard_streams.h"
 #include "tool/text/name_text.h"
 #include "tool/text/nearest.h"
@@ -70,29 +62,6 @@ ExitStatus Run(int argc, const char* const* argv) {
   return action();
 }
 
-// Said when it is all that can still be said: nobody is left to tell that it does not get out.
-ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pieces) {
-  for (const std::string_view piece : pieces) {
-    if (!rux::WriteAll(STDERR_FILENO, piece)) break;
-  }
-  return status;
-}
-
-ExitStatus RunToTheEnd(int argc, const char* const* argv) {
-  constexpr std::string_view kLead = "rux: error: ";
-  try {
-    const ExitStatus status = Run(argc, argv);
-    rux::CloseStandardOutput();
-    return status;
-  } catch (const rux::Failure& failure) {
-    return EndWith(failure.status(), {kLead, failure.what(), "\n"});
-  } catch (const std::bad_alloc&) {
-    return EndWith(ExitStatus::kTrouble, {kLead, std::strerror(ENOMEM), "\n"});
-  } catch (const std::exception& error) {
-    return EndWith(ExitStatus::kTrouble, {kLead, error.what(), "\n"});
-  }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -100,5 +69,5 @@ int main(int argc, char** argv) {
   // A file that gets too large is a failed write like any other. A pipe that nobody reads any more
   // is not: as usual for a command in a pipeline, it ends this one without a word.
   std::signal(SIGXFSZ, SIG_IGN);
-  return static_cast<int>(RunToTheEnd(argc, argv));
+  return static_cast<int>(rux::RunToTheEnd([&] { return Run(argc, argv); }));
 }

@@ -1,16 +1,19 @@
-// rux check SCRIPT
+// rux check SCRIPT...
 #include <memory>
 
 #include "tool/command.h"
 #include "tool/compile/compile_run.h"
+#include "tool/compile/scripts.h"
 
 namespace rux {
 
 Action SetUpCheck(CLI::App& app) {
   const auto options = std::make_shared<CompileOptions>();
   AddCompileOptions(app, *options);
-  app.footer("Example:\n  rux check boards/server.rux");
-  return [options] { return RunCompile(*options); };
+  app.footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
+  return [options] {
+    return RunAll(RunsOf(*options), [](const CompileOptions& one) { return RunCompile(one); });
+  };
 }
 
 }  // namespace rux

@@ -1,7 +1,8 @@
-// rux compile SCRIPT [-o META] [-g METAD] [--depfile FILE] [--if-changed]
+// rux compile SCRIPT... [-o META] [-g METAD] [--depfile FILE] [--if-changed]
 #include <unistd.h>
 
 #include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "tool/compile/meta_files.h"
 #include "tool/compile/overwriting.h"
 #include "tool/compile/script_path.h"
+#include "tool/compile/scripts.h"
 #include "tool/compile/source_date.h"
 #include "tool/failure.h"
 
@@ -27,21 +29,22 @@ std::string DefaultMeta(const std::string& script) {
   return std::filesystem::path(script).replace_extension(".meta").string();
 }
 
-// No file of the command line is written over another one.
-void KeepApart(const NamedFile& script, const Options& options) {
-  const std::string none;
-  const std::vector<NamedFile> written = {
-      {"meta file", options.files.prints_meta ? none : options.files.meta},
-      {"debug meta file", options.files.debug_meta},
-      {"dependency file", options.files.depfile},
-      {"diagnostics file", options.run.telling.file},
-  };
+// The files that a script has written.
+std::vector<NamedFile> WrittenFor(const Options& options) {
+  const MetaOptions& files = options.files;
+  std::vector<NamedFile> written;
+  if (!files.prints_meta) written.push_back({"meta file", files.meta});
+  if (!files.debug_meta.empty()) written.push_back({"debug meta file", files.debug_meta});
+  if (!files.depfile.empty()) written.push_back({"dependency file", files.depfile});
+  const std::string& told = options.run.telling.file;
+  if (!told.empty()) written.push_back({"diagnostics file", told});
+  return written;
+}
+
+void KeepApart(const NamedFile& script, const std::vector<NamedFile>& written) {
   for (std::size_t i = 0; i < written.size(); ++i) {
-    if (written[i].path.empty()) continue;
     RefuseToOverwrite(script, written[i]);
-    for (std::size_t j = 0; j < i; ++j) {
-      if (!written[j].path.empty()) RefuseToOverwrite(written[j], written[i]);
-    }
+    for (std::size_t j = 0; j < i; ++j) RefuseToOverwrite(written[j], written[i]);
   }
 }
 
@@ -64,21 +67,56 @@ void UseStandardOutput(Options& options) {
   options.files.meta = "standard output";
 }
 
-ExitStatus Compile(Options options) {
-  const std::string script = ToOpenablePath(options.run.script_name());
-  if (options.files.debug_meta == kStandardStream || options.files.depfile == kStandardStream) {
+// The options for one script out of those for all.
+Options OptionsFor(const CompileOptions& run, const MetaOptions& all_files) {
+  Options options{run, all_files};
+  MetaOptions& files = options.files;
+  const std::string script = run.script_name();
+  for (std::string* name : {&files.meta, &files.debug_meta, &files.depfile}) {
+    *name = NameFor(script, *name);
+  }
+  if (files.debug_meta == kStandardStream || files.depfile == kStandardStream) {
     throw WrongUsage("only the meta file can be written to standard output");
   }
-  if (options.run.reads_standard_input()) {
-    if (options.files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
-    options.files.stdin_name = options.run.script_name();
+  if (run.reads_standard_input()) {
+    if (files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
+    files.stdin_name = script;
   }
-  if (options.files.meta.empty()) options.files.meta = DefaultMeta(script);
-  if (options.files.meta == kStandardStream) UseStandardOutput(options);
-  KeepApart({"script", script}, options);
-  options.files.creation_time = SourceDateEpoch();
+  if (files.meta.empty()) files.meta = DefaultMeta(ToOpenablePath(script));
+  if (files.meta == kStandardStream) UseStandardOutput(options);
+  files.creation_time = SourceDateEpoch();
+  return options;
+}
+
+ExitStatus Compile(const Options& options) {
+  const std::string script = ToOpenablePath(options.run.script_name());
+  KeepApart({"script", script}, WrittenFor(options));
   MetaFiles product(options.files);
   return RunCompile(options.run, &product);
+}
+
+// No script has a file written that is another one's.
+void KeepScriptsApart(const std::vector<CompileOptions>& runs, const MetaOptions& all_files) {
+  std::deque<Options> each;
+  std::deque<std::string> scripts;
+  std::vector<NamedFile> kept;
+  std::vector<NamedFile> written;
+  for (const CompileOptions& run : runs) {
+    const Options& options = each.emplace_back(OptionsFor(run, all_files));
+    for (const NamedFile& file : WrittenFor(options)) written.push_back(file);
+    kept.push_back({"script", scripts.emplace_back(ToOpenablePath(run.script_name()))});
+  }
+  RefuseToWriteTwice(kept, written);
+}
+
+ExitStatus CompileAll(const Options& all) {
+  ExpectNameForEach(all.run, "--output", all.files.meta);
+  ExpectNameForEach(all.run, "--debug-meta", all.files.debug_meta);
+  ExpectNameForEach(all.run, "--depfile", all.files.depfile);
+  const std::vector<CompileOptions> runs = RunsOf(all.run);
+  if (runs.size() > 1) KeepScriptsApart(runs, all.files);
+  return RunAll(runs,
+                [&](const CompileOptions& run) { return Compile(OptionsFor(run, all.files)); });
 }
 
 }  // namespace
@@ -102,8 +140,11 @@ Action SetUpCompile(CLI::App& app) {
       ->check(IsFileName());
   app.add_flag("--if-changed", files.if_changed,
                "Leave files alone that would be replaced by the same");
-  app.footer("Example:\n  rux compile boards/server.rux -o server.meta -g server.metad");
-  return [options] { return Compile(*options); };
+  app.footer(
+      "In the names of files to write, {} stands for that of the script.\n\n"
+      "Examples:\n  rux compile boards/server.rux -o server.meta -g server.metad\n"
+      "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'");
+  return [options] { return CompileAll(*options); };
 }
 
 }  // namespace rux

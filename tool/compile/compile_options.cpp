@@ -8,16 +8,22 @@
 namespace rux {
 
 std::string CompileOptions::script_name() const {
-  if (!reads_standard_input()) return ToLibraryPath(script);
+  if (!reads_standard_input()) return ToLibraryPath(scripts.front());
   return stdin_name.empty() ? "<stdin>" : ToLibraryPath(stdin_name);
 }
 
 void AddCompileOptions(CLI::App& command, CompileOptions& options) {
   TellingOptions& telling = options.telling;
-  command.add_option("SCRIPT", options.script, "The script to read; - for standard input")
+  command
+      .add_option("SCRIPT", options.scripts, "The script to read, or several; - for standard input")
       ->required()
       ->type_name("")
       ->check(IsFileName());
+  command
+      .add_option("-j,--jobs", options.jobs,
+                  "Read so many scripts at a time (default: as many as there are processors)")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber);
   command
       .add_option("--stdin-name", options.stdin_name,
                   "With -: the name of the script, for messages and the folder of its INCLUDEs")

@@ -2,6 +2,7 @@
 #ifndef TOOL_COMPILE_COMPILE_OPTIONS_H_
 #define TOOL_COMPILE_COMPILE_OPTIONS_H_
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,16 @@ class App;
 namespace rux {
 
 struct CompileOptions {
-  bool reads_standard_input() const { return script == "-"; }
+  static constexpr const char* kStandardInput = "-";
+
+  // For one script.
+  bool reads_standard_input() const { return scripts.front() == kStandardInput; }
   // The path, as the library takes it, of the script or of the file that standard input stands for.
   std::string script_name() const;
 
-  std::string script;      // "-": standard input
-  std::string stdin_name;  // what that stands for; empty: no file
+  std::vector<std::string> scripts;  // one at least
+  std::size_t jobs = 0;              // how many at a time; 0: as many as there are processors
+  std::string stdin_name;            // what standard input stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
   TellingOptions telling;

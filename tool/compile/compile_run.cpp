@@ -143,13 +143,6 @@ class CompileRun {
 }  // namespace
 
 ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product) {
-  const TellingOptions& telling = options.telling;
-  if (!telling.file.empty() && telling.format == "human") {
-    throw Failure(ExitStatus::kWrongUsage, "--diagnostics-file needs a --format for programs");
-  }
-  if (!options.stdin_name.empty() && !options.reads_standard_input()) {
-    throw Failure(ExitStatus::kWrongUsage, "--stdin-name needs - for a script");
-  }
   return CompileRun(options).Run(product);
 }
 

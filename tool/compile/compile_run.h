@@ -29,8 +29,9 @@ class CompileProduct {
   virtual void KeepNone(const SourceFiles& sources) = 0;
 };
 
-// Reads and checks the script, has the product made, if there is one, tells the diagnostics and has
-// the product kept. Throws a Failure when the script cannot be read, and those of the product.
+// For options of one script. Reads and checks it, has the product made, if there is one, tells the
+// diagnostics and has the product kept. Throws a Failure when the script cannot be read, and those
+// of the product.
 ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 
 }  // namespace rux

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <map>
 #include <system_error>
 
 #include "tool/compiled/debug_meta.h"
@@ -46,12 +47,26 @@ bool HoldsSomethingElse(const std::string& path) {
   return !beginning.empty() && !IsMetaBytes(beginning) && !IsDebugMetaBytes(beginning);
 }
 
+Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
+  return Failure(ExitStatus::kWrongUsage,
+                 fmt::format("the {} would overwrite the {} {}", written.what, kept.what,
+                             SafeText(kept.path)));
+}
+
 }  // namespace
 
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written) {
-  if (!IsOneFile(kept.path, written.path)) return;
-  throw Failure(ExitStatus::kWrongUsage, fmt::format("the {} would overwrite the {} {}",
-                                                     written.what, kept.what, SafeText(kept.path)));
+  if (IsOneFile(kept.path, written.path)) throw WouldOverwrite(kept, written);
+}
+
+void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<NamedFile>& written) {
+  // Comparing each with each takes too long for many.
+  std::map<fs::path, const NamedFile*> by_name;
+  for (const NamedFile& file : kept) by_name.emplace(WholeName(file.path), &file);
+  for (const NamedFile& file : written) {
+    const auto [place, is_new] = by_name.emplace(WholeName(file.path), &file);
+    if (!is_new && !place->first.empty()) throw WouldOverwrite(*place->second, file);
+  }
 }
 
 void KeepSources(const SourceFiles& sources, const NamedFile& written) {

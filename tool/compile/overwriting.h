@@ -3,6 +3,7 @@
 #define TOOL_COMPILE_OVERWRITING_H_
 
 #include <string>
+#include <vector>
 
 #include "tool/compile/source_view.h"
 
@@ -16,6 +17,10 @@ struct NamedFile {
 // Throws a Failure of wrong usage when the two are one file, under whatever names. Devices and
 // pipes are written into and not replaced: they may be given twice.
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
+
+// The same for the files of several scripts: none of the written ones is a kept one or written
+// twice. Of hard links this is not noticed.
+void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<NamedFile>& written);
 
 // The same for all the sources of a script.
 void KeepSources(const SourceFiles& sources, const NamedFile& written);

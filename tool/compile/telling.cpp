@@ -19,12 +19,6 @@ std::string_view Environment(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-bool UsesColour(const std::string& color) {
-  if (color != "auto") return color == "always";
-  return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() &&
-         Environment("TERM") != "dumb";
-}
-
 // Where to cut the list off: behind the last error that is allowed.
 std::vector<Diagnostic>::iterator EndOfShown(std::vector<Diagnostic>& diagnostics,
                                              std::size_t max_errors) {
@@ -37,6 +31,12 @@ std::vector<Diagnostic>::iterator EndOfShown(std::vector<Diagnostic>& diagnostic
 }
 
 }  // namespace
+
+bool UsesColour(const std::string& color) {
+  if (color != "auto") return color == "always";
+  return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() &&
+         Environment("TERM") != "dumb";
+}
 
 Report ReportOf(std::string script, std::vector<Diagnostic> diagnostics,
                 const TellingOptions& options) {
@@ -60,7 +60,8 @@ void Tell(const Report& report, bool has_summary, const TellingOptions& options)
   const MachineForm* form = FindMachineForm(options.format);
   if (form != nullptr && options.file.empty()) return PrintOut(form->text(report));
   std::string text = HumanText(report, UsesColour(options.color));
-  if (has_summary) text += SummaryLine(report);
+  if (options.counts != nullptr) *options.counts = {report.errors, report.warnings};
+  if (has_summary && options.counts == nullptr) text += SummaryLine(report);
   PrintError(text);
   if (form != nullptr) PutInPlace({{options.file, form->text(report)}});
 }

@@ -10,13 +10,23 @@
 
 namespace rux {
 
+// What a summary tells.
+struct Counts {
+  std::size_t errors;
+  std::size_t warnings;
+};
+
 struct TellingOptions {
   std::string format = "human";  // or the name of a machine form
   std::string file;              // for the machine form; empty: standard output
   std::string color = "auto";    // or "always" or "never"
   std::size_t max_errors = 0;    // 0: all
   bool verbose = false;
+  Counts* counts = nullptr;  // gets what would be told as the summary; null: tell it
 };
+
+// Whether people are told in colours, for a value of --color.
+bool UsesColour(const std::string& color);
 
 // The report of a run with those diagnostics, of which nothing more is shown after the last error
 // that is allowed.

@@ -14,6 +14,8 @@ class MemoryFile {
   // `wanted`: the file that the bytes are for; failures name that one. Throws a Failure.
   explicit MemoryFile(const std::string& wanted);
 
+  int number() const { return file_.number(); }
+
   // Under which this process can open the file.
   const std::string& path() const { return path_; }
 

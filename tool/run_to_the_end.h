@@ -1,0 +1,17 @@
+// The end of a process, whatever comes.
+#ifndef TOOL_RUN_TO_THE_END_H_
+#define TOOL_RUN_TO_THE_END_H_
+
+#include <functional>
+
+#include "tool/exit_status.h"
+
+namespace rux {
+
+// What the process is to exit with after `run`. What that throws is told on standard error, and so
+// is what standard output did not take.
+ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run);
+
+}  // namespace rux
+
+#endif  // TOOL_RUN_TO_THE_END_H_
