@@ -20,8 +20,9 @@ int Usage() {
 }
 
 int ListShapes() {
+  const char* const verdicts[] = {"clean", "warned", "refused"};
   for (const Shape& shape : Shapes()) {
-    std::cout << shape.name << ' ' << (shape.accepted ? "accepted" : "refused") << ' '
+    std::cout << shape.name << ' ' << verdicts[static_cast<std::size_t>(shape.verdict)] << ' '
               << shape.count << ' ' << shape.what << '\n';
   }
   return 0;

@@ -9,13 +9,13 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
 
-# expect ENDING SCRIPT OPTION...: rux compile ends its report with that.
+# expect ENDING SCRIPT: rux compile ends its report with that, a basic regular expression, and what
+# it makes is sound.
 expect() {
-  ending=$1
-  script=$2
-  shift 2
-  "$rux" compile --werror "$@" "$script" -o meta -g metad >report 2>&1 || true
-  tail -n 1 report | grep -qxF "$script: $ending" || { cat report; exit 1; }
+  rm -f meta metad
+  "$rux" compile "$2" -o meta -g metad >report 2>&1 || true
+  tail -n 1 report | grep -qx "$2: $1" || { cat report; exit 1; }
+  [ ! -e meta ] || "$rux" verify -q meta metad
 }
 
 for rich in '' --rich; do
@@ -23,21 +23,17 @@ for rich in '' --rich; do
     # shellcheck disable=SC2086 # nothing, or one word
     "$generator" $rich rux $sensors machine.rux
     expect '0 errors, 0 warnings' machine.rux
-    "$rux" verify -q meta metad
   done
 done
 
 count=100
 "$generator" shapes >list
-while read -r shape accepted _; do
+while read -r shape verdict _; do
   mkdir "$shape"
   "$generator" "$shape" $count "$shape"
-  if [ "$accepted" = accepted ]; then
-    # Much of the same is the point of a shape.
-    expect '0 errors, 0 warnings' "$shape/main.rux" \
-      -W no-childgroup-mismatch -W no-overwritten-row -W no-repeated-sensor
-    "$rux" verify -q meta metad
-  else
-    expect "$count errors, 0 warnings" "$shape/main.rux"
-  fi
+  case $verdict in
+    clean) expect '0 errors, 0 warnings' "$shape/main.rux" ;;
+    warned) expect '0 errors, [1-9][0-9]* warnings' "$shape/main.rux" ;;
+    refused) expect "$count errors, 0 warnings" "$shape/main.rux" ;;
+  esac
 done <list

@@ -86,7 +86,7 @@ void CompileShapes(Report& report) {
       std::filesystem::create_directories(folder);
       Run({RUX_GENERATOR, shape.name, std::to_string(count), folder});
       const Command compile = {RUX_PROGRAM, "compile", folder + "/main.rux"};
-      runners.push_back({compile, shape.accepted ? 0 : 1});
+      runners.push_back({compile, shape.verdict == Verdict::kRefused ? 1 : 0});
     }
     const auto usage = Race(runners);
     AddTimes(report, shape.what, shape.count / 10, usage[0], "", {}, {kStraight});

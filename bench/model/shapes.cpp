@@ -4,17 +4,20 @@
 
 namespace {
 
-// A script that is complete but for what the shape adds: one group, one action, one global.
+// A script that is complete but for what the shape adds: one global, one action, one group, in
+// which so many others will hang.
 class Script {
  public:
-  explicit Script(const std::string& folder) : out(folder + "/main.rux", std::ios::binary) {
+  explicit Script(const std::string& folder, std::uint32_t groups = 0)
+      : out(folder + "/main.rux", std::ios::binary) {
     out << "[MORVRUX]\nVERSION = 1.0\n\n"
            "[DEFINE]\nVT_LOAD = 1\nVT_CALL = 3\n\n"
            "[SYSTEM]\nTYPE = 2\nMODEL = Machine with very many of one thing\nFLAG = 0\n"
            "RUXLOOP = 1000\n\n"
            "[GLOBAL]\nG_ADC = VT_LOAD, 0\n\n"
            "[ACTION]\nNAME = READ\nARGNUMBER = 1\nVALUE = VT_LOAD, ARG1\n\n"
-           "[GROUP]\nPARENT = 0\nNAME = BOARD\nCHILDGROUP = 0\n";
+           "[GROUP]\nPARENT = 0\nNAME = BOARD\nCHILDGROUP = "
+        << groups << '\n';
   }
 
   void Sensor(std::uint32_t id, const char* parent, const char* limit) {
@@ -23,11 +26,17 @@ class Script {
         << "\nVALUE = VT_LOAD, G_ADC\n";
   }
 
-  // The events of that many elements, of which the sensors 1 to `sensors` are named in turn.
-  void Events(std::uint32_t count, std::uint32_t sensors, const char* separator) {
+  // The events of the sensors 1 to `count`.
+  void Events(std::uint32_t count, const char* separator = ", ") {
     out << "\n[PELMGROUP]\nNAME = ALL\nID = 1\nPID = 0\nSENSORS = 1";
-    for (std::uint32_t i = 1; i < count; ++i) out << separator << i % sensors + 1;
+    for (std::uint32_t i = 2; i <= count; ++i) out << separator << i;
     out << '\n';
+  }
+
+  // One sensor, which every script has.
+  void End() {
+    Sensor(1, "BOARD", "90");
+    Events(1);
   }
 
   std::ofstream out;
@@ -39,14 +48,15 @@ void Section(std::uint32_t count, const std::string& folder, const char* head, c
   Script script(folder);
   script.out << '\n' << head << '\n';
   for (std::uint32_t i = 0; i < count; ++i) entry(script.out, i);
-  script.Sensor(1, "BOARD", "90");
-  script.Events(1, 1, "");
+  script.End();
 }
 
 void Siblings(std::uint32_t count, const std::string& folder) {
-  Section(count, folder, "", [](std::ostream& out, std::uint32_t i) {
-    out << "\n[GROUP]\nPARENT = BOARD\nNAME = GROUP" << i << "\nCHILDGROUP = 0\n";
-  });
+  Script script(folder, count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    script.out << "\n[GROUP]\nPARENT = BOARD\nNAME = GROUP" << i << "\nCHILDGROUP = 0\n";
+  }
+  script.End();
 }
 
 void Properties(std::uint32_t count, const std::string& folder) {
@@ -61,7 +71,7 @@ void Globals(std::uint32_t count, const std::string& folder) {
   });
 }
 
-// Every range of cells once, at most 32,896.
+// Every range of cells once, at most 32,896. So many rows must hide one another, which is told.
 void Rows(std::uint32_t count, const std::string& folder) {
   std::uint32_t first = 0, last = 0;
   Section(count, folder, "[TABLE]\nNAME = CURVE\nTYPE = 1",
@@ -82,19 +92,21 @@ void Repeaters(std::uint32_t count, const std::string& folder) {
   });
 }
 
-void SensorList(std::uint32_t count, const std::string& folder, const char* separator) {
-  const std::uint32_t sensors = count / 100 + 1;
-  Script script(folder);
-  for (std::uint32_t i = 1; i <= sensors; ++i) script.Sensor(i, "BOARD", "90");
-  script.Events(count, sensors, separator);
-}
-
 void LongList(std::uint32_t count, const std::string& folder) {
-  SensorList(count, folder, ", \\\n  ");
+  Script script(folder);
+  for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "BOARD", "90");
+  script.Events(count, ", \\\n  ");
 }
 
+// A call with very many arguments.
 void LongListLine(std::uint32_t bytes, const std::string& folder) {
-  SensorList(bytes / 6, folder, ", ");
+  const std::uint32_t arguments = bytes / 5;
+  Script script(folder);
+  script.out << "\n[ACTION]\nNAME = SUM\nARGNUMBER = " << arguments
+             << "\nVALUE = VT_LOAD, ARG1\n\n[GLOBAL]\nG_SUM = VT_CALL, SUM";
+  for (std::uint32_t i = 0; i < arguments; ++i) script.out << ", " << i % 900 + 100;
+  script.out << '\n';
+  script.End();
 }
 
 void LongTextLine(std::uint32_t bytes, const std::string& folder) {
@@ -117,31 +129,31 @@ void Includes(std::uint32_t count, const std::string& folder) {
 void WrongNumbers(std::uint32_t count, const std::string& folder) {
   Script script(folder);
   for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "BOARD", "hot");
-  script.Events(count, count, ", ");
+  script.Events(count);
 }
 
 void MissingGroups(std::uint32_t count, const std::string& folder) {
   Script script(folder);
   for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "BOARDS", "90");
-  script.Events(count, count, ", ");
+  script.Events(count);
 }
 
 }  // namespace
 
 const std::vector<Shape>& Shapes() {
   static const std::vector<Shape> shapes = {
-      {"siblings", "groups in one group", 10000, true, Siblings},
-      {"properties", "entries of one PROPERTY section", 10000, true, Properties},
-      {"globals", "entries of one GLOBAL section", 10000, true, Globals},
-      {"rows", "rows of one TABLE section", 10000, true, Rows},
-      {"words", "words of one DEFINE section", 10000, true, Words},
-      {"repeaters", "entries of one REPEATER section", 10000, true, Repeaters},
-      {"long-list", "elements of one SENSORS list", 100000, true, LongList},
-      {"includes", "included files", 1000, true, Includes},
-      {"list-line", "bytes of one line that is a list", 4000000, true, LongListLine},
-      {"text-line", "bytes of one line that is a text", 4000000, true, LongTextLine},
-      {"wrong-numbers", "errors of entries", 10000, false, WrongNumbers},
-      {"missing-groups", "errors of references", 10000, false, MissingGroups},
+      {"siblings", "groups in one group", 10000, Verdict::kClean, Siblings},
+      {"properties", "entries of one PROPERTY section", 10000, Verdict::kClean, Properties},
+      {"globals", "entries of one GLOBAL section", 10000, Verdict::kClean, Globals},
+      {"rows", "rows of one TABLE section", 10000, Verdict::kWarned, Rows},
+      {"words", "words of one DEFINE section", 10000, Verdict::kClean, Words},
+      {"repeaters", "entries of one REPEATER section", 10000, Verdict::kClean, Repeaters},
+      {"long-list", "elements of one SENSORS list", 100000, Verdict::kClean, LongList},
+      {"includes", "included files", 1000, Verdict::kClean, Includes},
+      {"list-line", "bytes of one line that is a list", 4000000, Verdict::kClean, LongListLine},
+      {"text-line", "bytes of one line that is a text", 4000000, Verdict::kClean, LongTextLine},
+      {"wrong-numbers", "errors of entries", 10000, Verdict::kRefused, WrongNumbers},
+      {"missing-groups", "errors of references", 10000, Verdict::kRefused, MissingGroups},
   };
   return shapes;
 }

@@ -6,11 +6,14 @@
 #include <string>
 #include <vector>
 
+// What rux says of a script.
+enum class Verdict { kClean, kWarned, kRefused };
+
 struct Shape {
   const char* name;
   const char* what;     // of what the script has `count`
   std::uint32_t count;  // how many make the shape worth a look
-  bool accepted;        // whether rux check finds nothing to tell
+  Verdict verdict;
   // Writes the files into the folder, which exists: main.rux and what it includes.
   void (*write)(std::uint32_t count, const std::string& folder);
 };
