@@ -21,9 +21,9 @@ class GroupTraps : public TrapRules {
  public:
   GroupTraps(const DefinedWordTable& words, TrapReport& report) : words_(words), report_(report) {}
 
-  bool BeginSection(const SourceSection& section, std::uint32_t kind) override {
+  bool BeginSection(const SourceSection&, std::uint32_t kind) override {
     if (kind != kKindGROUP) return false;
-    groups_.push_back({section, {}, {}, nullptr});
+    groups_.emplace_back();
     return true;
   }
 
@@ -32,7 +32,7 @@ class GroupTraps : public TrapRules {
     if (item.key == kKeyPARENT) ++children_[item.first()];
     if (item.key == kKeyCHILDGROUP) {
       group.count = item.first();
-      group.count_item = item.item;
+      group.count_item.emplace(item);
     }
     if (item.key != kKeyNAME) return;
     group.name = item.first();
@@ -43,16 +43,13 @@ class GroupTraps : public TrapRules {
 
   void End(const SourceView&) override {
     for (const Group& group : groups_) {
-      if (group.count_item == nullptr || group.name.empty()) continue;
+      if (!group.count_item || group.name.empty()) continue;
       const auto found = children_.find(group.name);
       const std::uint32_t children = found == children_.end() ? 0 : found->second;
       const auto count = words_.WordOrNumber(group.count);
       // Some only tell whether there are groups below.
       if (!count || *count == children || (*count == 1 && children > 0)) continue;
-      const std::vector<std::string_view> none;
-      const ScriptItem item{group.section.file, group.section.section, group.count_item,
-                            kKindGROUP,         kKeyCHILDGROUP,        none};
-      report_.Add(MessageId::kChildgroupMismatch, item,
+      report_.Add(MessageId::kChildgroupMismatch, group.count_item->Shown(),
                   fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
                               Having(children), group.name),
                   group.count);
@@ -61,10 +58,9 @@ class GroupTraps : public TrapRules {
 
  private:
   struct Group {
-    SourceSection section;
     std::string_view name;
     std::string_view count;
-    const reader::Item* count_item;
+    std::optional<SeenItem> count_item;
   };
 
   const DefinedWordTable& words_;

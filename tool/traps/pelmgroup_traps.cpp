@@ -14,26 +14,6 @@ namespace {
 
 constexpr std::string_view kProperty = "P_";
 
-// An item that is told of after all have been seen.
-struct SeenItem {
-  explicit SeenItem(const ScriptItem& seen)
-      : file(seen.file), section(seen.section), item(seen.item), kind(seen.kind), key(seen.key) {}
-
-  ScriptItem Shown() const { return {file, section, item, kind, key, NoParts()}; }
-
-  const SourceFile* file;
-  const reader::Section* section;
-  const reader::Item* item;
-  std::uint32_t kind;
-  std::uint32_t key;
-
- private:
-  static const std::vector<std::string_view>& NoParts() {
-    static const std::vector<std::string_view> none;
-    return none;
-  }
-};
-
 // The names of properties that the compiler knows.
 std::unordered_set<std::string_view> KnownProperties(const SourceView& sources) {
   std::unordered_set<std::string_view> names;

@@ -16,6 +16,11 @@ std::vector<KindKeys> AllKeys() {
 
 }  // namespace
 
+ScriptItem SeenItem::Shown() const {
+  static const std::vector<std::string_view> no_parts;
+  return {file, section, item, kind, key, no_parts};
+}
+
 const KindKeys* FindKeysOf(std::string_view section) {
   static const std::vector<KindKeys> all = AllKeys();
   for (const KindKeys& kind : all) {

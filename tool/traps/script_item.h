@@ -32,6 +32,20 @@ struct ScriptItem {
   std::string_view first() const { return parts.empty() ? std::string_view() : parts.front(); }
 };
 
+// An item that is told of when more of the script has been seen: all but its parts.
+struct SeenItem {
+  explicit SeenItem(const ScriptItem& seen)
+      : file(seen.file), section(seen.section), item(seen.item), kind(seen.kind), key(seen.key) {}
+
+  ScriptItem Shown() const;
+
+  const SourceFile* file;
+  const reader::Section* section;
+  const reader::Item* item;
+  std::uint32_t kind;
+  std::uint32_t key;
+};
+
 // Calls use(part, role) for the parts behind the type.
 template <class Use>
 void ForEachOperand(const ScriptItem& item, Use use) {

@@ -15,10 +15,7 @@ namespace {
 constexpr std::uint32_t kCells = 256;
 
 struct Row {
-  std::string_view key;
-  const SourceFile* file;
-  const reader::Section* section;
-  const reader::Item* item;
+  SeenItem item;
   std::uint32_t low;
   std::uint32_t high;
 };
@@ -91,7 +88,7 @@ class TableTraps : public TrapRules {
       return std::nullopt;
     }
     if (low.has_rest || high.has_rest) TellKey(item, low.value, high.value);
-    return Row{key, item.file, item.section, item.item, low.value, high.value};
+    return Row{SeenItem(item), low.value, high.value};
   }
 
   void TellKey(const ScriptItem& item, std::uint32_t low, std::uint32_t high) {
@@ -144,12 +141,10 @@ class TableTraps : public TrapRules {
   void TellIfOverwritten(const Row& row) {
     for (std::uint32_t cell = row.low; cell <= row.high; ++cell) {
       const SourcePlace& set_at = *cells_[cell].set_at;
-      if (set_at.file == row.file && set_at.line == row.item->line) return;
+      if (set_at.file == row.item.file && set_at.line == row.item.item->line) return;
     }
-    const std::vector<std::string_view> none;
-    const ScriptItem item{row.file, row.section, row.item, kKindTABLE, kKeyTABLE_ROW, none};
-    Diagnostic& warning =
-        report_.Add(MessageId::kOverwrittenRow, item, "rows below set all its cells again");
+    Diagnostic& warning = report_.Add(MessageId::kOverwrittenRow, row.item.Shown(),
+                                      "rows below set all its cells again");
     AddPlace(warning, "set again here", *cells_[row.low].set_at);
   }
 

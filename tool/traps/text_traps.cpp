@@ -1,7 +1,6 @@
 // Texts of which a part gets lost.
 #include <fmt/format.h>
 
-#include <cstring>
 #include <set>
 
 #include "tool/traps/trap_rules.h"
@@ -74,9 +73,7 @@ class TextTraps : public TrapRules {
   void End(const SourceView& sources) override {
     std::set<const SourceFile*> seen;
     for (const SourceSection& section : sources.sections()) {
-      const bool is_last_of_file = seen.count(section.file) != 0;
-      if (!is_last_of_file) SeeFile(*section.file);
-      seen.insert(section.file);
+      if (seen.insert(section.file).second) SeeFile(*section.file);
     }
   }
 

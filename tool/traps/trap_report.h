@@ -17,12 +17,12 @@ inline SourcePlace PlaceOf(const ScriptItem& item) { return {item.file, item.ite
 class TrapReport {
  public:
   // A warning about an item, with the part of it that is meant; without one, the key is.
-  Diagnostic& Add(MessageId id, const ScriptItem& item, std::string text,
+  Diagnostic& Add(MessageId id, const ScriptItem& item, std::string_view text,
                   std::string_view meant = {});
   // About a section as a whole.
-  Diagnostic& Add(MessageId id, const SourceSection& section, std::string text);
+  Diagnostic& Add(MessageId id, const SourceSection& section, std::string_view text);
   // About the script as a whole.
-  Diagnostic& Add(MessageId id, std::string text);
+  Diagnostic& Add(MessageId id, std::string_view text);
 
   std::vector<Diagnostic> TakeFound() { return std::move(found_); }
 
