@@ -39,8 +39,7 @@ class CompileRun {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
-  // The model is left to the end of the process, which is soon.
-  ~CompileRun() = default;
+  ~CompileRun() { gccCompEnd(); }
   CompileRun(const CompileRun&) = delete;
   CompileRun& operator=(const CompileRun&) = delete;
 

@@ -1,0 +1,1 @@
+// Nothing: CMakeLists.txt tells what this is for.
