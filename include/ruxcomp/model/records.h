@@ -2,7 +2,6 @@
 #ifndef RUXCOMP_MODEL_RECORDS_H_
 #define RUXCOMP_MODEL_RECORDS_H_
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -95,11 +94,12 @@ struct Records {
   // The first entry whose identifier passes the test.
   template <class Test>
   const std::uint32_t* First(const SectionRecord& section, Test test) const noexcept {
-    const std::uint32_t* const begin = entries.data() + section.first_entry;
-    const std::uint32_t* const end = begin + section.entry_count;
-    const std::uint32_t* const found =
-        std::find_if(begin, end, [&](std::uint32_t entry) { return test(WordsOf(entry)->Load()); });
-    return found == end ? nullptr : found;
+    const Word* const first_word = words.data();
+    const std::uint32_t* at = entries.data() + section.first_entry;
+    for (std::uint32_t left = section.entry_count; left > 0; --left, ++at) {
+      if (test(first_word[*at].Load())) return at;
+    }
+    return nullptr;
   }
 };
 
