@@ -49,10 +49,10 @@ void FileReader::Seek(std::size_t offset) {
 
 // A file that shrank or fails to be read ends where it does so.
 bool FileReader::Fill() {
-  const std::size_t size = std::min(buffer_.size(), Remaining());
+  const std::size_t most = std::min(buffer_.size(), Remaining());
   file_.clear();
   file_.seekg(static_cast<std::streamoff>(bufferedTo_));
-  file_.read(buffer_.data(), static_cast<std::streamsize>(size));
+  file_.read(buffer_.data(), static_cast<std::streamsize>(most));
   next_ = buffer_.data();
   end_ = next_ + file_.gcount();
   bufferedTo_ += Buffered();
@@ -82,10 +82,10 @@ bool FileReader::WordAcross(std::uint32_t& word) {
 }
 
 bool FileReader::Words(std::vector<std::uint32_t>& words, std::size_t count) {
-  const std::size_t size = count * sizeof(std::uint32_t);
-  if (size <= Buffered()) {
-    words.assign(StoredWord(next_), StoredWord(next_ + size));
-    next_ += size;
+  const std::size_t length = count * sizeof(std::uint32_t);
+  if (length <= Buffered()) {
+    words.assign(StoredWord(next_), StoredWord(next_ + length));
+    next_ += length;
     return true;
   }
   words.resize(count);

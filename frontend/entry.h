@@ -84,6 +84,7 @@ class CRUXEntry : public CRUXObj {
 // Deletes what a section owns: all but the shared templates.
 struct EntryDeleter {
   EntryDeleter() = default;
+  // cppcheck-suppress noExplicitConstructor
   EntryDeleter(std::default_delete<CRUXEntry>) {}  // NOLINT: takes over what was made to be owned
   void operator()(CRUXEntry* entry) const {
     if (!entry->isShared) delete entry;

@@ -37,6 +37,7 @@ std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path,
   std::unique_ptr<SourceFile> file(new SourceFile);
   file->library_path_ = library_path;
   file->path_ = ToOpenablePath(library_path);
+  // cppcheck-suppress shadowFunction
   const std::string& path = read_from.empty() ? file->path_ : read_from;
   // Only what can be read more than once: a pipe's text is for the library, and its writer must not
   // see it opened and closed.
@@ -72,13 +73,13 @@ std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
 
 std::string_view SourceFile::Line(std::uint32_t line) const {
   if (line == 0 || line > line_count()) return {};
-  std::string_view text(text_);
-  text.remove_prefix(LineStarts()[line - 1]);
-  const std::size_t end = text.find('\n');
-  if (end == std::string_view::npos) return text;
-  text = text.substr(0, end);
-  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-  return text;
+  std::string_view rest(text_);
+  rest.remove_prefix(LineStarts()[line - 1]);
+  const std::size_t end = rest.find('\n');
+  if (end == std::string_view::npos) return rest;
+  rest = rest.substr(0, end);
+  if (!rest.empty() && rest.back() == '\r') rest.remove_suffix(1);
+  return rest;
 }
 
 const std::vector<std::size_t>& SourceFile::LineStarts() const {

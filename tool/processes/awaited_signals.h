@@ -29,6 +29,7 @@ class AwaitedSignals {
   // The next one that comes.
   int Wait() const {
     int signal;
+    // cppcheck-suppress redundantContinue
     while ((signal = sigwaitinfo(&awaited_, nullptr)) < 0) continue;
     return signal;
   }
@@ -39,6 +40,7 @@ class AwaitedSignals {
   // Ends this process by the signal.
   void EndWith(int signal) const {
     std::raise(signal);
+    // cppcheck-suppress unreachableCode
     LetThrough();
   }
 

@@ -104,6 +104,7 @@ class Workers {
   void End(int signal) {
     for (const auto& [process, worker] : under_way_) kill(process, signal);
     for (const auto& [process, worker] : under_way_) {
+      // cppcheck-suppress redundantContinue
       while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) continue;
     }
     under_way_.clear();

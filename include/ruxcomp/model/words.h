@@ -35,6 +35,7 @@ class Words {
   void Reserve(std::size_t count) { bytes_.reserve(count * sizeof(Word)); }
   // Makes room for that many more; returns the first of them.
   Word* Add(std::size_t count) {
+    // cppcheck-suppress shadowFunction
     const std::size_t size = bytes_.size();
     bytes_.resize(size + count * sizeof(Word));
     return reinterpret_cast<Word*>(bytes_.data() + size);
