@@ -1,8 +1,11 @@
 #include <ctime>
-#include <fstream>
+#include <string>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "backend/compile_pass.h"
+#include "backend/file_writer.h"
 #include "backend/meta_file.h"
 #include "backend/meta_format.h"
 #include "backend/symbol_tables.h"
@@ -16,111 +19,145 @@ namespace {
 
 using namespace meta_format;
 
-// The whole file before it is written; growing it fills with zeros.
-using Image = std::string;
+using Bytes = std::vector<std::uint8_t>;
+using Keys =
+    std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;  // or null
 
-std::size_t SectionsSize() {
-  std::size_t words = 1;
-  for (const tagGCSECT* section : g_GCHead) {
-    words += 2;
-    for (const tagGCENTRY& entry : section->entries) words += 2 + entry.values.size();
+// The block of one symbol table: its class, the length that it announces, its payload.
+struct Block {
+  std::uint32_t base;
+  std::uint32_t length = 0;
+  std::size_t payload = 0;  // in bytes
+  Keys keys;
+
+  std::size_t size() const { return 2 * kWordSize + payload; }
+};
+
+// The length counts the table's keys, the payload has a place for every index: they differ where a
+// key has no index or an index no key.
+Block BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t counter) {
+  Block block{base, 0, 0, {}};
+  auto keys = KeysByIndex(table, base, counter, [&](const std::string& key, bool counts) {
+    block.length += static_cast<std::uint32_t>(key.size() + 1);
+    if (counts) block.payload += key.size();
+  });
+  block.payload += keys.size();  // the zero behind each
+  block.keys = std::move(keys);
+  return block;
+}
+
+Block BlockOf(const NumberTable& table, std::uint32_t base, std::uint32_t counter) {
+  auto keys = KeysByIndex(table, base, counter, [](std::uint32_t, bool) {});
+  const std::size_t payload = keys.size() * kWordSize;
+  return {base, static_cast<std::uint32_t>(table.size() * kWordSize), payload, std::move(keys)};
+}
+
+// In the order of the directory.
+std::vector<Block> SymbolBlocks() {
+  std::vector<Block> blocks;
+  for (const SymbolTable& row : kSymbolTables) {
+    std::visit(
+        [&](const auto* table) { blocks.push_back(BlockOf(*table, row.base, *row.counter)); },
+        row.table);
   }
+  return blocks;
+}
+
+std::size_t SizeOf(const tagGCSECT& section) {
+  std::size_t words = 2;
+  for (const tagGCENTRY& entry : section.entries) words += 2 + entry.values.size();
   return words * kWordSize;
 }
 
-// No less than what the blocks take, so that the image need not grow.
-std::size_t BlocksSize() {
-  constexpr std::size_t kHead = 2 * kWordSize + kBlockAlignment;
-  std::size_t size = kHead + g_tblTableData.size();
-  for (const SymbolTable& row : kSymbolTables) {
-    size += kHead + kWordSize * (*row.counter - row.base);
-    if (const auto* table = std::get_if<StringTable*>(&row.table)) {
-      for (const auto& [key, index] : **table) size += key.size();
-    }
-  }
+std::size_t SectionsSize() {
+  std::size_t size = kWordSize;
+  for (const tagGCSECT* section : g_GCHead) size += SizeOf(*section);
   return size;
 }
 
-void WriteSections(Image& image) {
-  std::size_t at = image.size();
-  const std::size_t size = SectionsSize();
-  image.reserve(at + size + BlocksSize());
-  image.resize(at + size);
+// The head of the file: all that stands before the sections. `end` is where they end.
+Bytes Head(const std::vector<Block>& blocks, std::size_t end) {
+  Bytes head(kMagic, kMagic + sizeof(kMagic));
+  head.resize(kSectionsOffset);
+  StoreWord(head, kVersionOffset, RUX_VERSION);
+  StoreWord(head, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
+  std::size_t slot = kDirectoryOffset;
+  const auto add = [&](std::size_t size) {
+    const std::size_t start = NextBlock(end);
+    StoreWord(head, slot, static_cast<std::uint32_t>(start));
+    slot += kWordSize;
+    end = start + size;
+  };
+  for (const Block& block : blocks) add(block.size());
+  add(2 * kWordSize + g_tblTableData.size());
+  return head;
+}
+
+void AppendSection(Bytes& bytes, const tagGCSECT& section) {
+  std::size_t at = bytes.size();
+  bytes.resize(at + SizeOf(section));
   const auto write = [&](std::size_t word) {
-    StoreWord(image, at, static_cast<std::uint32_t>(word));
+    StoreWord(bytes, at, static_cast<std::uint32_t>(word));
     at += kWordSize;
   };
-  write(g_GCHead.size());
+  write(section.identifier);
+  write(section.entries.size());
+  for (const tagGCENTRY& entry : section.entries) {
+    write(entry.identifier);
+    write(entry.values.size());
+    for (const std::uint32_t value : entry.values) write(value);
+  }
+}
+
+void WriteSections(FileWriter& file) {
+  AppendWord(file.bytes(), static_cast<std::uint32_t>(g_GCHead.size()));
   for (const tagGCSECT* section : g_GCHead) {
-    write(section->identifier);
-    write(section->entries.size());
-    for (const tagGCENTRY& entry : section->entries) {
-      write(entry.identifier);
-      write(entry.values.size());
-      for (const std::uint32_t value : entry.values) write(value);
+    AppendSection(file.bytes(), *section);
+    file.WriteWhenLarge();
+  }
+}
+
+void AppendKey(Bytes& bytes, const std::string* key) {
+  if (key) bytes.insert(bytes.end(), key->begin(), key->end());
+  bytes.push_back(0);
+}
+
+void AppendKey(Bytes& bytes, const std::uint32_t* key) {
+  AppendWord(bytes, key ? *key : 0xFFFFFFFF);
+}
+
+// Starts a block with its class and length.
+void StartBlock(FileWriter& file, std::uint32_t base, std::uint32_t length) {
+  Bytes& bytes = file.bytes();
+  bytes.resize(bytes.size() + NextBlock(file.position()) - file.position());
+  AppendWords(bytes, {base, length});
+}
+
+void WriteTbl(FileWriter& file, const Block& block) {
+  StartBlock(file, block.base, block.length);
+  const auto write = [&](const auto& keys) {
+    for (const auto* key : keys) {
+      AppendKey(file.bytes(), key);
+      file.WriteWhenLarge();
     }
-  }
+  };
+  std::visit(write, block.keys);
 }
 
-// Writes class, length and payload of one table.
-void WriteTbl(Image& image, const StringTable& table, std::uint32_t base, std::uint32_t counter) {
-  // The length counts the table's keys, the payload has a string for every index: they differ where
-  // a key has no index or an index no key.
-  std::size_t length = 0;
-  for (const auto& [key, index] : table) length += key.size() + 1;
-  AppendWord(image, base);
-  AppendWord(image, static_cast<std::uint32_t>(length));
-  for (const std::string* key : KeysByIndex(table, base, counter)) {
-    if (key) image += *key;
-    image += '\0';
-  }
-}
-
-void WriteTbl(Image& image, const NumberTable& table, std::uint32_t base, std::uint32_t counter) {
-  AppendWord(image, base);
-  AppendWord(image, static_cast<std::uint32_t>(table.size() * kWordSize));
-  for (const std::uint32_t* key : KeysByIndex(table, base, counter)) {
-    AppendWord(image, key ? *key : 0xFFFFFFFF);
-  }
-}
-
-void WriteTableData(Image& image) {
-  AppendWord(image, RUX_CLASS_TableData);
-  AppendWord(image, static_cast<std::uint32_t>(g_tblTableData.size()));
-  image.append(g_tblTableData.begin(), g_tblTableData.end());
-}
-
-// Starts the next block and notes its offset in the next slot of the directory.
-void StartBlock(Image& image, std::size_t& slot) {
-  image.resize(NextBlock(image.size()));
-  StoreWord(image, slot, static_cast<std::uint32_t>(image.size()));
-  slot += kWordSize;
-}
-
-Image BuildImage() {
-  Image image(kSectionsOffset, '\0');
-  image.replace(0, sizeof(kMagic), kMagic, sizeof(kMagic));
-  StoreWord(image, kVersionOffset, RUX_VERSION);
-  StoreWord(image, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
-  WriteSections(image);
-  std::size_t slot = kDirectoryOffset;
-  for (const SymbolTable& row : kSymbolTables) {
-    StartBlock(image, slot);
-    std::visit([&](const auto* table) { WriteTbl(image, *table, row.base, *row.counter); },
-               row.table);
-  }
-  StartBlock(image, slot);
-  WriteTableData(image);
-  return image;
+void WriteTableData(FileWriter& file) {
+  StartBlock(file, RUX_CLASS_TableData, static_cast<std::uint32_t>(g_tblTableData.size()));
+  file.bytes().insert(file.bytes().end(), g_tblTableData.begin(), g_tblTableData.end());
 }
 
 }  // namespace
 
 std::uint32_t WriteMeta(const std::string& path) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) return 0;
-  const Image image = BuildImage();
-  file.write(image.data(), static_cast<std::streamsize>(image.size()));
-  file.close();
-  return file ? 1 : 0;
+  FileWriter file(path);
+  if (!file.is_open()) return 0;
+  const std::vector<Block> blocks = SymbolBlocks();
+  file.bytes() = Head(blocks, kSectionsOffset + SectionsSize());
+  WriteSections(file);
+  for (const Block& block : blocks) WriteTbl(file, block);
+  WriteTableData(file);
+  return file.Close() ? 1 : 0;
 }

@@ -101,7 +101,8 @@ TableSnapshot::TableSnapshot() {
   for (const SymbolTable& row : kSymbolTables) {
     std::visit(
         [&](const auto* table) {
-          tables_.emplace_back(KeysByIndex(*table, row.base, *row.counter));
+          const auto ignore = [](const auto&, bool) {};
+          tables_.emplace_back(KeysByIndex(*table, row.base, *row.counter, ignore));
         },
         row.table);
   }

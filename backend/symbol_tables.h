@@ -56,13 +56,15 @@ const char* GetTblData(const StringTable& table, std::uint32_t index);
 std::uint32_t GetTblData(const NumberTable& table, std::uint32_t index);
 
 // The keys of a table in index order, one for every index that was handed out; null where none has
-// that index. Of several keys with one index the first counts.
-template <class Table>
-auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter) {
+// that index. Of several keys with one index the first counts. On the way use(key, counts) is
+// called for every key in the order of the table.
+template <class Table, class Use>
+auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter, Use use) {
   std::vector<const typename Table::key_type*> keys(counter > base ? counter - base : 0);
   for (const auto& [key, index] : table) {
-    if (index < base || index >= counter || keys[index - base]) continue;
-    keys[index - base] = &key;
+    const bool counts = index >= base && index < counter && !keys[index - base];
+    if (counts) keys[index - base] = &key;
+    use(key, counts);
   }
   return keys;
 }

@@ -1,6 +1,6 @@
 #include <ctime>
-#include <fstream>
 
+#include "backend/file_writer.h"
 #include "backend/words.h"
 #include "debugmeta/bytes.h"
 #include "debugmeta/messages.h"
@@ -28,34 +28,6 @@ void WriteHeader(Bytes& bytes) {
   StoreWord(bytes, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
 }
 
-// A file that is written in pieces: a model comes to many times the bytes of its largest section.
-class Sink {
- public:
-  explicit Sink(const std::string& path) : file_(path, std::ios::binary | std::ios::trunc) {}
-  ~Sink() { Write(); }
-  Sink(const Sink&) = delete;
-  Sink& operator=(const Sink&) = delete;
-
-  bool is_open() const { return file_.is_open(); }
-  Bytes& bytes() { return bytes_; }  // to append to
-
-  void WriteWhenLarge() {
-    if (bytes_.size() >= kLarge) Write();
-  }
-
- private:
-  static constexpr std::size_t kLarge = std::size_t{256} << 10;
-
-  void Write() {
-    file_.write(reinterpret_cast<const char*>(bytes_.data()),
-                static_cast<std::streamsize>(bytes_.size()));
-    bytes_.clear();
-  }
-
-  std::ofstream file_;
-  Bytes bytes_;
-};
-
 void WriteDefinedWords(Bytes& bytes) {
   ByteWriter out(bytes);
   out.Word(static_cast<std::uint32_t>(g_tblPreDefine.size()));
@@ -65,14 +37,14 @@ void WriteDefinedWords(Bytes& bytes) {
   }
 }
 
-void WriteSections(Sink& sink) {
-  ByteWriter out(sink.bytes());
+void WriteSections(FileWriter& file) {
+  ByteWriter out(file.bytes());
   out.Word(static_cast<std::uint32_t>(CRUXSection::m_svpHSection.size()));
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     out.Word(static_cast<std::uint32_t>(head->size()));
     for (const CRUXSection* section : *head) {
       out.Nested(*section);
-      sink.WriteWhenLarge();
+      file.WriteWhenLarge();
     }
   }
 }
@@ -80,14 +52,14 @@ void WriteSections(Sink& sink) {
 }  // namespace
 
 std::uint32_t WriteMetaD(const std::string& path) {
-  Sink sink(path);
-  if (!sink.is_open()) {
+  FileWriter file(path);
+  if (!file.is_open()) {
     Report<msg::kCreateDebugFailed>(path);
     return 0;
   }
-  WriteHeader(sink.bytes());
-  WriteDefinedWords(sink.bytes());
-  WriteSections(sink);
+  WriteHeader(file.bytes());
+  WriteDefinedWords(file.bytes());
+  WriteSections(file);
   return 1;
 }
 
