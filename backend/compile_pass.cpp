@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "backend/lookups.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
 #include "checker/number.h"
@@ -36,6 +37,7 @@ std::uint32_t CompileSection(const CRUXSection& section) {
 }  // namespace
 
 std::uint32_t Compile() {
+  Lookups lookups;
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     for (const CRUXSection* section : *head) {
       if (!CompileSection(*section)) break;  // nor are the others of its kind
@@ -69,7 +71,7 @@ std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
 
 std::uint32_t GetValueVal(const std::string& text) {
   std::uint32_t number = 0;
-  if (NumberOrWord(text, number)) return InsertTbl(g_tblDword, g_idxDword, number, 1);
+  if (NumberOrWord(text, number)) return Lookups::Current().Number(number);
   if (text == "VALUE") return g_tblValue[""];
   if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
   if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];

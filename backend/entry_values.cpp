@@ -1,5 +1,6 @@
 // The compiled values of an entry, by the kind of its payload.
 #include "backend/compile_pass.h"
+#include "backend/lookups.h"
 #include "backend/symbol_tables.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
@@ -8,14 +9,6 @@
 
 namespace {
 
-std::uint32_t NumberIndex(std::uint32_t number) {
-  return InsertTbl(g_tblDword, g_idxDword, number, 1);
-}
-
-std::uint32_t StringIndex(const std::string& text) {
-  return InsertTbl(g_tblString, g_idxString, text, 1);
-}
-
 std::uint32_t FieldValue(Role role, const std::string& text) {
   switch (role) {
     case Role::kOperand:
@@ -23,7 +16,7 @@ std::uint32_t FieldValue(Role role, const std::string& text) {
     case Role::kLocalValue:
       return GetValueVal(text);
     case Role::kAction:
-      return g_tblAction[text];
+      return Lookups::Current().actions[text];
     case Role::kTable:
       return g_tblTableName[text];
     case Role::kOperator:
@@ -41,27 +34,29 @@ struct Compiler {
 
   void operator()(std::monostate) const {}
 
-  void operator()(std::uint32_t number) const { values.push_back(NumberIndex(number)); }
+  void operator()(std::uint32_t number) const {
+    values.push_back(Lookups::Current().Number(number));
+  }
 
   void operator()(const std::string& text) const {
     if (!IsNumericString(entryId)) {
-      values.push_back(StringIndex(text));
+      values.push_back(Lookups::Current().Text(text));
       return;
     }
     std::uint32_t number = 0;
-    if (WordOrNumber(text, number)) values.push_back(NumberIndex(number));
+    if (WordOrNumber(text, number)) values.push_back(Lookups::Current().Number(number));
   }
 
   void operator()(const TextList& list) const {
     values.reserve(list.size());
     for (const std::string& text : list) {
       if (!IsNumericList(entryId)) {
-        values.push_back(StringIndex(text));
+        values.push_back(Lookups::Current().Text(text));
         continue;
       }
       std::uint32_t number = 0;
       if (!StringToLong(text, number)) return;  // ends the list: a defined word does, too
-      values.push_back(NumberIndex(number));
+      values.push_back(Lookups::Current().Number(number));
     }
   }
 
@@ -81,19 +76,20 @@ struct Compiler {
   void operator()(const RepeaterRecord& record) const {
     std::uint32_t count = 0;
     if (!StringToLong(record.Count, count)) return;  // nothing of the entry, not even the action
-    values.push_back(NumberIndex(count));
-    values.push_back(g_tblAction[record.Action]);
+    values.push_back(Lookups::Current().Number(count));
+    values.push_back(Lookups::Current().actions[record.Action]);
     for (const std::string& text : record.Args) values.push_back(GetValueVal(text));
   }
 };
 
 // The table whose names an entry of a section refers to; null when it is a text like any other.
-StringTable* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
+TableCursor* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
+  Lookups& lookups = Lookups::Current();
   const bool isParent = entryId == ENTRY_PARENT;
   const bool isName = entryId == ENTRY_NAME;
-  if (sectionId == SECTION_GROUP && (isParent || isName)) return &g_tblGroup;
-  if (sectionId == SECTION_SENSOR && isParent) return &g_tblGroup;
-  if (sectionId == SECTION_ACTION && isName) return &g_tblAction;
+  if (sectionId == SECTION_GROUP && (isParent || isName)) return &lookups.groups;
+  if (sectionId == SECTION_SENSOR && isParent) return &lookups.groups;
+  if (sectionId == SECTION_ACTION && isName) return &lookups.actions;
   return nullptr;
 }
 
@@ -103,7 +99,7 @@ void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEn
                     tagGCENTRY& record) {
   if (entryId == ENTRY_TABLE_ROW) return;
   const auto* text = payload.Get<std::string>();
-  StringTable* names = NameTable(sectionId, entryId);
+  TableCursor* names = NameTable(sectionId, entryId);
   if (names && text) {
     record.values.push_back((*names)[*text]);
     return;

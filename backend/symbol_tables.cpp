@@ -21,7 +21,9 @@ constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 template <class Table, class Key>
 std::uint32_t Intern(Table& table, std::uint32_t& counter, const Key& key, std::uint32_t step) {
-  std::uint32_t& index = table[key];
+  // Generated models count their numbers and names up: a key behind all others needs no search.
+  const bool isLast = table.empty() || table.rbegin()->first < key;
+  std::uint32_t& index = isLast ? table.emplace_hint(table.end(), key, 0)->second : table[key];
   if (index == 0) {
     index = counter;
     counter += step;

@@ -40,45 +40,9 @@ const std::string* TextOf(const CRUXEntry* entry) {
   return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
 }
 
-auto IndexNames(SectionId kind) {
-  std::unordered_map<std::string_view, ModelIndex::First> index;
-  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
-    const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
-    const std::string* name = TextOf(entry);
-    if (name) {
-      index.try_emplace(*name, ModelIndex::First{ordinal, section, entry});
-    } else {
-      index.try_emplace("", ModelIndex::First{ordinal, section, nullptr});
-    }
-  });
-  return index;
-}
-
-auto IndexIds(SectionId kind) {
-  std::unordered_map<std::uint32_t, ModelIndex::First> index;
-  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
-    const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
-    const std::string* id = TextOf(entry);
-    std::uint32_t number = 0;
-    if (!id || !StringToLong(*id, number)) return;
-    index.try_emplace(number, ModelIndex::First{ordinal, section, entry});
-  });
-  return index;
-}
-
-auto IndexEntries(SectionId kind) {
-  std::unordered_map<std::string_view, ModelIndex::First> index;
-  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
-    for (const auto& entry : section->entries) {
-      if (!entry->m_RuxEntryData.HasData()) continue;
-      index.try_emplace(entry->name.text(), ModelIndex::First{ordinal, section, entry.get()});
-    }
-  });
-  return index;
-}
-
 auto IndexIdsAndWords(SectionId kind) {
   std::unordered_set<std::uint32_t> index;
+  index.reserve(SectionsOf(kind).size());
   for (const CRUXSection* section : SectionsOf(kind)) {
     const std::string* id = FindText(section, ENTRY_ID);
     std::uint32_t number = 0;
@@ -119,17 +83,58 @@ ModelIndex::ModelIndex() { current = this; }
 ModelIndex::~ModelIndex() { current = nullptr; }
 ModelIndex& ModelIndex::Current() { return *current; }
 
+auto ModelIndex::IndexNames(SectionId kind) -> Firsts<std::string_view> {
+  Firsts<std::string_view> index;
+  index.byKey.reserve(SectionsOf(kind).size());
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
+    if (const std::string* name = TextOf(entry)) {
+      index.Add(*name, {ordinal, section, entry});
+    } else {
+      index.Add("", {ordinal, section, nullptr});
+    }
+  });
+  return index;
+}
+
+auto ModelIndex::IndexIds(SectionId kind) -> Firsts<std::uint32_t> {
+  Firsts<std::uint32_t> index;
+  index.byKey.reserve(SectionsOf(kind).size());
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
+    const std::string* id = TextOf(entry);
+    std::uint32_t number = 0;
+    if (id && StringToLong(*id, number)) index.Add(number, {ordinal, section, entry});
+  });
+  return index;
+}
+
+auto ModelIndex::IndexEntries(SectionId kind) -> Firsts<std::string_view> {
+  Firsts<std::string_view> index;
+  ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
+    for (const auto& entry : section->entries) {
+      if (!entry->m_RuxEntryData.HasData()) continue;
+      index.Add(entry->name.text(), {ordinal, section, entry.get()});
+    }
+  });
+  return index;
+}
+
 const ModelIndex::First* ModelIndex::ByName(SectionId kind, std::string_view name) {
-  return Find(Of(names_, kind, IndexNames), name);
+  return Find(Of(names_, kind, IndexNames).byKey, name);
 }
 
 const ModelIndex::First* ModelIndex::ById(SectionId kind, std::uint32_t number) {
-  return Find(Of(ids_, kind, IndexIds), number);
+  return Find(Of(ids_, kind, IndexIds).byKey, number);
 }
 
 const ModelIndex::First* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
-  return Find(Of(entries_, kind, IndexEntries), name);
+  return Find(Of(entries_, kind, IndexEntries).byKey, name);
 }
+
+bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).hasRepeat; }
+
+bool ModelIndex::HasRepeatedId(SectionId kind) { return Of(ids_, kind, IndexIds).hasRepeat; }
 
 bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
   return Of(idsAndWords_, kind, IndexIdsAndWords).count(number) > 0;

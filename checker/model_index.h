@@ -40,6 +40,11 @@ class ModelIndex {
   const First* ById(SectionId kind, std::uint32_t number);
   const First* ByEntry(SectionId kind, std::string_view name);
 
+  // Whether any two sections of the kind would be found by the same NAME or ID: mostly none are,
+  // and then nobody need look for an earlier one.
+  bool HasRepeatedName(SectionId kind);
+  bool HasRepeatedId(SectionId kind);
+
   // Whether some section of the kind has that ID, given as a number or as a defined word.
   bool HasId(SectionId kind, std::uint32_t number);
 
@@ -58,7 +63,14 @@ class ModelIndex {
 
  private:
   template <class Key>
-  using Firsts = std::unordered_map<Key, First>;
+  struct Firsts {
+    std::unordered_map<Key, First> byKey;
+    bool hasRepeat = false;
+
+    void Add(const Key& key, const First& section) {
+      if (!byKey.try_emplace(key, section).second) hasRepeat = true;
+    }
+  };
   template <class Index>
   using PerKind = std::map<SectionId, Index>;  // built when it is first asked
   using Numbers = std::unordered_set<std::uint32_t>;
@@ -70,6 +82,9 @@ class ModelIndex {
     const std::string* raising = nullptr;
   };
 
+  static Firsts<std::string_view> IndexNames(SectionId kind);
+  static Firsts<std::uint32_t> IndexIds(SectionId kind);
+  static Firsts<std::string_view> IndexEntries(SectionId kind);
   static Listed IndexLists();
 
   PerKind<Firsts<std::string_view>> names_;

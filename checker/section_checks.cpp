@@ -63,9 +63,12 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind) {
   const std::string* name = FindText(&section, ENTRY_NAME);
   const std::string* id = FindText(&section, ENTRY_ID);
   std::uint32_t number = 0;
-  const First* sameName = name ? Earlier(index.ByName(kind, *name), section) : nullptr;
-  const First* sameId =
-      id && StringToLong(*id, number) ? Earlier(index.ById(kind, number), section) : nullptr;
+  const First* sameName = nullptr;
+  if (name && index.HasRepeatedName(kind)) sameName = Earlier(index.ByName(kind, *name), section);
+  const First* sameId = nullptr;
+  if (id && StringToLong(*id, number) && index.HasRepeatedId(kind)) {
+    sameId = Earlier(index.ById(kind, number), section);
+  }
   if (sameName && (!sameId || sameName->ordinal <= sameId->ordinal)) {
     ReportRedefined<msg::kNameRedefined>(section, *FindEntry(&section, ENTRY_NAME), *sameName);
     return 0;
