@@ -1,5 +1,10 @@
+#include <malloc.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -62,12 +67,35 @@ ExitStatus Run(int argc, const char* const* argv) {
   return action();
 }
 
+// A model is a great many small pieces of memory that are made once and released together at the
+// end. What the allocator does by default to use freed pieces again while others live on costs a
+// tenth of a large compile, and giving back to the system what is asked for again right away nearly
+// as much.
+void FitAllocatorToModels() {
+  if (std::getenv("GLIBC_TUNABLES") != nullptr) return;  // somebody else's choice
+  constexpr int kLargest = 32 << 20;                     // that may be set
+  mallopt(M_MXFAST, 0);
+  mallopt(M_MMAP_THRESHOLD, kLargest);
+  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+}
+
+// Ends the process at once: what it holds, the system takes back in no time. Where leaks are looked
+// for it ends as others do.
+[[noreturn]] void End(ExitStatus status) {
+#ifdef __SANITIZE_ADDRESS__
+  std::exit(static_cast<int>(status));
+#else
+  _exit(static_cast<int>(status));
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  FitAllocatorToModels();
   rux::OccupyStandardStreams();
   // A file that gets too large is a failed write like any other. A pipe that nobody reads any more
   // is not: as usual for a command in a pipeline, it ends this one without a word.
   std::signal(SIGXFSZ, SIG_IGN);
-  return static_cast<int>(rux::RunToTheEnd([&] { return Run(argc, argv); }));
+  End(rux::RunToTheEnd([&] { return Run(argc, argv); }));
 }
