@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -52,23 +51,26 @@ bool WriteAll(int file, std::string_view bytes) {
 }
 
 bool ReadAll(int file, std::size_t most, std::string& bytes) {
+  constexpr std::size_t kFirst = std::size_t{1} << 16;  // of a file that does not tell its size
   struct stat status;
-  // Growing would copy a large file several times.
-  if (fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
-    bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), most));
+  const bool tells_size =
+      fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
+  const std::size_t expected = tells_size ? static_cast<std::size_t>(status.st_size) : kFirst;
+  std::size_t used = bytes.size();
+  const auto room_for = [&](std::size_t more) {
+    bytes.resize(used + std::min(more, most + 1 - std::min(used, most)));
+  };
+  // One byte more than expected shows the end of the file without growing the text.
+  room_for(expected + 1);
+  ssize_t size = 1;
+  while (used <= most && size != 0) {
+    if (used == bytes.size()) room_for(used);
+    size = read(file, &bytes[used], bytes.size() - used);
+    if (size > 0) used += static_cast<std::size_t>(size);
+    if (size < 0 && !IsWorthAnotherTry(file, POLLIN)) break;
   }
-  std::array<char, 65536> piece;
-  while (bytes.size() <= most) {
-    const std::size_t wanted = std::min(piece.size(), most + 1 - bytes.size());
-    const ssize_t size = read(file, piece.data(), wanted);
-    if (size == 0) return true;
-    if (size > 0) {
-      bytes.append(piece.data(), static_cast<std::size_t>(size));
-    } else if (!IsWorthAnotherTry(file, POLLIN)) {
-      return false;
-    }
-  }
-  return true;
+  bytes.resize(used);
+  return size >= 0;
 }
 
 }  // namespace rux
