@@ -50,11 +50,12 @@ class ModelBuilder {
   }
   template <class Values>
   void AddEntry(std::uint32_t identifier, const Values& values) {
-    AddEntryAt(model_->words.size());
+    const std::size_t begin = model_->words.size();
     Word* word = model_->words.Add(2 + values.size());
     word++->Store(identifier);
     word++->Store(static_cast<std::uint32_t>(values.size()));
     for (std::size_t i = 0; i < values.size(); ++i) word++->Store(values[i]);
+    AddEntryAt(begin);
   }
 
   // Instead: all of them as they stand in the bytes of a meta file, from that word on; the model
@@ -94,12 +95,10 @@ class ModelBuilder {
 
   std::uint32_t EntryCount() const { return static_cast<std::uint32_t>(model_->entries.size()); }
 
-  const Word* WordsOf(std::uint32_t entry) const {
-    return model_->words.data() + model_->entries[entry];
-  }
-
-  void AddEntryAt(std::size_t word) {
-    model_->entries.push_back(static_cast<std::uint32_t>(word));
+  void AddEntryAt(std::size_t begin) {
+    const Word* const words = model_->words.data() + begin;
+    const std::uint32_t first = words[1].Load() > 0 ? words[2].Load() : Value().index();
+    model_->entries.push_back({static_cast<std::uint32_t>(begin), words[0].Load(), first});
     ++model_->sections.back().entry_count;
   }
 
@@ -126,7 +125,7 @@ class ModelBuilder {
     section.name = FirstValue(section, RUX_ENTRY_NAME);
     section.id = FirstValue(section, RUX_ENTRY_ID);
     for (std::uint32_t i = 0; i < section.entry_count; ++i) {
-      IndexOffers(section.kind, WordsOf(section.first_entry + i), place);
+      IndexOffers(section.kind, model_->entries[section.first_entry + i], place);
     }
     if (section.entry_count > detail::Records::kFewEntries) IndexEntries(section);
   }
@@ -134,20 +133,21 @@ class ModelBuilder {
   // Of the first entry with that identifier that has any.
   std::uint32_t FirstValue(const Section& section, std::uint32_t identifier) const {
     for (std::uint32_t i = 0; i < section.entry_count; ++i) {
-      const Word* const words = WordsOf(section.first_entry + i);
-      if (words[0].Load() == identifier && words[1].Load() > 0) return words[2].Load();
+      const detail::EntryRecord& entry = model_->entries[section.first_entry + i];
+      if (entry.identifier == identifier && HasValue(entry)) return entry.first_value;
     }
     return Value().index();
   }
 
-  void IndexOffers(std::uint32_t kind, const Word* words, std::uint32_t place) {
-    const std::uint32_t identifier = words[0].Load();
-    const bool has_values = words[1].Load() > 0;
-    const std::uint32_t value = has_values ? words[2].Load() : 0;
-    if (const auto* id = OfferedId(identifier, has_values ? &value : nullptr)) {
-      AddId(kind, *id, place);
-    }
-    if (const auto* name = OfferedName(kind, identifier, has_values ? &value : nullptr)) {
+  // Also true of one that a damaged file gives the index that stands for nothing.
+  bool HasValue(const detail::EntryRecord& entry) const {
+    return entry.first_value != Value().index() || model_->WordsOf(entry)[1].Load() > 0;
+  }
+
+  void IndexOffers(std::uint32_t kind, const detail::EntryRecord& entry, std::uint32_t place) {
+    const std::uint32_t* const value = HasValue(entry) ? &entry.first_value : nullptr;
+    if (const auto* id = OfferedId(entry.identifier, value)) AddId(kind, *id, place);
+    if (const auto* name = OfferedName(kind, entry.identifier, value)) {
       AddName(model_->sections_by_name, kind, *name, place);
     }
   }
@@ -155,7 +155,7 @@ class ModelBuilder {
   void IndexEntries(const Section& section) {
     const std::uint32_t scope = section.first_entry;
     for (std::uint32_t place = scope; place < scope + section.entry_count; ++place) {
-      const std::uint32_t identifier = WordsOf(place)->Load();
+      const std::uint32_t identifier = model_->entries[place].identifier;
       model_->entries_by_identifier.Add(scope, identifier, place);
       AddName(model_->entries_by_name, scope, identifier, place);
     }

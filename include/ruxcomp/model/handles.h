@@ -32,7 +32,7 @@ struct EntryCursor {
   Entry Get() const noexcept;
 
   const Records* model = nullptr;
-  const std::uint32_t* at = nullptr;
+  const EntryRecord* at = nullptr;
 };
 
 struct SectionCursor {
@@ -57,7 +57,7 @@ class Entry {
   explicit operator bool() const noexcept { return place_.at != nullptr; }
 
   // A RUX_ENTRY_... or the table index of the entry's name; 0xFFFFFFFF of no entry.
-  std::uint32_t identifier() const noexcept { return *this ? words()->Load() : 0xFFFFFFFF; }
+  std::uint32_t identifier() const noexcept { return *this ? place_.at->identifier : 0xFFFFFFFF; }
 
   // The name that the identifier stands for, without its prefix: "IPMI" of VALUE_IPMI. Empty when
   // there is none, as with every RUX_ENTRY_...; the name of VALUE is empty, too.
@@ -66,7 +66,7 @@ class Entry {
 
   // The identifier as a value: looked up like the index that it may be.
   Value identity() const noexcept {
-    return *this ? place_.model->tables.Resolve(words()->Load()) : Value();
+    return *this ? place_.model->tables.Resolve(place_.at->identifier) : Value();
   }
 
   Values values() const noexcept {
@@ -74,8 +74,11 @@ class Entry {
     return {{place_.model, words() + 2}, words()[1].Load()};
   }
 
-  // The n-th value, from 0: what gcGetValueByIndex answers.
-  Value value(std::size_t n = 0) const noexcept { return values()[n]; }
+  // The n-th value, from 0, or the first one: what gcGetValueByIndex answers.
+  Value value(std::size_t n) const noexcept { return values()[n]; }
+  Value value() const noexcept {
+    return *this ? place_.model->tables.Resolve(place_.at->first_value) : Value();
+  }
 
   // The part that a RUX_SELECT_... names: what gcGetValueByID answers.
   Value part(std::uint32_t selector) const noexcept {

@@ -34,6 +34,13 @@ struct SectionRecord {
   std::uint32_t id;
 };
 
+// Where an entry begins in the words, and copies of what is asked for most of all.
+struct EntryRecord {
+  std::uint32_t word;
+  std::uint32_t identifier;
+  std::uint32_t first_value;  // 0xFFFFFFFF, which stands for nothing, where there is none
+};
+
 // A model. Once it is made, nothing in it changes or moves.
 struct Records {
   static constexpr std::size_t kKinds = 0
@@ -44,8 +51,8 @@ struct Records {
   static constexpr std::uint32_t kFewEntries = 64;
 
   Tables tables;
-  Words words;                                         // of entries: see WordsOf
-  std::vector<std::uint32_t> entries;                  // where in the words each begins
+  Words words;  // of entries: see WordsOf
+  std::vector<EntryRecord> entries;
   std::vector<SectionRecord> sections;                 // kind by kind
   std::array<std::uint32_t, kKinds + 1> kind_begin{};  // where each begins; the end of the last
   std::vector<TableCells> cells;
@@ -65,17 +72,17 @@ struct Records {
   }
 
   // An entry is what it is in a meta file: its identifier, the count of its values, the values.
-  const Word* WordsOf(std::uint32_t entry) const noexcept { return words.data() + entry; }
+  const Word* WordsOf(const EntryRecord& entry) const noexcept { return words.data() + entry.word; }
 
-  const std::uint32_t* EntryWith(const SectionRecord& section,
-                                 std::uint32_t identifier) const noexcept {
+  const EntryRecord* EntryWith(const SectionRecord& section,
+                               std::uint32_t identifier) const noexcept {
     if (section.entry_count > kFewEntries) {
       return At(entries, entries_by_identifier.Find(section.first_entry, identifier));
     }
     return First(section, [&](std::uint32_t own) { return own == identifier; });
   }
-  const std::uint32_t* EntryNamed(const SectionRecord& section,
-                                  std::string_view name) const noexcept {
+  const EntryRecord* EntryNamed(const SectionRecord& section,
+                                std::string_view name) const noexcept {
     if (section.entry_count > kFewEntries) {
       return At(entries, entries_by_name.Find(section.first_entry, name));
     }
@@ -93,11 +100,10 @@ struct Records {
 
   // The first entry whose identifier passes the test.
   template <class Test>
-  const std::uint32_t* First(const SectionRecord& section, Test test) const noexcept {
-    const Word* const first_word = words.data();
-    const std::uint32_t* at = entries.data() + section.first_entry;
+  const EntryRecord* First(const SectionRecord& section, Test test) const noexcept {
+    const EntryRecord* at = entries.data() + section.first_entry;
     for (std::uint32_t left = section.entry_count; left > 0; --left, ++at) {
-      if (test(first_word[*at].Load())) return at;
+      if (test(at->identifier)) return at;
     }
     return nullptr;
   }
