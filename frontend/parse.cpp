@@ -56,11 +56,12 @@ void CRUXParse::ParseItems(void* handle, const std::string& sectionName, CRUXSec
   std::string value;
   for (std::uint32_t index = 0;; ++index) {
     std::uint32_t line = 0;
-    if (!RSEnumItem(handle, index, key, value, line)) return;
+    if (!RSEnumItem(handle, index, key, value, line)) break;
     if (section.SetEntry(filePath, key, value, line)) continue;
     Report<msg::kAddItemFailed>(index + 1, sectionName);
     Report<msg::kEntryIgnored>(section.GetFile(0), line, section.name, key);
   }
+  section.ReleaseRoom();
 }
 
 void CRUXParse::Close() {

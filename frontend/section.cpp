@@ -47,7 +47,6 @@ std::vector<EntryPtr> CRUXSection::SharedTemplates(const SectionSchema& schema) 
       shared->second.back()->isShared = true;
     }
   }
-  constexpr std::size_t kFreeEntries = 4;  // room for as many, without growing
   std::vector<EntryPtr> templates;
   templates.reserve(shared->second.size() + kFreeEntries);
   for (const auto& entry : shared->second) templates.emplace_back(entry.get());
@@ -59,6 +58,10 @@ void CRUXSection::Init0(std::vector<EntryPtr> templates, std::vector<CRUXSection
   const auto end = m_svpHSection.end();
   if (std::find(m_svpHSection.begin(), end, &header) == end) m_svpHSection.push_back(&header);
   header.push_back(this);
+}
+
+void CRUXSection::ReleaseRoom() {
+  if (entries.capacity() > entries.size() + kFreeEntries) entries.shrink_to_fit();
 }
 
 CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,

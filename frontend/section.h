@@ -28,6 +28,9 @@ class CRUXSection : public CRUXObj {
   virtual std::uint32_t SetEntry(const std::string& file, const std::string& key,
                                  const std::string& value, std::uint32_t itemLine);
 
+  // Gives back the room for entries that was made in advance: no more items come.
+  void ReleaseRoom();
+
   // First pass: the section by itself and its entries. Second pass: redefinitions and the
   // references of its entries, asked while a ModelIndex lives. Both answer 1, or 0 when problems
   // were reported (checker/section_checks.cpp).
@@ -65,6 +68,8 @@ class CRUXSection : public CRUXObj {
                       const std::string& key, const std::string& value, std::uint32_t itemLine);
 
  private:
+  static constexpr std::size_t kFreeEntries = 4;  // of shared templates: room for as many more
+
   using Templates = std::vector<std::unique_ptr<CRUXEntry>>;
   static std::map<const SectionSchema*, Templates> m_sharedTemplates;  // of kinds that appeared
 };
