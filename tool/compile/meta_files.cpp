@@ -11,7 +11,6 @@
 #include "tool/compiled/debug_source.h"
 #include "tool/compiled/file_header.h"
 #include "tool/compiled/verify.h"
-#include "tool/compiled/words.h"
 #include "tool/failure.h"
 #include "tool/standard_streams.h"
 
@@ -48,21 +47,17 @@ void ExpectSound(const NewFile& file) {
 
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
 std::vector<Diagnostic> MetaFiles::Make() {
-  MemoryFile& meta = written_.emplace_back(options_.meta);
+  const MemoryFile meta(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
   ExpectSound(Add(options_.meta, meta));
   if (options_.debug_meta.empty()) return {};
-  MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
+  const MemoryFile debug_meta(options_.debug_meta);
   gccOutputD(debug_meta.path());
-  std::string_view& bytes = Add(options_.debug_meta, debug_meta).bytes;
+  std::string& bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   Summary summary;
   if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
-  if (!options_.stdin_name.empty()) {
-    std::string& renamed = texts_.emplace_back(bytes);
-    RenameScript(renamed, options_.stdin_name);
-    bytes = renamed;
-  }
+  if (!options_.stdin_name.empty()) RenameScript(bytes, options_.stdin_name);
   if (summary.notes.empty()) return {};
   Faults faults;
   return WarningsOf(DecodeDebugMeta(bytes, faults));
@@ -89,13 +84,10 @@ void MetaFiles::KeepNone(const SourceFiles& sources) {
   PutFilesInPlace();
 }
 
-NewFile& MetaFiles::Add(const std::string& path, MemoryFile& file) {
-  if (options_.creation_time) {
-    char time[kWordSize];
-    StoreWord(*options_.creation_time, time);
-    file.Overwrite(kCreationTimeOffset, {time, sizeof time});
-  }
-  return files_.emplace_back(NewFile{path, file.Bytes()});
+NewFile& MetaFiles::Add(const std::string& path, const MemoryFile& file) {
+  NewFile& added = files_.emplace_back(NewFile{path, file.Bytes()});
+  if (options_.creation_time) SetCreationTime(added.bytes, *options_.creation_time);
+  return added;
 }
 
 void MetaFiles::PutFilesInPlace() {
@@ -108,7 +100,7 @@ void MetaFiles::PutFilesInPlace() {
   PutInPlace(files_);
 }
 
-NewFile MetaFiles::Depfile(const SourceFiles& sources) {
+NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
   if (!sources.complete) {
     throw Failure(ExitStatus::kTrouble,
                   "cannot write " + options_.depfile +
@@ -120,8 +112,7 @@ NewFile MetaFiles::Depfile(const SourceFiles& sources) {
   if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
   std::vector<std::string> prerequisites = sources.paths;
   if (!options_.stdin_name.empty()) prerequisites.erase(prerequisites.begin());
-  return {options_.depfile,
-          texts_.emplace_back(DepfileText(options_.depfile, targets, prerequisites))};
+  return {options_.depfile, DepfileText(options_.depfile, targets, prerequisites)};
 }
 
 }  // namespace rux

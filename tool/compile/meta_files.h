@@ -3,7 +3,6 @@
 #define TOOL_COMPILE_META_FILES_H_
 
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,14 +36,12 @@ class MetaFiles : public CompileProduct {
 
  private:
   // Takes over what the library wrote.
-  NewFile& Add(const std::string& path, MemoryFile& file);
+  NewFile& Add(const std::string& path, const MemoryFile& file);
   void PutFilesInPlace();
-  NewFile Depfile(const SourceFiles& sources);
+  NewFile Depfile(const SourceFiles& sources) const;
 
   const MetaOptions& options_;
-  std::vector<NewFile> files_;  // with the bytes of those below
-  std::deque<MemoryFile> written_;
-  std::deque<std::string> texts_;
+  std::vector<NewFile> files_;
 };
 
 }  // namespace rux
