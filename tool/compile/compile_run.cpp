@@ -61,11 +61,11 @@ class CompileRun {
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(Phase::kOutput, [&] { Add(product->Make()); });
     }
+    const bool is_done = accepted_ && !Fails();
     TellAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw Failure(*failure_);
     if (!opened_) throw CannotRead();
-    const bool is_done = accepted_ && !Fails();
     if (product != nullptr) {
       is_done ? product->Keep(sources_) : product->KeepNone(sources_);
     }
@@ -114,13 +114,14 @@ class CompileRun {
                         std::make_move_iterator(diagnostics.end()));
   }
 
+  // The last that is done with the diagnostics.
   void TellAll() {
     Add(std::exchange(raised_, {}));
     for (Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
     Advise(locator_, diagnostics_);
     AddNotesOnIncludes(locator_, diagnostics_);
     const TellingOptions& telling = options_.telling;
-    Report report = ReportOf(ToOpenablePath(script_), diagnostics_, telling);
+    Report report = ReportOf(ToOpenablePath(script_), std::move(diagnostics_), telling);
     report.is_complete = opened_ && !failure_ && !RanOutOfMemory();
     if (!telling.file.empty()) KeepSources(sources_, {"diagnostics file", telling.file});
     Tell(report, opened_, telling);

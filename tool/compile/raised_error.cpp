@@ -139,7 +139,11 @@ Diagnostic DiagnosticOf(const SourceSection& section, const reader::Item& item,
   const std::string what = raising.is_key ? "an empty part of the key" : "an empty operand";
   diagnostic.text =
       (text.empty() ? what : text + " without digits") + " cannot be read as a number";
-  if (!raising.is_key) diagnostic.arguments.emplace_back(text);
+  if (!raising.is_key) {
+    diagnostic.arguments.emplace_back(text);
+    // Every part of a value, an empty one too, lies in it.
+    diagnostic.at.value_at = static_cast<std::size_t>(raising.text.data() - item.value.data());
+  }
   return diagnostic;
 }
 

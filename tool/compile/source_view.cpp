@@ -73,13 +73,14 @@ std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
 
 std::string_view SourceFile::Line(std::uint32_t line) const {
   if (line == 0 || line > line_count()) return {};
-  std::string_view rest(text_);
-  rest.remove_prefix(LineStarts()[line - 1]);
-  const std::size_t end = rest.find('\n');
-  if (end == std::string_view::npos) return rest;
-  rest = rest.substr(0, end);
-  if (!rest.empty() && rest.back() == '\r') rest.remove_suffix(1);
-  return rest;
+  // Its end is not searched for: it may be asked for often, and be long.
+  const std::size_t begin = LineStarts()[line - 1];
+  const std::size_t end = line < line_count() ? LineStarts()[line] : text_.size();
+  std::string_view whole = std::string_view(text_).substr(begin, end - begin);
+  if (whole.back() != '\n') return whole;
+  whole.remove_suffix(1);
+  if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
+  return whole;
 }
 
 const std::vector<std::size_t>& SourceFile::LineStarts() const {
@@ -89,6 +90,11 @@ const std::vector<std::size_t>& SourceFile::LineStarts() const {
 
 std::uint32_t SourceFile::line_count() const {
   return static_cast<std::uint32_t>(LineStarts().size());
+}
+
+std::uint32_t SourceFile::LineAt(std::size_t at) const {
+  const auto after = std::upper_bound(LineStarts().begin(), LineStarts().end(), at);
+  return static_cast<std::uint32_t>(after - LineStarts().begin());
 }
 
 bool SourceFile::IsSameFile(const SourceFile& other) const {

@@ -45,6 +45,8 @@ class SourceFile {
   // A line of the file as it stands there, without its end; empty for lines that it does not have.
   std::string_view Line(std::uint32_t line) const;
   std::uint32_t line_count() const;
+  // The line that holds that byte of the text.
+  std::uint32_t LineAt(std::size_t at) const;
   const std::string& text() const { return text_; }
 
   bool IsSameFile(const SourceFile& other) const;

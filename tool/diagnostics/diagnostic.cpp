@@ -6,17 +6,6 @@
 #include "tool/text/safe_text.h"
 
 namespace rux {
-namespace {
-
-std::size_t Characters(std::string_view text) {
-  return text.size() -
-         static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsInsideCharacter));
-}
-
-}  // namespace
-
-std::size_t Excerpt::first_column() const { return 1 + Characters(text.substr(0, begin)); }
-std::size_t Excerpt::end_column() const { return first_column() + Characters(meant()); }
 
 const std::string* FirstMentioned(const Diagnostic& diagnostic) {
   for (const Argument& argument : diagnostic.arguments) {

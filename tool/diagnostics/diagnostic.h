@@ -30,22 +30,24 @@ struct Excerpt {
   std::size_t begin = 0;   // the meant bytes of `text`
   std::size_t length = 0;
 
-  std::string_view meant() const { return text.substr(begin, length); }
   // The columns of the meant text, from 1, and the one behind it: in characters of UTF-8, with a
   // tab as one of them.
-  std::size_t first_column() const;
-  std::size_t end_column() const;
+  std::size_t first_column = 1;
+  std::size_t end_column = 1;
+
+  std::string_view meant() const { return text.substr(begin, length); }
 };
 
 class SourceFile;
 
-// Whoever knows the place from the start sets the source and the line; the locator fills in the
-// rest.
+// Whoever knows the place from the start sets the source, the line and, of an item, what in its
+// value is meant; the locator fills in the rest.
 struct Location {
   std::string path;              // as it can be opened from here; empty: nothing of the script
   std::uint32_t first_line = 0;  // 0: none
   std::optional<Excerpt> excerpt;
   const SourceFile* source = nullptr;
+  std::optional<std::size_t> value_at;  // where in the value the meant part begins
 
   std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
 };

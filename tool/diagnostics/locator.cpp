@@ -30,12 +30,28 @@ int Likeness(const std::optional<SourceSpot>& spot, const Diagnostic& diagnostic
   return likeness;
 }
 
+Focus FocusOf(MessageId id) {
+  switch (id) {
+    case MessageId::kSurplusValues:
+      return Focus::kLaterParts;
+    case MessageId::kTextAfterHeader:
+      return Focus::kBehindHeader;
+    case MessageId::kUnclosedQuote:
+      return Focus::kOpenQuote;
+    case MessageId::kNulByte:
+      return Focus::kZeroByte;
+    default:
+      return Focus::kMentioned;
+  }
+}
+
 }  // namespace
 
 void Locator::Locate(Diagnostic& diagnostic) {
   for (Note& note : diagnostic.notes) {
     if (note.at.source == nullptr) continue;
-    note.at = LocationOf(*note.at.source, note.at.first_line, diagnostic.arguments);
+    note.at =
+        LocationOf(*note.at.source, note.at.first_line, {diagnostic.arguments, note.at.value_at});
   }
   if (diagnostic.anchor == Anchor::kNone) {
     // Notes are about the run.
@@ -50,17 +66,39 @@ void Locator::Locate(Diagnostic& diagnostic) {
     diagnostic.at.first_line = diagnostic.line;
     return;
   }
-  diagnostic.at = LocationOf(*place->file, place->line, diagnostic.arguments);
+  diagnostic.at = LocationOf(*place->file, place->line,
+                             {diagnostic.arguments, diagnostic.at.value_at,
+                              CountAlike(diagnostic, *place), FocusOf(diagnostic.id)});
   diagnostic.included_from = IncludesOf(*place->file);
 }
 
-Location Locator::LocationOf(const SourceFile& file, std::uint32_t line,
-                             const std::vector<Argument>& mentioned) {
-  Location location{file.path(), line, std::nullopt, &file};
-  if (file.Line(line).empty()) return location;
-  if (!line_ || !line_->Is(file, line)) line_.emplace(file, line);
-  location.excerpt = line_->Underline(mentioned);
+Location Locator::LocationOf(const SourceFile& file, std::uint32_t line, const Meant& meant) {
+  Location location{file.path(), line, std::nullopt, &file, std::nullopt};
+  if (!file.Line(line).empty()) location.excerpt = LineOf(file, line).Underline(meant);
   return location;
+}
+
+// Long ones are kept: diagnostics may be about several of them in turns.
+SourceLine& Locator::LineOf(const SourceFile& file, std::uint32_t line) {
+  constexpr std::size_t kLong = 1000;
+  if (line_ && line_->Is(file, line)) return *line_;
+  const auto known = long_lines_.find({&file, line});
+  if (known != long_lines_.end()) return *known->second;
+  auto found = std::make_unique<SourceLine>(file, line);
+  std::unique_ptr<SourceLine>& kept = found->size() < kLong ? line_ : long_lines_[{&file, line}];
+  kept = std::move(found);
+  return *kept;
+}
+
+// How many of the diagnostics before it say the same of its line. The library tells of the parts
+// of a value in their order, but not which one it means.
+std::size_t Locator::CountAlike(const Diagnostic& diagnostic, const SourcePlace& place) {
+  const bool is_last =
+      last_place_ && last_place_->file == place.file && last_place_->line == place.line;
+  if (!is_last) alike_.clear();
+  last_place_ = place;
+  const std::string* text = FirstMentioned(diagnostic);
+  return text == nullptr ? 0 : alike_[{diagnostic.id, *text}]++;
 }
 
 std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
@@ -73,8 +111,8 @@ std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
       includes.push_back({"and so on", {}});
       break;
     }
-    includes.push_back(
-        {"included from here", {place->file->path(), place->line, std::nullopt, nullptr}});
+    includes.push_back({"included from here",
+                        {place->file->path(), place->line, std::nullopt, nullptr, std::nullopt}});
   }
   return includes;
 }

@@ -29,9 +29,8 @@ class Locator {
   // the locator's.
   void Locate(Diagnostic& diagnostic);
 
-  // A line of a source, with the first of the mentioned texts underlined that stands in it.
-  Location LocationOf(const SourceFile& file, std::uint32_t line,
-                      const std::vector<Argument>& mentioned);
+  // A line of a source, with what is meant in it underlined.
+  Location LocationOf(const SourceFile& file, std::uint32_t line, const Meant& meant);
 
   const std::string& script() const { return script_; }
 
@@ -52,6 +51,8 @@ class Locator {
 
   std::vector<Note> IncludesOf(const SourceFile& file);
   std::optional<SourcePlace> Find(const Diagnostic& diagnostic);
+  SourceLine& LineOf(const SourceFile& file, std::uint32_t line);
+  std::size_t CountAlike(const Diagnostic& diagnostic, const SourcePlace& place);
   static std::optional<SourcePlace> TakeNext(Queue& queue);
   Queue& UnknownSections();
   Queue& SectionsWithout(const std::string& section, const std::string& entry);
@@ -59,7 +60,11 @@ class Locator {
   const std::string script_;
   const std::string read_from_;
   std::optional<SourceView> sources_;
-  std::optional<SourceLine> line_;  // the last one looked at
+  std::unique_ptr<SourceLine> line_;  // the last one looked at that is short
+  std::map<std::pair<const SourceFile*, std::uint32_t>, std::unique_ptr<SourceLine>> long_lines_;
+  // Of the line that was located last: how often each id was told of what it mentions first.
+  std::optional<SourcePlace> last_place_;
+  std::map<std::pair<MessageId, std::string>, std::size_t> alike_;
   std::unique_ptr<Queue> unknown_sections_;
   std::map<std::pair<std::string, std::string>, Queue> sections_without_;  // section name and key
 };

@@ -14,7 +14,7 @@ namespace {
 void AddNote(Locator& locator, Diagnostic& diagnostic, std::string text, const SourceFile& file,
              std::uint32_t line) {
   diagnostic.notes.push_back(
-      {std::move(text), locator.LocationOf(file, line, diagnostic.arguments)});
+      {std::move(text), locator.LocationOf(file, line, {diagnostic.arguments})});
 }
 
 // The library tells the place itself, by base name and line, as the last two arguments.

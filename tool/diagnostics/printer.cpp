@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "tool/text/safe_text.h"
@@ -41,7 +42,17 @@ struct Shown {
 };
 
 // How many columns a byte takes at most.
-std::size_t WidthOf(char byte) { return SafeLine({&byte, 1}).size(); }
+std::size_t WidthOf(char byte) {
+  static const std::array<std::size_t, 256> widths = [] {
+    std::array<std::size_t, 256> each{};
+    for (std::size_t i = 0; i < each.size(); ++i) {
+      const char c = static_cast<char>(i);
+      each[i] = SafeLine({&c, 1}).size();
+    }
+    return each;
+  }();
+  return widths[static_cast<unsigned char>(byte)];
+}
 
 // Part of a line, which grows byte by byte up to a number of columns.
 struct Window {
@@ -115,7 +126,7 @@ class Printer {
                     std::string_view id) {
     std::string place = SafeText(at.path.empty() ? "rux" : at.path);
     if (at.line() != 0) place += fmt::format(":{}", at.line());
-    if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column());
+    if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
     out_ += Paint(place + ":", kBold) + ' ' +
             Paint(fmt::format("{}:", WordOf(severity)), ColourOf(severity)) + ' ' + SafeText(text) +
             std::string(id) + '\n';

@@ -7,16 +7,32 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "tool/compile/source_view.h"
 #include "tool/diagnostics/diagnostic.h"
+#include "tool/text/character_counts.h"
 
 namespace rux {
 
+// What a diagnostic is about on its line.
+enum class Focus {
+  kMentioned,   // what it mentions
+  kLaterParts,  // the parts of the value behind the first
+  kBehindHeader,
+  kOpenQuote,
+  kZeroByte,
+};
+
+struct Meant {
+  const std::vector<Argument>& mentioned;
+  std::optional<std::size_t> value_at = std::nullopt;  // where in the value it begins, if known
+  std::size_t ordinal = 0;                             // of several parts that are alike, in turns
+  Focus focus = Focus::kMentioned;
+};
+
 // The line with those that backslashes join to it. It may be long and be the place of many
-// diagnostics, so its words are looked up and not searched for.
+// diagnostics, so what stands in it is looked up and not searched for.
 class SourceLine {
  public:
   SourceLine(const SourceFile& file, std::uint32_t line);
@@ -26,10 +42,11 @@ class SourceLine {
   bool Is(const SourceFile& file, std::uint32_t line) const {
     return &file == &file_ && line == line_;
   }
+  std::size_t size() const { return text_.size(); }
 
   // Underlined is, of an item, the first of the mentioned texts that stands in the value, else the
   // key; of a header, what is mentioned, else the header; else the whole line.
-  Excerpt Underline(const std::vector<Argument>& mentioned) const;
+  Excerpt Underline(const Meant& meant);
 
  private:
   struct Range {
@@ -40,25 +57,37 @@ class SourceLine {
     std::uint32_t line;
     std::size_t start;  // in the joined text
     std::string_view text;
+    CharacterCounts characters;
+  };
+  // A part of the item's value.
+  struct Part {
+    std::size_t value_at;
+    std::string_view text;  // in text_
   };
 
   void Join();
-  void NoteWords(std::size_t from);
-  Range RangeInItem(const reader::Item& item, const std::vector<Argument>& mentioned) const;
+  void FindParts(std::string_view value);
+  Range RangeOf(const Meant& meant);
+  Range RangeInItem(const reader::Item& item, const Meant& meant);
   Range RangeOfHeader() const;
   Range RangeOfAll() const;
-  std::optional<Range> FindMentioned(const std::vector<Argument>& mentioned) const;
-  std::optional<Range> FindWord(std::string_view word) const;
+  Range RangeFrom(std::size_t begin) const;
+  Range RangeOf(std::string_view text) const;
+  std::optional<Range> FindFocus(Focus focus) const;
+  std::optional<Range> FindPart(std::size_t value_at) const;
+  std::optional<Range> FindMentioned(const Meant& meant);
+  std::optional<Range> FindText(std::string_view text, std::size_t ordinal);
   Excerpt ExcerptOf(Range range) const;
 
   const SourceFile& file_;
   const std::uint32_t line_;
   const std::optional<SourceSpot> spot_;
   std::vector<Piece> pieces_;
-  std::string joined_;                                       // empty when there is nothing to join
-  std::string_view text_;                                    // the joined text, or the one piece
-  std::size_t searched_from_ = 0;                            // where the value or the header begins
-  std::unordered_map<std::string_view, std::size_t> words_;  // from there on, where each is first
+  std::string joined_;                           // empty when there is nothing to join
+  std::string_view text_;                        // the joined text, or the one piece
+  std::size_t searched_from_ = 0;                // where the value or the header begins
+  std::vector<Part> parts_;                      // as they stand
+  std::vector<std::string_view> parts_by_text_;  // sorted when they are first asked for
 };
 
 }  // namespace rux

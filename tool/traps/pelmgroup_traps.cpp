@@ -14,7 +14,11 @@ namespace {
 
 constexpr std::string_view kProperty = "P_";
 
-// The names of properties that the compiler knows.
+// Whether something may follow the prefix.
+bool IsProperty(std::string_view key) { return key.substr(0, kProperty.size()) == kProperty; }
+
+// The names of properties that the compiler knows: keys of PROPERTY sections as they are, those of
+// others behind their P_.
 std::unordered_set<std::string_view> KnownProperties(const SourceView& sources) {
   std::unordered_set<std::string_view> names;
   for (const SourceSection& section : sources.sections()) {
@@ -23,11 +27,39 @@ std::unordered_set<std::string_view> KnownProperties(const SourceView& sources) 
     if (!is_property && kind != "SENSOR" && kind != "DEVICE" && kind != "SYSTEM") continue;
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const std::string_view key = section.section->items[i].key;
-      if (is_property) names.insert(key);
-      if (HasPrefix(key, kProperty)) names.insert(key.substr(kProperty.size()));
+      if (is_property) {
+        names.insert(key);
+      } else if (IsProperty(key)) {
+        names.insert(key.substr(kProperty.size()));
+      }
     }
   }
   return names;
+}
+
+using Parents = std::unordered_map<std::uint32_t, std::uint32_t>;  // by ID
+
+// The groups from which one comes back to them by going up.
+std::unordered_set<std::uint32_t> FindLoops(const Parents& parents) {
+  std::unordered_set<std::uint32_t> loops;
+  std::unordered_map<std::uint32_t, std::uint32_t> walks;  // where each was met first
+  for (const auto& [start, unused] : parents) {
+    std::uint32_t at = start;
+    auto found = parents.find(at);
+    // Above 0 there is none.
+    while (at != 0 && found != parents.end() && walks.try_emplace(at, start).second) {
+      at = found->second;
+      found = parents.find(at);
+    }
+    const auto met = walks.find(at);
+    if (at == 0 || met == walks.end() || met->second != start) continue;
+    while (loops.insert(at).second) at = parents.at(at);
+  }
+  return loops;
+}
+
+std::string TimesText(std::size_t times) {
+  return times == 2 ? "twice" : fmt::format("{} times", times);
 }
 
 class PelmgroupTraps : public TrapRules {
@@ -100,71 +132,68 @@ class PelmgroupTraps : public TrapRules {
     const reader::Section* told = nullptr;
     for (const SeenItem& property : properties_) {
       const std::string_view key = property.item->key;
-      if (!HasPrefix(key, kProperty) || known.count(key.substr(kProperty.size())) != 0) continue;
+      if (!IsProperty(key) || known.count(key.substr(kProperty.size())) != 0) continue;
       if (property.section == told) continue;  // it ends at the first one
       told = property.section;
       report_.Add(MessageId::kPelmgroupProperty, property.Shown(),
-                  "this property is not compiled, nor is what stands below it in the section");
+                  "this property is not compiled, nor are those below it in the section");
     }
   }
 
   // A group with the ID 0, and another one that seems to hang below it.
   void TellRootIds() {
+    const auto has_none_above = [](const Group& group) { return group.parent == 0U; };
+    const auto first = std::find_if(groups_.begin(), groups_.end(), has_none_above);
+    if (first == groups_.end()) return;
+    const auto second = std::find_if(first + 1, groups_.end(), has_none_above);
     for (const Group& group : groups_) {
-      if (group.id != 0U) continue;
-      const auto below = std::find_if(groups_.begin(), groups_.end(), [&](const Group& other) {
-        return &other != &group && other.parent == 0U;
-      });
-      if (below == groups_.end()) continue;
+      const auto below = &group == &*first ? second : first;
+      if (group.id != 0U || below == groups_.end()) continue;
       Diagnostic& warning =
           report_.Add(MessageId::kRootPelmgroup, group.id_item->Shown(),
-                      "a PID of 0 means that there is none above: no group hangs below this one");
+                      "a PID of 0 means that there is none above: no group hangs below this one",
+                      group.id_item->item->value);
       AddPlace(warning, "has none above",
                {below->parent_item->file, below->parent_item->item->line});
     }
   }
 
   void TellLoops() {
-    std::unordered_map<std::uint32_t, std::uint32_t> parents;
+    Parents parents;
     for (const Group& group : groups_) {
       if (group.id && group.parent) parents.try_emplace(*group.id, *group.parent);
     }
+    const auto loops = FindLoops(parents);
     for (const Group& group : groups_) {
-      if (!group.id || !group.parent || !LeadsTo(*group.parent, *group.id, parents)) continue;
+      if (!group.id || !group.parent || loops.count(*group.id) == 0) continue;
       report_.Add(MessageId::kPelmgroupLoop, group.parent_item->Shown(),
-                  "the chain of parents leads back to this group");
+                  "the chain of parents leads back to this group", group.parent_item->item->value);
     }
-  }
-
-  // Whether one comes from a group to another one by going up.
-  static bool LeadsTo(std::uint32_t from, std::uint32_t to,
-                      const std::unordered_map<std::uint32_t, std::uint32_t>& parents) {
-    for (std::size_t steps = 0; steps <= parents.size() && from != 0; ++steps) {
-      if (from == to) return true;
-      const auto found = parents.find(from);
-      if (found == parents.end()) return false;
-      from = found->second;
-    }
-    return false;
   }
 
   void TellRepeated() {
     const auto by_id = [](const Listed& a, const Listed& b) { return a.id < b.id; };
     std::stable_sort(listed_.begin(), listed_.end(), by_id);
-    for (std::size_t i = 1; i < listed_.size(); ++i) {
-      const Listed& first = listed_[i - 1];
-      const Listed& again = listed_[i];
-      if (first.id != again.id) continue;
-      const bool is_one_list = first.list == again.list;
-      Diagnostic& warning =
-          report_.Add(MessageId::kRepeatedSensor, lists_[again.list].Shown(),
-                      fmt::format("the sensor {} is {}", again.text,
-                                  is_one_list ? "twice in the list" : "in another list, too"),
-                      again.text);
-      if (!is_one_list) {
-        AddPlace(warning, "listed here", {lists_[first.list].file, lists_[first.list].item->line});
-      }
+    // The places of one sensor in one list stand together.
+    for (auto first = listed_.begin(); first != listed_.end();) {
+      const auto end = std::find_if(first, listed_.end(), [&](const Listed& other) {
+        return other.id != first->id || other.list != first->list;
+      });
+      const auto times = static_cast<std::size_t>(end - first);
+      const bool has_other = first != listed_.begin() && first[-1].id == first->id;
+      if (has_other) TellAgain(*first, first[-1], "in another list, too");
+      if (times > 1) TellAgain(first[1], *first, TimesText(times) + " in the list");
+      first = end;
     }
+  }
+
+  void TellAgain(const Listed& again, const Listed& before, std::string_view where) {
+    const SeenItem& other = lists_[before.list];
+    Diagnostic& warning =
+        report_.Add(MessageId::kRepeatedSensor, lists_[again.list].Shown(),
+                    fmt::format("the sensor {} is {}", again.text, where), again.text);
+    AddPlace(warning, "listed here", {other.file, other.item->line},
+             ValueAt(*other.item, before.text));
   }
 
   const DefinedWordTable& words_;

@@ -1,5 +1,7 @@
 #include "tool/traps/trap_report.h"
 
+#include <functional>
+
 #include "tool/text/safe_text.h"
 
 namespace rux {
@@ -31,7 +33,10 @@ Diagnostic& TrapReport::Add(MessageId id, const ScriptItem& item, std::string_vi
   Diagnostic warning = WarningAt(id, item.file, *item.section, text);
   warning.at.first_line = item.item->line;
   warning.entry = std::string(item.name());
-  if (!meant.empty()) warning.arguments.emplace_back(std::string(meant));
+  if (!meant.empty()) {
+    warning.arguments.emplace_back(std::string(meant));
+    warning.at.value_at = ValueAt(*item.item, meant);
+  }
   return found_.emplace_back(std::move(warning));
 }
 
@@ -43,10 +48,21 @@ Diagnostic& TrapReport::Add(MessageId id, std::string_view text) {
   return found_.emplace_back(Warning(id, text));
 }
 
-void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place) {
+std::optional<std::size_t> ValueAt(const reader::Item& item, std::string_view part) {
+  const std::less<> is_before;
+  const char* end = item.value.data() + item.value.size();
+  const bool is_inside =
+      !is_before(part.data(), item.value.data()) && !is_before(end, part.data() + part.size());
+  if (!is_inside) return std::nullopt;
+  return static_cast<std::size_t>(part.data() - item.value.data());
+}
+
+void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place,
+              std::optional<std::size_t> value_at) {
   Note note{std::move(text), {}};
   note.at.source = place.file;
   note.at.first_line = place.line;
+  note.at.value_at = value_at;
   diagnostic.notes.push_back(std::move(note));
 }
 

@@ -2,6 +2,8 @@
 #ifndef TOOL_TRAPS_TRAP_REPORT_H_
 #define TOOL_TRAPS_TRAP_REPORT_H_
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,8 +32,13 @@ class TrapReport {
   std::vector<Diagnostic> found_;
 };
 
-// Adds a note on another place; it is located with the diagnostic.
-void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place);
+// Where the value of an item has a part of it.
+std::optional<std::size_t> ValueAt(const reader::Item& item, std::string_view part);
+
+// Adds a note on another place, and on what is meant in the value there; it is located with the
+// diagnostic.
+void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place,
+              std::optional<std::size_t> value_at = std::nullopt);
 
 }  // namespace rux
 

@@ -11,7 +11,7 @@ std::string Line(const Location& at, Severity severity, std::string_view text,
                  std::string_view id) {
   std::string place = SafeText(at.path.empty() ? "rux" : at.path);
   if (at.line() != 0) place += fmt::format(":{}", at.line());
-  if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column());
+  if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
   return fmt::format("{}: {}: {}{}\n", place, WordOf(severity), SafeText(text), id);
 }
 

@@ -30,7 +30,7 @@ std::string PropertiesOf(const Diagnostic& diagnostic) {
   if (at.line() != 0) properties += fmt::format("line={},", at.line());
   if (at.excerpt) {
     properties +=
-        fmt::format("col={},endColumn={},", at.excerpt->first_column(), at.excerpt->end_column());
+        fmt::format("col={},endColumn={},", at.excerpt->first_column, at.excerpt->end_column);
   }
   return properties + fmt::format("title={}", EscapedProperty(IdOf(diagnostic.id)));
 }

@@ -15,8 +15,8 @@ void WriteLocation(const Location& at, JsonWriter& json) {
   json.Open('{').Key("file").String(at.path);
   if (at.line() != 0) json.Key("line").Number(at.line());
   if (at.excerpt) {
-    json.Key("column").Number(at.excerpt->first_column());
-    json.Key("end_column").Number(at.excerpt->end_column());
+    json.Key("column").Number(at.excerpt->first_column);
+    json.Key("end_column").Number(at.excerpt->end_column);
     if (at.excerpt->text.size() <= kLongestLine) {
       json.Key("source_line").String(at.excerpt->text);
     }

@@ -27,8 +27,8 @@ void WriteMessage(const char* key, std::string_view text, JsonWriter& json) {
 
 void WriteRegion(const char* key, const Excerpt& excerpt, JsonWriter& json) {
   json.Key(key).Open('{').Key("startLine").Number(excerpt.line);
-  json.Key("startColumn").Number(excerpt.first_column());
-  json.Key("endColumn").Number(excerpt.end_column()).Close();
+  json.Key("startColumn").Number(excerpt.first_column);
+  json.Key("endColumn").Number(excerpt.end_column).Close();
 }
 
 void WriteArtifact(const Location& at, JsonWriter& json) {
