@@ -38,7 +38,7 @@ class NumberTraps : public TrapRules {
           if (role == Role::kOperand || role == Role::kNumber) SeeOperand(item, part);
         });
       case PayloadClass::kRepeater:
-        See(item, item.first());
+        SeeEntry(item, item.first());
         for (std::size_t i = 2; i < item.parts.size(); ++i) SeeOperand(item, item.parts[i]);
         return;
     }

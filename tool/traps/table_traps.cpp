@@ -131,10 +131,13 @@ class TableTraps : public TrapRules {
       if (cells_[i].table != table_ && cells_[i].value != 0) inherited.push_back(i);
     }
     if (inherited.empty()) return;
-    Diagnostic& warning =
-        report_.Add(MessageId::kInheritedCells, section_,
-                    fmt::format("no row sets the cells {}: they keep the values of a table above",
-                                RangesText(inherited)));
+    Diagnostic& warning = report_.Add(
+        MessageId::kInheritedCells, section_,
+        inherited.size() == 1
+            ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
+                          inherited.front())
+            : fmt::format("no row sets the cells {}: they keep the values of a table above",
+                          RangesText(inherited)));
     AddPlace(warning, "set here", *cells_[inherited.front()].set_at);
   }
 

@@ -33,11 +33,13 @@ std::unique_ptr<TrapRules> MakeTableTraps(const DefinedWordTable& words, TrapRep
 std::unique_ptr<TrapRules> MakeGroupTraps(const DefinedWordTable& words, TrapReport& report);
 std::unique_ptr<TrapRules> MakePelmgroupTraps(const DefinedWordTable& words, TrapReport& report);
 std::unique_ptr<TrapRules> MakeValueTraps(const DefinedWordTable& words, TrapReport& report);
+std::unique_ptr<TrapRules> MakeNameTraps(const DefinedWordTable& words, TrapReport& report);
+std::unique_ptr<TrapRules> MakeLineTraps(const DefinedWordTable& words, TrapReport& report);
 std::unique_ptr<TrapRules> MakeScriptTraps(const DefinedWordTable& words, TrapReport& report);
 
 inline constexpr MakeTrapRules kTrapRules[] = {
-    MakeNumberTraps,    MakeTextTraps,  MakeTableTraps,  MakeGroupTraps,
-    MakePelmgroupTraps, MakeValueTraps, MakeScriptTraps,
+    MakeNumberTraps,    MakeTextTraps,  MakeLineTraps, MakeTableTraps,  MakeGroupTraps,
+    MakePelmgroupTraps, MakeValueTraps, MakeNameTraps, MakeScriptTraps,
 };
 
 }  // namespace rux

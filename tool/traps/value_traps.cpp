@@ -2,9 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <unordered_set>
 
-#include "tool/text/nearest.h"
 #include "tool/traps/number_text.h"
 #include "tool/traps/trap_rules.h"
 
@@ -16,16 +14,6 @@ constexpr std::string_view kValue = "VALUE_";
 
 // Its number is compiled into the low 24 bits of a word.
 constexpr std::uint32_t kLargestType = 0xFFFFFF;
-
-bool HasDigit(std::string_view text) {
-  return std::any_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-// The names behind VALUE_ that have a meaning of their own in a SENSOR.
-const std::vector<std::string>& HookNames() {
-  static const std::vector<std::string> names = {"INIT", "DEINIT", "ENTRY", "EXIT", "IPMI"};
-  return names;
-}
 
 class ValueTraps : public TrapRules {
  public:
@@ -51,10 +39,6 @@ class ValueTraps : public TrapRules {
         return;
       case kKeyREPEATER:
         return SeeRepeater(item);
-      case kKeyVALUE_OF_SENSOR:
-      case kKeyVALUE_OF_ACTION:
-        SeeName(item);
-        break;
       default:
         break;
     }
@@ -75,15 +59,24 @@ class ValueTraps : public TrapRules {
                   fmt::format("{} is no plain number: nothing of this entry is compiled", count),
                   count);
     }
+    // As calls outside of actions may: those that are handed on are counted from 1.
+    const auto last_argument = static_cast<std::uint32_t>(
+        std::count_if(item.parts.begin() + 2, item.parts.end(),
+                      [](std::string_view text) { return HasPrefix(text, kArgument); }));
     for (std::size_t i = 2; i < item.parts.size(); ++i) {
       const std::string_view text = item.parts[i];
       SeeOperand(item, text);
-      if (!HasPrefix(text, kArgument) || words_.Find(text)) continue;
-      const NumberText number = ReadNumber(text.substr(kArgument.size()));
-      if (number.is_number || number.raises) continue;
-      report_.Add(MessageId::kRepeaterArgument, item,
-                  fmt::format("{} names no argument and becomes 0xFFFFFFFF", text), text);
+      if (HasPrefix(text, kArgument) && !words_.Find(text)) SeeArgument(item, text, last_argument);
     }
+  }
+
+  void SeeArgument(const ScriptItem& item, std::string_view text, std::uint32_t last) {
+    const NumberText number = ReadNumber(text.substr(kArgument.size()));
+    if (number.raises || (number.is_number && number.value <= last)) return;
+    report_.Add(MessageId::kRepeaterArgument, item,
+                number.is_number ? fmt::format("{} names an argument that nobody hands over", text)
+                                 : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text),
+                text);
   }
 
   void SeeValue(const ScriptItem& item) {
@@ -101,7 +94,7 @@ class ValueTraps : public TrapRules {
                   item.parts[1]);
     }
     ForEachOperand(item, [&](std::string_view part, Role role) {
-      if (role == Role::kOperand) SeeOperand(item, part);
+      if (role == Role::kOperand || role == Role::kLocalValue) SeeOperand(item, part);
     });
   }
 
@@ -116,27 +109,8 @@ class ValueTraps : public TrapRules {
                 text);
   }
 
-  // A value of the script's own that is taken for another one, or may be.
-  void SeeName(const ScriptItem& item) {
-    const std::string_view name = item.name();
-    if (name == kValue) {
-      report_.Add(MessageId::kBareValueName, item,
-                  "without a name behind it, this is compiled as one more VALUE");
-    }
-    if (item.kind != kKindSENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
-        !names_.insert(name).second)
-      return;
-    const auto meant = MeantName(std::string(name.substr(kValue.size())), HookNames(), 1);
-    if (!meant) return;
-    report_
-        .Add(MessageId::kMisspelledValue, item,
-             fmt::format("{} is a value of this script's own, not {}{}", name, kValue, *meant))
-        .suggestion = std::string(kValue) + *meant;
-  }
-
   const DefinedWordTable& words_;
   TrapReport& report_;
-  std::unordered_set<std::string_view> names_;  // that were looked at
 };
 
 }  // namespace
