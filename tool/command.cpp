@@ -10,6 +10,18 @@ CLI::Validator IsFileName() {
       kFileName);
 }
 
+CLI::Validator IsCount() {
+  const auto is_wrong = [](const std::string& text) {
+    // More than anybody counts would not fit.
+    constexpr std::size_t kMostDigits = 18;
+    const bool is_number = text.size() <= kMostDigits &&
+                           text.find_first_not_of("0123456789") == std::string::npos &&
+                           text.find_first_not_of('0') != std::string::npos;
+    return is_number ? std::string() : text + " is no number from 1 on";
+  };
+  return CLI::Validator(is_wrong, "POSITIVE", "count");
+}
+
 void SetUpProgram(CLI::App& app) {
   app.name("rux");
   app.description("Compiles hardware-description scripts and asks the meta files made of them.");

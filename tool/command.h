@@ -24,6 +24,9 @@ struct Command {
 inline constexpr char kFileName[] = "file name";
 CLI::Validator IsFileName();
 
+// For arguments that count something: from 1 on.
+CLI::Validator IsCount();
+
 // What stands in the help of the program besides its commands.
 void SetUpProgram(CLI::App& app);
 

@@ -23,7 +23,7 @@ void AddCompileOptions(CLI::App& command, CompileOptions& options) {
       .add_option("-j,--jobs", options.jobs,
                   "Read so many scripts at a time (default: as many as there are processors)")
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check(IsCount());
   command
       .add_option("--stdin-name", options.stdin_name,
                   "With -: the name of the script, for messages and the folder of its INCLUDEs")
@@ -40,7 +40,7 @@ void AddCompileOptions(CLI::App& command, CompileOptions& options) {
       ->check(is_setting);
   command.add_option("--max-errors", telling.max_errors, "Tell no more than this many errors")
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check(IsCount());
   command
       .add_option("--format", telling.format,
                   "How to tell: human (default), or, for programs and on standard output, gcc, "

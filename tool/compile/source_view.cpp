@@ -117,6 +117,11 @@ const SourcePlace* SourceView::IncludedAt(const SourceFile& file) const {
   return found == included_at_.end() ? nullptr : &found->second;
 }
 
+const SourcePlace* SourceView::IncludedAgainAt(const SourceFile& file) const {
+  const auto found = included_again_at_.find(&file);
+  return found == included_again_at_.end() ? nullptr : &found->second;
+}
+
 bool SourceView::ClosesLoop(const SourceFile& file, std::uint32_t line) const {
   return loops_.count({&file, line}) != 0;
 }
@@ -131,7 +136,9 @@ bool SourceView::Follow(const std::string& library_path, const SourcePlace* incl
       opened_text_ >= reader::kMostText) {
     return true;
   }
-  if (included_at != nullptr) included_at_.try_emplace(file, *included_at);
+  if (included_at != nullptr && !included_at_.try_emplace(file, *included_at).second) {
+    included_again_at_.try_emplace(file, *included_at);
+  }
   ++opened_;
   opened_text_ += file->text().size();
   chain_.push_back(file);

@@ -102,6 +102,8 @@ class SourceView {
 
   // The INCLUDE item that a file was first read for; null for the script itself.
   const SourcePlace* IncludedAt(const SourceFile& file) const;
+  // The second one; null when there is none.
+  const SourcePlace* IncludedAgainAt(const SourceFile& file) const;
 
   // Whether the INCLUDE item on that line names a file that is open already further up the chain.
   bool ClosesLoop(const SourceFile& file, std::uint32_t line) const;
@@ -117,6 +119,7 @@ class SourceView {
   std::map<std::string, std::vector<const SourceFile*>> by_base_name_;
   SourceFiles files_read_;
   std::map<const SourceFile*, SourcePlace> included_at_;
+  std::map<const SourceFile*, SourcePlace> included_again_at_;
   std::vector<SourceSection> sections_;
   std::vector<const SourceFile*> chain_;  // of the files that are being followed
   std::size_t opened_ = 0;                // files that were followed, each time counted

@@ -1,5 +1,6 @@
 // What the texts of some messages leave open.
 #include <string>
+#include <string_view>
 
 #include "tool/diagnostics/advice.h"
 
@@ -24,6 +25,8 @@ bool IsSensorInRoot(const Diagnostic& diagnostic) {
   return diagnostic.section == "SENSOR" && *FirstMentioned(diagnostic) == "0";
 }
 
+bool IsCondition(const Diagnostic& diagnostic) { return diagnostic.section == "IFDEF"; }
+
 struct Row {
   MessageId id;
   bool (*helps)(const Diagnostic& diagnostic);
@@ -42,11 +45,38 @@ constexpr Row kRows[] = {
      "only the values of an ACTION can be named as operands"},
     {MessageId::kUnknownParentGroup, IsSensorInRoot,
      "only groups hang in the root; a sensor needs a group"},
+    {MessageId::kMissingEntry, IsCondition,
+     "the condition of an IFDEF section is its first item, and must be called DEFINEWORD"},
+};
+
+// What a key must be like that is none of the language's.
+struct KeyRule {
+  std::string_view section;
+  const char* text;
+};
+
+constexpr KeyRule kKeyRules[] = {
+    {"SYSTEM", "other keys begin with P_ here"},
+    {"PELMGROUP", "other keys begin with P_ here"},
+    {"SENSOR", "other keys begin with VALUE_ or P_ here"},
+    {"DEVICE", "other keys begin with VALUE_ or P_ here"},
+    {"ACTION", "other keys are VALUE_ and a number here"},
+    {"TABLE", "other keys are a cell here, or the first and the last one, such as 0.255"},
+    {"GLOBAL", "keys begin with G_ here"},
+    {"PROPERTY", "keys do not begin with a digit here"},
+    {"REPEATER", "keys do not begin with a digit here"},
+    {"DEFINE", "keys do not begin with a digit here"},
+    {"IFDEF", "keys do not begin with a digit here"},
 };
 
 }  // namespace
 
 void AddHint(Diagnostic& diagnostic) {
+  if (diagnostic.id == MessageId::kInvalidEntryName && !diagnostic.suggestion) {
+    for (const KeyRule& rule : kKeyRules) {
+      if (diagnostic.section == rule.section) diagnostic.notes.push_back({rule.text, {}});
+    }
+  }
   for (const Row& row : kRows) {
     if (row.id == diagnostic.id && row.helps(diagnostic)) {
       diagnostic.notes.push_back({row.text, {}});

@@ -25,7 +25,13 @@ void AddToldPlace(Locator& locator, Diagnostic& diagnostic) {
   other.section = diagnostic.section;
   other.file = std::get<std::string>(arguments[arguments.size() - 2]);
   other.line = std::get<std::uint32_t>(arguments.back());
-  if (const SourceFile* file = locator.FileOf(other)) {
+  const SourceFile* file = locator.FileOf(other);
+  if (file == nullptr) return;
+  const bool is_same = file == diagnostic.at.source && other.line == diagnostic.line;
+  const SourcePlace* again = is_same ? locator.sources().IncludedAgainAt(*file) : nullptr;
+  if (again != nullptr) {
+    AddNote(locator, diagnostic, "the file is included here again", *again->file, again->line);
+  } else {
     AddNote(locator, diagnostic, "first defined here", *file, other.line);
   }
 }
