@@ -8,6 +8,8 @@
 namespace rux {
 namespace {
 
+constexpr std::string_view kNoExample =
+    "No pair of scripts, a wrong one and a right one, shows it.";
 constexpr std::string_view kMachineNote =
     "machine.rux stands for the rest of a machine; 'rux explain' ends with one.";
 
@@ -59,7 +61,7 @@ std::string MessageList() {
 std::string ExplanationText(const MessageRow& row) {
   std::string text = fmt::format("{} ({}): {}\n\n{}", row.id, WordOf(row.severity), row.summary,
                                  Wrapped(row.explanation));
-  if (row.wrong.empty()) return text;
+  if (row.wrong.empty()) return text + '\n' + Wrapped(kNoExample);
   text += Example("Wrong:", row.wrong) + Example("Right:", row.right);
   if (UsesMachine(row)) text += '\n' + Wrapped(kMachineNote);
   return text;
@@ -68,7 +70,7 @@ std::string ExplanationText(const MessageRow& row) {
 std::string ExplanationMarkdown(const MessageRow& row) {
   std::string text = fmt::format("## {}\n\n*{}*: {}.\n\n{}", row.id, WordOf(row.severity),
                                  row.summary, Wrapped(row.explanation));
-  if (row.wrong.empty()) return text;
+  if (row.wrong.empty()) return text + '\n' + Wrapped(kNoExample);
   return text + Example("Wrong:", row.wrong) + Example("Right:", row.right);
 }
 

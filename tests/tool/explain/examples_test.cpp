@@ -1,4 +1,5 @@
-// The wrong example of a message yields that message and no other; the right one yields none.
+// The wrong example of a message yields that message and no other; the right one yields none. Notes
+// come with others.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -41,14 +42,14 @@ class ExamplesTest : public testing::Test {
     std::ofstream(folder_ / name, std::ios::binary) << text;
   }
 
-  // The ids of the errors and warnings that compiling the script gives.
+  // The ids of all that compiling the script tells.
   std::set<std::string> IdsOf(std::string_view script, const char* options) const {
     Write("board.rux", script);
     const std::string output =
         OutputOf("cd " + folder_.string() + " && " RUX_PROGRAM " compile board.rux" +
                  std::string(options) + " 2>&1");
     EXPECT_NE(output.find("board.rux: "), std::string::npos) << output;
-    static const std::regex form(": (?:error|warning): .* \\[([a-z0-9-]+)\\]\n");
+    static const std::regex form(": (?:error|warning|note): .* \\[([a-z0-9-]+)\\]\n");
     std::set<std::string> ids;
     for (std::sregex_iterator found(output.begin(), output.end(), form), end; found != end;
          ++found) {
@@ -68,6 +69,11 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
     SCOPED_TRACE(std::string(row.id));
     // That one is about the debug meta file.
     const char* options = row.number == rux::MessageId::kIncludeFirst ? " -g board.metad" : "";
+    if (row.severity == rux::Severity::kNote) {
+      EXPECT_EQ(IdsOf(row.wrong, " --verbose").count(std::string(row.id)), 1U) << row.wrong;
+      EXPECT_EQ(IdsOf(row.right, " --verbose").count(std::string(row.id)), 0U) << row.right;
+      continue;
+    }
     EXPECT_EQ(IdsOf(row.wrong, options), std::set<std::string>({std::string(row.id)})) << row.wrong;
     EXPECT_EQ(IdsOf(row.right, options), std::set<std::string>()) << row.right;
   }
