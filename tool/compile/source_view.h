@@ -102,8 +102,9 @@ class SourceView {
 
   // The INCLUDE item that a file was first read for; null for the script itself.
   const SourcePlace* IncludedAt(const SourceFile& file) const;
-  // The second one; null when there is none.
+  // The second one; null when there is none. And whether any file has one.
   const SourcePlace* IncludedAgainAt(const SourceFile& file) const;
+  bool includes_again() const { return !included_again_at_.empty(); }
 
   // Whether the INCLUDE item on that line names a file that is open already further up the chain.
   bool ClosesLoop(const SourceFile& file, std::uint32_t line) const;

@@ -1,6 +1,8 @@
 // Values of which a part gets lost.
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "tool/traps/trap_rules.h"
 
 namespace rux {
@@ -8,27 +10,29 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-bool IsBlank(std::string_view text) {
-  return text.find_first_not_of(kBlanks) == std::string_view::npos;
+std::string_view Trimmed(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
-// Whether something stands beside the first quotes of a part of the value.
-bool HasTextBesideQuotes(std::string_view value) {
+// The first text that stands beside the quotes of a part of the value; empty when there is none.
+std::string_view TextBesideQuotes(std::string_view value) {
   while (true) {
     const std::size_t quote = value.find('"');
     const std::size_t comma = value.find(',');
-    if (quote == std::string_view::npos) return false;
+    if (quote == std::string_view::npos) return {};
     if (comma < quote) {
       value.remove_prefix(comma + 1);
       continue;
     }
+    const std::string_view before = Trimmed(value.substr(0, quote));
+    if (!before.empty()) return before;
     const std::size_t closing = value.find('"', quote + 1);
-    if (!IsBlank(value.substr(0, quote))) return true;
-    if (closing == std::string_view::npos) return false;
+    if (closing == std::string_view::npos) return {};
     value.remove_prefix(closing + 1);
     const std::size_t next = value.find(',');
-    if (!IsBlank(value.substr(0, next))) return true;
-    if (next == std::string_view::npos) return false;
+    const std::string_view after = Trimmed(value.substr(0, next));
+    if (!after.empty() || next == std::string_view::npos) return after;
     value.remove_prefix(next + 1);
   }
 }
@@ -42,13 +46,16 @@ class TextTraps : public TrapRules {
   void See(const ScriptItem& item) override {
     const std::string_view value = item.item->value;
     // A value that is its own first part has no quotes.
-    if (item.first().size() == value.size() || !HasTextBesideQuotes(value)) return;
+    if (item.first().size() == value.size()) return;
+    const std::string_view beside = TextBesideQuotes(value);
+    if (beside.empty()) return;
     std::string taken;
     for (const std::string_view part : item.parts) {
       taken += fmt::format("{}\"{}\"", taken.empty() ? "" : ", ", part);
     }
     report_.Add(MessageId::kTextBesideQuotes, item,
-                fmt::format("text beside double quotes is dropped: what is left is {}", taken));
+                fmt::format("text beside double quotes is dropped: what is left is {}", taken),
+                beside);
   }
 
  private:

@@ -1,5 +1,13 @@
 #include "tool/traps/traps.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
 #include "tool/traps/script_item.h"
 #include "tool/traps/trap_rules.h"
 
@@ -50,6 +58,23 @@ class Walk {
   std::vector<std::string_view> parts_;  // of the item that is shown
 };
 
+// What a file says that is included twice is said once.
+void DropRepeated(std::vector<Diagnostic>& found) {
+  using Key = std::tuple<MessageId, const SourceFile*, std::uint32_t, std::optional<std::size_t>,
+                         std::string_view>;
+  std::set<Key> told;
+  std::vector<Diagnostic> kept;
+  // The keys look into what is kept, which must not move.
+  kept.reserve(found.size());
+  for (Diagnostic& trap : found) {
+    const Location& at = trap.at;
+    if (told.count({trap.id, at.source, at.first_line, at.value_at, trap.text}) != 0) continue;
+    const Diagnostic& first = kept.emplace_back(std::move(trap));
+    told.insert({first.id, first.at.source, first.at.first_line, first.at.value_at, first.text});
+  }
+  found = std::move(kept);
+}
+
 }  // namespace
 
 std::vector<Diagnostic> FindTraps(const SourceView& sources) {
@@ -60,7 +85,9 @@ std::vector<Diagnostic> FindTraps(const SourceView& sources) {
   Walk walk(words, report);
   for (const SourceSection& section : sources.sections()) walk.Show(section);
   walk.End(sources);
-  return report.TakeFound();
+  std::vector<Diagnostic> found = report.TakeFound();
+  if (sources.includes_again()) DropRepeated(found);
+  return found;
 }
 
 }  // namespace rux
