@@ -34,6 +34,10 @@ Focus FocusOf(MessageId id) {
   switch (id) {
     case MessageId::kSurplusValues:
       return Focus::kLaterParts;
+    case MessageId::kSmbusBusType:
+      return Focus::kBusType;
+    case MessageId::kSmbusAddress:
+      return Focus::kBaseAddress;
     case MessageId::kTextAfterHeader:
       return Focus::kBehindHeader;
     case MessageId::kUnclosedQuote:

@@ -86,10 +86,11 @@ std::optional<SourceLine::Range> SourceLine::FindFocus(Focus focus) const {
     case Focus::kMentioned:
       return std::nullopt;
     case Focus::kLaterParts:
-      if (parts_.size() < 2) return std::nullopt;
-      return Range{RangeOf(parts_[1].text).begin,
-                   static_cast<std::size_t>(parts_.back().text.data() + parts_.back().text.size() -
-                                            parts_[1].text.data())};
+      return RangeOfParts(1, parts_.size() - 1);
+    case Focus::kBusType:
+      return RangeOfParts(3, 3);
+    case Focus::kBaseAddress:
+      return RangeOfParts(4, 4);
     case Focus::kBehindHeader:
       at = text_.find_first_not_of(kBlanks, std::min(text_.find(']'), text_.size() - 1) + 1);
       break;
@@ -104,6 +105,15 @@ std::optional<SourceLine::Range> SourceLine::FindFocus(Focus focus) const {
   }
   if (at == std::string_view::npos) return std::nullopt;
   return RangeFrom(at);
+}
+
+// None when the value has fewer.
+std::optional<SourceLine::Range> SourceLine::RangeOfParts(std::size_t first,
+                                                          std::size_t last) const {
+  if (first >= parts_.size() || last >= parts_.size()) return std::nullopt;
+  const Range begin = RangeOf(parts_[first].text);
+  const Range end = RangeOf(parts_[last].text);
+  return Range{begin.begin, end.begin + end.length - begin.begin};
 }
 
 SourceLine::Range SourceLine::RangeInItem(const reader::Item& item, const Meant& meant) {

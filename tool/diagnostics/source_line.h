@@ -17,10 +17,12 @@ namespace rux {
 
 // What a diagnostic is about on its line.
 enum class Focus {
-  kMentioned,   // what it mentions
-  kLaterParts,  // the parts of the value behind the first
-  kBehindHeader,
-  kOpenQuote,
+  kMentioned,     // what it mentions
+  kLaterParts,    // the parts of the value behind the first
+  kBusType,       // of an access to a bus
+  kBaseAddress,   // the same
+  kBehindHeader,  // what follows a header
+  kOpenQuote,     // a quote that is not closed
   kZeroByte,
 };
 
@@ -74,6 +76,7 @@ class SourceLine {
   Range RangeFrom(std::size_t begin) const;
   Range RangeOf(std::string_view text) const;
   std::optional<Range> FindFocus(Focus focus) const;
+  std::optional<Range> RangeOfParts(std::size_t first, std::size_t last) const;
   std::optional<Range> FindPart(std::size_t value_at) const;
   std::optional<Range> FindMentioned(const Meant& meant);
   std::optional<Range> FindText(std::string_view text, std::size_t ordinal);
