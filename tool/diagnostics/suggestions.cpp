@@ -103,20 +103,21 @@ const std::string* Wanted(const Diagnostic& diagnostic) {
 
 }  // namespace
 
-void AddSuggestion(Locator& locator, Diagnostic& diagnostic) {
+std::size_t AddSuggestion(Locator& locator, Diagnostic& diagnostic) {
   const Row* row = std::find_if(std::begin(kRows), std::end(kRows),
                                 [&](const Row& each) { return each.id == diagnostic.id; });
   const std::string* wanted = Wanted(diagnostic);
   // A text that is longer than any sensible name would take its time.
   constexpr std::size_t kLongest = 100;
-  if (row == std::end(kRows) || wanted == nullptr || wanted->size() > kLongest) return;
+  if (row == std::end(kRows) || wanted == nullptr || wanted->size() > kLongest) return 0;
   Names names = row->names(locator.sources(), diagnostic);
   // It is there, though not where it is looked for.
-  if (std::find(names.begin(), names.end(), *wanted) != names.end()) return;
+  if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();
   const std::size_t skipped = row->prefix.size();
   for (std::string& name : names) name.erase(0, skipped);
   diagnostic.suggestion = MeantName(wanted->substr(skipped), names);
   if (diagnostic.suggestion) diagnostic.suggestion->insert(0, row->prefix);
+  return names.size();
 }
 
 }  // namespace rux
