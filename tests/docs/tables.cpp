@@ -11,8 +11,12 @@
 #include <utility>
 #include <vector>
 
+#include "checker/messages.h"
+#include "debugmeta/messages.h"
+#include "frontend/messages.h"
 #include "frontend/section_schema.h"
 #include "frontend/value_types.h"
+#include "reader/messages.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/output.h"
@@ -161,6 +165,17 @@ void LastErrors() {
 #include "ruxcomp/last_errors.def"
 }
 
+// What the library and its reader say, without the line feed.
+void Texts() {
+  const auto row = [](std::string text, const char* id) {
+    if (text.empty()) return;
+    text.pop_back();
+    Row({Code(Escaped(text)), Code(id)});
+  };
+#define ROW(name, id, severity, text, summary, explanation, wrong, right) row(text, id);
+#include "tool/messages/message_rows.def"
+}
+
 void SymbolTables() {
 #define SYMBOL_TABLE(name, class_byte, key) \
   Row({Code(#class_byte), Code("g_tbl" #name), Code("RUX_CLASS_" #name)});
@@ -209,6 +224,7 @@ int main(int argc, char** argv) {
   if (what == "operators") Operators();
   if (what == "value types") ValueTypes();
   if (what == "last errors") LastErrors();
+  if (what == "texts") Texts();
   if (what == "symbol tables") SymbolTables();
   if (what == "selectors") Selectors();
   if (what.rfind("keys of ", 0) == 0) Keys(argv[1] + 8);
