@@ -52,7 +52,7 @@ for command in $commands; do
 done
 
 for page in "$pages"/*.[135]; do
-  mandoc -T lint -W warning "$page" || failed=1
+  mandoc -T lint -W style "$page" || failed=1
   warnings=$(groff -ww -man -Tutf8 "$page" 2>&1 >/dev/null)
   [ -z "$warnings" ] || complain "$page: $warnings"
 done
@@ -85,9 +85,17 @@ expect_all "$(tables operators | tr -d '\\' | sed 's/^| `\([^`]*\)`.*/\1/')" "$o
   'docs/man/rux-script.5.scd does not tell of the operator'
 set +f
 
-# The library's functions and classes of words.
+# The library's functions, codes, classes of words and identifiers.
 expect_all "$(nm -D --defined-only "$2/lib/libruxcomp.so" | sed -n 's/.* T \(g[cd][A-Za-z]*\)$/\1/p')" \
   "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" 'docs/man/libruxcomp.3.scd does not tell of'
+expect_all "$(tables 'last errors' | sed 's/^| \([0-9]*\) | `RUX_ERROR_\([A-Z_]*\)`.*/\1:\2/')" \
+  "$(sed 's/\([0-9]\)  *\([A-Z]\)/\1:\2/g' "$sources/libruxcomp.3.scd" | tr -s ' \n' ' ')" \
+  'docs/man/libruxcomp.3.scd does not tell of the code'
+identifiers=$(tables sections | sed -n 's/^| `\[\(.*\)\]` .* | `\(0x[0-9A-F]*\)`.*/\2:\1/p'
+  tables entries | sed -n 's/^| `\([A-Z_]*\)` .* | `\(0x[0-9A-F]*\)`.*/\2:\1/p')
+expect_all "$identifiers" \
+  "$(sed 's/\(0x[0-9A-F]*\)  */\1:/g' "$sources/rux-meta.5.scd" | tr -s ' \n' ' ')" \
+  'docs/man/rux-meta.5.scd does not tell of the identifier'
 expect_all "$(tables 'symbol tables' | sed 's/^| `\([^`]*\)`.*/\1/')" \
   "$(tr -s ' \n' ' ' <"$sources/rux-meta.5.scd")" 'docs/man/rux-meta.5.scd does not tell of the class'
 
