@@ -1,6 +1,7 @@
 #!/bin/sh
 # Tells what is wrong with the manual pages: their form, options that a command has and its page does
-# not tell of or the other way round, keywords and functions that are missing, pages that are not there.
+# not tell of or the other way round, keywords and functions that are missing (functions also in
+# docs/hosts.md), pages that are not there.
 #
 #   man.sh SOURCE BUILD
 set -eu
@@ -86,8 +87,11 @@ expect_all "$(tables operators | tr -d '\\' | sed 's/^| `\([^`]*\)`.*/\1/')" "$o
 set +f
 
 # The library's functions, codes, classes of words and identifiers.
-expect_all "$(nm -D --defined-only "$2/lib/libruxcomp.so" | sed -n 's/.* T \(g[cd][A-Za-z]*\)$/\1/p')" \
-  "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" 'docs/man/libruxcomp.3.scd does not tell of'
+functions=$(nm -D --defined-only "$2/lib/libruxcomp.so" | sed -n 's/.* T \(g[cd][A-Za-z]*\)$/\1/p')
+expect_all "$functions" "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" \
+  'docs/man/libruxcomp.3.scd does not tell of'
+expect_all "$functions" "$(sed -n 's/^| `\(g[cd][A-Za-z]*\)(.*/\1/p' "$1/docs/hosts.md" | tr '\n' ' ')" \
+  'the tables of docs/hosts.md do not tell of'
 expect_all "$(tables 'last errors' | sed 's/^| \([0-9]*\) | `RUX_ERROR_\([A-Z_]*\)`.*/\1:\2/')" \
   "$(sed 's/\([0-9]\)  *\([A-Z]\)/\1:\2/g' "$sources/libruxcomp.3.scd" | tr -s ' \n' ' ')" \
   'docs/man/libruxcomp.3.scd does not tell of the code'
