@@ -1,32 +1,13 @@
 #include "tool/command.h"
 
-#include <string>
-
 namespace rux {
 
-CLI::Validator IsFileName() {
-  return CLI::Validator(
-      [](const std::string& name) { return name.empty() ? "the file name is empty" : ""; }, "",
-      kFileName);
-}
+namespace {
 
-CLI::Validator IsCount() {
-  const auto is_wrong = [](const std::string& text) {
-    // More than anybody counts would not fit.
-    constexpr std::size_t kMostDigits = 18;
-    const bool is_number = text.size() <= kMostDigits &&
-                           text.find_first_not_of("0123456789") == std::string::npos &&
-                           text.find_first_not_of('0') != std::string::npos;
-    return is_number ? std::string() : text + " is no number from 1 on";
-  };
-  return CLI::Validator(is_wrong, "POSITIVE", "count");
-}
-
-void SetUpProgram(CLI::App& app) {
-  app.name("rux");
-  app.description("Compiles hardware-description scripts and asks the meta files made of them.");
-  app.set_version_flag("--version", "rux " RUX_TOOL_VERSION);
-  app.footer(
+Action SetUpProgram(Arguments& arguments) {
+  arguments.Add("--version", CommandArgument::Version{"rux " RUX_TOOL_VERSION},
+                "Display program version information and exit");
+  arguments.Footer(
       "Every command ends with one of these:\n"
       "  0  done\n"
       "  1  findings: the script has errors, what was asked for is not there\n"
@@ -35,6 +16,16 @@ void SetUpProgram(CLI::App& app) {
       "or by the signal that stopped it, such as SIGPIPE when nobody reads what it prints.\n"
       "Whatever the end, a file that was to be written is there whole, or as it was before.\n\n"
       "Example:\n  rux compile boards/server.rux");
+  return nullptr;
+}
+
+}  // namespace
+
+const Command& Program() {
+  static constexpr Command kProgram = {
+      "rux", "Compiles hardware-description scripts and asks the meta files made of them.",
+      SetUpProgram};
+  return kProgram;
 }
 
 const std::vector<Command>& Commands() {

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "CLI/CLI.hpp"
+#include "tool/arguments.h"
 #include "tool/exit_status.h"
 
 namespace rux {
@@ -15,33 +15,25 @@ using Action = std::function<ExitStatus()>;
 
 struct Command {
   const char* name;
-  const char* help;                 // one line
-  Action (*set_up)(CLI::App& app);  // declares the arguments, which the action then finds filled in
+  const char* help;                        // one line
+  Action (*set_up)(Arguments& arguments);  // declares them; the action then finds them filled in
 };
 
-// For arguments that name a file: an empty one is wrong usage, most likely of a shell variable. The
-// shell completes them with files: it is told by the validator's name.
-inline constexpr char kFileName[] = "file name";
-CLI::Validator IsFileName();
-
-// For arguments that count something: from 1 on.
-CLI::Validator IsCount();
-
-// What stands in the help of the program besides its commands.
-void SetUpProgram(CLI::App& app);
+// The program itself, which does nothing without a command.
+const Command& Program();
 
 // In the order of the help. Each has a file of its own in commands/.
 const std::vector<Command>& Commands();
 
-Action SetUpCompile(CLI::App& app);
-Action SetUpCheck(CLI::App& app);
-Action SetUpLs(CLI::App& app);
-Action SetUpGet(CLI::App& app);
-Action SetUpDump(CLI::App& app);
-Action SetUpWhere(CLI::App& app);
-Action SetUpDecompile(CLI::App& app);
-Action SetUpVerify(CLI::App& app);
-Action SetUpExplain(CLI::App& app);
+Action SetUpCompile(Arguments& arguments);
+Action SetUpCheck(Arguments& arguments);
+Action SetUpLs(Arguments& arguments);
+Action SetUpGet(Arguments& arguments);
+Action SetUpDump(Arguments& arguments);
+Action SetUpWhere(Arguments& arguments);
+Action SetUpDecompile(Arguments& arguments);
+Action SetUpVerify(Arguments& arguments);
+Action SetUpExplain(Arguments& arguments);
 
 }  // namespace rux
 

@@ -7,10 +7,10 @@
 
 namespace rux {
 
-Action SetUpCheck(CLI::App& app) {
+Action SetUpCheck(Arguments& arguments) {
   const auto options = std::make_shared<CompileOptions>();
-  AddCompileOptions(app, *options);
-  app.footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
+  AddCompileOptions(arguments, *options);
+  arguments.Footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
   return [options] {
     return RunAll(RunsOf(*options), [](const CompileOptions& one) { return RunCompile(one); });
   };

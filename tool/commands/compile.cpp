@@ -121,26 +121,25 @@ ExitStatus CompileAll(const Options& all) {
 
 }  // namespace
 
-Action SetUpCompile(CLI::App& app) {
+Action SetUpCompile(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
   MetaOptions& files = options->files;
-  AddCompileOptions(app, options->run);
-  app.add_option(
-         "-o,--output", files.meta,
-         "The meta file to write (default: the script's name with .meta); - for standard output")
-      ->type_name("META")
-      ->check(IsFileName());
-  app.add_option("-g,--debug-meta", files.debug_meta,
-                 "Also write this debug meta file, for where, dump and decompile")
-      ->type_name("METAD")
-      ->check(IsFileName());
-  app.add_option("--depfile", files.depfile,
-                 "Also write a rule for make or ninja that tells which files were read")
-      ->type_name("FILE")
-      ->check(IsFileName());
-  app.add_flag("--if-changed", files.if_changed,
-               "Leave files alone that would be replaced by the same");
-  app.footer(
+  AddCompileOptions(arguments, options->run);
+  arguments
+      .Add("-o,--output", &files.meta,
+           "The meta file to write (default: the script's name with .meta); - for standard output")
+      .File("META");
+  arguments
+      .Add("-g,--debug-meta", &files.debug_meta,
+           "Also write this debug meta file, for where, dump and decompile")
+      .File("METAD");
+  arguments
+      .Add("--depfile", &files.depfile,
+           "Also write a rule for make or ninja that tells which files were read")
+      .File("FILE");
+  arguments.Add("--if-changed", &files.if_changed,
+                "Leave files alone that would be replaced by the same");
+  arguments.Footer(
       "In the names of files to write, {} stands for that of the script.\n\n"
       "Examples:\n  rux compile boards/server.rux -o server.meta -g server.metad\n"
       "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'");

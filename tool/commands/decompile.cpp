@@ -48,16 +48,12 @@ ExitStatus Decompile(const Options& options) {
 
 }  // namespace
 
-Action SetUpDecompile(CLI::App& app) {
+Action SetUpDecompile(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("METAD", options->debug_meta, "The debug meta file to read")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  app.add_option("-o,--output", options->script, "The script to write (default: standard output)")
-      ->type_name("SCRIPT")
-      ->check(IsFileName());
-  app.footer(
+  arguments.Add("METAD", &options->debug_meta, "The debug meta file to read").File().Required();
+  arguments.Add("-o,--output", &options->script, "The script to write (default: standard output)")
+      .File("SCRIPT");
+  arguments.Footer(
       "The script compiles to the same meta file as the one that the debug meta file was made of.\n"
       "Its first lines tell what debug meta files do not keep.\n\n"
       "Example:\n  rux decompile server.metad -o server.rux");

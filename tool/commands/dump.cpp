@@ -59,15 +59,14 @@ ExitStatus Dump(const Options& options) {
 
 }  // namespace
 
-Action SetUpDump(CLI::App& app) {
+Action SetUpDump(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->file, "The meta file or debug meta file to print")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  app.add_flag("--json", options->json, "Print JSON (docs/dump-json.md)");
-  app.add_flag("--raw", options->raw, "Tell the offset and the bytes of every field");
-  app.footer(
+  arguments.Add("FILE", &options->file, "The meta file or debug meta file to print")
+      .File()
+      .Required();
+  arguments.Add("--json", &options->json, "Print JSON (docs/dump-json.md)");
+  arguments.Add("--raw", &options->raw, "Tell the offset and the bytes of every field");
+  arguments.Footer(
       "A debug meta file is printed with the files and lines of the script, a meta file with the\n"
       "words that stand in it and what each stands for.\n\n"
       "Example:\n  rux dump --raw server.meta");

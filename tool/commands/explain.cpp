@@ -33,14 +33,12 @@ ExitStatus Explain(const Options& options) {
 
 }  // namespace
 
-Action SetUpExplain(CLI::App& app) {
+Action SetUpExplain(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("ID", options->ids, "The ids of messages, as they end in [brackets]; all: a list")
-      ->type_name("");
-  app.add_option("--format", options->format, "text or markdown")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"text", "markdown"}));
-  app.footer("Example:\n  rux explain undefined-word");
+  arguments.Add("ID", &options->ids, "The ids of messages, as they end in [brackets]; all: a list");
+  arguments.Add("--format", &options->format, "text or markdown")
+      .OneOf("FORMAT", {"text", "markdown"});
+  arguments.Footer("Example:\n  rux explain undefined-word");
   return [options] { return Explain(*options); };
 }
 

@@ -94,15 +94,12 @@ ExitStatus Get(const Options& options) {
 
 }  // namespace
 
-Action SetUpGet(CLI::App& app) {
+Action SetUpGet(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("META", options->meta, "The meta file to read")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY[/PART]]")->required()->type_name("");
-  app.add_flag("--json", options->json, "Print JSON");
-  app.footer(
+  arguments.Add("META", &options->meta, "The meta file to read").File().Required();
+  arguments.Add("PATH", &options->path, "KIND/SECTION[/ENTRY[/PART]]").Required();
+  arguments.Add("--json", &options->json, "Print JSON");
+  arguments.Footer(
       "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
       "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it. PART is\n"
       "Type, the name of a part, or @n for the n-th value. A name in double quotes is taken as it\n"

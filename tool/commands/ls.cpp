@@ -120,16 +120,12 @@ ExitStatus Ls(const Options& options) {
 
 }  // namespace
 
-Action SetUpLs(CLI::App& app) {
+Action SetUpLs(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("META", options->meta, "The meta file to read")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  app.add_option("KIND", options->kind, "List the sections of this kind, such as SENSOR")
-      ->type_name("");
-  app.add_flag("--json", options->json, "Print JSON");
-  app.footer(
+  arguments.Add("META", &options->meta, "The meta file to read").File().Required();
+  arguments.Add("KIND", &options->kind, "List the sections of this kind, such as SENSOR");
+  arguments.Add("--json", &options->json, "Print JSON");
+  arguments.Footer(
       "With --json: {file, version, created, kinds: [{kind, sections}]}, or with KIND\n"
       "{kind, sections: [{ordinal, name, id}]} ({ordinal, entries: [{name}]} in kinds without\n"
       "names). A text that is no UTF-8 comes with its bytes as \"hex\".\n\n"

@@ -123,15 +123,14 @@ ExitStatus VerifyFiles(const Options& options) {
 
 }  // namespace
 
-Action SetUpVerify(CLI::App& app) {
+Action SetUpVerify(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("FILE", options->files, "The meta files and debug meta files to check")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  CLI::Option* json = app.add_flag("--json", options->json, "Print JSON (docs/verify-json.md)");
-  app.add_flag("-q,--quiet", options->quiet, "Print nothing for a sound file")->excludes(json);
-  app.footer(
+  arguments.Add("FILE", &options->files, "The meta files and debug meta files to check")
+      .File()
+      .Required();
+  arguments.Add("--json", &options->json, "Print JSON (docs/verify-json.md)");
+  arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file").Without("--json");
+  arguments.Footer(
       "Every offset, length, count, identifier and reference is checked. A fault is told with its\n"
       "offset, the record and the field that it is in, and the reason. The exit status is 3 when "
       "a\n"

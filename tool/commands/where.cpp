@@ -41,16 +41,11 @@ ExitStatus Where(const Options& options) {
 
 }  // namespace
 
-Action SetUpWhere(CLI::App& app) {
+Action SetUpWhere(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  app.add_option("METAD", options->metad, "The debug meta file to read")
-      ->required()
-      ->type_name("")
-      ->check(IsFileName());
-  app.add_option("PATH", options->path, "KIND/SECTION[/ENTRY] or WORD/NAME")
-      ->required()
-      ->type_name("");
-  app.footer(
+  arguments.Add("METAD", &options->metad, "The debug meta file to read").File().Required();
+  arguments.Add("PATH", &options->path, "KIND/SECTION[/ENTRY] or WORD/NAME").Required();
+  arguments.Footer(
       "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
       "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it, NAME that\n"
       "of a defined word. A name in double quotes is taken as it stands, \"\" in it for a quote.\n"

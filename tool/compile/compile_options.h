@@ -8,11 +8,9 @@
 
 #include "tool/compile/telling.h"
 
-namespace CLI {
-class App;
-}
-
 namespace rux {
+
+class Arguments;
 
 struct CompileOptions {
   static constexpr const char* kStandardInput = "-";
@@ -30,7 +28,7 @@ struct CompileOptions {
   TellingOptions telling;
 };
 
-void AddCompileOptions(CLI::App& command, CompileOptions& options);
+void AddCompileOptions(Arguments& arguments, CompileOptions& options);
 
 }  // namespace rux
 

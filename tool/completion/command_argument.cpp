@@ -17,12 +17,12 @@ Candidates Words(std::vector<Candidate> words) { return {std::move(words), false
 
 // The extensions of files that the help calls by that name.
 std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
-  if (argument.name == "SCRIPT") return {".rux"};
-  if (argument.name == kMeta) return {".meta"};
-  if (argument.name == kDebugMeta) return {".metad"};
+  if (argument.value_name == "SCRIPT") return {".rux"};
+  if (argument.value_name == kMeta) return {".meta"};
+  if (argument.value_name == kDebugMeta) return {".metad"};
   // What an option calls a FILE is any file; without an option, it is a compiled one of either
   // form.
-  if (argument.name == "FILE" && !argument.is_option) return {".meta", ".metad"};
+  if (argument.value_name == "FILE" && !argument.is_option()) return {".meta", ".metad"};
   return {};
 }
 
@@ -84,7 +84,7 @@ Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
   std::vector<Candidate> choices;
   for (const std::string& choice : argument.choices) choices.push_back({choice, ""});
   for (const Vocabulary& vocabulary : kVocabularies) {
-    if (argument.name == vocabulary.argument) return vocabulary.candidates(given, typed);
+    if (argument.value_name == vocabulary.argument) return vocabulary.candidates(given, typed);
   }
   return Words(std::move(choices));
 }

@@ -6,17 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "tool/arguments.h"
 #include "tool/completion/candidate.h"
 
 namespace rux {
-
-// An argument as its command describes it.
-struct CommandArgument {
-  std::string name;                  // as the help calls it: META, PATH, FORMAT
-  bool is_option = false;            // the value of an option
-  bool is_file = false;              // the name of a file
-  std::vector<std::string> choices;  // all that it takes; none: more than can be listed
-};
 
 // The arguments that stand in front of one, by the names that the help gives them.
 using Given = std::vector<std::pair<std::string, std::string>>;

@@ -1,0 +1,75 @@
+// What a command takes from its command line, declared once: reading it, its help and its
+// completion in shells go by the same rows.
+#ifndef TOOL_ARGUMENTS_H_
+#define TOOL_ARGUMENTS_H_
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace rux {
+
+struct CommandArgument {
+  struct Help {};
+  struct Version {
+    std::string text;
+  };
+  // Where what was given goes: a flag, a count (1 at least), a text, one or more texts. Or what is
+  // printed instead of running a command.
+  using Target =
+      std::variant<Help, Version, bool*, std::size_t*, std::string*, std::vector<std::string>*>;
+  // Answers what is wrong with a value, or nothing.
+  using Wrong = std::function<std::string(const std::string& value)>;
+
+  // "-o,--output" of an option. One without a dash stands by itself, by its place: "META".
+  std::string names;
+  Target target;
+  std::string help;                  // one line
+  std::string value_name;            // what the help calls the value: SCRIPT
+  bool is_file = false;              // the value is the name of a file
+  std::vector<std::string> choices;  // all that the value may be; none: more than can be listed
+  bool is_required = false;
+  std::string excluded;  // the option that it cannot be given with; empty: none
+  Wrong wrong;           // empty: nothing is
+
+  bool is_option() const { return names.front() == '-'; }
+  bool takes_value() const;
+  bool takes_several() const;
+  std::vector<std::string> each_name() const;  // "-o", "--output"
+
+  // For the commands, when they declare it. `name` is what the help calls the value of an option;
+  // what stands by itself is called by its own name.
+  CommandArgument& Value(const char* name);
+  CommandArgument& File(const char* name = "");
+  CommandArgument& OneOf(const char* name, std::vector<std::string> values);
+  CommandArgument& Check(Wrong check);
+  CommandArgument& Required();
+  CommandArgument& Without(const char* option);  // which was added before
+};
+
+class Arguments {
+ public:
+  Arguments();  // with --help
+
+  // The target has to live until the command has run; the argument lives as long as this.
+  CommandArgument& Add(const char* names, CommandArgument::Target target, const char* help);
+  // What the help ends with.
+  void Footer(const char* text) { footer_ = text; }
+
+  const std::deque<CommandArgument>& all() const { return all_; }  // in the order of the help
+  const std::string& footer() const { return footer_; }
+
+  // The one with that name, dashes included; null when there is none.
+  const CommandArgument* Find(const std::string& name) const;
+
+ private:
+  std::deque<CommandArgument> all_;
+  std::string footer_;
+};
+
+}  // namespace rux
+
+#endif  // TOOL_ARGUMENTS_H_

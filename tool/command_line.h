@@ -1,0 +1,15 @@
+// The command line of rux.
+#ifndef TOOL_COMMAND_LINE_H_
+#define TOOL_COMMAND_LINE_H_
+
+#include "tool/exit_status.h"
+
+namespace rux {
+
+// Runs the command that it names, or prints help, or tells what is wrong with it. May throw a
+// Failure of the command.
+ExitStatus RunCommandLine(int argc, const char* const* argv);
+
+}  // namespace rux
+
+#endif  // TOOL_COMMAND_LINE_H_
