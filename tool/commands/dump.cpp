@@ -9,7 +9,6 @@
 #include "tool/compiled/compiled_file.h"
 #include "tool/compiled/debug_meta.h"
 #include "tool/compiled/meta.h"
-#include "tool/meta/value_json.h"
 #include "tool/standard_streams.h"
 
 namespace rux {
@@ -39,7 +38,7 @@ void DumpForm(const Options& options, std::string_view bytes) {
   Faults none;  // of a file that was verified
   const auto meta = Traits::kDecode(bytes, none, options.raw ? Keep::kPieces : Keep::kRecords);
   if (options.json) {
-    PrintOut(JsonText(Traits::kJson(options.file, meta, RawJson(bytes, options.raw))));
+    PrintOut(Traits::kJson(options.file, meta, RawJson(bytes, options.raw)));
     return;
   }
   Listing listing(bytes, options.raw);

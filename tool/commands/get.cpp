@@ -57,12 +57,17 @@ std::string SectionText(const MetaView& meta, const ruxcomp::Section& section) {
   return text;
 }
 
-void PutSection(Json& json, const MetaView& meta, const ruxcomp::Section& section) {
-  json["entries"] = Json::array();
+void WriteSection(JsonWriter& json, const MetaView& meta, const ruxcomp::Section& section) {
+  json.Key("entries").Open('[');
   for (const ruxcomp::Entry entry : section.entries()) {
-    json["entries"].push_back(EntryJson(KeyOf(section, entry), ValueOf(entry)));
+    WriteEntry(json, KeyOf(section, entry), ValueOf(entry));
   }
-  if (const auto* cells = CellsOf(meta, section)) json["cells"] = *cells;
+  json.Close();
+  if (const auto* cells = CellsOf(meta, section)) {
+    json.Key("cells").Open('[');
+    for (const auto cell : *cells) json.Number(cell);
+    json.Close();
+  }
 }
 
 std::string FoundText(const MetaView& meta, const Found& found) {
@@ -71,24 +76,25 @@ std::string FoundText(const MetaView& meta, const Found& found) {
   return SectionText(meta, found.section);
 }
 
-Json FoundJson(const MetaView& meta, const Found& found) {
-  Json json = {{"kind", CompiledSectionKeyword(found.section.kind())},
-               {"ordinal", found.section.ordinal()}};
+std::string FoundJson(const MetaView& meta, const Found& found) {
+  JsonWriter json;
+  json.Open('{').Key("kind").String(CompiledSectionKeyword(found.section.kind()));
+  json.Key("ordinal").Number(found.section.ordinal());
   if (found.part) {
-    json["part"] = PartJson(*found.part);
+    WritePart(json.Key("part"), *found.part);
   } else if (found.entry) {
-    json["entry"] = EntryJson(KeyOf(found.section, found.entry), ValueOf(found.entry));
+    WriteEntry(json.Key("entry"), KeyOf(found.section, found.entry), ValueOf(found.entry));
   } else {
-    PutSection(json, meta, found.section);
+    WriteSection(json, meta, found.section);
   }
-  return json;
+  return json.Close().TakeText();
 }
 
 ExitStatus Get(const Options& options) {
   const std::vector<PathStep> path = ParseMetaPath(options.path);
   const MetaView meta(options.meta);
   const Found found = Find(meta, path);
-  PrintOut(options.json ? JsonText(FoundJson(meta, found)) : FoundText(meta, found));
+  PrintOut(options.json ? FoundJson(meta, found) : FoundText(meta, found));
   return ExitStatus::kDone;
 }
 

@@ -45,17 +45,18 @@ std::string KindsText(const MetaView& meta) {
   return text;
 }
 
-Json KindsJson(const MetaView& meta) {
-  Json json;
-  PutText(json, "file", meta.path());
-  json["version"] = meta.info().version;
-  json["created"] = meta.info().creationTime;
-  json["kinds"] = Json::array();
+std::string KindsJson(const MetaView& meta) {
+  JsonWriter json;
+  WriteText(json.Open('{'), "file", meta.path());
+  json.Key("version").Number(meta.info().version);
+  json.Key("created").Number(meta.info().creationTime);
+  json.Key("kinds").Open('[');
   for (const Kind& kind : Kinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
-    if (count > 0) json["kinds"].push_back({{"kind", kind.keyword}, {"sections", count}});
+    if (count == 0) continue;
+    json.Open('{').Key("kind").String(kind.keyword).Key("sections").Number(count).Close();
   }
-  return json;
+  return json.Close().Close().TakeText();
 }
 
 std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
@@ -79,28 +80,30 @@ std::string SectionText(const Kind& kind, const ruxcomp::Section& section) {
   return text;
 }
 
-Json SectionJson(const Kind& kind, const ruxcomp::Section& section) {
-  Json json = {{"ordinal", section.ordinal()}};
+void WriteSection(JsonWriter& json, const Kind& kind, const ruxcomp::Section& section) {
+  json.Open('{').Key("ordinal").Number(section.ordinal());
   if (!kind.has_names) {
-    json["entries"] = Json::array();
+    json.Key("entries").Open('[');
     for (const std::string& key : KeysOf(section)) {
-      PutText(json["entries"].emplace_back(Json::object()), "name", key);
+      WriteText(json.Open('{'), "name", key);
+      json.Close();
     }
-    return json;
+    json.Close();
+  } else {
+    if (section.has_name()) WriteText(json, "name", section.name());
+    if (const auto id = section.id()) json.Key("id").Number(*id);
   }
-  if (section.has_name()) PutText(json, "name", std::string(section.name()));
-  if (const auto id = section.id()) json["id"] = *id;
-  return json;
+  json.Close();
 }
 
-std::string ListKind(const MetaView& meta, const Kind& kind, bool as_json) {
-  if (as_json) {
-    Json json = {{"kind", kind.keyword}, {"sections", Json::array()}};
-    for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
-      json["sections"].push_back(SectionJson(kind, section));
-    }
-    return JsonText(json);
-  }
+std::string KindJson(const MetaView& meta, const Kind& kind) {
+  JsonWriter json;
+  json.Open('{').Key("kind").String(kind.keyword).Key("sections").Open('[');
+  for (const ruxcomp::Section section : meta.SectionsOf(kind)) WriteSection(json, kind, section);
+  return json.Close().Close().TakeText();
+}
+
+std::string KindText(const MetaView& meta, const Kind& kind) {
   std::string text;
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     text += SectionText(kind, section) + '\n';
@@ -111,9 +114,10 @@ std::string ListKind(const MetaView& meta, const Kind& kind, bool as_json) {
 ExitStatus Ls(const Options& options) {
   const MetaView meta(options.meta);
   if (options.kind.empty()) {
-    PrintOut(options.json ? JsonText(KindsJson(meta)) : KindsText(meta));
+    PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
   } else {
-    PrintOut(ListKind(meta, ExpectKind(options.kind), options.json));
+    const Kind& kind = ExpectKind(options.kind);
+    PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
   }
   return ExitStatus::kDone;
 }

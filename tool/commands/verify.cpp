@@ -69,55 +69,57 @@ std::string FaultsText(const Result& result) {
   return text;
 }
 
-Json FaultsJson(const Faults& faults) {
-  Json json = Json::array();
+void WriteFaults(JsonWriter& json, const Faults& faults) {
+  json.Key("faults").Open('[');
   for (const Fault& fault : faults.list()) {
-    json.push_back({{"offset", fault.offset},
-                    {"record", fault.record},
-                    {"field", fault.field},
-                    {"reason", fault.reason}});
+    json.Open('{').Key("offset").Number(fault.offset).Key("record").String(fault.record);
+    json.Key("field").String(fault.field).Key("reason").String(fault.reason).Close();
   }
-  return json;
+  json.Close();
 }
 
-Json ResultJson(const Result& result) {
-  const Summary& summary = result.summary;
-  Json json;
-  PutText(json, "file", result.file);
-  json["valid"] = result.is_sound();
+void WriteSummary(JsonWriter& json, const Summary& summary) {
+  WriteForm(json, summary.form);
+  json.Key("version").Number(summary.version).Key("created").Number(summary.creation_time);
+  json.Key("counts").Open('{');
+  for (const auto& [name, count] : summary.counts) json.Key(name).Number(count);
+  json.Close().Key("notes").Open('[');
+  for (const std::string& note : summary.notes) json.String(note);
+  json.Close();
+}
+
+void WriteResult(JsonWriter& json, const Result& result) {
+  WriteText(json.Open('{'), "file", result.file);
+  json.Key("valid").Bool(result.is_sound());
   if (!result.unreadable.empty()) {
-    json["error"] = result.unreadable;
-    return json;
+    json.Key("error").String(result.unreadable);
+  } else {
+    json.Key("bytes").Number(result.size);
+    WriteSummary(json, result.summary);
+    WriteFaults(json, result.faults);
+    json.Key("faults_not_shown").Number(result.not_shown());
   }
-  json["bytes"] = result.size;
-  json["form"] = FormJson(summary.form);
-  json["version"] = summary.version;
-  json["created"] = summary.creation_time;
-  json["counts"] = Json::object();
-  for (const auto& [name, count] : summary.counts) json["counts"][name] = count;
-  json["notes"] = summary.notes;
-  json["faults"] = FaultsJson(result.faults);
-  json["faults_not_shown"] = result.not_shown();
-  return json;
+  json.Close();
 }
 
 ExitStatus VerifyFiles(const Options& options) {
   bool are_sound = true;
-  constexpr int kSchema = 1;  // raised whenever a member changes its meaning or goes away
-  Json json = {{"schema", kSchema}, {"files", Json::array()}};
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  JsonWriter json;
+  json.Open('{').Key("schema").Number(kSchema).Key("files").Open('[');
   for (const std::string& file : options.files) {
     const Result result = ResultOf(file);
     are_sound &= result.is_sound();
     if (options.json) {
-      json["files"].push_back(ResultJson(result));
+      WriteResult(json, result);
     } else if (!result.is_sound()) {
       PrintError("rux: error: " + FaultsText(result));
     } else if (!options.quiet) {
       PrintOut(SoundText(result));
     }
   }
-  json["valid"] = are_sound;
-  if (options.json) PrintOut(JsonText(json));
+  json.Close().Key("valid").Bool(are_sound).Close();
+  if (options.json) PrintOut(json.TakeText());
   return are_sound ? ExitStatus::kDone : ExitStatus::kTrouble;
 }
 

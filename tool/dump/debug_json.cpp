@@ -2,94 +2,109 @@
 #include "tool/compiled/keywords.h"
 #include "tool/dump/debug_text.h"
 #include "tool/dump/dump.h"
+#include "tool/meta/value_json.h"
 
 namespace rux {
 namespace {
 
-Json FilesJson(const DebugMeta& meta) {
-  Json files = Json::array();
-  for (const std::string& file : meta.files) PutText(files.emplace_back(), "path", file);
-  return files;
+void WriteFiles(JsonWriter& json, const DebugMeta& meta) {
+  json.Key("files");
+  if (meta.files_extent.size == 0) {
+    json.Null();
+    return;
+  }
+  json.Open('[');
+  for (const std::string& file : meta.files) {
+    WriteText(json.Open('{'), "path", file);
+    json.Close();
+  }
+  json.Close();
 }
 
-Json WordsJson(const DebugMeta& meta, const RawJson& raw) {
-  Json words = Json::array();
+void WriteWords(JsonWriter& json, const DebugMeta& meta, const RawJson& raw) {
+  json.Key("words").Open('[');
   for (const DebugWord& word : meta.words) {
-    Json& json = words.emplace_back();
-    PutText(json, "name", word.name);
-    json["value"] = word.value;
-    raw.Put(json, word.pieces);
+    WriteText(json.Open('{'), "name", word.name);
+    json.Key("value").Number(word.value);
+    raw.Write(json, word.pieces);
+    json.Close();
   }
-  return words;
+  json.Close();
 }
 
 // What sections and entries have in common.
-Json ObjectJson(const DebugObject& object) {
-  Json json;
-  PutText(json, "name", object.name);
-  json["identifier"] = object.identifier;
-  json["notation"] = object.notation;
-  json["notation_names"] = NotationNames(object.notation);
-  json["file"] = object.file_index;
-  json["line"] = object.line;
-  return json;
+void WriteObject(JsonWriter& json, const DebugObject& object) {
+  WriteText(json, "name", object.name);
+  json.Key("identifier").Number(object.identifier).Key("notation").Number(object.notation);
+  json.Key("notation_names").Open('[');
+  for (const std::string& name : NotationNames(object.notation)) json.String(name);
+  json.Close();
+  json.Key("file").Number(object.file_index).Key("line").Number(object.line);
 }
 
-Json PartsJson(const DebugEntry& entry) {
-  Json parts = Json::array();
+void WriteParts(JsonWriter& json, const DebugEntry& entry) {
+  json.Key("parts").Open('[');
   for (const DebugField& field : entry.fields) {
-    Json part = {{"name", field.name}, {"list", field.is_list}, {"values", Json::array()}};
+    json.Open('{').Key("name").String(field.name).Key("list").Bool(field.is_list);
+    json.Key("values").Open('[');
     for (const std::string& text : field.texts) {
-      PutText(part["values"].emplace_back(), "value", text);
+      WriteText(json.Open('{'), "value", text);
+      json.Close();
     }
-    parts.push_back(part);
+    json.Close().Close();
   }
-  return parts;
+  json.Close();
 }
 
-Json EntryJson(const DebugEntry& entry, const RawJson& raw) {
-  Json json = ObjectJson(entry);
-  json["keyword"] = SourceEntryKeyword(entry.identifier);
-  json["given"] = entry.payload_type != 0;
+void WriteEntry(JsonWriter& json, const DebugEntry& entry, const RawJson& raw) {
+  WriteObject(json.Open('{'), entry);
+  json.Key("keyword").String(SourceEntryKeyword(entry.identifier));
+  json.Key("given").Bool(entry.payload_type != 0);
   if (entry.payload_type != 0) {
     const PayloadClass payload = PayloadClassOf(entry.payload_type);
-    if (payload == PayloadClass::kNumber) json["number"] = entry.number;
-    if (payload == PayloadClass::kValue) json["type"] = entry.value_type;
-    if (payload != PayloadClass::kNumber) json["parts"] = PartsJson(entry);
+    if (payload == PayloadClass::kNumber) json.Key("number").Number(entry.number);
+    if (payload == PayloadClass::kValue) json.Key("type").Number(entry.value_type);
+    if (payload != PayloadClass::kNumber) WriteParts(json, entry);
   }
-  raw.Put(json, entry.pieces);
-  return json;
+  raw.Write(json, entry.pieces);
+  json.Close();
 }
 
-Json SectionJson(const DebugSection& section, std::size_t ordinal, const RawJson& raw) {
-  Json json = ObjectJson(section);
-  json["ordinal"] = ordinal;
-  raw.Put(json, section.pieces);
-  Json& entries = json["entries"] = Json::array();
-  for (const DebugEntry& entry : section.entries) entries.push_back(EntryJson(entry, raw));
-  return json;
+void WriteSection(JsonWriter& json, const DebugSection& section, std::size_t ordinal,
+                  const RawJson& raw) {
+  WriteObject(json.Open('{'), section);
+  json.Key("ordinal").Number(ordinal);
+  raw.Write(json, section.pieces);
+  json.Key("entries").Open('[');
+  for (const DebugEntry& entry : section.entries) WriteEntry(json, entry, raw);
+  json.Close().Close();
+}
+
+void WriteKind(JsonWriter& json, const std::vector<DebugSection>& sections, const Piece& count,
+               const RawJson& raw) {
+  raw.Write(json.Open('{'), {count});
+  json.Key("sections").Open('[');
+  std::size_t ordinal = 0;
+  for (const DebugSection& section : sections) WriteSection(json, section, ordinal++, raw);
+  json.Close().Close();
 }
 
 }  // namespace
 
-Json DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw) {
-  Json json = TitleJson(path, Form::kDebugMeta, meta.version, meta.creation_time);
+std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw) {
+  JsonWriter json;
+  WriteTitle(json.Open('{'), path, Form::kDebugMeta, meta.version, meta.creation_time);
   std::vector<Piece> pieces = meta.header;
   pieces.push_back({"defined word count", meta.word_count});
   pieces.push_back({"kind count", meta.kind_count});
-  raw.Put(json, pieces);
-  json["files"] = meta.files_extent.size == 0 ? Json() : FilesJson(meta);
-  json["words"] = WordsJson(meta, raw);
-  Json& kinds = json["kinds"] = Json::array();
+  raw.Write(json, pieces);
+  WriteFiles(json, meta);
+  WriteWords(json, meta, raw);
+  json.Key("kinds").Open('[');
   for (std::size_t i = 0; i < meta.kinds.size(); ++i) {
-    Json& kind = kinds.emplace_back();
-    raw.Put(kind, {{"section count", meta.section_counts[i]}});
-    Json& sections = kind["sections"] = Json::array();
-    for (const DebugSection& section : meta.kinds[i]) {
-      sections.push_back(SectionJson(section, sections.size(), raw));
-    }
+    WriteKind(json, meta.kinds[i], {"section count", meta.section_counts[i]}, raw);
   }
-  return json;
+  return json.Close().Close().TakeText();
 }
 
 }  // namespace rux

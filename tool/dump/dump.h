@@ -10,7 +10,7 @@
 #include "tool/compiled/meta.h"
 #include "tool/dump/listing.h"
 #include "tool/dump/raw_json.h"
-#include "tool/meta/value_json.h"
+#include "tool/text/json_text.h"
 
 namespace rux {
 
@@ -19,17 +19,17 @@ void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& list
 void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing);
 
 // For programs; docs/dump-json.md tells what each member means.
-Json DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw);
-Json MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw);
+std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw);
+std::string MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw);
 
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
 std::string TitleText(const std::string& path, Form form, std::uint32_t version,
                       std::uint32_t creation_time);
-Json TitleJson(const std::string& path, Form form, std::uint32_t version,
-               std::uint32_t creation_time);
+void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
+                std::uint32_t creation_time);
 
-// "meta" or "debug meta"; null for what is neither.
-Json FormJson(Form form);
+// "form": "meta" or "debug meta"; null for what is neither.
+void WriteForm(JsonWriter& json, Form form);
 
 }  // namespace rux
 

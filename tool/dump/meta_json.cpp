@@ -5,70 +5,81 @@
 #include "tool/compiled/keywords.h"
 #include "tool/compiled/meta_index.h"
 #include "tool/dump/dump.h"
+#include "tool/meta/value_json.h"
 
 namespace rux {
 namespace {
 
 // The values as `rux get` prints them, with the words that stand in the file.
-Json ValuesJson(const CompiledMeta& meta, const std::vector<std::uint32_t>& words) {
-  EntryPart part{"", true, {}};
-  for (const std::uint32_t word : words) part.items.push_back(Resolve(meta, word));
-  Json values = PartJson(part)["values"];
-  for (std::size_t i = 0; i < words.size(); ++i) values[i]["word"] = words[i];
-  return values;
-}
-
-Json EntryJson(const CompiledMeta& meta, const CompiledSection& section, const CompiledEntry& entry,
-               const RawJson& raw) {
-  Json json;
-  PutText(json, "name", KeyOf(meta, section, entry));
-  json["identifier"] = entry.identifier;
-  json["values"] = ValuesJson(meta, entry.values);
-  raw.Put(json, entry.pieces);
-  return json;
-}
-
-Json SectionJson(const CompiledMeta& meta, const CompiledSection& section, std::size_t ordinal,
-                 const RawJson& raw) {
-  Json json = {{"kind", CompiledSectionKeyword(section.identifier)},
-               {"ordinal", ordinal},
-               {"identifier", section.identifier}};
-  raw.Put(json, section.pieces);
-  Json& entries = json["entries"] = Json::array();
-  for (const CompiledEntry& entry : section.entries) {
-    entries.push_back(EntryJson(meta, section, entry, raw));
+void WriteValues(JsonWriter& json, const CompiledMeta& meta,
+                 const std::vector<std::uint32_t>& words) {
+  json.Key("values").Open('[');
+  for (const std::uint32_t word : words) {
+    WriteDatum(json.Open('{'), Resolve(meta, word));
+    json.Key("word").Number(word).Close();
   }
-  return json;
+  json.Close();
 }
 
-Json TableJson(const CompiledTable& table, const RawJson& raw) {
-  Json json = {
-      {"class", IndexClassName(table.base)}, {"base", table.base}, {"length", table.length}};
-  if (!table.note.empty()) json["note"] = table.note;
-  raw.Put(json, table.pieces);
-  Json& items = json["items"] = Json::array();
-  for (const std::string& text : table.texts) PutText(items.emplace_back(), "value", text);
-  for (const std::uint32_t number : table.numbers) items.push_back({{"value", number}});
-  for (const TableCells& cells : table.cells) items.push_back({{"value", cells}});
-  return json;
+void WriteEntry(JsonWriter& json, const CompiledMeta& meta, const CompiledSection& section,
+                const CompiledEntry& entry, const RawJson& raw) {
+  WriteText(json.Open('{'), "name", KeyOf(meta, section, entry));
+  json.Key("identifier").Number(entry.identifier);
+  WriteValues(json, meta, entry.values);
+  raw.Write(json, entry.pieces);
+  json.Close();
+}
+
+void WriteSection(JsonWriter& json, const CompiledMeta& meta, const CompiledSection& section,
+                  std::size_t ordinal, const RawJson& raw) {
+  json.Open('{').Key("kind").String(CompiledSectionKeyword(section.identifier));
+  json.Key("ordinal").Number(ordinal).Key("identifier").Number(section.identifier);
+  raw.Write(json, section.pieces);
+  json.Key("entries").Open('[');
+  for (const CompiledEntry& entry : section.entries) WriteEntry(json, meta, section, entry, raw);
+  json.Close().Close();
+}
+
+void WriteCells(JsonWriter& json, const TableCells& cells) {
+  json.Open('{').Key("value").Open('[');
+  for (const auto cell : cells) json.Number(cell);
+  json.Close().Close();
+}
+
+void WriteTable(JsonWriter& json, const CompiledTable& table, const RawJson& raw) {
+  json.Open('{').Key("class").String(IndexClassName(table.base));
+  json.Key("base").Number(table.base).Key("length").Number(table.length);
+  if (!table.note.empty()) json.Key("note").String(table.note);
+  raw.Write(json, table.pieces);
+  json.Key("items").Open('[');
+  for (const std::string& text : table.texts) {
+    WriteText(json.Open('{'), "value", text);
+    json.Close();
+  }
+  for (const std::uint32_t number : table.numbers) {
+    json.Open('{').Key("value").Number(number).Close();
+  }
+  for (const TableCells& cells : table.cells) WriteCells(json, cells);
+  json.Close().Close();
 }
 
 }  // namespace
 
-Json MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw) {
-  Json json = TitleJson(path, Form::kMeta, meta.version, meta.creation_time);
+std::string MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw) {
+  JsonWriter json;
+  WriteTitle(json.Open('{'), path, Form::kMeta, meta.version, meta.creation_time);
   std::vector<Piece> pieces = meta.header;
   pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
   pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
-  raw.Put(json, pieces);
+  raw.Write(json, pieces);
   std::map<std::uint32_t, std::size_t> counts;
-  Json& sections = json["sections"] = Json::array();
+  json.Key("sections").Open('[');
   for (const CompiledSection& section : meta.sections) {
-    sections.push_back(SectionJson(meta, section, counts[section.identifier]++, raw));
+    WriteSection(json, meta, section, counts[section.identifier]++, raw);
   }
-  Json& tables = json["tables"] = Json::array();
-  for (const CompiledTable& table : meta.tables) tables.push_back(TableJson(table, raw));
-  return json;
+  json.Close().Key("tables").Open('[');
+  for (const CompiledTable& table : meta.tables) WriteTable(json, table, raw);
+  return json.Close().Close().TakeText();
 }
 
 }  // namespace rux

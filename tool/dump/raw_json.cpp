@@ -6,19 +6,19 @@
 
 namespace rux {
 
-void RawJson::Put(Json& object, const std::vector<Piece>& pieces) const {
+void RawJson::Write(JsonWriter& json, const std::vector<Piece>& pieces) const {
   if (!wanted_) return;
-  Json& raw = object["raw"] = Json::array();
+  json.Key("raw").Open('[');
   for (const Piece& piece : pieces) {
     std::string hex;
     for (const char byte : bytes_.substr(piece.extent.offset, piece.extent.size)) {
       hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
     }
-    raw.push_back({{"field", piece.name},
-                   {"offset", piece.extent.offset},
-                   {"size", piece.extent.size},
-                   {"bytes", hex}});
+    json.Open('{').Key("field").String(piece.name);
+    json.Key("offset").Number(piece.extent.offset).Key("size").Number(piece.extent.size);
+    json.Key("bytes").String(hex).Close();
   }
+  json.Close();
 }
 
 }  // namespace rux

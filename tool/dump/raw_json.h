@@ -6,17 +6,18 @@
 #include <vector>
 
 #include "tool/compiled/extent.h"
-#include "tool/meta/value_json.h"
+#include "tool/text/json_text.h"
 
 namespace rux {
 
 class RawJson {
  public:
-  // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is put anywhere.
+  // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is written.
   RawJson(std::string_view bytes, bool wanted) : bytes_(bytes), wanted_(wanted) {}
 
+  // Into the object that was opened last:
   // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
-  void Put(Json& object, const std::vector<Piece>& pieces) const;
+  void Write(JsonWriter& json, const std::vector<Piece>& pieces) const;
 
  private:
   const std::string_view bytes_;

@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "tool/dump/dump.h"
+#include "tool/meta/value_json.h"
 #include "tool/text/safe_text.h"
 
 namespace rux {
@@ -14,26 +15,28 @@ std::string TitleText(const std::string& path, Form form, std::uint32_t version,
                      FormName(form), version, fmt::gmtime(static_cast<std::time_t>(creation_time)));
 }
 
-Json TitleJson(const std::string& path, Form form, std::uint32_t version,
-               std::uint32_t creation_time) {
-  constexpr int kSchema = 1;  // raised whenever a member changes its meaning or goes away
-  Json json = {{"schema", kSchema}, {"form", FormJson(form)}};
-  PutText(json, "file", path);
-  json["version"] = version;
-  json["created"] = creation_time;
-  return json;
+void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
+                std::uint32_t creation_time) {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  json.Key("schema").Number(kSchema);
+  WriteForm(json, form);
+  WriteText(json, "file", path);
+  json.Key("version").Number(version).Key("created").Number(creation_time);
 }
 
-Json FormJson(Form form) {
+void WriteForm(JsonWriter& json, Form form) {
+  json.Key("form");
   switch (form) {
     case Form::kNone:
+      json.Null();
       break;
     case Form::kMeta:
-      return "meta";
+      json.String("meta");
+      break;
     case Form::kDebugMeta:
-      return "debug meta";
+      json.String("debug meta");
+      break;
   }
-  return nullptr;
 }
 
 }  // namespace rux

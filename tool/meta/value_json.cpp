@@ -5,16 +5,7 @@
 namespace rux {
 namespace {
 
-bool IsUtf8(const std::string& text) {
-  try {
-    Json(text).dump();
-    return true;
-  } catch (const Json::type_error&) {
-    return false;
-  }
-}
-
-std::string HexOf(const std::string& bytes) {
+std::string HexOf(std::string_view bytes) {
   std::string hex;
   for (const char byte : bytes) hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
   return hex;
@@ -50,56 +41,55 @@ const char* ClassName(Datum::Class is) {
   return "";
 }
 
-Json DatumJson(const Datum& datum) {
-  Json json = {{"class", ClassName(datum.is)}};
-  switch (datum.is) {
-    case Datum::Class::kNumber:
-    case Datum::Class::kArgument:
-    case Datum::Class::kType:
-      json["value"] = datum.number;
-      break;
-    case Datum::Class::kUnresolved:
-      json["value"] = nullptr;
-      break;
-    default:
-      PutText(json, "value", datum.text);
+void WriteValues(JsonWriter& json, const EntryPart& part) {
+  json.Key("values").Open('[');
+  for (const Datum& item : part.items) {
+    WriteDatum(json.Open('{'), item);
+    json.Close();
   }
-  return json;
-}
-
-Json ValuesJson(const EntryPart& part) {
-  Json values = Json::array();
-  for (const Datum& item : part.items) values.push_back(DatumJson(item));
-  return values;
+  json.Close();
 }
 
 }  // namespace
 
-void PutText(Json& object, const char* member, const std::string& text) {
-  object[member] = text;
-  if (!IsUtf8(text)) object["hex"] = HexOf(text);
+void WriteText(JsonWriter& json, std::string_view member, std::string_view text) {
+  json.Key(member).String(text);
+  if (!IsUtf8(text)) json.Key("hex").String(HexOf(text));
 }
 
-Json PartJson(const EntryPart& part) { return {{"name", part.name}, {"values", ValuesJson(part)}}; }
+void WriteDatum(JsonWriter& json, const Datum& datum) {
+  json.Key("class").String(ClassName(datum.is));
+  switch (datum.is) {
+    case Datum::Class::kNumber:
+    case Datum::Class::kArgument:
+    case Datum::Class::kType:
+      json.Key("value").Number(datum.number);
+      break;
+    case Datum::Class::kUnresolved:
+      json.Key("value").Null();
+      break;
+    default:
+      WriteText(json, "value", datum.text);
+  }
+}
 
-Json EntryJson(const std::string& name, const EntryValue& value) {
-  Json json;
-  PutText(json, "name", name);
+void WritePart(JsonWriter& json, const EntryPart& part) {
+  json.Open('{').Key("name").String(part.name);
+  WriteValues(json, part);
+  json.Close();
+}
+
+void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& value) {
+  WriteText(json.Open('{'), "name", name);
   if (value.parts.size() == 1 && value.parts.front().name.empty()) {
-    json["values"] = ValuesJson(value.parts.front());
-    return json;
+    WriteValues(json, value.parts.front());
+  } else {
+    if (value.type) json.Key("type").Number(*value.type);
+    json.Key("parts").Open('[');
+    for (const EntryPart& part : value.parts) WritePart(json, part);
+    json.Close();
   }
-  if (value.type) json["type"] = *value.type;
-  json["parts"] = Json::array();
-  for (const EntryPart& part : value.parts) {
-    json["parts"].push_back(PartJson(part));
-  }
-  return json;
-}
-
-std::string JsonText(const Json& document) {
-  constexpr int kIndent = 2;
-  return document.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+  json.Close();
 }
 
 }  // namespace rux

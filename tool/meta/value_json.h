@@ -11,22 +11,21 @@
 #ifndef TOOL_META_VALUE_JSON_H_
 #define TOOL_META_VALUE_JSON_H_
 
-#include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "tool/meta/entry_value.h"
+#include "tool/text/json_text.h"
 
 namespace rux {
 
-using Json = nlohmann::ordered_json;
+// Members of the object that was opened last.
+void WriteText(JsonWriter& json, std::string_view member, std::string_view text);
+void WriteDatum(JsonWriter& json, const Datum& datum);
 
-void PutText(Json& object, const char* member, const std::string& text);
-
-Json PartJson(const EntryPart& part);
-Json EntryJson(const std::string& name, const EntryValue& value);
-
-// The text of a document, with a line feed at its end.
-std::string JsonText(const Json& document);
+// A part and an entry.
+void WritePart(JsonWriter& json, const EntryPart& part);
+void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& value);
 
 }  // namespace rux
 

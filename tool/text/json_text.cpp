@@ -5,9 +5,10 @@
 namespace rux {
 namespace {
 
-// Whether the bytes of a character of UTF-8 are the shortest form of one that Unicode has.
+// Whether what a text begins with is a character, and the shortest form of one that Unicode has.
 bool IsUnicode(std::string_view character) {
   const auto first = static_cast<unsigned char>(character[0]);
+  if (character.size() == 1) return first < 0x80;
   const auto second = static_cast<unsigned char>(character[1]);
   if (first == 0xE0) return second >= 0xA0;
   if (first == 0xED) return second < 0xA0;  // no surrogates
@@ -20,22 +21,12 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 void AppendEscaped(char c, std::string& out) {
   constexpr char kDigits[] = "0123456789abcdef";
-  switch (c) {
-    case '"':
-    case '\\':
-      out += {'\\', c};
-      return;
-    case '\n':
-      out += "\\n";
-      return;
-    case '\t':
-      out += "\\t";
-      return;
-    default:
-      break;
-  }
+  constexpr std::string_view kNamed = "\"\\\b\f\n\r\t";
+  constexpr std::string_view kNames = "\"\\bfnrt";
   const auto byte = static_cast<unsigned char>(c);
-  if (byte >= 0x20 && byte != 0x7F) {
+  if (const std::size_t i = kNamed.find(c); i != kNamed.npos) {
+    out += {'\\', kNames[i]};
+  } else if (byte >= 0x20 && byte != 0x7F) {
     out += c;
   } else {
     out += {'\\', 'u', '0', '0', kDigits[byte >> 4], kDigits[byte & 15]};
@@ -49,15 +40,24 @@ std::string JsonString(std::string_view text) {
   while (!text.empty()) {
     const std::string_view character = FirstCharacter(text);
     text.remove_prefix(character.size());
-    if (character.size() > 1) {
-      out += IsUnicode(character) ? character : kReplacement;
-    } else if (static_cast<unsigned char>(character.front()) >= 0x80) {
+    if (!IsUnicode(character)) {
       out += kReplacement;
+    } else if (character.size() > 1) {
+      out += character;
     } else {
       AppendEscaped(character.front(), out);
     }
   }
   return out + '"';
+}
+
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::string_view character = FirstCharacter(text);
+    if (!IsUnicode(character)) return false;
+    text.remove_prefix(character.size());
+  }
+  return true;
 }
 
 JsonWriter& JsonWriter::Key(std::string_view key) {

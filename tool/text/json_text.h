@@ -12,6 +12,8 @@ namespace rux {
 // The text as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD.
 std::string JsonString(std::string_view text);
 
+bool IsUtf8(std::string_view text);
+
 // Builds one document, indented. Values go into the list or the object that was opened last; in an
 // object, each value has a key before it. The caller closes what it opens.
 class JsonWriter {
@@ -20,6 +22,7 @@ class JsonWriter {
   JsonWriter& String(std::string_view text) { return Literal(JsonString(text)); }
   JsonWriter& Number(std::size_t number) { return Literal(std::to_string(number)); }
   JsonWriter& Bool(bool value) { return Literal(value ? "true" : "false"); }
+  JsonWriter& Null() { return Literal("null"); }
   JsonWriter& Open(char bracket);  // '{' or '['
   JsonWriter& Close();
 
