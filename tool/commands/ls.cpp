@@ -7,16 +7,15 @@
 //   {"kind": text, "sections": [{"ordinal": number, "name": text, "id": number}, ...]}
 // where "id" is missing in kinds without IDs, and sections of kinds without names have
 // "entries": [{"name": text}, ...] instead of the name. See value_json.h for "hex".
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 
-#include <ctime>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "tool/command.h"
+#include "tool/dump/dump.h"
 #include "tool/meta/kinds.h"
 #include "tool/meta/meta_find.h"
 #include "tool/meta/meta_view.h"
@@ -35,9 +34,8 @@ struct Options {
 };
 
 std::string KindsText(const MetaView& meta) {
-  const auto created = static_cast<std::time_t>(meta.info().creationTime);
-  std::string text = fmt::format("{}: format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC\n",
-                                 SafeText(meta.path()), meta.info().version, fmt::gmtime(created));
+  std::string text = fmt::format("{}: {}\n", SafeText(meta.path()),
+                                 OriginText(meta.info().version, meta.info().creationTime));
   for (const Kind& kind : Kinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);

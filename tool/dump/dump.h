@@ -28,6 +28,9 @@ std::string TitleText(const std::string& path, Form form, std::uint32_t version,
 void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
                 std::uint32_t creation_time);
 
+// Of that, what is behind the form: "format 0x01000000, created ...".
+std::string OriginText(std::uint32_t version, std::uint32_t creation_time);
+
 // "form": "meta" or "debug meta"; null for what is neither.
 void WriteForm(JsonWriter& json, Form form);
 

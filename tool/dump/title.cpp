@@ -11,8 +11,13 @@ namespace rux {
 
 std::string TitleText(const std::string& path, Form form, std::uint32_t version,
                       std::uint32_t creation_time) {
-  return fmt::format("{}: {}, format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC", SafeText(path),
-                     FormName(form), version, fmt::gmtime(static_cast<std::time_t>(creation_time)));
+  return fmt::format("{}: {}, {}", SafeText(path), FormName(form),
+                     OriginText(version, creation_time));
+}
+
+std::string OriginText(std::uint32_t version, std::uint32_t creation_time) {
+  return fmt::format("format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC", version,
+                     fmt::gmtime(static_cast<std::time_t>(creation_time)));
 }
 
 void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
