@@ -28,9 +28,13 @@ TEST(Decompile, ServerExampleMeansTheSame) {
   ExpectSameMeaning(TakeRoundTrip(std::string(RUX_EXAMPLES "/server/server.rux")));
 }
 
-// Many seeds a test: every one takes four runs of the program.
+// Many seeds a test: every one takes four runs of the program, which sanitizers slow down a lot.
 constexpr std::uint32_t kBlocks = 16;
+#ifdef RUX_SANITIZED
+constexpr std::uint32_t kSeedsPerBlock = 5;
+#else
 constexpr std::uint32_t kSeedsPerBlock = 25;
+#endif
 
 class RandomScripts : public testing::TestWithParam<std::uint32_t> {};
 
