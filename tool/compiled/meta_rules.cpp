@@ -78,24 +78,18 @@ void MetaRules::CheckValueKey(Cursor& cursor, const MetaEntryView& entry) {
   }
 }
 
-// The key of the schema that the entry is; null when it is another entry.
+// The key of the schema that the entry is; null when it is another entry. Behind the first other
+// entry there are no more keys.
 const CompiledKey* MetaRules::TakeKey(Cursor& cursor, const MetaEntryView& entry) {
-  const CompiledKey* key = next_key_;
-  while (key != keys_end_ && key->identifier != entry.identifier) ++key;
-  // Behind the first other entry there are no more keys.
-  ExpectKeysBefore(cursor, "identifier", entry.offset, key);
-  if (key == keys_end_) return nullptr;
-  next_key_ = key + 1;
-  return key;
+  for (; next_key_ != keys_end_; ++next_key_) {
+    if (next_key_->identifier == entry.identifier) return next_key_++;
+    if (next_key_->is_required) ReportMissing(cursor, "identifier", entry.offset);
+  }
+  return nullptr;
 }
 
-// Of the keys up to that one, those that must be there have been.
-void MetaRules::ExpectKeysBefore(Cursor& cursor, const char* field, std::size_t offset,
-                                 const CompiledKey* key) {
-  for (; next_key_ != key; ++next_key_) {
-    if (!next_key_->is_required) continue;
-    cursor.Report(field, offset, "there is no {} before it", next_key_->keyword);
-  }
+void MetaRules::ReportMissing(Cursor& cursor, const char* field, std::size_t offset) {
+  cursor.Report(field, offset, "there is no {} before it", next_key_->keyword);
 }
 
 // Whether the identifier is the index of a name that such a section can have entries of.
@@ -128,7 +122,9 @@ void MetaRules::CheckTwice(Cursor& cursor, const MetaEntryView& entry) {
 void MetaRules::OnSectionEnd(Cursor& cursor, MetaSectionView& section) {
   static_cast<void>(section);
   if (!tables_.complete()) return;
-  ExpectKeysBefore(cursor, "end", cursor.offset(), keys_end_);
+  for (; next_key_ != keys_end_; ++next_key_) {
+    if (next_key_->is_required) ReportMissing(cursor, "end", cursor.offset());
+  }
   value_rules_.EndSection(cursor);
 }
 

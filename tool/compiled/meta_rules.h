@@ -35,8 +35,7 @@ class MetaRules final : public MetaVisitor {
  private:
   void CheckKind(Cursor& cursor, const MetaSectionView& section);
   const CompiledKey* TakeKey(Cursor& cursor, const MetaEntryView& entry);
-  void ExpectKeysBefore(Cursor& cursor, const char* field, std::size_t offset,
-                        const CompiledKey* key);
+  void ReportMissing(Cursor& cursor, const char* field, std::size_t offset);
   void CheckValueKey(Cursor& cursor, const MetaEntryView& entry);
   bool IsNamedEntry(Cursor& cursor, const MetaEntryView& entry);
   void CheckTwice(Cursor& cursor, const MetaEntryView& entry);

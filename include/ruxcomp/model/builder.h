@@ -81,6 +81,7 @@ class ModelBuilder {
   friend class Model;
 
   using Section = detail::SectionRecord;
+  using EntryRecord = detail::EntryRecord;
   using Word = detail::Word;
   using Words = detail::Words;
 
@@ -104,52 +105,53 @@ class ModelBuilder {
 
   // One kind after the other, the kinds in the order of their numbers.
   void SortSections() {
-    std::vector<Section>& sections = model_->sections;
-    const auto is_foreign = [](const Section& section) {
-      return section.kind - RUX_SECT_MORVRUX >= detail::Records::kKinds;
-    };
-    sections.erase(std::remove_if(sections.begin(), sections.end(), is_foreign), sections.end());
-    const auto is_less = [](const Section& a, const Section& b) { return a.kind < b.kind; };
-    if (!std::is_sorted(sections.begin(), sections.end(), is_less)) {
-      std::stable_sort(sections.begin(), sections.end(), is_less);
-    }
     auto& kind_begin = model_->kind_begin;
-    for (const Section& section : sections) ++kind_begin[section.kind - RUX_SECT_MORVRUX + 1];
+    const auto kind_of = [](const Section& section) {
+      return std::min<std::size_t>(section.kind - RUX_SECT_MORVRUX, detail::Records::kKinds);
+    };
+    for (const Section& section : model_->sections) {
+      if (kind_of(section) < detail::Records::kKinds) ++kind_begin[kind_of(section) + 1];
+    }
     std::partial_sum(kind_begin.begin(), kind_begin.end(), kind_begin.begin());
+    auto place = kind_begin;  // of the next one of each kind; foreign ones get none
+    std::vector<Section> sorted(kind_begin.back());
+    for (const Section& section : model_->sections) {
+      if (kind_of(section) < detail::Records::kKinds) sorted[place[kind_of(section)]++] = section;
+    }
+    model_->sections = std::move(sorted);
   }
 
   // What the section is called, and what it and its entries are found by.
   void IndexSection(std::uint32_t place) {
     Section& section = model_->sections[place];
     section.ordinal = place - model_->kind_begin[section.kind - RUX_SECT_MORVRUX];
-    section.name = FirstValue(section, RUX_ENTRY_NAME);
-    section.id = FirstValue(section, RUX_ENTRY_ID);
+    const EntryRecord* const entries = model_->entries.data() + section.first_entry;
+    section.name = FirstValue(entries, section.entry_count, RUX_ENTRY_NAME);
+    section.id = FirstValue(entries, section.entry_count, RUX_ENTRY_ID);
     for (std::uint32_t i = 0; i < section.entry_count; ++i) {
-      IndexOffers(section.kind, model_->entries[section.first_entry + i], place);
+      const std::uint32_t* const value = HasValue(entries[i]) ? &entries[i].first_value : nullptr;
+      if (const auto* id = OfferedId(entries[i].identifier, value)) {
+        AddId(section.kind, *id, place);
+      }
+      if (const auto* name = OfferedName(section.kind, entries[i].identifier, value)) {
+        AddName(model_->sections_by_name, section.kind, *name, place);
+      }
     }
     if (section.entry_count > detail::Records::kFewEntries) IndexEntries(section);
   }
 
   // Of the first entry with that identifier that has any.
-  std::uint32_t FirstValue(const Section& section, std::uint32_t identifier) const {
-    for (std::uint32_t i = 0; i < section.entry_count; ++i) {
-      const detail::EntryRecord& entry = model_->entries[section.first_entry + i];
-      if (entry.identifier == identifier && HasValue(entry)) return entry.first_value;
+  std::uint32_t FirstValue(const EntryRecord* entries, std::uint32_t count,
+                           std::uint32_t identifier) const {
+    for (; count > 0; --count, ++entries) {
+      if (entries->identifier == identifier && HasValue(*entries)) return entries->first_value;
     }
     return Value().index();
   }
 
   // Also true of one that a damaged file gives the index that stands for nothing.
-  bool HasValue(const detail::EntryRecord& entry) const {
+  bool HasValue(const EntryRecord& entry) const {
     return entry.first_value != Value().index() || model_->WordsOf(entry)[1].Load() > 0;
-  }
-
-  void IndexOffers(std::uint32_t kind, const detail::EntryRecord& entry, std::uint32_t place) {
-    const std::uint32_t* const value = HasValue(entry) ? &entry.first_value : nullptr;
-    if (const auto* id = OfferedId(entry.identifier, value)) AddId(kind, *id, place);
-    if (const auto* name = OfferedName(kind, entry.identifier, value)) {
-      AddName(model_->sections_by_name, kind, *name, place);
-    }
   }
 
   void IndexEntries(const Section& section) {
