@@ -1,5 +1,7 @@
 #include "tool/compile/meta_files.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 
 #include "ruxcomp/compile.h"
@@ -11,6 +13,7 @@
 #include "tool/compiled/debug_source.h"
 #include "tool/compiled/file_header.h"
 #include "tool/compiled/verify.h"
+#include "tool/compiled/words.h"
 #include "tool/failure.h"
 #include "tool/standard_streams.h"
 
@@ -47,17 +50,23 @@ void ExpectSound(const NewFile& file) {
 
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
 std::vector<Diagnostic> MetaFiles::Make() {
-  const MemoryFile meta(options_.meta);
+  MemoryFile& meta = written_.emplace_back(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
+  // Of the compiled records, which are gone: the files are looked at where they are, on top of it.
+  malloc_trim(0);
   ExpectSound(Add(options_.meta, meta));
   if (options_.debug_meta.empty()) return {};
-  const MemoryFile debug_meta(options_.debug_meta);
+  MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
   gccOutputD(debug_meta.path());
-  std::string& bytes = Add(options_.debug_meta, debug_meta).bytes;
+  std::string_view& bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   Summary summary;
   if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
-  if (!options_.stdin_name.empty()) RenameScript(bytes, options_.stdin_name);
+  if (!options_.stdin_name.empty()) {
+    std::string& renamed = texts_.emplace_back(bytes);
+    RenameScript(renamed, options_.stdin_name);
+    bytes = renamed;
+  }
   if (summary.notes.empty()) return {};
   Faults faults;
   return WarningsOf(DecodeDebugMeta(bytes, faults));
@@ -84,10 +93,13 @@ void MetaFiles::KeepNone(const SourceFiles& sources) {
   PutFilesInPlace();
 }
 
-NewFile& MetaFiles::Add(const std::string& path, const MemoryFile& file) {
-  NewFile& added = files_.emplace_back(NewFile{path, file.Bytes()});
-  if (options_.creation_time) SetCreationTime(added.bytes, *options_.creation_time);
-  return added;
+NewFile& MetaFiles::Add(const std::string& path, MemoryFile& file) {
+  if (options_.creation_time) {
+    char time[kWordSize];
+    StoreWord(*options_.creation_time, time);
+    file.Overwrite(kCreationTimeOffset, {time, sizeof time});
+  }
+  return files_.emplace_back(NewFile{path, file.Bytes()});
 }
 
 void MetaFiles::PutFilesInPlace() {
@@ -100,7 +112,7 @@ void MetaFiles::PutFilesInPlace() {
   PutInPlace(files_);
 }
 
-NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
+NewFile MetaFiles::Depfile(const SourceFiles& sources) {
   if (!sources.complete) {
     throw Failure(ExitStatus::kTrouble,
                   "cannot write " + options_.depfile +
@@ -112,7 +124,8 @@ NewFile MetaFiles::Depfile(const SourceFiles& sources) const {
   if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
   std::vector<std::string> prerequisites = sources.paths;
   if (!options_.stdin_name.empty()) prerequisites.erase(prerequisites.begin());
-  return {options_.depfile, DepfileText(options_.depfile, targets, prerequisites)};
+  return {options_.depfile,
+          texts_.emplace_back(DepfileText(options_.depfile, targets, prerequisites))};
 }
 
 }  // namespace rux

@@ -3,6 +3,7 @@
 #define TOOL_COMPILE_META_FILES_H_
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,12 +37,14 @@ class MetaFiles : public CompileProduct {
 
  private:
   // Takes over what the library wrote.
-  NewFile& Add(const std::string& path, const MemoryFile& file);
+  NewFile& Add(const std::string& path, MemoryFile& file);
   void PutFilesInPlace();
-  NewFile Depfile(const SourceFiles& sources) const;
+  NewFile Depfile(const SourceFiles& sources);
 
   const MetaOptions& options_;
-  std::vector<NewFile> files_;
+  std::vector<NewFile> files_;  // with the bytes of those below
+  std::deque<MemoryFile> written_;
+  std::deque<std::string> texts_;
 };
 
 }  // namespace rux

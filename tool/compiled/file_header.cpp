@@ -4,8 +4,7 @@ namespace rux {
 namespace {
 
 constexpr std::size_t kVersionOffset = 16;
-constexpr std::size_t kTimeOffset = kVersionOffset + kWordSize;
-constexpr std::size_t kTimeEnd = kTimeOffset + kWordSize;
+constexpr std::size_t kTimeEnd = kCreationTimeOffset + kWordSize;
 constexpr std::uint32_t kVersion = 0x01000000;
 
 std::string_view MagicOf(Form form) {
@@ -54,13 +53,9 @@ FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces) {
   return header;
 }
 
-void SetCreationTime(std::string& bytes, std::uint32_t time) {
-  if (bytes.size() >= kTimeEnd) StoreWord(time, &bytes[kTimeOffset]);
-}
-
 bool AreSameButForTime(std::string_view bytes, std::string_view other) {
   return FormOf(bytes) != Form::kNone && bytes.size() == other.size() && bytes.size() >= kTimeEnd &&
-         bytes.substr(0, kTimeOffset) == other.substr(0, kTimeOffset) &&
+         bytes.substr(0, kCreationTimeOffset) == other.substr(0, kCreationTimeOffset) &&
          bytes.substr(kTimeEnd) == other.substr(kTimeEnd);
 }
 

@@ -33,9 +33,8 @@ struct FileHeader {
 // Magic, version, creation time, zeros. Fails with a Fault for another magic or version.
 FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces);
 
-// Makes a compiled file say that it was created at another time. One that is cut short before it
-// says so stays as it is.
-void SetCreationTime(std::string& bytes, std::uint32_t time);
+// Where the creation time stands, which is a word.
+inline constexpr std::size_t kCreationTimeOffset = 20;
 
 // Whether these are compiled files that tell the same apart from when they were created.
 bool AreSameButForTime(std::string_view bytes, std::string_view other);

@@ -2,9 +2,8 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
-
-#include <limits>
 
 #include "tool/failure.h"
 
@@ -17,13 +16,31 @@ MemoryFile::MemoryFile(const std::string& wanted)
   if (!file_.is_open()) throw SystemFailure("cannot write", wanted_);
 }
 
-std::string MemoryFile::Bytes() const {
-  constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max() - 1;
-  std::string bytes;
-  if (lseek(file_.number(), 0, SEEK_SET) < 0 || !ReadAll(file_.number(), kAll, bytes)) {
+MemoryFile::~MemoryFile() {
+  if (!mapped_.empty()) munmap(const_cast<char*>(mapped_.data()), mapped_.size());
+}
+
+void MemoryFile::Overwrite(std::size_t offset, std::string_view bytes) {
+  if (Size() < offset + bytes.size()) return;
+  if (lseek(file_.number(), static_cast<off_t>(offset), SEEK_SET) < 0 ||
+      !WriteAll(file_.number(), bytes)) {
     throw SystemFailure("cannot write", wanted_);
   }
-  return bytes;
+}
+
+std::string_view MemoryFile::Bytes() {
+  const std::size_t size = Size();
+  if (!mapped_.empty() || size == 0) return mapped_;
+  void* bytes = mmap(nullptr, size, PROT_READ, MAP_SHARED | MAP_POPULATE, file_.number(), 0);
+  if (bytes == MAP_FAILED) throw SystemFailure("cannot write", wanted_);
+  mapped_ = {static_cast<const char*>(bytes), size};
+  return mapped_;
+}
+
+std::size_t MemoryFile::Size() const {
+  struct stat status;
+  if (fstat(file_.number(), &status) != 0) throw SystemFailure("cannot write", wanted_);
+  return static_cast<std::size_t>(status.st_size);
 }
 
 void MemoryFile::ThrowIncomplete() const {

@@ -2,7 +2,9 @@
 #ifndef TOOL_FILES_MEMORY_FILE_H_
 #define TOOL_FILES_MEMORY_FILE_H_
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "tool/files/descriptor.h"
 
@@ -13,23 +15,34 @@ class MemoryFile {
  public:
   // `wanted`: the file that the bytes are for; failures name that one. Throws a Failure.
   explicit MemoryFile(const std::string& wanted);
+  ~MemoryFile();
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
 
   int number() const { return file_.number(); }
 
   // Under which this process can open the file.
   const std::string& path() const { return path_; }
 
-  // All that was written. Throws a Failure.
-  std::string Bytes() const;
+  // Puts other bytes in place of those that stand at an offset. A file that ends before them stays
+  // as it is. Throws a Failure.
+  void Overwrite(std::size_t offset, std::string_view bytes);
+
+  // All that was written, once that is done: they are looked at where they are, and valid as long
+  // as this is. Throws a Failure.
+  std::string_view Bytes();
 
   // The Failure for a writer that did not finish, with the system's reason for it where it can
   // still be found out.
   [[noreturn]] void ThrowIncomplete() const;
 
  private:
+  std::size_t Size() const;
+
   const std::string wanted_;
   const Descriptor file_;
   const std::string path_;
+  std::string_view mapped_;
 };
 
 }  // namespace rux

@@ -3,13 +3,14 @@
 #define TOOL_FILES_PLACEMENT_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace rux {
 
 struct NewFile {
   std::string path;
-  std::string bytes;
+  std::string_view bytes;  // of somebody else
 };
 
 // Puts all the files in place, or none of them: then what stood there before is as it was. Throws a
