@@ -22,10 +22,10 @@ ExitStatus Run(int argc, const char* const* argv) {
   return rux::RunCommandLine(argc, argv);
 }
 
-// A model is a great many small pieces of memory that are made once and released together at the
-// end. What the allocator does by default to use freed pieces again while others live on costs a
-// tenth of a large compile, and giving back to the system what is asked for again right away nearly
-// as much.
+// A model is a great many small pieces of memory that are made once and released together. By
+// default the allocator keeps small freed pieces apart and joins all of them now and then, and
+// gives large ones back to the system that are asked for again right away: each costs up to a tenth
+// of a compile.
 void FitAllocatorToModels() {
   if (std::getenv("GLIBC_TUNABLES") != nullptr) return;  // somebody else's choice
   constexpr int kLargest = 32 << 20;                     // that may be set
@@ -37,7 +37,7 @@ void FitAllocatorToModels() {
 // Ends the process at once: what it holds, the system takes back in no time. Where leaks are looked
 // for it ends as others do.
 [[noreturn]] void End(ExitStatus status) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef RUX_SANITIZED
   std::exit(static_cast<int>(status));
 #else
   _exit(static_cast<int>(status));

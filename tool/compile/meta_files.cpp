@@ -52,7 +52,7 @@ void ExpectSound(const NewFile& file) {
 std::vector<Diagnostic> MetaFiles::Make() {
   MemoryFile& meta = written_.emplace_back(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
-  // Of the compiled records, which are gone: the files are looked at where they are, on top of it.
+  // What the compiled records have left would stay in use beside the files that are looked at now.
   malloc_trim(0);
   ExpectSound(Add(options_.meta, meta));
   if (options_.debug_meta.empty()) return {};
