@@ -38,7 +38,7 @@ class Value {
 
   // Empty unless kind() is RUX_DATA_STRING. A zero byte follows it, so that data() is a C string.
   constexpr std::string_view text() const noexcept {
-    return text_ != nullptr ? std::string_view(text_, number_) : std::string_view("", 0);
+    return text_ != nullptr ? std::string_view(text_, number_) : std::string_view("");
   }
 
  private:
