@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "backend/symbol_tables.h"
+#include "decompile/obstacles.h"
+#include "decompile/script_text.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "ruxcomp/ruxcomp.h"
-#include "tool/decompile/obstacles.h"
-#include "tool/decompile/script_text.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "compiled/debug_meta.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "ruxcomp/ruxcomp.h"
-#include "tool/compiled/debug_meta.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #ifndef FUZZ_LOADED_H_
 #define FUZZ_LOADED_H_
 
-#include "tool/compiled/debug_meta.h"
-#include "tool/compiled/meta.h"
+#include "compiled/debug_meta.h"
+#include "compiled/meta.h"
 
 namespace fuzz {
 

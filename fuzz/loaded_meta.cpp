@@ -3,10 +3,10 @@
 #include <map>
 #include <vector>
 
+#include "compiled/meta_index.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "ruxcomp/query.h"
-#include "tool/compiled/meta_index.h"
 
 namespace fuzz {
 namespace {

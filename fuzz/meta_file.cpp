@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "compiled/meta.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "fuzz/walk.h"
 #include "ruxcomp/ruxcomp.h"
-#include "tool/compiled/meta.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
+#include "support/exit_status.h"
 #include "tool/arguments.h"
-#include "tool/exit_status.h"
 
 namespace rux {
 

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "CLI/CLI.hpp"
+#include "support/name_text.h"
+#include "support/nearest.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/standard_streams.h"
-#include "tool/text/name_text.h"
-#include "tool/text/nearest.h"
 
 namespace rux {
 namespace {

@@ -2,7 +2,7 @@
 #ifndef TOOL_COMMAND_LINE_H_
 #define TOOL_COMMAND_LINE_H_
 
-#include "tool/exit_status.h"
+#include "support/exit_status.h"
 
 namespace rux {
 

@@ -6,10 +6,10 @@
 #include <limits>
 #include <string_view>
 
+#include "support/run_to_the_end.h"
+#include "support/standard_streams.h"
 #include "tool/command_line.h"
 #include "tool/completion/completion.h"
-#include "tool/run_to_the_end.h"
-#include "tool/standard_streams.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <optional>
 
+#include "compiled/verify.h"
 #include "tests/damage/confined.h"
 #include "tests/damage/damages.h"
 #include "tests/damage/expected_load.h"
@@ -16,7 +17,6 @@
 #include "tests/damage/memory_file.h"
 #include "tests/damage/program.h"
 #include "tests/damage/samples.h"
-#include "tool/compiled/verify.h"
 
 namespace {
 

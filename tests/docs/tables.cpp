@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "checker/messages.h"
+#include "compiled/value_shape.h"
 #include "debugmeta/messages.h"
 #include "frontend/messages.h"
 #include "frontend/section_schema.h"
@@ -20,7 +21,6 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/output.h"
-#include "tool/compiled/value_shape.h"
 
 extern "C" RUX_API void Output(unsigned int, const char*, ...) {}
 
@@ -173,7 +173,7 @@ void Texts() {
     Row({Code(Escaped(text)), Code(id)});
   };
 #define ROW(name, id, severity, text, summary, explanation, wrong, right) row(text, id);
-#include "tool/messages/message_rows.def"
+#include "diagnostics/messages/message_rows.def"
 }
 
 void SymbolTables() {

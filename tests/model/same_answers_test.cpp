@@ -3,12 +3,12 @@
 
 #include <filesystem>
 
+#include "compiled/read_model.h"
+#include "compiled/verify.h"
 #include "tests/damage/damages.h"
 #include "tests/damage/memory_file.h"
 #include "tests/damage/samples.h"
 #include "tests/library/meta_bytes.h"
-#include "tool/compiled/read_model.h"
-#include "tool/compiled/verify.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // A debug meta file is read in another process as what it was written from, and means the script.
 #include <sstream>
 
+#include "decompile/script_sections.h"
+#include "decompile/script_text.h"
 #include "tests/properties/model_test.h"
 #include "tests/support/bytes.h"
 #include "tests/tool/decompile/model_compare.h"
-#include "tool/decompile/script_sections.h"
-#include "tool/decompile/script_text.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/compiled/meta.h"
+#include "compiled/meta.h"
 
 // The bytes, creation time 0, of the meta file of the script that alone compiles to `alone`: after
 // a run or a load that left the tables of `before`, and with the sections' kinds in that order.

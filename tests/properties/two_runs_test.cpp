@@ -8,10 +8,10 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "compiled/debug_meta.h"
 #include "tests/properties/merged_meta.h"
 #include "tests/properties/model_test.h"
 #include "tests/support/bytes.h"
-#include "tool/compiled/debug_meta.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <map>
 #include <sstream>
 
+#include "compiled/verify.h"
 #include "tests/support/host.h"
-#include "tool/compiled/verify.h"
 
 namespace fs = std::filesystem;
 

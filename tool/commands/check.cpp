@@ -1,9 +1,10 @@
 // rux check SCRIPT...
 #include <memory>
 
+#include "driver/compile_run.h"
+#include "driver/scripts.h"
 #include "tool/command.h"
-#include "tool/compile/compile_run.h"
-#include "tool/compile/scripts.h"
+#include "tool/compile_arguments.h"
 
 namespace rux {
 

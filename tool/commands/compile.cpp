@@ -8,14 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "driver/compile_run.h"
+#include "driver/meta_files.h"
+#include "driver/overwriting.h"
+#include "driver/scripts.h"
+#include "driver/source_date.h"
+#include "sources/script_path.h"
+#include "support/failure.h"
 #include "tool/command.h"
-#include "tool/compile/compile_run.h"
-#include "tool/compile/meta_files.h"
-#include "tool/compile/overwriting.h"
-#include "tool/compile/script_path.h"
-#include "tool/compile/scripts.h"
-#include "tool/compile/source_date.h"
-#include "tool/failure.h"
+#include "tool/compile_arguments.h"
 
 namespace rux {
 namespace {

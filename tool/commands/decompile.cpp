@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "compiled/debug_meta.h"
+#include "decompile/obstacles.h"
+#include "decompile/script_sections.h"
+#include "decompile/script_text.h"
+#include "driver/overwriting.h"
+#include "support/failure.h"
+#include "support/placement.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/compile/overwriting.h"
-#include "tool/compiled/debug_meta.h"
-#include "tool/decompile/obstacles.h"
-#include "tool/decompile/script_sections.h"
-#include "tool/decompile/script_text.h"
-#include "tool/failure.h"
-#include "tool/files/placement.h"
-#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {

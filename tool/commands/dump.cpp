@@ -1,15 +1,15 @@
 // rux dump FILE
-#include "tool/dump/dump.h"
+#include "inspect/dump.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "compiled/compiled_file.h"
+#include "compiled/debug_meta.h"
+#include "compiled/meta.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/compiled/compiled_file.h"
-#include "tool/compiled/debug_meta.h"
-#include "tool/compiled/meta.h"
-#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {

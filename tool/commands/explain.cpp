@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/messages/explanation.h"
+#include "diagnostics/messages/messages.h"
+#include "support/failure.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/failure.h"
-#include "tool/messages/explanation.h"
-#include "tool/messages/messages.h"
-#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {

@@ -15,15 +15,15 @@
 #include <utility>
 #include <vector>
 
+#include "compiled/keywords.h"
+#include "inspect/meta_find.h"
+#include "inspect/meta_path.h"
+#include "inspect/meta_view.h"
+#include "inspect/value_json.h"
+#include "inspect/value_text.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/compiled/keywords.h"
-#include "tool/meta/meta_find.h"
-#include "tool/meta/meta_path.h"
-#include "tool/meta/meta_view.h"
-#include "tool/meta/value_json.h"
-#include "tool/meta/value_text.h"
-#include "tool/standard_streams.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

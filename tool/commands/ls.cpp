@@ -14,15 +14,15 @@
 #include <utility>
 #include <vector>
 
+#include "inspect/dump.h"
+#include "inspect/kinds.h"
+#include "inspect/meta_find.h"
+#include "inspect/meta_view.h"
+#include "inspect/value_json.h"
+#include "support/name_text.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/dump/dump.h"
-#include "tool/meta/kinds.h"
-#include "tool/meta/meta_find.h"
-#include "tool/meta/meta_view.h"
-#include "tool/meta/value_json.h"
-#include "tool/standard_streams.h"
-#include "tool/text/name_text.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -1,5 +1,5 @@
 // rux verify FILE...
-#include "tool/compiled/verify.h"
+#include "compiled/verify.h"
 
 #include <fmt/format.h>
 
@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "compiled/whole_file.h"
+#include "inspect/dump.h"
+#include "inspect/value_json.h"
+#include "support/failure.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/compiled/whole_file.h"
-#include "tool/dump/dump.h"
-#include "tool/failure.h"
-#include "tool/meta/value_json.h"
-#include "tool/standard_streams.h"
 
 namespace rux {
 namespace {

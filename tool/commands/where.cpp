@@ -4,14 +4,14 @@
 #include <memory>
 #include <string>
 
+#include "compiled/debug_meta.h"
+#include "inspect/debug_find.h"
+#include "inspect/debug_text.h"
+#include "inspect/meta_path.h"
+#include "support/failure.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
-#include "tool/compiled/debug_meta.h"
-#include "tool/dump/debug_text.h"
-#include "tool/failure.h"
-#include "tool/meta/debug_find.h"
-#include "tool/meta/meta_path.h"
-#include "tool/standard_streams.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <system_error>
 
+#include "diagnostics/messages/messages.h"
+#include "diagnostics/severities.h"
 #include "tool/completion/path_words.h"
-#include "tool/diagnostics/severities.h"
-#include "tool/messages/messages.h"
 
 namespace rux {
 namespace {

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <utility>
 
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 #include "tool/command.h"
 #include "tool/completion/command_argument.h"
-#include "tool/standard_streams.h"
-#include "tool/text/safe_text.h"
 
 namespace rux {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/exit_status.h"
+#include "support/exit_status.h"
 
 namespace rux {
 

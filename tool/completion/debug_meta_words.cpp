@@ -2,13 +2,13 @@
 
 #include <set>
 
-#include "tool/compiled/debug_meta.h"
-#include "tool/compiled/keywords.h"
+#include "compiled/debug_meta.h"
+#include "compiled/keywords.h"
+#include "inspect/debug_find.h"
+#include "inspect/debug_text.h"
+#include "inspect/kinds.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
-#include "tool/dump/debug_text.h"
-#include "tool/meta/debug_find.h"
-#include "tool/meta/kinds.h"
 
 namespace rux {
 namespace {

@@ -1,11 +1,11 @@
 #include <set>
 
+#include "inspect/kinds.h"
+#include "inspect/meta_find.h"
+#include "inspect/meta_view.h"
+#include "inspect/value_text.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
-#include "tool/meta/kinds.h"
-#include "tool/meta/meta_find.h"
-#include "tool/meta/meta_view.h"
-#include "tool/meta/value_text.h"
 
 namespace rux {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "tool/text/name_text.h"
-#include "tool/text/safe_text.h"
+#include "support/name_text.h"
+#include "support/safe_text.h"
 
 namespace rux {
 namespace {

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "inspect/meta_path.h"
 #include "tool/completion/candidate.h"
-#include "tool/meta/meta_path.h"
 
 namespace rux {
 

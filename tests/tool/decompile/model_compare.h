@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tool/compiled/debug_meta.h"
+#include "compiled/debug_meta.h"
 
 // The first difference, for people; empty when there is none. Not compared are INCLUDE sections,
 // places in files, and the numbers of definitions: the table of words tells what those came to.

@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "compiled/debug_meta.h"
 #include "tests/models/source_files.h"
-#include "tool/compiled/debug_meta.h"
 
 struct RoundTrip {
   int status = 0;        // of the commands; what follows is empty unless it is 0

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "tool/messages/messages.h"
+#include "diagnostics/messages/messages.h"
 
 namespace {
 

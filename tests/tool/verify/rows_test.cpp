@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-#include "tool/compiled/meta.h"
-#include "tool/compiled/verify.h"
-#include "tool/compiled/words.h"
+#include "compiled/meta.h"
+#include "compiled/verify.h"
+#include "compiled/words.h"
 
 namespace {
 

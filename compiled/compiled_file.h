@@ -1,0 +1,42 @@
+// A compiled file that is sound.
+#ifndef COMPILED_COMPILED_FILE_H_
+#define COMPILED_COMPILED_FILE_H_
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "compiled/file_header.h"
+#include "compiled/verify.h"
+
+namespace rux {
+
+// Holds the bytes that were verified: what becomes of the file on the disk makes no difference any
+// more.
+class CompiledFile {
+ public:
+  // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is
+  // of another form, or has a fault, which it tells.
+  explicit CompiledFile(const std::string& path);
+  CompiledFile(const std::string& path, Form wanted);
+
+  const std::string& path() const { return path_; }
+  std::string_view bytes() const { return bytes_; }
+  Form form() const { return form_; }
+  const Summary& summary() const { return summary_; }
+
+  // The bytes, for whoever keeps them.
+  std::string TakeBytes() && { return std::move(bytes_); }
+
+ private:
+  void ExpectSound();
+
+  const std::string path_;
+  std::string bytes_;
+  const Form form_;
+  Summary summary_;
+};
+
+}  // namespace rux
+
+#endif  // COMPILED_COMPILED_FILE_H_

@@ -1,0 +1,64 @@
+// What a meta file must say, beyond its layout.
+#ifndef COMPILED_META_RULES_H_
+#define COMPILED_META_RULES_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "compiled/compiled_schema.h"
+#include "compiled/meta_references.h"
+#include "compiled/meta_tables.h"
+#include "compiled/meta_walk.h"
+#include "compiled/value_rules.h"
+
+namespace rux {
+
+// Reports what no compiler writes for a script that passed its checks: sections, identifiers,
+// values and references that cannot stand where they do. Once the tables are sound; without them,
+// nothing can be told of the words.
+class MetaRules final : public MetaVisitor {
+ public:
+  void OnTable(Cursor& cursor, MetaTableView table) override;
+  void OnSectionBegin(Cursor& cursor, const MetaSectionView& section) override;
+  void OnEntry(Cursor& cursor, MetaEntryView& entry) override;
+  void OnSectionEnd(Cursor& cursor, MetaSectionView& section) override;
+  void OnEnd(Cursor& cursor) override;
+
+  // What there is in the file.
+  std::size_t sections() const { return sections_; }
+  std::size_t entries() const { return entries_; }
+  std::size_t values() const { return values_; }
+  const MetaTables& tables() const { return tables_; }
+
+ private:
+  void CheckKind(Cursor& cursor, const MetaSectionView& section);
+  const CompiledKey* TakeKey(Cursor& cursor, const MetaEntryView& entry);
+  void ReportMissing(Cursor& cursor, const char* field, std::size_t offset);
+  void CheckValueKey(Cursor& cursor, const MetaEntryView& entry);
+  bool IsNamedEntry(Cursor& cursor, const MetaEntryView& entry);
+  void CheckTwice(Cursor& cursor, const MetaEntryView& entry);
+
+  MetaTables tables_;
+  MetaReferences references_{tables_};
+  ValueRules value_rules_{tables_, references_};
+
+  std::uint32_t kinds_ = 0;  // a bit for each that there was
+  // The section that one is in; its kind's first one where names are for all sections of a kind.
+  const CompiledSchema* schema_ = nullptr;
+  std::uint32_t identifier_ = 0;
+  std::uint32_t name_scope_ = 0;           // from 1
+  const CompiledKey* next_key_ = nullptr;  // of the schema
+  const CompiledKey* keys_end_ = nullptr;
+  // By the top byte of the class and the ordinal: in which scope an entry had the name last.
+  std::array<std::vector<std::uint32_t>, 256> scopes_;
+
+  std::size_t sections_ = 0;
+  std::size_t entries_ = 0;
+  std::size_t values_ = 0;
+};
+
+}  // namespace rux
+
+#endif  // COMPILED_META_RULES_H_

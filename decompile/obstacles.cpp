@@ -1,0 +1,84 @@
+#include "decompile/obstacles.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <string_view>
+
+#include "reader/scanner.h"
+#include "ruxcomp/identifiers.h"
+#include "sources/script_path.h"
+#include "sources/sub_strings.h"
+#include "support/name_text.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+// "boards/board.rux:12", as far as the file tells.
+std::string PlaceOf(const DebugMeta& meta, const DebugObject& object) {
+  if (object.file_index >= meta.files.size()) return fmt::format("line {}", object.line);
+  const std::string path = ToOpenablePath(meta.files[object.file_index]);
+  return fmt::format("{}:{}", SafeText(path), object.line);
+}
+
+constexpr std::uint32_t kGroup = 0x20000000 + (RUX_SECT_GROUP & 0xFFFFFF);
+constexpr std::string_view kRoot = "0";  // the PARENT that needs no section
+
+// The text of an entry that a section has; empty when the script did not give it.
+std::string_view TextOf(const DebugSection& section, std::string_view key) {
+  for (const DebugEntry& entry : section.entries) {
+    if (entry.name != key || entry.fields.empty() || entry.fields.front().is_list) continue;
+    return entry.fields.front().texts.front();
+  }
+  return {};
+}
+
+bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
+  const std::vector<std::string_view> parts = SubStrings(read.value);
+  return read.key == item.entry->name &&
+         std::equal(parts.begin(), parts.end(), item.parts.begin(), item.parts.end());
+}
+
+}  // namespace
+
+std::optional<std::string> GroupBeforeParent(const DebugMeta& meta) {
+  for (const std::vector<DebugSection>& kind : meta.kinds) {
+    if (kind.empty() || kind.front().identifier != kGroup) continue;
+    std::map<std::string_view, std::size_t> ordinals;
+    for (std::size_t i = 0; i < kind.size(); ++i) ordinals.emplace(TextOf(kind[i], "NAME"), i);
+    for (std::size_t i = 0; i < kind.size(); ++i) {
+      const std::string_view name = TextOf(kind[i], "PARENT");
+      const auto parent = name == kRoot ? ordinals.end() : ordinals.find(name);
+      if (parent == ordinals.end() || parent->second <= i) continue;
+      return fmt::format(
+          "{}: [GROUP] {} stands before its parent {} ({}): several files can have that order, one "
+          "script cannot",
+          PlaceOf(meta, kind[i]), NameText(TextOf(kind[i], "NAME")), NameText(parent->first),
+          PlaceOf(meta, kind[parent->second]));
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> MisreadItem(const DebugMeta& meta,
+                                       const std::vector<ScriptSection>& sections,
+                                       const std::string& text) {
+  const reader::Script script(text, [](const char*, std::uint32_t) {});
+  auto read = script.sections().begin();
+  for (const ScriptSection& section : sections) {
+    const bool is_there = read != script.sections().end() && read->name == section.keyword;
+    for (std::size_t i = 0; i < section.items.size(); ++i) {
+      const ScriptItem& item = section.items[i];
+      if (is_there && i < read->item_count && IsReadAs(read->items[i], item)) continue;
+      return fmt::format("{}: [{}] {} has bytes that no script can say", PlaceOf(meta, *item.entry),
+                         section.keyword, NameText(item.entry->name));
+    }
+    if (read != script.sections().end()) ++read;
+  }
+  return std::nullopt;
+}
+
+}  // namespace rux

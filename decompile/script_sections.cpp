@@ -1,0 +1,111 @@
+#include "decompile/script_sections.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string_view>
+
+#include "compiled/keywords.h"
+
+namespace rux {
+namespace {
+
+constexpr std::uint32_t kCalculation = 2;
+
+bool IsComparison(std::string_view text) {
+  constexpr std::uint32_t kFirstComparison = 101;
+  static constexpr struct {
+    std::string_view text;
+    std::uint32_t code;
+  } kOperators[] = {
+#define OPERATOR(text, code) {text, code},
+#include "ruxcomp/operators.def"
+  };
+  for (const auto& row : kOperators) {
+    if (row.text == text) return row.code >= kFirstComparison;
+  }
+  return false;
+}
+
+bool IsGiven(const DebugEntry& entry) { return entry.payload_type != 0; }
+
+bool IsDefinition(const DebugEntry& entry) {
+  return IsGiven(entry) && PayloadClassOf(entry.identifier) == PayloadClass::kNumber;
+}
+
+// Calls use(keyword, section) for every section that the script gets, in order.
+template <class Use>
+void ForEachSection(const DebugMeta& meta, Use use) {
+  for (const std::vector<DebugSection>& kind : meta.kinds) {
+    for (const DebugSection& section : kind) {
+      const char* keyword = SourceSectionKeyword(section.identifier);
+      if (keyword != std::string_view("INCLUDE")) use(keyword, section);
+    }
+  }
+}
+
+// The numbers that definitions give to their words.
+class Definitions {
+ public:
+  explicit Definitions(const DebugMeta& meta) {
+    std::map<std::string_view, const DebugEntry*> last;
+    ForEachSection(meta, [&](const char*, const DebugSection& section) {
+      for (const DebugEntry& entry : section.entries) {
+        if (IsDefinition(entry)) last[entry.name] = &entry;
+      }
+    });
+    for (const DebugWord& word : meta.words) {
+      const auto found = last.find(word.name);
+      if (found != last.end()) final_values_[found->second] = word.value;
+    }
+  }
+
+  // A definition that used other words was valued when the script was read, once more when it was
+  // checked: only the table of words tells what counted.
+  std::uint32_t NumberOf(const DebugEntry& definition) const {
+    const auto found = final_values_.find(&definition);
+    return found == final_values_.end() ? definition.number : found->second;
+  }
+
+ private:
+  std::map<const DebugEntry*, std::uint32_t> final_values_;  // by the last definition of each word
+};
+
+std::vector<std::string> PartsOf(const DebugEntry& entry) {
+  std::vector<std::string> parts;
+  for (const DebugField& field : entry.fields) {
+    parts.insert(parts.end(), field.texts.begin(), field.texts.end());
+  }
+  // Type, operator and two operands: the other two only count in comparisons.
+  constexpr std::size_t kOfArithmetic = 4;
+  if (entry.value_type == kCalculation && !IsComparison(parts[1])) parts.resize(kOfArithmetic);
+  return parts;
+}
+
+// Value types and counts are at home in decimal, addresses in hexadecimal.
+std::string NumberText(std::uint32_t number) {
+  return fmt::format(number < 256 ? "{}" : "0x{:X}", number);
+}
+
+}  // namespace
+
+std::vector<ScriptSection> ScriptSectionsOf(const DebugMeta& meta) {
+  const Definitions definitions(meta);
+  std::vector<ScriptSection> sections;
+  ForEachSection(meta, [&](const char* keyword, const DebugSection& source) {
+    ScriptSection section{keyword, {}};
+    for (const DebugEntry& entry : source.entries) {
+      if (IsDefinition(entry)) {
+        section.items.push_back({&entry, {NumberText(definitions.NumberOf(entry))}});
+      } else if (IsGiven(entry)) {
+        section.items.push_back({&entry, PartsOf(entry)});
+      }
+    }
+    sections.push_back(std::move(section));
+  });
+  return sections;
+}
+
+}  // namespace rux

@@ -1,0 +1,37 @@
+#include "diagnostics/diagnostic.h"
+
+#include <algorithm>
+#include <variant>
+
+#include "support/safe_text.h"
+
+namespace rux {
+
+const std::string* FirstMentioned(const Diagnostic& diagnostic) {
+  for (const Argument& argument : diagnostic.arguments) {
+    if (const auto* text = std::get_if<std::string>(&argument)) return text;
+  }
+  return nullptr;
+}
+
+std::string WholeText(const Diagnostic& diagnostic) {
+  if (!diagnostic.section) return diagnostic.text;
+  const std::string entry = diagnostic.entry ? ' ' + Shortened(*diagnostic.entry) : "";
+  return '[' + Shortened(*diagnostic.section) + ']' + entry + ": " + diagnostic.text;
+}
+
+std::string Label(const Diagnostic& diagnostic) {
+  return std::string(diagnostic.is_raised ? " [-W error=" : " [") +
+         std::string(IdOf(diagnostic.id)) + ']';
+}
+
+std::string SuggestionText(const Diagnostic& diagnostic) {
+  return "did you mean " + Shortened(*diagnostic.suggestion) + '?';
+}
+
+std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity) {
+  const auto has_it = [&](const Diagnostic& diagnostic) { return diagnostic.severity == severity; };
+  return static_cast<std::size_t>(std::count_if(diagnostics.begin(), diagnostics.end(), has_it));
+}
+
+}  // namespace rux

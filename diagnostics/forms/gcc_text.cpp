@@ -1,0 +1,34 @@
+// A line for each diagnostic and note.
+#include <fmt/format.h>
+
+#include "diagnostics/report.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+std::string Line(const Location& at, Severity severity, std::string_view text,
+                 std::string_view id) {
+  std::string place = SafeText(at.path.empty() ? "rux" : at.path);
+  if (at.line() != 0) place += fmt::format(":{}", at.line());
+  if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
+  return fmt::format("{}: {}: {}{}\n", place, WordOf(severity), SafeText(text), id);
+}
+
+}  // namespace
+
+std::string GccText(const Report& report) {
+  std::string text;
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    text += Line(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
+    const auto add_note = [&](std::string_view note, const Location& at) {
+      text += Line(at.path.empty() ? diagnostic.at : at, Severity::kNote, note, "");
+    };
+    if (diagnostic.suggestion) add_note(SuggestionText(diagnostic), {});
+    for (const Note& note : diagnostic.notes) add_note(note.text, note.at);
+    for (const Note& include : diagnostic.included_from) add_note(include.text, include.at);
+  }
+  return text;
+}
+
+}  // namespace rux

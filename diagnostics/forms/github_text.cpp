@@ -1,0 +1,57 @@
+// Workflow commands.
+#include <fmt/format.h>
+
+#include "diagnostics/report.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+// What would end a command, or a property of it.
+std::string Escaped(std::string_view text, std::string_view special) {
+  std::string out;
+  for (const char c : text) {
+    if (special.find(c) == std::string_view::npos) {
+      out += c;
+    } else {
+      out += fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+  }
+  return out;
+}
+
+std::string EscapedText(std::string_view text) { return Escaped(text, "%\r\n"); }
+std::string EscapedProperty(std::string_view text) { return Escaped(text, "%\r\n:,"); }
+
+std::string PropertiesOf(const Diagnostic& diagnostic) {
+  const Location& at = diagnostic.at;
+  std::string properties;
+  if (!at.path.empty()) properties += fmt::format("file={},", EscapedProperty(SafeText(at.path)));
+  if (at.line() != 0) properties += fmt::format("line={},", at.line());
+  if (at.excerpt) {
+    properties +=
+        fmt::format("col={},endColumn={},", at.excerpt->first_column, at.excerpt->end_column);
+  }
+  return properties + fmt::format("title={}", EscapedProperty(IdOf(diagnostic.id)));
+}
+
+}  // namespace
+
+std::string GithubText(const Report& report) {
+  std::string text;
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    std::string message = SafeText(WholeText(diagnostic));
+    if (diagnostic.suggestion) message += '\n' + SafeText(SuggestionText(diagnostic));
+    for (const Note& note : diagnostic.notes) {
+      const std::string place =
+          note.at.path.empty() ? "" : fmt::format("{}:{}: ", note.at.path, note.at.line());
+      message += '\n' + SafeText(place + note.text);
+    }
+    const bool is_note = diagnostic.severity == Severity::kNote;
+    text += fmt::format("::{} {}::{}\n", is_note ? "notice" : WordOf(diagnostic.severity),
+                        PropertiesOf(diagnostic), EscapedText(message));
+  }
+  return text;
+}
+
+}  // namespace rux

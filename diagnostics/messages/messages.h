@@ -1,0 +1,47 @@
+// The messages about scripts: their ids and what they mean.
+#ifndef DIAGNOSTICS_MESSAGES_MESSAGES_H_
+#define DIAGNOSTICS_MESSAGES_MESSAGES_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "diagnostics/severity.h"
+
+namespace rux {
+
+// In the order of the rows of message_rows.def.
+enum class MessageId {
+#define ROW(name, id, severity, text, summary, explanation, wrong, right) k##name,
+#include "diagnostics/messages/message_rows.def"
+};
+
+struct MessageRow {
+  MessageId number;
+  std::string_view id;  // "undefined-word"
+  Severity severity;    // of a script that has nothing else against it
+  std::string_view text;
+  std::string_view summary;
+  std::string_view explanation;
+  std::string_view wrong;
+  std::string_view right;
+};
+
+const std::vector<MessageRow>& MessageRows();
+
+const MessageRow& RowOf(MessageId message);
+inline std::string_view IdOf(MessageId message) { return RowOf(message).id; }
+
+// Both return null when there is none: with the library's text, and with an id.
+const MessageRow* FindMessageByText(std::string_view text);
+const MessageRow* FindMessageById(std::string_view id);
+
+// "there is no message undefind-word; near it: undefined-word"
+std::string UnknownMessageText(const std::string& id);
+
+// What the examples mean by machine.rux.
+extern const std::string_view kMachineScript;
+
+}  // namespace rux
+
+#endif  // DIAGNOSTICS_MESSAGES_MESSAGES_H_

@@ -1,0 +1,61 @@
+#include "diagnostics/severities.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace rux {
+namespace {
+
+constexpr std::string_view kAll = "error";
+constexpr std::string_view kRaise = "error=";
+constexpr std::string_view kDrop = "no-";
+
+bool BeginsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
+
+}  // namespace
+
+std::vector<SeveritySetting> SeveritySettings() {
+  std::vector<SeveritySetting> settings = {{std::string(kAll), "all warnings"}};
+  for (const MessageRow& row : MessageRows()) {
+    if (row.severity != Severity::kWarning) continue;
+    for (const std::string_view beginning : {kRaise, kDrop}) {
+      settings.push_back({std::string(beginning).append(row.id), row.summary});
+    }
+  }
+  return settings;
+}
+
+std::string Severities::Set(const std::string& setting) {
+  if (setting == kAll) {
+    RaiseAll();
+    return "";
+  }
+  const bool raises = BeginsWith(setting, kRaise);
+  if (!raises && !BeginsWith(setting, kDrop)) return "write error, error=ID or no-ID";
+  const std::string id = setting.substr((raises ? kRaise : kDrop).size());
+  const MessageRow* row = FindMessageById(id);
+  if (row == nullptr) return UnknownMessageText(id);
+  if (row->severity != Severity::kWarning) return id + " is no warning";
+  wishes_[row->number] = raises ? Wish::kRaise : Wish::kDrop;
+  return "";
+}
+
+void Severities::Apply(std::vector<Diagnostic>& diagnostics) const {
+  const auto is_dropped = [&](const Diagnostic& diagnostic) {
+    const auto wish = wishes_.find(diagnostic.id);
+    return diagnostic.severity == Severity::kWarning && wish != wishes_.end() &&
+           wish->second == Wish::kDrop;
+  };
+  diagnostics.erase(std::remove_if(diagnostics.begin(), diagnostics.end(), is_dropped),
+                    diagnostics.end());
+  for (Diagnostic& diagnostic : diagnostics) {
+    if (diagnostic.severity != Severity::kWarning) continue;
+    if (!raises_all_ && wishes_.count(diagnostic.id) == 0) continue;
+    diagnostic.severity = Severity::kError;
+    diagnostic.is_raised = true;
+  }
+}
+
+}  // namespace rux

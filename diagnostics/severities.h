@@ -1,0 +1,42 @@
+// What the command line says of the severity of messages.
+#ifndef DIAGNOSTICS_SEVERITIES_H_
+#define DIAGNOSTICS_SEVERITIES_H_
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+
+namespace rux {
+
+// One that Severities::Set takes, and what the message is about that it names.
+struct SeveritySetting {
+  std::string text;
+  std::string_view about;
+};
+std::vector<SeveritySetting> SeveritySettings();
+
+// Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
+// counts more than what is said of all, and of two things about it the last. Errors stay what they
+// are.
+class Severities {
+ public:
+  // Takes "error", "error=ID" or "no-ID". Returns why it cannot, or nothing.
+  std::string Set(const std::string& setting);
+
+  void RaiseAll() { raises_all_ = true; }
+
+  void Apply(std::vector<Diagnostic>& diagnostics) const;
+
+ private:
+  enum class Wish { kRaise, kDrop };
+
+  bool raises_all_ = false;
+  std::map<MessageId, Wish> wishes_;
+};
+
+}  // namespace rux
+
+#endif  // DIAGNOSTICS_SEVERITIES_H_

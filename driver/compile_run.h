@@ -1,0 +1,39 @@
+// One run of the compiler over one script, with its diagnostics.
+#ifndef DRIVER_COMPILE_RUN_H_
+#define DRIVER_COMPILE_RUN_H_
+
+#include <string>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "driver/compile_options.h"
+#include "sources/source_view.h"
+#include "support/exit_status.h"
+
+namespace rux {
+
+// What becomes of a script without errors.
+class CompileProduct {
+ public:
+  virtual ~CompileProduct() = default;
+
+  // Works with the checked model: may call gccOutput and let what that raises pass. Returns what
+  // there is to tell about the product. Throws a Failure when it cannot write.
+  virtual std::vector<Diagnostic> Make() = 0;
+
+  // Puts in place what was made of the sources. Called when nothing stands against it and all has
+  // been told. Throws a Failure when it cannot.
+  virtual void Keep(const SourceFiles& sources) = 0;
+
+  // Called instead when the script has errors.
+  virtual void KeepNone(const SourceFiles& sources) = 0;
+};
+
+// For options of one script. Reads and checks it, has the product made, if there is one, tells the
+// diagnostics and has the product kept. Throws a Failure when the script cannot be read, and those
+// of the product.
+ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
+
+}  // namespace rux
+
+#endif  // DRIVER_COMPILE_RUN_H_

@@ -1,0 +1,80 @@
+#include "driver/depfile.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+#include <unordered_set>
+
+#include "support/failure.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+// Make takes % for a pattern, [ for a set of characters and = for an assignment; ninja ends a name
+// at what is not among these.
+bool IsPlain(char c) {
+  constexpr std::string_view kPlain = "!()+,-./@]_{}~";
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c < 0 ||
+         kPlain.find(c) != std::string_view::npos;
+}
+
+// What stands for the byte at `at`; empty: there is nothing that both tools read as that byte.
+std::string Escaped(std::string_view name, std::size_t at) {
+  const char c = name[at];
+  const bool is_last = at + 1 == name.size();
+  switch (c) {
+    case ' ':
+    case '#':
+      return {'\\', c};
+    case '$':
+      return "$$";
+    case ':':  // at the end, ninja reads a colon as that of the rule
+      return is_last ? "" : "\\:";
+    case '\\':  // the tools count backslashes otherwise in front of what they escape
+      return is_last || (name[at + 1] != c && !IsPlain(name[at + 1])) ? "" : "\\";
+    case ')':  // make reads names that end so as members of archives
+      return is_last ? "" : ")";
+    case '~':  // make reads the name of a user's home
+      return at == 0 ? "" : "~";
+    default:
+      return IsPlain(c) ? std::string(1, c) : "";
+  }
+}
+
+std::string EscapedName(const std::string& path, const std::string& name) {
+  std::string text;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    const std::string escaped = Escaped(name, i);
+    if (escaped.empty()) {
+      throw Failure(ExitStatus::kTrouble,
+                    fmt::format("cannot write {}: make and ninja have no common way to write the "
+                                "'{}' in {}",
+                                SafeText(path), SafeText(name.substr(i, 1)), SafeText(name)));
+    }
+    text += escaped;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string DepfileText(const std::string& path, const std::vector<std::string>& targets,
+                        const std::vector<std::string>& prerequisites) {
+  std::string rule;
+  for (const std::string& target : targets) {
+    rule += (rule.empty() ? "" : " ") + EscapedName(path, target);
+  }
+  rule += ':';
+  std::string empty_rules;
+  std::unordered_set<std::string> told;
+  for (const std::string& prerequisite : prerequisites) {
+    if (!told.insert(prerequisite).second) continue;
+    const std::string name = EscapedName(path, prerequisite);
+    rule += " \\\n  " + name;
+    empty_rules += name + ":\n";
+  }
+  return rule + '\n' + empty_rules;
+}
+
+}  // namespace rux

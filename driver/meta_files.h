@@ -1,0 +1,52 @@
+// What compiling a script makes.
+#ifndef DRIVER_META_FILES_H_
+#define DRIVER_META_FILES_H_
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "driver/compile_run.h"
+#include "support/memory_file.h"
+#include "support/placement.h"
+
+namespace rux {
+
+struct MetaOptions {
+  std::string meta;                            // with prints_meta, for messages only
+  bool prints_meta = false;                    // to standard output
+  std::string debug_meta;                      // empty: none
+  std::string depfile;                         // empty: none
+  std::optional<std::uint32_t> creation_time;  // none: now
+  bool if_changed = false;                     // leave alone what would be replaced by the same
+  std::string stdin_name;                      // what the library is to call a script that is no
+                                               // file; empty: it is one
+};
+
+// The meta file and, if they are asked for, the debug meta file and the dependency file: all or
+// none. The dependency file is also written for a script with errors.
+class MetaFiles : public CompileProduct {
+ public:
+  explicit MetaFiles(const MetaOptions& options) : options_(options) {}
+
+  std::vector<Diagnostic> Make() override;
+  void Keep(const SourceFiles& sources) override;
+  void KeepNone(const SourceFiles& sources) override;
+
+ private:
+  // Takes over what the library wrote.
+  NewFile& Add(const std::string& path, MemoryFile& file);
+  void PutFilesInPlace();
+  NewFile Depfile(const SourceFiles& sources);
+
+  const MetaOptions& options_;
+  std::vector<NewFile> files_;  // with the bytes of those below
+  std::deque<MemoryFile> written_;
+  std::deque<std::string> texts_;
+};
+
+}  // namespace rux
+
+#endif  // DRIVER_META_FILES_H_

@@ -1,0 +1,84 @@
+#include "driver/overwriting.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <system_error>
+
+#include "compiled/debug_meta.h"
+#include "compiled/meta.h"
+#include "support/descriptor.h"
+#include "support/failure.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLongestMagic = 16;
+
+// The one name of a file, whether it is there already or not; empty when it cannot be told.
+fs::path WholeName(const std::string& path) {
+  std::error_code error;
+  const fs::path whole = fs::weakly_canonical(fs::absolute(path, error), error);
+  return error ? fs::path() : whole;
+}
+
+bool IsOneFile(const std::string& path, const std::string& other) {
+  std::error_code none_there;
+  if (fs::is_other(path, none_there)) return false;
+  if (fs::equivalent(path, other, none_there)) return true;
+  const fs::path whole = WholeName(path);
+  return !whole.empty() && whole == WholeName(other);
+}
+
+// Whether there is a file that is neither empty nor compiled. Pipes and devices lose nothing.
+bool HoldsSomethingElse(const std::string& path) {
+  std::error_code none_there;
+  if (!fs::is_regular_file(path, none_there)) return false;
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  std::string beginning;
+  // What cannot be looked at is kept.
+  if (!file.is_open() || !ReadAll(file.number(), kLongestMagic, beginning)) return true;
+  return !beginning.empty() && !IsMetaBytes(beginning) && !IsDebugMetaBytes(beginning);
+}
+
+Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
+  return Failure(ExitStatus::kWrongUsage,
+                 fmt::format("the {} would overwrite the {} {}", written.what, kept.what,
+                             SafeText(kept.path)));
+}
+
+}  // namespace
+
+void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written) {
+  if (IsOneFile(kept.path, written.path)) throw WouldOverwrite(kept, written);
+}
+
+void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<NamedFile>& written) {
+  // Comparing each with each takes too long for many.
+  std::map<fs::path, const NamedFile*> by_name;
+  for (const NamedFile& file : kept) by_name.emplace(WholeName(file.path), &file);
+  for (const NamedFile& file : written) {
+    const auto [place, is_new] = by_name.emplace(WholeName(file.path), &file);
+    if (!is_new && !place->first.empty()) throw WouldOverwrite(*place->second, file);
+  }
+}
+
+void KeepSources(const SourceFiles& sources, const NamedFile& written) {
+  for (const std::string& path : sources.paths) RefuseToOverwrite({"script", path}, written);
+}
+
+void RefuseToGuess(const NamedFile& written) {
+  if (!HoldsSomethingElse(written.path)) return;
+  throw Failure(ExitStatus::kTrouble,
+                fmt::format("the {0} would overwrite {1}, which is not compiled\nIt may be a file "
+                            "that the script includes: the script cannot be read again to tell",
+                            written.what, SafeText(written.path)));
+}
+
+}  // namespace rux

@@ -1,0 +1,167 @@
+#include "driver/scripts.h"
+
+#include <fmt/format.h>
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+#include <thread>
+
+#include "diagnostics/printer.h"
+#include "sources/script_path.h"
+#include "support/failure.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
+#include "support/workers.h"
+
+namespace rux {
+namespace {
+
+constexpr std::string_view kName = "{}";
+
+Failure WrongUsage(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+
+void ExpectForOne(const CompileOptions& options) {
+  const TellingOptions& telling = options.telling;
+  if (!telling.file.empty() && telling.format == "human") {
+    throw WrongUsage("--diagnostics-file needs a --format for programs");
+  }
+  const std::vector<std::string>& scripts = options.scripts;
+  const auto inputs = std::count(scripts.begin(), scripts.end(), CompileOptions::kStandardInput);
+  if (inputs == 0 && !options.stdin_name.empty()) {
+    throw WrongUsage("--stdin-name needs - for a script");
+  }
+  if (inputs != 0 && scripts.size() > 1) throw WrongUsage("- cannot be one of several scripts");
+}
+
+void ExpectForSeveral(const CompileOptions& options) {
+  const TellingOptions& telling = options.telling;
+  ExpectNameForEach(options, "--diagnostics-file", telling.file);
+  const bool is_document = telling.format == "json" || telling.format == "sarif";
+  if (is_document && telling.file.empty()) {
+    throw WrongUsage("a document of --format " + telling.format +
+                     " is for one script: give each its own, as with --diagnostics-file {}." +
+                     telling.format);
+  }
+}
+
+// Counts that the processes of all scripts write to.
+class SharedCounts {
+ public:
+  explicit SharedCounts(std::size_t count)
+      : size_(count * sizeof(Counts)),
+        memory_(mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
+    if (memory_ == MAP_FAILED) throw SystemFailure("cannot share", "memory");
+  }
+  ~SharedCounts() { munmap(memory_, size_); }
+  SharedCounts(const SharedCounts&) = delete;
+  SharedCounts& operator=(const SharedCounts&) = delete;
+
+  // The kernel's zeros are the counts of a script that nothing was told of.
+  Counts& operator[](std::size_t i) const { return static_cast<Counts*>(memory_)[i]; }
+
+ private:
+  const std::size_t size_;
+  void* const memory_;
+};
+
+// What comes together of all scripts.
+class Outcome {
+ public:
+  explicit Outcome(std::size_t scripts) : counts_(scripts), scripts_(scripts) {}
+
+  Counts& CountsOf(std::size_t i) const { return counts_[i]; }
+
+  void Tell(const std::string& script, const WorkDone& done) {
+    PrintOut(done.output);
+    PrintError(done.errors);
+    if (done.signal != 0) {
+      PrintError(
+          fmt::format("rux: error: {}: the process that read it was ended by signal {} ({})\n",
+                      SafeText(script), done.signal, strsignal(done.signal)));
+    }
+    worst_ = std::max(worst_, done.status);
+    if (done.status > ExitStatus::kFindings) ++undone_;
+  }
+
+  std::string Summary() const {
+    Report all;
+    all.script = fmt::format("{} scripts", scripts_);
+    for (std::size_t i = 0; i < scripts_; ++i) {
+      all.errors += counts_[i].errors;
+      all.warnings += counts_[i].warnings;
+    }
+    std::string line = SummaryLine(all);
+    if (undone_ > 0) line.insert(line.size() - 1, fmt::format("; {} could not be done", undone_));
+    return line;
+  }
+
+  ExitStatus worst() const { return worst_; }
+
+ private:
+  const SharedCounts counts_;
+  const std::size_t scripts_;
+  std::size_t undone_ = 0;
+  ExitStatus worst_ = ExitStatus::kDone;
+};
+
+ExitStatus RunSeveral(const std::vector<CompileOptions>& runs,
+                      const std::function<ExitStatus(const CompileOptions&)>& run) {
+  Outcome outcome(runs.size());
+  const TellingOptions& telling = runs.front().telling;
+  const std::size_t jobs = runs.front().jobs;
+  const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1u);
+  DoWork(
+      runs.size(), jobs != 0 ? jobs : processors,
+      [&](std::size_t i) {
+        CompileOptions one = runs[i];
+        one.telling.counts = &outcome.CountsOf(i);
+        return run(one);
+      },
+      [&](std::size_t i, const WorkDone& done) {
+        outcome.Tell(ToOpenablePath(runs[i].script_name()), done);
+      });
+  if (telling.format == "human" || !telling.file.empty()) PrintError(outcome.Summary());
+  return outcome.worst();
+}
+
+}  // namespace
+
+std::string NameFor(const std::string& script, const std::string& name) {
+  std::string whole = name;
+  const std::string stem = std::filesystem::path(ToOpenablePath(script)).stem().string();
+  for (std::size_t at = 0; (at = whole.find(kName, at)) != std::string::npos; at += stem.size()) {
+    whole.replace(at, kName.size(), stem);
+  }
+  return whole;
+}
+
+void ExpectNameForEach(const CompileOptions& options, const char* option, const std::string& name) {
+  if (options.scripts.size() < 2 || name.empty() || name.find(kName) != std::string::npos) return;
+  throw WrongUsage(
+      fmt::format("for several scripts, {} needs {{}} in the name, for that of each", option));
+}
+
+std::vector<CompileOptions> RunsOf(const CompileOptions& options) {
+  ExpectForOne(options);
+  const bool are_several = options.scripts.size() > 1;
+  if (are_several) ExpectForSeveral(options);
+  std::vector<CompileOptions> runs;
+  for (const std::string& script : options.scripts) {
+    CompileOptions& one = runs.emplace_back(options);
+    one.scripts = {script};
+    one.telling.file = NameFor(one.script_name(), options.telling.file);
+    if (are_several) one.telling.color = UsesColour(options.telling.color) ? "always" : "never";
+  }
+  return runs;
+}
+
+ExitStatus RunAll(const std::vector<CompileOptions>& runs,
+                  const std::function<ExitStatus(const CompileOptions&)>& run) {
+  return runs.size() == 1 ? run(runs.front()) : RunSeveral(runs, run);
+}
+
+}  // namespace rux

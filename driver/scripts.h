@@ -1,0 +1,32 @@
+// Several scripts in one command. The library works on one script in a process: each gets its own.
+#ifndef DRIVER_SCRIPTS_H_
+#define DRIVER_SCRIPTS_H_
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "driver/compile_options.h"
+#include "support/exit_status.h"
+
+namespace rux {
+
+// `name` with the name of the script, without folder and suffix, for each "{}".
+std::string NameFor(const std::string& script, const std::string& name);
+
+// Throws a Failure of wrong usage when there are several scripts and a file that each of them is to
+// write has a name (of which an empty one stands for none) that does not tell them apart.
+void ExpectNameForEach(const CompileOptions& options, const char* option, const std::string& name);
+
+// The options for each of the scripts. Throws a Failure of wrong usage when they do not fit
+// together.
+std::vector<CompileOptions> RunsOf(const CompileOptions& options);
+
+// Runs one as it is; several in processes of their own, with what they tell in their order and one
+// summary at the end. Returns the worst of what they end with. Throws a Failure.
+ExitStatus RunAll(const std::vector<CompileOptions>& runs,
+                  const std::function<ExitStatus(const CompileOptions&)>& run);
+
+}  // namespace rux
+
+#endif  // DRIVER_SCRIPTS_H_

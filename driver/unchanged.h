@@ -1,0 +1,15 @@
+// Telling whether a file would be replaced by the same again.
+#ifndef DRIVER_UNCHANGED_H_
+#define DRIVER_UNCHANGED_H_
+
+#include "support/placement.h"
+
+namespace rux {
+
+// Whether a file with these bytes is there already. Of compiled files the time of creation only
+// counts if `counts_time`. What cannot be read is another file.
+bool IsThereAlready(const NewFile& file, bool counts_time);
+
+}  // namespace rux
+
+#endif  // DRIVER_UNCHANGED_H_

@@ -1,0 +1,157 @@
+#include "inspect/debug_find.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+#include "compiled/keywords.h"
+#include "inspect/kinds.h"
+#include "inspect/section_search.h"
+#include "support/failure.h"
+#include "support/name_text.h"
+#include "support/nearest.h"
+
+namespace rux {
+namespace {
+
+Failure WrongPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+
+// A number as scripts write it: of ten characters at most, and its beginning counts.
+std::optional<std::uint32_t> NumberOf(const std::string& text) {
+  constexpr std::size_t kLongest = 10;
+  const bool is_hexadecimal = text.rfind("0x", 0) == 0 || text.rfind("0X", 0) == 0;
+  const std::size_t first_digit = is_hexadecimal ? 2 : 0;
+  if (text.size() <= first_digit || text.size() > kLongest) return std::nullopt;
+  const auto number =
+      static_cast<std::uint32_t>(std::strtoul(text.c_str(), nullptr, is_hexadecimal ? 16 : 10));
+  if (number == 0 && text[first_digit] != '0') return std::nullopt;
+  return number;
+}
+
+std::optional<std::uint32_t> NumberOf(const DebugMeta& meta, const std::string& text) {
+  for (const DebugWord& word : meta.words) {
+    if (word.name == text) return word.value;
+  }
+  return NumberOf(text);
+}
+
+// The text of the first entry of that identifier, when it was given.
+std::optional<std::string> TextOf(const DebugSection& section, std::uint32_t identifier) {
+  for (const DebugEntry& entry : section.entries) {
+    if (entry.identifier != identifier) continue;
+    if (entry.payload_type == 0) return std::nullopt;
+    return entry.fields.front().texts.front();
+  }
+  return std::nullopt;
+}
+
+// The sections of one kind.
+class Sections {
+ public:
+  Sections(const DebugMeta& meta, const std::string& keyword) : meta_(meta), keyword_(keyword) {
+    for (const std::vector<DebugSection>& kind : meta.kinds) {
+      for (const DebugSection& section : kind) {
+        if (SourceSectionKeyword(section.identifier) == keyword) sections_.push_back(&section);
+      }
+    }
+    if (sections_.empty()) throw NotThere("there is no " + keyword + " section");
+  }
+
+  const DebugSection* Find(const PathStep& step) const {
+    const NamedSections names{keyword_, sections_.size(),
+                              [this](std::size_t i) { return NameOf(*sections_[i]); },
+                              [this](std::size_t i) { return IdOf(meta_, *sections_[i]); }};
+    return sections_[FindSection(names, step)];
+  }
+
+  // All entries with that key in the first section that has one.
+  std::vector<DebugFound> FindEntries(const std::string& key) const {
+    std::vector<std::string> keys;
+    for (const DebugSection* section : sections_) {
+      std::vector<DebugFound> found = EntriesOf(*section, key, keys);
+      if (!found.empty()) return found;
+    }
+    throw NoEntry("no " + keyword_ + " section has an", key, keys);
+  }
+
+  std::vector<DebugFound> FindEntries(const DebugSection& section, const std::string& key) const {
+    std::vector<std::string> keys;
+    std::vector<DebugFound> found = EntriesOf(section, key, keys);
+    if (!found.empty()) return found;
+    throw NoEntry("the " + keyword_ + " section has no", key, keys);
+  }
+
+ private:
+  static std::vector<DebugFound> EntriesOf(const DebugSection& section, const std::string& key,
+                                           std::vector<std::string>& keys) {
+    std::vector<DebugFound> found;
+    for (const DebugEntry& entry : section.entries) {
+      if (entry.payload_type == 0) continue;
+      if (entry.name == key) found.push_back({&section, &entry});
+      keys.push_back(entry.name);
+    }
+    return found;
+  }
+
+  const DebugMeta& meta_;
+  const std::string keyword_;
+  std::vector<const DebugSection*> sections_;
+};
+
+std::vector<DebugFound> FindWord(const DebugMeta& meta, const std::string& name) {
+  std::vector<DebugFound> found;
+  for (const std::vector<DebugSection>& kind : meta.kinds) {
+    for (const DebugSection& section : kind) {
+      for (const DebugEntry& entry : section.entries) {
+        if (entry.identifier == kKeyDEFINED_WORD && entry.name == name) {
+          found.push_back({&section, &entry});
+        }
+      }
+    }
+  }
+  if (!found.empty()) return found;
+  std::vector<std::string> names;
+  for (const DebugWord& word : meta.words) names.push_back(word.name);
+  throw NotThere("there is no defined word " + NameText(name) + NearText(name, names));
+}
+
+}  // namespace
+
+std::string ExpectKeyword(const std::string& keyword) {
+  std::vector<std::string> keywords;
+#define SECTION(section_keyword, kind, notation) keywords.emplace_back(#section_keyword);
+#include "ruxcomp/sections.def"
+  keywords.emplace_back(kWordKind);
+  for (const std::string& each : keywords) {
+    if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
+  }
+  throw NotThere("there is no kind " + NameText(keyword) + NearText(keyword, keywords));
+}
+
+std::optional<std::string> NameOf(const DebugSection& section) { return TextOf(section, kKeyNAME); }
+
+std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section) {
+  const std::optional<std::string> text = TextOf(section, kKeyID);
+  return text ? NumberOf(meta, *text) : std::nullopt;
+}
+
+std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path) {
+  const std::string keyword = ExpectKeyword(path.front().text);
+  if (path.size() == 1) throw WrongPath("the path names nothing of kind " + keyword);
+  const PathStep& step = path[1];
+  const Kind* kind = FindKind(keyword);
+  const bool names_section =
+      keyword != kWordKind && ((kind != nullptr && kind->has_names) || OrdinalOf(step));
+  if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on behind an entry");
+  if (keyword == kWordKind) return FindWord(meta, step.text);
+  const Sections sections(meta, keyword);
+  if (!names_section) return sections.FindEntries(step.text);
+  const DebugSection* section = sections.Find(step);
+  if (path.size() == 2) return {{section, nullptr}};
+  return sections.FindEntries(*section, path[2].text);
+}
+
+}  // namespace rux

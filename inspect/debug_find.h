@@ -1,0 +1,43 @@
+// Answering a path with what a script said there.
+#ifndef INSPECT_DEBUG_FIND_H_
+#define INSPECT_DEBUG_FIND_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "compiled/debug_meta.h"
+#include "inspect/meta_path.h"
+
+namespace rux {
+
+// The kind of path that leads to a defined word.
+inline constexpr char kWordKind[] = "WORD";
+
+// The keyword of the kind that a path begins with, as the language spells it, or kWordKind. Throws
+// a Failure that names those near it.
+std::string ExpectKeyword(const std::string& keyword);
+
+// What a path may call the section: its NAME, and the number of its ID. None when it was not given,
+// or is no number.
+std::optional<std::string> NameOf(const DebugSection& section);
+std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section);
+
+struct DebugFound {
+  const DebugSection* section;
+  const DebugEntry* entry;  // null: the section itself
+};
+
+// KIND/SECTION[/ENTRY] as for meta files (meta_find.h), for every kind of the script language, and
+// WORD/NAME for a defined word.
+//
+// The result has the section, or all of its entries with that key, in file order; for a word, all
+// entries that define it. It is never empty and points into `meta`. Throws a Failure of findings
+// that tells what is not there and what is there near it, and one of wrong usage for a path of
+// another form.
+std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path);
+
+}  // namespace rux
+
+#endif  // INSPECT_DEBUG_FIND_H_

@@ -1,0 +1,110 @@
+// A debug meta file for programs.
+#include "compiled/keywords.h"
+#include "inspect/debug_text.h"
+#include "inspect/dump.h"
+#include "inspect/value_json.h"
+
+namespace rux {
+namespace {
+
+void WriteFiles(JsonWriter& json, const DebugMeta& meta) {
+  json.Key("files");
+  if (meta.files_extent.size == 0) {
+    json.Null();
+    return;
+  }
+  json.Open('[');
+  for (const std::string& file : meta.files) {
+    WriteText(json.Open('{'), "path", file);
+    json.Close();
+  }
+  json.Close();
+}
+
+void WriteWords(JsonWriter& json, const DebugMeta& meta, const RawJson& raw) {
+  json.Key("words").Open('[');
+  for (const DebugWord& word : meta.words) {
+    WriteText(json.Open('{'), "name", word.name);
+    json.Key("value").Number(word.value);
+    raw.Write(json, word.pieces);
+    json.Close();
+  }
+  json.Close();
+}
+
+// What sections and entries have in common.
+void WriteObject(JsonWriter& json, const DebugObject& object) {
+  WriteText(json, "name", object.name);
+  json.Key("identifier").Number(object.identifier).Key("notation").Number(object.notation);
+  json.Key("notation_names").Open('[');
+  for (const std::string& name : NotationNames(object.notation)) json.String(name);
+  json.Close();
+  json.Key("file").Number(object.file_index).Key("line").Number(object.line);
+}
+
+void WriteParts(JsonWriter& json, const DebugEntry& entry) {
+  json.Key("parts").Open('[');
+  for (const DebugField& field : entry.fields) {
+    json.Open('{').Key("name").String(field.name).Key("list").Bool(field.is_list);
+    json.Key("values").Open('[');
+    for (const std::string& text : field.texts) {
+      WriteText(json.Open('{'), "value", text);
+      json.Close();
+    }
+    json.Close().Close();
+  }
+  json.Close();
+}
+
+void WriteEntry(JsonWriter& json, const DebugEntry& entry, const RawJson& raw) {
+  WriteObject(json.Open('{'), entry);
+  json.Key("keyword").String(SourceEntryKeyword(entry.identifier));
+  json.Key("given").Bool(entry.payload_type != 0);
+  if (entry.payload_type != 0) {
+    const PayloadClass payload = PayloadClassOf(entry.payload_type);
+    if (payload == PayloadClass::kNumber) json.Key("number").Number(entry.number);
+    if (payload == PayloadClass::kValue) json.Key("type").Number(entry.value_type);
+    if (payload != PayloadClass::kNumber) WriteParts(json, entry);
+  }
+  raw.Write(json, entry.pieces);
+  json.Close();
+}
+
+void WriteSection(JsonWriter& json, const DebugSection& section, std::size_t ordinal,
+                  const RawJson& raw) {
+  WriteObject(json.Open('{'), section);
+  json.Key("ordinal").Number(ordinal);
+  raw.Write(json, section.pieces);
+  json.Key("entries").Open('[');
+  for (const DebugEntry& entry : section.entries) WriteEntry(json, entry, raw);
+  json.Close().Close();
+}
+
+void WriteKind(JsonWriter& json, const std::vector<DebugSection>& sections, const Piece& count,
+               const RawJson& raw) {
+  raw.Write(json.Open('{'), {count});
+  json.Key("sections").Open('[');
+  std::size_t ordinal = 0;
+  for (const DebugSection& section : sections) WriteSection(json, section, ordinal++, raw);
+  json.Close().Close();
+}
+
+}  // namespace
+
+std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw) {
+  JsonWriter json;
+  WriteTitle(json.Open('{'), path, Form::kDebugMeta, meta.version, meta.creation_time);
+  std::vector<Piece> pieces = meta.header;
+  pieces.push_back({"defined word count", meta.word_count});
+  pieces.push_back({"kind count", meta.kind_count});
+  raw.Write(json, pieces);
+  WriteFiles(json, meta);
+  WriteWords(json, meta, raw);
+  json.Key("kinds").Open('[');
+  for (std::size_t i = 0; i < meta.kinds.size(); ++i) {
+    WriteKind(json, meta.kinds[i], {"section count", meta.section_counts[i]}, raw);
+  }
+  return json.Close().Close().TakeText();
+}
+
+}  // namespace rux

@@ -1,0 +1,126 @@
+// A debug meta file for people.
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <cstddef>
+
+#include "compiled/keywords.h"
+#include "inspect/debug_text.h"
+#include "inspect/dump.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+std::string ClassText(const DebugEntry& entry) {
+  switch (PayloadClassOf(entry.payload_type)) {
+    case PayloadClass::kNumber:
+      return "number";
+    case PayloadClass::kText:
+      return "text";
+    case PayloadClass::kList:
+      return "list";
+    case PayloadClass::kValue:
+      return fmt::format("value of type {}", entry.value_type);
+    case PayloadClass::kRepeater:
+      return "repeater";
+  }
+  return "";
+}
+
+std::string NotationText(std::uint32_t notation) {
+  const std::vector<std::string> names = NotationNames(notation);
+  return names.empty() ? "no notation" : fmt::format("{}", fmt::join(names, ", "));
+}
+
+class DebugLister {
+ public:
+  DebugLister(const DebugMeta& meta, Listing& listing)
+      : meta_(meta), places_(meta), listing_(listing) {}
+
+  void List() {
+    ListFiles();
+    ListWords();
+    listing_.Blank();
+    listing_.Line(fmt::format("kinds: {}", meta_.kinds.size()), meta_.kind_count);
+    for (std::size_t i = 0; i < meta_.kinds.size(); ++i) ListKind(i);
+  }
+
+ private:
+  void ListFiles() {
+    listing_.Blank();
+    // Their bytes stand in the first section.
+    listing_.Line(meta_.files_extent.size == 0
+                      ? "source files: not listed"
+                      : fmt::format("source files: {}", meta_.files.size()));
+    for (std::size_t i = 0; i < meta_.files.size(); ++i) {
+      listing_.Line(fmt::format("  {}  {}", i, places_.paths()[i]));
+    }
+  }
+
+  void ListWords() {
+    listing_.Blank();
+    listing_.Line(fmt::format("defined words: {}", meta_.words.size()), meta_.word_count);
+    for (const DebugWord& word : meta_.words) {
+      listing_.Line(fmt::format("  {0} = {1} (0x{1:X})", SafeText(word.name), word.value),
+                    word.extent);
+    }
+  }
+
+  void ListKind(std::size_t ordinal) {
+    const std::vector<DebugSection>& sections = meta_.kinds[ordinal];
+    const std::string keyword =
+        sections.empty() ? "" : std::string(SourceSectionKeyword(sections[0].identifier)) + ", ";
+    listing_.Blank();
+    listing_.Line(fmt::format("kind block {}: {}sections: {}", ordinal, keyword, sections.size()),
+                  meta_.section_counts[ordinal]);
+    for (std::size_t i = 0; i < sections.size(); ++i) ListSection(sections[i], i);
+  }
+
+  void ListSection(const DebugSection& section, std::size_t ordinal) {
+    listing_.Line(fmt::format("{}: [{}] @{}  (0x{:08X}; {})", places_.Of(section),
+                              SafeText(section.name), ordinal, section.identifier,
+                              NotationText(section.notation)));
+    listing_.Pieces("  ", section.pieces);
+    for (auto entry = section.entries.begin(); entry != section.entries.end();) {
+      if (entry->payload_type != 0) {
+        ListEntry(*entry++);
+      } else {
+        entry = ListNotGiven(entry, section.entries.end());
+      }
+    }
+  }
+
+  void ListEntry(const DebugEntry& entry) {
+    listing_.Line(fmt::format("  {}: {}  (0x{:08X} {}; {})", places_.Of(entry), EntryText(entry),
+                              entry.identifier, ClassText(entry), NotationText(entry.notation)));
+    listing_.Pieces("    ", entry.pieces);
+  }
+
+  // All that were not given up to the next one that was. Returns that one.
+  using Entries = std::vector<DebugEntry>::const_iterator;
+  Entries ListNotGiven(Entries entry, Entries end) {
+    std::string keys;
+    const Entries first = entry;
+    for (; entry != end && entry->payload_type == 0; ++entry) {
+      keys += (keys.empty() ? "" : ", ") + KeyText(*entry);
+    }
+    listing_.Line("  not given: " + keys);
+    for (Entries each = first; each != entry; ++each) listing_.Pieces("    ", each->pieces);
+    return entry;
+  }
+
+  const DebugMeta& meta_;
+  const SourcePlaces places_;
+  Listing& listing_;
+};
+
+}  // namespace
+
+void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& listing) {
+  listing.Line(TitleText(path, Form::kDebugMeta, meta.version, meta.creation_time));
+  listing.Pieces("  ", meta.header);
+  DebugLister(meta, listing).List();
+}
+
+}  // namespace rux

@@ -1,0 +1,79 @@
+#include "inspect/debug_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "compiled/keywords.h"
+#include "sources/script_path.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+// A sub-string as a script can write it.
+std::string ScriptText(const std::string& text) {
+  const bool needs_quotes = text.empty() || text.find_first_of(" \t,;#") != std::string::npos;
+  return needs_quotes ? '"' + SafeText(text) + '"' : SafeText(text);
+}
+
+// The fields without the empty texts at the end: a calculation has more of them than its operator
+// may need.
+std::size_t CountOfGivenFields(const std::vector<DebugField>& fields) {
+  std::size_t count = fields.size();
+  while (count > 1 && !fields[count - 1].is_list && fields[count - 1].texts.front().empty()) {
+    --count;
+  }
+  return count;
+}
+
+}  // namespace
+
+std::string ValueText(const DebugEntry& entry) {
+  if (PayloadClassOf(entry.payload_type) == PayloadClass::kNumber) {
+    return fmt::format("{0} (0x{0:X})", entry.number);
+  }
+  std::string joined;
+  const std::size_t count = CountOfGivenFields(entry.fields);
+  for (std::size_t i = 0; i < count; ++i) {
+    for (const std::string& text : entry.fields[i].texts) {
+      joined += (joined.empty() ? "" : ", ") + ScriptText(text);
+    }
+  }
+  return joined.empty() ? "(none)" : joined;
+}
+
+std::string EntryText(const DebugEntry& entry) { return KeyText(entry) + " = " + ValueText(entry); }
+
+std::string KeyText(const DebugEntry& entry) {
+  return SafeText(entry.payload_type == 0 ? SourceEntryKeyword(entry.identifier) : entry.name);
+}
+
+std::vector<std::string> NotationNames(std::uint32_t notation) {
+  // Two bits are carried on values without a meaning of their own.
+  constexpr struct {
+    std::uint32_t bit;
+    const char* name;
+  } kBits[] = {{1, "required"}, {2, "optional"}, {4, "bit 4"}, {8, "free name"}, {32, "bit 32"}};
+  std::vector<std::string> names;
+  for (const auto& [bit, name] : kBits) {
+    if ((notation & bit) != 0) names.emplace_back(name);
+    notation &= ~bit;
+  }
+  if (notation != 0) names.push_back(fmt::format("unknown bits 0x{:X}", notation));
+  return names;
+}
+
+SourcePlaces::SourcePlaces(const DebugMeta& meta) {
+  for (const std::string& file : meta.files) paths_.push_back(SafeText(ToOpenablePath(file)));
+}
+
+std::string SourcePlaces::Of(const DebugObject& object) const {
+  const std::string path = object.file_index < paths_.size()
+                               ? paths_[object.file_index]
+                               : fmt::format("(file {})", object.file_index);
+  return fmt::format("{}:{}", path, object.line);
+}
+
+}  // namespace rux

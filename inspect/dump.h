@@ -1,0 +1,39 @@
+// The whole of a compiled file, for people and for programs.
+#ifndef INSPECT_DUMP_H_
+#define INSPECT_DUMP_H_
+
+#include <cstdint>
+#include <string>
+
+#include "compiled/debug_meta.h"
+#include "compiled/file_header.h"
+#include "compiled/meta.h"
+#include "inspect/listing.h"
+#include "inspect/raw_json.h"
+#include "support/json_text.h"
+
+namespace rux {
+
+// For people. `path` is how the file is called.
+void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& listing);
+void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing);
+
+// For programs; docs/dump-json.md tells what each member means.
+std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw);
+std::string MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw);
+
+// What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
+std::string TitleText(const std::string& path, Form form, std::uint32_t version,
+                      std::uint32_t creation_time);
+void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
+                std::uint32_t creation_time);
+
+// Of that, what is behind the form: "format 0x01000000, created ...".
+std::string OriginText(std::uint32_t version, std::uint32_t creation_time);
+
+// "form": "meta" or "debug meta"; null for what is neither.
+void WriteForm(JsonWriter& json, Form form);
+
+}  // namespace rux
+
+#endif  // INSPECT_DUMP_H_

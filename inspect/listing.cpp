@@ -1,0 +1,44 @@
+#include "inspect/listing.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace rux {
+namespace {
+
+constexpr std::size_t kMostShown = 12;  // bytes in a line
+
+// The columns to the left of the text.
+constexpr char kColumns[] = "{:<45}{:<2} | {}\n";
+
+}  // namespace
+
+void Listing::Line(const std::string& text) {
+  text_ += raw_ ? fmt::format(kColumns, "", "", text) : text + '\n';
+}
+
+void Listing::Line(const std::string& text, Extent extent) {
+  if (!raw_) return Line(text);
+  std::string shown = fmt::format("{:08X}:", extent.offset);
+  for (const char byte : bytes_.substr(extent.offset, std::min(extent.size, kMostShown))) {
+    shown += fmt::format(" {:02X}", static_cast<unsigned char>(byte));
+  }
+  const bool is_cut = extent.size > kMostShown;
+  const std::string size = is_cut ? fmt::format("  ({} bytes)", extent.size) : "";
+  text_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);
+}
+
+void Listing::Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece) {
+  Line(text, raw_ ? pieces[piece].extent : Extent());
+}
+
+void Listing::Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first,
+                     std::size_t last) {
+  for (std::size_t i = first; i < std::min(last, pieces.size()); ++i) {
+    Line(indent + pieces[i].name, pieces[i].extent);
+  }
+}
+
+}  // namespace rux

@@ -1,0 +1,43 @@
+// The lines of a dump, with the bytes that they tell of beside them when those are asked for.
+//
+//   00000094: 05 00 00 20                         |   identifier
+#ifndef INSPECT_LISTING_H_
+#define INSPECT_LISTING_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "compiled/extent.h"
+
+namespace rux {
+
+class Listing {
+ public:
+  // `bytes` is the whole file; it must outlive the listing.
+  Listing(std::string_view bytes, bool raw) : bytes_(bytes), raw_(raw) {}
+
+  bool raw() const { return raw_; }
+
+  // A line for what has no bytes of its own, or whose bytes follow piece by piece.
+  void Line(const std::string& text);
+  void Line(const std::string& text, Extent extent);
+  // Of a record's pieces, which there are only when bytes are asked for: a line that tells of one
+  // of them, and one for each of some.
+  void Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece);
+  void Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first = 0,
+              std::size_t last = static_cast<std::size_t>(-1));
+  void Blank() { text_ += '\n'; }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  const std::string_view bytes_;
+  const bool raw_;
+  std::string text_;
+};
+
+}  // namespace rux
+
+#endif  // INSPECT_LISTING_H_

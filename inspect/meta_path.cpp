@@ -1,0 +1,72 @@
+#include "inspect/meta_path.h"
+
+#include <charconv>
+#include <cstddef>
+#include <string_view>
+#include <system_error>
+
+#include "support/failure.h"
+
+namespace rux {
+namespace {
+
+Failure BadPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+
+// Takes a quoted step off the path, whose opening quote is its first character.
+PathStep TakeQuoted(std::string_view& path) {
+  PathStep step{"", true};
+  path.remove_prefix(1);
+  while (true) {
+    const std::size_t quote = path.find('"');
+    if (quote == std::string_view::npos) {
+      throw BadPath("a double quote in the path has no end");
+    }
+    step.text += path.substr(0, quote);
+    path.remove_prefix(quote + 1);
+    if (path.empty() || path.front() != '"') return step;
+    step.text += '"';
+    path.remove_prefix(1);
+  }
+}
+
+PathStep TakeStep(std::string_view& path) {
+  if (!path.empty() && path.front() == '"') return TakeQuoted(path);
+  PathStep step{std::string(path.substr(0, path.find('/'))), false};
+  path.remove_prefix(step.text.size());
+  if (step.text.empty()) {
+    throw BadPath("the path has an empty step (an empty name is written \"\")");
+  }
+  return step;
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> PathStep::NumberBehind(char sign) const {
+  if (quoted || text.empty() || text.front() != sign) return std::nullopt;
+  std::string_view digits = std::string_view(text).substr(1);
+  int base = 10;
+  if (digits.substr(0, 2) == "0x" || digits.substr(0, 2) == "0X") {
+    digits.remove_prefix(2);
+    base = 16;
+  }
+  std::uint32_t number = 0;
+  const char* end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
+  if (error != std::errc() || stop != end) {
+    throw BadPath("no number follows the " + std::string(1, sign) + " in " + text);
+  }
+  return number;
+}
+
+std::vector<PathStep> ParseMetaPath(const std::string& path) {
+  std::vector<PathStep> steps;
+  std::string_view rest(path);
+  while (true) {
+    steps.push_back(TakeStep(rest));
+    if (rest.empty()) return steps;
+    if (rest.front() != '/') throw BadPath("a quoted name in the path is followed by other text");
+    rest.remove_prefix(1);
+  }
+}
+
+}  // namespace rux

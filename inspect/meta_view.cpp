@@ -1,0 +1,35 @@
+#include "inspect/meta_view.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "compiled/compiled_file.h"
+#include "compiled/read_model.h"
+
+namespace rux {
+
+MetaView::MetaView(const std::string& path) : path_(path) {
+  CompiledFile file(path, Form::kMeta);
+  info_ = {file.summary().version, file.summary().creation_time};
+  model_ = ReadModel(std::move(file).TakeBytes());
+}
+
+Datum DatumOf(const ruxcomp::Value& value) {
+  if (const std::optional<Datum> immediate = ImmediateDatum(value.index())) return *immediate;
+  switch (value.kind()) {
+    case RUX_DATA_NUMBER:
+      return NumberDatum(value.number());
+    case RUX_DATA_STRING:
+      return TextDatum(value.index(), std::string(value.text()));
+    default:
+      return {};
+  }
+}
+
+std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  std::string key = KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));
+  return key.empty() ? fmt::format("(entry 0x{:08X})", entry.identifier()) : key;
+}
+
+}  // namespace rux

@@ -1,0 +1,41 @@
+// A meta file for reading: as the read model tells it, in the words of a script's author.
+#ifndef INSPECT_META_VIEW_H_
+#define INSPECT_META_VIEW_H_
+
+#include <cstdint>
+#include <string>
+
+#include "compiled/index_class.h"
+#include "inspect/kinds.h"
+#include "ruxcomp/model.h"
+
+namespace rux {
+
+class MetaView {
+ public:
+  // Throws a Failure when the file cannot be read or is no sound meta file.
+  explicit MetaView(const std::string& path);
+
+  const std::string& path() const { return path_; }
+  const tagMETAFILEINFO& info() const { return info_; }
+
+  // In file order.
+  ruxcomp::Sections SectionsOf(const Kind& kind) const { return model_.sections(kind.section); }
+
+  const ruxcomp::Model& model() const { return model_; }
+
+ private:
+  const std::string path_;
+  tagMETAFILEINFO info_{};
+  ruxcomp::Model model_;
+};
+
+// What a value stands for, with names as a script writes them.
+Datum DatumOf(const ruxcomp::Value& value);
+
+// The key of an entry as a script writes it in such a section.
+std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
+
+}  // namespace rux
+
+#endif  // INSPECT_META_VIEW_H_

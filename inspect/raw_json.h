@@ -1,0 +1,29 @@
+// The bytes of a file in the JSON form of a dump.
+#ifndef INSPECT_RAW_JSON_H_
+#define INSPECT_RAW_JSON_H_
+
+#include <string_view>
+#include <vector>
+
+#include "compiled/extent.h"
+#include "support/json_text.h"
+
+namespace rux {
+
+class RawJson {
+ public:
+  // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is written.
+  RawJson(std::string_view bytes, bool wanted) : bytes_(bytes), wanted_(wanted) {}
+
+  // Into the object that was opened last:
+  // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
+  void Write(JsonWriter& json, const std::vector<Piece>& pieces) const;
+
+ private:
+  const std::string_view bytes_;
+  const bool wanted_;
+};
+
+}  // namespace rux
+
+#endif  // INSPECT_RAW_JSON_H_

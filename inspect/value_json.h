@@ -1,0 +1,32 @@
+// Values for programs.
+//
+//   text        any text stands as a string member; when its bytes are no UTF-8, the string holds
+//               replacement characters and the same object gets a member "hex" with the exact bytes
+//   value       {"class": CLASS, "value": number, text or null}
+//   CLASS       number, string, group, action, table, value, global, name, argument (its number),
+//               operator (its text), type (its number), unresolved (null)
+//   part        {"name": text, "values": [value, ...]}
+//   entry       {"name": text, "values": [...]}, or for value, global and repeater entries
+//               {"name": text, "type": number, "parts": [part, ...]}; repeaters have no type
+#ifndef INSPECT_VALUE_JSON_H_
+#define INSPECT_VALUE_JSON_H_
+
+#include <string>
+#include <string_view>
+
+#include "inspect/entry_value.h"
+#include "support/json_text.h"
+
+namespace rux {
+
+// Members of the object that was opened last.
+void WriteText(JsonWriter& json, std::string_view member, std::string_view text);
+void WriteDatum(JsonWriter& json, const Datum& datum);
+
+// A part and an entry.
+void WritePart(JsonWriter& json, const EntryPart& part);
+void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& value);
+
+}  // namespace rux
+
+#endif  // INSPECT_VALUE_JSON_H_

@@ -1,0 +1,85 @@
+#include "inspect/value_text.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+
+#include "support/name_text.h"
+#include "support/safe_text.h"
+
+namespace rux {
+namespace {
+
+// Among the parts of a value: short, and clear of what separates them.
+std::string InnerText(const Datum& datum) {
+  switch (datum.is) {
+    case Datum::Class::kNumber:
+    case Datum::Class::kType:
+      return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
+    case Datum::Class::kUnresolved:
+      return "(unresolved)";
+    case Datum::Class::kOperator:
+      return datum.text;
+    default:
+      return NameText(datum.text);
+  }
+}
+
+// By itself.
+std::string OuterText(const Datum& datum) {
+  switch (datum.is) {
+    case Datum::Class::kNumber:
+      return fmt::format("{} (0x{:X})", datum.number, datum.number);
+    case Datum::Class::kType:
+      return fmt::format("type {}", datum.number);
+    case Datum::Class::kUnresolved:
+      return "(unresolved)";
+    default:
+      return SafeText(datum.text);
+  }
+}
+
+template <class Text>
+std::string Joined(const std::vector<Datum>& items, Text text) {
+  std::string joined;
+  for (const Datum& item : items) joined += (joined.empty() ? "" : ", ") + text(item);
+  return joined;
+}
+
+std::string NamedPartText(const EntryPart& part) {
+  const std::string items = Joined(part.items, InnerText);
+  return part.name + (part.is_list ? "=[" + items + "]" : "=" + items);
+}
+
+}  // namespace
+
+std::string PartText(const EntryPart& part) {
+  return part.items.empty() ? "(none)" : Joined(part.items, OuterText);
+}
+
+std::string ValueText(const EntryValue& value) {
+  std::string text;
+  if (value.type) {
+    text = fmt::format("type {}", *value.type) + (value.parts.empty() ? "" : ":");
+  }
+  for (const EntryPart& part : value.parts) {
+    if (!text.empty()) text += ' ';
+    text += part.name.empty() ? PartText(part) : NamedPartText(part);
+  }
+  return text.empty() ? "(none)" : text;
+}
+
+std::string CellsText(const std::array<std::uint8_t, 256>& cells) {
+  std::string text;
+  for (std::size_t first = 0; first < cells.size();) {
+    std::size_t last = first;
+    while (last + 1 < cells.size() && cells[last + 1] == cells[first]) ++last;
+    const std::string range = first == last ? fmt::format("0x{:02X}", first)
+                                            : fmt::format("0x{:02X}..0x{:02X}", first, last);
+    text += fmt::format("{:<10}  {} (0x{:X})\n", range, cells[first], cells[first]);
+    first = last + 1;
+  }
+  return text;
+}
+
+}  // namespace rux

@@ -1,0 +1,93 @@
+#include "rules/traps.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include "rules/script_item.h"
+#include "rules/trap_rules.h"
+
+namespace rux {
+namespace {
+
+// Shows the script to all rules.
+class Walk {
+ public:
+  Walk(const DefinedWordTable& words, TrapReport& report) : words_(words) {
+    for (const MakeTrapRules make : kTrapRules) rules_.push_back(make(words, report));
+  }
+
+  void Show(const SourceSection& section) {
+    const KindKeys* kind = FindKeysOf(section.section->name);
+    if (kind == nullptr) return;
+    interested_.clear();
+    for (const auto& rule : rules_) {
+      if (rule->BeginSection(section, kind->schema->kind)) interested_.push_back(rule.get());
+    }
+    for (std::uint32_t i = 0; i < section.section->item_count; ++i) Show(section, *kind, i);
+    for (TrapRules* rule : interested_) rule->EndSection();
+  }
+
+  void End(const SourceView& sources) {
+    for (const auto& rule : rules_) rule->End(sources);
+  }
+
+ private:
+  void Show(const SourceSection& section, const KindKeys& kind, std::uint32_t index) {
+    const reader::Item& item = section.section->items[index];
+    SubStrings(item.value, parts_);
+    ScriptItem shown{
+        section.file, section.section, &item, kind.schema->kind, KeyOf(kind, item.key, index),
+        parts_};
+    if (PayloadClassOf(shown.key) == PayloadClass::kValue) {
+      if (const auto type = words_.Find(shown.first())) {
+        shown.value_type = *type;
+        shown.shape = &ShapeOf(*type);
+      }
+    }
+    for (TrapRules* rule : interested_) rule->See(shown);
+  }
+
+  const DefinedWordTable& words_;
+  std::vector<std::unique_ptr<TrapRules>> rules_;
+  std::vector<TrapRules*> interested_;   // in the section that is shown
+  std::vector<std::string_view> parts_;  // of the item that is shown
+};
+
+// What a file says that is included twice is said once.
+void DropRepeated(std::vector<Diagnostic>& found) {
+  using Key = std::tuple<MessageId, const SourceFile*, std::uint32_t, std::optional<std::size_t>,
+                         std::string_view>;
+  std::set<Key> told;
+  std::vector<Diagnostic> kept;
+  // The keys look into what is kept, which must not move.
+  kept.reserve(found.size());
+  for (Diagnostic& trap : found) {
+    const Location& at = trap.at;
+    if (told.count({trap.id, at.source, at.first_line, at.value_at, trap.text}) != 0) continue;
+    const Diagnostic& first = kept.emplace_back(std::move(trap));
+    told.insert({first.id, first.at.source, first.at.first_line, first.at.value_at, first.text});
+  }
+  found = std::move(kept);
+}
+
+}  // namespace
+
+std::vector<Diagnostic> FindTraps(const SourceView& sources) {
+  // What a pipe has included, nobody knows.
+  if (!sources.files().complete) return {};
+  TrapReport report;
+  const DefinedWordTable words(sources, report);
+  Walk walk(words, report);
+  for (const SourceSection& section : sources.sections()) walk.Show(section);
+  walk.End(sources);
+  std::vector<Diagnostic> found = report.TakeFound();
+  if (sources.includes_again()) DropRepeated(found);
+  return found;
+}
+
+}  // namespace rux

@@ -1,0 +1,76 @@
+#include "support/descriptor.h"
+
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace rux {
+namespace {
+
+// Whether the call that just failed is to be made once more. Of pipes that somebody set not to
+// block, it waits for what they block on.
+bool IsWorthAnotherTry(int file, short awaited) {
+  if (errno == EAGAIN) {
+    pollfd ready = {file, awaited, 0};
+    return poll(&ready, 1, -1) >= 0 || errno == EINTR;
+  }
+  return errno == EINTR;
+}
+
+}  // namespace
+
+Descriptor::~Descriptor() { Close(); }
+
+Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  std::swap(number_, other.number_);
+  return *this;
+}
+
+bool Descriptor::Close() {
+  if (!is_open()) return true;
+  // An interrupted close has closed the file all the same.
+  return close(std::exchange(number_, -1)) == 0 || errno == EINTR;
+}
+
+bool WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0) {
+      if (!IsWorthAnotherTry(file, POLLOUT)) return false;
+      continue;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+bool ReadAll(int file, std::size_t most, std::string& bytes) {
+  constexpr std::size_t kFirst = std::size_t{1} << 16;  // of a file that does not tell its size
+  struct stat status;
+  const bool tells_size =
+      fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
+  const std::size_t expected = tells_size ? static_cast<std::size_t>(status.st_size) : kFirst;
+  std::size_t used = bytes.size();
+  const auto room_for = [&](std::size_t more) {
+    bytes.resize(used + std::min(more, most + 1 - std::min(used, most)));
+  };
+  // One byte more than expected shows the end of the file without growing the text.
+  room_for(expected + 1);
+  ssize_t size = 1;
+  while (used <= most && size != 0) {
+    if (used == bytes.size()) room_for(used);
+    size = read(file, &bytes[used], bytes.size() - used);
+    if (size > 0) used += static_cast<std::size_t>(size);
+    if (size < 0 && !IsWorthAnotherTry(file, POLLIN)) break;
+  }
+  bytes.resize(used);
+  return size >= 0;
+}
+
+}  // namespace rux

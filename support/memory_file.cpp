@@ -1,0 +1,57 @@
+#include "support/memory_file.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/failure.h"
+
+namespace rux {
+
+MemoryFile::MemoryFile(const std::string& wanted)
+    : wanted_(wanted),
+      file_(memfd_create("rux", MFD_CLOEXEC)),
+      path_("/proc/self/fd/" + std::to_string(file_.number())) {
+  if (!file_.is_open()) throw SystemFailure("cannot write", wanted_);
+}
+
+MemoryFile::~MemoryFile() {
+  if (!mapped_.empty()) munmap(const_cast<char*>(mapped_.data()), mapped_.size());
+}
+
+void MemoryFile::Overwrite(std::size_t offset, std::string_view bytes) {
+  if (Size() < offset + bytes.size()) return;
+  if (lseek(file_.number(), static_cast<off_t>(offset), SEEK_SET) < 0 ||
+      !WriteAll(file_.number(), bytes)) {
+    throw SystemFailure("cannot write", wanted_);
+  }
+}
+
+std::string_view MemoryFile::Bytes() {
+  const std::size_t size = Size();
+  if (!mapped_.empty() || size == 0) return mapped_;
+  void* bytes = mmap(nullptr, size, PROT_READ, MAP_SHARED | MAP_POPULATE, file_.number(), 0);
+  if (bytes == MAP_FAILED) throw SystemFailure("cannot write", wanted_);
+  mapped_ = {static_cast<const char*>(bytes), size};
+  return mapped_;
+}
+
+std::size_t MemoryFile::Size() const {
+  struct stat status;
+  if (fstat(file_.number(), &status) != 0) throw SystemFailure("cannot write", wanted_);
+  return static_cast<std::size_t>(status.st_size);
+}
+
+void MemoryFile::ThrowIncomplete() const {
+  // The writer kept its reason to itself; the same happens again to another one.
+  const Descriptor again(open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
+  if (!again.is_open()) throw SystemFailure("cannot write " + wanted_ + ": cannot open", path_);
+  if (!WriteAll(again.number(), std::string(4096, '\0'))) {
+    throw SystemFailure("cannot write", wanted_);
+  }
+  throw Failure(ExitStatus::kTrouble,
+                "cannot write " + wanted_ + ": it was not written completely");
+}
+
+}  // namespace rux

@@ -1,0 +1,50 @@
+// A file in memory, for what can only write to a path.
+#ifndef SUPPORT_MEMORY_FILE_H_
+#define SUPPORT_MEMORY_FILE_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "support/descriptor.h"
+
+namespace rux {
+
+// Nothing of it is on any disk, so that nothing is left of it however the process ends.
+class MemoryFile {
+ public:
+  // `wanted`: the file that the bytes are for; failures name that one. Throws a Failure.
+  explicit MemoryFile(const std::string& wanted);
+  ~MemoryFile();
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+
+  int number() const { return file_.number(); }
+
+  // Under which this process can open the file.
+  const std::string& path() const { return path_; }
+
+  // Puts other bytes in place of those that stand at an offset. A file that ends before them stays
+  // as it is. Throws a Failure.
+  void Overwrite(std::size_t offset, std::string_view bytes);
+
+  // All that was written, once that is done: they are looked at where they are, and valid as long
+  // as this is. Throws a Failure.
+  std::string_view Bytes();
+
+  // The Failure for a writer that did not finish, with the system's reason for it where it can
+  // still be found out.
+  [[noreturn]] void ThrowIncomplete() const;
+
+ private:
+  std::size_t Size() const;
+
+  const std::string wanted_;
+  const Descriptor file_;
+  const std::string path_;
+  std::string_view mapped_;
+};
+
+}  // namespace rux
+
+#endif  // SUPPORT_MEMORY_FILE_H_

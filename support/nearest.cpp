@@ -1,0 +1,128 @@
+#include "support/nearest.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+
+namespace rux {
+namespace {
+
+constexpr std::size_t kMostShown = 5;
+
+std::string InCapitals(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// How many characters must be changed, dropped, added or swapped with their neighbour.
+std::size_t Distance(const std::string& a, const std::string& b) {
+  // The rows of the matrix for two characters ago, for the last one, and for this one.
+  std::vector<std::size_t> before_last(b.size() + 1);
+  std::vector<std::size_t> last(b.size() + 1);
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    std::swap(before_last, last);
+    std::swap(last, row);
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      row[j] =
+          std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1)});
+      const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+      if (swapped) row[j] = std::min(row[j], before_last[j - 2] + 1);
+    }
+  }
+  return row[b.size()];
+}
+
+std::size_t LengthDifference(const std::string& a, const std::string& b) {
+  return a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
+}
+
+bool HasSameCharacters(std::string a, std::string b) {
+  std::sort(a.begin(), a.end());
+  std::sort(b.begin(), b.end());
+  return a == b;
+}
+
+// The one of the names that fits; null when none does, or several do.
+template <class Fits>
+const std::string* TheOnly(const std::vector<const std::string*>& names, Fits fits) {
+  const std::string* only = nullptr;
+  for (const std::string* name : names) {
+    if (!fits(*name) || (only != nullptr && *only == *name)) continue;
+    if (only != nullptr) return nullptr;
+    only = name;
+  }
+  return only;
+}
+
+std::string Joined(const std::vector<std::string>& names, std::string (*shown)(std::string_view)) {
+  std::string list;
+  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + shown(name);
+  return list;
+}
+
+}  // namespace
+
+std::vector<std::string> Nearest(const std::string& wanted,
+                                 const std::vector<std::string>& candidates, std::size_t most) {
+  const std::string goal = InCapitals(wanted);
+  const std::size_t farthest = std::max<std::size_t>(2, goal.size() / 3);
+  std::vector<std::pair<std::size_t, const std::string*>> near;
+  for (const std::string& candidate : candidates) {
+    if (LengthDifference(candidate, goal) > farthest) continue;
+    const std::size_t distance = Distance(goal, InCapitals(candidate));
+    if (distance <= farthest) near.emplace_back(distance, &candidate);
+  }
+  std::stable_sort(near.begin(), near.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  if (near.size() > most) near.resize(most);
+  std::vector<std::string> names;
+  for (const auto& [distance, name] : near) names.push_back(*name);
+  return names;
+}
+
+std::optional<std::string> MeantName(const std::string& wanted,
+                                     const std::vector<std::string>& candidates,
+                                     std::size_t farthest) {
+  const std::string goal = InCapitals(wanted);
+  if (goal.size() < 4) farthest = 1;
+  std::vector<const std::string*> near;
+  for (const std::string& candidate : candidates) {
+    if (candidate == wanted || LengthDifference(candidate, goal) > farthest) continue;
+    const std::size_t distance = Distance(goal, InCapitals(candidate));
+    // What has not one character in common is no misspelling.
+    if (distance > farthest || distance >= std::max(candidate.size(), goal.size())) continue;
+    if (distance < farthest) near.clear();
+    farthest = distance;
+    near.push_back(&candidate);
+  }
+  const auto any = [](const std::string&) { return true; };
+  const auto same = [&](const std::string& name) {
+    return HasSameCharacters(InCapitals(name), goal);
+  };
+  const auto begins_alike = [&](const std::string& name) {
+    return !name.empty() && !wanted.empty() && name.front() == wanted.front();
+  };
+  const std::string* meant = TheOnly(near, any);
+  if (meant == nullptr) meant = TheOnly(near, same);
+  if (meant == nullptr) meant = TheOnly(near, begins_alike);
+  return meant == nullptr ? std::nullopt : std::make_optional(*meant);
+}
+
+std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,
+                     std::string (*shown)(std::string_view)) {
+  if (candidates.empty()) return "; there are none";
+  const std::vector<std::string> near = Nearest(wanted, candidates, kMostShown);
+  if (!near.empty()) return "; near it: " + Joined(near, shown);
+  const std::size_t count = std::min(candidates.size(), kMostShown);
+  const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(count);
+  const std::string more =
+      count < candidates.size() ? fmt::format(" and {} more", candidates.size() - count) : "";
+  return "; there are: " + Joined({candidates.begin(), end}, shown) + more;
+}
+
+}  // namespace rux

@@ -1,0 +1,32 @@
+// Writing files whole or not at all.
+#ifndef SUPPORT_PLACEMENT_H_
+#define SUPPORT_PLACEMENT_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rux {
+
+struct NewFile {
+  std::string path;
+  std::string_view bytes;  // of somebody else
+};
+
+// Puts all the files in place, or none of them: then what stood there before is as it was. Throws a
+// Failure.
+//
+// A file stands under its name only once all of it is on the disk: it takes the place of what was
+// there by renaming, with the mode of the one it replaces. When its name is a symbolic link, the
+// file that the link leads to is replaced. Two things cannot be taken back: what was written into
+// devices and pipes, which comes first of all, and, on a file system without hard links, a file
+// that was replaced before the last one.
+//
+// Signals wait while files change their names. One that nothing can hold back (SIGKILL), like a
+// loss of power, may come between two files; each is still there whole, old or new, and all that it
+// may leave behind is a name ".rux-..." for a file that was about to be put in place.
+void PutInPlace(const std::vector<NewFile>& files);
+
+}  // namespace rux
+
+#endif  // SUPPORT_PLACEMENT_H_

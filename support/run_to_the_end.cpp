@@ -1,0 +1,44 @@
+#include "support/run_to_the_end.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <exception>
+#include <initializer_list>
+#include <new>
+#include <string_view>
+
+#include "support/descriptor.h"
+#include "support/failure.h"
+#include "support/standard_streams.h"
+
+namespace rux {
+namespace {
+
+// Said when it is all that can still be said: nobody is left to tell that it does not get out.
+ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pieces) {
+  for (const std::string_view piece : pieces) {
+    if (!WriteAll(STDERR_FILENO, piece)) break;
+  }
+  return status;
+}
+
+}  // namespace
+
+ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
+  constexpr std::string_view kLead = "rux: error: ";
+  try {
+    const ExitStatus status = run();
+    CloseStandardOutput();
+    return status;
+  } catch (const Failure& failure) {
+    return EndWith(failure.status(), {kLead, failure.what(), "\n"});
+  } catch (const std::bad_alloc&) {
+    return EndWith(ExitStatus::kTrouble, {kLead, std::strerror(ENOMEM), "\n"});
+  } catch (const std::exception& error) {
+    return EndWith(ExitStatus::kTrouble, {kLead, error.what(), "\n"});
+  }
+}
+
+}  // namespace rux

@@ -1,0 +1,25 @@
+// Standard output and error, used so that nothing gets lost unnoticed.
+#ifndef SUPPORT_STANDARD_STREAMS_H_
+#define SUPPORT_STANDARD_STREAMS_H_
+
+#include <string_view>
+
+namespace rux {
+
+// Sees to it that the three standard descriptors are open. Otherwise the next file to be opened
+// would take the place of a closed one, and what is printed would end up in it. Writing to one that
+// was closed still fails.
+void OccupyStandardStreams();
+
+// Throw a Failure when the text does not get out whole. What a closed standard error would have
+// got is missed by nobody.
+void PrintOut(std::string_view text);
+void PrintError(std::string_view text);
+
+// Closes standard output if there was something to print. Throws a Failure when the system tells
+// only now that it did not get out.
+void CloseStandardOutput();
+
+}  // namespace rux
+
+#endif  // SUPPORT_STANDARD_STREAMS_H_

@@ -1,0 +1,33 @@
+// Work that is done by processes of their own, several at a time.
+#ifndef SUPPORT_WORKERS_H_
+#define SUPPORT_WORKERS_H_
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "support/exit_status.h"
+
+namespace rux {
+
+// How a piece of work ended, and what it printed.
+struct WorkDone {
+  ExitStatus status = ExitStatus::kTrouble;
+  int signal = 0;  // that ended the process; 0: none did
+  std::string output;
+  std::string errors;
+};
+
+// Does `count` pieces of work, `most` of them at a time, in processes that begin as copies of this
+// one; and tells of each, in their order, as soon as those before it are done. What work throws is
+// told on its standard error, as main() does it.
+//
+// A signal that ends this process (SIGINT, SIGTERM, SIGHUP, SIGQUIT) ends those others first; when
+// nothing can hold it back (SIGKILL), the system ends them. Throws a Failure when no process can be
+// started, and passes on what `tell` throws; those that are under way are ended then.
+void DoWork(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
+            const std::function<void(std::size_t, const WorkDone&)>& tell);
+
+}  // namespace rux
+
+#endif  // SUPPORT_WORKERS_H_

@@ -1,0 +1,43 @@
+#include "tool/compile_arguments.h"
+
+#include "diagnostics/severities.h"
+
+namespace rux {
+
+void AddCompileOptions(Arguments& arguments, CompileOptions& options) {
+  TellingOptions& telling = options.telling;
+  arguments.Add("SCRIPT", &options.scripts, "The script to read, or several; - for standard input")
+      .File()
+      .Required();
+  arguments
+      .Add("-j,--jobs", &options.jobs,
+           "Read so many scripts at a time (default: as many as there are processors)")
+      .Value("N");
+  arguments
+      .Add("--stdin-name", &options.stdin_name,
+           "With -: the name of the script, for messages and the folder of its INCLUDEs")
+      .File("NAME");
+  arguments.Add("--werror", &options.werror, "Let warnings fail the run, like -W error");
+  arguments
+      .Add("-W", &options.warnings,
+           "error: let warnings fail the run; error=ID: those of one message; no-ID: do not "
+           "tell them ('rux explain' lists the ids)")
+      .Value("WHAT")
+      .Check([](const std::string& text) { return Severities().Set(text); });
+  arguments.Add("--max-errors", &telling.max_errors, "Tell no more than this many errors")
+      .Value("N");
+  arguments
+      .Add("--format", &telling.format,
+           "How to tell: human (default), or, for programs and on standard output, gcc, "
+           "json, sarif, github")
+      .OneOf("FORMAT", {"human", "gcc", "json", "sarif", "github"});
+  arguments
+      .Add("--diagnostics-file", &telling.file,
+           "Write the form for programs into this file; people are told as usual")
+      .File("FILE");
+  arguments.Add("--color", &telling.color, "auto (default: on a terminal), always or never")
+      .OneOf("WHEN", {"auto", "always", "never"});
+  arguments.Add("--verbose", &telling.verbose, "Show also what the library only remarks");
+}
+
+}  // namespace rux

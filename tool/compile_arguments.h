@@ -1,0 +1,14 @@
+// The arguments of every command that compiles.
+#ifndef TOOL_COMPILE_ARGUMENTS_H_
+#define TOOL_COMPILE_ARGUMENTS_H_
+
+#include "driver/compile_options.h"
+#include "tool/arguments.h"
+
+namespace rux {
+
+void AddCompileOptions(Arguments& arguments, CompileOptions& options);
+
+}  // namespace rux
+
+#endif  // TOOL_COMPILE_ARGUMENTS_H_
