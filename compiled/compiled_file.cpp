@@ -4,15 +4,15 @@
 #include "compiled/whole_file.h"
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // A debug meta file where a meta file is wanted, or the other way round.
-Failure WrongForm(const std::string& path, Form form) {
+support::Failure WrongForm(const std::string& path, Form form) {
   const char* commands =
       form == Form::kMeta ? "ls, get, dump and verify" : "where, decompile, dump and verify";
-  return Failure(ExitStatus::kTrouble,
-                 path + " is a " + FormName(form) + "; rux " + commands + " read it");
+  return support::Failure(support::ExitStatus::kTrouble,
+                          path + " is a " + FormName(form) + "; rux " + commands + " read it");
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ void CompiledFile::ExpectSound() {
   const Fault& first = faults.list().front();
   // Where in it a foreign file differs is of no use to anybody.
   const std::string reason = form_ == Form::kNone ? first.reason : FaultText(first);
-  throw Failure(ExitStatus::kTrouble, "cannot load " + path_ + ": " + reason);
+  throw support::Failure(support::ExitStatus::kTrouble, "cannot load " + path_ + ": " + reason);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -9,7 +9,7 @@
 #include "compiled/file_header.h"
 #include "compiled/verify.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Holds the bytes that were verified: what becomes of the file on the disk makes no difference any
 // more.
@@ -37,6 +37,6 @@ class CompiledFile {
   Summary summary_;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_COMPILED_FILE_H_

@@ -7,7 +7,7 @@
 #include "compiled/index_class.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // Entries whose values are those of most entries of their class, except in some kinds.
@@ -69,4 +69,4 @@ Content ContentOfNamed(std::uint32_t identifier) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -7,7 +7,7 @@
 
 #include "compiled/section_schema.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // The values of an entry.
 enum class Content {
@@ -46,6 +46,6 @@ Content ContentOfNamed(std::uint32_t identifier);
 inline constexpr const char* kFixedValueNames[] = {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT"};
 inline constexpr const char* kRootGroup = "0";
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_COMPILED_SCHEMA_H_

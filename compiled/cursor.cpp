@@ -1,6 +1,6 @@
 #include "compiled/cursor.h"
 
-namespace rux {
+namespace rux::compiled {
 
 Words Cursor::WordPieces(const char* field, std::size_t count) {
   const std::size_t begin = offset_;
@@ -86,4 +86,4 @@ void Record::MoveTo(Extent place) {
   limited_ = true;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

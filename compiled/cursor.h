@@ -16,7 +16,7 @@
 #include "compiled/fault.h"
 #include "compiled/words.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Every reading function is told what the field is called. The name goes into the list of pieces of
 // the record that is being read, when it has one, and into the Fault that the function throws when
@@ -140,6 +140,6 @@ class Record {
   bool limited_ = false;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_CURSOR_H_

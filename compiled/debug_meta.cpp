@@ -5,7 +5,7 @@
 #include "compiled/compiled_file.h"
 #include "compiled/debug_walk.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 class Builder : public DebugVisitor {
@@ -93,4 +93,4 @@ DebugMeta ReadDebugMeta(const std::string& path) {
   return DecodeDebugMeta(file.bytes(), none);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -15,7 +15,7 @@
 #include "compiled/fault.h"
 #include "compiled/keep.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // One field of an entry's value: a text, or a list of texts.
 struct DebugField {
@@ -82,6 +82,6 @@ DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep = Ke
 // The same for a file. Throws a Failure (trouble) when it is no debug meta file, or a damaged one.
 DebugMeta ReadDebugMeta(const std::string& path);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_DEBUG_META_H_

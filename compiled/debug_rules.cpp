@@ -7,7 +7,7 @@
 #include "compiled/keywords.h"
 #include "compiled/value_shape.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 bool BeginsWithDigit(std::string_view name) {
@@ -230,4 +230,4 @@ DebugRules::Word* DebugRules::FindWord(std::string_view name) {
   return word != words_.end() && word->name == name ? &*word : nullptr;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -12,7 +12,7 @@
 #include "compiled/distinct_texts.h"
 #include "compiled/section_schema.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Reports what no compiler writes for a script that passed its checks: sections and entries that
 // cannot stand where they do or under such a name, values that are not those of their types, words
@@ -72,6 +72,6 @@ class DebugRules : public DebugVisitor {
   const SectionSchema* schema_ = nullptr;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_DEBUG_RULES_H_

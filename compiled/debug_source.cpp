@@ -6,7 +6,7 @@
 #include "compiled/file_header.h"
 #include "compiled/words.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // The offset behind the text whose length stands at `at`.
@@ -39,4 +39,4 @@ void RenameScript(std::string& bytes, std::string_view path) {
   bytes.replace(first + kWordSize, length, path);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

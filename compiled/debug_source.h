@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-namespace rux {
+namespace rux::compiled {
 
 // Gives the first of the source files another path. The bytes are those of a sound debug meta file
 // with a list of source files, or of one without sections, which stays as it is.
 void RenameScript(std::string& bytes, std::string_view path);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_DEBUG_SOURCE_H_

@@ -7,7 +7,7 @@
 #include "compiled/limits.h"
 #include "compiled/value_shape.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // The least that the things take that are counted.
@@ -268,4 +268,4 @@ FileHeader WalkDebugMeta(std::string_view bytes, Faults& faults, DebugVisitor& v
   return Walk(bytes, faults, visitor, keeps_pieces).Go();
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

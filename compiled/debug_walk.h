@@ -13,7 +13,7 @@
 #include "compiled/file_header.h"
 #include "compiled/words.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Records as they stand in the file. What they point to is in its bytes; lists of pieces are empty
 // unless they are asked for.
@@ -91,6 +91,6 @@ class DebugVisitor {
 FileHeader WalkDebugMeta(std::string_view bytes, Faults& faults, DebugVisitor& visitor,
                          bool keeps_pieces = false);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_DEBUG_WALK_H_

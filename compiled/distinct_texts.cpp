@@ -5,7 +5,7 @@
 #include <random>
 #include <utility>
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr std::uint64_t kPrime = (std::uint64_t{1} << 61) - 1;
@@ -74,4 +74,4 @@ DistinctTexts::Slot& DistinctTexts::SlotOf(std::uint32_t hash, std::string_view 
   }
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

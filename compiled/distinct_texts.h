@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rux {
+namespace rux::compiled {
 
 // A set of texts that takes a constant time for each, whoever chose them: how they are spread
 // depends on a number that differs from process to process.
@@ -39,6 +39,6 @@ class DistinctTexts {
   std::vector<Slot> slots_;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_DISTINCT_TEXTS_H_

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace rux {
+namespace rux::compiled {
 
 // Some bytes of the file.
 struct Extent {
@@ -19,6 +19,6 @@ struct Piece {
   Extent extent;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_EXTENT_H_

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace rux {
+namespace rux::compiled {
 
 void Faults::Add(Fault fault) {
   ++count_;
@@ -22,4 +22,4 @@ std::string FaultText(const Fault& fault) {
                      fault.reason);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::compiled {
 
 struct Fault {
   std::size_t offset;  // of the field
@@ -41,6 +41,6 @@ class Faults {
 // "offset 0xF4, kind block 0, section 0, name: the length 255 (0xFF) is too large, bytes left: 12"
 std::string FaultText(const Fault& fault);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_FAULT_H_

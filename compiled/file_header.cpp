@@ -1,6 +1,6 @@
 #include "compiled/file_header.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr std::size_t kVersionOffset = 16;
@@ -59,4 +59,4 @@ bool AreSameButForTime(std::string_view bytes, std::string_view other) {
          bytes.substr(kTimeEnd) == other.substr(kTimeEnd);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -11,7 +11,7 @@
 #include "compiled/cursor.h"
 #include "compiled/extent.h"
 
-namespace rux {
+namespace rux::compiled {
 
 enum class Form { kNone, kMeta, kDebugMeta };
 
@@ -39,6 +39,6 @@ inline constexpr std::size_t kCreationTimeOffset = 20;
 // Whether these are compiled files that tell the same apart from when they were created.
 bool AreSameButForTime(std::string_view bytes, std::string_view other);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_FILE_HEADER_H_

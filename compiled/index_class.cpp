@@ -8,7 +8,7 @@
 #include "compiled/keywords.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 struct IndexClass {
@@ -99,4 +99,4 @@ std::vector<std::string> NamesOfKey(const std::string& key) {
   return names;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::compiled {
 
 constexpr std::uint32_t ClassOfIndex(std::uint32_t index) { return index & 0xFF000000; }
 constexpr std::uint32_t OrdinalOfIndex(std::uint32_t index) { return index & 0x00FFFFFF; }
@@ -51,6 +51,6 @@ std::string KeyText(std::uint32_t section_identifier, std::uint32_t identifier, 
 // prefixes.
 std::vector<std::string> NamesOfKey(const std::string& key);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_INDEX_CLASS_H_

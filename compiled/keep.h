@@ -2,12 +2,12 @@
 #ifndef COMPILED_KEEP_H_
 #define COMPILED_KEEP_H_
 
-namespace rux {
+namespace rux::compiled {
 
 // The pieces that records are made of take several times the memory of the file. Without them, all
 // lists of pieces are empty.
 enum class Keep { kRecords, kPieces };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_KEEP_H_

@@ -5,7 +5,7 @@
 
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr EntryForm kEntryForms[] = {
@@ -64,4 +64,4 @@ const char* CompiledEntryKeyword(std::uint32_t identifier) {
   return form == nullptr ? nullptr : form->keyword;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace rux {
+namespace rux::compiled {
 
 // What a key of the script language is in both forms.
 struct EntryForm {
@@ -59,6 +59,6 @@ constexpr PayloadClass PayloadClassOf(std::uint32_t identifier) {
 // Whether the text or the list of such an entry is one of numbers.
 constexpr bool IsNumeric(std::uint32_t identifier) { return (identifier & 0x0000F000) == 0x8000; }
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_KEYWORDS_H_

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace rux {
+namespace rux::compiled {
 
 inline constexpr std::size_t kMostFileBytes = std::size_t{256} << 20;
 
@@ -17,6 +17,6 @@ inline constexpr std::size_t kMostKinds = 0
 #include "ruxcomp/sections.def"
     ;
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_LIMITS_H_

@@ -6,7 +6,7 @@
 #include "compiled/file_header.h"
 #include "compiled/meta_walk.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 class Builder : public MetaVisitor {
@@ -77,4 +77,4 @@ CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults, Keep keep) {
   return meta;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -16,7 +16,7 @@
 #include "compiled/fault.h"
 #include "compiled/keep.h"
 
-namespace rux {
+namespace rux::compiled {
 
 struct CompiledEntry {
   std::uint32_t identifier = 0;       // a RUX_ENTRY_... or the table index of its name
@@ -65,6 +65,6 @@ struct CompiledMeta {
 bool IsMetaBytes(std::string_view bytes);
 CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_H_

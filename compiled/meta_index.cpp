@@ -4,7 +4,7 @@
 
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 
 const CompiledTable* TableOf(const CompiledMeta& meta, std::uint32_t base) {
   const auto found = std::find_if(meta.tables.begin(), meta.tables.end(),
@@ -26,4 +26,4 @@ std::string KeyOf(const CompiledMeta& meta, const CompiledSection& section,
   return KeyText(section.identifier, entry.identifier, Resolve(meta, entry.identifier));
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

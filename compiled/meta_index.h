@@ -8,7 +8,7 @@
 #include "compiled/index_class.h"
 #include "compiled/meta.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // The table of that class; null when the file has none.
 const CompiledTable* TableOf(const CompiledMeta& meta, std::uint32_t base);
@@ -21,6 +21,6 @@ Datum Resolve(const CompiledMeta& meta, std::uint32_t index);
 std::string KeyOf(const CompiledMeta& meta, const CompiledSection& section,
                   const CompiledEntry& entry);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_INDEX_H_

@@ -6,7 +6,7 @@
 #include "compiled/index_class.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // Reports as if the cursor were at that word.
@@ -107,4 +107,4 @@ void MetaReferences::CheckCells(Cursor& cursor) const {
                 table_sections_.size());
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -10,7 +10,7 @@
 #include "compiled/cursor.h"
 #include "compiled/meta_tables.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // A word of the sections.
 struct WordPlace {
@@ -65,6 +65,6 @@ class MetaReferences {
   std::vector<std::uint32_t> named_in_;        // by ordinal of the string: the kind so named last
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_REFERENCES_H_

@@ -7,7 +7,7 @@
 #include "compiled/keywords.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // VALUE: the value without a name of its own.
@@ -130,4 +130,4 @@ void MetaRules::OnSectionEnd(Cursor& cursor, MetaSectionView& section) {
 
 void MetaRules::OnEnd(Cursor& cursor) { references_.Check(cursor); }
 
-}  // namespace rux
+}  // namespace rux::compiled

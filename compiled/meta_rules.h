@@ -13,7 +13,7 @@
 #include "compiled/meta_walk.h"
 #include "compiled/value_rules.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Reports what no compiler writes for a script that passed its checks: sections, identifiers,
 // values and references that cannot stand where they do. Once the tables are sound; without them,
@@ -59,6 +59,6 @@ class MetaRules final : public MetaVisitor {
   std::size_t values_ = 0;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_RULES_H_

@@ -7,7 +7,7 @@
 #include "compiled/compiled_schema.h"
 #include "compiled/index_class.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // The texts that a table has before all others.
@@ -96,4 +96,4 @@ const MetaTableView& MetaTables::TableOf(std::uint32_t base) const {
   return tables_[static_cast<std::size_t>(found - kTableClasses.begin())];
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

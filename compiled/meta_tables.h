@@ -11,7 +11,7 @@
 #include "compiled/distinct_texts.h"
 #include "compiled/meta_walk.h"
 
-namespace rux {
+namespace rux::compiled {
 
 class MetaTables {
  public:
@@ -55,6 +55,6 @@ class MetaTables {
   DistinctTexts distinct_;  // of the table that is taken
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_TABLES_H_

@@ -9,7 +9,7 @@
 #include "compiled/limits.h"
 #include "compiled/text_block.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr std::size_t kAlignment = 16;  // of the blocks; also the most padding before one
@@ -235,4 +235,4 @@ MetaFrame WalkMeta(std::string_view bytes, Faults& faults, MetaVisitor& visitor,
   return Walk(bytes, faults, visitor, keeps_pieces).Go();
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

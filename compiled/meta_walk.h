@@ -15,7 +15,7 @@
 #include "compiled/words.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // The classes of the table blocks, in file order.
 inline constexpr std::array<std::uint32_t, 10> kTableClasses = {
@@ -101,6 +101,6 @@ struct MetaFrame {
 MetaFrame WalkMeta(std::string_view bytes, Faults& faults, MetaVisitor& visitor,
                    bool keeps_pieces = false);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_META_WALK_H_

@@ -9,7 +9,7 @@
 
 #include "compiled/meta_walk.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 // What the block of a table holds, as long as its length says: the library reads that much, also
@@ -58,4 +58,4 @@ ruxcomp::Model ReadModel(std::string bytes) {
   return ruxcomp::Model(std::move(builder));
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

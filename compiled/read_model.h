@@ -6,12 +6,12 @@
 
 #include "ruxcomp/model.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // The model that the library would have after a gcInit of a file of these bytes, made without it:
 // the file needs no path, and no records are made for everything in it. The bytes must be sound.
 ruxcomp::Model ReadModel(std::string bytes);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_READ_MODEL_H_

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr std::uint32_t kOptional = 2;
@@ -97,4 +97,4 @@ const SectionSchema* FindSchema(std::uint32_t kind) {
   return kind >= 1 && kind <= schemas.size() ? &schemas[kind - 1] : nullptr;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -7,7 +7,7 @@
 
 #include "compiled/keywords.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Bits of the notation of an entry.
 inline constexpr std::uint32_t kRequired = 1;
@@ -36,6 +36,6 @@ struct SectionSchema {
 // By the number of the kind; null when there is none.
 const SectionSchema* FindSchema(std::uint32_t kind);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_SECTION_SCHEMA_H_

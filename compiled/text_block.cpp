@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace rux {
+namespace rux::compiled {
 
 std::optional<std::size_t> SizeOfTexts(std::string_view block, std::size_t stated) {
   constexpr std::size_t kMostPadding = 16;
@@ -29,4 +29,4 @@ std::string LengthNote(std::size_t stated, std::size_t size) {
       stated, size - stated);
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

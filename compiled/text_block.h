@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace rux {
+namespace rux::compiled {
 
 // How many bytes of a block are texts. `block` is what stands between the length of the block,
 // `stated`, and the next block: texts, each with a terminating zero, and padding of 1 to 16 zeros.
@@ -19,6 +19,6 @@ std::optional<std::size_t> SizeOfTexts(std::string_view block, std::size_t state
 // not.
 std::string LengthNote(std::size_t stated, std::size_t size);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_TEXT_BLOCK_H_

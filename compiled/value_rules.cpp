@@ -6,7 +6,7 @@
 #include "compiled/limits.h"
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
@@ -226,4 +226,4 @@ WordPlace ValueRules::PlaceOf(Values values, std::size_t i) const {
           static_cast<std::uint32_t>(values.entry.value_offset(i))};
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -12,7 +12,7 @@
 #include "compiled/meta_walk.h"
 #include "compiled/value_shape.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // Judges one entry after the other. Where the compiler passes on what no check of the script looks
 // at, anything goes: the arguments of a repeater, and operands of an action that has so many
@@ -82,6 +82,6 @@ class ValueRules {
   std::vector<std::uint32_t> local_values_;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_VALUE_RULES_H_

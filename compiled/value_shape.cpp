@@ -1,6 +1,6 @@
 #include "compiled/value_shape.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 constexpr Role O = Role::kOperand;
@@ -43,4 +43,4 @@ const ValueShape& ShapeOf(std::uint32_t value_type) {
   return shapes[value_type < shapes.size() ? value_type : 0];
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

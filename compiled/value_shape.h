@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace rux {
+namespace rux::compiled {
 
 // What a part of a value refers to.
 enum class Role {
@@ -43,6 +43,6 @@ inline constexpr std::uint32_t kCalculation = 2;
 inline constexpr std::size_t kArithmeticParts = 3;
 constexpr bool Compares(std::uint32_t operator_code) { return operator_code > 100; }
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_VALUE_SHAPE_H_

@@ -7,7 +7,7 @@
 #include "compiled/meta_rules.h"
 #include "compiled/meta_walk.h"
 
-namespace rux {
+namespace rux::compiled {
 namespace {
 
 void VerifyMeta(std::string_view bytes, Faults& faults, Summary& summary) {
@@ -63,4 +63,4 @@ Faults Verify(std::string_view bytes, Summary* summary) {
   return faults;
 }
 
-}  // namespace rux
+}  // namespace rux::compiled

@@ -11,7 +11,7 @@
 #include "compiled/fault.h"
 #include "compiled/file_header.h"
 
-namespace rux {
+namespace rux::compiled {
 
 // What a compiled file holds, in short.
 struct Summary {
@@ -33,6 +33,6 @@ struct Summary {
 // those of what could be read.
 Faults Verify(std::string_view bytes, Summary* summary = nullptr);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_VERIFY_H_

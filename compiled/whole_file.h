@@ -4,12 +4,12 @@
 
 #include <string>
 
-namespace rux {
+namespace rux::compiled {
 
 // Throws a Failure of trouble for what cannot be read or has more than 256 MiB: no compiled file is
 // that large. Reads up to the end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_WHOLE_FILE_H_

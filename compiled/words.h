@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace rux {
+namespace rux::compiled {
 
 inline constexpr std::size_t kWordSize = 4;
 
@@ -66,6 +66,6 @@ class Texts {
   std::string_view bytes_;
 };
 
-}  // namespace rux
+}  // namespace rux::compiled
 
 #endif  // COMPILED_WORDS_H_

@@ -14,22 +14,22 @@
 #include "support/name_text.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::decompile {
 namespace {
 
 // "boards/board.rux:12", as far as the file tells.
-std::string PlaceOf(const DebugMeta& meta, const DebugObject& object) {
+std::string PlaceOf(const compiled::DebugMeta& meta, const compiled::DebugObject& object) {
   if (object.file_index >= meta.files.size()) return fmt::format("line {}", object.line);
-  const std::string path = ToOpenablePath(meta.files[object.file_index]);
-  return fmt::format("{}:{}", SafeText(path), object.line);
+  const std::string path = sources::ToOpenablePath(meta.files[object.file_index]);
+  return fmt::format("{}:{}", support::SafeText(path), object.line);
 }
 
 constexpr std::uint32_t kGroup = 0x20000000 + (RUX_SECT_GROUP & 0xFFFFFF);
 constexpr std::string_view kRoot = "0";  // the PARENT that needs no section
 
 // The text of an entry that a section has; empty when the script did not give it.
-std::string_view TextOf(const DebugSection& section, std::string_view key) {
-  for (const DebugEntry& entry : section.entries) {
+std::string_view TextOf(const compiled::DebugSection& section, std::string_view key) {
+  for (const compiled::DebugEntry& entry : section.entries) {
     if (entry.name != key || entry.fields.empty() || entry.fields.front().is_list) continue;
     return entry.fields.front().texts.front();
   }
@@ -37,15 +37,15 @@ std::string_view TextOf(const DebugSection& section, std::string_view key) {
 }
 
 bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
-  const std::vector<std::string_view> parts = SubStrings(read.value);
+  const std::vector<std::string_view> parts = sources::SubStrings(read.value);
   return read.key == item.entry->name &&
          std::equal(parts.begin(), parts.end(), item.parts.begin(), item.parts.end());
 }
 
 }  // namespace
 
-std::optional<std::string> GroupBeforeParent(const DebugMeta& meta) {
-  for (const std::vector<DebugSection>& kind : meta.kinds) {
+std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
+  for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
     if (kind.empty() || kind.front().identifier != kGroup) continue;
     std::map<std::string_view, std::size_t> ordinals;
     for (std::size_t i = 0; i < kind.size(); ++i) ordinals.emplace(TextOf(kind[i], "NAME"), i);
@@ -56,14 +56,14 @@ std::optional<std::string> GroupBeforeParent(const DebugMeta& meta) {
       return fmt::format(
           "{}: [GROUP] {} stands before its parent {} ({}): several files can have that order, one "
           "script cannot",
-          PlaceOf(meta, kind[i]), NameText(TextOf(kind[i], "NAME")), NameText(parent->first),
-          PlaceOf(meta, kind[parent->second]));
+          PlaceOf(meta, kind[i]), support::NameText(TextOf(kind[i], "NAME")),
+          support::NameText(parent->first), PlaceOf(meta, kind[parent->second]));
     }
   }
   return std::nullopt;
 }
 
-std::optional<std::string> MisreadItem(const DebugMeta& meta,
+std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
                                        const std::vector<ScriptSection>& sections,
                                        const std::string& text) {
   const reader::Script script(text, [](const char*, std::uint32_t) {});
@@ -74,11 +74,11 @@ std::optional<std::string> MisreadItem(const DebugMeta& meta,
       const ScriptItem& item = section.items[i];
       if (is_there && i < read->item_count && IsReadAs(read->items[i], item)) continue;
       return fmt::format("{}: [{}] {} has bytes that no script can say", PlaceOf(meta, *item.entry),
-                         section.keyword, NameText(item.entry->name));
+                         section.keyword, support::NameText(item.entry->name));
     }
     if (read != script.sections().end()) ++read;
   }
   return std::nullopt;
 }
 
-}  // namespace rux
+}  // namespace rux::decompile

@@ -8,20 +8,20 @@
 
 #include "decompile/script_sections.h"
 
-namespace rux {
+namespace rux::decompile {
 
 // Both return the first obstacle for people, with its place in the original script; none: null.
 
 // A group that stands before its parent. The check compares lines, whatever files they stand in, so
 // a script of several files can do that.
-std::optional<std::string> GroupBeforeParent(const DebugMeta& meta);
+std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta);
 
 // An item that does not come out of `text`, the script of the sections, as it went in: a key or a
 // part of a value with bytes that the reader of scripts never hands out. Another reader may.
-std::optional<std::string> MisreadItem(const DebugMeta& meta,
+std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
                                        const std::vector<ScriptSection>& sections,
                                        const std::string& text);
 
-}  // namespace rux
+}  // namespace rux::decompile
 
 #endif  // DECOMPILE_OBSTACLES_H_

@@ -9,7 +9,7 @@
 
 #include "compiled/keywords.h"
 
-namespace rux {
+namespace rux::decompile {
 namespace {
 
 constexpr std::uint32_t kCalculation = 2;
@@ -29,18 +29,19 @@ bool IsComparison(std::string_view text) {
   return false;
 }
 
-bool IsGiven(const DebugEntry& entry) { return entry.payload_type != 0; }
+bool IsGiven(const compiled::DebugEntry& entry) { return entry.payload_type != 0; }
 
-bool IsDefinition(const DebugEntry& entry) {
-  return IsGiven(entry) && PayloadClassOf(entry.identifier) == PayloadClass::kNumber;
+bool IsDefinition(const compiled::DebugEntry& entry) {
+  return IsGiven(entry) &&
+         compiled::PayloadClassOf(entry.identifier) == compiled::PayloadClass::kNumber;
 }
 
 // Calls use(keyword, section) for every section that the script gets, in order.
 template <class Use>
-void ForEachSection(const DebugMeta& meta, Use use) {
-  for (const std::vector<DebugSection>& kind : meta.kinds) {
-    for (const DebugSection& section : kind) {
-      const char* keyword = SourceSectionKeyword(section.identifier);
+void ForEachSection(const compiled::DebugMeta& meta, Use use) {
+  for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
+    for (const compiled::DebugSection& section : kind) {
+      const char* keyword = compiled::SourceSectionKeyword(section.identifier);
       if (keyword != std::string_view("INCLUDE")) use(keyword, section);
     }
   }
@@ -49,14 +50,14 @@ void ForEachSection(const DebugMeta& meta, Use use) {
 // The numbers that definitions give to their words.
 class Definitions {
  public:
-  explicit Definitions(const DebugMeta& meta) {
-    std::map<std::string_view, const DebugEntry*> last;
-    ForEachSection(meta, [&](const char*, const DebugSection& section) {
-      for (const DebugEntry& entry : section.entries) {
+  explicit Definitions(const compiled::DebugMeta& meta) {
+    std::map<std::string_view, const compiled::DebugEntry*> last;
+    ForEachSection(meta, [&](const char*, const compiled::DebugSection& section) {
+      for (const compiled::DebugEntry& entry : section.entries) {
         if (IsDefinition(entry)) last[entry.name] = &entry;
       }
     });
-    for (const DebugWord& word : meta.words) {
+    for (const compiled::DebugWord& word : meta.words) {
       const auto found = last.find(word.name);
       if (found != last.end()) final_values_[found->second] = word.value;
     }
@@ -64,18 +65,19 @@ class Definitions {
 
   // A definition that used other words was valued when the script was read, once more when it was
   // checked: only the table of words tells what counted.
-  std::uint32_t NumberOf(const DebugEntry& definition) const {
+  std::uint32_t NumberOf(const compiled::DebugEntry& definition) const {
     const auto found = final_values_.find(&definition);
     return found == final_values_.end() ? definition.number : found->second;
   }
 
  private:
-  std::map<const DebugEntry*, std::uint32_t> final_values_;  // by the last definition of each word
+  std::map<const compiled::DebugEntry*, std::uint32_t>
+      final_values_;  // by the last definition of each word
 };
 
-std::vector<std::string> PartsOf(const DebugEntry& entry) {
+std::vector<std::string> PartsOf(const compiled::DebugEntry& entry) {
   std::vector<std::string> parts;
-  for (const DebugField& field : entry.fields) {
+  for (const compiled::DebugField& field : entry.fields) {
     parts.insert(parts.end(), field.texts.begin(), field.texts.end());
   }
   // Type, operator and two operands: the other two only count in comparisons.
@@ -91,12 +93,12 @@ std::string NumberText(std::uint32_t number) {
 
 }  // namespace
 
-std::vector<ScriptSection> ScriptSectionsOf(const DebugMeta& meta) {
+std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta) {
   const Definitions definitions(meta);
   std::vector<ScriptSection> sections;
-  ForEachSection(meta, [&](const char* keyword, const DebugSection& source) {
+  ForEachSection(meta, [&](const char* keyword, const compiled::DebugSection& source) {
     ScriptSection section{keyword, {}};
-    for (const DebugEntry& entry : source.entries) {
+    for (const compiled::DebugEntry& entry : source.entries) {
       if (IsDefinition(entry)) {
         section.items.push_back({&entry, {NumberText(definitions.NumberOf(entry))}});
       } else if (IsGiven(entry)) {
@@ -108,4 +110,4 @@ std::vector<ScriptSection> ScriptSectionsOf(const DebugMeta& meta) {
   return sections;
 }
 
-}  // namespace rux
+}  // namespace rux::decompile

@@ -7,11 +7,11 @@
 
 #include "compiled/debug_meta.h"
 
-namespace rux {
+namespace rux::decompile {
 
 struct ScriptItem {
-  const DebugEntry* entry;         // that it stands for; its name is the key
-  std::vector<std::string> parts;  // the comma-separated parts of the value, without quotes
+  const compiled::DebugEntry* entry;  // that it stands for; its name is the key
+  std::vector<std::string> parts;     // the comma-separated parts of the value, without quotes
 };
 
 struct ScriptSection {
@@ -26,8 +26,8 @@ struct ScriptSection {
 // Words get numbers. Where a word is defined more than once, the last definition gets the value
 // that the word had in the end: the file does not tell in which order DEFINE and IFDEF sections
 // stood among each other.
-std::vector<ScriptSection> ScriptSectionsOf(const DebugMeta& meta);
+std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta);
 
-}  // namespace rux
+}  // namespace rux::decompile
 
 #endif  // DECOMPILE_SCRIPT_SECTIONS_H_

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace rux {
+namespace rux::decompile {
 namespace {
 
 constexpr std::string_view kHead =
@@ -65,4 +65,4 @@ std::string ScriptText(const std::vector<ScriptSection>& sections) {
   return text;
 }
 
-}  // namespace rux
+}  // namespace rux::decompile

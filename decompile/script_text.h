@@ -7,7 +7,7 @@
 
 #include "decompile/script_sections.h"
 
-namespace rux {
+namespace rux::decompile {
 
 // Begins with a comment that tells what debug meta files do not keep. The comment is the same for
 // every script, so that decompiling what a decompiled script compiles to gives that script again.
@@ -16,6 +16,6 @@ namespace rux {
 // them at all (obstacles.h). Parts stand in double quotes only where they must.
 std::string ScriptText(const std::vector<ScriptSection>& sections);
 
-}  // namespace rux
+}  // namespace rux::decompile
 
 #endif  // DECOMPILE_SCRIPT_TEXT_H_

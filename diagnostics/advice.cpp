@@ -1,6 +1,6 @@
 #include "diagnostics/advice.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 void Advise(Locator& locator, std::vector<Diagnostic>& diagnostics) {
   std::size_t advised = 0;
@@ -14,4 +14,4 @@ void Advise(Locator& locator, std::vector<Diagnostic>& diagnostics) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -7,7 +7,7 @@
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/locator.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // The first part of a run's diagnostics gets advice; who has more of them starts there anyway.
 // Looking for names takes time for each.
@@ -26,6 +26,6 @@ void AddHint(Diagnostic& diagnostic);
 
 void Advise(Locator& locator, std::vector<Diagnostic>& diagnostics);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_ADVICE_H_

@@ -5,7 +5,7 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 const std::string* FirstMentioned(const Diagnostic& diagnostic) {
   for (const Argument& argument : diagnostic.arguments) {
@@ -16,8 +16,8 @@ const std::string* FirstMentioned(const Diagnostic& diagnostic) {
 
 std::string WholeText(const Diagnostic& diagnostic) {
   if (!diagnostic.section) return diagnostic.text;
-  const std::string entry = diagnostic.entry ? ' ' + Shortened(*diagnostic.entry) : "";
-  return '[' + Shortened(*diagnostic.section) + ']' + entry + ": " + diagnostic.text;
+  const std::string entry = diagnostic.entry ? ' ' + support::Shortened(*diagnostic.entry) : "";
+  return '[' + support::Shortened(*diagnostic.section) + ']' + entry + ": " + diagnostic.text;
 }
 
 std::string Label(const Diagnostic& diagnostic) {
@@ -26,7 +26,7 @@ std::string Label(const Diagnostic& diagnostic) {
 }
 
 std::string SuggestionText(const Diagnostic& diagnostic) {
-  return "did you mean " + Shortened(*diagnostic.suggestion) + '?';
+  return "did you mean " + support::Shortened(*diagnostic.suggestion) + '?';
 }
 
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity) {
@@ -34,4 +34,4 @@ std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity)
   return static_cast<std::size_t>(std::count_if(diagnostics.begin(), diagnostics.end(), has_it));
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -13,7 +13,11 @@
 #include "diagnostics/output.h"
 #include "diagnostics/severity.h"
 
-namespace rux {
+namespace rux::sources {
+class SourceFile;
+}
+
+namespace rux::diagnostics {
 
 // What tells the place of a diagnostic.
 enum class Anchor {
@@ -38,15 +42,13 @@ struct Excerpt {
   std::string_view meant() const { return text.substr(begin, length); }
 };
 
-class SourceFile;
-
 // Whoever knows the place from the start sets the source, the line and, of an item, what in its
 // value is meant; the locator fills in the rest.
 struct Location {
   std::string path;              // as it can be opened from here; empty: nothing of the script
   std::uint32_t first_line = 0;  // 0: none
   std::optional<Excerpt> excerpt;
-  const SourceFile* source = nullptr;
+  const sources::SourceFile* source = nullptr;
   std::optional<std::size_t> value_at;  // where in the value the meant part begins
 
   std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
@@ -96,6 +98,6 @@ std::string SuggestionText(const Diagnostic& diagnostic);
 // How many there are of a severity.
 std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_DIAGNOSTIC_H_

@@ -7,7 +7,7 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 // Takes `beginning` off `text` when it stands there.
@@ -54,7 +54,7 @@ void TakePlace(Remainder& rest, Diagnostic& diagnostic) {
 // Values may be as long as a script; the line that is shown below tells more of them.
 Argument Shown(const Argument& argument) {
   const auto* text = std::get_if<std::string>(&argument);
-  return text != nullptr ? Argument(Shortened(*text)) : argument;
+  return text != nullptr ? Argument(support::Shortened(*text)) : argument;
 }
 
 void SetText(Remainder& rest, Diagnostic& diagnostic) {
@@ -144,4 +144,4 @@ std::vector<Diagnostic> DiagnosticsFrom(const std::vector<Message>& messages, bo
   return diagnostics;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -4,7 +4,7 @@
 
 #include "diagnostics/advice.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 bool Always(const Diagnostic&) { return true; }
@@ -84,4 +84,4 @@ void AddHint(Diagnostic& diagnostic) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -8,17 +8,17 @@
 #include "sources/sub_strings.h"
 #include "sources/why_not_opened.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 Note ReasonOf(const Diagnostic& warning, Locator& locator) {
-  const SourceFile* file = locator.FileOf(warning);
+  const sources::SourceFile* file = locator.FileOf(warning);
   const std::string& includer = file != nullptr ? file->library_path() : locator.script();
-  const std::string path =
-      ToOpenablePath(FolderOf(includer) + std::string(FirstSubString(*FirstMentioned(warning))));
+  const std::string path = sources::ToOpenablePath(
+      sources::FolderOf(includer) + std::string(sources::FirstSubString(*FirstMentioned(warning))));
   const bool closes_loop = file != nullptr && locator.sources().ClosesLoop(*file, warning.line);
   return {closes_loop ? path + " is open already: the INCLUDEs form a loop"
-                      : "cannot read " + path + ": " + WhyNotOpened(path),
+                      : "cannot read " + path + ": " + sources::WhyNotOpened(path),
           {}};
 }
 
@@ -40,4 +40,4 @@ void AddNotesOnIncludes(Locator& locator, std::vector<Diagnostic>& diagnostics) 
                                  " INCLUDEs could not be read; errors above may follow from them";
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -7,13 +7,13 @@
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/locator.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // The library only warns that a file could not be loaded. Adds a note with the reason behind each
 // such warning, and one at the end that sends people there from the errors that come of it. Takes
 // diagnostics that are located.
 void AddNotesOnIncludes(Locator& locator, std::vector<Diagnostic>& diagnostics);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_INCLUDE_NOTES_H_

@@ -5,7 +5,7 @@
 #include "ruxcomp/data.h"
 #include "sources/script_path.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 bool IsKnownSection(std::string_view name) {
@@ -22,7 +22,7 @@ bool HasKey(const reader::Section& section, std::string_view key) {
 }
 
 // How well what stands on the line fits what a message says of it.
-int Likeness(const std::optional<SourceSpot>& spot, const Diagnostic& diagnostic) {
+int Likeness(const std::optional<sources::SourceSpot>& spot, const Diagnostic& diagnostic) {
   if (!spot) return 0;
   int likeness = 1;
   if (diagnostic.section && spot->section->name == *diagnostic.section) ++likeness;
@@ -59,14 +59,16 @@ void Locator::Locate(Diagnostic& diagnostic) {
   }
   if (diagnostic.anchor == Anchor::kNone) {
     // Notes are about the run.
-    if (diagnostic.severity != Severity::kNote) diagnostic.at.path = ToOpenablePath(script_);
+    if (diagnostic.severity != Severity::kNote)
+      diagnostic.at.path = sources::ToOpenablePath(script_);
     return;
   }
-  const std::optional<SourcePlace> place = Find(diagnostic);
+  const std::optional<sources::SourcePlace> place = Find(diagnostic);
   if (!place) {
     // Also when the source cannot be read again, the message says where to look.
-    const bool is_script = diagnostic.file.empty() || diagnostic.file == BaseNameOf(script_);
-    diagnostic.at.path = is_script ? ToOpenablePath(script_) : diagnostic.file;
+    const bool is_script =
+        diagnostic.file.empty() || diagnostic.file == sources::BaseNameOf(script_);
+    diagnostic.at.path = is_script ? sources::ToOpenablePath(script_) : diagnostic.file;
     diagnostic.at.first_line = diagnostic.line;
     return;
   }
@@ -76,14 +78,15 @@ void Locator::Locate(Diagnostic& diagnostic) {
   diagnostic.included_from = IncludesOf(*place->file);
 }
 
-Location Locator::LocationOf(const SourceFile& file, std::uint32_t line, const Meant& meant) {
+Location Locator::LocationOf(const sources::SourceFile& file, std::uint32_t line,
+                             const Meant& meant) {
   Location location{file.path(), line, std::nullopt, &file, std::nullopt};
   if (!file.Line(line).empty()) location.excerpt = LineOf(file, line).Underline(meant);
   return location;
 }
 
 // Long ones are kept: diagnostics may be about several of them in turns.
-SourceLine& Locator::LineOf(const SourceFile& file, std::uint32_t line) {
+SourceLine& Locator::LineOf(const sources::SourceFile& file, std::uint32_t line) {
   constexpr std::size_t kLong = 1000;
   if (line_ && line_->Is(file, line)) return *line_;
   const auto known = long_lines_.find({&file, line});
@@ -96,7 +99,7 @@ SourceLine& Locator::LineOf(const SourceFile& file, std::uint32_t line) {
 
 // How many of the diagnostics before it say the same of its line. The library tells of the parts
 // of a value in their order, but not which one it means.
-std::size_t Locator::CountAlike(const Diagnostic& diagnostic, const SourcePlace& place) {
+std::size_t Locator::CountAlike(const Diagnostic& diagnostic, const sources::SourcePlace& place) {
   const bool is_last =
       last_place_ && last_place_->file == place.file && last_place_->line == place.line;
   if (!is_last) alike_.clear();
@@ -105,11 +108,11 @@ std::size_t Locator::CountAlike(const Diagnostic& diagnostic, const SourcePlace&
   return text == nullptr ? 0 : alike_[{diagnostic.id, *text}]++;
 }
 
-std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
+std::vector<Note> Locator::IncludesOf(const sources::SourceFile& file) {
   // Nobody reads more of them.
   constexpr std::size_t kMost = 10;
   std::vector<Note> includes;
-  for (const SourcePlace* place = sources().IncludedAt(file); place != nullptr;
+  for (const sources::SourcePlace* place = sources().IncludedAt(file); place != nullptr;
        place = sources().IncludedAt(*place->file)) {
     if (includes.size() == kMost) {
       includes.push_back({"and so on", {}});
@@ -121,27 +124,27 @@ std::vector<Note> Locator::IncludesOf(const SourceFile& file) {
   return includes;
 }
 
-const SourceView& Locator::sources() {
+const sources::SourceView& Locator::sources() {
   if (!sources_) sources_.emplace(script_, read_from_);
   return *sources_;
 }
 
-std::optional<SourcePlace> Locator::Find(const Diagnostic& diagnostic) {
+std::optional<sources::SourcePlace> Locator::Find(const Diagnostic& diagnostic) {
   const Location& known = diagnostic.at;
-  if (known.source != nullptr) return SourcePlace{known.source, known.first_line};
+  if (known.source != nullptr) return sources::SourcePlace{known.source, known.first_line};
   if (diagnostic.anchor == Anchor::kUnknownSection) return TakeNext(UnknownSections());
   if (diagnostic.anchor == Anchor::kMissingEntry) {
     return TakeNext(SectionsWithout(*diagnostic.section, *diagnostic.entry));
   }
-  const SourceFile* file = FileOf(diagnostic);
+  const sources::SourceFile* file = FileOf(diagnostic);
   if (file == nullptr) return std::nullopt;
-  return SourcePlace{file, diagnostic.line};
+  return sources::SourcePlace{file, diagnostic.line};
 }
 
-const SourceFile* Locator::FileOf(const Diagnostic& diagnostic) {
-  const SourceFile* best = nullptr;
+const sources::SourceFile* Locator::FileOf(const Diagnostic& diagnostic) {
+  const sources::SourceFile* best = nullptr;
   int best_likeness = -1;
-  for (const SourceFile* file : sources().FilesNamed(diagnostic.file)) {
+  for (const sources::SourceFile* file : sources().FilesNamed(diagnostic.file)) {
     const int likeness = Likeness(file->At(diagnostic.line), diagnostic);
     if (likeness <= best_likeness) continue;
     best = file;
@@ -150,16 +153,16 @@ const SourceFile* Locator::FileOf(const Diagnostic& diagnostic) {
   return best;
 }
 
-std::optional<SourcePlace> Locator::TakeNext(Queue& queue) {
+std::optional<sources::SourcePlace> Locator::TakeNext(Queue& queue) {
   if (queue.next == queue.sections.size()) return std::nullopt;
-  const SourceSection& taken = queue.sections[queue.next++];
-  return SourcePlace{taken.file, taken.section->line};
+  const sources::SourceSection& taken = queue.sections[queue.next++];
+  return sources::SourcePlace{taken.file, taken.section->line};
 }
 
 Locator::Queue& Locator::UnknownSections() {
   if (!unknown_sections_) {
     unknown_sections_ = std::make_unique<Queue>();
-    for (const SourceSection& candidate : sources().sections()) {
+    for (const sources::SourceSection& candidate : sources().sections()) {
       if (!IsKnownSection(candidate.section->name)) {
         unknown_sections_->sections.push_back(candidate);
       }
@@ -171,7 +174,7 @@ Locator::Queue& Locator::UnknownSections() {
 Locator::Queue& Locator::SectionsWithout(const std::string& section, const std::string& entry) {
   const auto [place, is_new] = sections_without_.try_emplace({section, entry});
   if (is_new) {
-    for (const SourceSection& candidate : sources().sections()) {
+    for (const sources::SourceSection& candidate : sources().sections()) {
       if (candidate.section->name == section && !HasKey(*candidate.section, entry)) {
         place->second.sections.push_back(candidate);
       }
@@ -180,4 +183,4 @@ Locator::Queue& Locator::SectionsWithout(const std::string& section, const std::
   return place->second;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

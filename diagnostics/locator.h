@@ -15,7 +15,7 @@
 #include "diagnostics/source_line.h"
 #include "sources/source_view.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // Locates the diagnostics of one run of one script, in their order: the k-th of some messages is
 // the k-th of the sections that may have given it.
@@ -30,45 +30,46 @@ class Locator {
   void Locate(Diagnostic& diagnostic);
 
   // A line of a source, with what is meant in it underlined.
-  Location LocationOf(const SourceFile& file, std::uint32_t line, const Meant& meant);
+  Location LocationOf(const sources::SourceFile& file, std::uint32_t line, const Meant& meant);
 
   const std::string& script() const { return script_; }
 
   // The sources, read when they are first asked for. Dropping them leaves excerpts without texts:
   // do it before anything is located.
-  const SourceView& sources();
+  const sources::SourceView& sources();
   void DropSources() { sources_.reset(); }
 
   // The file that the diagnostic most likely is about; null when it cannot be read again.
-  const SourceFile* FileOf(const Diagnostic& diagnostic);
+  const sources::SourceFile* FileOf(const Diagnostic& diagnostic);
 
  private:
   // Sections and how many of them have been handed out.
   struct Queue {
-    std::vector<SourceSection> sections;
+    std::vector<sources::SourceSection> sections;
     std::size_t next = 0;
   };
 
-  std::vector<Note> IncludesOf(const SourceFile& file);
-  std::optional<SourcePlace> Find(const Diagnostic& diagnostic);
-  SourceLine& LineOf(const SourceFile& file, std::uint32_t line);
-  std::size_t CountAlike(const Diagnostic& diagnostic, const SourcePlace& place);
-  static std::optional<SourcePlace> TakeNext(Queue& queue);
+  std::vector<Note> IncludesOf(const sources::SourceFile& file);
+  std::optional<sources::SourcePlace> Find(const Diagnostic& diagnostic);
+  SourceLine& LineOf(const sources::SourceFile& file, std::uint32_t line);
+  std::size_t CountAlike(const Diagnostic& diagnostic, const sources::SourcePlace& place);
+  static std::optional<sources::SourcePlace> TakeNext(Queue& queue);
   Queue& UnknownSections();
   Queue& SectionsWithout(const std::string& section, const std::string& entry);
 
   const std::string script_;
   const std::string read_from_;
-  std::optional<SourceView> sources_;
+  std::optional<sources::SourceView> sources_;
   std::unique_ptr<SourceLine> line_;  // the last one looked at that is short
-  std::map<std::pair<const SourceFile*, std::uint32_t>, std::unique_ptr<SourceLine>> long_lines_;
+  std::map<std::pair<const sources::SourceFile*, std::uint32_t>, std::unique_ptr<SourceLine>>
+      long_lines_;
   // Of the line that was located last: how often each id was told of what it mentions first.
-  std::optional<SourcePlace> last_place_;
+  std::optional<sources::SourcePlace> last_place_;
   std::map<std::pair<MessageId, std::string>, std::size_t> alike_;
   std::unique_ptr<Queue> unknown_sections_;
   std::map<std::pair<std::string, std::string>, Queue> sections_without_;  // section name and key
 };
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_LOCATOR_H_

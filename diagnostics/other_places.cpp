@@ -8,11 +8,11 @@
 #include "diagnostics/advice.h"
 #include "sources/script_names.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
-void AddNote(Locator& locator, Diagnostic& diagnostic, std::string text, const SourceFile& file,
-             std::uint32_t line) {
+void AddNote(Locator& locator, Diagnostic& diagnostic, std::string text,
+             const sources::SourceFile& file, std::uint32_t line) {
   diagnostic.notes.push_back(
       {std::move(text), locator.LocationOf(file, line, {diagnostic.arguments})});
 }
@@ -25,10 +25,10 @@ void AddToldPlace(Locator& locator, Diagnostic& diagnostic) {
   other.section = diagnostic.section;
   other.file = std::get<std::string>(arguments[arguments.size() - 2]);
   other.line = std::get<std::uint32_t>(arguments.back());
-  const SourceFile* file = locator.FileOf(other);
+  const sources::SourceFile* file = locator.FileOf(other);
   if (file == nullptr) return;
   const bool is_same = file == diagnostic.at.source && other.line == diagnostic.line;
-  const SourcePlace* again = is_same ? locator.sources().IncludedAgainAt(*file) : nullptr;
+  const sources::SourcePlace* again = is_same ? locator.sources().IncludedAgainAt(*file) : nullptr;
   if (again != nullptr) {
     AddNote(locator, diagnostic, "the file is included here again", *again->file, again->line);
   } else {
@@ -37,8 +37,9 @@ void AddToldPlace(Locator& locator, Diagnostic& diagnostic) {
 }
 
 void AddFirstOfSection(Locator& locator, Diagnostic& diagnostic) {
-  const SourceFile* file = locator.FileOf(diagnostic);
-  const std::optional<SourceSpot> spot = file == nullptr ? std::nullopt : file->At(diagnostic.line);
+  const sources::SourceFile* file = locator.FileOf(diagnostic);
+  const std::optional<sources::SourceSpot> spot =
+      file == nullptr ? std::nullopt : file->At(diagnostic.line);
   if (!spot || spot->item == nullptr) return;
   const reader::Item* first =
       std::find_if(spot->section->items, spot->item,
@@ -49,9 +50,9 @@ void AddFirstOfSection(Locator& locator, Diagnostic& diagnostic) {
 }
 
 void AddFirstSection(Locator& locator, Diagnostic& diagnostic) {
-  const SourceFile* here = locator.FileOf(diagnostic);
+  const sources::SourceFile* here = locator.FileOf(diagnostic);
   const std::string& name = *FirstMentioned(diagnostic);
-  for (const SourceSection& section : locator.sources().sections()) {
+  for (const sources::SourceSection& section : locator.sources().sections()) {
     if (section.section->name != name) continue;
     const bool is_first = section.file == here && section.section->line == diagnostic.line;
     if (!is_first) {
@@ -62,14 +63,15 @@ void AddFirstSection(Locator& locator, Diagnostic& diagnostic) {
 }
 
 void AddParentGroup(Locator& locator, Diagnostic& diagnostic) {
-  const SourceFile* file = locator.FileOf(diagnostic);
-  const std::optional<SourceSpot> spot = file == nullptr ? std::nullopt : file->At(diagnostic.line);
+  const sources::SourceFile* file = locator.FileOf(diagnostic);
+  const std::optional<sources::SourceSpot> spot =
+      file == nullptr ? std::nullopt : file->At(diagnostic.line);
   if (!spot) return;
   const reader::Item* end = spot->section->items + spot->section->item_count;
   const reader::Item* parent = std::find_if(
       spot->section->items, end, [](const reader::Item& item) { return item.key == "PARENT"; });
   if (parent == end) return;
-  const auto found = FindItem(locator.sources(), "GROUP", "NAME", parent->value);
+  const auto found = sources::FindItem(locator.sources(), "GROUP", "NAME", parent->value);
   if (!found) return;
   AddNote(locator, diagnostic,
           "the parent begins here; its line number must be smaller, also in another file",
@@ -79,7 +81,7 @@ void AddParentGroup(Locator& locator, Diagnostic& diagnostic) {
 void AddAction(Locator& locator, Diagnostic& diagnostic) {
   const std::string* name = FirstMentioned(diagnostic);
   if (name == nullptr) return;
-  const auto action = FindItem(locator.sources(), "ACTION", "NAME", *name);
+  const auto action = sources::FindItem(locator.sources(), "ACTION", "NAME", *name);
   if (action) AddNote(locator, diagnostic, "defined here", *action->file, action->item->line);
 }
 
@@ -104,4 +106,4 @@ void AddOtherPlace(Locator& locator, Diagnostic& diagnostic) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -6,7 +6,7 @@
 
 #include "ruxcomp/output.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 // Hands out a printf format in pieces: literal(text) for what stands as it is, conversion(letter)
@@ -78,20 +78,20 @@ std::string FormatText(std::string_view format, const std::vector<Argument>& arg
   return text;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 extern "C" __attribute__((visibility("default"))) void Output(unsigned int size, const char* format,
                                                               ...) {
-  rux::MessageLog& log = rux::Messages();
-  rux::Message message{log.phase, format, {}};
-  rux::ArgumentList list;
+  rux::diagnostics::MessageLog& log = rux::diagnostics::Messages();
+  rux::diagnostics::Message message{log.phase, format, {}};
+  rux::diagnostics::ArgumentList list;
   va_start(list.list, format);
-  const bool decoded = rux::DecodeArguments(format, list, message.arguments);
+  const bool decoded = rux::diagnostics::DecodeArguments(format, list, message.arguments);
   va_end(list.list);
   if (!decoded) {
     va_list again;
     va_start(again, format);
-    message = rux::PrintedMessage(log.phase, size, format, again);
+    message = rux::diagnostics::PrintedMessage(log.phase, size, format, again);
     va_end(again);
   }
   log.messages.push_back(std::move(message));

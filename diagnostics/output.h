@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-namespace rux {
+namespace rux::diagnostics {
 
 // What the library was asked to do when it spoke. kLoad is before main().
 enum class Phase { kLoad, kStart, kParse, kCheck, kOutput };
@@ -38,6 +38,6 @@ MessageLog& Messages();
 std::string FormatText(std::string_view format, const std::vector<Argument>& arguments,
                        std::size_t first = 0);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_OUTPUT_H_

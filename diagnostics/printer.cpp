@@ -8,7 +8,7 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr std::string_view kBold = "\x1B[1m";
@@ -47,7 +47,7 @@ std::size_t WidthOf(char byte) {
     std::array<std::size_t, 256> each{};
     for (std::size_t i = 0; i < each.size(); ++i) {
       const char c = static_cast<char>(i);
-      each[i] = SafeLine({&c, 1}).size();
+      each[i] = support::SafeLine({&c, 1}).size();
     }
     return each;
   }();
@@ -81,8 +81,8 @@ Shown Clipped(const Excerpt& whole) {
   window.GrowLeft(text, kLongestLine);
   std::size_t begin = window.begin;
   std::size_t end = window.end;
-  while (begin < whole.begin && IsInsideCharacter(text[begin])) ++begin;
-  while (end < text.size() && end > whole.begin && IsInsideCharacter(text[end])) --end;
+  while (begin < whole.begin && support::IsInsideCharacter(text[begin])) ++begin;
+  while (end < text.size() && end > whole.begin && support::IsInsideCharacter(text[end])) --end;
   const std::string_view left = begin > 0 ? "..." : "";
   const std::string_view right = end < text.size() ? "..." : "";
   Shown shown{std::string(left), left.size() + whole.begin - begin, 0};
@@ -97,7 +97,7 @@ std::string Indent(std::string_view before) {
   std::string indent;
   while (true) {
     const std::size_t tab = before.find('\t');
-    indent.append(Columns(before.substr(0, tab)), ' ');
+    indent.append(support::Columns(before.substr(0, tab)), ' ');
     if (tab == std::string_view::npos) return indent;
     indent += '\t';
     before.remove_prefix(tab + 1);
@@ -124,12 +124,12 @@ class Printer {
  private:
   void PrintMessage(const Location& at, Severity severity, std::string_view text,
                     std::string_view id) {
-    std::string place = SafeText(at.path.empty() ? "rux" : at.path);
+    std::string place = support::SafeText(at.path.empty() ? "rux" : at.path);
     if (at.line() != 0) place += fmt::format(":{}", at.line());
     if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
     out_ += Paint(place + ":", kBold) + ' ' +
-            Paint(fmt::format("{}:", WordOf(severity)), ColourOf(severity)) + ' ' + SafeText(text) +
-            std::string(id) + '\n';
+            Paint(fmt::format("{}:", WordOf(severity)), ColourOf(severity)) + ' ' +
+            support::SafeText(text) + std::string(id) + '\n';
     if (at.excerpt) PrintExcerpt(*at.excerpt);
   }
 
@@ -139,13 +139,13 @@ class Printer {
   }
 
   // What belongs to the diagnostic above, and to no place of its own.
-  void PrintAside(std::string_view text) { out_ += "      = " + SafeText(text) + '\n'; }
+  void PrintAside(std::string_view text) { out_ += "      = " + support::SafeText(text) + '\n'; }
 
   void PrintExcerpt(const Excerpt& excerpt) {
     const Shown shown = Clipped(excerpt);
     const std::string_view text = shown.text;
-    out_ += fmt::format("{:5} | {}\n", excerpt.line, SafeLine(text));
-    const std::size_t columns = Columns(text.substr(shown.begin, shown.length));
+    out_ += fmt::format("{:5} | {}\n", excerpt.line, support::SafeLine(text));
+    const std::size_t columns = support::Columns(text.substr(shown.begin, shown.length));
     const std::string mark = '^' + std::string(std::max<std::size_t>(columns, 1) - 1, '~');
     out_ += fmt::format("      | {}{}\n", Indent(text.substr(0, shown.begin)), Paint(mark, kGreen));
   }
@@ -177,8 +177,8 @@ std::string HumanText(const Report& report, bool colour) {
 }
 
 std::string SummaryLine(const Report& report) {
-  return fmt::format("{}: {}, {}\n", SafeText(report.script), Counted(report.errors, "error"),
-                     Counted(report.warnings, "warning"));
+  return fmt::format("{}: {}, {}\n", support::SafeText(report.script),
+                     Counted(report.errors, "error"), Counted(report.warnings, "warning"));
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

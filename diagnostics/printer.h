@@ -6,7 +6,7 @@
 
 #include "diagnostics/report.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
 //   [undefined-word]
@@ -21,6 +21,6 @@ std::string HumanText(const Report& report, bool colour);
 // "boards/server.rux: 2 errors, 1 warning" with a line feed.
 std::string SummaryLine(const Report& report);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_PRINTER_H_

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr MachineForm kForms[] = {
@@ -22,4 +22,4 @@ const MachineForm* FindMachineForm(std::string_view name) {
   return form == std::end(kForms) ? nullptr : form;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

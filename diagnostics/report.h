@@ -9,7 +9,7 @@
 
 #include "diagnostics/diagnostic.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 struct Report {
   std::string script;                   // the path, as it can be opened from here
@@ -43,6 +43,6 @@ std::string SarifReport(const Report& report);
 // Workflow commands: lines that GitHub shows beside the sources.
 std::string GithubText(const Report& report);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_REPORT_H_

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr std::string_view kAll = "error";
@@ -58,4 +58,4 @@ void Severities::Apply(std::vector<Diagnostic>& diagnostics) const {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

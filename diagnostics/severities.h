@@ -9,7 +9,7 @@
 
 #include "diagnostics/diagnostic.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // One that Severities::Set takes, and what the message is about that it names.
 struct SeveritySetting {
@@ -37,6 +37,6 @@ class Severities {
   std::map<MessageId, Wish> wishes_;
 };
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_SEVERITIES_H_

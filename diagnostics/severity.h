@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace rux {
+namespace rux::diagnostics {
 
 enum class Severity { kNote, kWarning, kError };
 
@@ -20,6 +20,6 @@ constexpr std::string_view WordOf(Severity severity) {
   return "error";
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_SEVERITY_H_

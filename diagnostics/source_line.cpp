@@ -5,7 +5,7 @@
 
 #include "sources/sub_strings.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -26,7 +26,7 @@ bool StandsBefore(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-SourceLine::SourceLine(const SourceFile& file, std::uint32_t line)
+SourceLine::SourceLine(const sources::SourceFile& file, std::uint32_t line)
     : file_(file), line_(line), spot_(file.At(line)) {
   Join();
   const bool is_item = spot_ && spot_->item != nullptr;
@@ -52,7 +52,7 @@ void SourceLine::Join() {
     if (line == 1 && piece.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
       piece.remove_prefix(kByteOrderMark.size());
     }
-    pieces_.push_back({line, start, piece, CharacterCounts(piece)});
+    pieces_.push_back({line, start, piece, support::CharacterCounts(piece)});
     goes_on = line < file_.line_count() && !piece.empty() && piece.back() == '\\';
     start += piece.size() - (goes_on ? 1 : 0);
   }
@@ -67,7 +67,7 @@ void SourceLine::Join() {
 void SourceLine::FindParts(std::string_view value) {
   std::size_t at = searched_from_;
   std::size_t next = 0;  // the character of the value that is to be found from there on
-  for (const std::string_view part : SubStrings(value)) {
+  for (const std::string_view part : sources::SubStrings(value)) {
     const auto begin = static_cast<std::size_t>(part.data() - value.data());
     for (; next < begin && at != std::string_view::npos; ++next) {
       at = text_.find(value[next], at);
@@ -197,4 +197,4 @@ Excerpt SourceLine::ExcerptOf(Range range) const {
           piece.characters.Before(begin + length) + 1};
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

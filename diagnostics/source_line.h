@@ -13,7 +13,7 @@
 #include "sources/source_view.h"
 #include "support/character_counts.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // What a diagnostic is about on its line.
 enum class Focus {
@@ -37,11 +37,11 @@ struct Meant {
 // diagnostics, so what stands in it is looked up and not searched for.
 class SourceLine {
  public:
-  SourceLine(const SourceFile& file, std::uint32_t line);
+  SourceLine(const sources::SourceFile& file, std::uint32_t line);
   SourceLine(const SourceLine&) = delete;
   SourceLine& operator=(const SourceLine&) = delete;
 
-  bool Is(const SourceFile& file, std::uint32_t line) const {
+  bool Is(const sources::SourceFile& file, std::uint32_t line) const {
     return &file == &file_ && line == line_;
   }
   std::size_t size() const { return text_.size(); }
@@ -59,7 +59,7 @@ class SourceLine {
     std::uint32_t line;
     std::size_t start;  // in the joined text
     std::string_view text;
-    CharacterCounts characters;
+    support::CharacterCounts characters;
   };
   // A part of the item's value.
   struct Part {
@@ -82,9 +82,9 @@ class SourceLine {
   std::optional<Range> FindText(std::string_view text, std::size_t ordinal);
   Excerpt ExcerptOf(Range range) const;
 
-  const SourceFile& file_;
+  const sources::SourceFile& file_;
   const std::uint32_t line_;
-  const std::optional<SourceSpot> spot_;
+  const std::optional<sources::SourceSpot> spot_;
   std::vector<Piece> pieces_;
   std::string joined_;                           // empty when there is nothing to join
   std::string_view text_;                        // the joined text, or the one piece
@@ -93,6 +93,6 @@ class SourceLine {
   std::vector<std::string_view> parts_by_text_;  // sorted when they are first asked for
 };
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_SOURCE_LINE_H_

@@ -10,15 +10,15 @@
 #include "sources/script_names.h"
 #include "support/nearest.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 using Names = std::vector<std::string>;
 
 // The values that one key has in the sections of one kind.
 template <const char* section, const char* key>
-Names Values(const SourceView& sources, const Diagnostic&) {
-  return ValuesOf(sources, section, key);
+Names Values(const sources::SourceView& sources, const Diagnostic&) {
+  return sources::ValuesOf(sources, section, key);
 }
 
 constexpr char kGroup[] = "GROUP";
@@ -29,8 +29,12 @@ constexpr char kTable[] = "TABLE";
 constexpr char kName[] = "NAME";
 constexpr char kNumber[] = "ID";
 
-Names Words(const SourceView& sources, const Diagnostic&) { return DefinedWords(sources); }
-Names Globals(const SourceView& sources, const Diagnostic&) { return KeysOf(sources, "GLOBAL"); }
+Names Words(const sources::SourceView& sources, const Diagnostic&) {
+  return sources::DefinedWords(sources);
+}
+Names Globals(const sources::SourceView& sources, const Diagnostic&) {
+  return sources::KeysOf(sources, "GLOBAL");
+}
 
 constexpr std::string_view kValue = "VALUE_";
 
@@ -39,7 +43,7 @@ bool BeginsWith(std::string_view text, std::string_view beginning) {
 }
 
 // The values of an action's own; those of other sections are no operands.
-Names LocalValues(const SourceView&, const Diagnostic& diagnostic) {
+Names LocalValues(const sources::SourceView&, const Diagnostic& diagnostic) {
   Names names;
   if (diagnostic.section != "ACTION" || diagnostic.at.source == nullptr) return names;
   const auto spot = diagnostic.at.source->At(diagnostic.at.first_line);
@@ -52,8 +56,8 @@ Names LocalValues(const SourceView&, const Diagnostic& diagnostic) {
 }
 
 // What a number may be given by: an operand that is none of the others is taken for a word.
-Names WordsAndOperands(const SourceView& sources, const Diagnostic& diagnostic) {
-  Names names = DefinedWords(sources);
+Names WordsAndOperands(const sources::SourceView& sources, const Diagnostic& diagnostic) {
+  Names names = sources::DefinedWords(sources);
   const bool is_operand = diagnostic.section == "GLOBAL" || diagnostic.section == "REPEATER" ||
                           (diagnostic.entry && BeginsWith(*diagnostic.entry, "VALUE"));
   if (!is_operand) return names;
@@ -63,15 +67,15 @@ Names WordsAndOperands(const SourceView& sources, const Diagnostic& diagnostic) 
   return names;
 }
 
-Names Sections(const SourceView&, const Diagnostic&) { return SectionKeywords(); }
-Names OperatorTexts(const SourceView&, const Diagnostic&) { return Operators(); }
-Names Keys(const SourceView&, const Diagnostic& diagnostic) {
-  return KeywordsOf(*diagnostic.section);
+Names Sections(const sources::SourceView&, const Diagnostic&) { return sources::SectionKeywords(); }
+Names OperatorTexts(const sources::SourceView&, const Diagnostic&) { return sources::Operators(); }
+Names Keys(const sources::SourceView&, const Diagnostic& diagnostic) {
+  return sources::KeywordsOf(*diagnostic.section);
 }
 
 struct Row {
   MessageId id;
-  Names (*names)(const SourceView& sources, const Diagnostic& diagnostic);
+  Names (*names)(const sources::SourceView& sources, const Diagnostic& diagnostic);
   std::string_view prefix = {};  // of all these names: nothing that they are alike in
 };
 
@@ -115,9 +119,9 @@ std::size_t AddSuggestion(Locator& locator, Diagnostic& diagnostic) {
   if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();
   const std::size_t skipped = row->prefix.size();
   for (std::string& name : names) name.erase(0, skipped);
-  diagnostic.suggestion = MeantName(wanted->substr(skipped), names);
+  diagnostic.suggestion = support::MeantName(wanted->substr(skipped), names);
   if (diagnostic.suggestion) diagnostic.suggestion->insert(0, row->prefix);
   return names.size();
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

@@ -11,7 +11,7 @@
 #include "support/placement.h"
 #include "support/standard_streams.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 std::string_view Environment(const char* name) {
@@ -58,12 +58,12 @@ Report ReportOf(std::string script, std::vector<Diagnostic> diagnostics,
 
 void Tell(const Report& report, bool has_summary, const TellingOptions& options) {
   const MachineForm* form = FindMachineForm(options.format);
-  if (form != nullptr && options.file.empty()) return PrintOut(form->text(report));
+  if (form != nullptr && options.file.empty()) return support::PrintOut(form->text(report));
   std::string text = HumanText(report, UsesColour(options.color));
   if (options.counts != nullptr) *options.counts = {report.errors, report.warnings};
   if (has_summary && options.counts == nullptr) text += SummaryLine(report);
-  PrintError(text);
-  if (form != nullptr) PutInPlace({{options.file, form->text(report)}});
+  support::PrintError(text);
+  if (form != nullptr) support::PutInPlace({{options.file, form->text(report)}});
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

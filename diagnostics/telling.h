@@ -8,7 +8,7 @@
 
 #include "diagnostics/report.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // What a summary tells.
 struct Counts {
@@ -37,6 +37,6 @@ Report ReportOf(std::string script, std::vector<Diagnostic> diagnostics,
 // form takes their place on standard output. Throws a Failure when it does not get out.
 void Tell(const Report& report, bool has_summary, const TellingOptions& options);
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_TELLING_H_

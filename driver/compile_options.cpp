@@ -2,11 +2,11 @@
 
 #include "sources/script_path.h"
 
-namespace rux {
+namespace rux::driver {
 
 std::string CompileOptions::script_name() const {
-  if (!reads_standard_input()) return ToLibraryPath(scripts.front());
-  return stdin_name.empty() ? "<stdin>" : ToLibraryPath(stdin_name);
+  if (!reads_standard_input()) return sources::ToLibraryPath(scripts.front());
+  return stdin_name.empty() ? "<stdin>" : sources::ToLibraryPath(stdin_name);
 }
 
-}  // namespace rux
+}  // namespace rux::driver

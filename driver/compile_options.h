@@ -8,7 +8,7 @@
 
 #include "diagnostics/telling.h"
 
-namespace rux {
+namespace rux::driver {
 
 struct CompileOptions {
   static constexpr const char* kStandardInput = "-";
@@ -23,9 +23,9 @@ struct CompileOptions {
   std::string stdin_name;            // what standard input stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
-  TellingOptions telling;
+  diagnostics::TellingOptions telling;
 };
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_COMPILE_OPTIONS_H_

@@ -26,7 +26,7 @@
 #include "sources/why_not_opened.h"
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 class CompileRun {
@@ -43,42 +43,42 @@ class CompileRun {
   CompileRun(const CompileRun&) = delete;
   CompileRun& operator=(const CompileRun&) = delete;
 
-  ExitStatus Run(CompileProduct* product) {
-    std::vector<Diagnostic> traps = FindTraps(locator_.sources());
+  support::ExitStatus Run(CompileProduct* product) {
+    std::vector<diagnostics::Diagnostic> traps = rules::FindTraps(locator_.sources());
     sources_ = locator_.sources().files();
     // They are read again in case that there is something to show of them: their memory is better
     // used for the model.
     if (traps.empty()) locator_.DropSources();
     const std::string& read = input_ ? input_->library_path() : script_;
-    Guarded(Phase::kStart, [&] { opened_ = gccCompStart(read) != 0; });
-    if (opened_) Guarded(Phase::kParse, [] { gccParse(); });
+    Guarded(diagnostics::Phase::kStart, [&] { opened_ = gccCompStart(read) != 0; });
+    if (opened_) Guarded(diagnostics::Phase::kParse, [] { gccParse(); });
     if (opened_ && raised_.empty()) {
-      Guarded(Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
+      Guarded(diagnostics::Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
     }
-    if (input_) input_->NameIn(Messages().messages);
-    Add(DiagnosticsFrom(Messages().messages, accepted_));
+    if (input_) input_->NameIn(diagnostics::Messages().messages);
+    Add(diagnostics::DiagnosticsFrom(diagnostics::Messages().messages, accepted_));
     if (opened_ && raised_.empty()) Add(std::move(traps));
     if (accepted_ && !Fails() && product != nullptr) {
-      Guarded(Phase::kOutput, [&] { Add(product->Make()); });
+      Guarded(diagnostics::Phase::kOutput, [&] { Add(product->Make()); });
     }
     const bool is_done = accepted_ && !Fails();
     TellAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
-    if (failure_) throw Failure(*failure_);
+    if (failure_) throw support::Failure(*failure_);
     if (!opened_) throw CannotRead();
     if (product != nullptr) {
       is_done ? product->Keep(sources_) : product->KeepNone(sources_);
     }
-    return is_done ? ExitStatus::kDone : ExitStatus::kFindings;
+    return is_done ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
   }
 
  private:
   // Runs a step of which the library may raise an error.
-  void Guarded(Phase phase, const std::function<void()>& step) {
-    Messages().phase = phase;
+  void Guarded(diagnostics::Phase phase, const std::function<void()>& step) {
+    diagnostics::Messages().phase = phase;
     try {
       step();
-    } catch (const Failure& failure) {
+    } catch (const support::Failure& failure) {
       failure_ = failure;
     } catch (const std::bad_alloc&) {
       throw;  // that is not the script's fault
@@ -92,23 +92,26 @@ class CompileRun {
     return std::optional<StandardInput>(std::in_place, options.script_name());
   }
 
-  Failure CannotRead() const {
-    const std::string path = ToOpenablePath(script_);
-    return Failure(ExitStatus::kTrouble,
-                   "cannot read " + path + ": " + WhyNotOpened(input_ ? input_->path() : path));
+  support::Failure CannotRead() const {
+    const std::string path = sources::ToOpenablePath(script_);
+    return support::Failure(
+        support::ExitStatus::kTrouble,
+        "cannot read " + path + ": " + sources::WhyNotOpened(input_ ? input_->path() : path));
   }
 
   // The reader goes on without what it had no memory for.
   static bool RanOutOfMemory() {
-    const std::vector<Message>& messages = Messages().messages;
-    return std::any_of(messages.begin(), messages.end(), [](const Message& message) {
+    const std::vector<diagnostics::Message>& messages = diagnostics::Messages().messages;
+    return std::any_of(messages.begin(), messages.end(), [](const diagnostics::Message& message) {
       return message.format == reader::kOutOfMemory;
     });
   }
 
-  bool Fails() const { return !raised_.empty() || Count(diagnostics_, Severity::kError) > 0; }
+  bool Fails() const {
+    return !raised_.empty() || diagnostics::Count(diagnostics_, diagnostics::Severity::kError) > 0;
+  }
 
-  void Add(std::vector<Diagnostic> diagnostics) {
+  void Add(std::vector<diagnostics::Diagnostic> diagnostics) {
     severities_.Apply(diagnostics);
     diagnostics_.insert(diagnostics_.end(), std::make_move_iterator(diagnostics.begin()),
                         std::make_move_iterator(diagnostics.end()));
@@ -117,33 +120,34 @@ class CompileRun {
   // The last that is done with the diagnostics.
   void TellAll() {
     Add(std::exchange(raised_, {}));
-    for (Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
-    Advise(locator_, diagnostics_);
-    AddNotesOnIncludes(locator_, diagnostics_);
-    const TellingOptions& telling = options_.telling;
-    Report report = ReportOf(ToOpenablePath(script_), std::move(diagnostics_), telling);
+    for (diagnostics::Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
+    diagnostics::Advise(locator_, diagnostics_);
+    diagnostics::AddNotesOnIncludes(locator_, diagnostics_);
+    const diagnostics::TellingOptions& telling = options_.telling;
+    diagnostics::Report report =
+        diagnostics::ReportOf(sources::ToOpenablePath(script_), std::move(diagnostics_), telling);
     report.is_complete = opened_ && !failure_ && !RanOutOfMemory();
     if (!telling.file.empty()) KeepSources(sources_, {"diagnostics file", telling.file});
-    Tell(report, opened_, telling);
+    diagnostics::Tell(report, opened_, telling);
   }
 
   const CompileOptions& options_;
   const std::string script_;  // as the library takes it
   const std::optional<StandardInput> input_;
-  Locator locator_;
-  SourceFiles sources_;
-  Severities severities_;
+  diagnostics::Locator locator_;
+  sources::SourceFiles sources_;
+  diagnostics::Severities severities_;
   bool opened_ = false;
   bool accepted_ = false;
-  std::vector<Diagnostic> diagnostics_;
-  std::vector<Diagnostic> raised_;
-  std::optional<Failure> failure_;
+  std::vector<diagnostics::Diagnostic> diagnostics_;
+  std::vector<diagnostics::Diagnostic> raised_;
+  std::optional<support::Failure> failure_;
 };
 
 }  // namespace
 
-ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product) {
+support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product) {
   return CompileRun(options).Run(product);
 }
 
-}  // namespace rux
+}  // namespace rux::driver

@@ -10,7 +10,7 @@
 #include "sources/source_view.h"
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::driver {
 
 // What becomes of a script without errors.
 class CompileProduct {
@@ -19,21 +19,21 @@ class CompileProduct {
 
   // Works with the checked model: may call gccOutput and let what that raises pass. Returns what
   // there is to tell about the product. Throws a Failure when it cannot write.
-  virtual std::vector<Diagnostic> Make() = 0;
+  virtual std::vector<diagnostics::Diagnostic> Make() = 0;
 
   // Puts in place what was made of the sources. Called when nothing stands against it and all has
   // been told. Throws a Failure when it cannot.
-  virtual void Keep(const SourceFiles& sources) = 0;
+  virtual void Keep(const sources::SourceFiles& sources) = 0;
 
   // Called instead when the script has errors.
-  virtual void KeepNone(const SourceFiles& sources) = 0;
+  virtual void KeepNone(const sources::SourceFiles& sources) = 0;
 };
 
 // For options of one script. Reads and checks it, has the product made, if there is one, tells the
 // diagnostics and has the product kept. Throws a Failure when the script cannot be read, and those
 // of the product.
-ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
+support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_COMPILE_RUN_H_

@@ -8,7 +8,7 @@
 #include "support/failure.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 // Make takes % for a pattern, [ for a set of characters and = for an assignment; ninja ends a name
@@ -47,10 +47,12 @@ std::string EscapedName(const std::string& path, const std::string& name) {
   for (std::size_t i = 0; i < name.size(); ++i) {
     const std::string escaped = Escaped(name, i);
     if (escaped.empty()) {
-      throw Failure(ExitStatus::kTrouble,
-                    fmt::format("cannot write {}: make and ninja have no common way to write the "
-                                "'{}' in {}",
-                                SafeText(path), SafeText(name.substr(i, 1)), SafeText(name)));
+      throw support::Failure(
+          support::ExitStatus::kTrouble,
+          fmt::format("cannot write {}: make and ninja have no common way to write the "
+                      "'{}' in {}",
+                      support::SafeText(path), support::SafeText(name.substr(i, 1)),
+                      support::SafeText(name)));
     }
     text += escaped;
   }
@@ -77,4 +79,4 @@ std::string DepfileText(const std::string& path, const std::vector<std::string>&
   return rule + '\n' + empty_rules;
 }
 
-}  // namespace rux
+}  // namespace rux::driver

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::driver {
 
 // A rule in the syntax that make and ninja share: the targets, and each of the prerequisites once,
 // in order. Each prerequisite is also a target of its own, without a recipe, so that make goes on
@@ -16,6 +16,6 @@ namespace rux {
 std::string DepfileText(const std::string& path, const std::vector<std::string>& targets,
                         const std::vector<std::string>& prerequisites);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_DEPFILE_H_

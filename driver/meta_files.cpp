@@ -17,19 +17,19 @@
 #include "support/failure.h"
 #include "support/standard_streams.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 // The library drops INCLUDE sections when it loads a debug meta file. With the very first section
 // goes the list of source files, without which it cannot take any other.
-std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
+std::vector<diagnostics::Diagnostic> WarningsOf(const compiled::DebugMeta& meta) {
   if (meta.kinds.size() < 2 || meta.kinds.front().front().name != "INCLUDE") return {};
-  const DebugSection& first = meta.kinds.front().front();
-  Diagnostic warning;
-  warning.id = MessageId::kIncludeFirst;
-  warning.severity = Severity::kWarning;
-  warning.anchor = Anchor::kPlace;
-  warning.file = BaseNameOf(meta.files[first.file_index]);
+  const compiled::DebugSection& first = meta.kinds.front().front();
+  diagnostics::Diagnostic warning;
+  warning.id = diagnostics::MessageId::kIncludeFirst;
+  warning.severity = diagnostics::Severity::kWarning;
+  warning.anchor = diagnostics::Anchor::kPlace;
+  warning.file = sources::BaseNameOf(meta.files[first.file_index]);
   warning.line = first.line;
   warning.section = first.name;
   warning.text =
@@ -39,40 +39,41 @@ std::vector<Diagnostic> WarningsOf(const DebugMeta& meta) {
 }
 
 // A script may say what makes a file that no host can load.
-void ExpectSound(const NewFile& file) {
-  const Faults faults = Verify(file.bytes);
+void ExpectSound(const support::NewFile& file) {
+  const compiled::Faults faults = compiled::Verify(file.bytes);
   if (faults.empty()) return;
-  throw Failure(ExitStatus::kTrouble, "cannot write " + file.path + ": it could not be loaded: " +
-                                          FaultText(faults.list().front()));
+  throw support::Failure(support::ExitStatus::kTrouble,
+                         "cannot write " + file.path + ": it could not be loaded: " +
+                             compiled::FaultText(faults.list().front()));
 }
 
 }  // namespace
 
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
-std::vector<Diagnostic> MetaFiles::Make() {
-  MemoryFile& meta = written_.emplace_back(options_.meta);
+std::vector<diagnostics::Diagnostic> MetaFiles::Make() {
+  support::MemoryFile& meta = written_.emplace_back(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
   // What the compiled records have left would stay in use beside the files that are looked at now.
   malloc_trim(0);
   ExpectSound(Add(options_.meta, meta));
   if (options_.debug_meta.empty()) return {};
-  MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
+  support::MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
   gccOutputD(debug_meta.path());
   std::string_view& bytes = Add(options_.debug_meta, debug_meta).bytes;
-  if (!IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
-  Summary summary;
-  if (!Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
+  if (!compiled::IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
+  compiled::Summary summary;
+  if (!compiled::Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
   if (!options_.stdin_name.empty()) {
     std::string& renamed = texts_.emplace_back(bytes);
-    RenameScript(renamed, options_.stdin_name);
+    compiled::RenameScript(renamed, options_.stdin_name);
     bytes = renamed;
   }
   if (summary.notes.empty()) return {};
-  Faults faults;
-  return WarningsOf(DecodeDebugMeta(bytes, faults));
+  compiled::Faults faults;
+  return WarningsOf(compiled::DecodeDebugMeta(bytes, faults));
 }
 
-void MetaFiles::Keep(const SourceFiles& sources) {
+void MetaFiles::Keep(const sources::SourceFiles& sources) {
   const auto keep = [&](const NamedFile& written) {
     KeepSources(sources, written);
     if (!sources.complete) RefuseToGuess(written);
@@ -81,42 +82,42 @@ void MetaFiles::Keep(const SourceFiles& sources) {
   if (!options_.debug_meta.empty()) keep({"debug meta file", options_.debug_meta});
   if (!options_.depfile.empty()) files_.push_back(Depfile(sources));
   if (options_.prints_meta) {
-    PrintOut(files_.front().bytes);
+    support::PrintOut(files_.front().bytes);
     files_.erase(files_.begin());
   }
   PutFilesInPlace();
 }
 
-void MetaFiles::KeepNone(const SourceFiles& sources) {
+void MetaFiles::KeepNone(const sources::SourceFiles& sources) {
   if (options_.depfile.empty()) return;
   files_ = {Depfile(sources)};
   PutFilesInPlace();
 }
 
-NewFile& MetaFiles::Add(const std::string& path, MemoryFile& file) {
+support::NewFile& MetaFiles::Add(const std::string& path, support::MemoryFile& file) {
   if (options_.creation_time) {
-    char time[kWordSize];
-    StoreWord(*options_.creation_time, time);
-    file.Overwrite(kCreationTimeOffset, {time, sizeof time});
+    char time[compiled::kWordSize];
+    compiled::StoreWord(*options_.creation_time, time);
+    file.Overwrite(compiled::kCreationTimeOffset, {time, sizeof time});
   }
-  return files_.emplace_back(NewFile{path, file.Bytes()});
+  return files_.emplace_back(support::NewFile{path, file.Bytes()});
 }
 
 void MetaFiles::PutFilesInPlace() {
   if (options_.if_changed) {
-    const auto is_there = [&](const NewFile& file) {
+    const auto is_there = [&](const support::NewFile& file) {
       return IsThereAlready(file, options_.creation_time.has_value());
     };
     files_.erase(std::remove_if(files_.begin(), files_.end(), is_there), files_.end());
   }
-  PutInPlace(files_);
+  support::PutInPlace(files_);
 }
 
-NewFile MetaFiles::Depfile(const SourceFiles& sources) {
+support::NewFile MetaFiles::Depfile(const sources::SourceFiles& sources) {
   if (!sources.complete) {
-    throw Failure(ExitStatus::kTrouble,
-                  "cannot write " + options_.depfile +
-                      ": the script cannot be read again to tell which files it includes");
+    throw support::Failure(support::ExitStatus::kTrouble,
+                           "cannot write " + options_.depfile +
+                               ": the script cannot be read again to tell which files it includes");
   }
   KeepSources(sources, {"dependency file", options_.depfile});
   std::vector<std::string> targets;
@@ -128,4 +129,4 @@ NewFile MetaFiles::Depfile(const SourceFiles& sources) {
           texts_.emplace_back(DepfileText(options_.depfile, targets, prerequisites))};
 }
 
-}  // namespace rux
+}  // namespace rux::driver

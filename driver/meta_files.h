@@ -12,7 +12,7 @@
 #include "support/memory_file.h"
 #include "support/placement.h"
 
-namespace rux {
+namespace rux::driver {
 
 struct MetaOptions {
   std::string meta;                            // with prints_meta, for messages only
@@ -31,22 +31,22 @@ class MetaFiles : public CompileProduct {
  public:
   explicit MetaFiles(const MetaOptions& options) : options_(options) {}
 
-  std::vector<Diagnostic> Make() override;
-  void Keep(const SourceFiles& sources) override;
-  void KeepNone(const SourceFiles& sources) override;
+  std::vector<diagnostics::Diagnostic> Make() override;
+  void Keep(const sources::SourceFiles& sources) override;
+  void KeepNone(const sources::SourceFiles& sources) override;
 
  private:
   // Takes over what the library wrote.
-  NewFile& Add(const std::string& path, MemoryFile& file);
+  support::NewFile& Add(const std::string& path, support::MemoryFile& file);
   void PutFilesInPlace();
-  NewFile Depfile(const SourceFiles& sources);
+  support::NewFile Depfile(const sources::SourceFiles& sources);
 
   const MetaOptions& options_;
-  std::vector<NewFile> files_;  // with the bytes of those below
-  std::deque<MemoryFile> written_;
+  std::vector<support::NewFile> files_;  // with the bytes of those below
+  std::deque<support::MemoryFile> written_;
   std::deque<std::string> texts_;
 };
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_META_FILES_H_

@@ -14,7 +14,7 @@
 #include "support/failure.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 namespace fs = std::filesystem;
@@ -40,17 +40,18 @@ bool IsOneFile(const std::string& path, const std::string& other) {
 bool HoldsSomethingElse(const std::string& path) {
   std::error_code none_there;
   if (!fs::is_regular_file(path, none_there)) return false;
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const support::Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   std::string beginning;
   // What cannot be looked at is kept.
-  if (!file.is_open() || !ReadAll(file.number(), kLongestMagic, beginning)) return true;
-  return !beginning.empty() && !IsMetaBytes(beginning) && !IsDebugMetaBytes(beginning);
+  if (!file.is_open() || !support::ReadAll(file.number(), kLongestMagic, beginning)) return true;
+  return !beginning.empty() && !compiled::IsMetaBytes(beginning) &&
+         !compiled::IsDebugMetaBytes(beginning);
 }
 
-Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
-  return Failure(ExitStatus::kWrongUsage,
-                 fmt::format("the {} would overwrite the {} {}", written.what, kept.what,
-                             SafeText(kept.path)));
+support::Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
+  return support::Failure(support::ExitStatus::kWrongUsage,
+                          fmt::format("the {} would overwrite the {} {}", written.what, kept.what,
+                                      support::SafeText(kept.path)));
 }
 
 }  // namespace
@@ -69,16 +70,17 @@ void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<Na
   }
 }
 
-void KeepSources(const SourceFiles& sources, const NamedFile& written) {
+void KeepSources(const sources::SourceFiles& sources, const NamedFile& written) {
   for (const std::string& path : sources.paths) RefuseToOverwrite({"script", path}, written);
 }
 
 void RefuseToGuess(const NamedFile& written) {
   if (!HoldsSomethingElse(written.path)) return;
-  throw Failure(ExitStatus::kTrouble,
-                fmt::format("the {0} would overwrite {1}, which is not compiled\nIt may be a file "
-                            "that the script includes: the script cannot be read again to tell",
-                            written.what, SafeText(written.path)));
+  throw support::Failure(
+      support::ExitStatus::kTrouble,
+      fmt::format("the {0} would overwrite {1}, which is not compiled\nIt may be a file "
+                  "that the script includes: the script cannot be read again to tell",
+                  written.what, support::SafeText(written.path)));
 }
 
-}  // namespace rux
+}  // namespace rux::driver

@@ -7,7 +7,7 @@
 
 #include "sources/source_view.h"
 
-namespace rux {
+namespace rux::driver {
 
 struct NamedFile {
   const char* what;  // "meta file"
@@ -23,13 +23,13 @@ void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
 void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<NamedFile>& written);
 
 // The same for all the sources of a script.
-void KeepSources(const SourceFiles& sources, const NamedFile& written);
+void KeepSources(const sources::SourceFiles& sources, const NamedFile& written);
 
 // For a script of which it cannot be told any more what files it is made of: throws a Failure of
 // trouble when the file to be written may be one of them, because something other than a compiled
 // file stands there.
 void RefuseToGuess(const NamedFile& written);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_OVERWRITING_H_

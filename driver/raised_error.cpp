@@ -10,13 +10,13 @@
 #include "sources/script_path.h"
 #include "sources/sub_strings.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 // A text that is read as a number in some phase of a run.
 struct NumberText {
   std::string_view text;
-  Phase phase;
+  diagnostics::Phase phase;
   bool is_key;  // or a part of it
 };
 
@@ -57,11 +57,11 @@ class NumberTexts {
     const bool is_condition = &item == section.items;
     if (section.name == "DEFINE" || (section.name == "IFDEF" && !is_condition)) {
       // Without any sub-string it is reported.
-      if (!item.value.empty()) Add(FirstSubString(item.value), Phase::kParse);
+      if (!item.value.empty()) Add(sources::FirstSubString(item.value), diagnostics::Phase::kParse);
     } else if (section.name == "REPEATER") {
-      AddRepeater(SubStrings(item.value));
+      AddRepeater(sources::SubStrings(item.value));
     } else if (section.name == "GLOBAL") {
-      AddOperands(SubStrings(item.value));
+      AddOperands(sources::SubStrings(item.value));
     } else {
       AddByKey(section, item);
     }
@@ -70,22 +70,25 @@ class NumberTexts {
   const std::vector<NumberText>& texts() const { return texts_; }
 
  private:
-  void Add(std::string_view text, Phase phase) { texts_.push_back({text, phase, false}); }
-  void AddKey(std::string_view text) { texts_.push_back({text, Phase::kCheck, true}); }
+  void Add(std::string_view text, diagnostics::Phase phase) {
+    texts_.push_back({text, phase, false});
+  }
+  void AddKey(std::string_view text) { texts_.push_back({text, diagnostics::Phase::kCheck, true}); }
 
   void AddByKey(const reader::Section& section, const reader::Item& item) {
     const std::uint32_t keyword = KeywordOf(item.key);
     if ((keyword & kNumericMask) == kNumericString) {
       // An empty one is reported.
-      const std::string_view text = FirstSubString(item.value);
-      if (!text.empty()) Add(text, Phase::kCheck);
+      const std::string_view text = sources::FirstSubString(item.value);
+      if (!text.empty()) Add(text, diagnostics::Phase::kCheck);
     } else if ((keyword & kNumericMask) == kNumericList) {
-      for (const std::string_view text : SubStrings(item.value)) Add(text, Phase::kCheck);
+      for (const std::string_view text : sources::SubStrings(item.value))
+        Add(text, diagnostics::Phase::kCheck);
     } else if (section.name == "TABLE" && keyword == 0) {
       AddRow(item);
     } else if ((keyword & kTypeMask) == kValueType || BeginsWith(item.key, kValuePrefix)) {
       if (section.name == "ACTION" && keyword == 0) AddKey(item.key.substr(kValuePrefix.size()));
-      AddOperands(SubStrings(item.value));
+      AddOperands(sources::SubStrings(item.value));
     }
   }
 
@@ -94,22 +97,23 @@ class NumberTexts {
     AddKey(item.key.substr(0, dot));
     if (dot != std::string_view::npos) AddKey(item.key.substr(dot + 1));
     // An empty cell is reported.
-    const std::string_view cell = FirstSubString(item.value);
-    if (!cell.empty()) Add(cell, Phase::kOutput);
+    const std::string_view cell = sources::FirstSubString(item.value);
+    if (!cell.empty()) Add(cell, diagnostics::Phase::kOutput);
   }
 
   // Which sub-strings are operands depends on the value's type. One that is none is not empty in a
   // script that gets so far.
   void AddOperands(const std::vector<std::string_view>& parts) {
-    for (std::size_t i = 1; i < parts.size(); ++i) Add(parts[i], Phase::kCheck);
+    for (std::size_t i = 1; i < parts.size(); ++i) Add(parts[i], diagnostics::Phase::kCheck);
   }
 
   void AddRepeater(const std::vector<std::string_view>& parts) {
     if (parts.size() < 2) return;  // reported
-    Add(parts[0], Phase::kCheck);
+    Add(parts[0], diagnostics::Phase::kCheck);
     for (std::size_t i = 2; i < parts.size(); ++i) {
       // The check only counts the arguments among them.
-      Add(parts[i], IsBareArgument(parts[i]) ? Phase::kOutput : Phase::kCheck);
+      Add(parts[i],
+          IsBareArgument(parts[i]) ? diagnostics::Phase::kOutput : diagnostics::Phase::kCheck);
     }
   }
 
@@ -118,7 +122,7 @@ class NumberTexts {
 
 // The first text of the item that raises in the phase.
 std::optional<NumberText> RaisingText(const reader::Section& section, const reader::Item& item,
-                                      Phase phase) {
+                                      diagnostics::Phase phase) {
   const NumberTexts numbers(section, item);
   for (const NumberText& number : numbers.texts()) {
     if (number.phase == phase && Raises(number.text)) return number;
@@ -126,12 +130,12 @@ std::optional<NumberText> RaisingText(const reader::Section& section, const read
   return std::nullopt;
 }
 
-Diagnostic DiagnosticOf(const SourceSection& section, const reader::Item& item,
-                        const NumberText& raising) {
-  Diagnostic diagnostic;
-  diagnostic.id = MessageId::kUnreadableNumber;
-  diagnostic.anchor = Anchor::kPlace;
-  diagnostic.file = BaseNameOf(section.file->library_path());
+diagnostics::Diagnostic DiagnosticOf(const sources::SourceSection& section,
+                                     const reader::Item& item, const NumberText& raising) {
+  diagnostics::Diagnostic diagnostic;
+  diagnostic.id = diagnostics::MessageId::kUnreadableNumber;
+  diagnostic.anchor = diagnostics::Anchor::kPlace;
+  diagnostic.file = sources::BaseNameOf(section.file->library_path());
   diagnostic.line = item.line;
   diagnostic.section = std::string(section.section->name);
   diagnostic.entry = std::string(item.key);
@@ -147,19 +151,20 @@ Diagnostic DiagnosticOf(const SourceSection& section, const reader::Item& item,
   return diagnostic;
 }
 
-Diagnostic DiagnosticOfWholeScript(const std::exception& raised) {
-  Diagnostic diagnostic;
-  diagnostic.id = MessageId::kLibraryError;
+diagnostics::Diagnostic DiagnosticOfWholeScript(const std::exception& raised) {
+  diagnostics::Diagnostic diagnostic;
+  diagnostic.id = diagnostics::MessageId::kLibraryError;
   diagnostic.text = std::string("the library cannot go on: ") + raised.what();
   return diagnostic;
 }
 
 }  // namespace
 
-std::vector<Diagnostic> DiagnosticsOfRaised(const SourceView& sources, Phase phase,
-                                            const std::exception& raised) {
-  std::vector<Diagnostic> diagnostics;
-  for (const SourceSection& section : sources.sections()) {
+std::vector<diagnostics::Diagnostic> DiagnosticsOfRaised(const sources::SourceView& sources,
+                                                         diagnostics::Phase phase,
+                                                         const std::exception& raised) {
+  std::vector<diagnostics::Diagnostic> diagnostics;
+  for (const sources::SourceSection& section : sources.sections()) {
     const reader::Section& contents = *section.section;
     for (const reader::Item* item = contents.items; item != contents.items + contents.item_count;
          ++item) {
@@ -172,4 +177,4 @@ std::vector<Diagnostic> DiagnosticsOfRaised(const SourceView& sources, Phase pha
   return diagnostics;
 }
 
-}  // namespace rux
+}  // namespace rux::driver

@@ -12,13 +12,14 @@
 #include "diagnostics/output.h"
 #include "sources/source_view.h"
 
-namespace rux {
+namespace rux::driver {
 
 // An error for each item that makes the library raise in that phase; when there is none, one for
 // the script as a whole with the text of the exception. Not located yet.
-std::vector<Diagnostic> DiagnosticsOfRaised(const SourceView& sources, Phase phase,
-                                            const std::exception& raised);
+std::vector<diagnostics::Diagnostic> DiagnosticsOfRaised(const sources::SourceView& sources,
+                                                         diagnostics::Phase phase,
+                                                         const std::exception& raised);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_RAISED_ERROR_H_

@@ -17,15 +17,17 @@
 #include "support/standard_streams.h"
 #include "support/workers.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 constexpr std::string_view kName = "{}";
 
-Failure WrongUsage(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+support::Failure WrongUsage(const std::string& text) {
+  return support::Failure(support::ExitStatus::kWrongUsage, text);
+}
 
 void ExpectForOne(const CompileOptions& options) {
-  const TellingOptions& telling = options.telling;
+  const diagnostics::TellingOptions& telling = options.telling;
   if (!telling.file.empty() && telling.format == "human") {
     throw WrongUsage("--diagnostics-file needs a --format for programs");
   }
@@ -38,7 +40,7 @@ void ExpectForOne(const CompileOptions& options) {
 }
 
 void ExpectForSeveral(const CompileOptions& options) {
-  const TellingOptions& telling = options.telling;
+  const diagnostics::TellingOptions& telling = options.telling;
   ExpectNameForEach(options, "--diagnostics-file", telling.file);
   const bool is_document = telling.format == "json" || telling.format == "sarif";
   if (is_document && telling.file.empty()) {
@@ -52,16 +54,18 @@ void ExpectForSeveral(const CompileOptions& options) {
 class SharedCounts {
  public:
   explicit SharedCounts(std::size_t count)
-      : size_(count * sizeof(Counts)),
+      : size_(count * sizeof(diagnostics::Counts)),
         memory_(mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
-    if (memory_ == MAP_FAILED) throw SystemFailure("cannot share", "memory");
+    if (memory_ == MAP_FAILED) throw support::SystemFailure("cannot share", "memory");
   }
   ~SharedCounts() { munmap(memory_, size_); }
   SharedCounts(const SharedCounts&) = delete;
   SharedCounts& operator=(const SharedCounts&) = delete;
 
   // The kernel's zeros are the counts of a script that nothing was told of.
-  Counts& operator[](std::size_t i) const { return static_cast<Counts*>(memory_)[i]; }
+  diagnostics::Counts& operator[](std::size_t i) const {
+    return static_cast<diagnostics::Counts*>(memory_)[i];
+  }
 
  private:
   const std::size_t size_;
@@ -73,58 +77,59 @@ class Outcome {
  public:
   explicit Outcome(std::size_t scripts) : counts_(scripts), scripts_(scripts) {}
 
-  Counts& CountsOf(std::size_t i) const { return counts_[i]; }
+  diagnostics::Counts& CountsOf(std::size_t i) const { return counts_[i]; }
 
-  void Tell(const std::string& script, const WorkDone& done) {
-    PrintOut(done.output);
-    PrintError(done.errors);
+  void Tell(const std::string& script, const support::WorkDone& done) {
+    support::PrintOut(done.output);
+    support::PrintError(done.errors);
     if (done.signal != 0) {
-      PrintError(
+      support::PrintError(
           fmt::format("rux: error: {}: the process that read it was ended by signal {} ({})\n",
-                      SafeText(script), done.signal, strsignal(done.signal)));
+                      support::SafeText(script), done.signal, strsignal(done.signal)));
     }
     worst_ = std::max(worst_, done.status);
-    if (done.status > ExitStatus::kFindings) ++undone_;
+    if (done.status > support::ExitStatus::kFindings) ++undone_;
   }
 
   std::string Summary() const {
-    Report all;
+    diagnostics::Report all;
     all.script = fmt::format("{} scripts", scripts_);
     for (std::size_t i = 0; i < scripts_; ++i) {
       all.errors += counts_[i].errors;
       all.warnings += counts_[i].warnings;
     }
-    std::string line = SummaryLine(all);
+    std::string line = diagnostics::SummaryLine(all);
     if (undone_ > 0) line.insert(line.size() - 1, fmt::format("; {} could not be done", undone_));
     return line;
   }
 
-  ExitStatus worst() const { return worst_; }
+  support::ExitStatus worst() const { return worst_; }
 
  private:
   const SharedCounts counts_;
   const std::size_t scripts_;
   std::size_t undone_ = 0;
-  ExitStatus worst_ = ExitStatus::kDone;
+  support::ExitStatus worst_ = support::ExitStatus::kDone;
 };
 
-ExitStatus RunSeveral(const std::vector<CompileOptions>& runs,
-                      const std::function<ExitStatus(const CompileOptions&)>& run) {
+support::ExitStatus RunSeveral(
+    const std::vector<CompileOptions>& runs,
+    const std::function<support::ExitStatus(const CompileOptions&)>& run) {
   Outcome outcome(runs.size());
-  const TellingOptions& telling = runs.front().telling;
+  const diagnostics::TellingOptions& telling = runs.front().telling;
   const std::size_t jobs = runs.front().jobs;
   const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1u);
-  DoWork(
+  support::DoWork(
       runs.size(), jobs != 0 ? jobs : processors,
       [&](std::size_t i) {
         CompileOptions one = runs[i];
         one.telling.counts = &outcome.CountsOf(i);
         return run(one);
       },
-      [&](std::size_t i, const WorkDone& done) {
-        outcome.Tell(ToOpenablePath(runs[i].script_name()), done);
+      [&](std::size_t i, const support::WorkDone& done) {
+        outcome.Tell(sources::ToOpenablePath(runs[i].script_name()), done);
       });
-  if (telling.format == "human" || !telling.file.empty()) PrintError(outcome.Summary());
+  if (telling.format == "human" || !telling.file.empty()) support::PrintError(outcome.Summary());
   return outcome.worst();
 }
 
@@ -132,7 +137,7 @@ ExitStatus RunSeveral(const std::vector<CompileOptions>& runs,
 
 std::string NameFor(const std::string& script, const std::string& name) {
   std::string whole = name;
-  const std::string stem = std::filesystem::path(ToOpenablePath(script)).stem().string();
+  const std::string stem = std::filesystem::path(sources::ToOpenablePath(script)).stem().string();
   for (std::size_t at = 0; (at = whole.find(kName, at)) != std::string::npos; at += stem.size()) {
     whole.replace(at, kName.size(), stem);
   }
@@ -154,14 +159,15 @@ std::vector<CompileOptions> RunsOf(const CompileOptions& options) {
     CompileOptions& one = runs.emplace_back(options);
     one.scripts = {script};
     one.telling.file = NameFor(one.script_name(), options.telling.file);
-    if (are_several) one.telling.color = UsesColour(options.telling.color) ? "always" : "never";
+    if (are_several)
+      one.telling.color = diagnostics::UsesColour(options.telling.color) ? "always" : "never";
   }
   return runs;
 }
 
-ExitStatus RunAll(const std::vector<CompileOptions>& runs,
-                  const std::function<ExitStatus(const CompileOptions&)>& run) {
+support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
+                           const std::function<support::ExitStatus(const CompileOptions&)>& run) {
   return runs.size() == 1 ? run(runs.front()) : RunSeveral(runs, run);
 }
 
-}  // namespace rux
+}  // namespace rux::driver

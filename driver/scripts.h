@@ -9,7 +9,7 @@
 #include "driver/compile_options.h"
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::driver {
 
 // `name` with the name of the script, without folder and suffix, for each "{}".
 std::string NameFor(const std::string& script, const std::string& name);
@@ -24,9 +24,9 @@ std::vector<CompileOptions> RunsOf(const CompileOptions& options);
 
 // Runs one as it is; several in processes of their own, with what they tell in their order and one
 // summary at the end. Returns the worst of what they end with. Throws a Failure.
-ExitStatus RunAll(const std::vector<CompileOptions>& runs,
-                  const std::function<ExitStatus(const CompileOptions&)>& run);
+support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
+                           const std::function<support::ExitStatus(const CompileOptions&)>& run);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_SCRIPTS_H_

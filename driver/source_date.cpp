@@ -11,7 +11,7 @@
 #include "support/failure.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::driver {
 
 std::optional<std::uint32_t> SourceDateEpoch() {
   constexpr const char* kName = "SOURCE_DATE_EPOCH";
@@ -21,12 +21,12 @@ std::optional<std::uint32_t> SourceDateEpoch() {
   std::uint32_t time = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), time);
   if (error != std::errc() || end != text.data() + text.size()) {
-    throw Failure(
-        ExitStatus::kWrongUsage,
-        fmt::format("{} is '{}', which is no number of seconds from 0 to {}", kName,
-                    SafeText(Shortened(text)), std::numeric_limits<std::uint32_t>::max()));
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           fmt::format("{} is '{}', which is no number of seconds from 0 to {}",
+                                       kName, support::SafeText(support::Shortened(text)),
+                                       std::numeric_limits<std::uint32_t>::max()));
   }
   return time;
 }
 
-}  // namespace rux
+}  // namespace rux::driver

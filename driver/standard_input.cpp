@@ -12,32 +12,32 @@
 #include "sources/script_path.h"
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::driver {
 namespace {
 
 namespace fs = std::filesystem;
 
-Failure CannotRead(const std::string& name, int error) {
-  return SystemFailure("cannot read", ToOpenablePath(name), error);
+support::Failure CannotRead(const std::string& name, int error) {
+  return support::SystemFailure("cannot read", sources::ToOpenablePath(name), error);
 }
 
-Descriptor ReadIntoMemory(const std::string& name) {
-  Descriptor file(memfd_create("rux", MFD_CLOEXEC));
+support::Descriptor ReadIntoMemory(const std::string& name) {
+  support::Descriptor file(memfd_create("rux", MFD_CLOEXEC));
   std::string text;
-  if (!file.is_open() || !ReadAll(STDIN_FILENO, reader::kLargestScript, text)) {
+  if (!file.is_open() || !support::ReadAll(STDIN_FILENO, reader::kLargestScript, text)) {
     throw CannotRead(name, errno);
   }
   if (text.size() > reader::kLargestScript) throw CannotRead(name, EFBIG);
-  if (!WriteAll(file.number(), text)) throw CannotRead(name, errno);
+  if (!support::WriteAll(file.number(), text)) throw CannotRead(name, errno);
   return file;
 }
 
 // From the folder of `name` up to the root and down again.
 std::string PathFromFolder(const std::string& name, const std::string& path) {
-  const std::string folder = FolderOf(name);
+  const std::string folder = sources::FolderOf(name);
   if (folder.empty()) return path;
   std::error_code error;
-  const fs::path whole = fs::canonical(ToOpenablePath(folder), error);
+  const fs::path whole = fs::canonical(sources::ToOpenablePath(folder), error);
   if (error) throw CannotRead(name, error.value());
   std::string way_up = folder;
   for (auto step = std::next(whole.begin()); step != whole.end(); ++step) way_up += "../";
@@ -52,13 +52,13 @@ StandardInput::StandardInput(const std::string& name)
       path_("/proc/self/fd/" + std::to_string(file_.number())),
       library_path_(PathFromFolder(name, path_)) {}
 
-void StandardInput::NameIn(std::vector<Message>& messages) const {
-  const std::string taken = BaseNameOf(library_path_);
-  for (Message& message : messages) {
-    for (Argument& argument : message.arguments) {
-      if (argument == Argument(taken)) argument = BaseNameOf(name_);
+void StandardInput::NameIn(std::vector<diagnostics::Message>& messages) const {
+  const std::string taken = sources::BaseNameOf(library_path_);
+  for (diagnostics::Message& message : messages) {
+    for (diagnostics::Argument& argument : message.arguments) {
+      if (argument == diagnostics::Argument(taken)) argument = sources::BaseNameOf(name_);
     }
   }
 }
 
-}  // namespace rux
+}  // namespace rux::driver

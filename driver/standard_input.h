@@ -8,7 +8,7 @@
 #include "diagnostics/output.h"
 #include "support/descriptor.h"
 
-namespace rux {
+namespace rux::driver {
 
 // Kept in memory, for the library to read it under a path and for messages to look at it again. The
 // script has a name all the same, which tells the folder of what it includes. The library can only
@@ -24,15 +24,15 @@ class StandardInput {
   const std::string& library_path() const { return library_path_; }
 
   // Puts the name into what the library said.
-  void NameIn(std::vector<Message>& messages) const;
+  void NameIn(std::vector<diagnostics::Message>& messages) const;
 
  private:
   const std::string name_;
-  const Descriptor file_;
+  const support::Descriptor file_;
   const std::string path_;
   const std::string library_path_;
 };
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_STANDARD_INPUT_H_

@@ -6,17 +6,18 @@
 #include "compiled/file_header.h"
 #include "support/descriptor.h"
 
-namespace rux {
+namespace rux::driver {
 
-bool IsThereAlready(const NewFile& file, bool counts_time) {
-  const Descriptor there(open(file.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+bool IsThereAlready(const support::NewFile& file, bool counts_time) {
+  const support::Descriptor there(
+      open(file.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;
   if (!there.is_open() || fstat(there.number(), &status) != 0) return false;
   const bool may_be_same =
       S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) == file.bytes.size();
   std::string bytes;
-  if (!may_be_same || !ReadAll(there.number(), file.bytes.size(), bytes)) return false;
-  return bytes == file.bytes || (!counts_time && AreSameButForTime(bytes, file.bytes));
+  if (!may_be_same || !support::ReadAll(there.number(), file.bytes.size(), bytes)) return false;
+  return bytes == file.bytes || (!counts_time && compiled::AreSameButForTime(bytes, file.bytes));
 }
 
-}  // namespace rux
+}  // namespace rux::driver

@@ -4,12 +4,12 @@
 
 #include "support/placement.h"
 
-namespace rux {
+namespace rux::driver {
 
 // Whether a file with these bytes is there already. Of compiled files the time of creation only
 // counts if `counts_time`. What cannot be read is another file.
-bool IsThereAlready(const NewFile& file, bool counts_time);
+bool IsThereAlready(const support::NewFile& file, bool counts_time);
 
-}  // namespace rux
+}  // namespace rux::driver
 
 #endif  // DRIVER_UNCHANGED_H_

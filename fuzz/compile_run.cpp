@@ -69,14 +69,15 @@ Outcome Compile(const fuzz::ScratchFolder& folder) {
   return outcome;
 }
 
-void ExpectSound(const rux::Faults& faults) {
-  if (!faults.empty()) std::fprintf(stderr, "%s\n", FaultText(faults.list().front()).c_str());
+void ExpectSound(const rux::compiled::Faults& faults) {
+  if (!faults.empty())
+    std::fprintf(stderr, "%s\n", rux::compiled::FaultText(faults.list().front()).c_str());
   Expect(faults.empty(), "what the library writes is sound");
 }
 
-rux::DebugMeta DecodeSound(const std::string& debugMeta) {
-  rux::Faults faults;
-  rux::DebugMeta meta = rux::DecodeDebugMeta(debugMeta, faults);
+rux::compiled::DebugMeta DecodeSound(const std::string& debugMeta) {
+  rux::compiled::Faults faults;
+  rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(debugMeta, faults);
   ExpectSound(faults);
   return meta;
 }
@@ -96,8 +97,8 @@ bool HasNamesWithoutIndex() {
 
 // To be called when the symbol tables are those of the compile run.
 void CheckMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
-  rux::Faults faults;
-  const rux::CompiledMeta meta = rux::DecodeMeta(outcome.meta, faults);
+  rux::compiled::Faults faults;
+  const rux::compiled::CompiledMeta meta = rux::compiled::DecodeMeta(outcome.meta, faults);
   if (!faults.empty() && HasNamesWithoutIndex()) return;
   ExpectSound(faults);
   Expect(gcInit(folder.Path(kMeta)) == 1, "what the library writes can be loaded");
@@ -106,7 +107,7 @@ void CheckMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
 }
 
 void CheckDebugMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
-  const rux::DebugMeta meta = DecodeSound(outcome.debugMeta);
+  const rux::compiled::DebugMeta meta = DecodeSound(outcome.debugMeta);
   if (!fuzz::CanBeLoaded(meta)) return;
   Expect(gdInit(folder.Path(kDebugMeta)) == 1, "what the library writes can be loaded");
   fuzz::ExpectLoaded(meta);
@@ -123,11 +124,13 @@ void CompileAgain(const fuzz::ScratchFolder& folder, const Outcome& first) {
 
 // The script that a debug meta file was made of, in one file; empty when one cannot say it.
 std::string Decompiled(const std::string& debugMeta) {
-  const rux::DebugMeta meta = DecodeSound(debugMeta);
-  if (rux::GroupBeforeParent(meta)) return "";
-  const std::vector<rux::ScriptSection> sections = rux::ScriptSectionsOf(meta);
-  std::string text = rux::ScriptText(sections);
-  Expect(!rux::MisreadItem(meta, sections, text), "what came out of a script can stand in one");
+  const rux::compiled::DebugMeta meta = DecodeSound(debugMeta);
+  if (rux::decompile::GroupBeforeParent(meta)) return "";
+  const std::vector<rux::decompile::ScriptSection> sections =
+      rux::decompile::ScriptSectionsOf(meta);
+  std::string text = rux::decompile::ScriptText(sections);
+  Expect(!rux::decompile::MisreadItem(meta, sections, text),
+         "what came out of a script can stand in one");
   return text;
 }
 

@@ -71,8 +71,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const fuzz::ScratchFolder folder;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   folder.Write("metad", bytes);
-  rux::Faults faults;
-  const rux::DebugMeta meta = rux::DecodeDebugMeta(bytes, faults);
+  rux::compiled::Faults faults;
+  const rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(bytes, faults);
 
   tagMETAFILEINFO info{};
   const std::uint32_t loaded = Load(folder.Path("metad"), info);

@@ -9,13 +9,13 @@ namespace fuzz {
 
 // Walks the loaded file along the decoded one, which has no fault, by the queries; ends the process
 // where they differ.
-void ExpectLoaded(const rux::CompiledMeta& meta);
-void ExpectLoaded(const rux::DebugMeta& meta);
+void ExpectLoaded(const rux::compiled::CompiledMeta& meta);
+void ExpectLoaded(const rux::compiled::DebugMeta& meta);
 
 // Whether a debug meta file without a fault has the list of source files where loading looks for
 // it. One that is not the first of its process has none; and INCLUDE sections are passed over, the
 // list with them.
-bool CanBeLoaded(const rux::DebugMeta& meta);
+bool CanBeLoaded(const rux::compiled::DebugMeta& meta);
 
 }  // namespace fuzz
 

@@ -27,7 +27,7 @@ Texts LoadedTexts(GDSECTION section) {
 // Values of other types have no text.
 bool HasRecord(std::uint32_t type) { return type <= 12 || (type >= 101 && type <= 104); }
 
-std::string ExpectedText(const rux::DebugEntry& entry) {
+std::string ExpectedText(const rux::compiled::DebugEntry& entry) {
   if (PayloadOf(entry.identifier) == PAYLOAD_DWORD) {
     char text[sizeof "0xFFFFFFFF"];
     std::snprintf(text, sizeof text, "0x%x", entry.number);
@@ -36,7 +36,7 @@ std::string ExpectedText(const rux::DebugEntry& entry) {
   if (PayloadOf(entry.identifier) == PAYLOAD_VALUE && !HasRecord(entry.value_type)) return "";
   std::string text;
   const char* comma = "";
-  for (const rux::DebugField& field : entry.fields) {
+  for (const rux::compiled::DebugField& field : entry.fields) {
     for (const std::string& part : field.texts) text += std::exchange(comma, ",") + part;
   }
   return text;
@@ -44,11 +44,11 @@ std::string ExpectedText(const rux::DebugEntry& entry) {
 
 // The entries that are left of a section's: one takes the place of an earlier one with its
 // identifier whose name is not free.
-Texts ExpectedTexts(const rux::DebugSection& section) {
-  std::vector<const rux::DebugEntry*> entries;
-  for (const rux::DebugEntry& entry : section.entries) {
+Texts ExpectedTexts(const rux::compiled::DebugSection& section) {
+  std::vector<const rux::compiled::DebugEntry*> entries;
+  for (const rux::compiled::DebugEntry& entry : section.entries) {
     const auto place =
-        std::find_if(entries.begin(), entries.end(), [&](const rux::DebugEntry* earlier) {
+        std::find_if(entries.begin(), entries.end(), [&](const rux::compiled::DebugEntry* earlier) {
           return earlier->identifier == entry.identifier && !(earlier->notation & kFreeName);
         });
     if (place == entries.end()) {
@@ -58,7 +58,7 @@ Texts ExpectedTexts(const rux::DebugSection& section) {
     }
   }
   Texts texts;
-  for (const rux::DebugEntry* entry : entries) {
+  for (const rux::compiled::DebugEntry* entry : entries) {
     if (entry->payload_type != 0) texts.emplace_back(entry->name.c_str(), ExpectedText(*entry));
   }
   return texts;
@@ -71,10 +71,10 @@ Texts Sorted(Texts texts) {
 }
 
 // The sections of a kind; answers with their count, which is 0 for INCLUDE sections.
-std::uint32_t ExpectSections(const std::vector<rux::DebugSection>& decoded) {
+std::uint32_t ExpectSections(const std::vector<rux::compiled::DebugSection>& decoded) {
   if (decoded.front().identifier == SECTION_INCLUDE) return 0;
   std::uint32_t count = 0;
-  for (const rux::DebugSection& section : decoded) {
+  for (const rux::compiled::DebugSection& section : decoded) {
     GDSECTION loaded = gdGetSectByIndex(section.identifier, count++);
     Expect(loaded != nullptr, "all sections are loaded");
     Expect(Sorted(LoadedTexts(loaded)) == Sorted(ExpectedTexts(section)),
@@ -85,14 +85,14 @@ std::uint32_t ExpectSections(const std::vector<rux::DebugSection>& decoded) {
 
 }  // namespace
 
-void ExpectLoaded(const rux::DebugMeta& meta) {
+void ExpectLoaded(const rux::compiled::DebugMeta& meta) {
   Expect(g_tblPreDefine.size() == meta.words.size(), "defined words are those of the file");
-  for (const rux::DebugWord& word : meta.words) {
+  for (const rux::compiled::DebugWord& word : meta.words) {
     std::uint32_t value = 0;
     Expect(GetPreDefinedValue(word.name, value) && value == word.value,
            "defined words have their values");
   }
-  for (const std::vector<rux::DebugSection>& kind : meta.kinds) {
+  for (const std::vector<rux::compiled::DebugSection>& kind : meta.kinds) {
     if (kind.empty()) continue;
     const std::uint32_t count = ExpectSections(kind);
     Expect(gdGetSectByIndex(kind.front().identifier, count) == nullptr,
@@ -100,8 +100,8 @@ void ExpectLoaded(const rux::DebugMeta& meta) {
   }
 }
 
-bool CanBeLoaded(const rux::DebugMeta& meta) {
-  for (const std::vector<rux::DebugSection>& kind : meta.kinds) {
+bool CanBeLoaded(const rux::compiled::DebugMeta& meta) {
+  for (const std::vector<rux::compiled::DebugSection>& kind : meta.kinds) {
     if (kind.empty()) continue;
     return meta.files_extent.size > 0 && kind.front().identifier != SECTION_INCLUDE;
   }

@@ -20,11 +20,11 @@ bool IsFirst(const std::vector<Item>& items, std::size_t ordinal) {
 
 // What a word stands for, going by what was decoded. Of equal items of a table only the first has
 // an index, and the largest number cannot be told from none.
-tagTBLDATA ExpectedData(const rux::CompiledMeta& meta, std::uint32_t index) {
+tagTBLDATA ExpectedData(const rux::compiled::CompiledMeta& meta, std::uint32_t index) {
   tagTBLDATA data = {RUX_DATA_NONE, index, {nullptr}};
-  const std::uint32_t base = rux::ClassOfIndex(index);
-  const std::uint32_t ordinal = rux::OrdinalOfIndex(index);
-  const rux::CompiledTable* table = rux::TableOf(meta, base);
+  const std::uint32_t base = rux::compiled::ClassOfIndex(index);
+  const std::uint32_t ordinal = rux::compiled::OrdinalOfIndex(index);
+  const rux::compiled::CompiledTable* table = rux::compiled::TableOf(meta, base);
   if (base == RUX_CLASS_Small || base == RUX_CLASS_ValueType || base == RUX_CLASS_Operator) {
     data.kind = RUX_DATA_NUMBER;
     data.data.number = ordinal;
@@ -47,13 +47,13 @@ bool AreEqual(const tagTBLDATA& one, const tagTBLDATA& other) {
 
 // Whether the length of a table counts names without an index: how these are read depends on what
 // the file happens to hold behind the names.
-bool HasNotes(const rux::CompiledMeta& meta) {
+bool HasNotes(const rux::compiled::CompiledMeta& meta) {
   return std::any_of(meta.tables.begin(), meta.tables.end(),
-                     [](const rux::CompiledTable& table) { return !table.note.empty(); });
+                     [](const rux::compiled::CompiledTable& table) { return !table.note.empty(); });
 }
 
-void CompareValues(const rux::CompiledMeta& meta, const rux::CompiledEntry& decoded,
-                   GCENTRY entry) {
+void CompareValues(const rux::compiled::CompiledMeta& meta,
+                   const rux::compiled::CompiledEntry& decoded, GCENTRY entry) {
   Expect(gcGetValueCount(entry) == decoded.values.size(), "all values are loaded");
   for (std::uint32_t i = 0; i < decoded.values.size(); ++i) {
     const tagTBLDATA data = gcGetValueByIndex(entry, i);
@@ -65,9 +65,9 @@ void CompareValues(const rux::CompiledMeta& meta, const rux::CompiledEntry& deco
 
 }  // namespace
 
-void ExpectLoaded(const rux::CompiledMeta& meta) {
+void ExpectLoaded(const rux::compiled::CompiledMeta& meta) {
   std::map<std::uint32_t, std::uint32_t> ordinals;
-  for (const rux::CompiledSection& decoded : meta.sections) {
+  for (const rux::compiled::CompiledSection& decoded : meta.sections) {
     const GCSECTION section = gcGetSectByIndex(decoded.identifier, ordinals[decoded.identifier]++);
     Expect(gcGetEntryCount(section) == decoded.entries.size(), "all entries are loaded");
     for (std::uint32_t i = 0; i < decoded.entries.size(); ++i) {

@@ -130,8 +130,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const fuzz::ScratchFolder folder;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   folder.Write("meta", bytes);
-  rux::Faults faults;
-  const rux::CompiledMeta meta = rux::DecodeMeta(bytes, faults);
+  rux::compiled::Faults faults;
+  const rux::compiled::CompiledMeta meta = rux::compiled::DecodeMeta(bytes, faults);
 
   tagMETAFILEINFO info{};
   const std::uint32_t loaded = gcInit(folder.Path("meta"), &info);

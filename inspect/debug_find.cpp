@@ -14,10 +14,12 @@
 #include "support/name_text.h"
 #include "support/nearest.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
-Failure WrongPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+support::Failure WrongPath(const std::string& text) {
+  return support::Failure(support::ExitStatus::kWrongUsage, text);
+}
 
 // A number as scripts write it: of ten characters at most, and its beginning counts.
 std::optional<std::uint32_t> NumberOf(const std::string& text) {
@@ -31,16 +33,16 @@ std::optional<std::uint32_t> NumberOf(const std::string& text) {
   return number;
 }
 
-std::optional<std::uint32_t> NumberOf(const DebugMeta& meta, const std::string& text) {
-  for (const DebugWord& word : meta.words) {
+std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {
+  for (const compiled::DebugWord& word : meta.words) {
     if (word.name == text) return word.value;
   }
   return NumberOf(text);
 }
 
 // The text of the first entry of that identifier, when it was given.
-std::optional<std::string> TextOf(const DebugSection& section, std::uint32_t identifier) {
-  for (const DebugEntry& entry : section.entries) {
+std::optional<std::string> TextOf(const compiled::DebugSection& section, std::uint32_t identifier) {
+  for (const compiled::DebugEntry& entry : section.entries) {
     if (entry.identifier != identifier) continue;
     if (entry.payload_type == 0) return std::nullopt;
     return entry.fields.front().texts.front();
@@ -51,16 +53,18 @@ std::optional<std::string> TextOf(const DebugSection& section, std::uint32_t ide
 // The sections of one kind.
 class Sections {
  public:
-  Sections(const DebugMeta& meta, const std::string& keyword) : meta_(meta), keyword_(keyword) {
-    for (const std::vector<DebugSection>& kind : meta.kinds) {
-      for (const DebugSection& section : kind) {
-        if (SourceSectionKeyword(section.identifier) == keyword) sections_.push_back(&section);
+  Sections(const compiled::DebugMeta& meta, const std::string& keyword)
+      : meta_(meta), keyword_(keyword) {
+    for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
+      for (const compiled::DebugSection& section : kind) {
+        if (compiled::SourceSectionKeyword(section.identifier) == keyword)
+          sections_.push_back(&section);
       }
     }
     if (sections_.empty()) throw NotThere("there is no " + keyword + " section");
   }
 
-  const DebugSection* Find(const PathStep& step) const {
+  const compiled::DebugSection* Find(const PathStep& step) const {
     const NamedSections names{keyword_, sections_.size(),
                               [this](std::size_t i) { return NameOf(*sections_[i]); },
                               [this](std::size_t i) { return IdOf(meta_, *sections_[i]); }};
@@ -70,14 +74,15 @@ class Sections {
   // All entries with that key in the first section that has one.
   std::vector<DebugFound> FindEntries(const std::string& key) const {
     std::vector<std::string> keys;
-    for (const DebugSection* section : sections_) {
+    for (const compiled::DebugSection* section : sections_) {
       std::vector<DebugFound> found = EntriesOf(*section, key, keys);
       if (!found.empty()) return found;
     }
     throw NoEntry("no " + keyword_ + " section has an", key, keys);
   }
 
-  std::vector<DebugFound> FindEntries(const DebugSection& section, const std::string& key) const {
+  std::vector<DebugFound> FindEntries(const compiled::DebugSection& section,
+                                      const std::string& key) const {
     std::vector<std::string> keys;
     std::vector<DebugFound> found = EntriesOf(section, key, keys);
     if (!found.empty()) return found;
@@ -85,10 +90,10 @@ class Sections {
   }
 
  private:
-  static std::vector<DebugFound> EntriesOf(const DebugSection& section, const std::string& key,
-                                           std::vector<std::string>& keys) {
+  static std::vector<DebugFound> EntriesOf(const compiled::DebugSection& section,
+                                           const std::string& key, std::vector<std::string>& keys) {
     std::vector<DebugFound> found;
-    for (const DebugEntry& entry : section.entries) {
+    for (const compiled::DebugEntry& entry : section.entries) {
       if (entry.payload_type == 0) continue;
       if (entry.name == key) found.push_back({&section, &entry});
       keys.push_back(entry.name);
@@ -96,17 +101,17 @@ class Sections {
     return found;
   }
 
-  const DebugMeta& meta_;
+  const compiled::DebugMeta& meta_;
   const std::string keyword_;
-  std::vector<const DebugSection*> sections_;
+  std::vector<const compiled::DebugSection*> sections_;
 };
 
-std::vector<DebugFound> FindWord(const DebugMeta& meta, const std::string& name) {
+std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::string& name) {
   std::vector<DebugFound> found;
-  for (const std::vector<DebugSection>& kind : meta.kinds) {
-    for (const DebugSection& section : kind) {
-      for (const DebugEntry& entry : section.entries) {
-        if (entry.identifier == kKeyDEFINED_WORD && entry.name == name) {
+  for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
+    for (const compiled::DebugSection& section : kind) {
+      for (const compiled::DebugEntry& entry : section.entries) {
+        if (entry.identifier == compiled::kKeyDEFINED_WORD && entry.name == name) {
           found.push_back({&section, &entry});
         }
       }
@@ -114,8 +119,9 @@ std::vector<DebugFound> FindWord(const DebugMeta& meta, const std::string& name)
   }
   if (!found.empty()) return found;
   std::vector<std::string> names;
-  for (const DebugWord& word : meta.words) names.push_back(word.name);
-  throw NotThere("there is no defined word " + NameText(name) + NearText(name, names));
+  for (const compiled::DebugWord& word : meta.words) names.push_back(word.name);
+  throw NotThere("there is no defined word " + support::NameText(name) +
+                 support::NearText(name, names));
 }
 
 }  // namespace
@@ -128,17 +134,21 @@ std::string ExpectKeyword(const std::string& keyword) {
   for (const std::string& each : keywords) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
   }
-  throw NotThere("there is no kind " + NameText(keyword) + NearText(keyword, keywords));
+  throw NotThere("there is no kind " + support::NameText(keyword) +
+                 support::NearText(keyword, keywords));
 }
 
-std::optional<std::string> NameOf(const DebugSection& section) { return TextOf(section, kKeyNAME); }
+std::optional<std::string> NameOf(const compiled::DebugSection& section) {
+  return TextOf(section, compiled::kKeyNAME);
+}
 
-std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section) {
-  const std::optional<std::string> text = TextOf(section, kKeyID);
+std::optional<std::uint32_t> IdOf(const compiled::DebugMeta& meta,
+                                  const compiled::DebugSection& section) {
+  const std::optional<std::string> text = TextOf(section, compiled::kKeyID);
   return text ? NumberOf(meta, *text) : std::nullopt;
 }
 
-std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path) {
+std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<PathStep>& path) {
   const std::string keyword = ExpectKeyword(path.front().text);
   if (path.size() == 1) throw WrongPath("the path names nothing of kind " + keyword);
   const PathStep& step = path[1];
@@ -149,9 +159,9 @@ std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>&
   if (keyword == kWordKind) return FindWord(meta, step.text);
   const Sections sections(meta, keyword);
   if (!names_section) return sections.FindEntries(step.text);
-  const DebugSection* section = sections.Find(step);
+  const compiled::DebugSection* section = sections.Find(step);
   if (path.size() == 2) return {{section, nullptr}};
   return sections.FindEntries(*section, path[2].text);
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -10,7 +10,7 @@
 #include "compiled/debug_meta.h"
 #include "inspect/meta_path.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // The kind of path that leads to a defined word.
 inline constexpr char kWordKind[] = "WORD";
@@ -21,12 +21,13 @@ std::string ExpectKeyword(const std::string& keyword);
 
 // What a path may call the section: its NAME, and the number of its ID. None when it was not given,
 // or is no number.
-std::optional<std::string> NameOf(const DebugSection& section);
-std::optional<std::uint32_t> IdOf(const DebugMeta& meta, const DebugSection& section);
+std::optional<std::string> NameOf(const compiled::DebugSection& section);
+std::optional<std::uint32_t> IdOf(const compiled::DebugMeta& meta,
+                                  const compiled::DebugSection& section);
 
 struct DebugFound {
-  const DebugSection* section;
-  const DebugEntry* entry;  // null: the section itself
+  const compiled::DebugSection* section;
+  const compiled::DebugEntry* entry;  // null: the section itself
 };
 
 // KIND/SECTION[/ENTRY] as for meta files (meta_find.h), for every kind of the script language, and
@@ -36,8 +37,8 @@ struct DebugFound {
 // entries that define it. It is never empty and points into `meta`. Throws a Failure of findings
 // that tells what is not there and what is there near it, and one of wrong usage for a path of
 // another form.
-std::vector<DebugFound> Find(const DebugMeta& meta, const std::vector<PathStep>& path);
+std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<PathStep>& path);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_DEBUG_FIND_H_

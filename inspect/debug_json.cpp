@@ -4,10 +4,10 @@
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
-void WriteFiles(JsonWriter& json, const DebugMeta& meta) {
+void WriteFiles(support::JsonWriter& json, const compiled::DebugMeta& meta) {
   json.Key("files");
   if (meta.files_extent.size == 0) {
     json.Null();
@@ -21,9 +21,9 @@ void WriteFiles(JsonWriter& json, const DebugMeta& meta) {
   json.Close();
 }
 
-void WriteWords(JsonWriter& json, const DebugMeta& meta, const RawJson& raw) {
+void WriteWords(support::JsonWriter& json, const compiled::DebugMeta& meta, const RawJson& raw) {
   json.Key("words").Open('[');
-  for (const DebugWord& word : meta.words) {
+  for (const compiled::DebugWord& word : meta.words) {
     WriteText(json.Open('{'), "name", word.name);
     json.Key("value").Number(word.value);
     raw.Write(json, word.pieces);
@@ -33,7 +33,7 @@ void WriteWords(JsonWriter& json, const DebugMeta& meta, const RawJson& raw) {
 }
 
 // What sections and entries have in common.
-void WriteObject(JsonWriter& json, const DebugObject& object) {
+void WriteObject(support::JsonWriter& json, const compiled::DebugObject& object) {
   WriteText(json, "name", object.name);
   json.Key("identifier").Number(object.identifier).Key("notation").Number(object.notation);
   json.Key("notation_names").Open('[');
@@ -42,9 +42,9 @@ void WriteObject(JsonWriter& json, const DebugObject& object) {
   json.Key("file").Number(object.file_index).Key("line").Number(object.line);
 }
 
-void WriteParts(JsonWriter& json, const DebugEntry& entry) {
+void WriteParts(support::JsonWriter& json, const compiled::DebugEntry& entry) {
   json.Key("parts").Open('[');
-  for (const DebugField& field : entry.fields) {
+  for (const compiled::DebugField& field : entry.fields) {
     json.Open('{').Key("name").String(field.name).Key("list").Bool(field.is_list);
     json.Key("values").Open('[');
     for (const std::string& text : field.texts) {
@@ -56,45 +56,47 @@ void WriteParts(JsonWriter& json, const DebugEntry& entry) {
   json.Close();
 }
 
-void WriteEntry(JsonWriter& json, const DebugEntry& entry, const RawJson& raw) {
+void WriteEntry(support::JsonWriter& json, const compiled::DebugEntry& entry, const RawJson& raw) {
   WriteObject(json.Open('{'), entry);
-  json.Key("keyword").String(SourceEntryKeyword(entry.identifier));
+  json.Key("keyword").String(compiled::SourceEntryKeyword(entry.identifier));
   json.Key("given").Bool(entry.payload_type != 0);
   if (entry.payload_type != 0) {
-    const PayloadClass payload = PayloadClassOf(entry.payload_type);
-    if (payload == PayloadClass::kNumber) json.Key("number").Number(entry.number);
-    if (payload == PayloadClass::kValue) json.Key("type").Number(entry.value_type);
-    if (payload != PayloadClass::kNumber) WriteParts(json, entry);
+    const compiled::PayloadClass payload = compiled::PayloadClassOf(entry.payload_type);
+    if (payload == compiled::PayloadClass::kNumber) json.Key("number").Number(entry.number);
+    if (payload == compiled::PayloadClass::kValue) json.Key("type").Number(entry.value_type);
+    if (payload != compiled::PayloadClass::kNumber) WriteParts(json, entry);
   }
   raw.Write(json, entry.pieces);
   json.Close();
 }
 
-void WriteSection(JsonWriter& json, const DebugSection& section, std::size_t ordinal,
-                  const RawJson& raw) {
+void WriteSection(support::JsonWriter& json, const compiled::DebugSection& section,
+                  std::size_t ordinal, const RawJson& raw) {
   WriteObject(json.Open('{'), section);
   json.Key("ordinal").Number(ordinal);
   raw.Write(json, section.pieces);
   json.Key("entries").Open('[');
-  for (const DebugEntry& entry : section.entries) WriteEntry(json, entry, raw);
+  for (const compiled::DebugEntry& entry : section.entries) WriteEntry(json, entry, raw);
   json.Close().Close();
 }
 
-void WriteKind(JsonWriter& json, const std::vector<DebugSection>& sections, const Piece& count,
-               const RawJson& raw) {
+void WriteKind(support::JsonWriter& json, const std::vector<compiled::DebugSection>& sections,
+               const compiled::Piece& count, const RawJson& raw) {
   raw.Write(json.Open('{'), {count});
   json.Key("sections").Open('[');
   std::size_t ordinal = 0;
-  for (const DebugSection& section : sections) WriteSection(json, section, ordinal++, raw);
+  for (const compiled::DebugSection& section : sections)
+    WriteSection(json, section, ordinal++, raw);
   json.Close().Close();
 }
 
 }  // namespace
 
-std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw) {
-  JsonWriter json;
-  WriteTitle(json.Open('{'), path, Form::kDebugMeta, meta.version, meta.creation_time);
-  std::vector<Piece> pieces = meta.header;
+std::string DebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
+                          const RawJson& raw) {
+  support::JsonWriter json;
+  WriteTitle(json.Open('{'), path, compiled::Form::kDebugMeta, meta.version, meta.creation_time);
+  std::vector<compiled::Piece> pieces = meta.header;
   pieces.push_back({"defined word count", meta.word_count});
   pieces.push_back({"kind count", meta.kind_count});
   raw.Write(json, pieces);
@@ -107,4 +109,4 @@ std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const 
   return json.Close().Close().TakeText();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

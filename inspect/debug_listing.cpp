@@ -9,20 +9,20 @@
 #include "inspect/dump.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
-std::string ClassText(const DebugEntry& entry) {
-  switch (PayloadClassOf(entry.payload_type)) {
-    case PayloadClass::kNumber:
+std::string ClassText(const compiled::DebugEntry& entry) {
+  switch (compiled::PayloadClassOf(entry.payload_type)) {
+    case compiled::PayloadClass::kNumber:
       return "number";
-    case PayloadClass::kText:
+    case compiled::PayloadClass::kText:
       return "text";
-    case PayloadClass::kList:
+    case compiled::PayloadClass::kList:
       return "list";
-    case PayloadClass::kValue:
+    case compiled::PayloadClass::kValue:
       return fmt::format("value of type {}", entry.value_type);
-    case PayloadClass::kRepeater:
+    case compiled::PayloadClass::kRepeater:
       return "repeater";
   }
   return "";
@@ -35,7 +35,7 @@ std::string NotationText(std::uint32_t notation) {
 
 class DebugLister {
  public:
-  DebugLister(const DebugMeta& meta, Listing& listing)
+  DebugLister(const compiled::DebugMeta& meta, Listing& listing)
       : meta_(meta), places_(meta), listing_(listing) {}
 
   void List() {
@@ -61,25 +61,27 @@ class DebugLister {
   void ListWords() {
     listing_.Blank();
     listing_.Line(fmt::format("defined words: {}", meta_.words.size()), meta_.word_count);
-    for (const DebugWord& word : meta_.words) {
-      listing_.Line(fmt::format("  {0} = {1} (0x{1:X})", SafeText(word.name), word.value),
+    for (const compiled::DebugWord& word : meta_.words) {
+      listing_.Line(fmt::format("  {0} = {1} (0x{1:X})", support::SafeText(word.name), word.value),
                     word.extent);
     }
   }
 
   void ListKind(std::size_t ordinal) {
-    const std::vector<DebugSection>& sections = meta_.kinds[ordinal];
+    const std::vector<compiled::DebugSection>& sections = meta_.kinds[ordinal];
     const std::string keyword =
-        sections.empty() ? "" : std::string(SourceSectionKeyword(sections[0].identifier)) + ", ";
+        sections.empty()
+            ? ""
+            : std::string(compiled::SourceSectionKeyword(sections[0].identifier)) + ", ";
     listing_.Blank();
     listing_.Line(fmt::format("kind block {}: {}sections: {}", ordinal, keyword, sections.size()),
                   meta_.section_counts[ordinal]);
     for (std::size_t i = 0; i < sections.size(); ++i) ListSection(sections[i], i);
   }
 
-  void ListSection(const DebugSection& section, std::size_t ordinal) {
+  void ListSection(const compiled::DebugSection& section, std::size_t ordinal) {
     listing_.Line(fmt::format("{}: [{}] @{}  (0x{:08X}; {})", places_.Of(section),
-                              SafeText(section.name), ordinal, section.identifier,
+                              support::SafeText(section.name), ordinal, section.identifier,
                               NotationText(section.notation)));
     listing_.Pieces("  ", section.pieces);
     for (auto entry = section.entries.begin(); entry != section.entries.end();) {
@@ -91,14 +93,14 @@ class DebugLister {
     }
   }
 
-  void ListEntry(const DebugEntry& entry) {
+  void ListEntry(const compiled::DebugEntry& entry) {
     listing_.Line(fmt::format("  {}: {}  (0x{:08X} {}; {})", places_.Of(entry), EntryText(entry),
                               entry.identifier, ClassText(entry), NotationText(entry.notation)));
     listing_.Pieces("    ", entry.pieces);
   }
 
   // All that were not given up to the next one that was. Returns that one.
-  using Entries = std::vector<DebugEntry>::const_iterator;
+  using Entries = std::vector<compiled::DebugEntry>::const_iterator;
   Entries ListNotGiven(Entries entry, Entries end) {
     std::string keys;
     const Entries first = entry;
@@ -110,17 +112,17 @@ class DebugLister {
     return entry;
   }
 
-  const DebugMeta& meta_;
+  const compiled::DebugMeta& meta_;
   const SourcePlaces places_;
   Listing& listing_;
 };
 
 }  // namespace
 
-void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& listing) {
-  listing.Line(TitleText(path, Form::kDebugMeta, meta.version, meta.creation_time));
+void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing) {
+  listing.Line(TitleText(path, compiled::Form::kDebugMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   DebugLister(meta, listing).List();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

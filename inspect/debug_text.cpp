@@ -9,18 +9,18 @@
 #include "sources/script_path.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 // A sub-string as a script can write it.
 std::string ScriptText(const std::string& text) {
   const bool needs_quotes = text.empty() || text.find_first_of(" \t,;#") != std::string::npos;
-  return needs_quotes ? '"' + SafeText(text) + '"' : SafeText(text);
+  return needs_quotes ? '"' + support::SafeText(text) + '"' : support::SafeText(text);
 }
 
 // The fields without the empty texts at the end: a calculation has more of them than its operator
 // may need.
-std::size_t CountOfGivenFields(const std::vector<DebugField>& fields) {
+std::size_t CountOfGivenFields(const std::vector<compiled::DebugField>& fields) {
   std::size_t count = fields.size();
   while (count > 1 && !fields[count - 1].is_list && fields[count - 1].texts.front().empty()) {
     --count;
@@ -30,8 +30,8 @@ std::size_t CountOfGivenFields(const std::vector<DebugField>& fields) {
 
 }  // namespace
 
-std::string ValueText(const DebugEntry& entry) {
-  if (PayloadClassOf(entry.payload_type) == PayloadClass::kNumber) {
+std::string ValueText(const compiled::DebugEntry& entry) {
+  if (compiled::PayloadClassOf(entry.payload_type) == compiled::PayloadClass::kNumber) {
     return fmt::format("{0} (0x{0:X})", entry.number);
   }
   std::string joined;
@@ -44,10 +44,13 @@ std::string ValueText(const DebugEntry& entry) {
   return joined.empty() ? "(none)" : joined;
 }
 
-std::string EntryText(const DebugEntry& entry) { return KeyText(entry) + " = " + ValueText(entry); }
+std::string EntryText(const compiled::DebugEntry& entry) {
+  return KeyText(entry) + " = " + ValueText(entry);
+}
 
-std::string KeyText(const DebugEntry& entry) {
-  return SafeText(entry.payload_type == 0 ? SourceEntryKeyword(entry.identifier) : entry.name);
+std::string KeyText(const compiled::DebugEntry& entry) {
+  return support::SafeText(entry.payload_type == 0 ? compiled::SourceEntryKeyword(entry.identifier)
+                                                   : entry.name);
 }
 
 std::vector<std::string> NotationNames(std::uint32_t notation) {
@@ -65,15 +68,16 @@ std::vector<std::string> NotationNames(std::uint32_t notation) {
   return names;
 }
 
-SourcePlaces::SourcePlaces(const DebugMeta& meta) {
-  for (const std::string& file : meta.files) paths_.push_back(SafeText(ToOpenablePath(file)));
+SourcePlaces::SourcePlaces(const compiled::DebugMeta& meta) {
+  for (const std::string& file : meta.files)
+    paths_.push_back(support::SafeText(sources::ToOpenablePath(file)));
 }
 
-std::string SourcePlaces::Of(const DebugObject& object) const {
+std::string SourcePlaces::Of(const compiled::DebugObject& object) const {
   const std::string path = object.file_index < paths_.size()
                                ? paths_[object.file_index]
                                : fmt::format("(file {})", object.file_index);
   return fmt::format("{}:{}", path, object.line);
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -8,15 +8,15 @@
 
 #include "compiled/debug_meta.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // "NAME = CPU0_TEMP", "VALUE = VT_READ, 0x2E, 8". Texts that a script has to quote are quoted;
 // control bytes are shown as \xNN. The entry must have been given.
-std::string EntryText(const DebugEntry& entry);
-std::string ValueText(const DebugEntry& entry);  // what stands behind the "="
+std::string EntryText(const compiled::DebugEntry& entry);
+std::string ValueText(const compiled::DebugEntry& entry);  // what stands behind the "="
 
 // The key of an entry; of one that was not given, its keyword.
-std::string KeyText(const DebugEntry& entry);
+std::string KeyText(const compiled::DebugEntry& entry);
 
 // The bits of a notation word by name.
 std::vector<std::string> NotationNames(std::uint32_t notation);
@@ -24,11 +24,11 @@ std::vector<std::string> NotationNames(std::uint32_t notation);
 // Where the script said something.
 class SourcePlaces {
  public:
-  explicit SourcePlaces(const DebugMeta& meta);
+  explicit SourcePlaces(const compiled::DebugMeta& meta);
 
   // "boards/board.rux:12", with a path that can be opened from where the script was compiled.
   // "(file 0):12" when the debug meta file has no list of source files.
-  std::string Of(const DebugObject& object) const;
+  std::string Of(const compiled::DebugObject& object) const;
 
   // The paths of the source files as they are shown.
   const std::vector<std::string>& paths() const { return paths_; }
@@ -37,6 +37,6 @@ class SourcePlaces {
   std::vector<std::string> paths_;
 };
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_DEBUG_TEXT_H_

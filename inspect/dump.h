@@ -12,28 +12,30 @@
 #include "inspect/raw_json.h"
 #include "support/json_text.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // For people. `path` is how the file is called.
-void ListDebugMeta(const std::string& path, const DebugMeta& meta, Listing& listing);
-void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing);
+void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing);
+void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing);
 
 // For programs; docs/dump-json.md tells what each member means.
-std::string DebugMetaJson(const std::string& path, const DebugMeta& meta, const RawJson& raw);
-std::string MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw);
+std::string DebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
+                          const RawJson& raw);
+std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta,
+                     const RawJson& raw);
 
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
-std::string TitleText(const std::string& path, Form form, std::uint32_t version,
+std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time);
-void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
-                std::uint32_t creation_time);
+void WriteTitle(support::JsonWriter& json, const std::string& path, compiled::Form form,
+                std::uint32_t version, std::uint32_t creation_time);
 
 // Of that, what is behind the form: "format 0x01000000, created ...".
 std::string OriginText(std::uint32_t version, std::uint32_t creation_time);
 
 // "form": "meta" or "debug meta"; null for what is neither.
-void WriteForm(JsonWriter& json, Form form);
+void WriteForm(support::JsonWriter& json, compiled::Form form);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_DUMP_H_

@@ -6,7 +6,7 @@
 #include "inspect/meta_view.h"
 #include "ruxcomp/record_rules.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 // The values from one position up to, and not with, another.
@@ -40,15 +40,16 @@ std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type
 
 EntryValue ValueOf(const ruxcomp::Entry& entry) {
   const ruxcomp::Values values = entry.values();
-  const std::uint32_t entry_class = ClassOfIndex(entry.identifier());
+  const std::uint32_t entry_class = compiled::ClassOfIndex(entry.identifier());
   if (entry_class == RUX_CLASS_Repeater) {
     return {std::nullopt, PartsOf(values, ruxcomp::SELECTOR_REPEATER, 0)};
   }
   if (entry_class == RUX_CLASS_Value || entry_class == RUX_CLASS_Global) {
-    const Datum type = DatumOf(entry.value());
-    if (type.is == Datum::Class::kType) return {type.number, PartsOf(values, type.number, 1)};
+    const compiled::Datum type = DatumOf(entry.value());
+    if (type.is == compiled::Datum::Class::kType)
+      return {type.number, PartsOf(values, type.number, 1)};
   }
   return {std::nullopt, {PartOf(values, "", values.size() != 1, 0, values.size())}};
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

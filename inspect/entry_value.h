@@ -10,12 +10,12 @@
 #include "compiled/index_class.h"
 #include "ruxcomp/model.h"
 
-namespace rux {
+namespace rux::inspect {
 
 struct EntryPart {
   std::string name;  // empty: the whole of an entry that has no named parts
   bool is_list;
-  std::vector<Datum> items;
+  std::vector<compiled::Datum> items;
 };
 
 struct EntryValue {
@@ -27,6 +27,6 @@ struct EntryValue {
 // selector fits is one part "Values". All other entries are one nameless part.
 EntryValue ValueOf(const ruxcomp::Entry& entry);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_ENTRY_VALUE_H_

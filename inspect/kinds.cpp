@@ -6,7 +6,7 @@
 
 #include "ruxcomp/identifiers.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 // The script language's kinds that act while a script is read and leave nothing in the meta file.
@@ -43,4 +43,4 @@ const Kind* FindKind(const std::string& keyword) {
   return found == Kinds().end() ? nullptr : &*found;
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

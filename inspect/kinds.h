@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::inspect {
 
 struct Kind {
   std::string keyword;
@@ -20,6 +20,6 @@ const std::vector<Kind>& Kinds();
 // The kind of that keyword, in capitals or not; null when meta files have none.
 const Kind* FindKind(const std::string& keyword);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_KINDS_H_

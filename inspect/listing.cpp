@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 constexpr std::size_t kMostShown = 12;  // bytes in a line
@@ -19,7 +19,7 @@ void Listing::Line(const std::string& text) {
   text_ += raw_ ? fmt::format(kColumns, "", "", text) : text + '\n';
 }
 
-void Listing::Line(const std::string& text, Extent extent) {
+void Listing::Line(const std::string& text, compiled::Extent extent) {
   if (!raw_) return Line(text);
   std::string shown = fmt::format("{:08X}:", extent.offset);
   for (const char byte : bytes_.substr(extent.offset, std::min(extent.size, kMostShown))) {
@@ -30,15 +30,16 @@ void Listing::Line(const std::string& text, Extent extent) {
   text_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);
 }
 
-void Listing::Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece) {
-  Line(text, raw_ ? pieces[piece].extent : Extent());
+void Listing::Line(const std::string& text, const std::vector<compiled::Piece>& pieces,
+                   std::size_t piece) {
+  Line(text, raw_ ? pieces[piece].extent : compiled::Extent());
 }
 
-void Listing::Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first,
-                     std::size_t last) {
+void Listing::Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,
+                     std::size_t first, std::size_t last) {
   for (std::size_t i = first; i < std::min(last, pieces.size()); ++i) {
     Line(indent + pieces[i].name, pieces[i].extent);
   }
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -11,7 +11,7 @@
 
 #include "compiled/extent.h"
 
-namespace rux {
+namespace rux::inspect {
 
 class Listing {
  public:
@@ -22,12 +22,12 @@ class Listing {
 
   // A line for what has no bytes of its own, or whose bytes follow piece by piece.
   void Line(const std::string& text);
-  void Line(const std::string& text, Extent extent);
+  void Line(const std::string& text, compiled::Extent extent);
   // Of a record's pieces, which there are only when bytes are asked for: a line that tells of one
   // of them, and one for each of some.
-  void Line(const std::string& text, const std::vector<Piece>& pieces, std::size_t piece);
-  void Pieces(const std::string& indent, const std::vector<Piece>& pieces, std::size_t first = 0,
-              std::size_t last = static_cast<std::size_t>(-1));
+  void Line(const std::string& text, const std::vector<compiled::Piece>& pieces, std::size_t piece);
+  void Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,
+              std::size_t first = 0, std::size_t last = static_cast<std::size_t>(-1));
   void Blank() { text_ += '\n'; }
 
   const std::string& text() const { return text_; }
@@ -38,6 +38,6 @@ class Listing {
   std::string text_;
 };
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_LISTING_H_

@@ -10,7 +10,7 @@
 #include "support/name_text.h"
 #include "support/nearest.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
@@ -38,7 +38,7 @@ NamedSections NamesOf(const MetaView& meta, const Kind& kind) {
 // By the names that entries of that key have. Entries of other classes may have these, too: then
 // this finds nothing.
 ruxcomp::Entry EntryByName(const ruxcomp::Section& section, const std::string& key) {
-  for (const std::string& name : NamesOfKey(key)) {
+  for (const std::string& name : compiled::NamesOfKey(key)) {
     const ruxcomp::Entry entry = section.entry_named(name);
     if (entry && KeyOf(section, entry) == key) return entry;
   }
@@ -59,7 +59,7 @@ ruxcomp::Entry FindEntry(const ruxcomp::Section& section, const std::string& key
 
 // The entry of that key in the first section of the kind that has it.
 Found FindInAny(const MetaView& meta, const Kind& kind, const std::string& key) {
-  for (const std::string& name : NamesOfKey(key)) {
+  for (const std::string& name : compiled::NamesOfKey(key)) {
     const ruxcomp::Section section = meta.model().section_named(kind.section, name);
     if (const ruxcomp::Entry entry = EntryByName(section, key)) return {section, entry};
   }
@@ -80,7 +80,7 @@ EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
 EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
   EntryValue value = ValueOf(entry);
   if (value.type) {
-    value.parts.insert(value.parts.begin(), {"Type", false, {NumberDatum(*value.type)}});
+    value.parts.insert(value.parts.begin(), {"Type", false, {compiled::NumberDatum(*value.type)}});
   }
   std::vector<std::string> names;
   for (const EntryPart& part : value.parts) {
@@ -88,13 +88,15 @@ EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
     if (strcasecmp(part.name.c_str(), name.c_str()) == 0) return part;
     names.push_back(part.name);
   }
-  throw NotThere("the entry has no part " + NameText(name) + NearText(name, names));
+  throw NotThere("the entry has no part " + support::NameText(name) +
+                 support::NearText(name, names));
 }
 
 void CheckForm(const Kind& kind, const std::vector<PathStep>& path) {
   if (path.size() == 1) {
-    throw Failure(ExitStatus::kWrongUsage,
-                  "the path names no section (rux ls lists those of kind " + kind.keyword + ")");
+    throw support::Failure(
+        support::ExitStatus::kWrongUsage,
+        "the path names no section (rux ls lists those of kind " + kind.keyword + ")");
   }
 }
 
@@ -104,7 +106,8 @@ const Kind& ExpectKind(const std::string& keyword) {
   if (const Kind* kind = FindKind(keyword)) return *kind;
   std::vector<std::string> keywords;
   for (const Kind& kind : Kinds()) keywords.push_back(kind.keyword);
-  throw NotThere("meta files have no kind " + NameText(keyword) + NearText(keyword, keywords));
+  throw NotThere("meta files have no kind " + support::NameText(keyword) +
+                 support::NearText(keyword, keywords));
 }
 
 Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
@@ -127,9 +130,10 @@ Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
   const auto number = OrdinalOf(*step);
   found.part = number ? ValueAt(found.entry, *number) : PartNamed(found.entry, step->text);
   if (++step != path.end()) {
-    throw Failure(ExitStatus::kWrongUsage, "the path goes on behind a part of an entry");
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "the path goes on behind a part of an entry");
   }
   return found;
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

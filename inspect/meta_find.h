@@ -11,7 +11,7 @@
 #include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // The kind of that keyword. Throws a Failure that names the kinds near it.
 const Kind& ExpectKind(const std::string& keyword);
@@ -34,6 +34,6 @@ struct Found {
 // wrong usage for a path of another form.
 Found Find(const MetaView& meta, const std::vector<PathStep>& path);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_META_FIND_H_

@@ -7,47 +7,51 @@
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 // The values as `rux get` prints them, with the words that stand in the file.
-void WriteValues(JsonWriter& json, const CompiledMeta& meta,
+void WriteValues(support::JsonWriter& json, const compiled::CompiledMeta& meta,
                  const std::vector<std::uint32_t>& words) {
   json.Key("values").Open('[');
   for (const std::uint32_t word : words) {
-    WriteDatum(json.Open('{'), Resolve(meta, word));
+    WriteDatum(json.Open('{'), compiled::Resolve(meta, word));
     json.Key("word").Number(word).Close();
   }
   json.Close();
 }
 
-void WriteEntry(JsonWriter& json, const CompiledMeta& meta, const CompiledSection& section,
-                const CompiledEntry& entry, const RawJson& raw) {
-  WriteText(json.Open('{'), "name", KeyOf(meta, section, entry));
+void WriteEntry(support::JsonWriter& json, const compiled::CompiledMeta& meta,
+                const compiled::CompiledSection& section, const compiled::CompiledEntry& entry,
+                const RawJson& raw) {
+  WriteText(json.Open('{'), "name", compiled::KeyOf(meta, section, entry));
   json.Key("identifier").Number(entry.identifier);
   WriteValues(json, meta, entry.values);
   raw.Write(json, entry.pieces);
   json.Close();
 }
 
-void WriteSection(JsonWriter& json, const CompiledMeta& meta, const CompiledSection& section,
-                  std::size_t ordinal, const RawJson& raw) {
-  json.Open('{').Key("kind").String(CompiledSectionKeyword(section.identifier));
+void WriteSection(support::JsonWriter& json, const compiled::CompiledMeta& meta,
+                  const compiled::CompiledSection& section, std::size_t ordinal,
+                  const RawJson& raw) {
+  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(section.identifier));
   json.Key("ordinal").Number(ordinal).Key("identifier").Number(section.identifier);
   raw.Write(json, section.pieces);
   json.Key("entries").Open('[');
-  for (const CompiledEntry& entry : section.entries) WriteEntry(json, meta, section, entry, raw);
+  for (const compiled::CompiledEntry& entry : section.entries)
+    WriteEntry(json, meta, section, entry, raw);
   json.Close().Close();
 }
 
-void WriteCells(JsonWriter& json, const TableCells& cells) {
+void WriteCells(support::JsonWriter& json, const compiled::TableCells& cells) {
   json.Open('{').Key("value").Open('[');
   for (const auto cell : cells) json.Number(cell);
   json.Close().Close();
 }
 
-void WriteTable(JsonWriter& json, const CompiledTable& table, const RawJson& raw) {
-  json.Open('{').Key("class").String(IndexClassName(table.base));
+void WriteTable(support::JsonWriter& json, const compiled::CompiledTable& table,
+                const RawJson& raw) {
+  json.Open('{').Key("class").String(compiled::IndexClassName(table.base));
   json.Key("base").Number(table.base).Key("length").Number(table.length);
   if (!table.note.empty()) json.Key("note").String(table.note);
   raw.Write(json, table.pieces);
@@ -59,27 +63,28 @@ void WriteTable(JsonWriter& json, const CompiledTable& table, const RawJson& raw
   for (const std::uint32_t number : table.numbers) {
     json.Open('{').Key("value").Number(number).Close();
   }
-  for (const TableCells& cells : table.cells) WriteCells(json, cells);
+  for (const compiled::TableCells& cells : table.cells) WriteCells(json, cells);
   json.Close().Close();
 }
 
 }  // namespace
 
-std::string MetaJson(const std::string& path, const CompiledMeta& meta, const RawJson& raw) {
-  JsonWriter json;
-  WriteTitle(json.Open('{'), path, Form::kMeta, meta.version, meta.creation_time);
-  std::vector<Piece> pieces = meta.header;
+std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta,
+                     const RawJson& raw) {
+  support::JsonWriter json;
+  WriteTitle(json.Open('{'), path, compiled::Form::kMeta, meta.version, meta.creation_time);
+  std::vector<compiled::Piece> pieces = meta.header;
   pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
   pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
   raw.Write(json, pieces);
   std::map<std::uint32_t, std::size_t> counts;
   json.Key("sections").Open('[');
-  for (const CompiledSection& section : meta.sections) {
+  for (const compiled::CompiledSection& section : meta.sections) {
     WriteSection(json, meta, section, counts[section.identifier]++, raw);
   }
   json.Close().Key("tables").Open('[');
-  for (const CompiledTable& table : meta.tables) WriteTable(json, table, raw);
+  for (const compiled::CompiledTable& table : meta.tables) WriteTable(json, table, raw);
   return json.Close().Close().TakeText();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -11,51 +11,54 @@
 #include "inspect/value_text.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 constexpr char kEmptyText[] = "\"\"";
 
 // "0x11000004  number 4"
 std::string IndexText(std::uint32_t index) {
-  const char* name = IndexClassName(index);
+  const char* name = compiled::IndexClassName(index);
   const std::string text = fmt::format("0x{:08X}", index);
-  return name == nullptr ? text : fmt::format("{}  {} {}", text, name, OrdinalOfIndex(index));
+  return name == nullptr ? text
+                         : fmt::format("{}  {} {}", text, name, compiled::OrdinalOfIndex(index));
 }
 
 // The same with what it stands for.
-std::string WordText(const CompiledMeta& meta, std::uint32_t word) {
-  const std::string text = PartText({"", false, {Resolve(meta, word)}});
+std::string WordText(const compiled::CompiledMeta& meta, std::uint32_t word) {
+  const std::string text = PartText({"", false, {compiled::Resolve(meta, word)}});
   return fmt::format("{:<26}{}", IndexText(word), text.empty() ? kEmptyText : text);
 }
 
 class MetaLister {
  public:
-  MetaLister(const CompiledMeta& meta, Listing& listing) : meta_(meta), listing_(listing) {}
+  MetaLister(const compiled::CompiledMeta& meta, Listing& listing)
+      : meta_(meta), listing_(listing) {}
 
   void List() {
     listing_.Blank();
     listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame, 0);
     std::map<std::uint32_t, std::size_t> counts;
-    for (const CompiledSection& section : meta_.sections) {
+    for (const compiled::CompiledSection& section : meta_.sections) {
       ListSection(section, counts[section.identifier]++);
     }
     listing_.Pieces("", meta_.frame, 1);
-    for (const CompiledTable& table : meta_.tables) ListTable(table);
+    for (const compiled::CompiledTable& table : meta_.tables) ListTable(table);
   }
 
  private:
-  void ListSection(const CompiledSection& section, std::size_t ordinal) {
+  void ListSection(const compiled::CompiledSection& section, std::size_t ordinal) {
     listing_.Blank();
-    listing_.Line(fmt::format("[{}] @{}  (0x{:08X})", CompiledSectionKeyword(section.identifier),
-                              ordinal, section.identifier));
+    listing_.Line(fmt::format("[{}] @{}  (0x{:08X})",
+                              compiled::CompiledSectionKeyword(section.identifier), ordinal,
+                              section.identifier));
     listing_.Pieces("  ", section.pieces);
-    for (const CompiledEntry& entry : section.entries) ListEntry(section, entry);
+    for (const compiled::CompiledEntry& entry : section.entries) ListEntry(section, entry);
   }
 
-  void ListEntry(const CompiledSection& section, const CompiledEntry& entry) {
-    const std::string key = KeyOf(meta_, section, entry);
-    listing_.Line(fmt::format("  {}  ({})", key.empty() ? "(unresolved)" : SafeText(key),
+  void ListEntry(const compiled::CompiledSection& section, const compiled::CompiledEntry& entry) {
+    const std::string key = compiled::KeyOf(meta_, section, entry);
+    listing_.Line(fmt::format("  {}  ({})", key.empty() ? "(unresolved)" : support::SafeText(key),
                               IndexText(entry.identifier)));
     // What an entry is made of before its values.
     constexpr std::size_t kHead = 2;
@@ -65,18 +68,19 @@ class MetaLister {
     }
   }
 
-  void ListTable(const CompiledTable& table) {
+  void ListTable(const compiled::CompiledTable& table) {
     constexpr std::size_t kHead = 2;  // class and length
     const std::size_t count = table.texts.size() + table.numbers.size() + table.cells.size();
     listing_.Blank();
-    listing_.Line(fmt::format("table of class {}: {}", IndexClassName(table.base), count));
+    listing_.Line(
+        fmt::format("table of class {}: {}", compiled::IndexClassName(table.base), count));
     if (!table.note.empty()) listing_.Line("  note: " + table.note);
     listing_.Pieces("  ", table.pieces, 0, kHead);
     for (std::size_t i = 0; i < count; ++i) ListItem(table, i, kHead + i);
     listing_.Pieces("  ", table.pieces, kHead + count);
   }
 
-  void ListItem(const CompiledTable& table, std::size_t ordinal, std::size_t piece) {
+  void ListItem(const compiled::CompiledTable& table, std::size_t ordinal, std::size_t piece) {
     if (!table.cells.empty()) {
       listing_.Line(fmt::format("  {}", ordinal), table.pieces, piece);
       ListCells(table.cells[ordinal]);
@@ -86,29 +90,29 @@ class MetaLister {
     }
   }
 
-  static std::string ItemText(const CompiledTable& table, std::size_t ordinal) {
+  static std::string ItemText(const compiled::CompiledTable& table, std::size_t ordinal) {
     if (!table.numbers.empty()) return fmt::format("{0} (0x{0:X})", table.numbers[ordinal]);
     const std::string& text = table.texts[ordinal];
-    return text.empty() ? kEmptyText : SafeText(text);
+    return text.empty() ? kEmptyText : support::SafeText(text);
   }
 
-  void ListCells(const TableCells& cells) {
+  void ListCells(const compiled::TableCells& cells) {
     std::istringstream lines(CellsText(cells));
     for (std::string line; std::getline(lines, line);) listing_.Line("    " + line);
   }
 
-  const CompiledMeta& meta_;
+  const compiled::CompiledMeta& meta_;
   Listing& listing_;
 };
 
 }  // namespace
 
-void ListMeta(const std::string& path, const CompiledMeta& meta, Listing& listing) {
-  listing.Line(TitleText(path, Form::kMeta, meta.version, meta.creation_time));
+void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing) {
+  listing.Line(TitleText(path, compiled::Form::kMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   if (listing.raw()) listing.Line("directory of the tables");
   listing.Pieces("  ", meta.directory);
   MetaLister(meta, listing).List();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

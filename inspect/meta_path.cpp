@@ -7,10 +7,12 @@
 
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
-Failure BadPath(const std::string& text) { return Failure(ExitStatus::kWrongUsage, text); }
+support::Failure BadPath(const std::string& text) {
+  return support::Failure(support::ExitStatus::kWrongUsage, text);
+}
 
 // Takes a quoted step off the path, whose opening quote is its first character.
 PathStep TakeQuoted(std::string_view& path) {
@@ -69,4 +71,4 @@ std::vector<PathStep> ParseMetaPath(const std::string& path) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

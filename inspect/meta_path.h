@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::inspect {
 
 struct PathStep {
   std::string text;
@@ -23,6 +23,6 @@ struct PathStep {
 // quote without its end.
 std::vector<PathStep> ParseMetaPath(const std::string& path);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_META_PATH_H_

@@ -7,29 +7,31 @@
 #include "compiled/compiled_file.h"
 #include "compiled/read_model.h"
 
-namespace rux {
+namespace rux::inspect {
 
 MetaView::MetaView(const std::string& path) : path_(path) {
-  CompiledFile file(path, Form::kMeta);
+  compiled::CompiledFile file(path, compiled::Form::kMeta);
   info_ = {file.summary().version, file.summary().creation_time};
-  model_ = ReadModel(std::move(file).TakeBytes());
+  model_ = compiled::ReadModel(std::move(file).TakeBytes());
 }
 
-Datum DatumOf(const ruxcomp::Value& value) {
-  if (const std::optional<Datum> immediate = ImmediateDatum(value.index())) return *immediate;
+compiled::Datum DatumOf(const ruxcomp::Value& value) {
+  if (const std::optional<compiled::Datum> immediate = compiled::ImmediateDatum(value.index()))
+    return *immediate;
   switch (value.kind()) {
     case RUX_DATA_NUMBER:
-      return NumberDatum(value.number());
+      return compiled::NumberDatum(value.number());
     case RUX_DATA_STRING:
-      return TextDatum(value.index(), std::string(value.text()));
+      return compiled::TextDatum(value.index(), std::string(value.text()));
     default:
       return {};
   }
 }
 
 std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
-  std::string key = KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));
+  std::string key =
+      compiled::KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));
   return key.empty() ? fmt::format("(entry 0x{:08X})", entry.identifier()) : key;
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -9,7 +9,7 @@
 #include "inspect/kinds.h"
 #include "ruxcomp/model.h"
 
-namespace rux {
+namespace rux::inspect {
 
 class MetaView {
  public:
@@ -31,11 +31,11 @@ class MetaView {
 };
 
 // What a value stands for, with names as a script writes them.
-Datum DatumOf(const ruxcomp::Value& value);
+compiled::Datum DatumOf(const ruxcomp::Value& value);
 
 // The key of an entry as a script writes it in such a section.
 std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_META_VIEW_H_

@@ -4,12 +4,12 @@
 
 #include <string>
 
-namespace rux {
+namespace rux::inspect {
 
-void RawJson::Write(JsonWriter& json, const std::vector<Piece>& pieces) const {
+void RawJson::Write(support::JsonWriter& json, const std::vector<compiled::Piece>& pieces) const {
   if (!wanted_) return;
   json.Key("raw").Open('[');
-  for (const Piece& piece : pieces) {
+  for (const compiled::Piece& piece : pieces) {
     std::string hex;
     for (const char byte : bytes_.substr(piece.extent.offset, piece.extent.size)) {
       hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
@@ -21,4 +21,4 @@ void RawJson::Write(JsonWriter& json, const std::vector<Piece>& pieces) const {
   json.Close();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

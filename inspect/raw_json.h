@@ -8,7 +8,7 @@
 #include "compiled/extent.h"
 #include "support/json_text.h"
 
-namespace rux {
+namespace rux::inspect {
 
 class RawJson {
  public:
@@ -17,13 +17,13 @@ class RawJson {
 
   // Into the object that was opened last:
   // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
-  void Write(JsonWriter& json, const std::vector<Piece>& pieces) const;
+  void Write(support::JsonWriter& json, const std::vector<compiled::Piece>& pieces) const;
 
  private:
   const std::string_view bytes_;
   const bool wanted_;
 };
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_RAW_JSON_H_

@@ -6,7 +6,7 @@
 #include "support/nearest.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 constexpr char kIdSign = '#';
@@ -26,7 +26,7 @@ std::size_t ById(const NamedSections& sections, std::uint32_t id) {
     ids.push_back(IdText(*other));
   }
   throw NotThere("there is no " + sections.keyword + " with the ID " + IdText(id) +
-                 NearText(IdText(id), ids, SafeText));
+                 support::NearText(IdText(id), ids, support::SafeText));
 }
 
 std::size_t ByName(const NamedSections& sections, const std::string& name) {
@@ -40,7 +40,8 @@ std::size_t ByName(const NamedSections& sections, const std::string& name) {
     if (*other == name) return i;
     names.push_back(*other);
   }
-  throw NotThere("there is no " + sections.keyword + " " + NameText(name) + NearText(name, names));
+  throw NotThere("there is no " + sections.keyword + " " + support::NameText(name) +
+                 support::NearText(name, names));
 }
 
 }  // namespace
@@ -59,11 +60,13 @@ std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
   return ByName(sections, step.text);
 }
 
-Failure NotThere(const std::string& text) { return Failure(ExitStatus::kFindings, text); }
-
-Failure NoEntry(const std::string& lack, const std::string& key,
-                const std::vector<std::string>& keys) {
-  return NotThere(lack + " entry " + NameText(key) + NearText(key, keys));
+support::Failure NotThere(const std::string& text) {
+  return support::Failure(support::ExitStatus::kFindings, text);
 }
 
-}  // namespace rux
+support::Failure NoEntry(const std::string& lack, const std::string& key,
+                         const std::vector<std::string>& keys) {
+  return NotThere(lack + " entry " + support::NameText(key) + support::NearText(key, keys));
+}
+
+}  // namespace rux::inspect

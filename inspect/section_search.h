@@ -12,7 +12,7 @@
 #include "inspect/meta_path.h"
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // The sections of one kind, in file order.
 struct NamedSections {
@@ -34,11 +34,11 @@ std::optional<std::uint32_t> OrdinalOf(const PathStep& step);
 std::size_t FindSection(const NamedSections& sections, const PathStep& step);
 
 // The end of a question for what is not there.
-Failure NotThere(const std::string& text);
+support::Failure NotThere(const std::string& text);
 // `lack`: "the SENSOR section has no", "no GLOBAL section has an". `keys` are those that there are.
-Failure NoEntry(const std::string& lack, const std::string& key,
-                const std::vector<std::string>& keys);
+support::Failure NoEntry(const std::string& lack, const std::string& key,
+                         const std::vector<std::string>& keys);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_SECTION_SEARCH_H_

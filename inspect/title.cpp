@@ -7,11 +7,11 @@
 #include "inspect/value_json.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 
-std::string TitleText(const std::string& path, Form form, std::uint32_t version,
+std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time) {
-  return fmt::format("{}: {}, {}", SafeText(path), FormName(form),
+  return fmt::format("{}: {}, {}", support::SafeText(path), compiled::FormName(form),
                      OriginText(version, creation_time));
 }
 
@@ -20,8 +20,8 @@ std::string OriginText(std::uint32_t version, std::uint32_t creation_time) {
                      fmt::gmtime(static_cast<std::time_t>(creation_time)));
 }
 
-void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint32_t version,
-                std::uint32_t creation_time) {
+void WriteTitle(support::JsonWriter& json, const std::string& path, compiled::Form form,
+                std::uint32_t version, std::uint32_t creation_time) {
   constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
   json.Key("schema").Number(kSchema);
   WriteForm(json, form);
@@ -29,19 +29,19 @@ void WriteTitle(JsonWriter& json, const std::string& path, Form form, std::uint3
   json.Key("version").Number(version).Key("created").Number(creation_time);
 }
 
-void WriteForm(JsonWriter& json, Form form) {
+void WriteForm(support::JsonWriter& json, compiled::Form form) {
   json.Key("form");
   switch (form) {
-    case Form::kNone:
+    case compiled::Form::kNone:
       json.Null();
       break;
-    case Form::kMeta:
+    case compiled::Form::kMeta:
       json.String("meta");
       break;
-    case Form::kDebugMeta:
+    case compiled::Form::kDebugMeta:
       json.String("debug meta");
       break;
   }
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 std::string HexOf(std::string_view bytes) {
@@ -11,39 +11,39 @@ std::string HexOf(std::string_view bytes) {
   return hex;
 }
 
-const char* ClassName(Datum::Class is) {
+const char* ClassName(compiled::Datum::Class is) {
   switch (is) {
-    case Datum::Class::kNumber:
+    case compiled::Datum::Class::kNumber:
       return "number";
-    case Datum::Class::kString:
+    case compiled::Datum::Class::kString:
       return "string";
-    case Datum::Class::kGroup:
+    case compiled::Datum::Class::kGroup:
       return "group";
-    case Datum::Class::kAction:
+    case compiled::Datum::Class::kAction:
       return "action";
-    case Datum::Class::kTable:
+    case compiled::Datum::Class::kTable:
       return "table";
-    case Datum::Class::kValue:
+    case compiled::Datum::Class::kValue:
       return "value";
-    case Datum::Class::kGlobal:
+    case compiled::Datum::Class::kGlobal:
       return "global";
-    case Datum::Class::kName:
+    case compiled::Datum::Class::kName:
       return "name";
-    case Datum::Class::kArgument:
+    case compiled::Datum::Class::kArgument:
       return "argument";
-    case Datum::Class::kOperator:
+    case compiled::Datum::Class::kOperator:
       return "operator";
-    case Datum::Class::kType:
+    case compiled::Datum::Class::kType:
       return "type";
-    case Datum::Class::kUnresolved:
+    case compiled::Datum::Class::kUnresolved:
       return "unresolved";
   }
   return "";
 }
 
-void WriteValues(JsonWriter& json, const EntryPart& part) {
+void WriteValues(support::JsonWriter& json, const EntryPart& part) {
   json.Key("values").Open('[');
-  for (const Datum& item : part.items) {
+  for (const compiled::Datum& item : part.items) {
     WriteDatum(json.Open('{'), item);
     json.Close();
   }
@@ -52,20 +52,20 @@ void WriteValues(JsonWriter& json, const EntryPart& part) {
 
 }  // namespace
 
-void WriteText(JsonWriter& json, std::string_view member, std::string_view text) {
+void WriteText(support::JsonWriter& json, std::string_view member, std::string_view text) {
   json.Key(member).String(text);
-  if (!IsUtf8(text)) json.Key("hex").String(HexOf(text));
+  if (!support::IsUtf8(text)) json.Key("hex").String(HexOf(text));
 }
 
-void WriteDatum(JsonWriter& json, const Datum& datum) {
+void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum) {
   json.Key("class").String(ClassName(datum.is));
   switch (datum.is) {
-    case Datum::Class::kNumber:
-    case Datum::Class::kArgument:
-    case Datum::Class::kType:
+    case compiled::Datum::Class::kNumber:
+    case compiled::Datum::Class::kArgument:
+    case compiled::Datum::Class::kType:
       json.Key("value").Number(datum.number);
       break;
-    case Datum::Class::kUnresolved:
+    case compiled::Datum::Class::kUnresolved:
       json.Key("value").Null();
       break;
     default:
@@ -73,13 +73,13 @@ void WriteDatum(JsonWriter& json, const Datum& datum) {
   }
 }
 
-void WritePart(JsonWriter& json, const EntryPart& part) {
+void WritePart(support::JsonWriter& json, const EntryPart& part) {
   json.Open('{').Key("name").String(part.name);
   WriteValues(json, part);
   json.Close();
 }
 
-void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& value) {
+void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryValue& value) {
   WriteText(json.Open('{'), "name", name);
   if (value.parts.size() == 1 && value.parts.front().name.empty()) {
     WriteValues(json, value.parts.front());
@@ -92,4 +92,4 @@ void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& val
   json.Close();
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

@@ -17,16 +17,16 @@
 #include "inspect/entry_value.h"
 #include "support/json_text.h"
 
-namespace rux {
+namespace rux::inspect {
 
 // Members of the object that was opened last.
-void WriteText(JsonWriter& json, std::string_view member, std::string_view text);
-void WriteDatum(JsonWriter& json, const Datum& datum);
+void WriteText(support::JsonWriter& json, std::string_view member, std::string_view text);
+void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum);
 
 // A part and an entry.
-void WritePart(JsonWriter& json, const EntryPart& part);
-void WriteEntry(JsonWriter& json, const std::string& name, const EntryValue& value);
+void WritePart(support::JsonWriter& json, const EntryPart& part);
+void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryValue& value);
 
-}  // namespace rux
+}  // namespace rux::inspect
 
 #endif  // INSPECT_VALUE_JSON_H_

@@ -7,42 +7,42 @@
 #include "support/name_text.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::inspect {
 namespace {
 
 // Among the parts of a value: short, and clear of what separates them.
-std::string InnerText(const Datum& datum) {
+std::string InnerText(const compiled::Datum& datum) {
   switch (datum.is) {
-    case Datum::Class::kNumber:
-    case Datum::Class::kType:
+    case compiled::Datum::Class::kNumber:
+    case compiled::Datum::Class::kType:
       return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
-    case Datum::Class::kUnresolved:
+    case compiled::Datum::Class::kUnresolved:
       return "(unresolved)";
-    case Datum::Class::kOperator:
+    case compiled::Datum::Class::kOperator:
       return datum.text;
     default:
-      return NameText(datum.text);
+      return support::NameText(datum.text);
   }
 }
 
 // By itself.
-std::string OuterText(const Datum& datum) {
+std::string OuterText(const compiled::Datum& datum) {
   switch (datum.is) {
-    case Datum::Class::kNumber:
+    case compiled::Datum::Class::kNumber:
       return fmt::format("{} (0x{:X})", datum.number, datum.number);
-    case Datum::Class::kType:
+    case compiled::Datum::Class::kType:
       return fmt::format("type {}", datum.number);
-    case Datum::Class::kUnresolved:
+    case compiled::Datum::Class::kUnresolved:
       return "(unresolved)";
     default:
-      return SafeText(datum.text);
+      return support::SafeText(datum.text);
   }
 }
 
 template <class Text>
-std::string Joined(const std::vector<Datum>& items, Text text) {
+std::string Joined(const std::vector<compiled::Datum>& items, Text text) {
   std::string joined;
-  for (const Datum& item : items) joined += (joined.empty() ? "" : ", ") + text(item);
+  for (const compiled::Datum& item : items) joined += (joined.empty() ? "" : ", ") + text(item);
   return joined;
 }
 
@@ -82,4 +82,4 @@ std::string CellsText(const std::array<std::uint8_t, 256>& cells) {
   return text;
 }
 
-}  // namespace rux
+}  // namespace rux::inspect

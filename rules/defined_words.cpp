@@ -4,7 +4,7 @@
 
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 bool DefinesWords(std::string_view section) { return section == "DEFINE" || section == "IFDEF"; }
@@ -15,19 +15,19 @@ bool LooksLikeOperand(std::string_view word) {
 
 }  // namespace
 
-DefinedWordTable::DefinedWordTable(const SourceView& sources, TrapReport& report)
+DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapReport& report)
     : sources_(sources), report_(report) {
   std::vector<std::string_view> parts;
-  for (const SourceSection& section : sources.sections()) {
+  for (const sources::SourceSection& section : sources.sections()) {
     if (!DefinesWords(section.section->name)) continue;
     const KindKeys& kind = *FindKeysOf(section.section->name);
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const reader::Item& item = section.section->items[i];
-      SubStrings(item.value, parts);
+      sources::SubStrings(item.value, parts);
       const ScriptItem shown{section.file,      section.section,          &item,
                              kind.schema->kind, KeyOf(kind, item.key, i), parts};
-      if (shown.key == kKeyDEFINED_WORD) Define(shown);
-      if (shown.key == kKeyDEFINEWORD) Test(shown);
+      if (shown.key == compiled::kKeyDEFINED_WORD) Define(shown);
+      if (shown.key == compiled::kKeyDEFINEWORD) Test(shown);
     }
   }
 }
@@ -51,7 +51,7 @@ void DefinedWordTable::Define(const ScriptItem& item) {
   const NumberText number = ReadNumber(word);
   if (number.is_number && number.value != value) {
     report_.Add(
-        MessageId::kNumberLikeWord, item,
+        diagnostics::MessageId::kNumberLikeWord, item,
         fmt::format("operands take {} for the number {}, not for this word", word, number.value));
   }
   has_operand_names_ |= LooksLikeOperand(word);
@@ -63,8 +63,8 @@ void DefinedWordTable::Define(const ScriptItem& item) {
                                known.place.line <= item.item->line;
   // Within one section, the library refuses it.
   if (known.value != value && !is_same_section) {
-    Diagnostic& warning =
-        report_.Add(MessageId::kRedefinedWord, item,
+    diagnostics::Diagnostic& warning =
+        report_.Add(diagnostics::MessageId::kRedefinedWord, item,
                     fmt::format("{} was {} and becomes {}, also for entries that stand above", word,
                                 known.value, value));
     AddPlace(warning, "first defined here", known.place);
@@ -75,38 +75,40 @@ void DefinedWordTable::Define(const ScriptItem& item) {
 std::uint32_t DefinedWordTable::ValueOf(const ScriptItem& item) {
   const std::string_view text = item.first();
   if (const auto value = WordOrNumber(text)) return *value;
-  Diagnostic& warning = report_.Add(
-      MessageId::kDefineUnknownWord, item,
+  diagnostics::Diagnostic& warning = report_.Add(
+      diagnostics::MessageId::kDefineUnknownWord, item,
       fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0", text,
                   item.name()),
       text);
-  if (const SourcePlace* place = LaterPlace(text)) AddPlace(warning, "defined only here", *place);
+  if (const sources::SourcePlace* place = LaterPlace(text))
+    AddPlace(warning, "defined only here", *place);
   return 0;
 }
 
 void DefinedWordTable::Test(const ScriptItem& condition) {
   const std::string_view word = condition.first();
   if (condition.section->item_count == 1) {
-    report_.Add(MessageId::kEmptyIfdef, condition,
+    report_.Add(diagnostics::MessageId::kEmptyIfdef, condition,
                 "the section has no further items: it changes nothing, and what follows is "
                 "compiled in any case");
     return;
   }
   if (word.empty() || Find(word)) return;
-  Diagnostic& warning = report_.Add(
-      MessageId::kFalseIfdef, condition,
+  diagnostics::Diagnostic& warning = report_.Add(
+      diagnostics::MessageId::kFalseIfdef, condition,
       fmt::format("{} is not defined: the words below are defined all the same", word), word);
-  if (const SourcePlace* place = LaterPlace(word)) AddPlace(warning, "defined only here", *place);
+  if (const sources::SourcePlace* place = LaterPlace(word))
+    AddPlace(warning, "defined only here", *place);
 }
 
-const SourcePlace* DefinedWordTable::LaterPlace(std::string_view word) {
+const sources::SourcePlace* DefinedWordTable::LaterPlace(std::string_view word) {
   if (places_.empty()) {
-    for (const SourceSection& section : sources_.sections()) {
+    for (const sources::SourceSection& section : sources_.sections()) {
       if (!DefinesWords(section.section->name)) continue;
       const std::uint32_t first = section.section->name == "IFDEF" ? 1 : 0;
       for (std::uint32_t i = first; i < section.section->item_count; ++i) {
         const reader::Item& item = section.section->items[i];
-        places_.try_emplace(item.key, SourcePlace{section.file, item.line});
+        places_.try_emplace(item.key, sources::SourcePlace{section.file, item.line});
       }
     }
   }
@@ -114,4 +116,4 @@ const SourcePlace* DefinedWordTable::LaterPlace(std::string_view word) {
   return found == places_.end() ? nullptr : &found->second;
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -10,12 +10,12 @@
 #include "rules/number_text.h"
 #include "rules/trap_report.h"
 
-namespace rux {
+namespace rux::rules {
 
 class DefinedWordTable {
  public:
   // Reads the DEFINE and IFDEF sections, in the order of the script.
-  DefinedWordTable(const SourceView& sources, TrapReport& report);
+  DefinedWordTable(const sources::SourceView& sources, TrapReport& report);
 
   // The number of a word once everything is read.
   std::optional<std::uint32_t> Find(std::string_view word) const;
@@ -29,22 +29,22 @@ class DefinedWordTable {
  private:
   struct Word {
     std::uint32_t value;
-    SourcePlace place;
+    sources::SourcePlace place;
   };
 
   void Define(const ScriptItem& item);
   void Test(const ScriptItem& condition);
   std::uint32_t ValueOf(const ScriptItem& item);
-  const SourcePlace* LaterPlace(std::string_view word);
+  const sources::SourcePlace* LaterPlace(std::string_view word);
 
-  const SourceView& sources_;
+  const sources::SourceView& sources_;
   TrapReport& report_;
   std::unordered_map<std::string_view, Word> words_;
-  std::unordered_map<std::string_view, SourcePlace>
+  std::unordered_map<std::string_view, sources::SourcePlace>
       places_;  // of the first definition, all of them
   bool has_operand_names_ = false;
 };
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_DEFINED_WORDS_H_

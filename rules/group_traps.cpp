@@ -6,7 +6,7 @@
 
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::string_view kRoot = "0";
@@ -21,27 +21,28 @@ class GroupTraps : public TrapRules {
  public:
   GroupTraps(const DefinedWordTable& words, TrapReport& report) : words_(words), report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t kind) override {
-    if (kind != kKindGROUP) return false;
+  bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
+    if (kind != compiled::kKindGROUP) return false;
     groups_.emplace_back();
     return true;
   }
 
   void See(const ScriptItem& item) override {
     Group& group = groups_.back();
-    if (item.key == kKeyPARENT) ++children_[item.first()];
-    if (item.key == kKeyCHILDGROUP) {
+    if (item.key == compiled::kKeyPARENT) ++children_[item.first()];
+    if (item.key == compiled::kKeyCHILDGROUP) {
       group.count = item.first();
       group.count_item.emplace(item);
     }
-    if (item.key != kKeyNAME) return;
+    if (item.key != compiled::kKeyNAME) return;
     group.name = item.first();
     if (group.name == kRoot) {
-      report_.Add(MessageId::kRootGroup, item, "a group named 0 is the root of the tree itself");
+      report_.Add(diagnostics::MessageId::kRootGroup, item,
+                  "a group named 0 is the root of the tree itself");
     }
   }
 
-  void End(const SourceView&) override {
+  void End(const sources::SourceView&) override {
     for (const Group& group : groups_) {
       if (!group.count_item || group.name.empty()) continue;
       const auto found = children_.find(group.name);
@@ -49,7 +50,7 @@ class GroupTraps : public TrapRules {
       const auto count = words_.WordOrNumber(group.count);
       // Some only tell whether there are groups below.
       if (!count || *count == children || (*count == 1 && children > 0)) continue;
-      report_.Add(MessageId::kChildgroupMismatch, group.count_item->Shown(),
+      report_.Add(diagnostics::MessageId::kChildgroupMismatch, group.count_item->Shown(),
                   fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
                               Having(children), group.name),
                   group.count);
@@ -75,4 +76,4 @@ std::unique_ptr<TrapRules> MakeGroupTraps(const DefinedWordTable& words, TrapRep
   return std::make_unique<GroupTraps>(words, report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -8,7 +8,7 @@
 #include "rules/trap_rules.h"
 #include "sources/sub_strings.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -56,29 +56,30 @@ bool EndsWith(std::string_view text, std::string_view end) {
 }
 
 // Whether the item's value is a text, such as a name: of a number, a comment cuts nothing off.
-bool HoldsText(const SourceSpot& spot) {
+bool HoldsText(const sources::SourceSpot& spot) {
   const KindKeys* kind = FindKeysOf(spot.section->name);
   if (kind == nullptr) return false;
   const auto index = static_cast<std::uint32_t>(spot.item - spot.section->items);
   const std::uint32_t key = KeyOf(*kind, spot.item->key, index);
-  return PayloadClassOf(key) == PayloadClass::kText && !IsNumeric(key) && key != kKeyTABLE_ROW;
+  return compiled::PayloadClassOf(key) == compiled::PayloadClass::kText &&
+         !compiled::IsNumeric(key) && key != compiled::kKeyTABLE_ROW;
 }
 
 class LineTraps : public TrapRules {
  public:
   explicit LineTraps(TrapReport& report) : report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t) override { return false; }
+  bool BeginSection(const sources::SourceSection&, std::uint32_t) override { return false; }
 
-  void End(const SourceView& sources) override {
-    std::set<const SourceFile*> seen;
-    for (const SourceSection& section : sources.sections()) {
+  void End(const sources::SourceView& sources) override {
+    std::set<const sources::SourceFile*> seen;
+    for (const sources::SourceSection& section : sources.sections()) {
       if (seen.insert(section.file).second) SeeFile(*section.file);
     }
   }
 
  private:
-  void SeeFile(const SourceFile& file) {
+  void SeeFile(const sources::SourceFile& file) {
     // Rare, so that lines are looked at only where there is one.
     const std::string& text = file.text();
     if (text.find("\\\n") != std::string::npos || text.find("\\\r\n") != std::string::npos) {
@@ -91,7 +92,7 @@ class LineTraps : public TrapRules {
     }
   }
 
-  void SeeJoinedLines(const SourceFile& file) {
+  void SeeJoinedLines(const sources::SourceFile& file) {
     bool is_joined = false;   // the line belongs to the one above
     bool is_comment = false;  // and that one ends in a comment, which was told of
     bool is_quoted = false;   // or in quotes
@@ -108,19 +109,19 @@ class LineTraps : public TrapRules {
       if (is_comment) continue;
       is_comment = HasComment(line);
       if (is_comment && !IsBlank(next) && !IsComment(next)) {
-        Tell(MessageId::kJoinedComment, file, number,
+        Tell(diagnostics::MessageId::kJoinedComment, file, number,
              "the comment ends in a backslash, so that the next line belongs to it");
       } else if (has_value && !is_comment && !is_quoted && LooksLikeItem(next)) {
-        Tell(MessageId::kJoinedItem, file, number + 1,
+        Tell(diagnostics::MessageId::kJoinedItem, file, number + 1,
              "a backslash joins this line to the one above: it is no item of its own");
       }
     }
   }
 
   // Whether the sign cuts the text of a value off.
-  void SeeNumberSign(const SourceFile& file, std::size_t at) {
+  void SeeNumberSign(const sources::SourceFile& file, std::size_t at) {
     const std::uint32_t number = file.LineAt(at);
-    const std::optional<SourceSpot> spot = file.At(number);
+    const std::optional<sources::SourceSpot> spot = file.At(number);
     if (!spot || spot->item == nullptr || !HoldsText(*spot)) return;
     const std::string_view value = spot->item->value;
     const std::string_view line = file.Line(number);
@@ -130,17 +131,18 @@ class LineTraps : public TrapRules {
     const bool is_cut = !value.empty() && value.find('"') == std::string_view::npos &&
                         EndsWith(before.substr(0, end), value);
     if (!is_cut) return;
-    const std::vector<std::string_view> parts = SubStrings(value);
+    const std::vector<std::string_view> parts = sources::SubStrings(value);
     const KindKeys& kind = *FindKeysOf(spot->section->name);
     const ScriptItem item{&file, spot->section, spot->item, kind.schema->kind, 0, parts};
-    report_.Add(MessageId::kNumberSign, item,
+    report_.Add(diagnostics::MessageId::kNumberSign, item,
                 fmt::format("{} begins a comment: what is left is {}", line.substr(column), value),
                 value);
   }
 
-  void Tell(MessageId id, const SourceFile& file, std::uint32_t line, std::string_view text) {
-    Diagnostic& warning = report_.Add(id, text);
-    warning.anchor = Anchor::kPlace;
+  void Tell(diagnostics::MessageId id, const sources::SourceFile& file, std::uint32_t line,
+            std::string_view text) {
+    diagnostics::Diagnostic& warning = report_.Add(id, text);
+    warning.anchor = diagnostics::Anchor::kPlace;
     warning.at.source = &file;
     warning.at.first_line = line;
   }
@@ -154,4 +156,4 @@ std::unique_ptr<TrapRules> MakeLineTraps(const DefinedWordTable&, TrapReport& re
   return std::make_unique<LineTraps>(report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -8,7 +8,7 @@
 #include "rules/trap_rules.h"
 #include "support/nearest.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::string_view kValue = "VALUE_";
@@ -27,15 +27,15 @@ const std::vector<std::string>& HookNames() {
 
 // Whether keys of the section are names of the script's own.
 bool HasOwnNames(std::uint32_t kind) {
-  return kind == kKindPROPERTY || kind == kKindREPEATER || kind == kKindDEFINE ||
-         kind == kKindIFDEF;
+  return kind == compiled::kKindPROPERTY || kind == compiled::kKindREPEATER ||
+         kind == compiled::kKindDEFINE || kind == compiled::kKindIFDEF;
 }
 
 class NameTraps : public TrapRules {
  public:
   explicit NameTraps(TrapReport& report) : report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t) override {
+  bool BeginSection(const sources::SourceSection&, std::uint32_t) override {
     // Clearing it would cost what the largest section has ever had.
     if (!in_section_.empty()) in_section_ = {};
     return true;
@@ -44,22 +44,23 @@ class NameTraps : public TrapRules {
   void See(const ScriptItem& item) override {
     const std::string_view name = item.name();
     if (name.front() == '"' && HasOwnNames(item.kind)) {
-      report_.Add(MessageId::kQuotedKey, item, "the quotes belong to the name");
+      report_.Add(diagnostics::MessageId::kQuotedKey, item, "the quotes belong to the name");
     }
-    if (item.key == kKeyPROPERTY && HasPrefix(name, kProperty)) {
-      report_.Add(MessageId::kPropertyPrefix, item,
+    if (item.key == compiled::kKeyPROPERTY && HasPrefix(name, kProperty)) {
+      report_.Add(diagnostics::MessageId::kPropertyPrefix, item,
                   fmt::format("the name is {} here, and not {} as in other sections", name,
                               name.substr(kProperty.size())));
     }
     // One of a PELMGROUP is not compiled at all, which is told.
-    const bool is_property = item.key == kKeyP && item.kind != kKindPELMGROUP;
-    if ((is_property && name == kProperty) || (item.key == kKeyG && name == kGlobal)) {
-      report_.Add(MessageId::kNamelessEntry, item,
+    const bool is_property = item.key == compiled::kKeyP && item.kind != compiled::kKindPELMGROUP;
+    if ((is_property && name == kProperty) || (item.key == compiled::kKeyG && name == kGlobal)) {
+      report_.Add(diagnostics::MessageId::kNamelessEntry, item,
                   fmt::format("nothing follows the {}: the name is empty", name));
     }
     if (HasPrefix(name, kProperty)) SeeShared(item, kProperty);
     if (HasPrefix(name, kValue)) SeeShared(item, kValue);
-    if (item.key == kKeyVALUE_OF_SENSOR || item.key == kKeyVALUE_OF_ACTION) SeeValue(item);
+    if (item.key == compiled::kKeyVALUE_OF_SENSOR || item.key == compiled::kKeyVALUE_OF_ACTION)
+      SeeValue(item);
   }
 
  private:
@@ -70,14 +71,15 @@ class NameTraps : public TrapRules {
 
   // Hosts ask for names without their prefix.
   void SeeShared(const ScriptItem& item, std::string_view prefix) {
-    if (item.kind != kKindSENSOR && item.kind != kKindDEVICE) return;
+    if (item.kind != compiled::kKindSENSOR && item.kind != compiled::kKindDEVICE) return;
     const auto [place, is_new] =
         in_section_.try_emplace(item.name().substr(prefix.size()), Seen{prefix, item.item});
     const Seen& seen = place->second;
     if (is_new || seen.prefix == prefix) return;
-    Diagnostic& warning = report_.Add(MessageId::kSharedName, item,
-                                      fmt::format("{} and {} have one name for hosts, {}",
-                                                  seen.item->key, item.name(), place->first));
+    diagnostics::Diagnostic& warning =
+        report_.Add(diagnostics::MessageId::kSharedName, item,
+                    fmt::format("{} and {} have one name for hosts, {}", seen.item->key,
+                                item.name(), place->first));
     AddPlace(warning, "the other one", {item.file, seen.item->line});
   }
 
@@ -85,16 +87,16 @@ class NameTraps : public TrapRules {
   void SeeValue(const ScriptItem& item) {
     const std::string_view name = item.name();
     if (name == kValue) {
-      report_.Add(MessageId::kBareValueName, item,
+      report_.Add(diagnostics::MessageId::kBareValueName, item,
                   "without a name behind it, this is compiled as one more VALUE");
     }
-    if (item.kind != kKindSENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
+    if (item.kind != compiled::kKindSENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
         !looked_at_.insert(name).second)
       return;
-    const auto meant = MeantName(std::string(name.substr(kValue.size())), HookNames(), 1);
+    const auto meant = support::MeantName(std::string(name.substr(kValue.size())), HookNames(), 1);
     if (!meant) return;
     report_
-        .Add(MessageId::kMisspelledValue, item,
+        .Add(diagnostics::MessageId::kMisspelledValue, item,
              fmt::format("{} is a value of this script's own, not {}{}", name, kValue, *meant))
         .suggestion = std::string(kValue) + *meant;
   }
@@ -110,4 +112,4 @@ std::unique_ptr<TrapRules> MakeNameTraps(const DefinedWordTable&, TrapReport& re
   return std::make_unique<NameTraps>(report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::size_t kLongest = 10;
@@ -42,4 +42,4 @@ NumberText ReadNumber(std::string_view text) {
   return number;
 }
 
-}  // namespace rux
+}  // namespace rux::rules

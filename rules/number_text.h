@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace rux {
+namespace rux::rules {
 
 struct NumberText {
   bool is_number = false;  // whether the library takes it for one
@@ -22,6 +22,6 @@ NumberText ReadNumber(std::string_view text);
 // What cannot be looked up in the table of numbers: it stands for "not found" there.
 inline constexpr std::uint32_t kUnfindable = 0xFFFFFFFF;
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_NUMBER_TEXT_H_

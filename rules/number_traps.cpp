@@ -4,7 +4,7 @@
 #include "rules/number_text.h"
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 // Whether the text is nothing but digits that fit: almost all are.
@@ -21,23 +21,24 @@ class NumberTraps : public TrapRules {
  public:
   NumberTraps(const DefinedWordTable& words, TrapReport& report) : words_(words), report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t) override { return true; }
+  bool BeginSection(const sources::SourceSection&, std::uint32_t) override { return true; }
 
   void See(const ScriptItem& item) override {
-    switch (PayloadClassOf(item.key)) {
-      case PayloadClass::kNumber:
+    switch (compiled::PayloadClassOf(item.key)) {
+      case compiled::PayloadClass::kNumber:
         return SeeEntry(item, item.first());
-      case PayloadClass::kText:
-        if (IsNumeric(item.key)) SeeEntry(item, item.first());
+      case compiled::PayloadClass::kText:
+        if (compiled::IsNumeric(item.key)) SeeEntry(item, item.first());
         return;
-      case PayloadClass::kList:
+      case compiled::PayloadClass::kList:
         for (const std::string_view part : item.parts) See(item, part);
         return;
-      case PayloadClass::kValue:
-        return ForEachOperand(item, [&](std::string_view part, Role role) {
-          if (role == Role::kOperand || role == Role::kNumber) SeeOperand(item, part);
+      case compiled::PayloadClass::kValue:
+        return ForEachOperand(item, [&](std::string_view part, compiled::Role role) {
+          if (role == compiled::Role::kOperand || role == compiled::Role::kNumber)
+            SeeOperand(item, part);
         });
-      case PayloadClass::kRepeater:
+      case compiled::PayloadClass::kRepeater:
         SeeEntry(item, item.first());
         for (std::size_t i = 2; i < item.parts.size(); ++i) SeeOperand(item, item.parts[i]);
         return;
@@ -53,15 +54,15 @@ class NumberTraps : public TrapRules {
     if (!number.is_number || words_.Find(text)) return {};
     if (number.has_rest) {
       report_.Add(
-          MessageId::kTrailingText, item,
+          diagnostics::MessageId::kTrailingText, item,
           fmt::format("{} is read as {}: what follows the number is ignored", text, number.value),
           text);
     } else if (number.is_cut) {
-      report_.Add(MessageId::kNumberTooLarge, item,
+      report_.Add(diagnostics::MessageId::kNumberTooLarge, item,
                   fmt::format("{} has more than 32 bits: it becomes {}", text, number.value), text);
     } else if (number.value == kUnfindable) {
       report_.Add(
-          MessageId::kUnfindableNumber, item,
+          diagnostics::MessageId::kUnfindableNumber, item,
           fmt::format("{} cannot be looked up at run time: it stands for \"not found\"", text),
           text);
     } else {
@@ -73,7 +74,7 @@ class NumberTraps : public TrapRules {
   void SeeEntry(const ScriptItem& item, std::string_view text) {
     const NumberText number = See(item, text);
     if (!number.is_number || !number.is_negative) return;
-    report_.Add(MessageId::kNegativeNumber, item,
+    report_.Add(diagnostics::MessageId::kNegativeNumber, item,
                 fmt::format("{} is stored as {} (0x{:X})", text, number.value, number.value), text);
   }
 
@@ -86,7 +87,7 @@ class NumberTraps : public TrapRules {
     const NumberText number = ReadNumber(text.substr(kArgument.size()));
     if (!number.is_number || !number.has_rest) return;
     report_.Add(
-        MessageId::kTrailingText, item,
+        diagnostics::MessageId::kTrailingText, item,
         fmt::format("{} is read as ARG{}: what follows the number is ignored", text, number.value),
         text);
   }
@@ -101,4 +102,4 @@ std::unique_ptr<TrapRules> MakeNumberTraps(const DefinedWordTable& words, TrapRe
   return std::make_unique<NumberTraps>(words, report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -9,7 +9,7 @@
 #include "rules/number_text.h"
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::string_view kProperty = "P_";
@@ -19,9 +19,9 @@ bool IsProperty(std::string_view key) { return key.substr(0, kProperty.size()) =
 
 // The names of properties that the compiler knows: keys of PROPERTY sections as they are, those of
 // others behind their P_.
-std::unordered_set<std::string_view> KnownProperties(const SourceView& sources) {
+std::unordered_set<std::string_view> KnownProperties(const sources::SourceView& sources) {
   std::unordered_set<std::string_view> names;
-  for (const SourceSection& section : sources.sections()) {
+  for (const sources::SourceSection& section : sources.sections()) {
     const std::string_view kind = section.section->name;
     const bool is_property = kind == "PROPERTY";
     if (!is_property && kind != "SENSOR" && kind != "DEVICE" && kind != "SYSTEM") continue;
@@ -67,26 +67,26 @@ class PelmgroupTraps : public TrapRules {
   PelmgroupTraps(const DefinedWordTable& words, TrapReport& report)
       : words_(words), report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t kind) override {
-    if (kind != kKindPELMGROUP) return false;
+  bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
+    if (kind != compiled::kKindPELMGROUP) return false;
     groups_.emplace_back();
     return true;
   }
 
   void See(const ScriptItem& item) override {
-    if (item.key == kKeyID) {
+    if (item.key == compiled::kKeyID) {
       groups_.back().id = words_.WordOrNumber(item.first());
       groups_.back().id_item.emplace(item);
     }
-    if (item.key == kKeyPID) {
+    if (item.key == compiled::kKeyPID) {
       groups_.back().parent = words_.WordOrNumber(item.first());
       groups_.back().parent_item.emplace(item);
     }
-    if (item.key == kKeyP) properties_.emplace_back(item);
-    if (item.key == kKeySENSORS) SeeSensors(item);
+    if (item.key == compiled::kKeyP) properties_.emplace_back(item);
+    if (item.key == compiled::kKeySENSORS) SeeSensors(item);
   }
 
-  void End(const SourceView& sources) override {
+  void End(const sources::SourceView& sources) override {
     TellProperties(sources);
     TellRootIds();
     TellLoops();
@@ -110,7 +110,8 @@ class PelmgroupTraps : public TrapRules {
 
   void SeeSensors(const ScriptItem& item) {
     if (item.parts.empty()) {
-      report_.Add(MessageId::kEmptySensors, item, "the list is empty: the group has no sensors");
+      report_.Add(diagnostics::MessageId::kEmptySensors, item,
+                  "the list is empty: the group has no sensors");
     }
     const std::size_t list = lists_.size();
     lists_.emplace_back(item);
@@ -119,14 +120,14 @@ class PelmgroupTraps : public TrapRules {
       if (number.is_number) {
         listed_.push_back({number.value, list, text});
       } else if (words_.Find(text)) {
-        report_.Add(MessageId::kSensorsWord, item,
+        report_.Add(diagnostics::MessageId::kSensorsWord, item,
                     fmt::format("{} is a word: the compiled list ends before it", text), text);
         return;
       }
     }
   }
 
-  void TellProperties(const SourceView& sources) {
+  void TellProperties(const sources::SourceView& sources) {
     if (properties_.empty()) return;
     const auto known = KnownProperties(sources);
     const reader::Section* told = nullptr;
@@ -135,7 +136,7 @@ class PelmgroupTraps : public TrapRules {
       if (!IsProperty(key) || known.count(key.substr(kProperty.size())) != 0) continue;
       if (property.section == told) continue;  // it ends at the first one
       told = property.section;
-      report_.Add(MessageId::kPelmgroupProperty, property.Shown(),
+      report_.Add(diagnostics::MessageId::kPelmgroupProperty, property.Shown(),
                   "this property is not compiled, nor are those below it in the section");
     }
   }
@@ -149,8 +150,8 @@ class PelmgroupTraps : public TrapRules {
     for (const Group& group : groups_) {
       const auto below = &group == &*first ? second : first;
       if (group.id != 0U || below == groups_.end()) continue;
-      Diagnostic& warning =
-          report_.Add(MessageId::kRootPelmgroup, group.id_item->Shown(),
+      diagnostics::Diagnostic& warning =
+          report_.Add(diagnostics::MessageId::kRootPelmgroup, group.id_item->Shown(),
                       "a PID of 0 means that there is none above: no group hangs below this one",
                       group.id_item->item->value);
       AddPlace(warning, "has none above",
@@ -166,7 +167,7 @@ class PelmgroupTraps : public TrapRules {
     const auto loops = FindLoops(parents);
     for (const Group& group : groups_) {
       if (!group.id || !group.parent || loops.count(*group.id) == 0) continue;
-      report_.Add(MessageId::kPelmgroupLoop, group.parent_item->Shown(),
+      report_.Add(diagnostics::MessageId::kPelmgroupLoop, group.parent_item->Shown(),
                   "the chain of parents leads back to this group", group.parent_item->item->value);
     }
   }
@@ -189,8 +190,8 @@ class PelmgroupTraps : public TrapRules {
 
   void TellAgain(const Listed& again, const Listed& before, std::string_view where) {
     const SeenItem& other = lists_[before.list];
-    Diagnostic& warning =
-        report_.Add(MessageId::kRepeatedSensor, lists_[again.list].Shown(),
+    diagnostics::Diagnostic& warning =
+        report_.Add(diagnostics::MessageId::kRepeatedSensor, lists_[again.list].Shown(),
                     fmt::format("the sensor {} is {}", again.text, where), again.text);
     AddPlace(warning, "listed here", {other.file, other.item->line},
              ValueAt(*other.item, before.text));
@@ -210,4 +211,4 @@ std::unique_ptr<TrapRules> MakePelmgroupTraps(const DefinedWordTable& words, Tra
   return std::make_unique<PelmgroupTraps>(words, report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

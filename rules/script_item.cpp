@@ -1,14 +1,15 @@
 #include "rules/script_item.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 std::vector<KindKeys> AllKeys() {
   std::vector<KindKeys> all;
-  for (std::uint32_t kind = 1; const SectionSchema* schema = FindSchema(kind); ++kind) {
+  for (std::uint32_t kind = 1; const compiled::SectionSchema* schema = compiled::FindSchema(kind);
+       ++kind) {
     KindKeys& keys = all.emplace_back(KindKeys{schema, {}});
-    for (const SchemaKey& key : schema->keys) {
-      keys.keys.emplace_back(SourceEntryKeyword(key.identifier), key.identifier);
+    for (const compiled::SchemaKey& key : schema->keys) {
+      keys.keys.emplace_back(compiled::SourceEntryKeyword(key.identifier), key.identifier);
     }
   }
   return all;
@@ -30,18 +31,18 @@ const KindKeys* FindKeysOf(std::string_view section) {
 }
 
 std::uint32_t KeyOf(const KindKeys& kind, std::string_view key, std::uint32_t index) {
-  const SectionSchema& schema = *kind.schema;
+  const compiled::SectionSchema& schema = *kind.schema;
   // What follows the condition of an IFDEF are words, whatever they are called.
-  if (schema.kind != kKindIFDEF || index == 0) {
+  if (schema.kind != compiled::kKindIFDEF || index == 0) {
     for (const auto& [name, identifier] : kind.keys) {
       // Told apart by their ends in most cases.
       if (key.size() == name.size() && key.back() == name.back() && key == name) return identifier;
     }
-    if (schema.kind == kKindIFDEF) return 0;
+    if (schema.kind == compiled::kKindIFDEF) return 0;
   }
   if (schema.more.empty()) return 0;
   const bool is_property = key.substr(0, 2) == "P_";
   return is_property ? schema.more.front().identifier : schema.more.back().identifier;
 }
 
-}  // namespace rux
+}  // namespace rux::rules

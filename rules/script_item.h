@@ -13,10 +13,10 @@
 #include "sources/source_view.h"
 #include "sources/sub_strings.h"
 
-namespace rux {
+namespace rux::rules {
 
 struct ScriptItem {
-  const SourceFile* file;
+  const sources::SourceFile* file;
   const reader::Section* section;
   const reader::Item* item;
   std::uint32_t kind;                          // a KindNumber
@@ -25,7 +25,7 @@ struct ScriptItem {
 
   // Of items that hold a typed value: the type and what the parts behind it are. Null for others,
   // and when the type is unknown.
-  const ValueShape* shape = nullptr;
+  const compiled::ValueShape* shape = nullptr;
   std::uint32_t value_type = 0;
 
   std::string_view name() const { return item->key; }
@@ -39,7 +39,7 @@ struct SeenItem {
 
   ScriptItem Shown() const;
 
-  const SourceFile* file;
+  const sources::SourceFile* file;
   const reader::Section* section;
   const reader::Item* item;
   std::uint32_t kind;
@@ -50,7 +50,7 @@ struct SeenItem {
 template <class Use>
 void ForEachOperand(const ScriptItem& item, Use use) {
   if (item.shape == nullptr) return;
-  const ValueShape& shape = *item.shape;
+  const compiled::ValueShape& shape = *item.shape;
   for (std::size_t i = 1; i < item.parts.size(); ++i) {
     const bool is_in_list = i > shape.texts.size();
     if (is_in_list && shape.list.name == nullptr) return;
@@ -60,7 +60,7 @@ void ForEachOperand(const ScriptItem& item, Use use) {
 
 // What a kind of section takes.
 struct KindKeys {
-  const SectionSchema* schema;
+  const compiled::SectionSchema* schema;
   std::vector<std::pair<std::string_view, std::uint32_t>> keys;  // those with names of the language
 };
 
@@ -75,6 +75,6 @@ inline bool HasPrefix(std::string_view text, std::string_view prefix) {
   return text.size() > prefix.size() && text.substr(0, prefix.size()) == prefix;
 }
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_SCRIPT_ITEM_H_

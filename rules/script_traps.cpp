@@ -3,29 +3,30 @@
 
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 class ScriptTraps : public TrapRules {
  public:
   explicit ScriptTraps(TrapReport& report) : report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t kind) override {
+  bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
     kinds_ |= 1U << kind;
     return false;
   }
 
-  void End(const SourceView& sources) override {
+  void End(const sources::SourceView& sources) override {
     if (sources.sections().empty()) {
-      report_.Add(MessageId::kEmptyScript, "the script has no sections: nothing is compiled");
+      report_.Add(diagnostics::MessageId::kEmptyScript,
+                  "the script has no sections: nothing is compiled");
     }
     // A part of a script may well be looked at alone.
-    if (!Has(kKindSENSOR)) return;
-    for (const std::uint32_t kind : {kKindMORVRUX, kKindSYSTEM}) {
+    if (!Has(compiled::kKindSENSOR)) return;
+    for (const std::uint32_t kind : {compiled::kKindMORVRUX, compiled::kKindSYSTEM}) {
       if (Has(kind)) continue;
-      report_.Add(
-          MessageId::kMissingSection,
-          fmt::format("the script has sensors, but no {} section", FindSchema(kind)->keyword));
+      report_.Add(diagnostics::MessageId::kMissingSection,
+                  fmt::format("the script has sensors, but no {} section",
+                              compiled::FindSchema(kind)->keyword));
     }
   }
 
@@ -42,4 +43,4 @@ std::unique_ptr<TrapRules> MakeScriptTraps(const DefinedWordTable&, TrapReport& 
   return std::make_unique<ScriptTraps>(report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

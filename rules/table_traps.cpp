@@ -9,7 +9,7 @@
 #include "rules/trap_rules.h"
 #include "ruxcomp/records.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::uint32_t kCells = 256;
@@ -23,7 +23,7 @@ struct Row {
 // What a cell holds, and the row that set it.
 struct Cell {
   std::uint8_t value = 0;
-  std::optional<SourcePlace> set_at;
+  std::optional<sources::SourcePlace> set_at;
   std::size_t table = 0;  // the number of the table that set it
 };
 
@@ -48,8 +48,8 @@ class TableTraps : public TrapRules {
  public:
   explicit TableTraps(TrapReport& report) : report_(report) {}
 
-  bool BeginSection(const SourceSection& section, std::uint32_t kind) override {
-    if (kind != kKindTABLE) return false;
+  bool BeginSection(const sources::SourceSection& section, std::uint32_t kind) override {
+    if (kind != compiled::kKindTABLE) return false;
     section_ = section;
     has_name_ = false;
     rows_.clear();
@@ -58,8 +58,8 @@ class TableTraps : public TrapRules {
   }
 
   void See(const ScriptItem& item) override {
-    has_name_ |= item.key == kKeyNAME;
-    if (item.key != kKeyTABLE_ROW) return;
+    has_name_ |= item.key == compiled::kKeyNAME;
+    if (item.key != compiled::kKeyTABLE_ROW) return;
     const std::optional<Row> row = ReadRow(item);
     if (!row || item.parts.empty()) return;
     const std::uint8_t value = ReadCell(item, item.first());
@@ -94,8 +94,8 @@ class TableTraps : public TrapRules {
   void TellKey(const ScriptItem& item, std::uint32_t low, std::uint32_t high) {
     const std::string read =
         low == high ? fmt::format("cell {}", low) : fmt::format("cells {} to {}", low, high);
-    Diagnostic& warning = report_.Add(
-        MessageId::kTrailingText, item,
+    diagnostics::Diagnostic& warning = report_.Add(
+        diagnostics::MessageId::kTrailingText, item,
         fmt::format("{} is read as {}: what follows a number is ignored", item.name(), read));
     // Most likely a range is meant.
     const std::size_t dash = item.name().find('-');
@@ -108,18 +108,18 @@ class TableTraps : public TrapRules {
     const auto value = static_cast<std::uint8_t>(number.value);
     if (!number.is_number) {
       if (!number.raises) {
-        report_.Add(MessageId::kCellNotANumber, item,
+        report_.Add(diagnostics::MessageId::kCellNotANumber, item,
                     fmt::format("{} is no number: the cells become 0", text), text);
       }
       return 0;
     }
     if (number.has_rest) {
       report_.Add(
-          MessageId::kTrailingText, item,
+          diagnostics::MessageId::kTrailingText, item,
           fmt::format("{} is read as {}: what follows the number is ignored", text, number.value),
           text);
     } else if (number.value >= kCells || number.is_cut) {
-      report_.Add(MessageId::kCellTooLarge, item,
+      report_.Add(diagnostics::MessageId::kCellTooLarge, item,
                   fmt::format("{} does not fit into a cell: it becomes {}", text, value), text);
     }
     return value;
@@ -131,8 +131,8 @@ class TableTraps : public TrapRules {
       if (cells_[i].table != table_ && cells_[i].value != 0) inherited.push_back(i);
     }
     if (inherited.empty()) return;
-    Diagnostic& warning = report_.Add(
-        MessageId::kInheritedCells, section_,
+    diagnostics::Diagnostic& warning = report_.Add(
+        diagnostics::MessageId::kInheritedCells, section_,
         inherited.size() == 1
             ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
                           inherited.front())
@@ -143,17 +143,18 @@ class TableTraps : public TrapRules {
 
   void TellIfOverwritten(const Row& row) {
     for (std::uint32_t cell = row.low; cell <= row.high; ++cell) {
-      const SourcePlace& set_at = *cells_[cell].set_at;
+      const sources::SourcePlace& set_at = *cells_[cell].set_at;
       if (set_at.file == row.item.file && set_at.line == row.item.item->line) return;
     }
-    Diagnostic& warning = report_.Add(MessageId::kOverwrittenRow, row.item.Shown(),
-                                      "rows below set all its cells again");
+    diagnostics::Diagnostic& warning =
+        report_.Add(diagnostics::MessageId::kOverwrittenRow, row.item.Shown(),
+                    "rows below set all its cells again");
     AddPlace(warning, "set again here", *cells_[row.low].set_at);
   }
 
   TrapReport& report_;
   bool has_name_ = false;
-  SourceSection section_ = {nullptr, nullptr};
+  sources::SourceSection section_ = {nullptr, nullptr};
   std::vector<Row> rows_;
   // Tables are filled one after the other, in one place.
   std::array<Cell, kCells> cells_;
@@ -166,4 +167,4 @@ std::unique_ptr<TrapRules> MakeTableTraps(const DefinedWordTable&, TrapReport& r
   return std::make_unique<TableTraps>(report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -5,7 +5,7 @@
 
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
@@ -41,7 +41,7 @@ class TextTraps : public TrapRules {
  public:
   explicit TextTraps(TrapReport& report) : report_(report) {}
 
-  bool BeginSection(const SourceSection&, std::uint32_t) override { return true; }
+  bool BeginSection(const sources::SourceSection&, std::uint32_t) override { return true; }
 
   void See(const ScriptItem& item) override {
     const std::string_view value = item.item->value;
@@ -53,7 +53,7 @@ class TextTraps : public TrapRules {
     for (const std::string_view part : item.parts) {
       taken += fmt::format("{}\"{}\"", taken.empty() ? "" : ", ", part);
     }
-    report_.Add(MessageId::kTextBesideQuotes, item,
+    report_.Add(diagnostics::MessageId::kTextBesideQuotes, item,
                 fmt::format("text beside double quotes is dropped: what is left is {}", taken),
                 beside);
   }
@@ -68,4 +68,4 @@ std::unique_ptr<TrapRules> MakeTextTraps(const DefinedWordTable&, TrapReport& re
   return std::make_unique<TextTraps>(report);
 }
 
-}  // namespace rux
+}  // namespace rux::rules

@@ -4,22 +4,22 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
-Diagnostic Warning(MessageId id, std::string_view text) {
-  Diagnostic warning;
+diagnostics::Diagnostic Warning(diagnostics::MessageId id, std::string_view text) {
+  diagnostics::Diagnostic warning;
   warning.id = id;
-  warning.severity = RowOf(id).severity;
+  warning.severity = diagnostics::RowOf(id).severity;
   // What it mentions may be as long as a script; the line that is shown below tells more of it.
-  warning.text = Shortened(text);
+  warning.text = support::Shortened(text);
   return warning;
 }
 
-Diagnostic WarningAt(MessageId id, const SourceFile* file, const reader::Section& section,
-                     std::string_view text) {
-  Diagnostic warning = Warning(id, text);
-  warning.anchor = Anchor::kPlace;
+diagnostics::Diagnostic WarningAt(diagnostics::MessageId id, const sources::SourceFile* file,
+                                  const reader::Section& section, std::string_view text) {
+  diagnostics::Diagnostic warning = Warning(id, text);
+  warning.anchor = diagnostics::Anchor::kPlace;
   warning.at.source = file;
   warning.at.first_line = section.line;
   warning.section = std::string(section.name);
@@ -28,9 +28,9 @@ Diagnostic WarningAt(MessageId id, const SourceFile* file, const reader::Section
 
 }  // namespace
 
-Diagnostic& TrapReport::Add(MessageId id, const ScriptItem& item, std::string_view text,
-                            std::string_view meant) {
-  Diagnostic warning = WarningAt(id, item.file, *item.section, text);
+diagnostics::Diagnostic& TrapReport::Add(diagnostics::MessageId id, const ScriptItem& item,
+                                         std::string_view text, std::string_view meant) {
+  diagnostics::Diagnostic warning = WarningAt(id, item.file, *item.section, text);
   warning.at.first_line = item.item->line;
   warning.entry = std::string(item.name());
   if (!meant.empty()) {
@@ -40,11 +40,13 @@ Diagnostic& TrapReport::Add(MessageId id, const ScriptItem& item, std::string_vi
   return found_.emplace_back(std::move(warning));
 }
 
-Diagnostic& TrapReport::Add(MessageId id, const SourceSection& section, std::string_view text) {
+diagnostics::Diagnostic& TrapReport::Add(diagnostics::MessageId id,
+                                         const sources::SourceSection& section,
+                                         std::string_view text) {
   return found_.emplace_back(WarningAt(id, section.file, *section.section, text));
 }
 
-Diagnostic& TrapReport::Add(MessageId id, std::string_view text) {
+diagnostics::Diagnostic& TrapReport::Add(diagnostics::MessageId id, std::string_view text) {
   return found_.emplace_back(Warning(id, text));
 }
 
@@ -57,13 +59,13 @@ std::optional<std::size_t> ValueAt(const reader::Item& item, std::string_view pa
   return static_cast<std::size_t>(part.data() - item.value.data());
 }
 
-void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place,
-              std::optional<std::size_t> value_at) {
-  Note note{std::move(text), {}};
+void AddPlace(diagnostics::Diagnostic& diagnostic, std::string text,
+              const sources::SourcePlace& place, std::optional<std::size_t> value_at) {
+  diagnostics::Note note{std::move(text), {}};
   note.at.source = place.file;
   note.at.first_line = place.line;
   note.at.value_at = value_at;
   diagnostic.notes.push_back(std::move(note));
 }
 
-}  // namespace rux
+}  // namespace rux::rules

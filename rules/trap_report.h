@@ -12,24 +12,25 @@
 #include "diagnostics/diagnostic.h"
 #include "rules/script_item.h"
 
-namespace rux {
+namespace rux::rules {
 
-inline SourcePlace PlaceOf(const ScriptItem& item) { return {item.file, item.item->line}; }
+inline sources::SourcePlace PlaceOf(const ScriptItem& item) { return {item.file, item.item->line}; }
 
 class TrapReport {
  public:
   // A warning about an item, with the part of it that is meant; without one, the key is.
-  Diagnostic& Add(MessageId id, const ScriptItem& item, std::string_view text,
-                  std::string_view meant = {});
+  diagnostics::Diagnostic& Add(diagnostics::MessageId id, const ScriptItem& item,
+                               std::string_view text, std::string_view meant = {});
   // About a section as a whole.
-  Diagnostic& Add(MessageId id, const SourceSection& section, std::string_view text);
+  diagnostics::Diagnostic& Add(diagnostics::MessageId id, const sources::SourceSection& section,
+                               std::string_view text);
   // About the script as a whole.
-  Diagnostic& Add(MessageId id, std::string_view text);
+  diagnostics::Diagnostic& Add(diagnostics::MessageId id, std::string_view text);
 
-  std::vector<Diagnostic> TakeFound() { return std::move(found_); }
+  std::vector<diagnostics::Diagnostic> TakeFound() { return std::move(found_); }
 
  private:
-  std::vector<Diagnostic> found_;
+  std::vector<diagnostics::Diagnostic> found_;
 };
 
 // Where the value of an item has a part of it.
@@ -37,9 +38,10 @@ std::optional<std::size_t> ValueAt(const reader::Item& item, std::string_view pa
 
 // Adds a note on another place, and on what is meant in the value there; it is located with the
 // diagnostic.
-void AddPlace(Diagnostic& diagnostic, std::string text, const SourcePlace& place,
+void AddPlace(diagnostics::Diagnostic& diagnostic, std::string text,
+              const sources::SourcePlace& place,
               std::optional<std::size_t> value_at = std::nullopt);
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_TRAP_REPORT_H_

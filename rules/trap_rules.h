@@ -12,16 +12,16 @@
 #include "rules/script_item.h"
 #include "rules/trap_report.h"
 
-namespace rux {
+namespace rux::rules {
 
 class TrapRules {
  public:
   virtual ~TrapRules() = default;
   // Whether the items of the section are to be seen, and its end.
-  virtual bool BeginSection(const SourceSection& section, std::uint32_t kind) = 0;
+  virtual bool BeginSection(const sources::SourceSection& section, std::uint32_t kind) = 0;
   virtual void See(const ScriptItem&) {}
   virtual void EndSection() {}
-  virtual void End(const SourceView&) {}
+  virtual void End(const sources::SourceView&) {}
 };
 
 using MakeTrapRules = std::unique_ptr<TrapRules> (*)(const DefinedWordTable& words,
@@ -42,6 +42,6 @@ inline constexpr MakeTrapRules kTrapRules[] = {
     MakePelmgroupTraps, MakeValueTraps, MakeNameTraps, MakeScriptTraps,
 };
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_TRAP_RULES_H_

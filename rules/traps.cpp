@@ -11,7 +11,7 @@
 #include "rules/script_item.h"
 #include "rules/trap_rules.h"
 
-namespace rux {
+namespace rux::rules {
 namespace {
 
 // Shows the script to all rules.
@@ -21,7 +21,7 @@ class Walk {
     for (const MakeTrapRules make : kTrapRules) rules_.push_back(make(words, report));
   }
 
-  void Show(const SourceSection& section) {
+  void Show(const sources::SourceSection& section) {
     const KindKeys* kind = FindKeysOf(section.section->name);
     if (kind == nullptr) return;
     interested_.clear();
@@ -32,21 +32,21 @@ class Walk {
     for (TrapRules* rule : interested_) rule->EndSection();
   }
 
-  void End(const SourceView& sources) {
+  void End(const sources::SourceView& sources) {
     for (const auto& rule : rules_) rule->End(sources);
   }
 
  private:
-  void Show(const SourceSection& section, const KindKeys& kind, std::uint32_t index) {
+  void Show(const sources::SourceSection& section, const KindKeys& kind, std::uint32_t index) {
     const reader::Item& item = section.section->items[index];
-    SubStrings(item.value, parts_);
+    sources::SubStrings(item.value, parts_);
     ScriptItem shown{
         section.file, section.section, &item, kind.schema->kind, KeyOf(kind, item.key, index),
         parts_};
-    if (PayloadClassOf(shown.key) == PayloadClass::kValue) {
+    if (compiled::PayloadClassOf(shown.key) == compiled::PayloadClass::kValue) {
       if (const auto type = words_.Find(shown.first())) {
         shown.value_type = *type;
-        shown.shape = &ShapeOf(*type);
+        shown.shape = &compiled::ShapeOf(*type);
       }
     }
     for (TrapRules* rule : interested_) rule->See(shown);
@@ -59,17 +59,17 @@ class Walk {
 };
 
 // What a file says that is included twice is said once.
-void DropRepeated(std::vector<Diagnostic>& found) {
-  using Key = std::tuple<MessageId, const SourceFile*, std::uint32_t, std::optional<std::size_t>,
-                         std::string_view>;
+void DropRepeated(std::vector<diagnostics::Diagnostic>& found) {
+  using Key = std::tuple<diagnostics::MessageId, const sources::SourceFile*, std::uint32_t,
+                         std::optional<std::size_t>, std::string_view>;
   std::set<Key> told;
-  std::vector<Diagnostic> kept;
+  std::vector<diagnostics::Diagnostic> kept;
   // The keys look into what is kept, which must not move.
   kept.reserve(found.size());
-  for (Diagnostic& trap : found) {
-    const Location& at = trap.at;
+  for (diagnostics::Diagnostic& trap : found) {
+    const diagnostics::Location& at = trap.at;
     if (told.count({trap.id, at.source, at.first_line, at.value_at, trap.text}) != 0) continue;
-    const Diagnostic& first = kept.emplace_back(std::move(trap));
+    const diagnostics::Diagnostic& first = kept.emplace_back(std::move(trap));
     told.insert({first.id, first.at.source, first.at.first_line, first.at.value_at, first.text});
   }
   found = std::move(kept);
@@ -77,17 +77,17 @@ void DropRepeated(std::vector<Diagnostic>& found) {
 
 }  // namespace
 
-std::vector<Diagnostic> FindTraps(const SourceView& sources) {
+std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceView& sources) {
   // What a pipe has included, nobody knows.
   if (!sources.files().complete) return {};
   TrapReport report;
   const DefinedWordTable words(sources, report);
   Walk walk(words, report);
-  for (const SourceSection& section : sources.sections()) walk.Show(section);
+  for (const sources::SourceSection& section : sources.sections()) walk.Show(section);
   walk.End(sources);
-  std::vector<Diagnostic> found = report.TakeFound();
+  std::vector<diagnostics::Diagnostic> found = report.TakeFound();
   if (sources.includes_again()) DropRepeated(found);
   return found;
 }
 
-}  // namespace rux
+}  // namespace rux::rules

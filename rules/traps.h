@@ -7,12 +7,12 @@
 #include "diagnostics/diagnostic.h"
 #include "sources/source_view.h"
 
-namespace rux {
+namespace rux::rules {
 
 // The warnings about a script that was read; not located yet. The script may have errors: items
 // that the library refuses are passed over. Empty when the sources cannot all be read again.
-std::vector<Diagnostic> FindTraps(const SourceView& sources);
+std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceView& sources);
 
-}  // namespace rux
+}  // namespace rux::rules
 
 #endif  // RULES_TRAPS_H_

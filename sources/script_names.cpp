@@ -3,7 +3,7 @@
 #include "compiled/section_schema.h"
 #include "sources/sub_strings.h"
 
-namespace rux {
+namespace rux::sources {
 
 std::vector<SourceItem> ItemsOf(const SourceView& sources, std::string_view section,
                                 std::string_view key) {
@@ -66,19 +66,20 @@ std::vector<std::string> Operators() {
 
 std::vector<std::string> KeywordsOf(std::string_view section) {
   std::vector<std::string> keywords;
-  for (std::uint32_t kind = 1; const SectionSchema* schema = FindSchema(kind); ++kind) {
+  for (std::uint32_t kind = 1; const compiled::SectionSchema* schema = compiled::FindSchema(kind);
+       ++kind) {
     if (section != schema->keyword) continue;
-    for (const SchemaKey& key : schema->keys) {
-      keywords.emplace_back(SourceEntryKeyword(key.identifier));
+    for (const compiled::SchemaKey& key : schema->keys) {
+      keywords.emplace_back(compiled::SourceEntryKeyword(key.identifier));
     }
     // INCLUDE takes its one key any number of times.
-    for (const SchemaKey& key : schema->more) {
-      if ((key.notation & kFreeName) == 0) {
-        keywords.emplace_back(SourceEntryKeyword(key.identifier));
+    for (const compiled::SchemaKey& key : schema->more) {
+      if ((key.notation & compiled::kFreeName) == 0) {
+        keywords.emplace_back(compiled::SourceEntryKeyword(key.identifier));
       }
     }
   }
   return keywords;
 }
 
-}  // namespace rux
+}  // namespace rux::sources

@@ -9,7 +9,7 @@
 
 #include "sources/source_view.h"
 
-namespace rux {
+namespace rux::sources {
 
 // An item and the file that it stands in.
 struct SourceItem {
@@ -41,6 +41,6 @@ std::vector<std::string> SectionKeywords();
 std::vector<std::string> Operators();
 std::vector<std::string> KeywordsOf(std::string_view section);
 
-}  // namespace rux
+}  // namespace rux::sources
 
 #endif  // SOURCES_SCRIPT_NAMES_H_

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace rux {
+namespace rux::sources {
 namespace {
 
 std::string Replaced(std::string path, char from, char to) {
@@ -32,4 +32,4 @@ std::string FolderOf(const std::string& library_path) {
   return library_path.substr(0, library_path.rfind('\\') + 1);
 }
 
-}  // namespace rux
+}  // namespace rux::sources

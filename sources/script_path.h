@@ -8,7 +8,7 @@
 
 #include <string>
 
-namespace rux {
+namespace rux::sources {
 
 // The library's form of a path that somebody typed. One that already has a backslash is left alone.
 std::string ToLibraryPath(const std::string& path);
@@ -22,6 +22,6 @@ std::string BaseNameOf(const std::string& library_path);
 // What stands up to and including the last backslash; empty when there is none.
 std::string FolderOf(const std::string& library_path);
 
-}  // namespace rux
+}  // namespace rux::sources
 
 #endif  // SOURCES_SCRIPT_PATH_H_

@@ -10,7 +10,7 @@
 #include "sources/sub_strings.h"
 #include "support/descriptor.h"
 
-namespace rux {
+namespace rux::sources {
 namespace {
 
 std::vector<std::size_t> FindLineStarts(const std::string& text) {
@@ -43,14 +43,15 @@ std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path,
   // see it opened and closed.
   struct stat status;
   if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
-  const Descriptor open_file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const support::Descriptor open_file(
+      open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (fstat(open_file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   file->device_ = status.st_dev;
   file->inode_ = status.st_ino;
   // What the library's reader did not take is not taken here either; and the file may have grown.
   constexpr std::size_t kMost = reader::kLargestScript;
   if (static_cast<std::size_t>(status.st_size) > kMost) return nullptr;
-  if (!ReadAll(open_file.number(), kMost, file->text_) || file->text_.size() > kMost) {
+  if (!support::ReadAll(open_file.number(), kMost, file->text_) || file->text_.size() > kMost) {
     return nullptr;
   }
   // The library's own reader has told the problems.
@@ -177,4 +178,4 @@ const SourceFile* SourceView::Open(const std::string& library_path, const std::s
   return place->second.get();
 }
 
-}  // namespace rux
+}  // namespace rux::sources

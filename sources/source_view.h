@@ -21,7 +21,7 @@
 
 #include "reader/scanner.h"
 
-namespace rux {
+namespace rux::sources {
 
 // What stands on a line: an item of a section, or the section's header.
 struct SourceSpot {
@@ -128,6 +128,6 @@ class SourceView {
   std::set<std::pair<const SourceFile*, std::uint32_t>> loops_;
 };
 
-}  // namespace rux
+}  // namespace rux::sources
 
 #endif  // SOURCES_SOURCE_VIEW_H_

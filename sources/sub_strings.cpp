@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace rux {
+namespace rux::sources {
 namespace {
 
 // Takes the first part off a value that is not empty. False: it was the last one.
@@ -50,4 +50,4 @@ std::string_view FirstSubString(std::string_view value) {
   return part;
 }
 
-}  // namespace rux
+}  // namespace rux::sources

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rux {
+namespace rux::sources {
 
 // The parts as the library takes them: what stands between commas, or, in a part with a double
 // quote, between that quote and the next one, commas included (up to the end of the value when
@@ -18,6 +18,6 @@ void SubStrings(std::string_view value, std::vector<std::string_view>& parts);
 // The first part; empty when there is none.
 std::string_view FirstSubString(std::string_view value);
 
-}  // namespace rux
+}  // namespace rux::sources
 
 #endif  // SOURCES_SUB_STRINGS_H_

@@ -10,10 +10,10 @@
 #include "reader/script_file.h"
 #include "support/descriptor.h"
 
-namespace rux {
+namespace rux::sources {
 
 std::string WhyNotOpened(const std::string& path) {
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const support::Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;
   if (!file.is_open() || fstat(file.number(), &status) != 0) return std::strerror(errno);
   if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
@@ -27,4 +27,4 @@ std::string WhyNotOpened(const std::string& path) {
   return "the reader does not open it";
 }
 
-}  // namespace rux
+}  // namespace rux::sources

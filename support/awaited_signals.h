@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-namespace rux {
+namespace rux::support {
 
 // While there is one: the end of a child process, and the signals by which people and other
 // programs end this one, but for those that it was told to ignore.
@@ -49,6 +49,6 @@ class AwaitedSignals {
   sigset_t before_;
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_AWAITED_SIGNALS_H_

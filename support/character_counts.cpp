@@ -4,7 +4,7 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 constexpr std::size_t kStep = 256;
@@ -29,4 +29,4 @@ std::size_t CharacterCounts::Before(std::size_t at) const {
   return before_steps_[step] + Characters(text_.substr(step * kStep, at - step * kStep));
 }
 
-}  // namespace rux
+}  // namespace rux::support

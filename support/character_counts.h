@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rux {
+namespace rux::support {
 
 // A line may be as long as a script and be asked for many places: it is counted through once.
 class CharacterCounts {
@@ -22,6 +22,6 @@ class CharacterCounts {
   std::vector<std::size_t> before_steps_;  // before each multiple of a number of bytes
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_CHARACTER_COUNTS_H_

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <utility>
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 // Whether the call that just failed is to be made once more. Of pipes that somebody set not to
@@ -73,4 +73,4 @@ bool ReadAll(int file, std::size_t most, std::string& bytes) {
   return size >= 0;
 }
 
-}  // namespace rux
+}  // namespace rux::support

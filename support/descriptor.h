@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace rux {
+namespace rux::support {
 
 // Owns an open file. -1: none.
 class Descriptor {
@@ -34,6 +34,6 @@ bool WriteAll(int file, std::string_view bytes);
 // byte beyond.
 bool ReadAll(int file, std::size_t most, std::string& bytes);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_DESCRIPTOR_H_

@@ -2,7 +2,7 @@
 #ifndef SUPPORT_EXIT_STATUS_H_
 #define SUPPORT_EXIT_STATUS_H_
 
-namespace rux {
+namespace rux::support {
 
 enum class ExitStatus {
   kDone = 0,
@@ -11,6 +11,6 @@ enum class ExitStatus {
   kTrouble = 3,     // a file cannot be read or written, or is damaged
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_EXIT_STATUS_H_

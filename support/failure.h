@@ -9,7 +9,7 @@
 
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::support {
 
 // Thrown by whatever finds out; main() prints the text behind "rux: error: " and exits with the
 // status. The text is one line, or several that each tell one more thing.
@@ -28,6 +28,6 @@ inline Failure SystemFailure(const std::string& what, const std::string& path, i
   return Failure(ExitStatus::kTrouble, what + " " + path + ": " + std::strerror(error));
 }
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_FAILURE_H_

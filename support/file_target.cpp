@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 namespace fs = std::filesystem;
@@ -56,4 +56,4 @@ Failure FileTarget::CannotWrite(int error) const {
   return SystemFailure("cannot write", path, error);
 }
 
-}  // namespace rux
+}  // namespace rux::support

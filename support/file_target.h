@@ -7,7 +7,7 @@
 
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::support {
 
 struct FileTarget {
   // Looks at what stands there. Throws a Failure when that is a folder or may not be written.
@@ -21,6 +21,6 @@ struct FileTarget {
   std::optional<unsigned int> mode;  // of the file that stands there; none: there is none
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_FILE_TARGET_H_

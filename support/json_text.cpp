@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 using nlohmann::json;
@@ -67,4 +67,4 @@ void JsonWriter::BeginValue() {
 
 void JsonWriter::BreakLine() { text_.append(1, '\n').append(2 * open_.size(), ' '); }
 
-}  // namespace rux
+}  // namespace rux::support

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rux {
+namespace rux::support {
 
 // The text as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD.
 std::string JsonString(std::string_view text);
@@ -40,6 +40,6 @@ class JsonWriter {
   bool has_key_ = false;
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_JSON_TEXT_H_

@@ -7,7 +7,7 @@
 
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::support {
 
 MemoryFile::MemoryFile(const std::string& wanted)
     : wanted_(wanted),
@@ -54,4 +54,4 @@ void MemoryFile::ThrowIncomplete() const {
                 "cannot write " + wanted_ + ": it was not written completely");
 }
 
-}  // namespace rux
+}  // namespace rux::support

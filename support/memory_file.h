@@ -8,7 +8,7 @@
 
 #include "support/descriptor.h"
 
-namespace rux {
+namespace rux::support {
 
 // Nothing of it is on any disk, so that nothing is left of it however the process ends.
 class MemoryFile {
@@ -45,6 +45,6 @@ class MemoryFile {
   std::string_view mapped_;
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_MEMORY_FILE_H_

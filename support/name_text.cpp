@@ -4,7 +4,7 @@
 
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 bool NeedsQuotes(std::string_view name) {
@@ -25,4 +25,4 @@ std::string NameText(std::string_view name) {
   return SafeText(quoted + '"');
 }
 
-}  // namespace rux
+}  // namespace rux::support

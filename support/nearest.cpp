@@ -6,7 +6,7 @@
 #include <cctype>
 #include <utility>
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 constexpr std::size_t kMostShown = 5;
@@ -125,4 +125,4 @@ std::string NearText(const std::string& wanted, const std::vector<std::string>& 
   return "; there are: " + Joined({candidates.begin(), end}, shown) + more;
 }
 
-}  // namespace rux
+}  // namespace rux::support

@@ -10,7 +10,7 @@
 
 #include "support/name_text.h"
 
-namespace rux {
+namespace rux::support {
 
 // The candidates that a few wrong, missing, surplus or swapped characters tell from the wanted
 // text, the nearest first. Capitals are no difference.
@@ -29,6 +29,6 @@ std::optional<std::string> MeantName(const std::string& wanted,
 std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,
                      std::string (*shown)(std::string_view) = NameText);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_NEAREST_H_

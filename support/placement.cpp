@@ -16,7 +16,7 @@
 #include "support/file_target.h"
 #include "support/signals_held.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 namespace fs = std::filesystem;
@@ -159,4 +159,4 @@ void PutInPlace(const std::vector<NewFile>& files) {
   for (Placement& placement : placements) placement.Settle();
 }
 
-}  // namespace rux
+}  // namespace rux::support

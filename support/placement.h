@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rux {
+namespace rux::support {
 
 struct NewFile {
   std::string path;
@@ -27,6 +27,6 @@ struct NewFile {
 // may leave behind is a name ".rux-..." for a file that was about to be put in place.
 void PutInPlace(const std::vector<NewFile>& files);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_PLACEMENT_H_

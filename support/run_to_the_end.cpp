@@ -13,7 +13,7 @@
 #include "support/failure.h"
 #include "support/standard_streams.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 // Said when it is all that can still be said: nobody is left to tell that it does not get out.
@@ -41,4 +41,4 @@ ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
   }
 }
 
-}  // namespace rux
+}  // namespace rux::support

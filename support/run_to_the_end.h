@@ -6,12 +6,12 @@
 
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::support {
 
 // What the process is to exit with after `run`. What that throws is told on standard error, and so
 // is what standard output did not take.
 ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_RUN_TO_THE_END_H_

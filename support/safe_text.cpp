@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 bool IsControl(std::string_view character) {
@@ -62,4 +62,4 @@ std::size_t Columns(std::string_view text) {
       std::count_if(shown.begin(), shown.end(), [](char c) { return !IsInsideCharacter(c); }));
 }
 
-}  // namespace rux
+}  // namespace rux::support

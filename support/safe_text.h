@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace rux {
+namespace rux::support {
 
 // The text with its control characters shown as \xNN, so that a name can neither break lines nor
 // steer the terminal. Those above 127 count as well, in UTF-8 and as single bytes that belong to no
@@ -29,6 +29,6 @@ bool IsInsideCharacter(char c);
 // counts as one.
 std::size_t Columns(std::string_view text);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_SAFE_TEXT_H_

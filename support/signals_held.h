@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-namespace rux {
+namespace rux::support {
 
 // While there is one, no signal is delivered that can be held back. What came in the meantime has
 // its effect when it goes: an interrupt still ends the process, only between two pieces of work.
@@ -23,6 +23,6 @@ class SignalsHeld {
   sigset_t before_;
 };
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_SIGNALS_HELD_H_

@@ -8,7 +8,7 @@
 #include "support/descriptor.h"
 #include "support/failure.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 bool g_has_printed = false;
@@ -39,4 +39,4 @@ void CloseStandardOutput() {
   if (!Descriptor(STDOUT_FILENO).Close()) throw SystemFailure("cannot write", "standard output");
 }
 
-}  // namespace rux
+}  // namespace rux::support

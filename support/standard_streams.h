@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace rux {
+namespace rux::support {
 
 // Sees to it that the three standard descriptors are open. Otherwise the next file to be opened
 // would take the place of a closed one, and what is printed would end up in it. Writing to one that
@@ -20,6 +20,6 @@ void PrintError(std::string_view text);
 // only now that it did not get out.
 void CloseStandardOutput();
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_STANDARD_STREAMS_H_

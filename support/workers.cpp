@@ -17,7 +17,7 @@
 #include "support/memory_file.h"
 #include "support/run_to_the_end.h"
 
-namespace rux {
+namespace rux::support {
 namespace {
 
 // What a process prints has no reader that could be too slow.
@@ -128,4 +128,4 @@ void DoWork(std::size_t count, std::size_t most, const std::function<ExitStatus(
   Workers(count, most, work, tell).Run();
 }
 
-}  // namespace rux
+}  // namespace rux::support

@@ -8,7 +8,7 @@
 
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::support {
 
 // How a piece of work ended, and what it printed.
 struct WorkDone {
@@ -28,6 +28,6 @@ struct WorkDone {
 void DoWork(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
             const std::function<void(std::size_t, const WorkDone&)>& tell);
 
-}  // namespace rux
+}  // namespace rux::support
 
 #endif  // SUPPORT_WORKERS_H_

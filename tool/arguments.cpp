@@ -4,7 +4,7 @@
 #include <sstream>
 #include <utility>
 
-namespace rux {
+namespace rux::tool {
 
 CommandArgument& CommandArgument::Value(const char* name) {
   if (is_option()) value_name = name;
@@ -76,4 +76,4 @@ const CommandArgument* Arguments::Find(const std::string& name) const {
   return nullptr;
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-namespace rux {
+namespace rux::tool {
 
 struct CommandArgument {
   struct Help {};
@@ -70,6 +70,6 @@ class Arguments {
   std::string footer_;
 };
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_ARGUMENTS_H_

@@ -1,6 +1,6 @@
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 
 namespace {
 
@@ -43,4 +43,4 @@ const std::vector<Command>& Commands() {
   return commands;
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -8,10 +8,10 @@
 #include "support/exit_status.h"
 #include "tool/arguments.h"
 
-namespace rux {
+namespace rux::tool {
 
 // What a command does once the command line is read. May throw a Failure.
-using Action = std::function<ExitStatus()>;
+using Action = std::function<support::ExitStatus()>;
 
 struct Command {
   const char* name;
@@ -35,6 +35,6 @@ Action SetUpDecompile(Arguments& arguments);
 Action SetUpVerify(Arguments& arguments);
 Action SetUpExplain(Arguments& arguments);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMMAND_H_

@@ -15,7 +15,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 // From 1 on.
@@ -83,21 +83,22 @@ Action SetUp(const Command& command, CLI::App& app) {
 std::string UnknownCommand(const std::string& name) {
   std::vector<std::string> names;
   for (const Command& command : Commands()) names.emplace_back(command.name);
-  return "there is no command " + NameText(name) + NearText(name, names);
+  return "there is no command " + support::NameText(name) + support::NearText(name, names);
 }
 
-ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error, const std::string& first) {
+support::ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error,
+                               const std::string& first) {
   const std::vector<CLI::App*> commands = app.get_subcommands();
   const bool is_unknown_command = commands.empty() && !first.empty() && first.front() != '-';
   const std::string text = is_unknown_command ? UnknownCommand(first) : error.what();
   const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
-  PrintError("rux: error: " + text + "\nSee 'rux" + command + " --help'.\n");
-  return ExitStatus::kWrongUsage;
+  support::PrintError("rux: error: " + text + "\nSee 'rux" + command + " --help'.\n");
+  return support::ExitStatus::kWrongUsage;
 }
 
 }  // namespace
 
-ExitStatus RunCommandLine(int argc, const char* const* argv) {
+support::ExitStatus RunCommandLine(int argc, const char* const* argv) {
   CLI::App app(Program().help, Program().name);
   Action action = SetUp(Program(), app);
   for (const Command& command : Commands()) {
@@ -113,14 +114,14 @@ ExitStatus RunCommandLine(int argc, const char* const* argv) {
     // Help and version come this way, too.
     std::ostringstream text;
     app.exit(error, text);
-    PrintOut(text.str());
-    return ExitStatus::kDone;
+    support::PrintOut(text.str());
+    return support::ExitStatus::kDone;
   }
   if (!action) {
-    PrintError(app.help());
-    return ExitStatus::kWrongUsage;
+    support::PrintError(app.help());
+    return support::ExitStatus::kWrongUsage;
   }
   return action();
 }
 
-}  // namespace rux
+}  // namespace rux::tool

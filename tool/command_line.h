@@ -4,12 +4,12 @@
 
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::tool {
 
 // Runs the command that it names, or prints help, or tells what is wrong with it. May throw a
 // Failure of the command.
-ExitStatus RunCommandLine(int argc, const char* const* argv);
+support::ExitStatus RunCommandLine(int argc, const char* const* argv);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMMAND_LINE_H_

@@ -2,10 +2,10 @@
 
 #include "diagnostics/severities.h"
 
-namespace rux {
+namespace rux::tool {
 
-void AddCompileOptions(Arguments& arguments, CompileOptions& options) {
-  TellingOptions& telling = options.telling;
+void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
+  diagnostics::TellingOptions& telling = options.telling;
   arguments.Add("SCRIPT", &options.scripts, "The script to read, or several; - for standard input")
       .File()
       .Required();
@@ -23,7 +23,7 @@ void AddCompileOptions(Arguments& arguments, CompileOptions& options) {
            "error: let warnings fail the run; error=ID: those of one message; no-ID: do not "
            "tell them ('rux explain' lists the ids)")
       .Value("WHAT")
-      .Check([](const std::string& text) { return Severities().Set(text); });
+      .Check([](const std::string& text) { return diagnostics::Severities().Set(text); });
   arguments.Add("--max-errors", &telling.max_errors, "Tell no more than this many errors")
       .Value("N");
   arguments
@@ -40,4 +40,4 @@ void AddCompileOptions(Arguments& arguments, CompileOptions& options) {
   arguments.Add("--verbose", &telling.verbose, "Show also what the library only remarks");
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -5,10 +5,10 @@
 #include "driver/compile_options.h"
 #include "tool/arguments.h"
 
-namespace rux {
+namespace rux::tool {
 
-void AddCompileOptions(Arguments& arguments, CompileOptions& options);
+void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPILE_ARGUMENTS_H_

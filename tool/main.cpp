@@ -13,13 +13,13 @@
 
 namespace {
 
-using rux::ExitStatus;
+using rux::support::ExitStatus;
 
 ExitStatus Run(int argc, const char* const* argv) {
-  if (argc > 1 && argv[1] == std::string_view(rux::kCompletion)) {
-    return rux::Complete({argv + 2, argv + argc});
+  if (argc > 1 && argv[1] == std::string_view(rux::tool::kCompletion)) {
+    return rux::tool::Complete({argv + 2, argv + argc});
   }
-  return rux::RunCommandLine(argc, argv);
+  return rux::tool::RunCommandLine(argc, argv);
 }
 
 // A model is a great many small pieces of memory that are made once and released together. By
@@ -48,9 +48,9 @@ void FitAllocatorToModels() {
 
 int main(int argc, char** argv) {
   FitAllocatorToModels();
-  rux::OccupyStandardStreams();
+  rux::support::OccupyStandardStreams();
   // A file that gets too large is a failed write like any other. A pipe that nobody reads any more
   // is not: as usual for a command in a pipeline, it ends this one without a word.
   std::signal(SIGXFSZ, SIG_IGN);
-  End(rux::RunToTheEnd([&] { return Run(argc, argv); }));
+  End(rux::support::RunToTheEnd([&] { return Run(argc, argv); }));
 }

@@ -4,15 +4,15 @@
 #include "diagnostics/report.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 std::string Line(const Location& at, Severity severity, std::string_view text,
                  std::string_view id) {
-  std::string place = SafeText(at.path.empty() ? "rux" : at.path);
+  std::string place = support::SafeText(at.path.empty() ? "rux" : at.path);
   if (at.line() != 0) place += fmt::format(":{}", at.line());
   if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
-  return fmt::format("{}: {}: {}{}\n", place, WordOf(severity), SafeText(text), id);
+  return fmt::format("{}: {}: {}{}\n", place, WordOf(severity), support::SafeText(text), id);
 }
 
 }  // namespace
@@ -31,4 +31,4 @@ std::string GccText(const Report& report) {
   return text;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

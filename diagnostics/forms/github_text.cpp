@@ -4,7 +4,7 @@
 #include "diagnostics/report.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 // What would end a command, or a property of it.
@@ -26,7 +26,8 @@ std::string EscapedProperty(std::string_view text) { return Escaped(text, "%\r\n
 std::string PropertiesOf(const Diagnostic& diagnostic) {
   const Location& at = diagnostic.at;
   std::string properties;
-  if (!at.path.empty()) properties += fmt::format("file={},", EscapedProperty(SafeText(at.path)));
+  if (!at.path.empty())
+    properties += fmt::format("file={},", EscapedProperty(support::SafeText(at.path)));
   if (at.line() != 0) properties += fmt::format("line={},", at.line());
   if (at.excerpt) {
     properties +=
@@ -40,12 +41,12 @@ std::string PropertiesOf(const Diagnostic& diagnostic) {
 std::string GithubText(const Report& report) {
   std::string text;
   for (const Diagnostic& diagnostic : report.diagnostics) {
-    std::string message = SafeText(WholeText(diagnostic));
-    if (diagnostic.suggestion) message += '\n' + SafeText(SuggestionText(diagnostic));
+    std::string message = support::SafeText(WholeText(diagnostic));
+    if (diagnostic.suggestion) message += '\n' + support::SafeText(SuggestionText(diagnostic));
     for (const Note& note : diagnostic.notes) {
       const std::string place =
           note.at.path.empty() ? "" : fmt::format("{}:{}: ", note.at.path, note.at.line());
-      message += '\n' + SafeText(place + note.text);
+      message += '\n' + support::SafeText(place + note.text);
     }
     const bool is_note = diagnostic.severity == Severity::kNote;
     text += fmt::format("::{} {}::{}\n", is_note ? "notice" : WordOf(diagnostic.severity),
@@ -54,4 +55,4 @@ std::string GithubText(const Report& report) {
   return text;
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

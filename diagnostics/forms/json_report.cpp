@@ -2,7 +2,7 @@
 #include "diagnostics/report.h"
 #include "support/json_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 // Raised when a member goes away or changes its meaning.
@@ -11,7 +11,7 @@ constexpr std::size_t kSchema = 1;
 // Longer ones are nothing to show, and may be as long as a script.
 constexpr std::size_t kLongestLine = 1000;
 
-void WriteLocation(const Location& at, JsonWriter& json) {
+void WriteLocation(const Location& at, support::JsonWriter& json) {
   json.Open('{').Key("file").String(at.path);
   if (at.line() != 0) json.Key("line").Number(at.line());
   if (at.excerpt) {
@@ -24,7 +24,7 @@ void WriteLocation(const Location& at, JsonWriter& json) {
   json.Close();
 }
 
-void WriteNotes(const char* key, const std::vector<Note>& notes, JsonWriter& json) {
+void WriteNotes(const char* key, const std::vector<Note>& notes, support::JsonWriter& json) {
   json.Key(key).Open('[');
   for (const Note& note : notes) {
     json.Open('{').Key("text").String(note.text);
@@ -34,7 +34,7 @@ void WriteNotes(const char* key, const std::vector<Note>& notes, JsonWriter& jso
   json.Close();
 }
 
-void WriteDiagnostic(const Diagnostic& diagnostic, JsonWriter& json) {
+void WriteDiagnostic(const Diagnostic& diagnostic, support::JsonWriter& json) {
   json.Open('{').Key("id").String(IdOf(diagnostic.id));
   json.Key("severity").String(WordOf(diagnostic.severity));
   if (diagnostic.section) json.Key("section").String(*diagnostic.section);
@@ -50,7 +50,7 @@ void WriteDiagnostic(const Diagnostic& diagnostic, JsonWriter& json) {
 }  // namespace
 
 std::string JsonReport(const Report& report) {
-  JsonWriter json;
+  support::JsonWriter json;
   json.Open('{').Key("schema").Number(kSchema);
   json.Key("version").String(RUX_TOOL_VERSION);
   json.Key("script").String(report.script);
@@ -63,4 +63,4 @@ std::string JsonReport(const Report& report) {
   return json.Close().Close().TakeText();
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

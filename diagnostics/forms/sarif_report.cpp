@@ -6,7 +6,7 @@
 #include "diagnostics/report.h"
 #include "support/json_text.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 // A path as a URI reference: relative ones stay relative to where the run was made.
@@ -21,22 +21,22 @@ std::string UriOf(std::string_view path) {
   return uri;
 }
 
-void WriteMessage(const char* key, std::string_view text, JsonWriter& json) {
+void WriteMessage(const char* key, std::string_view text, support::JsonWriter& json) {
   json.Key(key).Open('{').Key("text").String(text).Close();
 }
 
-void WriteRegion(const char* key, const Excerpt& excerpt, JsonWriter& json) {
+void WriteRegion(const char* key, const Excerpt& excerpt, support::JsonWriter& json) {
   json.Key(key).Open('{').Key("startLine").Number(excerpt.line);
   json.Key("startColumn").Number(excerpt.first_column);
   json.Key("endColumn").Number(excerpt.end_column).Close();
 }
 
-void WriteArtifact(const Location& at, JsonWriter& json) {
+void WriteArtifact(const Location& at, support::JsonWriter& json) {
   json.Key("artifactLocation").Open('{').Key("uri").String(UriOf(at.path)).Close();
 }
 
 // The members of a location, without its braces.
-void WriteLocation(const Location& at, JsonWriter& json) {
+void WriteLocation(const Location& at, support::JsonWriter& json) {
   json.Key("physicalLocation").Open('{');
   WriteArtifact(at, json);
   if (at.excerpt) {
@@ -47,7 +47,7 @@ void WriteLocation(const Location& at, JsonWriter& json) {
   json.Close();
 }
 
-void WriteRelated(const std::vector<Note>& notes, std::size_t& id, JsonWriter& json) {
+void WriteRelated(const std::vector<Note>& notes, std::size_t& id, support::JsonWriter& json) {
   for (const Note& note : notes) {
     json.Open('{').Key("id").Number(id++);
     if (!note.at.path.empty()) WriteLocation(note.at, json);
@@ -57,7 +57,7 @@ void WriteRelated(const std::vector<Note>& notes, std::size_t& id, JsonWriter& j
 }
 
 // What was probably meant, where it is known what it would replace.
-void WriteFix(const Diagnostic& diagnostic, JsonWriter& json) {
+void WriteFix(const Diagnostic& diagnostic, support::JsonWriter& json) {
   const auto& excerpt = diagnostic.at.excerpt;
   const std::string* wanted = FirstMentioned(diagnostic);
   if (wanted == nullptr && diagnostic.entry) wanted = &*diagnostic.entry;
@@ -73,7 +73,7 @@ void WriteFix(const Diagnostic& diagnostic, JsonWriter& json) {
   for (int i = 0; i < 6; ++i) json.Close();
 }
 
-void WriteResult(const Diagnostic& diagnostic, JsonWriter& json) {
+void WriteResult(const Diagnostic& diagnostic, support::JsonWriter& json) {
   json.Open('{').Key("ruleId").String(IdOf(diagnostic.id));
   json.Key("level").String(WordOf(diagnostic.severity));
   WriteMessage("message", WholeText(diagnostic), json);
@@ -91,7 +91,7 @@ void WriteResult(const Diagnostic& diagnostic, JsonWriter& json) {
   json.Close();
 }
 
-void WriteRules(const Report& report, JsonWriter& json) {
+void WriteRules(const Report& report, support::JsonWriter& json) {
   std::set<MessageId> told;
   for (const Diagnostic& diagnostic : report.diagnostics) told.insert(diagnostic.id);
   json.Key("rules").Open('[');
@@ -109,7 +109,7 @@ void WriteRules(const Report& report, JsonWriter& json) {
 }  // namespace
 
 std::string SarifReport(const Report& report) {
-  JsonWriter json;
+  support::JsonWriter json;
   json.Open('{').Key("$schema").String(
       "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json");
   json.Key("version").String("2.1.0").Key("runs").Open('[').Open('{');
@@ -125,4 +125,4 @@ std::string SarifReport(const Report& report) {
   return json.Close().Close().Close().Close().TakeText();
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

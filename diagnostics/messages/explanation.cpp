@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr std::string_view kNoExample =
@@ -84,4 +84,4 @@ std::string MessagesMarkdown() {
          Indented(kMachineScript);
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

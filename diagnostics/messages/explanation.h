@@ -6,7 +6,7 @@
 
 #include "diagnostics/messages/messages.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // A line for each message: id, severity, summary.
 std::string MessageList();
@@ -18,6 +18,6 @@ std::string ExplanationText(const MessageRow& row);
 std::string ExplanationMarkdown(const MessageRow& row);
 std::string MessagesMarkdown();
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_MESSAGES_EXPLANATION_H_

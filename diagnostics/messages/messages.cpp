@@ -10,7 +10,7 @@
 #include "reader/messages.h"
 #include "support/nearest.h"
 
-namespace rux {
+namespace rux::diagnostics {
 namespace {
 
 constexpr MessageRow Row(MessageId number, std::string_view id, Severity severity,
@@ -116,7 +116,7 @@ const MessageRow* FindMessageById(std::string_view id) {
 std::string UnknownMessageText(const std::string& id) {
   std::vector<std::string> ids;
   for (const MessageRow& row : kRows) ids.emplace_back(row.id);
-  return "there is no message " + NameText(id) + NearText(id, ids);
+  return "there is no message " + support::NameText(id) + support::NearText(id, ids);
 }
 
-}  // namespace rux
+}  // namespace rux::diagnostics

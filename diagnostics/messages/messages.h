@@ -8,7 +8,7 @@
 
 #include "diagnostics/severity.h"
 
-namespace rux {
+namespace rux::diagnostics {
 
 // In the order of the rows of message_rows.def.
 enum class MessageId {
@@ -42,6 +42,6 @@ std::string UnknownMessageText(const std::string& id);
 // What the examples mean by machine.rux.
 extern const std::string_view kMachineScript;
 
-}  // namespace rux
+}  // namespace rux::diagnostics
 
 #endif  // DIAGNOSTICS_MESSAGES_MESSAGES_H_

@@ -103,14 +103,14 @@ class DamageTest : public testing::TestWithParam<Trial> {
 };
 
 TEST_P(DamageTest, EndsInADefinedOutcome) {
-  ASSERT_TRUE(rux::Verify(sample_).empty());
+  ASSERT_TRUE(rux::compiled::Verify(sample_).empty());
   ASSERT_EQ(LoadConfined(sample_), Load::kAccepted);
   Figures verifier, library;
   VerifyBatch batch;
   for (std::size_t i = 0; i < damages_.size(); i += kStride) {
     SCOPED_TRACE(damages_.Name(i));
     const std::string bytes = damages_.At(i);
-    const bool sound = rux::Verify(bytes).empty();
+    const bool sound = rux::compiled::Verify(bytes).empty();
     const Load verdict = sound ? Load::kAccepted : Load::kRefused;
     verifier.Count(verdict);
 

@@ -119,19 +119,19 @@ void Operators() {
 #include "ruxcomp/operators.def"
 }
 
-std::string PartText(const rux::ShapePart& part) {
+std::string PartText(const rux::compiled::ShapePart& part) {
   switch (part.role) {
-    case rux::Role::kOperand:
+    case rux::compiled::Role::kOperand:
       return part.name;
-    case rux::Role::kNumber:
+    case rux::compiled::Role::kNumber:
       return std::string(part.name) + " (number)";
-    case rux::Role::kLocalValue:
+    case rux::compiled::Role::kLocalValue:
       return std::string(part.name) + " (value)";
-    case rux::Role::kAction:
+    case rux::compiled::Role::kAction:
       return std::string(part.name) + " (action)";
-    case rux::Role::kTable:
+    case rux::compiled::Role::kTable:
       return std::string(part.name) + " (table)";
-    case rux::Role::kOperator:
+    case rux::compiled::Role::kOperator:
       return part.name;
   }
   return "";
@@ -141,16 +141,16 @@ void ValueTypes() {
   for (std::uint32_t code = 0; code < 106; ++code) {
     const ValueType& type = FindValueType(code);
     if (type.code != code) continue;
-    const rux::ValueShape& shape = rux::ShapeOf(code);
+    const rux::compiled::ValueShape& shape = rux::compiled::ShapeOf(code);
     std::string parts;
-    for (const rux::ShapePart& part : shape.texts) {
+    for (const rux::compiled::ShapePart& part : shape.texts) {
       parts += (parts.empty() ? "" : ", ") + PartText(part);
     }
     if (shape.list.name != nullptr) {
       parts += std::string(parts.empty() ? "" : ", ") + shape.list.name + " ...";
     }
     std::string counts = std::to_string(type.least);
-    if (code == kCalculation) counts += " or " + std::to_string(kComparison.least);
+    if (code == rux::compiled::kCalculation) counts += " or " + std::to_string(kComparison.least);
     if (type.most == kAnyNumber) counts += " or more";
     if (type.most != kAnyNumber && type.most != type.least) {
       counts += " to " + std::to_string(type.most);

@@ -18,8 +18,8 @@ class SameAnswers : public MetaTest {};
 
 // The model that the tool makes, which does not ask the library.
 Model ReadBesidesTheLibrary(const std::string& bytes) {
-  EXPECT_TRUE(rux::Verify(bytes).empty());
-  return rux::ReadModel(bytes);
+  EXPECT_TRUE(rux::compiled::Verify(bytes).empty());
+  return rux::compiled::ReadModel(bytes);
 }
 
 TEST_F(SameAnswers, BeforeAnyLoad) {
@@ -73,7 +73,8 @@ TEST_P(SameAnswersOfDamaged, MetaFile) {
     const bool is_loaded = gcInit(file.path()) != 0;
     ++(is_loaded ? loaded : refused);
     ExpectSameAnswers(Model::OfLoaded());
-    if (rux::Verify(damages.At(i)).empty()) ExpectSameAnswers(rux::ReadModel(damages.At(i)));
+    if (rux::compiled::Verify(damages.At(i)).empty())
+      ExpectSameAnswers(rux::compiled::ReadModel(damages.At(i)));
     gcUnInit();
     EXPECT_EQ(Model::Load(file.path()).has_value(), is_loaded);
   }

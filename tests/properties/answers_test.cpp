@@ -22,8 +22,8 @@ TEST_P(Answers, AreWhatTheScriptSays) {
       ASSERT_EQ(gcInit(Path("board.meta")), 1u);
       ExpectAnswers(MeaningOf(sections));
       ExpectSameAnswers(ruxcomp::Model::OfLoaded());
-      ASSERT_TRUE(rux::Verify(ReadAll("board.meta")).empty());
-      ExpectSameAnswers(rux::ReadModel(ReadAll("board.meta")));
+      ASSERT_TRUE(rux::compiled::Verify(ReadAll("board.meta")).empty());
+      ExpectSameAnswers(rux::compiled::ReadModel(ReadAll("board.meta")));
     });
   });
 }

@@ -29,20 +29,20 @@ std::string DebugAnswers() {
 
 std::string WithoutTime(std::string file) { return file.replace(20, 4, 4, '\0'); }
 
-rux::DebugMeta Decoded(const std::string& file) {
-  rux::Faults faults;
-  rux::DebugMeta meta = rux::DecodeDebugMeta(file, faults);
-  EXPECT_TRUE(faults.empty()) << rux::FaultText(faults.list().front());
+rux::compiled::DebugMeta Decoded(const std::string& file) {
+  rux::compiled::Faults faults;
+  rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(file, faults);
+  EXPECT_TRUE(faults.empty()) << rux::compiled::FaultText(faults.list().front());
   return meta;
 }
 
-bool IsInclude(const std::vector<rux::DebugSection>& kind) {
+bool IsInclude(const std::vector<rux::compiled::DebugSection>& kind) {
   return !kind.empty() && kind.front().name == "INCLUDE";
 }
 
 // What of a file another process writes again: all kinds but INCLUDE.
 std::string WithoutIncludes(const std::string& file) {
-  const rux::DebugMeta meta = Decoded(file);
+  const rux::compiled::DebugMeta meta = Decoded(file);
   std::string left = file;
   for (std::size_t i = 0; i < meta.kinds.size(); ++i) {
     if (!IsInclude(meta.kinds[i])) continue;
@@ -56,8 +56,8 @@ std::string WithoutIncludes(const std::string& file) {
   return left;
 }
 
-std::string Decompiled(const rux::DebugMeta& meta) {
-  return rux::ScriptText(rux::ScriptSectionsOf(meta));
+std::string Decompiled(const rux::compiled::DebugMeta& meta) {
+  return rux::decompile::ScriptText(rux::decompile::ScriptSectionsOf(meta));
 }
 
 class DebugMeta : public ModelTest {
@@ -122,11 +122,11 @@ TEST_P(DebugMeta, DecompiledCompilesToTheSame) {
     const SourceFiles files = WriteModel(random, sections);
     SCOPED_TRACE("seed " + std::to_string(seed) + '\n' + TextOf(files));
     Compile("board.rux", "first");
-    const rux::DebugMeta first = Decoded(ReadAll("first.metad"));
+    const rux::compiled::DebugMeta first = Decoded(ReadAll("first.metad"));
     const std::string script = Decompiled(first);
     Write("again.rux", script);
     Compile("again.rux", "second");
-    const rux::DebugMeta second = Decoded(ReadAll("second.metad"));
+    const rux::compiled::DebugMeta second = Decoded(ReadAll("second.metad"));
     EXPECT_TRUE(SameBytes(WithoutTime(ReadAll("second.meta")), WithoutTime(ReadAll("first.meta"))));
     EXPECT_EQ(DifferenceOf(first, second), "");
     EXPECT_EQ(Decompiled(second), script);

@@ -14,7 +14,7 @@ constexpr std::uint32_t kCells = 0x1B000000;
 // Keys as their block holds them: a number is its word, a text has its terminating zero.
 using Keys = std::vector<std::string>;
 
-Keys KeysOf(const rux::CompiledTable& table) {
+Keys KeysOf(const rux::compiled::CompiledTable& table) {
   Keys keys;
   for (const std::string& text : table.texts) keys.push_back(text + '\0');
   for (const std::uint32_t number : table.numbers)
@@ -24,11 +24,12 @@ Keys KeysOf(const rux::CompiledTable& table) {
 
 class Merger {
  public:
-  Merger(const rux::CompiledMeta& before, const rux::CompiledMeta& alone) : alone_(alone) {
-    for (const rux::CompiledTable& table : before.tables) {
+  Merger(const rux::compiled::CompiledMeta& before, const rux::compiled::CompiledMeta& alone)
+      : alone_(alone) {
+    for (const rux::compiled::CompiledTable& table : before.tables) {
       for (const std::string& key : KeysOf(table)) IndexOf(table.base, key);
     }
-    for (const rux::CompiledTable& table : alone.tables) {
+    for (const rux::compiled::CompiledTable& table : alone.tables) {
       old_keys_[table.base] = KeysOf(table);
       if (table.base == kNumbers || table.base == kStrings) continue;
       for (const std::string& key : KeysOf(table)) IndexOf(table.base, key);
@@ -39,7 +40,7 @@ class Merger {
     const std::string sections = Sections(kinds);  // makes the last indices
     std::string body = std::string(256, '\0') + sections;
     ByteString directory;
-    for (const rux::CompiledTable& table : alone_.tables) {
+    for (const rux::compiled::CompiledTable& table : alone_.tables) {
       body.resize((body.size() / 16 + 1) * 16);
       directory.Words({static_cast<std::uint32_t>(body.size())});
       const std::string block = Block(table);
@@ -77,10 +78,10 @@ class Merger {
     ByteString bytes;
     bytes.Words({static_cast<std::uint32_t>(alone_.sections.size())});
     for (const std::uint32_t kind : kinds) {
-      for (const rux::CompiledSection& section : alone_.sections) {
+      for (const rux::compiled::CompiledSection& section : alone_.sections) {
         if ((section.identifier & ~kClassMask) != (kind & ~kClassMask)) continue;
         bytes.Words({section.identifier, static_cast<std::uint32_t>(section.entries.size())});
-        for (const rux::CompiledEntry& entry : section.entries) {
+        for (const rux::compiled::CompiledEntry& entry : section.entries) {
           const auto count = static_cast<std::uint32_t>(entry.values.size());
           bytes.Words({Merged(entry.identifier), count});
           for (const std::uint32_t value : entry.values) bytes.Words({Merged(value)});
@@ -91,21 +92,23 @@ class Merger {
   }
 
   // The cells are those of the last run alone.
-  std::string Block(const rux::CompiledTable& table) {
+  std::string Block(const rux::compiled::CompiledTable& table) {
     if (table.base != kCells) return tables_[table.base].block;
     std::string block;
-    for (const rux::TableCells& cells : table.cells) block.append(cells.begin(), cells.end());
+    for (const rux::compiled::TableCells& cells : table.cells)
+      block.append(cells.begin(), cells.end());
     return block;
   }
 
-  const rux::CompiledMeta& alone_;
+  const rux::compiled::CompiledMeta& alone_;
   std::map<std::uint32_t, Keys> old_keys_;
   std::map<std::uint32_t, Table> tables_;
 };
 
 }  // namespace
 
-std::string MergedMeta(const rux::CompiledMeta& before, const rux::CompiledMeta& alone,
+std::string MergedMeta(const rux::compiled::CompiledMeta& before,
+                       const rux::compiled::CompiledMeta& alone,
                        const std::vector<std::uint32_t>& kinds) {
   return Merger(before, alone).Merge(kinds);
 }

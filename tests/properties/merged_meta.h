@@ -13,7 +13,8 @@
 //
 // Keys that the tables have keep their indices and new ones follow: first the names, table by
 // table, then numbers and strings in the order of the sections.
-std::string MergedMeta(const rux::CompiledMeta& before, const rux::CompiledMeta& alone,
+std::string MergedMeta(const rux::compiled::CompiledMeta& before,
+                       const rux::compiled::CompiledMeta& alone,
                        const std::vector<std::uint32_t>& kinds);
 
 #endif  // TESTS_PROPERTIES_MERGED_META_H_

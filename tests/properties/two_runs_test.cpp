@@ -27,8 +27,8 @@ struct Plan {
 
 // What a run came to in a process of its own.
 struct Alone {
-  rux::CompiledMeta meta;  // empty when the run did not write it
-  rux::DebugMeta debug_meta;
+  rux::compiled::CompiledMeta meta;  // empty when the run did not write it
+  rux::compiled::DebugMeta debug_meta;
   std::string messages;
 };
 
@@ -44,7 +44,7 @@ std::string Sorted(Lines lines) {
   return Joined(lines);
 }
 
-std::vector<std::uint32_t> KindsOf(const rux::DebugMeta& meta) {
+std::vector<std::uint32_t> KindsOf(const rux::compiled::DebugMeta& meta) {
   std::vector<std::uint32_t> kinds;
   for (const auto& kind : meta.kinds) kinds.push_back(kind.front().identifier);
   return kinds;
@@ -61,25 +61,25 @@ std::vector<std::uint32_t> KindsAfter(const Alone& first, const Alone& second) {
 
 // The records of a debug meta file as lines; file indices counted from `first_file`. A template
 // that was not given has no file.
-std::string RecordOf(const rux::DebugObject& object, std::size_t first_file) {
+std::string RecordOf(const rux::compiled::DebugObject& object, std::size_t first_file) {
   const std::size_t file = object.file_index + (object.name.empty() ? 0 : first_file);
   return std::to_string(object.identifier) + ' ' + std::to_string(object.notation) + ' ' +
          std::to_string(object.line) + ' ' + std::to_string(file) + ' ' + object.name + '\n';
 }
-std::string RecordsOf(const rux::DebugMeta& meta, const std::vector<std::uint32_t>& kinds,
+std::string RecordsOf(const rux::compiled::DebugMeta& meta, const std::vector<std::uint32_t>& kinds,
                       std::size_t first_file) {
   std::string records;
-  for (const rux::DebugWord& word : meta.words) {
+  for (const rux::compiled::DebugWord& word : meta.words) {
     records += word.name + '=' + std::to_string(word.value) + '\n';
   }
   for (const std::uint32_t identifier : kinds) {
     for (const auto& kind : meta.kinds) {
       if (kind.empty() || kind.front().identifier != identifier) continue;
-      for (const rux::DebugSection& section : kind) {
+      for (const rux::compiled::DebugSection& section : kind) {
         records += RecordOf(section, first_file);
-        for (const rux::DebugEntry& entry : section.entries) {
+        for (const rux::compiled::DebugEntry& entry : section.entries) {
           records += ' ' + RecordOf(entry, first_file);
-          for (const rux::DebugField& field : entry.fields) {
+          for (const rux::compiled::DebugField& field : entry.fields) {
             for (const std::string& text : field.texts) records += "  " + text + '\n';
           }
         }
@@ -91,17 +91,17 @@ std::string RecordsOf(const rux::DebugMeta& meta, const std::vector<std::uint32_
 
 class TwoRuns : public ModelTest {
  protected:
-  rux::CompiledMeta DecodedMeta(const std::string& name) const {
+  rux::compiled::CompiledMeta DecodedMeta(const std::string& name) const {
     if (!std::ifstream(Path(name))) return {};
-    rux::Faults faults;
-    rux::CompiledMeta meta = rux::DecodeMeta(ReadAll(name), faults);
-    EXPECT_TRUE(faults.empty()) << rux::FaultText(faults.list().front());
+    rux::compiled::Faults faults;
+    rux::compiled::CompiledMeta meta = rux::compiled::DecodeMeta(ReadAll(name), faults);
+    EXPECT_TRUE(faults.empty()) << rux::compiled::FaultText(faults.list().front());
     return meta;
   }
-  rux::DebugMeta DecodedDebugMeta(const std::string& name) const {
-    rux::Faults faults;
-    rux::DebugMeta meta = rux::DecodeDebugMeta(ReadAll(name), faults);
-    EXPECT_TRUE(faults.empty()) << rux::FaultText(faults.list().front());
+  rux::compiled::DebugMeta DecodedDebugMeta(const std::string& name) const {
+    rux::compiled::Faults faults;
+    rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(ReadAll(name), faults);
+    EXPECT_TRUE(faults.empty()) << rux::compiled::FaultText(faults.list().front());
     return meta;
   }
 
@@ -185,7 +185,7 @@ TEST_P(TwoRuns, SecondOneIsWhatBothAreAlone) {
     EXPECT_TRUE(SameBytes(ReadAll("both.meta").replace(20, 4, 4, '\0'),
                           MergedMeta(plan.loads ? loaded.meta : first.meta, second.meta, kinds)));
 
-    const rux::DebugMeta both = DecodedDebugMeta("both.metad");
+    const rux::compiled::DebugMeta both = DecodedDebugMeta("both.metad");
     EXPECT_EQ(both.kinds.size(), kinds.size());
     const std::vector<std::string>& first_files = first.debug_meta.files;
     EXPECT_EQ(RecordsOf(both, kinds, 0),

@@ -39,8 +39,8 @@ void ScriptTest::ExpectSoundFiles() const {
     if (!file.is_regular_file() || !must.emplace(name, true).first->second) continue;
     const std::string bytes = ReadAll(name);
     if (bytes.rfind("MORV RUX meta", 0) != 0) continue;
-    const rux::Faults faults = rux::Verify(bytes);
-    EXPECT_TRUE(faults.empty()) << name << ": " << rux::FaultText(faults.list().front());
+    const rux::compiled::Faults faults = rux::compiled::Verify(bytes);
+    EXPECT_TRUE(faults.empty()) << name << ": " << rux::compiled::FaultText(faults.list().front());
   }
 }
 

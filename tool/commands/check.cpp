@@ -6,15 +6,17 @@
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 
-namespace rux {
+namespace rux::tool {
 
 Action SetUpCheck(Arguments& arguments) {
-  const auto options = std::make_shared<CompileOptions>();
+  const auto options = std::make_shared<driver::CompileOptions>();
   AddCompileOptions(arguments, *options);
   arguments.Footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
   return [options] {
-    return RunAll(RunsOf(*options), [](const CompileOptions& one) { return RunCompile(one); });
+    return driver::RunAll(driver::RunsOf(*options), [](const driver::CompileOptions& one) {
+      return driver::RunCompile(one);
+    });
   };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -18,12 +18,12 @@
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
-  CompileOptions run;
-  MetaOptions files;
+  driver::CompileOptions run;
+  driver::MetaOptions files;
 };
 
 std::string DefaultMeta(const std::string& script) {
@@ -31,9 +31,9 @@ std::string DefaultMeta(const std::string& script) {
 }
 
 // The files that a script has written.
-std::vector<NamedFile> WrittenFor(const Options& options) {
-  const MetaOptions& files = options.files;
-  std::vector<NamedFile> written;
+std::vector<driver::NamedFile> WrittenFor(const Options& options) {
+  const driver::MetaOptions& files = options.files;
+  std::vector<driver::NamedFile> written;
   if (!files.prints_meta) written.push_back({"meta file", files.meta});
   if (!files.debug_meta.empty()) written.push_back({"debug meta file", files.debug_meta});
   if (!files.depfile.empty()) written.push_back({"dependency file", files.depfile});
@@ -42,19 +42,21 @@ std::vector<NamedFile> WrittenFor(const Options& options) {
   return written;
 }
 
-void KeepApart(const NamedFile& script, const std::vector<NamedFile>& written) {
+void KeepApart(const driver::NamedFile& script, const std::vector<driver::NamedFile>& written) {
   for (std::size_t i = 0; i < written.size(); ++i) {
-    RefuseToOverwrite(script, written[i]);
-    for (std::size_t j = 0; j < i; ++j) RefuseToOverwrite(written[j], written[i]);
+    driver::RefuseToOverwrite(script, written[i]);
+    for (std::size_t j = 0; j < i; ++j) driver::RefuseToOverwrite(written[j], written[i]);
   }
 }
 
 constexpr const char* kStandardStream = "-";
 
-Failure WrongUsage(const char* text) { return Failure(ExitStatus::kWrongUsage, text); }
+support::Failure WrongUsage(const char* text) {
+  return support::Failure(support::ExitStatus::kWrongUsage, text);
+}
 
 void UseStandardOutput(Options& options) {
-  const TellingOptions& telling = options.run.telling;
+  const diagnostics::TellingOptions& telling = options.run.telling;
   if (telling.format != "human" && telling.file.empty()) {
     throw WrongUsage("-o - leaves no room for --format: give it a --diagnostics-file");
   }
@@ -69,12 +71,12 @@ void UseStandardOutput(Options& options) {
 }
 
 // The options for one script out of those for all.
-Options OptionsFor(const CompileOptions& run, const MetaOptions& all_files) {
+Options OptionsFor(const driver::CompileOptions& run, const driver::MetaOptions& all_files) {
   Options options{run, all_files};
-  MetaOptions& files = options.files;
+  driver::MetaOptions& files = options.files;
   const std::string script = run.script_name();
   for (std::string* name : {&files.meta, &files.debug_meta, &files.depfile}) {
-    *name = NameFor(script, *name);
+    *name = driver::NameFor(script, *name);
   }
   if (files.debug_meta == kStandardStream || files.depfile == kStandardStream) {
     throw WrongUsage("only the meta file can be written to standard output");
@@ -83,48 +85,49 @@ Options OptionsFor(const CompileOptions& run, const MetaOptions& all_files) {
     if (files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
     files.stdin_name = script;
   }
-  if (files.meta.empty()) files.meta = DefaultMeta(ToOpenablePath(script));
+  if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
   if (files.meta == kStandardStream) UseStandardOutput(options);
-  files.creation_time = SourceDateEpoch();
+  files.creation_time = driver::SourceDateEpoch();
   return options;
 }
 
-ExitStatus Compile(const Options& options) {
-  const std::string script = ToOpenablePath(options.run.script_name());
+support::ExitStatus Compile(const Options& options) {
+  const std::string script = sources::ToOpenablePath(options.run.script_name());
   KeepApart({"script", script}, WrittenFor(options));
-  MetaFiles product(options.files);
-  return RunCompile(options.run, &product);
+  driver::MetaFiles product(options.files);
+  return driver::RunCompile(options.run, &product);
 }
 
 // No script has a file written that is another one's.
-void KeepScriptsApart(const std::vector<CompileOptions>& runs, const MetaOptions& all_files) {
+void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs,
+                      const driver::MetaOptions& all_files) {
   std::deque<Options> each;
   std::deque<std::string> scripts;
-  std::vector<NamedFile> kept;
-  std::vector<NamedFile> written;
-  for (const CompileOptions& run : runs) {
+  std::vector<driver::NamedFile> kept;
+  std::vector<driver::NamedFile> written;
+  for (const driver::CompileOptions& run : runs) {
     const Options& options = each.emplace_back(OptionsFor(run, all_files));
-    for (const NamedFile& file : WrittenFor(options)) written.push_back(file);
-    kept.push_back({"script", scripts.emplace_back(ToOpenablePath(run.script_name()))});
+    for (const driver::NamedFile& file : WrittenFor(options)) written.push_back(file);
+    kept.push_back({"script", scripts.emplace_back(sources::ToOpenablePath(run.script_name()))});
   }
-  RefuseToWriteTwice(kept, written);
+  driver::RefuseToWriteTwice(kept, written);
 }
 
-ExitStatus CompileAll(const Options& all) {
-  ExpectNameForEach(all.run, "--output", all.files.meta);
-  ExpectNameForEach(all.run, "--debug-meta", all.files.debug_meta);
-  ExpectNameForEach(all.run, "--depfile", all.files.depfile);
-  const std::vector<CompileOptions> runs = RunsOf(all.run);
+support::ExitStatus CompileAll(const Options& all) {
+  driver::ExpectNameForEach(all.run, "--output", all.files.meta);
+  driver::ExpectNameForEach(all.run, "--debug-meta", all.files.debug_meta);
+  driver::ExpectNameForEach(all.run, "--depfile", all.files.depfile);
+  const std::vector<driver::CompileOptions> runs = driver::RunsOf(all.run);
   if (runs.size() > 1) KeepScriptsApart(runs, all.files);
-  return RunAll(runs,
-                [&](const CompileOptions& run) { return Compile(OptionsFor(run, all.files)); });
+  return driver::RunAll(
+      runs, [&](const driver::CompileOptions& run) { return Compile(OptionsFor(run, all.files)); });
 }
 
 }  // namespace
 
 Action SetUpCompile(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  MetaOptions& files = options->files;
+  driver::MetaOptions& files = options->files;
   AddCompileOptions(arguments, options->run);
   arguments
       .Add("-o,--output", &files.meta,
@@ -147,4 +150,4 @@ Action SetUpCompile(Arguments& arguments) {
   return [options] { return CompileAll(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -14,7 +14,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -24,26 +24,27 @@ struct Options {
 
 void ExpectNone(const std::optional<std::string>& obstacle, const std::string& path) {
   if (!obstacle) return;
-  throw Failure(ExitStatus::kFindings, "cannot decompile " + path + ": " + *obstacle);
+  throw support::Failure(support::ExitStatus::kFindings,
+                         "cannot decompile " + path + ": " + *obstacle);
 }
 
 std::string Decompiled(const std::string& path) {
-  const DebugMeta meta = ReadDebugMeta(path);
-  ExpectNone(GroupBeforeParent(meta), path);
-  const std::vector<ScriptSection> sections = ScriptSectionsOf(meta);
-  std::string text = ScriptText(sections);
-  ExpectNone(MisreadItem(meta, sections, text), path);
+  const compiled::DebugMeta meta = compiled::ReadDebugMeta(path);
+  ExpectNone(decompile::GroupBeforeParent(meta), path);
+  const std::vector<decompile::ScriptSection> sections = decompile::ScriptSectionsOf(meta);
+  std::string text = decompile::ScriptText(sections);
+  ExpectNone(decompile::MisreadItem(meta, sections, text), path);
   return text;
 }
 
-ExitStatus Decompile(const Options& options) {
+support::ExitStatus Decompile(const Options& options) {
   if (options.script.empty()) {
-    PrintOut(Decompiled(options.debug_meta));
+    support::PrintOut(Decompiled(options.debug_meta));
   } else {
-    RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
-    PutInPlace({{options.script, Decompiled(options.debug_meta)}});
+    driver::RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
+    support::PutInPlace({{options.script, Decompiled(options.debug_meta)}});
   }
-  return ExitStatus::kDone;
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -60,4 +61,4 @@ Action SetUpDecompile(Arguments& arguments) {
   return [options] { return Decompile(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

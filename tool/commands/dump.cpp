@@ -11,7 +11,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -22,38 +22,39 @@ struct Options {
 
 // What the two forms of compiled files take to be dumped.
 struct DebugMetaTraits {
-  static constexpr auto kDecode = DecodeDebugMeta;
-  static constexpr auto kList = ListDebugMeta;
-  static constexpr auto kJson = DebugMetaJson;
+  static constexpr auto kDecode = compiled::DecodeDebugMeta;
+  static constexpr auto kList = inspect::ListDebugMeta;
+  static constexpr auto kJson = inspect::DebugMetaJson;
 };
 
 struct MetaTraits {
-  static constexpr auto kDecode = DecodeMeta;
-  static constexpr auto kList = ListMeta;
-  static constexpr auto kJson = MetaJson;
+  static constexpr auto kDecode = compiled::DecodeMeta;
+  static constexpr auto kList = inspect::ListMeta;
+  static constexpr auto kJson = inspect::MetaJson;
 };
 
 template <class Traits>
 void DumpForm(const Options& options, std::string_view bytes) {
-  Faults none;  // of a file that was verified
-  const auto meta = Traits::kDecode(bytes, none, options.raw ? Keep::kPieces : Keep::kRecords);
+  compiled::Faults none;  // of a file that was verified
+  const auto meta = Traits::kDecode(
+      bytes, none, options.raw ? compiled::Keep::kPieces : compiled::Keep::kRecords);
   if (options.json) {
-    PrintOut(Traits::kJson(options.file, meta, RawJson(bytes, options.raw)));
+    support::PrintOut(Traits::kJson(options.file, meta, inspect::RawJson(bytes, options.raw)));
     return;
   }
-  Listing listing(bytes, options.raw);
+  inspect::Listing listing(bytes, options.raw);
   Traits::kList(options.file, meta, listing);
-  PrintOut(listing.text());
+  support::PrintOut(listing.text());
 }
 
-ExitStatus Dump(const Options& options) {
-  const CompiledFile file(options.file);
-  if (file.form() == Form::kDebugMeta) {
+support::ExitStatus Dump(const Options& options) {
+  const compiled::CompiledFile file(options.file);
+  if (file.form() == compiled::Form::kDebugMeta) {
     DumpForm<DebugMetaTraits>(options, file.bytes());
   } else {
     DumpForm<MetaTraits>(options, file.bytes());
   }
-  return ExitStatus::kDone;
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -72,4 +73,4 @@ Action SetUpDump(Arguments& arguments) {
   return [options] { return Dump(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

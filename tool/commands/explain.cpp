@@ -9,7 +9,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -17,18 +17,21 @@ struct Options {
   std::string format = "text";
 };
 
-ExitStatus Explain(const Options& options) {
+support::ExitStatus Explain(const Options& options) {
   const bool is_markdown = options.format == "markdown";
   std::string text;
-  if (options.ids.empty()) text = is_markdown ? MessagesMarkdown() : MessageList();
+  if (options.ids.empty())
+    text = is_markdown ? diagnostics::MessagesMarkdown() : diagnostics::MessageList();
   for (const std::string& id : options.ids) {
-    const MessageRow* row = FindMessageById(id);
-    if (row == nullptr) throw Failure(ExitStatus::kFindings, UnknownMessageText(id));
+    const diagnostics::MessageRow* row = diagnostics::FindMessageById(id);
+    if (row == nullptr)
+      throw support::Failure(support::ExitStatus::kFindings, diagnostics::UnknownMessageText(id));
     if (!text.empty()) text += '\n';
-    text += is_markdown ? ExplanationMarkdown(*row) : ExplanationText(*row);
+    text +=
+        is_markdown ? diagnostics::ExplanationMarkdown(*row) : diagnostics::ExplanationText(*row);
   }
-  PrintOut(text);
-  return ExitStatus::kDone;
+  support::PrintOut(text);
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -42,4 +45,4 @@ Action SetUpExplain(Arguments& arguments) {
   return [options] { return Explain(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

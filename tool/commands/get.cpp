@@ -25,7 +25,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -35,32 +35,34 @@ struct Options {
 };
 
 // Null when the section has none.
-const ruxcomp::TableCells* CellsOf(const MetaView& meta, const ruxcomp::Section& section) {
+const ruxcomp::TableCells* CellsOf(const inspect::MetaView& meta, const ruxcomp::Section& section) {
   return section.kind() == RUX_SECT_TABLE ? meta.model().table(section.ordinal()) : nullptr;
 }
 
-std::string SectionText(const MetaView& meta, const ruxcomp::Section& section) {
+std::string SectionText(const inspect::MetaView& meta, const ruxcomp::Section& section) {
   std::vector<std::pair<std::string, std::string>> lines;
   std::size_t width = 0;
   for (const ruxcomp::Entry entry : section.entries()) {
-    lines.emplace_back(SafeText(KeyOf(section, entry)), ValueText(ValueOf(entry)));
-    width = std::max(width, Columns(lines.back().first));
+    lines.emplace_back(support::SafeText(inspect::KeyOf(section, entry)),
+                       inspect::ValueText(inspect::ValueOf(entry)));
+    width = std::max(width, support::Columns(lines.back().first));
   }
   std::string text;
   for (const auto& [key, value] : lines) {
     text += key;
-    text.append(width - Columns(key) + 2, ' ');
+    text.append(width - support::Columns(key) + 2, ' ');
     text += value;
     text += '\n';
   }
-  if (const auto* cells = CellsOf(meta, section)) text += CellsText(*cells);
+  if (const auto* cells = CellsOf(meta, section)) text += inspect::CellsText(*cells);
   return text;
 }
 
-void WriteSection(JsonWriter& json, const MetaView& meta, const ruxcomp::Section& section) {
+void WriteSection(support::JsonWriter& json, const inspect::MetaView& meta,
+                  const ruxcomp::Section& section) {
   json.Key("entries").Open('[');
   for (const ruxcomp::Entry entry : section.entries()) {
-    WriteEntry(json, KeyOf(section, entry), ValueOf(entry));
+    inspect::WriteEntry(json, inspect::KeyOf(section, entry), inspect::ValueOf(entry));
   }
   json.Close();
   if (const auto* cells = CellsOf(meta, section)) {
@@ -70,32 +72,33 @@ void WriteSection(JsonWriter& json, const MetaView& meta, const ruxcomp::Section
   }
 }
 
-std::string FoundText(const MetaView& meta, const Found& found) {
-  if (found.part) return PartText(*found.part) + '\n';
-  if (found.entry) return ValueText(ValueOf(found.entry)) + '\n';
+std::string FoundText(const inspect::MetaView& meta, const inspect::Found& found) {
+  if (found.part) return inspect::PartText(*found.part) + '\n';
+  if (found.entry) return inspect::ValueText(inspect::ValueOf(found.entry)) + '\n';
   return SectionText(meta, found.section);
 }
 
-std::string FoundJson(const MetaView& meta, const Found& found) {
-  JsonWriter json;
-  json.Open('{').Key("kind").String(CompiledSectionKeyword(found.section.kind()));
+std::string FoundJson(const inspect::MetaView& meta, const inspect::Found& found) {
+  support::JsonWriter json;
+  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(found.section.kind()));
   json.Key("ordinal").Number(found.section.ordinal());
   if (found.part) {
-    WritePart(json.Key("part"), *found.part);
+    inspect::WritePart(json.Key("part"), *found.part);
   } else if (found.entry) {
-    WriteEntry(json.Key("entry"), KeyOf(found.section, found.entry), ValueOf(found.entry));
+    inspect::WriteEntry(json.Key("entry"), inspect::KeyOf(found.section, found.entry),
+                        inspect::ValueOf(found.entry));
   } else {
     WriteSection(json, meta, found.section);
   }
   return json.Close().TakeText();
 }
 
-ExitStatus Get(const Options& options) {
-  const std::vector<PathStep> path = ParseMetaPath(options.path);
-  const MetaView meta(options.meta);
-  const Found found = Find(meta, path);
-  PrintOut(options.json ? FoundJson(meta, found) : FoundText(meta, found));
-  return ExitStatus::kDone;
+support::ExitStatus Get(const Options& options) {
+  const std::vector<inspect::PathStep> path = inspect::ParseMetaPath(options.path);
+  const inspect::MetaView meta(options.meta);
+  const inspect::Found found = inspect::Find(meta, path);
+  support::PrintOut(options.json ? FoundJson(meta, found) : FoundText(meta, found));
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -117,4 +120,4 @@ Action SetUpGet(Arguments& arguments) {
   return [options] { return Get(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

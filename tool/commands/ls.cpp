@@ -24,7 +24,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -33,23 +33,24 @@ struct Options {
   bool json = false;
 };
 
-std::string KindsText(const MetaView& meta) {
-  std::string text = fmt::format("{}: {}\n", SafeText(meta.path()),
-                                 OriginText(meta.info().version, meta.info().creationTime));
-  for (const Kind& kind : Kinds()) {
+std::string KindsText(const inspect::MetaView& meta) {
+  std::string text =
+      fmt::format("{}: {}\n", support::SafeText(meta.path()),
+                  inspect::OriginText(meta.info().version, meta.info().creationTime));
+  for (const inspect::Kind& kind : inspect::Kinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
   }
   return text;
 }
 
-std::string KindsJson(const MetaView& meta) {
-  JsonWriter json;
-  WriteText(json.Open('{'), "file", meta.path());
+std::string KindsJson(const inspect::MetaView& meta) {
+  support::JsonWriter json;
+  inspect::WriteText(json.Open('{'), "file", meta.path());
   json.Key("version").Number(meta.info().version);
   json.Key("created").Number(meta.info().creationTime);
   json.Key("kinds").Open('[');
-  for (const Kind& kind : Kinds()) {
+  for (const inspect::Kind& kind : inspect::Kinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count == 0) continue;
     json.Open('{').Key("kind").String(kind.keyword).Key("sections").Number(count).Close();
@@ -59,49 +60,51 @@ std::string KindsJson(const MetaView& meta) {
 
 std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
   std::vector<std::string> keys;
-  for (const ruxcomp::Entry entry : section.entries()) keys.push_back(KeyOf(section, entry));
+  for (const ruxcomp::Entry entry : section.entries())
+    keys.push_back(inspect::KeyOf(section, entry));
   return keys;
 }
 
 // What tells a section from the others of its kind.
-std::string SectionText(const Kind& kind, const ruxcomp::Section& section) {
+std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& section) {
   std::string text = fmt::format("@{}", section.ordinal());
   if (!kind.has_names) {
     const char* separator = "  ";
     for (const std::string& key : KeysOf(section)) {
-      text += std::exchange(separator, ", ") + NameText(key);
+      text += std::exchange(separator, ", ") + support::NameText(key);
     }
     return text;
   }
   if (const auto id = section.id()) text += fmt::format("  #0x{:X}", *id);
-  if (section.has_name()) text += "  " + NameText(section.name());
+  if (section.has_name()) text += "  " + support::NameText(section.name());
   return text;
 }
 
-void WriteSection(JsonWriter& json, const Kind& kind, const ruxcomp::Section& section) {
+void WriteSection(support::JsonWriter& json, const inspect::Kind& kind,
+                  const ruxcomp::Section& section) {
   json.Open('{').Key("ordinal").Number(section.ordinal());
   if (!kind.has_names) {
     json.Key("entries").Open('[');
     for (const std::string& key : KeysOf(section)) {
-      WriteText(json.Open('{'), "name", key);
+      inspect::WriteText(json.Open('{'), "name", key);
       json.Close();
     }
     json.Close();
   } else {
-    if (section.has_name()) WriteText(json, "name", section.name());
+    if (section.has_name()) inspect::WriteText(json, "name", section.name());
     if (const auto id = section.id()) json.Key("id").Number(*id);
   }
   json.Close();
 }
 
-std::string KindJson(const MetaView& meta, const Kind& kind) {
-  JsonWriter json;
+std::string KindJson(const inspect::MetaView& meta, const inspect::Kind& kind) {
+  support::JsonWriter json;
   json.Open('{').Key("kind").String(kind.keyword).Key("sections").Open('[');
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) WriteSection(json, kind, section);
   return json.Close().Close().TakeText();
 }
 
-std::string KindText(const MetaView& meta, const Kind& kind) {
+std::string KindText(const inspect::MetaView& meta, const inspect::Kind& kind) {
   std::string text;
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     text += SectionText(kind, section) + '\n';
@@ -109,15 +112,15 @@ std::string KindText(const MetaView& meta, const Kind& kind) {
   return text;
 }
 
-ExitStatus Ls(const Options& options) {
-  const MetaView meta(options.meta);
+support::ExitStatus Ls(const Options& options) {
+  const inspect::MetaView meta(options.meta);
   if (options.kind.empty()) {
-    PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
+    support::PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
   } else {
-    const Kind& kind = ExpectKind(options.kind);
-    PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
+    const inspect::Kind& kind = inspect::ExpectKind(options.kind);
+    support::PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
   }
-  return ExitStatus::kDone;
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -135,4 +138,4 @@ Action SetUpLs(Arguments& arguments) {
   return [options] { return Ls(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

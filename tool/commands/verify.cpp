@@ -15,7 +15,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -28,8 +28,8 @@ struct Result {
   std::string file;
   std::string unreadable;  // why; empty when it could be read
   std::size_t size = 0;
-  Summary summary;
-  Faults faults;
+  compiled::Summary summary;
+  compiled::Faults faults;
 
   bool is_sound() const { return unreadable.empty() && faults.empty(); }
   std::size_t not_shown() const { return faults.count() - faults.list().size(); }
@@ -39,19 +39,20 @@ Result ResultOf(const std::string& file) {
   Result result;
   result.file = file;
   try {
-    const std::string bytes = ReadWholeFile(file);
+    const std::string bytes = compiled::ReadWholeFile(file);
     result.size = bytes.size();
-    result.faults = Verify(bytes, &result.summary);
-  } catch (const Failure& failure) {
+    result.faults = compiled::Verify(bytes, &result.summary);
+  } catch (const support::Failure& failure) {
     result.unreadable = failure.what();
   }
   return result;
 }
 
 std::string SoundText(const Result& result) {
-  const Summary& summary = result.summary;
-  std::string text = TitleText(result.file, summary.form, summary.version, summary.creation_time) +
-                     fmt::format(", {} bytes", result.size);
+  const compiled::Summary& summary = result.summary;
+  std::string text =
+      inspect::TitleText(result.file, summary.form, summary.version, summary.creation_time) +
+      fmt::format(", {} bytes", result.size);
   for (const auto& [name, count] : summary.counts) text += fmt::format(", {} {}", count, name);
   text += '\n';
   for (const std::string& note : summary.notes) text += "  note: " + note + '\n';
@@ -60,26 +61,27 @@ std::string SoundText(const Result& result) {
 
 std::string FaultsText(const Result& result) {
   if (!result.unreadable.empty()) return result.unreadable + '\n';
-  if (result.summary.form == Form::kNone) {
+  if (result.summary.form == compiled::Form::kNone) {
     return "cannot load " + result.file + ": " + result.faults.list().front().reason + '\n';
   }
   std::string text = result.file + " is damaged\n";
-  for (const Fault& fault : result.faults.list()) text += "  " + FaultText(fault) + '\n';
+  for (const compiled::Fault& fault : result.faults.list())
+    text += "  " + compiled::FaultText(fault) + '\n';
   if (result.not_shown() > 0) text += fmt::format("  and {} more\n", result.not_shown());
   return text;
 }
 
-void WriteFaults(JsonWriter& json, const Faults& faults) {
+void WriteFaults(support::JsonWriter& json, const compiled::Faults& faults) {
   json.Key("faults").Open('[');
-  for (const Fault& fault : faults.list()) {
+  for (const compiled::Fault& fault : faults.list()) {
     json.Open('{').Key("offset").Number(fault.offset).Key("record").String(fault.record);
     json.Key("field").String(fault.field).Key("reason").String(fault.reason).Close();
   }
   json.Close();
 }
 
-void WriteSummary(JsonWriter& json, const Summary& summary) {
-  WriteForm(json, summary.form);
+void WriteSummary(support::JsonWriter& json, const compiled::Summary& summary) {
+  inspect::WriteForm(json, summary.form);
   json.Key("version").Number(summary.version).Key("created").Number(summary.creation_time);
   json.Key("counts").Open('{');
   for (const auto& [name, count] : summary.counts) json.Key(name).Number(count);
@@ -88,8 +90,8 @@ void WriteSummary(JsonWriter& json, const Summary& summary) {
   json.Close();
 }
 
-void WriteResult(JsonWriter& json, const Result& result) {
-  WriteText(json.Open('{'), "file", result.file);
+void WriteResult(support::JsonWriter& json, const Result& result) {
+  inspect::WriteText(json.Open('{'), "file", result.file);
   json.Key("valid").Bool(result.is_sound());
   if (!result.unreadable.empty()) {
     json.Key("error").String(result.unreadable);
@@ -102,10 +104,10 @@ void WriteResult(JsonWriter& json, const Result& result) {
   json.Close();
 }
 
-ExitStatus VerifyFiles(const Options& options) {
+support::ExitStatus VerifyFiles(const Options& options) {
   bool are_sound = true;
   constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
-  JsonWriter json;
+  support::JsonWriter json;
   json.Open('{').Key("schema").Number(kSchema).Key("files").Open('[');
   for (const std::string& file : options.files) {
     const Result result = ResultOf(file);
@@ -113,14 +115,14 @@ ExitStatus VerifyFiles(const Options& options) {
     if (options.json) {
       WriteResult(json, result);
     } else if (!result.is_sound()) {
-      PrintError("rux: error: " + FaultsText(result));
+      support::PrintError("rux: error: " + FaultsText(result));
     } else if (!options.quiet) {
-      PrintOut(SoundText(result));
+      support::PrintOut(SoundText(result));
     }
   }
   json.Close().Key("valid").Bool(are_sound).Close();
-  if (options.json) PrintOut(json.TakeText());
-  return are_sound ? ExitStatus::kDone : ExitStatus::kTrouble;
+  if (options.json) support::PrintOut(json.TakeText());
+  return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
 }
 
 }  // namespace
@@ -141,4 +143,4 @@ Action SetUpVerify(Arguments& arguments) {
   return [options] { return VerifyFiles(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

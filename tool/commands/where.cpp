@@ -13,7 +13,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 struct Options {
@@ -21,22 +21,24 @@ struct Options {
   std::string path;
 };
 
-ExitStatus Where(const Options& options) {
-  const std::vector<PathStep> path = ParseMetaPath(options.path);
-  const DebugMeta meta = ReadDebugMeta(options.metad);
-  const SourcePlaces places(meta);
-  for (const auto& [section, entry] : Find(meta, path)) {
-    const DebugObject& object =
-        entry != nullptr ? static_cast<const DebugObject&>(*entry) : *section;
+support::ExitStatus Where(const Options& options) {
+  const std::vector<inspect::PathStep> path = inspect::ParseMetaPath(options.path);
+  const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
+  const inspect::SourcePlaces places(meta);
+  for (const auto& [section, entry] : inspect::Find(meta, path)) {
+    const compiled::DebugObject& object =
+        entry != nullptr ? static_cast<const compiled::DebugObject&>(*entry) : *section;
     if (object.file_index >= meta.files.size()) {
-      throw Failure(ExitStatus::kFindings,
-                    fmt::format("{} does not list its source files; line {} of the file {} says it",
-                                options.metad, object.line, object.file_index));
+      throw support::Failure(
+          support::ExitStatus::kFindings,
+          fmt::format("{} does not list its source files; line {} of the file {} says it",
+                      options.metad, object.line, object.file_index));
     }
-    const std::string text = entry != nullptr ? ' ' + EntryText(*entry) : "";
-    PrintOut(places.Of(object) + ": [" + SafeText(section->name) + ']' + text + '\n');
+    const std::string text = entry != nullptr ? ' ' + inspect::EntryText(*entry) : "";
+    support::PrintOut(places.Of(object) + ": [" + support::SafeText(section->name) + ']' + text +
+                      '\n');
   }
-  return ExitStatus::kDone;
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -54,4 +56,4 @@ Action SetUpWhere(Arguments& arguments) {
   return [options] { return Where(*options); };
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace rux {
+namespace rux::tool {
 
 struct Candidate {
   std::string text;  // the whole word
@@ -20,6 +20,6 @@ struct Candidates {
   std::vector<std::string> extensions;  // of the files; none: any file
 };
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPLETION_CANDIDATE_H_

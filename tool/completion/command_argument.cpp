@@ -7,7 +7,7 @@
 #include "diagnostics/severities.h"
 #include "tool/completion/path_words.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 constexpr char kMeta[] = "META";
@@ -49,7 +49,7 @@ Candidates Paths(const Given& given, const std::string& typed) {
 
 Candidates MessageIds(const Given&, const std::string&) {
   std::vector<Candidate> ids;
-  for (const MessageRow& row : MessageRows()) {
+  for (const diagnostics::MessageRow& row : diagnostics::MessageRows()) {
     ids.push_back({std::string(row.id), std::string(row.summary)});
   }
   return Words(std::move(ids));
@@ -57,7 +57,7 @@ Candidates MessageIds(const Given&, const std::string&) {
 
 Candidates Settings(const Given&, const std::string&) {
   std::vector<Candidate> settings;
-  for (const SeveritySetting& setting : SeveritySettings()) {
+  for (const diagnostics::SeveritySetting& setting : diagnostics::SeveritySettings()) {
     settings.push_back({setting.text, std::string(setting.about)});
   }
   return Words(std::move(settings));
@@ -89,4 +89,4 @@ Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
   return Words(std::move(choices));
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -9,7 +9,7 @@
 #include "tool/arguments.h"
 #include "tool/completion/candidate.h"
 
-namespace rux {
+namespace rux::tool {
 
 // The arguments that stand in front of one, by the names that the help gives them.
 using Given = std::vector<std::pair<std::string, std::string>>;
@@ -19,6 +19,6 @@ using Given = std::vector<std::pair<std::string, std::string>>;
 Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
                          const std::string& typed);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPLETION_COMMAND_ARGUMENT_H_

@@ -10,7 +10,7 @@
 #include "tool/command.h"
 #include "tool/completion/command_argument.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 constexpr std::size_t kNextWord = std::string::npos;
@@ -150,21 +150,22 @@ std::string TextOf(const Answer& answer) {
   }
   for (const Candidate& word : answer.candidates.words) {
     // Control characters cannot be typed, and would break the lines.
-    if (SafeText(word.text) != word.text) continue;
-    text += word.text + '\t' + word.rest + '\t' + Shortened(SafeText(word.description)) + '\n';
+    if (support::SafeText(word.text) != word.text) continue;
+    text += word.text + '\t' + word.rest + '\t' +
+            support::Shortened(support::SafeText(word.description)) + '\n';
   }
   return text.empty() ? text : "words\n" + text;
 }
 
 }  // namespace
 
-ExitStatus Complete(const std::vector<std::string>& words) {
+support::ExitStatus Complete(const std::vector<std::string>& words) {
   try {
-    PrintOut(TextOf(AnswerTo(words)));
+    support::PrintOut(TextOf(AnswerTo(words)));
   } catch (const std::exception&) {
     // A command line that nothing can be told about: a file that is not there yet, or damaged.
   }
-  return ExitStatus::kDone;
+  return support::ExitStatus::kDone;
 }
 
-}  // namespace rux
+}  // namespace rux::tool

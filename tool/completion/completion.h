@@ -7,7 +7,7 @@
 
 #include "support/exit_status.h"
 
-namespace rux {
+namespace rux::tool {
 
 // The first word of the command lines that are for shells: rux complete WORD... It is no command,
 // and help is silent of it.
@@ -25,8 +25,8 @@ inline constexpr char kCompletion[] = "complete";
 //                             the names of files, behind the first SIZE bytes of the word
 //
 // Nothing when nothing is known; nothing is ever wrong.
-ExitStatus Complete(const std::vector<std::string>& words);
+support::ExitStatus Complete(const std::vector<std::string>& words);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPLETION_COMPLETION_H_

@@ -7,26 +7,26 @@
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 constexpr char kPartFollows[] = "/";
 
-bool HasNamedParts(const EntryValue& value) {
+bool HasNamedParts(const inspect::EntryValue& value) {
   return value.type || (!value.parts.empty() && !value.parts.front().name.empty());
 }
 
 void AddEntries(const ruxcomp::Section& section, TypedPath& path) {
   std::set<std::string> keys;  // of two entries with a key, a path leads to the first
   for (const ruxcomp::Entry entry : section.entries()) {
-    const std::string key = KeyOf(section, entry);
+    const std::string key = inspect::KeyOf(section, entry);
     if (!keys.insert(key).second) continue;
-    const EntryValue value = ValueOf(entry);
-    path.AddName(key, ValueText(value), HasNamedParts(value) ? kPartFollows : "");
+    const inspect::EntryValue value = inspect::ValueOf(entry);
+    path.AddName(key, inspect::ValueText(value), HasNamedParts(value) ? kPartFollows : "");
   }
 }
 
-void AddSections(const MetaView& meta, const Kind& kind, TypedPath& path) {
+void AddSections(const inspect::MetaView& meta, const inspect::Kind& kind, TypedPath& path) {
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     if (kind.has_names) {
       const auto name =
@@ -41,15 +41,16 @@ void AddSections(const MetaView& meta, const Kind& kind, TypedPath& path) {
 }
 
 void AddParts(const ruxcomp::Entry& entry, TypedPath& path) {
-  const EntryValue value = ValueOf(entry);
+  const inspect::EntryValue value = inspect::ValueOf(entry);
   if (HasNamedParts(value) && !path.NextBegins('@')) {
     if (value.type) path.AddName("Type", std::to_string(*value.type));
-    for (const EntryPart& part : value.parts) path.AddName(part.name, PartText(part));
+    for (const inspect::EntryPart& part : value.parts)
+      path.AddName(part.name, inspect::PartText(part));
     return;
   }
   std::size_t ordinal = 0;
   for (const ruxcomp::Value item : entry.values()) {
-    path.AddOrdinal(ordinal++, PartText({"", false, {DatumOf(item)}}));
+    path.AddOrdinal(ordinal++, inspect::PartText({"", false, {inspect::DatumOf(item)}}));
   }
 }
 
@@ -63,13 +64,14 @@ std::vector<Candidate> KindWords(const std::string& file) {
 
 std::vector<Candidate> MetaPathWords(const std::string& file, const std::string& typed) {
   TypedPath path(typed);
-  const MetaView meta(file);
+  const inspect::MetaView meta(file);
   if (path.steps().empty()) {
-    for (const Kind& kind : Kinds()) path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
+    for (const inspect::Kind& kind : inspect::Kinds())
+      path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
   } else if (path.steps().size() == 1) {
-    AddSections(meta, ExpectKind(path.steps().front().text), path);
+    AddSections(meta, inspect::ExpectKind(path.steps().front().text), path);
   } else {
-    const Found found = Find(meta, path.steps());
+    const inspect::Found found = inspect::Find(meta, path.steps());
     if (found.part) return {};
     if (found.entry) {
       AddParts(found.entry, path);
@@ -80,4 +82,4 @@ std::vector<Candidate> MetaPathWords(const std::string& file, const std::string&
   return path.TakeWords();
 }
 
-}  // namespace rux
+}  // namespace rux::tool

@@ -7,7 +7,7 @@
 
 #include "tool/completion/candidate.h"
 
-namespace rux {
+namespace rux::tool {
 
 // The kinds of sections that the meta file holds.
 std::vector<Candidate> KindWords(const std::string& meta);
@@ -21,6 +21,6 @@ std::vector<Candidate> KindWords(const std::string& meta);
 std::vector<Candidate> MetaPathWords(const std::string& meta, const std::string& typed);
 std::vector<Candidate> DebugMetaPathWords(const std::string& debug_meta, const std::string& typed);
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPLETION_PATH_WORDS_H_

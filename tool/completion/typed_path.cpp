@@ -5,7 +5,7 @@
 #include "support/name_text.h"
 #include "support/safe_text.h"
 
-namespace rux {
+namespace rux::tool {
 namespace {
 
 constexpr char kGoesOn[] = "/";
@@ -27,7 +27,7 @@ std::size_t FrontSize(const std::string& typed) {
 TypedPath::TypedPath(const std::string& typed)
     : front_(typed.substr(0, FrontSize(typed))),
       next_(front_.size() < typed.size() ? typed[front_.size()] : '\0') {
-  if (!front_.empty()) steps_ = ParseMetaPath(front_.substr(0, front_.size() - 1));
+  if (!front_.empty()) steps_ = inspect::ParseMetaPath(front_.substr(0, front_.size() - 1));
 }
 
 void TypedPath::AddKind(const std::string& keyword, std::size_t count, const char* what) {
@@ -35,8 +35,8 @@ void TypedPath::AddKind(const std::string& keyword, std::size_t count, const cha
 }
 
 void TypedPath::AddName(const std::string& name, const std::string& description, const char* rest) {
-  const std::string step = NameText(name);
-  if (SafeText(name) == name) Add(step, description, rest);
+  const std::string step = support::NameText(name);
+  if (support::SafeText(name) == name) Add(step, description, rest);
 }
 
 void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, const char* rest) {
@@ -45,8 +45,8 @@ void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, 
 
 void TypedPath::AddSection(const SectionWord& section) {
   const std::string id = section.id ? fmt::format("#0x{:X}", *section.id) : "";
-  const std::string name = section.name ? NameText(*section.name) : "";
-  const bool has_typeable_name = section.name && SafeText(*section.name) == *section.name;
+  const std::string name = section.name ? support::NameText(*section.name) : "";
+  const bool has_typeable_name = section.name && support::SafeText(*section.name) == *section.name;
   if (NextBegins('#')) {
     if (!id.empty()) Add(id, name, kGoesOn);
   } else if (NextBegins('@') || !has_typeable_name) {
@@ -60,4 +60,4 @@ void TypedPath::Add(const std::string& step, const std::string& description, con
   words_.push_back({front_ + step, description, rest});
 }
 
-}  // namespace rux
+}  // namespace rux::tool

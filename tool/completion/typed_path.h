@@ -12,7 +12,7 @@
 #include "inspect/meta_path.h"
 #include "tool/completion/candidate.h"
 
-namespace rux {
+namespace rux::tool {
 
 // A section as a path may call it.
 struct SectionWord {
@@ -27,7 +27,7 @@ class TypedPath {
   explicit TypedPath(const std::string& typed);
 
   // The steps in front of the one being typed.
-  const std::vector<PathStep>& steps() const { return steps_; }
+  const std::vector<inspect::PathStep>& steps() const { return steps_; }
 
   // Whether the step being typed begins so, as '#' and '@' do that are no names.
   bool NextBegins(char sign) const { return next_ == sign; }
@@ -45,10 +45,10 @@ class TypedPath {
 
   std::string front_;  // the finished steps and the slash behind them
   char next_;          // the first character of the step being typed; zero: there is none yet
-  std::vector<PathStep> steps_;
+  std::vector<inspect::PathStep> steps_;
   std::vector<Candidate> words_;
 };
 
-}  // namespace rux
+}  // namespace rux::tool
 
 #endif  // TOOL_COMPLETION_TYPED_PATH_H_

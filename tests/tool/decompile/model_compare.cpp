@@ -7,22 +7,22 @@
 namespace {
 
 // Every fact that must be the same, a line each, in the order of the file.
-std::vector<std::string> FactsOf(const rux::DebugMeta& meta) {
+std::vector<std::string> FactsOf(const rux::compiled::DebugMeta& meta) {
   std::vector<std::string> facts;
   const auto add = [&](const auto&... parts) {
     std::ostringstream fact;
     ((fact << '<' << parts << '>'), ...);
     facts.push_back(fact.str());
   };
-  for (const rux::DebugWord& word : meta.words) add("word", word.name, word.value);
-  for (const std::vector<rux::DebugSection>& kind : meta.kinds) {
-    for (const rux::DebugSection& section : kind) {
+  for (const rux::compiled::DebugWord& word : meta.words) add("word", word.name, word.value);
+  for (const std::vector<rux::compiled::DebugSection>& kind : meta.kinds) {
+    for (const rux::compiled::DebugSection& section : kind) {
       if (section.name == "INCLUDE") continue;
       add("section", section.identifier, section.notation, section.name);
-      for (const rux::DebugEntry& entry : section.entries) {
+      for (const rux::compiled::DebugEntry& entry : section.entries) {
         add("entry", entry.identifier, entry.notation, entry.name, entry.payload_type,
             entry.value_type);
-        for (const rux::DebugField& field : entry.fields) {
+        for (const rux::compiled::DebugField& field : entry.fields) {
           add("field", field.is_list, field.texts.size());
           for (const std::string& text : field.texts) add("text", text);
         }
@@ -34,7 +34,8 @@ std::vector<std::string> FactsOf(const rux::DebugMeta& meta) {
 
 }  // namespace
 
-std::string DifferenceOf(const rux::DebugMeta& one, const rux::DebugMeta& other) {
+std::string DifferenceOf(const rux::compiled::DebugMeta& one,
+                         const rux::compiled::DebugMeta& other) {
   const std::vector<std::string> facts = FactsOf(one);
   const std::vector<std::string> other_facts = FactsOf(other);
   const auto [here, there] =

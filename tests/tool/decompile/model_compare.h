@@ -8,6 +8,7 @@
 
 // The first difference, for people; empty when there is none. Not compared are INCLUDE sections,
 // places in files, and the numbers of definitions: the table of words tells what those came to.
-std::string DifferenceOf(const rux::DebugMeta& one, const rux::DebugMeta& other);
+std::string DifferenceOf(const rux::compiled::DebugMeta& one,
+                         const rux::compiled::DebugMeta& other);
 
 #endif  // TESTS_TOOL_DECOMPILE_MODEL_COMPARE_H_

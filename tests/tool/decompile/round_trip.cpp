@@ -62,8 +62,8 @@ RoundTrip Take(const Folder& folder, const std::string& script_path) {
   if (trip.status != 0) return trip;
   trip.meta = WithoutTime(folder.Read("1.meta"));
   trip.meta_again = WithoutTime(folder.Read("2.meta"));
-  trip.debug_meta = rux::ReadDebugMeta(folder.path() / "1.metad");
-  trip.debug_meta_again = rux::ReadDebugMeta(folder.path() / "2.metad");
+  trip.debug_meta = rux::compiled::ReadDebugMeta(folder.path() / "1.metad");
+  trip.debug_meta_again = rux::compiled::ReadDebugMeta(folder.path() / "2.metad");
   trip.script = folder.Read("again.rux");
   trip.script_again = folder.Read("again2.rux");
   return trip;

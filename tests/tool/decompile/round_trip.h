@@ -12,8 +12,8 @@ struct RoundTrip {
   std::string messages;  // that they printed
   std::string meta;      // the meta files, their times of creation made zero
   std::string meta_again;
-  rux::DebugMeta debug_meta;
-  rux::DebugMeta debug_meta_again;
+  rux::compiled::DebugMeta debug_meta;
+  rux::compiled::DebugMeta debug_meta_again;
   std::string script;
   std::string script_again;
 };

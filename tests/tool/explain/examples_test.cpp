@@ -34,7 +34,7 @@ class ExamplesTest : public testing::Test {
     std::string name = (fs::temp_directory_path() / "rux-examples-XXXXXX").string();
     ASSERT_NE(mkdtemp(name.data()), nullptr);
     folder_ = name;
-    Write("machine.rux", rux::kMachineScript);
+    Write("machine.rux", rux::diagnostics::kMachineScript);
   }
   void TearDown() override { fs::remove_all(folder_); }
 
@@ -63,13 +63,14 @@ class ExamplesTest : public testing::Test {
 
 TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
   std::size_t tried = 0;
-  for (const rux::MessageRow& row : rux::MessageRows()) {
+  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
     if (row.wrong.empty()) continue;
     ++tried;
     SCOPED_TRACE(std::string(row.id));
     // That one is about the debug meta file.
-    const char* options = row.number == rux::MessageId::kIncludeFirst ? " -g board.metad" : "";
-    if (row.severity == rux::Severity::kNote) {
+    const char* options =
+        row.number == rux::diagnostics::MessageId::kIncludeFirst ? " -g board.metad" : "";
+    if (row.severity == rux::diagnostics::Severity::kNote) {
       EXPECT_EQ(IdsOf(row.wrong, " --verbose").count(std::string(row.id)), 1U) << row.wrong;
       EXPECT_EQ(IdsOf(row.right, " --verbose").count(std::string(row.id)), 0U) << row.right;
       continue;
@@ -83,7 +84,7 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
 TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
   const std::regex kebab_case("[a-z0-9]+(-[a-z0-9]+)*");
   std::set<std::string_view> ids;
-  for (const rux::MessageRow& row : rux::MessageRows()) {
+  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
     SCOPED_TRACE(std::string(row.id));
     EXPECT_TRUE(std::regex_match(std::string(row.id), kebab_case));
     EXPECT_TRUE(ids.insert(row.id).second);

@@ -99,7 +99,7 @@ void Change(const std::string& change, std::string& bytes) {
 void TestRows(const std::string& form, const std::string& sample) {
   const std::string sound = SampleFile(sample);
   ASSERT_FALSE(sound.empty());
-  ASSERT_TRUE(rux::Verify(sound).empty());
+  ASSERT_TRUE(rux::compiled::Verify(sound).empty());
   const std::vector<Row> rows = ReadRows(form);
   ASSERT_FALSE(rows.empty());
   for (const Row& row : rows) {
@@ -107,9 +107,10 @@ void TestRows(const std::string& form, const std::string& sample) {
     std::string bytes = sound;
     for (const std::string& change : row.changes) Change(change, bytes);
     EXPECT_NE(bytes, sound);
-    const rux::Faults faults = rux::Verify(bytes);
+    const rux::compiled::Faults faults = rux::compiled::Verify(bytes);
     Lines found;
-    for (const rux::Fault& fault : faults.list()) found.push_back(FaultText(fault));
+    for (const rux::compiled::Fault& fault : faults.list())
+      found.push_back(rux::compiled::FaultText(fault));
     if (row.may_have_more && found.size() > row.faults.size()) found.resize(row.faults.size());
     EXPECT_EQ(found, row.faults);
   }
@@ -126,19 +127,19 @@ TEST(VerifyRows, TablesHaveNoMoreItemsThanThereAreIndices) {
   constexpr std::uint32_t kItems = 0x1000010;
   bytes.insert(0x402, kItems, '\0');  // behind the names of the properties
   for (std::size_t slot = 0x84; slot < 0xA8; slot += 4) {
-    const std::uint32_t offset = rux::LoadWord(&bytes[slot]) + kItems;
+    const std::uint32_t offset = rux::compiled::LoadWord(&bytes[slot]) + kItems;
     Change(std::to_string(slot) + ' ' + std::to_string(offset), bytes);
   }
-  const rux::Faults faults = rux::Verify(bytes);
+  const rux::compiled::Faults faults = rux::compiled::Verify(bytes);
   ASSERT_FALSE(faults.empty());
-  EXPECT_EQ(FaultText(faults.list().front()), kTooManyItems);
+  EXPECT_EQ(rux::compiled::FaultText(faults.list().front()), kTooManyItems);
 }
 
 TEST(VerifyRows, OtherFilesAreNotDecoded) {
-  rux::Faults faults;
-  rux::DecodeMeta(SampleFile("full.metad"), faults);
+  rux::compiled::Faults faults;
+  rux::compiled::DecodeMeta(SampleFile("full.metad"), faults);
   ASSERT_FALSE(faults.empty());
-  EXPECT_EQ(FaultText(faults.list().front()), kForeign);
+  EXPECT_EQ(rux::compiled::FaultText(faults.list().front()), kForeign);
 }
 
 TEST(VerifyRows, OfMetaFiles) { TestRows("meta", "full.meta"); }
