@@ -1,6 +1,7 @@
 // The one source that includes CLI11: each that does takes seconds more to compile.
 #include "tool/command_line.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <sstream>
@@ -9,7 +10,6 @@
 #include <variant>
 #include <vector>
 
-#include "CLI/CLI.hpp"
 #include "support/name_text.h"
 #include "support/nearest.h"
 #include "support/standard_streams.h"

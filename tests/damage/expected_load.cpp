@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <set>
 
-#include "tests/library/debug_walk.h"
+#include "tests/api/debug_walk.h"
 #include "tests/support/bytes.h"
 
 namespace {

@@ -1,9 +1,9 @@
 // What the queries on a meta file tell is what the script says, and the read model tells it, too.
 #include "compiled/read_model.h"
 #include "compiled/verify.h"
-#include "tests/model/same_answers.h"
 #include "tests/properties/expected_answers.h"
 #include "tests/properties/model_test.h"
+#include "tests/read_model/same_answers.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/models/random_layout.h"
+#include "tests/generators/random_layout.h"
 #include "tests/support/host.h"
 #include "tests/support/own_process.h"
 #include "tests/support/script_test.h"

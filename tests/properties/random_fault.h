@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/models/random_script.h"
+#include "tests/generators/random_script.h"
 
 // What the check must tell of the fault and nothing else: complete messages, in order. To be asked
 // when the sections are laid out.

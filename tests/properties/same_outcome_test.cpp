@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/models/garbage.h"
+#include "tests/generators/garbage.h"
 #include "tests/properties/model_test.h"
 #include "tests/properties/random_fault.h"
 #include "tests/support/bytes.h"

@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-#include "tests/models/random_script.h"
+#include "tests/generators/random_script.h"
 
 // What a value of an entry stands for.
 struct Datum {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "compiled/debug_meta.h"
-#include "tests/models/source_files.h"
+#include "tests/generators/source_files.h"
 
 struct RoundTrip {
   int status = 0;        // of the commands; what follows is empty unless it is 0

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/models/random_layout.h"
-#include "tests/models/random_script.h"
+#include "tests/generators/random_layout.h"
+#include "tests/generators/random_script.h"
 #include "tests/tool/decompile/model_compare.h"
 
 namespace {

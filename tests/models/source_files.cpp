@@ -1,7 +1,0 @@
-#include "tests/models/source_files.h"
-
-std::string TextOf(const SourceFiles& files) {
-  std::string text;
-  for (const auto& [path, contents] : files) text += "=== " + path + '\n' + contents + '\n';
-  return text;
-}

@@ -1,0 +1,26 @@
+// A fixture for tests that build the source model by hand.
+#ifndef TESTS_UNIT_MODEL_TEST_H_
+#define TESTS_UNIT_MODEL_TEST_H_
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "frontend/section.h"
+#include "tests/support/host.h"
+
+class ModelTest : public ::testing::Test {
+ protected:
+  void SetUp() override { host::TakeMessages(); }
+  void TearDown() override { CRUXSection::Destory(); }
+
+  // A new section of that keyword, which must be known.
+  static CRUXSection& Create(const std::string& keyword, const std::string& file = "board.rux",
+                             std::uint32_t line = 1) {
+    CRUXSection* section = CRUXSection::Create(file, keyword, line);
+    EXPECT_NE(section, nullptr) << keyword;
+    return *section;
+  }
+};
+
+#endif  // TESTS_UNIT_MODEL_TEST_H_
