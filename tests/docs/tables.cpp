@@ -11,12 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "checker/messages.h"
-#include "debugmeta/messages.h"
-#include "frontend/messages.h"
 #include "frontend/section_schema.h"
 #include "frontend/value_types.h"
-#include "reader/messages.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/output.h"

@@ -102,7 +102,7 @@ class CompileRun {
   static bool RanOutOfMemory() {
     const std::vector<Message>& messages = Messages().messages;
     return std::any_of(messages.begin(), messages.end(), [](const Message& message) {
-      return message.format == reader::kOutOfMemory;
+      return message.format == reader::kFormat<reader::MessageId::kOutOfMemory>;
     });
   }
 
