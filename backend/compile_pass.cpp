@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "backend/lookups.h"
 #include "backend/meta_file.h"
+#include "backend/model_compiler.h"
 #include "backend/symbol_tables.h"
 #include "checker/number.h"
 #include "frontend/identifiers.h"
@@ -13,34 +13,31 @@
 
 std::vector<tagGCSECT*> g_GCHead;
 
-namespace {
-
-std::uint32_t CompileSection(const CRUXSection& section) {
+std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
   std::unique_ptr<tagGCSECT> compiled(CreateGCSect(section.identifier));
   if (!compiled) return 0;
-  const auto isGiven = [](const auto& entry) { return entry->m_RuxEntryData.HasData(); };
-  const auto given = std::count_if(section.entries.begin(), section.entries.end(), isGiven);
+  const auto given = std::count_if(section.entries.begin(), section.entries.end(), IsGiven);
   compiled->entries.reserve(static_cast<std::size_t>(given));
   for (const auto& entry : section.entries) {
-    if (!isGiven(entry)) continue;
+    if (!IsGiven(entry)) continue;
+    findings::Examine(section.OriginOf(*entry));
     tagGCENTRY record{GetEntryName(entry->identifier, entry->name), {}};
     // An entry without compiled form ends the section: what follows it is left out.
     if (record.identifier == 0) break;
-    SetEntryValues(section.identifier, entry->identifier, entry->m_RuxEntryData, record);
+    SetEntryValues(section.identifier, *entry, record);
     compiled->entries.push_back(std::move(record));
   }
+  // Owned by nobody but `compiled` until there is room for it.
   g_GCHead.push_back(nullptr);
   g_GCHead.back() = compiled.release();
   return 1;
 }
 
-}  // namespace
-
 std::uint32_t Compile() {
-  Lookups lookups;
+  ModelCompiler compiler;
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     for (const CRUXSection* section : *head) {
-      if (!CompileSection(*section)) break;  // nor are the others of its kind
+      if (!compiler.CompileSection(*section)) break;  // nor are the others of its kind
     }
   }
   return 1;
@@ -69,26 +66,15 @@ std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
   }
 }
 
-std::uint32_t GetValueVal(const std::string& text) {
-  std::uint32_t number = 0;
-  if (NumberOrWord(text, number)) return Lookups::Current().Number(number);
-  if (text == "VALUE") return g_tblValue[""];
-  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
-  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];
-  if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
-    return RUX_CLASS_Small + number;
-  return 0xFFFFFFFF;
-}
-
 namespace {
 std::uint32_t generation = 0;
 }
 
 std::uint32_t RecordsGeneration() { return generation; }
-void CountRecordsGeneration() { ++generation; }
+void InvalidateRecords() { ++generation; }
 
 void CompDestory() {
-  CountRecordsGeneration();
+  InvalidateRecords();
   for (const tagGCSECT* section : g_GCHead) delete section;
   g_GCHead.clear();
 }

@@ -8,8 +8,6 @@
 
 #include "ruxcomp/records.h"
 
-class CRuxEntryData;
-
 // The compiled sections: of the run going on, or of the loaded meta file. Owned by this list;
 // released by CompDestory.
 extern std::vector<tagGCSECT*> g_GCHead;
@@ -23,17 +21,10 @@ tagGCSECT* CreateGCSect(std::uint32_t sectionId);
 // The compiled identifier of an entry with that key; 0 for entries that are not compiled.
 std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key);
 
-// Appends the compiled values of an entry to a record.
-void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEntryData& payload,
-                    tagGCENTRY& record);
-
-// The compiled form of one operand; 0xFFFFFFFF for a text that means nothing.
-std::uint32_t GetValueVal(const std::string& text);
-
 // How often the records of g_GCHead were released or replaced: what was remembered of them before
 // is worth nothing.
 std::uint32_t RecordsGeneration();
-void CountRecordsGeneration();
+void InvalidateRecords();
 
 // Deletes every record of g_GCHead. The symbol tables stay: a later run goes on with their indices.
 void CompDestory();

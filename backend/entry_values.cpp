@@ -1,22 +1,30 @@
 // The compiled values of an entry, by the kind of its payload.
-#include "backend/compile_pass.h"
-#include "backend/lookups.h"
+#include "backend/model_compiler.h"
 #include "backend/symbol_tables.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
 #include "frontend/entry_data.h"
 #include "frontend/identifiers.h"
 
-namespace {
+std::uint32_t ModelCompiler::GetValueVal(const std::string& text) {
+  std::uint32_t number = 0;
+  if (NumberOrWord(text, number)) return interner_.Number(number);
+  if (text == "VALUE") return g_tblValue[""];
+  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
+  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];
+  if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
+    return RUX_CLASS_Small + number;
+  return 0xFFFFFFFF;
+}
 
-std::uint32_t FieldValue(Role role, const std::string& text) {
+std::uint32_t ModelCompiler::FieldValue(Role role, const std::string& text) {
   switch (role) {
     case Role::kOperand:
     case Role::kNumber:
     case Role::kLocalValue:
       return GetValueVal(text);
     case Role::kAction:
-      return Lookups::Current().actions[text];
+      return interner_.actions[text];
     case Role::kTable:
       return g_tblTableName[text];
     case Role::kOperator:
@@ -28,35 +36,37 @@ std::uint32_t FieldValue(Role role, const std::string& text) {
 }
 
 // Appends the values of a payload, whatever it holds.
-struct Compiler {
+struct PayloadCompiler {
+  ModelCompiler& model;
   std::uint32_t entryId;
   std::vector<std::uint32_t>& values;
 
   void operator()(std::monostate) const {}
 
-  void operator()(std::uint32_t number) const {
-    values.push_back(Lookups::Current().Number(number));
-  }
+  void operator()(std::uint32_t number) const { values.push_back(model.interner_.Number(number)); }
 
   void operator()(const std::string& text) const {
+    findings::ExaminePart(0);
     if (!IsNumericString(entryId)) {
-      values.push_back(Lookups::Current().Text(text));
+      values.push_back(model.interner_.Text(text));
       return;
     }
     std::uint32_t number = 0;
-    if (WordOrNumber(text, number)) values.push_back(Lookups::Current().Number(number));
+    if (WordOrNumber(text, number)) values.push_back(model.interner_.Number(number));
   }
 
   void operator()(const TextList& list) const {
     values.reserve(list.size());
+    std::uint32_t part = 0;
     for (const std::string& text : list) {
+      findings::ExaminePart(part++);
       if (!IsNumericList(entryId)) {
-        values.push_back(Lookups::Current().Text(text));
+        values.push_back(model.interner_.Text(text));
         continue;
       }
       std::uint32_t number = 0;
       if (!StringToLong(text, number)) return;  // ends the list: a defined word does, too
-      values.push_back(Lookups::Current().Number(number));
+      values.push_back(model.interner_.Number(number));
     }
   }
 
@@ -67,42 +77,47 @@ struct Compiler {
     values.reserve(count);
     values.push_back(RUX_CLASS_ValueType + value.GetType());
     for (const ValueField& field : fields) {
-      if (field.text) values.push_back(FieldValue(field.role, *field.text));
+      if (field.text) AppendField(field.role, *field.text);
       if (!field.list) continue;
-      for (const std::string& text : *field.list) values.push_back(FieldValue(field.role, text));
+      for (const std::string& text : *field.list) AppendField(field.role, text);
     }
   }
 
   void operator()(const RepeaterRecord& record) const {
+    findings::ExaminePart(0);
     std::uint32_t count = 0;
     if (!StringToLong(record.Count, count)) return;  // nothing of the entry, not even the action
-    values.push_back(Lookups::Current().Number(count));
-    values.push_back(Lookups::Current().actions[record.Action]);
-    for (const std::string& text : record.Args) values.push_back(GetValueVal(text));
+    values.push_back(model.interner_.Number(count));
+    values.push_back(model.interner_.actions[record.Action]);
+    for (const std::string& text : record.Args) AppendField(Role::kOperand, text);
+  }
+
+ private:
+  // So far as many values as parts were appended.
+  void AppendField(Role role, const std::string& text) const {
+    findings::ExaminePart(static_cast<std::uint32_t>(values.size()));
+    values.push_back(model.FieldValue(role, text));
   }
 };
 
-// The table whose names an entry of a section refers to; null when it is a text like any other.
-TableCursor* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
-  Lookups& lookups = Lookups::Current();
+TableCursor* ModelCompiler::NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
   const bool isParent = entryId == ENTRY_PARENT;
   const bool isName = entryId == ENTRY_NAME;
-  if (sectionId == SECTION_GROUP && (isParent || isName)) return &lookups.groups;
-  if (sectionId == SECTION_SENSOR && isParent) return &lookups.groups;
-  if (sectionId == SECTION_ACTION && isName) return &lookups.actions;
+  if (sectionId == SECTION_GROUP && (isParent || isName)) return &interner_.groups;
+  if (sectionId == SECTION_SENSOR && isParent) return &interner_.groups;
+  if (sectionId == SECTION_ACTION && isName) return &interner_.actions;
   return nullptr;
 }
 
-}  // namespace
-
-void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEntryData& payload,
-                    tagGCENTRY& record) {
-  if (entryId == ENTRY_TABLE_ROW) return;
-  const auto* text = payload.Get<std::string>();
-  TableCursor* names = NameTable(sectionId, entryId);
+void ModelCompiler::SetEntryValues(std::uint32_t sectionId, const CRUXEntry& entry,
+                                   tagGCENTRY& record) {
+  if (entry.identifier == ENTRY_TABLE_ROW) return;
+  const auto* text = entry.m_RuxEntryData.Get<std::string>();
+  TableCursor* names = NameTable(sectionId, entry.identifier);
   if (names && text) {
     record.values.push_back((*names)[*text]);
     return;
   }
-  std::visit(Compiler{entryId, record.values}, payload.payload());
+  std::visit(PayloadCompiler{*this, entry.identifier, record.values},
+             entry.m_RuxEntryData.payload());
 }

@@ -21,7 +21,7 @@ template <class Use>
 void ForEachEntry(SectionId sectionId, EntryId entryId, Use use) {
   for (const CRUXSection* section : SectionsOf(sectionId)) {
     for (const auto& entry : section->entries) {
-      if (entry->identifier == entryId) use(*entry);
+      if (entry && entry->identifier == entryId) use(*entry);
     }
   }
 }
@@ -92,11 +92,13 @@ using Cells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 // Sets the cells of one table row: "low.high = value" or "cell = value".
 void ApplyRow(const CRUXEntry& row, Cells& cells) {
   std::uint32_t value = 0;
+  findings::ExaminePart(0);
   if (const auto* text = row.m_RuxEntryData.Get<std::string>()) StringToLong(*text, value);
   const std::string& name = row.name;
   const std::size_t dot = name.find('.');
   std::uint32_t low = 0;
   std::uint32_t high = 0;
+  findings::ExaminePart(findings::Origin::kKey);
   StringToLong(name.substr(0, dot), low);
   StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high);
   for (std::size_t cell = low; cell <= high && cell < cells.size(); ++cell) {
@@ -113,7 +115,9 @@ std::uint32_t InitTableDataD() {
     if (!name) continue;
     InsertTbl(g_tblTableName, g_idxTableName, *name, kStep);
     for (const auto& entry : table->entries) {
-      if (entry->identifier == ENTRY_TABLE_ROW) ApplyRow(*entry, cells);
+      if (!entry || entry->identifier != ENTRY_TABLE_ROW) continue;
+      findings::Examine(table->OriginOf(*entry));
+      ApplyRow(*entry, cells);
     }
     g_tblTableData.insert(g_tblTableData.end(), cells.begin(), cells.end());
   }

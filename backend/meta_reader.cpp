@@ -135,7 +135,7 @@ std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info) {
   }
   if (info) *info = header;
   file.Seek(kSectionsOffset);
-  CountRecordsGeneration();
+  InvalidateRecords();
   g_GCHead.clear();
   return ReadSections(file) && ReadTables(file) ? 1 : 0;
 }

@@ -1,6 +1,5 @@
 // The first pass over the entries: each by itself, its texts turned into its payload. Values have a
 // file of their own.
-#include "checker/messages.h"
 #include "checker/number.h"
 #include "frontend/entry.h"
 #include "frontend/lookup.h"
@@ -50,109 +49,119 @@ bool IsFreeName(std::uint32_t identifier, const std::string& name, const std::st
 
 }  // namespace
 
-std::uint32_t CRUXEntry::ChkEntryName(const CRUXSection& section) {
+std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
   const char* keyword = KeywordOf(identifier);
   if (!keyword) return 0;
   if (name == keyword) return 1;
+  const CheckContext ofKey = context.At(findings::Origin::kKey);
   if ((notation & kFreeName) && HasPrefix(name, keyword) &&
       IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
     return 1;
   }
-  ReportEntry<msg::kEntryNameInvalid>(*this, section);
+  ReportEntry<MessageId::kInvalidEntryName>(*this, ofKey);
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkEntryExist(const CRUXSection& section) {
+void ReportMissing(const CRUXObj& unfilled, const CheckContext& context) {
+  const char* keyword = KeywordOf(unfilled.identifier);  // an unfilled entry has no name itself
+  ReportAt<MessageId::kMissingEntry>(unfilled, {context.section.OwnOrigin()}, context.section.name,
+                                     std::string(keyword ? keyword : ""));
+}
+
+std::uint32_t CRUXEntry::ChkEntryExist(const CheckContext& context) {
   if (m_RuxEntryData.HasData() || !(notation & kRequired)) return 1;
-  const char* keyword = KeywordOf(identifier);  // an unfilled entry has no name itself
-  ReportAt<msg::kEntryMissing>(*this, section.name, std::string(keyword ? keyword : ""));
+  ReportMissing(*this, context);
   return 0;
 }
 
-bool CRUXEntry::PassesCommonStart(const CRUXSection& section, PayloadType type,
+bool CRUXEntry::PassesCommonStart(const CheckContext& context, PayloadType type,
                                   std::uint32_t& answer) {
   if (!m_RuxEntryData.HasData()) {
-    answer = ChkEntryExist(section);
+    answer = ChkEntryExist(context);
     return false;
   }
   answer = 0;
-  if (!ChkEntryName(section)) return false;
+  if (!ChkEntryName(context)) return false;
   // A restored entry may hold a payload of another type than its own.
   if (PayloadOf(identifier) == type && PayloadOf(m_RuxEntryData.GetType()) == type) return true;
-  ReportEntry<msg::kEntryTypeInvalid>(*this, section);
+  ReportEntry<MessageId::kInvalidEntryType>(*this, context);
   return false;
 }
 
-bool CRUXEntry::TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text) {
+bool CRUXEntry::TakeFirstItem(const CheckContext& context, unsigned int pass, std::string& text) {
   Splitter parts(text_);
   if (parts.IsAtEnd()) {
-    ReportEntry<msg::kNoSubString>(*this, section);
+    ReportEntry<MessageId::kMissingValue>(*this, context);
     return false;
   }
   text = parts.Next();
-  if (!parts.IsAtEnd()) ReportEntry<msg::kMoreSubStrings>(*this, section);
+  if (!parts.IsAtEnd()) ReportEntry<MessageId::kSurplusValues>(*this, context.At(1));
   DropItems(pass);
   return true;
 }
 
-std::uint32_t CGEDWORD::IsValid(const CRUXSection& section, unsigned int pass) {
+std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) {
   auto* number = m_RuxEntryData.Get<std::uint32_t>();
   if (number) *number = 0;
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(section, PAYLOAD_DWORD, answer)) return answer;
+  if (!PassesCommonStart(context, PAYLOAD_DWORD, answer)) return answer;
   std::string text;
-  if (!TakeFirstItem(section, pass, text)) return 0;
+  if (!TakeFirstItem(context, pass, text)) return 0;
+  const CheckContext ofText = context.At(0);
   if (WordOrNumber(text, *number)) return 1;
   // A defined word with a text that means nothing is let pass and is 0.
   if (identifier == ENTRY_DEFINED_WORD) return 1;
-  ReportEntry<msg::kNotANumber>(*this, section, text);
+  ReportEntry<MessageId::kUndefinedWord>(*this, ofText, text);
   return 0;
 }
 
-std::uint32_t CGESTRING::IsValid(const CRUXSection& section, unsigned int pass) {
+std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(section, PAYLOAD_STRING, answer)) return answer;
+  if (!PassesCommonStart(context, PAYLOAD_STRING, answer)) return answer;
   std::string& text = *m_RuxEntryData.Get<std::string>();
-  if (!TakeFirstItem(section, pass, text)) return 0;
+  if (!TakeFirstItem(context, pass, text)) return 0;
   // The one text that may be empty.
-  if (section.name == "SYSTEM" && name == "MODEL") return 1;
+  if (context.section.name == "SYSTEM" && name == "MODEL") return 1;
+  const CheckContext ofText = context.At(0);
   if (text.empty()) {
-    ReportEntry<msg::kNoSubString>(*this, section);
+    ReportEntry<MessageId::kMissingValue>(*this, ofText);
     return 0;
   }
   std::uint32_t number = 0;
   if (!IsNumericString(identifier) || WordOrNumber(text, number)) return 1;
-  ReportEntry<msg::kNotANumber>(*this, section, text);
+  ReportEntry<MessageId::kUndefinedWord>(*this, ofText, text);
   return 0;
 }
 
-std::uint32_t CGESTRINGLIST::IsValid(const CRUXSection& section, unsigned int pass) {
+std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(section, PAYLOAD_STRINGLIST, answer)) return answer;
+  if (!PassesCommonStart(context, PAYLOAD_STRINGLIST, answer)) return answer;
   TextList& list = *m_RuxEntryData.Get<TextList>();
   list = ListItems();
   DropItems(pass);
   if (IsNumericList(identifier)) return 1;  // its elements are references: second pass
   std::uint32_t ok = 1;
+  std::uint32_t part = 0;
   for (const std::string& element : list) {
+    const CheckContext ofElement = context.At(part++);
     std::uint32_t number = 0;
     if (WordOrNumber(element, number)) continue;
-    ReportEntry<msg::kNotANumber>(*this, section, element);
+    ReportEntry<MessageId::kUndefinedWord>(*this, ofElement, element);
     ok = 0;
   }
   return ok;
 }
 
-std::uint32_t CGEREPEATER::IsValid(const CRUXSection& section, unsigned int pass) {
+std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(section, PAYLOAD_REPEATER, answer)) return answer;
+  if (!PassesCommonStart(context, PAYLOAD_REPEATER, answer)) return answer;
   const TextList items = ListItems();
   if (items.empty()) {
-    ReportEntry<msg::kNoSubString>(*this, section);
+    ReportEntry<MessageId::kMissingValue>(*this, context);
     return 0;
   }
   if (items.size() == 1) {
-    ReportEntry<msg::kNotEnoughForRepeater>(*this, section);
+    ReportEntry<MessageId::kIncompleteRepeater>(*this, context);
     return 0;
   }
   auto& record = *m_RuxEntryData.Get<RepeaterRecord>();

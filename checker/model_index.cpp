@@ -7,8 +7,6 @@
 
 namespace {
 
-ModelIndex* current = nullptr;
-
 // The index of a kind, made by build(kind) when it is first asked for.
 template <class PerKind, class Build>
 auto& Of(PerKind& indices, SectionId kind, Build build) {
@@ -54,7 +52,7 @@ auto IndexIdsAndWords(SectionId kind) {
 void AddEntryNames(const CRUXSection& section, EntryId id,
                    std::unordered_set<std::string_view>& index) {
   for (const auto& entry : section.entries) {
-    if (entry->identifier == id) index.insert(entry->name.text());
+    if (entry && entry->identifier == id) index.insert(entry->name.text());
   }
 }
 
@@ -79,12 +77,8 @@ auto IndexGroupLines() {
 
 }  // namespace
 
-ModelIndex::ModelIndex() { current = this; }
-ModelIndex::~ModelIndex() { current = nullptr; }
-ModelIndex& ModelIndex::Current() { return *current; }
-
-auto ModelIndex::IndexNames(SectionId kind) -> Firsts<std::string_view> {
-  Firsts<std::string_view> index;
+auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view> {
+  FirstDefinitions<std::string_view> index;
   index.byKey.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
@@ -97,8 +91,8 @@ auto ModelIndex::IndexNames(SectionId kind) -> Firsts<std::string_view> {
   return index;
 }
 
-auto ModelIndex::IndexIds(SectionId kind) -> Firsts<std::uint32_t> {
-  Firsts<std::uint32_t> index;
+auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
+  FirstDefinitions<std::uint32_t> index;
   index.byKey.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
@@ -109,26 +103,26 @@ auto ModelIndex::IndexIds(SectionId kind) -> Firsts<std::uint32_t> {
   return index;
 }
 
-auto ModelIndex::IndexEntries(SectionId kind) -> Firsts<std::string_view> {
-  Firsts<std::string_view> index;
+auto ModelIndex::IndexEntries(SectionId kind) -> FirstDefinitions<std::string_view> {
+  FirstDefinitions<std::string_view> index;
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     for (const auto& entry : section->entries) {
-      if (!entry->m_RuxEntryData.HasData()) continue;
+      if (!IsGiven(entry)) continue;
       index.Add(entry->name.text(), {ordinal, section, entry.get()});
     }
   });
   return index;
 }
 
-const ModelIndex::First* ModelIndex::ByName(SectionId kind, std::string_view name) {
+const ModelIndex::FirstDefinition* ModelIndex::ByName(SectionId kind, std::string_view name) {
   return Find(Of(names_, kind, IndexNames).byKey, name);
 }
 
-const ModelIndex::First* ModelIndex::ById(SectionId kind, std::uint32_t number) {
+const ModelIndex::FirstDefinition* ModelIndex::ById(SectionId kind, std::uint32_t number) {
   return Find(Of(ids_, kind, IndexIds).byKey, number);
 }
 
-const ModelIndex::First* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
+const ModelIndex::FirstDefinition* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
   return Find(Of(entries_, kind, IndexEntries).byKey, name);
 }
 
@@ -146,11 +140,14 @@ ModelIndex::Listed ModelIndex::IndexLists() {
     const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
     const TextList* list = sensors ? sensors->m_RuxEntryData.Get<TextList>() : nullptr;
     if (!list) continue;
+    std::uint32_t part = 0;
     for (const std::string& element : *list) try {
         std::uint32_t number = 0;
         if (NumberOrWord(element, number)) index.numbers.insert(number);
+        ++part;
       } catch (const std::out_of_range&) {
         index.raising = &element;
+        index.at = group->OriginOf(*sensors, part);
         return index;
       }
   }
@@ -161,7 +158,10 @@ bool ModelIndex::IsListed(std::uint32_t number) {
   const Listed& listed = Of(listed_, IndexLists);
   if (listed.numbers.count(number) > 0) return true;
   // Raised anew: the walk has come this far for every number that does not stand before.
-  if (listed.raising) NumberOrWord(*listed.raising, number);
+  if (listed.raising) {
+    findings::Examine(listed.at);
+    NumberOrWord(*listed.raising, number);
+  }
   return false;
 }
 

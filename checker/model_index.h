@@ -16,18 +16,11 @@
 // kind; as the model does not change during the pass, an index that is built when a rule first asks
 // gives the same answers at a cost that does not grow with the model.
 //
-// The pass makes one and the checks that run in it find it with Current().
+// The pass makes one and hands it to the checks.
 class ModelIndex {
  public:
-  ModelIndex();
-  ~ModelIndex();
-  ModelIndex(const ModelIndex&) = delete;
-  ModelIndex& operator=(const ModelIndex&) = delete;
-
-  static ModelIndex& Current();
-
   // The first section of a kind that has something, and the entry in which it has it.
-  struct First {
+  struct FirstDefinition {
     std::size_t ordinal;  // of the section among those of its kind
     const CRUXSection* section;
     const CRUXEntry* entry;
@@ -36,9 +29,9 @@ class ModelIndex {
   // All of them answer null when there is none. By NAME: a section without NAME counts as named "",
   // and its entry is null. By ID: only IDs that are numbers count, not defined words. By entry: the
   // name of any entry that the script gave.
-  const First* ByName(SectionId kind, std::string_view name);
-  const First* ById(SectionId kind, std::uint32_t number);
-  const First* ByEntry(SectionId kind, std::string_view name);
+  const FirstDefinition* ByName(SectionId kind, std::string_view name);
+  const FirstDefinition* ById(SectionId kind, std::uint32_t number);
+  const FirstDefinition* ByEntry(SectionId kind, std::string_view name);
 
   // Whether any two sections of the kind would be found by the same NAME or ID: mostly none are,
   // and then nobody need look for an earlier one.
@@ -63,11 +56,11 @@ class ModelIndex {
 
  private:
   template <class Key>
-  struct Firsts {
-    std::unordered_map<Key, First> byKey;
+  struct FirstDefinitions {
+    std::unordered_map<Key, FirstDefinition> byKey;
     bool hasRepeat = false;
 
-    void Add(const Key& key, const First& section) {
+    void Add(const Key& key, const FirstDefinition& section) {
       if (!byKey.try_emplace(key, section).second) hasRepeat = true;
     }
   };
@@ -80,16 +73,17 @@ class ModelIndex {
   struct Listed {
     Numbers numbers;
     const std::string* raising = nullptr;
+    findings::Origin at = {};  // of the raising element
   };
 
-  static Firsts<std::string_view> IndexNames(SectionId kind);
-  static Firsts<std::uint32_t> IndexIds(SectionId kind);
-  static Firsts<std::string_view> IndexEntries(SectionId kind);
+  static FirstDefinitions<std::string_view> IndexNames(SectionId kind);
+  static FirstDefinitions<std::uint32_t> IndexIds(SectionId kind);
+  static FirstDefinitions<std::string_view> IndexEntries(SectionId kind);
   static Listed IndexLists();
 
-  PerKind<Firsts<std::string_view>> names_;
-  PerKind<Firsts<std::uint32_t>> ids_;
-  PerKind<Firsts<std::string_view>> entries_;
+  PerKind<FirstDefinitions<std::string_view>> names_;
+  PerKind<FirstDefinitions<std::uint32_t>> ids_;
+  PerKind<FirstDefinitions<std::string_view>> entries_;
   PerKind<Numbers> idsAndWords_;
   std::optional<Listed> listed_;
   std::optional<Names> globals_;

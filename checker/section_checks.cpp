@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "checker/messages.h"
 #include "checker/model_index.h"
 #include "checker/number.h"
 #include "frontend/lookup.h"
@@ -15,78 +14,96 @@ namespace {
 
 // A rule looks at a section among those of its kind; it reports and answers 0 when the section
 // breaks it.
-using Rule = std::uint32_t(const CRUXSection& section, SectionId kind);
+using Rule = std::uint32_t(const CRUXSection& section, SectionId kind, ModelIndex& index);
 
-std::uint32_t NoRule(const CRUXSection&, SectionId) { return 1; }
+std::uint32_t NoRule(const CRUXSection&, SectionId, ModelIndex&) { return 1; }
 
 // Every section of the kind reports, the first one included.
-std::uint32_t AtMostOne(const CRUXSection& section, SectionId kind) {
+std::uint32_t AtMostOne(const CRUXSection& section, SectionId kind, ModelIndex&) {
   if (SectionsOf(kind).size() < 2) return 1;
-  ReportAt<msg::kSectionRedefined>(section, section.name, section.name);
+  ReportAt<MessageId::kRedefinedSection>(section, {section.OwnOrigin()}, section.name,
+                                         section.name);
   return 0;
 }
 
-using First = ModelIndex::First;
+using FirstDefinition = ModelIndex::FirstDefinition;
 
 // What stands first, if it does so in an earlier section than `section`; else null.
-const First* Earlier(const First* first, const CRUXSection& section) {
+const FirstDefinition* Earlier(const FirstDefinition* first, const CRUXSection& section) {
   return first && first->section != &section ? first : nullptr;
 }
 
+struct GivenEntry {
+  const CRUXSection& section;
+  const CRUXEntry& entry;
+};
+
+// Reports `what`, which is in that part of the entry and of the earlier one.
+template <MessageId Id>
+void ReportRedefined(const GivenEntry& given, const FirstDefinition& earlier,
+                     const std::string& what, std::uint32_t part) {
+  ReportAt<Id>(
+      given.entry,
+      {given.section.OriginOf(given.entry, part), earlier.section->OriginOf(*earlier.entry, part)},
+      given.section.name, what, earlier.entry->GetFile(0), earlier.entry->line);
+}
+
+template <MessageId Id>
+void ReportRedefined(const CRUXSection& section, EntryId id, const FirstDefinition& earlier) {
+  const CRUXEntry& entry = *FindEntry(&section, id);
+  ReportRedefined<Id>({section, entry}, earlier, *entry.m_RuxEntryData.Get<std::string>(), 0);
+}
+
 // No entry name of an earlier section. The first repeat of the earliest such section ends the rule.
-std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind) {
+std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const CRUXEntry* repeat = nullptr;
-  const First* earliest = nullptr;
+  const FirstDefinition* earliest = nullptr;
   for (const auto& entry : section.entries) {
-    if (!entry->m_RuxEntryData.HasData()) continue;
-    const First* first = Earlier(ModelIndex::Current().ByEntry(kind, entry->name.text()), section);
+    if (!IsGiven(entry)) continue;
+    const FirstDefinition* first = Earlier(index.ByEntry(kind, entry->name.text()), section);
     if (!first || (earliest && first->ordinal >= earliest->ordinal)) continue;
     repeat = entry.get();
     earliest = first;
   }
   if (!repeat) return 1;
-  ReportAt<msg::kEntryRedefinedElsewhere>(*repeat, section.name, repeat->name,
-                                          earliest->entry->GetFile(0), earliest->entry->line);
+  ReportRedefined<MessageId::kRedefinedElsewhere>({section, *repeat}, *earliest, repeat->name,
+                                                  findings::Origin::kKey);
   return 0;
-}
-
-template <const auto& Message>
-void ReportRedefined(const CRUXSection& section, const CRUXEntry& entry, const First& earlier) {
-  ReportAt<Message>(entry, section.name, *entry.m_RuxEntryData.Get<std::string>(),
-                    earlier.entry->GetFile(0), earlier.entry->line);
 }
 
 // No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
 // its ID. IDs given by defined words are not compared.
-std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind) {
-  ModelIndex& index = ModelIndex::Current();
+std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const std::string* name = FindText(&section, ENTRY_NAME);
   const std::string* id = FindText(&section, ENTRY_ID);
   std::uint32_t number = 0;
-  const First* sameName = nullptr;
+  const FirstDefinition* sameName = nullptr;
   if (name && index.HasRepeatedName(kind)) sameName = Earlier(index.ByName(kind, *name), section);
-  const First* sameId = nullptr;
+  const FirstDefinition* sameId = nullptr;
   if (id && StringToLong(*id, number) && index.HasRepeatedId(kind)) {
     sameId = Earlier(index.ById(kind, number), section);
   }
   if (sameName && (!sameId || sameName->ordinal <= sameId->ordinal)) {
-    ReportRedefined<msg::kNameRedefined>(section, *FindEntry(&section, ENTRY_NAME), *sameName);
+    ReportRedefined<MessageId::kRedefinedName>(section, ENTRY_NAME, *sameName);
     return 0;
   }
   if (!sameId) return 1;
-  ReportRedefined<msg::kIdRedefined>(section, *FindEntry(&section, ENTRY_ID), *sameId);
+  ReportRedefined<MessageId::kRedefinedId>(section, ENTRY_ID, *sameId);
   return 0;
 }
 
-// The parent must be a group that stands on a smaller line, whatever files the two stand in.
-bool ParentIsEarlier(const CRUXSection& section) {
-  const std::string* parent = FindText(&section, ENTRY_PARENT);
-  return !parent || *parent == "0" || ModelIndex::Current().HasGroupAbove(*parent, section.line);
+// The parent must be a group that is on a smaller line, whatever files the two are in.
+bool ParentIsEarlier(const std::string& parent, const CRUXSection& section, ModelIndex& index) {
+  return parent == "0" || index.HasGroupAbove(parent, section.line);
 }
 
-std::uint32_t GroupRule(const CRUXSection& section, SectionId kind) {
-  if (ParentIsEarlier(section)) return NameAndIdAreNew(section, kind);
-  ReportAt<msg::kParentNotEarlier>(section);
+std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& index) {
+  const std::string* parent = FindText(&section, ENTRY_PARENT);
+  if (!parent || ParentIsEarlier(*parent, section, index)) {
+    return NameAndIdAreNew(section, kind, index);
+  }
+  const CRUXEntry& entry = *FindEntry(&section, ENTRY_PARENT);
+  ReportAt<MessageId::kParentDefinedLater>(section, {section.OriginOf(entry, 0)});
   return 0;
 }
 
@@ -116,10 +133,10 @@ Rule& RuleFor(std::uint32_t kind) {
 std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   std::vector<const CRUXEntry*> entries;
   for (const auto& entry : section.entries) {
-    if (entry->m_RuxEntryData.HasData()) entries.push_back(entry.get());
+    if (IsGiven(entry)) entries.push_back(entry.get());
   }
   std::stable_sort(entries.begin(), entries.end(), [](const auto* one, const auto* other) {
-    return Name::IsBefore(one->name, other->name);
+    return InternedString::IsBefore(one->name, other->name);
   });
   return entries;
 }
@@ -142,9 +159,22 @@ std::uint32_t EntriesAreUnique(const CRUXSection& section) {
     const auto found = repeats.find(entry.get());
     if (found == repeats.end()) continue;
     for (const CRUXEntry* repeat : found->second) {
-      ReportAt<msg::kEntryRedefined>(*repeat, section.name, repeat->name);
+      ReportAt<MessageId::kRedefinedEntry>(
+          *repeat, {section.OriginOf(*repeat, findings::Origin::kKey)}, section.name, repeat->name);
     }
   }
+  return 0;
+}
+
+// First pass over a slot or entry.
+std::uint32_t CheckEntry(const CRUXSection& section, std::size_t place) {
+  if (CRUXEntry* entry = section.entries[place].get()) {
+    findings::Examine(section.OriginOf(*entry));
+    return entry->IsValid(section, kWholeModel);
+  }
+  const EntryTemplate& row = section.TemplateOf(place);
+  if (!(row.notation & kRequired)) return 1;
+  ReportMissing(CRUXObj(row.identifier, row.notation), section);
   return 0;
 }
 
@@ -160,36 +190,42 @@ std::uint32_t CheckAll(Check check) {
 
 }  // namespace
 
-std::uint32_t CRUXSection::IsValid(unsigned int) {
+std::uint32_t CRUXSection::IsValid() {
   const char* keyword = nullptr;
   for (std::uint32_t row = 0; row < g_dwNTMSect && !keyword; ++row) {
     if (g_NTMapSect[row].identifier == identifier) keyword = g_NTMapSect[row].keyword;
   }
   if (!keyword) {
-    ReportAt<msg::kSectionTypeInvalid>(*this, name);
+    ReportAt<MessageId::kInvalidSectionType>(*this, {OwnOrigin()}, name);
     return 0;
   }
   if (name != keyword) {
-    ReportAt<msg::kSectionNameInvalid>(*this, name);
+    ReportAt<MessageId::kInvalidSectionName>(*this, {OwnOrigin()}, name);
     return 0;
   }
   std::uint32_t ok = 1;
-  for (const auto& entry : entries) ok &= entry->IsValid(*this, kWholeModel);
+  for (std::size_t place = 0; place < entries.size(); ++place) ok &= CheckEntry(*this, place);
   return ok;
 }
 
-std::uint32_t CRUXSection::IsValidEx(unsigned int) {
+std::uint32_t CRUXSection::IsValidEx(ModelIndex& index) {
   if (identifier == SECTION_INCLUDE) return 1;
-  std::uint32_t ok = RuleFor(identifier)(*this, static_cast<SectionId>(identifier));
+  findings::Examine(OwnOrigin());
+  std::uint32_t ok = RuleFor(identifier)(*this, static_cast<SectionId>(identifier), index);
   ok &= EntriesAreUnique(*this);
-  for (const auto& entry : entries) ok &= entry->IsValidEx(*this, kWholeModel);
+  const CheckContext context(*this, &index);
+  for (const auto& entry : entries) {
+    if (!entry) continue;
+    findings::Examine(OriginOf(*entry));
+    ok &= entry->IsValidEx(context, kWholeModel);
+  }
   return ok;
 }
 
 std::uint32_t gccCheck() {
-  if (!CheckAll([](CRUXSection& section) { return section.IsValid(kWholeModel); })) return 0;
+  if (!CheckAll([](CRUXSection& section) { return section.IsValid(); })) return 0;
   // Of a model that passed, all texts were turned into payloads.
   CRUXEntry::m_itemTexts.Clear();
   ModelIndex index;
-  return CheckAll([](CRUXSection& section) { return section.IsValidEx(kWholeModel); });
+  return CheckAll([&index](CRUXSection& section) { return section.IsValidEx(index); });
 }

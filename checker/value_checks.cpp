@@ -2,7 +2,6 @@
 // from the sub-strings, the second follows what the record refers to.
 #include <algorithm>
 
-#include "checker/messages.h"
 #include "checker/model_index.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
@@ -35,6 +34,10 @@ struct BusFields {
   const std::string& baseAddress;
 };
 
+// Where the fields of an access to a bus are among the parts of a value.
+constexpr std::uint32_t kBusTypePart = 3;
+constexpr std::uint32_t kBaseAddressPart = 4;
+
 // Calls use(fields) when the record describes an access to a bus.
 template <class Use>
 void WithBusFields(const ValueRecord& record, Use use) {
@@ -46,13 +49,15 @@ void WithBusFields(const ValueRecord& record, Use use) {
 // The second pass over one value.
 struct ReferenceCheck {
   CGEVALUE& entry;
-  const CRUXSection& section;
+  const CheckContext& context;
   const ValueType& type;
 
   std::uint32_t Run(const CGeValue& value) const;
   void ReportSmbus(const CGeValue& value) const;
-  std::uint32_t CheckText(Role role, const std::string& text, std::uint32_t index) const;
-  std::uint32_t CheckList(const ValueField& field) const;
+  std::uint32_t CheckTexts(const std::vector<ValueField>& fields, bool numbers) const;
+  std::uint32_t CheckText(Role role, const std::string& text, std::uint32_t index,
+                          std::uint32_t part) const;
+  std::uint32_t CheckList(const ValueField& field, std::uint32_t part) const;
   std::uint32_t CheckArgumentCount(const std::vector<ValueField>& fields) const;
 };
 
@@ -61,40 +66,55 @@ std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
   const std::vector<ValueField> fields = FieldsOf(value);
   std::uint32_t ok = 1;
   // References first, then plain numbers, then the elements of a list: the order of the messages.
-  for (const ValueField& field : fields) {
-    if (field.text && field.role != Role::kNumber) ok &= CheckText(field.role, *field.text, 0);
-  }
-  for (const ValueField& field : fields) {
-    if (field.text && field.role == Role::kNumber) ok &= CheckText(field.role, *field.text, 0);
-  }
-  for (const ValueField& field : fields) {
-    if (field.list) ok &= CheckList(field);
+  ok &= CheckTexts(fields, false);
+  ok &= CheckTexts(fields, true);
+  if (!fields.empty() && fields.back().list) {
+    ok &= CheckList(fields.back(), static_cast<std::uint32_t>(fields.size()));
   }
   if (type.countsArguments) ok &= CheckArgumentCount(fields);
+  return ok;
+}
+
+// The part of a field is its ordinal behind the type.
+std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
+                                         bool numbers) const {
+  std::uint32_t ok = 1;
+  std::uint32_t part = 0;
+  for (const ValueField& field : fields) {
+    ++part;
+    if (!field.text || (field.role == Role::kNumber) != numbers) continue;
+    ok &= CheckText(field.role, *field.text, 0, part);
+  }
   return ok;
 }
 
 // Told, but not counted as errors: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
-    if (bus.baseAddress != "0x00") ReportAt<msg::kSmbusAddress>(entry);
-    if (bus.type != "BUSTYPE_SMBUS") ReportAt<msg::kSmbusType>(entry);
+    if (bus.baseAddress != "0x00") {
+      ReportAt<MessageId::kSmbusAddress>(entry,
+                                         {context.section.OriginOf(entry, kBaseAddressPart)});
+    }
+    if (bus.type != "BUSTYPE_SMBUS") {
+      ReportAt<MessageId::kSmbusBusType>(entry, {context.section.OriginOf(entry, kBusTypePart)});
+    }
   });
 }
 
-std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text,
-                                        std::uint32_t index) const {
+std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std::uint32_t index,
+                                        std::uint32_t part) const {
+  const CheckContext ofText = context.At(part);
   switch (role) {
     case Role::kOperand:
-      return entry.IsValidSubValue(text, section, index);
+      return entry.IsValidSubValue(text, ofText, index);
     case Role::kNumber:
-      return entry.ChkDigital(text, section);
+      return entry.ChkDigital(text, ofText);
     case Role::kLocalValue:
-      return entry.ChkValueName(text, section);
+      return entry.ChkValueName(text, ofText);
     case Role::kAction:
-      return entry.ChkActionName(text, section);
+      return entry.ChkActionName(text, ofText);
     case Role::kTable:
-      return entry.ChkTableName(text, section);
+      return entry.ChkTableName(text, ofText);
     case Role::kOperator:  // the first pass has checked it
     case Role::kNone:
       break;
@@ -102,16 +122,16 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text,
   return 1;
 }
 
-std::uint32_t ReferenceCheck::CheckList(const ValueField& field) const {
+std::uint32_t ReferenceCheck::CheckList(const ValueField& field, std::uint32_t part) const {
   std::uint32_t index = 0;
   // Outside of an action a call may name as many arguments as it passes on.
-  if (type.code == kActionCall && section.name != "ACTION") {
+  if (type.code == kActionCall && context.section.name != "ACTION") {
     index = static_cast<std::uint32_t>(
         std::count_if(field.list->begin(), field.list->end(),
                       [](const std::string& text) { return HasPrefix(text, "ARG"); }));
   }
   std::uint32_t ok = 1;
-  for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index);
+  for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index, part++);
   return ok;
 }
 
@@ -120,23 +140,24 @@ std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& 
     return field.role == Role::kAction;
   });
   const auto count = static_cast<std::uint32_t>(fields.back().list->size());
-  return entry.ChkActionParamNum(*action->text, count, section);
+  const auto part = static_cast<std::uint32_t>(action - fields.begin()) + 1;
+  return entry.ChkActionParamNum(*action->text, count, context.At(part));
 }
 
 }  // namespace
 
-std::uint32_t CGEVALUE::IsValid(const CRUXSection& section, unsigned int pass) {
+std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(section, PAYLOAD_VALUE, answer)) return answer;
+  if (!PassesCommonStart(context, PAYLOAD_VALUE, answer)) return answer;
   const TextList items = ListItems();
   if (items.empty()) {
-    ReportEntry<msg::kNoValueType>(*this, section);
+    ReportEntry<MessageId::kMissingValueType>(*this, context);
     return 0;
   }
   const std::string& typeName = items.front();
   std::uint32_t code = 0;
   if (!GetPreDefinedValue(typeName, code)) {
-    ReportEntry<msg::kValueTypeInvalid>(*this, section, typeName);
+    ReportEntry<MessageId::kUnknownValueType>(*this, context.At(0), typeName);
     DropItems(pass);
     return 0;
   }
@@ -145,22 +166,24 @@ std::uint32_t CGEVALUE::IsValid(const CRUXSection& section, unsigned int pass) {
 
   const ValueType& type = TypeFor(code, items.size() > 1 ? items[1] : std::string());
   if (items.size() < type.least) {
-    ReportEntry<msg::kNotEnoughForType>(*this, section, typeName);
+    ReportEntry<MessageId::kTooFewOperands>(*this, context.At(0), typeName);
     return 0;
   }
-  if (items.size() > type.most) ReportEntry<msg::kTooMuchForType>(*this, section, typeName);
+  if (items.size() > type.most) {
+    ReportEntry<MessageId::kTooManyOperands>(*this, context.At(type.most), typeName);
+  }
 
-  answer = FillRecord(value, type, items, section);
+  answer = FillRecord(value, type, items, context);
   DropItems(pass);
   return answer;
 }
 
 std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
-                                   const CRUXSection& section) {
+                                   const CheckContext& context) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
     calculation->Operator = items[1];
     if (!GetOperator(calculation->Operator)) {
-      ReportEntry<msg::kOperatorInvalid>(*this, section, calculation->Operator);
+      ReportEntry<MessageId::kUnknownOperator>(*this, context.At(1), calculation->Operator);
       return 0;
     }
   }
@@ -171,29 +194,30 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
     // A simple I/O port is its own address.
     std::uint32_t address = 0;
     if (bus.type != "BUSTYPE_SIMPLEIOPORT") return;
+    const CheckContext ofAddress = context.At(kBaseAddressPart);
     if (StringToLong(bus.baseAddress, address) && address == 0) return;
-    ReportEntry<msg::kBaseAddressNotZero>(*this, section, bus.baseAddress);
+    ReportEntry<MessageId::kNonzeroBaseAddress>(*this, ofAddress, bus.baseAddress);
     ok = 0;
   });
   return ok;
 }
 
-std::uint32_t CGEVALUE::IsValidEx(const CRUXSection& section, unsigned int) {
+std::uint32_t CGEVALUE::IsValidEx(const CheckContext& context, unsigned int) {
   const CGeValue* value = m_RuxEntryData.Get<CGeValue>();
   if (!value) return 1;
-  return ReferenceCheck{*this, section, FindValueType(value->GetType())}.Run(*value);
+  return ReferenceCheck{*this, context, FindValueType(value->GetType())}.Run(*value);
 }
 
-std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CRUXSection& section,
+std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CheckContext& context,
                                         std::uint32_t index) {
-  if (HasPrefix(text, "VALUE_")) return ChkValueName(text, section);
-  if (HasPrefix(text, "ARG")) return ChkArgName(text, section, index);
-  if (HasPrefix(text, "G_")) return ChkGlobalName(text, section);
-  return ChkDigital(text, section);
+  if (HasPrefix(text, "VALUE_")) return ChkValueName(text, context);
+  if (HasPrefix(text, "ARG")) return ChkArgName(text, context, index);
+  if (HasPrefix(text, "G_")) return ChkGlobalName(text, context);
+  return ChkDigital(text, context);
 }
 
-std::uint32_t CGEVALUE::ChkValueName(const std::string& value, const CRUXSection& section) {
-  if (ModelIndex::Current().HasValue(section, value)) return 1;
-  ReportEntry<msg::kValueNameInvalid>(*this, section, value);
+std::uint32_t CGEVALUE::ChkValueName(const std::string& value, const CheckContext& context) {
+  if (context.index->HasValue(context.section, value)) return 1;
+  ReportEntry<MessageId::kUnknownValue>(*this, context, value);
   return 0;
 }

@@ -4,7 +4,8 @@
 #include <stdexcept>
 
 namespace {
-// The library's own at() words its error otherwise; hosts know this text.
+// std::vector::at words its error otherwise; this text is part of the interface, pinned by
+// tests/api/debug_meta_read_test.cpp.
 [[noreturn]] void RaiseEndOfRecord() { throw std::out_of_range("vector"); }
 }  // namespace
 

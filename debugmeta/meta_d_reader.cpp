@@ -4,7 +4,6 @@
 #include "backend/file_reader.h"
 #include "backend/words.h"
 #include "debugmeta/bytes.h"
-#include "debugmeta/messages.h"
 #include "debugmeta/meta_d_file.h"
 #include "debugmeta/meta_d_format.h"
 #include "debugmeta/model_bytes.h"
@@ -70,18 +69,18 @@ void ReadSections(FileReader& file) {
 std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
   FileReader file(path);
   if (!file.opened()) {
-    Report<msg::kOpenDebugFailed>(path);
+    Report<MessageId::kDebugMetaNotOpened>({}, path);
     return 0;
   }
   char magic[sizeof(kMagic)] = {};
   file.PaddedBytes(magic, sizeof magic);
   if (std::memcmp(magic, kMagic, sizeof magic) != 0) {
-    Report<msg::kDebugInvalid>(path);
+    Report<MessageId::kDebugMetaInvalid>({}, path);
     return 0;
   }
   tagMETAFILEINFO header{PaddedWord(file), 0};
   if (header.version != RUXD_VERSION) {
-    Report<msg::kDebugVersion>(path);
+    Report<MessageId::kDebugMetaVersion>({}, path);
     return 0;
   }
   header.creationTime = PaddedWord(file);

@@ -3,7 +3,6 @@
 #include "backend/file_writer.h"
 #include "backend/words.h"
 #include "debugmeta/bytes.h"
-#include "debugmeta/messages.h"
 #include "debugmeta/meta_d_file.h"
 #include "debugmeta/meta_d_format.h"
 #include "frontend/predefine.h"
@@ -54,7 +53,7 @@ void WriteSections(FileWriter& file) {
 std::uint32_t WriteMetaD(const std::string& path) {
   FileWriter file(path);
   if (!file.is_open()) {
-    Report<msg::kCreateDebugFailed>(path);
+    Report<MessageId::kDebugMetaNotCreated>({}, path);
     return 0;
   }
   WriteHeader(file.bytes());

@@ -41,8 +41,19 @@ class TemplateFinder {
   std::multimap<std::uint32_t, CRUXEntry*> entries_;  // those of one identifier in their order
 };
 
+// Is stored as an entry without place, name and payload.
+struct EmptySlot {
+  const EntryTemplate& row;
+
+  void GetBuffer(Bytes& out) const {
+    ByteWriter writer(out);
+    writer.Nested(CRUXObj(row.identifier, row.notation));
+    writer.Nested(CRuxEntryData());
+  }
+};
+
 // What was read until an error is raised stays in the name.
-void ReadName(ByteReader& reader, Name& name) {
+void ReadName(ByteReader& reader, InternedString& name) {
   std::string text;
   try {
     reader(text);
@@ -98,12 +109,19 @@ void CRUXSection::GetBuffer(Bytes& out) const {
   ByteWriter writer(out);
   writer.Nested<CRUXObj>(*this);
   writer.Word(static_cast<std::uint32_t>(entries.size()));
-  for (const auto& entry : entries) writer.Nested(*entry);
+  for (std::size_t place = 0; place < entries.size(); ++place) {
+    if (entries[place]) {
+      writer.Nested(*entries[place]);
+    } else {
+      writer.Nested(EmptySlot{TemplateOf(place)});
+    }
+  }
 }
 
 void CRUXSection::SetBuffer(const RecordView& in) {
   ByteReader reader(in);
   CRUXObj::SetBuffer(reader.Nested());
+  FillSlots();
   TemplateFinder templates(*this);
   for (std::uint32_t count = reader.Word(); count > 0; --count) {
     const RecordView record = reader.Nested();

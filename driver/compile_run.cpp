@@ -103,7 +103,7 @@ class CompileRun {
   static bool RanOutOfMemory() {
     const std::vector<diagnostics::Message>& messages = diagnostics::Messages().messages;
     return std::any_of(messages.begin(), messages.end(), [](const diagnostics::Message& message) {
-      return message.format == reader::kOutOfMemory;
+      return message.format == reader::kFormat<reader::MessageId::kOutOfMemory>;
     });
   }
 

@@ -2,7 +2,10 @@
 #include "frontend/parse.h"
 #include "ruxcomp/compile.h"
 
-std::uint32_t gccCompStart(const std::string& path) { return g_Parse.Start(path); }
+std::uint32_t gccCompStart(const std::string& path) {
+  CRUXParse::CountFromZero();
+  return g_Parse.Start(path);
+}
 
 std::uint32_t gccParse() {
   g_Parse.Parse();

@@ -1,16 +1,16 @@
 #include "frontend/entry.h"
 
-#include "frontend/messages.h"
 #include "frontend/report.h"
 #include "frontend/split.h"
 
 void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,
-                     std::uint32_t itemLine) {
+                     std::uint32_t itemLine, const findings::Origin& origin) {
   SetFile(file);
   name = key;
   line = itemLine;
+  item = origin.item;
   m_RuxEntryData.Create(identifier);
-  if (!m_RuxEntryData.HasData()) Report<msg::kPayloadFailed>(identifier);
+  if (!m_RuxEntryData.HasData()) Report<MessageId::kEntryWithoutPayload>({origin}, identifier);
   text_ = m_itemTexts.Add(value);
 }
 
@@ -20,4 +20,4 @@ TextList CRUXEntry::ListItems() const {
   return items;
 }
 
-std::uint32_t CRUXEntry::IsValidEx(const CRUXSection&, unsigned int) { return 1; }
+std::uint32_t CRUXEntry::IsValidEx(const CheckContext&, unsigned int) { return 1; }

@@ -7,9 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "findings/origin.h"
+#include "frontend/check_context.h"
 #include "frontend/entry_data.h"
 #include "frontend/obj.h"
-#include "frontend/text_store.h"
+#include "frontend/text_arena.h"
 
 class CRUXSection;
 struct ValueType;
@@ -25,24 +27,23 @@ class CRUXEntry : public CRUXObj {
 
   // Fills the entry from an item of the script: place, name, an empty payload, the text.
   void Init(const std::string& file, const std::string& key, const std::string& value,
-            std::uint32_t itemLine);
+            std::uint32_t itemLine, const findings::Origin& origin = {});
 
   // First pass: the entry by itself; turns ListItems into the payload. Run it once with
   // kWholeModel. Second pass: references to other sections. Both answer 1 (valid) or 0 (problems
   // were reported).
-  virtual std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) = 0;
-  virtual std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass);
+  virtual std::uint32_t IsValid(const CheckContext& context, unsigned int pass) = 0;
+  virtual std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass);
 
   // Appends the entry as a byte record; and back from it. Its text is not part of it.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
-  // Whether this is the one template of a kind that stands in all sections which the script left
-  // without such an entry. It is never changed.
-  bool isShared = false;
+  // Which item of its section the entry was made from; kNone when it was restored.
+  std::uint32_t item = findings::Origin::kNone;
 
   // What the entries were given to be checked. To be cleared when no entry has a text any more.
-  static TextStore m_itemTexts;
+  static TextArena m_itemTexts;
 
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
 
@@ -52,24 +53,25 @@ class CRUXEntry : public CRUXObj {
 
   // The checks that the entry classes share (checker/entry_checks.cpp and checker/references.cpp);
   // each reports what it finds and answers 1 or 0.
-  std::uint32_t ChkEntryName(const CRUXSection& section);
-  std::uint32_t ChkEntryExist(const CRUXSection& section);
-  std::uint32_t ChkActionName(const std::string& action, const CRUXSection& section);
-  std::uint32_t ChkTableName(const std::string& table, const CRUXSection& section);
-  std::uint32_t ChkGlobalName(const std::string& global, const CRUXSection& section);
-  std::uint32_t ChkArgName(const std::string& arg, const CRUXSection& section, std::uint32_t index);
-  std::uint32_t ChkDigital(const std::string& text, const CRUXSection& section);
+  std::uint32_t ChkEntryName(const CheckContext& context);
+  std::uint32_t ChkEntryExist(const CheckContext& context);
+  std::uint32_t ChkActionName(const std::string& action, const CheckContext& context);
+  std::uint32_t ChkTableName(const std::string& table, const CheckContext& context);
+  std::uint32_t ChkGlobalName(const std::string& global, const CheckContext& context);
+  std::uint32_t ChkArgName(const std::string& arg, const CheckContext& context,
+                           std::uint32_t index);
+  std::uint32_t ChkDigital(const std::string& text, const CheckContext& context);
   std::uint32_t ChkActionParamNum(const std::string& action, std::uint32_t count,
-                                  const CRUXSection& section);
+                                  const CheckContext& context);
 
  protected:
   // What every first pass begins with: presence, name, payload type. True when the caller goes on;
   // otherwise `answer` is its result.
-  bool PassesCommonStart(const CRUXSection& section, PayloadType type, std::uint32_t& answer);
+  bool PassesCommonStart(const CheckContext& context, PayloadType type, std::uint32_t& answer);
 
   // The one text that a number or string entry is made of; of several the first, with a warning.
   // False, reported, when there is none.
-  bool TakeFirstItem(const CRUXSection& section, unsigned int pass, std::string& text);
+  bool TakeFirstItem(const CheckContext& context, unsigned int pass, std::string& text);
 
   // Drops the text at the end of a first pass that turned it.
   void DropItems(unsigned int pass) {
@@ -81,66 +83,58 @@ class CRUXEntry : public CRUXObj {
   std::string_view text_;  // in m_itemTexts
 };
 
-// Deletes what a section owns: all but the shared templates.
-struct EntryDeleter {
-  EntryDeleter() = default;
-  // cppcheck-suppress noExplicitConstructor
-  EntryDeleter(std::default_delete<CRUXEntry>) {}  // NOLINT: takes over what was made to be owned
-  void operator()(CRUXEntry* entry) const {
-    if (!entry->isShared) delete entry;
-  }
-};
-using EntryPtr = std::unique_ptr<CRUXEntry, EntryDeleter>;
+// Reports that a section lacks an entry; `unfilled` says which one.
+void ReportMissing(const CRUXObj& unfilled, const CheckContext& context);
 
 // One class per payload type; the checks are what tells them apart.
 class CGEDWORD : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
 };
 
 class CGESTRING : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
-  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 
  private:
-  std::uint32_t ChkParentGroup(const std::string& text, const CRUXSection& section);
-  std::uint32_t ChkParentPelmGroup(const std::string& text, const CRUXSection& section);
-  std::uint32_t ChkListedSensor(const std::string& text, const CRUXSection& section);
+  std::uint32_t ChkParentGroup(const std::string& text, const CheckContext& context);
+  std::uint32_t ChkParentPelmGroup(const std::string& text, const CheckContext& context);
+  std::uint32_t ChkListedSensor(const std::string& text, const CheckContext& context);
 };
 
 class CGESTRINGLIST : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
-  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 };
 
 class CGEVALUE : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
-  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 
   // An operand: the name of a value, an argument (up to the number `index`, outside of actions) or
   // a global; anything else must be a number or a defined word.
-  std::uint32_t IsValidSubValue(const std::string& text, const CRUXSection& section,
+  std::uint32_t IsValidSubValue(const std::string& text, const CheckContext& context,
                                 std::uint32_t index);
-  std::uint32_t ChkValueName(const std::string& value, const CRUXSection& section);
+  std::uint32_t ChkValueName(const std::string& value, const CheckContext& context);
 
  private:
   // Fills the record of the value from the sub-strings behind the type.
   std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
-                           const CRUXSection& section);
+                           const CheckContext& context);
 };
 
 class CGEREPEATER : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CRUXSection& section, unsigned int pass) override;
-  std::uint32_t IsValidEx(const CRUXSection& section, unsigned int pass) override;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 };
 
 #endif  // FRONTEND_ENTRY_H_

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "frontend/name.h"
+#include "frontend/interned_string.h"
 #include "frontend/value_records.h"
 
 struct RecordView;  // debugmeta/bytes.h
@@ -39,7 +39,7 @@ class CGeValue {
  private:
   std::uint32_t type_ = 0;
   ValueRecord record_;
-  Name strType_;
+  InternedString strType_;
 };
 
 #endif  // FRONTEND_GEVALUE_H_

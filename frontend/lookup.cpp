@@ -15,10 +15,15 @@ const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id) {
 
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index) {
   std::uint32_t seen = 0;
-  for (const auto& entry : section->entries) {
-    if (!entry || entry->identifier != id) continue;
-    if (!(entry->notation & kFreeName)) return entry.get();
-    if (seen++ == index) return entry.get();
+  for (std::size_t place = 0; place < section->entries.size(); ++place) {
+    CRUXEntry* entry = section->entries[place].get();
+    if (!entry) {
+      if (section->TemplateOf(place).identifier == id) return nullptr;
+      continue;
+    }
+    if (entry->identifier != id) continue;
+    if (!(entry->notation & kFreeName)) return entry;
+    if (seen++ == index) return entry;
   }
   if (index == 0xFFFFFFFF) index = seen;
   return nullptr;

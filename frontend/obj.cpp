@@ -2,16 +2,18 @@
 
 #include <algorithm>
 
+std::uint32_t CRUXObj::m_lastFile = 0;
+
 void CRUXObj::SetFile(const std::string& path) {
   // Objects come file by file, and a script may include thousands of files.
-  static std::uint32_t last = 0;
-  if (fileIndex == 0 && last < m_svstrIncFiles.size() && m_svstrIncFiles[last] == path) {
-    fileIndex = last;
+  const std::size_t rows = m_svstrIncFiles.size();
+  if (fileIndex == 0 && m_lastFile < rows && m_svstrIncFiles[m_lastFile] == path) {
+    fileIndex = m_lastFile;
     return;
   }
   const auto found = std::find(m_svstrIncFiles.begin(), m_svstrIncFiles.end(), path);
-  last = static_cast<std::uint32_t>(found - m_svstrIncFiles.begin());
-  fileIndex += last;
+  m_lastFile = static_cast<std::uint32_t>(found - m_svstrIncFiles.begin());
+  fileIndex += m_lastFile;
   if (found == m_svstrIncFiles.end()) m_svstrIncFiles.push_back(path);
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "frontend/identifiers.h"
-#include "frontend/name.h"
+#include "frontend/interned_string.h"
 
 struct RecordView;  // debugmeta/bytes.h
 
@@ -36,11 +36,14 @@ class CRUXObj {
   tagNOTATION notation = 0;
   std::uint32_t line = 0;
   std::uint32_t fileIndex = 0;
-  Name name;
+  InternedString name;
 
   // Every distinct path that an object was ever given. Never shrinks while the library is loaded,
   // so that indices of an earlier run keep their meaning.
   static std::vector<std::string> m_svstrIncFiles;
+
+ private:
+  static std::uint32_t m_lastFile;  // the row of the path that SetFile was given last
 };
 
 #endif  // FRONTEND_OBJ_H_

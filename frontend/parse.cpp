@@ -2,13 +2,15 @@
 
 #include <dlfcn.h>
 
-#include "frontend/messages.h"
-#include "frontend/plugin.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 
-CRUXParse::CRUXParse() : pluginHandle(dlopen(plugin::kPath, RTLD_LAZY)) {
-  if (!pluginHandle) Report<msg::kLoadFailed>(std::string(plugin::kPath));
+namespace {
+constexpr char kPluginPath[] = RUX_PLUGIN_DIR "libruxrsparser.so.0";
+}
+
+CRUXParse::CRUXParse() : pluginHandle(dlopen(kPluginPath, RTLD_LAZY)) {
+  if (!pluginHandle) Report<MessageId::kReaderNotLoaded>({}, std::string(kPluginPath));
 }
 
 CRUXParse::~CRUXParse() {
@@ -16,8 +18,11 @@ CRUXParse::~CRUXParse() {
 }
 
 std::uint32_t CRUXParse::Start(const std::string& path) {
+  operations = plugin::OperationsOf(pluginHandle);
+  script = findings::Origin::kNone;
   fileHandle = RSOpenFile(path);
   if (!fileHandle) return 0;
+  script = m_opened++;
   RSParse(fileHandle);
   filePath = path;
   return 1;
@@ -33,21 +38,23 @@ void CRUXParse::Parse() {
 
   std::uint32_t index = 0;
   while (void* handle = RSEnumSection(fileHandle, index)) ParseSection(handle, index++);
-  Report<msg::kNoMoreSections>(index);
+  Report<MessageId::kEndOfScript>({{script}}, index);
 }
 
 void CRUXParse::ParseSection(void* handle, std::uint32_t index) {
   std::string sectionName;
   std::uint32_t line = 0;
   if (!RSGetSectInfo(handle, sectionName, line)) {
-    Report<msg::kSectionNameFailed>(index + 1, index);
+    Report<MessageId::kUnreadableSectionName>({{script, index}}, index + 1, index);
     return;
   }
   CRUXSection* section = CRUXSection::Create(filePath, sectionName, line);
   if (!section) {
-    Report<msg::kCreateSectionFailed>(index + 1, sectionName);
+    Report<MessageId::kUnknownSection>({{script, index}}, index + 1, sectionName);
     return;
   }
+  section->script = script;
+  section->ordinal = index;
   ParseItems(handle, sectionName, *section);
 }
 
@@ -57,11 +64,22 @@ void CRUXParse::ParseItems(void* handle, const std::string& sectionName, CRUXSec
   for (std::uint32_t index = 0;; ++index) {
     std::uint32_t line = 0;
     if (!RSEnumItem(handle, index, key, value, line)) break;
-    if (section.SetEntry(filePath, key, value, line)) continue;
-    Report<msg::kAddItemFailed>(index + 1, sectionName);
-    Report<msg::kEntryIgnored>(section.GetFile(0), line, section.name, key);
+    section.item = index;
+    if (!section.SetEntry(filePath, key, value, line)) {
+      ReportRejected(section, sectionName, key, line);
+    }
   }
   section.ReleaseRoom();
+}
+
+void CRUXParse::ReportRejected(const CRUXSection& section, const std::string& sectionName,
+                               const std::string& key, std::uint32_t line) {
+  findings::Origin origin{section.script, section.ordinal, section.item};
+  Report<MessageId::kRejectedItem>({origin}, section.item + 1, sectionName);
+  const std::string file = section.GetFile(0);
+  origin.part = findings::Origin::kKey;
+  Report<MessageId::kUnknownEntry>({origin, {}, findings::Place{file, line}}, file, line,
+                                   section.name, key);
 }
 
 void CRUXParse::Close() {

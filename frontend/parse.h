@@ -3,8 +3,11 @@
 #define FRONTEND_PARSE_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
-#include <vector>
+
+#include "findings/origin.h"
+#include "frontend/plugin.h"
 
 class CRUXSection;
 
@@ -17,7 +20,8 @@ class CRUXParse {
   CRUXParse(const CRUXParse&) = delete;
   CRUXParse& operator=(const CRUXParse&) = delete;
 
-  // Opens a script; 1, or 0 when the plug-in did not open it.
+  // Opens a script; 1, or 0 when the plug-in did not open it. Looks the operations of the plug-in
+  // up.
   std::uint32_t Start(const std::string& path);
 
   // Reads the opened script, section by section, into the source model and closes it. A section or
@@ -27,8 +31,10 @@ class CRUXParse {
   // Drops the source model.
   void End();
 
-  // The plug-in's operations. Each is looked up anew at every call; one that is missing yields 0 or
-  // null without a message.
+  // Starts a run: the next script that is opened is number 0.
+  static void CountFromZero() { m_opened = 0; }
+
+  // The plug-in's operations; one that is missing yields 0 or null without a message.
   void* RSOpenFile(const std::string& path);
   std::uint32_t RSParse(void* file);
   void* RSEnumSection(void* file, std::uint32_t index);
@@ -41,11 +47,20 @@ class CRUXParse {
  private:
   void ParseSection(void* handle, std::uint32_t index);
   void ParseItems(void* handle, const std::string& sectionName, CRUXSection& section);
+  static void ReportRejected(const CRUXSection& section, const std::string& sectionName,
+                             const std::string& key, std::uint32_t line);
   void Close();
+
+  // What Start found; looked up for the first call when there was no Start.
+  const plugin::Operations& Reader();
 
   void* pluginHandle = nullptr;
   void* fileHandle = nullptr;
   std::string filePath;
+  std::optional<plugin::Operations> operations;
+  std::uint32_t script = findings::Origin::kNone;  // which one of the run is open
+
+  static std::uint32_t m_opened;  // scripts of the run so far
 };
 
 // The one object behind the exported compile functions.

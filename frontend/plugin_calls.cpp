@@ -1,4 +1,4 @@
-// The plug-in's operations behind CRUXParse: looked up by name, called with its protocol.
+// The plug-in's operations: looked up by name, called with its protocol.
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -8,11 +8,12 @@
 
 namespace {
 
-// The operation of that name; null when there is none. A null handle is passed on as it is: it
-// finds what the host process itself exports.
+plugin::Lookup* lookup = plugin::ExportedOperations;
+
+// Null when the plug-in, or for a null handle the process, exports none of that name.
 template <class Operation>
-Operation* Find(void* handle, const char* name) {
-  return reinterpret_cast<Operation*>(dlsym(handle, name));
+void Find(void* handle, const char* name, Operation*& operation) {
+  operation = reinterpret_cast<Operation*>(dlsym(handle, name));
 }
 
 // A text that the plug-in fills: made in the size that it asked for, cut at the terminating zero.
@@ -21,23 +22,45 @@ void CutAtZero(std::string& text) { text.resize(std::min(text.find('\0'), text.s
 
 }  // namespace
 
+plugin::Operations plugin::ExportedOperations(void* handle) {
+  Operations found;
+  Find(handle, "RSOpenFile", found.openFile);
+  Find(handle, "RSParse", found.parse);
+  Find(handle, "RSEnumSection", found.enumSection);
+  Find(handle, "RSGetSectInfo", found.getSectInfo);
+  Find(handle, "RSEnumItem", found.enumItem);
+  // The capital E in the middle is how the plug-in spells it.
+  Find(handle, "RSFindSEction", found.findSection);
+  Find(handle, "RSCloseFile", found.closeFile);
+  return found;
+}
+
+void plugin::SetLookup(Lookup* chosen) { lookup = chosen ? chosen : ExportedOperations; }
+
+plugin::Operations plugin::OperationsOf(void* handle) { return lookup(handle); }
+
+const plugin::Operations& CRUXParse::Reader() {
+  if (!operations) operations = plugin::OperationsOf(pluginHandle);
+  return *operations;
+}
+
 void* CRUXParse::RSOpenFile(const std::string& path) {
-  auto* open = Find<plugin::RSOpenFile>(pluginHandle, "RSOpenFile");
+  auto* open = Reader().openFile;
   return open ? open(path) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSParse(void* file) {
-  auto* parse = Find<plugin::RSParse>(pluginHandle, "RSParse");
+  auto* parse = Reader().parse;
   return parse ? parse(file) : 0;
 }
 
 void* CRUXParse::RSEnumSection(void* file, std::uint32_t index) {
-  auto* enumerate = Find<plugin::RSEnumSection>(pluginHandle, "RSEnumSection");
+  auto* enumerate = Reader().enumSection;
   return enumerate ? enumerate(file, index, 0) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSGetSectInfo(void* section, std::string& name, std::uint32_t& line) {
-  auto* getInfo = Find<plugin::RSGetSectInfo>(pluginHandle, "RSGetSectInfo");
+  auto* getInfo = Reader().getSectInfo;
   if (!getInfo) return 0;
   std::uint32_t size = 0;
   // Whether asking for the size counts as a success is the plug-in's choice; that it gave one
@@ -51,7 +74,7 @@ std::uint32_t CRUXParse::RSGetSectInfo(void* section, std::string& name, std::ui
 
 std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::string& key,
                                     std::string& value, std::uint32_t& line) {
-  auto* enumerate = Find<plugin::RSEnumItem>(pluginHandle, "RSEnumItem");
+  auto* enumerate = Reader().enumItem;
   if (!enumerate) return 0;
   std::uint32_t keySize = 0;
   std::uint32_t valueSize = 0;
@@ -67,12 +90,11 @@ std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::str
 }
 
 void* CRUXParse::RSFindSection(void* file, const std::string& name) {
-  // The capital E in the middle is how the plug-in spells it.
-  auto* find = Find<plugin::RSFindSection>(pluginHandle, "RSFindSEction");
+  auto* find = Reader().findSection;
   return find ? find(file, name, 0) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSCloseFile(void*& file) {
-  auto* close = Find<plugin::RSCloseFile>(pluginHandle, "RSCloseFile");
+  auto* close = Reader().closeFile;
   return close ? close(&file) : 0;
 }

@@ -1,5 +1,4 @@
 // DEFINE, IFDEF and INCLUDE: the sections that act while the script is read.
-#include "frontend/messages.h"
 #include "frontend/parse.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
@@ -7,9 +6,14 @@
 
 namespace {
 
+std::uint32_t CheckAtOnce(CRUXEntry& entry, const CRUXSection& section) {
+  findings::Examine(section.OriginOf(entry));
+  return entry.IsValid(section, kWhileReading);
+}
+
 // Defines the word of an entry, when its value is acceptable.
 void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
-  if (!entry.IsValid(section, kWhileReading)) return;
+  if (!CheckAtOnce(entry, section)) return;
   AddPredDefineValue(entry.name, *entry.m_RuxEntryData.Get<std::uint32_t>());
 }
 
@@ -40,7 +44,7 @@ std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   if (!CRUXSection::SetEntry(file, key, value, itemLine)) return 0;
   CRUXEntry& condition = *entries.front();
-  if (!condition.IsValid(*this, kWhileReading)) return 0;
+  if (!CheckAtOnce(condition, *this)) return 0;
   std::uint32_t scratch = 0;
   return GetPreDefinedValue(*condition.m_RuxEntryData.Get<std::string>(), scratch);
 }
@@ -48,12 +52,14 @@ std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key
 std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& key,
                                    const std::string& value, std::uint32_t itemLine) {
   CRUXEntry& entry = AddEntry(ENTRY_FILE, kOptional, file, key, value, itemLine);
-  if (!entry.IsValid(*this, kWhileReading)) return 1;
+  if (!CheckAtOnce(entry, *this)) return 1;
   CRUXParse included;
   if (included.Start(GetFile(1) + *entry.m_RuxEntryData.Get<std::string>())) {
     included.Parse();
   } else {
-    Report<msg::kIncludeFailed>(GetFile(0), itemLine, name, key, value);
+    const std::string base = GetFile(0);
+    Report<MessageId::kMissingInclude>({OriginOf(entry, 0), {}, findings::Place{base, itemLine}},
+                                       base, itemLine, name, key, value);
   }
   return 1;
 }

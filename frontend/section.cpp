@@ -25,39 +25,31 @@ void CRUXSection::Destory() {
     for (CRUXSection* section : *head) delete section;
     head->clear();
   }
-  Name::DropTexts();
+  InternedString::DropTexts();
   CRUXEntry::m_itemTexts.Clear();
   g_tblPreDefine.clear();
 }
 
-std::vector<EntryPtr> CRUXSection::NewTemplates(const SectionSchema& schema) {
-  std::vector<EntryPtr> templates;
-  templates.reserve(schema.templates.size());
-  for (const EntryTemplate& row : schema.templates) {
-    templates.push_back(MakeEntry(row.identifier, row.notation));
-  }
-  return templates;
-}
-
-std::vector<EntryPtr> CRUXSection::SharedTemplates(const SectionSchema& schema) {
-  const auto [shared, isNew] = m_sharedTemplates.try_emplace(&schema);
-  if (isNew) {
-    for (const EntryTemplate& row : schema.templates) {
-      shared->second.push_back(MakeEntry(row.identifier, row.notation));
-      shared->second.back()->isShared = true;
-    }
-  }
-  std::vector<EntryPtr> templates;
-  templates.reserve(shared->second.size() + kFreeEntries);
-  for (const auto& entry : shared->second) templates.emplace_back(entry.get());
-  return templates;
-}
-
-void CRUXSection::Init0(std::vector<EntryPtr> templates, std::vector<CRUXSection*>& header) {
-  entries = std::move(templates);
+void CRUXSection::Init0(std::vector<CRUXSection*>& header) {
+  entries.reserve(schema_.templates.size() + kFreeEntries);
+  entries.resize(schema_.templates.size());
   const auto end = m_svpHSection.end();
   if (std::find(m_svpHSection.begin(), end, &header) == end) m_svpHSection.push_back(&header);
   header.push_back(this);
+}
+
+bool CRUXSection::HasEmptySlot(std::uint32_t entryId) const {
+  for (std::size_t slot = 0; slot < schema_.templates.size(); ++slot) {
+    if (!entries[slot] && TemplateOf(slot).identifier == entryId) return true;
+  }
+  return false;
+}
+
+void CRUXSection::FillSlots() {
+  for (std::size_t slot = 0; slot < schema_.templates.size(); ++slot) {
+    const EntryTemplate& row = TemplateOf(slot);
+    if (!entries[slot]) entries[slot] = MakeEntry(row.identifier, row.notation);
+  }
 }
 
 void CRUXSection::ReleaseRoom() {
@@ -68,15 +60,19 @@ CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const
                                  const std::string& key, const std::string& value,
                                  std::uint32_t itemLine) {
   CRUXEntry& entry = *entries.emplace_back(MakeEntry(entryId, flags));
-  entry.Init(file, key, value, itemLine);
+  entry.Init(file, key, value, itemLine, {script, ordinal, item});
   return entry;
 }
 
-EntryPtr* CRUXSection::FindTemplate(std::uint32_t entryId) {
-  const auto found = std::find_if(entries.begin(), entries.end(), [&](const auto& entry) {
-    return entry->identifier == entryId && !(entry->notation & kFreeName);
-  });
-  return found == entries.end() ? nullptr : &*found;
+std::size_t CRUXSection::FindTemplate(std::uint32_t entryId) const {
+  for (std::size_t place = 0; place < entries.size(); ++place) {
+    if (const CRUXEntry* entry = entries[place].get()) {
+      if (entry->identifier == entryId && !(entry->notation & kFreeName)) return place;
+    } else if (TemplateOf(place).identifier == entryId) {
+      return place;
+    }
+  }
+  return kNoPlace;
 }
 
 std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
@@ -84,13 +80,15 @@ std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& 
   for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
     const char* keyword = g_NTMapEntry[row].keyword;
     if (key[0] != keyword[0] || key != keyword) continue;
-    EntryPtr* entry = FindTemplate(g_NTMapEntry[row].identifier);
-    if (!entry) continue;
-    if ((*entry)->name.empty()) {
-      if ((*entry)->isShared) *entry = MakeEntry((*entry)->identifier, (*entry)->notation);
-      (*entry)->Init(file, key, value, itemLine);
+    const std::uint32_t entryId = g_NTMapEntry[row].identifier;
+    const std::size_t place = FindTemplate(entryId);
+    if (place == kNoPlace) continue;
+    std::unique_ptr<CRUXEntry>& entry = entries[place];
+    if (!entry) entry = MakeEntry(entryId, TemplateOf(place).notation);
+    if (entry->name.empty()) {
+      entry->Init(file, key, value, itemLine, {script, ordinal, item});
     } else {
-      AddEntry((*entry)->identifier, kOptional, file, key, value, itemLine);
+      AddEntry(entryId, kOptional, file, key, value, itemLine);
     }
     return 1;
   }

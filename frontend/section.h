@@ -3,7 +3,6 @@
 #define FRONTEND_SECTION_H_
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,17 +31,40 @@ class CRUXSection : public CRUXObj {
   void ReleaseRoom();
 
   // First pass: the section by itself and its entries. Second pass: redefinitions and the
-  // references of its entries, asked while a ModelIndex lives. Both answer 1, or 0 when problems
-  // were reported (checker/section_checks.cpp).
-  std::uint32_t IsValid(unsigned int pass);
-  std::uint32_t IsValidEx(unsigned int pass);
+  // references of its entries, looked up in the index. Both answer 1, or 0 when problems were
+  // reported (checker/section_checks.cpp).
+  std::uint32_t IsValid();
+  std::uint32_t IsValidEx(ModelIndex& index);
 
-  // Appends the section with its entries as a byte record; and back from it. Taking a record fills
-  // the templates that its entries fit and adds the others.
+  // Appends the section with its entries as a byte record; and back from it. Taking a record makes
+  // an entry in every slot, fills those that the stored entries fit and adds the others.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
-  std::vector<EntryPtr> entries;  // templates first, then what the script added
+  // First the slots, one for each template of the kind and null while unfilled; then what the
+  // script added.
+  std::vector<std::unique_ptr<CRUXEntry>> entries;
+
+  // The template of a slot, which says what an entry there is.
+  const EntryTemplate& TemplateOf(std::size_t slot) const {
+    return schema_.templates.begin()[slot];
+  }
+
+  // Whether an entry of that identifier has a slot and is not there.
+  bool HasEmptySlot(std::uint32_t entryId) const;
+
+  // Where the section was read: the script, counted from 0 in the order in which those of a run
+  // were opened, and the section in it. Set with `item`, the item that is being added, by whoever
+  // reads.
+  std::uint32_t script = findings::Origin::kNone;
+  std::uint32_t ordinal = findings::Origin::kNone;
+  std::uint32_t item = findings::Origin::kNone;
+
+  findings::Origin OwnOrigin() const { return {script, ordinal}; }
+  findings::Origin OriginOf(const CRUXEntry& entry,
+                            std::uint32_t part = findings::Origin::kNone) const {
+    return {script, ordinal, entry.item, part};
+  }
 
   // One list per kind that ever appeared, in order of first appearance; each is the m_sHeader of
   // its section class and holds the live sections of the kind in order of definition. Sections are
@@ -50,28 +72,28 @@ class CRUXSection : public CRUXObj {
   static std::vector<std::vector<CRUXSection*>*> m_svpHSection;
 
  protected:
-  using CRUXObj::CRUXObj;
+  CRUXSection(std::uint32_t id, tagNOTATION flags, const SectionSchema& schema)
+      : CRUXObj(id, flags), schema_(schema) {}
 
-  // Gives the section the templates of its kind and registers it with its kind.
-  void Init0(std::vector<EntryPtr> templates, std::vector<CRUXSection*>& header);
+  // Gives the section the empty slots of its kind and registers it with its kind.
+  void Init0(std::vector<CRUXSection*>& header);
 
-  // The templates of a kind, in order: new ones, or those that all sections of the kind share until
-  // they fill them. Most sections leave most of their templates unfilled.
-  static std::vector<EntryPtr> NewTemplates(const SectionSchema& schema);
-  static std::vector<EntryPtr> SharedTemplates(const SectionSchema& schema);
-
-  // The first entry of that identifier whose name is not free; null when there is none.
-  EntryPtr* FindTemplate(std::uint32_t entryId);
-
-  // Makes an entry that no template stands for, fills it with the item and adds it.
+  // Makes an entry that no slot is for, fills it with the item and adds it.
   CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
                       const std::string& key, const std::string& value, std::uint32_t itemLine);
 
  private:
-  static constexpr std::size_t kFreeEntries = 4;  // of shared templates: room for as many more
+  static constexpr std::size_t kFreeEntries = 4;  // that room is made for besides the slots
+  static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
 
-  using Templates = std::vector<std::unique_ptr<CRUXEntry>>;
-  static std::map<const SectionSchema*, Templates> m_sharedTemplates;  // of kinds that appeared
+  // Where the first slot or entry of that identifier whose name is not free is; kNoPlace when there
+  // is none.
+  std::size_t FindTemplate(std::uint32_t entryId) const;
+
+  // Makes the entry of every empty slot.
+  void FillSlots();
+
+  const SectionSchema& schema_;
 };
 
 #endif  // FRONTEND_SECTION_H_

@@ -14,11 +14,11 @@
 template <SectionId Kind>
 class CGSSection : public CRUXSection {
  public:
-  CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags) {
-    Init0(SharedTemplates(SchemaOf(Kind)), m_sHeader);
+  CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags, SchemaOf(Kind)) {
+    Init0(m_sHeader);
   }
   // For restoring a stored section, which brings its identifier and flags along.
-  CGSSection() : CRUXSection(0, 0) { Init0(NewTemplates(SchemaOf(Kind)), m_sHeader); }
+  CGSSection() : CGSSection(0, 0) {}
 
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine) override {
@@ -63,7 +63,7 @@ class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
 };
 
 // The first item is the condition, every further one defines a word, whether the condition holds or
-// not: scripts rely on IFDEF words being there.
+// not: part of the language, pinned by tests/unit/ifdef_test.cpp.
 class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
  public:
   using CGSSection::CGSSection;

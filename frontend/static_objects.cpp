@@ -1,8 +1,10 @@
 // The objects that live from load to unload of the library, in their order of construction; unload
-// destroys them in the reverse order. They stand in one file because only there the order holds.
+// destroys them in the reverse order. They are in one file because the order holds only within one.
 #include "frontend/parse.h"
 #include "frontend/predefine.h"
 #include "frontend/section_kinds.h"
+
+std::uint32_t CRUXParse::m_opened = 0;
 
 CRUXParse g_Parse;  // loads the reader plug-in
 
@@ -11,9 +13,8 @@ std::map<std::string, std::uint32_t> g_tblPreDefine;
 std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
 // Before the lists: a host may drop its sections as late as it likes.
-std::unordered_set<std::string> Name::m_texts;
-TextStore CRUXEntry::m_itemTexts;
-std::map<const SectionSchema*, CRUXSection::Templates> CRUXSection::m_sharedTemplates;
+std::unordered_set<std::string> InternedString::m_texts;
+TextArena CRUXEntry::m_itemTexts;
 
 // Of the lists only their own storage goes at unload, never the sections that they point to.
 std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;

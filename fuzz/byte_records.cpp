@@ -12,6 +12,7 @@
 #include "frontend/section_kinds.h"
 #include "fuzz/library_state.h"
 #include "fuzz/target.h"
+#include "query/process_state.h"
 #include "ruxcomp/data.h"
 
 namespace {
@@ -34,7 +35,7 @@ bool Rewrite(Object& object, const RecordView& record, Bytes& out) {
 // The same with an object that `make` makes in a process that took and wrote no record before.
 template <class Make>
 bool RewriteAfresh(Make make, const RecordView& record, Bytes& out) {
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   auto object = make();
   return Rewrite(*object, record, out);
 }
@@ -57,7 +58,7 @@ void RoundTrips(Make make, const Bytes& record) {
   RoundTrip(make, Padded(record));
 }
 
-// Sections belong to the registry; ResetLibrary deletes them.
+// Sections belong to the registry; ResetProcessState deletes them.
 void SectionRoundTrips(std::uint32_t row, const Bytes& record) {
   RoundTrips(kSectionMakers[row].makeEmpty, record);
 }
@@ -100,6 +101,6 @@ void ChooseClass(std::uint8_t choice, const Bytes& record) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   ChooseClass(*data, Bytes(data + 1, data + size));
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   return 0;
 }

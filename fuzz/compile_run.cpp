@@ -16,6 +16,7 @@
 #include "fuzz/loaded.h"
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
+#include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
 
 namespace {
@@ -143,7 +144,7 @@ std::string WithoutTime(std::string meta) {
 void CompileDecompiled(const fuzz::ScratchFolder& folder, const Outcome& first) {
   const std::string script = Decompiled(first.debugMeta);
   if (script.empty()) return;
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   folder.Write(kScript, script);
   const Outcome second = Compile(folder);
   Expect(!second.meta.empty(), "a decompiled script is valid");
@@ -165,6 +166,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (!outcome.debugMeta.empty()) CheckDebugMeta(folder, outcome);
   CompileAgain(folder, outcome);
   if (!outcome.meta.empty()) CompileDecompiled(folder, outcome);
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   return 0;
 }

@@ -10,6 +10,7 @@
 #include "fuzz/loaded.h"
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
+#include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
 
 namespace {
@@ -84,6 +85,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   }
   AskEverything();  // also of what a damaged file left behind
   gdUnInit();
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   return 0;
 }

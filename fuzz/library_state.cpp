@@ -7,11 +7,7 @@
 #include <cstring>
 #include <utility>
 
-#include "backend/symbol_tables.h"
-#include "debugmeta/model_bytes.h"
-#include "frontend/section.h"
 #include "fuzz/target.h"
-#include "ruxcomp/ruxcomp.h"
 
 namespace {
 fuzz::Messages messages;  // initialised before the library's constructors send any
@@ -41,21 +37,5 @@ extern "C" __attribute__((visibility("default"))) void* dlopen(const char* /*pat
 namespace fuzz {
 
 Messages TakeMessages() { return std::exchange(messages, {}); }
-
-void ResetLibrary() {
-  gcUnInit();
-  gccCompEnd();
-  CRUXSection::m_svpHSection.clear();
-  CRUXObj::m_svstrIncFiles.clear();
-  incFilesWritten = false;
-  incFilesRead = false;
-  for (const SymbolTable& row : kSymbolTables) {
-    std::visit([](auto* table) { table->clear(); }, row.table);
-    *row.counter = row.base;
-  }
-  g_tblTableData.clear();
-  gcSetLastError(RUX_ERROR_OK);
-  gdSetLastError(RUX_ERROR_OK);
-}
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The library's process-wide state, and what it finds in a process that hosts it.
+// What the library finds in a process that hosts it.
 //
 // The host here installs no plug-in: the library finds the reader in the program itself. Messages
 // are formatted, so that all of their arguments are read, and counted.
@@ -8,10 +8,6 @@
 #include <cstddef>
 
 namespace fuzz {
-
-// Puts everything that the library keeps from one call to the next where a new process has it, also
-// what survives compile runs on purpose.
-void ResetLibrary();
 
 // The messages since the last call.
 struct Messages {

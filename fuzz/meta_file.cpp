@@ -11,6 +11,7 @@
 #include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "fuzz/walk.h"
+#include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
 
 namespace {
@@ -145,6 +146,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   }
   AskEverything();  // also of what a damaged file left behind
   Reload(folder.Path("meta"), loaded);
-  fuzz::ResetLibrary();
+  core::ResetProcessState();
   return 0;
 }

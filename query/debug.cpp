@@ -16,8 +16,8 @@ std::uint32_t g_dwLastErrorD = 0;
 
 namespace {
 
-// Stores the code and passes the result through. Some answers keep their code in the compiled
-// side's word; hosts look for it there.
+// Stores the code and passes the result through. Some answers leave their code in the compiled
+// side's word: part of the interface, pinned by tests/api/debug_queries_test.cpp.
 template <class Value>
 Value ResultD(RuxLastError code, Value value) {
   g_dwLastErrorD = code;
@@ -37,10 +37,12 @@ CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
 const std::string* EntryText(GDSECTION section, std::uint32_t id) {
   constexpr const std::string* kNone = nullptr;
   if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
-  const CRUXEntry* entry = FindEntry(Section(section), id);
-  if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, kNone);
-  const auto* text = entry->m_RuxEntryData.Get<std::string>();
-  return ResultD(text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE, text);
+  if (const CRUXEntry* entry = FindEntry(Section(section), id)) {
+    const auto* text = entry->m_RuxEntryData.Get<std::string>();
+    return ResultD(text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE, text);
+  }
+  return ResultD(Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY,
+                 kNone);
 }
 
 const char* CharactersOf(const std::string* text) { return text ? text->c_str() : nullptr; }
@@ -89,7 +91,7 @@ GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
   if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
   std::uint32_t count = 0;
   for (const auto& entry : Section(section)->entries) {
-    if (!entry->m_RuxEntryData.HasData()) continue;
+    if (!IsGiven(entry)) continue;
     if (count++ == ordinal) return ResultD(RUX_ERROR_OK, GDENTRY{entry.get()});
   }
   return CrossedResult(count == 0 ? RUX_ERROR_NO_ENTRY : RUX_ERROR_OUT_OF_RANGE, kNone);

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "backend/symbol_tables.h"
+#include "query/name_matcher.h"
 #include "query/result.h"
-#include "query/sought.h"
 #include "ruxcomp/query.h"
 
 namespace {
@@ -37,7 +37,8 @@ GCENTRY gcGetEntryByType(GCSECTION section, std::uint32_t identifier) {
 GCENTRY gcGetEntryByIndex(GCSECTION section, std::uint32_t ordinal, std::uint32_t* identifier) {
   if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
   std::vector<tagGCENTRY>& entries = Section(section)->entries;
-  // An empty section, too, answers with the range code: hosts know it so.
+  // An empty section answers with the range code, too: part of the interface, pinned by
+  // tests/api/query_entries_test.cpp.
   if (ordinal >= entries.size()) return Result(RUX_ERROR_OUT_OF_RANGE, kNoEntry);
   return Found(entries[ordinal], identifier);
 }
@@ -46,7 +47,7 @@ GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* ide
   if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
   std::vector<tagGCENTRY>& entries = Section(section)->entries;
   if (entries.empty()) return Result(RUX_ERROR_NO_ENTRY, kNoEntry);
-  SoughtName sought(name ? name : "");
+  NameMatcher sought(name ? name : "");
   for (tagGCENTRY& entry : entries) {
     if (sought(entry.identifier)) return Found(entry, identifier);
   }

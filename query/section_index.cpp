@@ -72,7 +72,7 @@ auto SectionIndex::IndexNames(const Kind& kind) -> Places<std::string> {
 }
 
 template <class Known, class Key, class Offered>
-tagGCSECT* SectionIndex::Remembered(const Known& places, const Key& key, Offered offered) {
+tagGCSECT* SectionIndex::Cached(const Known& places, const Key& key, Offered offered) {
   const auto found = places.find(key);
   if (found == places.end()) return nullptr;
   const Place& place = found->second;
@@ -85,13 +85,13 @@ tagGCSECT* SectionIndex::WithId(std::uint32_t kind, std::uint32_t id) {
   Kind* sections = Find(kind);
   if (!sections) return nullptr;
   if (!sections->ids) sections->ids = IndexIds(*sections);
-  return Remembered(*sections->ids, id, OfferedId);
+  return Cached(*sections->ids, id, OfferedId);
 }
 
 tagGCSECT* SectionIndex::WithName(std::uint32_t kind, const std::string& name) {
   Kind* sections = Find(kind);
   if (!sections) return nullptr;
   if (!sections->names) sections->names = IndexNames(*sections);
-  return Remembered(*sections->names, name,
-                    [&](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
+  return Cached(*sections->names, name,
+                [&](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
 }

@@ -47,7 +47,7 @@ class SectionIndex {
   static void ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use use);
   // The section of the place with that key, if the place still offers what it did.
   template <class Known, class Key, class Offered>
-  static tagGCSECT* Remembered(const Known& places, const Key& key, Offered offered);
+  static tagGCSECT* Cached(const Known& places, const Key& key, Offered offered);
 
   bool IsOf(const std::vector<tagGCSECT*>& sections) const;
   Kind* Find(std::uint32_t kind);

@@ -4,10 +4,10 @@
 #include "backend/compile_pass.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
+#include "query/name_matcher.h"
 #include "query/names.h"
 #include "query/result.h"
 #include "query/section_index.h"
-#include "query/sought.h"
 #include "ruxcomp/query.h"
 
 namespace {
@@ -70,7 +70,7 @@ GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
   }
   // Every ID counts as compared, also one that no table has.
   return Answer(Walk(
-      section, OfferedId, SoughtNumber(id), [](std::uint32_t) { return true; },
+      section, OfferedId, NumberMatcher(id), [](std::uint32_t) { return true; },
       RUX_ERROR_ID_NOT_FOUND, RUX_ERROR_NO_IDS));
 }
 
@@ -81,7 +81,7 @@ GCSECTION gcGetSectByName(std::uint32_t section, const char* name) {
   }
   const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(section, entry); };
   const auto isName = [](std::uint32_t index) { return GetTblData(index).kind == RUX_DATA_STRING; };
-  return Answer(Walk(section, offered, SoughtName(name), isName, RUX_ERROR_NAME_NOT_FOUND,
+  return Answer(Walk(section, offered, NameMatcher(name), isName, RUX_ERROR_NAME_NOT_FOUND,
                      RUX_ERROR_NO_NAMES));
 }
 

@@ -56,7 +56,7 @@ void* RSOpenFile(const std::string& path) {
   try {
     return ScriptFile::Open(path).release();
   } catch (const std::bad_alloc&) {
-    reader::Report(path, reader::kOutOfMemory, 1);
+    reader::Report(path, reader::kFormat<reader::MessageId::kOutOfMemory>, 1);
     return nullptr;
   }
 }
@@ -68,7 +68,7 @@ std::uint32_t RSParse(void* file) {
     script_file->Parse();
     return 1;
   } catch (const std::bad_alloc&) {
-    reader::Report(script_file->path(), reader::kOutOfMemory, 1);
+    reader::Report(script_file->path(), reader::kFormat<reader::MessageId::kOutOfMemory>, 1);
     return 0;
   }
 }

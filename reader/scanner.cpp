@@ -160,7 +160,7 @@ class Scanner {
   Span DropNulBytes(Span line) {
     char* first = Find(line, '\0');
     if (first == line.end) return line;
-    Tell(kNulByte);
+    Tell(kFormat<MessageId::kNulByte>);
     line.end = std::remove(first, line.end, '\0');
     return line;
   }
@@ -169,7 +169,7 @@ class Scanner {
     const Span line = Trim(DropNulBytes(TakeLine()));
     if (line.empty() || IsCommentSign(*line.begin)) return;
     const Outline outline = FindOutline(line);
-    if (!outline.closes_quotes) Tell(kQuoteNotClosed);
+    if (!outline.closes_quotes) Tell(kFormat<MessageId::kUnclosedQuote>);
     if (*line.begin == '[') {
       OpenSection(outline.content);
     } else {
@@ -180,9 +180,9 @@ class Scanner {
   void OpenSection(Span header) {
     const Span inside{header.begin + 1, Find(header, ']')};
     if (inside.end == header.end) {
-      Tell(kHeaderNotClosed);
+      Tell(kFormat<MessageId::kUnclosedHeader>);
     } else if (inside.end + 1 != header.end) {
-      Tell(kTextAfterHeader);
+      Tell(kFormat<MessageId::kTextAfterHeader>);
     }
     sections_.push_back({DropBlanks(inside).view(), line_, 0, nullptr});
   }
@@ -190,11 +190,12 @@ class Scanner {
   void AddItem(const Outline& outline) {
     const Span content = outline.content;
     if (sections_.empty()) {
-      if (!std::exchange(told_text_before_section_, true)) Tell(kTextBeforeSection);
+      if (!std::exchange(told_text_before_section_, true))
+        Tell(kFormat<MessageId::kTextBeforeSection>);
       return;
     }
     const Span key = Trim({content.begin, outline.equals});
-    if (key.empty()) return Tell(kNoKey);
+    if (key.empty()) return Tell(kFormat<MessageId::kMissingKey>);
     Span value{content.end, content.end};
     if (outline.equals != content.end) {
       value = DropBlanksAroundCommas(Trim({outline.equals + 1, content.end}));

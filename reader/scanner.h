@@ -36,7 +36,7 @@ struct Section {
   const Item* items;  // item_count of them, in script order
 };
 
-// Is told a text of messages.h and the line that it is about.
+// Is told a format of messages.h and the line that it is about.
 using ProblemSink = std::function<void(const char* message, std::uint32_t line)>;
 
 // A scanned script. It owns the text that the names, keys and values point into, so it stays where

@@ -91,7 +91,7 @@ std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_
   const std::optional<std::string> located = Locate(path, &status);
   if (!located || IsOpen(status)) return nullptr;
   if (AreTooMany()) {
-    Report(path, kTooManyOpen, 1);
+    Report(path, kFormat<MessageId::kTooManyIncludes>, 1);
     return nullptr;
   }
   const auto size = static_cast<std::size_t>(status.st_size);
@@ -103,7 +103,7 @@ std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_
     too_large = text->size() > largest;
   }
   if (too_large) {
-    Report(path, kTooLarge, 1);
+    Report(path, kFormat<MessageId::kScriptTooLarge>, 1);
     return nullptr;
   }
   return std::unique_ptr<ScriptFile>(new ScriptFile(path, status, std::move(*text)));

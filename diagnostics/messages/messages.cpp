@@ -4,10 +4,6 @@
 #include <cstddef>
 #include <unordered_map>
 
-#include "checker/messages.h"
-#include "debugmeta/messages.h"
-#include "frontend/messages.h"
-#include "reader/messages.h"
 #include "support/nearest.h"
 
 namespace rux::diagnostics {
@@ -36,15 +32,9 @@ constexpr std::size_t RowsWith(std::string_view text) {
   return count;
 }
 
-// No message of the library is left without a row.
-#define MESSAGE(name, text) static_assert(RowsWith(text) == 1, #name " needs one row");
-#include "checker/messages.def"
-#define MESSAGE(name, text) static_assert(RowsWith(text) == 1, #name " needs one row");
-#include "debugmeta/messages.def"
-#define MESSAGE(name, text) static_assert(RowsWith(text) == 1, #name " needs one row");
-#include "frontend/messages.def"
-#define MESSAGE(name, text) static_assert(RowsWith(text) == 1, #name " needs one row");
-#include "reader/messages.def"
+// Every message of the library has one row, and is found by its text.
+#define MESSAGE(name, format, ...) static_assert(RowsWith(format) == 1, #name " needs one row");
+#include "findings/messages.def"
 
 using Index = std::unordered_map<std::string_view, const MessageRow*>;
 

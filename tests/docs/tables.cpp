@@ -11,13 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "checker/messages.h"
 #include "compiled/value_shape.h"
-#include "debugmeta/messages.h"
-#include "frontend/messages.h"
 #include "frontend/section_schema.h"
 #include "frontend/value_types.h"
-#include "reader/messages.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/output.h"

@@ -37,7 +37,7 @@ TEST_F(IfdefTest, ConditionFailsWhenTheFirstItemIsAnother) {
   EXPECT_EQ(section.ifdefSeen, 1u);
   EXPECT_EQ(section.ifdefResult, 0u);
   EXPECT_EQ(section.entries.size(), 1u);
-  EXPECT_EQ(section.entries[0]->name, "");
+  EXPECT_EQ(section.entries[0], nullptr);
   EXPECT_EQ(host::TakeMessages(), std::vector<std::string>{});
 }
 

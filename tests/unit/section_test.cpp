@@ -1,6 +1,7 @@
 // Sections: made by keyword, registered by kind, filled by their kinds' rules.
 #include "frontend/section.h"
 
+#include "debugmeta/bytes.h"
 #include "frontend/predefine.h"
 #include "frontend/section_kinds.h"
 #include "tests/unit/model_test.h"
@@ -10,18 +11,14 @@ namespace {
 
 class SectionKindTest : public ModelTest, public ::testing::WithParamInterface<KindRow> {};
 
-void ExpectTemplates(const CRUXSection& section, const std::vector<TemplateRow>& templates) {
+void ExpectEmptySlots(const CRUXSection& section, const std::vector<TemplateRow>& templates) {
   ASSERT_EQ(section.entries.size(), templates.size());
   for (std::size_t i = 0; i < templates.size(); ++i) {
     SCOPED_TRACE(templates[i].key);
-    const CRUXEntry& entry = *section.entries[i];
-    EXPECT_EQ(entry.identifier, templates[i].identifier);
-    EXPECT_EQ(entry.notation, templates[i].notation);
-    EXPECT_EQ(entry.name, "");
-    EXPECT_EQ(entry.line, 0u);
-    EXPECT_EQ(entry.fileIndex, 0u);
-    EXPECT_EQ(entry.ListItems(), TextList{});
-    EXPECT_FALSE(entry.m_RuxEntryData.HasData());
+    EXPECT_EQ(section.entries[i], nullptr);
+    EXPECT_EQ(section.TemplateOf(i).identifier, templates[i].identifier);
+    EXPECT_EQ(section.TemplateOf(i).notation, templates[i].notation);
+    EXPECT_TRUE(section.HasEmptySlot(templates[i].identifier));
   }
 }
 
@@ -42,15 +39,53 @@ bool IsOfItsClass(const CRUXEntry& entry) {
   }
 }
 
-TEST_P(SectionKindTest, CreateMakesItsTemplates) {
+TEST_P(SectionKindTest, CreateMakesItsSlots) {
   const CRUXSection& section = Create(GetParam().keyword, "a\\board.rux", 9);
   EXPECT_EQ(section.identifier, GetParam().identifier);
   EXPECT_EQ(section.notation, GetParam().notation);
   EXPECT_EQ(section.name, GetParam().keyword);
   EXPECT_EQ(section.line, 9u);
   EXPECT_EQ(section.GetFile(0), "board.rux");
-  ExpectTemplates(section, GetParam().templates);
-  for (const auto& entry : section.entries) EXPECT_TRUE(IsOfItsClass(*entry));
+  ExpectEmptySlots(section, GetParam().templates);
+}
+
+TEST_P(SectionKindTest, ItemsFillTheSlotsOfTheirKeys) {
+  CRUXSection& section = Create(GetParam().keyword);
+  const std::vector<TemplateRow>& templates = GetParam().templates;
+  for (std::size_t i = 0; i < templates.size(); ++i) {
+    SCOPED_TRACE(templates[i].key);
+    ASSERT_EQ(section.CRUXSection::SetEntry("b.rux", templates[i].key, "1", 4), 1u);
+    ASSERT_EQ(section.entries.size(), templates.size());
+    const CRUXEntry& entry = *section.entries[i];
+    EXPECT_TRUE(IsOfItsClass(entry));
+    EXPECT_EQ(entry.identifier, templates[i].identifier);
+    EXPECT_EQ(entry.notation, templates[i].notation);
+    EXPECT_EQ(entry.name, templates[i].key);
+    EXPECT_FALSE(section.HasEmptySlot(entry.identifier));
+  }
+}
+
+// As it was stored: entries without place, name and payload.
+TEST_P(SectionKindTest, RestoringMakesAnEntryInEverySlot) {
+  std::vector<std::uint8_t> record;
+  Create(GetParam().keyword).GetBuffer(record);
+  CRUXSection& section = Create(GetParam().keyword);
+  section.SetBuffer(record);
+  const std::vector<TemplateRow>& templates = GetParam().templates;
+  ASSERT_EQ(section.entries.size(), templates.size());
+  for (std::size_t i = 0; i < templates.size(); ++i) {
+    SCOPED_TRACE(templates[i].key);
+    ASSERT_NE(section.entries[i], nullptr);
+    const CRUXEntry& entry = *section.entries[i];
+    EXPECT_TRUE(IsOfItsClass(entry));
+    EXPECT_EQ(entry.identifier, templates[i].identifier);
+    EXPECT_EQ(entry.notation, templates[i].notation);
+    EXPECT_EQ(entry.name, "");
+    EXPECT_EQ(entry.line, 0u);
+    EXPECT_EQ(entry.fileIndex, 0u);
+    EXPECT_EQ(entry.ListItems(), TextList{});
+    EXPECT_FALSE(entry.m_RuxEntryData.HasData());
+  }
 }
 
 TEST_P(SectionKindTest, CreateRegistersItsKindOnce) {
@@ -61,11 +96,11 @@ TEST_P(SectionKindTest, CreateRegistersItsKindOnce) {
 }
 
 // As a stored section is restored: identifier and flags come later.
-TEST_P(SectionKindTest, EmptySectionHasItsTemplatesAndIsRegistered) {
+TEST_P(SectionKindTest, EmptySectionHasItsSlotsAndIsRegistered) {
   for (std::size_t row = 0; row < 14; ++row) {
     if (kSectionMakers[row].identifier != GetParam().identifier) continue;
     CRUXSection* section = kSectionMakers[row].makeEmpty();
-    ExpectTemplates(*section, GetParam().templates);
+    ExpectEmptySlots(*section, GetParam().templates);
     EXPECT_EQ(section->name, "");
     ASSERT_EQ(CRUXSection::m_svpHSection.size(), 1u);
     EXPECT_EQ(*CRUXSection::m_svpHSection[0], std::vector<CRUXSection*>{section});

@@ -1,4 +1,4 @@
-#include "query/sought.h"
+#include "query/name_matcher.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ std::uint32_t IndexOf(const Table& table, const Key& key) {
 
 }  // namespace
 
-bool SoughtName::operator()(std::uint32_t index) {
+bool NameMatcher::operator()(std::uint32_t index) {
   const SymbolTable* row = FindSymbolTable(ClassOf(index));
   if (!row) return false;
   const auto* table = std::get_if<StringTable*>(&row->table);
@@ -21,7 +21,7 @@ bool SoughtName::operator()(std::uint32_t index) {
   return *own == index;
 }
 
-bool SoughtNumber::operator()(std::uint32_t index) {
+bool NumberMatcher::operator()(std::uint32_t index) {
   if (IsImmediate(index)) return OrdinalOf(index) == number_;
   if (ClassOf(index) != RUX_CLASS_Dword) return false;
   // The number 0xFFFFFFFF cannot be looked up: it reads as none.

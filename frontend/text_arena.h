@@ -1,6 +1,6 @@
 // The texts of a script's items until they are checked.
-#ifndef FRONTEND_TEXT_STORE_H_
-#define FRONTEND_TEXT_STORE_H_
+#ifndef FRONTEND_TEXT_ARENA_H_
+#define FRONTEND_TEXT_ARENA_H_
 
 #include <cstddef>
 #include <memory>
@@ -9,7 +9,7 @@
 
 // Keeps many texts in few pieces of memory, one behind the other. There is no giving back one text:
 // all go at once.
-class TextStore {
+class TextArena {
  public:
   // A copy of the text that stays until Clear.
   std::string_view Add(std::string_view text);
@@ -24,4 +24,4 @@ class TextStore {
   std::size_t left_ = 0;
 };
 
-#endif  // FRONTEND_TEXT_STORE_H_
+#endif  // FRONTEND_TEXT_ARENA_H_

@@ -1,6 +1,6 @@
 // A name or number that is looked for among table indices.
-#ifndef QUERY_SOUGHT_H_
-#define QUERY_SOUGHT_H_
+#ifndef QUERY_NAME_MATCHER_H_
+#define QUERY_NAME_MATCHER_H_
 
 #include <array>
 #include <cstdint>
@@ -11,9 +11,9 @@
 
 // Tells whether an index stands for the name: what resolving each index and comparing the texts
 // tells, but every table is searched once, for the index that the name has in it.
-class SoughtName {
+class NameMatcher {
  public:
-  explicit SoughtName(const char* name) : name_(name) {}
+  explicit NameMatcher(const char* name) : name_(name) {}
   bool operator()(std::uint32_t index);
 
  private:
@@ -23,9 +23,9 @@ class SoughtName {
 };
 
 // The same for a number.
-class SoughtNumber {
+class NumberMatcher {
  public:
-  explicit SoughtNumber(std::uint32_t number) : number_(number) {}
+  explicit NumberMatcher(std::uint32_t number) : number_(number) {}
   bool operator()(std::uint32_t index);
 
  private:
@@ -33,4 +33,4 @@ class SoughtNumber {
   std::optional<std::uint32_t> index_;
 };
 
-#endif  // QUERY_SOUGHT_H_
+#endif  // QUERY_NAME_MATCHER_H_

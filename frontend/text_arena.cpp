@@ -1,8 +1,8 @@
-#include "frontend/text_store.h"
+#include "frontend/text_arena.h"
 
 #include <algorithm>
 
-std::string_view TextStore::Add(std::string_view text) {
+std::string_view TextArena::Add(std::string_view text) {
   if (text.size() > left_) {
     left_ = std::max(kBlockSize, text.size());
     blocks_.emplace_back(new char[left_]);
@@ -14,7 +14,7 @@ std::string_view TextStore::Add(std::string_view text) {
   return {copy, text.size()};
 }
 
-void TextStore::Clear() {
+void TextArena::Clear() {
   blocks_.clear();
   next_ = nullptr;
   left_ = 0;

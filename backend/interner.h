@@ -1,6 +1,6 @@
-// Looking numbers and texts up in the symbol tables while a model is compiled.
-#ifndef BACKEND_LOOKUPS_H_
-#define BACKEND_LOOKUPS_H_
+// Entering numbers and texts into the symbol tables while a model is compiled.
+#ifndef BACKEND_INTERNER_H_
+#define BACKEND_INTERNER_H_
 
 #include <array>
 #include <cstdint>
@@ -25,17 +25,9 @@ class TableCursor {
   StringTable::iterator last_;
 };
 
-// The compile pass makes one, during which nobody else changes the tables, and what it calls finds
-// it with Current().
-class Lookups {
+// While one lives, nothing else changes the tables.
+class Interner {
  public:
-  Lookups() { current_ = this; }
-  ~Lookups() { current_ = nullptr; }
-  Lookups(const Lookups&) = delete;
-  Lookups& operator=(const Lookups&) = delete;
-
-  static Lookups& Current() { return *current_; }
-
   // The index of a number or text, which gets one when it is new.
   std::uint32_t Number(std::uint32_t number) {
     Recent& recent = recent_[number % kRecent];
@@ -61,9 +53,8 @@ class Lookups {
   };
   static constexpr std::size_t kRecent = 1024;  // a model's settings are few, beside its IDs
 
-  inline static Lookups* current_ = nullptr;
   std::array<Recent, kRecent> recent_{};
   TableCursor texts_{g_tblString};
 };
 
-#endif  // BACKEND_LOOKUPS_H_
+#endif  // BACKEND_INTERNER_H_

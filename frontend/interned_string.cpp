@@ -1,0 +1,10 @@
+#include "frontend/interned_string.h"
+
+const std::string InternedString::kEmpty;
+
+InternedString& InternedString::operator=(const std::string& text) {
+  text_ = text.empty() ? &kEmpty : &*m_texts.insert(text).first;
+  return *this;
+}
+
+void InternedString::DropTexts() { m_texts.clear(); }

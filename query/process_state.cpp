@@ -1,0 +1,34 @@
+#include "query/process_state.h"
+
+#include "backend/symbol_tables.h"
+#include "debugmeta/model_bytes.h"
+#include "findings/origin.h"
+#include "frontend/parse.h"
+#include "frontend/section.h"
+#include "ruxcomp/ruxcomp.h"
+
+namespace {
+
+void ResetSymbolTables() {
+  for (const SymbolTable& row : kSymbolTables) {
+    std::visit([](auto* table) { table->clear(); }, row.table);
+    *row.counter = row.base;
+  }
+  g_tblTableData.clear();
+}
+
+}  // namespace
+
+void core::ResetProcessState() {
+  gcUnInit();
+  gccCompEnd();
+  CRUXSection::m_svpHSection.clear();
+  CRUXObj::m_svstrIncFiles.clear();
+  CRUXParse::CountFromZero();
+  findings::Examine({});
+  ResetSymbolTables();
+  incFilesWritten = false;
+  incFilesRead = false;
+  gcSetLastError(RUX_ERROR_OK);
+  gdSetLastError(RUX_ERROR_OK);
+}
