@@ -36,7 +36,7 @@ Lookup ExportedOperations;  // what dlsym finds
 
 // Lets a program that links the core choose the operations for a handle; ExportedOperations does so
 // at first. Null directs back to it. In effect from the next script that is opened.
-void SetLookup(Lookup* lookup);
+void SetLookup(Lookup* chosen);
 Operations OperationsOf(void* handle);
 
 }  // namespace plugin
