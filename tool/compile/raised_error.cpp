@@ -57,11 +57,11 @@ class NumberTexts {
     const bool is_condition = &item == section.items;
     if (section.name == "DEFINE" || (section.name == "IFDEF" && !is_condition)) {
       // Without any sub-string it is reported.
-      if (!item.value.empty()) Add(FirstSubString(item.value), Phase::kParse);
+      if (!item.value.empty()) Add(FirstSubString(item), Phase::kParse);
     } else if (section.name == "REPEATER") {
-      AddRepeater(SubStrings(item.value));
+      AddRepeater(SubStrings(item));
     } else if (section.name == "GLOBAL") {
-      AddOperands(SubStrings(item.value));
+      AddOperands(SubStrings(item));
     } else {
       AddByKey(section, item);
     }
@@ -77,15 +77,15 @@ class NumberTexts {
     const std::uint32_t keyword = KeywordOf(item.key);
     if ((keyword & kNumericMask) == kNumericString) {
       // An empty one is reported.
-      const std::string_view text = FirstSubString(item.value);
+      const std::string_view text = FirstSubString(item);
       if (!text.empty()) Add(text, Phase::kCheck);
     } else if ((keyword & kNumericMask) == kNumericList) {
-      for (const std::string_view text : SubStrings(item.value)) Add(text, Phase::kCheck);
+      for (const std::string_view text : SubStrings(item)) Add(text, Phase::kCheck);
     } else if (section.name == "TABLE" && keyword == 0) {
       AddRow(item);
     } else if ((keyword & kTypeMask) == kValueType || BeginsWith(item.key, kValuePrefix)) {
       if (section.name == "ACTION" && keyword == 0) AddKey(item.key.substr(kValuePrefix.size()));
-      AddOperands(SubStrings(item.value));
+      AddOperands(SubStrings(item));
     }
   }
 
@@ -94,7 +94,7 @@ class NumberTexts {
     AddKey(item.key.substr(0, dot));
     if (dot != std::string_view::npos) AddKey(item.key.substr(dot + 1));
     // An empty cell is reported.
-    const std::string_view cell = FirstSubString(item.value);
+    const std::string_view cell = FirstSubString(item);
     if (!cell.empty()) Add(cell, Phase::kOutput);
   }
 
