@@ -7,7 +7,7 @@
 #include <map>
 #include <string_view>
 
-#include "reader/scanner.h"
+#include "reader/script.h"
 #include "ruxcomp/identifiers.h"
 #include "sources/script_path.h"
 #include "sources/sub_strings.h"
@@ -37,7 +37,7 @@ std::string_view TextOf(const compiled::DebugSection& section, std::string_view 
 }
 
 bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
-  const std::vector<std::string_view> parts = sources::SubStrings(read.value);
+  const std::vector<std::string_view> parts = sources::SubStrings(read);
   return read.key == item.entry->name &&
          std::equal(parts.begin(), parts.end(), item.parts.begin(), item.parts.end());
 }
@@ -66,7 +66,7 @@ std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
 std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
                                        const std::vector<ScriptSection>& sections,
                                        const std::string& text) {
-  const reader::Script script(text, [](const char*, std::uint32_t) {});
+  const reader::Script script(text, [](const reader::Problem&) {});
   auto read = script.sections().begin();
   for (const ScriptSection& section : sections) {
     const bool is_there = read != script.sections().end() && read->name == section.keyword;

@@ -32,7 +32,7 @@ SourceLine::SourceLine(const sources::SourceFile& file, std::uint32_t line)
   const bool is_item = spot_ && spot_->item != nullptr;
   const std::size_t at = text_.find(is_item ? '=' : '[');
   searched_from_ = at == std::string_view::npos ? text_.size() : at + 1;
-  if (is_item) FindParts(spot_->item->value);
+  if (is_item) FindParts(*spot_->item);
 }
 
 Excerpt SourceLine::Underline(const Meant& meant) { return ExcerptOf(RangeOf(meant)); }
@@ -63,11 +63,12 @@ void SourceLine::Join() {
   text_ = joined_.empty() ? pieces_.front().text : std::string_view(joined_);
 }
 
-// The value is what the line has behind the '=', less some blanks and zero bytes.
-void SourceLine::FindParts(std::string_view value) {
+// The value is what the line has behind the '=', less some zero bytes.
+void SourceLine::FindParts(const reader::Item& item) {
+  const std::string_view value = item.value;
   std::size_t at = searched_from_;
   std::size_t next = 0;  // the character of the value that is to be found from there on
-  for (const std::string_view part : sources::SubStrings(value)) {
+  for (const std::string_view part : sources::SubStrings(item)) {
     const auto begin = static_cast<std::size_t>(part.data() - value.data());
     for (; next < begin && at != std::string_view::npos; ++next) {
       at = text_.find(value[next], at);

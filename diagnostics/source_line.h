@@ -68,7 +68,7 @@ class SourceLine {
   };
 
   void Join();
-  void FindParts(std::string_view value);
+  void FindParts(const reader::Item& item);
   Range RangeOf(const Meant& meant);
   Range RangeInItem(const reader::Item& item, const Meant& meant);
   Range RangeOfHeader() const;

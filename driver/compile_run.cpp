@@ -19,7 +19,7 @@
 #include "driver/overwriting.h"
 #include "driver/raised_error.h"
 #include "driver/standard_input.h"
-#include "reader/messages.h"
+#include "findings/messages.h"
 #include "rules/traps.h"
 #include "ruxcomp/compile.h"
 #include "sources/script_path.h"
@@ -103,7 +103,7 @@ class CompileRun {
   static bool RanOutOfMemory() {
     const std::vector<diagnostics::Message>& messages = diagnostics::Messages().messages;
     return std::any_of(messages.begin(), messages.end(), [](const diagnostics::Message& message) {
-      return message.format == reader::kFormat<reader::MessageId::kOutOfMemory>;
+      return message.format == findings::Message<findings::MessageId::kOutOfMemory>::kFormat;
     });
   }
 

@@ -57,11 +57,11 @@ class NumberTexts {
     const bool is_condition = &item == section.items;
     if (section.name == "DEFINE" || (section.name == "IFDEF" && !is_condition)) {
       // Without any sub-string it is reported.
-      if (!item.value.empty()) Add(sources::FirstSubString(item.value), diagnostics::Phase::kParse);
+      if (!item.value.empty()) Add(sources::FirstSubString(item), diagnostics::Phase::kParse);
     } else if (section.name == "REPEATER") {
-      AddRepeater(sources::SubStrings(item.value));
+      AddRepeater(sources::SubStrings(item));
     } else if (section.name == "GLOBAL") {
-      AddOperands(sources::SubStrings(item.value));
+      AddOperands(sources::SubStrings(item));
     } else {
       AddByKey(section, item);
     }
@@ -79,16 +79,15 @@ class NumberTexts {
     const std::uint32_t keyword = KeywordOf(item.key);
     if ((keyword & kNumericMask) == kNumericString) {
       // An empty one is reported.
-      const std::string_view text = sources::FirstSubString(item.value);
+      const std::string_view text = sources::FirstSubString(item);
       if (!text.empty()) Add(text, diagnostics::Phase::kCheck);
     } else if ((keyword & kNumericMask) == kNumericList) {
-      for (const std::string_view text : sources::SubStrings(item.value))
-        Add(text, diagnostics::Phase::kCheck);
+      for (const std::string_view text : sources::SubStrings(item)) Add(text, diagnostics::Phase::kCheck);
     } else if (section.name == "TABLE" && keyword == 0) {
       AddRow(item);
     } else if ((keyword & kTypeMask) == kValueType || BeginsWith(item.key, kValuePrefix)) {
       if (section.name == "ACTION" && keyword == 0) AddKey(item.key.substr(kValuePrefix.size()));
-      AddOperands(sources::SubStrings(item.value));
+      AddOperands(sources::SubStrings(item));
     }
   }
 
@@ -97,7 +96,7 @@ class NumberTexts {
     AddKey(item.key.substr(0, dot));
     if (dot != std::string_view::npos) AddKey(item.key.substr(dot + 1));
     // An empty cell is reported.
-    const std::string_view cell = sources::FirstSubString(item.value);
+    const std::string_view cell = sources::FirstSubString(item);
     if (!cell.empty()) Add(cell, diagnostics::Phase::kOutput);
   }
 

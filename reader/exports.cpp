@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <new>
 #include <string_view>
 
-#include "reader/messages.h"
 #include "reader/script_file.h"
+#include "reader/value.h"
 
+using reader::CopyCooked;
 using reader::Item;
 using reader::Script;
 using reader::ScriptFile;
@@ -15,9 +15,10 @@ using reader::Section;
 
 namespace {
 
-// A text and the buffer that a caller has for it.
+// A text, how many blanks next to its commas are left out, and the buffer that a caller has for it.
 struct Delivery {
   std::string_view text;
+  std::uint32_t blanks_at_commas;
   char* buffer;
   std::uint32_t* size;
 };
@@ -29,14 +30,15 @@ std::uint32_t Deliver(std::initializer_list<Delivery> deliveries, std::uint32_t 
   bool fits = true;
   for (const Delivery& delivery : deliveries) {
     if (delivery.size == nullptr) return 0;
-    const auto needed = static_cast<std::uint32_t>(delivery.text.size() + 1);
+    const auto needed =
+        static_cast<std::uint32_t>(delivery.text.size() + 1) - delivery.blanks_at_commas;
     asks_sizes &= delivery.buffer == nullptr;
     fits &= delivery.buffer != nullptr && *delivery.size >= needed;
     *delivery.size = needed;
   }
   if (!fits) return asks_sizes;
   for (const Delivery& delivery : deliveries) {
-    *std::copy(delivery.text.begin(), delivery.text.end(), delivery.buffer) = '\0';
+    *CopyCooked(delivery.text, delivery.blanks_at_commas, delivery.buffer) = '\0';
   }
   if (line_out != nullptr) *line_out = line;
   return 1;
@@ -52,25 +54,10 @@ void* HandleOf(const Section& section) { return const_cast<Section*>(&section); 
 
 }  // namespace
 
-void* RSOpenFile(const std::string& path) {
-  try {
-    return ScriptFile::Open(path).release();
-  } catch (const std::bad_alloc&) {
-    reader::Report(path, reader::kFormat<reader::MessageId::kOutOfMemory>, 1);
-    return nullptr;
-  }
-}
+void* RSOpenFile(const std::string& path) { return ScriptFile::Open(path).release(); }
 
 std::uint32_t RSParse(void* file) {
-  if (file == nullptr) return 0;
-  auto* script_file = static_cast<ScriptFile*>(file);
-  try {
-    script_file->Parse();
-    return 1;
-  } catch (const std::bad_alloc&) {
-    reader::Report(script_file->path(), reader::kFormat<reader::MessageId::kOutOfMemory>, 1);
-    return 0;
-  }
+  return file != nullptr && static_cast<ScriptFile*>(file)->Parse() ? 1 : 0;
 }
 
 void* RSEnumSection(void* file, std::uint32_t index, std::uint32_t /*reserved*/) {
@@ -83,7 +70,7 @@ std::uint32_t RSGetSectInfo(void* section, char* name, std::uint32_t* name_size,
                             std::uint32_t* line) {
   if (section == nullptr) return 0;
   const auto& info = *static_cast<const Section*>(section);
-  return Deliver({{info.name, name, name_size}}, info.line, line);
+  return Deliver({{info.name, 0, name, name_size}}, info.line, line);
 }
 
 std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key, std::uint32_t* key_size,
@@ -92,7 +79,10 @@ std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key, std::uin
   const auto& info = *static_cast<const Section*>(section);
   if (index >= info.item_count) return 0;
   const Item& item = info.items[index];
-  return Deliver({{item.key, key, key_size}, {item.value, value, value_size}}, item.line, line);
+  ScriptFile::NoteDelivery(item);
+  return Deliver(
+      {{item.key, 0, key, key_size}, {item.value, item.blanks_at_commas, value, value_size}},
+      item.line, line);
 }
 
 void* RSFindSEction(void* file, const std::string& name, std::uint32_t /*reserved*/) {

@@ -2,6 +2,10 @@
 
 #include <dlfcn.h>
 
+#include <iterator>
+
+#include "findings/finding.h"
+
 namespace reader {
 namespace {
 
@@ -12,12 +16,32 @@ constexpr unsigned int kOutputSize = 2048;
 
 }  // namespace
 
-void Report(const std::string& path, const char* message, std::uint32_t line) {
+const char* FormatOf(MessageId message) {
+  switch (message) {
+#define MESSAGE(name, format, ...) \
+  case MessageId::k##name:         \
+    return format;
+#include "findings/messages/script_text.def"
+#undef MESSAGE
+    default:
+      return "";
+  }
+}
+
+void Report(const std::string& path, MessageId message, std::uint32_t line) {
+  const std::string base_name = path.substr(path.rfind('\\') + 1);
+  if (findings::Sink* sink = findings::CurrentSink()) {
+    const findings::Argument arguments[] = {std::string_view(base_name), line};
+    findings::Finding finding;
+    finding.place = {base_name, line};
+    finding.message = message;
+    finding.arguments = {arguments, std::size(arguments)};
+    sink->Take(finding);
+    return;
+  }
   // Not linked against: the reader also serves programs that have no Output.
   const auto output = reinterpret_cast<OutputFunction>(dlsym(RTLD_DEFAULT, "Output"));
-  if (output == nullptr) return;
-  const std::string base_name = path.substr(path.rfind('\\') + 1);
-  output(kOutputSize, message, base_name.c_str(), line);
+  if (output != nullptr) output(kOutputSize, FormatOf(message), base_name.c_str(), line);
 }
 
 }  // namespace reader

@@ -1,4 +1,4 @@
-// What the reader says about a script, and how it is said.
+// How the reader reports what is wrong with a script.
 #ifndef READER_MESSAGES_H_
 #define READER_MESSAGES_H_
 
@@ -9,15 +9,15 @@
 
 namespace reader {
 
-// The reader's messages, printf formats for the script's base name and a line number, are rows of
-// findings/messages/reading.def.
-template <findings::MessageId Id>
-inline constexpr const char* kFormat = findings::Message<Id>::kFormat;
 using findings::MessageId;
 
-// Passes such a format to the function Output of the host program; without one, nothing
-// happens. The base name is what follows the last backslash of the path.
-void Report(const std::string& path, const char* message, std::uint32_t line);
+// The printf format of one of the messages of findings/messages/script_text.def; empty for others.
+const char* FormatOf(MessageId message);
+
+// Reports one of the messages of findings/messages/script_text.def: to the sink of the process when
+// it has one, else to the function Output of the host program when it has that. The place is the
+// base name of the path, what follows its last backslash, and the line.
+void Report(const std::string& path, MessageId message, std::uint32_t line);
 
 }  // namespace reader
 

@@ -2,121 +2,87 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <utility>
 
+#include "reader/lines.h"
 #include "reader/messages.h"
+#include "reader/value.h"
 
 namespace reader {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+constexpr std::size_t kNone = std::string_view::npos;
+
 bool IsCommentSign(char c) { return c == '#' || c == ';'; }
-
-// A stretch of the script's text. What is made of it is never longer, so it is changed in place.
-struct Span {
-  char* begin;
-  char* end;
-
-  bool empty() const { return begin == end; }
-  std::string_view view() const { return {begin, static_cast<std::size_t>(end - begin)}; }
-};
-
-// Where `c` stands first, or the end.
-char* Find(Span text, char c) {
-  if (text.empty()) return text.end;
-  void* found = std::memchr(text.begin, c, text.view().size());
-  return found == nullptr ? text.end : static_cast<char*>(found);
-}
-
-Span Trim(Span text) {
-  while (!text.empty() && IsBlank(*text.begin)) ++text.begin;
-  while (!text.empty() && IsBlank(text.end[-1])) --text.end;
-  return text;
-}
 
 // What the quotes of a line leave to be seen of it.
 struct Outline {
-  Span content;        // without comment and trailing blanks
-  char* equals;        // the '=' that ends the key, or the content's end
-  bool closes_quotes;  // false: the last quote runs to the line's end
+  std::string_view content;        // without comment and trailing blanks
+  std::size_t equals;              // where the '=' is that ends the key, or none
+  std::size_t open_quote;          // where the quote is that runs to the line's end, or none
+  std::uint32_t quotes;            // how many texts in quotes it has
+  std::uint32_t blanks_at_commas;  // of the value
 };
 
 // The characters that an outline may turn at; most of a script is none of them.
 constexpr std::array<bool, 256> kTurns = [] {
   std::array<bool, 256> turns{};
-  for (const char c : {'"', '=', '#', ';'}) turns[static_cast<unsigned char>(c)] = true;
+  for (const char c : {'"', '=', ',', '#', ';'}) turns[static_cast<unsigned char>(c)] = true;
   return turns;
 }();
 
-Outline FindOutline(Span line) {
-  Outline outline{line, nullptr, true};
-  char* at = line.begin;
-  for (; at != line.end; ++at) {
-    if (!kTurns[static_cast<unsigned char>(*at)]) continue;
-    if (*at == '"') {
-      at = Find({at + 1, line.end}, '"');
-      outline.closes_quotes = at != line.end;
-      if (!outline.closes_quotes) break;
-    } else if (*at == '=' && outline.equals == nullptr) {
+Outline FindOutline(std::string_view line) {
+  Outline outline{{}, kNone, kNone, 0, 0};
+  std::size_t part = 0;  // where the part of the value begins that is being passed
+  std::size_t at = 0;
+  for (; at < line.size(); ++at) {
+    const char c = line[at];
+    if (!kTurns[static_cast<unsigned char>(c)]) continue;
+    if (c == '"') {
+      ++outline.quotes;
+      const std::size_t closing = line.find('"', at + 1);
+      if (closing == kNone) outline.open_quote = at;
+      at = std::min(closing, line.size() - 1);
+    } else if (IsCommentSign(c)) {
+      if (at != 0 && IsBlank(line[at - 1])) break;
+    } else if (c == '=' && outline.equals == kNone) {
       outline.equals = at;
-    } else if (IsCommentSign(*at) && at != line.begin && IsBlank(at[-1])) {
-      break;
+      while (at + 1 < line.size() && IsBlank(line[at + 1])) ++at;
+      part = at + 1;
+    } else if (c == ',' && outline.equals != kNone) {
+      const Separator separator = SeparatorAt(line, at, part);
+      outline.blanks_at_commas += static_cast<std::uint32_t>(separator.blanks());
+      part = separator.end;
+      at = part - 1;
     }
   }
-  outline.content = Trim({line.begin, at});
-  if (outline.equals == nullptr) outline.equals = outline.content.end;
+  outline.content = Trim(line.substr(0, at));
+  // The blanks between a last comma and a comment do not belong to the value.
+  if (part > outline.content.size() && outline.blanks_at_commas != 0) {
+    outline.blanks_at_commas -= static_cast<std::uint32_t>(part - outline.content.size());
+  }
   return outline;
-}
-
-Span DropBlanks(Span text) {
-  text.end = std::remove_if(text.begin, text.end, IsBlank);
-  return text;
-}
-
-// Drops the blanks around commas that stand outside quotes. A quote without end runs to the text's
-// end.
-Span DropBlanksAroundCommas(Span text) {
-  char* out = Find(text, ',');
-  if (out == text.end) return text;
-  out = text.begin;
-  for (char* in = text.begin; in != text.end;) {
-    if (*in == '"') {
-      char* quote_end = Find({in + 1, text.end}, '"');
-      if (quote_end != text.end) ++quote_end;
-      out = std::copy(in, quote_end, out);
-      in = quote_end;
-    } else if (*in == ',') {
-      while (out != text.begin && IsBlank(out[-1])) --out;
-      *out++ = *in++;
-      while (in != text.end && IsBlank(*in)) ++in;
-    } else {
-      *out++ = *in++;
-    }
-  }
-  return {text.begin, out};
 }
 
 // One walk over a script's text.
 class Scanner {
  public:
-  Scanner(std::string* text, std::vector<Section>* sections, std::vector<Item>* items,
-          const ProblemSink& report)
-      : rest_{text->data(), text->data() + text->size()},
-        sections_(*sections),
-        items_(*items),
+  Scanner(std::string_view text, const Scanned& scanned, const ProblemSink& report)
+      : text_(text),
+        lines_(text.substr(StartsWithMark(text) ? kByteOrderMark.size() : 0)),
+        next_nul_(std::min(text.find('\0'), text.size())),
+        arena_(scanned.arena),
+        sections_(scanned.sections),
+        items_(scanned.items),
         report_(report) {}
 
   void Run() {
     // Room for the items of most scripts; where lines are shorter, it grows.
     constexpr std::size_t kBytesPerItem = 16;
-    items_.reserve(rest_.view().size() / kBytesPerItem);
-    if (rest_.view().substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-      rest_.begin += kByteOrderMark.size();
-    }
-    while (!rest_.empty()) ScanLine();
+    items_.reserve(text_.size() / kBytesPerItem);
+    while (!lines_.is_at_end()) ScanLine();
     // Only now do the items stand still.
     const Item* items = items_.data();
     for (Section& section : sections_) {
@@ -126,99 +92,149 @@ class Scanner {
   }
 
  private:
-  // Takes the next line as it stands in the file, without its end.
-  Span TakePhysicalLine() {
-    char* line_feed = Find(rest_, '\n');
-    Span line{rest_.begin, line_feed};
-    ++lines_taken_;
-    if (line_feed == rest_.end) {
-      rest_.begin = rest_.end;
-      return line;
-    }
-    rest_.begin = line_feed + 1;
-    if (!line.empty() && line.end[-1] == '\r') --line.end;
-    return line;
-  }
-
-  // Whether the line that was taken last goes on in the next one; the last line has none to go on
-  // in.
-  bool GoesOn(Span line) const { return !rest_.empty() && !line.empty() && line.end[-1] == '\\'; }
-
-  // Takes the next line with the lines that backslashes join to it.
-  Span TakeLine() {
-    line_ = lines_taken_ + 1;
-    Span line = TakePhysicalLine();
-    bool goes_on = GoesOn(line);
-    while (goes_on) {
-      const Span next = TakePhysicalLine();
-      goes_on = GoesOn(next);  // asked before the copy, which may overwrite `next`
-      line.end = std::copy(next.begin, next.end, line.end - 1);
-    }
-    return line;
-  }
-
-  Span DropNulBytes(Span line) {
-    char* first = Find(line, '\0');
-    if (first == line.end) return line;
-    Tell(kFormat<MessageId::kNulByte>);
-    line.end = std::remove(first, line.end, '\0');
-    return line;
+  static bool StartsWithMark(std::string_view text) {
+    return text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
   }
 
   void ScanLine() {
-    const Span line = Trim(DropNulBytes(TakeLine()));
-    if (line.empty() || IsCommentSign(*line.begin)) return;
+    const std::string_view line = Trim(TakeLine());
+    if (line.empty() || IsCommentSign(line.front())) return;
     const Outline outline = FindOutline(line);
-    if (!outline.closes_quotes) Tell(kFormat<MessageId::kUnclosedQuote>);
-    if (*line.begin == '[') {
+    if (outline.open_quote != kNone) {
+      Report(MessageId::kUnclosedQuote, outline.content.substr(outline.open_quote));
+    }
+    if (line.front() == '[') {
       OpenSection(outline.content);
     } else {
       AddItem(outline);
     }
   }
 
-  void OpenSection(Span header) {
-    const Span inside{header.begin + 1, Find(header, ']')};
-    if (inside.end == header.end) {
-      Tell(kFormat<MessageId::kUnclosedHeader>);
-    } else if (inside.end + 1 != header.end) {
-      Tell(kFormat<MessageId::kTextAfterHeader>);
+  // Takes the next line with the lines that backslashes join to it, without NUL bytes.
+  std::string_view TakeLine() {
+    line_ = lines_.taken() + 1;
+    const std::string_view line = lines_.Take();
+    if (!lines_.GoesOn(line) && EndOf(line) <= next_nul_) return line;
+    return JoinLines(line);
+  }
+
+  std::string_view JoinLines(std::string_view line) {
+    pieces_.clear();
+    std::size_t first_nul = kNone;
+    for (bool goes_on = true; goes_on;) {
+      goes_on = lines_.GoesOn(line);
+      if (next_nul_ < EndOf(line)) first_nul = std::min(first_nul, next_nul_);
+      AddPieces(goes_on ? line.substr(0, line.size() - 1) : line);
+      if (goes_on) line = lines_.Take();
     }
-    sections_.push_back({DropBlanks(inside).view(), line_, 0, nullptr});
+    if (first_nul != kNone) Report(MessageId::kNulByte, text_.substr(first_nul, 1));
+    return pieces_.empty() ? std::string_view() : arena_.Join(pieces_);
+  }
+
+  // Adds what NUL bytes leave of a line.
+  void AddPieces(std::string_view line) {
+    while (next_nul_ < EndOf(line)) {
+      const std::size_t size = next_nul_ - StartOf(line);
+      AddPiece(line.substr(0, size));
+      line.remove_prefix(size + 1);
+      next_nul_ = std::min(text_.find('\0', next_nul_ + 1), text_.size());
+    }
+    AddPiece(line);
+  }
+
+  void AddPiece(std::string_view piece) {
+    if (!piece.empty()) pieces_.push_back(piece);
+  }
+
+  void OpenSection(std::string_view content) {
+    const std::size_t closing = content.find(']');
+    const std::string_view header = content.substr(0, closing == kNone ? closing : closing + 1);
+    const std::string_view name = content.substr(1, closing == kNone ? closing : closing - 1);
+    if (closing == kNone) {
+      Report(MessageId::kUnclosedHeader, header);
+    } else if (header.size() != content.size()) {
+      Report(MessageId::kTextAfterHeader, Trim(content.substr(header.size())));
+    }
+    sections_.push_back({DropBlanks(name), header, line_, 0, nullptr});
+  }
+
+  std::string_view DropBlanks(std::string_view name) {
+    name = Trim(name);
+    if (std::none_of(name.begin(), name.end(), IsBlank)) return name;
+    pieces_.clear();
+    while (!name.empty()) {
+      const auto blank = std::find_if(name.begin(), name.end(), IsBlank);
+      const auto size = static_cast<std::size_t>(blank - name.begin());
+      AddPiece(name.substr(0, size));
+      name = Trim(name.substr(size));
+    }
+    return arena_.Join(pieces_);
   }
 
   void AddItem(const Outline& outline) {
-    const Span content = outline.content;
+    const std::string_view content = outline.content;
     if (sections_.empty()) {
       if (!std::exchange(told_text_before_section_, true))
-        Tell(kFormat<MessageId::kTextBeforeSection>);
+        Report(MessageId::kTextBeforeSection, content);
       return;
     }
-    const Span key = Trim({content.begin, outline.equals});
-    if (key.empty()) return Tell(kFormat<MessageId::kMissingKey>);
-    Span value{content.end, content.end};
-    if (outline.equals != content.end) {
-      value = DropBlanksAroundCommas(Trim({outline.equals + 1, content.end}));
+    const std::string_view key = Trim(content.substr(0, outline.equals));
+    if (key.empty()) return Report(MessageId::kMissingKey, content);
+    const std::size_t value_at = outline.equals == kNone ? content.size() : outline.equals + 1;
+    const std::string_view value = Trim(content.substr(value_at));
+    items_.push_back({key, value, line_, outline.blanks_at_commas});
+    if (outline.blanks_at_commas != 0 && outline.quotes > 1) {
+      StoreUnlessPartsAreWhole(items_.back());
     }
-    items_.push_back({key.view(), value.view(), line_});
     ++sections_.back().item_count;
   }
 
-  void Tell(const char* message) const { report_(message, line_); }
+  // A part in quotes ends at the next quote; of what follows up to the next comma, splitting sees
+  // nothing, not even quotes. So what is in quotes for the line may be outside of them for
+  // splitting, and a part may lose blanks in its middle. Such a value is stored as it is delivered.
+  void StoreUnlessPartsAreWhole(Item& item) {
+    const std::string cooked = CookedValue(item);
+    const Item delivered{item.key, cooked, item.line, 0};
+    if (Parts(delivered) == Parts(item)) return;
+    pieces_.clear();
+    std::string_view left = item.value;
+    for (std::string_view rest = cooked; !rest.empty();) {
+      const auto differ = std::mismatch(left.begin(), left.end(), rest.begin(), rest.end());
+      const auto size = static_cast<std::size_t>(differ.first - left.begin());
+      AddPiece(left.substr(0, size));
+      rest.remove_prefix(size);
+      left = Trim(left.substr(size));  // without the blanks that are not delivered
+    }
+    item.value = arena_.Join(pieces_);
+    item.blanks_at_commas = 0;
+  }
 
-  Span rest_;  // what is still to be scanned
+  void Report(MessageId message, std::string_view wrong) const {
+    const std::uint32_t begin = arena_.OffsetOf(wrong.data());
+    report_({message, line_, {begin, arena_.OffsetOf(&wrong.back()) + 1}});
+  }
+
+  std::size_t StartOf(std::string_view line) const {
+    return static_cast<std::size_t>(line.data() - text_.data());
+  }
+  std::size_t EndOf(std::string_view line) const { return StartOf(line) + line.size(); }
+
+  const std::string_view text_;
+  Lines lines_;           // what is still to be scanned
+  std::size_t next_nul_;  // the first NUL byte there, or the text's end
+  Arena& arena_;
   std::vector<Section>& sections_;
   std::vector<Item>& items_;
   const ProblemSink& report_;
-  std::uint32_t lines_taken_ = 0;
+  std::vector<std::string_view> pieces_;  // of what is being joined
   std::uint32_t line_ = 0;  // the number of the line being scanned, the first one of joined lines
   bool told_text_before_section_ = false;
 };
 
 }  // namespace
 
-Script::Script(std::string text, const ProblemSink& report) : text_(std::move(text)) {
-  Scanner(&text_, &sections_, &items_, report).Run();
+void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report) {
+  Scanner(text, scanned, report).Run();
 }
 
 }  // namespace reader

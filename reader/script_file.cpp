@@ -1,10 +1,7 @@
 #include "reader/script_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cerrno>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -26,95 +23,84 @@ bool AreTooMany() {
   return g_open_count >= kMostOpen || g_opened_count >= kMostOpened || g_opened_text >= kMostText;
 }
 
-// How much is asked of a file that does not tell its size, at first.
-constexpr std::size_t kFirstRead = std::size_t{1} << 16;
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
+// What is said of a refusal; nothing when a host learns of it by the null handle only.
+std::optional<MessageId> MessageOf(Refusal reason) {
+  switch (reason) {
+    case Refusal::kTooMany:
+      return MessageId::kTooManyIncludes;
+    case Refusal::kTooLarge:
+      return MessageId::kScriptTooLarge;
+    case Refusal::kOutOfMemory:
+      return MessageId::kOutOfMemory;
+    default:
+      return std::nullopt;
   }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-
- private:
-  const int number_;
-};
-
-// Repeats a system call that a signal interrupted.
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result == -1 && errno == EINTR) result = call();
-  return result;
 }
 
-// The name under which there is a file, and what that file is.
-std::optional<std::string> Locate(std::string path, struct stat* status) {
-  if (stat(path.c_str(), status) == 0) return path;
-  std::replace(path.begin(), path.end(), '\\', '/');
-  if (stat(path.c_str(), status) == 0) return path;
-  return std::nullopt;
+// What the number of a system call that failed means.
+Refusal ReasonOf(int error) {
+  if (error == ENOENT || error == ENOTDIR) return Refusal::kNotFound;
+  return error == EISDIR ? Refusal::kIsFolder : Refusal::kCannotBeRead;
 }
 
-// The bytes of a file, but no more than one above `largest`. `size` is what the file says of
-// itself: pipes and system files say 0. Directories open, but cannot be read.
-std::optional<std::string> ReadFile(const std::string& path, std::size_t size,
-                                    std::size_t largest) {
-  const Descriptor file(
-      Uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY); }));
-  if (file.number() < 0) return std::nullopt;
-  // One byte more than expected shows the end of the file without growing the text.
-  std::string text(std::min(size > 0 ? size : kFirstRead, largest) + 1, '\0');
-  std::size_t used = 0;
-  while (used <= largest) {
-    if (used == text.size()) text.resize(std::min(2 * used, largest + 1));
-    const ssize_t count =
-        Uninterrupted([&] { return read(file.number(), text.data() + used, text.size() - used); });
-    if (count < 0) return std::nullopt;
-    if (count == 0) break;
-    used += static_cast<std::size_t>(count);
+// A record that does not fit into memory is left out: what was reported stays reported.
+template <typename Record>
+void RecordInMemory(Record record) {
+  try {
+    record();
+  } catch (const std::bad_alloc&) {
   }
-  text.resize(used);
-  return text;
 }
 
 }  // namespace
 
 std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_t largest) {
-  // Looked at before it is opened: opening a named pipe that is being read already would wait for
-  // another writer.
-  struct stat status;
-  const std::optional<std::string> located = Locate(path, &status);
-  if (!located || IsOpen(status)) return nullptr;
-  if (AreTooMany()) {
-    Report(path, kFormat<MessageId::kTooManyIncludes>, 1);
-    return nullptr;
+  Refused refused{Refusal::kOutOfMemory, 0};
+  std::unique_ptr<ScriptFile> file;
+  try {
+    file = TryOpen(path, largest, refused);
+  } catch (const std::bad_alloc&) {
+    refused = {Refusal::kOutOfMemory, 0};
   }
-  const auto size = static_cast<std::size_t>(status.st_size);
-  std::optional<std::string> text;
-  bool too_large = size > largest;
-  if (!too_large) {
-    text = ReadFile(*located, size, largest);
-    if (!text) return nullptr;
-    too_large = text->size() > largest;
-  }
-  if (too_large) {
-    Report(path, kFormat<MessageId::kScriptTooLarge>, 1);
-    return nullptr;
-  }
-  return std::unique_ptr<ScriptFile>(new ScriptFile(path, status, std::move(*text)));
+  if (file == nullptr) Refuse(path, refused);
+  return file;
 }
 
-ScriptFile::ScriptFile(std::string path, const struct stat& status, std::string text)
-    : path_(std::move(path)),
-      device_(status.st_dev),
-      inode_(status.st_ino),
+std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::size_t largest,
+                                                Refused& refused) {
+  const auto refuse = [&](Refusal reason, int error = 0) {
+    refused = {reason, error};
+    return nullptr;
+  };
+  const std::optional<Source> source = FindSource(path);
+  if (!source) return refuse(ReasonOf(errno), errno);
+  if (IsOpen(source->identity)) return refuse(Refusal::kIsOpenAlready);
+  if (AreTooMany()) return refuse(Refusal::kTooMany);
+  if (source->size > largest) return refuse(Refusal::kTooLarge);
+  std::optional<std::string> text = ReadSource(*source, largest);
+  if (!text) return refuse(ReasonOf(errno), errno);
+  if (text->size() > largest) return refuse(Refusal::kTooLarge);
+  std::unique_ptr<ScriptFile> file(new ScriptFile(path, *source, std::move(*text)));
+  file->EnterArchive(source->path);
+  return file;
+}
+
+void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
+  if (const auto message = MessageOf(refused.reason)) Report(path, *message, 1);
+  Archive* archive = Archive::Current();
+  if (archive == nullptr) return;
+  RecordInMemory([&] {
+    archive->refused_.push_back(
+        {path, refused.reason, refused.error, FindIncluder(), archive->scripts_.size()});
+  });
+}
+
+ScriptFile::ScriptFile(const std::string& path, const Source& source, std::string text)
+    : path_(path),
+      identity_(source.identity),
       text_(std::move(text)),
-      next_open_(std::exchange(g_open_files, this)) {
+      next_open_(std::exchange(g_open_files, this)),
+      includer_(delivered_) {
   ++g_open_count;
   ++g_opened_count;
   g_opened_text += text_.size();
@@ -125,20 +111,78 @@ ScriptFile::~ScriptFile() {
   while (*link != this) link = &(*link)->next_open_;
   *link = next_open_;
   if (--g_open_count == 0) g_opened_count = g_opened_text = 0;
+  // The items of this file go; what follows is included by the item that included it.
+  if (Holds(delivered_)) delivered_ = includer_;
+  for (ScriptFile* file = g_open_files; file != nullptr; file = file->next_open_) {
+    if (Holds(file->includer_)) file->includer_ = includer_;
+  }
 }
 
-bool ScriptFile::IsOpen(const struct stat& status) {
+bool ScriptFile::IsOpen(const SourceIdentity& identity) {
   for (const ScriptFile* file = g_open_files; file != nullptr; file = file->next_open_) {
-    if (file->device_ == status.st_dev && file->inode_ == status.st_ino) return true;
+    if (file->identity_ == identity) return true;
   }
   return false;
 }
 
-void ScriptFile::Parse() {
-  if (script_ != nullptr) return;
-  script_ = std::make_unique<const Script>(
-      std::move(text_),
-      [this](const char* message, std::uint32_t line) { Report(path_, message, line); });
+Includer ScriptFile::FindIncluder() {
+  for (const ScriptFile* file = g_open_files; file != nullptr; file = file->next_open_) {
+    if (!file->Holds(delivered_) || file->archived() == nullptr) continue;
+    return ArchivedItem{file->archived_at_, file->script_->PlaceOf(*delivered_)};
+  }
+  return std::nullopt;
+}
+
+bool ScriptFile::Holds(const Item* item) const {
+  return item != nullptr && script_ != nullptr && script_->Holds(*item);
+}
+
+void ScriptFile::EnterArchive(const std::string& opened) {
+  Archive* archive = Archive::Current();
+  if (archive == nullptr) return;
+  archive->scripts_.push_back({path_, opened, FindIncluder(), nullptr, {}});
+  archive_ = archive->id_;
+  archived_at_ = archive->scripts_.size() - 1;
+}
+
+ArchivedScript* ScriptFile::archived() const {
+  Archive* archive = Archive::Current();
+  if (archive == nullptr || archive->id_ != archive_) return nullptr;
+  return &archive->scripts_[archived_at_];
+}
+
+bool ScriptFile::Parse() {
+  if (script_ != nullptr) return true;
+  try {
+    Scan();
+    return true;
+  } catch (const std::bad_alloc&) {
+    ReportProblem({MessageId::kOutOfMemory, 1, {}});
+    return false;
+  }
+}
+
+void ScriptFile::Scan() {
+  const auto report = [this](const Problem& problem) { ReportProblem(problem); };
+  if (archived() == nullptr) {
+    script_ = std::make_shared<const Script>(std::move(text_), report);
+    return;
+  }
+  Archive& archive = *Archive::Current();
+  if (const ArchivedScript* known = archive.FindParsed(identity_, text_)) {
+    script_ = known->script;
+    text_ = std::string();
+    for (const Problem& problem : known->problems) ReportProblem(problem);
+  } else {
+    script_ = std::make_shared<const Script>(std::move(text_), report);
+  }
+  archive.KeepParsed(archived_at_, identity_, script_);
+}
+
+void ScriptFile::ReportProblem(const Problem& problem) const {
+  Report(path_, problem.message, problem.line);
+  ArchivedScript* kept = archived();
+  if (kept != nullptr) RecordInMemory([&] { kept->problems.push_back(problem); });
 }
 
 }  // namespace reader

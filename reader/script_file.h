@@ -2,19 +2,17 @@
 #ifndef READER_SCRIPT_FILE_H_
 #define READER_SCRIPT_FILE_H_
 
-#include <sys/stat.h>
-
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "reader/scanner.h"
+#include "reader/archive.h"
+#include "reader/script.h"
+#include "reader/source.h"
 
 namespace reader {
-
-// Larger scripts are refused: nobody writes them, and a device or an endless pipe must not eat the
-// machine's memory.
-inline constexpr std::size_t kLargestScript = std::size_t{1} << 30;
 
 // More scripts are not open at once: every INCLUDE that is nested in another one takes some of the
 // host's stack.
@@ -29,32 +27,58 @@ inline constexpr std::size_t kMostText = kLargestScript;
 // includes nest, so a file that is still open would include itself without end.
 class ScriptFile {
  public:
-  // Reads the file at `path` or, when there is none, at `path` with its backslashes read as
-  // slashes. Pipes are read to their end. Returns null when there is no such file, it cannot be
-  // read, is a directory or is open already (under whatever name), and, after a message, when it
-  // holds more than `largest` bytes or one of the limits above is reached.
+  // Reads the text in memory or the file at `path` or, when there is none, at `path` with its
+  // backslashes read as slashes. Pipes are read to their end. Returns null when there is no such
+  // file, it cannot be read, is a directory or is open already (under whatever name), and, after a
+  // message, when it holds more than `largest` bytes, one of the limits above is reached or memory
+  // runs out.
   static std::unique_ptr<ScriptFile> Open(const std::string& path,
                                           std::size_t largest = kLargestScript);
   ~ScriptFile();
   ScriptFile(const ScriptFile&) = delete;
   ScriptFile& operator=(const ScriptFile&) = delete;
 
-  // Scans the text and reports its problems, the first time.
-  void Parse();
+  // Scans the text and reports its problems, the first time. False, after a message, when memory
+  // runs out.
+  bool Parse();
+
+  // Takes note of an item of an open file that is being delivered: what is opened next is included
+  // by it.
+  static void NoteDelivery(const Item& item) { delivered_ = &item; }
 
   const std::string& path() const { return path_; }       // as given to Open
   const Script* script() const { return script_.get(); }  // null before Parse
 
  private:
-  ScriptFile(std::string path, const struct stat& status, std::string text);
-  static bool IsOpen(const struct stat& status);
+  struct Refused {
+    Refusal reason;
+    int error;
+  };
+
+  ScriptFile(const std::string& path, const Source& source, std::string text);
+  static std::unique_ptr<ScriptFile> TryOpen(const std::string& path, std::size_t largest,
+                                             Refused& refused);
+  static void Refuse(const std::string& path, const Refused& refused);
+  static bool IsOpen(const SourceIdentity& identity);
+  static Includer FindIncluder();
+
+  void EnterArchive(const std::string& opened);
+  ArchivedScript* archived() const;  // null when there is none
+  void Scan();
+  void ReportProblem(const Problem& problem) const;
+  bool Holds(const Item* item) const;
+
+  // Of an open file, the item that was delivered last.
+  static inline const Item* delivered_ = nullptr;
 
   const std::string path_;
-  const dev_t device_;
-  const ino_t inode_;
+  const SourceIdentity identity_;
   std::string text_;  // empty from Parse on
-  std::unique_ptr<const Script> script_;
+  std::shared_ptr<const Script> script_;
   ScriptFile* next_open_;
+  const Item* includer_;         // the item that was delivered last when the file was opened
+  std::uint64_t archive_ = 0;    // the archive that it is in; 0: none
+  std::size_t archived_at_ = 0;  // its place there
 };
 
 }  // namespace reader

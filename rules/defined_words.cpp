@@ -23,7 +23,7 @@ DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapRepor
     const KindKeys& kind = *FindKeysOf(section.section->name);
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const reader::Item& item = section.section->items[i];
-      sources::SubStrings(item.value, parts);
+      sources::SubStrings(item, parts);
       const ScriptItem shown{section.file,      section.section,          &item,
                              kind.schema->kind, KeyOf(kind, item.key, i), parts};
       if (shown.key == compiled::kKeyDEFINED_WORD) Define(shown);

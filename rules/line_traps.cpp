@@ -128,10 +128,11 @@ class LineTraps : public TrapRules {
     const auto column = static_cast<std::size_t>(file.text().data() + at - line.data());
     const std::string_view before = line.substr(0, column);
     const std::size_t end = before.find_last_not_of(kBlanks) + 1;
-    const bool is_cut = !value.empty() && value.find('"') == std::string_view::npos &&
+    const bool is_cut = !value.empty() && spot->item->blanks_at_commas == 0 &&
+                        value.find('"') == std::string_view::npos &&
                         EndsWith(before.substr(0, end), value);
     if (!is_cut) return;
-    const std::vector<std::string_view> parts = sources::SubStrings(value);
+    const std::vector<std::string_view> parts = sources::SubStrings(*spot->item);
     const KindKeys& kind = *FindKeysOf(spot->section->name);
     const ScriptItem item{&file, spot->section, spot->item, kind.schema->kind, 0, parts};
     report_.Add(diagnostics::MessageId::kNumberSign, item,

@@ -39,7 +39,7 @@ class Walk {
  private:
   void Show(const sources::SourceSection& section, const KindKeys& kind, std::uint32_t index) {
     const reader::Item& item = section.section->items[index];
-    sources::SubStrings(item.value, parts_);
+    sources::SubStrings(item, parts_);
     ScriptItem shown{
         section.file, section.section, &item, kind.schema->kind, KeyOf(kind, item.key, index),
         parts_};

@@ -21,7 +21,7 @@ std::vector<SourceItem> ItemsOf(const SourceView& sources, std::string_view sect
 std::optional<SourceItem> FindItem(const SourceView& sources, std::string_view section,
                                    std::string_view key, std::string_view text) {
   for (const SourceItem& found : ItemsOf(sources, section, key)) {
-    if (FirstSubString(found.item->value) == text) return found;
+    if (FirstSubString(*found.item) == text) return found;
   }
   return std::nullopt;
 }
@@ -30,7 +30,7 @@ std::vector<std::string> ValuesOf(const SourceView& sources, std::string_view se
                                   std::string_view key) {
   std::vector<std::string> values;
   for (const SourceItem& found : ItemsOf(sources, section, key)) {
-    values.emplace_back(FirstSubString(found.item->value));
+    values.emplace_back(FirstSubString(*found.item));
   }
   return values;
 }

@@ -13,17 +13,6 @@
 namespace rux::sources {
 namespace {
 
-std::vector<std::size_t> FindLineStarts(const std::string& text) {
-  std::vector<std::size_t> starts;
-  for (std::size_t at = 0; at < text.size();) {
-    starts.push_back(at);
-    const std::size_t end = text.find('\n', at);
-    if (end == std::string::npos) break;
-    at = end + 1;
-  }
-  return starts;
-}
-
 // Whether there is something that the library may have read.
 bool CouldBeOpened(const std::string& path) {
   struct stat status;
@@ -51,12 +40,11 @@ std::unique_ptr<SourceFile> SourceFile::Read(const std::string& library_path,
   // What the library's reader did not take is not taken here either; and the file may have grown.
   constexpr std::size_t kMost = reader::kLargestScript;
   if (static_cast<std::size_t>(status.st_size) > kMost) return nullptr;
-  if (!support::ReadAll(open_file.number(), kMost, file->text_) || file->text_.size() > kMost) {
-    return nullptr;
-  }
+  std::string text;
+  if (!support::ReadAll(open_file.number(), kMost, text) || text.size() > kMost) return nullptr;
   // The library's own reader has told the problems.
-  const auto ignore = [](const char*, std::uint32_t) {};
-  file->script_ = std::make_unique<const reader::Script>(file->text_, ignore);
+  const auto ignore = [](const reader::Problem&) {};
+  file->script_ = std::make_unique<const reader::Script>(std::move(text), ignore);
   return file;
 }
 
@@ -73,29 +61,7 @@ std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
 }
 
 std::string_view SourceFile::Line(std::uint32_t line) const {
-  if (line == 0 || line > line_count()) return {};
-  // Its end is not searched for: it may be asked for often, and be long.
-  const std::size_t begin = LineStarts()[line - 1];
-  const std::size_t end = line < line_count() ? LineStarts()[line] : text_.size();
-  std::string_view whole = std::string_view(text_).substr(begin, end - begin);
-  if (whole.back() != '\n') return whole;
-  whole.remove_suffix(1);
-  if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
-  return whole;
-}
-
-const std::vector<std::size_t>& SourceFile::LineStarts() const {
-  if (line_starts_.empty()) line_starts_ = FindLineStarts(text_);
-  return line_starts_;
-}
-
-std::uint32_t SourceFile::line_count() const {
-  return static_cast<std::uint32_t>(LineStarts().size());
-}
-
-std::uint32_t SourceFile::LineAt(std::size_t at) const {
-  const auto after = std::upper_bound(LineStarts().begin(), LineStarts().end(), at);
-  return static_cast<std::uint32_t>(after - LineStarts().begin());
+  return line == 0 || line > line_count() ? std::string_view() : script_->Line(line);
 }
 
 bool SourceFile::IsSameFile(const SourceFile& other) const {
@@ -154,7 +120,7 @@ bool SourceView::Follow(const std::string& library_path, const SourcePlace* incl
 void SourceView::FollowIncludes(const SourceFile& file, const reader::Section& section) {
   for (const reader::Item* item = section.items; item != section.items + section.item_count;
        ++item) {
-    const std::string_view name = FirstSubString(item->value);
+    const std::string_view name = FirstSubString(*item);
     // The library rejects any other key, and an empty name.
     if (item->key != "FILE" || name.empty()) continue;
     const SourcePlace place{&file, item->line};

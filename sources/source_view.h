@@ -19,7 +19,7 @@
 #include <utility>
 #include <vector>
 
-#include "reader/scanner.h"
+#include "reader/script.h"
 
 namespace rux::sources {
 
@@ -44,24 +44,21 @@ class SourceFile {
 
   // A line of the file as it stands there, without its end; empty for lines that it does not have.
   std::string_view Line(std::uint32_t line) const;
-  std::uint32_t line_count() const;
+  std::uint32_t line_count() const { return script_->line_count(); }
   // The line that holds that byte of the text.
-  std::uint32_t LineAt(std::size_t at) const;
-  const std::string& text() const { return text_; }
+  std::uint32_t LineAt(std::size_t at) const { return script_->LineAt(at); }
+  const std::string& text() const { return script_->text(); }
 
   bool IsSameFile(const SourceFile& other) const;
 
  private:
   SourceFile() = default;
-  const std::vector<std::size_t>& LineStarts() const;
 
   std::string library_path_;
   std::string path_;
   dev_t device_ = 0;
   ino_t inode_ = 0;
-  std::string text_;
-  mutable std::vector<std::size_t> line_starts_;  // found when they are first asked for
-  std::unique_ptr<const reader::Script> script_;  // has a copy of the text: scanning changes it
+  std::unique_ptr<const reader::Script> script_;
 };
 
 struct SourceSection {

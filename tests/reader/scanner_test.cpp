@@ -1,7 +1,9 @@
 // The syntax of scripts, row by row.
-#include "reader/scanner.h"
-
 #include <gtest/gtest.h>
+
+#include "reader/messages.h"
+#include "reader/script.h"
+#include "reader/value.h"
 
 namespace {
 
@@ -18,8 +20,9 @@ std::string Words(const std::string& message) {
 // One row per section ("line [name]"), item ("line <key> <value>") and problem ("! line text").
 std::string Dump(const std::string& text) {
   std::string problems;
-  const reader::Script script(text, [&](const char* message, std::uint32_t line) {
-    problems += "! " + std::to_string(line) + " " + Words(message);
+  const reader::Script script(text, [&](const reader::Problem& problem) {
+    problems +=
+        "! " + std::to_string(problem.line) + " " + Words(reader::FormatOf(problem.message));
   });
   std::string dump;
   for (const reader::Section& section : script.sections()) {
@@ -27,7 +30,7 @@ std::string Dump(const std::string& text) {
     for (std::uint32_t i = 0; i < section.item_count; ++i) {
       const reader::Item& item = section.items[i];
       dump += std::to_string(item.line) + " <" + std::string(item.key) + "> <" +
-              std::string(item.value) + ">\n";
+              reader::CookedValue(item) + ">\n";
     }
   }
   return dump + problems;

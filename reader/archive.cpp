@@ -1,0 +1,36 @@
+#include "reader/archive.h"
+
+#include <stdexcept>
+
+namespace reader {
+namespace {
+
+Archive* g_archive = nullptr;
+std::uint64_t g_last_id = 0;
+
+}  // namespace
+
+Archive::Archive() : id_(++g_last_id) {
+  if (g_archive != nullptr) throw std::logic_error("there is an archive already");
+  g_archive = this;
+}
+
+Archive::~Archive() { g_archive = nullptr; }
+
+Archive* Archive::Current() { return g_archive; }
+
+const ArchivedScript* Archive::FindParsed(const SourceIdentity& identity,
+                                          const std::string& text) const {
+  const auto found = parsed_.find(identity);
+  if (found == parsed_.end()) return nullptr;
+  const ArchivedScript& candidate = scripts_[found->second];
+  return candidate.script->text() == text ? &candidate : nullptr;
+}
+
+void Archive::KeepParsed(std::size_t index, const SourceIdentity& identity,
+                         const std::shared_ptr<const Script>& script) {
+  parsed_[identity] = index;
+  scripts_[index].script = script;
+}
+
+}  // namespace reader

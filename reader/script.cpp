@@ -1,0 +1,69 @@
+#include "reader/script.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "reader/lines.h"
+#include "reader/scanner.h"
+
+namespace reader {
+
+Script::Script(std::string text, const ProblemSink& report)
+    : text_(std::move(text)), arena_(text_) {
+  Scan(text_, {arena_, sections_, items_}, report);
+}
+
+bool Script::Holds(const Item& item) const {
+  const std::less<> is_before;
+  const Item* begin = items_.data();
+  return !is_before(&item, begin) && is_before(&item, begin + items_.size());
+}
+
+ItemPlace Script::PlaceOf(const Item& item) const {
+  const auto begins_after = [](const Item* wanted, const Section& section) {
+    return std::less<>()(wanted, section.items);
+  };
+  // Sections without items begin where the next one does, so it is the last one that is meant.
+  const auto after = std::upper_bound(sections_.begin(), sections_.end(), &item, begins_after);
+  return {static_cast<std::size_t>(after - sections_.begin()) - 1,
+          static_cast<std::size_t>(&item - after[-1].items)};
+}
+
+Range Script::RangeOf(std::string_view view) const {
+  // The byte before an empty one may be on another line than the byte after it.
+  const std::uint32_t end = arena_.OffsetOf(view.data() + view.size() - 1) + 1;
+  return {view.empty() ? end : arena_.OffsetOf(view.data()), end};
+}
+
+std::uint32_t Script::LineAt(std::size_t offset) const {
+  const std::vector<std::uint32_t>& starts = LineStarts();
+  return static_cast<std::uint32_t>(std::upper_bound(starts.begin(), starts.end(), offset) -
+                                    starts.begin());
+}
+
+std::string_view Script::Line(std::uint32_t line) const {
+  return Lines(std::string_view(text_).substr(LineStart(line))).Take();
+}
+
+Range Script::JoinedLines(std::uint32_t line) const {
+  Lines lines(std::string_view(text_).substr(LineStart(line)));
+  std::string_view last = lines.Take();
+  while (lines.GoesOn(last)) last = lines.Take();
+  return {LineStart(line), OffsetOf(last) + static_cast<std::uint32_t>(last.size())};
+}
+
+std::uint32_t Script::OffsetOf(std::string_view line) const {
+  return static_cast<std::uint32_t>(line.data() - text_.data());
+}
+
+const std::vector<std::uint32_t>& Script::LineStarts() const {
+  if (line_starts_.empty()) {
+    for (Lines lines(text_); !lines.is_at_end();) {
+      line_starts_.push_back(OffsetOf(lines.Take()));
+    }
+  }
+  return line_starts_;
+}
+
+}  // namespace reader

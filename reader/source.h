@@ -1,0 +1,46 @@
+// Where the text of a script comes from: a file, or the table of texts in memory.
+#ifndef READER_SOURCE_H_
+#define READER_SOURCE_H_
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <tuple>
+
+namespace reader {
+
+// What makes a source the same one under two names.
+struct SourceIdentity {
+  dev_t device;
+  ino_t inode;
+  std::uint64_t text;  // the id of a text in memory; 0: a file
+
+  bool operator==(const SourceIdentity& other) const { return Fields() == other.Fields(); }
+  bool operator<(const SourceIdentity& other) const { return Fields() < other.Fields(); }
+
+ private:
+  std::tuple<dev_t, ino_t, std::uint64_t> Fields() const { return {device, inode, text}; }
+};
+
+struct Source {
+  std::string path;  // under which it was found
+  SourceIdentity identity;
+  std::size_t size;  // as the file says: pipes and system files say 0
+};
+
+// Finds the source of a script at `path` or, when there is none, at `path` with its backslashes
+// read as slashes: first among the texts in memory, then in the file system. The file is not
+// opened: opening a named pipe that is being read already would wait for another writer. None: the
+// reason is in errno.
+std::optional<Source> FindSource(const std::string& path);
+
+// The bytes of a source, but no more than one above `largest`. None: the reason is in errno, EISDIR
+// for a folder.
+std::optional<std::string> ReadSource(const Source& source, std::size_t largest);
+
+}  // namespace reader
+
+#endif  // READER_SOURCE_H_
