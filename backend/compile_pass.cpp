@@ -47,23 +47,23 @@ std::uint32_t Compile() {
 }
 
 tagGCSECT* CreateGCSect(std::uint32_t sectionId) {
-  if (sectionId < SECTION_MORVRUX || sectionId > SECTION_REPEATER) return nullptr;
-  return new tagGCSECT{RUX_SECT_MORVRUX + (sectionId - SECTION_MORVRUX), {}};
+  const SectionKind* kind = FindSourceKind(sectionId);
+  return kind && kind->IsCompiled() ? new tagGCSECT{kind->compiled, {}} : nullptr;
 }
 
 std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
   // A name that no table has is added without an index and yields 0.
   switch (entryId) {
-#define FIXED_ENTRY(name, keyword, identifier, compiled) \
-  case ENTRY_##name:                                     \
-    return compiled;
-#define NAMED_ENTRY(name, keyword, identifier, table, prefix) \
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
   case ENTRY_##name:                                          \
-    return g_tbl##table[key.substr(prefix)];
-#define PLAIN_ENTRY(name, keyword, identifier) \
-  case ENTRY_##name:                           \
+    return RUX_ENTRY_##name;
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  case ENTRY_##name:                                               \
+    return g_tbl##table[key.substr(prefix.size())];
+#define PLAIN_ENTRY(name, keyword, payload, number) \
+  case ENTRY_##name:                                \
     return 0;
-#include "ruxcomp/entries.def"
+#include "ruxcomp/language/entries.def"
     default:
       return 0;
   }
@@ -72,12 +72,14 @@ std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
 std::uint32_t GetValueVal(const std::string& text) {
   std::uint32_t number = 0;
   if (NumberOrWord(text, number)) return Lookups::Current().Number(number);
-  if (text == "VALUE") return g_tblValue[""];
-  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
-  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];
-  if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
-    return RUX_CLASS_Small + number;
-  return 0xFFFFFFFF;
+  if (text == kPlainValue) return g_tblValue[""];
+  if (BeginsWith(text, kValuePrefix)) return g_tblValue[text.substr(kValuePrefix.size())];
+  if (BeginsWith(text, kGlobalPrefix)) return g_tblGlobal[text.substr(kGlobalPrefix.size())];
+  if (HasPrefix(text, kArgumentPrefix) &&
+      StringToLong(text.substr(kArgumentPrefix.size()), number)) {
+    return CLASS_Small + number;
+  }
+  return kNoIndex;
 }
 
 namespace {

@@ -20,11 +20,13 @@ std::uint32_t FieldValue(Role role, const std::string& text) {
     case Role::kTable:
       return g_tblTableName[text];
     case Role::kOperator:
-      return RUX_CLASS_Operator + GetOperator(text);
+      return CLASS_Operator + OperatorCode(text);
     case Role::kNone:
+    case Role::kRepeatCount:  // of repeater entries
+    case Role::kRepeatArgument:
       break;
   }
-  return 0xFFFFFFFF;
+  return kNoIndex;
 }
 
 // Appends the values of a payload, whatever it holds.
@@ -65,7 +67,7 @@ struct Compiler {
     std::size_t count = 1;
     for (const ValueField& field : fields) count += field.list ? field.list->size() : 1;
     values.reserve(count);
-    values.push_back(RUX_CLASS_ValueType + value.GetType());
+    values.push_back(CLASS_ValueType + value.GetType());
     for (const ValueField& field : fields) {
       if (field.text) values.push_back(FieldValue(field.role, *field.text));
       if (!field.list) continue;
@@ -84,12 +86,15 @@ struct Compiler {
 
 // The table whose names an entry of a section refers to; null when it is a text like any other.
 TableCursor* NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
-  Lookups& lookups = Lookups::Current();
-  const bool isParent = entryId == ENTRY_PARENT;
-  const bool isName = entryId == ENTRY_NAME;
-  if (sectionId == SECTION_GROUP && (isParent || isName)) return &lookups.groups;
-  if (sectionId == SECTION_SENSOR && isParent) return &lookups.groups;
-  if (sectionId == SECTION_ACTION && isName) return &lookups.actions;
+  switch (TextUseOf(sectionId, entryId)) {
+    case TextUse::kGroupName:
+      return &Lookups::Current().groups;
+    case TextUse::kActionName:
+      return &Lookups::Current().actions;
+    case TextUse::kPlain:
+    case TextUse::kMayBeEmpty:
+      break;
+  }
   return nullptr;
 }
 
@@ -99,8 +104,7 @@ void SetEntryValues(std::uint32_t sectionId, std::uint32_t entryId, const CRuxEn
                     tagGCENTRY& record) {
   if (entryId == ENTRY_TABLE_ROW) return;
   const auto* text = payload.Get<std::string>();
-  TableCursor* names = NameTable(sectionId, entryId);
-  if (names && text) {
+  if (TableCursor* names = text ? NameTable(sectionId, entryId) : nullptr) {
     record.values.push_back((*names)[*text]);
     return;
   }

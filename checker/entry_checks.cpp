@@ -6,9 +6,9 @@
 #include "frontend/lookup.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
-#include "frontend/split.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/cells.h"
+#include "ruxcomp/language/parts.h"
 
 namespace {
 
@@ -22,12 +22,12 @@ const char* KeywordOf(std::uint32_t identifier) {
 
 // A table row's name is one cell or "low.high".
 bool IsCellRange(const std::string& name) {
-  const std::size_t dot = name.find('.');
+  const CellRange range = SplitCellRange(name);
   std::uint32_t low = 0;
   std::uint32_t high = 0;
-  if (!StringToLong(name.substr(0, dot), low)) return false;
-  if (!StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high)) return false;
-  return high < RUX_TABLE_CELLS && low <= high;
+  if (!StringToLong(std::string(range.low), low)) return false;
+  if (!StringToLong(std::string(range.high), high)) return false;
+  return high < kTableCells && low <= high;
 }
 
 // What a free name must look like behind its prefix.
@@ -54,7 +54,7 @@ std::uint32_t CRUXEntry::ChkEntryName(const CRUXSection& section) {
   const char* keyword = KeywordOf(identifier);
   if (!keyword) return 0;
   if (name == keyword) return 1;
-  if ((notation & kFreeName) && HasPrefix(name, keyword) &&
+  if ((notation & kFreeName) && HasPrefix(name.text(), keyword) &&
       IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
     return 1;
   }
@@ -115,7 +115,7 @@ std::uint32_t CGESTRING::IsValid(const CRUXSection& section, unsigned int pass) 
   std::string& text = *m_RuxEntryData.Get<std::string>();
   if (!TakeFirstItem(section, pass, text)) return 0;
   // The one text that may be empty.
-  if (section.name == "SYSTEM" && name == "MODEL") return 1;
+  if (TextUseOf(section.identifier, identifier) == TextUse::kMayBeEmpty) return 1;
   if (text.empty()) {
     ReportEntry<msg::kNoSubString>(*this, section);
     return 0;

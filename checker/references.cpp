@@ -45,7 +45,8 @@ std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CRUXSection& s
   std::uint32_t bound = index;
   const bool bounded = section.name != "ACTION" || ReadArgNumber(section, bound);
   std::uint32_t number = 0;
-  if (bounded && StringToLong(arg.substr(3), number) && number <= bound) return 1;
+  if (bounded && StringToLong(arg.substr(kArgumentPrefix.size()), number) && number <= bound)
+    return 1;
   ReportEntry<msg::kArgInvalid>(*this, section, arg);
   return 0;
 }
@@ -86,7 +87,7 @@ std::uint32_t CGESTRING::IsValidEx(const CRUXSection& section, unsigned int) {
 std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CRUXSection& section) {
   const bool isGroup = section.identifier == SECTION_GROUP;
   if (!isGroup && section.identifier != SECTION_SENSOR) return 1;
-  if (isGroup && text == "0") return 1;  // a root group
+  if (isGroup && text == kRootGroup) return 1;  // a root group
   if (HasNamed(SECTION_GROUP, text)) return 1;
   ReportEntry<msg::kNoParentGroup>(*this, section, text);
   return 0;
@@ -126,13 +127,14 @@ std::uint32_t CGEREPEATER::IsValidEx(const CRUXSection& section, unsigned int) {
   const RepeaterRecord* record = m_RuxEntryData.Get<RepeaterRecord>();
   if (!record) return 1;
   const auto checkNumber = [&](const std::string& text) {
-    return HasPrefix(text, "G_") ? ChkGlobalName(text, section) : ChkDigital(text, section);
+    return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, section)
+                                          : ChkDigital(text, section);
   };
   std::uint32_t ok = ChkActionName(record->Action, section);
   ok &= checkNumber(record->Count);
   for (const std::string& argument : record->Args) {
     // Arguments are let pass unchecked here; only their number counts.
-    if (!HasPrefix(argument, "ARG")) ok &= checkNumber(argument);
+    if (!HasPrefix(argument, kArgumentPrefix)) ok &= checkNumber(argument);
   }
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),
                                 section);

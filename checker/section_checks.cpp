@@ -9,7 +9,6 @@
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "ruxcomp/compile.h"
-#include "ruxcomp/data.h"
 
 namespace {
 
@@ -81,7 +80,8 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind) {
 // The parent must be a group that stands on a smaller line, whatever files the two stand in.
 bool ParentIsEarlier(const CRUXSection& section) {
   const std::string* parent = FindText(&section, ENTRY_PARENT);
-  return !parent || *parent == "0" || ModelIndex::Current().HasGroupAbove(*parent, section.line);
+  return !parent || *parent == kRootGroup ||
+         ModelIndex::Current().HasGroupAbove(*parent, section.line);
 }
 
 std::uint32_t GroupRule(const CRUXSection& section, SectionId kind) {
@@ -90,26 +90,21 @@ std::uint32_t GroupRule(const CRUXSection& section, SectionId kind) {
   return 0;
 }
 
-Rule& RuleFor(std::uint32_t kind) {
-  switch (kind) {
-    case SECTION_MORVRUX:
-    case SECTION_SYSTEM:
+Rule& RuleFor(Uniqueness uniqueness) {
+  switch (uniqueness) {
+    case Uniqueness::kSingle:
       return AtMostOne;
-    case SECTION_PROPERTY:
-    case SECTION_GLOBAL:
-    case SECTION_REPEATER:
+    case Uniqueness::kKeys:
       return EntryNamesAreNew;
-    case SECTION_GROUP:
-      return GroupRule;
-    case SECTION_SENSOR:
-    case SECTION_DEVICE:
-    case SECTION_ACTION:
-    case SECTION_TABLE:
-    case SECTION_PELMGROUP:
+    case Uniqueness::kNameAndId:
       return NameAndIdAreNew;
-    default:
-      return NoRule;
+    case Uniqueness::kNameAndIdAfterParent:
+      return GroupRule;
+    case Uniqueness::kOwnKeys:
+    case Uniqueness::kNothing:
+      break;
   }
+  return NoRule;
 }
 
 // The entries that the script gave, those of one name side by side in the order of the section.
@@ -161,15 +156,12 @@ std::uint32_t CheckAll(Check check) {
 }  // namespace
 
 std::uint32_t CRUXSection::IsValid(unsigned int) {
-  const char* keyword = nullptr;
-  for (std::uint32_t row = 0; row < g_dwNTMSect && !keyword; ++row) {
-    if (g_NTMapSect[row].identifier == identifier) keyword = g_NTMapSect[row].keyword;
-  }
-  if (!keyword) {
+  const SectionKind* kind = FindSourceKind(identifier);
+  if (!kind) {
     ReportAt<msg::kSectionTypeInvalid>(*this, name);
     return 0;
   }
-  if (name != keyword) {
+  if (name != kind->keyword) {
     ReportAt<msg::kSectionNameInvalid>(*this, name);
     return 0;
   }
@@ -179,8 +171,10 @@ std::uint32_t CRUXSection::IsValid(unsigned int) {
 }
 
 std::uint32_t CRUXSection::IsValidEx(unsigned int) {
-  if (identifier == SECTION_INCLUDE) return 1;
-  std::uint32_t ok = RuleFor(identifier)(*this, static_cast<SectionId>(identifier));
+  const SectionKind* kind = FindSourceKind(identifier);
+  const Uniqueness uniqueness = kind ? kind->uniqueness : Uniqueness::kOwnKeys;
+  if (uniqueness == Uniqueness::kNothing) return 1;
+  std::uint32_t ok = RuleFor(uniqueness)(*this, static_cast<SectionId>(identifier));
   ok &= EntriesAreUnique(*this);
   for (const auto& entry : entries) ok &= entry->IsValidEx(*this, kWholeModel);
   return ok;

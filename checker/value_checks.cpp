@@ -9,6 +9,7 @@
 #include "frontend/entry.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "ruxcomp/language/bus.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ struct Filler {
   }
   void operator()(TextList& list) {
     const std::size_t end =
-        type.keepsSurplus ? items.size() : std::min<std::size_t>(items.size(), type.most);
+        type.Has(kKeepsSurplus) ? items.size() : std::min<std::size_t>(items.size(), type.most);
     for (; next < end; ++next) list.push_back(items[next]);
   }
 };
@@ -57,7 +58,7 @@ struct ReferenceCheck {
 };
 
 std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
-  if (type.onlySmbus) ReportSmbus(value);
+  if (type.Has(kOnlySmbus)) ReportSmbus(value);
   const std::vector<ValueField> fields = FieldsOf(value);
   std::uint32_t ok = 1;
   // References first, then plain numbers, then the elements of a list: the order of the messages.
@@ -70,15 +71,15 @@ std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
   for (const ValueField& field : fields) {
     if (field.list) ok &= CheckList(field);
   }
-  if (type.countsArguments) ok &= CheckArgumentCount(fields);
+  if (type.Has(kCountsArguments)) ok &= CheckArgumentCount(fields);
   return ok;
 }
 
 // Told, but not counted as errors: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
-    if (bus.baseAddress != "0x00") ReportAt<msg::kSmbusAddress>(entry);
-    if (bus.type != "BUSTYPE_SMBUS") ReportAt<msg::kSmbusType>(entry);
+    if (bus.baseAddress != kSmbusBaseAddress) ReportAt<msg::kSmbusAddress>(entry);
+    if (bus.type != kSmbus) ReportAt<msg::kSmbusType>(entry);
   });
 }
 
@@ -97,6 +98,8 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text,
       return entry.ChkTableName(text, section);
     case Role::kOperator:  // the first pass has checked it
     case Role::kNone:
+    case Role::kRepeatCount:  // of repeater entries
+    case Role::kRepeatArgument:
       break;
   }
   return 1;
@@ -105,10 +108,10 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text,
 std::uint32_t ReferenceCheck::CheckList(const ValueField& field) const {
   std::uint32_t index = 0;
   // Outside of an action a call may name as many arguments as it passes on.
-  if (type.code == kActionCall && section.name != "ACTION") {
+  if (type.Has(kForwardsArguments) && section.name != "ACTION") {
     index = static_cast<std::uint32_t>(
         std::count_if(field.list->begin(), field.list->end(),
-                      [](const std::string& text) { return HasPrefix(text, "ARG"); }));
+                      [](const std::string& text) { return HasPrefix(text, kArgumentPrefix); }));
   }
   std::uint32_t ok = 1;
   for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index);
@@ -159,7 +162,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
                                    const CRUXSection& section) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
     calculation->Operator = items[1];
-    if (!GetOperator(calculation->Operator)) {
+    if (!FindOperator(calculation->Operator)) {
       ReportEntry<msg::kOperatorInvalid>(*this, section, calculation->Operator);
       return 0;
     }
@@ -170,7 +173,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
   WithBusFields(value.record(), [&](const BusFields& bus) {
     // A simple I/O port is its own address.
     std::uint32_t address = 0;
-    if (bus.type != "BUSTYPE_SIMPLEIOPORT") return;
+    if (bus.type != kSimpleIoPort) return;
     if (StringToLong(bus.baseAddress, address) && address == 0) return;
     ReportEntry<msg::kBaseAddressNotZero>(*this, section, bus.baseAddress);
     ok = 0;
@@ -186,9 +189,9 @@ std::uint32_t CGEVALUE::IsValidEx(const CRUXSection& section, unsigned int) {
 
 std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CRUXSection& section,
                                         std::uint32_t index) {
-  if (HasPrefix(text, "VALUE_")) return ChkValueName(text, section);
-  if (HasPrefix(text, "ARG")) return ChkArgName(text, section, index);
-  if (HasPrefix(text, "G_")) return ChkGlobalName(text, section);
+  if (HasPrefix(text, kValuePrefix)) return ChkValueName(text, section);
+  if (HasPrefix(text, kArgumentPrefix)) return ChkArgName(text, section, index);
+  if (HasPrefix(text, kGlobalPrefix)) return ChkGlobalName(text, section);
   return ChkDigital(text, section);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ruxcomp/language/paths.h"
+
 void CRUXObj::SetFile(const std::string& path) {
   // Objects come file by file, and a script may include thousands of files.
   static std::uint32_t last = 0;
@@ -18,7 +20,5 @@ void CRUXObj::SetFile(const std::string& path) {
 std::string CRUXObj::GetFile(int part) const {
   if (fileIndex >= m_svstrIncFiles.size()) return {};
   const std::string& path = m_svstrIncFiles[fileIndex];
-  const std::size_t backslash = path.rfind('\\');
-  const std::size_t base = backslash == std::string::npos ? 0 : backslash + 1;
-  return part == 0 ? path.substr(base) : path.substr(0, base);
+  return std::string(part == 0 ? BaseNameOf(path) : FolderOf(path));
 }

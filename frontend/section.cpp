@@ -30,19 +30,19 @@ void CRUXSection::Destory() {
   g_tblPreDefine.clear();
 }
 
-std::vector<EntryPtr> CRUXSection::NewTemplates(const SectionSchema& schema) {
+std::vector<EntryPtr> CRUXSection::NewTemplates(const SectionKind& kind) {
   std::vector<EntryPtr> templates;
-  templates.reserve(schema.templates.size());
-  for (const EntryTemplate& row : schema.templates) {
+  templates.reserve(kind.templates.size());
+  for (const EntryTemplate& row : kind.templates) {
     templates.push_back(MakeEntry(row.identifier, row.notation));
   }
   return templates;
 }
 
-std::vector<EntryPtr> CRUXSection::SharedTemplates(const SectionSchema& schema) {
-  const auto [shared, isNew] = m_sharedTemplates.try_emplace(&schema);
+std::vector<EntryPtr> CRUXSection::SharedTemplates(const SectionKind& kind) {
+  const auto [shared, isNew] = m_sharedTemplates.try_emplace(&kind);
   if (isNew) {
-    for (const EntryTemplate& row : schema.templates) {
+    for (const EntryTemplate& row : kind.templates) {
       shared->second.push_back(MakeEntry(row.identifier, row.notation));
       shared->second.back()->isShared = true;
     }

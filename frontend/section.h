@@ -10,7 +10,6 @@
 
 #include "frontend/entry.h"
 #include "frontend/obj.h"
-#include "frontend/section_schema.h"
 
 class CRUXSection : public CRUXObj {
  public:
@@ -57,8 +56,8 @@ class CRUXSection : public CRUXObj {
 
   // The templates of a kind, in order: new ones, or those that all sections of the kind share until
   // they fill them. Most sections leave most of their templates unfilled.
-  static std::vector<EntryPtr> NewTemplates(const SectionSchema& schema);
-  static std::vector<EntryPtr> SharedTemplates(const SectionSchema& schema);
+  static std::vector<EntryPtr> NewTemplates(const SectionKind& kind);
+  static std::vector<EntryPtr> SharedTemplates(const SectionKind& kind);
 
   // The first entry of that identifier whose name is not free; null when there is none.
   EntryPtr* FindTemplate(std::uint32_t entryId);
@@ -71,7 +70,7 @@ class CRUXSection : public CRUXObj {
   static constexpr std::size_t kFreeEntries = 4;  // of shared templates: room for as many more
 
   using Templates = std::vector<std::unique_ptr<CRUXEntry>>;
-  static std::map<const SectionSchema*, Templates> m_sharedTemplates;  // of kinds that appeared
+  static std::map<const SectionKind*, Templates> m_sharedTemplates;  // of kinds that appeared
 };
 
 #endif  // FRONTEND_SECTION_H_

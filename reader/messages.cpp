@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include "ruxcomp/language/paths.h"
+
 namespace reader {
 namespace {
 
@@ -16,7 +18,7 @@ void Report(const std::string& path, const char* message, std::uint32_t line) {
   // Not linked against: the reader also serves programs that have no Output.
   const auto output = reinterpret_cast<OutputFunction>(dlsym(RTLD_DEFAULT, "Output"));
   if (output == nullptr) return;
-  const std::string base_name = path.substr(path.rfind('\\') + 1);
+  const std::string base_name(ruxcomp::language::BaseNameOf(path));
   output(kOutputSize, message, base_name.c_str(), line);
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "reader/messages.h"
+#include "ruxcomp/language/paths.h"
 
 namespace reader {
 namespace {
@@ -55,7 +56,7 @@ auto Uninterrupted(Call call) {
 // The name under which there is a file, and what that file is.
 std::optional<std::string> Locate(std::string path, struct stat* status) {
   if (stat(path.c_str(), status) == 0) return path;
-  std::replace(path.begin(), path.end(), '\\', '/');
+  path = ruxcomp::language::WithSlashes(std::move(path));
   if (stat(path.c_str(), status) == 0) return path;
   return std::nullopt;
 }
