@@ -44,23 +44,23 @@ std::uint32_t Compile() {
 }
 
 tagGCSECT* CreateGCSect(std::uint32_t sectionId) {
-  if (sectionId < SECTION_MORVRUX || sectionId > SECTION_REPEATER) return nullptr;
-  return new tagGCSECT{RUX_SECT_MORVRUX + (sectionId - SECTION_MORVRUX), {}};
+  const SectionKind* kind = FindSourceKind(sectionId);
+  return kind && kind->IsCompiled() ? new tagGCSECT{kind->compiled, {}} : nullptr;
 }
 
 std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
   // A name that no table has is added without an index and yields 0.
   switch (entryId) {
-#define FIXED_ENTRY(name, keyword, identifier, compiled) \
-  case ENTRY_##name:                                     \
-    return compiled;
-#define NAMED_ENTRY(name, keyword, identifier, table, prefix) \
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
   case ENTRY_##name:                                          \
-    return g_tbl##table[key.substr(prefix)];
-#define PLAIN_ENTRY(name, keyword, identifier) \
-  case ENTRY_##name:                           \
+    return RUX_ENTRY_##name;
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  case ENTRY_##name:                                               \
+    return g_tbl##table[key.substr(prefix.size())];
+#define PLAIN_ENTRY(name, keyword, payload, number) \
+  case ENTRY_##name:                                \
     return 0;
-#include "ruxcomp/entries.def"
+#include "ruxcomp/language/entries.def"
     default:
       return 0;
   }

@@ -9,12 +9,14 @@
 std::uint32_t ModelCompiler::GetValueVal(const std::string& text) {
   std::uint32_t number = 0;
   if (NumberOrWord(text, number)) return interner_.Number(number);
-  if (text == "VALUE") return g_tblValue[""];
-  if (text.rfind("VALUE_", 0) == 0) return g_tblValue[text.substr(PrefixOf(ENTRY_VALUE_OF_ACTION))];
-  if (text.rfind("G_", 0) == 0) return g_tblGlobal[text.substr(PrefixOf(ENTRY_G))];
-  if (HasPrefix(text, "ARG") && StringToLong(text.substr(3), number))
-    return RUX_CLASS_Small + number;
-  return 0xFFFFFFFF;
+  if (text == kPlainValue) return g_tblValue[""];
+  if (BeginsWith(text, kValuePrefix)) return g_tblValue[text.substr(kValuePrefix.size())];
+  if (BeginsWith(text, kGlobalPrefix)) return g_tblGlobal[text.substr(kGlobalPrefix.size())];
+  if (HasPrefix(text, kArgumentPrefix) &&
+      StringToLong(text.substr(kArgumentPrefix.size()), number)) {
+    return CLASS_Small + number;
+  }
+  return kNoIndex;
 }
 
 std::uint32_t ModelCompiler::FieldValue(Role role, const std::string& text) {
@@ -28,11 +30,13 @@ std::uint32_t ModelCompiler::FieldValue(Role role, const std::string& text) {
     case Role::kTable:
       return g_tblTableName[text];
     case Role::kOperator:
-      return RUX_CLASS_Operator + GetOperator(text);
+      return CLASS_Operator + OperatorCode(text);
     case Role::kNone:
+    case Role::kRepeatCount:  // of repeater entries
+    case Role::kRepeatArgument:
       break;
   }
-  return 0xFFFFFFFF;
+  return kNoIndex;
 }
 
 // Appends the values of a payload, whatever it holds.
@@ -75,7 +79,7 @@ struct PayloadCompiler {
     std::size_t count = 1;
     for (const ValueField& field : fields) count += field.list ? field.list->size() : 1;
     values.reserve(count);
-    values.push_back(RUX_CLASS_ValueType + value.GetType());
+    values.push_back(CLASS_ValueType + value.GetType());
     for (const ValueField& field : fields) {
       if (field.text) AppendField(field.role, *field.text);
       if (!field.list) continue;
@@ -101,11 +105,15 @@ struct PayloadCompiler {
 };
 
 TableCursor* ModelCompiler::NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
-  const bool isParent = entryId == ENTRY_PARENT;
-  const bool isName = entryId == ENTRY_NAME;
-  if (sectionId == SECTION_GROUP && (isParent || isName)) return &interner_.groups;
-  if (sectionId == SECTION_SENSOR && isParent) return &interner_.groups;
-  if (sectionId == SECTION_ACTION && isName) return &interner_.actions;
+  switch (TextUseOf(sectionId, entryId)) {
+    case TextUse::kGroupName:
+      return &interner_.groups;
+    case TextUse::kActionName:
+      return &interner_.actions;
+    case TextUse::kPlain:
+    case TextUse::kMayBeEmpty:
+      break;
+  }
   return nullptr;
 }
 
@@ -113,8 +121,7 @@ void ModelCompiler::SetEntryValues(std::uint32_t sectionId, const CRUXEntry& ent
                                    tagGCENTRY& record) {
   if (entry.identifier == ENTRY_TABLE_ROW) return;
   const auto* text = entry.m_RuxEntryData.Get<std::string>();
-  TableCursor* names = NameTable(sectionId, entry.identifier);
-  if (names && text) {
+  if (TableCursor* names = text ? NameTable(sectionId, entry.identifier) : nullptr) {
     record.values.push_back((*names)[*text]);
     return;
   }

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <iterator>
 
+using ruxcomp::language::LoadWord;
+
 namespace {
 
 // The words that stand from an address on.

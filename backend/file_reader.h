@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "backend/words.h"
+#include "ruxcomp/language/words.h"
 
 class FileReader {
  public:
@@ -34,7 +34,7 @@ class FileReader {
   // Each reads all that is asked for, or answers false when the file does not have it.
   bool Word(std::uint32_t& word) {
     if (Buffered() < sizeof word) return WordAcross(word);
-    word = LoadWord(next_);
+    word = ruxcomp::language::LoadWord(next_);
     next_ += sizeof word;
     return true;
   }

@@ -5,8 +5,8 @@
 #include "backend/compile_pass.h"
 #include "backend/file_reader.h"
 #include "backend/meta_file.h"
-#include "backend/meta_format.h"
 #include "backend/symbol_tables.h"
+#include "ruxcomp/language/meta_format.h"
 
 namespace {
 
@@ -25,9 +25,8 @@ bool ReadEntry(FileReader& file, tagGCENTRY& entry) {
 }
 
 bool ReadSection(FileReader& file, tagGCSECT& section) {
-  constexpr std::size_t kLeastEntry = 2 * kWordSize;
   std::uint32_t count = 0;
-  if (!file.Word(section.identifier) || !ReadCount(file, kLeastEntry, count)) return false;
+  if (!file.Word(section.identifier) || !ReadCount(file, kRecordHeadSize, count)) return false;
   section.entries.resize(count);
   for (tagGCENTRY& entry : section.entries) {
     if (!ReadEntry(file, entry)) return false;
@@ -36,9 +35,8 @@ bool ReadSection(FileReader& file, tagGCSECT& section) {
 }
 
 bool ReadSections(FileReader& file) {
-  constexpr std::size_t kLeastSection = 2 * kWordSize;
   std::uint32_t count = 0;
-  if (!ReadCount(file, kLeastSection, count)) return false;
+  if (!ReadCount(file, kRecordHeadSize, count)) return false;
   for (; count > 0; --count) {
     auto section = std::make_unique<tagGCSECT>();
     if (!ReadSection(file, *section)) return false;
@@ -85,7 +83,7 @@ bool ReadTableData(FileReader& file) {
 bool ReadTbl(FileReader& file) {
   std::uint32_t base = 0;
   if (!file.Word(base)) return false;
-  if (base == RUX_CLASS_TableData) return ReadTableData(file);
+  if (base == CLASS_TableData) return ReadTableData(file);
   const SymbolTable* found = FindSymbolTable(base);
   if (!found) return true;
   *found->counter = base;

@@ -7,12 +7,11 @@
 #include "backend/compile_pass.h"
 #include "backend/file_writer.h"
 #include "backend/meta_file.h"
-#include "backend/meta_format.h"
 #include "backend/symbol_tables.h"
-#include "backend/words.h"
+#include "ruxcomp/language/meta_format.h"
 
 extern "C" {
-const std::uint32_t RUX_VERSION = 0x01000000;
+const std::uint32_t RUX_VERSION = ruxcomp::language::meta_format::kVersion;
 }
 
 namespace {
@@ -24,19 +23,19 @@ using Keys =
     std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;  // or null
 
 // The block of one symbol table: its class, the length that it announces, its payload.
-struct Block {
+struct TableBlock {
   std::uint32_t base;
   std::uint32_t length = 0;
   std::size_t payload = 0;  // in bytes
   Keys keys;
 
-  std::size_t size() const { return 2 * kWordSize + payload; }
+  std::size_t size() const { return kRecordHeadSize + payload; }
 };
 
 // The length counts the table's keys, the payload has a place for every index: they differ where a
 // key has no index or an index no key.
-Block BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t counter) {
-  Block block{base, 0, 0, {}};
+TableBlock BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t counter) {
+  TableBlock block{base, 0, 0, {}};
   auto keys = KeysByIndex(table, base, counter, [&](const std::string& key, bool counts) {
     block.length += static_cast<std::uint32_t>(key.size() + 1);
     if (counts) block.payload += key.size();
@@ -46,15 +45,15 @@ Block BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t counte
   return block;
 }
 
-Block BlockOf(const NumberTable& table, std::uint32_t base, std::uint32_t counter) {
+TableBlock BlockOf(const NumberTable& table, std::uint32_t base, std::uint32_t counter) {
   auto keys = KeysByIndex(table, base, counter, [](std::uint32_t, bool) {});
   const std::size_t payload = keys.size() * kWordSize;
   return {base, static_cast<std::uint32_t>(table.size() * kWordSize), payload, std::move(keys)};
 }
 
 // In the order of the directory.
-std::vector<Block> SymbolBlocks() {
-  std::vector<Block> blocks;
+std::vector<TableBlock> SymbolBlocks() {
+  std::vector<TableBlock> blocks;
   for (const SymbolTable& row : kSymbolTables) {
     std::visit(
         [&](const auto* table) { blocks.push_back(BlockOf(*table, row.base, *row.counter)); },
@@ -64,9 +63,11 @@ std::vector<Block> SymbolBlocks() {
 }
 
 std::size_t SizeOf(const tagGCSECT& section) {
-  std::size_t words = 2;
-  for (const tagGCENTRY& entry : section.entries) words += 2 + entry.values.size();
-  return words * kWordSize;
+  std::size_t size = kRecordHeadSize;
+  for (const tagGCENTRY& entry : section.entries) {
+    size += kRecordHeadSize + entry.values.size() * kWordSize;
+  }
+  return size;
 }
 
 std::size_t SectionsSize() {
@@ -76,7 +77,7 @@ std::size_t SectionsSize() {
 }
 
 // The head of the file: all that stands before the sections. `end` is where they end.
-Bytes Head(const std::vector<Block>& blocks, std::size_t end) {
+Bytes Head(const std::vector<TableBlock>& blocks, std::size_t end) {
   Bytes head(kMagic, kMagic + sizeof(kMagic));
   head.resize(kSectionsOffset);
   StoreWord(head, kVersionOffset, RUX_VERSION);
@@ -88,8 +89,8 @@ Bytes Head(const std::vector<Block>& blocks, std::size_t end) {
     slot += kWordSize;
     end = start + size;
   };
-  for (const Block& block : blocks) add(block.size());
-  add(2 * kWordSize + g_tblTableData.size());
+  for (const TableBlock& block : blocks) add(block.size());
+  add(kRecordHeadSize + g_tblTableData.size());
   return head;
 }
 
@@ -123,7 +124,7 @@ void AppendKey(Bytes& bytes, const std::string* key) {
 }
 
 void AppendKey(Bytes& bytes, const std::uint32_t* key) {
-  AppendWord(bytes, key ? *key : 0xFFFFFFFF);
+  AppendWord(bytes, key ? *key : kNoNumber);
 }
 
 // Starts a block with its class and length.
@@ -133,7 +134,7 @@ void StartBlock(FileWriter& file, std::uint32_t base, std::uint32_t length) {
   AppendWords(bytes, {base, length});
 }
 
-void WriteTbl(FileWriter& file, const Block& block) {
+void WriteTbl(FileWriter& file, const TableBlock& block) {
   StartBlock(file, block.base, block.length);
   const auto write = [&](const auto& keys) {
     for (const auto* key : keys) {
@@ -145,7 +146,7 @@ void WriteTbl(FileWriter& file, const Block& block) {
 }
 
 void WriteTableData(FileWriter& file) {
-  StartBlock(file, RUX_CLASS_TableData, static_cast<std::uint32_t>(g_tblTableData.size()));
+  StartBlock(file, CLASS_TableData, static_cast<std::uint32_t>(g_tblTableData.size()));
   file.bytes().insert(file.bytes().end(), g_tblTableData.begin(), g_tblTableData.end());
 }
 
@@ -154,10 +155,10 @@ void WriteTableData(FileWriter& file) {
 std::uint32_t WriteMeta(const std::string& path) {
   FileWriter file(path);
   if (!file.is_open()) return 0;
-  const std::vector<Block> blocks = SymbolBlocks();
+  const std::vector<TableBlock> blocks = SymbolBlocks();
   file.bytes() = Head(blocks, kSectionsOffset + SectionsSize());
   WriteSections(file);
-  for (const Block& block : blocks) WriteTbl(file, block);
+  for (const TableBlock& block : blocks) WriteTbl(file, block);
   WriteTableData(file);
   return file.Close() ? 1 : 0;
 }

@@ -4,20 +4,17 @@ extern "C" {
 #define SYMBOL_TABLE(name, class_byte, key) \
   std::map<key, std::uint32_t> g_tbl##name; \
   std::uint32_t g_idx##name = RUX_CLASS_##name;
-#include "ruxcomp/symbol_tables.def"
+#include "ruxcomp/language/symbol_tables.def"
 
 std::vector<std::uint8_t> g_tblTableData;
 }
 
 const SymbolTable kSymbolTables[kSymbolTableCount] = {
 #define SYMBOL_TABLE(name, class_byte, key) {RUX_CLASS_##name, &g_tbl##name, &g_idx##name},
-#include "ruxcomp/symbol_tables.def"
+#include "ruxcomp/language/symbol_tables.def"
 };
 
 namespace {
-
-// What stands for a number that no table has.
-constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 template <class Table, class Key>
 std::uint32_t Intern(Table& table, std::uint32_t& counter, const Key& key, std::uint32_t step) {

@@ -8,17 +8,13 @@
 #include <variant>
 #include <vector>
 
+#include "frontend/identifiers.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
-#include "ruxcomp/record_rules.h"
 #include "ruxcomp/records.h"
 
 using StringTable = std::map<std::string, std::uint32_t>;
 using NumberTable = std::map<std::uint32_t, std::uint32_t>;
-
-using ruxcomp::ClassOf;
-using ruxcomp::IsImmediate;
-using ruxcomp::OrdinalOf;
 
 // A table, the class of its indices (also its first index) and the next index that it hands out.
 struct SymbolTable {
@@ -26,11 +22,6 @@ struct SymbolTable {
   std::variant<StringTable*, NumberTable*> table;
   std::uint32_t* counter;
 };
-
-inline constexpr std::size_t kSymbolTableCount = 0
-#define SYMBOL_TABLE(name, class_byte, key) +1
-#include "ruxcomp/symbol_tables.def"
-    ;
 
 // All tables in the order of the meta file's directory.
 extern const SymbolTable kSymbolTables[kSymbolTableCount];

@@ -5,9 +5,9 @@
 #include "frontend/lookup.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
-#include "frontend/split.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/cells.h"
+#include "ruxcomp/language/parts.h"
 
 namespace {
 
@@ -21,12 +21,12 @@ const char* KeywordOf(std::uint32_t identifier) {
 
 // A table row's name is one cell or "low.high".
 bool IsCellRange(const std::string& name) {
-  const std::size_t dot = name.find('.');
+  const CellRange range = SplitCellRange(name);
   std::uint32_t low = 0;
   std::uint32_t high = 0;
-  if (!StringToLong(name.substr(0, dot), low)) return false;
-  if (!StringToLong(dot == std::string::npos ? name : name.substr(dot + 1), high)) return false;
-  return high < RUX_TABLE_CELLS && low <= high;
+  if (!StringToLong(std::string(range.low), low)) return false;
+  if (!StringToLong(std::string(range.high), high)) return false;
+  return high < kTableCells && low <= high;
 }
 
 // What a free name must look like behind its prefix.
@@ -54,7 +54,7 @@ std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
   if (!keyword) return 0;
   if (name == keyword) return 1;
   const CheckContext ofKey = context.At(findings::Origin::kKey);
-  if ((notation & kFreeName) && HasPrefix(name, keyword) &&
+  if ((notation & kFreeName) && HasPrefix(name.text(), keyword) &&
       IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
     return 1;
   }
@@ -121,7 +121,7 @@ std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass)
   std::string& text = *m_RuxEntryData.Get<std::string>();
   if (!TakeFirstItem(context, pass, text)) return 0;
   // The one text that may be empty.
-  if (context.section.name == "SYSTEM" && name == "MODEL") return 1;
+  if (TextUseOf(context.section.identifier, identifier) == TextUse::kMayBeEmpty) return 1;
   const CheckContext ofText = context.At(0);
   if (text.empty()) {
     ReportEntry<MessageId::kMissingValue>(*this, ofText);

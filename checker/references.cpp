@@ -43,7 +43,9 @@ std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CheckContext& 
   std::uint32_t bound = index;
   const bool bounded = context.section.name != "ACTION" || ReadArgNumber(context.section, bound);
   std::uint32_t number = 0;
-  if (bounded && StringToLong(arg.substr(3), number) && number <= bound) return 1;
+  if (bounded && StringToLong(arg.substr(kArgumentPrefix.size()), number) && number <= bound) {
+    return 1;
+  }
   ReportEntry<MessageId::kInvalidArgument>(*this, context, arg);
   return 0;
 }
@@ -85,7 +87,7 @@ std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CheckCont
   const std::uint32_t kind = context.section.identifier;
   const bool isGroup = kind == SECTION_GROUP;
   if (!isGroup && kind != SECTION_SENSOR) return 1;
-  if (isGroup && text == "0") return 1;  // a root group
+  if (isGroup && text == kRootGroup) return 1;  // a root group
   if (context.index->ByName(SECTION_GROUP, text)) return 1;
   ReportEntry<MessageId::kUnknownParentGroup>(*this, context, text);
   return 0;
@@ -127,7 +129,7 @@ std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) 
   if (!record) return 1;
   const auto checkNumber = [&](const std::string& text, std::uint32_t part) {
     const CheckContext ofText = context.At(part);
-    return HasPrefix(text, "G_") ? ChkGlobalName(text, ofText) : ChkDigital(text, ofText);
+    return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, ofText) : ChkDigital(text, ofText);
   };
   std::uint32_t ok = ChkActionName(record->Action, context.At(kRepeatedAction));
   ok &= checkNumber(record->Count, 0);
@@ -135,7 +137,7 @@ std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) 
   for (const std::string& argument : record->Args) {
     ++part;
     // Arguments are let pass unchecked here; only their number counts.
-    if (!HasPrefix(argument, "ARG")) ok &= checkNumber(argument, part);
+    if (!HasPrefix(argument, kArgumentPrefix)) ok &= checkNumber(argument, part);
   }
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),
                                 context.At(kRepeatedAction));

@@ -8,7 +8,6 @@
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "ruxcomp/compile.h"
-#include "ruxcomp/data.h"
 
 namespace {
 
@@ -94,7 +93,7 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelI
 
 // The parent must be a group that is on a smaller line, whatever files the two are in.
 bool ParentIsEarlier(const std::string& parent, const CRUXSection& section, ModelIndex& index) {
-  return parent == "0" || index.HasGroupAbove(parent, section.line);
+  return parent == kRootGroup || index.HasGroupAbove(parent, section.line);
 }
 
 std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& index) {
@@ -107,26 +106,21 @@ std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& 
   return 0;
 }
 
-Rule& RuleFor(std::uint32_t kind) {
-  switch (kind) {
-    case SECTION_MORVRUX:
-    case SECTION_SYSTEM:
+Rule& RuleFor(Uniqueness uniqueness) {
+  switch (uniqueness) {
+    case Uniqueness::kSingle:
       return AtMostOne;
-    case SECTION_PROPERTY:
-    case SECTION_GLOBAL:
-    case SECTION_REPEATER:
+    case Uniqueness::kKeys:
       return EntryNamesAreNew;
-    case SECTION_GROUP:
-      return GroupRule;
-    case SECTION_SENSOR:
-    case SECTION_DEVICE:
-    case SECTION_ACTION:
-    case SECTION_TABLE:
-    case SECTION_PELMGROUP:
+    case Uniqueness::kNameAndId:
       return NameAndIdAreNew;
-    default:
-      return NoRule;
+    case Uniqueness::kNameAndIdAfterParent:
+      return GroupRule;
+    case Uniqueness::kOwnKeys:
+    case Uniqueness::kNothing:
+      break;
   }
+  return NoRule;
 }
 
 // The entries that the script gave, those of one name side by side in the order of the section.
@@ -191,15 +185,12 @@ std::uint32_t CheckAll(Check check) {
 }  // namespace
 
 std::uint32_t CRUXSection::IsValid() {
-  const char* keyword = nullptr;
-  for (std::uint32_t row = 0; row < g_dwNTMSect && !keyword; ++row) {
-    if (g_NTMapSect[row].identifier == identifier) keyword = g_NTMapSect[row].keyword;
-  }
-  if (!keyword) {
+  const SectionKind* kind = FindSourceKind(identifier);
+  if (!kind) {
     ReportAt<MessageId::kInvalidSectionType>(*this, {OwnOrigin()}, name);
     return 0;
   }
-  if (name != keyword) {
+  if (name != kind->keyword) {
     ReportAt<MessageId::kInvalidSectionName>(*this, {OwnOrigin()}, name);
     return 0;
   }
@@ -209,9 +200,11 @@ std::uint32_t CRUXSection::IsValid() {
 }
 
 std::uint32_t CRUXSection::IsValidEx(ModelIndex& index) {
-  if (identifier == SECTION_INCLUDE) return 1;
+  const SectionKind* kind = FindSourceKind(identifier);
+  const Uniqueness uniqueness = kind ? kind->uniqueness : Uniqueness::kOwnKeys;
+  if (uniqueness == Uniqueness::kNothing) return 1;
   findings::Examine(OwnOrigin());
-  std::uint32_t ok = RuleFor(identifier)(*this, static_cast<SectionId>(identifier), index);
+  std::uint32_t ok = RuleFor(uniqueness)(*this, static_cast<SectionId>(identifier), index);
   ok &= EntriesAreUnique(*this);
   const CheckContext context(*this, &index);
   for (const auto& entry : entries) {

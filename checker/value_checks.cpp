@@ -8,6 +8,7 @@
 #include "frontend/entry.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "ruxcomp/language/bus.h"
 
 namespace {
 
@@ -24,7 +25,7 @@ struct Filler {
   }
   void operator()(TextList& list) {
     const std::size_t end =
-        type.keepsSurplus ? items.size() : std::min<std::size_t>(items.size(), type.most);
+        type.Has(kKeepsSurplus) ? items.size() : std::min<std::size_t>(items.size(), type.most);
     for (; next < end; ++next) list.push_back(items[next]);
   }
 };
@@ -62,7 +63,7 @@ struct ReferenceCheck {
 };
 
 std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
-  if (type.onlySmbus) ReportSmbus(value);
+  if (type.Has(kOnlySmbus)) ReportSmbus(value);
   const std::vector<ValueField> fields = FieldsOf(value);
   std::uint32_t ok = 1;
   // References first, then plain numbers, then the elements of a list: the order of the messages.
@@ -71,7 +72,7 @@ std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
   if (!fields.empty() && fields.back().list) {
     ok &= CheckList(fields.back(), static_cast<std::uint32_t>(fields.size()));
   }
-  if (type.countsArguments) ok &= CheckArgumentCount(fields);
+  if (type.Has(kCountsArguments)) ok &= CheckArgumentCount(fields);
   return ok;
 }
 
@@ -91,11 +92,11 @@ std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
 // Told, but not counted as errors: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
-    if (bus.baseAddress != "0x00") {
+    if (bus.baseAddress != kSmbusBaseAddress) {
       ReportAt<MessageId::kSmbusAddress>(entry,
                                          {context.section.OriginOf(entry, kBaseAddressPart)});
     }
-    if (bus.type != "BUSTYPE_SMBUS") {
+    if (bus.type != kSmbus) {
       ReportAt<MessageId::kSmbusBusType>(entry, {context.section.OriginOf(entry, kBusTypePart)});
     }
   });
@@ -117,6 +118,8 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std:
       return entry.ChkTableName(text, ofText);
     case Role::kOperator:  // the first pass has checked it
     case Role::kNone:
+    case Role::kRepeatCount:  // of repeater entries
+    case Role::kRepeatArgument:
       break;
   }
   return 1;
@@ -125,10 +128,10 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std:
 std::uint32_t ReferenceCheck::CheckList(const ValueField& field, std::uint32_t part) const {
   std::uint32_t index = 0;
   // Outside of an action a call may name as many arguments as it passes on.
-  if (type.code == kActionCall && context.section.name != "ACTION") {
+  if (type.Has(kForwardsArguments) && context.section.name != "ACTION") {
     index = static_cast<std::uint32_t>(
         std::count_if(field.list->begin(), field.list->end(),
-                      [](const std::string& text) { return HasPrefix(text, "ARG"); }));
+                      [](const std::string& text) { return HasPrefix(text, kArgumentPrefix); }));
   }
   std::uint32_t ok = 1;
   for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index, part++);
@@ -182,7 +185,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
                                    const CheckContext& context) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
     calculation->Operator = items[1];
-    if (!GetOperator(calculation->Operator)) {
+    if (!FindOperator(calculation->Operator)) {
       ReportEntry<MessageId::kUnknownOperator>(*this, context.At(1), calculation->Operator);
       return 0;
     }
@@ -193,7 +196,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
   WithBusFields(value.record(), [&](const BusFields& bus) {
     // A simple I/O port is its own address.
     std::uint32_t address = 0;
-    if (bus.type != "BUSTYPE_SIMPLEIOPORT") return;
+    if (bus.type != kSimpleIoPort) return;
     const CheckContext ofAddress = context.At(kBaseAddressPart);
     if (StringToLong(bus.baseAddress, address) && address == 0) return;
     ReportEntry<MessageId::kNonzeroBaseAddress>(*this, ofAddress, bus.baseAddress);
@@ -210,9 +213,9 @@ std::uint32_t CGEVALUE::IsValidEx(const CheckContext& context, unsigned int) {
 
 std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CheckContext& context,
                                         std::uint32_t index) {
-  if (HasPrefix(text, "VALUE_")) return ChkValueName(text, context);
-  if (HasPrefix(text, "ARG")) return ChkArgName(text, context, index);
-  if (HasPrefix(text, "G_")) return ChkGlobalName(text, context);
+  if (HasPrefix(text, kValuePrefix)) return ChkValueName(text, context);
+  if (HasPrefix(text, kArgumentPrefix)) return ChkArgName(text, context, index);
+  if (HasPrefix(text, kGlobalPrefix)) return ChkGlobalName(text, context);
   return ChkDigital(text, context);
 }
 

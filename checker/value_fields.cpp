@@ -1,7 +1,5 @@
 #include "checker/value_fields.h"
 
-#include "checker/number.h"
-
 namespace {
 
 struct Collector {
@@ -14,11 +12,6 @@ struct Collector {
 };
 
 }  // namespace
-
-const ValueType& TypeFor(std::uint32_t code, const std::string& operatorText) {
-  const bool compares = code == kCalculation && GetOperator(operatorText) >= kFirstComparison;
-  return compares ? kComparison : FindValueType(code);
-}
 
 std::vector<ValueField> FieldsOf(const CGeValue& value) {
   std::vector<ValueField> fields;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frontend/gevalue.h"
-#include "frontend/value_types.h"
+#include "frontend/identifiers.h"
 
 // One field: either a text or a list of texts, each of the field's role.
 struct ValueField {
@@ -19,8 +19,5 @@ struct ValueField {
 // does not compare only the first two operands. The pointers are valid while the value lives
 // unchanged.
 std::vector<ValueField> FieldsOf(const CGeValue& value);
-
-// The type of a value with that code and, for a calculation, that operator.
-const ValueType& TypeFor(std::uint32_t code, const std::string& operatorText);
 
 #endif  // CHECKER_VALUE_FIELDS_H_

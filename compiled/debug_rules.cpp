@@ -46,7 +46,7 @@ void ReportValue(Cursor& cursor, const char* field, std::size_t offset,
 std::uint32_t OperatorCode(std::string_view text) {
 #define OPERATOR(operator_text, code) \
   if (text == (operator_text)) return code;
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
   return 0;
 }
 

@@ -47,7 +47,7 @@ const IndexClass* FindClass(std::uint32_t index) {
 std::string OperatorText(std::uint32_t code) {
 #define OPERATOR(text, operator_code) \
   if (code == (operator_code)) return text;
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
   return fmt::format("(operator {})", code);
 }
 

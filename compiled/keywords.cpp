@@ -9,11 +9,12 @@ namespace rux::compiled {
 namespace {
 
 constexpr EntryForm kEntryForms[] = {
-#define FIXED_ENTRY(name, keyword, source, compiled) {source, keyword, compiled, 0, 0},
-#define NAMED_ENTRY(name, keyword, source, table, prefix) \
-  {source, keyword, 0, RUX_CLASS_##table, prefix},
-#define PLAIN_ENTRY(name, keyword, source) {source, keyword, 0, 0, 0},
-#include "ruxcomp/entries.def"
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
+  {kKey##name, keyword, RUX_ENTRY_##name, 0, 0},
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  {kKey##name, keyword, 0, RUX_CLASS_##table, ruxcomp::language::prefix.size()},
+#define PLAIN_ENTRY(name, keyword, payload, number) {kKey##name, keyword, 0, 0, 0},
+#include "ruxcomp/language/entries.def"
 };
 
 struct KindRow {
@@ -22,8 +23,8 @@ struct KindRow {
 };
 
 constexpr KindRow kKinds[] = {
-#define SECTION(keyword, kind, notation) {kind, #keyword},
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) {kind, #keyword},
+#include "ruxcomp/language/sections.def"
 };
 
 template <class Rows, class Fits>

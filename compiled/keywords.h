@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "ruxcomp/language/entries.h"
+
 namespace rux::compiled {
 
 // What a key of the script language is in both forms.
@@ -30,18 +32,20 @@ const char* CompiledEntryKeyword(std::uint32_t identifier);
 
 // Sections have the number of their kind in both forms.
 enum KindNumber : std::uint32_t {
-#define SECTION(keyword, kind, notation) kKind##keyword = (kind),
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) kKind##keyword = (kind),
+#include "ruxcomp/language/sections.def"
 };
 inline constexpr std::uint32_t kSourceSection = 0x20000000;
 inline constexpr std::uint32_t kCompiledSection = 0x01000000;
 
 // The identifiers of keys in a debug meta file: kKeyNAME, kKeyPARENT, ...
 enum SourceKey : std::uint32_t {
-#define FIXED_ENTRY(name, keyword, source, compiled) kKey##name = (source),
-#define NAMED_ENTRY(name, keyword, source, table, prefix) kKey##name = (source),
-#define PLAIN_ENTRY(name, keyword, source) kKey##name = (source),
-#include "ruxcomp/entries.def"
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
+  kKey##name = ruxcomp::language::ENTRY_##name,
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  kKey##name = ruxcomp::language::ENTRY_##name,
+#define PLAIN_ENTRY(name, keyword, payload, number) kKey##name = ruxcomp::language::ENTRY_##name,
+#include "ruxcomp/language/entries.def"
 };
 
 // The class of payload that an entry of a debug meta file has.

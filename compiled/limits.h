@@ -13,8 +13,8 @@ inline constexpr std::size_t kMostTableItems = std::size_t{1} << 24;
 
 // Of sections, each with a block of a debug meta file at most.
 inline constexpr std::size_t kMostKinds = 0
-#define SECTION(keyword, kind, notation) +1
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) +1
+#include "ruxcomp/language/sections.def"
     ;
 
 }  // namespace rux::compiled

@@ -20,7 +20,7 @@ namespace rux::compiled {
 // The classes of the table blocks, in file order.
 inline constexpr std::array<std::uint32_t, 10> kTableClasses = {
 #define SYMBOL_TABLE(name, class_byte, key) RUX_CLASS_##name,
-#include "ruxcomp/symbol_tables.def"
+#include "ruxcomp/language/symbol_tables.def"
     RUX_CLASS_TableData};
 
 // Where the table blocks' offsets stand, each a word, and the block of the sections.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ruxcomp/language/notation.h"
+
 namespace rux::compiled {
 namespace {
 
@@ -14,8 +16,9 @@ constexpr std::uint32_t kFreeValue = kFree | kValue;
 
 std::vector<SectionSchema> Schemas() {
   std::vector<SectionSchema> schemas = {
-#define SECTION(keyword, kind, notation) {kind, #keyword, notation, {}, {}},
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) \
+  {kind, #keyword, ruxcomp::language::notation, {}, {}},
+#include "ruxcomp/language/sections.def"
   };
   const auto of = [&](KindNumber kind) -> SectionSchema& { return schemas[kind - 1]; };
 

@@ -14,7 +14,7 @@ constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 bool IsOperator(std::uint32_t code) {
 #define OPERATOR(text, operator_code) \
   if (code == (operator_code)) return true;
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
   return false;
 }
 

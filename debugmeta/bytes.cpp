@@ -27,11 +27,11 @@ RecordView ByteReader::Take(std::size_t count) {
 }
 
 std::uint32_t ByteReader::Word() {
-  std::uint8_t bytes[4] = {};
+  std::uint8_t bytes[ruxcomp::language::kWordSize] = {};
   const RecordView taken = Take(sizeof bytes);
   if (taken.size < sizeof bytes) RaiseEndOfRecord();
   std::copy_n(taken.data, taken.there, bytes);
-  return LoadWord(bytes);
+  return ruxcomp::language::LoadWord(bytes);
 }
 
 RecordView ByteReader::Nested() {

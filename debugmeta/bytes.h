@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "backend/words.h"
 #include "frontend/value_records.h"
+#include "ruxcomp/language/words.h"
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -37,8 +37,10 @@ class ByteWriter {
  public:
   explicit ByteWriter(Bytes& out) : out_(out) {}
 
-  void Word(std::uint32_t word) { AppendWord(out_, word); }
-  void Words(std::initializer_list<std::uint32_t> words) { AppendWords(out_, words); }
+  void Word(std::uint32_t word) { ruxcomp::language::AppendWord(out_, word); }
+  void Words(std::initializer_list<std::uint32_t> words) {
+    ruxcomp::language::AppendWords(out_, words);
+  }
 
   // The record that the object's GetBuffer appends, with its length in front.
   template <class Object>
@@ -46,7 +48,8 @@ class ByteWriter {
     const std::size_t start = out_.size();
     Word(0);
     object.GetBuffer(out_);
-    StoreWord(out_, start, static_cast<std::uint32_t>(out_.size() - start - 4));
+    const std::size_t length = out_.size() - start - ruxcomp::language::kWordSize;
+    ruxcomp::language::StoreWord(out_, start, static_cast<std::uint32_t>(length));
   }
 
   void operator()(const std::string& text);

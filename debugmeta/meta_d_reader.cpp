@@ -2,22 +2,21 @@
 #include <cstring>
 
 #include "backend/file_reader.h"
-#include "backend/words.h"
 #include "debugmeta/bytes.h"
 #include "debugmeta/meta_d_file.h"
-#include "debugmeta/meta_d_format.h"
 #include "debugmeta/model_bytes.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
 #include "frontend/section_kinds.h"
-#include "ruxcomp/data.h"
+#include "ruxcomp/language/debug_meta_format.h"
+#include "ruxcomp/language/words.h"
 
 namespace {
 
-using namespace meta_d_format;
+using namespace debug_meta_format;
 
 std::uint32_t PaddedWord(FileReader& file) {
-  unsigned char bytes[4] = {};
+  unsigned char bytes[kWordSize] = {};
   file.PaddedBytes(bytes, sizeof bytes);
   return LoadWord(bytes);
 }
@@ -44,11 +43,9 @@ void ReadDefinedWords(FileReader& file) {
 // A new section of that identifier, registered and with its templates; null for one that is not
 // restored.
 CRUXSection* MakeSection(std::uint32_t id) {
-  if (id == SECTION_INCLUDE) return nullptr;
-  for (std::uint32_t row = 0; row < g_dwNTMSect; ++row) {
-    if (kSectionMakers[row].identifier == id) return kSectionMakers[row].makeEmpty();
-  }
-  return nullptr;
+  const SectionKind* kind = FindSourceKind(id);
+  if (!kind || kind->form == Form::kNotRestored) return nullptr;
+  return kSectionMakers[kind - kSectionKinds].makeEmpty();
 }
 
 void ReadSections(FileReader& file) {
@@ -79,13 +76,13 @@ std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
     return 0;
   }
   tagMETAFILEINFO header{PaddedWord(file), 0};
-  if (header.version != RUXD_VERSION) {
+  if (header.version != kVersion) {
     Report<MessageId::kDebugMetaVersion>({}, path);
     return 0;
   }
   header.creationTime = PaddedWord(file);
   if (info) *info = header;
-  file.Seek(RUXD_DATA_OFFSET);
+  file.Seek(kDataOffset);
   ReadDefinedWords(file);
   ReadSections(file);
   return 1;

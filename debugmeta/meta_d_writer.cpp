@@ -1,24 +1,24 @@
 #include <ctime>
 
 #include "backend/file_writer.h"
-#include "backend/words.h"
 #include "debugmeta/bytes.h"
 #include "debugmeta/meta_d_file.h"
-#include "debugmeta/meta_d_format.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/language/debug_meta_format.h"
+#include "ruxcomp/language/words.h"
 
 extern "C" {
-const std::uint32_t RUXD_VERSION = 0x01000000;
-const std::uint32_t RUXD_DATA_OFFSET = 0x80;
+const std::uint32_t RUXD_VERSION = ruxcomp::language::debug_meta_format::kVersion;
+const std::uint32_t RUXD_DATA_OFFSET = ruxcomp::language::debug_meta_format::kDataOffset;
 }
 
 namespace {
 
-using namespace meta_d_format;
+using namespace debug_meta_format;
 
 void WriteHeader(Bytes& bytes) {
   bytes.assign(kMagic, kMagic + sizeof(kMagic));

@@ -21,7 +21,7 @@ bool IsComparison(std::string_view text) {
     std::uint32_t code;
   } kOperators[] = {
 #define OPERATOR(text, code) {text, code},
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
   };
   for (const auto& row : kOperators) {
     if (row.text == text) return row.code >= kFirstComparison;

@@ -1,7 +1,7 @@
 #include "frontend/entry.h"
 
 #include "frontend/report.h"
-#include "frontend/split.h"
+#include "ruxcomp/language/parts.h"
 
 void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,
                      std::uint32_t itemLine, const findings::Origin& origin) {

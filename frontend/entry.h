@@ -14,7 +14,9 @@
 #include "frontend/text_arena.h"
 
 class CRUXSection;
+namespace ruxcomp::language {
 struct ValueType;
+}
 
 // The `pass` argument of the checks: the check of the whole model drops the text of an entry once
 // it is turned into the payload; a check that acts while the script is read leaves it for that one.

@@ -1,11 +1,24 @@
 #include "frontend/gevalue.h"
 
-#include "frontend/value_types.h"
+#include "frontend/identifiers.h"
+
+ValueRecord MakeValueRecord(Shape shape) {
+  switch (shape) {
+#define SHAPE(shape)    \
+  case Shape::k##shape: \
+    return shape##Record{};
+#define ENTRY_SHAPE(shape) case Shape::k##shape:
+#include "ruxcomp/language/value_types.def"
+    case Shape::kNone:
+      break;
+  }
+  return {};
+}
 
 void CGeValue::Create(std::uint32_t type, const std::string& text) {
   type_ = type;
   strType_ = text;
-  record_ = FindValueType(type).make();
+  record_ = MakeValueRecord(FindValueType(type).shape);
 }
 
 void CGeValue::Destory() { *this = CGeValue(); }

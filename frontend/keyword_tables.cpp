@@ -6,20 +6,21 @@
 extern "C" {
 
 const tagNTMAP g_NTMapSect[] = {
-#define SECTION(keyword, kind, notation) {#keyword, SECTION_##keyword},
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, number, notation, form, naming, uniqueness) {#keyword, SECTION_##keyword},
+#include "ruxcomp/language/sections.def"
 };
 const std::uint32_t g_dwNTMSect = std::size(g_NTMapSect);
 
 const tagNTMAP g_NTMapEntry[] = {
-#define FIXED_ENTRY(name, keyword, identifier, compiled) {keyword, identifier},
-#define NAMED_ENTRY(name, keyword, identifier, table, prefix) {keyword, identifier},
-#define PLAIN_ENTRY(name, keyword, identifier) {keyword, identifier},
-#include "ruxcomp/entries.def"
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) {keyword, ENTRY_##name},
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) {keyword, ENTRY_##name},
+#define PLAIN_ENTRY(name, keyword, payload, number) {keyword, ENTRY_##name},
+#include "ruxcomp/language/entries.def"
 };
 const std::uint32_t g_dwNTMEntry = std::size(g_NTMapEntry);
 
 }  // extern "C"
 
+// Programs that were linked before have copies of the tables: another size breaks them.
 static_assert(std::size(g_NTMapSect) == 14);
 static_assert(std::size(g_NTMapEntry) == 37);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ruxcomp/language/paths.h"
+
 std::uint32_t CRUXObj::m_lastFile = 0;
 
 void CRUXObj::SetFile(const std::string& path) {
@@ -20,7 +22,5 @@ void CRUXObj::SetFile(const std::string& path) {
 std::string CRUXObj::GetFile(int part) const {
   if (fileIndex >= m_svstrIncFiles.size()) return {};
   const std::string& path = m_svstrIncFiles[fileIndex];
-  const std::size_t backslash = path.rfind('\\');
-  const std::size_t base = backslash == std::string::npos ? 0 : backslash + 1;
-  return part == 0 ? path.substr(base) : path.substr(0, base);
+  return std::string(part == 0 ? BaseNameOf(path) : FolderOf(path));
 }

@@ -21,16 +21,14 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
 
 std::uint32_t CGSDEFINE::SetEntry(const std::string& file, const std::string& key,
                                   const std::string& value, std::uint32_t itemLine) {
-  DefineWord(AddEntry(ENTRY_DEFINED_WORD, kOptional | kFreeName, file, key, value, itemLine),
-             *this);
+  DefineWord(*AddFreeEntry(file, key, value, itemLine), *this);
   return 1;
 }
 
 std::uint32_t CGSIFDEF::SetEntry(const std::string& file, const std::string& key,
                                  const std::string& value, std::uint32_t itemLine) {
   if (ifdefSeen) {
-    DefineWord(AddEntry(ENTRY_DEFINED_WORD, kOptional | kFreeName, file, key, value, itemLine),
-               *this);
+    DefineWord(*AddFreeEntry(file, key, value, itemLine), *this);
   } else {
     ifdefResult = ChkIFDEF(file, key, value, itemLine);
     ifdefSeen = 1;
@@ -51,7 +49,7 @@ std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key
 
 std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& key,
                                    const std::string& value, std::uint32_t itemLine) {
-  CRUXEntry& entry = AddEntry(ENTRY_FILE, kOptional, file, key, value, itemLine);
+  CRUXEntry& entry = *AddFreeEntry(file, key, value, itemLine);
   if (!CheckAtOnce(entry, *this)) return 1;
   CRUXParse included;
   if (included.Start(GetFile(1) + *entry.m_RuxEntryData.Get<std::string>())) {

@@ -31,22 +31,22 @@ void CRUXSection::Destory() {
 }
 
 void CRUXSection::Init0(std::vector<CRUXSection*>& header) {
-  entries.reserve(schema_.templates.size() + kFreeEntries);
-  entries.resize(schema_.templates.size());
+  entries.reserve(kind_.templates.size() + kFreeEntries);
+  entries.resize(kind_.templates.size());
   const auto end = m_svpHSection.end();
   if (std::find(m_svpHSection.begin(), end, &header) == end) m_svpHSection.push_back(&header);
   header.push_back(this);
 }
 
 bool CRUXSection::HasEmptySlot(std::uint32_t entryId) const {
-  for (std::size_t slot = 0; slot < schema_.templates.size(); ++slot) {
+  for (std::size_t slot = 0; slot < kind_.templates.size(); ++slot) {
     if (!entries[slot] && TemplateOf(slot).identifier == entryId) return true;
   }
   return false;
 }
 
 void CRUXSection::FillSlots() {
-  for (std::size_t slot = 0; slot < schema_.templates.size(); ++slot) {
+  for (std::size_t slot = 0; slot < kind_.templates.size(); ++slot) {
     const EntryTemplate& row = TemplateOf(slot);
     if (!entries[slot]) entries[slot] = MakeEntry(row.identifier, row.notation);
   }

@@ -9,7 +9,6 @@
 
 #include "frontend/entry.h"
 #include "frontend/obj.h"
-#include "frontend/section_schema.h"
 
 class CRUXSection : public CRUXObj {
  public:
@@ -46,9 +45,7 @@ class CRUXSection : public CRUXObj {
   std::vector<std::unique_ptr<CRUXEntry>> entries;
 
   // The template of a slot, which says what an entry there is.
-  const EntryTemplate& TemplateOf(std::size_t slot) const {
-    return schema_.templates.begin()[slot];
-  }
+  const EntryTemplate& TemplateOf(std::size_t slot) const { return kind_.templates.begin()[slot]; }
 
   // Whether an entry of that identifier has a slot and is not there.
   bool HasEmptySlot(std::uint32_t entryId) const;
@@ -72,8 +69,8 @@ class CRUXSection : public CRUXObj {
   static std::vector<std::vector<CRUXSection*>*> m_svpHSection;
 
  protected:
-  CRUXSection(std::uint32_t id, tagNOTATION flags, const SectionSchema& schema)
-      : CRUXObj(id, flags), schema_(schema) {}
+  CRUXSection(std::uint32_t id, tagNOTATION flags, const SectionKind& kind)
+      : CRUXObj(id, flags), kind_(kind) {}
 
   // Gives the section the empty slots of its kind and registers it with its kind.
   void Init0(std::vector<CRUXSection*>& header);
@@ -93,7 +90,7 @@ class CRUXSection : public CRUXObj {
   // Makes the entry of every empty slot.
   void FillSlots();
 
-  const SectionSchema& schema_;
+  const SectionKind& kind_;
 };
 
 #endif  // FRONTEND_SECTION_H_

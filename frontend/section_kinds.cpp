@@ -15,7 +15,7 @@ CRUXSection* MakeEmpty() {
 }  // namespace
 
 const SectionMaker kSectionMakers[] = {
-#define SECTION(keyword, kind, notation) \
+#define SECTION(keyword, number, notation, form, naming, uniqueness) \
   {SECTION_##keyword, Make<CGS##keyword, SECTION_##keyword, notation>, MakeEmpty<CGS##keyword>},
-#include "ruxcomp/sections.def"
+#include "ruxcomp/language/sections.def"
 };

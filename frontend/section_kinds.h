@@ -8,13 +8,12 @@
 #include <vector>
 
 #include "frontend/section.h"
-#include "frontend/section_schema.h"
 
-// A section of one kind. What the kinds differ in stands in their schemas.
-template <SectionId Kind>
+// A section of one kind. What the kinds differ in are the columns of their rows.
+template <SectionId Id>
 class CGSSection : public CRUXSection {
  public:
-  CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags, SchemaOf(Kind)) {
+  CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags, kKind) {
     Init0(m_sHeader);
   }
   // For restoring a stored section, which brings its identifier and flags along.
@@ -23,22 +22,32 @@ class CGSSection : public CRUXSection {
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
                          std::uint32_t itemLine) override {
     if (CRUXSection::SetEntry(file, key, value, itemLine)) return 1;
-    for (const FreeEntryRule& rule : SchemaOf(Kind).freeEntries) {
-      if (key.rfind(rule.prefix, 0) != 0) continue;
-      AddEntry(rule.identifier, rule.notation, file, key, value, itemLine);
-      return 1;
-    }
-    return 0;
+    return AddFreeEntry(file, key, value, itemLine) ? 1 : 0;
   }
 
   // The live sections of the kind in order of definition. Defined in static_objects.cpp.
   static std::vector<CRUXSection*> m_sHeader;
+
+ protected:
+  // Adds an item as an entry of the first free row of the kind that fits the key; null when none
+  // does.
+  CRUXEntry* AddFreeEntry(const std::string& file, const std::string& key, const std::string& value,
+                          std::uint32_t itemLine) {
+    for (const FreeEntryRule& rule : kKind.free_entries) {
+      if (!BeginsWith(key, rule.prefix)) continue;
+      return &AddEntry(rule.identifier, rule.notation, file, key, value, itemLine);
+    }
+    return nullptr;
+  }
+
+ private:
+  static constexpr const SectionKind& kKind = KindOf(Id);
 };
 
-#define SECTION(keyword, kind, notation) \
-  template <>                            \
+#define SECTION(keyword, number, notation, form, naming, uniqueness) \
+  template <>                                                        \
   std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader;
-#include "ruxcomp/sections.def"
+#include "ruxcomp/language/sections.def"
 
 using CGSMORVRUX = CGSSection<SECTION_MORVRUX>;
 using CGSPROPERTY = CGSSection<SECTION_PROPERTY>;

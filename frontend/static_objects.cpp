@@ -19,20 +19,7 @@ TextArena CRUXEntry::m_itemTexts;
 // Of the lists only their own storage goes at unload, never the sections that they point to.
 std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
 
-#define SECTION_LIST(keyword) \
-  template <>                 \
+#define SECTION(keyword, number, notation, form, naming, uniqueness) \
+  template <>                                                        \
   std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader{};
-SECTION_LIST(INCLUDE)
-SECTION_LIST(DEFINE)
-SECTION_LIST(IFDEF)
-SECTION_LIST(MORVRUX)
-SECTION_LIST(SYSTEM)
-SECTION_LIST(GROUP)
-SECTION_LIST(PELMGROUP)
-SECTION_LIST(SENSOR)
-SECTION_LIST(DEVICE)
-SECTION_LIST(ACTION)
-SECTION_LIST(TABLE)
-SECTION_LIST(GLOBAL)
-SECTION_LIST(PROPERTY)
-SECTION_LIST(REPEATER)
+#include "ruxcomp/language/sections.def"

@@ -1,8 +1,7 @@
-// The typed records behind a parsed value.
+// The typed records of parsed values, one for each shape of value_types.def.
 //
-// Each shape lists its members once, in record order, in Fields; whatever copies, fills, checks,
-// compiles, stores or prints a record walks that list with VisitFields. A member is a text or a
-// list of texts.
+// The members and their order come from its rows; whatever fills, checks, compiles, stores or
+// prints a record walks them with VisitFields. A member is a text or a list of texts.
 #ifndef FRONTEND_VALUE_RECORDS_H_
 #define FRONTEND_VALUE_RECORDS_H_
 
@@ -12,82 +11,47 @@
 #include <variant>
 #include <vector>
 
+#include "ruxcomp/language/values.h"
+
 using TextList = std::vector<std::string>;
 
-struct EmptyRecord {
-  static constexpr auto Fields() { return std::make_tuple(); }
-};
+namespace value_records {
 
-struct TextRecord {
-  std::string Text;
-  static constexpr auto Fields() { return std::make_tuple(&TextRecord::Text); }
-};
+template <ruxcomp::language::FieldKind Kind>
+using Member =
+    std::conditional_t<Kind == ruxcomp::language::FieldKind::kList, TextList, std::string>;
 
-struct CalculationRecord {
-  std::string Operator, Operand1, Operand2, Operand3, Operand4;
-  static constexpr auto Fields() {
-    using R = CalculationRecord;
-    return std::make_tuple(&R::Operator, &R::Operand1, &R::Operand2, &R::Operand3, &R::Operand4);
-  }
-};
+}  // namespace value_records
 
-struct CallRecord {
-  std::string Name;  // of an ACTION section
-  TextList Args;
-  static constexpr auto Fields() { return std::make_tuple(&CallRecord::Name, &CallRecord::Args); }
-};
+// TextRecord, BusRecord and so on, and RepeaterRecord, the payload of a REPEATER entry.
+// clang-format off
+#define SHAPE(shape) struct shape##Record {
+#define FIELD(shape, name, kind, role) \
+  value_records::Member<ruxcomp::language::FieldKind::kind> name;
+#define END_SHAPE(shape) };
+#include "ruxcomp/language/value_types.def"
+// clang-format on
 
-struct BusRecord {
-  std::string Operand, Number, BusType, BaseAddress;
-  static constexpr auto Fields() {
-    using R = BusRecord;
-    return std::make_tuple(&R::Operand, &R::Number, &R::BusType, &R::BaseAddress);
-  }
-};
+// The members of a record, in order.
+template <class Record>
+inline constexpr bool kMembersOf = false;  // no record
+// clang-format off
+#define SHAPE(shape) \
+  template <> inline constexpr auto kMembersOf<shape##Record> = std::tuple_cat(
+#define FIELD(shape, name, kind, role) std::make_tuple(&shape##Record::name),
+#define END_SHAPE(shape) std::tuple<>());
+#include "ruxcomp/language/value_types.def"
+// clang-format on
 
-struct BusArgsRecord {
-  std::string Operand, Number, BusType, BaseAddress;
-  TextList Args;
-  static constexpr auto Fields() {
-    using R = BusArgsRecord;
-    return std::make_tuple(&R::Operand, &R::Number, &R::BusType, &R::BaseAddress, &R::Args);
-  }
-};
+// The record of a value; std::monostate where a type has none. In the order of Shape.
+using ValueRecord = std::variant<std::monostate
+#define SHAPE(shape) , shape##Record
+#define ENTRY_SHAPE(shape)
+#include "ruxcomp/language/value_types.def"
+                                 >;
 
-struct PairRecord {
-  std::string First, Second;
-  TextList Args;
-  static constexpr auto Fields() {
-    return std::make_tuple(&PairRecord::First, &PairRecord::Second, &PairRecord::Args);
-  }
-};
-
-struct ListRecord {
-  TextList Args;
-  static constexpr auto Fields() { return std::make_tuple(&ListRecord::Args); }
-};
-
-struct CellRecord {
-  std::string Table;  // the name of a TABLE section
-  std::string Index;
-  static constexpr auto Fields() { return std::make_tuple(&CellRecord::Table, &CellRecord::Index); }
-};
-
-// The payload of a REPEATER entry.
-struct RepeaterRecord {
-  std::string Count;   // how often
-  std::string Action;  // the name of an ACTION section
-  TextList Args;
-  static constexpr auto Fields() {
-    using R = RepeaterRecord;
-    return std::make_tuple(&R::Count, &R::Action, &R::Args);
-  }
-};
-
-// The record of a value; std::monostate where a type has none.
-using ValueRecord =
-    std::variant<std::monostate, EmptyRecord, TextRecord, CalculationRecord, CallRecord, BusRecord,
-                 BusArgsRecord, PairRecord, ListRecord, CellRecord>;
+// An empty record of that shape.
+ValueRecord MakeValueRecord(ruxcomp::language::Shape shape);
 
 // The address of what a variant holds; null while it holds nothing.
 template <class Variant>
@@ -103,7 +67,8 @@ void* LiveAddress(Variant& variant) {
 // Calls visit(member) for every member of the record, in order.
 template <class Record, class Visitor>
 void VisitFields(Record& record, Visitor&& visit) {
-  std::apply([&](auto... member) { (visit(record.*member), ...); }, Record::Fields());
+  std::apply([&](auto... member) { (visit(record.*member), ...); },
+             kMembersOf<std::remove_const_t<Record>>);
 }
 
 // The same for whichever record a value holds; none for a value without a record.

@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "backend/meta_format.h"
-#include "backend/words.h"
-#include "debugmeta/meta_d_format.h"
 #include "frontend/identifiers.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/bus.h"
+#include "ruxcomp/language/debug_meta_format.h"
+#include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/words.h"
 
 namespace {
 
@@ -38,10 +40,9 @@ void PrintScriptTokens() {
     Print("\n[" + std::string(g_NTMapSect[i].keyword) + "]\n");
   }
   for (std::uint32_t i = 0; i < g_dwNTMEntry; ++i) Print(g_NTMapEntry[i].keyword);
-#define OPERATOR(text, code) Print(text);
-#include "ruxcomp/operators.def"
-  for (const char* token : {"BUSTYPE_SMBUS", "BUSTYPE_SIMPLEIOPORT", "ARG", "ARG0x", "0x", "= ",
-                            ",", "\\\n", "\"", "\n----\n", " # "}) {
+  for (const Operator& row : kOperators) Print(row.text);
+  for (const std::string_view token : {kSmbus, kSimpleIoPort, kArgumentPrefix}) Print(token);
+  for (const char* token : {"ARG0x", "0x", "= ", ",", "\\\n", "\"", "\n----\n", " # "}) {
     Print(token);
   }
 }
@@ -49,22 +50,18 @@ void PrintScriptTokens() {
 void PrintMetaTokens() {
   Print({meta_format::kMagic, sizeof meta_format::kMagic});
   Print(RUX_VERSION);
-#define SECTION(keyword, kind, notation) Print(RUX_SECT_##keyword);
-#include "ruxcomp/sections.def"
-#define FIXED_ENTRY(name, keyword, identifier, compiled) Print(RUX_ENTRY_##name);
-#define NAMED_ENTRY(name, keyword, identifier, table, prefix)
-#define PLAIN_ENTRY(name, keyword, identifier)
-#include "ruxcomp/entries.def"
-#define SYMBOL_TABLE(name, class_byte, key) Print(RUX_CLASS_##name);
-#include "ruxcomp/symbol_tables.def"
-  for (const std::uint32_t base :
-       {RUX_CLASS_TableData, RUX_CLASS_Small, RUX_CLASS_ValueType, RUX_CLASS_Operator}) {
+  for (const SectionKind& kind : kSectionKinds) Print(kind.compiled);
+  for (const EntryRow& row : kEntries) {
+    if (row.compiled != 0) Print(row.compiled);
+  }
+  for (const Block& block : kBlocks) Print(block.base);
+  for (const std::uint32_t base : {CLASS_Small, CLASS_ValueType, CLASS_Operator}) {
     Print(base);
   }
 }
 
 void PrintDebugMetaTokens() {
-  Print({meta_d_format::kMagic, sizeof meta_d_format::kMagic});
+  Print({debug_meta_format::kMagic, sizeof debug_meta_format::kMagic});
   Print(RUXD_VERSION);
   for (std::uint32_t i = 0; i < g_dwNTMSect; ++i) Print(g_NTMapSect[i].identifier);
   for (std::uint32_t i = 0; i < g_dwNTMEntry; ++i) Print(g_NTMapEntry[i].identifier);

@@ -24,9 +24,8 @@ std::set<std::string> names;
 std::set<std::uint32_t> numbers;
 
 const std::set<std::uint32_t> kSelectors = {
-#define SELECTOR(part, type, least, most, selector, first, last) selector,
-#include "ruxcomp/selectors.def"
-    RUX_SELECT_TYPE,
+#define SELECTOR_CODE(name, code) code,
+#include "ruxcomp/language/selectors.def"
 };
 
 void Remember(const tagTBLDATA& data) {

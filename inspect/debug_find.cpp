@@ -128,8 +128,9 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
 
 std::string ExpectKeyword(const std::string& keyword) {
   std::vector<std::string> keywords;
-#define SECTION(section_keyword, kind, notation) keywords.emplace_back(#section_keyword);
-#include "ruxcomp/sections.def"
+#define SECTION(section_keyword, kind, notation, form, naming, uniqueness) \
+  keywords.emplace_back(#section_keyword);
+#include "ruxcomp/language/sections.def"
   keywords.emplace_back(kWordKind);
   for (const std::string& each : keywords) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;

@@ -23,7 +23,7 @@ EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, 
 std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type,
                                std::size_t begin) {
   std::vector<EntryPart> parts;
-  for (const ruxcomp::SelectorRow& row : ruxcomp::kSelectorRows) {
+  for (const ruxcomp::language::SelectorRow& row : ruxcomp::language::kSelectorRows) {
     if (!row.Fits(type, values.size())) continue;
     // The items of a group follow the value that its bare selector picks.
     const bool is_list = row.last > row.first;
@@ -42,7 +42,7 @@ EntryValue ValueOf(const ruxcomp::Entry& entry) {
   const ruxcomp::Values values = entry.values();
   const std::uint32_t entry_class = compiled::ClassOfIndex(entry.identifier());
   if (entry_class == RUX_CLASS_Repeater) {
-    return {std::nullopt, PartsOf(values, ruxcomp::SELECTOR_REPEATER, 0)};
+    return {std::nullopt, PartsOf(values, ruxcomp::language::kRepeaterType, 0)};
   }
   if (entry_class == RUX_CLASS_Value || entry_class == RUX_CLASS_Global) {
     const compiled::Datum type = DatumOf(entry.value());

@@ -21,11 +21,11 @@ bool HasNames(std::uint32_t section) {
 
 std::vector<Kind> CompiledKinds() {
   std::vector<Kind> kinds;
-#define SECTION(keyword, kind, notation)                                           \
+#define SECTION(keyword, kind, notation, form, naming, uniqueness)                 \
   if (IsCompiled(RUX_SECT_##keyword)) {                                            \
     kinds.push_back({#keyword, RUX_SECT_##keyword, HasNames(RUX_SECT_##keyword)}); \
   }
-#include "ruxcomp/sections.def"
+#include "ruxcomp/language/sections.def"
   return kinds;
 }
 

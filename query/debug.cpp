@@ -64,7 +64,7 @@ std::uint32_t gdUnInit() {
 
 GDSECTION gdGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
   constexpr GDSECTION kNone = nullptr;
-  const auto* head = FindSectHead(kSectionMark | (section & kKindMask));
+  const auto* head = FindSectHead(SourceSection(section));
   if (!head) return ResultD(RUX_ERROR_NO_SECTION, kNone);
   if (ordinal >= head->size()) return CrossedResult(RUX_ERROR_OUT_OF_RANGE, kNone);
   return ResultD(RUX_ERROR_OK, GDSECTION{(*head)[ordinal]});

@@ -23,8 +23,8 @@ bool NameMatcher::operator()(std::uint32_t index) {
 
 bool NumberMatcher::operator()(std::uint32_t index) {
   if (IsImmediate(index)) return OrdinalOf(index) == number_;
-  if (ClassOf(index) != RUX_CLASS_Dword) return false;
+  if (ClassOf(index) != CLASS_Dword) return false;
   // The number 0xFFFFFFFF cannot be looked up: it reads as none.
-  if (!index_) index_ = number_ == 0xFFFFFFFF ? 0 : IndexOf(g_tblDword, number_);
+  if (!index_) index_ = number_ == kNoNumber ? 0 : IndexOf(g_tblDword, number_);
   return *index_ == index;
 }

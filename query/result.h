@@ -5,8 +5,8 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 
-// What functions return for a number that is not there.
-inline constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
+// What functions return for a number that is not there, too.
+using ruxcomp::language::kNoNumber;
 
 // Stores the code and passes the result through: return Result(RUX_ERROR_OK, section);
 template <class Value>

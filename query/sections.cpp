@@ -90,7 +90,7 @@ std::uint32_t gcGetGroupIndex(const char* name) {
   const auto* group = static_cast<const tagGCSECT*>(gcGetSectByName(RUX_SECT_GROUP, name));
   if (!group) {
     // The root group has an index but no section.
-    if (std::strcmp(name, "0") == 0) return Result(RUX_ERROR_OK, std::uint32_t{0});
+    if (std::strcmp(name, kRootGroup) == 0) return Result(RUX_ERROR_OK, std::uint32_t{0});
     return Result(RUX_ERROR_NO_SECTION, kNoNumber);
   }
   for (const tagGCENTRY& entry : group->entries) {

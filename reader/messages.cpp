@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "findings/finding.h"
+#include "ruxcomp/language/paths.h"
 
 namespace reader {
 namespace {
@@ -29,7 +30,7 @@ const char* FormatOf(MessageId message) {
 }
 
 void Report(const std::string& path, MessageId message, std::uint32_t line) {
-  const std::string base_name = path.substr(path.rfind('\\') + 1);
+  const std::string base_name(ruxcomp::language::BaseNameOf(path));
   if (findings::Sink* sink = findings::CurrentSink()) {
     const findings::Argument arguments[] = {std::string_view(base_name), line};
     findings::Finding finding;

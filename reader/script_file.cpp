@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "reader/messages.h"
+#include "ruxcomp/language/paths.h"
 
 namespace reader {
 namespace {

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "reader/paths.h"
 #include "reader/texts.h"
+#include "ruxcomp/language/paths.h"
 
 namespace reader {
 namespace {
@@ -53,7 +53,7 @@ std::optional<Source> FindSource(const std::string& path) {
   if (const Texts::Text* text = Texts::Find(path)) {
     return Source{text->path, {0, 0, text->id}, text->bytes.size()};
   }
-  return FindByPath(path, FindFile);
+  return ruxcomp::language::FindByPath(path, FindFile);
 }
 
 std::optional<std::string> ReadSource(const Source& source, std::size_t largest) {

@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "reader/paths.h"
+#include "ruxcomp/language/paths.h"
 
 namespace reader {
 namespace {
@@ -29,7 +29,7 @@ void Texts::Clear() { Table().clear(); }
 
 const Texts::Text* Texts::Find(const std::string& path) {
   if (Table().empty()) return nullptr;
-  return FindByPath(path, [](const std::string& candidate) -> const Text* {
+  return ruxcomp::language::FindByPath(path, [](const std::string& candidate) -> const Text* {
     const auto found = Table().find(candidate);
     return found == Table().end() ? nullptr : &found->second;
   });

@@ -40,7 +40,7 @@ std::vector<std::string_view> Parts(const Item& item) {
 }
 
 std::string_view FirstPart(const Item& item) {
-  Splitter parts(item.value);
+  ruxcomp::language::Splitter parts(item.value);
   return parts.IsAtEnd() ? std::string_view() : NextPart(item, parts);
 }
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "frontend/split.h"
 #include "reader/script.h"
+#include "ruxcomp/language/parts.h"
 
 namespace reader {
 
@@ -52,7 +52,7 @@ inline char* CopyCooked(std::string_view text, std::uint32_t blanks_at_commas, c
 std::string CookedValue(const Item& item);
 
 // The next part of an item's value.
-inline std::string_view NextPart(const Item& item, Splitter& parts) {
+inline std::string_view NextPart(const Item& item, ruxcomp::language::Splitter& parts) {
   const std::string_view part = parts.Next();
   const bool is_quoted = part.data() != item.value.data() && part.data()[-1] == '"';
   return item.blanks_at_commas == 0 || is_quoted ? part : Trim(part);
@@ -62,7 +62,8 @@ inline std::string_view NextPart(const Item& item, Splitter& parts) {
 // Script::RangeOf understands.
 template <typename Visit>
 void ForEachPart(const Item& item, Visit visit) {
-  for (Splitter parts(item.value); !parts.IsAtEnd();) visit(NextPart(item, parts));
+  for (ruxcomp::language::Splitter parts(item.value); !parts.IsAtEnd();)
+    visit(NextPart(item, parts));
 }
 
 std::vector<std::string_view> Parts(const Item& item);

@@ -52,15 +52,15 @@ std::vector<std::string> DefinedWords(const SourceView& sources) {
 
 std::vector<std::string> SectionKeywords() {
   return {
-#define SECTION(keyword, kind, notation) #keyword,
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) #keyword,
+#include "ruxcomp/language/sections.def"
   };
 }
 
 std::vector<std::string> Operators() {
   return {
 #define OPERATOR(text, code) text,
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
   };
 }
 

@@ -22,7 +22,7 @@ const Word kBusTypes[] = {
 };
 const Word kOperators[] = {
 #define OPERATOR(text, code) {text, code},
-#include "ruxcomp/operators.def"
+#include "ruxcomp/language/operators.def"
 };
 
 template <std::size_t size>

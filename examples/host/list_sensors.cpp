@@ -41,7 +41,7 @@ const char* Sentence(std::uint32_t code) {
 #define LAST_ERROR(name, number, sentence) \
   case number:                             \
     return sentence;
-#include "ruxcomp/last_errors.def"
+#include "ruxcomp/language/last_errors.def"
     default:
       return "unknown error";
   }

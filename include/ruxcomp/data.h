@@ -22,17 +22,18 @@ struct tagNTMAP {
 extern "C" {
 
 // The section keywords and the entry keywords, with their row counts. Some entry rows have an empty
-// keyword, and two share one; see sections.def and entries.def.
+// keyword, and two share one; see sections.def and entries.def of language/.
 RUX_API extern const tagNTMAP g_NTMapSect[];
 RUX_API extern const std::uint32_t g_dwNTMSect;
 RUX_API extern const tagNTMAP g_NTMapEntry[];
 RUX_API extern const std::uint32_t g_dwNTMEntry;
 
-// The symbol tables (key to index) and the next index that each hands out; see symbol_tables.def.
+// The symbol tables (key to index) and the next index that each hands out; see
+// language/symbol_tables.def.
 #define SYMBOL_TABLE(name, class_byte, key)                \
   RUX_API extern std::map<key, std::uint32_t> g_tbl##name; \
   RUX_API extern std::uint32_t g_idx##name;
-#include "ruxcomp/symbol_tables.def"
+#include "ruxcomp/language/symbol_tables.def"
 
 // The cells of the TABLE sections, RUX_TABLE_CELLS bytes each.
 RUX_API extern std::vector<std::uint8_t> g_tblTableData;

@@ -80,9 +80,9 @@ class Model {
     return OfLoaded();
   }
 
-  // Of every kind of sections.def, one kind after the other in the order of that list; `kind` is a
-  // RUX_SECT_.... Those of a kind are in the order of the script. Sections of other kinds, which
-  // only damaged files hold, are left out.
+  // Of every kind of language/sections.def, one kind after the other in the order of that list;
+  // `kind` is a RUX_SECT_.... Those of a kind are in the order of the script. Sections of other
+  // kinds, which only damaged files hold, are left out.
   Sections sections() const noexcept { return SectionsBetween(0, detail::Records::kKinds); }
   Sections sections(std::uint32_t kind) const noexcept {
     const std::uint32_t i = kind - RUX_SECT_MORVRUX;
@@ -125,7 +125,7 @@ inline std::optional<std::uint32_t> Model::group_index(std::string_view name) co
     if (group != nullptr) return OrdinalOf(group->name);
   }
   // The root group has an index but no section.
-  if (name == "0") return 0;
+  if (name == language::kRootGroup) return 0;
   return std::nullopt;
 }
 

@@ -16,8 +16,8 @@
 // with gcUnInit before loading the next: gcInit does not.
 //
 // Each function but gcUnInit stores a last-error code, 0 on success; gcGetLastError reads it. The
-// codes are named in identifiers.h and explained in last_errors.def. Before a gcInit every query
-// sees empty data. Damaged files are refused by gcInit; what it could read until then stays
+// codes are named in identifiers.h and explained in language/last_errors.def. Before a gcInit every
+// query sees empty data. Damaged files are refused by gcInit; what it could read until then stays
 // visible.
 #ifndef RUXCOMP_QUERY_H_
 #define RUXCOMP_QUERY_H_

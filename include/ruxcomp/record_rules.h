@@ -8,22 +8,20 @@
 #include <optional>
 
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/selectors.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace ruxcomp {
 
-// The class of a table index and the value below it.
-constexpr std::uint32_t ClassOf(std::uint32_t index) { return index & 0xFF000000; }
-constexpr std::uint32_t OrdinalOf(std::uint32_t index) { return index & 0x00FFFFFF; }
+using language::ClassOf;
+using language::IsImmediate;
+using language::OrdinalOf;
 
-// Whether an index carries its value itself: no table has it.
-constexpr bool IsImmediate(std::uint32_t index) {
-  return ClassOf(index) == RUX_CLASS_Small || ClassOf(index) == RUX_CLASS_ValueType ||
-         ClassOf(index) == RUX_CLASS_Operator;
-}
-
-// Kinds whose sections are found by the names of their entries.
+// Whether sections of the kind (a RUX_SECT_...) are found by the names of their entries.
 constexpr bool HasNamedEntries(std::uint32_t kind) {
-  return kind == RUX_SECT_PROPERTY || kind == RUX_SECT_GLOBAL || kind == RUX_SECT_REPEATER;
+  const language::SectionKind* row = language::FindCompiledKind(kind);
+  return row != nullptr && row->naming == language::Naming::kByKeys;
 }
 
 // The table index that an entry offers as the ID, or as a name, of a section of that kind; null
@@ -39,37 +37,14 @@ constexpr const std::uint32_t* OfferedName(std::uint32_t kind, const std::uint32
   return HasNamedEntries(kind) ? &identifier : nullptr;
 }
 
-inline constexpr std::uint32_t SELECTOR_ANY = 0xFFFFFFFF;
-inline constexpr std::uint32_t SELECTOR_REPEATER = 0xFFFFFFFF;  // no type: those have 24 bits
-
-// The rows of selectors.def.
-struct SelectorRow {
-  const char* part;
-  std::uint32_t type;
-  std::uint32_t least;
-  std::uint32_t most;
-  std::uint32_t selector;
-  std::uint32_t first;
-  std::uint32_t last;
-
-  constexpr bool Fits(std::uint32_t value_type, std::size_t count) const {
-    return type == value_type && count >= least && count <= most;
-  }
-};
-inline constexpr SelectorRow kSelectorRows[] = {
-#define SELECTOR(part, type, least, most, selector, first, last) \
-  {part, type, least, most, selector, first, last},
-#include "ruxcomp/selectors.def"
-};
-
-// Where the value stands that a selector picks, or why there is none (`code` is not RUX_ERROR_OK).
+// Where the value is that a selector picks, or why there is none (`code` is not RUX_ERROR_OK).
 struct Selection {
   RuxLastError code;
   std::size_t ordinal;
 };
 
 constexpr Selection SelectByType(std::uint32_t type, std::size_t count, std::uint32_t selector) {
-  for (const SelectorRow& row : kSelectorRows) {
+  for (const language::SelectorRow& row : language::kSelectorRows) {
     if (!row.Fits(type, count) || selector < row.selector) continue;
     const std::size_t picked = std::size_t{row.first} + (selector - row.selector);
     if (picked <= row.last && picked < count) return {RUX_ERROR_OK, picked};
@@ -83,7 +58,8 @@ template <class Type>
 constexpr Selection Select(std::uint32_t identifier, std::size_t count, std::uint32_t selector,
                            Type type) {
   const std::uint32_t index_class = ClassOf(identifier);
-  if (index_class == RUX_CLASS_Repeater) return SelectByType(SELECTOR_REPEATER, count, selector);
+  if (index_class == RUX_CLASS_Repeater)
+    return SelectByType(language::kRepeaterType, count, selector);
   if (index_class != RUX_CLASS_Value && index_class != RUX_CLASS_Global) {
     return {RUX_ERROR_NOT_SELECTABLE, 0};
   }

@@ -15,7 +15,7 @@ NOT_PRODUCT = {"tests", "bench", "fuzz", "examples", "docs", "packaging", "scrip
 SOURCES = {".h", ".cpp", ".def"}
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE)
-NAMESPACE = re.compile(r"^namespace (rux\S*) \{\n(?!class \w+;\n\})", re.MULTILINE)
+NAMESPACE = re.compile(r"^namespace (rux(?:::\S+)?) \{\n(?!class \w+;\n\})", re.MULTILINE)
 
 
 def read_rooms(page):

@@ -7,7 +7,7 @@
 set -eu
 sources=$1/docs/man
 pages=$2/docs/man
-PATH=$2/bin:$2/tests/docs/bin:$PATH
+PATH=$2/bin:$2/docs/tables:$PATH
 failed=0
 
 complain() {
@@ -68,13 +68,15 @@ done
 # The language: keys of each kind of section, types of values, operators.
 script=$(tr -d '\\' <"$sources/rux-script.5.scd")
 part() { printf '%s\n' "$script" | sed -n "/^\*$1\*\$/,/^\$/p" | tr -s '[], .;\t\n' ' '; }
-for kind in $(tables sections | sed 's/^| `\[\([A-Z]*\)\].*/\1/'); do
-  expect_all "$(tables "keys of $kind" | sed -n 's/^| `\([A-Z_]*[A-Z]\)`.*/\1/p')" "$(part "\[$kind\]")" \
+for kind in $(language_tables sections | cut -f 1); do
+  expect_all "$(language_tables keys | awk -v kind="$kind" '$1 == kind && $2 == "key" { print $3 }')" \
+    "$(part "\[$kind\]")" \
     "docs/man/rux-script.5.scd, [$kind], does not tell of"
   printf '%s\n' "$script" | grep -q "^\*\[$kind\]\*\$" ||
     complain "docs/man/rux-script.5.scd does not tell of [$kind]"
 done
-tables 'value types' | while IFS='|' read -r _ code parts _; do
+rows="$1/tests/docs/rows.awk"
+language_tables value-types | awk -v what='value types' -f "$rows" | while IFS='|' read -r _ code parts _; do
   code=$(echo $code)
   parts=$(echo $parts | sed 's/^-$/nothing/')
   [ "$(printf '%s\n' "$script" | grep -A1 "^\*$code\*\$" | tail -n 1)" = "$(printf '\t%s' "$parts")" ] ||
@@ -82,7 +84,7 @@ tables 'value types' | while IFS='|' read -r _ code parts _; do
 done | grep . && failed=1
 set -f
 operators=$(printf '%s\n' "$script" | sed -n '/^# OPERATORS/,/^# SEE/p' | tr -s ':.\n' ' ')
-expect_all "$(tables operators | tr -d '\\' | sed 's/^| `\([^`]*\)`.*/\1/')" "$operators" \
+expect_all "$(language_tables operators | cut -f 1)" "$operators" \
   'docs/man/rux-script.5.scd does not tell of the operator'
 set +f
 
@@ -92,15 +94,15 @@ expect_all "$functions" "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" \
   'docs/man/libruxcomp.3.scd does not tell of'
 expect_all "$functions" "$(sed -n 's/^| `\(g[cd][A-Za-z]*\)(.*/\1/p' "$1/docs/hosts.md" | tr '\n' ' ')" \
   'the tables of docs/hosts.md do not tell of'
-expect_all "$(tables 'last errors' | sed 's/^| \([0-9]*\) | `RUX_ERROR_\([A-Z_]*\)`.*/\1:\2/')" \
+expect_all "$(language_tables last-errors | awk '{ print $1 ":" $2 }')" \
   "$(sed 's/\([0-9]\)  *\([A-Z]\)/\1:\2/g' "$sources/libruxcomp.3.scd" | tr -s ' \n' ' ')" \
   'docs/man/libruxcomp.3.scd does not tell of the code'
-identifiers=$(tables sections | sed -n 's/^| `\[\(.*\)\]` .* | `\(0x[0-9A-F]*\)`.*/\2:\1/p'
-  tables entries | sed -n 's/^| `\([A-Z_]*\)` .* | `\(0x[0-9A-F]*\)`.*/\2:\1/p')
+identifiers=$(language_tables sections | awk '$3 != "-" { print $3 ":" $1 }'
+  language_tables entries | awk '$4 != "-" { print $4 ":" $2 }')
 expect_all "$identifiers" \
   "$(sed 's/\(0x[0-9A-F]*\)  */\1:/g' "$sources/rux-meta.5.scd" | tr -s ' \n' ' ')" \
   'docs/man/rux-meta.5.scd does not tell of the identifier'
-expect_all "$(tables 'symbol tables' | sed 's/^| `\([^`]*\)`.*/\1/')" \
+expect_all "$(language_tables symbol-tables | cut -f 1)" \
   "$(tr -s ' \n' ' ' <"$sources/rux-meta.5.scd")" 'docs/man/rux-meta.5.scd does not tell of the class'
 
 exit $failed

@@ -12,8 +12,8 @@
 #   ```rux unchecked           a script that commands further down look at
 #   ```bytes FILE              lines "OFFSET  BYTES | MEANING" that make up all of FILE; xx is any
 #                              byte, "00 * 12" stands for twelve bytes
-#   <!-- table WHAT -->        rows whose first columns are those that the program "tables" prints for
-#   <!-- end -->               WHAT; further columns belong to the page
+#   <!-- table WHAT -->        rows whose first columns are made of what language_tables prints; see
+#   <!-- end -->               facts_of; further columns belong to the page
 #
 # "save=NAME" behind the first words keeps a block as a file for commands further down, "with=NAME"
 # lets a script be followed by one that was kept. Blocks that begin with text, sh or cmake are for
@@ -150,13 +150,17 @@ function hex(text,    i, value) {
 
 function first_cell(row) { return substr(row, 1, index(substr(row, 3), " | ") + 2) }
 
-# Of the library's lists, of scripts/packages.txt, or of the help of rux.
-function facts_of(what) {
+# Of the tables of the language, of the texts of messages, of scripts/packages.txt, or of the help of
+# rux.
+function facts_of(what,    table) {
   if (what == "packages")
     return output_of("sed -n 's/^\\([a-z]*\\) \\(.*\\)/| `\\2` | \\1 /p' scripts/packages.txt")
   if (what == "commands")
     return output_of("rux --help | sed -n '/^Subcommands/,/^$/s/^  \\([a-z-]*\\)  *\\(.*\\)/| `rux \\1` | \\2 /p'")
-  return output_of("tables '" what "' 2>&1")
+  if (what == "texts") return output_of("message_texts")
+  table = what ~ /^keys of / ? "keys" : what
+  gsub(/ /, "-", table)
+  return output_of("language_tables " table " 2>&1 | awk -v what='" what "' -f tests/docs/rows.awk")
 }
 
 # Rows keep what they have to the right of the facts.

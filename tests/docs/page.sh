@@ -24,7 +24,7 @@ ln -s "$source"/* .
 ln -sfn "$build" build
 
 export LC_ALL=C
-export PATH="$build/bin:$build/tests/docs/bin:$PATH"
+export PATH="$build/bin:$build/docs/tables:$build/tests/docs/bin:$PATH"
 export CPATH="$source/include" LIBRARY_PATH="$build/lib" LD_LIBRARY_PATH="$build/lib"
 export LD_PRELOAD="$build/tests/docs/bin/plugin_here.so"
 awk -f "$source/tests/docs/page.awk" "$source/$page" >page.md

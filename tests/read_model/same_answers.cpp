@@ -21,8 +21,8 @@ constexpr std::uint32_t kNone = 0xFFFFFFFF;
 constexpr std::uint32_t kLastSelector = 0x1B0000;
 
 constexpr std::uint32_t kKinds[] = {
-#define SECTION(keyword, kind, notation) RUX_SECT_##keyword,
-#include "ruxcomp/sections.def"
+#define SECTION(keyword, kind, notation, form, naming, uniqueness) RUX_SECT_##keyword,
+#include "ruxcomp/language/sections.def"
 };
 
 void ExpectSame(const Value& value, const tagTBLDATA& data, const char* question, std::uint32_t i) {

@@ -34,10 +34,8 @@ void CaptureTable(std::uint32_t index_class, const std::map<Key, std::uint32_t>&
 
 inline std::vector<const tagGCSECT*> LoadedSections() {
   std::vector<const tagGCSECT*> sections;
-  for (const std::uint32_t kind : {
-#define SECTION(keyword, kind_number, notation) RUX_SECT_##keyword,
-#include "ruxcomp/sections.def"
-       }) {
+  for (const language::SectionKind& row : language::kSectionKinds) {
+    const std::uint32_t kind = row.compiled;
     const std::uint32_t count = gcGetSectCount(kind);
     for (std::uint32_t i = 0; i < count; ++i) {
       // A handle points at the section's record.
@@ -69,7 +67,7 @@ inline ModelBuilder CaptureLoaded() {
   const std::uint32_t last_error = gcGetLastError();
   ModelBuilder builder;
 #define SYMBOL_TABLE(name, class_byte, key) CaptureTable(RUX_CLASS_##name, g_tbl##name, builder);
-#include "ruxcomp/symbol_tables.def"
+#include "ruxcomp/language/symbol_tables.def"
   builder.AddCells(g_tblTableData.data(), g_tblTableData.size());
   CaptureSections(builder);
   gcSetLastError(last_error);

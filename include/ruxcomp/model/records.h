@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/hash_index.h"
 #include "ruxcomp/model/tables.h"
 #include "ruxcomp/model/value.h"
@@ -43,10 +44,7 @@ struct EntryRecord {
 
 // A model. Once it is made, nothing in it changes or moves.
 struct Records {
-  static constexpr std::size_t kKinds = 0
-#define SECTION(keyword, kind, notation) +1
-#include "ruxcomp/sections.def"
-      ;
+  static constexpr std::size_t kKinds = language::kSectionKindCount;
   // In sections with more entries, these are looked up by hash.
   static constexpr std::uint32_t kFewEntries = 64;
 

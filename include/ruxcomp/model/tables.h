@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/record_rules.h"
 
@@ -41,7 +42,7 @@ class TextArena {
 // A symbol table turned round: what each of its indices stands for.
 class Table {
  public:
-  void Reserve(std::size_t count) { dense_.resize(std::min(count, kMostOrdinals)); }
+  void Reserve(std::size_t count) { dense_.resize(std::min(count, language::kMostOrdinals)); }
 
   // make() gives the value of an index; the first that comes in for one counts.
   template <class Make>
@@ -66,8 +67,6 @@ class Table {
   }
 
  private:
-  static constexpr std::size_t kMostOrdinals = std::size_t{1} << 24;
-
   static bool IsLess(const Value& a, const Value& b) noexcept { return a.index() < b.index(); }
 
   // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
@@ -95,19 +94,18 @@ class Tables {
   // What an index stands for: what GetTblData answers.
   Value Resolve(std::uint32_t index) const noexcept {
     if (IsImmediate(index)) return {index, OrdinalOf(index)};
-    const std::size_t table = index >> kClassShift;
+    const std::size_t table = index >> language::kClassShift;
     return table < tables_.size() ? tables_[table].At(index) : Value(index);
   }
 
  private:
-  static constexpr int kClassShift = 24;
-
   Table* Of(std::uint32_t index) {
-    const std::size_t table = index >> kClassShift;
+    const std::size_t table = index >> language::kClassShift;
     return table < tables_.size() ? &tables_[table] : nullptr;
   }
 
-  std::array<Table, (RUX_CLASS_Small >> kClassShift)> tables_;  // by class; most are empty
+  std::array<Table, (RUX_CLASS_Small >> language::kClassShift)>
+      tables_;  // by class; most are empty
   TextArena texts_;
 };
 

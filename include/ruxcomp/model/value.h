@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/records.h"
 
 namespace ruxcomp {
@@ -42,9 +43,9 @@ class Value {
   }
 
  private:
-  static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+  static constexpr std::uint32_t kNone = language::kNoNumber;
 
-  std::uint32_t index_ = kNone;
+  std::uint32_t index_ = language::kNoIndex;
   std::uint32_t number_ = kNone;  // of a text: its length
   const char* text_ = nullptr;
 };

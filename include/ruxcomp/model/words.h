@@ -7,21 +7,18 @@
 #include <string>
 #include <utility>
 
+#include "ruxcomp/language/words.h"
+
 namespace ruxcomp::detail {
 
 // A number as it stands in a meta file, the least significant byte first.
 struct Word {
-  unsigned char bytes[4];
+  unsigned char bytes[language::kWordSize];
 
-  std::uint32_t Load() const noexcept {
-    return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 |
-           std::uint32_t{bytes[3]} << 24;
-  }
-  void Store(std::uint32_t number) noexcept {
-    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(number >> 8 * i);
-  }
+  std::uint32_t Load() const noexcept { return language::LoadWord(bytes); }
+  void Store(std::uint32_t number) noexcept { language::StoreWord(bytes, number); }
 };
-static_assert(sizeof(Word) == 4 && alignof(Word) == 1);
+static_assert(sizeof(Word) == language::kWordSize && alignof(Word) == 1);
 
 // As many as fit into the bytes.
 class Words {

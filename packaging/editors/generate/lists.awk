@@ -1,11 +1,12 @@
-# Reads what the highlighting of keys and operators is made of:
+# Reads the tables "keys" and "operators" of the language, as language_tables prints them:
 #
-#   KIND key KEY PAYLOAD         a key of sections of the kind
-#   KIND prefix PREFIX PAYLOAD   keys that begin so, with names of the script's own
-#   KIND any - PAYLOAD           any other key
-#   operator TEXT
+#   KIND key KEY NEED PAYLOAD         a key of sections of the kind
+#   KIND prefix PREFIX NEED PAYLOAD   keys that begin so, with names of the script's own
+#   KIND any - NEED PAYLOAD           any other key
+#   OPERATOR CODE CLASS
 #
 # and prints one list, with the functions of vim.awk or textmate.awk.
+BEGIN { FS = "\t" }
 
 # Keys of the same kind that look the same and have the same form of values make one rule.
 function add(style, pattern, value,    i) {
@@ -24,12 +25,12 @@ function add(style, pattern, value,    i) {
 
 # What stands behind the "=". The rows of a table are texts only to the library.
 function value_form() {
-  if ($4 == "text" && !($1 == "TABLE" && $2 == "any")) return "Texts"
-  return $4 == "value" ? "Values" : "Numbers"
+  if ($5 == "text" && !($1 == "TABLE" && $2 == "any")) return "Texts"
+  return $5 == "value" ? "Values" : "Numbers"
 }
 
-$1 == "operator" {
-  operators = operators (operators == "" ? "" : or_else()) escaped($2)
+NF == 3 {
+  operators = operators (operators == "" ? "" : or_else()) escaped($1)
   next
 }
 !($1 in known) {

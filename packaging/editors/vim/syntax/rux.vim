@@ -142,6 +142,11 @@ syntax match ruxREPEATERNameNumbers contained nextgroup=ruxNumbers skipwhite
 highlight default link ruxREPEATERNameNumbers ruxName
 syntax region ruxREPEATER matchgroup=ruxHeader contains=ruxComment,ruxREPEATER.* fold
       \ start=/^\s*\[\s*REPEATER\s*\]/ end=/^\ze\s*\[/
+syntax match ruxDEFINENameNumbers contained nextgroup=ruxNumbers skipwhite
+      \ /^\s*\zs\%([^=[:digit:][:blank:]#;[][^=]\{-}\)\ze\s*\%(=\|$\)/
+highlight default link ruxDEFINENameNumbers ruxName
+syntax region ruxDEFINE matchgroup=ruxHeader contains=ruxComment,ruxDEFINE.* fold
+      \ start=/^\s*\[\s*DEFINE\s*\]/ end=/^\ze\s*\[/
 syntax match ruxIFDEFNameNumbers contained nextgroup=ruxNumbers skipwhite
       \ /^\s*\zs\%([^=[:digit:][:blank:]#;[][^=]\{-}\)\ze\s*\%(=\|$\)/
 highlight default link ruxIFDEFNameNumbers ruxName
@@ -150,11 +155,6 @@ syntax match ruxIFDEFKeyTexts contained nextgroup=ruxTexts skipwhite
 highlight default link ruxIFDEFKeyTexts ruxKey
 syntax region ruxIFDEF matchgroup=ruxHeader contains=ruxComment,ruxIFDEF.* fold
       \ start=/^\s*\[\s*IFDEF\s*\]/ end=/^\ze\s*\[/
-syntax match ruxDEFINENameNumbers contained nextgroup=ruxNumbers skipwhite
-      \ /^\s*\zs\%([^=[:digit:][:blank:]#;[][^=]\{-}\)\ze\s*\%(=\|$\)/
-highlight default link ruxDEFINENameNumbers ruxName
-syntax region ruxDEFINE matchgroup=ruxHeader contains=ruxComment,ruxDEFINE.* fold
-      \ start=/^\s*\[\s*DEFINE\s*\]/ end=/^\ze\s*\[/
 syntax match ruxINCLUDEKeyTexts contained nextgroup=ruxTexts skipwhite
       \ /^\s*\zs\%(FILE\)\ze\s*\%(=\|$\)/
 highlight default link ruxINCLUDEKeyTexts ruxKey

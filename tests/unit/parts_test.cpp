@@ -1,8 +1,10 @@
-#include "frontend/split.h"
+#include "ruxcomp/language/parts.h"
 
 #include <gtest/gtest.h>
 
 namespace {
+
+using ruxcomp::language::SplitItems;
 
 using Parts = std::vector<std::string>;
 

@@ -1,13 +1,23 @@
-// 32-bit words as they stand in the files: four bytes, least significant first.
-#ifndef BACKEND_WORDS_H_
-#define BACKEND_WORDS_H_
+// 32-bit words as both compiled files store them: four bytes, least significant first.
+#ifndef RUXCOMP_LANGUAGE_WORDS_H_
+#define RUXCOMP_LANGUAGE_WORDS_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 
+namespace ruxcomp::language {
+
+inline constexpr std::size_t kWordSize = sizeof(std::uint32_t);
+
+inline std::uint32_t LoadWord(const void* at) noexcept {
+  const auto* byte = static_cast<const unsigned char*>(at);
+  return byte[0] | std::uint32_t{byte[1]} << 8 | std::uint32_t{byte[2]} << 16 |
+         std::uint32_t{byte[3]} << 24;
+}
+
 template <class Byte>
-void StoreWord(Byte* at, std::uint32_t word) {
+void StoreWord(Byte* at, std::uint32_t word) noexcept {
   at[0] = static_cast<Byte>(word);
   at[1] = static_cast<Byte>(word >> 8);
   at[2] = static_cast<Byte>(word >> 16);
@@ -24,11 +34,11 @@ void StoreWord(Bytes& bytes, std::size_t offset, std::uint32_t word) {
 template <class Bytes>
 void AppendWords(Bytes& bytes, std::initializer_list<std::uint32_t> words) {
   const std::size_t start = bytes.size();
-  bytes.resize(start + 4 * words.size());
+  bytes.resize(start + kWordSize * words.size());
   auto* at = &bytes[start];
   for (const std::uint32_t word : words) {
     StoreWord(at, word);
-    at += 4;
+    at += kWordSize;
   }
 }
 
@@ -37,10 +47,6 @@ void AppendWord(Bytes& bytes, std::uint32_t word) {
   AppendWords(bytes, {word});
 }
 
-inline std::uint32_t LoadWord(const void* at) {
-  const auto* byte = static_cast<const unsigned char*>(at);
-  return byte[0] | std::uint32_t{byte[1]} << 8 | std::uint32_t{byte[2]} << 16 |
-         std::uint32_t{byte[3]} << 24;
-}
+}  // namespace ruxcomp::language
 
-#endif  // BACKEND_WORDS_H_
+#endif  // RUXCOMP_LANGUAGE_WORDS_H_

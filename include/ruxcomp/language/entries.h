@@ -1,0 +1,107 @@
+// The entries of sections, by keyword and by identifier.
+#ifndef RUXCOMP_LANGUAGE_ENTRIES_H_
+#define RUXCOMP_LANGUAGE_ENTRIES_H_
+
+#include <cstdint>
+#include <string_view>
+
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/symbols.h"
+
+namespace ruxcomp::language {
+
+// What an entry's text becomes: bits 16 to 23 of its identifier, below the mark of an entry.
+inline constexpr std::uint32_t kPayloadMask = 0xFFFF0000;
+enum PayloadType : std::uint32_t {
+  PAYLOAD_DWORD = 0x10010000,
+  PAYLOAD_STRING = 0x10020000,
+  PAYLOAD_STRINGLIST = 0x10040000,
+  PAYLOAD_VALUE = 0x10080000,
+  PAYLOAD_REPEATER = 0x10100000,
+};
+constexpr std::uint32_t PayloadOf(std::uint32_t identifier) { return identifier & kPayloadMask; }
+
+// Of texts and lists: their texts are numbers or defined words.
+inline constexpr std::uint32_t kNumeric = 0x00008000;
+inline constexpr std::uint32_t kNumericMask = 0xFFFFF000;
+
+// The payload column of entries.def.
+enum class EntryPayload : std::uint32_t {
+  kDword = PAYLOAD_DWORD,
+  kText = PAYLOAD_STRING,
+  kNumberText = PAYLOAD_STRING | kNumeric,
+  kNumberList = PAYLOAD_STRINGLIST | kNumeric,
+  kValue = PAYLOAD_VALUE,
+  kRepeater = PAYLOAD_REPEATER,
+};
+constexpr std::uint32_t EntryIdentifier(EntryPayload payload, std::uint32_t number) {
+  return static_cast<std::uint32_t>(payload) | number;
+}
+
+constexpr bool IsNumericString(std::uint32_t identifier) {
+  return (identifier & kNumericMask) == EntryIdentifier(EntryPayload::kNumberText, 0);
+}
+constexpr bool IsNumericList(std::uint32_t identifier) {
+  return (identifier & kNumericMask) == EntryIdentifier(EntryPayload::kNumberList, 0);
+}
+
+// Entry identifiers in the source model and the debug meta file.
+enum EntryId : std::uint32_t {
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
+  ENTRY_##name = EntryIdentifier(EntryPayload::payload, number),
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  ENTRY_##name = EntryIdentifier(EntryPayload::payload, number),
+#define PLAIN_ENTRY(name, keyword, payload, number) \
+  ENTRY_##name = EntryIdentifier(EntryPayload::payload, number),
+#include "ruxcomp/language/entries.def"
+};
+
+// The mark of a fixed entry identifier in the meta file.
+inline constexpr std::uint32_t kCompiledEntryMark = 0x02000000;
+
+struct EntryRow {
+  const char* name;         // of the row
+  const char* keyword;      // "" for a name of the script's own
+  EntryId source;           // in the source model
+  EntryPayload payload;     // also part of the identifier
+  std::uint32_t compiled;   // the fixed identifier in the meta file; 0 when there is none
+  std::uint32_t table;      // the class of the symbol table that has the name; 0: no table
+  std::string_view prefix;  // of the key, before that name
+
+  constexpr bool IsCompiled() const { return compiled != 0 || table != 0; }
+};
+
+inline constexpr EntryRow kEntries[] = {
+#define FIXED_ENTRY(name, keyword, payload, number, compiled) \
+  {#name, keyword, ENTRY_##name, EntryPayload::payload, kCompiledEntryMark + (compiled), 0, {}},
+#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
+  {#name, keyword, ENTRY_##name, EntryPayload::payload, 0, CLASS_##table, prefix},
+#define PLAIN_ENTRY(name, keyword, payload, number) \
+  {#name, keyword, ENTRY_##name, EntryPayload::payload, 0, 0, {}},
+#include "ruxcomp/language/entries.def"
+};
+
+static_assert(AreDistinct(kEntries, [](const EntryRow& row) { return row.source; }));
+static_assert(FindRow(kEntries,
+                      [](const EntryRow& row) { return !BeginsWith(row.keyword, row.prefix); }) ==
+                  nullptr,
+              "a keyword begins with the prefix of its row");
+
+// The row of an identifier of the source model, or of the meta file; null when there is none.
+constexpr const EntryRow* FindEntryRow(std::uint32_t source) {
+  return FindRow(kEntries, [&](const EntryRow& row) { return row.source == source; });
+}
+constexpr const EntryRow* FindCompiledEntryRow(std::uint32_t compiled) {
+  return FindRow(
+      kEntries, [&](const EntryRow& row) { return row.compiled != 0 && row.compiled == compiled; });
+}
+
+// The name that a symbol table has for a key of such an entry.
+constexpr std::string_view NameInKey(const EntryRow& row, std::string_view key) {
+  return key.substr(row.prefix.size());
+}
+
+}  // namespace ruxcomp::language
+
+#endif  // RUXCOMP_LANGUAGE_ENTRIES_H_

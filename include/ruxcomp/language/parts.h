@@ -1,0 +1,53 @@
+// Splitting the text of an entry into its comma-separated parts.
+#ifndef RUXCOMP_LANGUAGE_PARTS_H_
+#define RUXCOMP_LANGUAGE_PARTS_H_
+
+#include <cstddef>
+#include <string_view>
+
+namespace ruxcomp::language {
+
+// Goes through the parts of a text in order: as written, blanks included; of a part with a double
+// quote, the text between that quote and the next one, commas included, or up to the end of the
+// text when there is none. An empty text has no parts; a trailing comma makes an empty last one.
+class Splitter {
+ public:
+  // The text must outlive the splitter and the parts, which point into it.
+  explicit constexpr Splitter(std::string_view text)
+      : text_(text), quote_(text.find('"')), next_(text.empty() ? kEnd : 0) {}
+
+  constexpr bool IsAtEnd() const { return next_ == kEnd; }
+
+  // The next part; not at the end.
+  constexpr std::string_view Next() {
+    // The next quote is searched again only once it was passed: a long list has none.
+    if (quote_ != kEnd && quote_ < next_) quote_ = text_.find('"', next_);
+    const std::size_t start = next_;
+    std::size_t comma = text_.find(',', start);
+    std::string_view part = text_.substr(start, comma - start);
+    if (quote_ != kEnd && quote_ <= comma) {
+      const std::size_t closing = text_.find('"', quote_ + 1);
+      part = text_.substr(quote_ + 1, closing - quote_ - 1);
+      comma = closing == kEnd ? kEnd : text_.find(',', closing + 1);
+    }
+    next_ = comma == kEnd ? kEnd : comma + 1;
+    return part;
+  }
+
+ private:
+  static constexpr std::size_t kEnd = std::string_view::npos;
+
+  std::string_view text_;
+  std::size_t quote_;  // the first one that is not passed yet
+  std::size_t next_;   // where the next part begins
+};
+
+// Appends all parts to a list of strings or of views.
+template <class List>
+void SplitItems(std::string_view text, List& items) {
+  for (Splitter parts(text); !parts.IsAtEnd();) items.emplace_back(parts.Next());
+}
+
+}  // namespace ruxcomp::language
+
+#endif  // RUXCOMP_LANGUAGE_PARTS_H_

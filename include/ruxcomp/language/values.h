@@ -1,0 +1,164 @@
+// The types of values: what a value of each type code is made of.
+#ifndef RUXCOMP_LANGUAGE_VALUES_H_
+#define RUXCOMP_LANGUAGE_VALUES_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/rows.h"
+
+namespace ruxcomp::language {
+
+// What a field stands for: how it is checked and what it compiles to.
+enum class Role : std::uint8_t {
+  kNone,            // no such field
+  kOperand,         // a number, a defined word, or the name of a value, an argument or a global
+  kNumber,          // a number or a defined word
+  kLocalValue,      // the name of a value of the same section
+  kAction,          // the name of an ACTION section
+  kTable,           // the name of a TABLE section
+  kOperator,        // an operator of operators.def
+  kRepeatCount,     // of a repeater: a number, a defined word or a global
+  kRepeatArgument,  // of a repeater: the same, or an argument
+};
+
+enum class FieldKind : std::uint8_t { kText, kList };
+
+enum class Shape : std::uint8_t {
+  kNone,  // a value without a record: nothing of it but the type is kept
+#define SHAPE(shape) k##shape,
+#include "ruxcomp/language/value_types.def"
+};
+
+struct Field {
+  Shape shape;
+  const char* name;
+  const char* part;  // what selectors call it
+  FieldKind kind;
+  Role role;
+};
+
+inline constexpr Field kFields[] = {
+#define FIELD(shape, name, kind, role) {Shape::k##shape, #name, #name, FieldKind::kind, Role::role},
+#define PART_FIELD(shape, name, part, kind, role) \
+  {Shape::k##shape, #name, #part, FieldKind::kind, Role::role},
+#include "ruxcomp/language/value_types.def"
+};
+static_assert(AreNeighbours(kFields, [](const Field& field) { return field.shape; }));
+
+// The fields of a record, in order.
+constexpr Rows<Field> FieldsOfShape(Shape shape) {
+  return RowsThat(kFields, [&](const Field& field) { return field.shape == shape; });
+}
+
+inline constexpr std::size_t kMaxFields = 5;
+inline constexpr std::uint32_t kAnyNumber = 0xFFFFFFFF;
+
+enum ValueTypeFlag : std::uint32_t {
+  kPlainType = 0,
+  kKeepsSurplus = 1,     // a list takes also the parts that are warned of
+  kSelectsSurplus = 2,   // selectors fit values with more parts than the most, too
+  kCountsArguments = 4,  // the list must be as long as the action's argument number
+  kForwardsArguments =
+      8,            // outside of an action, ARGn may go up to the arguments that it passes on
+  kOnlySmbus = 16,  // the bus fields must be those of an SMBUS access
+};
+
+struct ValueType {
+  std::uint32_t code;
+  Shape shape;
+  std::uint32_t least;                 // parts needed, the type's own included
+  std::uint32_t most;                  // more than these are warned of
+  std::uint32_t flags;                 // of ValueTypeFlag
+  std::array<Role, kMaxFields> roles;  // of the fields, in order
+
+  constexpr bool Has(ValueTypeFlag flag) const { return (flags & flag) != 0; }
+};
+
+struct RoleException {
+  std::uint32_t code;
+  Shape shape;
+  std::string_view field;
+  Role role;
+};
+inline constexpr RoleException kRoleExceptions[] = {
+#define ROLE_IN(code, shape, name, role) {code, Shape::k##shape, #name, Role::role},
+#include "ruxcomp/language/value_types.def"
+};
+
+constexpr bool ExceptionsNameFields() {
+  for (const RoleException& row : kRoleExceptions) {
+    if (FindRow(kFields, [&](const Field& field) {
+          return field.shape == row.shape && row.field == field.name;
+        }) == nullptr) {
+      return false;
+    }
+  }
+  return true;
+}
+static_assert(ExceptionsNameFields(), "the fields of ROLE_IN rows exist");
+
+constexpr Role RoleIn(std::uint32_t code, const Field& field) {
+  for (const RoleException& row : kRoleExceptions) {
+    if (row.code == code && row.shape == field.shape && row.field == field.name) return row.role;
+  }
+  return field.role;
+}
+
+constexpr ValueType MakeValueType(std::uint32_t code, Shape shape, std::uint32_t least,
+                                  std::uint32_t most, std::uint32_t flags) {
+  const Rows<Field> fields = FieldsOfShape(shape);
+  const auto role = [&](std::size_t i) {
+    return i < fields.size() ? RoleIn(code, fields[i]) : Role::kNone;
+  };
+  static_assert(kMaxFields == 5);
+  return {code, shape, least, most, flags, {role(0), role(1), role(2), role(3), role(4)}};
+}
+
+inline constexpr ValueType kValueTypes[] = {
+#define VALUE_TYPE(code, shape, least, most, flags) \
+  MakeValueType(code, Shape::k##shape, least, most, flags),
+#include "ruxcomp/language/value_types.def"
+};
+static_assert(AreDistinct(kValueTypes, [](const ValueType& type) { return type.code; }));
+
+// A calculation whose operator compares. FindValueType answers with the other one.
+inline constexpr ValueType kComparison =
+#define COMPARISON_TYPE(code, shape, least, most, flags) \
+  MakeValueType(code, Shape::k##shape, least, most, flags);
+#include "ruxcomp/language/value_types.def"
+
+    inline constexpr ValueType kNoRecord =
+        MakeValueType(kAnyNumber, Shape::kNone, 1, kAnyNumber, kPlainType);
+
+constexpr bool FieldsFit() {
+  for (const Field& field : kFields) {
+    const Rows<Field> fields = FieldsOfShape(field.shape);
+    const bool is_last = &field == fields.end() - 1;
+    if (fields.size() > kMaxFields || (field.kind == FieldKind::kList && !is_last)) return false;
+  }
+  return true;
+}
+static_assert(FieldsFit(), "a shape has at most kMaxFields fields, and a list comes last");
+
+// The type with that code. Codes that no row has are legal: such a value has no record and nothing
+// of it is checked; the result then is kNoRecord.
+constexpr const ValueType& FindValueType(std::uint32_t code) {
+  const ValueType* row =
+      FindRow(kValueTypes, [&](const ValueType& type) { return type.code == code; });
+  return row != nullptr ? *row : kNoRecord;
+}
+
+// The type of a value with that code and, for a calculation, that operator: with two operands, or
+// four when it compares.
+constexpr const ValueType& TypeFor(std::uint32_t code, std::string_view operator_text) {
+  const bool compares = code == kComparison.code && IsComparison(OperatorCode(operator_text));
+  return compares ? kComparison : FindValueType(code);
+}
+
+}  // namespace ruxcomp::language
+
+#endif  // RUXCOMP_LANGUAGE_VALUES_H_
