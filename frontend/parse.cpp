@@ -18,7 +18,7 @@ CRUXParse::~CRUXParse() {
 }
 
 std::uint32_t CRUXParse::Start(const std::string& path) {
-  operations = plugin::OperationsOf(pluginHandle);
+  operations.reset();
   script = findings::Origin::kNone;
   fileHandle = RSOpenFile(path);
   if (!fileHandle) return 0;

@@ -51,8 +51,10 @@ class CRUXParse {
                              const std::string& key, std::uint32_t line);
   void Close();
 
-  // What Start found; looked up for the first call when there was no Start.
-  const plugin::Operations& Reader();
+  // An operation of the plug-in. Those of a plug-in are looked up once per script, those of the
+  // process itself at every call.
+  template <class Function>
+  Function* Reader(const plugin::Operation<Function>& operation);
 
   void* pluginHandle = nullptr;
   void* fileHandle = nullptr;

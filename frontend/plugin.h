@@ -29,6 +29,21 @@ struct Operations {
   RSCloseFile* closeFile = nullptr;
 };
 
+// An operation: the name that plug-ins export, and where the table has it.
+template <class Function>
+struct Operation {
+  const char* name;
+  Function* Operations::*member;
+};
+inline constexpr Operation<RSOpenFile> kOpenFile{"RSOpenFile", &Operations::openFile};
+inline constexpr Operation<RSParse> kParse{"RSParse", &Operations::parse};
+inline constexpr Operation<RSEnumSection> kEnumSection{"RSEnumSection", &Operations::enumSection};
+inline constexpr Operation<RSGetSectInfo> kGetSectInfo{"RSGetSectInfo", &Operations::getSectInfo};
+inline constexpr Operation<RSEnumItem> kEnumItem{"RSEnumItem", &Operations::enumItem};
+// The capital E in the middle is how the plug-in spells it.
+inline constexpr Operation<RSFindSection> kFindSection{"RSFindSEction", &Operations::findSection};
+inline constexpr Operation<RSCloseFile> kCloseFile{"RSCloseFile", &Operations::closeFile};
+
 // Finds the operations of the plug-in that a handle of dlopen stands for; of a null handle, those
 // that the process itself exports.
 using Lookup = Operations(void* handle);
@@ -37,7 +52,7 @@ Lookup ExportedOperations;  // what dlsym finds
 // Lets a program that links the core choose the operations for a handle; ExportedOperations does so
 // at first. Null directs back to it. In effect from the next script that is opened.
 void SetLookup(Lookup* chosen);
-Operations OperationsOf(void* handle);
+Lookup* CurrentLookup();
 
 }  // namespace plugin
 

@@ -10,10 +10,10 @@ namespace {
 
 plugin::Lookup* lookup = plugin::ExportedOperations;
 
-// Null when the plug-in, or for a null handle the process, exports none of that name.
-template <class Operation>
-void Find(void* handle, const char* name, Operation*& operation) {
-  operation = reinterpret_cast<Operation*>(dlsym(handle, name));
+// Null when the plug-in, or for a null handle the process, exports no such operation.
+template <class Function>
+Function* Find(void* handle, const plugin::Operation<Function>& operation) {
+  return reinterpret_cast<Function*>(dlsym(handle, operation.name));
 }
 
 // A text that the plug-in fills: made in the size that it asked for, cut at the terminating zero.
@@ -23,44 +23,43 @@ void CutAtZero(std::string& text) { text.resize(std::min(text.find('\0'), text.s
 }  // namespace
 
 plugin::Operations plugin::ExportedOperations(void* handle) {
-  Operations found;
-  Find(handle, "RSOpenFile", found.openFile);
-  Find(handle, "RSParse", found.parse);
-  Find(handle, "RSEnumSection", found.enumSection);
-  Find(handle, "RSGetSectInfo", found.getSectInfo);
-  Find(handle, "RSEnumItem", found.enumItem);
-  // The capital E in the middle is how the plug-in spells it.
-  Find(handle, "RSFindSEction", found.findSection);
-  Find(handle, "RSCloseFile", found.closeFile);
-  return found;
+  return {Find(handle, kOpenFile),    Find(handle, kParse),    Find(handle, kEnumSection),
+          Find(handle, kGetSectInfo), Find(handle, kEnumItem), Find(handle, kFindSection),
+          Find(handle, kCloseFile)};
 }
 
 void plugin::SetLookup(Lookup* chosen) { lookup = chosen ? chosen : ExportedOperations; }
 
-plugin::Operations plugin::OperationsOf(void* handle) { return lookup(handle); }
+plugin::Lookup* plugin::CurrentLookup() { return lookup; }
 
-const plugin::Operations& CRUXParse::Reader() {
-  if (!operations) operations = plugin::OperationsOf(pluginHandle);
-  return *operations;
+template <class Function>
+Function* CRUXParse::Reader(const plugin::Operation<Function>& operation) {
+  // What the process itself exports changes with the libraries that it loads; what a plug-in
+  // exports does not.
+  if (!pluginHandle && plugin::CurrentLookup() == plugin::ExportedOperations) {
+    return Find(nullptr, operation);
+  }
+  if (!operations) operations = plugin::CurrentLookup()(pluginHandle);
+  return *operations.*operation.member;
 }
 
 void* CRUXParse::RSOpenFile(const std::string& path) {
-  auto* open = Reader().openFile;
+  auto* open = Reader(plugin::kOpenFile);
   return open ? open(path) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSParse(void* file) {
-  auto* parse = Reader().parse;
+  auto* parse = Reader(plugin::kParse);
   return parse ? parse(file) : 0;
 }
 
 void* CRUXParse::RSEnumSection(void* file, std::uint32_t index) {
-  auto* enumerate = Reader().enumSection;
+  auto* enumerate = Reader(plugin::kEnumSection);
   return enumerate ? enumerate(file, index, 0) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSGetSectInfo(void* section, std::string& name, std::uint32_t& line) {
-  auto* getInfo = Reader().getSectInfo;
+  auto* getInfo = Reader(plugin::kGetSectInfo);
   if (!getInfo) return 0;
   std::uint32_t size = 0;
   // Whether asking for the size counts as a success is the plug-in's choice; that it gave one
@@ -74,7 +73,7 @@ std::uint32_t CRUXParse::RSGetSectInfo(void* section, std::string& name, std::ui
 
 std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::string& key,
                                     std::string& value, std::uint32_t& line) {
-  auto* enumerate = Reader().enumItem;
+  auto* enumerate = Reader(plugin::kEnumItem);
   if (!enumerate) return 0;
   std::uint32_t keySize = 0;
   std::uint32_t valueSize = 0;
@@ -90,11 +89,11 @@ std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::str
 }
 
 void* CRUXParse::RSFindSection(void* file, const std::string& name) {
-  auto* find = Reader().findSection;
+  auto* find = Reader(plugin::kFindSection);
   return find ? find(file, name, 0) : nullptr;
 }
 
 std::uint32_t CRUXParse::RSCloseFile(void*& file) {
-  auto* close = Reader().closeFile;
+  auto* close = Reader(plugin::kCloseFile);
   return close ? close(&file) : 0;
 }

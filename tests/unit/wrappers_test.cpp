@@ -66,6 +66,16 @@ TEST_F(WrappersTest, RSFindSectionHandsOverAZeroBehindTheName) {
   dlclose(plugin);
 }
 
+TEST_F(WrappersTest, FindWhatTheProcessExportsAtEveryCall) {
+  host::SetPlugin("");
+  CRUXParse parse;
+  EXPECT_EQ(parse.Start("script"), 0u);
+  void* reader = dlopen(StandIn("complete").c_str(), RTLD_NOW | RTLD_GLOBAL);
+  ASSERT_NE(reader, nullptr) << dlerror();
+  EXPECT_NE(parse.RSOpenFile("script"), nullptr);
+  dlclose(reader);
+}
+
 TEST_F(WrappersTest, RSCloseFileHandsOverTheHandleVariable) {
   CRUXParse& parse = With("complete");
   EXPECT_EQ(parse.RSCloseFile(file), 7u);
