@@ -3,31 +3,34 @@
 // All of it belongs to the process. Those that live from load to unload and have a constructor are
 // defined in frontend/static_objects.cpp, in their order.
 //
-//   object                              holds
-//
+// clang-format off
 //   kept by ResetProcessState:
-//   g_Parse                             the reader plug-in, and the script that is open
-//   plugin::lookup                      how the plug-in's operations are found
-//   findings::detail::sink              where messages go
+//   g_Parse                         the reader plug-in, and the script that is open
+//   plugin::lookup                  how the plug-in's operations are found
+//   findings::detail::sink          where messages go
 //
 //   reset by it, as by gccCompEnd or gdUnInit:
-//   CGSSection<...>::m_sHeader          the sections of each kind
-//   InternedString::m_texts             the texts of names, besides InternedString::kEmpty
-//   CRUXEntry::m_itemTexts              the texts of items that are to be checked
-//   g_tblPreDefine                      the defined words
+//   CGSSection<...>::m_sHeader      the sections of each kind
+//   InternedString::m_texts         the texts of names, besides InternedString::kEmpty
+//   CRUXEntry::m_itemTexts          the texts of items that are to be checked
+//   g_tblPreDefine                  the defined words
 //
 //   reset by it, as by gcUnInit:
-//   g_GCHead                            the compiled records
-//   generation, SectionIndex::Current   that they changed, and what was found in them
+//   g_GCHead                        the compiled records
+//   generation                      how often they changed
+//   SectionIndex::Current           what was found in them
 //
 //   reset by it, and otherwise kept until the library is unloaded:
-//   CRUXSection::m_svpHSection          the kinds of section in their order of appearance
-//   CRUXObj::m_svstrIncFiles            the file table, with CRUXObj::m_lastFile, its last row used
-//   CRUXParse::m_opened                 how many scripts the run opened; gccCompStart resets it,
-//   too findings::detail::examined          what is being examined g_tbl..., g_idx...,
-//   g_tblTableData  the symbol tables and their counters; ReadMeta replaces them incFilesWritten,
-//   incFilesRead       whether the file table was written or read g_dwLastError, g_dwLastErrorD the
-//   last-error words
+//   CRUXSection::m_svpHSection      the kinds of section in their order of appearance
+//   CRUXObj::m_svstrIncFiles        the file table
+//   CRUXObj::m_lastFile             its last row used
+//   CRUXParse::m_opened             how many scripts the run opened; gccCompStart resets it, too
+//   findings::detail::examined      what is being examined
+//   g_tbl..., g_idx...              the symbol tables and their counters; ReadMeta replaces them
+//   g_tblTableData                  the cells of the tables; ReadMeta replaces them
+//   incFilesWritten, incFilesRead   whether the file table was written or read
+//   g_dwLastError, g_dwLastErrorD   the last-error words
+// clang-format on
 #ifndef QUERY_PROCESS_STATE_H_
 #define QUERY_PROCESS_STATE_H_
 
