@@ -75,8 +75,8 @@ std::string TextOf(const Answer& answer) {
     return text + '\n';
   }
   for (const Candidate& word : answer.candidates.words) {
-    // Control characters cannot be typed, and would break the lines.
-    if (support::SafeText(word.text) != word.text) continue;
+    // What cannot be typed might break the lines, too.
+    if (!support::CanBeTyped(word.text)) continue;
     text += word.text + '\t' + word.rest + '\t' +
             support::Shortened(support::SafeText(word.description)) + '\n';
   }
