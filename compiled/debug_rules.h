@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "compiled/debug_walk.h"
-#include "compiled/distinct_texts.h"
 #include "compiled/section_schema.h"
+#include "compiled/text_set.h"
 
 namespace rux::compiled {
 
@@ -66,8 +66,8 @@ class DebugRules : public DebugVisitor {
   bool has_other_kinds_ = false;
 
   // Of the block that one is in.
-  DistinctTexts section_names_;
-  DistinctTexts entry_names_;  // of one section, or of all
+  TextSet section_names_;
+  TextSet entry_names_;  // of one section, or of all
   // The section that one is in.
   const SectionSchema* schema_ = nullptr;
 };

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "compiled/distinct_texts.h"
 #include "compiled/index_class.h"
+#include "compiled/text_set.h"
 #include "ruxcomp/identifiers.h"
 
 namespace rux::compiled {
@@ -62,7 +62,7 @@ MetaReferences::Names& MetaReferences::NamesOf(std::uint32_t base) {
 
 // The sections of tables have strings for their names, values have the names of tables.
 void MetaReferences::DefineTables() {
-  DistinctTexts texts;
+  TextSet texts;
   for (const std::uint32_t index : table_sections_) texts.Insert(tables_.TextOf(index));
   Names& names = NamesOf(RUX_CLASS_TableName);
   for (std::size_t i = 0; i < names.size(); ++i) {

@@ -6,6 +6,7 @@
 
 #include "compiled/compiled_schema.h"
 #include "compiled/index_class.h"
+#include "compiled/text_set.h"
 
 namespace rux::compiled {
 namespace {
@@ -40,7 +41,8 @@ void MetaTables::CheckTexts(Cursor& cursor, const MetaTableView& table) {
     cursor.Report("texts", table.length_offset + kWordSize, "there are {}, needed are {}",
                   table.ends.size(), fixed_count);
   }
-  distinct_.Restart(table.ends.size());
+  TextSet texts;
+  texts.Reserve(table.ends.size());
   for (std::size_t i = 0; i < table.ends.size(); ++i) {
     const std::string_view text = table.TextAt(i);
     if (i < fixed_count && text != fixed[i]) {
@@ -50,16 +52,17 @@ void MetaTables::CheckTexts(Cursor& cursor, const MetaTableView& table) {
     if (text.empty() && table.base == RUX_CLASS_Property) continue;
     if (text.empty() && IsOfSections(table.base)) {
       cursor.Report("text", table.OffsetOf(i), "a name must not be empty");
-    } else if (!distinct_.Insert(text)) {
+    } else if (!texts.Insert(text)) {
       cursor.Report("text", table.OffsetOf(i), "there is the same text before it");
     }
   }
 }
 
 void MetaTables::CheckNumbers(Cursor& cursor, const MetaTableView& table) {
-  distinct_.Restart(table.numbers.size());
+  ruxcomp::detail::HashIndex<ruxcomp::detail::NumberKey> numbers;
+  numbers.Reserve(table.numbers.size());
   for (std::size_t i = 0; i < table.numbers.size(); ++i) {
-    if (distinct_.Insert(table.numbers.BytesAt(i))) continue;
+    if (numbers.Add(0, table.numbers[i], 0)) continue;
     cursor.Report("number", table.OffsetOf(i), "there is the same number before it");
   }
 }

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "compiled/distinct_texts.h"
 #include "compiled/meta_walk.h"
 
 namespace rux::compiled {
@@ -52,7 +51,6 @@ class MetaTables {
   std::array<MetaTableView, kTableClasses.size()> tables_;
   std::array<std::uint32_t, 256> counts_ = {};  // by the top byte of the class
   std::size_t taken_ = 0;
-  DistinctTexts distinct_;  // of the table that is taken
 };
 
 }  // namespace rux::compiled

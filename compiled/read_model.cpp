@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
 #include "compiled/meta_walk.h"
+#include "compiled/text_set.h"
 
 namespace rux::compiled {
 namespace {
@@ -28,14 +28,14 @@ void AddNumbers(ruxcomp::ModelBuilder& builder, std::uint32_t base, std::string_
 // A text that is repeated, which only properties can be, keeps its first index.
 void AddTexts(ruxcomp::ModelBuilder& builder, std::uint32_t base, std::string_view payload) {
   const bool may_repeat = base == RUX_CLASS_Property;
-  std::unordered_set<std::string_view> known;
+  TextSet known;
   const auto count = std::count(payload.begin(), payload.end(), '\0');
   builder.ReserveIndices(base, static_cast<std::size_t>(count));
   std::uint32_t index = base;
   for (std::size_t begin = 0; begin < payload.size(); ++index) {
     const std::size_t end = std::min(payload.find('\0', begin), payload.size());
     const std::string_view text = payload.substr(begin, end - begin);
-    if (!may_repeat || known.insert(text).second) builder.AddText(index, text);
+    if (!may_repeat || known.Insert(text)) builder.AddText(index, text);
     begin = end + 1;
   }
 }

@@ -32,7 +32,6 @@ class Words {
   std::size_t size() const { return bytes_.size() / kWordSize; }
   bool empty() const { return bytes_.empty(); }
   std::uint32_t operator[](std::size_t i) const { return LoadWord(&bytes_[i * kWordSize]); }
-  std::string_view BytesAt(std::size_t i) const { return bytes_.substr(i * kWordSize, kWordSize); }
 
  private:
   std::string_view bytes_;

@@ -11,7 +11,6 @@
 #include "ruxcomp/identifiers.h"
 #include "sources/script_path.h"
 #include "sources/sub_strings.h"
-#include "support/name_text.h"
 #include "support/safe_text.h"
 
 namespace rux::decompile {

@@ -3,10 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "support/safe_text.h"
+#include "support/utf8.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -41,48 +41,58 @@ struct Shown {
   std::size_t length;
 };
 
-// How many columns a byte takes at most.
-std::size_t WidthOf(char byte) {
-  static const std::array<std::size_t, 256> widths = [] {
-    std::array<std::size_t, 256> each{};
-    for (std::size_t i = 0; i < each.size(); ++i) {
-      const char c = static_cast<char>(i);
-      each[i] = support::SafeLine({&c, 1}).size();
-    }
-    return each;
-  }();
-  return widths[static_cast<unsigned char>(byte)];
-}
+// Part of a line, which grows character by character up to a number of columns. One that takes no
+// column of its own counts as well: a window has an end whatever it is filled with.
+class Window {
+ public:
+  Window(std::string_view text, std::size_t at) : text_(text), begin_(at), end_(at) {}
 
-// Part of a line, which grows byte by byte up to a number of columns.
-struct Window {
-  void GrowLeft(std::string_view text, std::size_t most) {
-    while (begin > 0 && columns + WidthOf(text[begin - 1]) <= most) {
-      columns += WidthOf(text[--begin]);
+  std::size_t begin() const { return begin_; }
+  std::size_t end() const { return end_; }
+
+  void GrowLeft(std::size_t most) {
+    while (begin_ > 0) {
+      const support::Character last = support::LastCharacter(text_.substr(0, begin_));
+      if (!Takes(last, most)) return;
+      begin_ -= last.bytes.size();
     }
   }
-  void GrowRight(std::string_view text, std::size_t most) {
-    while (end < text.size() && columns + WidthOf(text[end]) <= most) {
-      columns += WidthOf(text[end++]);
+  void GrowRight(std::size_t most) {
+    while (end_ < text_.size()) {
+      const support::Character first = support::FirstCharacter(text_.substr(end_));
+      if (!Takes(first, most)) return;
+      end_ += first.bytes.size();
     }
   }
 
-  std::size_t begin;
-  std::size_t end;
-  std::size_t columns = 0;
+ private:
+  bool Takes(const support::Character& character, std::size_t most) {
+    const std::size_t width = std::max<std::size_t>(WidthOf(character), 1);
+    if (columns_ + width > most) return false;
+    columns_ += width;
+    return true;
+  }
+
+  // As the line is shown, a tab as one column.
+  static std::size_t WidthOf(const support::Character& character) {
+    return character.code == '\t' ? 1 : support::Columns(character);
+  }
+
+  const std::string_view text_;
+  std::size_t begin_;
+  std::size_t end_;
+  std::size_t columns_ = 0;
 };
 
 // Cuts a long line down, at whole characters.
 Shown Clipped(const Excerpt& whole) {
   const std::string_view text = whole.text;
-  Window window{whole.begin, whole.begin};
-  window.GrowLeft(text, kShownBefore);
-  window.GrowRight(text, kLongestLine);
-  window.GrowLeft(text, kLongestLine);
-  std::size_t begin = window.begin;
-  std::size_t end = window.end;
-  while (begin < whole.begin && support::IsInsideCharacter(text[begin])) ++begin;
-  while (end < text.size() && end > whole.begin && support::IsInsideCharacter(text[end])) --end;
+  Window window(text, whole.begin);
+  window.GrowLeft(kShownBefore);
+  window.GrowRight(kLongestLine);
+  window.GrowLeft(kLongestLine);
+  const std::size_t begin = window.begin();
+  const std::size_t end = window.end();
   const std::string_view left = begin > 0 ? "..." : "";
   const std::string_view right = end < text.size() ? "..." : "";
   Shown shown{std::string(left), left.size() + whole.begin - begin, 0};

@@ -11,7 +11,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "sources/source_view.h"
-#include "support/character_counts.h"
+#include "support/utf8.h"
 
 namespace rux::diagnostics {
 

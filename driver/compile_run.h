@@ -8,7 +8,7 @@
 #include "diagnostics/diagnostic.h"
 #include "driver/compile_options.h"
 #include "sources/source_view.h"
-#include "support/exit_status.h"
+#include "support/failure.h"
 
 namespace rux::driver {
 

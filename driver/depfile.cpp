@@ -5,6 +5,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "ruxcomp/model/hash_index.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
 
@@ -69,7 +70,7 @@ std::string DepfileText(const std::string& path, const std::vector<std::string>&
   }
   rule += ':';
   std::string empty_rules;
-  std::unordered_set<std::string> told;
+  std::unordered_set<std::string, ruxcomp::detail::SeededHash> told;
   for (const std::string& prerequisite : prerequisites) {
     if (!told.insert(prerequisite).second) continue;
     const std::string name = EscapedName(path, prerequisite);

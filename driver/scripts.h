@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "driver/compile_options.h"
-#include "support/exit_status.h"
+#include "support/failure.h"
 
 namespace rux::driver {
 

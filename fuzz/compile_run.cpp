@@ -4,6 +4,7 @@
 //
 // An input is one file or several, with a line "----" between them. The first is the script, the
 // others can be included as 1, 2.
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,10 +15,10 @@
 #include "decompile/script_text.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
-#include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -31,11 +32,11 @@ constexpr char kDebugMeta[] = "metad";
 // hours.
 constexpr int kMostFiles = 3;
 
-void WriteFiles(const fuzz::ScratchFolder& folder, std::string_view input) {
+void WriteFiles(const TempFolder& folder, std::string_view input) {
   constexpr std::string_view kSeparator = "\n----\n";
   for (int i = 0; i < kMostFiles; ++i) {
     const std::size_t end = input.find(kSeparator);
-    folder.Remove(std::to_string(i));
+    std::filesystem::remove(folder / std::to_string(i));
     if (i == 0 || !input.empty()) folder.Write(std::to_string(i), input.substr(0, end));
     input.remove_prefix(end == std::string_view::npos ? input.size() : end + kSeparator.size());
   }
@@ -49,7 +50,7 @@ struct Outcome {
   fuzz::Messages messages;
 };
 
-Outcome Compile(const fuzz::ScratchFolder& folder) {
+Outcome Compile(const TempFolder& folder) {
   Outcome outcome;
   fuzz::TakeMessages();
   Expect(gccCompStart(folder.ScriptPath(kScript)) == 1, "a script that is there can be opened");
@@ -58,10 +59,10 @@ Outcome Compile(const fuzz::ScratchFolder& folder) {
     const bool isValid = gccCheck() != 0;
     outcome.messages = fuzz::TakeMessages();
     if (isValid) {
-      Expect(gccOutput(folder.Path(kMeta)) == 1, "a valid script can be compiled");
+      Expect(gccOutput(folder / kMeta) == 1, "a valid script can be compiled");
       outcome.meta = folder.Read(kMeta);
     }
-    Expect(gccOutputD(folder.Path(kDebugMeta)) == 1, "every script has a debug meta file");
+    Expect(gccOutputD(folder / kDebugMeta) == 1, "every script has a debug meta file");
     outcome.debugMeta = folder.Read(kDebugMeta);
   } catch (const std::out_of_range&) {
     outcome.messages = fuzz::TakeMessages();  // a number without a digit
@@ -97,26 +98,26 @@ bool HasNamesWithoutIndex() {
 }
 
 // To be called when the symbol tables are those of the compile run.
-void CheckMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
+void CheckMeta(const TempFolder& folder, const Outcome& outcome) {
   rux::compiled::Faults faults;
   const rux::compiled::CompiledMeta meta = rux::compiled::DecodeMeta(outcome.meta, faults);
   if (!faults.empty() && HasNamesWithoutIndex()) return;
   ExpectSound(faults);
-  Expect(gcInit(folder.Path(kMeta)) == 1, "what the library writes can be loaded");
+  Expect(gcInit(folder / kMeta) == 1, "what the library writes can be loaded");
   fuzz::ExpectLoaded(meta);
   gcUnInit();
 }
 
-void CheckDebugMeta(const fuzz::ScratchFolder& folder, const Outcome& outcome) {
+void CheckDebugMeta(const TempFolder& folder, const Outcome& outcome) {
   const rux::compiled::DebugMeta meta = DecodeSound(outcome.debugMeta);
   if (!fuzz::CanBeLoaded(meta)) return;
-  Expect(gdInit(folder.Path(kDebugMeta)) == 1, "what the library writes can be loaded");
+  Expect(gdInit(folder / kDebugMeta) == 1, "what the library writes can be loaded");
   fuzz::ExpectLoaded(meta);
   gdUnInit();
 }
 
 // A run after the first in one process: what that leaves behind must not change what is said.
-void CompileAgain(const fuzz::ScratchFolder& folder, const Outcome& first) {
+void CompileAgain(const TempFolder& folder, const Outcome& first) {
   const Outcome second = Compile(folder);
   Expect(second.messages == first.messages, "a second run says the same");
   Expect(second.meta.empty() == first.meta.empty(), "a second run ends the same");
@@ -141,7 +142,7 @@ std::string WithoutTime(std::string meta) {
 }
 
 // Decompiling a valid script and compiling it again changes nothing.
-void CompileDecompiled(const fuzz::ScratchFolder& folder, const Outcome& first) {
+void CompileDecompiled(const TempFolder& folder, const Outcome& first) {
   const std::string script = Decompiled(first.debugMeta);
   if (script.empty()) return;
   core::ResetProcessState();
@@ -156,7 +157,7 @@ void CompileDecompiled(const fuzz::ScratchFolder& folder, const Outcome& first) 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fuzz::ScratchFolder folder;
+  static const TempFolder folder;
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   // Includes stay in the folder.
   if (input.find("..") != std::string_view::npos) return 0;

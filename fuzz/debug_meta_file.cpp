@@ -8,10 +8,10 @@
 #include "compiled/debug_meta.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
-#include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -69,14 +69,14 @@ std::uint32_t Load(const std::string& path, tagMETAFILEINFO& info) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fuzz::ScratchFolder folder;
+  static const TempFolder folder;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   folder.Write("metad", bytes);
   rux::compiled::Faults faults;
   const rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(bytes, faults);
 
   tagMETAFILEINFO info{};
-  const std::uint32_t loaded = Load(folder.Path("metad"), info);
+  const std::uint32_t loaded = Load(folder / "metad", info);
   if (faults.empty() && fuzz::CanBeLoaded(meta)) {
     Expect(loaded == 1, "a sound file can be loaded");
     Expect(info.version == meta.version && info.creationTime == meta.creation_time,

@@ -8,11 +8,11 @@
 #include "compiled/meta.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
-#include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "fuzz/walk.h"
 #include "query/process_state.h"
 #include "ruxcomp/ruxcomp.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -127,14 +127,14 @@ void Reload(const std::string& path, std::uint32_t loaded) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fuzz::ScratchFolder folder;
+  static const TempFolder folder;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   folder.Write("meta", bytes);
   rux::compiled::Faults faults;
   const rux::compiled::CompiledMeta meta = rux::compiled::DecodeMeta(bytes, faults);
 
   tagMETAFILEINFO info{};
-  const std::uint32_t loaded = gcInit(folder.Path("meta"), &info);
+  const std::uint32_t loaded = gcInit(folder / "meta", &info);
   Expect(gcGetLastError() == (loaded ? RUX_ERROR_OK : RUX_ERROR_CANNOT_READ),
          "the last error tells whether the file was loaded");
   if (faults.empty()) {
@@ -144,7 +144,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::ExpectLoaded(meta);
   }
   AskEverything();  // also of what a damaged file left behind
-  Reload(folder.Path("meta"), loaded);
+  Reload(folder / "meta", loaded);
   core::ResetProcessState();
   return 0;
 }

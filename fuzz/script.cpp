@@ -1,9 +1,9 @@
 // Script text through the reader, asked as the library asks it, and as no library should.
 #include "frontend/parse.h"
 #include "fuzz/library_state.h"
-#include "fuzz/scratch_folder.h"
 #include "fuzz/target.h"
 #include "reader/exports.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -50,7 +50,7 @@ void AskForSections(void* file) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fuzz::ScratchFolder folder;
+  static const TempFolder folder;
   folder.Write("script", {reinterpret_cast<const char*>(data), size});
   const std::string path = folder.ScriptPath("script");
 

@@ -11,8 +11,8 @@
 #include "inspect/kinds.h"
 #include "inspect/section_search.h"
 #include "support/failure.h"
-#include "support/name_text.h"
 #include "support/nearest.h"
+#include "support/safe_text.h"
 
 namespace rux::inspect {
 namespace {

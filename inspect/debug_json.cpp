@@ -7,106 +7,99 @@
 namespace rux::inspect {
 namespace {
 
-void WriteFiles(support::JsonWriter& json, const compiled::DebugMeta& meta) {
-  json.Key("files");
-  if (meta.files_extent.size == 0) {
-    json.Null();
-    return;
-  }
-  json.Open('[');
-  for (const std::string& file : meta.files) {
-    WriteText(json.Open('{'), "path", file);
-    json.Close();
-  }
-  json.Close();
+using support::JsonArray;
+using support::JsonObject;
+
+void WriteFiles(JsonObject& json, const compiled::DebugMeta& meta) {
+  if (meta.files_extent.size == 0) return json.Member("files", nullptr);
+  json.Objects("files", meta.files, [](JsonObject& object, const std::string& file) {
+    WriteText(object, "path", file);
+  });
 }
 
-void WriteWords(support::JsonWriter& json, const compiled::DebugMeta& meta, const RawJson& raw) {
-  json.Key("words").Open('[');
-  for (const compiled::DebugWord& word : meta.words) {
-    WriteText(json.Open('{'), "name", word.name);
-    json.Key("value").Number(word.value);
-    raw.Write(json, word.pieces);
-    json.Close();
-  }
-  json.Close();
+void WriteWords(JsonObject& json, const compiled::DebugMeta& meta, const RawJson& raw) {
+  json.Objects("words", meta.words, [&](JsonObject& object, const compiled::DebugWord& word) {
+    WriteText(object, "name", word.name);
+    object.Member("value", word.value);
+    raw.Write(object, word.pieces);
+  });
 }
 
 // What sections and entries have in common.
-void WriteObject(support::JsonWriter& json, const compiled::DebugObject& object) {
+void WriteObject(JsonObject& json, const compiled::DebugObject& object) {
   WriteText(json, "name", object.name);
-  json.Key("identifier").Number(object.identifier).Key("notation").Number(object.notation);
-  json.Key("notation_names").Open('[');
-  for (const std::string& name : NotationNames(object.notation)) json.String(name);
-  json.Close();
-  json.Key("file").Number(object.file_index).Key("line").Number(object.line);
+  json.Member("identifier", object.identifier);
+  json.Member("notation", object.notation);
+  json.Array("notation_names",
+             [&](JsonArray& names) { names.Items(NotationNames(object.notation)); });
+  json.Member("file", object.file_index);
+  json.Member("line", object.line);
 }
 
-void WriteParts(support::JsonWriter& json, const compiled::DebugEntry& entry) {
-  json.Key("parts").Open('[');
-  for (const compiled::DebugField& field : entry.fields) {
-    json.Open('{').Key("name").String(field.name).Key("list").Bool(field.is_list);
-    json.Key("values").Open('[');
-    for (const std::string& text : field.texts) {
-      WriteText(json.Open('{'), "value", text);
-      json.Close();
-    }
-    json.Close().Close();
-  }
-  json.Close();
+void WriteField(JsonObject& json, const compiled::DebugField& field) {
+  json.Member("name", field.name);
+  json.Member("list", field.is_list);
+  json.Objects("values", field.texts, [](JsonObject& object, const std::string& text) {
+    WriteText(object, "value", text);
+  });
 }
 
-void WriteEntry(support::JsonWriter& json, const compiled::DebugEntry& entry, const RawJson& raw) {
-  WriteObject(json.Open('{'), entry);
-  json.Key("keyword").String(compiled::SourceEntryKeyword(entry.identifier));
-  json.Key("given").Bool(entry.payload_type != 0);
+void WriteEntry(JsonObject& json, const compiled::DebugEntry& entry, const RawJson& raw) {
+  WriteObject(json, entry);
+  json.Member("keyword", compiled::SourceEntryKeyword(entry.identifier));
+  json.Member("given", entry.payload_type != 0);
   if (entry.payload_type != 0) {
     const compiled::PayloadClass payload = compiled::PayloadClassOf(entry.payload_type);
-    if (payload == compiled::PayloadClass::kNumber) json.Key("number").Number(entry.number);
-    if (payload == compiled::PayloadClass::kValue) json.Key("type").Number(entry.value_type);
-    if (payload != compiled::PayloadClass::kNumber) WriteParts(json, entry);
+    if (payload == compiled::PayloadClass::kNumber) json.Member("number", entry.number);
+    if (payload == compiled::PayloadClass::kValue) json.Member("type", entry.value_type);
+    if (payload != compiled::PayloadClass::kNumber) json.Objects("parts", entry.fields, WriteField);
   }
   raw.Write(json, entry.pieces);
-  json.Close();
 }
 
-void WriteSection(support::JsonWriter& json, const compiled::DebugSection& section,
-                  std::size_t ordinal, const RawJson& raw) {
-  WriteObject(json.Open('{'), section);
-  json.Key("ordinal").Number(ordinal);
+void WriteSection(JsonObject& json, const compiled::DebugSection& section, std::size_t ordinal,
+                  const RawJson& raw) {
+  WriteObject(json, section);
+  json.Member("ordinal", ordinal);
   raw.Write(json, section.pieces);
-  json.Key("entries").Open('[');
-  for (const compiled::DebugEntry& entry : section.entries) WriteEntry(json, entry, raw);
-  json.Close().Close();
+  json.Objects("entries", section.entries,
+               [&](JsonObject& object, const compiled::DebugEntry& entry) {
+                 WriteEntry(object, entry, raw);
+               });
 }
 
-void WriteKind(support::JsonWriter& json, const std::vector<compiled::DebugSection>& sections,
+void WriteKind(JsonObject& json, const std::vector<compiled::DebugSection>& sections,
                const compiled::Piece& count, const RawJson& raw) {
-  raw.Write(json.Open('{'), {count});
-  json.Key("sections").Open('[');
+  raw.Write(json, {count});
   std::size_t ordinal = 0;
-  for (const compiled::DebugSection& section : sections)
-    WriteSection(json, section, ordinal++, raw);
-  json.Close().Close();
+  json.Objects("sections", sections,
+               [&](JsonObject& object, const compiled::DebugSection& section) {
+                 WriteSection(object, section, ordinal++, raw);
+               });
+}
+
+void WriteKinds(JsonObject& json, const compiled::DebugMeta& meta, const RawJson& raw) {
+  std::size_t kind = 0;
+  json.Objects("kinds", meta.kinds,
+               [&](JsonObject& object, const std::vector<compiled::DebugSection>& sections) {
+                 WriteKind(object, sections, {"section count", meta.section_counts[kind++]}, raw);
+               });
 }
 
 }  // namespace
 
 std::string DebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
                           const RawJson& raw) {
-  support::JsonWriter json;
-  WriteTitle(json.Open('{'), path, compiled::Form::kDebugMeta, meta.version, meta.creation_time);
-  std::vector<compiled::Piece> pieces = meta.header;
-  pieces.push_back({"defined word count", meta.word_count});
-  pieces.push_back({"kind count", meta.kind_count});
-  raw.Write(json, pieces);
-  WriteFiles(json, meta);
-  WriteWords(json, meta, raw);
-  json.Key("kinds").Open('[');
-  for (std::size_t i = 0; i < meta.kinds.size(); ++i) {
-    WriteKind(json, meta.kinds[i], {"section count", meta.section_counts[i]}, raw);
-  }
-  return json.Close().Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    WriteTitle(json, path, compiled::Form::kDebugMeta, meta.version, meta.creation_time);
+    std::vector<compiled::Piece> pieces = meta.header;
+    pieces.push_back({"defined word count", meta.word_count});
+    pieces.push_back({"kind count", meta.kind_count});
+    raw.Write(json, pieces);
+    WriteFiles(json, meta);
+    WriteWords(json, meta, raw);
+    WriteKinds(json, meta, raw);
+  });
 }
 
 }  // namespace rux::inspect

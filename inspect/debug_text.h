@@ -11,7 +11,7 @@
 namespace rux::inspect {
 
 // "NAME = CPU0_TEMP", "VALUE = VT_READ, 0x2E, 8". Texts that a script has to quote are quoted;
-// control bytes are shown as \xNN. The entry must have been given.
+// all are shown as by SafeText(). The entry must have been given.
 std::string EntryText(const compiled::DebugEntry& entry);
 std::string ValueText(const compiled::DebugEntry& entry);  // what stands behind the "="
 

@@ -10,7 +10,7 @@
 #include "compiled/meta.h"
 #include "inspect/listing.h"
 #include "inspect/raw_json.h"
-#include "support/json_text.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 
@@ -27,14 +27,14 @@ std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time);
-void WriteTitle(support::JsonWriter& json, const std::string& path, compiled::Form form,
+void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time);
 
 // Of that, what is behind the form: "format 0x01000000, created ...".
 std::string OriginText(std::uint32_t version, std::uint32_t creation_time);
 
 // "form": "meta" or "debug meta"; null for what is neither.
-void WriteForm(support::JsonWriter& json, compiled::Form form);
+void WriteForm(support::JsonObject& json, compiled::Form form);
 
 }  // namespace rux::inspect
 

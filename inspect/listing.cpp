@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "support/safe_text.h"
+
 namespace rux::inspect {
 namespace {
 
@@ -21,10 +23,9 @@ void Listing::Line(const std::string& text) {
 
 void Listing::Line(const std::string& text, compiled::Extent extent) {
   if (!raw_) return Line(text);
-  std::string shown = fmt::format("{:08X}:", extent.offset);
-  for (const char byte : bytes_.substr(extent.offset, std::min(extent.size, kMostShown))) {
-    shown += fmt::format(" {:02X}", static_cast<unsigned char>(byte));
-  }
+  const std::string shown =
+      fmt::format("{:08X}:", extent.offset) +
+      support::Hex(bytes_.substr(extent.offset, std::min(extent.size, kMostShown)), " ");
   const bool is_cut = extent.size > kMostShown;
   const std::string size = is_cut ? fmt::format("  ({} bytes)", extent.size) : "";
   text_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);

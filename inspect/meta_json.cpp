@@ -10,81 +10,84 @@
 namespace rux::inspect {
 namespace {
 
+using support::JsonArray;
+using support::JsonObject;
+
 // The values as `rux get` prints them, with the words that stand in the file.
-void WriteValues(support::JsonWriter& json, const compiled::CompiledMeta& meta,
+void WriteValues(JsonObject& json, const compiled::CompiledMeta& meta,
                  const std::vector<std::uint32_t>& words) {
-  json.Key("values").Open('[');
-  for (const std::uint32_t word : words) {
-    WriteDatum(json.Open('{'), compiled::Resolve(meta, word));
-    json.Key("word").Number(word).Close();
-  }
-  json.Close();
+  json.Objects("values", words, [&](JsonObject& value, std::uint32_t word) {
+    WriteDatum(value, compiled::Resolve(meta, word));
+    value.Member("word", word);
+  });
 }
 
-void WriteEntry(support::JsonWriter& json, const compiled::CompiledMeta& meta,
+void WriteEntry(JsonObject& json, const compiled::CompiledMeta& meta,
                 const compiled::CompiledSection& section, const compiled::CompiledEntry& entry,
                 const RawJson& raw) {
-  WriteText(json.Open('{'), "name", compiled::KeyOf(meta, section, entry));
-  json.Key("identifier").Number(entry.identifier);
+  WriteText(json, "name", compiled::KeyOf(meta, section, entry));
+  json.Member("identifier", entry.identifier);
   WriteValues(json, meta, entry.values);
   raw.Write(json, entry.pieces);
-  json.Close();
 }
 
-void WriteSection(support::JsonWriter& json, const compiled::CompiledMeta& meta,
+void WriteSection(JsonObject& json, const compiled::CompiledMeta& meta,
                   const compiled::CompiledSection& section, std::size_t ordinal,
                   const RawJson& raw) {
-  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(section.identifier));
-  json.Key("ordinal").Number(ordinal).Key("identifier").Number(section.identifier);
+  json.Member("kind", compiled::CompiledSectionKeyword(section.identifier));
+  json.Member("ordinal", ordinal);
+  json.Member("identifier", section.identifier);
   raw.Write(json, section.pieces);
-  json.Key("entries").Open('[');
-  for (const compiled::CompiledEntry& entry : section.entries)
-    WriteEntry(json, meta, section, entry, raw);
-  json.Close().Close();
+  json.Objects("entries", section.entries,
+               [&](JsonObject& object, const compiled::CompiledEntry& entry) {
+                 WriteEntry(object, meta, section, entry, raw);
+               });
 }
 
-void WriteCells(support::JsonWriter& json, const compiled::TableCells& cells) {
-  json.Open('{').Key("value").Open('[');
-  for (const auto cell : cells) json.Number(cell);
-  json.Close().Close();
-}
-
-void WriteTable(support::JsonWriter& json, const compiled::CompiledTable& table,
-                const RawJson& raw) {
-  json.Open('{').Key("class").String(compiled::IndexClassName(table.base));
-  json.Key("base").Number(table.base).Key("length").Number(table.length);
-  if (!table.note.empty()) json.Key("note").String(table.note);
-  raw.Write(json, table.pieces);
-  json.Key("items").Open('[');
+// A table has items of one sort: texts, numbers or cells.
+void WriteItems(JsonArray& items, const compiled::CompiledTable& table) {
   for (const std::string& text : table.texts) {
-    WriteText(json.Open('{'), "value", text);
-    json.Close();
+    items.Object([&](JsonObject& item) { WriteText(item, "value", text); });
   }
   for (const std::uint32_t number : table.numbers) {
-    json.Open('{').Key("value").Number(number).Close();
+    items.Object([&](JsonObject& item) { item.Member("value", number); });
   }
-  for (const compiled::TableCells& cells : table.cells) WriteCells(json, cells);
-  json.Close().Close();
+  for (const compiled::TableCells& cells : table.cells) {
+    items.Object([&](JsonObject& item) {
+      item.Array("value", [&](JsonArray& list) { list.Items(cells); });
+    });
+  }
+}
+
+void WriteTable(JsonObject& json, const compiled::CompiledTable& table, const RawJson& raw) {
+  json.Member("class", compiled::IndexClassName(table.base));
+  json.Member("base", table.base);
+  json.Member("length", table.length);
+  if (!table.note.empty()) json.Member("note", table.note);
+  raw.Write(json, table.pieces);
+  json.Array("items", [&](JsonArray& items) { WriteItems(items, table); });
 }
 
 }  // namespace
 
 std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta,
                      const RawJson& raw) {
-  support::JsonWriter json;
-  WriteTitle(json.Open('{'), path, compiled::Form::kMeta, meta.version, meta.creation_time);
-  std::vector<compiled::Piece> pieces = meta.header;
-  pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
-  pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
-  raw.Write(json, pieces);
-  std::map<std::uint32_t, std::size_t> counts;
-  json.Key("sections").Open('[');
-  for (const compiled::CompiledSection& section : meta.sections) {
-    WriteSection(json, meta, section, counts[section.identifier]++, raw);
-  }
-  json.Close().Key("tables").Open('[');
-  for (const compiled::CompiledTable& table : meta.tables) WriteTable(json, table, raw);
-  return json.Close().Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    WriteTitle(json, path, compiled::Form::kMeta, meta.version, meta.creation_time);
+    std::vector<compiled::Piece> pieces = meta.header;
+    pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
+    pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
+    raw.Write(json, pieces);
+    std::map<std::uint32_t, std::size_t> counts;
+    json.Objects("sections", meta.sections,
+                 [&](JsonObject& object, const compiled::CompiledSection& section) {
+                   WriteSection(object, meta, section, counts[section.identifier]++, raw);
+                 });
+    json.Objects("tables", meta.tables,
+                 [&](JsonObject& object, const compiled::CompiledTable& table) {
+                   WriteTable(object, table, raw);
+                 });
+  });
 }
 
 }  // namespace rux::inspect

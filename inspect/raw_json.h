@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "compiled/extent.h"
-#include "support/json_text.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 
@@ -15,9 +15,9 @@ class RawJson {
   // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is written.
   RawJson(std::string_view bytes, bool wanted) : bytes_(bytes), wanted_(wanted) {}
 
-  // Into the object that was opened last:
+  // Adds to the object:
   // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
-  void Write(support::JsonWriter& json, const std::vector<compiled::Piece>& pieces) const;
+  void Write(support::JsonObject& json, const std::vector<compiled::Piece>& pieces) const;
 
  private:
   const std::string_view bytes_;

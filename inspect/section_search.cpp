@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "support/name_text.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 

@@ -20,28 +20,19 @@ std::string OriginText(std::uint32_t version, std::uint32_t creation_time) {
                      fmt::gmtime(static_cast<std::time_t>(creation_time)));
 }
 
-void WriteTitle(support::JsonWriter& json, const std::string& path, compiled::Form form,
+void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time) {
   constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
-  json.Key("schema").Number(kSchema);
+  json.Member("schema", kSchema);
   WriteForm(json, form);
   WriteText(json, "file", path);
-  json.Key("version").Number(version).Key("created").Number(creation_time);
+  json.Member("version", version);
+  json.Member("created", creation_time);
 }
 
-void WriteForm(support::JsonWriter& json, compiled::Form form) {
-  json.Key("form");
-  switch (form) {
-    case compiled::Form::kNone:
-      json.Null();
-      break;
-    case compiled::Form::kMeta:
-      json.String("meta");
-      break;
-    case compiled::Form::kDebugMeta:
-      json.String("debug meta");
-      break;
-  }
+void WriteForm(support::JsonObject& json, compiled::Form form) {
+  if (form == compiled::Form::kNone) return json.Member("form", nullptr);
+  json.Member("form", form == compiled::Form::kMeta ? "meta" : "debug meta");
 }
 
 }  // namespace rux::inspect

@@ -1,15 +1,9 @@
 #include "inspect/value_json.h"
 
-#include <fmt/format.h>
+#include "support/safe_text.h"
 
 namespace rux::inspect {
 namespace {
-
-std::string HexOf(std::string_view bytes) {
-  std::string hex;
-  for (const char byte : bytes) hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
-  return hex;
-}
 
 const char* ClassName(compiled::Datum::Class is) {
   switch (is) {
@@ -41,55 +35,46 @@ const char* ClassName(compiled::Datum::Class is) {
   return "";
 }
 
-void WriteValues(support::JsonWriter& json, const EntryPart& part) {
-  json.Key("values").Open('[');
-  for (const compiled::Datum& item : part.items) {
-    WriteDatum(json.Open('{'), item);
-    json.Close();
-  }
-  json.Close();
+void WriteValues(support::JsonObject& json, const EntryPart& part) {
+  json.Objects("values", part.items, WriteDatum);
 }
 
 }  // namespace
 
-void WriteText(support::JsonWriter& json, std::string_view member, std::string_view text) {
-  json.Key(member).String(text);
-  if (!support::IsUtf8(text)) json.Key("hex").String(HexOf(text));
+void WriteText(support::JsonObject& json, std::string_view member, std::string_view text) {
+  json.Member(member, text);
+  if (!support::IsUtf8(text)) json.Member("hex", support::Hex(text));
 }
 
-void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum) {
-  json.Key("class").String(ClassName(datum.is));
+void WriteDatum(support::JsonObject& json, const compiled::Datum& datum) {
+  json.Member("class", ClassName(datum.is));
   switch (datum.is) {
     case compiled::Datum::Class::kNumber:
     case compiled::Datum::Class::kArgument:
     case compiled::Datum::Class::kType:
-      json.Key("value").Number(datum.number);
+      json.Member("value", datum.number);
       break;
     case compiled::Datum::Class::kUnresolved:
-      json.Key("value").Null();
+      json.Member("value", nullptr);
       break;
     default:
       WriteText(json, "value", datum.text);
   }
 }
 
-void WritePart(support::JsonWriter& json, const EntryPart& part) {
-  json.Open('{').Key("name").String(part.name);
+void WritePart(support::JsonObject& json, const EntryPart& part) {
+  json.Member("name", part.name);
   WriteValues(json, part);
-  json.Close();
 }
 
-void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryValue& value) {
-  WriteText(json.Open('{'), "name", name);
+void WriteEntry(support::JsonObject& json, const std::string& name, const EntryValue& value) {
+  WriteText(json, "name", name);
   if (value.parts.size() == 1 && value.parts.front().name.empty()) {
     WriteValues(json, value.parts.front());
-  } else {
-    if (value.type) json.Key("type").Number(*value.type);
-    json.Key("parts").Open('[');
-    for (const EntryPart& part : value.parts) WritePart(json, part);
-    json.Close();
+    return;
   }
-  json.Close();
+  if (value.type) json.Member("type", *value.type);
+  json.Objects("parts", value.parts, WritePart);
 }
 
 }  // namespace rux::inspect

@@ -15,17 +15,17 @@
 #include <string_view>
 
 #include "inspect/entry_value.h"
-#include "support/json_text.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 
-// Members of the object that was opened last.
-void WriteText(support::JsonWriter& json, std::string_view member, std::string_view text);
-void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum);
+// Members of the object.
+void WriteText(support::JsonObject& json, std::string_view member, std::string_view text);
+void WriteDatum(support::JsonObject& json, const compiled::Datum& datum);
 
-// A part and an entry.
-void WritePart(support::JsonWriter& json, const EntryPart& part);
-void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryValue& value);
+// The members of a part and of an entry.
+void WritePart(support::JsonObject& json, const EntryPart& part);
+void WriteEntry(support::JsonObject& json, const std::string& name, const EntryValue& value);
 
 }  // namespace rux::inspect
 

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 
-#include "support/name_text.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

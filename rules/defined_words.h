@@ -9,6 +9,7 @@
 
 #include "rules/number_text.h"
 #include "rules/trap_report.h"
+#include "ruxcomp/model/hash_index.h"
 
 namespace rux::rules {
 
@@ -39,8 +40,8 @@ class DefinedWordTable {
 
   const sources::SourceView& sources_;
   TrapReport& report_;
-  std::unordered_map<std::string_view, Word> words_;
-  std::unordered_map<std::string_view, sources::SourcePlace>
+  std::unordered_map<std::string_view, Word, ruxcomp::detail::SeededHash> words_;
+  std::unordered_map<std::string_view, sources::SourcePlace, ruxcomp::detail::SeededHash>
       places_;  // of the first definition, all of them
   bool has_operand_names_ = false;
 };

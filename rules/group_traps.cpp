@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "rules/trap_rules.h"
+#include "ruxcomp/model/hash_index.h"
 
 namespace rux::rules {
 namespace {
@@ -67,7 +68,8 @@ class GroupTraps : public TrapRules {
   const DefinedWordTable& words_;
   TrapReport& report_;
   std::vector<Group> groups_;
-  std::unordered_map<std::string_view, std::uint32_t> children_;  // by the parent's name
+  std::unordered_map<std::string_view, std::uint32_t, ruxcomp::detail::SeededHash>
+      children_;  // by the parent's name
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "rules/trap_rules.h"
+#include "ruxcomp/model/hash_index.h"
 #include "support/nearest.h"
 
 namespace rux::rules {
@@ -102,8 +103,9 @@ class NameTraps : public TrapRules {
   }
 
   TrapReport& report_;
-  std::unordered_map<std::string_view, Seen> in_section_;  // P_ and VALUE_, by what follows
-  std::unordered_set<std::string_view> looked_at_;
+  std::unordered_map<std::string_view, Seen, ruxcomp::detail::SeededHash>
+      in_section_;  // P_ and VALUE_, by what follows
+  std::unordered_set<std::string_view, ruxcomp::detail::SeededHash> looked_at_;
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "rules/number_text.h"
 #include "rules/trap_rules.h"
+#include "ruxcomp/model/hash_index.h"
 
 namespace rux::rules {
 namespace {
@@ -17,10 +18,12 @@ constexpr std::string_view kProperty = "P_";
 // Whether something may follow the prefix.
 bool IsProperty(std::string_view key) { return key.substr(0, kProperty.size()) == kProperty; }
 
+using NameSet = std::unordered_set<std::string_view, ruxcomp::detail::SeededHash>;
+
 // The names of properties that the compiler knows: keys of PROPERTY sections as they are, those of
 // others behind their P_.
-std::unordered_set<std::string_view> KnownProperties(const sources::SourceView& sources) {
-  std::unordered_set<std::string_view> names;
+NameSet KnownProperties(const sources::SourceView& sources) {
+  NameSet names;
   for (const sources::SourceSection& section : sources.sections()) {
     const std::string_view kind = section.section->name;
     const bool is_property = kind == "PROPERTY";

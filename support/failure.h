@@ -1,18 +1,24 @@
-// The end of a command that cannot do what it was asked for.
+// How a command ends: its exit status, and the failure that ends it early.
 #ifndef SUPPORT_FAILURE_H_
 #define SUPPORT_FAILURE_H_
 
 #include <cerrno>
-#include <cstring>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
-#include "support/exit_status.h"
-
 namespace rux::support {
 
-// Thrown by whatever finds out; main() prints the text behind "rux: error: " and exits with the
-// status. The text is one line, or several that each tell one more thing.
+// What every command of rux answers to the shell.
+enum class ExitStatus {
+  kDone = 0,
+  kFindings = 1,    // the script has errors; what was asked for is not there
+  kWrongUsage = 2,  // the command line makes no sense
+  kTrouble = 3,     // a file cannot be read or written, or is damaged
+};
+
+// Thrown by whatever finds out; RunToTheEnd() prints the text after "rux: error: " and answers the
+// status. The text is one line, or several that each report one more thing.
 class Failure : public std::runtime_error {
  public:
   Failure(ExitStatus status, const std::string& text) : std::runtime_error(text), status_(status) {}
@@ -24,9 +30,11 @@ class Failure : public std::runtime_error {
 };
 
 // A system call on `path` failed with `error`: "cannot write board.meta: No space left on device".
-inline Failure SystemFailure(const std::string& what, const std::string& path, int error = errno) {
-  return Failure(ExitStatus::kTrouble, what + " " + path + ": " + std::strerror(error));
-}
+Failure SystemFailure(const std::string& what, const std::string& path, int error = errno);
+
+// What the process is to exit with after `run`. Whatever that throws is reported on standard error,
+// and so is a failure to write what it printed.
+ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run);
 
 }  // namespace rux::support
 

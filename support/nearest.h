@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/name_text.h"
+#include "support/safe_text.h"
 
 namespace rux::support {
 

@@ -14,7 +14,7 @@
 
 #include "support/descriptor.h"
 #include "support/file_target.h"
-#include "support/signals_held.h"
+#include "support/signals.h"
 
 namespace rux::support {
 namespace {

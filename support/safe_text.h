@@ -1,4 +1,4 @@
-// Bytes from files, made fit for a terminal.
+// Bytes from files, made fit for people.
 #ifndef SUPPORT_SAFE_TEXT_H_
 #define SUPPORT_SAFE_TEXT_H_
 
@@ -6,28 +6,41 @@
 #include <string>
 #include <string_view>
 
+#include "support/utf8.h"
+
 namespace rux::support {
 
-// The text with its control characters shown as \xNN, so that a name can neither break lines nor
-// steer the terminal. Those above 127 count as well, in UTF-8 and as single bytes that belong to no
-// character of UTF-8; other bytes above 127 are left alone.
+// "0AFF"; or, with a lead, "\x0A\xFF".
+std::string Hex(std::string_view bytes, std::string_view lead = "");
+
+// The text as it can be shown: a name can neither break lines, nor steer the terminal, nor look
+// like another one. Shown as \xNN, byte by byte, are control characters (U+0000 to U+001F, U+007F
+// to U+009F), format characters that cannot be seen or turn the direction of writing (U+200B to
+// U+200F, U+202A to U+202E, U+2060 to U+2064, U+2066 to U+2069, U+FEFF), and bytes that are no
+// UTF-8.
 std::string SafeText(std::string_view text);
 
 // The same for source lines, which keep their tabs.
 std::string SafeLine(std::string_view line);
 
+// How many columns of a terminal a character, or a text, takes once it is made safe; of a text,
+// tabs count as what SafeText() makes of them.
+std::size_t Columns(const Character& character);
+std::size_t Columns(std::string_view text);
+
 // The text, or the beginning of a long one and "...".
 std::string Shortened(std::string_view text);
 
-// What a text that is not empty begins with: a character of UTF-8, or a byte that belongs to none.
-std::string_view FirstCharacter(std::string_view text);
+// A name as the path of a query holds it: the name itself, or in double quotes (those inside
+// doubled) when it could not be told from the rest of the path.
+std::string NameInPath(std::string_view name);
 
-// Whether the byte goes on with a character of UTF-8 instead of beginning one.
-bool IsInsideCharacter(char c);
+// The same for people. What SafeText() has to change is quoted, and cannot be typed back.
+std::string NameText(std::string_view name);
 
-// How many columns a text takes that has no tabs, once it is made safe. Every character of UTF-8
-// counts as one.
-std::size_t Columns(std::string_view text);
+// Whether shells can be offered the text: as SafeText() leaves it, but for bytes from A0 on that
+// are no UTF-8, which are letters in older encodings.
+bool CanBeTyped(std::string_view text);
 
 }  // namespace rux::support
 

@@ -12,10 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "support/awaited_signals.h"
 #include "support/failure.h"
 #include "support/memory_file.h"
-#include "support/run_to_the_end.h"
+#include "support/signals.h"
 
 namespace rux::support {
 namespace {

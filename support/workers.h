@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "support/exit_status.h"
+#include "support/failure.h"
 
 namespace rux::support {
 

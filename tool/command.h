@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "support/exit_status.h"
+#include "support/failure.h"
 #include "tool/arguments.h"
 
 namespace rux::tool {

@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <sstream>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
-#include "support/name_text.h"
 #include "support/nearest.h"
+#include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
@@ -72,13 +72,48 @@ void AddTo(CLI::App& app, const CommandArgument& argument) {
   if (!argument.excluded.empty()) option->excludes(app.get_option(argument.excluded));
 }
 
-Action SetUp(const Command& command, CLI::App& app) {
-  Arguments arguments;
-  Action action = command.set_up(arguments);
-  for (const CommandArgument& argument : arguments.all()) AddTo(app, argument);
-  app.footer(arguments.footer());
-  return action;
-}
+// The program, and those of its commands that occur among the words: what is not asked for needs no
+// arguments.
+class CommandLine {
+ public:
+  explicit CommandLine(const std::vector<std::string>& words)
+      : app_(Program().help, Program().name), action_(SetUp(Program(), app_)) {
+    for (const Command& command : Commands()) {
+      CLI::App* app = app_.add_subcommand(command.name, command.help);
+      if (std::find(words.begin(), words.end(), command.name) == words.end()) continue;
+      app->final_callback([this, run = SetUp(command, *app)] { action_ = run; });
+    }
+  }
+  CommandLine(const CommandLine&) = delete;
+  CommandLine& operator=(const CommandLine&) = delete;
+
+  // Throws a CLI::ParseError.
+  void Read(std::vector<std::string> words) {
+    std::reverse(words.begin(), words.end());
+    app_.parse(std::move(words));
+  }
+
+  const CLI::App& app() const { return app_; }
+  const Action& action() const { return action_; }
+
+  // That of the last command that the words name; null when they name none.
+  const CLI::App* CommandApp() const {
+    const std::vector<CLI::App*> commands = app_.get_subcommands();
+    return commands.empty() ? nullptr : commands.back();
+  }
+
+ private:
+  static Action SetUp(const Command& command, CLI::App& app) {
+    Arguments arguments;
+    Action action = command.set_up(arguments);
+    for (const CommandArgument& argument : arguments.all()) AddTo(app, argument);
+    app.footer(arguments.footer());
+    return action;
+  }
+
+  CLI::App app_;
+  Action action_;
+};
 
 std::string UnknownCommand(const std::string& name) {
   std::vector<std::string> names;
@@ -96,32 +131,69 @@ support::ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error
   return support::ExitStatus::kWrongUsage;
 }
 
+// Follows the last word, so that the value that ends with it is the one at the cursor. No word of a
+// command line has a zero byte.
+constexpr char kCursor = '\0';
+
+// Takes over what was read of an argument.
+void Take(const CommandArgument& argument, const std::vector<std::string>& values,
+          const std::string& last_word, TypedLine& line) {
+  for (const std::string& value : values) {
+    if (!value.empty() && value.back() == kCursor) {
+      line.argument = &argument;
+      line.begin = last_word.size() - (value.size() - 1);
+    } else if (!argument.is_option()) {
+      line.given.emplace_back(argument.value_name, value);
+    }
+  }
+}
+
 }  // namespace
 
 support::ExitStatus RunCommandLine(int argc, const char* const* argv) {
-  CLI::App app(Program().help, Program().name);
-  Action action = SetUp(Program(), app);
-  for (const Command& command : Commands()) {
-    CLI::App* sub_app = app.add_subcommand(command.name, command.help);
-    // What is not asked for needs no arguments.
-    if (std::find(argv, argv + argc, std::string_view(command.name)) == argv + argc) continue;
-    sub_app->final_callback([&action, run = SetUp(command, *sub_app)] { action = run; });
-  }
+  const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+  CommandLine line(words);
   try {
-    app.parse(argc, argv);
+    line.Read(words);
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() != 0) return WrongUsage(app, error, argc > 1 ? argv[1] : "");
+    if (error.get_exit_code() != 0) {
+      return WrongUsage(line.app(), error, words.empty() ? "" : words.front());
+    }
     // Help and version come this way, too.
     std::ostringstream text;
-    app.exit(error, text);
+    line.app().exit(error, text);
     support::PrintOut(text.str());
     return support::ExitStatus::kDone;
   }
-  if (!action) {
-    support::PrintError(app.help());
+  if (!line.action()) {
+    support::PrintError(line.app().help());
     return support::ExitStatus::kWrongUsage;
   }
-  return action();
+  return line.action()();
+}
+
+TypedLine ReadTypedLine(const std::vector<std::string>& words) {
+  TypedLine typed;
+  std::vector<std::string> marked = words;
+  marked.back() += kCursor;
+  CommandLine line(marked);
+  try {
+    line.Read(std::move(marked));
+  } catch (const CLI::ParseError&) {
+    // It was read as far as possible before it was found wrong.
+  }
+  const CLI::App* app = line.CommandApp();
+  if (app == nullptr) return typed;
+  for (const Command& command : Commands()) {
+    if (app->get_name() == command.name) typed.command = &command;
+  }
+  typed.command->set_up(typed.arguments);
+  for (const CommandArgument& argument : typed.arguments.all()) {
+    if (!argument.takes_value()) continue;
+    const CLI::Option* option = app->get_option(argument.each_name().front());
+    Take(argument, option->results(), words.back(), typed);
+  }
+  return typed;
 }
 
 }  // namespace rux::tool

@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-#include "support/run_to_the_end.h"
+#include "support/failure.h"
 #include "support/standard_streams.h"
 #include "tool/command_line.h"
 #include "tool/completion/completion.h"

@@ -11,11 +11,8 @@ namespace {
 std::string Escaped(std::string_view text, std::string_view special) {
   std::string out;
   for (const char c : text) {
-    if (special.find(c) == std::string_view::npos) {
-      out += c;
-    } else {
-      out += fmt::format("%{:02X}", static_cast<unsigned char>(c));
-    }
+    const bool is_special = special.find(c) != std::string_view::npos;
+    out += is_special ? support::Hex({&c, 1}, "%") : std::string(1, c);
   }
   return out;
 }

@@ -1,13 +1,15 @@
 // Static Analysis Results Interchange Format, version 2.1.0.
-#include <fmt/format.h>
-
 #include <set>
 
 #include "diagnostics/report.h"
-#include "support/json_text.h"
+#include "support/json.h"
+#include "support/safe_text.h"
 
 namespace rux::diagnostics {
 namespace {
+
+using support::JsonArray;
+using support::JsonObject;
 
 // A path as a URI reference: relative ones stay relative to where the run was made.
 std::string UriOf(std::string_view path) {
@@ -16,113 +18,130 @@ std::string UriOf(std::string_view path) {
   for (const char c : path) {
     const bool is_plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                           (c >= '0' && c <= '9') || kPlain.find(c) != std::string_view::npos;
-    uri += is_plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    uri += is_plain ? std::string(1, c) : support::Hex({&c, 1}, "%");
   }
   return uri;
 }
 
-void WriteMessage(const char* key, std::string_view text, support::JsonWriter& json) {
-  json.Key(key).Open('{').Key("text").String(text).Close();
+void WriteMessage(const char* key, std::string_view text, JsonObject& json) {
+  json.Object(key, [&](JsonObject& message) { message.Member("text", text); });
 }
 
-void WriteRegion(const char* key, const Excerpt& excerpt, support::JsonWriter& json) {
-  json.Key(key).Open('{').Key("startLine").Number(excerpt.line);
-  json.Key("startColumn").Number(excerpt.first_column);
-  json.Key("endColumn").Number(excerpt.end_column).Close();
+void WriteRegion(const char* key, const Excerpt& excerpt, JsonObject& json) {
+  json.Object(key, [&](JsonObject& region) {
+    region.Member("startLine", excerpt.line);
+    region.Member("startColumn", excerpt.first_column);
+    region.Member("endColumn", excerpt.end_column);
+  });
 }
 
-void WriteArtifact(const Location& at, support::JsonWriter& json) {
-  json.Key("artifactLocation").Open('{').Key("uri").String(UriOf(at.path)).Close();
+void WriteArtifact(const Location& at, JsonObject& json) {
+  json.Object("artifactLocation",
+              [&](JsonObject& artifact) { artifact.Member("uri", UriOf(at.path)); });
 }
 
 // The members of a location, without its braces.
-void WriteLocation(const Location& at, support::JsonWriter& json) {
-  json.Key("physicalLocation").Open('{');
-  WriteArtifact(at, json);
-  if (at.excerpt) {
-    WriteRegion("region", *at.excerpt, json);
-  } else if (at.line() != 0) {
-    json.Key("region").Open('{').Key("startLine").Number(at.line()).Close();
-  }
-  json.Close();
+void WriteLocation(const Location& at, JsonObject& json) {
+  json.Object("physicalLocation", [&](JsonObject& location) {
+    WriteArtifact(at, location);
+    if (at.excerpt) {
+      WriteRegion("region", *at.excerpt, location);
+    } else if (at.line() != 0) {
+      location.Object("region", [&](JsonObject& region) { region.Member("startLine", at.line()); });
+    }
+  });
 }
 
-void WriteRelated(const std::vector<Note>& notes, std::size_t& id, support::JsonWriter& json) {
-  for (const Note& note : notes) {
-    json.Open('{').Key("id").Number(id++);
-    if (!note.at.path.empty()) WriteLocation(note.at, json);
-    WriteMessage("message", note.text, json);
-    json.Close();
-  }
+// A list of one object.
+template <class Fill>
+void WriteOnly(const char* key, JsonObject& json, Fill fill) {
+  json.Array(key, [&](JsonArray& list) { list.Object(fill); });
+}
+
+void WriteRelated(const Diagnostic& diagnostic, JsonObject& json) {
+  json.Array("relatedLocations", [&](JsonArray& list) {
+    std::size_t id = 0;
+    for (const auto* notes : {&diagnostic.notes, &diagnostic.included_from}) {
+      for (const Note& note : *notes) {
+        list.Object([&](JsonObject& related) {
+          related.Member("id", id++);
+          if (!note.at.path.empty()) WriteLocation(note.at, related);
+          WriteMessage("message", note.text, related);
+        });
+      }
+    }
+  });
 }
 
 // What was probably meant, where it is known what it would replace.
-void WriteFix(const Diagnostic& diagnostic, support::JsonWriter& json) {
+void WriteFix(const Diagnostic& diagnostic, JsonObject& json) {
   const auto& excerpt = diagnostic.at.excerpt;
   const std::string* wanted = FirstMentioned(diagnostic);
   if (wanted == nullptr && diagnostic.entry) wanted = &*diagnostic.entry;
   if (!diagnostic.suggestion || !excerpt || wanted == nullptr || excerpt->meant() != *wanted)
     return;
-  json.Key("fixes").Open('[').Open('{');
-  WriteMessage("description", SuggestionText(diagnostic), json);
-  json.Key("artifactChanges").Open('[').Open('{');
-  WriteArtifact(diagnostic.at, json);
-  json.Key("replacements").Open('[').Open('{');
-  WriteRegion("deletedRegion", *excerpt, json);
-  WriteMessage("insertedContent", *diagnostic.suggestion, json);
-  for (int i = 0; i < 6; ++i) json.Close();
+  WriteOnly("fixes", json, [&](JsonObject& fix) {
+    WriteMessage("description", SuggestionText(diagnostic), fix);
+    WriteOnly("artifactChanges", fix, [&](JsonObject& change) {
+      WriteArtifact(diagnostic.at, change);
+      WriteOnly("replacements", change, [&](JsonObject& replacement) {
+        WriteRegion("deletedRegion", *excerpt, replacement);
+        WriteMessage("insertedContent", *diagnostic.suggestion, replacement);
+      });
+    });
+  });
 }
 
-void WriteResult(const Diagnostic& diagnostic, support::JsonWriter& json) {
-  json.Open('{').Key("ruleId").String(IdOf(diagnostic.id));
-  json.Key("level").String(WordOf(diagnostic.severity));
+void WriteResult(JsonObject& json, const Diagnostic& diagnostic) {
+  json.Member("ruleId", IdOf(diagnostic.id));
+  json.Member("level", WordOf(diagnostic.severity));
   WriteMessage("message", WholeText(diagnostic), json);
   if (!diagnostic.at.path.empty()) {
-    json.Key("locations").Open('[').Open('{');
-    WriteLocation(diagnostic.at, json);
-    json.Close().Close();
+    WriteOnly("locations", json,
+              [&](JsonObject& location) { WriteLocation(diagnostic.at, location); });
   }
-  std::size_t id = 0;
-  json.Key("relatedLocations").Open('[');
-  WriteRelated(diagnostic.notes, id, json);
-  WriteRelated(diagnostic.included_from, id, json);
-  json.Close();
+  WriteRelated(diagnostic, json);
   WriteFix(diagnostic, json);
-  json.Close();
 }
 
-void WriteRules(const Report& report, support::JsonWriter& json) {
+void WriteRule(JsonObject& json, MessageId id) {
+  const MessageRow& row = RowOf(id);
+  json.Member("id", row.id);
+  WriteMessage("shortDescription", row.summary, json);
+  WriteMessage("fullDescription", row.explanation, json);
+  json.Object("defaultConfiguration",
+              [&](JsonObject& settings) { settings.Member("level", WordOf(row.severity)); });
+}
+
+void WriteDriver(const Report& report, JsonObject& json) {
   std::set<MessageId> told;
   for (const Diagnostic& diagnostic : report.diagnostics) told.insert(diagnostic.id);
-  json.Key("rules").Open('[');
-  for (const MessageId id : told) {
-    const MessageRow& row = RowOf(id);
-    json.Open('{').Key("id").String(row.id);
-    WriteMessage("shortDescription", row.summary, json);
-    WriteMessage("fullDescription", row.explanation, json);
-    json.Key("defaultConfiguration").Open('{').Key("level").String(WordOf(row.severity)).Close();
-    json.Close();
-  }
-  json.Close();
+  json.Member("name", "rux");
+  json.Member("version", RUX_TOOL_VERSION);
+  json.Objects("rules", told, WriteRule);
+}
+
+void WriteRun(const Report& report, JsonObject& json) {
+  json.Object("tool", [&](JsonObject& tool) {
+    tool.Object("driver", [&](JsonObject& driver) { WriteDriver(report, driver); });
+  });
+  WriteOnly("invocations", json, [&](JsonObject& invocation) {
+    invocation.Member("executionSuccessful", report.is_complete);
+  });
+  json.Member("columnKind", "unicodeCodePoints");
+  json.Objects("results", report.diagnostics, WriteResult);
 }
 
 }  // namespace
 
 std::string SarifReport(const Report& report) {
-  support::JsonWriter json;
-  json.Open('{').Key("$schema").String(
-      "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json");
-  json.Key("version").String("2.1.0").Key("runs").Open('[').Open('{');
-  json.Key("tool").Open('{').Key("driver").Open('{').Key("name").String("rux");
-  json.Key("version").String(RUX_TOOL_VERSION);
-  WriteRules(report, json);
-  json.Close().Close();
-  json.Key("invocations").Open('[').Open('{');
-  json.Key("executionSuccessful").Bool(report.is_complete).Close().Close();
-  json.Key("columnKind").String("unicodeCodePoints");
-  json.Key("results").Open('[');
-  for (const Diagnostic& diagnostic : report.diagnostics) WriteResult(diagnostic, json);
-  return json.Close().Close().Close().Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    json.Member("$schema",
+                "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
+                "sarif-schema-2.1.0.json");
+    json.Member("version", "2.1.0");
+    WriteOnly("runs", json, [&](JsonObject& run) { WriteRun(report, run); });
+  });
 }
 
 }  // namespace rux::diagnostics

@@ -4,17 +4,14 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "ruxcomp/compile.h"
 #include "tests/support/host.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 // Sections of every compiled kind, values of every shape, names in every table.
 constexpr char kMetaScript[] = R"([DEFINE]
@@ -126,21 +123,6 @@ TYPE = 1
 0 = 7
 )";
 
-class Folder {
- public:
-  Folder() : path_((fs::temp_directory_path() / "rux-sample-XXXXXX").string()) {
-    if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("cannot make " + path_);
-  }
-  ~Folder() { fs::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
 using Write = std::uint32_t(const std::string& path);
 
 // Names no folder: the paths of scripts stand in the file.
@@ -157,15 +139,13 @@ bool Compile(const std::string& folder, const char* script, Write* write, std::s
 
 // Of a script about which the check has that many things to tell.
 std::string Sample(const char* script, Write* write, std::size_t findings) {
-  const Folder folder;
+  const TempFolder folder;
   const pid_t process = fork();
   if (process == 0) _exit(Compile(folder.path(), script, write, findings) ? 0 : 1);
   int status = -1;
   waitpid(process, &status, 0);
   if (status != 0) throw std::runtime_error("cannot compile a sample");
-  std::ifstream file(folder.path() + "/sample", std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  return bytes.replace(20, 4, 4, '\0');
+  return folder.Read("sample").replace(20, 4, 4, '\0');
 }
 
 }  // namespace

@@ -3,30 +3,22 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 
 #include "compiled/verify.h"
 #include "tests/support/host.h"
 
 namespace fs = std::filesystem;
 
-void ScriptTest::SetUp() {
-  std::string name = (fs::temp_directory_path() / "rux-test-XXXXXX").string();
-  ASSERT_NE(mkdtemp(name.data()), nullptr);
-  folder_ = name;
-  notes_ = name + ".notes";
-  host::TakeMessages();
-}
+void ScriptTest::SetUp() { host::TakeMessages(); }
 
 void ScriptTest::TearDown() {
   gccCompEnd();
   EmptyFolder();
-  fs::remove(folder_);
 }
 
 void ScriptTest::EmptyFolder() {
   ExpectSoundFiles();
-  for (const auto& file : fs::directory_iterator(folder_)) fs::remove_all(file.path());
+  for (const auto& file : fs::directory_iterator(folder())) fs::remove_all(file.path());
   fs::remove(notes_);
 }
 
@@ -34,8 +26,8 @@ void ScriptTest::ExpectSoundFiles() const {
   std::map<std::string, bool> must;
   std::ifstream lines(notes_);
   for (std::string line; std::getline(lines, line);) must[line.substr(1)] = line[0] == '+';
-  for (const auto& file : fs::recursive_directory_iterator(folder_)) {
-    const std::string name = file.path().lexically_relative(folder_).string();
+  for (const auto& file : fs::recursive_directory_iterator(folder())) {
+    const std::string name = file.path().lexically_relative(folder()).string();
     if (!file.is_regular_file() || !must.emplace(name, true).first->second) continue;
     const std::string bytes = ReadAll(name);
     if (bytes.rfind("MORV RUX meta", 0) != 0) continue;
@@ -44,15 +36,14 @@ void ScriptTest::ExpectSoundFiles() const {
   }
 }
 
-std::string ScriptTest::Path(const std::string& name) const { return folder_ + "/" + name; }
+std::string ScriptTest::Path(const std::string& name) const { return folder_ / name; }
 
-std::string ScriptTest::ScriptPath(const std::string& name) const { return folder_ + "\\" + name; }
+std::string ScriptTest::ScriptPath(const std::string& name) const {
+  return folder_.ScriptPath(name);
+}
 
 void ScriptTest::Write(const std::string& name, const std::string& content) {
-  fs::create_directories(fs::path(Path(name)).parent_path());
-  std::ofstream file(Path(name), std::ios::binary);
-  file << content;
-  ASSERT_TRUE(file.flush());
+  folder_.Write(name, content);
   ExpectUnsound(name);
 }
 
@@ -62,13 +53,7 @@ void ScriptTest::MustBeSound(const std::string& name, bool must) {
   std::ofstream(notes_, std::ios::app) << (must ? '+' : '-') << name << '\n';
 }
 
-std::string ScriptTest::ReadAll(const std::string& name) const {
-  std::ifstream file(Path(name), std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  std::ostringstream content;
-  content << file.rdbuf();
-  return content.str();
-}
+std::string ScriptTest::ReadAll(const std::string& name) const { return folder_.Read(name); }
 
 Lines ScriptTest::Parse(const std::string& text) {
   Write("board.rux", text);

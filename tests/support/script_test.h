@@ -9,16 +9,17 @@
 #include <vector>
 
 #include "ruxcomp/ruxcomp.h"
+#include "tests/support/temp_folder.h"
 
 using Lines = std::vector<std::string>;
 
 class ScriptTest : public ::testing::Test {
  protected:
-  void SetUp() override;     // makes the folder; drops the messages of loading
-  void TearDown() override;  // ends the compile run, empties the folder and removes it
+  void SetUp() override;     // drops the messages of loading
+  void TearDown() override;  // ends the compile run, empties the folder
 
   // The folder of the test, without a separator at its end.
-  const std::string& folder() const { return folder_; }
+  const std::string& folder() const { return folder_.path(); }
 
   // A path in that folder, for opening; and the same with a backslash before the name, as hosts
   // hand it to gccCompStart so that messages show the name alone.
@@ -55,10 +56,10 @@ class ScriptTest : public ::testing::Test {
   void ModelMustBeSound(bool must);  // in both its forms
   void ExpectSoundFiles() const;
 
-  std::string folder_;
+  const TempFolder folder_;
   // Tells which files must be sound and which need not: "+NAME" or "-NAME", a line each, the last
   // one counts. A file: tests also write in processes of their own.
-  std::string notes_;
+  const std::string notes_ = folder() + ".notes";
 };
 
 #endif  // TESTS_SUPPORT_SCRIPT_TEST_H_

@@ -6,12 +6,11 @@
 #include <cctype>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/support/temp_folder.h"
 #include "tests/tool/case_file.h"
 
 namespace {
@@ -37,16 +36,6 @@ std::string TestNameOf(const testing::TestParamInfo<std::string>& info) {
   return name;
 }
 
-void WriteFile(const fs::path& path, const std::string& contents) {
-  fs::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << contents;
-}
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 // Replaces what follows `lead` and has digits where `form` has zeros.
 void ReplaceTimes(std::string& text, const std::string& lead, const std::string& form) {
   for (std::size_t at = 0; (at = text.find(lead, at)) != std::string::npos;) {
@@ -62,24 +51,18 @@ void ReplaceTimes(std::string& text, const std::string& lead, const std::string&
 class ToolCase : public testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "rux-case-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
     fs::create_directory(folder_ / "work");
     // Some cases give up the rights of root and still must get here.
-    fs::permissions(folder_, fs::perms::others_exec, fs::perm_options::add);
+    fs::permissions(folder_.path(), fs::perms::others_exec, fs::perm_options::add);
     fs::permissions(folder_ / "work", fs::perms::others_all, fs::perm_options::add);
   }
 
-  void TearDown() override { fs::remove_all(folder_); }
-
   // Runs shell commands in the case's folder and returns their exit status.
   int Run(const std::string& commands) const {
-    WriteFile(folder_ / "run", commands);
+    folder_.Write("run", commands);
     const std::string path = fs::path(RUX_PROGRAM).parent_path().string();
     std::ostringstream line;
-    line << "cd " << folder_ / "work"
-         << " && LC_ALL=C PATH=" << path << ":$PATH"
+    line << "cd " << fs::path(folder_ / "work") << " && LC_ALL=C PATH=" << path << ":$PATH"
          << " BOARDS=" << RUX_BOARDS << " DOCS=" << RUX_DOCS << " SCHEMAS=" << RUX_SCHEMAS
          << " sh ../run > ../stdout 2> ../stderr < /dev/null";
     const int status = std::system(line.str().c_str());
@@ -88,22 +71,22 @@ class ToolCase : public testing::TestWithParam<std::string> {
 
   // What was printed, with what differs from run to run replaced.
   std::string Printed(const char* stream) const {
-    std::string text = ReadFile(folder_ / stream);
+    std::string text = folder_.Read(stream);
     ReplaceTimes(text, "created ", "0000-00-00 00:00:00");
     ReplaceTimes(text, "\"created\": ", "0000000000");
-    const std::string folder = (folder_ / "work").string();
+    const std::string folder = folder_ / "work";
     for (std::size_t at; (at = text.find(folder)) != std::string::npos;) {
       text.replace(at, folder.size(), "<folder>");
     }
     return text;
   }
 
-  fs::path folder_;
+  const TempFolder folder_;
 };
 
 TEST_P(ToolCase, DoesWhatItSays) {
   const CaseFile expected = ReadCaseFile((fs::path(RUX_CASES) / GetParam()).string());
-  for (const auto& [path, contents] : expected.files) WriteFile(folder_ / "work" / path, contents);
+  for (const auto& [path, contents] : expected.files) folder_.Write("work/" + path, contents);
   EXPECT_EQ(Run(expected.run), expected.exit_status);
   EXPECT_EQ(Printed("stdout"), expected.standard_output);
   EXPECT_EQ(Printed("stderr"), expected.standard_error);

@@ -28,6 +28,8 @@
 namespace rux::tool {
 namespace {
 
+using support::JsonObject;
+
 struct Options {
   std::string meta;
   std::string path;
@@ -58,17 +60,13 @@ std::string SectionText(const inspect::MetaView& meta, const ruxcomp::Section& s
   return text;
 }
 
-void WriteSection(support::JsonWriter& json, const inspect::MetaView& meta,
+void WriteSection(JsonObject& json, const inspect::MetaView& meta,
                   const ruxcomp::Section& section) {
-  json.Key("entries").Open('[');
-  for (const ruxcomp::Entry entry : section.entries()) {
-    inspect::WriteEntry(json, inspect::KeyOf(section, entry), inspect::ValueOf(entry));
-  }
-  json.Close();
+  json.Objects("entries", section.entries(), [&](JsonObject& object, const ruxcomp::Entry& entry) {
+    inspect::WriteEntry(object, inspect::KeyOf(section, entry), inspect::ValueOf(entry));
+  });
   if (const auto* cells = CellsOf(meta, section)) {
-    json.Key("cells").Open('[');
-    for (const auto cell : *cells) json.Number(cell);
-    json.Close();
+    json.Array("cells", [&](support::JsonArray& list) { list.Items(*cells); });
   }
 }
 
@@ -79,18 +77,20 @@ std::string FoundText(const inspect::MetaView& meta, const inspect::Found& found
 }
 
 std::string FoundJson(const inspect::MetaView& meta, const inspect::Found& found) {
-  support::JsonWriter json;
-  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(found.section.kind()));
-  json.Key("ordinal").Number(found.section.ordinal());
-  if (found.part) {
-    inspect::WritePart(json.Key("part"), *found.part);
-  } else if (found.entry) {
-    inspect::WriteEntry(json.Key("entry"), inspect::KeyOf(found.section, found.entry),
-                        inspect::ValueOf(found.entry));
-  } else {
-    WriteSection(json, meta, found.section);
-  }
-  return json.Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    json.Member("kind", compiled::CompiledSectionKeyword(found.section.kind()));
+    json.Member("ordinal", found.section.ordinal());
+    if (found.part) {
+      json.Object("part", [&](JsonObject& part) { inspect::WritePart(part, *found.part); });
+    } else if (found.entry) {
+      json.Object("entry", [&](JsonObject& entry) {
+        inspect::WriteEntry(entry, inspect::KeyOf(found.section, found.entry),
+                            inspect::ValueOf(found.entry));
+      });
+    } else {
+      WriteSection(json, meta, found.section);
+    }
+  });
 }
 
 support::ExitStatus Get(const Options& options) {

@@ -19,13 +19,14 @@
 #include "inspect/meta_find.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
-#include "support/name_text.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
 namespace rux::tool {
 namespace {
+
+using support::JsonObject;
 
 struct Options {
   std::string meta;
@@ -45,17 +46,20 @@ std::string KindsText(const inspect::MetaView& meta) {
 }
 
 std::string KindsJson(const inspect::MetaView& meta) {
-  support::JsonWriter json;
-  inspect::WriteText(json.Open('{'), "file", meta.path());
-  json.Key("version").Number(meta.info().version);
-  json.Key("created").Number(meta.info().creationTime);
-  json.Key("kinds").Open('[');
+  std::vector<std::pair<std::string, std::size_t>> kinds;
   for (const inspect::Kind& kind : inspect::Kinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
-    if (count == 0) continue;
-    json.Open('{').Key("kind").String(kind.keyword).Key("sections").Number(count).Close();
+    if (count > 0) kinds.emplace_back(kind.keyword, count);
   }
-  return json.Close().Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    inspect::WriteText(json, "file", meta.path());
+    json.Member("version", meta.info().version);
+    json.Member("created", meta.info().creationTime);
+    json.Objects("kinds", kinds, [](JsonObject& object, const auto& kind) {
+      object.Member("kind", kind.first);
+      object.Member("sections", kind.second);
+    });
+  });
 }
 
 std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
@@ -80,28 +84,26 @@ std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& secti
   return text;
 }
 
-void WriteSection(support::JsonWriter& json, const inspect::Kind& kind,
-                  const ruxcomp::Section& section) {
-  json.Open('{').Key("ordinal").Number(section.ordinal());
+void WriteSection(JsonObject& json, const inspect::Kind& kind, const ruxcomp::Section& section) {
+  json.Member("ordinal", section.ordinal());
   if (!kind.has_names) {
-    json.Key("entries").Open('[');
-    for (const std::string& key : KeysOf(section)) {
-      inspect::WriteText(json.Open('{'), "name", key);
-      json.Close();
-    }
-    json.Close();
-  } else {
-    if (section.has_name()) inspect::WriteText(json, "name", section.name());
-    if (const auto id = section.id()) json.Key("id").Number(*id);
+    json.Objects("entries", KeysOf(section), [](JsonObject& entry, const std::string& key) {
+      inspect::WriteText(entry, "name", key);
+    });
+    return;
   }
-  json.Close();
+  if (section.has_name()) inspect::WriteText(json, "name", section.name());
+  if (const auto id = section.id()) json.Member("id", *id);
 }
 
 std::string KindJson(const inspect::MetaView& meta, const inspect::Kind& kind) {
-  support::JsonWriter json;
-  json.Open('{').Key("kind").String(kind.keyword).Key("sections").Open('[');
-  for (const ruxcomp::Section section : meta.SectionsOf(kind)) WriteSection(json, kind, section);
-  return json.Close().Close().TakeText();
+  return support::JsonDocument([&](JsonObject& json) {
+    json.Member("kind", kind.keyword);
+    json.Objects("sections", meta.SectionsOf(kind),
+                 [&](JsonObject& object, const ruxcomp::Section& section) {
+                   WriteSection(object, kind, section);
+                 });
+  });
 }
 
 std::string KindText(const inspect::MetaView& meta, const inspect::Kind& kind) {

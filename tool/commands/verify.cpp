@@ -18,6 +18,9 @@
 namespace rux::tool {
 namespace {
 
+using support::JsonArray;
+using support::JsonObject;
+
 struct Options {
   std::vector<std::string> files;
   bool json = false;
@@ -71,57 +74,73 @@ std::string FaultsText(const Result& result) {
   return text;
 }
 
-void WriteFaults(support::JsonWriter& json, const compiled::Faults& faults) {
-  json.Key("faults").Open('[');
-  for (const compiled::Fault& fault : faults.list()) {
-    json.Open('{').Key("offset").Number(fault.offset).Key("record").String(fault.record);
-    json.Key("field").String(fault.field).Key("reason").String(fault.reason).Close();
-  }
-  json.Close();
+void WriteFault(JsonObject& json, const compiled::Fault& fault) {
+  json.Member("offset", fault.offset);
+  json.Member("record", fault.record);
+  json.Member("field", fault.field);
+  json.Member("reason", fault.reason);
 }
 
-void WriteSummary(support::JsonWriter& json, const compiled::Summary& summary) {
+void WriteSummary(JsonObject& json, const compiled::Summary& summary) {
   inspect::WriteForm(json, summary.form);
-  json.Key("version").Number(summary.version).Key("created").Number(summary.creation_time);
-  json.Key("counts").Open('{');
-  for (const auto& [name, count] : summary.counts) json.Key(name).Number(count);
-  json.Close().Key("notes").Open('[');
-  for (const std::string& note : summary.notes) json.String(note);
-  json.Close();
+  json.Member("version", summary.version);
+  json.Member("created", summary.creation_time);
+  json.Object("counts", [&](JsonObject& counts) {
+    for (const auto& [name, count] : summary.counts) counts.Member(name, count);
+  });
+  json.Array("notes", [&](JsonArray& notes) { notes.Items(summary.notes); });
 }
 
-void WriteResult(support::JsonWriter& json, const Result& result) {
-  inspect::WriteText(json.Open('{'), "file", result.file);
-  json.Key("valid").Bool(result.is_sound());
-  if (!result.unreadable.empty()) {
-    json.Key("error").String(result.unreadable);
-  } else {
-    json.Key("bytes").Number(result.size);
-    WriteSummary(json, result.summary);
-    WriteFaults(json, result.faults);
-    json.Key("faults_not_shown").Number(result.not_shown());
+void WriteResult(JsonObject& json, const Result& result) {
+  inspect::WriteText(json, "file", result.file);
+  json.Member("valid", result.is_sound());
+  if (!result.unreadable.empty()) return json.Member("error", result.unreadable);
+  json.Member("bytes", result.size);
+  WriteSummary(json, result.summary);
+  json.Objects("faults", result.faults.list(), WriteFault);
+  json.Member("faults_not_shown", result.not_shown());
+}
+
+// Whether all files are sound, which `report` is to say of each.
+template <class Report>
+bool VerifyEach(const std::vector<std::string>& files, Report report) {
+  bool are_sound = true;
+  for (const std::string& file : files) {
+    const Result result = ResultOf(file);
+    are_sound &= result.is_sound();
+    report(result);
   }
-  json.Close();
+  return are_sound;
+}
+
+bool VerifyForPrograms(const std::vector<std::string>& files) {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  bool are_sound = false;
+  support::PrintOut(support::JsonDocument([&](JsonObject& json) {
+    json.Member("schema", kSchema);
+    json.Array("files", [&](JsonArray& list) {
+      are_sound = VerifyEach(files, [&](const Result& result) {
+        list.Object([&](JsonObject& object) { WriteResult(object, result); });
+      });
+    });
+    json.Member("valid", are_sound);
+  }));
+  return are_sound;
+}
+
+bool VerifyForPeople(const std::vector<std::string>& files, bool quiet) {
+  return VerifyEach(files, [&](const Result& result) {
+    if (!result.is_sound()) {
+      support::PrintError("rux: error: " + FaultsText(result));
+    } else if (!quiet) {
+      support::PrintOut(SoundText(result));
+    }
+  });
 }
 
 support::ExitStatus VerifyFiles(const Options& options) {
-  bool are_sound = true;
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
-  support::JsonWriter json;
-  json.Open('{').Key("schema").Number(kSchema).Key("files").Open('[');
-  for (const std::string& file : options.files) {
-    const Result result = ResultOf(file);
-    are_sound &= result.is_sound();
-    if (options.json) {
-      WriteResult(json, result);
-    } else if (!result.is_sound()) {
-      support::PrintError("rux: error: " + FaultsText(result));
-    } else if (!options.quiet) {
-      support::PrintOut(SoundText(result));
-    }
-  }
-  json.Close().Key("valid").Bool(are_sound).Close();
-  if (options.json) support::PrintOut(json.TakeText());
+  const bool are_sound = options.json ? VerifyForPrograms(options.files)
+                                      : VerifyForPeople(options.files, options.quiet);
   return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
 }
 

@@ -3,16 +3,12 @@
 #define TOOL_COMPLETION_COMMAND_ARGUMENT_H_
 
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "tool/arguments.h"
+#include "tool/command_line.h"
 #include "tool/completion/candidate.h"
 
 namespace rux::tool {
-
-// The arguments that stand in front of one, by the names that the help gives them.
-using Given = std::vector<std::pair<std::string, std::string>>;
 
 // What the beginning `typed` of the argument may become; also candidates that begin otherwise, for
 // shells that forgive typing mistakes. May throw a Failure about a file among `given`.

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/exit_status.h"
+#include "support/failure.h"
 
 namespace rux::tool {
 
@@ -17,9 +17,8 @@ inline constexpr char kCompletion[] = "complete";
 // line up to the cursor, without the quotes of the shell; the last one is empty behind a blank.
 //
 //   words                     and a line for each:
-//   WORD<tab>REST<tab>TEXT    the whole word, what may follow it directly, what it means. WORD has
-//   no
-//                             control characters. One that ends in "/" or "=" is not finished.
+//   WORD<tab>REST<tab>TEXT    the whole word, what may follow it directly, what it means. WORD can
+//                             be typed. One that ends in "/" or "=" is not finished.
 //
 //   files<tab>SIZE<tab>.EXTENSION ...
 //                             the names of files, behind the first SIZE bytes of the word

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "support/name_text.h"
 #include "support/safe_text.h"
 
 namespace rux::tool {
@@ -35,8 +34,7 @@ void TypedPath::AddKind(const std::string& keyword, std::size_t count, const cha
 }
 
 void TypedPath::AddName(const std::string& name, const std::string& description, const char* rest) {
-  const std::string step = support::NameText(name);
-  if (support::SafeText(name) == name) Add(step, description, rest);
+  if (support::CanBeTyped(name)) Add(support::NameInPath(name), description, rest);
 }
 
 void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, const char* rest) {
@@ -46,13 +44,13 @@ void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, 
 void TypedPath::AddSection(const SectionWord& section) {
   const std::string id = section.id ? fmt::format("#0x{:X}", *section.id) : "";
   const std::string name = section.name ? support::NameText(*section.name) : "";
-  const bool has_typeable_name = section.name && support::SafeText(*section.name) == *section.name;
+  const bool has_typeable_name = section.name && support::CanBeTyped(*section.name);
   if (NextBegins('#')) {
     if (!id.empty()) Add(id, name, kGoesOn);
   } else if (NextBegins('@') || !has_typeable_name) {
     AddOrdinal(section.ordinal, name, kGoesOn);
   } else {
-    Add(name, id, kGoesOn);
+    Add(support::NameInPath(*section.name), id, kGoesOn);
   }
 }
 

@@ -2,6 +2,7 @@
 #ifndef RUXCOMP_MODEL_HASH_INDEX_H_
 #define RUXCOMP_MODEL_HASH_INDEX_H_
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -23,6 +24,53 @@ Word LoadAs(const char* from) noexcept {
   std::memcpy(&word, from, sizeof word);
   return word;
 }
+
+// Hashes texts that somebody else may have chosen, in time linear in their size. Which texts
+// collide depends on the seed, so that nobody can choose texts for a file that all do. A hasher
+// made without a seed takes that of the process: std::unordered_set and std::unordered_map with it
+// take constant time a text on average.
+class SeededHash {
+ public:
+  SeededHash() noexcept : seed_(SeedOfProcess()) {}
+  explicit constexpr SeededHash(std::uint64_t seed) noexcept : seed_(seed) {}
+
+  // By words of eight bytes, the last of which may overlap the one before it. Each is taken in
+  // before all is mixed, so that under few seeds only the differences of two texts cancel each
+  // other out.
+  std::size_t operator()(std::string_view text) const noexcept {
+    const char* at = text.data();
+    const std::size_t size = text.size();
+    std::uint64_t hash = Mixed(seed_ ^ size);
+    if (size >= 8) {
+      for (const char* last = at + size - 8; at < last; at += 8) {
+        hash = Mixed(hash ^ LoadAs<std::uint64_t>(at));
+      }
+      hash ^= LoadAs<std::uint64_t>(text.data() + size - 8);
+    } else if (size >= 4) {
+      hash ^= std::uint64_t{LoadAs<std::uint32_t>(at)} << 32;
+      hash ^= LoadAs<std::uint32_t>(at + size - 4);
+    } else if (size > 0) {
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at)} << 24;
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size / 2)} << 16;
+      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size - 1)} << 8;
+    }
+    return static_cast<std::size_t>(Mixed(hash));
+  }
+
+ private:
+  // From the time, and from where the system put the stack and the code of the process.
+  static std::uint64_t SeedOfProcess() noexcept {
+    static const std::uint64_t seed = [] {
+      const auto time =
+          static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+      return Mixed(Mixed(time) ^ reinterpret_cast<std::uintptr_t>(&time)) ^
+             reinterpret_cast<std::uintptr_t>(&SeedOfProcess);
+    }();
+    return seed;
+  }
+
+  std::uint64_t seed_;
+};
 
 // Keys of a HashIndex, as slots hold them. What they are hashed to depends on a seed.
 
@@ -46,7 +94,7 @@ class TextKey {
   TextKey(std::string_view text, std::uint64_t seed) noexcept
       : text_(text.data()),
         size_(static_cast<std::uint32_t>(text.size())),
-        hash_(HashOf(text, seed)) {}
+        hash_(static_cast<std::uint32_t>(SeededHash(seed)(text))) {}
 
   std::uint32_t Hash() const noexcept { return hash_; }
   friend bool operator==(const TextKey& a, const TextKey& b) noexcept {
@@ -54,27 +102,6 @@ class TextKey {
   }
 
  private:
-  // By words of eight bytes, the last of which may overlap the one before it.
-  static std::uint32_t HashOf(std::string_view text, std::uint64_t seed) noexcept {
-    const char* at = text.data();
-    const std::size_t size = text.size();
-    std::uint64_t hash = Mixed(seed ^ size);
-    if (size >= 8) {
-      for (const char* last = at + size - 8; at < last; at += 8) {
-        hash = Mixed(hash ^ LoadAs<std::uint64_t>(at));
-      }
-      hash ^= LoadAs<std::uint64_t>(text.data() + size - 8);
-    } else if (size >= 4) {
-      hash ^= std::uint64_t{LoadAs<std::uint32_t>(at)} << 32;
-      hash ^= LoadAs<std::uint32_t>(at + size - 4);
-    } else if (size > 0) {
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at)} << 24;
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size / 2)} << 16;
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size - 1)} << 8;
-    }
-    return static_cast<std::uint32_t>(Mixed(hash));
-  }
-
   const char* text_ = "";
   std::uint32_t size_ = 0;
   std::uint32_t hash_ = 0;
@@ -94,18 +121,25 @@ class HashIndex {
 
   // Makes room for as many items.
   void Reserve(std::size_t count) {
-    std::size_t size = kLeastSlots;
-    while (!HasRoom(count, size)) size *= 2;
+    const std::size_t size = SlotsFor(count);
     if (size > slots_.size()) Rehash(size);
   }
 
-  void Add(std::uint32_t scope, typename Key::Of of, std::uint32_t item) {
+  // Removes all items, in time linear in their number. The room for as many stays.
+  void Clear() {
+    slots_.assign(SlotsFor(count_), Slot());
+    count_ = 0;
+  }
+
+  // False when the scope has the key already.
+  bool Add(std::uint32_t scope, typename Key::Of of, std::uint32_t item) {
     if (!HasRoom(count_ + 1, slots_.size())) Reserve(count_ + 1);
     const Key key(of, Seed());
     Slot& slot = slots_[Position(scope, key)];
-    if (slot.item != kNoItem) return;
+    if (slot.item != kNoItem) return false;
     slot = {key, scope, item};
     ++count_;
+    return true;
   }
 
   // kNoItem when there is none.
@@ -134,6 +168,12 @@ class HashIndex {
 
   static constexpr bool HasRoom(std::size_t count, std::size_t slots) noexcept {
     return 4 * count <= 3 * slots;
+  }
+
+  static constexpr std::size_t SlotsFor(std::size_t count) noexcept {
+    std::size_t slots = kLeastSlots;
+    while (!HasRoom(count, slots)) slots *= 2;
+    return slots;
   }
 
   void Rehash(std::size_t size) {

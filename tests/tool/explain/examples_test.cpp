@@ -4,8 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <regex>
 #include <set>
@@ -13,10 +11,9 @@
 #include <string_view>
 
 #include "diagnostics/messages/messages.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 std::string OutputOf(const std::string& command) {
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
@@ -30,23 +27,13 @@ std::string OutputOf(const std::string& command) {
 
 class ExamplesTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "rux-examples-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder_ = name;
-    Write("machine.rux", rux::diagnostics::kMachineScript);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
-  void Write(const char* name, std::string_view text) const {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-  }
+  void SetUp() override { folder_.Write("machine.rux", rux::diagnostics::kMachineScript); }
 
   // The ids of all that compiling the script tells.
   std::set<std::string> IdsOf(std::string_view script, const char* options) const {
-    Write("board.rux", script);
+    folder_.Write("board.rux", script);
     const std::string output =
-        OutputOf("cd " + folder_.string() + " && " RUX_PROGRAM " compile board.rux" +
+        OutputOf("cd " + folder_.path() + " && " RUX_PROGRAM " compile board.rux" +
                  std::string(options) + " 2>&1");
     EXPECT_NE(output.find("board.rux: "), std::string::npos) << output;
     static const std::regex form(": (?:error|warning|note): .* \\[([a-z0-9-]+)\\]\n");
@@ -58,7 +45,7 @@ class ExamplesTest : public testing::Test {
     return ids;
   }
 
-  fs::path folder_;
+  const TempFolder folder_;
 };
 
 TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {

@@ -1,7 +1,6 @@
 #include "tests/tool/faults/board_folder.h"
 
-#include <cstdlib>
-#include <fstream>
+#include <filesystem>
 #include <iterator>
 #include <stdexcept>
 
@@ -23,25 +22,18 @@ void DropTemporaryNames(Contents& files) {
   }
 }
 
-TemporaryFolder::TemporaryFolder() {
-  std::string name = (fs::temp_directory_path() / "rux-faults-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make " + name);
-  path_ = name;
+void Fill(const TempFolder& folder, const Contents& files) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder.path())) {
+    fs::remove_all(entry);
+  }
+  for (const auto& [name, bytes] : files) folder.Write(name, bytes);
 }
 
-TemporaryFolder::~TemporaryFolder() { fs::remove_all(path_); }
-
-void TemporaryFolder::Fill(const Contents& files) const {
-  for (const fs::directory_entry& entry : fs::directory_iterator(path_)) fs::remove_all(entry);
-  for (const auto& [name, bytes] : files) std::ofstream(path_ / name, std::ios::binary) << bytes;
-}
-
-Contents TemporaryFolder::Read() const {
+Contents ContentsOf(const TempFolder& folder) {
   Contents files;
-  for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
-    std::ifstream stream(entry.path(), std::ios::binary);
-    files[entry.path().filename().string()] =
-        WithoutTime(std::string(std::istreambuf_iterator<char>(stream), {}));
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder.path())) {
+    const std::string name = entry.path().filename().string();
+    files[name] = WithoutTime(folder.Read(name));
   }
   return files;
 }
@@ -54,9 +46,9 @@ Contents Scripts() {
 }
 
 Contents Done(const Contents& before, const Arguments& arguments) {
-  const TemporaryFolder folder;
-  folder.Fill(before);
+  const TempFolder folder;
+  Fill(folder, before);
   const Ended ended = RuxProcess(folder.path(), arguments).Wait();
   if (ended.exit_status != 0) throw std::runtime_error("rux cannot do it at all: " + ended.errors);
-  return folder.Read();
+  return ContentsOf(folder);
 }

@@ -2,10 +2,10 @@
 #ifndef TESTS_TOOL_FAULTS_BOARD_FOLDER_H_
 #define TESTS_TOOL_FAULTS_BOARD_FOLDER_H_
 
-#include <filesystem>
 #include <map>
 #include <string>
 
+#include "tests/support/temp_folder.h"
 #include "tests/tool/faults/rux_process.h"
 
 // The files of a folder by their names. The times of creation that compiled files hold read as 0.
@@ -14,22 +14,9 @@ using Contents = std::map<std::string, std::string>;
 // Takes away what is left of files on their way to their names.
 void DropTemporaryNames(Contents& files);
 
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  const std::filesystem::path& path() const { return path_; }
-
-  // Makes the folder hold these files and nothing else.
-  void Fill(const Contents& files) const;
-  Contents Read() const;
-
- private:
-  std::filesystem::path path_;
-};
+// Makes the folder hold these files and nothing else.
+void Fill(const TempFolder& folder, const Contents& files);
+Contents ContentsOf(const TempFolder& folder);
 
 // board.rux and words.rux, which it includes and needs.
 Contents Scripts();

@@ -11,9 +11,9 @@ namespace {
 
 TEST(ExampleHostTest, MissesNoFailedOutput) {
   const Task& task = Tasks().front();
-  const TemporaryFolder folder;
-  folder.Fill(task.done);
-  const std::string run = RUX_EXAMPLE_HOST " " + (folder.path() / "board.meta").string();
+  const TempFolder folder;
+  Fill(folder, task.done);
+  const std::string run = RUX_EXAMPLE_HOST " " + folder / "board.meta";
   EXPECT_EQ(WEXITSTATUS(std::system((run + " > /dev/null").c_str())), 0);
   EXPECT_EQ(WEXITSTATUS(std::system((run + " > /dev/full 2> /dev/null").c_str())), 1);
 }

@@ -73,7 +73,7 @@ class FailingCallsTest : public testing::Test {
     if (const char* reason = WhyNotSupervised()) GTEST_SKIP() << reason;
   }
 
-  TemporaryFolder folder_;
+  TempFolder folder_;
 };
 
 class FailingCallsOnTest : public FailingCallsTest, public testing::WithParamInterface<FileSystem> {
@@ -81,19 +81,19 @@ class FailingCallsOnTest : public FailingCallsTest, public testing::WithParamInt
   // The calls of a task that only the file system refuses, which is no reason to fail.
   std::vector<CallMade> CallsOf(const Task& task) {
     std::vector<CallMade> calls;
-    folder_.Fill(task.before);
+    Fill(folder_, task.before);
     const auto ended =
         RunSupervised(folder_.path(), task.arguments, [&](const CallMade& made, pid_t) {
           calls.push_back(made);
           return GetParam().Refuses(made);
         });
     EXPECT_EQ(ended->exit_status, 0) << ended->errors;
-    EXPECT_EQ(folder_.Read(), task.done);
+    EXPECT_EQ(ContentsOf(folder_), task.done);
     return calls;
   }
 
   Ended RunWithFailing(const Task& task, std::size_t ordinal, int error) {
-    folder_.Fill(task.before);
+    Fill(folder_, task.before);
     return *RunSupervised(folder_.path(), task.arguments, [&](const CallMade& made, pid_t) {
       return made.ordinal == ordinal ? error : GetParam().Refuses(made);
     });
@@ -102,7 +102,7 @@ class FailingCallsOnTest : public FailingCallsTest, public testing::WithParamInt
   // What is left, less what cannot be helped: a name that cannot be taken away any more and,
   // without links, the first of two files when the second one does not get its name.
   Contents After(const Task& task, const Ended& ended, const CallMade& failed) const {
-    Contents after = folder_.Read();
+    Contents after = ContentsOf(folder_);
     if (failed.call == Call::kUnlink) DropTemporaryNames(after);
     if (failed.call == Call::kRename && !GetParam().has_links && ended.exit_status == 3) {
       for (auto& [name, bytes] : after) {
@@ -141,7 +141,7 @@ TEST_P(FailingCallsOnTest, InterruptedReadingAndWritingGoesOn) {
       if (call.call != Call::kRead && call.call != Call::kWrite) continue;
       const Ended ended = RunWithFailing(task, call.ordinal, EINTR);
       EXPECT_EQ(ended.exit_status, 0) << task.name << ", call " << call.ordinal << ended.errors;
-      EXPECT_EQ(folder_.Read(), task.done);
+      EXPECT_EQ(ContentsOf(folder_), task.done);
     }
   }
 }
@@ -157,7 +157,7 @@ TEST_F(FailingCallsTest, MemoryThatRunsOutAtAnyTimeIsTold) {
     std::size_t first = 0;
     for (bool has_enough = false; !has_enough; first += kStep) {
       has_enough = true;
-      folder_.Fill(task.before);
+      Fill(folder_, task.before);
       const auto refuse = [&](const CallMade& made, pid_t) {
         if (made.ordinal < first) return 0;
         has_enough = false;
@@ -165,7 +165,7 @@ TEST_F(FailingCallsTest, MemoryThatRunsOutAtAnyTimeIsTold) {
       };
       const Ended ended =
           *RunSupervised(folder_.path(), task.arguments, refuse, Supervised::kMemory);
-      EXPECT_EQ(WrongEnd(task, ended, folder_.Read()), "")
+      EXPECT_EQ(WrongEnd(task, ended, ContentsOf(folder_)), "")
           << task.name << ", from request " << first << "\nexit status " << ended.exit_status
           << ", signal " << ended.signal << '\n'
           << ended.errors;

@@ -20,7 +20,7 @@ class InterruptsTest : public testing::TestWithParam<int> {
   // Sends the signal when the run makes the call of that ordinal. False: it makes fewer.
   bool InterruptAt(const Task& task, std::size_t ordinal) {
     bool is_sent = false;
-    folder_.Fill(task.before);
+    Fill(folder_, task.before);
     const auto send = [&](const CallMade& made, pid_t process) {
       if (made.ordinal == ordinal) is_sent = kill(process, GetParam()) == 0;
       return 0;
@@ -30,7 +30,7 @@ class InterruptsTest : public testing::TestWithParam<int> {
     return is_sent;
   }
 
-  TemporaryFolder folder_;
+  TempFolder folder_;
 };
 
 // All files are old, or all are new, and nothing else is there.
@@ -39,7 +39,7 @@ using HeldBackTest = InterruptsTest;
 TEST_P(HeldBackTest, AtAnyCallLeavesAllOrNothing) {
   for (const Task& task : GetParam() == SIGINT ? Tasks() : LongestTask()) {
     for (std::size_t ordinal = 0; InterruptAt(task, ordinal); ++ordinal) {
-      const Contents after = folder_.Read();
+      const Contents after = ContentsOf(folder_);
       EXPECT_TRUE(after == task.before || after == task.done)
           << task.name << ", call " << ordinal << ": " << testing::PrintToString(after);
     }
@@ -55,7 +55,7 @@ using KillTest = InterruptsTest;
 TEST_P(KillTest, AtAnyCallLeavesEveryFileWhole) {
   for (const Task& task : Tasks()) {
     for (std::size_t ordinal = 0; InterruptAt(task, ordinal); ++ordinal) {
-      Contents after = folder_.Read();
+      Contents after = ContentsOf(folder_);
       DropTemporaryNames(after);
       for (const auto& [name, bytes] : task.before) EXPECT_EQ(after.count(name), 1u) << name;
       for (const auto& [name, bytes] : after) {
@@ -85,15 +85,15 @@ TEST(RandomInterruptsTest, LeaveAllOrNothing) {
   const Contents before = {
       {"board.meta", "older"}, {"board.metad", "older still"}, {"board.rux", LargeScript()}};
   const Contents done = Done(before, arguments);
-  const TemporaryFolder folder;
+  const TempFolder folder;
   std::mt19937 random(kSeed);
   for (int round = 0; round < kRounds; ++round) {
-    folder.Fill(before);
+    Fill(folder, before);
     RuxProcess process(folder.path(), arguments);
     usleep(static_cast<useconds_t>(random() % 60000));
     kill(process.id(), SIGINT);
     const Ended ended = process.Wait();
-    const Contents after = folder.Read();
+    const Contents after = ContentsOf(folder);
     const bool is_done = after == done;
     EXPECT_TRUE(is_done || after == before) << "round " << round;
     EXPECT_TRUE(ended.signal == SIGINT || (ended.exit_status == 0 && is_done)) << "round " << round;

@@ -10,7 +10,7 @@ namespace {
 class LimitsTest : public testing::Test {
  protected:
   Ended RunWith(const Task& task, int resource, rlim_t most) const {
-    folder_.Fill(task.before);
+    Fill(folder_, task.before);
     const auto limit = [&] {
       const rlimit both = {most, most};
       setrlimit(static_cast<__rlimit_resource>(resource), &both);
@@ -24,7 +24,7 @@ class LimitsTest : public testing::Test {
     for (rlim_t most = first; !is_done; most += step) {
       const Ended ended = RunWith(task, resource, most);
       is_done = ended.exit_status == 0;
-      EXPECT_EQ(WrongEnd(task, ended, folder_.Read()), "")
+      EXPECT_EQ(WrongEnd(task, ended, ContentsOf(folder_)), "")
           << task.name << " with " << most << "\nexit status " << ended.exit_status << ", signal "
           << ended.signal << '\n'
           << ended.errors;
@@ -32,7 +32,7 @@ class LimitsTest : public testing::Test {
     }
   }
 
-  const TemporaryFolder folder_;
+  const TempFolder folder_;
 };
 
 TEST_F(LimitsTest, OnTheSizeOfFiles) {
@@ -69,7 +69,7 @@ TEST_F(LimitsTest, AScriptWithoutEndIsRefused) {
   EXPECT_EQ(ended.errors,
             "/dev/zero:1: error: Script does not fit into memory. [out-of-memory]\n"
             "rux: error: Cannot allocate memory\n");
-  EXPECT_EQ(folder_.Read(), task.before);
+  EXPECT_EQ(ContentsOf(folder_), task.before);
 }
 #endif
 

@@ -9,9 +9,9 @@
 namespace {
 
 TEST(SmallDiskTest, HoldsTheOlderFilesOrTheNewOnes) {
-  const TemporaryFolder folder;
-  const std::string line = std::string("LC_ALL=C " RUX_SMALL_DISK " " RUX_PROGRAM " ") +
-                           folder.path().string() + " 2>&1";
+  const TempFolder folder;
+  const std::string line =
+      std::string("LC_ALL=C " RUX_SMALL_DISK " " RUX_PROGRAM " ") + folder.path() + " 2>&1";
   FILE* const script = popen(line.c_str(), "r");
   ASSERT_NE(script, nullptr);
   std::string printed;

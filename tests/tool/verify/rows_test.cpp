@@ -18,6 +18,7 @@
 #include "compiled/meta.h"
 #include "compiled/verify.h"
 #include "compiled/words.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -62,14 +63,10 @@ std::vector<Row> ReadRows(const std::string& name) {
 
 // The compiled files that bytes/full.sh writes.
 std::string SampleFile(const std::string& name) {
-  std::string folder = (fs::temp_directory_path() / "rux-rows-XXXXXX").string();
-  if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("cannot make a folder");
+  const TempFolder folder;
   const std::string command =
-      "cd " + folder + " && BOARDS=" RUX_BOARDS " sh -c '. \"$BOARDS/../bytes/full.sh\"'";
-  const bool is_written = std::system(command.c_str()) == 0;
-  std::string bytes = is_written ? ReadFile(fs::path(folder) / name) : "";
-  fs::remove_all(folder);
-  return bytes;
+      "cd " + folder.path() + " && BOARDS=" RUX_BOARDS " sh -c '. \"$BOARDS/../bytes/full.sh\"'";
+  return std::system(command.c_str()) == 0 ? folder.Read(name) : "";
 }
 
 void Change(const std::string& change, std::string& bytes) {

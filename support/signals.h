@@ -1,10 +1,28 @@
-// Signals that are waited for instead of coming at any time.
-#ifndef SUPPORT_AWAITED_SIGNALS_H_
-#define SUPPORT_AWAITED_SIGNALS_H_
+// Signals at the times that suit the work.
+#ifndef SUPPORT_SIGNALS_H_
+#define SUPPORT_SIGNALS_H_
 
 #include <csignal>
 
 namespace rux::support {
+
+// While there is one, no signal is delivered that can be held back. One that arrived in the
+// meantime takes effect when it goes: an interrupt still ends the process, only between two pieces
+// of work.
+class SignalsHeld {
+ public:
+  SignalsHeld() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &before_);
+  }
+  ~SignalsHeld() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  SignalsHeld(const SignalsHeld&) = delete;
+  SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+ private:
+  sigset_t before_;
+};
 
 // While there is one: the end of a child process, and the signals by which people and other
 // programs end this one, but for those that it was told to ignore.
@@ -51,4 +69,4 @@ class AwaitedSignals {
 
 }  // namespace rux::support
 
-#endif  // SUPPORT_AWAITED_SIGNALS_H_
+#endif  // SUPPORT_SIGNALS_H_

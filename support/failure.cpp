@@ -1,4 +1,4 @@
-#include "support/run_to_the_end.h"
+#include "support/failure.h"
 
 #include <unistd.h>
 
@@ -10,13 +10,12 @@
 #include <string_view>
 
 #include "support/descriptor.h"
-#include "support/failure.h"
 #include "support/standard_streams.h"
 
 namespace rux::support {
 namespace {
 
-// Said when it is all that can still be said: nobody is left to tell that it does not get out.
+// The last words: a failure to write them has no place left to be reported.
 ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pieces) {
   for (const std::string_view piece : pieces) {
     if (!WriteAll(STDERR_FILENO, piece)) break;
@@ -25,6 +24,10 @@ ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pi
 }
 
 }  // namespace
+
+Failure SystemFailure(const std::string& what, const std::string& path, int error) {
+  return Failure(ExitStatus::kTrouble, what + " " + path + ": " + std::strerror(error));
+}
 
 ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
   constexpr std::string_view kLead = "rux: error: ";
