@@ -43,14 +43,14 @@ std::uint32_t Compile() {
   return 1;
 }
 
-tagGCSECT* CreateGCSect(std::uint32_t sectionId) {
-  const SectionKind* kind = FindSourceKind(sectionId);
+tagGCSECT* CreateGCSect(std::uint32_t section_id) {
+  const SectionKind* kind = FindSourceKind(section_id);
   return kind && kind->IsCompiled() ? new tagGCSECT{kind->compiled, {}} : nullptr;
 }
 
-std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key) {
+std::uint32_t GetEntryName(std::uint32_t entry_id, const std::string& key) {
   // A name that no table has is added without an index and yields 0.
-  switch (entryId) {
+  switch (entry_id) {
 #define FIXED_ENTRY(name, keyword, payload, number, compiled) \
   case ENTRY_##name:                                          \
     return RUX_ENTRY_##name;
@@ -83,7 +83,7 @@ std::uint32_t gccOutput(const std::string& path) {
   // Also when a number raises an error on the way.
   struct ReleaseAtEnd {
     ~ReleaseAtEnd() { CompDestory(); }
-  } releaseAtEnd;
+  } release_at_end;
   std::uint32_t ok = InitTblD() & 1;
   ok &= Compile();
   ok &= WriteMeta(path);

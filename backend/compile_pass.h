@@ -16,10 +16,10 @@ extern std::vector<tagGCSECT*> g_GCHead;
 std::uint32_t Compile();
 
 // A new, empty record for a section of that kind; null for kinds that are not compiled.
-tagGCSECT* CreateGCSect(std::uint32_t sectionId);
+tagGCSECT* CreateGCSect(std::uint32_t section_id);
 
 // The compiled identifier of an entry with that key; 0 for entries that are not compiled.
-std::uint32_t GetEntryName(std::uint32_t entryId, const std::string& key);
+std::uint32_t GetEntryName(std::uint32_t entry_id, const std::string& key);
 
 // How often the records of g_GCHead were released or replaced: what was remembered of them before
 // is worth nothing.

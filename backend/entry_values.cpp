@@ -42,7 +42,7 @@ std::uint32_t ModelCompiler::FieldValue(Role role, const std::string& text) {
 // Appends the values of a payload, whatever it holds.
 struct PayloadCompiler {
   ModelCompiler& model;
-  std::uint32_t entryId;
+  std::uint32_t entry_id;
   std::vector<std::uint32_t>& values;
 
   void operator()(std::monostate) const {}
@@ -51,7 +51,7 @@ struct PayloadCompiler {
 
   void operator()(const std::string& text) const {
     findings::ExaminePart(0);
-    if (!IsNumericString(entryId)) {
+    if (!IsNumericString(entry_id)) {
       values.push_back(model.interner_.Text(text));
       return;
     }
@@ -64,7 +64,7 @@ struct PayloadCompiler {
     std::uint32_t part = 0;
     for (const std::string& text : list) {
       findings::ExaminePart(part++);
-      if (!IsNumericList(entryId)) {
+      if (!IsNumericList(entry_id)) {
         values.push_back(model.interner_.Text(text));
         continue;
       }
@@ -104,8 +104,8 @@ struct PayloadCompiler {
   }
 };
 
-TableCursor* ModelCompiler::NameTable(std::uint32_t sectionId, std::uint32_t entryId) {
-  switch (TextUseOf(sectionId, entryId)) {
+TableCursor* ModelCompiler::NameTable(std::uint32_t section_id, std::uint32_t entry_id) {
+  switch (TextUseOf(section_id, entry_id)) {
     case TextUse::kGroupName:
       return &interner_.groups;
     case TextUse::kActionName:
@@ -117,11 +117,11 @@ TableCursor* ModelCompiler::NameTable(std::uint32_t sectionId, std::uint32_t ent
   return nullptr;
 }
 
-void ModelCompiler::SetEntryValues(std::uint32_t sectionId, const CRUXEntry& entry,
+void ModelCompiler::SetEntryValues(std::uint32_t section_id, const CRUXEntry& entry,
                                    tagGCENTRY& record) {
   if (entry.identifier == ENTRY_TABLE_ROW) return;
   const auto* text = entry.m_RuxEntryData.Get<std::string>();
-  if (TableCursor* names = text ? NameTable(sectionId, entry.identifier) : nullptr) {
+  if (TableCursor* names = text ? NameTable(section_id, entry.identifier) : nullptr) {
     record.values.push_back((*names)[*text]);
     return;
   }

@@ -46,18 +46,18 @@ FileReader::FileReader(const std::string& path) {
 
 void FileReader::Seek(std::size_t offset) {
   next_ = end_ = buffer_.data();
-  bufferedTo_ = offset;
+  buffered_to_ = offset;
 }
 
 // A file that shrank or fails to be read ends where it does so.
 bool FileReader::Fill() {
   const std::size_t most = std::min(buffer_.size(), Remaining());
   file_.clear();
-  file_.seekg(static_cast<std::streamoff>(bufferedTo_));
+  file_.seekg(static_cast<std::streamoff>(buffered_to_));
   file_.read(buffer_.data(), static_cast<std::streamsize>(most));
   next_ = buffer_.data();
   end_ = next_ + file_.gcount();
-  bufferedTo_ += Buffered();
+  buffered_to_ += Buffered();
   return Buffered() > 0;
 }
 
@@ -116,5 +116,5 @@ void FileReader::PaddedBytes(void* to, std::size_t size) {
   const std::size_t read = Read(out, std::min(size, Remaining()));
   std::fill(out + read, out + size, '\0');
   // Behind the end, the place goes on without bytes.
-  if (read < size) Seek(bufferedTo_ + (size - read));
+  if (read < size) Seek(buffered_to_ + (size - read));
 }

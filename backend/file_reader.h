@@ -27,7 +27,7 @@ class FileReader {
   // before making room for what they announce.
   std::size_t size() const { return size_; }
   std::size_t Remaining() const {
-    const std::size_t position = bufferedTo_ - Buffered();
+    const std::size_t position = buffered_to_ - Buffered();
     return position < size_ ? size_ - position : 0;
   }
 
@@ -60,7 +60,7 @@ class FileReader {
   std::array<char, std::size_t{16} << 10> buffer_;
   const char* next_ = buffer_.data();  // up to here it is read
   const char* end_ = buffer_.data();   // up to here it is filled
-  std::size_t bufferedTo_ = 0;         // offset of that end in the file
+  std::size_t buffered_to_ = 0;        // offset of that end in the file
 
   std::ifstream file_;
   bool opened_ = false;

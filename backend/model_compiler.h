@@ -19,7 +19,7 @@ class ModelCompiler {
   friend struct PayloadCompiler;
 
   // Appends the compiled values of an entry to a record.
-  void SetEntryValues(std::uint32_t sectionId, const CRUXEntry& entry, tagGCENTRY& record);
+  void SetEntryValues(std::uint32_t section_id, const CRUXEntry& entry, tagGCENTRY& record);
 
   // The compiled form of one operand; 0xFFFFFFFF for a text that means nothing.
   std::uint32_t GetValueVal(const std::string& text);
@@ -28,7 +28,7 @@ class ModelCompiler {
   std::uint32_t FieldValue(Role role, const std::string& text);
 
   // The table whose names an entry of a section refers to; null when it is a text like any other.
-  TableCursor* NameTable(std::uint32_t sectionId, std::uint32_t entryId);
+  TableCursor* NameTable(std::uint32_t section_id, std::uint32_t entry_id);
 
   Interner interner_;
 };

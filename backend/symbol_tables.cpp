@@ -19,8 +19,8 @@ namespace {
 template <class Table, class Key>
 std::uint32_t Intern(Table& table, std::uint32_t& counter, const Key& key, std::uint32_t step) {
   // Generated models count their numbers and names up: a key behind all others needs no search.
-  const bool isLast = table.empty() || table.rbegin()->first < key;
-  std::uint32_t& index = isLast ? table.emplace_hint(table.end(), key, 0)->second : table[key];
+  const bool is_last = table.empty() || table.rbegin()->first < key;
+  std::uint32_t& index = is_last ? table.emplace_hint(table.end(), key, 0)->second : table[key];
   if (index == 0) {
     index = counter;
     counter += step;

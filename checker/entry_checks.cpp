@@ -53,12 +53,12 @@ std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
   const char* keyword = KeywordOf(identifier);
   if (!keyword) return 0;
   if (name == keyword) return 1;
-  const CheckContext ofKey = context.At(findings::Origin::kKey);
+  const CheckContext of_key = context.At(findings::Origin::kKey);
   if ((notation & kFreeName) && HasPrefix(name.text(), keyword) &&
       IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
     return 1;
   }
-  ReportEntry<MessageId::kInvalidEntryName>(*this, ofKey);
+  ReportEntry<MessageId::kInvalidEntryName>(*this, of_key);
   return 0;
 }
 
@@ -107,11 +107,11 @@ std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) 
   if (!PassesCommonStart(context, PAYLOAD_DWORD, answer)) return answer;
   std::string text;
   if (!TakeFirstItem(context, pass, text)) return 0;
-  const CheckContext ofText = context.At(0);
+  const CheckContext of_text = context.At(0);
   if (WordOrNumber(text, *number)) return 1;
   // A defined word with a text that means nothing is let pass and is 0.
   if (identifier == ENTRY_DEFINED_WORD) return 1;
-  ReportEntry<MessageId::kUndefinedWord>(*this, ofText, text);
+  ReportEntry<MessageId::kUndefinedWord>(*this, of_text, text);
   return 0;
 }
 
@@ -122,14 +122,14 @@ std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass)
   if (!TakeFirstItem(context, pass, text)) return 0;
   // The one text that may be empty.
   if (TextUseOf(context.section.identifier, identifier) == TextUse::kMayBeEmpty) return 1;
-  const CheckContext ofText = context.At(0);
+  const CheckContext of_text = context.At(0);
   if (text.empty()) {
-    ReportEntry<MessageId::kMissingValue>(*this, ofText);
+    ReportEntry<MessageId::kMissingValue>(*this, of_text);
     return 0;
   }
   std::uint32_t number = 0;
   if (!IsNumericString(identifier) || WordOrNumber(text, number)) return 1;
-  ReportEntry<MessageId::kUndefinedWord>(*this, ofText, text);
+  ReportEntry<MessageId::kUndefinedWord>(*this, of_text, text);
   return 0;
 }
 
@@ -143,10 +143,10 @@ std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int p
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
   for (const std::string& element : list) {
-    const CheckContext ofElement = context.At(part++);
+    const CheckContext of_element = context.At(part++);
     std::uint32_t number = 0;
     if (WordOrNumber(element, number)) continue;
-    ReportEntry<MessageId::kUndefinedWord>(*this, ofElement, element);
+    ReportEntry<MessageId::kUndefinedWord>(*this, of_element, element);
     ok = 0;
   }
   return ok;

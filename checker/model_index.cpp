@@ -79,7 +79,7 @@ auto IndexGroupLines() {
 
 auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view> {
   FirstDefinitions<std::string_view> index;
-  index.byKey.reserve(SectionsOf(kind).size());
+  index.by_key.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
     if (const std::string* name = TextOf(entry)) {
@@ -93,7 +93,7 @@ auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view
 
 auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
   FirstDefinitions<std::uint32_t> index;
-  index.byKey.reserve(SectionsOf(kind).size());
+  index.by_key.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
     const std::string* id = TextOf(entry);
@@ -115,23 +115,23 @@ auto ModelIndex::IndexEntries(SectionId kind) -> FirstDefinitions<std::string_vi
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ByName(SectionId kind, std::string_view name) {
-  return Find(Of(names_, kind, IndexNames).byKey, name);
+  return Find(Of(names_, kind, IndexNames).by_key, name);
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ById(SectionId kind, std::uint32_t number) {
-  return Find(Of(ids_, kind, IndexIds).byKey, number);
+  return Find(Of(ids_, kind, IndexIds).by_key, number);
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
-  return Find(Of(entries_, kind, IndexEntries).byKey, name);
+  return Find(Of(entries_, kind, IndexEntries).by_key, name);
 }
 
-bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).hasRepeat; }
+bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).has_repeat; }
 
-bool ModelIndex::HasRepeatedId(SectionId kind) { return Of(ids_, kind, IndexIds).hasRepeat; }
+bool ModelIndex::HasRepeatedId(SectionId kind) { return Of(ids_, kind, IndexIds).has_repeat; }
 
 bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
-  return Of(idsAndWords_, kind, IndexIdsAndWords).count(number) > 0;
+  return Of(ids_and_words_, kind, IndexIdsAndWords).count(number) > 0;
 }
 
 ModelIndex::Listed ModelIndex::IndexLists() {
@@ -170,8 +170,8 @@ bool ModelIndex::HasGlobal(std::string_view name) {
 }
 
 bool ModelIndex::HasValue(const CRUXSection& section, std::string_view name) {
-  if (valuesOf_ != &section) {
-    valuesOf_ = &section;
+  if (values_of_ != &section) {
+    values_of_ = &section;
     values_.clear();
     AddEntryNames(section, ENTRY_VALUE_OF_ACTION, values_);
   }
@@ -179,6 +179,6 @@ bool ModelIndex::HasValue(const CRUXSection& section, std::string_view name) {
 }
 
 bool ModelIndex::HasGroupAbove(std::string_view name, std::uint32_t line) {
-  const std::uint32_t* smallest = Find(Of(groupLines_, IndexGroupLines), name);
+  const std::uint32_t* smallest = Find(Of(group_lines_, IndexGroupLines), name);
   return smallest && *smallest < line;
 }

@@ -57,11 +57,11 @@ class ModelIndex {
  private:
   template <class Key>
   struct FirstDefinitions {
-    std::unordered_map<Key, FirstDefinition> byKey;
-    bool hasRepeat = false;
+    std::unordered_map<Key, FirstDefinition> by_key;
+    bool has_repeat = false;
 
     void Add(const Key& key, const FirstDefinition& section) {
-      if (!byKey.try_emplace(key, section).second) hasRepeat = true;
+      if (!by_key.try_emplace(key, section).second) has_repeat = true;
     }
   };
   template <class Index>
@@ -84,13 +84,13 @@ class ModelIndex {
   PerKind<FirstDefinitions<std::string_view>> names_;
   PerKind<FirstDefinitions<std::uint32_t>> ids_;
   PerKind<FirstDefinitions<std::string_view>> entries_;
-  PerKind<Numbers> idsAndWords_;
+  PerKind<Numbers> ids_and_words_;
   std::optional<Listed> listed_;
   std::optional<Names> globals_;
-  std::optional<std::unordered_map<std::string_view, std::uint32_t>> groupLines_;
+  std::optional<std::unordered_map<std::string_view, std::uint32_t>> group_lines_;
 
   // Values are looked for in the section that is being checked.
-  const CRUXSection* valuesOf_ = nullptr;
+  const CRUXSection* values_of_ = nullptr;
   Names values_;
 };
 

@@ -85,9 +85,9 @@ std::uint32_t CGESTRING::IsValidEx(const CheckContext& context, unsigned int) {
 
 std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CheckContext& context) {
   const std::uint32_t kind = context.section.identifier;
-  const bool isGroup = kind == SECTION_GROUP;
-  if (!isGroup && kind != SECTION_SENSOR) return 1;
-  if (isGroup && text == kRootGroup) return 1;  // a root group
+  const bool is_group = kind == SECTION_GROUP;
+  if (!is_group && kind != SECTION_SENSOR) return 1;
+  if (is_group && text == kRootGroup) return 1;  // a root group
   if (context.index->ByName(SECTION_GROUP, text)) return 1;
   ReportEntry<MessageId::kUnknownParentGroup>(*this, context, text);
   return 0;
@@ -95,8 +95,8 @@ std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CheckCont
 
 std::uint32_t CGESTRING::ChkParentPelmGroup(const std::string& text, const CheckContext& context) {
   std::uint32_t number = 0;
-  const bool isNumber = NumberOrWord(text, number) != 0;
-  if (isNumber && (number == 0 || context.index->HasId(SECTION_PELMGROUP, number))) return 1;
+  const bool is_number = NumberOrWord(text, number) != 0;
+  if (is_number && (number == 0 || context.index->HasId(SECTION_PELMGROUP, number))) return 1;
   ReportEntry<MessageId::kUnknownParentPelmgroup>(*this, context, text);
   return 0;
 }
@@ -115,10 +115,10 @@ std::uint32_t CGESTRINGLIST::IsValidEx(const CheckContext& context, unsigned int
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
   for (const std::string& element : *list) {
-    const CheckContext ofElement = context.At(part++);
+    const CheckContext of_element = context.At(part++);
     std::uint32_t number = 0;
     if (NumberOrWord(element, number) && context.index->HasId(SECTION_SENSOR, number)) continue;
-    ReportEntry<MessageId::kUnknownSensor>(*this, ofElement, element);
+    ReportEntry<MessageId::kUnknownSensor>(*this, of_element, element);
     ok = 0;
   }
   return ok;
@@ -127,17 +127,18 @@ std::uint32_t CGESTRINGLIST::IsValidEx(const CheckContext& context, unsigned int
 std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) {
   const RepeaterRecord* record = m_RuxEntryData.Get<RepeaterRecord>();
   if (!record) return 1;
-  const auto checkNumber = [&](const std::string& text, std::uint32_t part) {
-    const CheckContext ofText = context.At(part);
-    return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, ofText) : ChkDigital(text, ofText);
+  const auto check_number = [&](const std::string& text, std::uint32_t part) {
+    const CheckContext of_text = context.At(part);
+    return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, of_text)
+                                          : ChkDigital(text, of_text);
   };
   std::uint32_t ok = ChkActionName(record->Action, context.At(kRepeatedAction));
-  ok &= checkNumber(record->Count, 0);
+  ok &= check_number(record->Count, 0);
   std::uint32_t part = kRepeatedAction;
   for (const std::string& argument : record->Args) {
     ++part;
     // Arguments are let pass unchecked here; only their number counts.
-    if (!HasPrefix(argument, kArgumentPrefix)) ok &= checkNumber(argument, part);
+    if (!HasPrefix(argument, kArgumentPrefix)) ok &= check_number(argument, part);
   }
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),
                                 context.At(kRepeatedAction));

@@ -76,18 +76,18 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelI
   const std::string* name = FindText(&section, ENTRY_NAME);
   const std::string* id = FindText(&section, ENTRY_ID);
   std::uint32_t number = 0;
-  const FirstDefinition* sameName = nullptr;
-  if (name && index.HasRepeatedName(kind)) sameName = Earlier(index.ByName(kind, *name), section);
-  const FirstDefinition* sameId = nullptr;
+  const FirstDefinition* same_name = nullptr;
+  if (name && index.HasRepeatedName(kind)) same_name = Earlier(index.ByName(kind, *name), section);
+  const FirstDefinition* same_id = nullptr;
   if (id && StringToLong(*id, number) && index.HasRepeatedId(kind)) {
-    sameId = Earlier(index.ById(kind, number), section);
+    same_id = Earlier(index.ById(kind, number), section);
   }
-  if (sameName && (!sameId || sameName->ordinal <= sameId->ordinal)) {
-    ReportRedefined<MessageId::kRedefinedName>(section, ENTRY_NAME, *sameName);
+  if (same_name && (!same_id || same_name->ordinal <= same_id->ordinal)) {
+    ReportRedefined<MessageId::kRedefinedName>(section, ENTRY_NAME, *same_name);
     return 0;
   }
-  if (!sameId) return 1;
-  ReportRedefined<MessageId::kRedefinedId>(section, ENTRY_ID, *sameId);
+  if (!same_id) return 1;
+  ReportRedefined<MessageId::kRedefinedId>(section, ENTRY_ID, *same_id);
   return 0;
 }
 

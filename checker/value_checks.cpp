@@ -32,7 +32,7 @@ struct Filler {
 
 struct BusFields {
   const std::string& type;
-  const std::string& baseAddress;
+  const std::string& base_address;
 };
 
 // Where the fields of an access to a bus are among the parts of a value.
@@ -92,7 +92,7 @@ std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
 // Told, but not counted as errors: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
-    if (bus.baseAddress != kSmbusBaseAddress) {
+    if (bus.base_address != kSmbusBaseAddress) {
       ReportAt<MessageId::kSmbusAddress>(entry,
                                          {context.section.OriginOf(entry, kBaseAddressPart)});
     }
@@ -104,18 +104,18 @@ void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
 
 std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std::uint32_t index,
                                         std::uint32_t part) const {
-  const CheckContext ofText = context.At(part);
+  const CheckContext of_text = context.At(part);
   switch (role) {
     case Role::kOperand:
-      return entry.IsValidSubValue(text, ofText, index);
+      return entry.IsValidSubValue(text, of_text, index);
     case Role::kNumber:
-      return entry.ChkDigital(text, ofText);
+      return entry.ChkDigital(text, of_text);
     case Role::kLocalValue:
-      return entry.ChkValueName(text, ofText);
+      return entry.ChkValueName(text, of_text);
     case Role::kAction:
-      return entry.ChkActionName(text, ofText);
+      return entry.ChkActionName(text, of_text);
     case Role::kTable:
-      return entry.ChkTableName(text, ofText);
+      return entry.ChkTableName(text, of_text);
     case Role::kOperator:  // the first pass has checked it
     case Role::kNone:
     case Role::kRepeatCount:  // of repeater entries
@@ -157,23 +157,23 @@ std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) 
     ReportEntry<MessageId::kMissingValueType>(*this, context);
     return 0;
   }
-  const std::string& typeName = items.front();
+  const std::string& type_name = items.front();
   std::uint32_t code = 0;
-  if (!GetPreDefinedValue(typeName, code)) {
-    ReportEntry<MessageId::kUnknownValueType>(*this, context.At(0), typeName);
+  if (!GetPreDefinedValue(type_name, code)) {
+    ReportEntry<MessageId::kUnknownValueType>(*this, context.At(0), type_name);
     DropItems(pass);
     return 0;
   }
   CGeValue& value = *m_RuxEntryData.Get<CGeValue>();
-  value.Create(code, typeName);
+  value.Create(code, type_name);
 
   const ValueType& type = TypeFor(code, items.size() > 1 ? items[1] : std::string());
   if (items.size() < type.least) {
-    ReportEntry<MessageId::kTooFewOperands>(*this, context.At(0), typeName);
+    ReportEntry<MessageId::kTooFewOperands>(*this, context.At(0), type_name);
     return 0;
   }
   if (items.size() > type.most) {
-    ReportEntry<MessageId::kTooManyOperands>(*this, context.At(type.most), typeName);
+    ReportEntry<MessageId::kTooManyOperands>(*this, context.At(type.most), type_name);
   }
 
   answer = FillRecord(value, type, items, context);
@@ -197,9 +197,9 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
     // A simple I/O port is its own address.
     std::uint32_t address = 0;
     if (bus.type != kSimpleIoPort) return;
-    const CheckContext ofAddress = context.At(kBaseAddressPart);
-    if (StringToLong(bus.baseAddress, address) && address == 0) return;
-    ReportEntry<MessageId::kNonzeroBaseAddress>(*this, ofAddress, bus.baseAddress);
+    const CheckContext of_address = context.At(kBaseAddressPart);
+    if (StringToLong(bus.base_address, address) && address == 0) return;
+    ReportEntry<MessageId::kNonzeroBaseAddress>(*this, of_address, bus.base_address);
     ok = 0;
   });
   return ok;

@@ -22,10 +22,10 @@ using Bytes = std::vector<std::uint8_t>;
 struct RecordView {
   // cppcheck-suppress noExplicitConstructor; a view, as it is
   RecordView(const Bytes& bytes) : RecordView(bytes, bytes.size()) {}  // NOLINT
-  RecordView(const Bytes& bytes, std::size_t fullSize)
-      : data(bytes.data()), there(bytes.size()), size(fullSize) {}
-  RecordView(const std::uint8_t* from, std::size_t bytesThere, std::size_t fullSize)
-      : data(from), there(bytesThere), size(fullSize) {}
+  RecordView(const Bytes& bytes, std::size_t full_size)
+      : data(bytes.data()), there(bytes.size()), size(full_size) {}
+  RecordView(const std::uint8_t* from, std::size_t bytes_there, std::size_t full_size)
+      : data(from), there(bytes_there), size(full_size) {}
 
   const std::uint8_t* data;
   std::size_t there;

@@ -32,11 +32,11 @@ std::size_t Length(FileReader& file) {
 // one of them stands for all.
 void ReadDefinedWords(FileReader& file) {
   for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
-    const bool atEnd = file.Remaining() == 0;
+    const bool at_end = file.Remaining() == 0;
     std::string name(Length(file), '\0');
     file.PaddedBytes(name.data(), name.size());
     g_tblPreDefine.emplace(name, PaddedWord(file));
-    if (atEnd) return;
+    if (at_end) return;
   }
 }
 
@@ -45,7 +45,7 @@ void ReadDefinedWords(FileReader& file) {
 CRUXSection* MakeSection(std::uint32_t id) {
   const SectionKind* kind = FindSourceKind(id);
   if (!kind || kind->form == Form::kNotRestored) return nullptr;
-  return kSectionMakers[kind - kSectionKinds].makeEmpty();
+  return kSectionMakers[kind - kSectionKinds].make_empty();
 }
 
 void ReadSections(FileReader& file) {

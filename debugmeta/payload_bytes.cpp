@@ -45,7 +45,7 @@ void CRuxEntryData::SetBuffer(const RecordView& in) {
 void CGeValue::GetBuffer(Bytes& out) const {
   ByteWriter writer(out);
   writer.Word(type_);
-  writer(strType_);
+  writer(str_type_);
   VisitValueFields(record_, writer);
 }
 

@@ -4,10 +4,10 @@
 #include "ruxcomp/language/parts.h"
 
 void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,
-                     std::uint32_t itemLine, const findings::Origin& origin) {
+                     std::uint32_t item_line, const findings::Origin& origin) {
   SetFile(file);
   name = key;
-  line = itemLine;
+  line = item_line;
   item = origin.item;
   m_RuxEntryData.Create(identifier);
   if (!m_RuxEntryData.HasData()) Report<MessageId::kEntryWithoutPayload>({origin}, identifier);

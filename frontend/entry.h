@@ -29,7 +29,7 @@ class CRUXEntry : public CRUXObj {
 
   // Fills the entry from an item of the script: place, name, an empty payload, the text.
   void Init(const std::string& file, const std::string& key, const std::string& value,
-            std::uint32_t itemLine, const findings::Origin& origin = {});
+            std::uint32_t item_line, const findings::Origin& origin = {});
 
   // First pass: the entry by itself; turns ListItems into the payload. Run it once with
   // kWholeModel. Second pass: references to other sections. Both answer 1 (valid) or 0 (problems

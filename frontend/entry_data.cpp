@@ -21,7 +21,7 @@ struct Address {
 void CRuxEntryData::Create(std::uint32_t type) {
   type_ = type;
   const PayloadRow* row = FindPayload(type);
-  payload_ = row ? row->makePayload() : Payload();
+  payload_ = row ? row->make_payload() : Payload();
 }
 
 void* CRuxEntryData::GetData() { return std::visit(Address{}, payload_); }

@@ -17,7 +17,7 @@ ValueRecord MakeValueRecord(Shape shape) {
 
 void CGeValue::Create(std::uint32_t type, const std::string& text) {
   type_ = type;
-  strType_ = text;
+  str_type_ = text;
   record_ = MakeValueRecord(FindValueType(type).shape);
 }
 

@@ -24,7 +24,7 @@ class CGeValue {
   void Destory();
 
   std::uint32_t GetType() const { return type_; }
-  const std::string& GetStrType() const { return strType_; }
+  const std::string& GetStrType() const { return str_type_; }
 
   // The live record of value_records.h, owned by this object; null when there is none.
   void* GetData() { return LiveAddress(record_); }
@@ -39,7 +39,7 @@ class CGeValue {
  private:
   std::uint32_t type_ = 0;
   ValueRecord record_;
-  InternedString strType_;
+  InternedString str_type_;
 };
 
 #endif  // FRONTEND_GEVALUE_H_

@@ -18,11 +18,11 @@ CRUXParse::~CRUXParse() {
 }
 
 std::uint32_t CRUXParse::Start(const std::string& path) {
-  operations.reset();
-  script = findings::Origin::kNone;
+  operations_.reset();
+  script_ = findings::Origin::kNone;
   fileHandle = RSOpenFile(path);
   if (!fileHandle) return 0;
-  script = m_opened++;
+  script_ = m_opened++;
   RSParse(fileHandle);
   filePath = path;
   return 1;
@@ -34,31 +34,31 @@ void CRUXParse::Parse() {
   struct CloseAtEnd {
     CRUXParse& parse;
     ~CloseAtEnd() { parse.Close(); }
-  } closeAtEnd{*this};
+  } close_at_end{*this};
 
   std::uint32_t index = 0;
   while (void* handle = RSEnumSection(fileHandle, index)) ParseSection(handle, index++);
-  Report<MessageId::kEndOfScript>({{script}}, index);
+  Report<MessageId::kEndOfScript>({{script_}}, index);
 }
 
 void CRUXParse::ParseSection(void* handle, std::uint32_t index) {
-  std::string sectionName;
+  std::string section_name;
   std::uint32_t line = 0;
-  if (!RSGetSectInfo(handle, sectionName, line)) {
-    Report<MessageId::kUnreadableSectionName>({{script, index}}, index + 1, index);
+  if (!RSGetSectInfo(handle, section_name, line)) {
+    Report<MessageId::kUnreadableSectionName>({{script_, index}}, index + 1, index);
     return;
   }
-  CRUXSection* section = CRUXSection::Create(filePath, sectionName, line);
+  CRUXSection* section = CRUXSection::Create(filePath, section_name, line);
   if (!section) {
-    Report<MessageId::kUnknownSection>({{script, index}}, index + 1, sectionName);
+    Report<MessageId::kUnknownSection>({{script_, index}}, index + 1, section_name);
     return;
   }
-  section->script = script;
+  section->script = script_;
   section->ordinal = index;
-  ParseItems(handle, sectionName, *section);
+  ParseItems(handle, section_name, *section);
 }
 
-void CRUXParse::ParseItems(void* handle, const std::string& sectionName, CRUXSection& section) {
+void CRUXParse::ParseItems(void* handle, const std::string& section_name, CRUXSection& section) {
   std::string key;
   std::string value;
   for (std::uint32_t index = 0;; ++index) {
@@ -66,16 +66,16 @@ void CRUXParse::ParseItems(void* handle, const std::string& sectionName, CRUXSec
     if (!RSEnumItem(handle, index, key, value, line)) break;
     section.item = index;
     if (!section.SetEntry(filePath, key, value, line)) {
-      ReportRejected(section, sectionName, key, line);
+      ReportRejected(section, section_name, key, line);
     }
   }
   section.ReleaseRoom();
 }
 
-void CRUXParse::ReportRejected(const CRUXSection& section, const std::string& sectionName,
+void CRUXParse::ReportRejected(const CRUXSection& section, const std::string& section_name,
                                const std::string& key, std::uint32_t line) {
   findings::Origin origin{section.script, section.ordinal, section.item};
-  Report<MessageId::kRejectedItem>({origin}, section.item + 1, sectionName);
+  Report<MessageId::kRejectedItem>({origin}, section.item + 1, section_name);
   const std::string file = section.GetFile(0);
   origin.part = findings::Origin::kKey;
   Report<MessageId::kUnknownEntry>({origin, {}, findings::Place{file, line}}, file, line,

@@ -46,8 +46,8 @@ class CRUXParse {
 
  private:
   void ParseSection(void* handle, std::uint32_t index);
-  void ParseItems(void* handle, const std::string& sectionName, CRUXSection& section);
-  static void ReportRejected(const CRUXSection& section, const std::string& sectionName,
+  void ParseItems(void* handle, const std::string& section_name, CRUXSection& section);
+  static void ReportRejected(const CRUXSection& section, const std::string& section_name,
                              const std::string& key, std::uint32_t line);
   void Close();
 
@@ -59,8 +59,8 @@ class CRUXParse {
   void* pluginHandle = nullptr;
   void* fileHandle = nullptr;
   std::string filePath;
-  std::optional<plugin::Operations> operations;
-  std::uint32_t script = findings::Origin::kNone;  // which one of the run is open
+  std::optional<plugin::Operations> operations_;
+  std::uint32_t script_ = findings::Origin::kNone;  // which one of the run is open
 
   static std::uint32_t m_opened;  // scripts of the run so far
 };

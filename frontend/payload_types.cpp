@@ -33,5 +33,5 @@ const PayloadRow* FindPayload(std::uint32_t identifier) {
 
 std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation) {
   const PayloadRow* row = FindPayload(identifier);
-  return row ? row->makeEntry(identifier, notation) : nullptr;
+  return row ? row->make_entry(identifier, notation) : nullptr;
 }

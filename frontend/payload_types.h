@@ -12,8 +12,8 @@ class CRUXEntry;
 
 struct PayloadRow {
   PayloadType type;
-  CRuxEntryData::Payload (*makePayload)();
-  std::unique_ptr<CRUXEntry> (*makeEntry)(std::uint32_t identifier, tagNOTATION notation);
+  CRuxEntryData::Payload (*make_payload)();
+  std::unique_ptr<CRUXEntry> (*make_entry)(std::uint32_t identifier, tagNOTATION notation);
 };
 
 // The row for an entry identifier; null when its payload type is unknown.

@@ -10,23 +10,23 @@ namespace plugin {
 using RSOpenFile = void*(const std::string& path);
 using RSParse = std::uint32_t(void* file);
 using RSEnumSection = void*(void* file, std::uint32_t index, std::uint32_t zero);
-using RSGetSectInfo = std::uint32_t(void* section, char* name, std::uint32_t* nameSize,
+using RSGetSectInfo = std::uint32_t(void* section, char* name, std::uint32_t* name_size,
                                     std::uint32_t* line);
 using RSEnumItem = std::uint32_t(void* section, std::uint32_t index, char* key,
-                                 std::uint32_t* keySize, char* value, std::uint32_t* valueSize,
+                                 std::uint32_t* key_size, char* value, std::uint32_t* value_size,
                                  std::uint32_t* line);
 using RSFindSection = void*(void* file, const std::string& name, std::uint32_t zero);
 using RSCloseFile = std::uint32_t(void** file);
 
 // All operations of a plug-in; null where it lacks one.
 struct Operations {
-  RSOpenFile* openFile = nullptr;
+  RSOpenFile* open_file = nullptr;
   RSParse* parse = nullptr;
-  RSEnumSection* enumSection = nullptr;
-  RSGetSectInfo* getSectInfo = nullptr;
-  RSEnumItem* enumItem = nullptr;
-  RSFindSection* findSection = nullptr;
-  RSCloseFile* closeFile = nullptr;
+  RSEnumSection* enum_section = nullptr;
+  RSGetSectInfo* get_sect_info = nullptr;
+  RSEnumItem* enum_item = nullptr;
+  RSFindSection* find_section = nullptr;
+  RSCloseFile* close_file = nullptr;
 };
 
 // An operation: the name that plug-ins export, and where the table has it.
@@ -35,14 +35,14 @@ struct Operation {
   const char* name;
   Function* Operations::*member;
 };
-inline constexpr Operation<RSOpenFile> kOpenFile{"RSOpenFile", &Operations::openFile};
+inline constexpr Operation<RSOpenFile> kOpenFile{"RSOpenFile", &Operations::open_file};
 inline constexpr Operation<RSParse> kParse{"RSParse", &Operations::parse};
-inline constexpr Operation<RSEnumSection> kEnumSection{"RSEnumSection", &Operations::enumSection};
-inline constexpr Operation<RSGetSectInfo> kGetSectInfo{"RSGetSectInfo", &Operations::getSectInfo};
-inline constexpr Operation<RSEnumItem> kEnumItem{"RSEnumItem", &Operations::enumItem};
+inline constexpr Operation<RSEnumSection> kEnumSection{"RSEnumSection", &Operations::enum_section};
+inline constexpr Operation<RSGetSectInfo> kGetSectInfo{"RSGetSectInfo", &Operations::get_sect_info};
+inline constexpr Operation<RSEnumItem> kEnumItem{"RSEnumItem", &Operations::enum_item};
 // The capital E in the middle is how the plug-in spells it.
-inline constexpr Operation<RSFindSection> kFindSection{"RSFindSEction", &Operations::findSection};
-inline constexpr Operation<RSCloseFile> kCloseFile{"RSCloseFile", &Operations::closeFile};
+inline constexpr Operation<RSFindSection> kFindSection{"RSFindSEction", &Operations::find_section};
+inline constexpr Operation<RSCloseFile> kCloseFile{"RSCloseFile", &Operations::close_file};
 
 // Finds the operations of the plug-in that a handle of dlopen stands for; of a null handle, those
 // that the process itself exports.

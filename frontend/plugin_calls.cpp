@@ -39,8 +39,8 @@ Function* CRUXParse::Reader(const plugin::Operation<Function>& operation) {
   if (!pluginHandle && plugin::CurrentLookup() == plugin::ExportedOperations) {
     return Find(nullptr, operation);
   }
-  if (!operations) operations = plugin::CurrentLookup()(pluginHandle);
-  return *operations.*operation.member;
+  if (!operations_) operations_ = plugin::CurrentLookup()(pluginHandle);
+  return *operations_.*operation.member;
 }
 
 void* CRUXParse::RSOpenFile(const std::string& path) {
@@ -59,14 +59,14 @@ void* CRUXParse::RSEnumSection(void* file, std::uint32_t index) {
 }
 
 std::uint32_t CRUXParse::RSGetSectInfo(void* section, std::string& name, std::uint32_t& line) {
-  auto* getInfo = Reader(plugin::kGetSectInfo);
-  if (!getInfo) return 0;
+  auto* get_info = Reader(plugin::kGetSectInfo);
+  if (!get_info) return 0;
   std::uint32_t size = 0;
   // Whether asking for the size counts as a success is the plug-in's choice; that it gave one
   // counts.
-  if (!getInfo(section, nullptr, &size, &line) && size == 0) return 0;
+  if (!get_info(section, nullptr, &size, &line) && size == 0) return 0;
   MakeRoom(name, size);
-  if (!getInfo(section, name.data(), &size, &line)) return 0;
+  if (!get_info(section, name.data(), &size, &line)) return 0;
   CutAtZero(name);
   return 1;
 }
@@ -75,14 +75,15 @@ std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::str
                                     std::string& value, std::uint32_t& line) {
   auto* enumerate = Reader(plugin::kEnumItem);
   if (!enumerate) return 0;
-  std::uint32_t keySize = 0;
-  std::uint32_t valueSize = 0;
-  if (!enumerate(section, index, nullptr, &keySize, nullptr, &valueSize, &line) && keySize == 0) {
+  std::uint32_t key_size = 0;
+  std::uint32_t value_size = 0;
+  if (!enumerate(section, index, nullptr, &key_size, nullptr, &value_size, &line) &&
+      key_size == 0) {
     return 0;
   }
-  MakeRoom(key, keySize);
-  MakeRoom(value, valueSize);
-  if (!enumerate(section, index, key.data(), &keySize, value.data(), &valueSize, &line)) return 0;
+  MakeRoom(key, key_size);
+  MakeRoom(value, value_size);
+  if (!enumerate(section, index, key.data(), &key_size, value.data(), &value_size, &line)) return 0;
   CutAtZero(key);
   CutAtZero(value);
   return 1;

@@ -20,27 +20,27 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
 }  // namespace
 
 std::uint32_t CGSDEFINE::SetEntry(const std::string& file, const std::string& key,
-                                  const std::string& value, std::uint32_t itemLine) {
-  DefineWord(*AddFreeEntry(file, key, value, itemLine), *this);
+                                  const std::string& value, std::uint32_t item_line) {
+  DefineWord(*AddFreeEntry(file, key, value, item_line), *this);
   return 1;
 }
 
 std::uint32_t CGSIFDEF::SetEntry(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t itemLine) {
+                                 const std::string& value, std::uint32_t item_line) {
   if (ifdefSeen) {
-    DefineWord(*AddFreeEntry(file, key, value, itemLine), *this);
+    DefineWord(*AddFreeEntry(file, key, value, item_line), *this);
   } else {
-    ifdefResult = ChkIFDEF(file, key, value, itemLine);
+    ifdefResult = ChkIFDEF(file, key, value, item_line);
     ifdefSeen = 1;
   }
   return 1;
 }
 
 std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t itemLine) {
+                                 const std::string& value, std::uint32_t item_line) {
   // The rule of all sections, not that of this kind, which has called.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-  if (!CRUXSection::SetEntry(file, key, value, itemLine)) return 0;
+  if (!CRUXSection::SetEntry(file, key, value, item_line)) return 0;
   CRUXEntry& condition = *entries.front();
   if (!CheckAtOnce(condition, *this)) return 0;
   std::uint32_t scratch = 0;
@@ -48,16 +48,16 @@ std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key
 }
 
 std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& key,
-                                   const std::string& value, std::uint32_t itemLine) {
-  CRUXEntry& entry = *AddFreeEntry(file, key, value, itemLine);
+                                   const std::string& value, std::uint32_t item_line) {
+  CRUXEntry& entry = *AddFreeEntry(file, key, value, item_line);
   if (!CheckAtOnce(entry, *this)) return 1;
   CRUXParse included;
   if (included.Start(GetFile(1) + *entry.m_RuxEntryData.Get<std::string>())) {
     included.Parse();
   } else {
     const std::string base = GetFile(0);
-    Report<MessageId::kMissingInclude>({OriginOf(entry, 0), {}, findings::Place{base, itemLine}},
-                                       base, itemLine, name, key, value);
+    Report<MessageId::kMissingInclude>({OriginOf(entry, 0), {}, findings::Place{base, item_line}},
+                                       base, item_line, name, key, value);
   }
   return 1;
 }

@@ -7,14 +7,14 @@
 #include "frontend/section_kinds.h"
 #include "ruxcomp/data.h"
 
-CRUXSection* CRUXSection::Create(const std::string& file, const std::string& sectionName,
-                                 std::uint32_t headerLine) {
+CRUXSection* CRUXSection::Create(const std::string& file, const std::string& section_name,
+                                 std::uint32_t header_line) {
   for (std::uint32_t row = 0; row < g_dwNTMSect; ++row) {
-    if (sectionName != g_NTMapSect[row].keyword) continue;
+    if (section_name != g_NTMapSect[row].keyword) continue;
     CRUXSection* section = kSectionMakers[row].make();
     section->SetFile(file);
-    section->name = sectionName;
-    section->line = headerLine;
+    section->name = section_name;
+    section->line = header_line;
     return section;
   }
   return nullptr;
@@ -38,9 +38,9 @@ void CRUXSection::Init0(std::vector<CRUXSection*>& header) {
   header.push_back(this);
 }
 
-bool CRUXSection::HasEmptySlot(std::uint32_t entryId) const {
+bool CRUXSection::HasEmptySlot(std::uint32_t entry_id) const {
   for (std::size_t slot = 0; slot < kind_.templates.size(); ++slot) {
-    if (!entries[slot] && TemplateOf(slot).identifier == entryId) return true;
+    if (!entries[slot] && TemplateOf(slot).identifier == entry_id) return true;
   }
   return false;
 }
@@ -56,19 +56,19 @@ void CRUXSection::ReleaseRoom() {
   if (entries.capacity() > entries.size() + kFreeEntries) entries.shrink_to_fit();
 }
 
-CRUXEntry& CRUXSection::AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
+CRUXEntry& CRUXSection::AddEntry(std::uint32_t entry_id, tagNOTATION flags, const std::string& file,
                                  const std::string& key, const std::string& value,
-                                 std::uint32_t itemLine) {
-  CRUXEntry& entry = *entries.emplace_back(MakeEntry(entryId, flags));
-  entry.Init(file, key, value, itemLine, {script, ordinal, item});
+                                 std::uint32_t item_line) {
+  CRUXEntry& entry = *entries.emplace_back(MakeEntry(entry_id, flags));
+  entry.Init(file, key, value, item_line, {script, ordinal, item});
   return entry;
 }
 
-std::size_t CRUXSection::FindTemplate(std::uint32_t entryId) const {
+std::size_t CRUXSection::FindTemplate(std::uint32_t entry_id) const {
   for (std::size_t place = 0; place < entries.size(); ++place) {
     if (const CRUXEntry* entry = entries[place].get()) {
-      if (entry->identifier == entryId && !(entry->notation & kFreeName)) return place;
-    } else if (TemplateOf(place).identifier == entryId) {
+      if (entry->identifier == entry_id && !(entry->notation & kFreeName)) return place;
+    } else if (TemplateOf(place).identifier == entry_id) {
       return place;
     }
   }
@@ -76,19 +76,19 @@ std::size_t CRUXSection::FindTemplate(std::uint32_t entryId) const {
 }
 
 std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
-                                    const std::string& value, std::uint32_t itemLine) {
+                                    const std::string& value, std::uint32_t item_line) {
   for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
     const char* keyword = g_NTMapEntry[row].keyword;
     if (key[0] != keyword[0] || key != keyword) continue;
-    const std::uint32_t entryId = g_NTMapEntry[row].identifier;
-    const std::size_t place = FindTemplate(entryId);
+    const std::uint32_t entry_id = g_NTMapEntry[row].identifier;
+    const std::size_t place = FindTemplate(entry_id);
     if (place == kNoPlace) continue;
     std::unique_ptr<CRUXEntry>& entry = entries[place];
-    if (!entry) entry = MakeEntry(entryId, TemplateOf(place).notation);
+    if (!entry) entry = MakeEntry(entry_id, TemplateOf(place).notation);
     if (entry->name.empty()) {
-      entry->Init(file, key, value, itemLine, {script, ordinal, item});
+      entry->Init(file, key, value, item_line, {script, ordinal, item});
     } else {
-      AddEntry(entryId, kOptional, file, key, value, itemLine);
+      AddEntry(entry_id, kOptional, file, key, value, item_line);
     }
     return 1;
   }

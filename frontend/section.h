@@ -14,8 +14,8 @@ class CRUXSection : public CRUXObj {
  public:
   // Makes a section of the kind that the name stands for, registers it and gives it its place and
   // name. Null for an unknown name; nothing is reported.
-  static CRUXSection* Create(const std::string& file, const std::string& sectionName,
-                             std::uint32_t headerLine);
+  static CRUXSection* Create(const std::string& file, const std::string& section_name,
+                             std::uint32_t header_line);
 
   // Deletes every section with its entries and empties the table of defined words. The registry
   // keeps its kinds, and their order, for the next run.
@@ -24,7 +24,7 @@ class CRUXSection : public CRUXObj {
   // Takes an item: fills the template that its key names or, when that is filled, adds a repeat of
   // it. Answers 0 when no template takes the key. The kinds extend this rule.
   virtual std::uint32_t SetEntry(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t itemLine);
+                                 const std::string& value, std::uint32_t item_line);
 
   // Gives back the room for entries that was made in advance: no more items come.
   void ReleaseRoom();
@@ -48,7 +48,7 @@ class CRUXSection : public CRUXObj {
   const EntryTemplate& TemplateOf(std::size_t slot) const { return kind_.templates.begin()[slot]; }
 
   // Whether an entry of that identifier has a slot and is not there.
-  bool HasEmptySlot(std::uint32_t entryId) const;
+  bool HasEmptySlot(std::uint32_t entry_id) const;
 
   // Where the section was read: the script, counted from 0 in the order in which those of a run
   // were opened, and the section in it. Set with `item`, the item that is being added, by whoever
@@ -76,8 +76,8 @@ class CRUXSection : public CRUXObj {
   void Init0(std::vector<CRUXSection*>& header);
 
   // Makes an entry that no slot is for, fills it with the item and adds it.
-  CRUXEntry& AddEntry(std::uint32_t entryId, tagNOTATION flags, const std::string& file,
-                      const std::string& key, const std::string& value, std::uint32_t itemLine);
+  CRUXEntry& AddEntry(std::uint32_t entry_id, tagNOTATION flags, const std::string& file,
+                      const std::string& key, const std::string& value, std::uint32_t item_line);
 
  private:
   static constexpr std::size_t kFreeEntries = 4;  // that room is made for besides the slots
@@ -85,7 +85,7 @@ class CRUXSection : public CRUXObj {
 
   // Where the first slot or entry of that identifier whose name is not free is; kNoPlace when there
   // is none.
-  std::size_t FindTemplate(std::uint32_t entryId) const;
+  std::size_t FindTemplate(std::uint32_t entry_id) const;
 
   // Makes the entry of every empty slot.
   void FillSlots();

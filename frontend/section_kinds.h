@@ -20,9 +20,9 @@ class CGSSection : public CRUXSection {
   CGSSection() : CGSSection(0, 0) {}
 
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
-                         std::uint32_t itemLine) override {
-    if (CRUXSection::SetEntry(file, key, value, itemLine)) return 1;
-    return AddFreeEntry(file, key, value, itemLine) ? 1 : 0;
+                         std::uint32_t item_line) override {
+    if (CRUXSection::SetEntry(file, key, value, item_line)) return 1;
+    return AddFreeEntry(file, key, value, item_line) ? 1 : 0;
   }
 
   // The live sections of the kind in order of definition. Defined in static_objects.cpp.
@@ -32,10 +32,10 @@ class CGSSection : public CRUXSection {
   // Adds an item as an entry of the first free row of the kind that fits the key; null when none
   // does.
   CRUXEntry* AddFreeEntry(const std::string& file, const std::string& key, const std::string& value,
-                          std::uint32_t itemLine) {
+                          std::uint32_t item_line) {
     for (const FreeEntryRule& rule : kKind.free_entries) {
       if (!BeginsWith(key, rule.prefix)) continue;
-      return &AddEntry(rule.identifier, rule.notation, file, key, value, itemLine);
+      return &AddEntry(rule.identifier, rule.notation, file, key, value, item_line);
     }
     return nullptr;
   }
@@ -68,7 +68,7 @@ class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
  public:
   using CGSSection::CGSSection;
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
-                         std::uint32_t itemLine) override;
+                         std::uint32_t item_line) override;
 };
 
 // The first item is the condition, every further one defines a word, whether the condition holds or
@@ -77,14 +77,14 @@ class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
  public:
   using CGSSection::CGSSection;
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
-                         std::uint32_t itemLine) override;
+                         std::uint32_t item_line) override;
 
   std::uint32_t ifdefSeen = 0;    // 1 once the first item was handled
   std::uint32_t ifdefResult = 0;  // whether the condition held; gates nothing
 
  private:
   std::uint32_t ChkIFDEF(const std::string& file, const std::string& key, const std::string& value,
-                         std::uint32_t itemLine);
+                         std::uint32_t item_line);
 };
 
 // Every item names a file, which is read into the same model then and there.
@@ -92,7 +92,7 @@ class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
  public:
   using CGSSection::CGSSection;
   std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
-                         std::uint32_t itemLine) override;
+                         std::uint32_t item_line) override;
 };
 
 // A new section for each keyword row, in table order: of the row's class, identifier and flags, or
@@ -100,7 +100,7 @@ class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
 struct SectionMaker {
   SectionId identifier;
   CRUXSection* (*make)();
-  CRUXSection* (*makeEmpty)();
+  CRUXSection* (*make_empty)();
 };
 extern const SectionMaker kSectionMakers[];
 

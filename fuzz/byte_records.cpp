@@ -60,7 +60,7 @@ void RoundTrips(Make make, const Bytes& record) {
 
 // Sections belong to the registry; ResetProcessState deletes them.
 void SectionRoundTrips(std::uint32_t row, const Bytes& record) {
-  RoundTrips(kSectionMakers[row].makeEmpty, record);
+  RoundTrips(kSectionMakers[row].make_empty, record);
 }
 
 void EntryRoundTrips(PayloadType type, const Bytes& record) {

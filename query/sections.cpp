@@ -21,20 +21,20 @@ struct Search {
 GCSECTION Answer(const Search& search) { return Result(search.code, GCSECTION{search.section}); }
 
 // The walk over all sections of a kind. `offered` gives the table index that an entry offers for
-// comparing, null when it offers none; `isSought` compares; `isCompared` tells whether an index
+// comparing, null when it offers none; `is_sought` compares; `is_compared` tells whether an index
 // counts as compared although it is another.
 template <class Offered, class IsSought, class IsCompared>
-Search Walk(std::uint32_t kind, Offered offered, IsSought isSought, IsCompared isCompared,
-            RuxLastError othersFound, RuxLastError nothingToCompare) {
+Search Walk(std::uint32_t kind, Offered offered, IsSought is_sought, IsCompared is_compared,
+            RuxLastError others_found, RuxLastError nothing_to_compare) {
   RuxLastError code = RUX_ERROR_NO_SECTION;
   for (tagGCSECT* section : g_GCHead) {
     if (section->identifier != kind) continue;
-    if (code == RUX_ERROR_NO_SECTION) code = nothingToCompare;
+    if (code == RUX_ERROR_NO_SECTION) code = nothing_to_compare;
     for (const tagGCENTRY& entry : section->entries) {
       const std::uint32_t* index = offered(entry);
       if (!index) continue;
-      if (isSought(*index)) return {section, RUX_ERROR_OK};
-      if (code == nothingToCompare && isCompared(*index)) code = othersFound;
+      if (is_sought(*index)) return {section, RUX_ERROR_OK};
+      if (code == nothing_to_compare && is_compared(*index)) code = others_found;
     }
   }
   return {nullptr, code};
@@ -80,8 +80,10 @@ GCSECTION gcGetSectByName(std::uint32_t section, const char* name) {
     return Answer({found, RUX_ERROR_OK});
   }
   const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(section, entry); };
-  const auto isName = [](std::uint32_t index) { return GetTblData(index).kind == RUX_DATA_STRING; };
-  return Answer(Walk(section, offered, NameMatcher(name), isName, RUX_ERROR_NAME_NOT_FOUND,
+  const auto is_name = [](std::uint32_t index) {
+    return GetTblData(index).kind == RUX_DATA_STRING;
+  };
+  return Answer(Walk(section, offered, NameMatcher(name), is_name, RUX_ERROR_NAME_NOT_FOUND,
                      RUX_ERROR_NO_NAMES));
 }
 

@@ -26,7 +26,7 @@ void ParseWithoutSectionNames(const std::string& folder) {
   Write(folder + "/board.rux", "[PROPERTY]\n");
   plugin::SetLookup([](void* handle) {
     plugin::Operations operations = plugin::ExportedOperations(handle);
-    operations.getSectInfo = [](void*, char*, std::uint32_t*, std::uint32_t*) -> std::uint32_t {
+    operations.get_sect_info = [](void*, char*, std::uint32_t*, std::uint32_t*) -> std::uint32_t {
       return 0;
     };
     return operations;

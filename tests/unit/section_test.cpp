@@ -99,7 +99,7 @@ TEST_P(SectionKindTest, CreateRegistersItsKindOnce) {
 TEST_P(SectionKindTest, EmptySectionHasItsSlotsAndIsRegistered) {
   for (std::size_t row = 0; row < 14; ++row) {
     if (kSectionMakers[row].identifier != GetParam().identifier) continue;
-    CRUXSection* section = kSectionMakers[row].makeEmpty();
+    CRUXSection* section = kSectionMakers[row].make_empty();
     ExpectEmptySlots(*section, GetParam().templates);
     EXPECT_EQ(section->name, "");
     ASSERT_EQ(CRUXSection::m_svpHSection.size(), 1u);
