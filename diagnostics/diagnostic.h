@@ -74,6 +74,7 @@ struct Diagnostic {
   std::optional<std::string> entry;
   std::string text;
   std::vector<Argument> arguments;  // what the text mentions
+  bool expects_word = false;        // the first of them should have been a defined word
 
   // Where it stands, as far as it was found.
   Location at;

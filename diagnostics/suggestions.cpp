@@ -84,8 +84,6 @@ constexpr Row kRows[] = {
     {MessageId::kUnknownEntry, Keys},
     {MessageId::kInvalidEntryName, Keys},
     {MessageId::kUndefinedWord, WordsAndOperands},
-    {MessageId::kDefineUnknownWord, Words},
-    {MessageId::kFalseIfdef, Words},
     {MessageId::kUnknownValueType, Words},
     {MessageId::kUnknownOperator, OperatorTexts},
     {MessageId::kUnknownParentGroup, Values<kGroup, kName>},
@@ -96,6 +94,16 @@ constexpr Row kRows[] = {
     {MessageId::kUnknownGlobal, Globals, "G_"},
     {MessageId::kUnknownValue, LocalValues, kValue},
 };
+
+constexpr Row kExpectedWord = {{}, Words};
+
+// Null when nothing is suggested for the diagnostic.
+const Row* FindRow(const Diagnostic& diagnostic) {
+  if (diagnostic.expects_word) return &kExpectedWord;
+  const Row* row = std::find_if(std::begin(kRows), std::end(kRows),
+                                [&](const Row& each) { return each.id == diagnostic.id; });
+  return row == std::end(kRows) ? nullptr : row;
+}
 
 // What the diagnostic says does not exist; null when it is not said.
 const std::string* Wanted(const Diagnostic& diagnostic) {
@@ -108,12 +116,11 @@ const std::string* Wanted(const Diagnostic& diagnostic) {
 }  // namespace
 
 std::size_t AddSuggestion(Locator& locator, Diagnostic& diagnostic) {
-  const Row* row = std::find_if(std::begin(kRows), std::end(kRows),
-                                [&](const Row& each) { return each.id == diagnostic.id; });
+  const Row* row = FindRow(diagnostic);
   const std::string* wanted = Wanted(diagnostic);
   // A text that is longer than any sensible name would take its time.
   constexpr std::size_t kLongest = 100;
-  if (row == std::end(kRows) || wanted == nullptr || wanted->size() > kLongest) return 0;
+  if (row == nullptr || wanted == nullptr || wanted->size() > kLongest) return 0;
   Names names = row->names(locator.sources(), diagnostic);
   // It is there, though not where it is looked for.
   if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();

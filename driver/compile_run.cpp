@@ -20,7 +20,7 @@
 #include "driver/raised_error.h"
 #include "driver/standard_input.h"
 #include "findings/messages.h"
-#include "rules/traps.h"
+#include "rules/check_script.h"
 #include "ruxcomp/compile.h"
 #include "sources/script_path.h"
 #include "sources/why_not_opened.h"
@@ -44,11 +44,11 @@ class CompileRun {
   CompileRun& operator=(const CompileRun&) = delete;
 
   support::ExitStatus Run(CompileProduct* product) {
-    std::vector<diagnostics::Diagnostic> traps = rules::FindTraps(locator_.sources());
+    std::vector<diagnostics::Diagnostic> warnings = rules::CheckScript(locator_.sources());
     sources_ = locator_.sources().files();
     // They are read again in case that there is something to show of them: their memory is better
     // used for the model.
-    if (traps.empty()) locator_.DropSources();
+    if (warnings.empty()) locator_.DropSources();
     const std::string& read = input_ ? input_->library_path() : script_;
     Guarded(diagnostics::Phase::kStart, [&] { opened_ = gccCompStart(read) != 0; });
     if (opened_) Guarded(diagnostics::Phase::kParse, [] { gccParse(); });
@@ -57,7 +57,7 @@ class CompileRun {
     }
     if (input_) input_->NameIn(diagnostics::Messages().messages);
     Add(diagnostics::DiagnosticsFrom(diagnostics::Messages().messages, accepted_));
-    if (opened_ && raised_.empty()) Add(std::move(traps));
+    if (opened_ && raised_.empty()) Add(std::move(warnings));
     if (accepted_ && !Fails() && product != nullptr) {
       Guarded(diagnostics::Phase::kOutput, [&] { Add(product->Make()); });
     }

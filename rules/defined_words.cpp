@@ -2,118 +2,153 @@
 
 #include <fmt/format.h>
 
-#include "rules/trap_rules.h"
+#include "reader/value.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/prefixes.h"
 
 namespace rux::rules {
 namespace {
 
-bool DefinesWords(std::string_view section) { return section == "DEFINE" || section == "IFDEF"; }
+using language::SectionKind;
 
-bool LooksLikeOperand(std::string_view word) {
-  return HasPrefix(word, "G_") || HasPrefix(word, "ARG") || HasPrefix(word, "VALUE_");
+// The kind of a section that defines words; null for others.
+const SectionKind* FindDefiningKind(const reader::Section& section) {
+  for (const auto id : {language::SECTION_DEFINE, language::SECTION_IFDEF}) {
+    const SectionKind& kind = language::KindOf(id);
+    if (section.name == kind.keyword) return &kind;
+  }
+  return nullptr;
+}
+
+// Calls use(item, entry) for the items of a section that defines words.
+template <class Use>
+void ForEachDefinition(const ScriptSection& section, const SectionKind& kind, Use use) {
+  for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
+    const reader::Item& item = section.section->items[i];
+    const std::size_t row = language::FindKeyRow(kind, item.key, i);
+    use(ItemRef{section.file, section.section, &item}, language::EntryOfRow(kind, row));
+  }
 }
 
 }  // namespace
 
-DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapReport& report)
-    : sources_(sources), report_(report) {
-  std::vector<std::string_view> parts;
-  for (const sources::SourceSection& section : sources.sections()) {
-    if (!DefinesWords(section.section->name)) continue;
-    const KindKeys& kind = *FindKeysOf(section.section->name);
-    for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
-      const reader::Item& item = section.section->items[i];
-      sources::SubStrings(item, parts);
-      const ScriptItem shown{section.file,      section.section,          &item,
-                             kind.schema->kind, KeyOf(kind, item.key, i), parts};
-      if (shown.key == compiled::kKeyDEFINED_WORD) Define(shown);
-      if (shown.key == compiled::kKeyDEFINEWORD) Test(shown);
-    }
+bool LooksLikeOperand(std::string_view text) {
+  return language::HasPrefix(text, language::kGlobalPrefix) ||
+         language::HasPrefix(text, language::kArgumentPrefix) ||
+         language::HasPrefix(text, language::kValuePrefix);
+}
+
+DefinedWords::DefinedWords(const Script& script, RuleReport& report)
+    : script_(script), report_(report) {
+  for (const ScriptSection& section : script.sections()) {
+    const SectionKind* kind = FindDefiningKind(*section.section);
+    if (kind != nullptr) Read(section, *kind);
   }
 }
 
-std::optional<std::uint32_t> DefinedWordTable::Find(std::string_view word) const {
+void DefinedWords::Read(const ScriptSection& section, const SectionKind& kind) {
+  ForEachDefinition(section, kind, [&](const ItemRef& item, std::uint32_t entry) {
+    if (entry == language::ENTRY_DEFINED_WORD) Define(item);
+    if (entry == language::ENTRY_DEFINEWORD) CheckCondition(item);
+  });
+}
+
+std::optional<std::uint32_t> DefinedWords::Find(std::string_view word) const {
   const auto found = words_.find(word);
   return found == words_.end() ? std::nullopt : std::make_optional(found->second.value);
 }
 
-std::optional<std::uint32_t> DefinedWordTable::WordOrNumber(std::string_view text) const {
+std::optional<std::uint32_t> DefinedWords::WordOrNumber(std::string_view text) const {
   if (const auto word = Find(text)) return word;
-  const NumberText number = ReadNumber(text);
+  const language::Number number = language::ReadNumber(text);
   return number.is_number ? std::make_optional(number.value) : std::nullopt;
 }
 
-void DefinedWordTable::Define(const ScriptItem& item) {
-  // The library refuses these.
+bool DefinedWords::IsOnlyWord(std::string_view text) const {
+  return !text.empty() && !IsDigit(text.front()) && !language::ReadNumber(text).is_number &&
+         Find(text);
+}
+
+void DefinedWords::Define(const ItemRef& item) {
   const std::string_view word = item.name();
-  if (item.parts.empty() || (word.front() >= '0' && word.front() <= '9')) return;
+  // The library refuses these.
+  if (item.item->value.empty() || IsDigit(word.front())) return;
   const std::uint32_t value = ValueOf(item);
-  const NumberText number = ReadNumber(word);
-  if (number.is_number && number.value != value) {
-    report_.Add(
-        diagnostics::MessageId::kNumberLikeWord, item,
-        fmt::format("operands take {} for the number {}, not for this word", word, number.value));
-  }
+  CheckNumberLike(item, value);
   has_operand_names_ |= LooksLikeOperand(word);
-  const auto [place, is_new] = words_.try_emplace(word, Word{value, PlaceOf(item)});
+  const auto [place, is_new] = words_.try_emplace(word, Word{value, item.place()});
   if (is_new) return;
-  Word& known = place->second;
+  CheckRedefined(item, value, place->second);
+  place->second = {value, item.place()};
+}
+
+std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
+  const std::string_view text = reader::FirstPart(*item.item);
+  if (const auto value = WordOrNumber(text)) return *value;
+  Warning warning =
+      report_
+          .Add(RuleId::kDefineUnknownWord, item,
+               fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0",
+                           text, item.name()),
+               text)
+          .ExpectWord();
+  if (const Place* place = FindDefinition(text)) warning.Note("defined only here", *place);
+  return 0;
+}
+
+void DefinedWords::CheckNumberLike(const ItemRef& item, std::uint32_t value) {
+  const language::Number number = language::ReadNumber(item.name());
+  if (!number.is_number || number.value == value) return;
+  report_.Add(RuleId::kNumberLikeWord, item,
+              fmt::format("operands take {} for the number {}, not for this word", item.name(),
+                          number.value));
+}
+
+void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, const Word& known) {
   const bool is_same_section = known.place.file == item.file &&
                                known.place.line >= item.section->line &&
                                known.place.line <= item.item->line;
   // Within one section, the library refuses it.
-  if (known.value != value && !is_same_section) {
-    diagnostics::Diagnostic& warning =
-        report_.Add(diagnostics::MessageId::kRedefinedWord, item,
-                    fmt::format("{} was {} and becomes {}, also for entries that stand above", word,
-                                known.value, value));
-    AddPlace(warning, "first defined here", known.place);
-  }
-  known = {value, PlaceOf(item)};
+  if (known.value == value || is_same_section) return;
+  report_
+      .Add(RuleId::kRedefinedWord, item,
+           fmt::format("{} was {} and becomes {}, also for entries that stand above", item.name(),
+                       known.value, value))
+      .Note("first defined here", known.place);
 }
 
-std::uint32_t DefinedWordTable::ValueOf(const ScriptItem& item) {
-  const std::string_view text = item.first();
-  if (const auto value = WordOrNumber(text)) return *value;
-  diagnostics::Diagnostic& warning = report_.Add(
-      diagnostics::MessageId::kDefineUnknownWord, item,
-      fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0", text,
-                  item.name()),
-      text);
-  if (const sources::SourcePlace* place = LaterPlace(text))
-    AddPlace(warning, "defined only here", *place);
-  return 0;
-}
-
-void DefinedWordTable::Test(const ScriptItem& condition) {
-  const std::string_view word = condition.first();
+void DefinedWords::CheckCondition(const ItemRef& condition) {
   if (condition.section->item_count == 1) {
-    report_.Add(diagnostics::MessageId::kEmptyIfdef, condition,
+    report_.Add(RuleId::kEmptyIfdef, condition,
                 "the section has no further items: it changes nothing, and what follows is "
                 "compiled in any case");
     return;
   }
+  const std::string_view word = reader::FirstPart(*condition.item);
   if (word.empty() || Find(word)) return;
-  diagnostics::Diagnostic& warning = report_.Add(
-      diagnostics::MessageId::kFalseIfdef, condition,
-      fmt::format("{} is not defined: the words below are defined all the same", word), word);
-  if (const sources::SourcePlace* place = LaterPlace(word))
-    AddPlace(warning, "defined only here", *place);
+  Warning warning =
+      report_
+          .Add(RuleId::kFalseIfdef, condition,
+               fmt::format("{} is not defined: the words below are defined all the same", word),
+               word)
+          .ExpectWord();
+  if (const Place* place = FindDefinition(word)) warning.Note("defined only here", *place);
 }
 
-const sources::SourcePlace* DefinedWordTable::LaterPlace(std::string_view word) {
-  if (places_.empty()) {
-    for (const sources::SourceSection& section : sources_.sections()) {
-      if (!DefinesWords(section.section->name)) continue;
-      const std::uint32_t first = section.section->name == "IFDEF" ? 1 : 0;
-      for (std::uint32_t i = first; i < section.section->item_count; ++i) {
-        const reader::Item& item = section.section->items[i];
-        places_.try_emplace(item.key, sources::SourcePlace{section.file, item.line});
-      }
+const Place* DefinedWords::FindDefinition(std::string_view word) {
+  if (definitions_.empty()) {
+    for (const ScriptSection& section : script_.sections()) {
+      const SectionKind* kind = FindDefiningKind(*section.section);
+      if (kind == nullptr) continue;
+      ForEachDefinition(section, *kind, [&](const ItemRef& item, std::uint32_t entry) {
+        if (entry == language::ENTRY_DEFINED_WORD) {
+          definitions_.try_emplace(item.name(), item.place());
+        }
+      });
     }
   }
-  const auto found = places_.find(word);
-  return found == places_.end() ? nullptr : &found->second;
+  const auto found = definitions_.find(word);
+  return found == definitions_.end() ? nullptr : &found->second;
 }
 
 }  // namespace rux::rules

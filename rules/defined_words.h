@@ -1,22 +1,24 @@
-// The words that a script defines, and the traps of defining them.
+// The words that a script defines, and the warnings about their definitions.
 #ifndef RULES_DEFINED_WORDS_H_
 #define RULES_DEFINED_WORDS_H_
 
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 
-#include "rules/number_text.h"
-#include "rules/trap_report.h"
-#include "ruxcomp/model/hash_index.h"
+#include "rules/rule_report.h"
+#include "rules/script_item.h"
+#include "rules/text_map.h"
 
 namespace rux::rules {
 
-class DefinedWordTable {
+// Whether a text looks like the name of a global, an argument or a value: G_..., ARG..., VALUE_...
+bool LooksLikeOperand(std::string_view text);
+
+class DefinedWords {
  public:
   // Reads the DEFINE and IFDEF sections, in the order of the script.
-  DefinedWordTable(const sources::SourceView& sources, TrapReport& report);
+  DefinedWords(const Script& script, RuleReport& report);
 
   // The number of a word once everything is read.
   std::optional<std::uint32_t> Find(std::string_view word) const;
@@ -24,25 +26,31 @@ class DefinedWordTable {
   // The number that a text stands for in entries, where words come first.
   std::optional<std::uint32_t> WordOrNumber(std::string_view text) const;
 
-  // Whether there are words that operands could be taken for: G_..., ARG..., VALUE_...
+  // Whether a text is a word and cannot be read as a number.
+  bool IsOnlyWord(std::string_view text) const;
+
+  // Whether there are words that look like operands.
   bool has_operand_names() const { return has_operand_names_; }
 
  private:
   struct Word {
     std::uint32_t value;
-    sources::SourcePlace place;
+    Place place;
   };
 
-  void Define(const ScriptItem& item);
-  void Test(const ScriptItem& condition);
-  std::uint32_t ValueOf(const ScriptItem& item);
-  const sources::SourcePlace* LaterPlace(std::string_view word);
+  void Read(const ScriptSection& section, const language::SectionKind& kind);
+  void Define(const ItemRef& item);
+  std::uint32_t ValueOf(const ItemRef& item);
+  void CheckNumberLike(const ItemRef& item, std::uint32_t value);
+  void CheckRedefined(const ItemRef& item, std::uint32_t value, const Word& known);
+  void CheckCondition(const ItemRef& condition);
 
-  const sources::SourceView& sources_;
-  TrapReport& report_;
-  std::unordered_map<std::string_view, Word, ruxcomp::detail::SeededHash> words_;
-  std::unordered_map<std::string_view, sources::SourcePlace, ruxcomp::detail::SeededHash>
-      places_;  // of the first definition, all of them
+  const Place* FindDefinition(std::string_view word);
+
+  const Script& script_;
+  RuleReport& report_;
+  TextMap<Word> words_;
+  TextMap<Place> definitions_;  // the first one of each word, found when one is asked for
   bool has_operand_names_ = false;
 };
 

@@ -1,79 +1,82 @@
-// An item of a script, as the rules on traps see it.
+// Scripts and their items, as the rules see them. All that the rules need of `sources/` is here.
 #ifndef RULES_SCRIPT_ITEM_H_
 #define RULES_SCRIPT_ITEM_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include "compiled/section_schema.h"
-#include "compiled/value_shape.h"
+#include "ruxcomp/language/keys.h"
+#include "ruxcomp/language/values.h"
 #include "sources/source_view.h"
-#include "sources/sub_strings.h"
 
 namespace rux::rules {
 
-struct ScriptItem {
-  const sources::SourceFile* file;
+namespace language = ruxcomp::language;
+
+using Script = sources::SourceView;
+using ScriptFile = sources::SourceFile;
+using ScriptSection = sources::SourceSection;
+using Place = sources::SourcePlace;
+
+// Whether all files of the script are known. What came through a pipe is not.
+inline bool IsComplete(const Script& script) { return script.files().complete; }
+// Whether the sections of a file occur more than once.
+inline bool IncludesAgain(const Script& script) { return script.includes_again(); }
+// The files with sections, each once, in the order in which they were met.
+std::vector<const ScriptFile*> FilesOf(const Script& script);
+
+// Where an item is. Views of it are valid as long as the script.
+struct ItemRef {
+  const ScriptFile* file;
   const reader::Section* section;
   const reader::Item* item;
-  std::uint32_t kind;                          // a KindNumber
-  std::uint32_t key;                           // a SourceKey; 0: the section does not take it
-  const std::vector<std::string_view>& parts;  // of the value
-
-  // Of items that hold a typed value: the type and what the parts behind it are. Null for others,
-  // and when the type is unknown.
-  const compiled::ValueShape* shape = nullptr;
-  std::uint32_t value_type = 0;
 
   std::string_view name() const { return item->key; }
+  Place place() const { return {file, item->line}; }
+};
+
+// The item that begins on a line; none when that is no item.
+std::optional<ItemRef> FindItemOnLine(const ScriptFile& file, std::uint32_t line);
+
+struct ScriptItem : ItemRef {
+  const language::SectionKind* kind;
+  std::uint32_t entry;                         // 0: the section does not take it
+  const std::vector<std::string_view>& parts;  // of the value
+
+  // Of a value whose type is known, and of a repeater: what its parts are, from the first_field-th
+  // part on. Null for others.
+  const language::ValueType* record = nullptr;
+  std::size_t first_field = 0;
+  std::uint32_t type = 0;  // the number of that type
+
   std::string_view first() const { return parts.empty() ? std::string_view() : parts.front(); }
+  bool IsIn(language::SectionId id) const { return kind->source == id; }
 };
 
-// An item that is told of when more of the script has been seen: all but its parts.
-struct SeenItem {
-  explicit SeenItem(const ScriptItem& seen)
-      : file(seen.file), section(seen.section), item(seen.item), kind(seen.kind), key(seen.key) {}
+// The parts of a REPEATER entry, which has no type.
+inline constexpr language::ValueType kRepeaterRecord = language::MakeValueType(
+    language::kAnyNumber, language::Shape::kRepeater, 2, language::kAnyNumber, 0);
 
-  ScriptItem Shown() const;
-
-  const sources::SourceFile* file;
-  const reader::Section* section;
-  const reader::Item* item;
-  std::uint32_t kind;
-  std::uint32_t key;
-};
-
-// Calls use(part, role) for the parts behind the type.
+// Calls use(part, role) for the parts that the fields of the record take, a list at their end any
+// number of them.
 template <class Use>
-void ForEachOperand(const ScriptItem& item, Use use) {
-  if (item.shape == nullptr) return;
-  const compiled::ValueShape& shape = *item.shape;
-  for (std::size_t i = 1; i < item.parts.size(); ++i) {
-    const bool is_in_list = i > shape.texts.size();
-    if (is_in_list && shape.list.name == nullptr) return;
-    use(item.parts[i], is_in_list ? shape.list.role : shape.texts[i - 1].role);
+void ForEachField(const ScriptItem& item, Use use) {
+  if (item.record == nullptr) return;
+  const language::Rows<language::Field> fields = language::FieldsOfShape(item.record->shape);
+  if (fields.empty()) return;
+  const std::size_t last = fields.size() - 1;
+  const bool ends_in_list = fields[last].kind == language::FieldKind::kList;
+  for (std::size_t i = 0; item.first_field + i < item.parts.size(); ++i) {
+    if (i > last && !ends_in_list) return;
+    use(item.parts[item.first_field + i], item.record->roles[std::min(i, last)]);
   }
 }
 
-// What a kind of section takes.
-struct KindKeys {
-  const compiled::SectionSchema* schema;
-  std::vector<std::pair<std::string_view, std::uint32_t>> keys;  // those with names of the language
-};
-
-// Those of the sections of that name; null for unknown ones.
-const KindKeys* FindKeysOf(std::string_view section);
-
-// What the index-th item of such a section is, by its key: a SourceKey, 0 when it is not taken.
-std::uint32_t KeyOf(const KindKeys& kind, std::string_view key, std::uint32_t index);
-
-// Whether a text is long enough to have the prefix and something behind it.
-inline bool HasPrefix(std::string_view text, std::string_view prefix) {
-  return text.size() > prefix.size() && text.substr(0, prefix.size()) == prefix;
-}
+inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace rux::rules
 

@@ -36,11 +36,16 @@ constexpr std::size_t RowsWith(std::string_view text) {
 #define MESSAGE(name, format, ...) static_assert(RowsWith(format) == 1, #name " needs one row");
 #include "findings/messages.def"
 
+std::vector<MessageRow>& AllRows() {
+  static std::vector<MessageRow> rows(std::begin(kRows), std::end(kRows));
+  return rows;
+}
+
 using Index = std::unordered_map<std::string_view, const MessageRow*>;
 
 Index IndexBy(std::string_view MessageRow::*column) {
   Index index;
-  for (const MessageRow& row : kRows) {
+  for (const MessageRow& row : MessageRows()) {
     if (!(row.*column).empty()) index.emplace(row.*column, &row);
   }
   return index;
@@ -86,12 +91,13 @@ CONTROLMASK  = 0
 VALUE        = VT_SMBUS_READ, 0x4800, 1, BUSTYPE_SMBUS, 0x00
 )";
 
-const std::vector<MessageRow>& MessageRows() {
-  static const std::vector<MessageRow> rows(std::begin(kRows), std::end(kRows));
-  return rows;
+const std::vector<MessageRow>& MessageRows() { return AllRows(); }
+
+void AddMessageRows(const std::vector<MessageRow>& rows) {
+  AllRows().insert(AllRows().end(), rows.begin(), rows.end());
 }
 
-const MessageRow& RowOf(MessageId message) { return kRows[static_cast<std::size_t>(message)]; }
+const MessageRow& RowOf(MessageId message) { return AllRows()[static_cast<std::size_t>(message)]; }
 
 const MessageRow* FindMessageByText(std::string_view text) {
   static const Index index = IndexBy(&MessageRow::text);
@@ -105,7 +111,7 @@ const MessageRow* FindMessageById(std::string_view id) {
 
 std::string UnknownMessageText(const std::string& id) {
   std::vector<std::string> ids;
-  for (const MessageRow& row : kRows) ids.emplace_back(row.id);
+  for (const MessageRow& row : MessageRows()) ids.emplace_back(row.id);
   return "there is no message " + support::NameText(id) + support::NearText(id, ids);
 }
 

@@ -10,10 +10,11 @@
 
 namespace rux::diagnostics {
 
-// In the order of the rows of message_rows.def.
+// In the order of the rows of message_rows.def; the numbers of the rows that are added continue.
 enum class MessageId {
 #define ROW(name, id, severity, text, summary, explanation, wrong, right) k##name,
 #include "diagnostics/messages/message_rows.def"
+  kFirstAdded
 };
 
 struct MessageRow {
@@ -28,6 +29,10 @@ struct MessageRow {
 };
 
 const std::vector<MessageRow>& MessageRows();
+
+// Adds the messages of another room, whose numbers continue those of the rows so far. To be done
+// before any row is looked for.
+void AddMessageRows(const std::vector<MessageRow>& rows);
 
 const MessageRow& RowOf(MessageId message);
 inline std::string_view IdOf(MessageId message) { return RowOf(message).id; }

@@ -9,11 +9,22 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/messages/messages.h"
+#include "rules/rule_rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
+
+// The rows that rux explains.
+const std::vector<rux::diagnostics::MessageRow>& AllRows() {
+  static const bool are_added = [] {
+    rux::diagnostics::AddMessageRows(rux::rules::RuleRows());
+    return true;
+  }();
+  return are_added ? rux::diagnostics::MessageRows() : rux::rules::RuleRows();
+}
 
 std::string OutputOf(const std::string& command) {
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
@@ -50,7 +61,7 @@ class ExamplesTest : public testing::Test {
 
 TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
   std::size_t tried = 0;
-  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
+  for (const rux::diagnostics::MessageRow& row : AllRows()) {
     if (row.wrong.empty()) continue;
     ++tried;
     SCOPED_TRACE(std::string(row.id));
@@ -71,7 +82,7 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
 TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
   const std::regex kebab_case("[a-z0-9]+(-[a-z0-9]+)*");
   std::set<std::string_view> ids;
-  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
+  for (const rux::diagnostics::MessageRow& row : AllRows()) {
     SCOPED_TRACE(std::string(row.id));
     EXPECT_TRUE(std::regex_match(std::string(row.id), kebab_case));
     EXPECT_TRUE(ids.insert(row.id).second);

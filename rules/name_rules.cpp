@@ -1,0 +1,145 @@
+// Names that do not say what they seem to.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rules/rule_list.h"
+#include "rules/text_map.h"
+#include "ruxcomp/language/prefixes.h"
+#include "support/nearest.h"
+
+namespace rux::rules {
+namespace {
+
+using language::HasPrefix;
+using language::kPropertyPrefix;
+using language::kValuePrefix;
+
+// Hosts ask for properties and values by their names, which are the keys without their prefixes.
+class SharedNameRule : public Rule {
+ public:
+  explicit SharedNameRule(const RuleContext& context) : report_(context.report) {}
+
+  bool WantsItems(language::SectionId kind, std::uint32_t entry) const override {
+    return WantsSections(kind) &&
+           (entry == language::ENTRY_P || language::PayloadOf(entry) == language::PAYLOAD_VALUE);
+  }
+  bool WantsSections(language::SectionId kind) const override {
+    return kind == language::SECTION_SENSOR || kind == language::SECTION_DEVICE;
+  }
+
+  void BeginSection(const ScriptSection&, language::SectionId) override {
+    // Clearing it would cost what the largest section has ever had.
+    if (!in_section_.empty()) in_section_ = {};
+  }
+
+  void Check(const ScriptItem& item) override {
+    for (const std::string_view prefix : {kPropertyPrefix, kValuePrefix}) {
+      if (HasPrefix(item.name(), prefix)) CheckName(item, prefix);
+    }
+  }
+
+ private:
+  struct Known {
+    std::string_view prefix;
+    ItemRef item;
+  };
+
+  void CheckName(const ScriptItem& item, std::string_view prefix) {
+    const auto [place, is_new] =
+        in_section_.try_emplace(item.name().substr(prefix.size()), Known{prefix, item});
+    const auto& [name, known] = *place;
+    if (is_new || known.prefix == prefix) return;
+    report_
+        .Add(RuleId::kSharedName, item,
+             fmt::format("{} and {} have one name for hosts, {}", known.item.name(), item.name(),
+                         name))
+        .Note("the other one", known.item.place());
+  }
+
+  RuleReport& report_;
+  TextMap<Known> in_section_;  // by name
+};
+
+// The names after VALUE_ that have a meaning of their own in a SENSOR.
+std::vector<std::string> HookNames() {
+  std::vector<std::string> names;
+  for (const auto& row : language::KindOf(language::SECTION_SENSOR).templates) {
+    const std::string_view keyword = language::FindEntryRow(row.identifier)->keyword;
+    if (HasPrefix(keyword, kValuePrefix)) names.emplace_back(keyword.substr(kValuePrefix.size()));
+  }
+  return names;
+}
+
+class MisspelledValueRule : public Rule {
+ public:
+  explicit MisspelledValueRule(const RuleContext& context) : report_(context.report) {}
+
+  bool WantsItems(language::SectionId kind, std::uint32_t entry) const override {
+    return kind == language::SECTION_SENSOR && entry == language::ENTRY_VALUE_OF_SENSOR;
+  }
+
+  void Check(const ScriptItem& item) override {
+    const std::string_view key = item.name();
+    // Numbers tell values apart.
+    const bool may_be_misspelled =
+        HasPrefix(key, kValuePrefix) && std::none_of(key.begin(), key.end(), IsDigit);
+    if (!may_be_misspelled || !known_.insert(key).second) return;
+    const std::string name(key.substr(kValuePrefix.size()));
+    const std::optional<std::string> meant = support::MeantName(name, hooks_, 1);
+    if (!meant) return;
+    const std::string hook = std::string(kValuePrefix) + *meant;
+    report_
+        .Add(RuleId::kMisspelledValue, item,
+             fmt::format("{} is a value of this script's own, not {}", key, hook))
+        .Suggest(hook);
+  }
+
+ private:
+  RuleReport& report_;
+  const std::vector<std::string> hooks_ = HookNames();
+  TextSet known_;  // the keys that were compared with them
+};
+
+}  // namespace
+
+void CheckQuotedKey(const ScriptItem& item, const RuleContext& context) {
+  if (item.name().front() != '"') return;
+  context.report.Add(RuleId::kQuotedKey, item, "the quotes belong to the name");
+}
+
+void CheckPropertyPrefix(const ScriptItem& item, const RuleContext& context) {
+  const std::string_view name = item.name();
+  if (!HasPrefix(name, kPropertyPrefix)) return;
+  context.report.Add(RuleId::kPropertyPrefix, item,
+                     fmt::format("the name is {} here, and not {} as in other sections", name,
+                                 name.substr(kPropertyPrefix.size())));
+}
+
+void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context) {
+  // A property of a PELMGROUP with such a key is not compiled at all, see pelmgroup_rules.cpp.
+  if (item.IsIn(language::SECTION_PELMGROUP)) return;
+  if (item.name() != language::FindEntryRow(item.entry)->prefix) return;
+  context.report.Add(RuleId::kNamelessEntry, item,
+                     fmt::format("nothing follows the {}: the name is empty", item.name()));
+}
+
+void CheckBareValueName(const ScriptItem& item, const RuleContext& context) {
+  if (item.name() != kValuePrefix) return;
+  context.report.Add(RuleId::kBareValueName, item,
+                     "without a name behind it, this is compiled as one more VALUE");
+}
+
+std::unique_ptr<Rule> MakeSharedNameRule(const RuleContext& context) {
+  return std::make_unique<SharedNameRule>(context);
+}
+
+std::unique_ptr<Rule> MakeMisspelledValueRule(const RuleContext& context) {
+  return std::make_unique<MisspelledValueRule>(context);
+}
+
+}  // namespace rux::rules

@@ -1,0 +1,119 @@
+// Numbers that are read otherwise than they look.
+#include "rules/number_rules.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "rules/rule_list.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/prefixes.h"
+
+namespace rux::rules {
+namespace {
+
+using language::Number;
+using language::Role;
+
+// What may be wrong with a number; of several, the first one is reported.
+struct Flaw {
+  RuleId rule;
+  bool (*applies)(const Number& number);
+  const char* text;  // a format of the text and its value
+  bool is_for_operands = true;
+};
+
+constexpr const char* kTrailingText = "{} is read as {}: what follows the number is ignored";
+
+constexpr Flaw kFlaws[] = {
+    {RuleId::kTrailingText, [](const Number& number) { return number.has_rest; }, kTrailingText},
+    {RuleId::kNumberTooLarge, [](const Number& number) { return number.is_cut; },
+     "{} has more than 32 bits: it becomes {}"},
+    {RuleId::kUnfindableNumber,
+     [](const Number& number) { return number.value == language::kNoNumber; },
+     "{} cannot be looked up at run time: it stands for \"not found\""},
+    {RuleId::kNegativeNumber, [](const Number& number) { return number.is_negative; },
+     "{0} is stored as {1} (0x{1:X})", false},
+};
+
+// Whether the text is nothing but digits that fit: almost all are.
+bool IsPlainNumber(std::string_view text) {
+  constexpr std::size_t kSurelyFits = 9;
+  return text.size() <= kSurelyFits && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
+class NumberRule : public Rule {
+ public:
+  explicit NumberRule(const RuleContext& context) : context_(context) {}
+
+  bool WantsItems(language::SectionId, std::uint32_t entry) const override {
+    return entry != 0 && (language::PayloadOf(entry) != language::PAYLOAD_STRING ||
+                          language::IsNumericString(entry));
+  }
+
+  void Check(const ScriptItem& item) override {
+    switch (language::PayloadOf(item.entry)) {
+      case language::PAYLOAD_STRINGLIST:
+        for (const std::string_view part : item.parts) CheckNumber(item, part, false);
+        return;
+      case language::PAYLOAD_VALUE:
+      case language::PAYLOAD_REPEATER:
+        return ForEachField(
+            item, [&](std::string_view part, Role role) { CheckField(item, part, role); });
+      default:
+        return CheckNumber(item, item.first(), true);
+    }
+  }
+
+ private:
+  void CheckField(const ScriptItem& item, std::string_view part, Role role) {
+    switch (role) {
+      case Role::kRepeatCount:
+        return CheckNumber(item, part, true);
+      case Role::kOperand:
+      case Role::kNumber:
+      case Role::kRepeatArgument:
+        if (language::HasPrefix(part, language::kArgumentPrefix)) return CheckArgument(item, part);
+        return CheckNumber(item, part, false);
+      default:
+        return;
+    }
+  }
+
+  void CheckNumber(const ScriptItem& item, std::string_view text, bool is_entry) {
+    if (IsPlainNumber(text)) return;
+    const Number number = language::ReadNumber(text);
+    // A defined word that looks like a number is reported where it is defined.
+    if (!number.is_number || context_.words.Find(text)) return;
+    const auto* flaw = std::find_if(std::begin(kFlaws), std::end(kFlaws), [&](const Flaw& each) {
+      return each.applies(number) && (is_entry || each.is_for_operands);
+    });
+    if (flaw == std::end(kFlaws)) return;
+    context_.report.Add(flaw->rule, item, fmt::format(fmt::runtime(flaw->text), text, number.value),
+                        text);
+  }
+
+  void CheckArgument(const ScriptItem& item, std::string_view text) {
+    const std::string_view prefix = language::kArgumentPrefix;
+    const Number number = language::ReadNumber(text.substr(prefix.size()));
+    if (!number.is_number || !number.has_rest) return;
+    ReportTrailingText(item, text, fmt::format("{}{}", prefix, number.value), context_.report);
+  }
+
+  const RuleContext context_;
+};
+
+}  // namespace
+
+void ReportTrailingText(const ScriptItem& item, std::string_view text, std::string_view read,
+                        RuleReport& report) {
+  report.Add(RuleId::kTrailingText, item, fmt::format(kTrailingText, text, read), text);
+}
+
+std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context) {
+  return std::make_unique<NumberRule>(context);
+}
+
+}  // namespace rux::rules

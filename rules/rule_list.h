@@ -1,0 +1,103 @@
+// The list of all rules.
+#ifndef RULES_RULE_LIST_H_
+#define RULES_RULE_LIST_H_
+
+#include <cstdint>
+#include <memory>
+
+#include "rules/rule.h"
+
+namespace rux::rules {
+
+// What items an item rule is about.
+inline bool Any(language::SectionId, std::uint32_t) { return true; }
+template <std::uint32_t... entries>
+bool Of(language::SectionId, std::uint32_t entry) {
+  return ((entry == entries) || ...);
+}
+template <language::SectionId... kinds>
+bool In(language::SectionId kind, std::uint32_t) {
+  return ((kind == kinds) || ...);
+}
+template <std::uint32_t payload>
+bool With(language::SectionId, std::uint32_t entry) {
+  return language::PayloadOf(entry) == payload;
+}
+
+template <WantsItems wants, CheckItem check>
+std::unique_ptr<Rule> Each(const RuleContext& context) {
+  return std::make_unique<ItemRule<wants, check>>(context);
+}
+
+// number_rules.cpp
+std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context);
+// text_rules.cpp
+void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context);
+// line_rules.cpp
+std::unique_ptr<Rule> MakeLineRule(const RuleContext& context);
+// table_rules.cpp
+std::unique_ptr<Rule> MakeTableRule(const RuleContext& context);
+// group_rules.cpp
+void CheckRootGroup(const ScriptItem& item, const RuleContext& context);
+std::unique_ptr<Rule> MakeChildgroupRule(const RuleContext& context);
+// pelmgroup_rules.cpp
+std::unique_ptr<Rule> MakePelmgroupPropertyRule(const RuleContext& context);
+std::unique_ptr<Rule> MakePelmgroupTreeRule(const RuleContext& context);
+// sensor_list_rules.cpp
+void CheckEmptySensors(const ScriptItem& item, const RuleContext& context);
+std::unique_ptr<Rule> MakeSensorListRule(const RuleContext& context);
+// value_rules.cpp
+void CheckIdWord(const ScriptItem& item, const RuleContext& context);
+void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context);
+void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context);
+void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context);
+// operand_rules.cpp
+void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context);
+void CheckValueOperands(const ScriptItem& item, const RuleContext& context);
+void CheckRepeaterArguments(const ScriptItem& item, const RuleContext& context);
+// name_rules.cpp
+void CheckQuotedKey(const ScriptItem& item, const RuleContext& context);
+void CheckPropertyPrefix(const ScriptItem& item, const RuleContext& context);
+void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context);
+std::unique_ptr<Rule> MakeSharedNameRule(const RuleContext& context);
+void CheckBareValueName(const ScriptItem& item, const RuleContext& context);
+std::unique_ptr<Rule> MakeMisspelledValueRule(const RuleContext& context);
+// script_rules.cpp
+std::unique_ptr<Rule> MakeEmptyScriptRule(const RuleContext& context);
+std::unique_ptr<Rule> MakeMissingSectionRule(const RuleContext& context);
+
+// In the order in which they report on one item, and at the end. What is wrong with the definitions
+// of words is reported before all of them (defined_words.h).
+inline constexpr MakeRule kRules[] = {
+    MakeNumberRule,
+    Each<Any, CheckTextBesideQuotes>,
+    MakeLineRule,
+    MakeTableRule,
+    Each<In<language::SECTION_GROUP>, CheckRootGroup>,
+    MakeChildgroupRule,
+    Each<Of<language::ENTRY_SENSORS>, CheckEmptySensors>,
+    MakePelmgroupPropertyRule,
+    MakePelmgroupTreeRule,
+    MakeSensorListRule,
+    Each<Of<language::ENTRY_ID>, CheckIdWord>,
+    Each<Of<language::ENTRY_ARGNUMBER>, CheckArgnumberWord>,
+    Each<Of<language::ENTRY_REPEATER>, CheckRepeaterCount>,
+    Each<Of<language::ENTRY_REPEATER>, CheckRepeaterArguments>,
+    Each<With<language::PAYLOAD_VALUE>, CheckTypeTooLarge>,
+    Each<With<language::PAYLOAD_VALUE>, CheckDroppedOperands>,
+    Each<With<language::PAYLOAD_VALUE>, CheckValueOperands>,
+    Each<In<language::SECTION_PROPERTY, language::SECTION_REPEATER, language::SECTION_DEFINE,
+            language::SECTION_IFDEF>,
+         CheckQuotedKey>,
+    Each<Of<language::ENTRY_PROPERTY>, CheckPropertyPrefix>,
+    Each<Of<language::ENTRY_P, language::ENTRY_G>, CheckNamelessEntry>,
+    MakeSharedNameRule,
+    Each<Of<language::ENTRY_VALUE_OF_SENSOR, language::ENTRY_VALUE_OF_ACTION>, CheckBareValueName>,
+    MakeMisspelledValueRule,
+    MakeEmptyScriptRule,
+    MakeMissingSectionRule,
+};
+
+}  // namespace rux::rules
+
+#endif  // RULES_RULE_LIST_H_
