@@ -83,9 +83,8 @@ inline constexpr EntryRow kEntries[] = {
 };
 
 static_assert(AreDistinct(kEntries, [](const EntryRow& row) { return row.source; }));
-static_assert(FindRow(kEntries,
-                      [](const EntryRow& row) { return !BeginsWith(row.keyword, row.prefix); }) ==
-                  nullptr,
+static_assert(!HasRow(kEntries,
+                      [](const EntryRow& row) { return !BeginsWith(row.keyword, row.prefix); }),
               "a keyword begins with the prefix of its row");
 
 // The row of an identifier of the source model, or of the meta file; null when there is none.

@@ -23,23 +23,34 @@ class Rows {
   std::size_t count_ = 0;
 };
 
+// Where the first row that passes the test is; the count of rows when none does. Compilers that
+// check for undefined behaviour do not compare addresses in constants; they do compare places.
+template <class Row, std::size_t Count, class Test>
+constexpr std::size_t PlaceOfRow(const Row (&table)[Count], Test test) {
+  std::size_t place = 0;
+  while (place < Count && !test(table[place])) ++place;
+  return place;
+}
+
+template <class Row, std::size_t Count, class Test>
+constexpr bool HasRow(const Row (&table)[Count], Test test) {
+  return PlaceOfRow(table, test) < Count;
+}
+
 // The first row that passes the test; null when none does.
 template <class Row, std::size_t Count, class Test>
 constexpr const Row* FindRow(const Row (&table)[Count], Test test) {
-  for (const Row& row : table) {
-    if (test(row)) return &row;
-  }
-  return nullptr;
+  const std::size_t place = PlaceOfRow(table, test);
+  return place < Count ? table + place : nullptr;
 }
 
 // The rows that pass the test. They must be neighbours; see AreNeighbours.
 template <class Row, std::size_t Count, class Test>
 constexpr Rows<Row> RowsThat(const Row (&table)[Count], Test test) {
-  const Row* first = FindRow(table, test);
-  if (first == nullptr) return {};
-  std::size_t count = 0;
-  while (first + count != table + Count && test(first[count])) ++count;
-  return {first, count};
+  const std::size_t first = PlaceOfRow(table, test);
+  std::size_t end = first;
+  while (end < Count && test(table[end])) ++end;
+  return {table + first, end - first};
 }
 
 // Whether all rows with equal keys are neighbours.

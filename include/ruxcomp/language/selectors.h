@@ -74,8 +74,7 @@ inline constexpr SelectorRow kSelectorRows[] = {
   MakeRepeaterSelector(#name, SELECT_##name, first, last),
 #include "ruxcomp/language/selectors.def"
 };
-static_assert(FindRow(kSelectorRows, [](const SelectorRow& row) { return row.part == nullptr; }) ==
-                  nullptr,
+static_assert(!HasRow(kSelectorRows, [](const SelectorRow& row) { return row.part == nullptr; }),
               "every selector picks a field of its type");
 
 }  // namespace ruxcomp::language

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 #include "ruxcomp/language/operators.h"
@@ -91,11 +92,10 @@ inline constexpr RoleException kRoleExceptions[] = {
 
 constexpr bool ExceptionsNameFields() {
   for (const RoleException& row : kRoleExceptions) {
-    if (FindRow(kFields, [&](const Field& field) {
-          return field.shape == row.shape && row.field == field.name;
-        }) == nullptr) {
-      return false;
-    }
+    const auto is_field = [&](const Field& field) {
+      return field.shape == row.shape && row.field == field.name;
+    };
+    if (!HasRow(kFields, is_field)) return false;
   }
   return true;
 }
@@ -135,10 +135,11 @@ inline constexpr ValueType kComparison =
         MakeValueType(kAnyNumber, Shape::kNone, 1, kAnyNumber, kPlainType);
 
 constexpr bool FieldsFit() {
-  for (const Field& field : kFields) {
-    const Rows<Field> fields = FieldsOfShape(field.shape);
-    const bool is_last = &field == fields.end() - 1;
-    if (fields.size() > kMaxFields || (field.kind == FieldKind::kList && !is_last)) return false;
+  for (std::size_t i = 0; i < std::size(kFields); ++i) {
+    const Field& field = kFields[i];
+    const bool is_last = i + 1 == std::size(kFields) || kFields[i + 1].shape != field.shape;
+    if (FieldsOfShape(field.shape).size() > kMaxFields) return false;
+    if (field.kind == FieldKind::kList && !is_last) return false;
   }
   return true;
 }
@@ -147,9 +148,9 @@ static_assert(FieldsFit(), "a shape has at most kMaxFields fields, and a list co
 // The type with that code. Codes that no row has are legal: such a value has no record and nothing
 // of it is checked; the result then is kNoRecord.
 constexpr const ValueType& FindValueType(std::uint32_t code) {
-  const ValueType* row =
-      FindRow(kValueTypes, [&](const ValueType& type) { return type.code == code; });
-  return row != nullptr ? *row : kNoRecord;
+  const auto has_code = [&](const ValueType& type) { return type.code == code; };
+  const std::size_t place = PlaceOfRow(kValueTypes, has_code);
+  return place < std::size(kValueTypes) ? kValueTypes[place] : kNoRecord;
 }
 
 // The type of a value with that code and, for a calculation, that operator: with two operands, or
