@@ -1,8 +1,9 @@
 // A debug meta file for programs.
-#include "compiled/keywords.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
 namespace {
@@ -58,13 +59,13 @@ void WriteParts(support::JsonWriter& json, const compiled::DebugEntry& entry) {
 
 void WriteEntry(support::JsonWriter& json, const compiled::DebugEntry& entry, const RawJson& raw) {
   WriteObject(json.Open('{'), entry);
-  json.Key("keyword").String(compiled::SourceEntryKeyword(entry.identifier));
+  json.Key("keyword").String(ruxcomp::language::FindEntryRow(entry.identifier)->keyword);
   json.Key("given").Bool(entry.payload_type != 0);
   if (entry.payload_type != 0) {
-    const compiled::PayloadClass payload = compiled::PayloadClassOf(entry.payload_type);
-    if (payload == compiled::PayloadClass::kNumber) json.Key("number").Number(entry.number);
-    if (payload == compiled::PayloadClass::kValue) json.Key("type").Number(entry.value_type);
-    if (payload != compiled::PayloadClass::kNumber) WriteParts(json, entry);
+    const std::uint32_t payload = ruxcomp::language::PayloadOf(entry.payload_type);
+    if (payload == ruxcomp::language::PAYLOAD_DWORD) json.Key("number").Number(entry.number);
+    if (payload == ruxcomp::language::PAYLOAD_VALUE) json.Key("type").Number(entry.value_type);
+    if (payload != ruxcomp::language::PAYLOAD_DWORD) WriteParts(json, entry);
   }
   raw.Write(json, entry.pieces);
   json.Close();

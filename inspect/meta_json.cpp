@@ -2,10 +2,10 @@
 #include <cstddef>
 #include <map>
 
-#include "compiled/keywords.h"
-#include "compiled/meta_index.h"
+#include "compiled/datum.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
 namespace {
@@ -34,7 +34,8 @@ void WriteEntry(support::JsonWriter& json, const compiled::CompiledMeta& meta,
 void WriteSection(support::JsonWriter& json, const compiled::CompiledMeta& meta,
                   const compiled::CompiledSection& section, std::size_t ordinal,
                   const RawJson& raw) {
-  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(section.identifier));
+  json.Open('{').Key("kind").String(
+      ruxcomp::language::FindCompiledKind(section.identifier)->keyword);
   json.Key("ordinal").Number(ordinal).Key("identifier").Number(section.identifier);
   raw.Write(json, section.pieces);
   json.Key("entries").Open('[');
@@ -51,7 +52,7 @@ void WriteCells(support::JsonWriter& json, const compiled::TableCells& cells) {
 
 void WriteTable(support::JsonWriter& json, const compiled::CompiledTable& table,
                 const RawJson& raw) {
-  json.Open('{').Key("class").String(compiled::IndexClassName(table.base));
+  json.Open('{').Key("class").String(ruxcomp::language::FindClass(table.base)->title);
   json.Key("base").Number(table.base).Key("length").Number(table.length);
   if (!table.note.empty()) json.Key("note").String(table.note);
   raw.Write(json, table.pieces);

@@ -5,40 +5,19 @@
 namespace rux::inspect {
 namespace {
 
+namespace language = ruxcomp::language;
+
 std::string HexOf(std::string_view bytes) {
   std::string hex;
   for (const char byte : bytes) hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
   return hex;
 }
 
-const char* ClassName(compiled::Datum::Class is) {
-  switch (is) {
-    case compiled::Datum::Class::kNumber:
-      return "number";
-    case compiled::Datum::Class::kString:
-      return "string";
-    case compiled::Datum::Class::kGroup:
-      return "group";
-    case compiled::Datum::Class::kAction:
-      return "action";
-    case compiled::Datum::Class::kTable:
-      return "table";
-    case compiled::Datum::Class::kValue:
-      return "value";
-    case compiled::Datum::Class::kGlobal:
-      return "global";
-    case compiled::Datum::Class::kName:
-      return "name";
-    case compiled::Datum::Class::kArgument:
-      return "argument";
-    case compiled::Datum::Class::kOperator:
-      return "operator";
-    case compiled::Datum::Class::kType:
-      return "type";
-    case compiled::Datum::Class::kUnresolved:
-      return "unresolved";
-  }
-  return "";
+// Programs need not tell properties from repeaters.
+const char* ClassName(const compiled::Datum& datum) {
+  if (datum.row == nullptr) return "unresolved";
+  const bool is_name = datum.Is(language::CLASS_Property) || datum.Is(language::CLASS_Repeater);
+  return is_name ? "name" : datum.row->title;
 }
 
 void WriteValues(support::JsonWriter& json, const EntryPart& part) {
@@ -58,18 +37,13 @@ void WriteText(support::JsonWriter& json, std::string_view member, std::string_v
 }
 
 void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum) {
-  json.Key("class").String(ClassName(datum.is));
-  switch (datum.is) {
-    case compiled::Datum::Class::kNumber:
-    case compiled::Datum::Class::kArgument:
-    case compiled::Datum::Class::kType:
-      json.Key("value").Number(datum.number);
-      break;
-    case compiled::Datum::Class::kUnresolved:
-      json.Key("value").Null();
-      break;
-    default:
-      WriteText(json, "value", datum.text);
+  json.Key("class").String(ClassName(datum));
+  if (datum.row == nullptr) {
+    json.Key("value").Null();
+  } else if (datum.IsNumber() || datum.Is(language::CLASS_Small)) {
+    json.Key("value").Number(datum.number);
+  } else {
+    WriteText(json, "value", datum.text);
   }
 }
 

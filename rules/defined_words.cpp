@@ -24,10 +24,10 @@ DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapRepor
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const reader::Item& item = section.section->items[i];
       sources::SubStrings(item, parts);
-      const ScriptItem shown{section.file,      section.section,          &item,
-                             kind.schema->kind, KeyOf(kind, item.key, i), parts};
-      if (shown.key == compiled::kKeyDEFINED_WORD) Define(shown);
-      if (shown.key == compiled::kKeyDEFINEWORD) Test(shown);
+      const ScriptItem shown{section.file,        section.section,          &item,
+                             kind.schema->source, KeyOf(kind, item.key, i), parts};
+      if (shown.key == language::ENTRY_DEFINED_WORD) Define(shown);
+      if (shown.key == language::ENTRY_DEFINEWORD) Test(shown);
     }
   }
 }

@@ -22,19 +22,19 @@ class GroupTraps : public TrapRules {
   GroupTraps(const DefinedWordTable& words, TrapReport& report) : words_(words), report_(report) {}
 
   bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
-    if (kind != compiled::kKindGROUP) return false;
+    if (kind != language::SECTION_GROUP) return false;
     groups_.emplace_back();
     return true;
   }
 
   void See(const ScriptItem& item) override {
     Group& group = groups_.back();
-    if (item.key == compiled::kKeyPARENT) ++children_[item.first()];
-    if (item.key == compiled::kKeyCHILDGROUP) {
+    if (item.key == language::ENTRY_PARENT) ++children_[item.first()];
+    if (item.key == language::ENTRY_CHILDGROUP) {
       group.count = item.first();
       group.count_item.emplace(item);
     }
-    if (item.key != compiled::kKeyNAME) return;
+    if (item.key != language::ENTRY_NAME) return;
     group.name = item.first();
     if (group.name == kRoot) {
       report_.Add(diagnostics::MessageId::kRootGroup, item,

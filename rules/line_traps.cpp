@@ -61,8 +61,8 @@ bool HoldsText(const sources::SourceSpot& spot) {
   if (kind == nullptr) return false;
   const auto index = static_cast<std::uint32_t>(spot.item - spot.section->items);
   const std::uint32_t key = KeyOf(*kind, spot.item->key, index);
-  return compiled::PayloadClassOf(key) == compiled::PayloadClass::kText &&
-         !compiled::IsNumeric(key) && key != compiled::kKeyTABLE_ROW;
+  return language::PayloadOf(key) == language::PAYLOAD_STRING && !language::IsNumericString(key) &&
+         key != language::ENTRY_TABLE_ROW;
 }
 
 class LineTraps : public TrapRules {
@@ -134,7 +134,7 @@ class LineTraps : public TrapRules {
     if (!is_cut) return;
     const std::vector<std::string_view> parts = sources::SubStrings(*spot->item);
     const KindKeys& kind = *FindKeysOf(spot->section->name);
-    const ScriptItem item{&file, spot->section, spot->item, kind.schema->kind, 0, parts};
+    const ScriptItem item{&file, spot->section, spot->item, kind.schema->source, 0, parts};
     report_.Add(diagnostics::MessageId::kNumberSign, item,
                 fmt::format("{} begins a comment: what is left is {}", line.substr(column), value),
                 value);

@@ -27,8 +27,8 @@ const std::vector<std::string>& HookNames() {
 
 // Whether keys of the section are names of the script's own.
 bool HasOwnNames(std::uint32_t kind) {
-  return kind == compiled::kKindPROPERTY || kind == compiled::kKindREPEATER ||
-         kind == compiled::kKindDEFINE || kind == compiled::kKindIFDEF;
+  return kind == language::SECTION_PROPERTY || kind == language::SECTION_REPEATER ||
+         kind == language::SECTION_DEFINE || kind == language::SECTION_IFDEF;
 }
 
 class NameTraps : public TrapRules {
@@ -46,20 +46,21 @@ class NameTraps : public TrapRules {
     if (name.front() == '"' && HasOwnNames(item.kind)) {
       report_.Add(diagnostics::MessageId::kQuotedKey, item, "the quotes belong to the name");
     }
-    if (item.key == compiled::kKeyPROPERTY && HasPrefix(name, kProperty)) {
+    if (item.key == language::ENTRY_PROPERTY && HasPrefix(name, kProperty)) {
       report_.Add(diagnostics::MessageId::kPropertyPrefix, item,
                   fmt::format("the name is {} here, and not {} as in other sections", name,
                               name.substr(kProperty.size())));
     }
     // One of a PELMGROUP is not compiled at all, which is told.
-    const bool is_property = item.key == compiled::kKeyP && item.kind != compiled::kKindPELMGROUP;
-    if ((is_property && name == kProperty) || (item.key == compiled::kKeyG && name == kGlobal)) {
+    const bool is_property =
+        item.key == language::ENTRY_P && item.kind != language::SECTION_PELMGROUP;
+    if ((is_property && name == kProperty) || (item.key == language::ENTRY_G && name == kGlobal)) {
       report_.Add(diagnostics::MessageId::kNamelessEntry, item,
                   fmt::format("nothing follows the {}: the name is empty", name));
     }
     if (HasPrefix(name, kProperty)) SeeShared(item, kProperty);
     if (HasPrefix(name, kValue)) SeeShared(item, kValue);
-    if (item.key == compiled::kKeyVALUE_OF_SENSOR || item.key == compiled::kKeyVALUE_OF_ACTION)
+    if (item.key == language::ENTRY_VALUE_OF_SENSOR || item.key == language::ENTRY_VALUE_OF_ACTION)
       SeeValue(item);
   }
 
@@ -71,7 +72,7 @@ class NameTraps : public TrapRules {
 
   // Hosts ask for names without their prefix.
   void SeeShared(const ScriptItem& item, std::string_view prefix) {
-    if (item.kind != compiled::kKindSENSOR && item.kind != compiled::kKindDEVICE) return;
+    if (item.kind != language::SECTION_SENSOR && item.kind != language::SECTION_DEVICE) return;
     const auto [place, is_new] =
         in_section_.try_emplace(item.name().substr(prefix.size()), Seen{prefix, item.item});
     const Seen& seen = place->second;
@@ -90,7 +91,7 @@ class NameTraps : public TrapRules {
       report_.Add(diagnostics::MessageId::kBareValueName, item,
                   "without a name behind it, this is compiled as one more VALUE");
     }
-    if (item.kind != compiled::kKindSENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
+    if (item.kind != language::SECTION_SENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
         !looked_at_.insert(name).second)
       return;
     const auto meant = support::MeantName(std::string(name.substr(kValue.size())), HookNames(), 1);

@@ -24,21 +24,21 @@ class NumberTraps : public TrapRules {
   bool BeginSection(const sources::SourceSection&, std::uint32_t) override { return true; }
 
   void See(const ScriptItem& item) override {
-    switch (compiled::PayloadClassOf(item.key)) {
-      case compiled::PayloadClass::kNumber:
+    switch (language::PayloadOf(item.key)) {
+      case language::PAYLOAD_DWORD:
         return SeeEntry(item, item.first());
-      case compiled::PayloadClass::kText:
-        if (compiled::IsNumeric(item.key)) SeeEntry(item, item.first());
+      case language::PAYLOAD_STRING:
+        if (language::IsNumericString(item.key)) SeeEntry(item, item.first());
         return;
-      case compiled::PayloadClass::kList:
+      case language::PAYLOAD_STRINGLIST:
         for (const std::string_view part : item.parts) See(item, part);
         return;
-      case compiled::PayloadClass::kValue:
-        return ForEachOperand(item, [&](std::string_view part, compiled::Role role) {
-          if (role == compiled::Role::kOperand || role == compiled::Role::kNumber)
+      case language::PAYLOAD_VALUE:
+        return ForEachOperand(item, [&](std::string_view part, language::Role role) {
+          if (role == language::Role::kOperand || role == language::Role::kNumber)
             SeeOperand(item, part);
         });
-      case compiled::PayloadClass::kRepeater:
+      case language::PAYLOAD_REPEATER:
         SeeEntry(item, item.first());
         for (std::size_t i = 2; i < item.parts.size(); ++i) SeeOperand(item, item.parts[i]);
         return;

@@ -68,22 +68,22 @@ class PelmgroupTraps : public TrapRules {
       : words_(words), report_(report) {}
 
   bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
-    if (kind != compiled::kKindPELMGROUP) return false;
+    if (kind != language::SECTION_PELMGROUP) return false;
     groups_.emplace_back();
     return true;
   }
 
   void See(const ScriptItem& item) override {
-    if (item.key == compiled::kKeyID) {
+    if (item.key == language::ENTRY_ID) {
       groups_.back().id = words_.WordOrNumber(item.first());
       groups_.back().id_item.emplace(item);
     }
-    if (item.key == compiled::kKeyPID) {
+    if (item.key == language::ENTRY_PID) {
       groups_.back().parent = words_.WordOrNumber(item.first());
       groups_.back().parent_item.emplace(item);
     }
-    if (item.key == compiled::kKeyP) properties_.emplace_back(item);
-    if (item.key == compiled::kKeySENSORS) SeeSensors(item);
+    if (item.key == language::ENTRY_P) properties_.emplace_back(item);
+    if (item.key == language::ENTRY_SENSORS) SeeSensors(item);
   }
 
   void End(const sources::SourceView& sources) override {

@@ -5,11 +5,10 @@ namespace {
 
 std::vector<KindKeys> AllKeys() {
   std::vector<KindKeys> all;
-  for (std::uint32_t kind = 1; const compiled::SectionSchema* schema = compiled::FindSchema(kind);
-       ++kind) {
-    KindKeys& keys = all.emplace_back(KindKeys{schema, {}});
-    for (const compiled::SchemaKey& key : schema->keys) {
-      keys.keys.emplace_back(compiled::SourceEntryKeyword(key.identifier), key.identifier);
+  for (const language::SectionKind& kind : language::kSectionKinds) {
+    KindKeys& keys = all.emplace_back(KindKeys{&kind, {}});
+    for (const language::EntryTemplate& key : kind.templates) {
+      keys.keys.emplace_back(language::FindEntryRow(key.identifier)->keyword, key.identifier);
     }
   }
   return all;
@@ -31,18 +30,19 @@ const KindKeys* FindKeysOf(std::string_view section) {
 }
 
 std::uint32_t KeyOf(const KindKeys& kind, std::string_view key, std::uint32_t index) {
-  const compiled::SectionSchema& schema = *kind.schema;
+  const language::SectionKind& schema = *kind.schema;
   // What follows the condition of an IFDEF are words, whatever they are called.
-  if (schema.kind != compiled::kKindIFDEF || index == 0) {
+  if (schema.source != language::SECTION_IFDEF || index == 0) {
     for (const auto& [name, identifier] : kind.keys) {
       // Told apart by their ends in most cases.
       if (key.size() == name.size() && key.back() == name.back() && key == name) return identifier;
     }
-    if (schema.kind == compiled::kKindIFDEF) return 0;
+    if (schema.source == language::SECTION_IFDEF) return 0;
   }
-  if (schema.more.empty()) return 0;
+  const language::Rows<language::FreeEntryRule> more = schema.free_entries;
+  if (more.empty()) return 0;
   const bool is_property = key.substr(0, 2) == "P_";
-  return is_property ? schema.more.front().identifier : schema.more.back().identifier;
+  return is_property ? more[0].identifier : more[more.size() - 1].identifier;
 }
 
 }  // namespace rux::rules

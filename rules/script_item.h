@@ -8,24 +8,26 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/section_schema.h"
-#include "compiled/value_shape.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/values.h"
 #include "sources/source_view.h"
 #include "sources/sub_strings.h"
 
 namespace rux::rules {
 
+namespace language = ruxcomp::language;
+
 struct ScriptItem {
   const sources::SourceFile* file;
   const reader::Section* section;
   const reader::Item* item;
-  std::uint32_t kind;                          // a KindNumber
-  std::uint32_t key;                           // a SourceKey; 0: the section does not take it
+  std::uint32_t kind;                          // a SectionId
+  std::uint32_t key;                           // an EntryId; 0: the section does not take it
   const std::vector<std::string_view>& parts;  // of the value
 
   // Of items that hold a typed value: the type and what the parts behind it are. Null for others,
   // and when the type is unknown.
-  const compiled::ValueShape* shape = nullptr;
+  const language::ValueType* shape = nullptr;
   std::uint32_t value_type = 0;
 
   std::string_view name() const { return item->key; }
@@ -50,24 +52,23 @@ struct SeenItem {
 template <class Use>
 void ForEachOperand(const ScriptItem& item, Use use) {
   if (item.shape == nullptr) return;
-  const compiled::ValueShape& shape = *item.shape;
   for (std::size_t i = 1; i < item.parts.size(); ++i) {
-    const bool is_in_list = i > shape.texts.size();
-    if (is_in_list && shape.list.name == nullptr) return;
-    use(item.parts[i], is_in_list ? shape.list.role : shape.texts[i - 1].role);
+    const language::Role role = item.shape->RoleOf(i - 1);
+    if (role == language::Role::kNone) return;
+    use(item.parts[i], role);
   }
 }
 
 // What a kind of section takes.
 struct KindKeys {
-  const compiled::SectionSchema* schema;
+  const language::SectionKind* schema;
   std::vector<std::pair<std::string_view, std::uint32_t>> keys;  // those with names of the language
 };
 
 // Those of the sections of that name; null for unknown ones.
 const KindKeys* FindKeysOf(std::string_view section);
 
-// What the index-th item of such a section is, by its key: a SourceKey, 0 when it is not taken.
+// What the index-th item of such a section is, by its key: an EntryId, 0 when it is not taken.
 std::uint32_t KeyOf(const KindKeys& kind, std::string_view key, std::uint32_t index);
 
 // Whether a text is long enough to have the prefix and something behind it.

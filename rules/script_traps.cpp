@@ -11,7 +11,7 @@ class ScriptTraps : public TrapRules {
   explicit ScriptTraps(TrapReport& report) : report_(report) {}
 
   bool BeginSection(const sources::SourceSection&, std::uint32_t kind) override {
-    kinds_ |= 1U << kind;
+    kinds_ |= 1U << (kind & language::kKindMask);
     return false;
   }
 
@@ -21,17 +21,17 @@ class ScriptTraps : public TrapRules {
                   "the script has no sections: nothing is compiled");
     }
     // A part of a script may well be looked at alone.
-    if (!Has(compiled::kKindSENSOR)) return;
-    for (const std::uint32_t kind : {compiled::kKindMORVRUX, compiled::kKindSYSTEM}) {
+    if (!Has(language::SECTION_SENSOR)) return;
+    for (const language::SectionId kind : {language::SECTION_MORVRUX, language::SECTION_SYSTEM}) {
       if (Has(kind)) continue;
       report_.Add(diagnostics::MessageId::kMissingSection,
                   fmt::format("the script has sensors, but no {} section",
-                              compiled::FindSchema(kind)->keyword));
+                              language::FindSourceKind(kind)->keyword));
     }
   }
 
  private:
-  bool Has(std::uint32_t kind) const { return (kinds_ >> kind & 1) != 0; }
+  bool Has(std::uint32_t kind) const { return (kinds_ >> (kind & language::kKindMask) & 1) != 0; }
 
   TrapReport& report_;
   std::uint32_t kinds_ = 0;  // a bit for each that was seen

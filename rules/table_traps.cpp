@@ -49,7 +49,7 @@ class TableTraps : public TrapRules {
   explicit TableTraps(TrapReport& report) : report_(report) {}
 
   bool BeginSection(const sources::SourceSection& section, std::uint32_t kind) override {
-    if (kind != compiled::kKindTABLE) return false;
+    if (kind != language::SECTION_TABLE) return false;
     section_ = section;
     has_name_ = false;
     rows_.clear();
@@ -58,8 +58,8 @@ class TableTraps : public TrapRules {
   }
 
   void See(const ScriptItem& item) override {
-    has_name_ |= item.key == compiled::kKeyNAME;
-    if (item.key != compiled::kKeyTABLE_ROW) return;
+    has_name_ |= item.key == language::ENTRY_NAME;
+    if (item.key != language::ENTRY_TABLE_ROW) return;
     const std::optional<Row> row = ReadRow(item);
     if (!row || item.parts.empty()) return;
     const std::uint8_t value = ReadCell(item, item.first());

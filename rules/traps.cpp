@@ -26,7 +26,7 @@ class Walk {
     if (kind == nullptr) return;
     interested_.clear();
     for (const auto& rule : rules_) {
-      if (rule->BeginSection(section, kind->schema->kind)) interested_.push_back(rule.get());
+      if (rule->BeginSection(section, kind->schema->source)) interested_.push_back(rule.get());
     }
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) Show(section, *kind, i);
     for (TrapRules* rule : interested_) rule->EndSection();
@@ -41,12 +41,12 @@ class Walk {
     const reader::Item& item = section.section->items[index];
     sources::SubStrings(item, parts_);
     ScriptItem shown{
-        section.file, section.section, &item, kind.schema->kind, KeyOf(kind, item.key, index),
+        section.file, section.section, &item, kind.schema->source, KeyOf(kind, item.key, index),
         parts_};
-    if (compiled::PayloadClassOf(shown.key) == compiled::PayloadClass::kValue) {
+    if (language::PayloadOf(shown.key) == language::PAYLOAD_VALUE) {
       if (const auto type = words_.Find(shown.first())) {
         shown.value_type = *type;
-        shown.shape = &compiled::ShapeOf(*type);
+        shown.shape = &language::FindValueType(*type);
       }
     }
     for (TrapRules* rule : interested_) rule->See(shown);

@@ -23,13 +23,13 @@ class ValueTraps : public TrapRules {
 
   void See(const ScriptItem& item) override {
     switch (item.key) {
-      case compiled::kKeyID:
+      case language::ENTRY_ID:
         if (IsWord(item.first())) {
           report_.Add(diagnostics::MessageId::kIdWord, item,
                       "an ID that is given by a word is not compared with others", item.first());
         }
         return;
-      case compiled::kKeyARGNUMBER:
+      case language::ENTRY_ARGNUMBER:
         if (IsWord(item.first())) {
           report_.Add(
               diagnostics::MessageId::kArgnumberWord, item,
@@ -37,7 +37,7 @@ class ValueTraps : public TrapRules {
               item.first());
         }
         return;
-      case compiled::kKeyREPEATER:
+      case language::ENTRY_REPEATER:
         return SeeRepeater(item);
       default:
         break;
@@ -85,7 +85,7 @@ class ValueTraps : public TrapRules {
                   fmt::format("the type {} does not fit into what is compiled", item.value_type),
                   item.first());
     }
-    const bool has_record = !item.shape->texts.empty() || item.shape->list.name != nullptr;
+    const bool has_record = !item.shape->fields.empty();
     // The library tells of what follows the type 0.
     if (!has_record && item.value_type != 0 && item.parts.size() > 1) {
       report_.Add(diagnostics::MessageId::kDroppedOperands, item,
@@ -93,8 +93,8 @@ class ValueTraps : public TrapRules {
                               item.value_type),
                   item.parts[1]);
     }
-    ForEachOperand(item, [&](std::string_view part, compiled::Role role) {
-      if (role == compiled::Role::kOperand || role == compiled::Role::kLocalValue)
+    ForEachOperand(item, [&](std::string_view part, language::Role role) {
+      if (role == language::Role::kOperand || role == language::Role::kLocalValue)
         SeeOperand(item, part);
     });
   }

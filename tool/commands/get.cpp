@@ -15,12 +15,12 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/keywords.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
@@ -80,7 +80,8 @@ std::string FoundText(const inspect::MetaView& meta, const inspect::Found& found
 
 std::string FoundJson(const inspect::MetaView& meta, const inspect::Found& found) {
   support::JsonWriter json;
-  json.Open('{').Key("kind").String(compiled::CompiledSectionKeyword(found.section.kind()));
+  json.Open('{').Key("kind").String(
+      ruxcomp::language::FindCompiledKind(found.section.kind())->keyword);
   json.Key("ordinal").Number(found.section.ordinal());
   if (found.part) {
     inspect::WritePart(json.Key("part"), *found.part);

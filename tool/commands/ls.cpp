@@ -15,10 +15,10 @@
 #include <vector>
 
 #include "inspect/dump.h"
-#include "inspect/kinds.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/sections.h"
 #include "support/name_text.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
@@ -37,7 +37,7 @@ std::string KindsText(const inspect::MetaView& meta) {
   std::string text =
       fmt::format("{}: {}\n", support::SafeText(meta.path()),
                   inspect::OriginText(meta.info().version, meta.info().creationTime));
-  for (const inspect::Kind& kind : inspect::Kinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
   }
@@ -50,7 +50,7 @@ std::string KindsJson(const inspect::MetaView& meta) {
   json.Key("version").Number(meta.info().version);
   json.Key("created").Number(meta.info().creationTime);
   json.Key("kinds").Open('[');
-  for (const inspect::Kind& kind : inspect::Kinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count == 0) continue;
     json.Open('{').Key("kind").String(kind.keyword).Key("sections").Number(count).Close();
@@ -66,9 +66,10 @@ std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
 }
 
 // What tells a section from the others of its kind.
-std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& section) {
+std::string SectionText(const ruxcomp::language::SectionKind& kind,
+                        const ruxcomp::Section& section) {
   std::string text = fmt::format("@{}", section.ordinal());
-  if (!kind.has_names) {
+  if (!kind.HasNames()) {
     const char* separator = "  ";
     for (const std::string& key : KeysOf(section)) {
       text += std::exchange(separator, ", ") + support::NameText(key);
@@ -80,10 +81,10 @@ std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& secti
   return text;
 }
 
-void WriteSection(support::JsonWriter& json, const inspect::Kind& kind,
+void WriteSection(support::JsonWriter& json, const ruxcomp::language::SectionKind& kind,
                   const ruxcomp::Section& section) {
   json.Open('{').Key("ordinal").Number(section.ordinal());
-  if (!kind.has_names) {
+  if (!kind.HasNames()) {
     json.Key("entries").Open('[');
     for (const std::string& key : KeysOf(section)) {
       inspect::WriteText(json.Open('{'), "name", key);
@@ -97,14 +98,14 @@ void WriteSection(support::JsonWriter& json, const inspect::Kind& kind,
   json.Close();
 }
 
-std::string KindJson(const inspect::MetaView& meta, const inspect::Kind& kind) {
+std::string KindJson(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
   support::JsonWriter json;
   json.Open('{').Key("kind").String(kind.keyword).Key("sections").Open('[');
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) WriteSection(json, kind, section);
   return json.Close().Close().TakeText();
 }
 
-std::string KindText(const inspect::MetaView& meta, const inspect::Kind& kind) {
+std::string KindText(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
   std::string text;
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     text += SectionText(kind, section) + '\n';
@@ -117,7 +118,7 @@ support::ExitStatus Ls(const Options& options) {
   if (options.kind.empty()) {
     support::PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
   } else {
-    const inspect::Kind& kind = inspect::ExpectKind(options.kind);
+    const ruxcomp::language::SectionKind& kind = inspect::ExpectKind(options.kind);
     support::PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
   }
   return support::ExitStatus::kDone;
