@@ -1,8 +1,8 @@
 #include "backend/symbol_tables.h"
 
 extern "C" {
-#define SYMBOL_TABLE(name, class_byte, key) \
-  std::map<key, std::uint32_t> g_tbl##name; \
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
+  std::map<key, std::uint32_t> g_tbl##name;                \
   std::uint32_t g_idx##name = RUX_CLASS_##name;
 #include "ruxcomp/language/symbol_tables.def"
 
@@ -10,7 +10,8 @@ std::vector<std::uint8_t> g_tblTableData;
 }
 
 const SymbolTable kSymbolTables[kSymbolTableCount] = {
-#define SYMBOL_TABLE(name, class_byte, key) {RUX_CLASS_##name, &g_tbl##name, &g_idx##name},
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
+  {RUX_CLASS_##name, &g_tbl##name, &g_idx##name},
 #include "ruxcomp/language/symbol_tables.def"
 };
 

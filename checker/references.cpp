@@ -15,6 +15,19 @@ bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
   return !text || text->empty() || StringToLong(*text, number);
 }
 
+// Whether a section has what the text refers to, or none need have it.
+bool IsThere(const Reference& reference, const std::string& text, ModelIndex& index) {
+  if (reference.key == ENTRY_NAME) {
+    return (reference.unless == RefersUnless::kRoot && text == kRootGroup) ||
+           index.ByName(reference.target, text) != nullptr;
+  }
+  std::uint32_t number = 0;
+  if (!NumberOrWord(text, number)) return false;
+  if (reference.unless == RefersUnless::kZero && number == 0) return true;
+  return reference.key == ENTRY_SENSORS ? index.IsListed(number)
+                                        : index.HasId(reference.target, number);
+}
+
 // Which part of a REPEATER entry names the action; its arguments follow.
 constexpr std::uint32_t kRepeatedAction = 1;
 
@@ -68,58 +81,35 @@ std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint3
   return 0;
 }
 
+std::uint32_t CRUXEntry::ChkReference(const Reference& reference, const std::string& text,
+                                      const CheckContext& context) {
+  if (IsThere(reference, text, *context.index)) return 1;
+  if (reference.target == SECTION_GROUP) {
+    ReportEntry<MessageId::kUnknownParentGroup>(*this, context, text);
+  } else if (reference.target == SECTION_SENSOR) {
+    ReportEntry<MessageId::kUnknownSensor>(*this, context, text);
+  } else if (reference.key == ENTRY_SENSORS) {
+    ReportEntry<MessageId::kUnlistedSensor>(*this, context, text);
+  } else {
+    ReportEntry<MessageId::kUnknownParentPelmgroup>(*this, context, text);
+  }
+  return 0;
+}
+
 std::uint32_t CGESTRING::IsValidEx(const CheckContext& context, unsigned int) {
   const std::string* text = m_RuxEntryData.Get<std::string>();
-  if (!text) return 1;
-  switch (identifier) {
-    case ENTRY_PARENT:
-      return ChkParentGroup(*text, context.At(0));
-    case ENTRY_PID:
-      return ChkParentPelmGroup(*text, context.At(0));
-    case ENTRY_ID:
-      return ChkListedSensor(*text, context.At(0));
-    default:
-      return 1;
-  }
-}
-
-std::uint32_t CGESTRING::ChkParentGroup(const std::string& text, const CheckContext& context) {
-  const std::uint32_t kind = context.section.identifier;
-  const bool is_group = kind == SECTION_GROUP;
-  if (!is_group && kind != SECTION_SENSOR) return 1;
-  if (is_group && text == kRootGroup) return 1;  // a root group
-  if (context.index->ByName(SECTION_GROUP, text)) return 1;
-  ReportEntry<MessageId::kUnknownParentGroup>(*this, context, text);
-  return 0;
-}
-
-std::uint32_t CGESTRING::ChkParentPelmGroup(const std::string& text, const CheckContext& context) {
-  std::uint32_t number = 0;
-  const bool is_number = NumberOrWord(text, number) != 0;
-  if (is_number && (number == 0 || context.index->HasId(SECTION_PELMGROUP, number))) return 1;
-  ReportEntry<MessageId::kUnknownParentPelmgroup>(*this, context, text);
-  return 0;
-}
-
-std::uint32_t CGESTRING::ChkListedSensor(const std::string& text, const CheckContext& context) {
-  if (context.section.identifier != SECTION_SENSOR) return 1;
-  std::uint32_t number = 0;
-  if (NumberOrWord(text, number) && context.index->IsListed(number)) return 1;
-  ReportEntry<MessageId::kUnlistedSensor>(*this, context, text);
-  return 0;
+  const Reference* reference = FindReference(context.section.identifier, identifier);
+  return !text || !reference ? 1 : ChkReference(*reference, *text, context.At(0));
 }
 
 std::uint32_t CGESTRINGLIST::IsValidEx(const CheckContext& context, unsigned int) {
   const TextList* list = m_RuxEntryData.Get<TextList>();
-  if (!list || identifier != ENTRY_SENSORS) return 1;
+  const Reference* reference = FindReference(context.section.identifier, identifier);
+  if (!list || !reference) return 1;
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
   for (const std::string& element : *list) {
-    const CheckContext of_element = context.At(part++);
-    std::uint32_t number = 0;
-    if (NumberOrWord(element, number) && context.index->HasId(SECTION_SENSOR, number)) continue;
-    ReportEntry<MessageId::kUnknownSensor>(*this, of_element, element);
-    ok = 0;
+    ok &= ChkReference(*reference, element, context.At(part++));
   }
   return ok;
 }

@@ -1,4 +1,4 @@
-// A compiled file that is sound.
+// Compiled files in memory.
 #ifndef COMPILED_COMPILED_FILE_H_
 #define COMPILED_COMPILED_FILE_H_
 
@@ -6,13 +6,17 @@
 #include <string_view>
 #include <utility>
 
-#include "compiled/file_header.h"
+#include "compiled/file.h"
 #include "compiled/verify.h"
 
 namespace rux::compiled {
 
-// Holds the bytes that were verified: what becomes of the file on the disk makes no difference any
-// more.
+// Throws a Failure of trouble for what cannot be read or has more than 256 MiB: no compiled file is
+// that large. Reads up to the end, whatever size the file once had.
+std::string ReadWholeFile(const std::string& path);
+
+// A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on
+// the disk makes no difference any more.
 class CompiledFile {
  public:
   // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is

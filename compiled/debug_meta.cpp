@@ -3,37 +3,36 @@
 #include <utility>
 
 #include "compiled/compiled_file.h"
-#include "compiled/debug_walk.h"
+#include "ruxcomp/file/debug_meta_walk.h"
+#include "ruxcomp/language/words.h"
 
 namespace rux::compiled {
 namespace {
 
-class Builder : public DebugVisitor {
+class Builder : public DebugMetaVisitor {
  public:
   explicit Builder(DebugMeta& meta) : meta_(meta) {}
 
-  void OnWordCount(Extent extent) override { meta_.word_count = extent; }
-  void OnWord(Cursor&, DebugWordView& view) override {
+  void OnWordCount(Extent extent) { meta_.word_count = extent; }
+  void OnWord(Cursor&, DebugWordView& view) {
     meta_.words.push_back(
         {std::string(view.name), view.value, view.extent, std::move(view.pieces)});
   }
 
-  void OnKindCount(Extent extent) override { meta_.kind_count = extent; }
-  void OnKindBegin(Cursor&, std::size_t, Extent section_count) override {
+  void OnKindCount(Extent extent) { meta_.kind_count = extent; }
+  void OnKindBegin(Cursor&, Extent section_count) {
     meta_.section_counts.push_back(section_count);
     meta_.kinds.emplace_back();
   }
 
-  void OnFiles(Cursor&, const Texts& files, Extent extent) override {
+  void OnFiles(const Texts& files, Extent extent) {
     meta_.files = ListOf(files);
     meta_.files_extent = extent;
   }
 
-  void OnSectionBegin(Cursor&, const DebugSectionView&) override {
-    meta_.kinds.back().emplace_back();
-  }
+  void OnSectionBegin(Cursor&, const DebugSectionView&) { meta_.kinds.back().emplace_back(); }
 
-  void OnEntry(Cursor&, DebugEntryView& view) override {
+  void OnEntry(Cursor&, DebugEntryView& view) {
     DebugEntry& entry = meta_.kinds.back().back().entries.emplace_back();
     TakeObject(view, entry);
     entry.payload_type = view.payload_type;
@@ -46,11 +45,9 @@ class Builder : public DebugVisitor {
     }
   }
 
-  void OnSectionEnd(Cursor&, DebugSectionView& view) override {
+  void OnSectionEnd(Cursor&, DebugSectionView& view) {
     TakeObject(view, meta_.kinds.back().back());
   }
-
-  void OnEnd(Cursor&) override {}
 
  private:
   static std::vector<std::string> ListOf(const Texts& texts) {
@@ -72,6 +69,20 @@ class Builder : public DebugVisitor {
   DebugMeta& meta_;
 };
 
+// Where the list of source files is, and the lengths of the records that it is in.
+struct FilesPlace : DebugMetaVisitor {
+  void OnFiles(const Texts&, Extent extent) { first_length = extent.offset + kWordSize; }
+  void OnSectionBegin(Cursor&, const DebugSectionView& section) {
+    if (first_length == 0 || object_length != 0) return;
+    object_length = section.object_length_offset();
+    record_length = section.record_length_offset();
+  }
+
+  std::size_t first_length = 0;  // of the first path; 0: there is no list
+  std::size_t object_length = 0;
+  std::size_t record_length = 0;
+};
+
 }  // namespace
 
 bool IsDebugMetaBytes(std::string_view bytes) { return FormOf(bytes) == Form::kDebugMeta; }
@@ -91,6 +102,19 @@ DebugMeta ReadDebugMeta(const std::string& path) {
   const CompiledFile file(path, Form::kDebugMeta);
   Faults none;
   return DecodeDebugMeta(file.bytes(), none);
+}
+
+void RenameScript(std::string& bytes, std::string_view path) {
+  FilesPlace place;
+  Faults none;
+  WalkDebugMeta(bytes, none, place);
+  if (place.first_length == 0) return;
+  const std::uint32_t length = LoadWord(&bytes[place.first_length]);
+  const auto growth = static_cast<std::uint32_t>(path.size()) - length;
+  for (const std::size_t at : {place.record_length, place.object_length, place.first_length}) {
+    language::StoreWord(bytes, at, LoadWord(&bytes[at]) + growth);
+  }
+  bytes.replace(place.first_length + kWordSize, length, path);
 }
 
 }  // namespace rux::compiled

@@ -11,9 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/extent.h"
-#include "compiled/fault.h"
-#include "compiled/keep.h"
+#include "compiled/file.h"
+#include "ruxcomp/file/fault.h"
 
 namespace rux::compiled {
 
@@ -81,6 +80,10 @@ DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep = Ke
 
 // The same for a file. Throws a Failure (trouble) when it is no debug meta file, or a damaged one.
 DebugMeta ReadDebugMeta(const std::string& path);
+
+// Gives the first of the source files another path. The bytes are those of a sound debug meta file;
+// one without a list of source files stays as it is.
+void RenameScript(std::string& bytes, std::string_view path);
 
 }  // namespace rux::compiled
 

@@ -4,8 +4,8 @@
 #include <cctype>
 #include <utility>
 
-#include "compiled/keywords.h"
-#include "compiled/value_shape.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::compiled {
 namespace {
@@ -16,39 +16,34 @@ bool BeginsWithDigit(std::string_view name) {
 
 // Whether the script's own names of such entries are free but for their first character.
 bool HasPlainName(std::uint32_t identifier) {
-  return identifier == kKeyDEFINED_WORD || identifier == kKeyPROPERTY || identifier == kKeyREPEATER;
+  return identifier == language::ENTRY_DEFINED_WORD || identifier == language::ENTRY_PROPERTY ||
+         identifier == language::ENTRY_REPEATER;
 }
 
 // Report a field of the object, of the payload, or of the value in an entry.
 template <class... Args>
-void ReportObject(Cursor& cursor, const char* field, std::size_t offset,
-                  fmt::format_string<Args...> reason, Args&&... args) {
+void ReportObject(Cursor& cursor, const char* field, std::size_t offset, std::string_view reason,
+                  const Args&... args) {
   const Record object(cursor, "object");
-  cursor.Report(field, offset, reason, std::forward<Args>(args)...);
+  cursor.Report(field, offset, reason, args...);
 }
 
 template <class... Args>
-void ReportPayload(Cursor& cursor, const char* field, std::size_t offset,
-                   fmt::format_string<Args...> reason, Args&&... args) {
+void ReportPayload(Cursor& cursor, const char* field, std::size_t offset, std::string_view reason,
+                   const Args&... args) {
   const Record payload(cursor, "payload");
-  cursor.Report(field, offset, reason, std::forward<Args>(args)...);
+  cursor.Report(field, offset, reason, args...);
 }
 
 template <class... Args>
-void ReportValue(Cursor& cursor, const char* field, std::size_t offset,
-                 fmt::format_string<Args...> reason, Args&&... args) {
+void ReportValue(Cursor& cursor, const char* field, std::size_t offset, std::string_view reason,
+                 const Args&... args) {
   const Record payload(cursor, "payload");
   const Record value(cursor, "value");
-  cursor.Report(field, offset, reason, std::forward<Args>(args)...);
+  cursor.Report(field, offset, reason, args...);
 }
 
-// 0 for no operator.
-std::uint32_t OperatorCode(std::string_view text) {
-#define OPERATOR(operator_text, code) \
-  if (text == (operator_text)) return code;
-#include "ruxcomp/language/operators.def"
-  return 0;
-}
+const char* KeywordOf(std::uint32_t entry) { return language::FindEntryRow(entry)->keyword; }
 
 }  // namespace
 
@@ -59,69 +54,68 @@ void DebugRules::OnWord(Cursor& cursor, DebugWordView& word) {
   words_.push_back({word.name, word.value, word.extent.offset});
 }
 
-void DebugRules::OnKindBegin(Cursor&, std::size_t, Extent) {
+void DebugRules::OnKindBegin(Cursor&, Extent) {
   section_names_.Clear();
   entry_names_.Clear();
 }
 
-void DebugRules::OnFiles(Cursor&, const Texts& files, Extent) { files_ = files.size(); }
+void DebugRules::OnFiles(const Texts& files, Extent) { files_ = files.size(); }
 
 void DebugRules::OnSectionBegin(Cursor& cursor, const DebugSectionView& section) {
-  schema_ = FindSchema(section.identifier - kSourceSection);
-  const bool is_include = schema_->kind == kKindINCLUDE;
+  kind_ = language::FindSourceKind(section.identifier);
+  const bool is_include = kind_->source == language::SECTION_INCLUDE;
   begins_with_include_ |= sections_++ == 0 && is_include;
   has_other_kinds_ |= !is_include;
-  if (section.ordinal > 0 && schema_->is_single) {
+  if (section.ordinal > 0 && kind_->uniqueness == language::Uniqueness::kSingle) {
     ReportObject(cursor, "identifier", section.offset, "there is a {} section before it",
-                 schema_->keyword);
+                 kind_->keyword);
   }
-  if (section.notation != schema_->notation) {
+  if (section.notation != kind_->notation) {
     ReportObject(cursor, "notation", section.notation_offset(), "it is {}, right is {}",
-                 section.notation, schema_->notation);
+                 section.notation, kind_->notation);
   }
-  if (section.name != schema_->keyword) {
-    ReportObject(cursor, "name", section.name_offset(), "right is {}", schema_->keyword);
+  if (section.name != kind_->keyword) {
+    ReportObject(cursor, "name", section.name_offset(), "right is {}", kind_->keyword);
   }
-  if (section.entry_count < schema_->keys.size()) {
+  if (section.entry_count < kind_->templates.size()) {
     cursor.Report("entry count", section.entry_count_offset, "it is {}, needed are {}",
-                  section.entry_count, schema_->keys.size());
+                  section.entry_count, kind_->templates.size());
   }
-  if (schema_->names == NameScope::kSection) entry_names_.Clear();
+  if (kind_->uniqueness != language::Uniqueness::kKeys) entry_names_.Clear();
 }
 
 void DebugRules::OnEntry(Cursor& cursor, DebugEntryView& entry) {
-  const SchemaKey* key = KeyOf(cursor, entry);
-  if (key == nullptr) return;
-  if (entry.notation != key->notation) {
+  const std::optional<language::Notation> notation = NotationOf(cursor, entry);
+  if (!notation) return;
+  if (entry.notation != *notation) {
     ReportObject(cursor, "notation", entry.notation_offset(), "it is {}, right is {}",
-                 entry.notation, key->notation);
+                 entry.notation, *notation);
   }
   if (entry.is_given()) {
     ++entries_;
-    CheckGiven(cursor, entry, (key->notation & kFreeName) != 0);
+    CheckGiven(cursor, entry, (*notation & language::kFreeName) != 0);
   } else {
-    const bool is_known = entry.ordinal < schema_->keys.size();
-    CheckNotGiven(cursor, entry, is_known && (key->notation & kRequired) == 0);
+    const bool is_known = entry.ordinal < kind_->templates.size();
+    CheckNotGiven(cursor, entry, is_known && (*notation & language::kRequired) == 0);
   }
 }
 
-// Which of those in the schema the entry is. Null when it can be none.
-const SchemaKey* DebugRules::KeyOf(Cursor& cursor, const DebugEntryView& entry) {
-  const std::vector<SchemaKey>& keys = schema_->keys;
-  if (entry.ordinal < keys.size()) {
-    const SchemaKey& key = keys[entry.ordinal];
-    if (entry.identifier == key.identifier) return &key;
+// The notation of an entry of such a section. None, reported, when the section cannot have it.
+std::optional<language::Notation> DebugRules::NotationOf(Cursor& cursor,
+                                                         const DebugEntryView& entry) {
+  if (entry.ordinal < kind_->templates.size()) {
+    const language::EntryTemplate& row = kind_->templates[entry.ordinal];
+    if (entry.identifier == row.identifier) return row.notation;
     ReportObject(cursor, "identifier", entry.offset, "it is 0x{:08X}, right is 0x{:08X} ({})",
-                 entry.identifier, static_cast<std::uint32_t>(key.identifier),
-                 SourceEntryKeyword(key.identifier));
-    return nullptr;
+                 entry.identifier, row.identifier, KeywordOf(row.identifier));
+    return std::nullopt;
   }
-  for (const SchemaKey& key : schema_->more) {
-    if (entry.identifier == key.identifier) return &key;
+  for (const language::FreeEntryRule& row : kind_->free_entries) {
+    if (entry.identifier == row.identifier) return row.notation;
   }
   ReportObject(cursor, "identifier", entry.offset, "no 0x{:08X} can stand here in a {} section",
-               entry.identifier, schema_->keyword);
-  return nullptr;
+               entry.identifier, kind_->keyword);
+  return std::nullopt;
 }
 
 void DebugRules::CheckNotGiven(Cursor& cursor, const DebugEntryView& entry, bool may_lack) {
@@ -143,17 +137,18 @@ void DebugRules::CheckNotGiven(Cursor& cursor, const DebugEntryView& entry, bool
 
 void DebugRules::CheckGiven(Cursor& cursor, const DebugEntryView& entry, bool is_free) {
   CheckName(cursor, entry, is_free);
-  if (entry.identifier == kKeyNAME && !section_names_.Insert(entry.fields[0].texts.front())) {
+  if (entry.identifier == language::ENTRY_NAME &&
+      !section_names_.Insert(entry.fields[0].texts.front())) {
     ReportPayload(cursor, "Text", entry.fields[0].extent.offset,
                   "a section of this kind before it has the name");
   }
-  if (entry.identifier == kKeyDEFINED_WORD) CheckDefinition(cursor, entry);
-  if (PayloadClassOf(entry.identifier) == PayloadClass::kValue) CheckValue(cursor, entry);
+  if (entry.identifier == language::ENTRY_DEFINED_WORD) CheckDefinition(cursor, entry);
+  if (language::PayloadOf(entry.identifier) == language::PAYLOAD_VALUE) CheckValue(cursor, entry);
 }
 
 // The key, or one that begins like it; no two alike.
 void DebugRules::CheckName(Cursor& cursor, const DebugEntryView& entry, bool is_free) {
-  const std::string_view keyword = SourceEntryKeyword(entry.identifier);
+  const std::string_view keyword = KeywordOf(entry.identifier);
   const bool fits =
       is_free ? entry.name.substr(0, keyword.size()) == keyword : entry.name == keyword;
   if (!fits) {
@@ -161,7 +156,8 @@ void DebugRules::CheckName(Cursor& cursor, const DebugEntryView& entry, bool is_
                  is_free ? "..." : "");
   } else if (HasPlainName(entry.identifier) && BeginsWithDigit(entry.name)) {
     ReportObject(cursor, "name", entry.name_offset(), "a name must not begin with a digit");
-  } else if (schema_->names != NameScope::kNone && !entry_names_.Insert(entry.name)) {
+  } else if (kind_->uniqueness != language::Uniqueness::kNothing &&
+             !entry_names_.Insert(entry.name)) {
     ReportObject(cursor, "name", entry.name_offset(), "an entry before it has the same name");
   }
 }
@@ -184,32 +180,35 @@ void DebugRules::CheckValue(Cursor& cursor, const DebugEntryView& entry) {
     ReportValue(cursor, "type code", entry.value_type_offset,
                 "it is {}, the type's name stands for {}", entry.value_type, type->value);
   }
-  if (entry.value_type == kCalculation) return CheckCalculation(cursor, entry);
-  const ValueShape& shape = ShapeOf(entry.value_type);
-  if (shape.list.name == nullptr) return;
+  if (entry.value_type == language::kComparison.code) return CheckCalculation(cursor, entry);
+  const language::ValueType& value = language::FindValueType(entry.value_type);
+  if (!value.HasList()) return;
   const DebugFieldView& list = entry.fields[entry.field_count - 1];
-  const std::size_t count = list.texts.size();
-  if (count < shape.least) {
-    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, needed are {}", count,
-                shape.least);
-  } else if (count > shape.most) {
-    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, the most are {}", count,
-                shape.most);
+  const std::size_t parts = 1 + value.TextCount() + list.texts.size();
+  if (parts < value.least) {
+    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, needed are {}",
+                list.texts.size(), value.least - 1 - value.TextCount());
+  } else if (parts > value.MostKept()) {
+    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, the most are {}",
+                list.texts.size(), value.MostKept() - 1 - value.TextCount());
   }
 }
 
 void DebugRules::CheckCalculation(Cursor& cursor, const DebugEntryView& entry) {
   const DebugFieldView* parts = &entry.fields[1];
-  const std::uint32_t code = OperatorCode(parts[0].texts.front());
+  const std::uint32_t code = language::OperatorCode(parts[0].texts.front());
+  const bool compares = language::IsComparison(code);
   if (code == 0) {
     ReportValue(cursor, parts[0].name, parts[0].extent.offset, "there is no such operator");
     return;
   }
-  for (std::size_t i = kArithmeticParts; i < entry.field_count - 1; ++i) {
+  // Only a comparison has as many as the record; the others are empty.
+  for (std::size_t i = language::FindValueType(entry.value_type).least - 1;
+       i < entry.field_count - 1; ++i) {
     const bool is_empty = parts[i].texts.front().empty();
-    if (is_empty && Compares(code)) {
+    if (is_empty && compares) {
       ReportValue(cursor, parts[i].name, parts[i].extent.offset, "a comparison needs it");
-    } else if (!is_empty && !Compares(code)) {
+    } else if (!is_empty && !compares) {
       ReportValue(cursor, parts[i].name, parts[i].extent.offset, "only a comparison has it");
     }
   }

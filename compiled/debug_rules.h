@@ -8,9 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/debug_walk.h"
-#include "compiled/section_schema.h"
+#include "compiled/file.h"
 #include "compiled/text_set.h"
+#include "ruxcomp/file/debug_meta_records.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::compiled {
 
@@ -18,17 +19,14 @@ namespace rux::compiled {
 // cannot stand where they do or under such a name, values that are not those of their types, words
 // and definitions without each other. The texts of values refer to other sections as the script
 // wrote them; whether they are right is for the check of the script to say, and not looked at here.
-class DebugRules : public DebugVisitor {
+class DebugRules : public DebugMetaVisitor {
  public:
-  void OnWordCount(Extent) override {}
-  void OnWord(Cursor& cursor, DebugWordView& word) override;
-  void OnKindCount(Extent) override {}
-  void OnKindBegin(Cursor& cursor, std::size_t ordinal, Extent section_count) override;
-  void OnFiles(Cursor& cursor, const Texts& files, Extent extent) override;
-  void OnSectionBegin(Cursor& cursor, const DebugSectionView& section) override;
-  void OnEntry(Cursor& cursor, DebugEntryView& entry) override;
-  void OnSectionEnd(Cursor&, DebugSectionView&) override {}
-  void OnEnd(Cursor& cursor) override;
+  void OnWord(Cursor& cursor, DebugWordView& word);
+  void OnKindBegin(Cursor& cursor, Extent section_count);
+  void OnFiles(const Texts& files, Extent extent);
+  void OnSectionBegin(Cursor& cursor, const DebugSectionView& section);
+  void OnEntry(Cursor& cursor, DebugEntryView& entry);
+  void OnEnd(Cursor& cursor);
 
   // What there is in the file.
   std::size_t words() const { return words_.size(); }
@@ -49,7 +47,7 @@ class DebugRules : public DebugVisitor {
     bool is_defined = false;
   };
 
-  const SchemaKey* KeyOf(Cursor& cursor, const DebugEntryView& entry);
+  std::optional<language::Notation> NotationOf(Cursor& cursor, const DebugEntryView& entry);
   void CheckNotGiven(Cursor& cursor, const DebugEntryView& entry, bool may_lack);
   void CheckGiven(Cursor& cursor, const DebugEntryView& entry, bool is_free);
   void CheckName(Cursor& cursor, const DebugEntryView& entry, bool is_free);
@@ -69,7 +67,7 @@ class DebugRules : public DebugVisitor {
   TextSet section_names_;
   TextSet entry_names_;  // of one section, or of all
   // The section that one is in.
-  const SectionSchema* schema_ = nullptr;
+  const language::SectionKind* kind_ = nullptr;
 };
 
 }  // namespace rux::compiled

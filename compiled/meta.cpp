@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "compiled/file_header.h"
-#include "compiled/meta_walk.h"
+#include "ruxcomp/file/meta_walk.h"
 
 namespace rux::compiled {
 namespace {
@@ -13,7 +12,7 @@ class Builder : public MetaVisitor {
  public:
   explicit Builder(CompiledMeta& meta) : meta_(meta) {}
 
-  void OnTable(Cursor&, MetaTableView view) override {
+  void OnTable(Cursor&, MetaTableView view) {
     CompiledTable& table = meta_.tables.emplace_back();
     table.base = view.base;
     table.length = view.length;
@@ -29,11 +28,11 @@ class Builder : public MetaVisitor {
     }
   }
 
-  void OnSectionBegin(Cursor&, const MetaSectionView& view) override {
+  void OnSectionBegin(Cursor&, const MetaSectionView& view) {
     meta_.sections.emplace_back().identifier = view.identifier;
   }
 
-  void OnEntry(Cursor&, MetaEntryView& view) override {
+  void OnEntry(Cursor&, MetaEntryView& view) {
     CompiledEntry& entry = meta_.sections.back().entries.emplace_back();
     entry.identifier = view.identifier;
     entry.values = ListOf(view.values);
@@ -41,13 +40,11 @@ class Builder : public MetaVisitor {
     entry.pieces = std::move(view.pieces);
   }
 
-  void OnSectionEnd(Cursor& cursor, MetaSectionView& view) override {
+  void OnSectionEnd(Cursor& cursor, MetaSectionView& view) {
     CompiledSection& section = meta_.sections.back();
     section.extent = {view.offset, cursor.offset() - view.offset};
     section.pieces = std::move(view.pieces);
   }
-
-  void OnEnd(Cursor&) override {}
 
  private:
   static std::vector<std::uint32_t> ListOf(const Words& words) {

@@ -12,9 +12,9 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/extent.h"
-#include "compiled/fault.h"
-#include "compiled/keep.h"
+#include "compiled/file.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {
 
@@ -32,7 +32,7 @@ struct CompiledSection {
   std::vector<Piece> pieces;  // identifier, entry count
 };
 
-using TableCells = std::array<std::uint8_t, 256>;
+using TableCells = std::array<std::uint8_t, language::kTableCells>;
 
 // A table block. Which of the three lists is filled depends on the class.
 struct CompiledTable {

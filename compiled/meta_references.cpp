@@ -2,49 +2,52 @@
 
 #include <utility>
 
-#include "compiled/index_class.h"
 #include "compiled/text_set.h"
-#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::compiled {
 namespace {
 
+constexpr std::uint32_t kTableSection = language::KindOf(language::SECTION_TABLE).compiled;
+
 // Reports as if the cursor were at that word.
 template <class... Args>
-void ReportAt(Cursor& cursor, WordPlace place, fmt::format_string<Args...> reason, Args&&... args) {
+void ReportAt(Cursor& cursor, WordPlace place, std::string_view reason, const Args&... args) {
   const Record sections(cursor, "sections");
   const Record section(cursor, "section", place.section);
   const Record entry(cursor, "entry", place.entry);
-  cursor.Report("value", place.offset, reason, std::forward<Args>(args)...);
+  cursor.Report("value", place.offset, reason, args...);
 }
 
 }  // namespace
 
 bool MetaReferences::Define(std::uint32_t index) {
-  return !std::exchange(NamesOf(ClassOfIndex(index))[OrdinalOfIndex(index)].is_defined, true);
+  return !std::exchange(NamesOf(language::ClassOf(index))[language::OrdinalOf(index)].is_defined,
+                        true);
 }
 
 void MetaReferences::Use(std::uint32_t index, WordPlace place) {
-  Name& name = NamesOf(ClassOfIndex(index))[OrdinalOfIndex(index)];
+  Name& name = NamesOf(language::ClassOf(index))[language::OrdinalOf(index)];
   if (name.first_use.offset == 0) name.first_use = place;
 }
 
 bool MetaReferences::NameSection(std::uint32_t section_identifier, std::uint32_t index) {
-  named_in_.resize(tables_.CountOf(RUX_CLASS_String));
-  if (section_identifier == RUX_SECT_TABLE) table_sections_.push_back(index);
-  return std::exchange(named_in_[OrdinalOfIndex(index)], section_identifier) != section_identifier;
+  named_in_.resize(tables_.CountOf(language::CLASS_String));
+  if (section_identifier == kTableSection) table_sections_.push_back(index);
+  return std::exchange(named_in_[language::OrdinalOf(index)], section_identifier) !=
+         section_identifier;
 }
 
 void MetaReferences::SetParent(std::uint32_t group, std::uint32_t parent, WordPlace place) {
-  Name& name = NamesOf(RUX_CLASS_Group)[OrdinalOfIndex(group)];
-  name.parent = OrdinalOfIndex(parent);
+  Name& name = NamesOf(language::CLASS_Group)[language::OrdinalOf(group)];
+  name.parent = language::OrdinalOf(parent);
   name.parent_place = place;
 }
 
 void MetaReferences::Check(Cursor& cursor) {
   DefineTables();
-  for (const std::uint32_t base :
-       {RUX_CLASS_Group, RUX_CLASS_Action, RUX_CLASS_Global, RUX_CLASS_TableName}) {
+  for (const std::uint32_t base : {language::CLASS_Group, language::CLASS_Action,
+                                   language::CLASS_Global, language::CLASS_TableName}) {
     CheckUses(cursor, base);
   }
   CheckParents(cursor);
@@ -52,10 +55,10 @@ void MetaReferences::Check(Cursor& cursor) {
 }
 
 MetaReferences::Names& MetaReferences::NamesOf(std::uint32_t base) {
-  Names& names = base == RUX_CLASS_Group    ? groups_
-                 : base == RUX_CLASS_Action ? actions_
-                 : base == RUX_CLASS_Global ? globals_
-                                            : table_names_;
+  Names& names = base == language::CLASS_Group    ? groups_
+                 : base == language::CLASS_Action ? actions_
+                 : base == language::CLASS_Global ? globals_
+                                                  : table_names_;
   if (names.empty()) names.resize(tables_.CountOf(base));
   return names;
 }
@@ -64,10 +67,10 @@ MetaReferences::Names& MetaReferences::NamesOf(std::uint32_t base) {
 void MetaReferences::DefineTables() {
   TextSet texts;
   for (const std::uint32_t index : table_sections_) texts.Insert(tables_.TextOf(index));
-  Names& names = NamesOf(RUX_CLASS_TableName);
+  Names& names = NamesOf(language::CLASS_TableName);
   for (std::size_t i = 0; i < names.size(); ++i) {
     const bool is_used = names[i].first_use.offset != 0;
-    const auto index = static_cast<std::uint32_t>(RUX_CLASS_TableName + i);
+    const auto index = static_cast<std::uint32_t>(language::CLASS_TableName + i);
     names[i].is_defined = is_used && !texts.Insert(tables_.TextOf(index));
   }
 }
@@ -77,7 +80,7 @@ void MetaReferences::CheckUses(Cursor& cursor, std::uint32_t base) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (names[i].first_use.offset == 0 || names[i].is_defined) continue;
     ReportAt(cursor, names[i].first_use, "it is {} {}, which stands nowhere in the file",
-             IndexClassName(base), i);
+             language::FindClass(base)->title, i);
   }
 }
 
@@ -101,7 +104,7 @@ void MetaReferences::CheckParents(Cursor& cursor) {
 // Each section of a table has its cells.
 void MetaReferences::CheckCells(Cursor& cursor) const {
   const MetaTableView& cells = tables_.cells();
-  if (cells.length == table_sections_.size() * RUX_TABLE_CELLS) return;
+  if (cells.length == table_sections_.size() * language::kTableCells) return;
   const Record record(cursor, "table", cells.ordinal);
   cursor.Report("length", cells.length_offset, "it is {}, TABLE sections: {}", cells.length,
                 table_sections_.size());

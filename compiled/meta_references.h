@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "compiled/cursor.h"
 #include "compiled/meta_tables.h"
+#include "ruxcomp/file/cursor.h"
 
 namespace rux::compiled {
 

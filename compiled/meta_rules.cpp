@@ -1,20 +1,17 @@
 #include "compiled/meta_rules.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "compiled/index_class.h"
-#include "compiled/keywords.h"
-#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {
 namespace {
 
 // VALUE: the value without a name of its own.
-constexpr std::uint32_t kPlainValue = RUX_CLASS_Value + 1;
+constexpr std::uint32_t kPlainValue = language::FixedIndex(language::CLASS_Value, "");
 
 constexpr std::uint32_t BitOf(std::uint32_t section_identifier) {
-  return std::uint32_t{1} << (section_identifier - kCompiledSection);
+  return std::uint32_t{1} << (section_identifier & language::kKindMask);
 }
 
 }  // namespace
@@ -26,14 +23,15 @@ void MetaRules::OnTable(Cursor& cursor, MetaTableView table) {
 void MetaRules::OnSectionBegin(Cursor& cursor, const MetaSectionView& section) {
   ++sections_;
   if (!tables_.complete()) return;
-  schema_ = &SchemaOf(section.identifier);
+  kind_ = language::FindCompiledKind(section.identifier);
   const bool goes_on = section.identifier == identifier_;
-  if (!goes_on || schema_->source->names == NameScope::kSection) {
+  if (!goes_on || kind_->uniqueness != language::Uniqueness::kKeys) {
     name_scope_ = static_cast<std::uint32_t>(section.ordinal) + 1;
   }
   CheckKind(cursor, section);
-  next_key_ = schema_->keys.data();
-  keys_end_ = next_key_ + schema_->keys.size();
+  const language::Rows<language::CompiledEntry> keys = language::CompiledEntriesOf(*kind_);
+  next_key_ = keys.begin();
+  keys_end_ = keys.end();
   value_rules_.BeginSection(section);
 }
 
@@ -42,13 +40,11 @@ void MetaRules::CheckKind(Cursor& cursor, const MetaSectionView& section) {
   const bool goes_on = std::exchange(identifier_, section.identifier) == section.identifier;
   const bool was_there = (kinds_ & BitOf(section.identifier)) != 0;
   kinds_ |= BitOf(section.identifier);
-  if (was_there && schema_->source->is_single) {
-    cursor.Report("identifier", section.offset, "there is a {} section before it",
-                  schema_->source->keyword);
+  if (was_there && kind_->uniqueness == language::Uniqueness::kSingle) {
+    cursor.Report("identifier", section.offset, "there is a {} section before it", kind_->keyword);
   } else if (was_there && !goes_on) {
     cursor.Report("identifier", section.offset,
-                  "sections of kind {} stand before those of another kind, too",
-                  schema_->source->keyword);
+                  "sections of kind {} stand before those of another kind, too", kind_->keyword);
   }
 }
 
@@ -56,20 +52,22 @@ void MetaRules::OnEntry(Cursor& cursor, MetaEntryView& entry) {
   ++entries_;
   values_ += entry.values.size();
   if (!tables_.complete()) return;
-  if (const CompiledKey* key = TakeKey(cursor, entry)) {
-    if (key->content == Content::kTypedValue) CheckValueKey(cursor, entry);
+  if (const language::CompiledEntry* key = TakeKey(cursor, entry)) {
+    if (key->content == language::Content::kTypedValue) CheckValueKey(cursor, entry);
     value_rules_.CheckEntry(cursor, entry, key->content);
   } else if (IsNamedEntry(cursor, entry)) {
     CheckTwice(cursor, entry);
-    if (ClassOfIndex(entry.identifier) == RUX_CLASS_Global) references_.Define(entry.identifier);
+    const std::uint32_t base = language::ClassOf(entry.identifier);
+    if (base == language::CLASS_Global) references_.Define(entry.identifier);
     value_rules_.AddLocalValue(entry.identifier);
-    value_rules_.CheckEntry(cursor, entry, ContentOfNamed(entry.identifier));
+    value_rules_.CheckEntry(cursor, entry, language::ContentOfNamed(base));
   }
 }
 
 // Keys of values have the indices of their names for identifiers like others.
 void MetaRules::CheckValueKey(Cursor& cursor, const MetaEntryView& entry) {
-  if (!tables_.Check(cursor, "identifier", entry.offset, entry.identifier, RUX_CLASS_Value)) return;
+  if (!tables_.Check(cursor, "identifier", entry.offset, entry.identifier, language::CLASS_Value))
+    return;
   // VALUE, and a "VALUE_" with nothing behind it, have the same name.
   if (entry.identifier == kPlainValue) {
     value_rules_.AddLocalValue(kPlainValue);
@@ -80,7 +78,7 @@ void MetaRules::CheckValueKey(Cursor& cursor, const MetaEntryView& entry) {
 
 // The key of the schema that the entry is; null when it is another entry. Behind the first other
 // entry there are no more keys.
-const CompiledKey* MetaRules::TakeKey(Cursor& cursor, const MetaEntryView& entry) {
+const language::CompiledEntry* MetaRules::TakeKey(Cursor& cursor, const MetaEntryView& entry) {
   for (; next_key_ != keys_end_; ++next_key_) {
     if (next_key_->identifier == entry.identifier) return next_key_++;
     if (next_key_->is_required) ReportMissing(cursor, "identifier", entry.offset);
@@ -94,33 +92,31 @@ void MetaRules::ReportMissing(Cursor& cursor, const char* field, std::size_t off
 
 // Whether the identifier is the index of a name that such a section can have entries of.
 bool MetaRules::IsNamedEntry(Cursor& cursor, const MetaEntryView& entry) {
-  const std::vector<std::uint32_t>& classes = schema_->name_classes;
-  const std::uint32_t base = ClassOfIndex(entry.identifier);
-  if (std::find(classes.begin(), classes.end(), base) != classes.end()) {
+  const std::uint32_t base = language::ClassOf(entry.identifier);
+  if (language::HoldsIndices(*kind_, base)) {
     return tables_.Check(cursor, "identifier", entry.offset, entry.identifier, base);
   }
-  const char* keyword = CompiledEntryKeyword(entry.identifier);
-  if (keyword == nullptr) keyword = IndexClassName(base);
-  if (keyword == nullptr) {
+  const language::EntryRow* fixed = language::FindCompiledEntryRow(entry.identifier);
+  const language::ClassRow* named = language::FindClass(base);
+  if (fixed == nullptr && named == nullptr) {
     cursor.Report("identifier", entry.offset, "there is no identifier 0x{:08X}", entry.identifier);
   } else {
-    cursor.Report("identifier", entry.offset, "no {} can stand here in a {} section", keyword,
-                  schema_->source->keyword);
+    cursor.Report("identifier", entry.offset, "no {} can stand here in a {} section",
+                  fixed != nullptr ? fixed->keyword : named->title, kind_->keyword);
   }
   return false;
 }
 
 void MetaRules::CheckTwice(Cursor& cursor, const MetaEntryView& entry) {
-  const std::uint32_t base = ClassOfIndex(entry.identifier);
-  std::vector<std::uint32_t>& scopes = scopes_[base >> 24];
+  const std::uint32_t base = language::ClassOf(entry.identifier);
+  std::vector<std::uint32_t>& scopes = scopes_[base >> language::kClassShift];
   if (scopes.empty()) scopes.resize(tables_.CountOf(base));
-  std::uint32_t& scope = scopes[OrdinalOfIndex(entry.identifier)];
+  std::uint32_t& scope = scopes[language::OrdinalOf(entry.identifier)];
   if (std::exchange(scope, name_scope_) != name_scope_) return;
   cursor.Report("identifier", entry.offset, "an entry before it has the same name");
 }
 
-void MetaRules::OnSectionEnd(Cursor& cursor, MetaSectionView& section) {
-  static_cast<void>(section);
+void MetaRules::OnSectionEnd(Cursor& cursor, MetaSectionView&) {
   if (!tables_.complete()) return;
   for (; next_key_ != keys_end_; ++next_key_) {
     if (next_key_->is_required) ReportMissing(cursor, "end", cursor.offset());

@@ -8,7 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "compiled/meta_walk.h"
+#include "compiled/file.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {
 
@@ -21,7 +23,7 @@ class MetaTables {
   bool complete() const { return taken_ == tables_.size(); }
 
   // How many indices a class has, and what one of them stands for.
-  std::uint32_t CountOf(std::uint32_t base) const { return counts_[base >> 24]; }
+  std::uint32_t CountOf(std::uint32_t base) const { return counts_[base >> language::kClassShift]; }
   std::string_view TextOf(std::uint32_t index) const;
   std::uint32_t NumberOf(std::uint32_t index) const;
 
@@ -37,7 +39,7 @@ class MetaTables {
 
   // Of all tables together.
   std::size_t TextCount() const;
-  std::size_t NumberCount() const { return TableOf(RUX_CLASS_Dword).numbers.size(); }
+  std::size_t NumberCount() const { return TableOf(language::CLASS_Dword).numbers.size(); }
   // What is odd about the names of properties, the only ones that can be.
   const std::string& note() const { return tables_.front().note; }
 
@@ -48,7 +50,7 @@ class MetaTables {
               std::uint32_t base) const;
   const MetaTableView& TableOf(std::uint32_t base) const;
 
-  std::array<MetaTableView, kTableClasses.size()> tables_;
+  std::array<MetaTableView, language::kBlockCount> tables_;
   std::array<std::uint32_t, 256> counts_ = {};  // by the top byte of the class
   std::size_t taken_ = 0;
 };

@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "compiled/compiled_schema.h"
 #include "compiled/meta_references.h"
 #include "compiled/meta_tables.h"
-#include "compiled/meta_walk.h"
-#include "compiled/value_shape.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/language/compiled_entries.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::compiled {
 
@@ -23,7 +23,7 @@ class ValueRules {
       : tables_(tables), references_(references) {}
 
   void BeginSection(const MetaSectionView& section);
-  void CheckEntry(Cursor& cursor, const MetaEntryView& entry, Content content);
+  void CheckEntry(Cursor& cursor, const MetaEntryView& entry, language::Content content);
   // The section has an entry of that name, for its other values to mention.
   void AddLocalValue(std::uint32_t identifier) { local_values_.push_back(identifier); }
   void EndSection(Cursor& cursor);
@@ -51,12 +51,12 @@ class ValueRules {
   }
   static void ReportCount(Values values, Range right);
   bool Check(Values values, std::size_t i, std::uint32_t base);
-  void CheckText(Values values, Content content);
+  void CheckText(Values values, language::Content content);
   void CheckNumber(Values values);
   void CheckParent(Values values);
   void CheckTypedValue(Values values);
   void CheckRepetition(Values values);
-  void CheckPart(Values values, std::size_t i, Role role, std::size_t last_argument);
+  void CheckPart(Values values, std::size_t i, language::Role role, std::size_t last_argument);
   void CheckOperand(Values values, std::size_t i, std::size_t last_argument);
   void Define(Values values, std::uint32_t base);
   void Use(Values values, std::size_t i, std::uint32_t base);

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "compiled/debug_rules.h"
-#include "compiled/debug_walk.h"
 #include "compiled/meta_rules.h"
-#include "compiled/meta_walk.h"
+#include "ruxcomp/file/debug_meta_walk.h"
+#include "ruxcomp/file/meta_walk.h"
 
 namespace rux::compiled {
 namespace {

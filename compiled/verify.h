@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/fault.h"
-#include "compiled/file_header.h"
+#include "compiled/file.h"
+#include "ruxcomp/file/fault.h"
 
 namespace rux::compiled {
 

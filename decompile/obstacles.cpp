@@ -8,7 +8,8 @@
 #include <string_view>
 
 #include "reader/script.h"
-#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 #include "sources/script_path.h"
 #include "sources/sub_strings.h"
 #include "support/safe_text.h"
@@ -23,14 +24,14 @@ std::string PlaceOf(const compiled::DebugMeta& meta, const compiled::DebugObject
   return fmt::format("{}:{}", support::SafeText(path), object.line);
 }
 
-constexpr std::uint32_t kGroup = 0x20000000 + (RUX_SECT_GROUP & 0xFFFFFF);
-constexpr std::string_view kRoot = "0";  // the PARENT that needs no section
+namespace language = ruxcomp::language;
 
 // The text of an entry that a section has; empty when the script did not give it.
-std::string_view TextOf(const compiled::DebugSection& section, std::string_view key) {
+std::string_view TextOf(const compiled::DebugSection& section, language::EntryId identifier) {
   for (const compiled::DebugEntry& entry : section.entries) {
-    if (entry.name != key || entry.fields.empty() || entry.fields.front().is_list) continue;
-    return entry.fields.front().texts.front();
+    if (entry.identifier == identifier && !entry.fields.empty()) {
+      return entry.fields.front().texts.front();
+    }
   }
   return {};
 }
@@ -45,17 +46,18 @@ bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
 
 std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
   for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
-    if (kind.empty() || kind.front().identifier != kGroup) continue;
+    if (kind.empty() || kind.front().identifier != language::SECTION_GROUP) continue;
     std::map<std::string_view, std::size_t> ordinals;
-    for (std::size_t i = 0; i < kind.size(); ++i) ordinals.emplace(TextOf(kind[i], "NAME"), i);
+    for (std::size_t i = 0; i < kind.size(); ++i)
+      ordinals.emplace(TextOf(kind[i], language::ENTRY_NAME), i);
     for (std::size_t i = 0; i < kind.size(); ++i) {
-      const std::string_view name = TextOf(kind[i], "PARENT");
-      const auto parent = name == kRoot ? ordinals.end() : ordinals.find(name);
+      const std::string_view name = TextOf(kind[i], language::ENTRY_PARENT);
+      const auto parent = name == language::kRootGroup ? ordinals.end() : ordinals.find(name);
       if (parent == ordinals.end() || parent->second <= i) continue;
       return fmt::format(
           "{}: [GROUP] {} stands before its parent {} ({}): several files can have that order, one "
           "script cannot",
-          PlaceOf(meta, kind[i]), support::NameText(TextOf(kind[i], "NAME")),
+          PlaceOf(meta, kind[i]), support::NameText(TextOf(kind[i], language::ENTRY_NAME)),
           support::NameText(parent->first), PlaceOf(meta, kind[parent->second]));
     }
   }

@@ -7,33 +7,19 @@
 #include <map>
 #include <string_view>
 
-#include "compiled/keywords.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::decompile {
 namespace {
 
-constexpr std::uint32_t kCalculation = 2;
-
-bool IsComparison(std::string_view text) {
-  constexpr std::uint32_t kFirstComparison = 101;
-  static constexpr struct {
-    std::string_view text;
-    std::uint32_t code;
-  } kOperators[] = {
-#define OPERATOR(text, code) {text, code},
-#include "ruxcomp/language/operators.def"
-  };
-  for (const auto& row : kOperators) {
-    if (row.text == text) return row.code >= kFirstComparison;
-  }
-  return false;
-}
+namespace language = ruxcomp::language;
 
 bool IsGiven(const compiled::DebugEntry& entry) { return entry.payload_type != 0; }
 
 bool IsDefinition(const compiled::DebugEntry& entry) {
-  return IsGiven(entry) &&
-         compiled::PayloadClassOf(entry.identifier) == compiled::PayloadClass::kNumber;
+  return IsGiven(entry) && language::PayloadOf(entry.identifier) == language::PAYLOAD_DWORD;
 }
 
 // Calls use(keyword, section) for every section that the script gets, in order.
@@ -41,8 +27,8 @@ template <class Use>
 void ForEachSection(const compiled::DebugMeta& meta, Use use) {
   for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
     for (const compiled::DebugSection& section : kind) {
-      const char* keyword = compiled::SourceSectionKeyword(section.identifier);
-      if (keyword != std::string_view("INCLUDE")) use(keyword, section);
+      if (section.identifier == language::SECTION_INCLUDE) continue;
+      use(language::FindSourceKind(section.identifier)->keyword, section);
     }
   }
 }
@@ -80,9 +66,10 @@ std::vector<std::string> PartsOf(const compiled::DebugEntry& entry) {
   for (const compiled::DebugField& field : entry.fields) {
     parts.insert(parts.end(), field.texts.begin(), field.texts.end());
   }
-  // Type, operator and two operands: the other two only count in comparisons.
-  constexpr std::size_t kOfArithmetic = 4;
-  if (entry.value_type == kCalculation && !IsComparison(parts[1])) parts.resize(kOfArithmetic);
+  // The record of a calculation has also the operands that only comparisons have.
+  if (entry.value_type == language::kComparison.code) {
+    parts.resize(language::TypeFor(entry.value_type, parts[1]).most);
+  }
   return parts;
 }
 

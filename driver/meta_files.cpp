@@ -5,14 +5,13 @@
 #include <algorithm>
 
 #include "compiled/debug_meta.h"
-#include "compiled/debug_source.h"
-#include "compiled/file_header.h"
+#include "compiled/file.h"
 #include "compiled/verify.h"
-#include "compiled/words.h"
 #include "driver/depfile.h"
 #include "driver/overwriting.h"
 #include "driver/unchanged.h"
 #include "ruxcomp/compile.h"
+#include "ruxcomp/language/words.h"
 #include "sources/script_path.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
@@ -96,9 +95,9 @@ void MetaFiles::KeepNone(const sources::SourceFiles& sources) {
 
 support::NewFile& MetaFiles::Add(const std::string& path, support::MemoryFile& file) {
   if (options_.creation_time) {
-    char time[compiled::kWordSize];
-    compiled::StoreWord(*options_.creation_time, time);
-    file.Overwrite(compiled::kCreationTimeOffset, {time, sizeof time});
+    char time[ruxcomp::language::kWordSize];
+    ruxcomp::language::StoreWord(time, *options_.creation_time);
+    file.Overwrite(compiled::kTimeOffset, {time, sizeof time});
   }
   return files_.emplace_back(support::NewFile{path, file.Bytes()});
 }

@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "compiled/file_header.h"
+#include "compiled/file.h"
 #include "support/descriptor.h"
 
 namespace rux::driver {

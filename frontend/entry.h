@@ -15,8 +15,9 @@
 
 class CRUXSection;
 namespace ruxcomp::language {
+struct Reference;
 struct ValueType;
-}
+}  // namespace ruxcomp::language
 
 // The `pass` argument of the checks: the check of the whole model drops the text of an entry once
 // it is turned into the payload; a check that acts while the script is read leaves it for that one.
@@ -65,6 +66,8 @@ class CRUXEntry : public CRUXObj {
   std::uint32_t ChkDigital(const std::string& text, const CheckContext& context);
   std::uint32_t ChkActionParamNum(const std::string& action, std::uint32_t count,
                                   const CheckContext& context);
+  std::uint32_t ChkReference(const ruxcomp::language::Reference& reference, const std::string& text,
+                             const CheckContext& context);
 
  protected:
   // What every first pass begins with: presence, name, payload type. True when the caller goes on;
@@ -100,11 +103,6 @@ class CGESTRING : public CRUXEntry {
   using CRUXEntry::CRUXEntry;
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
   std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
-
- private:
-  std::uint32_t ChkParentGroup(const std::string& text, const CheckContext& context);
-  std::uint32_t ChkParentPelmGroup(const std::string& text, const CheckContext& context);
-  std::uint32_t ChkListedSensor(const std::string& text, const CheckContext& context);
 };
 
 class CGESTRINGLIST : public CRUXEntry {

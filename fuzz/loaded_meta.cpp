@@ -3,7 +3,7 @@
 #include <map>
 #include <vector>
 
-#include "compiled/meta_index.h"
+#include "compiled/datum.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "ruxcomp/query.h"
@@ -22,8 +22,8 @@ bool IsFirst(const std::vector<Item>& items, std::size_t ordinal) {
 // an index, and the largest number cannot be told from none.
 tagTBLDATA ExpectedData(const rux::compiled::CompiledMeta& meta, std::uint32_t index) {
   tagTBLDATA data = {RUX_DATA_NONE, index, {nullptr}};
-  const std::uint32_t base = rux::compiled::ClassOfIndex(index);
-  const std::uint32_t ordinal = rux::compiled::OrdinalOfIndex(index);
+  const std::uint32_t base = ruxcomp::language::ClassOf(index);
+  const std::uint32_t ordinal = ruxcomp::language::OrdinalOf(index);
   const rux::compiled::CompiledTable* table = rux::compiled::TableOf(meta, base);
   if (base == RUX_CLASS_Small || base == RUX_CLASS_ValueType || base == RUX_CLASS_Operator) {
     data.kind = RUX_DATA_NUMBER;

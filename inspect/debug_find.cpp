@@ -3,13 +3,13 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 #include <string>
 
-#include "compiled/keywords.h"
-#include "inspect/kinds.h"
 #include "inspect/section_search.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
@@ -17,27 +17,18 @@
 namespace rux::inspect {
 namespace {
 
+namespace language = ruxcomp::language;
+
 support::Failure WrongPath(const std::string& text) {
   return support::Failure(support::ExitStatus::kWrongUsage, text);
-}
-
-// A number as scripts write it: of ten characters at most, and its beginning counts.
-std::optional<std::uint32_t> NumberOf(const std::string& text) {
-  constexpr std::size_t kLongest = 10;
-  const bool is_hexadecimal = text.rfind("0x", 0) == 0 || text.rfind("0X", 0) == 0;
-  const std::size_t first_digit = is_hexadecimal ? 2 : 0;
-  if (text.size() <= first_digit || text.size() > kLongest) return std::nullopt;
-  const auto number =
-      static_cast<std::uint32_t>(std::strtoul(text.c_str(), nullptr, is_hexadecimal ? 16 : 10));
-  if (number == 0 && text[first_digit] != '0') return std::nullopt;
-  return number;
 }
 
 std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {
   for (const compiled::DebugWord& word : meta.words) {
     if (word.name == text) return word.value;
   }
-  return NumberOf(text);
+  const language::Number number = language::ReadNumber(text);
+  return number.is_number ? std::optional(number.value) : std::nullopt;
 }
 
 // The text of the first entry of that identifier, when it was given.
@@ -57,7 +48,7 @@ class Sections {
       : meta_(meta), keyword_(keyword) {
     for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
       for (const compiled::DebugSection& section : kind) {
-        if (compiled::SourceSectionKeyword(section.identifier) == keyword)
+        if (language::FindSourceKind(section.identifier)->keyword == keyword)
           sections_.push_back(&section);
       }
     }
@@ -111,7 +102,7 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
   for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
     for (const compiled::DebugSection& section : kind) {
       for (const compiled::DebugEntry& entry : section.entries) {
-        if (entry.identifier == compiled::kKeyDEFINED_WORD && entry.name == name) {
+        if (entry.identifier == language::ENTRY_DEFINED_WORD && entry.name == name) {
           found.push_back({&section, &entry});
         }
       }
@@ -128,9 +119,9 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
 
 std::string ExpectKeyword(const std::string& keyword) {
   std::vector<std::string> keywords;
-#define SECTION(section_keyword, kind, notation, form, naming, uniqueness) \
-  keywords.emplace_back(#section_keyword);
-#include "ruxcomp/language/sections.def"
+  for (const language::SectionKind& kind : language::kSectionKinds) {
+    keywords.emplace_back(kind.keyword);
+  }
   keywords.emplace_back(kWordKind);
   for (const std::string& each : keywords) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
@@ -140,12 +131,12 @@ std::string ExpectKeyword(const std::string& keyword) {
 }
 
 std::optional<std::string> NameOf(const compiled::DebugSection& section) {
-  return TextOf(section, compiled::kKeyNAME);
+  return TextOf(section, language::ENTRY_NAME);
 }
 
 std::optional<std::uint32_t> IdOf(const compiled::DebugMeta& meta,
                                   const compiled::DebugSection& section) {
-  const std::optional<std::string> text = TextOf(section, compiled::kKeyID);
+  const std::optional<std::string> text = TextOf(section, language::ENTRY_ID);
   return text ? NumberOf(meta, *text) : std::nullopt;
 }
 
@@ -153,9 +144,9 @@ std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<
   const std::string keyword = ExpectKeyword(path.front().text);
   if (path.size() == 1) throw WrongPath("the path names nothing of kind " + keyword);
   const PathStep& step = path[1];
-  const Kind* kind = FindKind(keyword);
+  const language::SectionKind* kind = language::FindKind(keyword);
   const bool names_section =
-      keyword != kWordKind && ((kind != nullptr && kind->has_names) || OrdinalOf(step));
+      keyword != kWordKind && ((kind != nullptr && kind->HasNames()) || OrdinalOf(step));
   if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on behind an entry");
   if (keyword == kWordKind) return FindWord(meta, step.text);
   const Sections sections(meta, keyword);

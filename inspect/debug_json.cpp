@@ -1,8 +1,9 @@
 // A debug meta file for programs.
-#include "compiled/keywords.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
 namespace {
@@ -46,13 +47,14 @@ void WriteField(JsonObject& json, const compiled::DebugField& field) {
 
 void WriteEntry(JsonObject& json, const compiled::DebugEntry& entry, const RawJson& raw) {
   WriteObject(json, entry);
-  json.Member("keyword", compiled::SourceEntryKeyword(entry.identifier));
+  json.Member("keyword", ruxcomp::language::FindEntryRow(entry.identifier)->keyword);
   json.Member("given", entry.payload_type != 0);
   if (entry.payload_type != 0) {
-    const compiled::PayloadClass payload = compiled::PayloadClassOf(entry.payload_type);
-    if (payload == compiled::PayloadClass::kNumber) json.Member("number", entry.number);
-    if (payload == compiled::PayloadClass::kValue) json.Member("type", entry.value_type);
-    if (payload != compiled::PayloadClass::kNumber) json.Objects("parts", entry.fields, WriteField);
+    const std::uint32_t payload = ruxcomp::language::PayloadOf(entry.payload_type);
+    const bool is_number = payload == ruxcomp::language::PAYLOAD_DWORD;
+    if (is_number) json.Member("number", entry.number);
+    if (payload == ruxcomp::language::PAYLOAD_VALUE) json.Member("type", entry.value_type);
+    if (!is_number) json.Objects("parts", entry.fields, WriteField);
   }
   raw.Write(json, entry.pieces);
 }

@@ -4,28 +4,30 @@
 
 #include <cstddef>
 
-#include "compiled/keywords.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {
 namespace {
 
 std::string ClassText(const compiled::DebugEntry& entry) {
-  switch (compiled::PayloadClassOf(entry.payload_type)) {
-    case compiled::PayloadClass::kNumber:
+  switch (ruxcomp::language::PayloadOf(entry.payload_type)) {
+    case ruxcomp::language::PAYLOAD_DWORD:
       return "number";
-    case compiled::PayloadClass::kText:
+    case ruxcomp::language::PAYLOAD_STRING:
       return "text";
-    case compiled::PayloadClass::kList:
+    case ruxcomp::language::PAYLOAD_STRINGLIST:
       return "list";
-    case compiled::PayloadClass::kValue:
+    case ruxcomp::language::PAYLOAD_VALUE:
       return fmt::format("value of type {}", entry.value_type);
-    case compiled::PayloadClass::kRepeater:
+    case ruxcomp::language::PAYLOAD_REPEATER:
       return "repeater";
+    default:
+      return "";
   }
-  return "";
 }
 
 std::string NotationText(std::uint32_t notation) {
@@ -72,7 +74,8 @@ class DebugLister {
     const std::string keyword =
         sections.empty()
             ? ""
-            : std::string(compiled::SourceSectionKeyword(sections[0].identifier)) + ", ";
+            : std::string(ruxcomp::language::FindSourceKind(sections[0].identifier)->keyword) +
+                  ", ";
     listing_.Blank();
     listing_.Line(fmt::format("kind block {}: {}sections: {}", ordinal, keyword, sections.size()),
                   meta_.section_counts[ordinal]);

@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "compiled/keywords.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
 #include "sources/script_path.h"
 #include "support/safe_text.h"
 
@@ -31,7 +32,7 @@ std::size_t CountOfGivenFields(const std::vector<compiled::DebugField>& fields) 
 }  // namespace
 
 std::string ValueText(const compiled::DebugEntry& entry) {
-  if (compiled::PayloadClassOf(entry.payload_type) == compiled::PayloadClass::kNumber) {
+  if (ruxcomp::language::PayloadOf(entry.payload_type) == ruxcomp::language::PAYLOAD_DWORD) {
     return fmt::format("{0} (0x{0:X})", entry.number);
   }
   std::string joined;
@@ -49,19 +50,15 @@ std::string EntryText(const compiled::DebugEntry& entry) {
 }
 
 std::string KeyText(const compiled::DebugEntry& entry) {
-  return support::SafeText(entry.payload_type == 0 ? compiled::SourceEntryKeyword(entry.identifier)
-                                                   : entry.name);
+  return support::SafeText(entry.payload_type == 0
+                               ? ruxcomp::language::FindEntryRow(entry.identifier)->keyword
+                               : entry.name);
 }
 
 std::vector<std::string> NotationNames(std::uint32_t notation) {
-  // Two bits are carried on values without a meaning of their own.
-  constexpr struct {
-    std::uint32_t bit;
-    const char* name;
-  } kBits[] = {{1, "required"}, {2, "optional"}, {4, "bit 4"}, {8, "free name"}, {32, "bit 32"}};
   std::vector<std::string> names;
-  for (const auto& [bit, name] : kBits) {
-    if ((notation & bit) != 0) names.emplace_back(name);
+  for (const auto& [bit, title] : ruxcomp::language::kNotationBits) {
+    if ((notation & bit) != 0) names.emplace_back(title);
     notation &= ~bit;
   }
   if (notation != 0) names.push_back(fmt::format("unknown bits 0x{:X}", notation));

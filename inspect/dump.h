@@ -6,7 +6,7 @@
 #include <string>
 
 #include "compiled/debug_meta.h"
-#include "compiled/file_header.h"
+#include "compiled/file.h"
 #include "compiled/meta.h"
 #include "inspect/listing.h"
 #include "inspect/raw_json.h"

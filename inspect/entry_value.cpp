@@ -40,13 +40,13 @@ std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type
 
 EntryValue ValueOf(const ruxcomp::Entry& entry) {
   const ruxcomp::Values values = entry.values();
-  const std::uint32_t entry_class = compiled::ClassOfIndex(entry.identifier());
+  const std::uint32_t entry_class = ruxcomp::language::ClassOf(entry.identifier());
   if (entry_class == RUX_CLASS_Repeater) {
     return {std::nullopt, PartsOf(values, ruxcomp::language::kRepeaterType, 0)};
   }
   if (entry_class == RUX_CLASS_Value || entry_class == RUX_CLASS_Global) {
     const compiled::Datum type = DatumOf(entry.value());
-    if (type.is == compiled::Datum::Class::kType)
+    if (type.Is(ruxcomp::language::CLASS_ValueType))
       return {type.number, PartsOf(values, type.number, 1)};
   }
   return {std::nullopt, {PartOf(values, "", values.size() != 1, 0, values.size())}};

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "compiled/index_class.h"
+#include "compiled/datum.h"
 #include "ruxcomp/model.h"
 
 namespace rux::inspect {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/extent.h"
+#include "compiled/file.h"
 
 namespace rux::inspect {
 

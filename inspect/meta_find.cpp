@@ -18,14 +18,14 @@ std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
   return section.ordinal();
 }
 
-NamedSections NamesOf(const MetaView& meta, const Kind& kind) {
+NamedSections NamesOf(const MetaView& meta, const ruxcomp::language::SectionKind& kind) {
   const ruxcomp::Sections sections = meta.SectionsOf(kind);
   const auto name = [=](std::size_t i) -> std::optional<std::string> {
     if (!sections[i].has_name()) return std::nullopt;
     return std::string(sections[i].name());
   };
   const ruxcomp::Model* model = &meta.model();
-  const std::uint32_t section = kind.section;
+  const std::uint32_t section = kind.compiled;
   return {
       kind.keyword,
       sections.size(),
@@ -58,16 +58,17 @@ ruxcomp::Entry FindEntry(const ruxcomp::Section& section, const std::string& key
 }
 
 // The entry of that key in the first section of the kind that has it.
-Found FindInAny(const MetaView& meta, const Kind& kind, const std::string& key) {
+Found FindInAny(const MetaView& meta, const ruxcomp::language::SectionKind& kind,
+                const std::string& key) {
   for (const std::string& name : compiled::NamesOfKey(key)) {
-    const ruxcomp::Section section = meta.model().section_named(kind.section, name);
+    const ruxcomp::Section section = meta.model().section_named(kind.compiled, name);
     if (const ruxcomp::Entry entry = EntryByName(section, key)) return {section, entry};
   }
   std::vector<std::string> keys;
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     if (const ruxcomp::Entry entry = FindEntry(section, key, keys)) return {section, entry};
   }
-  throw NoEntry("no " + kind.keyword + " section has an", key, keys);
+  throw NoEntry(std::string("no ") + kind.keyword + " section has an", key, keys);
 }
 
 // The n-th of all values of the entry.
@@ -92,37 +93,40 @@ EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
                  support::NearText(name, names));
 }
 
-void CheckForm(const Kind& kind, const std::vector<PathStep>& path) {
+void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
   if (path.size() == 1) {
     throw support::Failure(
         support::ExitStatus::kWrongUsage,
-        "the path names no section (rux ls lists those of kind " + kind.keyword + ")");
+        std::string("the path names no section (rux ls lists those of kind ") + kind.keyword + ")");
   }
 }
 
 }  // namespace
 
-const Kind& ExpectKind(const std::string& keyword) {
-  if (const Kind* kind = FindKind(keyword)) return *kind;
+const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword) {
   std::vector<std::string> keywords;
-  for (const Kind& kind : Kinds()) keywords.push_back(kind.keyword);
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
+    if (strcasecmp(kind.keyword, keyword.c_str()) == 0) return kind;
+    keywords.emplace_back(kind.keyword);
+  }
   throw NotThere("meta files have no kind " + support::NameText(keyword) +
                  support::NearText(keyword, keywords));
 }
 
 Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
-  const Kind& kind = ExpectKind(path.front().text);
+  const ruxcomp::language::SectionKind& kind = ExpectKind(path.front().text);
   CheckForm(kind, path);
   const ruxcomp::Sections sections = meta.SectionsOf(kind);
-  if (sections.empty()) throw NotThere("there is no " + kind.keyword + " section");
+  if (sections.empty()) throw NotThere(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;
   Found found;
-  if (kind.has_names || OrdinalOf(*step)) {
+  if (kind.HasNames() || OrdinalOf(*step)) {
     found.section = sections[FindSection(NamesOf(meta, kind), *step++)];
     if (step == path.end()) return found;
     std::vector<std::string> keys;
     found.entry = FindEntry(found.section, step->text, keys);
-    if (!found.entry) throw NoEntry("the " + kind.keyword + " section has no", step->text, keys);
+    if (!found.entry)
+      throw NoEntry(std::string("the ") + kind.keyword + " section has no", step->text, keys);
   } else {
     found = FindInAny(meta, kind, step->text);
   }

@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "inspect/entry_value.h"
-#include "inspect/kinds.h"
 #include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
 
 // The kind of that keyword. Throws a Failure that names the kinds near it.
-const Kind& ExpectKind(const std::string& keyword);
+const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword);
 
 // What a path leads to: a section, one of its entries, or a part of that entry.
 struct Found {

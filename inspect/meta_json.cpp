@@ -2,10 +2,10 @@
 #include <cstddef>
 #include <map>
 
-#include "compiled/keywords.h"
-#include "compiled/meta_index.h"
+#include "compiled/datum.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
 namespace {
@@ -34,7 +34,7 @@ void WriteEntry(JsonObject& json, const compiled::CompiledMeta& meta,
 void WriteSection(JsonObject& json, const compiled::CompiledMeta& meta,
                   const compiled::CompiledSection& section, std::size_t ordinal,
                   const RawJson& raw) {
-  json.Member("kind", compiled::CompiledSectionKeyword(section.identifier));
+  json.Member("kind", ruxcomp::language::FindCompiledKind(section.identifier)->keyword);
   json.Member("ordinal", ordinal);
   json.Member("identifier", section.identifier);
   raw.Write(json, section.pieces);
@@ -60,7 +60,7 @@ void WriteItems(JsonArray& items, const compiled::CompiledTable& table) {
 }
 
 void WriteTable(JsonObject& json, const compiled::CompiledTable& table, const RawJson& raw) {
-  json.Member("class", compiled::IndexClassName(table.base));
+  json.Member("class", ruxcomp::language::FindClass(table.base)->title);
   json.Member("base", table.base);
   json.Member("length", table.length);
   if (!table.note.empty()) json.Member("note", table.note);

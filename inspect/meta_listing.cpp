@@ -5,10 +5,10 @@
 #include <map>
 #include <sstream>
 
-#include "compiled/keywords.h"
-#include "compiled/meta_index.h"
+#include "compiled/datum.h"
 #include "inspect/dump.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {
@@ -18,10 +18,11 @@ constexpr char kEmptyText[] = "\"\"";
 
 // "0x11000004  number 4"
 std::string IndexText(std::uint32_t index) {
-  const char* name = compiled::IndexClassName(index);
+  const ruxcomp::language::ClassRow* row = ruxcomp::language::FindClass(index);
   const std::string text = fmt::format("0x{:08X}", index);
-  return name == nullptr ? text
-                         : fmt::format("{}  {} {}", text, name, compiled::OrdinalOfIndex(index));
+  return row == nullptr
+             ? text
+             : fmt::format("{}  {} {}", text, row->title, ruxcomp::language::OrdinalOf(index));
 }
 
 // The same with what it stands for.
@@ -50,8 +51,8 @@ class MetaLister {
   void ListSection(const compiled::CompiledSection& section, std::size_t ordinal) {
     listing_.Blank();
     listing_.Line(fmt::format("[{}] @{}  (0x{:08X})",
-                              compiled::CompiledSectionKeyword(section.identifier), ordinal,
-                              section.identifier));
+                              ruxcomp::language::FindCompiledKind(section.identifier)->keyword,
+                              ordinal, section.identifier));
     listing_.Pieces("  ", section.pieces);
     for (const compiled::CompiledEntry& entry : section.entries) ListEntry(section, entry);
   }
@@ -72,8 +73,8 @@ class MetaLister {
     constexpr std::size_t kHead = 2;  // class and length
     const std::size_t count = table.texts.size() + table.numbers.size() + table.cells.size();
     listing_.Blank();
-    listing_.Line(
-        fmt::format("table of class {}: {}", compiled::IndexClassName(table.base), count));
+    listing_.Line(fmt::format("table of class {}: {}",
+                              ruxcomp::language::FindClass(table.base)->title, count));
     if (!table.note.empty()) listing_.Line("  note: " + table.note);
     listing_.Pieces("  ", table.pieces, 0, kHead);
     for (std::size_t i = 0; i < count; ++i) ListItem(table, i, kHead + i);

@@ -5,14 +5,14 @@
 #include <utility>
 
 #include "compiled/compiled_file.h"
-#include "compiled/read_model.h"
+#include "ruxcomp/model/file.h"
 
 namespace rux::inspect {
 
 MetaView::MetaView(const std::string& path) : path_(path) {
   compiled::CompiledFile file(path, compiled::Form::kMeta);
   info_ = {file.summary().version, file.summary().creation_time};
-  model_ = compiled::ReadModel(std::move(file).TakeBytes());
+  model_ = ruxcomp::ReadModel(std::move(file).TakeBytes());
 }
 
 compiled::Datum DatumOf(const ruxcomp::Value& value) {
@@ -22,7 +22,7 @@ compiled::Datum DatumOf(const ruxcomp::Value& value) {
     case RUX_DATA_NUMBER:
       return compiled::NumberDatum(value.number());
     case RUX_DATA_STRING:
-      return compiled::TextDatum(value.index(), std::string(value.text()));
+      return compiled::TextDatum(value.index(), value.text());
     default:
       return {};
   }

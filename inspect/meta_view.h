@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "compiled/index_class.h"
-#include "inspect/kinds.h"
+#include "compiled/datum.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 
 namespace rux::inspect {
@@ -19,8 +19,10 @@ class MetaView {
   const std::string& path() const { return path_; }
   const tagMETAFILEINFO& info() const { return info_; }
 
-  // In file order.
-  ruxcomp::Sections SectionsOf(const Kind& kind) const { return model_.sections(kind.section); }
+  // Of a kind that meta files can hold, in file order.
+  ruxcomp::Sections SectionsOf(const ruxcomp::language::SectionKind& kind) const {
+    return model_.sections(kind.compiled);
+  }
 
   const ruxcomp::Model& model() const { return model_; }
 

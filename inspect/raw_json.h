@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/extent.h"
+#include "compiled/file.h"
 #include "support/json.h"
 
 namespace rux::inspect {

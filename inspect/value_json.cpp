@@ -5,34 +5,13 @@
 namespace rux::inspect {
 namespace {
 
-const char* ClassName(compiled::Datum::Class is) {
-  switch (is) {
-    case compiled::Datum::Class::kNumber:
-      return "number";
-    case compiled::Datum::Class::kString:
-      return "string";
-    case compiled::Datum::Class::kGroup:
-      return "group";
-    case compiled::Datum::Class::kAction:
-      return "action";
-    case compiled::Datum::Class::kTable:
-      return "table";
-    case compiled::Datum::Class::kValue:
-      return "value";
-    case compiled::Datum::Class::kGlobal:
-      return "global";
-    case compiled::Datum::Class::kName:
-      return "name";
-    case compiled::Datum::Class::kArgument:
-      return "argument";
-    case compiled::Datum::Class::kOperator:
-      return "operator";
-    case compiled::Datum::Class::kType:
-      return "type";
-    case compiled::Datum::Class::kUnresolved:
-      return "unresolved";
-  }
-  return "";
+namespace language = ruxcomp::language;
+
+// Programs need not tell properties from repeaters.
+const char* ClassName(const compiled::Datum& datum) {
+  if (datum.row == nullptr) return "unresolved";
+  const bool is_name = datum.Is(language::CLASS_Property) || datum.Is(language::CLASS_Repeater);
+  return is_name ? "name" : datum.row->title;
 }
 
 void WriteValues(support::JsonObject& json, const EntryPart& part) {
@@ -47,18 +26,13 @@ void WriteText(support::JsonObject& json, std::string_view member, std::string_v
 }
 
 void WriteDatum(support::JsonObject& json, const compiled::Datum& datum) {
-  json.Member("class", ClassName(datum.is));
-  switch (datum.is) {
-    case compiled::Datum::Class::kNumber:
-    case compiled::Datum::Class::kArgument:
-    case compiled::Datum::Class::kType:
-      json.Member("value", datum.number);
-      break;
-    case compiled::Datum::Class::kUnresolved:
-      json.Member("value", nullptr);
-      break;
-    default:
-      WriteText(json, "value", datum.text);
+  json.Member("class", ClassName(datum));
+  if (datum.row == nullptr) {
+    json.Member("value", nullptr);
+  } else if (datum.IsNumber() || datum.Is(language::CLASS_Small)) {
+    json.Member("value", datum.number);
+  } else {
+    WriteText(json, "value", datum.text);
   }
 }
 

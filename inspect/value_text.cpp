@@ -9,33 +9,21 @@
 namespace rux::inspect {
 namespace {
 
+namespace language = ruxcomp::language;
+
 // Among the parts of a value: short, and clear of what separates them.
 std::string InnerText(const compiled::Datum& datum) {
-  switch (datum.is) {
-    case compiled::Datum::Class::kNumber:
-    case compiled::Datum::Class::kType:
-      return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
-    case compiled::Datum::Class::kUnresolved:
-      return "(unresolved)";
-    case compiled::Datum::Class::kOperator:
-      return datum.text;
-    default:
-      return support::NameText(datum.text);
-  }
+  if (datum.row == nullptr) return "(unresolved)";
+  if (datum.IsNumber()) return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
+  return datum.Is(language::CLASS_Operator) ? datum.text : support::NameText(datum.text);
 }
 
 // By itself.
 std::string OuterText(const compiled::Datum& datum) {
-  switch (datum.is) {
-    case compiled::Datum::Class::kNumber:
-      return fmt::format("{} (0x{:X})", datum.number, datum.number);
-    case compiled::Datum::Class::kType:
-      return fmt::format("type {}", datum.number);
-    case compiled::Datum::Class::kUnresolved:
-      return "(unresolved)";
-    default:
-      return support::SafeText(datum.text);
-  }
+  if (datum.row == nullptr) return "(unresolved)";
+  if (datum.Is(language::CLASS_ValueType)) return fmt::format("type {}", datum.number);
+  if (datum.IsNumber()) return fmt::format("{0} (0x{0:X})", datum.number);
+  return support::SafeText(datum.text);
 }
 
 template <class Text>
@@ -68,7 +56,7 @@ std::string ValueText(const EntryValue& value) {
   return text.empty() ? "(none)" : text;
 }
 
-std::string CellsText(const std::array<std::uint8_t, 256>& cells) {
+std::string CellsText(const compiled::TableCells& cells) {
   std::string text;
   for (std::size_t first = 0; first < cells.size();) {
     std::size_t last = first;

@@ -2,8 +2,6 @@
 #ifndef INSPECT_VALUE_TEXT_H_
 #define INSPECT_VALUE_TEXT_H_
 
-#include <array>
-#include <cstdint>
 #include <string>
 
 #include "inspect/entry_value.h"
@@ -18,7 +16,7 @@ std::string ValueText(const EntryValue& value);
 std::string PartText(const EntryPart& part);
 
 // The cells of a table, a line for each stretch of equal ones: "0x00..0x1F  40 (0x28)".
-std::string CellsText(const std::array<std::uint8_t, 256>& cells);
+std::string CellsText(const compiled::TableCells& cells);
 
 }  // namespace rux::inspect
 

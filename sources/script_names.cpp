@@ -1,9 +1,12 @@
 #include "sources/script_names.h"
 
-#include "compiled/section_schema.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/sections.h"
 #include "sources/sub_strings.h"
 
 namespace rux::sources {
+
+namespace language = ruxcomp::language;
 
 std::vector<SourceItem> ItemsOf(const SourceView& sources, std::string_view section,
                                 std::string_view key) {
@@ -51,33 +54,30 @@ std::vector<std::string> DefinedWords(const SourceView& sources) {
 }
 
 std::vector<std::string> SectionKeywords() {
-  return {
-#define SECTION(keyword, kind, notation, form, naming, uniqueness) #keyword,
-#include "ruxcomp/language/sections.def"
-  };
+  std::vector<std::string> keywords;
+  for (const language::SectionKind& kind : language::kSectionKinds) {
+    keywords.emplace_back(kind.keyword);
+  }
+  return keywords;
 }
 
 std::vector<std::string> Operators() {
-  return {
-#define OPERATOR(text, code) text,
-#include "ruxcomp/language/operators.def"
-  };
+  std::vector<std::string> operators;
+  for (const language::Operator& row : language::kOperators) operators.emplace_back(row.text);
+  return operators;
 }
 
 std::vector<std::string> KeywordsOf(std::string_view section) {
   std::vector<std::string> keywords;
-  for (std::uint32_t kind = 1; const compiled::SectionSchema* schema = compiled::FindSchema(kind);
-       ++kind) {
-    if (section != schema->keyword) continue;
-    for (const compiled::SchemaKey& key : schema->keys) {
-      keywords.emplace_back(compiled::SourceEntryKeyword(key.identifier));
-    }
-    // INCLUDE takes its one key any number of times.
-    for (const compiled::SchemaKey& key : schema->more) {
-      if ((key.notation & compiled::kFreeName) == 0) {
-        keywords.emplace_back(compiled::SourceEntryKeyword(key.identifier));
-      }
-    }
+  const auto add = [&](language::EntryId entry) {
+    keywords.emplace_back(language::FindEntryRow(entry)->keyword);
+  };
+  const language::SectionKind* kind = language::FindKind(section);
+  if (kind == nullptr) return keywords;
+  for (const language::EntryTemplate& row : kind->templates) add(row.identifier);
+  // INCLUDE takes its one key any number of times.
+  for (const language::FreeEntryRule& row : kind->free_entries) {
+    if ((row.notation & language::kFreeName) == 0) add(row.identifier);
   }
   return keywords;
 }

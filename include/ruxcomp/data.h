@@ -30,7 +30,7 @@ RUX_API extern const std::uint32_t g_dwNTMEntry;
 
 // The symbol tables (key to index) and the next index that each hands out; see
 // language/symbol_tables.def.
-#define SYMBOL_TABLE(name, class_byte, key)                \
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
   RUX_API extern std::map<key, std::uint32_t> g_tbl##name; \
   RUX_API extern std::uint32_t g_idx##name;
 #include "ruxcomp/language/symbol_tables.def"

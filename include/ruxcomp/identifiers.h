@@ -31,9 +31,11 @@ enum RuxEntryId : std::uint32_t {
 // table cells: no indices, only a block in the file), and those whose low 24 bits are the value
 // itself: RUX_CLASS_Small (a number), RUX_CLASS_ValueType, RUX_CLASS_Operator (an operator code).
 enum RuxIndexClass : std::uint32_t {
-#define SYMBOL_TABLE(name, class_byte, key) RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
-#define CELLS_CLASS(name, class_byte) RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
-#define IMMEDIATE_CLASS(name, class_byte) RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
+  RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
+#define CELLS_CLASS(name, class_byte, title) RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix) \
+  RUX_CLASS_##name = ruxcomp::language::CLASS_##name,
 #include "ruxcomp/language/symbol_tables.def"
 };
 

@@ -1,5 +1,5 @@
 // What the queries on a meta file tell is what the script says, and the read model tells it, too.
-#include "compiled/read_model.h"
+#include "ruxcomp/model/file.h"
 #include "compiled/verify.h"
 #include "tests/properties/expected_answers.h"
 #include "tests/properties/model_test.h"
@@ -23,7 +23,7 @@ TEST_P(Answers, AreWhatTheScriptSays) {
       ExpectAnswers(MeaningOf(sections));
       ExpectSameAnswers(ruxcomp::Model::OfLoaded());
       ASSERT_TRUE(rux::compiled::Verify(ReadAll("board.meta")).empty());
-      ExpectSameAnswers(rux::compiled::ReadModel(ReadAll("board.meta")));
+      ExpectSameAnswers(ruxcomp::ReadModel(ReadAll("board.meta")));
     });
   });
 }

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "compiled/read_model.h"
+#include "ruxcomp/model/file.h"
 #include "compiled/verify.h"
 #include "tests/api/meta_bytes.h"
 #include "tests/damage/damages.h"
@@ -19,7 +19,7 @@ class SameAnswers : public MetaTest {};
 // The model that the tool makes, which does not ask the library.
 Model ReadBesidesTheLibrary(const std::string& bytes) {
   EXPECT_TRUE(rux::compiled::Verify(bytes).empty());
-  return rux::compiled::ReadModel(bytes);
+  return ruxcomp::ReadModel(bytes);
 }
 
 TEST_F(SameAnswers, BeforeAnyLoad) {
@@ -74,7 +74,7 @@ TEST_P(SameAnswersOfDamaged, MetaFile) {
     ++(is_loaded ? loaded : refused);
     ExpectSameAnswers(Model::OfLoaded());
     if (rux::compiled::Verify(damages.At(i)).empty())
-      ExpectSameAnswers(rux::compiled::ReadModel(damages.At(i)));
+      ExpectSameAnswers(ruxcomp::ReadModel(damages.At(i)));
     gcUnInit();
     EXPECT_EQ(Model::Load(file.path()).has_value(), is_loaded);
   }

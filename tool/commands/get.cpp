@@ -15,12 +15,12 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/keywords.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
@@ -78,7 +78,7 @@ std::string FoundText(const inspect::MetaView& meta, const inspect::Found& found
 
 std::string FoundJson(const inspect::MetaView& meta, const inspect::Found& found) {
   return support::JsonDocument([&](JsonObject& json) {
-    json.Member("kind", compiled::CompiledSectionKeyword(found.section.kind()));
+    json.Member("kind", ruxcomp::language::FindCompiledKind(found.section.kind())->keyword);
     json.Member("ordinal", found.section.ordinal());
     if (found.part) {
       json.Object("part", [&](JsonObject& part) { inspect::WritePart(part, *found.part); });

@@ -15,10 +15,10 @@
 #include <vector>
 
 #include "inspect/dump.h"
-#include "inspect/kinds.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
@@ -38,7 +38,7 @@ std::string KindsText(const inspect::MetaView& meta) {
   std::string text =
       fmt::format("{}: {}\n", support::SafeText(meta.path()),
                   inspect::OriginText(meta.info().version, meta.info().creationTime));
-  for (const inspect::Kind& kind : inspect::Kinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
   }
@@ -47,7 +47,7 @@ std::string KindsText(const inspect::MetaView& meta) {
 
 std::string KindsJson(const inspect::MetaView& meta) {
   std::vector<std::pair<std::string, std::size_t>> kinds;
-  for (const inspect::Kind& kind : inspect::Kinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) kinds.emplace_back(kind.keyword, count);
   }
@@ -70,9 +70,10 @@ std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
 }
 
 // What tells a section from the others of its kind.
-std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& section) {
+std::string SectionText(const ruxcomp::language::SectionKind& kind,
+                        const ruxcomp::Section& section) {
   std::string text = fmt::format("@{}", section.ordinal());
-  if (!kind.has_names) {
+  if (!kind.HasNames()) {
     const char* separator = "  ";
     for (const std::string& key : KeysOf(section)) {
       text += std::exchange(separator, ", ") + support::NameText(key);
@@ -84,9 +85,9 @@ std::string SectionText(const inspect::Kind& kind, const ruxcomp::Section& secti
   return text;
 }
 
-void WriteSection(JsonObject& json, const inspect::Kind& kind, const ruxcomp::Section& section) {
+void WriteSection(JsonObject& json, const ruxcomp::language::SectionKind& kind, const ruxcomp::Section& section) {
   json.Member("ordinal", section.ordinal());
-  if (!kind.has_names) {
+  if (!kind.HasNames()) {
     json.Objects("entries", KeysOf(section), [](JsonObject& entry, const std::string& key) {
       inspect::WriteText(entry, "name", key);
     });
@@ -96,7 +97,7 @@ void WriteSection(JsonObject& json, const inspect::Kind& kind, const ruxcomp::Se
   if (const auto id = section.id()) json.Member("id", *id);
 }
 
-std::string KindJson(const inspect::MetaView& meta, const inspect::Kind& kind) {
+std::string KindJson(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
   return support::JsonDocument([&](JsonObject& json) {
     json.Member("kind", kind.keyword);
     json.Objects("sections", meta.SectionsOf(kind),
@@ -106,7 +107,7 @@ std::string KindJson(const inspect::MetaView& meta, const inspect::Kind& kind) {
   });
 }
 
-std::string KindText(const inspect::MetaView& meta, const inspect::Kind& kind) {
+std::string KindText(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
   std::string text;
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     text += SectionText(kind, section) + '\n';
@@ -119,7 +120,7 @@ support::ExitStatus Ls(const Options& options) {
   if (options.kind.empty()) {
     support::PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
   } else {
-    const inspect::Kind& kind = inspect::ExpectKind(options.kind);
+    const ruxcomp::language::SectionKind& kind = inspect::ExpectKind(options.kind);
     support::PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
   }
   return support::ExitStatus::kDone;

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/whole_file.h"
+#include "compiled/compiled_file.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
 #include "support/failure.h"

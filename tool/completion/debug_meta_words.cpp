@@ -3,10 +3,10 @@
 #include <set>
 
 #include "compiled/debug_meta.h"
-#include "compiled/keywords.h"
 #include "inspect/debug_find.h"
 #include "inspect/debug_text.h"
-#include "inspect/kinds.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
 
@@ -36,8 +36,8 @@ void AddEntries(const compiled::DebugSection& section, TypedPath& path) {
 
 void AddSections(const compiled::DebugMeta& meta,
                  const std::vector<compiled::DebugSection>& sections, TypedPath& path) {
-  const inspect::Kind* kind = inspect::FindKind(sections.front().name);
-  const bool have_names = kind != nullptr && kind->has_names;
+  const ruxcomp::language::SectionKind* kind = ruxcomp::language::FindKind(sections.front().name);
+  const bool have_names = kind != nullptr && kind->HasNames();
   for (std::size_t i = 0; i < sections.size(); ++i) {
     if (have_names) {
       path.AddSection({i, inspect::NameOf(sections[i]), inspect::IdOf(meta, sections[i])});

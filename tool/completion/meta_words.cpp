@@ -1,9 +1,9 @@
 #include <set>
 
-#include "inspect/kinds.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/language/sections.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
 
@@ -26,9 +26,10 @@ void AddEntries(const ruxcomp::Section& section, TypedPath& path) {
   }
 }
 
-void AddSections(const inspect::MetaView& meta, const inspect::Kind& kind, TypedPath& path) {
+void AddSections(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind,
+                 TypedPath& path) {
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
-    if (kind.has_names) {
+    if (kind.HasNames()) {
       const auto name =
           section.has_name() ? std::optional<std::string>(section.name()) : std::nullopt;
       path.AddSection({section.ordinal(), name, section.id()});
@@ -66,7 +67,7 @@ std::vector<Candidate> MetaPathWords(const std::string& file, const std::string&
   TypedPath path(typed);
   const inspect::MetaView meta(file);
   if (path.steps().empty()) {
-    for (const inspect::Kind& kind : inspect::Kinds())
+    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds())
       path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
   } else if (path.steps().size() == 1) {
     AddSections(meta, inspect::ExpectKind(path.steps().front().text), path);

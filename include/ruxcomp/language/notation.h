@@ -16,6 +16,16 @@ inline constexpr Notation kValueBit4 = 4;
 inline constexpr Notation kFreeName = 8;  // the key is a prefix or a name of the script's own
 inline constexpr Notation kValueBit32 = 32;
 
+struct NotationBit {
+  Notation bit;
+  const char* title;
+};
+inline constexpr NotationBit kNotationBits[] = {{kRequired, "required"},
+                                                {kOptional, "optional"},
+                                                {kValueBit4, "bit 4"},
+                                                {kFreeName, "free name"},
+                                                {kValueBit32, "bit 32"}};
+
 // The combinations in use, as the rows of templates.def name them.
 inline constexpr Notation kHookValue = kOptional | kValueBit4;
 inline constexpr Notation kRequiredValue = kRequired | kValueBit4 | kValueBit32;

@@ -80,6 +80,25 @@ inline constexpr FreeEntryRule kFreeEntryRules[] = {
   {SECTION_##section, prefix, ENTRY_##entry, notation},
 #include "ruxcomp/language/templates.def"
 };
+// What an entry refers to; see templates.def.
+enum class RefersUnless : std::uint8_t {
+  kNever,
+  kRoot,  // the root group, which has no section
+  kZero,  // the number 0
+};
+struct Reference {
+  SectionId section;
+  EntryId entry;
+  SectionId target;
+  EntryId key;
+  RefersUnless unless;
+};
+inline constexpr Reference kReferences[] = {
+#define REFERS_TO(section, entry, target, key, unless) \
+  {SECTION_##section, ENTRY_##entry, SECTION_##target, ENTRY_##key, RefersUnless::unless},
+#include "ruxcomp/language/templates.def"
+};
+
 static_assert(AreNeighbours(kEntryTemplates, [](const auto& row) { return row.section; }));
 static_assert(AreNeighbours(kFreeEntryRules, [](const auto& row) { return row.section; }));
 
@@ -95,6 +114,7 @@ struct SectionKind {
   Rows<FreeEntryRule> free_entries;
 
   constexpr bool IsCompiled() const { return form == Form::kCompiled; }
+  constexpr bool HasNames() const { return naming == Naming::kByName; }
 };
 
 constexpr SectionKind MakeKind(const char* keyword, std::uint32_t number, Notation notation,
@@ -118,6 +138,13 @@ inline constexpr SectionKind kSectionKinds[] = {
 #include "ruxcomp/language/sections.def"
 };
 inline constexpr std::size_t kSectionKindCount = sizeof kSectionKinds / sizeof *kSectionKinds;
+
+// Those that the meta file can hold.
+static_assert(AreNeighbours(kSectionKinds,
+                            [](const SectionKind& kind) { return kind.IsCompiled(); }));
+constexpr Rows<SectionKind> CompiledKinds() {
+  return RowsThat(kSectionKinds, [](const SectionKind& kind) { return kind.IsCompiled(); });
+}
 
 // The kind with that number; null when there is none.
 constexpr const SectionKind* FindKindNumber(std::uint32_t number) {
@@ -156,6 +183,13 @@ constexpr const SectionKind& KindOf(SectionId section) { return *FindSourceKind(
 // The identifier of the source model for one of the meta file.
 constexpr std::uint32_t SourceSection(std::uint32_t compiled) {
   return kSectionMark | (compiled & kKindMask);
+}
+
+// What an entry of a section refers to; null when it refers to nothing.
+constexpr const Reference* FindReference(std::uint32_t section, std::uint32_t entry) {
+  return FindRow(kReferences, [&](const Reference& row) {
+    return row.section == section && row.entry == entry;
+  });
 }
 
 // The use of the text of an entry in a section, both named by their identifiers in the source

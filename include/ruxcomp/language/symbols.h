@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
+#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/rows.h"
 
 namespace ruxcomp::language {
@@ -21,21 +23,41 @@ inline constexpr std::size_t kMostOrdinals = std::size_t{1} << kClassShift;
 
 // The classes: the indices with their ordinal bits clear.
 enum IndexClass : std::uint32_t {
-#define SYMBOL_TABLE(name, class_byte, key) CLASS_##name = std::uint32_t{class_byte} << kClassShift,
-#define CELLS_CLASS(name, class_byte) CLASS_##name = std::uint32_t{class_byte} << kClassShift,
-#define IMMEDIATE_CLASS(name, class_byte) CLASS_##name = std::uint32_t{class_byte} << kClassShift,
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
+  CLASS_##name = std::uint32_t{class_byte} << kClassShift,
+#define CELLS_CLASS(name, class_byte, title) \
+  CLASS_##name = std::uint32_t{class_byte} << kClassShift,
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix) \
+  CLASS_##name = std::uint32_t{class_byte} << kClassShift,
 #include "ruxcomp/language/symbol_tables.def"
 };
 
 // Whether an index carries its value itself: no table has it.
 constexpr bool IsImmediate(std::uint32_t index) {
   switch (ClassOf(index)) {
-#define IMMEDIATE_CLASS(name, class_byte) case CLASS_##name:
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix) case CLASS_##name:
 #include "ruxcomp/language/symbol_tables.def"
     return true;
     default:
       return false;
   }
+}
+
+struct ClassRow {
+  std::uint32_t base;
+  const char* title;        // of one index
+  std::string_view prefix;  // in a script, before what the index stands for
+};
+inline constexpr ClassRow kClasses[] = {
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) {CLASS_##name, title, prefix},
+#define CELLS_CLASS(name, class_byte, title) {CLASS_##name, title, kNoPrefix},
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix) {CLASS_##name, title, prefix},
+#include "ruxcomp/language/symbol_tables.def"
+};
+
+// The class of an index; null when there is none.
+constexpr const ClassRow* FindClass(std::uint32_t index) {
+  return FindRow(kClasses, [&](const ClassRow& row) { return row.base == ClassOf(index); });
 }
 
 // What a lookup answers for a number that no table has; the number itself cannot be found.
@@ -52,8 +74,8 @@ struct Block {
 
 // In the order of the directory: the symbol tables first.
 inline constexpr Block kBlocks[] = {
-#define SYMBOL_TABLE(name, class_byte, key) {#name, CLASS_##name},
-#define CELLS_CLASS(name, class_byte) {#name, CLASS_##name},
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) {#name, CLASS_##name},
+#define CELLS_CLASS(name, class_byte, title) {#name, CLASS_##name},
 #include "ruxcomp/language/symbol_tables.def"
 };
 
@@ -79,6 +101,16 @@ static_assert(AreNeighbours(kFixedKeys, [](const FixedKey& key) { return key.tab
 
 constexpr Rows<FixedKey> FixedKeysOf(std::uint32_t table) {
   return RowsThat(kFixedKeys, [&](const FixedKey& key) { return key.table == table; });
+}
+
+// The index that a key has in every table of the class, which begins with it.
+constexpr std::uint32_t FixedIndex(std::uint32_t table, std::string_view text) {
+  std::uint32_t index = table;
+  for (const FixedKey& key : FixedKeysOf(table)) {
+    if (key.text == text) break;
+    ++index;
+  }
+  return index;
 }
 
 // The group that every model has without a section for it: the parent of the groups at the top.

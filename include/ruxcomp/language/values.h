@@ -74,9 +74,27 @@ struct ValueType {
   std::uint32_t least;                 // parts needed, the type's own included
   std::uint32_t most;                  // more than these are warned of
   std::uint32_t flags;                 // of ValueTypeFlag
+  Rows<Field> fields;                  // of the record
   std::array<Role, kMaxFields> roles;  // of the fields, in order
 
   constexpr bool Has(ValueTypeFlag flag) const { return (flags & flag) != 0; }
+
+  // The fields are texts, then at most one list.
+  constexpr bool HasList() const {
+    return !fields.empty() && fields[fields.size() - 1].kind == FieldKind::kList;
+  }
+  constexpr std::size_t TextCount() const { return fields.size() - (HasList() ? 1 : 0); }
+  // The role of a part, by its number without the type: what follows the texts is in the list.
+  constexpr Role RoleOf(std::size_t part) const {
+    if (part < TextCount()) return roles[part];
+    return HasList() ? roles[TextCount()] : Role::kNone;
+  }
+
+  // How many parts the checks leave in such a value, the type's own included.
+  constexpr std::uint32_t MostKept() const {
+    if (shape == Shape::kNone) return 1;
+    return Has(kKeepsSurplus) ? kAnyNumber : most;
+  }
 };
 
 struct RoleException {
@@ -115,7 +133,7 @@ constexpr ValueType MakeValueType(std::uint32_t code, Shape shape, std::uint32_t
     return i < fields.size() ? RoleIn(code, fields[i]) : Role::kNone;
   };
   static_assert(kMaxFields == 5);
-  return {code, shape, least, most, flags, {role(0), role(1), role(2), role(3), role(4)}};
+  return {code, shape, least, most, flags, fields, {role(0), role(1), role(2), role(3), role(4)}};
 }
 
 inline constexpr ValueType kValueTypes[] = {
@@ -131,6 +149,7 @@ inline constexpr ValueType kComparison =
   MakeValueType(code, Shape::k##shape, least, most, flags);
 #include "ruxcomp/language/value_types.def"
 
+    // Of every other code.
     inline constexpr ValueType kNoRecord =
         MakeValueType(kAnyNumber, Shape::kNone, 1, kAnyNumber, kPlainType);
 
@@ -148,6 +167,8 @@ static_assert(FieldsFit(), "a shape has at most kMaxFields fields, and a list co
 // The type with that code. Codes that no row has are legal: such a value has no record and nothing
 // of it is checked; the result then is kNoRecord.
 constexpr const ValueType& FindValueType(std::uint32_t code) {
+  // The first codes are those of the first rows.
+  if (code < std::size(kValueTypes) && kValueTypes[code].code == code) return kValueTypes[code];
   const auto has_code = [&](const ValueType& type) { return type.code == code; };
   const std::size_t place = PlaceOfRow(kValueTypes, has_code);
   return place < std::size(kValueTypes) ? kValueTypes[place] : kNoRecord;
@@ -155,9 +176,13 @@ constexpr const ValueType& FindValueType(std::uint32_t code) {
 
 // The type of a value with that code and, for a calculation, that operator: with two operands, or
 // four when it compares.
-constexpr const ValueType& TypeFor(std::uint32_t code, std::string_view operator_text) {
-  const bool compares = code == kComparison.code && IsComparison(OperatorCode(operator_text));
+constexpr const ValueType& TypeFor(std::uint32_t code, std::uint32_t operator_code) {
+  const bool compares = code == kComparison.code && IsComparison(operator_code);
   return compares ? kComparison : FindValueType(code);
+}
+constexpr const ValueType& TypeFor(std::uint32_t code, std::string_view operator_text) {
+  if (code != kComparison.code) return FindValueType(code);
+  return TypeFor(code, OperatorCode(operator_text));
 }
 
 }  // namespace ruxcomp::language

@@ -58,24 +58,15 @@ class ModelBuilder {
     AddEntryAt(begin);
   }
 
-  // Instead: all of them as they stand in the bytes of a meta file, from that word on; the model
-  // keeps the bytes. They must be those of a sound file: its counts are not questioned.
-  void TakeSections(std::string file, std::size_t begin) {
+  // Instead: entries as they are in the bytes of a meta file, which the model keeps. The offset is
+  // that of the identifier, a multiple of a word; all values are in the file.
+  std::string_view KeepFile(std::string file) {
     model_->words = Words(std::move(file));
-    const Word* const words = model_->words.data();
-    const Word* word = words + begin;
-    std::uint32_t sections = word++->Load();
-    model_->sections.reserve(sections);
     // At most; memory that is only reserved takes none.
-    model_->entries.reserve((model_->words.size() - begin) / 2);
-    for (; sections > 0; --sections) {
-      AddSection(word++->Load());
-      for (std::uint32_t entries = word++->Load(); entries > 0; --entries) {
-        AddEntryAt(static_cast<std::size_t>(word - words));
-        word += 2 + word[1].Load();
-      }
-    }
+    model_->entries.reserve(model_->words.size() / 2);
+    return model_->words.bytes();
   }
+  void AddKeptEntry(std::size_t offset) { AddEntryAt(offset / sizeof(Word)); }
 
  private:
   friend class Model;

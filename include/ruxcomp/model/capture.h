@@ -66,7 +66,8 @@ inline void CaptureSections(ModelBuilder& builder) {
 inline ModelBuilder CaptureLoaded() {
   const std::uint32_t last_error = gcGetLastError();
   ModelBuilder builder;
-#define SYMBOL_TABLE(name, class_byte, key) CaptureTable(RUX_CLASS_##name, g_tbl##name, builder);
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
+  CaptureTable(RUX_CLASS_##name, g_tbl##name, builder);
 #include "ruxcomp/language/symbol_tables.def"
   builder.AddCells(g_tblTableData.data(), g_tblTableData.size());
   CaptureSections(builder);

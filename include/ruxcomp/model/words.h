@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "ruxcomp/language/words.h"
@@ -27,6 +28,7 @@ class Words {
   explicit Words(std::string&& bytes) : bytes_(std::move(bytes)) {}
 
   std::size_t size() const noexcept { return bytes_.size() / sizeof(Word); }
+  std::string_view bytes() const noexcept { return bytes_; }
   const Word* data() const noexcept { return reinterpret_cast<const Word*>(bytes_.data()); }
 
   void Reserve(std::size_t count) { bytes_.reserve(count * sizeof(Word)); }

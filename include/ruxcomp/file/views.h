@@ -1,29 +1,31 @@
-// Words and texts where they stand in a compiled file.
-#ifndef COMPILED_WORDS_H_
-#define COMPILED_WORDS_H_
+// Parts of a compiled file where they are in its bytes.
+#ifndef RUXCOMP_FILE_VIEWS_H_
+#define RUXCOMP_FILE_VIEWS_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-namespace rux::compiled {
+#include "ruxcomp/language/words.h"
 
-inline constexpr std::size_t kWordSize = 4;
+namespace ruxcomp::file {
 
-// All numbers of compiled files are unsigned 32-bit words, least significant byte first.
-inline std::uint32_t LoadWord(const char* bytes) {
-  // Written out, for the compiler to see that it is one load.
-  const auto byte = [bytes](std::size_t i) {
-    return std::uint32_t{static_cast<unsigned char>(bytes[i])};
-  };
-  return byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
-}
+using language::kWordSize;
+using language::LoadWord;
 
-inline void StoreWord(std::uint32_t word, char* bytes) {
-  for (std::size_t i = 0; i < kWordSize; ++i) bytes[i] = static_cast<char>(word >> (8 * i) & 0xFF);
-}
+// Some bytes of the file.
+struct Extent {
+  std::size_t offset = 0;
+  std::size_t size = 0;
+};
 
-// Words one behind the other. Valid as long as the bytes are.
+// One thing that a record is made of: a word, or a text or list with the words of its length.
+struct Piece {
+  const char* name;
+  Extent extent;
+};
+
+// Words, one after the other. Valid as long as the bytes are.
 class Words {
  public:
   Words() = default;
@@ -37,7 +39,7 @@ class Words {
   std::string_view bytes_;
 };
 
-// Texts one behind the other, each with its length before it. Valid as long as the bytes are.
+// Texts, one after the other, each with its length before it. Valid as long as the bytes are.
 class Texts {
  public:
   Texts() = default;
@@ -65,6 +67,6 @@ class Texts {
   std::string_view bytes_;
 };
 
-}  // namespace rux::compiled
+}  // namespace ruxcomp::file
 
-#endif  // COMPILED_WORDS_H_
+#endif  // RUXCOMP_FILE_VIEWS_H_

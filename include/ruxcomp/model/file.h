@@ -1,0 +1,81 @@
+// Making a read model of the bytes of a meta file; see model.h.
+#ifndef RUXCOMP_MODEL_FILE_H_
+#define RUXCOMP_MODEL_FILE_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+#include "ruxcomp/file/meta_walk.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/builder.h"
+
+namespace ruxcomp {
+namespace detail {
+
+class ModelVisitor : public file::MetaVisitor {
+ public:
+  explicit ModelVisitor(ModelBuilder& builder) : builder_(builder) {}
+
+  void OnTable(file::Cursor&, const file::MetaTableView& table) {
+    switch (table.base) {
+      case language::CLASS_TableData:
+        return builder_.AddCells(reinterpret_cast<const std::uint8_t*>(table.cells.data()),
+                                 table.cells.size());
+      case language::CLASS_Dword:
+        return AddNumbers(table.base, table.numbers);
+      default:
+        return AddTexts(table.base, table.stated);
+    }
+  }
+
+  void OnSectionBegin(file::Cursor&, const file::MetaSectionView& section) {
+    builder_.AddSection(section.identifier);
+  }
+  void OnEntry(file::Cursor&, const file::MetaEntryView& entry) {
+    builder_.AddKeptEntry(entry.offset);
+  }
+
+ private:
+  void AddNumbers(std::uint32_t base, const file::Words& numbers) {
+    builder_.ReserveIndices(base, numbers.size());
+    for (std::uint32_t i = 0; i < numbers.size(); ++i) builder_.AddNumber(base + i, numbers[i]);
+  }
+
+  // A text that is repeated, which only properties can be, keeps its first index.
+  void AddTexts(std::uint32_t base, std::string_view texts) {
+    const bool may_repeat = base == language::CLASS_Property;
+    std::unordered_set<std::string_view> known;
+    const auto count = std::count(texts.begin(), texts.end(), '\0');
+    builder_.ReserveIndices(base, static_cast<std::size_t>(count));
+    for (std::size_t begin = 0; begin < texts.size(); ++base) {
+      const std::size_t end = std::min(texts.find('\0', begin), texts.size());
+      const std::string_view text = texts.substr(begin, end - begin);
+      if (!may_repeat || known.insert(text).second) builder_.AddText(base, text);
+      begin = end + 1;
+    }
+  }
+
+  ModelBuilder& builder_;
+};
+
+}  // namespace detail
+
+// The model that the library would have after a gcInit of a file of these bytes, made without it:
+// the file needs no path, and no records are made for everything in it. Of a file that is not
+// sound, the model holds what is before the first fault.
+inline Model ReadModel(std::string bytes) {
+  ModelBuilder builder;
+  detail::ModelVisitor visitor(builder);
+  file::Faults faults;
+  file::WalkMeta(builder.KeepFile(std::move(bytes)), faults, visitor);
+  return Model(std::move(builder));
+}
+
+}  // namespace ruxcomp
+
+#endif  // RUXCOMP_MODEL_FILE_H_
