@@ -9,7 +9,7 @@
 #include "compiled/file.h"
 #include "compiled/meta.h"
 #include "inspect/listing.h"
-#include "inspect/raw_json.h"
+#include "inspect/value_json.h"
 #include "support/json_text.h"
 
 namespace rux::inspect {

@@ -66,4 +66,16 @@ void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryV
   json.Close();
 }
 
+void RawJson::Write(support::JsonWriter& json, const std::vector<compiled::Piece>& pieces) const {
+  if (!wanted_) return;
+  json.Key("raw").Open('[');
+  for (const compiled::Piece& piece : pieces) {
+    json.Open('{').Key("field").String(piece.name);
+    json.Key("offset").Number(piece.extent.offset).Key("size").Number(piece.extent.size);
+    json.Key("bytes").String(HexOf(bytes_.substr(piece.extent.offset, piece.extent.size)));
+    json.Close();
+  }
+  json.Close();
+}
+
 }  // namespace rux::inspect

@@ -13,7 +13,9 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "compiled/file.h"
 #include "inspect/entry_value.h"
 #include "support/json_text.h"
 
@@ -26,6 +28,21 @@ void WriteDatum(support::JsonWriter& json, const compiled::Datum& datum);
 // A part and an entry.
 void WritePart(support::JsonWriter& json, const EntryPart& part);
 void WriteEntry(support::JsonWriter& json, const std::string& name, const EntryValue& value);
+
+// The bytes of a file, for dumps that are to show them.
+class RawJson {
+ public:
+  // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is written.
+  RawJson(std::string_view bytes, bool wanted) : bytes_(bytes), wanted_(wanted) {}
+
+  // Into the object that was opened last:
+  // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
+  void Write(support::JsonWriter& json, const std::vector<compiled::Piece>& pieces) const;
+
+ private:
+  const std::string_view bytes_;
+  const bool wanted_;
+};
 
 }  // namespace rux::inspect
 
