@@ -12,6 +12,11 @@
 namespace rux::compiled {
 namespace {
 
+constexpr const language::ClassRow* kNumber = language::FindClass(language::CLASS_Dword);
+constexpr const language::ClassRow* kArgument = language::FindClass(language::CLASS_Small);
+constexpr const language::ClassRow* kType = language::FindClass(language::CLASS_ValueType);
+constexpr const language::ClassRow* kOperator = language::FindClass(language::CLASS_Operator);
+
 std::string OperatorText(std::uint32_t code) {
   const language::Operator* row = language::FindOperator(code);
   return row != nullptr ? std::string(row->text) : fmt::format("(operator {})", code);
@@ -22,15 +27,14 @@ bool IsProperty(const Datum& datum) { return datum.Is(language::CLASS_Property);
 }  // namespace
 
 std::optional<Datum> ImmediateDatum(std::uint32_t index) {
-  const language::ClassRow* row = language::FindClass(index);
   const std::uint32_t ordinal = language::OrdinalOf(index);
   switch (language::ClassOf(index)) {
     case language::CLASS_Small:
-      return Datum{row, ordinal, fmt::format("{}{}", row->prefix, ordinal)};
+      return Datum{kArgument, ordinal, fmt::format("{}{}", kArgument->prefix, ordinal)};
     case language::CLASS_ValueType:
-      return Datum{row, ordinal, {}};
+      return Datum{kType, ordinal, {}};
     case language::CLASS_Operator:
-      return Datum{row, ordinal, OperatorText(ordinal)};
+      return Datum{kOperator, ordinal, OperatorText(ordinal)};
     default:
       return std::nullopt;
   }
@@ -45,9 +49,7 @@ Datum TextDatum(std::uint32_t index, std::string_view text) {
   return {row, language::OrdinalOf(index), std::move(shown)};
 }
 
-Datum NumberDatum(std::uint32_t number) {
-  return {language::FindClass(language::CLASS_Dword), number, {}};
-}
+Datum NumberDatum(std::uint32_t number) { return {kNumber, number, {}}; }
 
 std::string KeyText(std::uint32_t section_identifier, std::uint32_t identifier, const Datum& name) {
   if (const auto* entry = language::FindCompiledEntryRow(identifier)) return entry->keyword;

@@ -28,6 +28,7 @@ void MetaTables::Take(Cursor& cursor, MetaTableView table) {
   const bool has_numbers = table.base == language::CLASS_Dword;
   counts_[table.base >> language::kClassShift] =
       static_cast<std::uint32_t>(has_numbers ? table.numbers.size() : table.most_texts);
+  places_[table.base >> language::kClassShift] = static_cast<std::uint8_t>(table.ordinal);
   tables_[table.ordinal] = std::move(table);
   ++taken_;
 }
@@ -92,9 +93,7 @@ std::size_t MetaTables::TextCount() const {
 }
 
 const MetaTableView& MetaTables::TableOf(std::uint32_t base) const {
-  const language::Block* const block =
-      language::FindRow(language::kBlocks, [&](const auto& row) { return row.base == base; });
-  return tables_[static_cast<std::size_t>(block - language::kBlocks)];
+  return tables_[places_[base >> language::kClassShift]];
 }
 
 }  // namespace rux::compiled

@@ -52,6 +52,7 @@ class MetaTables {
 
   std::array<MetaTableView, language::kBlockCount> tables_;
   std::array<std::uint32_t, 256> counts_ = {};  // by the top byte of the class
+  std::array<std::uint8_t, 256> places_ = {};   // likewise: which of the tables it is
   std::size_t taken_ = 0;
 };
 

@@ -1,6 +1,7 @@
 // The tables of the language, where no other test states their facts by hand.
 #include <gtest/gtest.h>
 
+#include "ruxcomp/language/compiled_entries.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/meta_format.h"
 #include "ruxcomp/language/operators.h"
@@ -75,6 +76,44 @@ TEST(LanguageTest, EntryRows) {
   EXPECT_EQ(sensors->source, 0x10048001u);
   EXPECT_EQ(language::FindCompiledEntryRow(0), nullptr);
   EXPECT_EQ(language::FindEntryRow(0x1002001A), nullptr);
+}
+
+TEST(LanguageTest, References) {
+  const language::Reference* parent = language::FindReference(0x20000005, 0x10020014);
+  ASSERT_NE(parent, nullptr);  // of a sensor
+  EXPECT_EQ(parent->target, language::SECTION_GROUP);
+  EXPECT_EQ(parent->key, language::ENTRY_NAME);
+  EXPECT_EQ(parent->unless, language::RefersUnless::kNever);
+  const language::Reference* outer = language::FindReference(0x20000004, 0x10020014);
+  ASSERT_NE(outer, nullptr);  // of a group
+  EXPECT_EQ(outer->unless, language::RefersUnless::kRoot);
+  EXPECT_EQ(language::FindReference(0x20000006, 0x10028008), nullptr);  // the ID of a device
+}
+
+TEST(LanguageTest, CompiledEntries) {
+  const auto entries = language::CompiledEntriesOf(language::KindOf(language::SECTION_GROUP));
+  ASSERT_EQ(entries.size(), 7u);
+  EXPECT_EQ(entries[0].identifier, 0x02000014u);
+  EXPECT_EQ(entries[0].content, language::Content::kParent);
+  EXPECT_EQ(entries[1].content, language::Content::kGroupName);
+  EXPECT_TRUE(entries[2].is_required);
+  EXPECT_EQ(entries[6].identifier, 0x05000005u);  // VALUE_EXIT
+  EXPECT_FALSE(entries[6].is_required);
+  const language::SectionKind& table = language::KindOf(language::SECTION_TABLE);
+  const language::SectionKind& device = language::KindOf(language::SECTION_DEVICE);
+  for (const std::uint32_t index_class : {0u, 0x03000000u, 0x05000000u}) {
+    EXPECT_FALSE(language::HoldsIndices(table, index_class));
+    EXPECT_EQ(language::HoldsIndices(device, index_class), index_class != 0);
+  }
+}
+
+TEST(LanguageTest, PartsOfValues) {
+  EXPECT_EQ(language::FindValueType(102).RoleOf(1), language::Role::kAction);
+  EXPECT_EQ(language::FindValueType(5).RoleOf(9), language::Role::kOperand);
+  EXPECT_EQ(language::FindValueType(4).RoleOf(4), language::Role::kNone);
+  EXPECT_EQ(language::FindValueType(7).MostKept(), 5u);
+  EXPECT_EQ(language::FindValueType(9).MostKept(), language::kAnyNumber);
+  EXPECT_EQ(language::FindValueType(13).MostKept(), 1u);
 }
 
 TEST(LanguageTest, PartsOfSelectors) {

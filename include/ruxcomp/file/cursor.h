@@ -32,11 +32,14 @@ class Cursor {
   bool ok() const { return !has_failed_; }
 
   std::uint32_t Word(const char* field) {
-    const std::string_view bytes = Bytes(field, kWordSize);
-    return bytes.empty() ? 0 : LoadWord(bytes.data());
+    if (kWordSize > left()) return FailNeed(field, kWordSize), 0;
+    const std::size_t begin = offset_;
+    offset_ += kWordSize;
+    Note(field, begin);
+    return LoadWord(file_.data() + begin);
   }
   std::string_view Bytes(const char* field, std::size_t size) {
-    if (size > left()) return FailNeed(field, size);
+    if (size > left()) return FailNeed(field, size), std::string_view();
     const std::size_t begin = offset_;
     offset_ += size;
     Note(field, begin);
@@ -46,10 +49,7 @@ class Cursor {
   std::uint32_t Count(const char* field, std::size_t least_size) {
     const std::uint32_t count = Word(field);
     if (std::uint64_t{count} * least_size <= left()) return count;
-    Fail(field, offset_ - kWordSize,
-         "the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count, left(),
-         least_size);
-    return 0;
+    return FailCount(field, count, least_size), 0;
   }
   // As many words, each a field.
   Words WordList(const char* field, std::size_t count) {
@@ -95,13 +95,15 @@ class Cursor {
   // A fault after which reading goes on, and one after which the cursor has failed. The reason is a
   // format (fault.h) and its arguments.
   template <class... Args>
-  void Report(const char* field, std::size_t offset, std::string_view reason, const Args&... args) {
+  [[gnu::cold]] void Report(const char* field, std::size_t offset, std::string_view reason,
+                            const Args&... args) {
     if (has_failed_) return;
     if (!faults_.Keeps(offset)) return faults_.AddUnkept();
     faults_.Add({offset, Path(), field, ReasonText(reason, {FaultArgument(args)...})});
   }
   template <class... Args>
-  void Fail(const char* field, std::size_t offset, std::string_view reason, const Args&... args) {
+  [[gnu::cold]] void Fail(const char* field, std::size_t offset, std::string_view reason,
+                          const Args&... args) {
     Report(field, offset, reason, args...);
     has_failed_ = true;
     end_ = offset_;  // so that no reading function need ask
@@ -113,23 +115,33 @@ class Cursor {
 
  private:
   friend class Record;
+  friend class LimitedRecord;
 
   std::string Path() const;
-  std::string_view FailNeed(const char* field, std::size_t size) {
+  // Out of the way of what is read without a fault, so that reading is inlined.
+  [[gnu::cold, gnu::noinline]] void FailNeed(const char* field, std::size_t size) {
     Fail(field, offset_, "bytes needed: {}, left: {}", size, left());
-    return {};
+  }
+  [[gnu::cold, gnu::noinline]] void FailCount(const char* field, std::uint32_t count,
+                                              std::size_t least_size) {
+    Fail(field, offset_ - kWordSize,
+         "the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count, left(),
+         least_size);
+  }
+  [[gnu::cold, gnu::noinline]] void FailLength(const char* field, std::uint32_t length) {
+    Fail(field, offset_, "the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
+         left() - kWordSize);
   }
   void Note(const char* field, std::size_t begin) {
-    if (pieces_ != nullptr) pieces_->push_back({field, {begin, offset_ - begin}});
+    if (pieces_ != nullptr) AddPiece(field, begin);
+  }
+  [[gnu::noinline]] void AddPiece(const char* field, std::size_t begin) {
+    pieces_->push_back({field, {begin, offset_ - begin}});
   }
   std::uint32_t Length(const char* field) {
     if (kWordSize > left()) return FailNeed(field, kWordSize), 0;
     const std::uint32_t length = LoadWord(&file_[offset_]);
-    if (length > left() - kWordSize) {
-      Fail(field, offset_, "the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
-           left() - kWordSize);
-      return 0;
-    }
+    if (length > left() - kWordSize) return FailLength(field, length), 0;
     offset_ += kWordSize;
     return length;
   }
@@ -158,24 +170,51 @@ class Record {
 
   Record(Cursor& cursor, const char* name, std::size_t ordinal = kNoOrdinal,
          std::vector<Piece>* pieces = nullptr)
-      : cursor_(cursor),
-        begin_(cursor.offset_),
-        outer_end_(cursor.end_),
-        outer_pieces_(cursor.pieces_) {
+      : cursor_(cursor), begin_(cursor.offset_), outer_pieces_(cursor.pieces_) {
     cursor_.path_[cursor_.depth_++] = {name, ordinal};
     if (pieces != nullptr) cursor_.pieces_ = pieces;
   }
   ~Record() {
-    if (limit_ != kNoLimit) cursor_.offset_ = limit_;
     --cursor_.depth_;
-    cursor_.end_ = cursor_.ok() ? outer_end_ : cursor_.offset_;
     cursor_.pieces_ = outer_pieces_;
   }
   Record(const Record&) = delete;
   Record& operator=(const Record&) = delete;
 
-  // Reads the length of the record, which becomes the end for all that is read: also after a fault,
-  // the cursor leaves the record for what follows it. False when the length cannot be.
+  // From the begin of the record, after its length if it has one, to where the cursor is.
+  Extent extent() const { return {begin_, cursor_.offset() - begin_}; }
+
+ protected:
+  Cursor& cursor_;
+  std::size_t begin_;
+
+ private:
+  std::vector<Piece>* const outer_pieces_;
+};
+
+// A record whose end is known: nothing is read beyond it, and the cursor leaves it for what follows
+// it, also after a fault.
+class LimitedRecord : public Record {
+ public:
+  // The length is to be read.
+  LimitedRecord(Cursor& cursor, const char* name, std::size_t ordinal = kNoOrdinal,
+                std::vector<Piece>* pieces = nullptr)
+      : Record(cursor, name, ordinal, pieces), outer_end_(cursor.end_) {}
+  // The place is known; it must be in the file.
+  LimitedRecord(Cursor& cursor, const char* name, std::size_t ordinal, std::vector<Piece>* pieces,
+                Extent place)
+      : LimitedRecord(cursor, name, ordinal, pieces) {
+    MoveTo(place);
+  }
+  ~LimitedRecord() {
+    if (limit_ == kNoLimit) return;
+    cursor_.offset_ = limit_;
+    cursor_.end_ = cursor_.ok() ? outer_end_ : limit_;
+  }
+  LimitedRecord(const LimitedRecord&) = delete;
+  LimitedRecord& operator=(const LimitedRecord&) = delete;
+
+  // Reads the length of the record. False when the length cannot be.
   bool Limit(const char* length_field) {
     const std::size_t begin = cursor_.offset_;
     const std::uint32_t length = cursor_.Length(length_field);
@@ -184,7 +223,10 @@ class Record {
     MoveTo({cursor_.offset_, length});
     return true;
   }
-  // The same for a record that is found by its place; it must be in the file.
+
+ private:
+  static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+
   void MoveTo(Extent place) {
     begin_ = place.offset;
     limit_ = begin_ + place.size;
@@ -192,17 +234,8 @@ class Record {
     cursor_.end_ = limit_;
   }
 
-  // From the begin of the record, after its length if it has one, to where the cursor is.
-  Extent extent() const { return {begin_, cursor_.offset() - begin_}; }
-
- private:
-  static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
-
-  Cursor& cursor_;
-  std::size_t begin_;
-  std::size_t limit_ = kNoLimit;
   const std::size_t outer_end_;
-  std::vector<Piece>* const outer_pieces_;
+  std::size_t limit_ = kNoLimit;
 };
 
 inline std::string Cursor::Path() const {

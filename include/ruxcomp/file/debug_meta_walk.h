@@ -103,7 +103,7 @@ class DebugMetaWalk {
   void ReadSection(std::size_t ordinal) {
     DebugSectionView section;
     section.ordinal = ordinal;
-    Record record(cursor_, "section", ordinal, PiecesIn(section.pieces));
+    LimitedRecord record(cursor_, "section", ordinal, PiecesIn(section.pieces));
     if (!record.Limit("record length")) return;
     ReadObject(section, [](std::uint32_t identifier) {
       return language::FindSourceKind(identifier) != nullptr;
@@ -137,7 +137,7 @@ class DebugMetaWalk {
   void ReadEntry(std::size_t ordinal) {
     DebugEntryView entry;
     entry.ordinal = ordinal;
-    Record record(cursor_, "entry", ordinal, PiecesIn(entry.pieces));
+    LimitedRecord record(cursor_, "entry", ordinal, PiecesIn(entry.pieces));
     if (!record.Limit("record length")) return;
     ReadObject(entry, [](std::uint32_t identifier) {
       return language::FindEntryRow(identifier) != nullptr;
@@ -151,7 +151,7 @@ class DebugMetaWalk {
 
   template <class IsKnown>
   void ReadObject(DebugObjectView& object, IsKnown is_known) {
-    Record record(cursor_, "object");
+    LimitedRecord record(cursor_, "object");
     if (!record.Limit("object length")) return;
     const bool may_have_files = std::exchange(may_have_files_, false);
     object.offset = cursor_.offset();
@@ -184,7 +184,7 @@ class DebugMetaWalk {
   }
 
   void ReadPayload(DebugEntryView& entry) {
-    Record record(cursor_, "payload");
+    LimitedRecord record(cursor_, "payload");
     if (!record.Limit("payload length")) return;
     const std::size_t begin = cursor_.offset();
     entry.payload_type = cursor_.Word("payload type");
@@ -220,7 +220,7 @@ class DebugMetaWalk {
   }
 
   void ReadValue(DebugEntryView& entry) {
-    Record record(cursor_, "value");
+    LimitedRecord record(cursor_, "value");
     if (!record.Limit("value length")) return;
     entry.value_type_offset = cursor_.offset();
     entry.value_type = cursor_.Word("type code");

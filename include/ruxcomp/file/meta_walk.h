@@ -75,8 +75,7 @@ class MetaWalk {
   void ReadTable(std::size_t ordinal) {
     MetaTableView table;
     table.ordinal = ordinal;
-    Record record(cursor_, "table", ordinal, PiecesIn(table.pieces));
-    record.MoveTo(RangeOf(ordinal));
+    const LimitedRecord record(cursor_, "table", ordinal, PiecesIn(table.pieces), RangeOf(ordinal));
     ReadHead(table);
     if (cursor_.ok()) ReadItems(table);
     table.extent = record.extent();
@@ -183,8 +182,9 @@ class MetaWalk {
   }
 
   void ReadSections() {
-    Record record(cursor_, "sections", Record::kNoOrdinal, PiecesIn(frame_.sections));
-    record.MoveTo({kSectionsOffset, offsets_.front() - kSectionsOffset});
+    const Extent place{kSectionsOffset, offsets_.front() - kSectionsOffset};
+    const LimitedRecord record(cursor_, "sections", Record::kNoOrdinal, PiecesIn(frame_.sections),
+                               place);
     const std::uint32_t count = cursor_.Count("section count", kLeastRecord);
     for (std::uint32_t i = 0; i < count && cursor_.ok(); ++i) ReadSection(i);
     ExpectPadding();
@@ -209,7 +209,7 @@ class MetaWalk {
   }
 
   void ReadEntry(std::size_t ordinal) {
-    entry_.pieces.clear();
+    if (keeps_pieces_) entry_.pieces.clear();
     const Record record(cursor_, "entry", ordinal, PiecesIn(entry_.pieces));
     entry_.ordinal = ordinal;
     entry_.offset = cursor_.offset();
