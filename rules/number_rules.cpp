@@ -85,12 +85,12 @@ class NumberRule : public Rule {
   void CheckNumber(const ScriptItem& item, std::string_view text, bool is_entry) {
     if (IsPlainNumber(text)) return;
     const Number number = language::ReadNumber(text);
-    // A defined word that looks like a number is reported where it is defined.
-    if (!number.is_number || context_.words.Find(text)) return;
+    if (!number.is_number) return;
     const auto* flaw = std::find_if(std::begin(kFlaws), std::end(kFlaws), [&](const Flaw& each) {
       return each.applies(number) && (is_entry || each.is_for_operands);
     });
-    if (flaw == std::end(kFlaws)) return;
+    // A defined word that looks like a number is reported where it is defined.
+    if (flaw == std::end(kFlaws) || context_.words.Find(text)) return;
     context_.report.Add(flaw->rule, item, fmt::format(fmt::runtime(flaw->text), text, number.value),
                         text);
   }
