@@ -51,6 +51,11 @@ bool LooksLikeItem(std::string_view line) {
   return line.substr(0, 1) == "=" && line.substr(0, 2) != "==";
 }
 
+std::string_view WithoutBlanksAtEnd(std::string_view text) {
+  while (!text.empty() && reader::IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 bool EndsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
@@ -115,8 +120,14 @@ class LineRule : public Rule {
     }
     for (std::size_t at = text.find('#'); at != kNone; at = text.find('#', at + 1)) {
       const bool has_number = at + 1 < text.size() && IsDigit(text[at + 1]);
-      if (has_number && at > 0 && reader::IsBlank(text[at - 1])) CheckNumberSign(file, at);
+      const bool is_comment = has_number && at > 0 && reader::IsBlank(text[at - 1]);
+      // The rest of the line is the comment.
+      if (is_comment && CheckNumberSign(file, at)) at = EndOfLine(text, at);
     }
+  }
+
+  static std::size_t EndOfLine(std::string_view text, std::size_t at) {
+    return std::min(text.find('\n', at), text.size() - 1);
   }
 
   static bool EndsLine(std::string_view text, std::size_t at) {
@@ -138,20 +149,19 @@ class LineRule : public Rule {
   }
 
   // Whether the sign cuts the text of a value off.
-  void CheckNumberSign(const ScriptFile& file, std::size_t at) {
-    const std::uint32_t number = file.LineAt(at);
-    const std::optional<ItemRef> item = FindItemOnLine(file, number);
-    if (!item || !HoldsText(*item)) return;
+  bool CheckNumberSign(const ScriptFile& file, std::size_t at) {
+    const std::optional<ItemRef> item = FindItemOnLine(file, file.LineAt(at));
+    if (!item || !HoldsText(*item)) return false;
     const std::string_view value = item->item->value;
-    const std::string_view line = file.Line(number);
-    const auto column = static_cast<std::size_t>(file.text().data() + at - line.data());
+    const std::string_view text = file.text();
     const bool is_cut = !value.empty() && item->item->blanks_at_commas == 0 &&
                         value.find('"') == kNone &&
-                        EndsWith(reader::Trim(line.substr(0, column)), value);
-    if (!is_cut) return;
+                        EndsWith(WithoutBlanksAtEnd(text.substr(0, at)), value);
+    if (!is_cut) return false;
+    const std::string_view comment = reader::Lines(text.substr(at)).Take();
     report_.Add(RuleId::kNumberSign, *item,
-                fmt::format("{} begins a comment: what is left is {}", line.substr(column), value),
-                value);
+                fmt::format("{} begins a comment: what is left is {}", comment, value), value);
+    return true;
   }
 
   RuleReport& report_;
