@@ -14,10 +14,15 @@ namespace {
 
 using language::SectionKind;
 
-// The rules that are interested in a kind of sections.
+// The entry that takes a key in a kind of sections, and the rules about it.
+struct RowRules {
+  std::uint32_t entry;
+  std::vector<Rule*> rules;
+};
+
 struct KindRules {
   std::vector<Rule*> of_sections;
-  std::vector<std::vector<Rule*>> of_items;  // by the row that takes the key
+  std::vector<RowRules> rows;
 };
 
 // Shows a script to all rules.
@@ -25,22 +30,20 @@ class Walk {
  public:
   explicit Walk(const RuleContext& context) : words_(context.words) {
     for (const MakeRule make : kRules) rules_.push_back(make(context));
-    for (std::size_t i = 0; i < language::kSectionKindCount; ++i) {
-      kinds_[i] = RulesFor(language::kSectionKinds[i]);
-    }
   }
 
   void Show(const ScriptSection& section) {
-    const SectionKind* kind = language::FindKind(section.section->name);
-    if (kind == nullptr) return;
-    const KindRules& rules = kinds_[static_cast<std::size_t>(kind - language::kSectionKinds)];
-    for (Rule* rule : rules.of_sections) rule->BeginSection(section, kind->source);
+    const std::string_view name = section.section->name;
+    if (kind_ == nullptr || name != kind_->keyword) kind_ = language::FindKind(name);
+    if (kind_ == nullptr) return;
+    const KindRules& found = RulesOfKind();
+    for (Rule* rule : found.of_sections) rule->BeginSection(section, kind_->source);
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const reader::Item& item = section.section->items[i];
-      const std::size_t row = language::FindKeyRow(*kind, item.key, i);
-      Show({section.file, section.section, &item}, *kind, row, rules.of_items[row]);
+      Show({section.file, section.section, &item},
+           found.rows[language::FindKeyRow(*kind_, item.key, i)]);
     }
-    for (Rule* rule : rules.of_sections) rule->EndSection();
+    for (Rule* rule : found.of_sections) rule->EndSection();
   }
 
   void End(const Script& script) {
@@ -48,28 +51,30 @@ class Walk {
   }
 
  private:
-  KindRules RulesFor(const SectionKind& kind) const {
-    KindRules found;
-    for (const auto& rule : rules_) {
-      if (rule->WantsSections(kind.source)) found.of_sections.push_back(rule.get());
-    }
-    for (std::size_t row = 0; row <= language::KeyRowCount(kind); ++row) {
-      const std::uint32_t entry = language::EntryOfRow(kind, row);
-      std::vector<Rule*>& of_row = found.of_items.emplace_back();
-      for (const auto& rule : rules_) {
-        if (rule->WantsItems(kind.source, entry)) of_row.push_back(rule.get());
-      }
-    }
+  const KindRules& RulesOfKind() {
+    KindRules& found = kinds_[static_cast<std::size_t>(kind_ - language::kSectionKinds)];
+    if (found.rows.empty()) FindRules(found);
     return found;
   }
 
-  void Show(const ItemRef& place, const SectionKind& kind, std::size_t row,
-            const std::vector<Rule*>& rules) {
+  void FindRules(KindRules& found) const {
+    for (const auto& rule : rules_) {
+      if (rule->WantsSections(kind_->source)) found.of_sections.push_back(rule.get());
+    }
+    for (std::size_t row = 0; row <= language::KeyRowCount(*kind_); ++row) {
+      RowRules& added = found.rows.emplace_back(RowRules{language::EntryOfRow(*kind_, row), {}});
+      for (const auto& rule : rules_) {
+        if (rule->WantsItems(kind_->source, added.entry)) added.rules.push_back(rule.get());
+      }
+    }
+  }
+
+  void Show(const ItemRef& place, const RowRules& row) {
     parts_.clear();
     reader::ForEachPart(*place.item, [&](std::string_view part) { parts_.push_back(part); });
-    ScriptItem item{place, &kind, language::EntryOfRow(kind, row), parts_};
+    ScriptItem item{place, kind_, row.entry, parts_};
     SetRecord(item);
-    for (Rule* rule : rules) rule->Check(item);
+    for (Rule* rule : row.rules) rule->Check(item);
   }
 
   void SetRecord(ScriptItem& item) const {
@@ -85,8 +90,9 @@ class Walk {
 
   const DefinedWords& words_;
   std::vector<std::unique_ptr<Rule>> rules_;
-  std::array<KindRules, language::kSectionKindCount> kinds_;
-  std::vector<std::string_view> parts_;  // of the item that is shown
+  std::array<KindRules, language::kSectionKindCount> kinds_;  // filled when first needed
+  const SectionKind* kind_ = nullptr;                         // of the section that is shown
+  std::vector<std::string_view> parts_;                       // of the item that is shown
 };
 
 }  // namespace

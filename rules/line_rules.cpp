@@ -7,11 +7,14 @@
 #include <string>
 #include <string_view>
 
+#include "reader/lines.h"
 #include "reader/value.h"
 #include "rules/rule_list.h"
 
 namespace rux::rules {
 namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
 
 bool IsBlankLine(std::string_view line) { return reader::Trim(line).empty(); }
 
@@ -40,12 +43,17 @@ bool MayBeInKey(char c) {
 // Whether the line looks like an item or a header. Only an operator has a second '='.
 bool LooksLikeItem(std::string_view line) {
   line = reader::Trim(line);
-  if (line.substr(0, 1) == "[") return line.find(']') != std::string_view::npos;
+  if (line.substr(0, 1) == "[") return line.find(']') != kNone;
   const auto key_end = std::find_if_not(line.begin(), line.end(), MayBeInKey);
   if (key_end == line.begin()) return false;
   line.remove_prefix(static_cast<std::size_t>(key_end - line.begin()));
   line = reader::Trim(line);
   return line.substr(0, 1) == "=" && line.substr(0, 2) != "==";
+}
+
+std::string_view WithoutBlanksAtEnd(std::string_view text) {
+  while (!text.empty() && reader::IsBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 bool EndsWith(std::string_view text, std::string_view end) {
@@ -63,39 +71,35 @@ bool HoldsText(const ItemRef& item) {
          !language::IsNumericString(entry) && entry != language::ENTRY_TABLE_ROW;
 }
 
-// Goes through the lines of a file for those that a backslash joins to the one above.
+// Lines that backslashes join, from the first one on.
 class JoinedLines {
  public:
   JoinedLines(const ScriptFile& file, RuleReport& report) : file_(file), report_(report) {}
 
-  void Check() {
-    for (std::uint32_t number = 1; number < file_.line_count(); ++number) {
-      const std::string_view line = file_.Line(number);
-      if (!is_joined_) is_comment_ = is_quoted_ = has_value_ = false;
-      has_value_ |= line.find('=') != std::string_view::npos;
-      if (std::count(line.begin(), line.end(), '"') % 2 != 0) is_quoted_ = !is_quoted_;
-      is_joined_ = !line.empty() && line.back() == '\\';
-      if (is_joined_ && !is_comment_) CheckJoined(number, line, file_.Line(number + 1));
-    }
-  }
-
- private:
-  void CheckJoined(std::uint32_t number, std::string_view line, std::string_view next) {
+  // Checks a line that goes on in the next one.
+  void Check(std::string_view line, std::string_view next) {
+    has_value_ |= line.find('=') != kNone;
+    if (std::count(line.begin(), line.end(), '"') % 2 != 0) is_quoted_ = !is_quoted_;
+    if (is_comment_) return;
     is_comment_ = HasComment(line);
     if (is_comment_ && !IsBlankLine(next) && !IsComment(next)) {
-      report_.Add(RuleId::kJoinedComment, Place{&file_, number},
+      report_.Add(RuleId::kJoinedComment, PlaceOf(line),
                   "the comment ends in a backslash, so that the next line belongs to it");
     } else if (has_value_ && !is_comment_ && !is_quoted_ && LooksLikeItem(next)) {
-      report_.Add(RuleId::kJoinedItem, Place{&file_, number + 1},
+      report_.Add(RuleId::kJoinedItem, PlaceOf(next),
                   "a backslash joins this line to the one above: it is no item of its own");
     }
   }
 
+ private:
+  Place PlaceOf(std::string_view line) const {
+    return {&file_, file_.LineAt(static_cast<std::size_t>(line.data() - file_.text().data()))};
+  }
+
   const ScriptFile& file_;
   RuleReport& report_;
-  bool is_joined_ = false;   // the line belongs to the one above,
-  bool is_comment_ = false;  // which ends in a comment, already reported,
-  bool is_quoted_ = false;   // or in quotes,
+  bool is_comment_ = false;  // a line so far ends in a comment, which is reported
+  bool is_quoted_ = false;   // or in quotes
   bool has_value_ = false;   // or in a value
 };
 
@@ -108,33 +112,56 @@ class LineRule : public Rule {
   }
 
  private:
+  // Both are rare: lines are looked at only where there is one.
   void CheckFile(const ScriptFile& file) {
-    // Rare, so that lines are looked at only where there is one.
-    const std::string& text = file.text();
-    if (text.find("\\\n") != std::string::npos || text.find("\\\r\n") != std::string::npos) {
-      JoinedLines(file, report_).Check();
+    const std::string_view text = file.text();
+    for (std::size_t at = text.find('\\'); at != kNone; at = text.find('\\', at)) {
+      at = EndsLine(text, at + 1) ? CheckJoinedLines(file, at) : at + 1;
     }
-    for (std::size_t at = text.find('#'); at != std::string::npos; at = text.find('#', at + 1)) {
+    for (std::size_t at = text.find('#'); at != kNone; at = text.find('#', at + 1)) {
       const bool has_number = at + 1 < text.size() && IsDigit(text[at + 1]);
-      if (has_number && at > 0 && reader::IsBlank(text[at - 1])) CheckNumberSign(file, at);
+      const bool is_comment = has_number && at > 0 && reader::IsBlank(text[at - 1]);
+      // The rest of the line is the comment.
+      if (is_comment && CheckNumberSign(file, at)) at = EndOfLine(text, at);
     }
   }
 
+  static std::size_t EndOfLine(std::string_view text, std::size_t at) {
+    return std::min(text.find('\n', at), text.size() - 1);
+  }
+
+  static bool EndsLine(std::string_view text, std::size_t at) {
+    return text.substr(at, 1) == "\n" || text.substr(at, 2) == "\r\n";
+  }
+
+  // Checks the line with that byte and those that are joined to it. Returns where they end.
+  std::size_t CheckJoinedLines(const ScriptFile& file, std::size_t at) {
+    const std::string_view text = file.text();
+    reader::Lines lines(text.substr(text.rfind('\n', at) + 1));
+    JoinedLines joined(file, report_);
+    std::string_view line = lines.Take();
+    while (lines.GoesOn(line)) {
+      const std::string_view next = lines.Take();
+      joined.Check(line, next);
+      line = next;
+    }
+    return static_cast<std::size_t>(line.data() - text.data()) + line.size();
+  }
+
   // Whether the sign cuts the text of a value off.
-  void CheckNumberSign(const ScriptFile& file, std::size_t at) {
-    const std::uint32_t number = file.LineAt(at);
-    const std::optional<ItemRef> item = FindItemOnLine(file, number);
-    if (!item || !HoldsText(*item)) return;
+  bool CheckNumberSign(const ScriptFile& file, std::size_t at) {
+    const std::optional<ItemRef> item = FindItemOnLine(file, file.LineAt(at));
+    if (!item || !HoldsText(*item)) return false;
     const std::string_view value = item->item->value;
-    const std::string_view line = file.Line(number);
-    const auto column = static_cast<std::size_t>(file.text().data() + at - line.data());
+    const std::string_view text = file.text();
     const bool is_cut = !value.empty() && item->item->blanks_at_commas == 0 &&
-                        value.find('"') == std::string_view::npos &&
-                        EndsWith(reader::Trim(line.substr(0, column)), value);
-    if (!is_cut) return;
+                        value.find('"') == kNone &&
+                        EndsWith(WithoutBlanksAtEnd(text.substr(0, at)), value);
+    if (!is_cut) return false;
+    const std::string_view comment = reader::Lines(text.substr(at)).Take();
     report_.Add(RuleId::kNumberSign, *item,
-                fmt::format("{} begins a comment: what is left is {}", line.substr(column), value),
-                value);
+                fmt::format("{} begins a comment: what is left is {}", comment, value), value);
+    return true;
   }
 
   RuleReport& report_;

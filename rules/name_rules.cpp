@@ -123,7 +123,8 @@ void CheckPropertyPrefix(const ScriptItem& item, const RuleContext& context) {
 void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context) {
   // A property of a PELMGROUP with such a key is not compiled at all, see pelmgroup_rules.cpp.
   if (item.IsIn(language::SECTION_PELMGROUP)) return;
-  if (item.name() != language::FindEntryRow(item.entry)->prefix) return;
+  const bool is_property = item.entry == language::ENTRY_P;
+  if (item.name() != (is_property ? kPropertyPrefix : language::kGlobalPrefix)) return;
   context.report.Add(RuleId::kNamelessEntry, item,
                      fmt::format("nothing follows the {}: the name is empty", item.name()));
 }

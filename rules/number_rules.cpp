@@ -19,23 +19,24 @@ using language::Role;
 
 // What may be wrong with a number; of several, the first one is reported.
 struct Flaw {
-  RuleId rule;
   bool (*applies)(const Number& number);
   const char* text;  // a format of the text and its value
-  bool is_for_operands = true;
+  RuleId rule;
+  bool is_for_operands;
 };
 
 constexpr const char* kTrailingText = "{} is read as {}: what follows the number is ignored";
 
 constexpr Flaw kFlaws[] = {
-    {RuleId::kTrailingText, [](const Number& number) { return number.has_rest; }, kTrailingText},
-    {RuleId::kNumberTooLarge, [](const Number& number) { return number.is_cut; },
-     "{} has more than 32 bits: it becomes {}"},
-    {RuleId::kUnfindableNumber,
-     [](const Number& number) { return number.value == language::kNoNumber; },
-     "{} cannot be looked up at run time: it stands for \"not found\""},
-    {RuleId::kNegativeNumber, [](const Number& number) { return number.is_negative; },
-     "{0} is stored as {1} (0x{1:X})", false},
+    {[](const Number& number) { return number.has_rest; }, kTrailingText, RuleId::kTrailingText,
+     true},
+    {[](const Number& number) { return number.is_cut; }, "{} has more than 32 bits: it becomes {}",
+     RuleId::kNumberTooLarge, true},
+    {[](const Number& number) { return number.value == language::kNoNumber; },
+     "{} cannot be looked up at run time: it stands for \"not found\"", RuleId::kUnfindableNumber,
+     true},
+    {[](const Number& number) { return number.is_negative; }, "{0} is stored as {1} (0x{1:X})",
+     RuleId::kNegativeNumber, false},
 };
 
 // Whether the text is nothing but digits that fit: almost all are.
@@ -85,12 +86,12 @@ class NumberRule : public Rule {
   void CheckNumber(const ScriptItem& item, std::string_view text, bool is_entry) {
     if (IsPlainNumber(text)) return;
     const Number number = language::ReadNumber(text);
-    // A defined word that looks like a number is reported where it is defined.
-    if (!number.is_number || context_.words.Find(text)) return;
+    if (!number.is_number) return;
     const auto* flaw = std::find_if(std::begin(kFlaws), std::end(kFlaws), [&](const Flaw& each) {
       return each.applies(number) && (is_entry || each.is_for_operands);
     });
-    if (flaw == std::end(kFlaws)) return;
+    // A defined word that looks like a number is reported where it is defined.
+    if (flaw == std::end(kFlaws) || context_.words.Find(text)) return;
     context_.report.Add(flaw->rule, item, fmt::format(fmt::runtime(flaw->text), text, number.value),
                         text);
   }

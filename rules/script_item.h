@@ -3,6 +3,7 @@
 #define RULES_SCRIPT_ITEM_H_
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -61,12 +62,23 @@ struct ScriptItem : ItemRef {
 inline constexpr language::ValueType kRepeaterRecord = language::MakeValueType(
     language::kAnyNumber, language::Shape::kRepeater, 2, language::kAnyNumber, 0);
 
+// The fields of each shape.
+inline constexpr auto kFieldsByShape = [] {
+  std::array<language::Rows<language::Field>,
+             static_cast<std::size_t>(language::Shape::kRepeater) + 1>
+      fields{};
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    fields[i] = language::FieldsOfShape(static_cast<language::Shape>(i));
+  }
+  return fields;
+}();
+
 // Calls use(part, role) for the parts that the fields of the record take, a list at their end any
 // number of them.
 template <class Use>
 void ForEachField(const ScriptItem& item, Use use) {
   if (item.record == nullptr) return;
-  const language::Rows<language::Field> fields = language::FieldsOfShape(item.record->shape);
+  const auto& fields = kFieldsByShape[static_cast<std::size_t>(item.record->shape)];
   if (fields.empty()) return;
   const std::size_t last = fields.size() - 1;
   const bool ends_in_list = fields[last].kind == language::FieldKind::kList;

@@ -11,26 +11,23 @@
 namespace rux::rules {
 namespace {
 
+constexpr std::size_t kNone = std::string_view::npos;
+
 // The first text beside the quotes of a part of the value; empty when there is none.
 std::string_view FindTextBesideQuotes(std::string_view value) {
-  while (true) {
-    const std::size_t quote = value.find('"');
-    const std::size_t comma = value.find(',');
-    if (quote == std::string_view::npos) return {};
-    if (comma < quote) {
-      value.remove_prefix(comma + 1);
-      continue;
-    }
-    const std::string_view before = reader::Trim(value.substr(0, quote));
+  std::size_t next = 0;
+  for (std::size_t quote = value.find('"'); quote != kNone; quote = value.find('"', next)) {
+    const std::size_t begin = value.rfind(',', quote) + 1;  // kNone + 1 is 0
+    const std::string_view before = reader::Trim(value.substr(begin, quote - begin));
     if (!before.empty()) return before;
     const std::size_t closing = value.find('"', quote + 1);
-    if (closing == std::string_view::npos) return {};
-    value.remove_prefix(closing + 1);
-    const std::size_t next = value.find(',');
-    const std::string_view after = reader::Trim(value.substr(0, next));
-    if (!after.empty() || next == std::string_view::npos) return after;
-    value.remove_prefix(next + 1);
+    if (closing == kNone) return {};
+    const std::size_t comma = value.find(',', closing);
+    const std::string_view after = reader::Trim(value.substr(closing + 1, comma - closing - 1));
+    if (!after.empty() || comma == kNone) return after;
+    next = comma + 1;
   }
+  return {};
 }
 
 }  // namespace

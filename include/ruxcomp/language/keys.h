@@ -31,7 +31,7 @@ constexpr std::size_t KeyRowCount(const SectionKind& kind) {
 
 // The template of that keyword.
 constexpr std::size_t FindTemplateRow(const SectionKind& kind, std::string_view key) {
-  const std::size_t first = static_cast<std::size_t>(kind.templates.begin() - kEntryTemplates);
+  const auto first = static_cast<std::size_t>(kind.templates.begin() - kEntryTemplates);
   for (std::size_t row = 0; row < kind.templates.size(); ++row) {
     const std::string_view keyword = kTemplateKeywords[first + row];
     // The last characters differ in most keywords of one length.
