@@ -15,7 +15,7 @@ bool LooksLikeOperand(std::string_view word) {
 
 }  // namespace
 
-DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapReport& report)
+DefinedWordTable::DefinedWordTable(const sources::SourceSet& sources, TrapReport& report)
     : sources_(sources), report_(report) {
   std::vector<std::string_view> parts;
   for (const sources::SourceSection& section : sources.sections()) {
@@ -23,7 +23,7 @@ DefinedWordTable::DefinedWordTable(const sources::SourceView& sources, TrapRepor
     const KindKeys& kind = *FindKeysOf(section.section->name);
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
       const reader::Item& item = section.section->items[i];
-      sources::SubStrings(item, parts);
+      PartsInto(item, parts);
       const ScriptItem shown{section.file,      section.section,          &item,
                              kind.schema->kind, KeyOf(kind, item.key, i), parts};
       if (shown.key == compiled::kKeyDEFINED_WORD) Define(shown);
@@ -51,7 +51,7 @@ void DefinedWordTable::Define(const ScriptItem& item) {
   const NumberText number = ReadNumber(word);
   if (number.is_number && number.value != value) {
     report_.Add(
-        diagnostics::MessageId::kNumberLikeWord, item,
+        kNumberLikeWord, item,
         fmt::format("operands take {} for the number {}, not for this word", word, number.value));
   }
   has_operand_names_ |= LooksLikeOperand(word);
@@ -64,7 +64,7 @@ void DefinedWordTable::Define(const ScriptItem& item) {
   // Within one section, the library refuses it.
   if (known.value != value && !is_same_section) {
     diagnostics::Diagnostic& warning =
-        report_.Add(diagnostics::MessageId::kRedefinedWord, item,
+        report_.Add(kRedefinedWord, item,
                     fmt::format("{} was {} and becomes {}, also for entries that stand above", word,
                                 known.value, value));
     AddPlace(warning, "first defined here", known.place);
@@ -76,7 +76,7 @@ std::uint32_t DefinedWordTable::ValueOf(const ScriptItem& item) {
   const std::string_view text = item.first();
   if (const auto value = WordOrNumber(text)) return *value;
   diagnostics::Diagnostic& warning = report_.Add(
-      diagnostics::MessageId::kDefineUnknownWord, item,
+      kDefineUnknownWord, item,
       fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0", text,
                   item.name()),
       text);
@@ -88,14 +88,14 @@ std::uint32_t DefinedWordTable::ValueOf(const ScriptItem& item) {
 void DefinedWordTable::Test(const ScriptItem& condition) {
   const std::string_view word = condition.first();
   if (condition.section->item_count == 1) {
-    report_.Add(diagnostics::MessageId::kEmptyIfdef, condition,
+    report_.Add(kEmptyIfdef, condition,
                 "the section has no further items: it changes nothing, and what follows is "
                 "compiled in any case");
     return;
   }
   if (word.empty() || Find(word)) return;
   diagnostics::Diagnostic& warning = report_.Add(
-      diagnostics::MessageId::kFalseIfdef, condition,
+      kFalseIfdef, condition,
       fmt::format("{} is not defined: the words below are defined all the same", word), word);
   if (const sources::SourcePlace* place = LaterPlace(word))
     AddPlace(warning, "defined only here", *place);

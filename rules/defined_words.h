@@ -15,7 +15,7 @@ namespace rux::rules {
 class DefinedWordTable {
  public:
   // Reads the DEFINE and IFDEF sections, in the order of the script.
-  DefinedWordTable(const sources::SourceView& sources, TrapReport& report);
+  DefinedWordTable(const sources::SourceSet& sources, TrapReport& report);
 
   // The number of a word once everything is read.
   std::optional<std::uint32_t> Find(std::string_view word) const;
@@ -37,7 +37,7 @@ class DefinedWordTable {
   std::uint32_t ValueOf(const ScriptItem& item);
   const sources::SourcePlace* LaterPlace(std::string_view word);
 
-  const sources::SourceView& sources_;
+  const sources::SourceSet& sources_;
   TrapReport& report_;
   std::unordered_map<std::string_view, Word> words_;
   std::unordered_map<std::string_view, sources::SourcePlace>

@@ -37,12 +37,11 @@ class GroupTraps : public TrapRules {
     if (item.key != compiled::kKeyNAME) return;
     group.name = item.first();
     if (group.name == kRoot) {
-      report_.Add(diagnostics::MessageId::kRootGroup, item,
-                  "a group named 0 is the root of the tree itself");
+      report_.Add(kRootGroup, item, "a group named 0 is the root of the tree itself");
     }
   }
 
-  void End(const sources::SourceView&) override {
+  void End(const sources::SourceSet&) override {
     for (const Group& group : groups_) {
       if (!group.count_item || group.name.empty()) continue;
       const auto found = children_.find(group.name);
@@ -50,7 +49,7 @@ class GroupTraps : public TrapRules {
       const auto count = words_.WordOrNumber(group.count);
       // Some only tell whether there are groups below.
       if (!count || *count == children || (*count == 1 && children > 0)) continue;
-      report_.Add(diagnostics::MessageId::kChildgroupMismatch, group.count_item->Shown(),
+      report_.Add(kChildgroupMismatch, group.count_item->Shown(),
                   fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
                               Having(children), group.name),
                   group.count);

@@ -5,8 +5,8 @@
 #include <optional>
 #include <set>
 
+#include "reader/value.h"
 #include "rules/trap_rules.h"
-#include "sources/sub_strings.h"
 
 namespace rux::rules {
 namespace {
@@ -71,7 +71,7 @@ class LineTraps : public TrapRules {
 
   bool BeginSection(const sources::SourceSection&, std::uint32_t) override { return false; }
 
-  void End(const sources::SourceView& sources) override {
+  void End(const sources::SourceSet& sources) override {
     std::set<const sources::SourceFile*> seen;
     for (const sources::SourceSection& section : sources.sections()) {
       if (seen.insert(section.file).second) SeeFile(*section.file);
@@ -109,10 +109,10 @@ class LineTraps : public TrapRules {
       if (is_comment) continue;
       is_comment = HasComment(line);
       if (is_comment && !IsBlank(next) && !IsComment(next)) {
-        Tell(diagnostics::MessageId::kJoinedComment, file, number,
+        Tell(kJoinedComment, file, number,
              "the comment ends in a backslash, so that the next line belongs to it");
       } else if (has_value && !is_comment && !is_quoted && LooksLikeItem(next)) {
-        Tell(diagnostics::MessageId::kJoinedItem, file, number + 1,
+        Tell(kJoinedItem, file, number + 1,
              "a backslash joins this line to the one above: it is no item of its own");
       }
     }
@@ -132,20 +132,17 @@ class LineTraps : public TrapRules {
                         value.find('"') == std::string_view::npos &&
                         EndsWith(before.substr(0, end), value);
     if (!is_cut) return;
-    const std::vector<std::string_view> parts = sources::SubStrings(*spot->item);
+    const std::vector<std::string_view> parts = reader::Parts(*spot->item);
     const KindKeys& kind = *FindKeysOf(spot->section->name);
     const ScriptItem item{&file, spot->section, spot->item, kind.schema->kind, 0, parts};
-    report_.Add(diagnostics::MessageId::kNumberSign, item,
+    report_.Add(kNumberSign, item,
                 fmt::format("{} begins a comment: what is left is {}", line.substr(column), value),
                 value);
   }
 
-  void Tell(diagnostics::MessageId id, const sources::SourceFile& file, std::uint32_t line,
+  void Tell(const findings::MessageRow& row, const sources::SourceFile& file, std::uint32_t line,
             std::string_view text) {
-    diagnostics::Diagnostic& warning = report_.Add(id, text);
-    warning.anchor = diagnostics::Anchor::kPlace;
-    warning.at.source = &file;
-    warning.at.first_line = line;
+    report_.Add(row, text).at = diagnostics::LocationIn(file, file.RangeOfLine(line));
   }
 
   TrapReport& report_;

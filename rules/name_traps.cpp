@@ -44,17 +44,17 @@ class NameTraps : public TrapRules {
   void See(const ScriptItem& item) override {
     const std::string_view name = item.name();
     if (name.front() == '"' && HasOwnNames(item.kind)) {
-      report_.Add(diagnostics::MessageId::kQuotedKey, item, "the quotes belong to the name");
+      report_.Add(kQuotedKey, item, "the quotes belong to the name");
     }
     if (item.key == compiled::kKeyPROPERTY && HasPrefix(name, kProperty)) {
-      report_.Add(diagnostics::MessageId::kPropertyPrefix, item,
+      report_.Add(kPropertyPrefix, item,
                   fmt::format("the name is {} here, and not {} as in other sections", name,
                               name.substr(kProperty.size())));
     }
     // One of a PELMGROUP is not compiled at all, which is told.
     const bool is_property = item.key == compiled::kKeyP && item.kind != compiled::kKindPELMGROUP;
     if ((is_property && name == kProperty) || (item.key == compiled::kKeyG && name == kGlobal)) {
-      report_.Add(diagnostics::MessageId::kNamelessEntry, item,
+      report_.Add(kNamelessEntry, item,
                   fmt::format("nothing follows the {}: the name is empty", name));
     }
     if (HasPrefix(name, kProperty)) SeeShared(item, kProperty);
@@ -77,7 +77,7 @@ class NameTraps : public TrapRules {
     const Seen& seen = place->second;
     if (is_new || seen.prefix == prefix) return;
     diagnostics::Diagnostic& warning =
-        report_.Add(diagnostics::MessageId::kSharedName, item,
+        report_.Add(kSharedName, item,
                     fmt::format("{} and {} have one name for hosts, {}", seen.item->key,
                                 item.name(), place->first));
     AddPlace(warning, "the other one", {item.file, seen.item->line});
@@ -87,7 +87,7 @@ class NameTraps : public TrapRules {
   void SeeValue(const ScriptItem& item) {
     const std::string_view name = item.name();
     if (name == kValue) {
-      report_.Add(diagnostics::MessageId::kBareValueName, item,
+      report_.Add(kBareValueName, item,
                   "without a name behind it, this is compiled as one more VALUE");
     }
     if (item.kind != compiled::kKindSENSOR || !HasPrefix(name, kValue) || HasDigit(name) ||
@@ -96,7 +96,7 @@ class NameTraps : public TrapRules {
     const auto meant = support::MeantName(std::string(name.substr(kValue.size())), HookNames(), 1);
     if (!meant) return;
     report_
-        .Add(diagnostics::MessageId::kMisspelledValue, item,
+        .Add(kMisspelledValue, item,
              fmt::format("{} is a value of this script's own, not {}{}", name, kValue, *meant))
         .suggestion = std::string(kValue) + *meant;
   }

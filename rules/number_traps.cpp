@@ -54,15 +54,15 @@ class NumberTraps : public TrapRules {
     if (!number.is_number || words_.Find(text)) return {};
     if (number.has_rest) {
       report_.Add(
-          diagnostics::MessageId::kTrailingText, item,
+          kTrailingText, item,
           fmt::format("{} is read as {}: what follows the number is ignored", text, number.value),
           text);
     } else if (number.is_cut) {
-      report_.Add(diagnostics::MessageId::kNumberTooLarge, item,
+      report_.Add(kNumberTooLarge, item,
                   fmt::format("{} has more than 32 bits: it becomes {}", text, number.value), text);
     } else if (number.value == kUnfindable) {
       report_.Add(
-          diagnostics::MessageId::kUnfindableNumber, item,
+          kUnfindableNumber, item,
           fmt::format("{} cannot be looked up at run time: it stands for \"not found\"", text),
           text);
     } else {
@@ -74,7 +74,7 @@ class NumberTraps : public TrapRules {
   void SeeEntry(const ScriptItem& item, std::string_view text) {
     const NumberText number = See(item, text);
     if (!number.is_number || !number.is_negative) return;
-    report_.Add(diagnostics::MessageId::kNegativeNumber, item,
+    report_.Add(kNegativeNumber, item,
                 fmt::format("{} is stored as {} (0x{:X})", text, number.value, number.value), text);
   }
 
@@ -87,7 +87,7 @@ class NumberTraps : public TrapRules {
     const NumberText number = ReadNumber(text.substr(kArgument.size()));
     if (!number.is_number || !number.has_rest) return;
     report_.Add(
-        diagnostics::MessageId::kTrailingText, item,
+        kTrailingText, item,
         fmt::format("{} is read as ARG{}: what follows the number is ignored", text, number.value),
         text);
   }

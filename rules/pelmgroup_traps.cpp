@@ -19,7 +19,7 @@ bool IsProperty(std::string_view key) { return key.substr(0, kProperty.size()) =
 
 // The names of properties that the compiler knows: keys of PROPERTY sections as they are, those of
 // others behind their P_.
-std::unordered_set<std::string_view> KnownProperties(const sources::SourceView& sources) {
+std::unordered_set<std::string_view> KnownProperties(const sources::SourceSet& sources) {
   std::unordered_set<std::string_view> names;
   for (const sources::SourceSection& section : sources.sections()) {
     const std::string_view kind = section.section->name;
@@ -86,7 +86,7 @@ class PelmgroupTraps : public TrapRules {
     if (item.key == compiled::kKeySENSORS) SeeSensors(item);
   }
 
-  void End(const sources::SourceView& sources) override {
+  void End(const sources::SourceSet& sources) override {
     TellProperties(sources);
     TellRootIds();
     TellLoops();
@@ -110,8 +110,7 @@ class PelmgroupTraps : public TrapRules {
 
   void SeeSensors(const ScriptItem& item) {
     if (item.parts.empty()) {
-      report_.Add(diagnostics::MessageId::kEmptySensors, item,
-                  "the list is empty: the group has no sensors");
+      report_.Add(kEmptySensors, item, "the list is empty: the group has no sensors");
     }
     const std::size_t list = lists_.size();
     lists_.emplace_back(item);
@@ -120,14 +119,14 @@ class PelmgroupTraps : public TrapRules {
       if (number.is_number) {
         listed_.push_back({number.value, list, text});
       } else if (words_.Find(text)) {
-        report_.Add(diagnostics::MessageId::kSensorsWord, item,
+        report_.Add(kSensorsWord, item,
                     fmt::format("{} is a word: the compiled list ends before it", text), text);
         return;
       }
     }
   }
 
-  void TellProperties(const sources::SourceView& sources) {
+  void TellProperties(const sources::SourceSet& sources) {
     if (properties_.empty()) return;
     const auto known = KnownProperties(sources);
     const reader::Section* told = nullptr;
@@ -136,7 +135,7 @@ class PelmgroupTraps : public TrapRules {
       if (!IsProperty(key) || known.count(key.substr(kProperty.size())) != 0) continue;
       if (property.section == told) continue;  // it ends at the first one
       told = property.section;
-      report_.Add(diagnostics::MessageId::kPelmgroupProperty, property.Shown(),
+      report_.Add(kPelmgroupProperty, property.Shown(),
                   "this property is not compiled, nor are those below it in the section");
     }
   }
@@ -151,11 +150,12 @@ class PelmgroupTraps : public TrapRules {
       const auto below = &group == &*first ? second : first;
       if (group.id != 0U || below == groups_.end()) continue;
       diagnostics::Diagnostic& warning =
-          report_.Add(diagnostics::MessageId::kRootPelmgroup, group.id_item->Shown(),
+          report_.Add(kRootPelmgroup, group.id_item->Shown(),
                       "a PID of 0 means that there is none above: no group hangs below this one",
                       group.id_item->item->value);
       AddPlace(warning, "has none above",
-               {below->parent_item->file, below->parent_item->item->line});
+               {below->parent_item->file, below->parent_item->item->line},
+               below->parent_item->item->value);
     }
   }
 
@@ -167,7 +167,7 @@ class PelmgroupTraps : public TrapRules {
     const auto loops = FindLoops(parents);
     for (const Group& group : groups_) {
       if (!group.id || !group.parent || loops.count(*group.id) == 0) continue;
-      report_.Add(diagnostics::MessageId::kPelmgroupLoop, group.parent_item->Shown(),
+      report_.Add(kPelmgroupLoop, group.parent_item->Shown(),
                   "the chain of parents leads back to this group", group.parent_item->item->value);
     }
   }
@@ -191,10 +191,9 @@ class PelmgroupTraps : public TrapRules {
   void TellAgain(const Listed& again, const Listed& before, std::string_view where) {
     const SeenItem& other = lists_[before.list];
     diagnostics::Diagnostic& warning =
-        report_.Add(diagnostics::MessageId::kRepeatedSensor, lists_[again.list].Shown(),
+        report_.Add(kRepeatedSensor, lists_[again.list].Shown(),
                     fmt::format("the sensor {} is {}", again.text, where), again.text);
-    AddPlace(warning, "listed here", {other.file, other.item->line},
-             ValueAt(*other.item, before.text));
+    AddPlace(warning, "listed here", {other.file, other.item->line}, before.text);
   }
 
   const DefinedWordTable& words_;

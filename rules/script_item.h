@@ -10,10 +10,16 @@
 
 #include "compiled/section_schema.h"
 #include "compiled/value_shape.h"
-#include "sources/source_view.h"
-#include "sources/sub_strings.h"
+#include "reader/value.h"
+#include "sources/source_set.h"
 
 namespace rux::rules {
+
+// The parts of a value into a list that is used again; what it held is dropped.
+inline void PartsInto(const reader::Item& item, std::vector<std::string_view>& parts) {
+  parts.clear();
+  reader::ForEachPart(item, [&](std::string_view part) { parts.push_back(part); });
+}
 
 struct ScriptItem {
   const sources::SourceFile* file;

@@ -15,18 +15,16 @@ class ScriptTraps : public TrapRules {
     return false;
   }
 
-  void End(const sources::SourceView& sources) override {
+  void End(const sources::SourceSet& sources) override {
     if (sources.sections().empty()) {
-      report_.Add(diagnostics::MessageId::kEmptyScript,
-                  "the script has no sections: nothing is compiled");
+      report_.Add(kEmptyScript, "the script has no sections: nothing is compiled");
     }
     // A part of a script may well be looked at alone.
     if (!Has(compiled::kKindSENSOR)) return;
     for (const std::uint32_t kind : {compiled::kKindMORVRUX, compiled::kKindSYSTEM}) {
       if (Has(kind)) continue;
-      report_.Add(diagnostics::MessageId::kMissingSection,
-                  fmt::format("the script has sensors, but no {} section",
-                              compiled::FindSchema(kind)->keyword));
+      report_.Add(kMissingSection, fmt::format("the script has sensors, but no {} section",
+                                               compiled::FindSchema(kind)->keyword));
     }
   }
 

@@ -95,7 +95,7 @@ class TableTraps : public TrapRules {
     const std::string read =
         low == high ? fmt::format("cell {}", low) : fmt::format("cells {} to {}", low, high);
     diagnostics::Diagnostic& warning = report_.Add(
-        diagnostics::MessageId::kTrailingText, item,
+        kTrailingText, item,
         fmt::format("{} is read as {}: what follows a number is ignored", item.name(), read));
     // Most likely a range is meant.
     const std::size_t dash = item.name().find('-');
@@ -108,18 +108,18 @@ class TableTraps : public TrapRules {
     const auto value = static_cast<std::uint8_t>(number.value);
     if (!number.is_number) {
       if (!number.raises) {
-        report_.Add(diagnostics::MessageId::kCellNotANumber, item,
-                    fmt::format("{} is no number: the cells become 0", text), text);
+        report_.Add(kCellNotANumber, item, fmt::format("{} is no number: the cells become 0", text),
+                    text);
       }
       return 0;
     }
     if (number.has_rest) {
       report_.Add(
-          diagnostics::MessageId::kTrailingText, item,
+          kTrailingText, item,
           fmt::format("{} is read as {}: what follows the number is ignored", text, number.value),
           text);
     } else if (number.value >= kCells || number.is_cut) {
-      report_.Add(diagnostics::MessageId::kCellTooLarge, item,
+      report_.Add(kCellTooLarge, item,
                   fmt::format("{} does not fit into a cell: it becomes {}", text, value), text);
     }
     return value;
@@ -132,7 +132,7 @@ class TableTraps : public TrapRules {
     }
     if (inherited.empty()) return;
     diagnostics::Diagnostic& warning = report_.Add(
-        diagnostics::MessageId::kInheritedCells, section_,
+        kInheritedCells, section_,
         inherited.size() == 1
             ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
                           inherited.front())
@@ -147,8 +147,7 @@ class TableTraps : public TrapRules {
       if (set_at.file == row.item.file && set_at.line == row.item.item->line) return;
     }
     diagnostics::Diagnostic& warning =
-        report_.Add(diagnostics::MessageId::kOverwrittenRow, row.item.Shown(),
-                    "rows below set all its cells again");
+        report_.Add(kOverwrittenRow, row.item.Shown(), "rows below set all its cells again");
     AddPlace(warning, "set again here", *cells_[row.low].set_at);
   }
 

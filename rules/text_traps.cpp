@@ -53,7 +53,7 @@ class TextTraps : public TrapRules {
     for (const std::string_view part : item.parts) {
       taken += fmt::format("{}\"{}\"", taken.empty() ? "" : ", ", part);
     }
-    report_.Add(diagnostics::MessageId::kTextBesideQuotes, item,
+    report_.Add(kTextBesideQuotes, item,
                 fmt::format("text beside double quotes is dropped: what is left is {}", taken),
                 beside);
   }

@@ -2,14 +2,13 @@
 #ifndef RULES_TRAP_REPORT_H_
 #define RULES_TRAP_REPORT_H_
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "rules/rows.h"
 #include "rules/script_item.h"
 
 namespace rux::rules {
@@ -18,14 +17,15 @@ inline sources::SourcePlace PlaceOf(const ScriptItem& item) { return {item.file,
 
 class TrapReport {
  public:
-  // A warning about an item, with the part of it that is meant; without one, the key is.
-  diagnostics::Diagnostic& Add(diagnostics::MessageId id, const ScriptItem& item,
+  // A warning about an item, with the part of it that is meant, as a view of the item; without one,
+  // the key is.
+  diagnostics::Diagnostic& Add(const findings::MessageRow& row, const ScriptItem& item,
                                std::string_view text, std::string_view meant = {});
   // About a section as a whole.
-  diagnostics::Diagnostic& Add(diagnostics::MessageId id, const sources::SourceSection& section,
-                               std::string_view text);
+  diagnostics::Diagnostic& Add(const findings::MessageRow& row,
+                               const sources::SourceSection& section, std::string_view text);
   // About the script as a whole.
-  diagnostics::Diagnostic& Add(diagnostics::MessageId id, std::string_view text);
+  diagnostics::Diagnostic& Add(const findings::MessageRow& row, std::string_view text);
 
   std::vector<diagnostics::Diagnostic> TakeFound() { return std::move(found_); }
 
@@ -33,14 +33,10 @@ class TrapReport {
   std::vector<diagnostics::Diagnostic> found_;
 };
 
-// Where the value of an item has a part of it.
-std::optional<std::size_t> ValueAt(const reader::Item& item, std::string_view part);
-
-// Adds a note on another place, and on what is meant in the value there; it is located with the
-// diagnostic.
+// Adds a note on another place: on what is meant there, a view of the file or, without one, on what
+// begins on the line.
 void AddPlace(diagnostics::Diagnostic& diagnostic, std::string text,
-              const sources::SourcePlace& place,
-              std::optional<std::size_t> value_at = std::nullopt);
+              const sources::SourcePlace& place, std::string_view meant = {});
 
 }  // namespace rux::rules
 

@@ -21,7 +21,7 @@ class TrapRules {
   virtual bool BeginSection(const sources::SourceSection& section, std::uint32_t kind) = 0;
   virtual void See(const ScriptItem&) {}
   virtual void EndSection() {}
-  virtual void End(const sources::SourceView&) {}
+  virtual void End(const sources::SourceSet&) {}
 };
 
 using MakeTrapRules = std::unique_ptr<TrapRules> (*)(const DefinedWordTable& words,

@@ -32,14 +32,14 @@ class Walk {
     for (TrapRules* rule : interested_) rule->EndSection();
   }
 
-  void End(const sources::SourceView& sources) {
+  void End(const sources::SourceSet& sources) {
     for (const auto& rule : rules_) rule->End(sources);
   }
 
  private:
   void Show(const sources::SourceSection& section, const KindKeys& kind, std::uint32_t index) {
     const reader::Item& item = section.section->items[index];
-    sources::SubStrings(item, parts_);
+    PartsInto(item, parts_);
     ScriptItem shown{
         section.file, section.section, &item, kind.schema->kind, KeyOf(kind, item.key, index),
         parts_};
@@ -60,24 +60,24 @@ class Walk {
 
 // What a file says that is included twice is said once.
 void DropRepeated(std::vector<diagnostics::Diagnostic>& found) {
-  using Key = std::tuple<diagnostics::MessageId, const sources::SourceFile*, std::uint32_t,
-                         std::optional<std::size_t>, std::string_view>;
+  using Key = std::tuple<const findings::MessageRow*, const support::TextFile*, std::uint32_t,
+                         std::string_view>;
   std::set<Key> told;
   std::vector<diagnostics::Diagnostic> kept;
   // The keys look into what is kept, which must not move.
   kept.reserve(found.size());
   for (diagnostics::Diagnostic& trap : found) {
     const diagnostics::Location& at = trap.at;
-    if (told.count({trap.id, at.source, at.first_line, at.value_at, trap.text}) != 0) continue;
+    if (told.count({trap.row, at.file, at.range.begin, trap.text}) != 0) continue;
     const diagnostics::Diagnostic& first = kept.emplace_back(std::move(trap));
-    told.insert({first.id, first.at.source, first.at.first_line, first.at.value_at, first.text});
+    told.insert({first.row, first.at.file, first.at.range.begin, first.text});
   }
   found = std::move(kept);
 }
 
 }  // namespace
 
-std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceView& sources) {
+std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceSet& sources) {
   // What a pipe has included, nobody knows.
   if (!sources.files().complete) return {};
   TrapReport report;

@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
-#include "sources/source_view.h"
+#include "sources/source_set.h"
 
 namespace rux::rules {
 
 // The warnings about a script that was read; not located yet. The script may have errors: items
 // that the library refuses are passed over. Empty when the sources cannot all be read again.
-std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceView& sources);
+std::vector<diagnostics::Diagnostic> FindTraps(const sources::SourceSet& sources);
 
 }  // namespace rux::rules
 

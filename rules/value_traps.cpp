@@ -25,14 +25,14 @@ class ValueTraps : public TrapRules {
     switch (item.key) {
       case compiled::kKeyID:
         if (IsWord(item.first())) {
-          report_.Add(diagnostics::MessageId::kIdWord, item,
-                      "an ID that is given by a word is not compared with others", item.first());
+          report_.Add(kIdWord, item, "an ID that is given by a word is not compared with others",
+                      item.first());
         }
         return;
       case compiled::kKeyARGNUMBER:
         if (IsWord(item.first())) {
           report_.Add(
-              diagnostics::MessageId::kArgnumberWord, item,
+              kArgnumberWord, item,
               fmt::format("{} is a word and counts as 0 when calls are checked", item.first()),
               item.first());
         }
@@ -55,7 +55,7 @@ class ValueTraps : public TrapRules {
     if (item.parts.size() < 2) return;  // the library refuses it
     const std::string_view count = item.first();
     if (!count.empty() && !ReadNumber(count).is_number) {
-      report_.Add(diagnostics::MessageId::kRepeaterCount, item,
+      report_.Add(kRepeaterCount, item,
                   fmt::format("{} is no plain number: nothing of this entry is compiled", count),
                   count);
     }
@@ -73,7 +73,7 @@ class ValueTraps : public TrapRules {
   void SeeArgument(const ScriptItem& item, std::string_view text, std::uint32_t last) {
     const NumberText number = ReadNumber(text.substr(kArgument.size()));
     if (number.raises || (number.is_number && number.value <= last)) return;
-    report_.Add(diagnostics::MessageId::kRepeaterArgument, item,
+    report_.Add(kRepeaterArgument, item,
                 number.is_number ? fmt::format("{} names an argument that nobody hands over", text)
                                  : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text),
                 text);
@@ -81,14 +81,14 @@ class ValueTraps : public TrapRules {
 
   void SeeValue(const ScriptItem& item) {
     if (item.value_type > kLargestType) {
-      report_.Add(diagnostics::MessageId::kTypeTooLarge, item,
+      report_.Add(kTypeTooLarge, item,
                   fmt::format("the type {} does not fit into what is compiled", item.value_type),
                   item.first());
     }
     const bool has_record = !item.shape->texts.empty() || item.shape->list.name != nullptr;
     // The library tells of what follows the type 0.
     if (!has_record && item.value_type != 0 && item.parts.size() > 1) {
-      report_.Add(diagnostics::MessageId::kDroppedOperands, item,
+      report_.Add(kDroppedOperands, item,
                   fmt::format("values of type {} have no operands: all but the type is dropped",
                               item.value_type),
                   item.parts[1]);
@@ -105,7 +105,7 @@ class ValueTraps : public TrapRules {
         HasPrefix(text, "G_") || HasPrefix(text, kArgument) || HasPrefix(text, kValue);
     const auto word = is_name ? words_.Find(text) : std::nullopt;
     if (!word) return;
-    report_.Add(diagnostics::MessageId::kHiddenOperand, item,
+    report_.Add(kHiddenOperand, item,
                 fmt::format("{} is a defined word, too: its number {} is compiled", text, *word),
                 text);
   }

@@ -35,7 +35,7 @@ void WriteNotes(const char* key, const std::vector<Note>& notes, support::JsonWr
 }
 
 void WriteDiagnostic(const Diagnostic& diagnostic, support::JsonWriter& json) {
-  json.Open('{').Key("id").String(IdOf(diagnostic.id));
+  json.Open('{').Key("id").String(diagnostic.row->id);
   json.Key("severity").String(WordOf(diagnostic.severity));
   if (diagnostic.section) json.Key("section").String(*diagnostic.section);
   if (diagnostic.entry) json.Key("entry").String(*diagnostic.entry);

@@ -1,7 +1,8 @@
 // Static Analysis Results Interchange Format, version 2.1.0.
 #include <fmt/format.h>
 
-#include <set>
+#include <map>
+#include <string_view>
 
 #include "diagnostics/report.h"
 #include "support/json_text.h"
@@ -74,7 +75,7 @@ void WriteFix(const Diagnostic& diagnostic, support::JsonWriter& json) {
 }
 
 void WriteResult(const Diagnostic& diagnostic, support::JsonWriter& json) {
-  json.Open('{').Key("ruleId").String(IdOf(diagnostic.id));
+  json.Open('{').Key("ruleId").String(diagnostic.row->id);
   json.Key("level").String(WordOf(diagnostic.severity));
   WriteMessage("message", WholeText(diagnostic), json);
   if (!diagnostic.at.path.empty()) {
@@ -92,15 +93,16 @@ void WriteResult(const Diagnostic& diagnostic, support::JsonWriter& json) {
 }
 
 void WriteRules(const Report& report, support::JsonWriter& json) {
-  std::set<MessageId> told;
-  for (const Diagnostic& diagnostic : report.diagnostics) told.insert(diagnostic.id);
+  std::map<std::string_view, const MessageRow*> rows;
+  for (const Diagnostic& diagnostic : report.diagnostics)
+    rows.emplace(diagnostic.row->id, diagnostic.row);
+
   json.Key("rules").Open('[');
-  for (const MessageId id : told) {
-    const MessageRow& row = RowOf(id);
-    json.Open('{').Key("id").String(row.id);
-    WriteMessage("shortDescription", row.summary, json);
-    WriteMessage("fullDescription", row.explanation, json);
-    json.Key("defaultConfiguration").Open('{').Key("level").String(WordOf(row.severity)).Close();
+  for (const auto& [id, row] : rows) {
+    json.Open('{').Key("id").String(id);
+    WriteMessage("shortDescription", row->summary, json);
+    WriteMessage("fullDescription", row->explanation, json);
+    json.Key("defaultConfiguration").Open('{').Key("level").String(WordOf(row->severity)).Close();
     json.Close();
   }
   json.Close();

@@ -12,7 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "diagnostics/messages/messages.h"
+#include "diagnostics/explanation.h"
+#include "driver/messages.h"
 
 namespace {
 
@@ -63,13 +64,13 @@ class ExamplesTest : public testing::Test {
 
 TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
   std::size_t tried = 0;
-  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
+  for (const rux::diagnostics::MessageRow* each : rux::driver::AllMessages().rows()) {
+    const rux::diagnostics::MessageRow& row = *each;
     if (row.wrong.empty()) continue;
     ++tried;
     SCOPED_TRACE(std::string(row.id));
     // That one is about the debug meta file.
-    const char* options =
-        row.number == rux::diagnostics::MessageId::kIncludeFirst ? " -g board.metad" : "";
+    const char* options = each == &rux::driver::kIncludeFirst ? " -g board.metad" : "";
     if (row.severity == rux::diagnostics::Severity::kNote) {
       EXPECT_EQ(IdsOf(row.wrong, " --verbose").count(std::string(row.id)), 1U) << row.wrong;
       EXPECT_EQ(IdsOf(row.right, " --verbose").count(std::string(row.id)), 0U) << row.right;
@@ -84,7 +85,8 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
 TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
   const std::regex kebab_case("[a-z0-9]+(-[a-z0-9]+)*");
   std::set<std::string_view> ids;
-  for (const rux::diagnostics::MessageRow& row : rux::diagnostics::MessageRows()) {
+  for (const rux::diagnostics::MessageRow* each : rux::driver::AllMessages().rows()) {
+    const rux::diagnostics::MessageRow& row = *each;
     SCOPED_TRACE(std::string(row.id));
     EXPECT_TRUE(std::regex_match(std::string(row.id), kebab_case));
     EXPECT_TRUE(ids.insert(row.id).second);
