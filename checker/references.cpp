@@ -77,7 +77,10 @@ std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint3
   std::uint32_t expected = 0;
   ReadArgNumber(*called->section, expected);
   if (count == expected) return 1;
-  ReportEntry<MessageId::kArgumentCount>(*this, context, action, expected, count);
+  findings::Subject subject{context.section.OriginOf(*this, context.part)};
+  if (called->entry) subject.other = called->section->OriginOf(*called->entry, 0);
+  ReportAt<MessageId::kArgumentCount>(*this, subject, context.section.name, name, action, expected,
+                                      count);
   return 0;
 }
 

@@ -20,8 +20,10 @@ std::uint32_t NoRule(const CRUXSection&, SectionId, ModelIndex&) { return 1; }
 // Every section of the kind reports, the first one included.
 std::uint32_t AtMostOne(const CRUXSection& section, SectionId kind, ModelIndex&) {
   if (SectionsOf(kind).size() < 2) return 1;
-  ReportAt<MessageId::kRedefinedSection>(section, {section.OwnOrigin()}, section.name,
-                                         section.name);
+  const CRUXSection& first = *SectionsOf(kind).front();
+  findings::Subject subject{section.OwnOrigin()};
+  if (&first != &section) subject.other = first.OwnOrigin();
+  ReportAt<MessageId::kRedefinedSection>(section, subject, section.name, section.name);
   return 0;
 }
 
@@ -102,7 +104,11 @@ std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& 
     return NameAndIdAreNew(section, kind, index);
   }
   const CRUXEntry& entry = *FindEntry(&section, ENTRY_PARENT);
-  ReportAt<MessageId::kParentDefinedLater>(section, {section.OriginOf(entry, 0)});
+  findings::Subject subject{section.OriginOf(entry, 0)};
+  if (const FirstDefinition* named = index.ByName(kind, *parent)) {
+    subject.other = named->section->OwnOrigin();
+  }
+  ReportAt<MessageId::kParentDefinedLater>(section, subject);
   return 0;
 }
 
@@ -153,8 +159,10 @@ std::uint32_t EntriesAreUnique(const CRUXSection& section) {
     const auto found = repeats.find(entry.get());
     if (found == repeats.end()) continue;
     for (const CRUXEntry* repeat : found->second) {
-      ReportAt<MessageId::kRedefinedEntry>(
-          *repeat, {section.OriginOf(*repeat, findings::Origin::kKey)}, section.name, repeat->name);
+      ReportAt<MessageId::kRedefinedEntry>(*repeat,
+                                           {section.OriginOf(*repeat, findings::Origin::kKey),
+                                            section.OriginOf(*entry, findings::Origin::kKey)},
+                                           section.name, repeat->name);
     }
   }
   return 0;

@@ -7,11 +7,10 @@
 #include <map>
 #include <string_view>
 
-#include "reader/script.h"
+#include "reader/value.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "sources/script_path.h"
-#include "sources/sub_strings.h"
 #include "support/safe_text.h"
 
 namespace rux::decompile {
@@ -37,7 +36,7 @@ std::string_view TextOf(const compiled::DebugSection& section, language::EntryId
 }
 
 bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
-  const std::vector<std::string_view> parts = sources::SubStrings(read);
+  const std::vector<std::string_view> parts = reader::Parts(read);
   return read.key == item.entry->name &&
          std::equal(parts.begin(), parts.end(), item.parts.begin(), item.parts.end());
 }

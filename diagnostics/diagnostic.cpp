@@ -7,6 +7,10 @@
 
 namespace rux::diagnostics {
 
+Location LocationIn(const support::TextFile& file, support::ByteRange range) {
+  return {file.path(), file.LineAt(range.begin), &file, range};
+}
+
 const std::string* FirstMentioned(const Diagnostic& diagnostic) {
   for (const Argument& argument : diagnostic.arguments) {
     if (const auto* text = std::get_if<std::string>(&argument)) return text;
@@ -22,7 +26,7 @@ std::string WholeText(const Diagnostic& diagnostic) {
 
 std::string Label(const Diagnostic& diagnostic) {
   return std::string(diagnostic.is_raised ? " [-W error=" : " [") +
-         std::string(IdOf(diagnostic.id)) + ']';
+         std::string(diagnostic.row->id) + ']';
 }
 
 std::string SuggestionText(const Diagnostic& diagnostic) {

@@ -7,27 +7,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
-#include "diagnostics/messages/messages.h"
-#include "diagnostics/output.h"
-#include "diagnostics/severity.h"
-
-namespace rux::sources {
-class SourceFile;
-}
+#include "findings/message_row.h"
+#include "findings/origin.h"
+#include "support/text_file.h"
 
 namespace rux::diagnostics {
 
-// What tells the place of a diagnostic.
-enum class Anchor {
-  kNone,            // it is about the script as a whole
-  kPlace,           // file and line
-  kMissingEntry,    // it is about an entry that stands nowhere: section and entry
-  kUnknownSection,  // the order of the sections that the library does not know
-};
+using findings::MessageRow;
+using findings::Severity;
 
-// A source line and what is meant in it. The text belongs to the sources that it was found in.
+// A source line and what is meant in it. The text belongs to the file that it was found in.
 struct Excerpt {
   std::uint32_t line = 0;  // of joined lines, the one that holds the meant text
   std::string_view text;   // as it stands in the file
@@ -42,17 +34,19 @@ struct Excerpt {
   std::string_view meant() const { return text.substr(begin, length); }
 };
 
-// Whoever knows the place from the start sets the source, the line and, of an item, what in its
-// value is meant; the locator fills in the rest.
+// An exact place has a file, which must outlive it, and bytes of that file. Of others it is known
+// as much as is filled in.
 struct Location {
   std::string path;              // as it can be opened from here; empty: nothing of the script
   std::uint32_t first_line = 0;  // 0: none
-  std::optional<Excerpt> excerpt;
-  const sources::SourceFile* source = nullptr;
-  std::optional<std::size_t> value_at;  // where in the value the meant part begins
+  const support::TextFile* file = nullptr;
+  support::ByteRange range = {};
+  std::optional<Excerpt> excerpt = {};  // of what is shown (excerpts.h)
 
   std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
 };
+
+Location LocationIn(const support::TextFile& file, support::ByteRange range);
 
 // What helps to understand a diagnostic.
 struct Note {
@@ -60,24 +54,23 @@ struct Note {
   Location at;  // without a path: that of the diagnostic
 };
 
+using Argument = std::variant<std::string, std::uint32_t>;
+
 struct Diagnostic {
-  MessageId id = MessageId::kOtherMessage;
+  const MessageRow* row = nullptr;
   Severity severity = Severity::kError;
   bool is_raised = false;  // a warning that somebody wants to be an error
   bool only_verbose = false;
 
-  // What was said.
-  Anchor anchor = Anchor::kNone;
-  std::string file;        // the base name of the source file
-  std::uint32_t line = 0;  // 0: none
   std::optional<std::string> section;
   std::optional<std::string> entry;
   std::string text;
   std::vector<Argument> arguments;  // what the text mentions
-  bool expects_word = false;        // the first of them should have been a defined word
 
-  // Where it stands, as far as it was found.
   Location at;
+  // What a finding of a run is about, for those who know its scripts.
+  findings::Origin origin;
+  findings::Origin other;
   std::vector<Note> included_from;  // the INCLUDE items that lead there, the nearest first
 
   std::optional<std::string> suggestion;  // what was probably meant

@@ -16,12 +16,12 @@ bool BeginsWith(std::string_view text, std::string_view beginning) {
 
 }  // namespace
 
-std::vector<SeveritySetting> SeveritySettings() {
+std::vector<SeveritySetting> SeveritySettings(const Registry& registry) {
   std::vector<SeveritySetting> settings = {{std::string(kAll), "all warnings"}};
-  for (const MessageRow& row : MessageRows()) {
-    if (row.severity != Severity::kWarning) continue;
+  for (const MessageRow* row : registry.rows()) {
+    if (row->severity != Severity::kWarning) continue;
     for (const std::string_view beginning : {kRaise, kDrop}) {
-      settings.push_back({std::string(beginning).append(row.id), row.summary});
+      settings.push_back({std::string(beginning).append(row->id), row->summary});
     }
   }
   return settings;
@@ -35,16 +35,16 @@ std::string Severities::Set(const std::string& setting) {
   const bool raises = BeginsWith(setting, kRaise);
   if (!raises && !BeginsWith(setting, kDrop)) return "write error, error=ID or no-ID";
   const std::string id = setting.substr((raises ? kRaise : kDrop).size());
-  const MessageRow* row = FindMessageById(id);
-  if (row == nullptr) return UnknownMessageText(id);
+  const MessageRow* row = registry_.Find(id);
+  if (row == nullptr) return registry_.UnknownText(id);
   if (row->severity != Severity::kWarning) return id + " is no warning";
-  wishes_[row->number] = raises ? Wish::kRaise : Wish::kDrop;
+  wishes_[row] = raises ? Wish::kRaise : Wish::kDrop;
   return "";
 }
 
 void Severities::Apply(std::vector<Diagnostic>& diagnostics) const {
   const auto is_dropped = [&](const Diagnostic& diagnostic) {
-    const auto wish = wishes_.find(diagnostic.id);
+    const auto wish = wishes_.find(diagnostic.row);
     return diagnostic.severity == Severity::kWarning && wish != wishes_.end() &&
            wish->second == Wish::kDrop;
   };
@@ -52,7 +52,7 @@ void Severities::Apply(std::vector<Diagnostic>& diagnostics) const {
                     diagnostics.end());
   for (Diagnostic& diagnostic : diagnostics) {
     if (diagnostic.severity != Severity::kWarning) continue;
-    if (!raises_all_ && wishes_.count(diagnostic.id) == 0) continue;
+    if (!raises_all_ && wishes_.count(diagnostic.row) == 0) continue;
     diagnostic.severity = Severity::kError;
     diagnostic.is_raised = true;
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/registry.h"
 
 namespace rux::diagnostics {
 
@@ -16,13 +17,15 @@ struct SeveritySetting {
   std::string text;
   std::string_view about;
 };
-std::vector<SeveritySetting> SeveritySettings();
+std::vector<SeveritySetting> SeveritySettings(const Registry& registry);
 
 // Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
 // counts more than what is said of all, and of two things about it the last. Errors stay what they
 // are.
 class Severities {
  public:
+  explicit Severities(const Registry& registry) : registry_(registry) {}
+
   // Takes "error", "error=ID" or "no-ID". Returns why it cannot, or nothing.
   std::string Set(const std::string& setting);
 
@@ -33,8 +36,9 @@ class Severities {
  private:
   enum class Wish { kRaise, kDrop };
 
+  const Registry& registry_;
   bool raises_all_ = false;
-  std::map<MessageId, Wish> wishes_;
+  std::map<const MessageRow*, Wish> wishes_;
 };
 
 }  // namespace rux::diagnostics

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "diagnostics/excerpts.h"
 #include "diagnostics/printer.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
@@ -53,6 +54,7 @@ Report ReportOf(std::string script, std::vector<Diagnostic> diagnostics,
   report.not_shown = report.errors + report.warnings - Count(diagnostics, Severity::kError) -
                      Count(diagnostics, Severity::kWarning);
   report.diagnostics = std::move(diagnostics);
+  Excerpts().AddTo(report.diagnostics);
   return report;
 }
 

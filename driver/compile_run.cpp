@@ -1,29 +1,23 @@
 #include "driver/compile_run.h"
 
 #include <algorithm>
-#include <exception>
-#include <functional>
 #include <iterator>
 #include <new>
 #include <optional>
 #include <utility>
 #include <vector>
 
-#include "diagnostics/advice.h"
-#include "diagnostics/from_messages.h"
-#include "diagnostics/include_notes.h"
-#include "diagnostics/locator.h"
-#include "diagnostics/output.h"
+#include "advice/advice.h"
+#include "advice/from_findings.h"
 #include "diagnostics/severities.h"
 #include "diagnostics/telling.h"
+#include "driver/messages.h"
 #include "driver/overwriting.h"
-#include "driver/raised_error.h"
 #include "driver/standard_input.h"
-#include "findings/messages.h"
+#include "findings/message_rows.h"
 #include "rules/check_script.h"
-#include "ruxcomp/compile.h"
+#include "run/run.h"
 #include "sources/script_path.h"
-#include "sources/why_not_opened.h"
 #include "support/failure.h"
 
 namespace rux::driver {
@@ -33,82 +27,79 @@ class CompileRun {
  public:
   explicit CompileRun(const CompileOptions& options)
       : options_(options),
-        script_(options.script_name()),
-        input_(InputOf(options)),
-        locator_(script_, input_ ? input_->path() : "") {
+        script_(sources::ToOpenablePath(options.script_name())),
+        run_(options.script_name(), TextOf(options)),
+        severities_(AllMessages()) {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
-  ~CompileRun() { gccCompEnd(); }
-  CompileRun(const CompileRun&) = delete;
-  CompileRun& operator=(const CompileRun&) = delete;
 
   support::ExitStatus Run(CompileProduct* product) {
-    std::vector<diagnostics::Diagnostic> warnings = rules::CheckScript(locator_.sources());
-    sources_ = locator_.sources().files();
-    // They are read again in case that there is something to show of them: their memory is better
-    // used for the model.
-    if (warnings.empty()) locator_.DropSources();
-    const std::string& read = input_ ? input_->library_path() : script_;
-    Guarded(diagnostics::Phase::kStart, [&] { opened_ = gccCompStart(read) != 0; });
-    if (opened_) Guarded(diagnostics::Phase::kParse, [] { gccParse(); });
-    if (opened_ && raised_.empty()) {
-      Guarded(diagnostics::Phase::kCheck, [&] { accepted_ = gccCheck() != 0; });
-    }
-    if (input_) input_->NameIn(diagnostics::Messages().messages);
-    Add(diagnostics::DiagnosticsFrom(diagnostics::Messages().messages, accepted_));
-    if (opened_ && raised_.empty()) Add(std::move(warnings));
-    if (accepted_ && !Fails() && product != nullptr) {
-      Guarded(diagnostics::Phase::kOutput, [&] { Add(product->Make()); });
-    }
-    const bool is_done = accepted_ && !Fails();
-    TellAll();
+    run_.ReadAndCheck();
+    RefuseTextForPlugin();
+    Add(advice::DiagnosticsOf(result(), script_));
+    if (result().opened && !result().raised) AddWarnings(rules::CheckScript(result().sources));
+    advice::Advise(result(), diagnostics_);
+    if (result().accepted && !Fails() && product != nullptr) Make(*product);
+    if (result().raised) Add({advice::DiagnosticOfRaised(result(), script_)});
+    const bool is_done = result().accepted && !Fails();
+    ReportAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw support::Failure(*failure_);
-    if (!opened_) throw CannotRead();
-    if (product != nullptr) {
-      is_done ? product->Keep(sources_) : product->KeepNone(sources_);
-    }
+    if (!result().opened) throw CannotRead();
+    if (product != nullptr) is_done ? product->Keep(result()) : product->KeepNone(result());
     return is_done ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
   }
 
  private:
-  // Runs a step of which the library may raise an error.
-  void Guarded(diagnostics::Phase phase, const std::function<void()>& step) {
-    diagnostics::Messages().phase = phase;
-    try {
-      step();
-    } catch (const support::Failure& failure) {
-      failure_ = failure;
-    } catch (const std::bad_alloc&) {
-      throw;  // that is not the script's fault
-    } catch (const std::exception& raised) {
-      raised_ = DiagnosticsOfRaised(locator_.sources(), phase, raised);
-    }
+  const run::Result& result() const { return run_.result(); }
+
+  static std::optional<std::string> TextOf(const CompileOptions& options) {
+    if (!options.reads_standard_input()) return std::nullopt;
+    return ReadStandardInput(options.script_name());
   }
 
-  static std::optional<StandardInput> InputOf(const CompileOptions& options) {
-    if (!options.reads_standard_input()) return std::nullopt;
-    return std::optional<StandardInput>(std::in_place, options.script_name());
+  void RefuseTextForPlugin() const {
+    if (!options_.reads_standard_input() || !result().has_foreign_reader) return;
+    throw support::Failure(support::ExitStatus::kTrouble,
+                           std::string("cannot read standard input: the reader plug-in ") +
+                               run::kPluginPath + " reads files only");
+  }
+
+  // The diagnostics so far have all that they need of the sources.
+  void Make(CompileProduct& product) {
+    run_.Write([&] {
+      try {
+        AddWarnings(product.Make(result()));
+      } catch (const support::Failure& failure) {
+        failure_ = failure;
+      }
+    });
   }
 
   support::Failure CannotRead() const {
-    const std::string path = sources::ToOpenablePath(script_);
-    return support::Failure(
-        support::ExitStatus::kTrouble,
-        "cannot read " + path + ": " + sources::WhyNotOpened(input_ ? input_->path() : path));
+    const std::vector<reader::RefusedScript>& refused = result().sources.refused();
+    const std::string reason =
+        refused.empty() ? "the reader does not open it" : sources::ReasonOf(refused.front());
+    return support::Failure(support::ExitStatus::kTrouble,
+                            "cannot read " + script_ + ": " + reason);
   }
 
   // The reader goes on without what it had no memory for.
-  static bool RanOutOfMemory() {
-    const std::vector<diagnostics::Message>& messages = diagnostics::Messages().messages;
-    return std::any_of(messages.begin(), messages.end(), [](const diagnostics::Message& message) {
-      return message.format == findings::Message<findings::MessageId::kOutOfMemory>::kFormat;
+  bool RanOutOfMemory() const {
+    const std::vector<run::Finding>& findings = result().findings;
+    return std::any_of(findings.begin(), findings.end(), [](const run::Finding& finding) {
+      return finding.row == &findings::rows::kOutOfMemory;
     });
   }
 
   bool Fails() const {
-    return !raised_.empty() || diagnostics::Count(diagnostics_, diagnostics::Severity::kError) > 0;
+    return result().raised || diagnostics::Count(diagnostics_, diagnostics::Severity::kError) > 0;
+  }
+
+  void AddWarnings(std::vector<diagnostics::Diagnostic> warnings) {
+    advice::CompletePlaces(result(), script_, warnings);
+    Add(std::move(warnings));
   }
 
   void Add(std::vector<diagnostics::Diagnostic> diagnostics) {
@@ -118,29 +109,20 @@ class CompileRun {
   }
 
   // The last that is done with the diagnostics.
-  void TellAll() {
-    Add(std::exchange(raised_, {}));
-    for (diagnostics::Diagnostic& diagnostic : diagnostics_) locator_.Locate(diagnostic);
-    diagnostics::Advise(locator_, diagnostics_);
-    diagnostics::AddNotesOnIncludes(locator_, diagnostics_);
+  void ReportAll() {
+    advice::AddNotesOnIncludes(result(), diagnostics_);
     const diagnostics::TellingOptions& telling = options_.telling;
-    diagnostics::Report report =
-        diagnostics::ReportOf(sources::ToOpenablePath(script_), std::move(diagnostics_), telling);
-    report.is_complete = opened_ && !failure_ && !RanOutOfMemory();
-    if (!telling.file.empty()) KeepSources(sources_, {"diagnostics file", telling.file});
-    diagnostics::Tell(report, opened_, telling);
+    diagnostics::Report report = diagnostics::ReportOf(script_, std::move(diagnostics_), telling);
+    report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
+    if (!telling.file.empty()) KeepSources(result().files, {"diagnostics file", telling.file});
+    diagnostics::Tell(report, result().opened, telling);
   }
 
   const CompileOptions& options_;
-  const std::string script_;  // as the library takes it
-  const std::optional<StandardInput> input_;
-  diagnostics::Locator locator_;
-  sources::SourceFiles sources_;
+  const std::string script_;  // as it can be opened
+  run::Run run_;
   diagnostics::Severities severities_;
-  bool opened_ = false;
-  bool accepted_ = false;
   std::vector<diagnostics::Diagnostic> diagnostics_;
-  std::vector<diagnostics::Diagnostic> raised_;
   std::optional<support::Failure> failure_;
 };
 

@@ -7,7 +7,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "driver/compile_options.h"
-#include "sources/source_view.h"
+#include "run/run.h"
 #include "support/failure.h"
 
 namespace rux::driver {
@@ -19,14 +19,14 @@ class CompileProduct {
 
   // Works with the checked model: may call gccOutput and let what that raises pass. Returns what
   // there is to tell about the product. Throws a Failure when it cannot write.
-  virtual std::vector<diagnostics::Diagnostic> Make() = 0;
+  virtual std::vector<diagnostics::Diagnostic> Make(const run::Result& result) = 0;
 
   // Puts in place what was made of the sources. Called when nothing stands against it and all has
   // been told. Throws a Failure when it cannot.
-  virtual void Keep(const sources::SourceFiles& sources) = 0;
+  virtual void Keep(const run::Result& result) = 0;
 
   // Called instead when the script has errors.
-  virtual void KeepNone(const sources::SourceFiles& sources) = 0;
+  virtual void KeepNone(const run::Result& result) = 0;
 };
 
 // For options of one script. Reads and checks it, has the product made, if there is one, tells the

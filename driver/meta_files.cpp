@@ -8,11 +8,11 @@
 #include "compiled/file.h"
 #include "compiled/verify.h"
 #include "driver/depfile.h"
+#include "driver/messages.h"
 #include "driver/overwriting.h"
 #include "driver/unchanged.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/words.h"
-#include "sources/script_path.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 
@@ -21,15 +21,18 @@ namespace {
 
 // The library drops INCLUDE sections when it loads a debug meta file. With the very first section
 // goes the list of source files, without which it cannot take any other.
-std::vector<diagnostics::Diagnostic> WarningsOf(const compiled::DebugMeta& meta) {
+std::vector<diagnostics::Diagnostic> WarningsOf(const compiled::DebugMeta& meta,
+                                                const sources::SourceSet& sources) {
   if (meta.kinds.size() < 2 || meta.kinds.front().front().name != "INCLUDE") return {};
   const compiled::DebugSection& first = meta.kinds.front().front();
   diagnostics::Diagnostic warning;
-  warning.id = diagnostics::MessageId::kIncludeFirst;
-  warning.severity = diagnostics::Severity::kWarning;
-  warning.anchor = diagnostics::Anchor::kPlace;
-  warning.file = sources::BaseNameOf(meta.files[first.file_index]);
-  warning.line = first.line;
+  warning.row = &kIncludeFirst;
+  warning.severity = kIncludeFirst.severity;
+  // What comes first is in the script itself.
+  if (!sources.openings().empty()) {
+    const sources::SourceFile& script = *sources.openings().front().file;
+    warning.at = diagnostics::LocationIn(script, script.RangeAt(first.line));
+  }
   warning.section = first.name;
   warning.text =
       "a debug meta file that begins with this section cannot be loaded; put another section, such "
@@ -49,7 +52,7 @@ void ExpectSound(const support::NewFile& file) {
 }  // namespace
 
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
-std::vector<diagnostics::Diagnostic> MetaFiles::Make() {
+std::vector<diagnostics::Diagnostic> MetaFiles::Make(const run::Result& result) {
   support::MemoryFile& meta = written_.emplace_back(options_.meta);
   if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
   // What the compiled records have left would stay in use beside the files that are looked at now.
@@ -58,21 +61,17 @@ std::vector<diagnostics::Diagnostic> MetaFiles::Make() {
   if (options_.debug_meta.empty()) return {};
   support::MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
   gccOutputD(debug_meta.path());
-  std::string_view& bytes = Add(options_.debug_meta, debug_meta).bytes;
+  const std::string_view bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!compiled::IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   compiled::Summary summary;
   if (!compiled::Verify(bytes, &summary).empty()) debug_meta.ThrowIncomplete();
-  if (!options_.stdin_name.empty()) {
-    std::string& renamed = texts_.emplace_back(bytes);
-    compiled::RenameScript(renamed, options_.stdin_name);
-    bytes = renamed;
-  }
   if (summary.notes.empty()) return {};
   compiled::Faults faults;
-  return WarningsOf(compiled::DecodeDebugMeta(bytes, faults));
+  return WarningsOf(compiled::DecodeDebugMeta(bytes, faults), result.sources);
 }
 
-void MetaFiles::Keep(const sources::SourceFiles& sources) {
+void MetaFiles::Keep(const run::Result& result) {
+  const sources::SourceFiles& sources = result.files;
   const auto keep = [&](const NamedFile& written) {
     KeepSources(sources, written);
     if (!sources.complete) RefuseToGuess(written);
@@ -87,9 +86,9 @@ void MetaFiles::Keep(const sources::SourceFiles& sources) {
   PutFilesInPlace();
 }
 
-void MetaFiles::KeepNone(const sources::SourceFiles& sources) {
+void MetaFiles::KeepNone(const run::Result& result) {
   if (options_.depfile.empty()) return;
-  files_ = {Depfile(sources)};
+  files_ = {Depfile(result.files)};
   PutFilesInPlace();
 }
 
@@ -123,7 +122,7 @@ support::NewFile MetaFiles::Depfile(const sources::SourceFiles& sources) {
   if (!options_.prints_meta) targets.push_back(options_.meta);
   if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
   std::vector<std::string> prerequisites = sources.paths;
-  if (!options_.stdin_name.empty()) prerequisites.erase(prerequisites.begin());
+  if (options_.reads_standard_input) prerequisites.erase(prerequisites.begin());
   return {options_.depfile,
           texts_.emplace_back(DepfileText(options_.depfile, targets, prerequisites))};
 }

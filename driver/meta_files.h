@@ -21,8 +21,7 @@ struct MetaOptions {
   std::string depfile;                         // empty: none
   std::optional<std::uint32_t> creation_time;  // none: now
   bool if_changed = false;                     // leave alone what would be replaced by the same
-  std::string stdin_name;                      // what the library is to call a script that is no
-                                               // file; empty: it is one
+  bool reads_standard_input = false;           // the script is no file
 };
 
 // The meta file and, if they are asked for, the debug meta file and the dependency file: all or
@@ -31,9 +30,9 @@ class MetaFiles : public CompileProduct {
  public:
   explicit MetaFiles(const MetaOptions& options) : options_(options) {}
 
-  std::vector<diagnostics::Diagnostic> Make() override;
-  void Keep(const sources::SourceFiles& sources) override;
-  void KeepNone(const sources::SourceFiles& sources) override;
+  std::vector<diagnostics::Diagnostic> Make(const run::Result& result) override;
+  void Keep(const run::Result& result) override;
+  void KeepNone(const run::Result& result) override;
 
  private:
   // Takes over what the library wrote.

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "sources/source_view.h"
+#include "sources/source_set.h"
 
 namespace rux::driver {
 

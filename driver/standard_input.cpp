@@ -1,15 +1,15 @@
 #include "driver/standard_input.h"
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
-#include <iterator>
 #include <system_error>
 
-#include "reader/script_file.h"
+#include "reader/script.h"
+#include "ruxcomp/language/paths.h"
 #include "sources/script_path.h"
+#include "support/descriptor.h"
 #include "support/failure.h"
 
 namespace rux::driver {
@@ -21,44 +21,22 @@ support::Failure CannotRead(const std::string& name, int error) {
   return support::SystemFailure("cannot read", sources::ToOpenablePath(name), error);
 }
 
-support::Descriptor ReadIntoMemory(const std::string& name) {
-  support::Descriptor file(memfd_create("rux", MFD_CLOEXEC));
-  std::string text;
-  if (!file.is_open() || !support::ReadAll(STDIN_FILENO, reader::kLargestScript, text)) {
-    throw CannotRead(name, errno);
-  }
-  if (text.size() > reader::kLargestScript) throw CannotRead(name, EFBIG);
-  if (!support::WriteAll(file.number(), text)) throw CannotRead(name, errno);
-  return file;
-}
-
-// From the folder of `name` up to the root and down again.
-std::string PathFromFolder(const std::string& name, const std::string& path) {
-  const std::string folder = sources::FolderOf(name);
-  if (folder.empty()) return path;
+void ExpectFolderOf(const std::string& name) {
+  const std::string folder(ruxcomp::language::FolderOf(name));
+  if (folder.empty()) return;
   std::error_code error;
-  const fs::path whole = fs::canonical(sources::ToOpenablePath(folder), error);
-  if (error) throw CannotRead(name, error.value());
-  std::string way_up = folder;
-  for (auto step = std::next(whole.begin()); step != whole.end(); ++step) way_up += "../";
-  return way_up + path.substr(1);
+  if (fs::is_directory(sources::ToOpenablePath(folder), error)) return;
+  throw CannotRead(name, error ? error.value() : ENOTDIR);
 }
 
 }  // namespace
 
-StandardInput::StandardInput(const std::string& name)
-    : name_(name),
-      file_(ReadIntoMemory(name)),
-      path_("/proc/self/fd/" + std::to_string(file_.number())),
-      library_path_(PathFromFolder(name, path_)) {}
-
-void StandardInput::NameIn(std::vector<diagnostics::Message>& messages) const {
-  const std::string taken = sources::BaseNameOf(library_path_);
-  for (diagnostics::Message& message : messages) {
-    for (diagnostics::Argument& argument : message.arguments) {
-      if (argument == diagnostics::Argument(taken)) argument = sources::BaseNameOf(name_);
-    }
-  }
+std::string ReadStandardInput(const std::string& name) {
+  std::string text;
+  if (!support::ReadAll(STDIN_FILENO, reader::kLargestScript, text)) throw CannotRead(name, errno);
+  if (text.size() > reader::kLargestScript) throw CannotRead(name, EFBIG);
+  ExpectFolderOf(name);
+  return text;
 }
 
 }  // namespace rux::driver

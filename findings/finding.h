@@ -47,7 +47,7 @@ struct Place {
 // What a message is about.
 struct Subject {
   Origin origin = {};
-  Origin other = {};  // of what was defined earlier, in messages that name its place, too
+  Origin other = {};                // of the other definition, in messages about two
   std::optional<Place> place = {};  // none for messages without one
 };
 

@@ -28,7 +28,7 @@ const ArchivedScript* Archive::FindParsed(const SourceIdentity& identity,
 }
 
 void Archive::KeepParsed(std::size_t index, const SourceIdentity& identity,
-                         const std::shared_ptr<const Script>& script) {
+                         const std::shared_ptr<Script>& script) {
   parsed_[identity] = index;
   scripts_[index].script = script;
 }

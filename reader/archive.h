@@ -29,9 +29,8 @@ struct ArchivedScript {
   std::string path;    // as given
   std::string opened;  // the path under which it was found
   Includer includer;
-  std::shared_ptr<const Script>
-      script;                     // null when it was never parsed, or did not fit into memory
-  std::vector<Problem> problems;  // in the order in which they were reported
+  std::shared_ptr<Script> script;  // null when it was never parsed, or did not fit into memory
+  std::vector<Problem> problems;   // in the order in which they were reported
 };
 
 enum class Refusal {
@@ -74,7 +73,7 @@ class Archive {
   // The archived script with that source and text that was parsed; null when there is none.
   const ArchivedScript* FindParsed(const SourceIdentity& identity, const std::string& text) const;
   void KeepParsed(std::size_t index, const SourceIdentity& identity,
-                  const std::shared_ptr<const Script>& script);
+                  const std::shared_ptr<Script>& script);
 
   const std::uint64_t id_;  // no other archive has it
   std::vector<ArchivedScript> scripts_;

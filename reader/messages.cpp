@@ -29,11 +29,13 @@ const char* FormatOf(MessageId message) {
   }
 }
 
-void Report(const std::string& path, MessageId message, std::uint32_t line) {
+void Report(const std::string& path, MessageId message, std::uint32_t line,
+            const findings::Origin& origin) {
   const std::string base_name(ruxcomp::language::BaseNameOf(path));
   if (findings::Sink* sink = findings::CurrentSink()) {
     const findings::Argument arguments[] = {std::string_view(base_name), line};
     findings::Finding finding;
+    finding.origin = origin;
     finding.place = {base_name, line};
     finding.message = message;
     finding.arguments = {arguments, std::size(arguments)};

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "findings/messages.h"
+#include "findings/origin.h"
 
 namespace reader {
 
@@ -16,8 +17,10 @@ const char* FormatOf(MessageId message);
 
 // Reports one of the messages of findings/messages/script_text.def: to the sink of the process when
 // it has one, else to the function Output of the host program when it has that. The place is the
-// base name of the path, what follows its last backslash, and the line.
-void Report(const std::string& path, MessageId message, std::uint32_t line);
+// base name of the path, what follows its last backslash, and the line. `origin` names the script
+// where it is known.
+void Report(const std::string& path, MessageId message, std::uint32_t line,
+            const findings::Origin& origin = {});
 
 }  // namespace reader
 

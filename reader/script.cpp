@@ -14,6 +14,18 @@ Script::Script(std::string text, const ProblemSink& report)
   Scan(text_, {arena_, sections_, items_}, report);
 }
 
+void Script::DropSections() {
+  sections_ = std::vector<Section>();
+  items_ = std::vector<Item>();
+  line_starts_ = std::vector<std::uint32_t>();
+  arena_ = Arena(text_);
+}
+
+void Script::ScanAgain() {
+  DropSections();
+  Scan(text_, {arena_, sections_, items_}, [](const Problem&) {});
+}
+
 bool Script::Holds(const Item& item) const {
   const std::less<> is_before;
   const Item* begin = items_.data();
@@ -42,8 +54,14 @@ std::uint32_t Script::LineAt(std::size_t offset) const {
                                     starts.begin());
 }
 
+// A line may be long and be asked for often: its end is looked up.
 std::string_view Script::Line(std::uint32_t line) const {
-  return Lines(std::string_view(text_).substr(LineStart(line))).Take();
+  const std::size_t end = line < line_count() ? LineStart(line + 1) : text_.size();
+  std::string_view text = std::string_view(text_).substr(0, end).substr(LineStart(line));
+  if (text.back() != '\n') return text;
+  text.remove_suffix(1);
+  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+  return text;
 }
 
 Range Script::JoinedLines(std::uint32_t line) const {

@@ -90,6 +90,11 @@ class Script {
   const std::string& text() const { return text_; }
   const std::vector<Section>& sections() const { return sections_; }
 
+  // Gives up the memory of sections and items, which is more than that of the text; the text
+  // stays, and its lines can be asked for. Makes the same ones again.
+  void DropSections();
+  void ScanAgain();
+
   // Whether the item is one of these sections', not a copy; where it is then.
   bool Holds(const Item& item) const;
   ItemPlace PlaceOf(const Item& item) const;

@@ -166,7 +166,7 @@ bool ScriptFile::Parse() {
 void ScriptFile::Scan() {
   const auto report = [this](const Problem& problem) { ReportProblem(problem); };
   if (archived() == nullptr) {
-    script_ = std::make_shared<const Script>(std::move(text_), report);
+    script_ = std::make_shared<Script>(std::move(text_), report);
     return;
   }
   Archive& archive = *Archive::Current();
@@ -175,14 +175,16 @@ void ScriptFile::Scan() {
     text_ = std::string();
     for (const Problem& problem : known->problems) ReportProblem(problem);
   } else {
-    script_ = std::make_shared<const Script>(std::move(text_), report);
+    script_ = std::make_shared<Script>(std::move(text_), report);
   }
   archive.KeepParsed(archived_at_, identity_, script_);
 }
 
 void ScriptFile::ReportProblem(const Problem& problem) const {
-  Report(path_, problem.message, problem.line);
   ArchivedScript* kept = archived();
+  findings::Origin origin;
+  if (kept != nullptr) origin.script = static_cast<std::uint32_t>(archived_at_);
+  Report(path_, problem.message, problem.line, origin);
   if (kept != nullptr) RecordInMemory([&] { kept->problems.push_back(problem); });
 }
 

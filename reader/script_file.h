@@ -74,7 +74,7 @@ class ScriptFile {
   const std::string path_;
   const SourceIdentity identity_;
   std::string text_;  // empty from Parse on
-  std::shared_ptr<const Script> script_;
+  std::shared_ptr<Script> script_;
   ScriptFile* next_open_;
   const Item* includer_;         // the item that was delivered last when the file was opened
   std::uint64_t archive_ = 0;    // the archive that it is in; 0: none

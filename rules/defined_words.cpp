@@ -85,13 +85,11 @@ void DefinedWords::Define(const ItemRef& item) {
 std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
   const std::string_view text = reader::FirstPart(*item.item);
   if (const auto value = WordOrNumber(text)) return *value;
-  Warning warning =
-      report_
-          .Add(RuleId::kDefineUnknownWord, item,
-               fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0",
-                           text, item.name()),
-               text)
-          .ExpectWord();
+  Warning warning = report_.Add(
+      RuleId::kDefineUnknownWord, item,
+      fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0", text,
+                  item.name()),
+      text);
   if (const Place* place = FindDefinition(text)) warning.Note("defined only here", *place);
   return 0;
 }
@@ -126,12 +124,9 @@ void DefinedWords::CheckCondition(const ItemRef& condition) {
   }
   const std::string_view word = reader::FirstPart(*condition.item);
   if (word.empty() || Find(word)) return;
-  Warning warning =
-      report_
-          .Add(RuleId::kFalseIfdef, condition,
-               fmt::format("{} is not defined: the words below are defined all the same", word),
-               word)
-          .ExpectWord();
+  Warning warning = report_.Add(
+      RuleId::kFalseIfdef, condition,
+      fmt::format("{} is not defined: the words below are defined all the same", word), word);
   if (const Place* place = FindDefinition(word)) warning.Note("defined only here", *place);
 }
 

@@ -22,8 +22,6 @@ class Warning {
   Warning& Note(std::string text, const Place& place);
   Warning& Note(std::string text, const ItemRef& item, std::string_view part);
 
-  // The part that is meant should have been a defined word: one that is like it is suggested.
-  Warning& ExpectWord();
   // What was probably meant by the name that the warning is about.
   Warning& Suggest(std::string meant);
 

@@ -2,9 +2,9 @@
 #ifndef RULES_RULE_ROWS_H_
 #define RULES_RULE_ROWS_H_
 
-#include <vector>
+#include <cstddef>
 
-#include "diagnostics/messages/messages.h"
+#include "findings/message_row.h"
 
 namespace rux::rules {
 
@@ -14,10 +14,21 @@ enum class RuleId {
 #include "rules/rows/rule_rows.def"
 };
 
-const std::vector<diagnostics::MessageRow>& RuleRows();
+namespace rows {
+#define RULE(name, id, ...)                                                              \
+  inline constexpr findings::MessageRow k##name = {"", id, findings::Severity::kWarning, \
+                                                   __VA_ARGS__};
+#include "rules/rows/rule_rows.def"
+}  // namespace rows
 
-inline const diagnostics::MessageRow& RowOf(RuleId rule) {
-  return RuleRows()[static_cast<std::size_t>(rule)];
+// By RuleId.
+inline constexpr const findings::MessageRow* kRows[] = {
+#define RULE(name, ...) &rows::k##name,
+#include "rules/rows/rule_rows.def"
+};
+
+constexpr const findings::MessageRow& RowOf(RuleId rule) {
+  return *kRows[static_cast<std::size_t>(rule)];
 }
 
 }  // namespace rux::rules

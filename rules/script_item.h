@@ -12,13 +12,13 @@
 
 #include "ruxcomp/language/keys.h"
 #include "ruxcomp/language/values.h"
-#include "sources/source_view.h"
+#include "sources/source_set.h"
 
 namespace rux::rules {
 
 namespace language = ruxcomp::language;
 
-using Script = sources::SourceView;
+using Script = sources::SourceSet;
 using ScriptFile = sources::SourceFile;
 using ScriptSection = sources::SourceSection;
 using Place = sources::SourcePlace;

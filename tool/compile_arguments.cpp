@@ -1,6 +1,7 @@
 #include "tool/compile_arguments.h"
 
 #include "diagnostics/severities.h"
+#include "driver/messages.h"
 
 namespace rux::tool {
 
@@ -23,7 +24,9 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
            "error: let warnings fail the run; error=ID: those of one message; no-ID: do not "
            "tell them ('rux explain' lists the ids)")
       .Value("WHAT")
-      .Check([](const std::string& text) { return diagnostics::Severities().Set(text); });
+      .Check([](const std::string& text) {
+        return diagnostics::Severities(driver::AllMessages()).Set(text);
+      });
   arguments.Add("--max-errors", &telling.max_errors, "Tell no more than this many errors")
       .Value("N");
   arguments

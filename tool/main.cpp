@@ -6,8 +6,6 @@
 #include <limits>
 #include <string_view>
 
-#include "diagnostics/messages/messages.h"
-#include "rules/rule_rows.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "tool/command_line.h"
@@ -18,7 +16,6 @@ namespace {
 using rux::support::ExitStatus;
 
 ExitStatus Run(int argc, const char* const* argv) {
-  rux::diagnostics::AddMessageRows(rux::rules::RuleRows());
   if (argc > 1 && argv[1] == std::string_view(rux::tool::kCompletion)) {
     return rux::tool::Complete({argv + 2, argv + argc});
   }

@@ -30,7 +30,7 @@ std::string PropertiesOf(const Diagnostic& diagnostic) {
     properties +=
         fmt::format("col={},endColumn={},", at.excerpt->first_column, at.excerpt->end_column);
   }
-  return properties + fmt::format("title={}", EscapedProperty(IdOf(diagnostic.id)));
+  return properties + fmt::format("title={}", EscapedProperty(diagnostic.row->id));
 }
 
 }  // namespace

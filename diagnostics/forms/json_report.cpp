@@ -35,7 +35,7 @@ void WriteNote(JsonObject& json, const Note& note) {
 }
 
 void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
-  json.Member("id", IdOf(diagnostic.id));
+  json.Member("id", diagnostic.row->id);
   json.Member("severity", WordOf(diagnostic.severity));
   if (diagnostic.section) json.Member("section", *diagnostic.section);
   if (diagnostic.entry) json.Member("entry", *diagnostic.entry);

@@ -1,5 +1,6 @@
 // Static Analysis Results Interchange Format, version 2.1.0.
-#include <set>
+#include <map>
+#include <string_view>
 
 #include "diagnostics/report.h"
 #include "support/json.h"
@@ -93,7 +94,7 @@ void WriteFix(const Diagnostic& diagnostic, JsonObject& json) {
 }
 
 void WriteResult(JsonObject& json, const Diagnostic& diagnostic) {
-  json.Member("ruleId", IdOf(diagnostic.id));
+  json.Member("ruleId", diagnostic.row->id);
   json.Member("level", WordOf(diagnostic.severity));
   WriteMessage("message", WholeText(diagnostic), json);
   if (!diagnostic.at.path.empty()) {
@@ -104,8 +105,10 @@ void WriteResult(JsonObject& json, const Diagnostic& diagnostic) {
   WriteFix(diagnostic, json);
 }
 
-void WriteRule(JsonObject& json, MessageId id) {
-  const MessageRow& row = RowOf(id);
+using RowsById = std::map<std::string_view, const MessageRow*>;
+
+void WriteRule(JsonObject& json, const RowsById::value_type& by_id) {
+  const MessageRow& row = *by_id.second;
   json.Member("id", row.id);
   WriteMessage("shortDescription", row.summary, json);
   WriteMessage("fullDescription", row.explanation, json);
@@ -114,11 +117,13 @@ void WriteRule(JsonObject& json, MessageId id) {
 }
 
 void WriteDriver(const Report& report, JsonObject& json) {
-  std::set<MessageId> told;
-  for (const Diagnostic& diagnostic : report.diagnostics) told.insert(diagnostic.id);
+  RowsById rows;
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    rows.emplace(diagnostic.row->id, diagnostic.row);
+  }
   json.Member("name", "rux");
   json.Member("version", RUX_TOOL_VERSION);
-  json.Objects("rules", told, WriteRule);
+  json.Objects("rules", rows, WriteRule);
 }
 
 void WriteRun(const Report& report, JsonObject& json) {

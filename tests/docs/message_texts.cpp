@@ -14,7 +14,6 @@ std::string Escaped(std::string text) {
 
 // Without the line feed.
 void Print(std::string text, const char* id) {
-  if (text.empty()) return;
   text.pop_back();
   std::printf("| `%s` | `%s` \n", Escaped(text).c_str(), id);
 }
@@ -22,6 +21,6 @@ void Print(std::string text, const char* id) {
 }  // namespace
 
 int main() {
-#define ROW(name, id, severity, text, summary, explanation, wrong, right) Print(text, id);
-#include "diagnostics/messages/message_rows.def"
+#define MESSAGE(name, format, id, ...) Print(format, id);
+#include "findings/messages.def"
 }

@@ -61,7 +61,7 @@ const std::vector<ScriptCase> kReferences = {
     {"[DEFINE]\nCALL = 3\nCELL = 10\n[ACTION]\nNAME = A\nARGNUMBER = 1\n[GLOBAL]\n"
      "G_1 = CALL, B, 1\nG_2 = CALL, A\nG_3 = CELL, T, x\n",
      {"UnknownAction(board.rux, 8, GLOBAL, G_1, B) in board.rux:8 at 0/2/0/1",
-      "ArgumentCount(board.rux, 9, GLOBAL, G_2, A, 1, 0) in board.rux:9 at 0/2/1/1",
+      "ArgumentCount(board.rux, 9, GLOBAL, G_2, A, 1, 0) in board.rux:9 at 0/2/1/1, other 0/1/0/0",
       "UnknownTable(board.rux, 10, GLOBAL, G_3, T) in board.rux:10 at 0/2/2/1",
       "UndefinedWord(board.rux, 10, GLOBAL, G_3, x) in board.rux:10 at 0/2/2/2"}},
     {"[DEFINE]\nLIST = 7\n[GLOBAL]\nG_1 = LIST, G_X, ARG1, VALUE_9, x\n",
@@ -86,12 +86,12 @@ const std::vector<ScriptCase> kReferences = {
 const std::vector<ScriptCase> kSections = {
     {"[MORVRUX]\nVERSION = 1\n[MORVRUX]\nVERSION = 1\n",
      {"RedefinedSection(board.rux, 1, MORVRUX, MORVRUX) in board.rux:1 at 0/0",
-      "RedefinedSection(board.rux, 3, MORVRUX, MORVRUX) in board.rux:3 at 0/1"}},
+      "RedefinedSection(board.rux, 3, MORVRUX, MORVRUX) in board.rux:3 at 0/1, other 0/0"}},
     {"[PROPERTY]\nA = 1\n[PROPERTY]\nB = 1\nA = 2\n",
      {"RedefinedElsewhere(board.rux, 5, PROPERTY, A, board.rux, 2) in board.rux:5 at 0/1/1/key, "
       "other 0/0/0/key"}},
     {"[PROPERTY]\nA = 1\nA = 2\n",
-     {"RedefinedEntry(board.rux, 3, PROPERTY, A) in board.rux:3 at 0/0/1/key"}},
+     {"RedefinedEntry(board.rux, 3, PROPERTY, A) in board.rux:3 at 0/0/1/key, other 0/0/0/key"}},
     {"[TABLE]\nNAME = T\nTYPE = 1\n[TABLE]\nTYPE = 1\nNAME = T\n",
      {"RedefinedName(board.rux, 6, TABLE, T, board.rux, 2) in board.rux:6 at 0/1/1/0, "
       "other 0/0/0/0"}},
@@ -102,7 +102,7 @@ const std::vector<ScriptCase> kSections = {
     // The place is the section's, the problem is its parent.
     {"[GROUP]\nNAME = A\nPARENT = B\nCHILDGROUP = 0\n"
      "[GROUP]\nPARENT = 0\nNAME = B\nCHILDGROUP = 0\n",
-     {"ParentDefinedLater(board.rux, 1) in board.rux:1 at 0/0/1/0"}},
+     {"ParentDefinedLater(board.rux, 1) in board.rux:1 at 0/0/1/0, other 0/1"}},
 };
 
 }  // namespace

@@ -1,15 +1,21 @@
 // What compiling comes to depends on nothing but the script: messages and files are the same in
 // another environment, at other addresses, in another folder and after other use of the memory.
-// That goes for anything that calls itself a script.
+// That goes for anything that calls itself a script, and for the library's core inside a program.
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "tests/generators/garbage.h"
 #include "tests/properties/model_test.h"
 #include "tests/properties/random_fault.h"
 #include "tests/support/bytes.h"
+#include "tests/tool/case_file.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 SourceFiles AnyScript(Random& random) {
   if (random.Chance(10)) return {{"board.rux", RandomGarbage(random)}};
@@ -30,6 +36,12 @@ class SameOutcome : public ModelTest {
       Random random(seed);
       scripts_.push_back({seed, AnyScript(random)});
     });
+    WriteAll();
+  }
+
+  std::size_t script_count() const { return scripts_.size(); }
+
+  void WriteAll() {
     for (std::size_t i = 0; i < scripts_.size(); ++i) {
       for (const auto& [path, contents] : scripts_[i].files) {
         for (const char* folder : {kNear, kFar}) {
@@ -39,10 +51,22 @@ class SameOutcome : public ModelTest {
     }
   }
 
+  // Every script of the examples and of the cases of the tool, with the files around it.
+  void WriteKnownScripts() {
+    for (const fs::path& path : FilesBelow(RUX_EXAMPLES, ".rux")) {
+      AddKnown(FilesIn(path.parent_path()), path.filename().string());
+    }
+    for (const fs::path& path : FilesBelow(RUX_CASES, ".txt")) {
+      const CaseFile file = ReadCaseFile(path.string());
+      for (const auto& [name, contents] : file.files) AddKnown(file.files, name);
+    }
+    WriteAll();
+  }
+
   void CompileAll(const std::string& environment, const std::string& folder,
-                  const std::string& dirt) {
-    const std::string command = "env " + environment + " " RUX_COMPILE_WORKER " '" + Path(folder) +
-                                "' " + std::to_string(scripts_.size()) + ' ' + dirt;
+                  const std::string& dirt, const char* worker = RUX_COMPILE_WORKER) {
+    const std::string command = "env " + environment + " " + worker + " '" + Path(folder) + "' " +
+                                std::to_string(scripts_.size()) + ' ' + dirt;
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
   }
 
@@ -70,12 +94,44 @@ class SameOutcome : public ModelTest {
   static constexpr char kFar[] = "some where else/far/";
 
  private:
+  // As board.rux, in its turn among the parts.
+  void AddKnown(const SourceFiles& files, const std::string& script) {
+    if (script.size() < 4 || script.substr(script.size() - 4) != ".rux") return;
+    if (known_++ % kParts != GetParam()) return;
+    SourceFiles known;
+    for (const auto& [name, contents] : files) {
+      if (name == script) known.insert(known.begin(), {"board.rux", contents});
+      if (name != "board.rux") known.emplace_back(name, contents);
+    }
+    scripts_.push_back({0, std::move(known)});
+  }
+
+  static std::vector<fs::path> FilesBelow(const char* folder, const char* extension) {
+    std::vector<fs::path> found;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+      if (entry.path().extension() == extension) found.push_back(entry.path());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+  }
+
+  static SourceFiles FilesIn(const fs::path& folder) {
+    SourceFiles files;
+    for (const fs::path& path : FilesBelow(folder.c_str(), ".rux")) {
+      std::ifstream stream(path, std::ios::binary);
+      files.emplace_back(fs::relative(path, folder).string(),
+                         std::string(std::istreambuf_iterator<char>(stream), {}));
+    }
+    return files;
+  }
+
   struct SeededFiles {
     std::uint32_t seed;
     SourceFiles files;
   };
 
   std::vector<SeededFiles> scripts_;
+  std::uint32_t known_ = 0;
 };
 
 // glibc fills what it gives out with what MALLOC_PERTURB_ says.
@@ -85,6 +141,21 @@ TEST_P(SameOutcome, OfAnyScriptInAnotherProcess) {
   CompileAll("MALLOC_PERTURB_=165 MALLOC_ARENA_MAX=1 TZ=Asia/Tokyo LC_ALL=C.UTF-8 PADDING=" +
                  std::string(5001, 'x'),
              kFar, "200000");
+  Compare();
+}
+
+TEST_P(SameOutcome, OfAnyScriptInAProgramWithTheCoreInside) {
+  WriteScripts();
+  CompileAll("-i", kNear, "0");
+  CompileAll("-i", kFar, "0", RUX_CORE_WORKER);
+  Compare();
+}
+
+TEST_P(SameOutcome, OfKnownScriptsInAProgramWithTheCoreInside) {
+  WriteKnownScripts();
+  ASSERT_GT(script_count(), 40u);
+  CompileAll("-i", kNear, "0");
+  CompileAll("-i", kFar, "0", RUX_CORE_WORKER);
   Compare();
 }
 

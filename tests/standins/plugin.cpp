@@ -5,6 +5,9 @@
 //   SIZES_ANSWER=0     asking for sizes gives them, but answers 0
 //   FAILS_ON_SIZE=n    the size of section n's name cannot be had
 //   FAILS_ON_NAME=n    the size can, the name cannot
+//   TALKS              it reports to Output what a reader may report, and what no other one does
+#include <dlfcn.h>
+
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -57,6 +60,16 @@ std::string SectionText(const void* handle) {
   return "section " + std::to_string(At(handle).index);
 }
 
+void Talk() {
+#ifdef TALKS
+  using Output = void(unsigned int size, const char* format, ...);
+  auto* output = reinterpret_cast<Output*>(dlsym(RTLD_DEFAULT, "Output"));
+  if (!output) return;
+  output(2048, "Error[%s:%u]: Section header is not closed.\n", "board.rux", 6u);
+  output(2048, "%d of %s, 100%%\n", -3, "board.rux");
+#endif
+}
+
 // Stores the size of a text and, when there is a buffer, copies the text.
 void Deliver(const char* text, char* buffer, std::uint32_t* size) {
   *size = static_cast<std::uint32_t>(std::strlen(text) + 1);
@@ -79,6 +92,7 @@ EXPORT void* RSOpenFile(const std::string& path) {
 // The zero must not matter.
 EXPORT std::uint32_t RSParse(void* opened) {
   calls.push_back("RSParse(" + FileText(opened) + ")");
+  Talk();
   return 0;
 }
 

@@ -64,6 +64,8 @@ class ToolCase : public testing::TestWithParam<std::string> {
     std::ostringstream line;
     line << "cd " << fs::path(folder_ / "work") << " && LC_ALL=C PATH=" << path << ":$PATH"
          << " BOARDS=" << RUX_BOARDS << " DOCS=" << RUX_DOCS << " SCHEMAS=" << RUX_SCHEMAS
+         << " INSTALLED=" << RUX_INSTALLED << " READER=" << RUX_READER
+         << " OTHER_READER=" << RUX_OTHER_READER
          << " sh ../run > ../stdout 2> ../stderr < /dev/null";
     const int status = std::system(line.str().c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -83,7 +83,7 @@ Options OptionsFor(const driver::CompileOptions& run, const driver::MetaOptions&
   }
   if (run.reads_standard_input()) {
     if (files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
-    files.stdin_name = script;
+    files.reads_standard_input = true;
   }
   if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
   if (files.meta == kStandardStream) UseStandardOutput(options);

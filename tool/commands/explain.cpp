@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/messages/explanation.h"
-#include "diagnostics/messages/messages.h"
+#include "diagnostics/explanation.h"
+#include "driver/messages.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
@@ -18,14 +18,16 @@ struct Options {
 };
 
 support::ExitStatus Explain(const Options& options) {
+  const diagnostics::Registry& registry = driver::AllMessages();
   const bool is_markdown = options.format == "markdown";
   std::string text;
   if (options.ids.empty())
-    text = is_markdown ? diagnostics::MessagesMarkdown() : diagnostics::MessageList();
+    text =
+        is_markdown ? diagnostics::MessagesMarkdown(registry) : diagnostics::MessageList(registry);
   for (const std::string& id : options.ids) {
-    const diagnostics::MessageRow* row = diagnostics::FindMessageById(id);
+    const diagnostics::MessageRow* row = registry.Find(id);
     if (row == nullptr)
-      throw support::Failure(support::ExitStatus::kFindings, diagnostics::UnknownMessageText(id));
+      throw support::Failure(support::ExitStatus::kFindings, registry.UnknownText(id));
     if (!text.empty()) text += '\n';
     text +=
         is_markdown ? diagnostics::ExplanationMarkdown(*row) : diagnostics::ExplanationText(*row);

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "diagnostics/messages/messages.h"
 #include "diagnostics/severities.h"
+#include "driver/messages.h"
 #include "tool/completion/path_words.h"
 
 namespace rux::tool {
@@ -49,15 +49,16 @@ Candidates Paths(const Given& given, const std::string& typed) {
 
 Candidates MessageIds(const Given&, const std::string&) {
   std::vector<Candidate> ids;
-  for (const diagnostics::MessageRow& row : diagnostics::MessageRows()) {
-    ids.push_back({std::string(row.id), std::string(row.summary)});
+  for (const diagnostics::MessageRow* row : driver::AllMessages().rows()) {
+    ids.push_back({std::string(row->id), std::string(row->summary)});
   }
   return Words(std::move(ids));
 }
 
 Candidates Settings(const Given&, const std::string&) {
   std::vector<Candidate> settings;
-  for (const diagnostics::SeveritySetting& setting : diagnostics::SeveritySettings()) {
+  for (const diagnostics::SeveritySetting& setting :
+       diagnostics::SeveritySettings(driver::AllMessages())) {
     settings.push_back({setting.text, std::string(setting.about)});
   }
   return Words(std::move(settings));

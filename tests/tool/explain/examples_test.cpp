@@ -11,20 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/messages/messages.h"
-#include "rules/rule_rows.h"
+#include "diagnostics/explanation.h"
+#include "driver/messages.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
-
-// The rows that rux explains.
-const std::vector<rux::diagnostics::MessageRow>& AllRows() {
-  static const bool are_added = [] {
-    rux::diagnostics::AddMessageRows(rux::rules::RuleRows());
-    return true;
-  }();
-  return are_added ? rux::diagnostics::MessageRows() : rux::rules::RuleRows();
-}
 
 std::string OutputOf(const std::string& command) {
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
@@ -61,13 +52,13 @@ class ExamplesTest : public testing::Test {
 
 TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
   std::size_t tried = 0;
-  for (const rux::diagnostics::MessageRow& row : AllRows()) {
+  for (const rux::diagnostics::MessageRow* each : rux::driver::AllMessages().rows()) {
+    const rux::diagnostics::MessageRow& row = *each;
     if (row.wrong.empty()) continue;
     ++tried;
     SCOPED_TRACE(std::string(row.id));
     // That one is about the debug meta file.
-    const char* options =
-        row.number == rux::diagnostics::MessageId::kIncludeFirst ? " -g board.metad" : "";
+    const char* options = each == &rux::driver::kIncludeFirst ? " -g board.metad" : "";
     if (row.severity == rux::diagnostics::Severity::kNote) {
       EXPECT_EQ(IdsOf(row.wrong, " --verbose").count(std::string(row.id)), 1U) << row.wrong;
       EXPECT_EQ(IdsOf(row.right, " --verbose").count(std::string(row.id)), 0U) << row.right;
@@ -82,7 +73,8 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
 TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
   const std::regex kebab_case("[a-z0-9]+(-[a-z0-9]+)*");
   std::set<std::string_view> ids;
-  for (const rux::diagnostics::MessageRow& row : AllRows()) {
+  for (const rux::diagnostics::MessageRow* each : rux::driver::AllMessages().rows()) {
+    const rux::diagnostics::MessageRow& row = *each;
     SCOPED_TRACE(std::string(row.id));
     EXPECT_TRUE(std::regex_match(std::string(row.id), kebab_case));
     EXPECT_TRUE(ids.insert(row.id).second);

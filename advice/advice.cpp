@@ -1,0 +1,114 @@
+#include "advice/advice.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "advice/facts.h"
+#include "advice/places.h"
+#include "findings/message_rows.h"
+#include "support/nearest.h"
+
+namespace rux::advice {
+namespace {
+
+using diagnostics::Diagnostic;
+using sources::OriginSpot;
+
+// The first part of a run's diagnostics gets advice; who has more of them starts there anyway.
+// Looking for names takes time for each.
+constexpr std::size_t kMostAdvised = 100;
+// So many names are looked at for that; a script may have a million.
+constexpr std::size_t kMostCompared = 3'000'000;
+
+// What the diagnostic says does not exist; null when it is not said.
+const std::string* Wanted(const Diagnostic& diagnostic) {
+  const std::string* mentioned = FirstMentioned(diagnostic);
+  if (mentioned != nullptr) return mentioned;
+  return diagnostic.entry ? &*diagnostic.entry : nullptr;
+}
+
+// Returns how many names were looked at.
+std::size_t AddSuggestion(const sources::SourceSet& sources, const Facts& facts,
+                          Diagnostic& diagnostic) {
+  const std::string* wanted = Wanted(diagnostic);
+  // A text that is longer than any sensible name would take its time.
+  constexpr std::size_t kLongest = 100;
+  if (facts.names == nullptr || wanted == nullptr || wanted->size() > kLongest) return 0;
+  Names names = facts.names(sources, diagnostic);
+  // It is there, though not where it is looked for.
+  if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();
+  const std::size_t skipped = facts.prefix.size();
+  for (std::string& name : names) name.erase(0, skipped);
+  diagnostic.suggestion = support::MeantName(wanted->substr(skipped), names);
+  if (diagnostic.suggestion) diagnostic.suggestion->insert(0, facts.prefix);
+  return names.size();
+}
+
+// Climbs the INCLUDEs of two openings of a file as long as they are the same.
+void ClimbToDifference(const sources::SourceSet& sources, OriginSpot& first, OriginSpot& again) {
+  while (first.item != nullptr && again.item != nullptr && first.item == again.item &&
+         first.opening != again.opening) {
+    first = sources.IncluderOf(*first.opening);
+    again = sources.IncluderOf(*again.opening);
+  }
+}
+
+void AddOtherPlace(const sources::SourceSet& sources, const Facts& facts, Diagnostic& diagnostic) {
+  if (facts.other == nullptr || diagnostic.other == findings::Origin()) return;
+  Diagnostic other;
+  Places places(sources, "");
+  if (!places.Locate(diagnostic.other, facts.underline, other)) return;
+  OriginSpot first = sources.At(diagnostic.other);
+  OriginSpot again = sources.At(diagnostic.origin);
+  const bool is_included_again = first.opening != again.opening &&
+                                 other.at.file == diagnostic.at.file &&
+                                 other.at.range.begin == diagnostic.at.range.begin;
+  if (!is_included_again) {
+    diagnostic.notes.push_back({facts.other, other.at});
+    return;
+  }
+  first = sources.IncluderOf(*first.opening);
+  again = sources.IncluderOf(*again.opening);
+  ClimbToDifference(sources, first, again);
+  if (first.item == nullptr) return;
+  const sources::SourceFile& file = *first.opening->file;
+  diagnostic.notes.push_back({"the file is first included here",
+                              diagnostics::LocationIn(file, file.RangeOf(first.item->value))});
+}
+
+void AddHint(const Facts& facts, Diagnostic& diagnostic) {
+  if (diagnostic.row == &findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
+    const std::string_view rule = KeyRuleOf(*diagnostic.section);
+    if (!rule.empty()) diagnostic.notes.push_back({std::string(rule), {}});
+  }
+  if (facts.needs_hint != nullptr && facts.needs_hint(diagnostic)) {
+    diagnostic.notes.push_back({facts.hint, {}});
+  }
+}
+
+}  // namespace
+
+void CompletePlaces(const run::Result& result, const std::string& script,
+                    std::vector<Diagnostic>& diagnostics) {
+  const Places places(result.sources, script);
+  for (Diagnostic& diagnostic : diagnostics) {
+    if (diagnostic.at.path.empty()) diagnostic.at.path = script;
+    places.AddIncludes(diagnostic);
+  }
+}
+
+void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
+  std::size_t advised = 0;
+  std::size_t compared = 0;
+  for (Diagnostic& diagnostic : diagnostics) {
+    if (diagnostic.severity == diagnostics::Severity::kNote) continue;
+    if (advised++ == kMostAdvised) break;
+    const Facts& facts = FactsOf(diagnostic.row);
+    if (compared < kMostCompared) compared += AddSuggestion(result.sources, facts, diagnostic);
+    AddOtherPlace(result.sources, facts, diagnostic);
+    AddHint(facts, diagnostic);
+  }
+}
+
+}  // namespace rux::advice

@@ -1,0 +1,133 @@
+#include "advice/facts.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "advice/names.h"
+#include "findings/message_rows.h"
+#include "rules/rule_rows.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/rows.h"
+
+namespace rux::advice {
+namespace {
+
+using diagnostics::Diagnostic;
+
+constexpr char kFirstDefined[] = "first defined here";
+
+bool Always(const Diagnostic&) { return true; }
+
+bool NamesNumber(const Diagnostic& diagnostic) {
+  const std::string* text = FirstMentioned(diagnostic);
+  return text != nullptr && !text->empty() && text->front() >= '0' && text->front() <= '9';
+}
+
+bool NamesLongNumber(const Diagnostic& diagnostic) {
+  return NamesNumber(diagnostic) &&
+         FirstMentioned(diagnostic)->size() > ruxcomp::language::kLongestNumber;
+}
+
+bool IsOutsideAction(const Diagnostic& diagnostic) { return diagnostic.section != "ACTION"; }
+
+bool IsSensorInRoot(const Diagnostic& diagnostic) {
+  return diagnostic.section == "SENSOR" && *FirstMentioned(diagnostic) == "0";
+}
+
+bool IsCondition(const Diagnostic& diagnostic) { return diagnostic.section == "IFDEF"; }
+
+// The columns of a row, one family each.
+constexpr Facts Other(const findings::MessageRow& row, const char* other,
+                      Underline underline = Underline::kPlace) {
+  return {&row, underline, other};
+}
+constexpr Facts Suggest(const findings::MessageRow& row, decltype(Facts::names) names,
+                        std::string_view prefix = {}, Underline underline = Underline::kPlace) {
+  return {&row, underline, nullptr, names, prefix};
+}
+constexpr Facts Hint(Facts facts, decltype(Facts::needs_hint) needs_hint, const char* hint) {
+  facts.needs_hint = needs_hint;
+  facts.hint = hint;
+  return facts;
+}
+
+namespace rows = findings::rows;
+
+constexpr Facts kFacts[] = {
+    {&rows::kSurplusValues, Underline::kToLastPart},
+    {&rows::kTooManyOperands, Underline::kToLastPart},
+
+    Other(rows::kRedefinedElsewhere, kFirstDefined),
+    Other(rows::kRedefinedName, kFirstDefined),
+    Other(rows::kRedefinedId, kFirstDefined),
+    Other(rows::kRedefinedEntry, kFirstDefined),
+    Other(rows::kRedefinedSection, kFirstDefined, Underline::kSectionName),
+    Other(rows::kParentDefinedLater,
+          "the parent begins here; its line number must be smaller, also in another file",
+          Underline::kHeader),
+    Other(rows::kArgumentCount, "defined here"),
+
+    Suggest(rows::kUnknownSection, SectionKeywords, {}, Underline::kSectionName),
+    Suggest(rows::kUnknownEntry, Keywords),
+    Suggest(rows::kInvalidEntryName, Keywords),
+    Hint(Suggest(rows::kUndefinedWord, WordsAndOperands), NamesLongNumber,
+         "a number has ten characters at most"),
+    Suggest(RowOf(rules::RuleId::kDefineUnknownWord), DefinedWords),
+    Suggest(RowOf(rules::RuleId::kFalseIfdef), DefinedWords),
+    Hint(Suggest(rows::kUnknownValueType, DefinedWords), NamesNumber,
+         "a value begins with a word that a DEFINE section gives the number of its type; the "
+         "number itself is not taken"),
+    Suggest(rows::kUnknownOperator, Operators),
+    Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
+         "only groups hang in the root; a sensor needs a group"),
+    Suggest(rows::kUnknownParentPelmgroup, PelmgroupIds),
+    Suggest(rows::kUnknownSensor, SensorIds),
+    Suggest(rows::kUnknownAction, ActionNames),
+    Suggest(rows::kUnknownTable, TableNames),
+    Suggest(rows::kUnknownGlobal, Globals, ruxcomp::language::kGlobalPrefix),
+    Hint(Suggest(rows::kUnknownValue, LocalValues, ruxcomp::language::kValuePrefix),
+         IsOutsideAction, "only the values of an ACTION can be named as operands"),
+
+    Hint({&rows::kSmbusAddress}, Always, "nothing but the four characters 0x00 is taken here"),
+    Hint({&rows::kSmbusBusType}, Always,
+         "nothing but the word BUSTYPE_SMBUS is taken here, not its number either"),
+    Hint({&rows::kMissingEntry}, IsCondition,
+         "the condition of an IFDEF section is its first item, and must be called DEFINEWORD"),
+};
+
+struct KeyRule {
+  std::string_view section;
+  std::string_view text;
+};
+
+constexpr KeyRule kKeyRules[] = {
+    {"SYSTEM", "other keys begin with P_ here"},
+    {"PELMGROUP", "other keys begin with P_ here"},
+    {"SENSOR", "other keys begin with VALUE_ or P_ here"},
+    {"DEVICE", "other keys begin with VALUE_ or P_ here"},
+    {"ACTION", "other keys are VALUE_ and a number here"},
+    {"TABLE", "other keys are a cell here, or the first and the last one, such as 0.255"},
+    {"GLOBAL", "keys begin with G_ here"},
+    {"PROPERTY", "keys do not begin with a digit here"},
+    {"REPEATER", "keys do not begin with a digit here"},
+    {"DEFINE", "keys do not begin with a digit here"},
+    {"IFDEF", "keys do not begin with a digit here"},
+};
+
+}  // namespace
+
+const Facts& FactsOf(const findings::MessageRow* row) {
+  static constexpr Facts kNone;
+  const Facts* found = std::find_if(std::begin(kFacts), std::end(kFacts),
+                                    [&](const Facts& facts) { return facts.row == row; });
+  return found == std::end(kFacts) ? kNone : *found;
+}
+
+std::string_view KeyRuleOf(std::string_view section) {
+  const KeyRule* found = ruxcomp::language::FindRow(
+      kKeyRules, [&](const KeyRule& rule) { return rule.section == section; });
+  return found == nullptr ? std::string_view() : found->text;
+}
+
+}  // namespace rux::advice

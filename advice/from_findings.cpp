@@ -1,0 +1,133 @@
+#include "advice/from_findings.h"
+
+#include <set>
+#include <tuple>
+#include <utility>
+#include <variant>
+
+#include "advice/places.h"
+#include "findings/message_rows.h"
+#include "run/rows.h"
+#include "support/safe_text.h"
+
+namespace rux::advice {
+namespace {
+
+using diagnostics::Argument;
+using diagnostics::Diagnostic;
+using findings::Severity;
+
+const std::string& TextAt(const run::Finding& finding, std::size_t at) {
+  return std::get<std::string>(finding.arguments[at]);
+}
+
+std::string Shown(const Argument& argument) {
+  // Values may be as long as a script; the line that is shown below says more of them.
+  if (const auto* text = std::get_if<std::string>(&argument)) return support::Shortened(*text);
+  return std::to_string(std::get<std::uint32_t>(argument));
+}
+
+// `format` with its conversions, %s and %u, replaced by the arguments.
+std::string Formatted(std::string_view format, const std::vector<Argument>& arguments) {
+  std::string text;
+  for (const Argument& argument : arguments) {
+    const std::size_t percent = format.find('%');
+    if (percent == std::string_view::npos) break;
+    text.append(format, 0, percent).append(Shown(argument));
+    format.remove_prefix(percent + 2);
+  }
+  return text.append(format);
+}
+
+void SetText(const run::Finding& finding, Diagnostic& diagnostic) {
+  const findings::Lead& lead = finding.row->lead;
+  std::size_t next = lead.has_place ? 2 : 0;
+  if (lead.has_section) diagnostic.section = TextAt(finding, next++);
+  if (lead.has_entry) diagnostic.entry = TextAt(finding, next++);
+  diagnostic.arguments.assign(finding.arguments.begin() + static_cast<std::ptrdiff_t>(next),
+                              finding.arguments.end());
+  const bool has_format = !lead.rest.empty();
+  diagnostic.text = Formatted(has_format ? lead.rest : "%s", diagnostic.arguments);
+}
+
+// The library counts these sections and says no more.
+void SetUnknownSection(const run::Finding& finding, Diagnostic& diagnostic) {
+  diagnostic.section = TextAt(finding, 1);
+  diagnostic.arguments = {*diagnostic.section};
+  diagnostic.text = "unknown section; it and its items are ignored";
+}
+
+Diagnostic DiagnosticOf(const run::Finding& finding, bool accepted) {
+  Diagnostic diagnostic;
+  diagnostic.row = finding.row;
+  diagnostic.origin = finding.origin;
+  diagnostic.other = finding.other;
+  // Some of what the check calls an error is none of its reasons to refuse a script.
+  const bool may_be_reason = finding.row->lead.is_error && !accepted;
+  diagnostic.severity = may_be_reason ? Severity::kError : finding.row->severity;
+  diagnostic.only_verbose = finding.row->severity == Severity::kNote;
+  finding.row == &findings::rows::kUnknownSection ? SetUnknownSection(finding, diagnostic)
+                                                  : SetText(finding, diagnostic);
+  return diagnostic;
+}
+
+// Some items are checked while they are read, and again with all others.
+class Repeats {
+ public:
+  bool Has(const run::Finding& finding) {
+    const findings::Origin& at = finding.origin;
+    if (at.script == findings::Origin::kNone) return false;
+    const Key key{finding.row, at.script, at.section, at.item, at.part};
+    if (finding.phase == run::Phase::kParse) known_.insert(key);
+    return finding.phase == run::Phase::kCheck && known_.count(key) != 0;
+  }
+
+ private:
+  using Key = std::tuple<const findings::MessageRow*, std::uint32_t, std::uint32_t, std::uint32_t,
+                         std::uint32_t>;
+  std::set<Key> known_;
+};
+
+// What cannot be read as a number; empty when it can.
+std::string WhatRaised(Places& places, const findings::Origin& at) {
+  if (at.part == findings::Origin::kKey) return "a part of the key without digits";
+  const auto part = places.PartAt(at);
+  if (!part) return "";
+  return part->empty() ? "an empty operand" : std::string(*part) + " without digits";
+}
+
+}  // namespace
+
+std::vector<Diagnostic> DiagnosticsOf(const run::Result& result, const std::string& script) {
+  std::vector<Diagnostic> diagnostics;
+  Places places(result.sources, script);
+  Repeats repeats;
+  for (const run::Finding& finding : result.findings) {
+    if (repeats.Has(finding)) continue;
+    places.Locate(finding, diagnostics.emplace_back(DiagnosticOf(finding, result.accepted)));
+  }
+  return diagnostics;
+}
+
+Diagnostic DiagnosticOfRaised(const run::Result& result, const std::string& script) {
+  const findings::Origin& at = result.raised->at;
+  Diagnostic diagnostic;
+  Places places(result.sources, script);
+  const sources::OriginSpot spot = result.sources.At(at);
+  const std::string what = spot.item != nullptr ? WhatRaised(places, at) : "";
+  if (what.empty()) {
+    diagnostic.row = &run::kLibraryError;
+    diagnostic.text = "the library cannot go on: " + result.raised->text;
+    diagnostic.at.path = script;
+    return diagnostic;
+  }
+  diagnostic.row = &run::kUnreadableNumber;
+  diagnostic.section = std::string(spot.section->name);
+  diagnostic.entry = std::string(spot.item->key);
+  diagnostic.text = what + " cannot be read as a number";
+  if (const auto part = places.PartAt(at)) diagnostic.arguments = {std::string(*part)};
+  places.Locate(at, Underline::kPlace, diagnostic);
+  return diagnostic;
+}
+
+}  // namespace rux::advice

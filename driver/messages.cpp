@@ -1,0 +1,19 @@
+#include "driver/messages.h"
+
+#include "advice/advice.h"
+#include "findings/message_rows.h"
+#include "rules/rule_rows.h"
+#include "run/rows.h"
+
+namespace rux::driver {
+
+const diagnostics::Registry& AllMessages() {
+  static const diagnostics::Registry registry = {
+      findings::RowsOf(findings::kRows), findings::RowsOf(run::kRows),
+      findings::RowsOf(advice::kRows),   findings::RowsOf(kRows),
+      findings::RowsOf(rules::kRows),
+  };
+  return registry;
+}
+
+}  // namespace rux::driver

@@ -1,0 +1,34 @@
+// All messages about scripts.
+#ifndef DRIVER_MESSAGES_H_
+#define DRIVER_MESSAGES_H_
+
+#include "diagnostics/registry.h"
+
+namespace rux::driver {
+
+inline constexpr findings::MessageRow kIncludeFirst = {
+    "",
+    "include-first",
+    findings::Severity::kWarning,
+    "the debug meta file cannot be loaded, because an INCLUDE comes first",
+    "With -g, rux compile also writes a debug meta file. When the first section of the script is "
+    "an "
+    "INCLUDE, the list of source files is stored in a place where no host finds it, and loading "
+    "the "
+    "file fails. Put another section first, such as MORVRUX.",
+    R"([INCLUDE]
+FILE = machine.rux
+)",
+    R"([PROPERTY]
+Height = 2
+[INCLUDE]
+FILE = machine.rux
+)"};
+inline constexpr const findings::MessageRow* kRows[] = {&kIncludeFirst};
+
+// Of the library and its reader, of runs, and of the rules.
+const diagnostics::Registry& AllMessages();
+
+}  // namespace rux::driver
+
+#endif  // DRIVER_MESSAGES_H_

@@ -1,0 +1,28 @@
+// The rows of messages.def as objects.
+#ifndef FINDINGS_MESSAGE_ROWS_H_
+#define FINDINGS_MESSAGE_ROWS_H_
+
+#include <cstddef>
+
+#include "findings/message_row.h"
+#include "findings/messages.h"
+
+namespace findings {
+
+namespace rows {
+#define MESSAGE(name, format, id, severity, ...) \
+  inline constexpr MessageRow k##name = {format, id, Severity::severity, __VA_ARGS__};
+#include "findings/messages.def"
+}  // namespace rows
+
+// By MessageId.
+inline constexpr const MessageRow* kRows[] = {
+#define MESSAGE(name, ...) &rows::k##name,
+#include "findings/messages.def"
+};
+
+constexpr const MessageRow& RowOf(MessageId id) { return *kRows[static_cast<std::size_t>(id)]; }
+
+}  // namespace findings
+
+#endif  // FINDINGS_MESSAGE_ROWS_H_

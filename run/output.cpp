@@ -1,0 +1,88 @@
+// The function Output: how a reader plug-in reports and, before main(), the library.
+#include "ruxcomp/output.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <string_view>
+
+#include "findings/message_rows.h"
+#include "run/findings.h"
+#include "run/rows.h"
+
+namespace rux::run {
+namespace {
+
+struct ArgumentList {
+  va_list list;
+};
+
+// The messages of a reader: all of them have a place and no more.
+const findings::MessageRow* FindReaderRow(std::string_view format) {
+  static constexpr const findings::MessageRow* kReaderRows[] = {
+#define MESSAGE(name, ...) &findings::rows::k##name,
+#include "findings/messages/script_text.def"
+#undef MESSAGE
+  };
+  const auto* found =
+      std::find_if(std::begin(kReaderRows), std::end(kReaderRows),
+                   [&](const findings::MessageRow* row) { return row->format == format; });
+  return found == std::end(kReaderRows) ? nullptr : *found;
+}
+
+std::string TextOf(ArgumentList& list) {
+  const char* text = va_arg(list.list, const char*);
+  return text == nullptr ? "(null)" : text;
+}
+
+// What the arguments of a known format are; false for others.
+bool Decode(std::string_view format, ArgumentList& list, Finding& finding) {
+  const findings::MessageRow& not_loaded = findings::rows::kReaderNotLoaded;
+  if (format == not_loaded.format) {
+    finding.row = &not_loaded;
+    finding.arguments = {TextOf(list)};
+    return true;
+  }
+  const findings::MessageRow* row = FindReaderRow(format);
+  if (row == nullptr) return false;
+  finding.row = row;
+  finding.place = Place{TextOf(list), std::uint32_t{va_arg(list.list, unsigned int)}};
+  finding.arguments = {finding.place->file, finding.place->line};
+  return true;
+}
+
+[[gnu::format(printf, 2, 0)]] std::string Printed(unsigned int size, const char* format,
+                                                  va_list list) {
+  std::string text(size, '\0');
+  std::vsnprintf(text.data(), text.size(), format, list);
+  text.resize(std::min(text.find('\0'), text.size()));
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  return text;
+}
+
+}  // namespace
+
+Log& TheLog() {
+  // Never destroyed: the library may report while it is unloaded.
+  static auto* log = new Log;
+  return *log;
+}
+
+}  // namespace rux::run
+
+extern "C" __attribute__((visibility("default"))) void Output(unsigned int size, const char* format,
+                                                              ...) {
+  rux::run::Log& log = rux::run::TheLog();
+  rux::run::Finding finding{&rux::run::kOtherMessage, log.phase};
+  rux::run::ArgumentList list;
+  va_start(list.list, format);
+  const bool is_known = rux::run::Decode(format, list, finding);
+  va_end(list.list);
+  if (!is_known) {
+    va_list again;
+    va_start(again, format);
+    finding.arguments = {rux::run::Printed(size, format, again)};
+    va_end(again);
+  }
+  log.findings.push_back(std::move(finding));
+}

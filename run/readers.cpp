@@ -1,0 +1,46 @@
+#include "run/readers.h"
+
+#include "frontend/plugin.h"
+#include "reader/exports.h"
+#include "reader/identity.h"
+
+namespace rux::run {
+namespace {
+
+// The library asks by a function without context.
+struct Choice {
+  bool takes_texts = false;
+  bool is_foreign = false;
+  void* known = nullptr;  // a plug-in that is this reader
+};
+Choice choice;
+
+constexpr plugin::Operations kInside = {RSOpenFile, RSParse,       RSEnumSection, RSGetSectInfo,
+                                        RSEnumItem, RSFindSEction, RSCloseFile};
+
+// Every included file asks anew.
+bool IsInside(void* handle) {
+  if (handle == nullptr || handle == choice.known) return true;
+  if (!reader::IsThisReader(handle)) return false;
+  choice.known = handle;
+  return true;
+}
+
+plugin::Operations Choose(void* handle) {
+  if (IsInside(handle)) return kInside;
+  choice.is_foreign = true;
+  return choice.takes_texts ? plugin::Operations{} : plugin::ExportedOperations(handle);
+}
+
+}  // namespace
+
+ReaderChoice::ReaderChoice(bool takes_texts) {
+  choice = {takes_texts};
+  plugin::SetLookup(Choose);
+}
+
+ReaderChoice::~ReaderChoice() { plugin::SetLookup(nullptr); }
+
+bool ReaderChoice::is_foreign() const { return choice.is_foreign; }
+
+}  // namespace rux::run

@@ -1,0 +1,77 @@
+// One run of the library over one script.
+#ifndef RUN_RUN_H_
+#define RUN_RUN_H_
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "findings/finding.h"
+#include "run/findings.h"
+#include "run/readers.h"
+#include "sources/source_set.h"
+
+namespace rux::run {
+
+// Some texts that are read as numbers have no digit to look at: the library raises an error.
+struct Raised {
+  Phase phase;
+  findings::Origin at;  // what was examined; all none: nothing of a script
+  std::string text;     // of the exception
+};
+
+struct Result {
+  // All that was read; with a plug-in of somebody else's, what this program makes of the paths.
+  sources::SourceSet sources;
+  // Of all files that there are to read, those after a raised error included.
+  sources::SourceFiles files;
+  bool has_foreign_reader = false;
+  bool opened = false;
+  bool accepted = false;
+  std::vector<Finding> findings;  // in the order in which they were reported
+  std::optional<Raised> raised;
+};
+
+// There is one at a time. std::bad_alloc passes, and what the steps below throw on purpose.
+class Run {
+ public:
+  // `script`: by the library's path. `text`: what to read instead of the file; none: the file.
+  explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt);
+  ~Run();
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+
+  // Opens, reads and checks the script, as far as each goes well.
+  void ReadAndCheck();
+
+  // Lets `step` have the library work on the checked model. An error that the library raises is
+  // part of the result afterwards; failures pass. The sources make room for what is written.
+  void Write(const std::function<void()>& step);
+
+  const Result& result() const { return result_; }
+
+ private:
+  class LogSink : public findings::Sink {
+   public:
+    void Take(const findings::Finding& finding) override;
+  };
+
+  void Guarded(Phase phase, const std::function<void()>& step);
+  void ReadSources();
+
+  const std::string script_;
+  // Of a text in memory: the name that is tried last, so that it stands for the file under any.
+  const std::string text_path_;
+  LogSink sink_;
+  findings::Sink* const sink_before_;
+  const ReaderChoice choice_;
+  Result result_;
+};
+
+// The path at which the library looks for its plug-in.
+extern const char* const kPluginPath;
+
+}  // namespace rux::run
+
+#endif  // RUN_RUN_H_

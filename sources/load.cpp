@@ -1,0 +1,81 @@
+#include "sources/load.h"
+
+#include <sys/stat.h>
+
+#include <memory>
+
+#include "findings/finding.h"
+#include "reader/script_file.h"
+#include "reader/texts.h"
+#include "reader/value.h"
+#include "ruxcomp/language/paths.h"
+#include "sources/script_path.h"
+
+namespace rux::sources {
+namespace {
+
+class Silence : public findings::Sink {
+ public:
+  Silence() : before_(findings::SetSink(this)) {}
+  ~Silence() override { findings::SetSink(before_); }
+  Silence(const Silence&) = delete;
+  Silence& operator=(const Silence&) = delete;
+
+  void Take(const findings::Finding&) override {}
+
+ private:
+  findings::Sink* const before_;
+};
+
+// Whether reading it takes its text away from others.
+bool IsStream(const std::string& library_path) {
+  struct stat status;
+  return reader::Texts::Find(library_path) == nullptr &&
+         stat(ToOpenablePath(library_path).c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
+         !S_ISDIR(status.st_mode);
+}
+
+class Loader {
+ public:
+  void Follow(const std::string& library_path) {
+    if (IsStream(library_path)) {
+      passed_over_ = true;
+      return;
+    }
+    const std::unique_ptr<reader::ScriptFile> file = reader::ScriptFile::Open(library_path);
+    if (file == nullptr || !file->Parse()) return;
+    for (const reader::Section& section : file->script()->sections()) {
+      if (section.name == "INCLUDE") FollowIncludes(library_path, section);
+    }
+  }
+
+  bool passed_over() const { return passed_over_; }
+
+ private:
+  void FollowIncludes(const std::string& includer, const reader::Section& section) {
+    for (std::uint32_t i = 0; i < section.item_count; ++i) {
+      const reader::Item& item = section.items[i];
+      reader::ScriptFile::NoteDelivery(item);
+      const std::string_view name = reader::FirstPart(item);
+      // The library rejects any other key, and an empty name.
+      if (item.key != "FILE" || name.empty()) continue;
+      Follow(std::string(ruxcomp::language::FolderOf(includer)).append(name));
+    }
+  }
+
+  bool passed_over_ = false;
+};
+
+}  // namespace
+
+SourceSet Load(const std::string& library_path) {
+  const Silence silence;
+  const reader::Archive archive;
+  Loader loader;
+  loader.Follow(library_path);
+  SourceSet sources(archive);
+  if (loader.passed_over()) sources.MarkIncomplete();
+  return sources;
+}
+
+}  // namespace rux::sources

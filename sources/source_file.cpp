@@ -1,0 +1,55 @@
+#include "sources/source_file.h"
+
+#include <algorithm>
+
+#include "reader/value.h"
+
+namespace rux::sources {
+
+void SourceFile::DropSections() const {
+  script_->DropSections();
+  is_dropped_ = true;
+}
+
+void SourceFile::ScanAgain() const {
+  script_->ScanAgain();
+  is_dropped_ = false;
+}
+
+std::string_view SourceFile::Line(std::uint32_t line) const {
+  return line == 0 || line > line_count() ? std::string_view() : script_->Line(line);
+}
+
+std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
+  const auto by_line = [](std::uint32_t wanted, const auto& has) { return wanted < has.line; };
+  const auto section_after = std::upper_bound(sections().begin(), sections().end(), line, by_line);
+  if (section_after == sections().begin()) return std::nullopt;
+  const reader::Section& section = section_after[-1];
+  if (section.line == line) return SourceSpot{&section, nullptr};
+  const reader::Item* end = section.items + section.item_count;
+  const reader::Item* item_after = std::upper_bound(section.items, end, line, by_line);
+  if (item_after == section.items || item_after[-1].line != line) return std::nullopt;
+  return SourceSpot{&section, item_after - 1};
+}
+
+support::ByteRange SourceFile::RangeOf(std::string_view view) const {
+  const reader::Range range = script_->RangeOf(view);
+  return {range.begin, range.end};
+}
+
+support::ByteRange SourceFile::RangeAt(std::uint32_t line) const {
+  const std::optional<SourceSpot> spot = At(line);
+  if (!spot) return RangeOfLine(line);
+  return RangeOf(spot->item != nullptr ? spot->item->key : spot->section->header);
+}
+
+support::ByteRange SourceFile::RangeOfLine(std::uint32_t line) const {
+  const std::string_view text = Line(line);
+  if (text.empty()) return {};
+  const std::string_view trimmed = reader::Trim(text);
+  const auto begin = LineStart(line) +
+                     static_cast<std::uint32_t>(trimmed.empty() ? 0 : trimmed.data() - text.data());
+  return {begin, begin + static_cast<std::uint32_t>(trimmed.size())};
+}
+
+}  // namespace rux::sources
