@@ -22,18 +22,11 @@ struct Command {
 // The program itself, which does nothing without a command.
 const Command& Program();
 
-// In the order of the help. Each has a file of its own in commands/.
+// The rows of commands.def.
 const std::vector<Command>& Commands();
 
-Action SetUpCompile(Arguments& arguments);
-Action SetUpCheck(Arguments& arguments);
-Action SetUpLs(Arguments& arguments);
-Action SetUpGet(Arguments& arguments);
-Action SetUpDump(Arguments& arguments);
-Action SetUpWhere(Arguments& arguments);
-Action SetUpDecompile(Arguments& arguments);
-Action SetUpVerify(Arguments& arguments);
-Action SetUpExplain(Arguments& arguments);
+#define COMMAND(name, set_up, help) Action set_up(Arguments& arguments);
+#include "tool/commands.def"
 
 }  // namespace rux::tool
 
