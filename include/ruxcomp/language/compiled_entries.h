@@ -43,8 +43,7 @@ constexpr Content ContentOf(const EntryTemplate& row) {
     case TextUse::kMayBeEmpty:
       return Content::kAnyText;
     case TextUse::kGroupName:
-      return FindReference(row.section, row.identifier) != nullptr ? Content::kParent
-                                                                   : Content::kGroupName;
+      return IsReference(row.section, row.identifier) ? Content::kParent : Content::kGroupName;
     case TextUse::kActionName:
       return Content::kActionName;
     case TextUse::kPlain:

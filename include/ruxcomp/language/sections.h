@@ -191,6 +191,10 @@ constexpr const Reference* FindReference(std::uint32_t section, std::uint32_t en
     return row.section == section && row.entry == entry;
   });
 }
+constexpr bool IsReference(std::uint32_t section, std::uint32_t entry) {
+  return HasRow(kReferences,
+                [&](const Reference& row) { return row.section == section && row.entry == entry; });
+}
 
 // The use of the text of an entry in a section, both named by their identifiers in the source
 // model.
