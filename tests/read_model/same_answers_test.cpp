@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "ruxcomp/model/file.h"
 #include "compiled/verify.h"
+#include "ruxcomp/model/file.h"
 #include "tests/api/meta_bytes.h"
 #include "tests/damage/damages.h"
 #include "tests/damage/memory_file.h"

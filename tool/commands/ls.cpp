@@ -85,7 +85,8 @@ std::string SectionText(const ruxcomp::language::SectionKind& kind,
   return text;
 }
 
-void WriteSection(JsonObject& json, const ruxcomp::language::SectionKind& kind, const ruxcomp::Section& section) {
+void WriteSection(JsonObject& json, const ruxcomp::language::SectionKind& kind,
+                  const ruxcomp::Section& section) {
   json.Member("ordinal", section.ordinal());
   if (!kind.HasNames()) {
     json.Objects("entries", KeysOf(section), [](JsonObject& entry, const std::string& key) {
