@@ -57,11 +57,11 @@ std::uint32_t Script::LineAt(std::size_t offset) const {
 // A line may be long and be asked for often: its end is looked up.
 std::string_view Script::Line(std::uint32_t line) const {
   const std::size_t end = line < line_count() ? LineStart(line + 1) : text_.size();
-  std::string_view text = std::string_view(text_).substr(0, end).substr(LineStart(line));
-  if (text.back() != '\n') return text;
-  text.remove_suffix(1);
-  if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-  return text;
+  std::string_view whole = std::string_view(text_).substr(0, end).substr(LineStart(line));
+  if (whole.back() != '\n') return whole;
+  whole.remove_suffix(1);
+  if (!whole.empty() && whole.back() == '\r') whole.remove_suffix(1);
+  return whole;
 }
 
 Range Script::JoinedLines(std::uint32_t line) const {

@@ -63,15 +63,16 @@ inline constexpr language::ValueType kRepeaterRecord = language::MakeValueType(
     language::kAnyNumber, language::Shape::kRepeater, 2, language::kAnyNumber, 0);
 
 // The fields of each shape.
-inline constexpr auto kFieldsByShape = [] {
-  std::array<language::Rows<language::Field>,
-             static_cast<std::size_t>(language::Shape::kRepeater) + 1>
-      fields{};
-  for (std::size_t i = 0; i < fields.size(); ++i) {
+inline constexpr std::size_t kShapeCount = static_cast<std::size_t>(language::Shape::kRepeater) + 1;
+using FieldsByShape = std::array<language::Rows<language::Field>, kShapeCount>;
+constexpr FieldsByShape MakeFieldsByShape() {
+  FieldsByShape fields{};
+  for (std::size_t i = 0; i < kShapeCount; ++i) {
     fields[i] = language::FieldsOfShape(static_cast<language::Shape>(i));
   }
   return fields;
-}();
+}
+inline constexpr FieldsByShape kFieldsByShape = MakeFieldsByShape();
 
 // Calls use(part, role) for the parts that the fields of the record take, a list at their end any
 // number of them.

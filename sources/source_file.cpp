@@ -44,11 +44,11 @@ support::ByteRange SourceFile::RangeAt(std::uint32_t line) const {
 }
 
 support::ByteRange SourceFile::RangeOfLine(std::uint32_t line) const {
-  const std::string_view text = Line(line);
-  if (text.empty()) return {};
-  const std::string_view trimmed = reader::Trim(text);
-  const auto begin = LineStart(line) +
-                     static_cast<std::uint32_t>(trimmed.empty() ? 0 : trimmed.data() - text.data());
+  const std::string_view whole = Line(line);
+  if (whole.empty()) return {};
+  const std::string_view trimmed = reader::Trim(whole);
+  const auto begin = LineStart(line) + static_cast<std::uint32_t>(
+                                           trimmed.empty() ? 0 : trimmed.data() - whole.data());
   return {begin, begin + static_cast<std::uint32_t>(trimmed.size())};
 }
 

@@ -63,10 +63,10 @@ void SourceSet::AddPaths() {
 
 // Returns the opening after the last one that it led to.
 std::size_t SourceSet::AddSections(std::size_t opening) {
-  const std::vector<reader::Section>& sections = openings_[opening].file->sections();
+  const std::vector<reader::Section>& of_file = openings_[opening].file->sections();
   std::size_t next = opening + 1;
-  for (std::size_t i = 0; i < sections.size(); ++i) {
-    sections_.push_back({openings_[opening].file, &sections[i]});
+  for (std::size_t i = 0; i < of_file.size(); ++i) {
+    sections_.push_back({openings_[opening].file, &of_file[i]});
     const auto is_included_here = [&](const reader::Includer& includer) {
       return includer && includer->script == opening && includer->place.section == i;
     };
@@ -86,8 +86,8 @@ OriginSpot SourceSet::At(const findings::Origin& origin) const {
   OriginSpot spot;
   spot.opening = Find(openings_.data(), openings_.size(), origin.script);
   if (spot.opening == nullptr) return spot;
-  const std::vector<reader::Section>& sections = spot.opening->file->sections();
-  spot.section = Find(sections.data(), sections.size(), origin.section);
+  const std::vector<reader::Section>& of_file = spot.opening->file->sections();
+  spot.section = Find(of_file.data(), of_file.size(), origin.section);
   if (spot.section != nullptr) {
     spot.item = Find(spot.section->items, spot.section->item_count, origin.item);
   }

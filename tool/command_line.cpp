@@ -79,9 +79,9 @@ class CommandLine {
   explicit CommandLine(const std::vector<std::string>& words)
       : app_(Program().help, Program().name), action_(SetUp(Program(), app_)) {
     for (const Command& command : Commands()) {
-      CLI::App* app = app_.add_subcommand(command.name, command.help);
+      CLI::App* subcommand = app_.add_subcommand(command.name, command.help);
       if (std::find(words.begin(), words.end(), command.name) == words.end()) continue;
-      app->final_callback([this, run = SetUp(command, *app)] { action_ = run; });
+      subcommand->final_callback([this, run = SetUp(command, *subcommand)] { action_ = run; });
     }
   }
   CommandLine(const CommandLine&) = delete;
@@ -105,10 +105,10 @@ class CommandLine {
  private:
   static Action SetUp(const Command& command, CLI::App& app) {
     Arguments arguments;
-    Action action = command.set_up(arguments);
+    Action run = command.set_up(arguments);
     for (const CommandArgument& argument : arguments.all()) AddTo(app, argument);
     app.footer(arguments.footer());
-    return action;
+    return run;
   }
 
   CLI::App app_;

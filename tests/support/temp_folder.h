@@ -38,12 +38,12 @@ class TempFolder {
 
   // Writes a file, with the sub-folders of its name, and returns its path.
   std::string Write(const std::string& name, std::string_view bytes) const {
-    const std::string path = *this / name;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream file(path, std::ios::binary);
+    const std::string file_path = *this / name;
+    std::filesystem::create_directories(std::filesystem::path(file_path).parent_path());
+    std::ofstream file(file_path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file.flush()) throw std::runtime_error("cannot write " + path);
-    return path;
+    if (!file.flush()) throw std::runtime_error("cannot write " + file_path);
+    return file_path;
   }
 
   std::string Read(const std::string& name) const {

@@ -55,7 +55,9 @@ class Faults {
 // A number or a text that a reason mentions.
 class FaultArgument {
  public:
-  FaultArgument(std::uint64_t number) : number_(number) {}               // NOLINT(*-explicit-*)
+  // cppcheck-suppress noExplicitConstructor
+  FaultArgument(std::uint64_t number) : number_(number) {}  // NOLINT(*-explicit-*)
+  // cppcheck-suppress noExplicitConstructor
   FaultArgument(std::string_view text) : text_(text), is_text_(true) {}  // NOLINT(*-explicit-*)
 
   // `form` is empty, or ":X", ":02X", ":08X": hexadecimal, with so many digits at least.
