@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "fuzz/target.h"
+#include "ruxcomp/output.h"
 
 namespace {
 fuzz::Messages messages;  // initialised before the library's constructors send any
