@@ -9,7 +9,6 @@ namespace rux::advice {
 namespace {
 
 using diagnostics::Diagnostic;
-using diagnostics::Location;
 using sources::Opening;
 using sources::OriginSpot;
 

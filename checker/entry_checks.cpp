@@ -37,7 +37,7 @@ bool IsFreeName(std::uint32_t identifier, const std::string& name, const std::st
     case ENTRY_PROPERTY:
     case ENTRY_P:
     case ENTRY_REPEATER:
-      return !(name[0] >= '0' && name[0] <= '9');
+      return name[0] < '0' || name[0] > '9';
     case ENTRY_VALUE_OF_ACTION:
       return StringToLong(rest, number) != 0;
     case ENTRY_TABLE_ROW:

@@ -20,6 +20,7 @@ const MessageRow* Registry::Find(std::string_view id) const {
 
 std::string Registry::UnknownText(const std::string& id) const {
   std::vector<std::string> ids;
+  ids.reserve(rows_.size());
   for (const MessageRow* row : rows_) ids.emplace_back(row->id);
   return "there is no message " + support::NameText(id) + support::NearText(id, ids);
 }

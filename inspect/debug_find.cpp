@@ -110,6 +110,7 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
   }
   if (!found.empty()) return found;
   std::vector<std::string> names;
+  names.reserve(meta.words.size());
   for (const compiled::DebugWord& word : meta.words) names.push_back(word.name);
   throw NotThere("there is no defined word " + support::NameText(name) +
                  support::NearText(name, names));

@@ -64,6 +64,8 @@ int LookAtObject(dl_phdr_info* info, std::size_t, void* data) {
   for (std::size_t i = 0; i < info->dlpi_phnum; ++i) {
     const ElfW(Phdr)& segment = info->dlpi_phdr[i];
     if (segment.p_type != PT_NOTE) continue;
+    // The loader gives addresses as numbers.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     const auto* notes = reinterpret_cast<const char*>(info->dlpi_addr + segment.p_vaddr);
     search.has_note |= HasNote({notes, segment.p_memsz}, segment.p_align == 8 ? 8 : 4);
   }
@@ -74,7 +76,7 @@ int LookAtObject(dl_phdr_info* info, std::size_t, void* data) {
 
 bool IsThisReader(void* handle) {
   Search search{nullptr, false};
-  if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &search.object) != 0) return false;
+  if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, static_cast<void*>(&search.object)) != 0) return false;
   dl_iterate_phdr(LookAtObject, &search);
   return search.has_note;
 }

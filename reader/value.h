@@ -54,7 +54,7 @@ std::string CookedValue(const Item& item);
 // The next part of an item's value.
 inline std::string_view NextPart(const Item& item, ruxcomp::language::Splitter& parts) {
   const std::string_view part = parts.Next();
-  const bool is_quoted = part.data() != item.value.data() && part.data()[-1] == '"';
+  const bool is_quoted = part.data() != item.value.data() && *(part.data() - 1) == '"';
   return item.blanks_at_commas == 0 || is_quoted ? part : Trim(part);
 }
 

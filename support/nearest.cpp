@@ -81,6 +81,7 @@ std::vector<std::string> Nearest(const std::string& wanted,
                    [](const auto& a, const auto& b) { return a.first < b.first; });
   if (near.size() > most) near.resize(most);
   std::vector<std::string> names;
+  names.reserve(near.size());
   for (const auto& [distance, name] : near) names.push_back(*name);
   return names;
 }

@@ -83,6 +83,7 @@ Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
                          const std::string& typed) {
   if (argument.is_file) return {{}, true, ExtensionsOf(argument)};
   std::vector<Candidate> choices;
+  choices.reserve(argument.choices.size());
   for (const std::string& choice : argument.choices) choices.push_back({choice, ""});
   for (const Vocabulary& vocabulary : kVocabularies) {
     if (argument.value_name == vocabulary.argument) return vocabulary.candidates(given, typed);

@@ -10,16 +10,15 @@
 namespace rux::tool {
 
 // The kinds of sections that the meta file holds.
-std::vector<Candidate> KindWords(const std::string& meta);
+std::vector<Candidate> KindWords(const std::string& file);
 
-// The path as typed so far, with its last step replaced by each that may stand there: names, after
-// a
-// '#' IDs, after a '@' ordinals. What cannot be typed is left out, or is there as its ordinal.
+// The path as typed so far, with its last step replaced by each that may be there: names, IDs after
+// a '#', ordinals after a '@'. What cannot be typed is left out, or is there as its ordinal.
 //
 // The first is for `rux get` (meta_find.h), the second for `rux where` (debug_find.h). Both throw a
 // Failure when the file cannot be read or has nothing where the path leads.
-std::vector<Candidate> MetaPathWords(const std::string& meta, const std::string& typed);
-std::vector<Candidate> DebugMetaPathWords(const std::string& debug_meta, const std::string& typed);
+std::vector<Candidate> MetaPathWords(const std::string& file, const std::string& typed);
+std::vector<Candidate> DebugMetaPathWords(const std::string& file, const std::string& typed);
 
 }  // namespace rux::tool
 

@@ -6,7 +6,7 @@
 
 namespace ruxcomp::language {
 
-inline constexpr std::string_view kNoPrefix = "";
+inline constexpr std::string_view kNoPrefix;
 inline constexpr std::string_view kPropertyPrefix = "P_";
 inline constexpr std::string_view kGlobalPrefix = "G_";
 inline constexpr std::string_view kValuePrefix = "VALUE_";
