@@ -1,12 +1,17 @@
 #include "advice/advice.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "advice/facts.h"
 #include "advice/places.h"
+#include "diagnostics/diagnostic.h"
 #include "findings/message_rows.h"
+#include "run/run.h"
+#include "sources/source_file.h"
+#include "sources/source_set.h"
 #include "support/nearest.h"
 
 namespace rux::advice {

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
+#include <string_view>
 
 #include "advice/names.h"
+#include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "rules/rule_rows.h"
 #include "ruxcomp/language/number.h"

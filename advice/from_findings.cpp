@@ -1,13 +1,23 @@
 #include "advice/from_findings.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <set>
+#include <string>
+#include <string_view>
 #include <tuple>
-#include <utility>
 #include <variant>
+#include <vector>
 
+#include "advice/facts.h"
 #include "advice/places.h"
+#include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "run/findings.h"
 #include "run/rows.h"
+#include "run/run.h"
+#include "sources/source_set.h"
 #include "support/safe_text.h"
 
 namespace rux::advice {

@@ -1,11 +1,18 @@
 // Why files that a script includes are missing.
+#include <cstddef>
 #include <map>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "advice/advice.h"
+#include "diagnostics/diagnostic.h"
 #include "findings/message_rows.h"
+#include "findings/origin.h"
+#include "reader/archive.h"
+#include "run/run.h"
 #include "sources/script_path.h"
+#include "sources/source_set.h"
 
 namespace rux::advice {
 namespace {

@@ -1,9 +1,21 @@
 #include "advice/places.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "advice/facts.h"
+#include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
+#include "findings/origin.h"
+#include "reader/script.h"
 #include "reader/value.h"
+#include "run/findings.h"
 #include "ruxcomp/language/paths.h"
+#include "sources/source_set.h"
 
 namespace rux::advice {
 namespace {

@@ -1,15 +1,22 @@
 #include "backend/compile_pass.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "backend/meta_file.h"
 #include "backend/model_compiler.h"
 #include "backend/symbol_tables.h"
-#include "checker/number.h"
-#include "frontend/identifiers.h"
+#include "findings/origin.h"
 #include "frontend/lookup.h"
+#include "frontend/section.h"
 #include "ruxcomp/compile.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/records.h"
 
 std::vector<tagGCSECT*> g_GCHead;
 

@@ -1,10 +1,26 @@
 // The compiled values of an entry, by the kind of its payload.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "backend/model_compiler.h"
-#include "backend/symbol_tables.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
+#include "findings/origin.h"
+#include "frontend/entry.h"
 #include "frontend/entry_data.h"
-#include "frontend/identifiers.h"
+#include "frontend/gevalue.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
+#include "ruxcomp/records.h"
 
 std::uint32_t ModelCompiler::GetValueVal(const std::string& text) {
   std::uint32_t number = 0;

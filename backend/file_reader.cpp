@@ -1,8 +1,15 @@
 #include "backend/file_reader.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <ios>
 #include <iterator>
+#include <string>
+#include <vector>
+
+#include "ruxcomp/language/words.h"
 
 using ruxcomp::language::LoadWord;
 

@@ -1,10 +1,19 @@
 // Filling the tables of names and of cells from the source model.
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 
 #include "backend/symbol_tables.h"
 #include "checker/number.h"
+#include "findings/origin.h"
 #include "frontend/lookup.h"
+#include "frontend/section.h"
+#include "ruxcomp/data.h"
 #include "ruxcomp/language/cells.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace {
 

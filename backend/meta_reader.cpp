@@ -1,12 +1,20 @@
-#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <utility>
+#include <variant>
 
 #include "backend/compile_pass.h"
 #include "backend/file_reader.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/words.h"
+#include "ruxcomp/records.h"
 
 namespace {
 

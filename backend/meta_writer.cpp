@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <ctime>
 #include <string>
 #include <utility>
@@ -8,7 +9,11 @@
 #include "backend/file_writer.h"
 #include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
+#include "ruxcomp/data.h"
 #include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/words.h"
+#include "ruxcomp/records.h"
 
 extern "C" {
 const std::uint32_t RUX_VERSION = ruxcomp::language::meta_format::kVersion;

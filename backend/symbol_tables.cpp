@@ -1,5 +1,15 @@
 #include "backend/symbol_tables.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/records.h"
+
 extern "C" {
 #define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
   std::map<key, std::uint32_t> g_tbl##name;                \

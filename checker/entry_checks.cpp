@@ -1,13 +1,23 @@
 // The first pass over the entries: each by itself, its texts turned into its payload. Values have a
 // file of their own.
+#include <cstdint>
+#include <string>
+
 #include "checker/number.h"
+#include "findings/origin.h"
+#include "frontend/check_context.h"
 #include "frontend/entry.h"
-#include "frontend/lookup.h"
-#include "frontend/predefine.h"
+#include "frontend/obj.h"
 #include "frontend/report.h"
+#include "frontend/value_records.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/cells.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/parts.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace {
 

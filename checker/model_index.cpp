@@ -1,9 +1,23 @@
 #include "checker/model_index.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "checker/number.h"
+#include "findings/origin.h"
+#include "frontend/entry.h"
+#include "frontend/lookup.h"
+#include "frontend/section.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 
 namespace {
 

@@ -1,5 +1,8 @@
 #include "checker/number.h"
 
+#include <cstdint>
+#include <string>
+
 #include "frontend/predefine.h"
 #include "ruxcomp/language/number.h"
 

@@ -1,9 +1,19 @@
 // The second pass over the entries: what they refer to must exist.
+#include <cstdint>
+#include <string>
+
 #include "checker/model_index.h"
 #include "checker/number.h"
+#include "findings/finding.h"
+#include "frontend/check_context.h"
 #include "frontend/entry.h"
 #include "frontend/lookup.h"
 #include "frontend/report.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace {
 

@@ -1,13 +1,24 @@
 // The checks of sections: each by itself in the first pass, redefinitions in the second.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "checker/model_index.h"
 #include "checker/number.h"
+#include "findings/finding.h"
+#include "findings/origin.h"
+#include "frontend/entry.h"
 #include "frontend/lookup.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "ruxcomp/compile.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace {
 

@@ -1,14 +1,26 @@
 // The checks of VALUE entries: the first pass makes the record of the value's type and fills it
 // from the sub-strings, the second follows what the record refers to.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
 
 #include "checker/model_index.h"
 #include "checker/number.h"
 #include "checker/value_fields.h"
+#include "frontend/check_context.h"
 #include "frontend/entry.h"
+#include "frontend/gevalue.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "frontend/value_records.h"
 #include "ruxcomp/language/bus.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/values.h"
 
 namespace {
 

@@ -1,5 +1,13 @@
 #include "checker/value_fields.h"
 
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "frontend/gevalue.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/language/values.h"
+
 namespace {
 
 struct Collector {

@@ -5,7 +5,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 
+#include "compiled/verify.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
 

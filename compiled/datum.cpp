@@ -3,11 +3,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "compiled/meta.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {
 namespace {

@@ -1,9 +1,20 @@
 #include "compiled/debug_meta.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "compiled/compiled_file.h"
+#include "compiled/file.h"
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/debug_meta_records.h"
 #include "ruxcomp/file/debug_meta_walk.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/views.h"
 #include "ruxcomp/language/words.h"
 
 namespace rux::compiled {

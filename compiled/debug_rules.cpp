@@ -2,9 +2,18 @@
 
 #include <algorithm>
 #include <cctype>
-#include <utility>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/debug_meta_records.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/values.h"
 
 namespace rux::compiled {

@@ -1,8 +1,16 @@
 #include "compiled/meta.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
+#include "compiled/file.h"
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
 
 namespace rux::compiled {

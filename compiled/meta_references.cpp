@@ -1,9 +1,16 @@
 #include "compiled/meta_references.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "compiled/text_set.h"
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {
 namespace {

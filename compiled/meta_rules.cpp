@@ -1,7 +1,16 @@
 #include "compiled/meta_rules.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/language/compiled_entries.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace rux::compiled {

@@ -1,9 +1,17 @@
 #include "compiled/meta_tables.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "compiled/text_set.h"
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/model/hash_index.h"
 
 namespace rux::compiled {
 namespace {

@@ -3,9 +3,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/compiled_entries.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::compiled {
 namespace {

@@ -1,10 +1,15 @@
 #include "compiled/verify.h"
 
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "compiled/debug_rules.h"
 #include "compiled/meta_rules.h"
 #include "ruxcomp/file/debug_meta_walk.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
 
 namespace rux::compiled {

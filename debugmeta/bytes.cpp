@@ -1,7 +1,14 @@
 #include "debugmeta/bytes.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "frontend/value_records.h"
+#include "ruxcomp/language/words.h"
 
 namespace {
 // std::vector::at words its error otherwise; this text is part of the interface, pinned by

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "backend/file_reader.h"
 #include "debugmeta/bytes.h"
@@ -7,9 +9,12 @@
 #include "debugmeta/model_bytes.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "frontend/section.h"
 #include "frontend/section_kinds.h"
 #include "ruxcomp/language/debug_meta_format.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/words.h"
+#include "ruxcomp/records.h"
 
 namespace {
 

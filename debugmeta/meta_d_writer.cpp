@@ -1,4 +1,7 @@
+#include <cstdint>
 #include <ctime>
+#include <string>
+#include <vector>
 
 #include "backend/file_writer.h"
 #include "debugmeta/bytes.h"

@@ -1,12 +1,20 @@
 // The byte records of objects, entries and sections.
 #include "debugmeta/model_bytes.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
+#include <memory>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 #include "debugmeta/bytes.h"
+#include "frontend/interned_string.h"
 #include "frontend/payload_types.h"
 #include "frontend/section.h"
+#include "ruxcomp/language/notation.h"
+#include "ruxcomp/language/sections.h"
 
 bool incFilesWritten = false;
 bool incFilesRead = false;

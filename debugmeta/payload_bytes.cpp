@@ -1,7 +1,12 @@
 // The byte records of payloads and parsed values: the type, then the fields in order.
+#include <cstdint>
+#include <string>
+#include <variant>
+
 #include "debugmeta/bytes.h"
 #include "frontend/entry_data.h"
 #include "frontend/gevalue.h"
+#include "frontend/value_records.h"
 
 namespace {
 

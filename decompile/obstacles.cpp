@@ -5,10 +5,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
+#include "compiled/debug_meta.h"
+#include "decompile/script_sections.h"
+#include "reader/script.h"
 #include "reader/value.h"
-#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"  // IWYU pragma: keep
 #include "ruxcomp/language/symbols.h"
 #include "sources/script_path.h"
 #include "support/safe_text.h"

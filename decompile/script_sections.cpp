@@ -2,11 +2,14 @@
 
 #include <fmt/format.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "compiled/debug_meta.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/values.h"

@@ -1,7 +1,11 @@
 #include "decompile/script_text.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "decompile/script_sections.h"
 
 namespace rux::decompile {
 namespace {

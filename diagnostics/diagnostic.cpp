@@ -1,9 +1,13 @@
 #include "diagnostics/diagnostic.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <variant>
+#include <vector>
 
 #include "support/safe_text.h"
+#include "support/text_file.h"
 
 namespace rux::diagnostics {
 

@@ -1,6 +1,13 @@
 #include "diagnostics/excerpts.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "support/utf8.h"
 
 namespace rux::diagnostics {
 namespace {

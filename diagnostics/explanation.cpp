@@ -3,7 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <string_view>
+
+#include "diagnostics/registry.h"
+#include "findings/message_row.h"
 
 namespace rux::diagnostics {
 namespace {

@@ -3,8 +3,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <string_view>
+#include <utility>
 
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/report.h"
+#include "findings/message_row.h"
 #include "support/safe_text.h"
 #include "support/utf8.h"
 

@@ -1,6 +1,13 @@
 #include "diagnostics/registry.h"
 
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "findings/message_row.h"
 #include "support/nearest.h"
+#include "support/safe_text.h"
 
 namespace rux::diagnostics {
 

@@ -1,7 +1,12 @@
 #include "diagnostics/severities.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/registry.h"
 
 namespace rux::diagnostics {
 namespace {

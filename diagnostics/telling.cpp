@@ -4,11 +4,15 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/excerpts.h"
 #include "diagnostics/printer.h"
+#include "diagnostics/report.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
 

@@ -1,5 +1,7 @@
 #include "driver/compile_options.h"
 
+#include <string>
+
 #include "ruxcomp/language/paths.h"
 
 namespace rux::driver {

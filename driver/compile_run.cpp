@@ -4,20 +4,27 @@
 #include <iterator>
 #include <new>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "advice/advice.h"
 #include "advice/from_findings.h"
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/report.h"
 #include "diagnostics/severities.h"
 #include "diagnostics/telling.h"
+#include "driver/compile_options.h"
 #include "driver/messages.h"
 #include "driver/overwriting.h"
 #include "driver/standard_input.h"
 #include "findings/message_rows.h"
+#include "reader/archive.h"
 #include "rules/check_script.h"
+#include "run/findings.h"
 #include "run/run.h"
 #include "sources/script_path.h"
+#include "sources/source_set.h"
 #include "support/failure.h"
 
 namespace rux::driver {

@@ -2,8 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "ruxcomp/model/hash_index.h"
 #include "support/failure.h"

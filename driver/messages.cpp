@@ -1,6 +1,8 @@
 #include "driver/messages.h"
 
 #include "advice/advice.h"
+#include "diagnostics/registry.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "rules/rule_rows.h"
 #include "run/rows.h"

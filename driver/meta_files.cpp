@@ -3,17 +3,25 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "compiled/debug_meta.h"
-#include "compiled/file.h"
 #include "compiled/verify.h"
+#include "diagnostics/diagnostic.h"
 #include "driver/depfile.h"
 #include "driver/messages.h"
 #include "driver/overwriting.h"
 #include "driver/unchanged.h"
+#include "run/run.h"
 #include "ruxcomp/compile.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
 #include "ruxcomp/language/words.h"
+#include "sources/source_file.h"
+#include "sources/source_set.h"
 #include "support/failure.h"
+#include "support/memory_file.h"
+#include "support/placement.h"
 #include "support/standard_streams.h"
 
 namespace rux::driver {

@@ -6,10 +6,13 @@
 #include <cstddef>
 #include <filesystem>
 #include <map>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "compiled/debug_meta.h"
 #include "compiled/meta.h"
+#include "sources/source_set.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/safe_text.h"

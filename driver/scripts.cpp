@@ -1,16 +1,23 @@
 #include "driver/scripts.h"
 
 #include <fmt/format.h>
+#include <string.h>
 #include <sys/mman.h>
 
 #include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "diagnostics/printer.h"
+#include "diagnostics/report.h"
+#include "diagnostics/telling.h"
+#include "driver/compile_options.h"
 #include "sources/script_path.h"
 #include "support/failure.h"
 #include "support/safe_text.h"

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <system_error>
 

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <system_error>
 
 #include "reader/script.h"

@@ -3,8 +3,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "compiled/file.h"
+#include <cstddef>
+
+#include "compiled/file.h"  // IWYU pragma: keep
+#include "ruxcomp/file/header.h"
 #include "support/descriptor.h"
+#include "support/placement.h"
 
 namespace rux::driver {
 

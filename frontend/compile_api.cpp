@@ -1,4 +1,7 @@
 // The exported functions that open and read a script and end a compile run.
+#include <cstdint>
+#include <string>
+
 #include "frontend/parse.h"
 #include "ruxcomp/compile.h"
 

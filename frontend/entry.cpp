@@ -1,6 +1,12 @@
 #include "frontend/entry.h"
 
+#include <cstdint>
+#include <string>
+
+#include "findings/origin.h"
+#include "frontend/check_context.h"
 #include "frontend/report.h"
+#include "frontend/value_records.h"
 #include "ruxcomp/language/parts.h"
 
 void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,

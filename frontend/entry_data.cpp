@@ -1,5 +1,9 @@
 #include "frontend/entry_data.h"
 
+#include <cstdint>
+#include <variant>
+
+#include "frontend/boxed.h"
 #include "frontend/payload_types.h"
 
 namespace {

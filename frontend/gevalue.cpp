@@ -1,6 +1,11 @@
 #include "frontend/gevalue.h"
 
-#include "frontend/identifiers.h"
+#include <cstdint>
+#include <string>
+
+#include "frontend/identifiers.h"  // IWYU pragma: keep
+#include "frontend/value_records.h"
+#include "ruxcomp/language/values.h"
 
 ValueRecord MakeValueRecord(Shape shape) {
   switch (shape) {

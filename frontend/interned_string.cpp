@@ -1,5 +1,7 @@
 #include "frontend/interned_string.h"
 
+#include <string>
+
 const std::string InternedString::kEmpty;
 
 InternedString& InternedString::operator=(const std::string& text) {

@@ -1,6 +1,7 @@
+#include <cstdint>
 #include <iterator>
 
-#include "frontend/identifiers.h"
+#include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "ruxcomp/data.h"
 
 extern "C" {

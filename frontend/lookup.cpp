@@ -1,5 +1,14 @@
 #include "frontend/lookup.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frontend/entry.h"
+#include "frontend/section.h"
+#include "ruxcomp/language/notation.h"
+
 const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id) {
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     if (!head->empty() && head->front()->identifier == id) return head;

@@ -1,6 +1,9 @@
 #include "frontend/obj.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 
 #include "ruxcomp/language/paths.h"
 

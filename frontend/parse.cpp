@@ -2,6 +2,11 @@
 
 #include <dlfcn.h>
 
+#include <cstdint>
+#include <string>
+
+#include "findings/finding.h"
+#include "findings/origin.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 

@@ -1,6 +1,16 @@
 #include "frontend/payload_types.h"
 
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "frontend/boxed.h"
 #include "frontend/entry.h"
+#include "frontend/entry_data.h"
+#include "frontend/gevalue.h"
+#include "frontend/identifiers.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/language/entries.h"
 
 namespace {
 

@@ -2,6 +2,8 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 #include "frontend/parse.h"
 #include "frontend/plugin.h"

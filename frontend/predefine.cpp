@@ -1,5 +1,8 @@
 #include "frontend/predefine.h"
 
+#include <cstdint>
+#include <string>
+
 void AddPredDefineValue(const std::string& name, std::uint32_t value) {
   g_tblPreDefine[name] = value;
 }

@@ -1,4 +1,10 @@
 // DEFINE, IFDEF and INCLUDE: the sections that act while the script is read.
+#include <cstdint>
+#include <string>
+
+#include "findings/finding.h"
+#include "findings/origin.h"
+#include "frontend/entry.h"
 #include "frontend/parse.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"

@@ -1,11 +1,18 @@
 #include "frontend/section.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
 
+#include "frontend/identifiers.h"
 #include "frontend/payload_types.h"
 #include "frontend/predefine.h"
 #include "frontend/section_kinds.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/language/notation.h"
 
 CRUXSection* CRUXSection::Create(const std::string& file, const std::string& section_name,
                                  std::uint32_t header_line) {

@@ -1,5 +1,10 @@
 #include "frontend/section_kinds.h"
 
+#include <cstdint>
+
+#include "frontend/identifiers.h"
+#include "frontend/section.h"
+
 namespace {
 
 template <class Section, std::uint32_t Id, tagNOTATION Notation>

@@ -1,8 +1,18 @@
 // The objects that live from load to unload of the library, in their order of construction; unload
 // destroys them in the reverse order. They are in one file because the order holds only within one.
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "frontend/entry.h"
+#include "frontend/interned_string.h"
+#include "frontend/obj.h"
 #include "frontend/parse.h"
 #include "frontend/predefine.h"
-#include "frontend/section_kinds.h"
+#include "frontend/section_kinds.h"  // IWYU pragma: keep
+#include "frontend/text_arena.h"
 
 std::uint32_t CRUXParse::m_opened = 0;
 

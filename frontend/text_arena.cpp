@@ -1,6 +1,7 @@
 #include "frontend/text_arena.h"
 
 #include <algorithm>
+#include <string_view>
 
 std::string_view TextArena::Add(std::string_view text) {
   if (text.size() > left_) {

@@ -2,12 +2,15 @@
 
 #include <strings.h>
 
-#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "compiled/debug_meta.h"
+#include "inspect/meta_path.h"
 #include "inspect/section_search.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"

@@ -1,9 +1,18 @@
 // A debug meta file for programs.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "compiled/debug_meta.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
+#include "inspect/raw_json.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/views.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/sections.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 namespace {

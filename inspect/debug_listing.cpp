@@ -3,9 +3,15 @@
 #include <fmt/ranges.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
+#include "compiled/debug_meta.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
+#include "inspect/listing.h"
+#include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "support/safe_text.h"

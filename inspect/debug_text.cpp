@@ -2,9 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <string_view>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
+#include "compiled/debug_meta.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/notation.h"
 #include "sources/script_path.h"

@@ -2,9 +2,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
+#include "compiled/datum.h"
 #include "inspect/meta_view.h"
-#include "ruxcomp/record_rules.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/selectors.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/model/handles.h"
 
 namespace rux::inspect {
 namespace {

@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
+#include <vector>
 
+#include "ruxcomp/file/views.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

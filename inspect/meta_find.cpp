@@ -3,9 +3,21 @@
 #include <fmt/format.h>
 #include <strings.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "compiled/datum.h"
+#include "inspect/entry_value.h"
+#include "inspect/meta_path.h"
+#include "inspect/meta_view.h"
 #include "inspect/section_search.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"

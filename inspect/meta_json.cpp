@@ -1,11 +1,20 @@
 // A meta file for programs.
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <string>
+#include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "inspect/dump.h"
+#include "inspect/raw_json.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/views.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 namespace {

@@ -2,13 +2,19 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <sstream>
+#include <string>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "inspect/dump.h"
+#include "inspect/listing.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/file/header.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

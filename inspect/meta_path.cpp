@@ -2,8 +2,12 @@
 
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "support/failure.h"
 

@@ -2,10 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "compiled/compiled_file.h"
+#include "compiled/datum.h"
+#include "ruxcomp/file/header.h"
 #include "ruxcomp/model/file.h"
+#include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/value.h"
+#include "ruxcomp/records.h"
 
 namespace rux::inspect {
 

@@ -1,5 +1,9 @@
 #include "inspect/raw_json.h"
 
+#include <vector>
+
+#include "ruxcomp/file/views.h"
+#include "support/json.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

@@ -2,6 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/meta_path.h"
+#include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 

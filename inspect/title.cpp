@@ -1,10 +1,14 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <ctime>
+#include <string>
 
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/file/header.h"
+#include "support/json.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

@@ -1,6 +1,12 @@
 #include "inspect/value_json.h"
 
+#include <string>
+
+#include "compiled/datum.h"
+#include "inspect/entry_value.h"
+#include "support/json.h"
 #include "support/safe_text.h"
+#include "support/utf8.h"
 
 namespace rux::inspect {
 namespace {

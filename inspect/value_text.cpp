@@ -3,7 +3,12 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
+#include "compiled/datum.h"
+#include "compiled/meta.h"
+#include "inspect/entry_value.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

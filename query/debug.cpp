@@ -1,14 +1,22 @@
 // The queries on a loaded debug meta file.
 #include "ruxcomp/debug.h"
 
+#include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "checker/number.h"
 #include "debugmeta/meta_d_file.h"
+#include "frontend/entry.h"
 #include "frontend/lookup.h"
+#include "frontend/section.h"
 #include "query/result.h"
 #include "query/value_text.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/records.h"
 
 extern "C" {
 std::uint32_t g_dwLastErrorD = 0;

@@ -1,11 +1,16 @@
 // The entries of a section and the cells of a table.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
-#include "backend/symbol_tables.h"
 #include "query/name_matcher.h"
 #include "query/result.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 
 namespace {
 

@@ -1,4 +1,6 @@
-#include "query/result.h"
+#include <cstdint>
+
+#include "ruxcomp/data.h"  // IWYU pragma: keep
 #include "ruxcomp/query.h"
 
 extern "C" {

@@ -1,5 +1,14 @@
 #include "query/name_matcher.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <variant>
+
+#include "backend/symbol_tables.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/language/symbols.h"
+
 namespace {
 
 // The index of a key in the table of a class; 0, which is none, when it is not there.

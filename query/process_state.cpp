@@ -1,11 +1,18 @@
 #include "query/process_state.h"
 
+#include <variant>
+
 #include "backend/symbol_tables.h"
 #include "debugmeta/model_bytes.h"
 #include "findings/origin.h"
+#include "frontend/obj.h"
 #include "frontend/parse.h"
 #include "frontend/section.h"
-#include "ruxcomp/ruxcomp.h"
+#include "ruxcomp/compile.h"
+#include "ruxcomp/data.h"
+#include "ruxcomp/debug.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/query.h"
 
 namespace {
 

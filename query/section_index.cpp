@@ -1,9 +1,15 @@
 #include "query/section_index.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "backend/compile_pass.h"
 #include "backend/symbol_tables.h"
 #include "query/names.h"
-#include "ruxcomp/data.h"
+#include "ruxcomp/records.h"
 
 // Calls use(place) for every entry that offers an index, in order.
 template <class Offered, class Use>

@@ -1,5 +1,8 @@
 // Loading a meta file and finding its sections.
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "backend/compile_pass.h"
 #include "backend/meta_file.h"
@@ -8,7 +11,10 @@
 #include "query/names.h"
 #include "query/result.h"
 #include "query/section_index.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 
 namespace {
 

@@ -1,6 +1,13 @@
 #include "query/value_text.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <string>
+#include <variant>
+
+#include "frontend/entry_data.h"
+#include "frontend/gevalue.h"
+#include "frontend/value_records.h"
 
 namespace {
 

@@ -1,10 +1,13 @@
 // The values of an entry: by ordinal, and by selector.
+#include <cstdint>
 #include <optional>
 
 #include "backend/symbol_tables.h"
 #include "query/result.h"
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/query.h"
 #include "ruxcomp/record_rules.h"
+#include "ruxcomp/records.h"
 
 namespace {
 

@@ -1,6 +1,13 @@
 #include "reader/archive.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <stdexcept>
+#include <string>
+
+#include "reader/script.h"
+#include "reader/source.h"
 
 namespace reader {
 namespace {

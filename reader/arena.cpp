@@ -1,7 +1,12 @@
 #include "reader/arena.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
 
 namespace reader {
 namespace {

@@ -1,9 +1,12 @@
 #include "reader/exports.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
+#include "reader/script.h"
 #include "reader/script_file.h"
 #include "reader/value.h"
 

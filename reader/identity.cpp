@@ -76,7 +76,8 @@ int LookAtObject(dl_phdr_info* info, std::size_t, void* data) {
 
 bool IsThisReader(void* handle) {
   Search search{nullptr, false};
-  if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, static_cast<void*>(&search.object)) != 0) return false;
+  if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, static_cast<void*>(&search.object)) != 0)
+    return false;
   dl_iterate_phdr(LookAtObject, &search);
   return search.has_note;
 }

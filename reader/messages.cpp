@@ -2,9 +2,13 @@
 
 #include <dlfcn.h>
 
+#include <cstdint>
 #include <iterator>
+#include <string>
+#include <string_view>
 
 #include "findings/finding.h"
+#include "findings/origin.h"
 #include "ruxcomp/language/paths.h"
 
 namespace reader {

@@ -2,10 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "reader/lines.h"
 #include "reader/messages.h"
+#include "reader/script.h"
 #include "reader/value.h"
 
 namespace reader {

@@ -1,8 +1,13 @@
 #include "reader/script.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "reader/lines.h"
 #include "reader/scanner.h"

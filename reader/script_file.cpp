@@ -1,12 +1,19 @@
 #include "reader/script_file.h"
 
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <new>
 #include <optional>
+#include <string>
 #include <utility>
 
+#include "findings/origin.h"
+#include "reader/archive.h"
 #include "reader/messages.h"
-#include "ruxcomp/language/paths.h"
+#include "reader/script.h"
+#include "reader/source.h"
 
 namespace reader {
 namespace {

@@ -2,10 +2,14 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
+#include <optional>
+#include <string>
 
 #include "reader/texts.h"
 #include "ruxcomp/language/paths.h"

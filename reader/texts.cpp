@@ -1,6 +1,8 @@
 #include "reader/texts.h"
 
+#include <cstdint>
 #include <map>
+#include <string>
 #include <utility>
 
 #include "ruxcomp/language/paths.h"

@@ -1,5 +1,15 @@
 #include "reader/value.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "reader/script.h"
+#include "ruxcomp/language/parts.h"
+
 namespace reader {
 
 // While blanks are left, so is a comma: no walk to the next one passes the text's end.

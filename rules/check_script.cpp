@@ -5,9 +5,19 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
+#include "diagnostics/diagnostic.h"
+#include "reader/script.h"
 #include "reader/value.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_report.h"
+#include "rules/script_item.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/keys.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::rules {
 namespace {

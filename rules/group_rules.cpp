@@ -1,13 +1,19 @@
 // Trees of groups that are not what they seem.
 #include <fmt/format.h>
 
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "rules/text_map.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace rux::rules {

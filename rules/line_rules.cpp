@@ -3,13 +3,22 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "reader/lines.h"
 #include "reader/value.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_report.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/keys.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::rules {
 namespace {

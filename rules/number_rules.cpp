@@ -4,12 +4,23 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
+#include <memory>
 #include <string>
+#include <string_view>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::rules {
 namespace {

@@ -1,12 +1,17 @@
 // Operands of values, and the parts of repeaters, that are compiled otherwise than they look.
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <cstdint>
 #include <string_view>
 
+#include "rules/defined_words.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::rules {
 namespace {

@@ -1,14 +1,22 @@
 // PELMGROUPs that are compiled in part, or whose tree is not what it seems.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "rules/text_map.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/prefixes.h"
-#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::rules {
 namespace {

@@ -2,10 +2,16 @@
 
 #include <cstdint>
 #include <set>
+#include <string_view>
 #include <tuple>
 #include <utility>
+#include <vector>
 
+#include "diagnostics/diagnostic.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "support/safe_text.h"
+#include "support/text_file.h"
 
 namespace rux::rules {
 namespace {

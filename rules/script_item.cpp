@@ -1,6 +1,11 @@
 #include "rules/script_item.h"
 
+#include <cstdint>
+#include <optional>
 #include <set>
+#include <vector>
+
+#include "sources/source_file.h"
 
 namespace rux::rules {
 

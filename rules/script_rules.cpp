@@ -1,9 +1,14 @@
 // Scripts that lack what every machine has.
 #include <fmt/format.h>
 
+#include <memory>
 #include <set>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::rules {
 namespace {

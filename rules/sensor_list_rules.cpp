@@ -3,12 +3,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "ruxcomp/language/number.h"
+#include "ruxcomp/language/sections.h"
 
 namespace rux::rules {
 namespace {

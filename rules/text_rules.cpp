@@ -6,7 +6,10 @@
 #include <string_view>
 
 #include "reader/value.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 
 namespace rux::rules {
 namespace {

@@ -1,8 +1,12 @@
 // Entries that are compiled otherwise than they look.
 #include <fmt/format.h>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
+#include "rules/rule_rows.h"
+#include "rules/script_item.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::rules {
 

@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <utility>
 
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "run/findings.h"
 #include "run/rows.h"

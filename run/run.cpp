@@ -1,14 +1,23 @@
 #include "run/run.h"
 
+#include <cstdint>
 #include <exception>
+#include <functional>
 #include <iterator>
 #include <new>
+#include <optional>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <variant>
 
+#include "findings/finding.h"
 #include "findings/message_rows.h"
+#include "findings/origin.h"
 #include "reader/archive.h"
 #include "reader/texts.h"
+#include "run/findings.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/paths.h"
 #include "sources/load.h"

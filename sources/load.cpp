@@ -2,14 +2,20 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "findings/finding.h"
+#include "reader/archive.h"
+#include "reader/script.h"
 #include "reader/script_file.h"
 #include "reader/texts.h"
 #include "reader/value.h"
 #include "ruxcomp/language/paths.h"
 #include "sources/script_path.h"
+#include "sources/source_set.h"
 
 namespace rux::sources {
 namespace {

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <string>
+
 #include "ruxcomp/language/paths.h"
 
 namespace rux::sources {

@@ -1,8 +1,13 @@
 #include "sources/source_file.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 
+#include "reader/script.h"
 #include "reader/value.h"
+#include "support/text_file.h"
 
 namespace rux::sources {
 

@@ -1,12 +1,21 @@
 #include "sources/source_set.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <map>
+#include <memory>
+#include <string>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
+#include "findings/origin.h"
+#include "reader/archive.h"
+#include "reader/script.h"
 #include "sources/script_path.h"
+#include "sources/source_file.h"
+#include "support/text_file.h"
 
 namespace rux::sources {
 namespace {

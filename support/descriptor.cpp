@@ -1,11 +1,16 @@
 #include "support/descriptor.h"
 
 #include <poll.h>
+#include <sys/poll.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace rux::support {

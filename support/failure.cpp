@@ -5,8 +5,10 @@
 #include <cerrno>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <initializer_list>
 #include <new>
+#include <string>
 #include <string_view>
 
 #include "support/descriptor.h"

@@ -5,7 +5,10 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <system_error>
+
+#include "support/failure.h"
 
 namespace rux::support {
 namespace {

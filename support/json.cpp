@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
+#include <string>
+#include <string_view>
+
 #include "support/utf8.h"
 
 namespace rux::support {

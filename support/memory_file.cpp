@@ -3,8 +3,14 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
 
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+#include "support/descriptor.h"
 #include "support/failure.h"
 
 namespace rux::support {

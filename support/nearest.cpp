@@ -4,7 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace rux::support {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,8 +10,9 @@
 #include <cstdio>
 #include <deque>
 #include <filesystem>
+#include <string>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "support/descriptor.h"
 #include "support/file_target.h"

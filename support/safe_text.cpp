@@ -1,7 +1,13 @@
 #include "support/safe_text.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
+#include <string>
+#include <string_view>
+
+#include "support/utf8.h"
 
 namespace rux::support {
 namespace {

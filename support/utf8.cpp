@@ -3,7 +3,10 @@
 #include <utf8proc.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace rux::support {
 namespace {

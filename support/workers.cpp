@@ -1,11 +1,17 @@
 #include "support/workers.h"
 
+#include <linux/prctl.h>
+#include <signal.h>
+#include <stdlib.h>
 #include <sys/prctl.h>
+#include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>

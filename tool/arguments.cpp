@@ -1,8 +1,12 @@
 #include "tool/arguments.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <sstream>
+#include <string>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace rux::tool {
 

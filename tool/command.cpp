@@ -1,5 +1,9 @@
 #include "tool/command.h"
 
+#include <vector>
+
+#include "tool/arguments.h"
+
 namespace rux::tool {
 
 namespace {

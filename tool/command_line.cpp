@@ -10,9 +10,11 @@
 #include <variant>
 #include <vector>
 
+#include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -1,7 +1,12 @@
 #include "tool/compile_arguments.h"
 
+#include <string>
+
 #include "diagnostics/severities.h"
+#include "diagnostics/telling.h"
+#include "driver/compile_options.h"
 #include "driver/messages.h"
+#include "tool/arguments.h"
 
 namespace rux::tool {
 

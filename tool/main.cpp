@@ -1,4 +1,5 @@
 #include <malloc.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <csignal>

@@ -1,7 +1,12 @@
 // A line for each diagnostic and note.
 #include <fmt/format.h>
 
+#include <string>
+#include <string_view>
+
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "findings/message_row.h"
 #include "support/safe_text.h"
 
 namespace rux::diagnostics {

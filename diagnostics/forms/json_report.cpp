@@ -1,5 +1,9 @@
 // docs/diagnostics.schema.json
+#include <cstddef>
+
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "findings/message_row.h"
 #include "support/json.h"
 
 namespace rux::diagnostics {

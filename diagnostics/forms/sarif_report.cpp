@@ -1,8 +1,12 @@
 // Static Analysis Results Interchange Format, version 2.1.0.
+#include <cstddef>
 #include <map>
+#include <string>
 #include <string_view>
 
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "findings/message_row.h"
 #include "support/json.h"
 #include "support/safe_text.h"
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "driver/meta_files.h"
 #include "driver/overwriting.h"
@@ -15,6 +16,7 @@
 #include "driver/source_date.h"
 #include "sources/script_path.h"
 #include "support/failure.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 

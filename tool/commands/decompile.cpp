@@ -12,6 +12,7 @@
 #include "support/failure.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

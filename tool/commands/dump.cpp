@@ -7,8 +7,14 @@
 
 #include "compiled/compiled_file.h"
 #include "compiled/debug_meta.h"
+#include "compiled/file.h"
 #include "compiled/meta.h"
+#include "inspect/listing.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
+#include "support/failure.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "diagnostics/explanation.h"
+#include "diagnostics/registry.h"
 #include "driver/messages.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

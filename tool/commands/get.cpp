@@ -10,19 +10,27 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "inspect/entry_value.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
 #include "inspect/value_text.h"
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/records.h"
+#include "support/failure.h"
+#include "support/json.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

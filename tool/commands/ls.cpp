@@ -9,6 +9,7 @@
 // "entries": [{"name": text}, ...] instead of the name. See value_json.h for "hex".
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -19,8 +20,12 @@
 #include "inspect/meta_view.h"
 #include "inspect/value_json.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+#include "support/failure.h"
+#include "support/json.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -3,16 +3,20 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "compiled/compiled_file.h"
 #include "inspect/dump.h"
 #include "inspect/value_json.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
 #include "support/failure.h"
+#include "support/json.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "compiled/debug_meta.h"
 #include "inspect/debug_find.h"
@@ -11,6 +12,7 @@
 #include "support/failure.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -1,10 +1,17 @@
 #include "tool/completion/command_argument.h"
 
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
 #include "driver/messages.h"
+#include "tool/arguments.h"
+#include "tool/command_line.h"
+#include "tool/completion/candidate.h"
 #include "tool/completion/path_words.h"
 
 namespace rux::tool {

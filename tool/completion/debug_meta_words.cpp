@@ -1,12 +1,14 @@
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <set>
+#include <vector>
 
 #include "compiled/debug_meta.h"
 #include "inspect/debug_find.h"
 #include "inspect/debug_text.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
+#include "tool/completion/candidate.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
 

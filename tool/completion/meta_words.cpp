@@ -1,9 +1,17 @@
+#include <cstddef>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
+#include "inspect/entry_value.h"
 #include "inspect/meta_find.h"
 #include "inspect/meta_view.h"
 #include "inspect/value_text.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/value.h"
+#include "tool/completion/candidate.h"
 #include "tool/completion/path_words.h"
 #include "tool/completion/typed_path.h"
 

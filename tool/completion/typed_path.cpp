@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
+#include <string>
+
+#include "inspect/meta_path.h"
 #include "support/safe_text.h"
 
 namespace rux::tool {
