@@ -3,17 +3,22 @@
 //
 // The first byte of an input chooses the class, the others are the record.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "debugmeta/bytes.h"
+#include "frontend/entry_data.h"
+#include "frontend/gevalue.h"
+#include "frontend/obj.h"
 #include "frontend/payload_types.h"
 #include "frontend/section_kinds.h"
-#include "fuzz/library_state.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
 #include "ruxcomp/data.h"
+#include "ruxcomp/language/entries.h"
 
 namespace {
 

@@ -4,20 +4,30 @@
 //
 // An input is one file or several, with a line "----" between them. The first is the script, the
 // others can be included as 1, 2.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "backend/symbol_tables.h"
+#include "compiled/debug_meta.h"
+#include "compiled/meta.h"
 #include "decompile/obstacles.h"
+#include "decompile/script_sections.h"
 #include "decompile/script_text.h"
 #include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
-#include "ruxcomp/ruxcomp.h"
+#include "ruxcomp/compile.h"
+#include "ruxcomp/debug.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/query.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -46,7 +56,7 @@ void WriteFiles(const TempFolder& folder, std::string_view input) {
 // the checks.
 struct Outcome {
   std::string meta;
-  std::string debugMeta;
+  std::string debug_meta;
   fuzz::Messages messages;
 };
 
@@ -56,14 +66,14 @@ Outcome Compile(const TempFolder& folder) {
   Expect(gccCompStart(folder.ScriptPath(kScript)) == 1, "a script that is there can be opened");
   try {
     gccParse();
-    const bool isValid = gccCheck() != 0;
+    const bool is_valid = gccCheck() != 0;
     outcome.messages = fuzz::TakeMessages();
-    if (isValid) {
+    if (is_valid) {
       Expect(gccOutput(folder / kMeta) == 1, "a valid script can be compiled");
       outcome.meta = folder.Read(kMeta);
     }
     Expect(gccOutputD(folder / kDebugMeta) == 1, "every script has a debug meta file");
-    outcome.debugMeta = folder.Read(kDebugMeta);
+    outcome.debug_meta = folder.Read(kDebugMeta);
   } catch (const std::out_of_range&) {
     outcome.messages = fuzz::TakeMessages();  // a number without a digit
   }
@@ -77,9 +87,9 @@ void ExpectSound(const rux::compiled::Faults& faults) {
   Expect(faults.empty(), "what the library writes is sound");
 }
 
-rux::compiled::DebugMeta DecodeSound(const std::string& debugMeta) {
+rux::compiled::DebugMeta DecodeSound(const std::string& debug_meta) {
   rux::compiled::Faults faults;
-  rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(debugMeta, faults);
+  rux::compiled::DebugMeta meta = rux::compiled::DecodeDebugMeta(debug_meta, faults);
   ExpectSound(faults);
   return meta;
 }
@@ -109,7 +119,7 @@ void CheckMeta(const TempFolder& folder, const Outcome& outcome) {
 }
 
 void CheckDebugMeta(const TempFolder& folder, const Outcome& outcome) {
-  const rux::compiled::DebugMeta meta = DecodeSound(outcome.debugMeta);
+  const rux::compiled::DebugMeta meta = DecodeSound(outcome.debug_meta);
   if (!fuzz::CanBeLoaded(meta)) return;
   Expect(gdInit(folder / kDebugMeta) == 1, "what the library writes can be loaded");
   fuzz::ExpectLoaded(meta);
@@ -125,8 +135,8 @@ void CompileAgain(const TempFolder& folder, const Outcome& first) {
 }
 
 // The script that a debug meta file was made of, in one file; empty when one cannot say it.
-std::string Decompiled(const std::string& debugMeta) {
-  const rux::compiled::DebugMeta meta = DecodeSound(debugMeta);
+std::string Decompiled(const std::string& debug_meta) {
+  const rux::compiled::DebugMeta meta = DecodeSound(debug_meta);
   if (rux::decompile::GroupBeforeParent(meta)) return "";
   const std::vector<rux::decompile::ScriptSection> sections =
       rux::decompile::ScriptSectionsOf(meta);
@@ -143,7 +153,7 @@ std::string WithoutTime(std::string meta) {
 
 // Decompiling a valid script and compiling it again changes nothing.
 void CompileDecompiled(const TempFolder& folder, const Outcome& first) {
-  const std::string script = Decompiled(first.debugMeta);
+  const std::string script = Decompiled(first.debug_meta);
   if (script.empty()) return;
   core::ResetProcessState();
   folder.Write(kScript, script);
@@ -151,7 +161,7 @@ void CompileDecompiled(const TempFolder& folder, const Outcome& first) {
   Expect(!second.meta.empty(), "a decompiled script is valid");
   Expect(WithoutTime(second.meta) == WithoutTime(first.meta),
          "a decompiled script compiles to the same meta file");
-  Expect(Decompiled(second.debugMeta) == script, "a decompiled script decompiles to itself");
+  Expect(Decompiled(second.debug_meta) == script, "a decompiled script decompiles to itself");
 }
 
 }  // namespace
@@ -164,7 +174,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   WriteFiles(folder, input);
   const Outcome outcome = Compile(folder);
   if (!outcome.meta.empty()) CheckMeta(folder, outcome);
-  if (!outcome.debugMeta.empty()) CheckDebugMeta(folder, outcome);
+  if (!outcome.debug_meta.empty()) CheckDebugMeta(folder, outcome);
   CompileAgain(folder, outcome);
   if (!outcome.meta.empty()) CompileDecompiled(folder, outcome);
   core::ResetProcessState();

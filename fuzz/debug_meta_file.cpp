@@ -1,16 +1,19 @@
 // gdInit on arbitrary bytes, then every debug query. A file that the decoder, who knows nothing of
 // the library, finds sound must load, and hold what it says.
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "compiled/debug_meta.h"
-#include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
-#include "ruxcomp/ruxcomp.h"
+#include "ruxcomp/debug.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/records.h"
 #include "tests/support/temp_folder.h"
 
 namespace {

@@ -1,16 +1,20 @@
-// Prints a dictionary for libFuzzer: what stands in scripts, in meta files or in debug meta files.
+// Prints a dictionary for libFuzzer: words of scripts, of meta files or of debug meta files.
 #include <cctype>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
 
-#include "frontend/identifiers.h"
+#include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "ruxcomp/data.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/bus.h"
 #include "ruxcomp/language/debug_meta_format.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/meta_format.h"
 #include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/words.h"
 
 namespace {

@@ -1,14 +1,19 @@
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "frontend/identifiers.h"
+#include "compiled/debug_meta.h"
+#include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "frontend/predefine.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "ruxcomp/debug.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
+#include "ruxcomp/language/sections.h"
 
 namespace fuzz {
 namespace {

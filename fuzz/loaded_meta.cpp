@@ -1,12 +1,18 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 
 namespace fuzz {
 namespace {

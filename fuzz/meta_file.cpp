@@ -1,17 +1,21 @@
 // gcInit on arbitrary bytes, then every query, within all bounds and past them; what is searched
 // for is found where a walk finds it. A file that the decoder, who knows nothing of the library,
 // finds sound must load, and hold what it says.
+#include <cstddef>
+#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
 
 #include "compiled/meta.h"
-#include "fuzz/library_state.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "fuzz/walk.h"
 #include "query/process_state.h"
-#include "ruxcomp/ruxcomp.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 #include "tests/support/temp_folder.h"
 
 namespace {

@@ -1,7 +1,9 @@
 // Runs a fuzz target without libFuzzer, on the files and folders that it is called with.
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <iterator>
 #include <string>
 

@@ -1,6 +1,9 @@
 // Script text through the reader, asked as the library asks it, and as no library should.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
 #include "frontend/parse.h"
-#include "fuzz/library_state.h"
 #include "fuzz/target.h"
 #include "reader/exports.h"
 #include "tests/support/temp_folder.h"
@@ -10,25 +13,25 @@ namespace {
 using fuzz::Expect;
 
 // Asks for a section's name with a buffer that is one byte too small.
-void AskWithoutRoom(void* section, std::size_t nameLength) {
-  std::string buffer(nameLength, '-');
-  auto size = static_cast<std::uint32_t>(nameLength);
+void AskWithoutRoom(void* section, std::size_t name_length) {
+  std::string buffer(name_length, '-');
+  auto size = static_cast<std::uint32_t>(name_length);
   std::uint32_t line = 0;
   Expect(!RSGetSectInfo(section, buffer.data(), &size, &line), "a small buffer is refused");
-  Expect(size == nameLength + 1, "a refusal tells the size that is needed");
-  Expect(buffer == std::string(nameLength, '-'), "a small buffer is left alone");
+  Expect(size == name_length + 1, "a refusal tells the size that is needed");
+  Expect(buffer == std::string(name_length, '-'), "a small buffer is left alone");
 }
 
-void AskForItems(void* section, std::uint32_t sectionLine) {
+void AskForItems(void* section, std::uint32_t section_line) {
   std::string key;
   std::string value;
   std::uint32_t index = 0;
-  std::uint32_t lastLine = sectionLine;
+  std::uint32_t last_line = section_line;
   std::uint32_t line = 0;
   for (; g_Parse.RSEnumItem(section, index, key, value, line); ++index) {
     Expect(!key.empty(), "no key is empty");
-    Expect(line >= lastLine, "lines go up");
-    lastLine = line;
+    Expect(line >= last_line, "lines go up");
+    last_line = line;
   }
   Expect(!g_Parse.RSEnumItem(section, index + 1, key, value, line), "the last item is the last");
 }

@@ -1,11 +1,17 @@
 #include "fuzz/walk.h"
 
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "backend/compile_pass.h"
 #include "backend/symbol_tables.h"
 #include "fuzz/target.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 
 namespace fuzz {
 namespace {
@@ -56,10 +62,10 @@ struct Walk {
   bool anySection = false;
   bool anyCompared = false;
 
-  std::uint32_t Code(std::uint32_t othersCompared, std::uint32_t noneCompared) const {
+  std::uint32_t Code(std::uint32_t others_compared, std::uint32_t none_compared) const {
     if (found) return RUX_ERROR_OK;
     if (!anySection) return RUX_ERROR_NO_SECTION;
-    return anyCompared ? othersCompared : noneCompared;
+    return anyCompared ? others_compared : none_compared;
   }
 };
 
@@ -82,12 +88,12 @@ bool HasNamedEntries(std::uint32_t kind) {
 }  // namespace
 
 void ExpectSectionById(std::uint32_t kind, std::uint32_t id) {
-  const Walk walk = WalkSections(kind, [&](tagGCSECT& section, Walk& soFar) {
+  const Walk walk = WalkSections(kind, [&](tagGCSECT& section, Walk& so_far) {
     for (const tagGCENTRY& entry : section.entries) {
       if (entry.identifier != RUX_ENTRY_ID || entry.values.empty()) continue;
       const tagTBLDATA data = Resolve(entry.values.front());
-      soFar.anyCompared = true;
-      if (data.kind == RUX_DATA_NUMBER && data.data.number == id) soFar.found = &section;
+      so_far.anyCompared = true;
+      if (data.kind == RUX_DATA_NUMBER && data.data.number == id) so_far.found = &section;
     }
   });
   Expect(gcGetSectByID(kind, id) == walk.found, "the first section with an ID is found");
@@ -96,13 +102,13 @@ void ExpectSectionById(std::uint32_t kind, std::uint32_t id) {
 }
 
 void ExpectSectionByName(std::uint32_t kind, const std::string& name) {
-  const Walk walk = WalkSections(kind, [&](tagGCSECT& section, Walk& soFar) {
+  const Walk walk = WalkSections(kind, [&](tagGCSECT& section, Walk& so_far) {
     for (const tagGCENTRY& entry : section.entries) {
-      const bool hasName = entry.identifier == RUX_ENTRY_NAME && !entry.values.empty();
-      if (!hasName && !HasNamedEntries(kind)) continue;
-      const tagTBLDATA data = Resolve(hasName ? entry.values.front() : entry.identifier);
-      soFar.anyCompared |= data.kind == RUX_DATA_STRING;
-      if (IsText(data, name)) soFar.found = &section;
+      const bool has_name = entry.identifier == RUX_ENTRY_NAME && !entry.values.empty();
+      if (!has_name && !HasNamedEntries(kind)) continue;
+      const tagTBLDATA data = Resolve(has_name ? entry.values.front() : entry.identifier);
+      so_far.anyCompared |= data.kind == RUX_DATA_STRING;
+      if (IsText(data, name)) so_far.found = &section;
     }
   });
   Expect(gcGetSectByName(kind, name) == walk.found, "the first section with a name is found");
