@@ -84,8 +84,8 @@ void AddOtherPlace(const sources::SourceSet& sources, const Facts& facts, Diagno
 
 void AddHint(const Facts& facts, Diagnostic& diagnostic) {
   if (diagnostic.row == &findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
-    const std::string_view rule = KeyRuleOf(*diagnostic.section);
-    if (!rule.empty()) diagnostic.notes.push_back({std::string(rule), {}});
+    const std::string rule = KeyRuleOf(*diagnostic.section);
+    if (!rule.empty()) diagnostic.notes.push_back({rule, {}});
   }
   if (facts.needs_hint != nullptr && facts.needs_hint(diagnostic)) {
     diagnostic.notes.push_back({facts.hint, {}});

@@ -1,5 +1,7 @@
 #include "advice/facts.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -10,14 +12,18 @@
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "rules/rule_rows.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/prefixes.h"
-#include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 
 namespace rux::advice {
 namespace {
 
 using diagnostics::Diagnostic;
+namespace language = ruxcomp::language;
 
 constexpr char kFirstDefined[] = "first defined here";
 
@@ -29,17 +35,23 @@ bool NamesNumber(const Diagnostic& diagnostic) {
 }
 
 bool NamesLongNumber(const Diagnostic& diagnostic) {
-  return NamesNumber(diagnostic) &&
-         FirstMentioned(diagnostic)->size() > ruxcomp::language::kLongestNumber;
+  return NamesNumber(diagnostic) && FirstMentioned(diagnostic)->size() > language::kLongestNumber;
 }
 
-bool IsOutsideAction(const Diagnostic& diagnostic) { return diagnostic.section != "ACTION"; }
+bool IsIn(const Diagnostic& diagnostic, language::SectionId kind) {
+  return diagnostic.section == language::KindOf(kind).keyword;
+}
+
+bool IsOutsideAction(const Diagnostic& diagnostic) {
+  return !IsIn(diagnostic, language::SECTION_ACTION);
+}
 
 bool IsSensorInRoot(const Diagnostic& diagnostic) {
-  return diagnostic.section == "SENSOR" && *FirstMentioned(diagnostic) == "0";
+  return IsIn(diagnostic, language::SECTION_SENSOR) &&
+         *FirstMentioned(diagnostic) == language::kRootGroup;
 }
 
-bool IsCondition(const Diagnostic& diagnostic) { return diagnostic.section == "IFDEF"; }
+bool IsCondition(const Diagnostic& diagnostic) { return IsIn(diagnostic, language::SECTION_IFDEF); }
 
 // The columns of a row, one family each.
 constexpr Facts Other(const findings::MessageRow& row, const char* other,
@@ -89,9 +101,9 @@ constexpr Facts kFacts[] = {
     Suggest(rows::kUnknownSensor, SensorIds),
     Suggest(rows::kUnknownAction, ActionNames),
     Suggest(rows::kUnknownTable, TableNames),
-    Suggest(rows::kUnknownGlobal, Globals, ruxcomp::language::kGlobalPrefix),
-    Hint(Suggest(rows::kUnknownValue, LocalValues, ruxcomp::language::kValuePrefix),
-         IsOutsideAction, "only the values of an ACTION can be named as operands"),
+    Suggest(rows::kUnknownGlobal, Globals, language::kGlobalPrefix),
+    Hint(Suggest(rows::kUnknownValue, LocalValues, language::kValuePrefix), IsOutsideAction,
+         "only the values of an ACTION can be named as operands"),
 
     Hint({&rows::kSmbusAddress}, Always, "nothing but the four characters 0x00 is taken here"),
     Hint({&rows::kSmbusBusType}, Always,
@@ -100,24 +112,20 @@ constexpr Facts kFacts[] = {
          "the condition of an IFDEF section is its first item, and must be called DEFINEWORD"),
 };
 
-struct KeyRule {
-  std::string_view section;
-  std::string_view text;
-};
-
-constexpr KeyRule kKeyRules[] = {
-    {"SYSTEM", "other keys begin with P_ here"},
-    {"PELMGROUP", "other keys begin with P_ here"},
-    {"SENSOR", "other keys begin with VALUE_ or P_ here"},
-    {"DEVICE", "other keys begin with VALUE_ or P_ here"},
-    {"ACTION", "other keys are VALUE_ and a number here"},
-    {"TABLE", "other keys are a cell here, or the first and the last one, such as 0.255"},
-    {"GLOBAL", "keys begin with G_ here"},
-    {"PROPERTY", "keys do not begin with a digit here"},
-    {"REPEATER", "keys do not begin with a digit here"},
-    {"DEFINE", "keys do not begin with a digit here"},
-    {"IFDEF", "keys do not begin with a digit here"},
-};
+// What names of the script's own look like; their keyword goes into the braces.
+const char* SentenceOf(language::NameForm form) {
+  switch (form) {
+    case language::NameForm::kAny:
+      break;
+    case language::NameForm::kNoDigitFirst:
+      return "do not begin with a digit here";
+    case language::NameForm::kNumber:
+      return "are {} and a number here";
+    case language::NameForm::kCells:
+      return "are a cell here, or the first and the last one, such as 0.255";
+  }
+  return "begin with {} here";
+}
 
 }  // namespace
 
@@ -128,10 +136,24 @@ const Facts& FactsOf(const findings::MessageRow* row) {
   return found == std::end(kFacts) ? kNone : *found;
 }
 
-std::string_view KeyRuleOf(std::string_view section) {
-  const KeyRule* found = ruxcomp::language::FindRow(
-      kKeyRules, [&](const KeyRule& rule) { return rule.section == section; });
-  return found == nullptr ? std::string_view() : found->text;
+std::string KeyRuleOf(std::string_view section) {
+  const language::SectionKind* kind = language::FindKind(section);
+  std::string keywords;
+  language::NameForm form = language::NameForm::kAny;
+  if (kind == nullptr) return keywords;
+  for (const language::FreeEntryRule& rule : kind->free_entries) {
+    if ((rule.notation & language::kFreeName) == 0) return {};
+    // The last row takes what the others leave: its keyword is the usual one.
+    const std::string_view others = keywords.empty() ? "" : " or ";
+    keywords =
+        fmt::format("{}{}{}", language::FindEntryRow(rule.identifier)->keyword, others, keywords);
+    form = language::NameFormOf(rule.identifier);
+  }
+  if (kind->free_entries.empty()) return {};
+  // Keywords do not begin with a digit, either.
+  const bool is_of_all = kind->templates.empty() || form == language::NameForm::kNoDigitFirst;
+  return (is_of_all ? "keys " : "other keys ") +
+         fmt::format(fmt::runtime(SentenceOf(form)), keywords);
 }
 
 }  // namespace rux::advice

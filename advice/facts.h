@@ -40,7 +40,7 @@ struct Facts {
 const Facts& FactsOf(const findings::MessageRow* row);
 
 // What keys must be like that are none of the language's, in sections of a kind; empty for others.
-std::string_view KeyRuleOf(std::string_view section);
+std::string KeyRuleOf(std::string_view section);
 
 }  // namespace rux::advice
 

@@ -39,22 +39,20 @@ bool IsCellRange(const std::string& name) {
   return high < kTableCells && low <= high;
 }
 
-// What a free name must look like behind its prefix.
-bool IsFreeName(std::uint32_t identifier, const std::string& name, const std::string& rest) {
+// Whether a name of the script's own has the form.
+bool HasForm(const std::string& name, NameForm form) {
   std::uint32_t number = 0;
-  switch (identifier) {
-    case ENTRY_DEFINED_WORD:
-    case ENTRY_PROPERTY:
-    case ENTRY_P:
-    case ENTRY_REPEATER:
+  switch (form) {
+    case NameForm::kAny:
+      break;
+    case NameForm::kNoDigitFirst:
       return name[0] < '0' || name[0] > '9';
-    case ENTRY_VALUE_OF_ACTION:
-      return StringToLong(rest, number) != 0;
-    case ENTRY_TABLE_ROW:
+    case NameForm::kNumber:
+      return StringToLong(name, number) != 0;
+    case NameForm::kCells:
       return IsCellRange(name);
-    default:
-      return true;
   }
+  return true;
 }
 
 }  // namespace
@@ -65,7 +63,8 @@ std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
   if (name == keyword) return 1;
   const CheckContext of_key = context.At(findings::Origin::kKey);
   if ((notation & kFreeName) && HasPrefix(name.text(), keyword) &&
-      IsFreeName(identifier, name, name.text().substr(std::char_traits<char>::length(keyword)))) {
+      HasForm(name.text().substr(std::char_traits<char>::length(keyword)),
+              NameFormOf(identifier))) {
     return 1;
   }
   ReportEntry<MessageId::kInvalidEntryName>(*this, of_key);

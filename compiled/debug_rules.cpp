@@ -23,10 +23,8 @@ bool BeginsWithDigit(std::string_view name) {
   return !name.empty() && std::isdigit(static_cast<unsigned char>(name.front())) != 0;
 }
 
-// Whether the script's own names of such entries are free but for their first character.
-bool HasPlainName(std::uint32_t identifier) {
-  return identifier == language::ENTRY_DEFINED_WORD || identifier == language::ENTRY_PROPERTY ||
-         identifier == language::ENTRY_REPEATER;
+bool MustNotBeginWithDigit(std::uint32_t identifier) {
+  return language::NameFormOf(identifier) == language::NameForm::kNoDigitFirst;
 }
 
 // Report a field of the object, of the payload, or of the value in an entry.
@@ -163,7 +161,7 @@ void DebugRules::CheckName(Cursor& cursor, const DebugEntryView& entry, bool is_
   if (!fits) {
     ReportObject(cursor, "name", entry.name_offset(), "right is {}{}", keyword,
                  is_free ? "..." : "");
-  } else if (HasPlainName(entry.identifier) && BeginsWithDigit(entry.name)) {
+  } else if (MustNotBeginWithDigit(entry.identifier) && BeginsWithDigit(entry.name)) {
     ReportObject(cursor, "name", entry.name_offset(), "a name must not begin with a digit");
   } else if (kind_->uniqueness != language::Uniqueness::kNothing &&
              !entry_names_.Insert(entry.name)) {

@@ -60,6 +60,29 @@ enum EntryId : std::uint32_t {
 // The mark of a fixed entry identifier in the meta file.
 inline constexpr std::uint32_t kCompiledEntryMark = 0x02000000;
 
+// What the script's own names look like; see NAMES_OF in entries.def.
+enum class NameForm : std::uint8_t {
+  kAny,
+  kNoDigitFirst,  // anything that does not begin with a digit
+  kNumber,        // a number
+  kCells,         // a cell of a table, or the first and the last one: "0.255"
+};
+struct NameFormRow {
+  EntryId entry;
+  NameForm form;
+};
+inline constexpr NameFormRow kNameForms[] = {
+#define NAMES_OF(name, form) {ENTRY_##name, NameForm::form},
+#include "ruxcomp/language/entries.def"
+};
+static_assert(AreDistinct(kNameForms, [](const NameFormRow& row) { return row.entry; }));
+
+constexpr NameForm NameFormOf(std::uint32_t entry) {
+  const NameFormRow* found =
+      FindRow(kNameForms, [&](const NameFormRow& row) { return row.entry == entry; });
+  return found != nullptr ? found->form : NameForm::kAny;
+}
+
 struct EntryRow {
   const char* name;         // of the row
   const char* keyword;      // "" for a name of the script's own
