@@ -117,7 +117,8 @@ void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<Pat
 
 const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword) {
   std::vector<std::string> keywords;
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+    if (!kind.IsCompiled()) continue;
     if (strcasecmp(kind.keyword, keyword.c_str()) == 0) return kind;
     keywords.emplace_back(kind.keyword);
   }

@@ -43,7 +43,8 @@ std::string KindsText(const inspect::MetaView& meta) {
   std::string text =
       fmt::format("{}: {}\n", support::SafeText(meta.path()),
                   inspect::OriginText(meta.info().version, meta.info().creationTime));
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+    if (!kind.IsCompiled()) continue;
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
   }
@@ -52,7 +53,8 @@ std::string KindsText(const inspect::MetaView& meta) {
 
 std::string KindsJson(const inspect::MetaView& meta) {
   std::vector<std::pair<std::string, std::size_t>> kinds;
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds()) {
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+    if (!kind.IsCompiled()) continue;
     const std::size_t count = meta.SectionsOf(kind).size();
     if (count > 0) kinds.emplace_back(kind.keyword, count);
   }

@@ -75,8 +75,9 @@ std::vector<Candidate> MetaPathWords(const std::string& file, const std::string&
   TypedPath path(typed);
   const inspect::MetaView meta(file);
   if (path.steps().empty()) {
-    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::CompiledKinds())
-      path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
+    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+      if (kind.IsCompiled()) path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
+    }
   } else if (path.steps().size() == 1) {
     AddSections(meta, inspect::ExpectKind(path.steps().front().text), path);
   } else {

@@ -139,13 +139,6 @@ inline constexpr SectionKind kSectionKinds[] = {
 };
 inline constexpr std::size_t kSectionKindCount = sizeof kSectionKinds / sizeof *kSectionKinds;
 
-// Those that the meta file can hold.
-static_assert(AreNeighbours(kSectionKinds,
-                            [](const SectionKind& kind) { return kind.IsCompiled(); }));
-constexpr Rows<SectionKind> CompiledKinds() {
-  return RowsThat(kSectionKinds, [](const SectionKind& kind) { return kind.IsCompiled(); });
-}
-
 // The kind with that number; null when there is none.
 constexpr const SectionKind* FindKindNumber(std::uint32_t number) {
   return number - 1 < kSectionKindCount ? &kSectionKinds[number - 1] : nullptr;
