@@ -55,7 +55,15 @@ constexpr Rows<Field> FieldsOfShape(Shape shape) {
   return RowsThat(kFields, [&](const Field& field) { return field.shape == shape; });
 }
 
-inline constexpr std::size_t kMaxFields = 5;
+// How many fields the largest record has.
+inline constexpr std::size_t kMaxFields = [] {
+  std::size_t most = 0;
+  for (const Field& field : kFields) {
+    const std::size_t count = FieldsOfShape(field.shape).size();
+    most = count > most ? count : most;
+  }
+  return most;
+}();
 inline constexpr std::uint32_t kAnyNumber = 0xFFFFFFFF;
 
 enum ValueTypeFlag : std::uint32_t {
@@ -128,12 +136,9 @@ constexpr Role RoleIn(std::uint32_t code, const Field& field) {
 
 constexpr ValueType MakeValueType(std::uint32_t code, Shape shape, std::uint32_t least,
                                   std::uint32_t most, std::uint32_t flags) {
-  const Rows<Field> fields = FieldsOfShape(shape);
-  const auto role = [&](std::size_t i) {
-    return i < fields.size() ? RoleIn(code, fields[i]) : Role::kNone;
-  };
-  static_assert(kMaxFields == 5);
-  return {code, shape, least, most, flags, fields, {role(0), role(1), role(2), role(3), role(4)}};
+  ValueType type{code, shape, least, most, flags, FieldsOfShape(shape), {}};
+  for (std::size_t i = 0; i < type.fields.size(); ++i) type.roles[i] = RoleIn(code, type.fields[i]);
+  return type;
 }
 
 inline constexpr ValueType kValueTypes[] = {
@@ -153,16 +158,14 @@ inline constexpr ValueType kComparison =
     inline constexpr ValueType kNoRecord =
         MakeValueType(kAnyNumber, Shape::kNone, 1, kAnyNumber, kPlainType);
 
-constexpr bool FieldsFit() {
-  for (std::size_t i = 0; i < std::size(kFields); ++i) {
-    const Field& field = kFields[i];
-    const bool is_last = i + 1 == std::size(kFields) || kFields[i + 1].shape != field.shape;
-    if (FieldsOfShape(field.shape).size() > kMaxFields) return false;
-    if (field.kind == FieldKind::kList && !is_last) return false;
+constexpr bool ListsComeLast() {
+  for (std::size_t i = 0; i + 1 < std::size(kFields); ++i) {
+    const bool is_last = kFields[i + 1].shape != kFields[i].shape;
+    if (kFields[i].kind == FieldKind::kList && !is_last) return false;
   }
   return true;
 }
-static_assert(FieldsFit(), "a shape has at most kMaxFields fields, and a list comes last");
+static_assert(ListsComeLast(), "a list is the last field of its shape");
 
 // The type with that code. Codes that no row has are legal: such a value has no record and nothing
 // of it is checked; the result then is kNoRecord.
