@@ -12,6 +12,7 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/cells.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
@@ -19,6 +20,22 @@ namespace {
 
 // A new key gets the next index.
 constexpr std::uint32_t kStep = 1;
+
+// Names that no table has end their section in the meta file. Of the properties of a PELMGROUP only
+// those with the name of another one have an index: part of the language.
+constexpr bool NamesHaveTables() {
+  for (const FreeEntryRule& rule : kFreeEntryRules) {
+    const std::uint32_t table = FindEntryRow(rule.identifier)->table;
+    if (table == 0 || rule.section == SECTION_PELMGROUP) continue;
+    const auto fills_it = [&](const KeySource& source) {
+      return source.table == table && source.section == rule.section &&
+             source.entry == rule.identifier;
+    };
+    if (!HasRow(kKeySources, fills_it)) return false;
+  }
+  return true;
+}
+static_assert(NamesHaveTables(), "KEYS_OF rows of symbol_tables.def name every named FREE_OF row");
 
 // Calls use(key) for every key that a source gives, in order.
 template <class Use>

@@ -23,5 +23,5 @@ const std::uint32_t g_dwNTMEntry = std::size(g_NTMapEntry);
 }  // extern "C"
 
 // Programs that were linked before have copies of the tables: another size breaks them.
-static_assert(std::size(g_NTMapSect) == 14);
-static_assert(std::size(g_NTMapEntry) == 37);
+static_assert(std::size(g_NTMapSect) == 14, "a section keyword more breaks linked programs");
+static_assert(std::size(g_NTMapEntry) == 37, "an entry keyword more breaks linked programs");

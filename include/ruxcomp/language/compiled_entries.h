@@ -4,6 +4,7 @@
 #define RUXCOMP_LANGUAGE_COMPILED_ENTRIES_H_
 
 #include <cstdint>
+#include <string_view>
 
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/rows.h"
@@ -51,6 +52,21 @@ constexpr Content ContentOf(const EntryTemplate& row) {
   }
   return row.identifier == ENTRY_NAME ? Content::kName : Content::kText;
 }
+
+// A compiled template has a fixed identifier, or its name is among the fixed keys of its table.
+constexpr bool HaveIdentifiers() {
+  for (const EntryTemplate& row : kEntryTemplates) {
+    const EntryRow& entry = *FindEntryRow(row.identifier);
+    if (entry.table == 0) continue;
+    const std::string_view name = NameInKey(entry, entry.keyword);
+    const auto is_its_key = [&](const FixedKey& key) {
+      return key.table == entry.table && key.text == name;
+    };
+    if (!HasRow(kFixedKeys, is_its_key)) return false;
+  }
+  return true;
+}
+static_assert(HaveIdentifiers(), "symbol_tables.def has the names of templates as fixed keys");
 
 constexpr CompiledEntry MakeCompiledEntry(const EntryTemplate& row) {
   const EntryRow& entry = *FindEntryRow(row.identifier);

@@ -105,7 +105,18 @@ inline constexpr EntryRow kEntries[] = {
 #include "ruxcomp/language/entries.def"
 };
 
-static_assert(AreDistinct(kEntries, [](const EntryRow& row) { return row.source; }));
+constexpr bool HaveOwnCompiledIdentifiers() {
+  for (const EntryRow& row : kEntries) {
+    const auto is_alike = [&](const EntryRow& other) {
+      return other.compiled == row.compiled && other.source != row.source;
+    };
+    if (row.compiled != 0 && HasRow(kEntries, is_alike)) return false;
+  }
+  return true;
+}
+static_assert(AreDistinct(kEntries, [](const EntryRow& row) { return row.source; }),
+              "the number of an entry is its own among those with its payload");
+static_assert(HaveOwnCompiledIdentifiers(), "the compiled number of a fixed entry is its own");
 static_assert(!HasRow(kEntries,
                       [](const EntryRow& row) { return !BeginsWith(row.keyword, row.prefix); }),
               "a keyword begins with the prefix of its row");

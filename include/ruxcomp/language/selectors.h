@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/values.h"
@@ -76,6 +77,26 @@ inline constexpr SelectorRow kSelectorRows[] = {
 };
 static_assert(!HasRow(kSelectorRows, [](const SelectorRow& row) { return row.part == nullptr; }),
               "every selector picks a field of its type");
+
+constexpr bool HasSelectors(const ValueType& type) {
+  std::uint32_t parts = 1;  // the type's own
+  for (const Field& field : type.fields) {
+    if (parts++ == type.most) break;
+    const auto picks = [&](const SelectorRow& row) {
+      return row.type == type.code && row.least == type.least &&
+             std::string_view(row.part) == field.part;
+    };
+    if (!HasRow(kSelectorRows, picks)) return false;
+  }
+  return true;
+}
+constexpr bool HaveSelectors() {
+  for (const ValueType& type : kValueTypes) {
+    if (!HasSelectors(type)) return false;
+  }
+  return HasSelectors(kComparison);
+}
+static_assert(HaveSelectors(), "a row of selectors.def picks every part of a value");
 
 }  // namespace ruxcomp::language
 
