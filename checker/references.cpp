@@ -12,6 +12,7 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
@@ -25,18 +26,51 @@ bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
   return !text || text->empty() || StringToLong(*text, number);
 }
 
-// Whether a section has what the text refers to, or none need have it.
-bool IsThere(const Reference& reference, const std::string& text, ModelIndex& index) {
-  if (reference.key == ENTRY_NAME) {
-    return (reference.unless == RefersUnless::kRoot && text == kRootGroup) ||
-           index.ByName(reference.target, text) != nullptr;
-  }
+// Whether a section has the name that a text refers to, or none need have it.
+bool HasName(const Reference& reference, const std::string& text, ModelIndex& index) {
+  return (reference.unless == RefersUnless::kRoot && text == kRootGroup) ||
+         index.ByName(reference.target, text) != nullptr;
+}
+
+// The same of a number, which is there when has(number).
+template <class Has>
+bool HasNumber(const Reference& reference, const std::string& text, Has has) {
   std::uint32_t number = 0;
   if (!NumberOrWord(text, number)) return false;
-  if (reference.unless == RefersUnless::kZero && number == 0) return true;
-  return reference.key == ENTRY_SENSORS ? index.IsListed(number)
-                                        : index.HasId(reference.target, number);
+  return (reference.unless == RefersUnless::kZero && number == 0) || has(number);
 }
+bool HasId(const Reference& reference, const std::string& text, ModelIndex& index) {
+  return HasNumber(reference, text,
+                   [&](std::uint32_t id) { return index.HasId(reference.target, id); });
+}
+bool IsListed(const Reference& reference, const std::string& text, ModelIndex& index) {
+  return HasNumber(reference, text, [&](std::uint32_t id) { return index.IsListed(id); });
+}
+
+// What can be referred to: how it is found, and what reports that it is not there.
+struct Referent {
+  SectionId target;
+  EntryId key;
+  bool (*is_there)(const Reference& reference, const std::string& text, ModelIndex& index);
+  void (*report)(const CRUXEntry& entry, const CheckContext& context, const std::string& text);
+};
+constexpr Referent kReferents[] = {
+    {SECTION_GROUP, ENTRY_NAME, HasName, ReportEntry<MessageId::kUnknownParentGroup, std::string>},
+    {SECTION_SENSOR, ENTRY_ID, HasId, ReportEntry<MessageId::kUnknownSensor, std::string>},
+    {SECTION_PELMGROUP, ENTRY_ID, HasId,
+     ReportEntry<MessageId::kUnknownParentPelmgroup, std::string>},
+    {SECTION_PELMGROUP, ENTRY_SENSORS, IsListed,
+     ReportEntry<MessageId::kUnlistedSensor, std::string>},
+};
+
+constexpr const Referent* FindReferent(const Reference& reference) {
+  return FindRow(kReferents, [&](const Referent& row) {
+    return row.target == reference.target && row.key == reference.key;
+  });
+}
+static_assert(!HasRow(kReferences,
+                      [](const Reference& row) { return FindReferent(row) == nullptr; }),
+              "every REFERS_TO row of templates.def has a referent here");
 
 // Which part of a REPEATER entry names the action; its arguments follow.
 constexpr std::uint32_t kRepeatedAction = 1;
@@ -64,7 +98,7 @@ std::uint32_t CRUXEntry::ChkGlobalName(const std::string& global, const CheckCon
 std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CheckContext& context,
                                     std::uint32_t index) {
   std::uint32_t bound = index;
-  const bool bounded = context.section.name != "ACTION" || ReadArgNumber(context.section, bound);
+  const bool bounded = !IsAction(context.section) || ReadArgNumber(context.section, bound);
   std::uint32_t number = 0;
   if (bounded && StringToLong(arg.substr(kArgumentPrefix.size()), number) && number <= bound) {
     return 1;
@@ -96,16 +130,9 @@ std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint3
 
 std::uint32_t CRUXEntry::ChkReference(const Reference& reference, const std::string& text,
                                       const CheckContext& context) {
-  if (IsThere(reference, text, *context.index)) return 1;
-  if (reference.target == SECTION_GROUP) {
-    ReportEntry<MessageId::kUnknownParentGroup>(*this, context, text);
-  } else if (reference.target == SECTION_SENSOR) {
-    ReportEntry<MessageId::kUnknownSensor>(*this, context, text);
-  } else if (reference.key == ENTRY_SENSORS) {
-    ReportEntry<MessageId::kUnlistedSensor>(*this, context, text);
-  } else {
-    ReportEntry<MessageId::kUnknownParentPelmgroup>(*this, context, text);
-  }
+  const Referent& referent = *FindReferent(reference);
+  if (referent.is_there(reference, text, *context.index)) return 1;
+  referent.report(*this, context, text);
   return 0;
 }
 

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "frontend/check_context.h"
 #include "frontend/entry.h"
 #include "frontend/gevalue.h"
+#include "frontend/lookup.h"
 #include "frontend/predefine.h"
 #include "frontend/report.h"
 #include "frontend/value_records.h"
@@ -20,6 +23,7 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/values.h"
 
 namespace {
@@ -42,21 +46,48 @@ struct Filler {
   }
 };
 
+// Which part of a value of that type the field is.
+constexpr std::uint32_t PartOf(const ValueType& type, std::string_view field) {
+  std::uint32_t part = 1;  // the type's own is 0
+  for (const Field& each : type.fields) {
+    if (std::string_view(each.name) == field) break;
+    ++part;
+  }
+  return part;
+}
+
+constexpr bool HasField(const ValueType& type, std::string_view field) {
+  return PartOf(type, field) <= type.fields.size();
+}
+static_assert(!HasRow(kValueTypes,
+                      [](const ValueType& type) {
+                        return type.Has(kOnlySmbus) &&
+                               !(HasField(type, "BusType") && HasField(type, "BaseAddress"));
+                      }),
+              "an SMBUS access has the fields of one");
+
 struct BusFields {
   const std::string& type;
   const std::string& base_address;
 };
 
-// Where the fields of an access to a bus are among the parts of a value.
-constexpr std::uint32_t kBusTypePart = 3;
-constexpr std::uint32_t kBaseAddressPart = 4;
+template <class Record, class = void>
+constexpr bool kIsBusAccess = false;
+template <class Record>
+constexpr bool
+    kIsBusAccess<Record, std::void_t<decltype(Record::BusType), decltype(Record::BaseAddress)>> =
+        true;
 
 // Calls use(fields) when the record describes an access to a bus.
 template <class Use>
 void WithBusFields(const ValueRecord& record, Use use) {
-  const auto visit = [&](const auto& bus) { use(BusFields{bus.BusType, bus.BaseAddress}); };
-  if (const auto* bus = std::get_if<BusRecord>(&record)) visit(*bus);
-  if (const auto* bus = std::get_if<BusArgsRecord>(&record)) visit(*bus);
+  std::visit(
+      [&](const auto& bus) {
+        if constexpr (kIsBusAccess<std::decay_t<decltype(bus)>>) {
+          use(BusFields{bus.BusType, bus.BaseAddress});
+        }
+      },
+      record);
 }
 
 // The second pass over one value.
@@ -105,11 +136,12 @@ std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
     if (bus.base_address != kSmbusBaseAddress) {
-      ReportAt<MessageId::kSmbusAddress>(entry,
-                                         {context.section.OriginOf(entry, kBaseAddressPart)});
+      ReportAt<MessageId::kSmbusAddress>(
+          entry, {context.section.OriginOf(entry, PartOf(type, "BaseAddress"))});
     }
     if (bus.type != kSmbus) {
-      ReportAt<MessageId::kSmbusBusType>(entry, {context.section.OriginOf(entry, kBusTypePart)});
+      ReportAt<MessageId::kSmbusBusType>(
+          entry, {context.section.OriginOf(entry, PartOf(type, "BusType"))});
     }
   });
 }
@@ -140,7 +172,7 @@ std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std:
 std::uint32_t ReferenceCheck::CheckList(const ValueField& field, std::uint32_t part) const {
   std::uint32_t index = 0;
   // Outside of an action a call may name as many arguments as it passes on.
-  if (type.Has(kForwardsArguments) && context.section.name != "ACTION") {
+  if (type.Has(kForwardsArguments) && !IsAction(context.section)) {
     index = static_cast<std::uint32_t>(
         std::count_if(field.list->begin(), field.list->end(),
                       [](const std::string& text) { return HasPrefix(text, kArgumentPrefix); }));
@@ -209,7 +241,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
     // A simple I/O port is its own address.
     std::uint32_t address = 0;
     if (bus.type != kSimpleIoPort) return;
-    const CheckContext of_address = context.At(kBaseAddressPart);
+    const CheckContext of_address = context.At(PartOf(type, "BaseAddress"));
     if (StringToLong(bus.base_address, address) && address == 0) return;
     ReportEntry<MessageId::kNonzeroBaseAddress>(*this, of_address, bus.base_address);
     ok = 0;

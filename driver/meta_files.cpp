@@ -16,6 +16,7 @@
 #include "ruxcomp/compile.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/words.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
@@ -31,7 +32,9 @@ namespace {
 // goes the list of source files, without which it cannot take any other.
 std::vector<diagnostics::Diagnostic> WarningsOf(const compiled::DebugMeta& meta,
                                                 const sources::SourceSet& sources) {
-  if (meta.kinds.size() < 2 || meta.kinds.front().front().name != "INCLUDE") return {};
+  constexpr const char* kInclude =
+      ruxcomp::language::KindOf(ruxcomp::language::SECTION_INCLUDE).keyword;
+  if (meta.kinds.size() < 2 || meta.kinds.front().front().name != kInclude) return {};
   const compiled::DebugSection& first = meta.kinds.front().front();
   diagnostics::Diagnostic warning;
   warning.row = &kIncludeFirst;

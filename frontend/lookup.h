@@ -33,4 +33,10 @@ inline bool IsGiven(const std::unique_ptr<CRUXEntry>& entry) {
   return entry && entry->m_RuxEntryData.HasData();
 }
 
+// Whether the values of the section may name arguments and each other; a restored section is what
+// its name says.
+inline bool IsAction(const CRUXSection& section) {
+  return section.name == KindOf(SECTION_ACTION).keyword;
+}
+
 #endif  // FRONTEND_LOOKUP_H_

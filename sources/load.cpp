@@ -14,6 +14,7 @@
 #include "reader/texts.h"
 #include "reader/value.h"
 #include "ruxcomp/language/paths.h"
+#include "ruxcomp/language/sections.h"
 #include "sources/script_path.h"
 #include "sources/source_set.h"
 
@@ -41,6 +42,9 @@ bool IsStream(const std::string& library_path) {
          !S_ISDIR(status.st_mode);
 }
 
+constexpr const char* kInclude =
+    ruxcomp::language::KindOf(ruxcomp::language::SECTION_INCLUDE).keyword;
+
 class Loader {
  public:
   void Follow(const std::string& library_path) {
@@ -51,7 +55,7 @@ class Loader {
     const std::unique_ptr<reader::ScriptFile> file = reader::ScriptFile::Open(library_path);
     if (file == nullptr || !file->Parse()) return;
     for (const reader::Section& section : file->script()->sections()) {
-      if (section.name == "INCLUDE") FollowIncludes(library_path, section);
+      if (section.name == kInclude) FollowIncludes(library_path, section);
     }
   }
 
