@@ -13,29 +13,13 @@
 
 #include "reader/texts.h"
 #include "ruxcomp/language/paths.h"
+#include "support/descriptor.h"
 
 namespace reader {
 namespace {
 
 // How much is asked of a file that does not tell its size, at first.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    const int error = errno;
-    if (number_ >= 0) close(number_);
-    errno = error;
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-
- private:
-  const int number_;
-};
 
 // Repeats a system call that a signal interrupted.
 template <typename Call>
@@ -62,9 +46,9 @@ std::optional<Source> FindSource(const std::string& path) {
 
 std::optional<std::string> ReadSource(const Source& source, std::size_t largest) {
   if (source.identity.text != 0) return Texts::Find(source.path)->bytes;
-  const Descriptor file(
+  const rux::support::Descriptor file(
       Uninterrupted([&] { return open(source.path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY); }));
-  if (file.number() < 0) return std::nullopt;
+  if (!file.is_open()) return std::nullopt;
   // One byte more than expected shows the end of the file without growing the text.
   std::string text(std::min(source.size > 0 ? source.size : kFirstRead, largest) + 1, '\0');
   std::size_t used = 0;

@@ -3,7 +3,6 @@
 #include <poll.h>
 #include <sys/poll.h>
 #include <sys/stat.h>
-#include <sys/types.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,7 +10,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace rux::support {
 namespace {
@@ -27,21 +25,6 @@ bool IsWorthAnotherTry(int file, short awaited) {
 }
 
 }  // namespace
-
-Descriptor::~Descriptor() { Close(); }
-
-Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  std::swap(number_, other.number_);
-  return *this;
-}
-
-bool Descriptor::Close() {
-  if (!is_open()) return true;
-  // An interrupted close has closed the file all the same.
-  return close(std::exchange(number_, -1)) == 0 || errno == EINTR;
-}
 
 bool WriteAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {

@@ -2,26 +2,42 @@
 #ifndef SUPPORT_DESCRIPTOR_H_
 #define SUPPORT_DESCRIPTOR_H_
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace rux::support {
 
-// Owns an open file. -1: none.
+// Owns an open file. -1: none. Header-only, for the reader plug-in has nothing else of this room.
 class Descriptor {
  public:
   explicit Descriptor(int number = -1) : number_(number) {}
-  ~Descriptor();
-  Descriptor(Descriptor&& other) noexcept;
-  Descriptor& operator=(Descriptor&& other) noexcept;
+  // The reason for which a function gives up stays in errno.
+  ~Descriptor() {
+    const int error = errno;
+    Close();
+    errno = error;
+  }
+  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
 
   int number() const { return number_; }
   bool is_open() const { return number_ >= 0; }
 
   // False when the system tells only now, in errno, that something was not written. The file is
   // closed either way.
-  bool Close();
+  bool Close() {
+    if (!is_open()) return true;
+    // An interrupted close has closed the file all the same.
+    return close(std::exchange(number_, -1)) == 0 || errno == EINTR;
+  }
 
  private:
   int number_;
