@@ -1,6 +1,9 @@
 // The values of an entry: by ordinal, and by selector.
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 
+#include "ruxcomp/language/selectors.h"
 #include "tests/api/meta_bytes.h"
 
 namespace {
@@ -189,7 +192,7 @@ TEST_P(SelectorTest, PicksItsPositionAndNoOtherDoes) {
   }
 }
 
-const SelectorRow kSelectorRows[] = {
+const SelectorRow kRows[] = {
     {"Type1", {1}, {2}, {{0x20000, 1}}},
     {"Type1OfAnotherCount", {1}, {1, 3}, {}},
     {"Type2Of4", {2}, {4}, {{0x30000, 1}, {0x40000, 1}, {0x40001, 2}, {0x40002, 3}}},
@@ -253,8 +256,20 @@ const SelectorRow kSelectorRows[] = {
     {"TypesWithoutParts", {0, 13, 100, 105, 0xFFFFFF}, {1, 2, 3, 4, 5, 6}, {}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, SelectorTest, testing::ValuesIn(kSelectorRows),
+INSTANTIATE_TEST_SUITE_P(Rows, SelectorTest, testing::ValuesIn(kRows),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST(SelectorRowsTest, EverySelectorOfATypeHasARow) {
+  for (const ruxcomp::language::SelectorRow& each : ruxcomp::language::kSelectorRows) {
+    const bool has_row =
+        std::any_of(std::begin(kRows), std::end(kRows), [&](const SelectorRow& row) {
+          return std::count(row.types.begin(), row.types.end(), each.type) == 1 &&
+                 row.positions.count(each.selector) == 1;
+        });
+    EXPECT_TRUE(has_row || each.type == ruxcomp::language::kRepeaterType)
+        << "type " << each.type << ", " << each.name;
+  }
+}
 
 // Repeater entries have no type: their first value is the count.
 const SelectorRow kRepeaterRows[] = {

@@ -1,5 +1,8 @@
 // The first pass over value descriptions: the type, the number of sub-strings, the operator and the
 // base address of a simple I/O port.
+#include <set>
+
+#include "ruxcomp/language/values.h"
 #include "tests/api/sample_script.h"
 
 namespace {
@@ -59,10 +62,15 @@ TEST_F(ValueTest, EachTypeHasItsNumberOfSubStrings) {
                       {"T7", 1, 5},           {"T10", 3, 3},
                       {"T13", 1, kUnbounded}, {"T100", 1, kUnbounded},
                       {"T105", 1, kUnbounded}};
+  std::set<std::string> tried = {"T2"};  // further down
   for (const Row& row : rows) {
+    tried.insert(row.type);
     for (unsigned count = 1; count <= 9; ++count) {
       ExpectCounts(row.type, Described(row.type, count), count, row.least, row.most);
     }
+  }
+  for (const auto& type : ruxcomp::language::kValueTypes) {
+    EXPECT_EQ(tried.count("T" + std::to_string(type.code)), 1u) << type.code << " has no row";
   }
 }
 

@@ -74,6 +74,7 @@ for kind in $(language_tables sections | cut -f 1); do
     "docs/man/rux-script.5.scd, [$kind], does not tell of"
   printf '%s\n' "$script" | grep -q "^\*\[$kind\]\*\$" ||
     complain "docs/man/rux-script.5.scd does not tell of [$kind]"
+  grep -q "^### $kind\$" "$1/docs/script.md" || complain "docs/script.md does not tell of [$kind]"
 done
 rows="$1/tests/docs/rows.awk"
 language_tables value-types | awk -v what='value types' -f "$rows" | while IFS='|' read -r _ code parts _; do

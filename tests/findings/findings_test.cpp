@@ -67,6 +67,21 @@ TEST_F(FindingsTest, EveryMessageIsAFinding) {
 #include "findings/messages.def"
 }
 
+// The other texts are in tests/api and tests/unit.
+TEST_F(FindingsTest, TextsThatNoScriptBringsAbout) {
+  const auto texts_of = [this](const std::string& name) {
+    for (const ModelCase& row : ModelCases()) {
+      if (row.name == name) row.run(folder());
+    }
+    core::ResetProcessState();
+    return host::TakeMessages();
+  };
+  EXPECT_EQ(texts_of("another payload type"),
+            Lines{"Error[board.rux:8]: [GLOBAL]:G_A, Entry value type is invalid.\n"});
+  EXPECT_EQ(texts_of("unknown section type"),
+            Lines{"Error[board.rux:7]: [PROPERTY], section type is invalid.\n"});
+}
+
 TEST_F(FindingsTest, EndOfAScriptNamesTheScript) {
   struct Ends : findings::Sink {
     void Take(const findings::Finding& finding) override { lines.push_back(FindingText(finding)); }

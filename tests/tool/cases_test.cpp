@@ -96,4 +96,16 @@ TEST_P(ToolCase, DoesWhatItSays) {
 
 INSTANTIATE_TEST_SUITE_P(Tool, ToolCase, testing::ValuesIn(CasePaths()), TestNameOf);
 
+#define COMMAND(name, set_up, help) #name,
+constexpr const char* kCommands[] = {
+#include "tool/commands.def"
+};
+
+TEST(ToolCases, EveryCommandHasSome) {
+  for (const std::string command : kCommands) {
+    EXPECT_TRUE(fs::is_directory(fs::path(RUX_CASES) / command))
+        << "there is no tests/tool/cases/" << command;
+  }
+}
+
 }  // namespace

@@ -97,7 +97,7 @@ TEST_P(SectionKindTest, CreateRegistersItsKindOnce) {
 
 // As a stored section is restored: identifier and flags come later.
 TEST_P(SectionKindTest, EmptySectionHasItsSlotsAndIsRegistered) {
-  for (std::size_t row = 0; row < 14; ++row) {
+  for (std::size_t row = 0; row < KindRows().size(); ++row) {
     if (kSectionMakers[row].identifier != GetParam().identifier) continue;
     CRUXSection* section = kSectionMakers[row].make_empty();
     ExpectEmptySlots(*section, GetParam().templates);

@@ -4,6 +4,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <regex>
 #include <set>
@@ -13,6 +16,7 @@
 
 #include "diagnostics/explanation.h"
 #include "driver/messages.h"
+#include "rules/rule_rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -68,6 +72,20 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
     EXPECT_EQ(IdsOf(row.right, options), std::set<std::string>()) << row.right;
   }
   EXPECT_GE(tried, 40U);
+}
+
+// Besides the example, a case shows what a rule says, and of which place.
+TEST(RuleRowsTest, EveryRuleHasACase) {
+  std::string cases;
+  for (const auto& file : std::filesystem::recursive_directory_iterator(RUX_CASES)) {
+    if (!file.is_regular_file()) continue;
+    std::ifstream stream(file.path());
+    cases.append(std::istreambuf_iterator<char>(stream), {});
+  }
+  for (const rux::diagnostics::MessageRow* row : rux::rules::kRows) {
+    EXPECT_NE(cases.find('[' + std::string(row->id) + "]\n"), std::string::npos)
+        << "no case in tests/tool/cases shows " << row->id;
+  }
 }
 
 TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
