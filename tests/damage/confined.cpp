@@ -23,15 +23,14 @@ void Limit(int resource, rlim_t most) {
 
 int Run(std::size_t address_space, const std::function<int()>& body) {
 #ifdef RUX_SANITIZED
-  constexpr rlim_t kSeconds = 20;
+  constexpr rlim_t kSeconds = 200;
   static_cast<void>(address_space);
 #else
-  constexpr rlim_t kSeconds = 1;
+  constexpr rlim_t kSeconds = 10;
   Limit(RLIMIT_AS, address_space);
 #endif
   Limit(RLIMIT_CORE, 0);
   Limit(RLIMIT_CPU, kSeconds);
-  alarm(5 * kSeconds);
   try {
     return body();
   } catch (...) {

@@ -14,6 +14,7 @@ std::string& PartOf(CaseFile& test, std::string& exit_status, const std::string&
     return test.files.emplace_back(name.substr(kFileMark.size()), "").second;
   }
   if (name == "run") return test.run;
+  if (name == "needs") return test.needs;
   if (name == "stdout") return test.standard_output;
   if (name == "stderr") return test.standard_error;
   if (name == "exit") return exit_status;
