@@ -1,4 +1,5 @@
-// Filling the tables of names and of cells from the source model.
+// Filling the tables of names and of cells from the source model, one after the other: an error
+// that is raised on the way leaves the later ones as they were.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -59,10 +60,10 @@ void InsertKey(std::uint32_t base, const std::string& key) {
   InsertTbl(*std::get<StringTable*>(symbols.table), *symbols.counter, key, kStep);
 }
 
-void FillNameTables() {
-  for (const FixedKey& key : kFixedKeys) InsertKey(key.table, key.text);
-  for (const KeySource& source : kKeySources) {
-    ForEachKey(source, [&](const std::string& key) { InsertKey(source.table, key); });
+void FillNames(std::uint32_t table) {
+  for (const FixedKey& key : FixedKeysOf(table)) InsertKey(table, key.text);
+  for (const KeySource& source : KeySourcesOf(table)) {
+    ForEachKey(source, [&](const std::string& key) { InsertKey(table, key); });
   }
 }
 
@@ -84,12 +85,15 @@ void ApplyRow(const CRUXEntry& row, Cells& cells) {
   }
 }
 
-void FillTableCells() {
+// The name of each TABLE section goes before its cells.
+void FillTableNamesAndCells() {
   g_tblTableData.clear();
   // Not cleared between tables: cells that no row sets keep the value of the table before.
   Cells cells{};
   for (const CRUXSection* table : SectionsOf(SECTION_TABLE)) {
-    if (!FindText(table, ENTRY_NAME)) continue;
+    const std::string* name = FindText(table, ENTRY_NAME);
+    if (!name) continue;
+    InsertKey(CLASS_TableName, *name);
     for (const auto& entry : table->entries) {
       if (!entry || entry->identifier != ENTRY_TABLE_ROW) continue;
       findings::Examine(table->OriginOf(*entry));
@@ -102,7 +106,9 @@ void FillTableCells() {
 }  // namespace
 
 std::uint32_t InitTblD() {
-  FillNameTables();
-  FillTableCells();
+  for (const SymbolTable& symbols : kSymbolTables) {
+    if (symbols.base != CLASS_TableName) FillNames(symbols.base);
+  }
+  FillTableNamesAndCells();
   return 1;
 }

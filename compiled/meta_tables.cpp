@@ -23,9 +23,8 @@ const char* TitleOf(std::uint32_t base) { return language::FindClass(base)->titl
 
 // Whether the class is one of names of sections: no section has an empty one.
 bool IsOfSections(std::uint32_t base) {
-  const auto* source =
-      language::FindRow(language::kKeySources, [&](const auto& row) { return row.table == base; });
-  return source != nullptr && source->is_text;
+  const auto sources = language::KeySourcesOf(base);
+  return sources.begin() != sources.end() && sources.begin()->is_text;
 }
 
 }  // namespace

@@ -25,10 +25,7 @@ using language::kPropertyPrefix;
 
 // The entry whose keys name properties in a kind of sections; null when there is none.
 const language::EntryRow* FindPropertyEntry(std::string_view section) {
-  const auto sources = language::RowsThat(
-      language::kKeySources,
-      [](const language::KeySource& source) { return source.table == language::CLASS_Property; });
-  for (const language::KeySource& source : sources) {
+  for (const language::KeySource& source : language::KeySourcesOf(language::CLASS_Property)) {
     if (section == language::KindOf(source.section).keyword) {
       return language::FindEntryRow(source.entry);
     }

@@ -233,6 +233,25 @@ TEST_F(SymbolTablesTest, AKeyShorterThanItsPrefixEndsThePassWithTheRangeError) {
   }
 }
 
+// The tables are filled one after the other, in the order property, global, value, repeater, group,
+// action, table.
+TEST_F(SymbolTablesTest, AKeyThatEndsThePassLeavesLaterTablesAsTheyWere) {
+  Check("[PROPERTY]\nA = 1\n[GLOBAL]\nX = 1\n[GROUP]\nNAME = G\n", 0);
+  EXPECT_THROW(gccOutput(Path("board.meta")), std::out_of_range);
+  EXPECT_EQ(g_tblProperty, (Names{{"A", 0x03000000}}));
+  EXPECT_EQ(g_tblValue, Names{});
+  EXPECT_EQ(g_tblGroup, Names{});
+}
+
+TEST_F(SymbolTablesTest, ARowThatEndsThePassLeavesTheNamesOfLaterTablesOut) {
+  Check("[TABLE]\nNAME = A\nTYPE = 1\n0.9 = 0x\n[TABLE]\nNAME = B\nTYPE = 1\n1 = 1\n", 1);
+  EXPECT_THROW(gccOutput(Path("board.meta")), std::out_of_range);
+  gccCompEnd();
+  EXPECT_EQ(g_tblTableName, (Names{{"A", 0x1C000000}}));
+  Compile("[TABLE]\nNAME = C\nTYPE = 1\n1 = 1\n");
+  EXPECT_EQ(g_tblTableName, (Names{{"A", 0x1C000000}, {"C", 0x1C000001}}));
+}
+
 TEST_F(SymbolTablesTest, AnIndexStandsForTheKeyOfItsTable) {
   const Words indices = {0x03000001, 0x04000000, 0x05000000, 0x06000000, 0x11000001,
                          0x12000000, 0x18000000, 0x1A000000, 0x1C000000};

@@ -215,6 +215,10 @@ inline constexpr KeySource kKeySources[] = {
 };
 static_assert(AreNeighbours(kKeySources, [](const KeySource& row) { return row.table; }));
 
+constexpr Rows<KeySource> KeySourcesOf(std::uint32_t table) {
+  return RowsThat(kKeySources, [&](const KeySource& row) { return row.table == table; });
+}
+
 }  // namespace ruxcomp::language
 
 #endif  // RUXCOMP_LANGUAGE_SECTIONS_H_
