@@ -29,8 +29,8 @@ std::size_t LikelySize(const support::Descriptor& file) {
 support::Failure WrongForm(const std::string& path, Form form) {
   const char* commands =
       form == Form::kMeta ? "ls, get, dump and verify" : "where, decompile, dump and verify";
-  return support::Failure(support::ExitStatus::kTrouble,
-                          path + " is a " + FormName(form) + "; rux " + commands + " read it");
+  return support::Failure(support::ExitStatus::kTrouble, "{} is a {}; rux {} read it", path,
+                          FormName(form), commands);
 }
 
 }  // namespace
@@ -44,7 +44,7 @@ std::string ReadWholeFile(const std::string& path) {
     throw support::SystemFailure("cannot load", path);
   if (bytes.size() > kMostFileBytes) {
     throw support::Failure(support::ExitStatus::kTrouble,
-                           "cannot load " + path + ": it has more than 256 MiB");
+                           "cannot load {}: it has more than 256 MiB", path);
   }
   return bytes;
 }
@@ -66,7 +66,7 @@ void CompiledFile::ExpectSound() {
   const Fault& first = faults.list().front();
   // Where in it a foreign file differs is of no use to anybody.
   const std::string reason = form_ == Form::kNone ? first.reason : FaultText(first);
-  throw support::Failure(support::ExitStatus::kTrouble, "cannot load " + path_ + ": " + reason);
+  throw support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path_, reason);
 }
 
 }  // namespace rux::compiled

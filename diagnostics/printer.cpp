@@ -140,7 +140,7 @@ class Printer {
  private:
   void PrintMessage(const Location& at, Severity severity, std::string_view text,
                     std::string_view id) {
-    std::string place = support::SafeText(at.path.empty() ? "rux" : at.path);
+    std::string place = support::SafePath(at.path.empty() ? "rux" : at.path);
     if (at.line() != 0) place += fmt::format(":{}", at.line());
     if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
     out_ += Paint(place + ":", kBold) + ' ' +
@@ -193,7 +193,7 @@ std::string HumanText(const Report& report, bool colour) {
 }
 
 std::string SummaryLine(const Report& report) {
-  return fmt::format("{}: {}, {}\n", support::SafeText(report.script),
+  return fmt::format("{}: {}, {}\n", support::SafePath(report.script),
                      Counted(report.errors, "error"), Counted(report.warnings, "warning"));
 }
 

@@ -69,8 +69,8 @@ class CompileRun {
   void RefuseTextForPlugin() const {
     if (!options_.reads_standard_input() || !result().has_foreign_reader) return;
     throw support::Failure(support::ExitStatus::kTrouble,
-                           std::string("cannot read standard input: the reader plug-in ") +
-                               run::kPluginPath + " reads files only");
+                           "cannot read standard input: the reader plug-in {} reads files only",
+                           run::kPluginPath);
   }
 
   // The diagnostics so far have all that they need of the sources.
@@ -88,8 +88,7 @@ class CompileRun {
     const std::vector<reader::RefusedScript>& refused = result().sources.refused();
     const std::string reason =
         refused.empty() ? "the reader does not open it" : sources::ReasonOf(refused.front());
-    return support::Failure(support::ExitStatus::kTrouble,
-                            "cannot read " + script_ + ": " + reason);
+    return support::Failure(support::ExitStatus::kTrouble, "cannot read {}: {}", script_, reason);
   }
 
   // The reader goes on without what it had no memory for.

@@ -1,7 +1,5 @@
 #include "driver/depfile.h"
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -10,7 +8,6 @@
 
 #include "ruxcomp/model/hash_index.h"
 #include "support/failure.h"
-#include "support/safe_text.h"
 
 namespace rux::driver {
 namespace {
@@ -53,10 +50,8 @@ std::string EscapedName(const std::string& path, const std::string& name) {
     if (escaped.empty()) {
       throw support::Failure(
           support::ExitStatus::kTrouble,
-          fmt::format("cannot write {}: make and ninja have no common way to write the "
-                      "'{}' in {}",
-                      support::SafeText(path), support::SafeText(name.substr(i, 1)),
-                      support::SafeText(name)));
+          "cannot write {}: make and ninja have no common way to write the '{}' in {}", path,
+          name.substr(i, 1), name);
     }
     text += escaped;
   }

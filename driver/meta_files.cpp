@@ -56,8 +56,8 @@ void ExpectSound(const support::NewFile& file) {
   const compiled::Faults faults = compiled::Verify(file.bytes);
   if (faults.empty()) return;
   throw support::Failure(support::ExitStatus::kTrouble,
-                         "cannot write " + file.path + ": it could not be loaded: " +
-                             compiled::FaultText(faults.list().front()));
+                         "cannot write {}: it could not be loaded: {}", file.path,
+                         compiled::FaultText(faults.list().front()));
 }
 
 }  // namespace
@@ -125,8 +125,9 @@ void MetaFiles::PutFilesInPlace() {
 support::NewFile MetaFiles::Depfile(const sources::SourceFiles& sources) {
   if (!sources.complete) {
     throw support::Failure(support::ExitStatus::kTrouble,
-                           "cannot write " + options_.depfile +
-                               ": the script cannot be read again to tell which files it includes");
+                           "cannot write {}: the script cannot be read again to tell which files "
+                           "it includes",
+                           options_.depfile);
   }
   KeepSources(sources, {"dependency file", options_.depfile});
   std::vector<std::string> targets;

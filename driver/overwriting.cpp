@@ -1,7 +1,6 @@
 #include "driver/overwriting.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -15,7 +14,6 @@
 #include "sources/source_set.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
-#include "support/safe_text.h"
 
 namespace rux::driver {
 namespace {
@@ -52,9 +50,8 @@ bool HoldsSomethingElse(const std::string& path) {
 }
 
 support::Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
-  return support::Failure(support::ExitStatus::kWrongUsage,
-                          fmt::format("the {} would overwrite the {} {}", written.what, kept.what,
-                                      support::SafeText(kept.path)));
+  return support::Failure(support::ExitStatus::kWrongUsage, "the {} would overwrite the {} {}",
+                          written.what, kept.what, kept.path);
 }
 
 }  // namespace
@@ -79,11 +76,10 @@ void KeepSources(const sources::SourceFiles& sources, const NamedFile& written) 
 
 void RefuseToGuess(const NamedFile& written) {
   if (!HoldsSomethingElse(written.path)) return;
-  throw support::Failure(
-      support::ExitStatus::kTrouble,
-      fmt::format("the {0} would overwrite {1}, which is not compiled\nIt may be a file "
-                  "that the script includes: the script cannot be read again to tell",
-                  written.what, support::SafeText(written.path)));
+  throw support::Failure(support::ExitStatus::kTrouble,
+                         "the {} would overwrite {}, which is not compiled\nIt may be a file "
+                         "that the script includes: the script cannot be read again to tell",
+                         written.what, written.path);
 }
 
 }  // namespace rux::driver

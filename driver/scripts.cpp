@@ -30,7 +30,7 @@ namespace {
 constexpr std::string_view kName = "{}";
 
 support::Failure WrongUsage(const std::string& text) {
-  return support::Failure(support::ExitStatus::kWrongUsage, text);
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
 void ExpectForOne(const CompileOptions& options) {

@@ -1,7 +1,5 @@
 #include "driver/source_date.h"
 
-#include <fmt/format.h>
-
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
@@ -24,9 +22,8 @@ std::optional<std::uint32_t> SourceDateEpoch() {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), time);
   if (error != std::errc() || end != text.data() + text.size()) {
     throw support::Failure(support::ExitStatus::kWrongUsage,
-                           fmt::format("{} is '{}', which is no number of seconds from 0 to {}",
-                                       kName, support::SafeText(support::Shortened(text)),
-                                       std::numeric_limits<std::uint32_t>::max()));
+                           "{} is '{}', which is no number of seconds from 0 to {}", kName,
+                           support::Shortened(text), std::numeric_limits<std::uint32_t>::max());
   }
   return time;
 }

@@ -23,7 +23,7 @@ namespace {
 namespace language = ruxcomp::language;
 
 support::Failure WrongPath(const std::string& text) {
-  return support::Failure(support::ExitStatus::kWrongUsage, text);
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
 std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {

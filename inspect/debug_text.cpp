@@ -70,7 +70,7 @@ std::vector<std::string> NotationNames(std::uint32_t notation) {
 
 SourcePlaces::SourcePlaces(const compiled::DebugMeta& meta) {
   for (const std::string& file : meta.files)
-    paths_.push_back(support::SafeText(sources::ToOpenablePath(file)));
+    paths_.push_back(support::SafePath(sources::ToOpenablePath(file)));
 }
 
 std::string SourcePlaces::Of(const compiled::DebugObject& object) const {

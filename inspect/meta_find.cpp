@@ -107,9 +107,9 @@ EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
 
 void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
   if (path.size() == 1) {
-    throw support::Failure(
-        support::ExitStatus::kWrongUsage,
-        std::string("the path names no section (rux ls lists those of kind ") + kind.keyword + ")");
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "the path names no section (rux ls lists those of kind {})",
+                           kind.keyword);
   }
 }
 

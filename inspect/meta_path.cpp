@@ -15,7 +15,7 @@ namespace rux::inspect {
 namespace {
 
 support::Failure BadPath(const std::string& text) {
-  return support::Failure(support::ExitStatus::kWrongUsage, text);
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
 // Takes a quoted step off the path, whose opening quote is its first character.

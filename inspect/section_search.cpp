@@ -68,7 +68,7 @@ std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
 }
 
 support::Failure NotThere(const std::string& text) {
-  return support::Failure(support::ExitStatus::kFindings, text);
+  return support::Failure(support::ExitStatus::kFindings, "{}", text);
 }
 
 support::Failure NoEntry(const std::string& lack, const std::string& key,

@@ -15,7 +15,7 @@ namespace rux::inspect {
 
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time) {
-  return fmt::format("{}: {}, {}", support::SafeText(path), compiled::FormName(form),
+  return fmt::format("{}: {}, {}", support::SafePath(path), compiled::FormName(form),
                      OriginText(version, creation_time));
 }
 

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "support/descriptor.h"
+#include "support/safe_text.h"
 #include "support/standard_streams.h"
 
 namespace rux::support {
@@ -28,7 +29,7 @@ ExitStatus EndWith(ExitStatus status, std::initializer_list<std::string_view> pi
 }  // namespace
 
 Failure SystemFailure(const std::string& what, const std::string& path, int error) {
-  return Failure(ExitStatus::kTrouble, what + " " + path + ": " + std::strerror(error));
+  return Failure(ExitStatus::kTrouble, "{} {}: {}", what, path, std::strerror(error));
 }
 
 ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
@@ -42,7 +43,7 @@ ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
   } catch (const std::bad_alloc&) {
     return EndWith(ExitStatus::kTrouble, {kLead, std::strerror(ENOMEM), "\n"});
   } catch (const std::exception& error) {
-    return EndWith(ExitStatus::kTrouble, {kLead, error.what(), "\n"});
+    return EndWith(ExitStatus::kTrouble, {kLead, SafeText(error.what()), "\n"});
   }
 }
 

@@ -3,9 +3,12 @@
 #define SUPPORT_FAILURE_H_
 
 #include <cerrno>
+#include <cstddef>
 #include <functional>
 #include <stdexcept>
 #include <string>
+
+#include "support/safe_text.h"
 
 namespace rux::support {
 
@@ -18,10 +21,14 @@ enum class ExitStatus {
 };
 
 // Thrown by whatever finds out; RunToTheEnd() prints the text after "rux: error: " and answers the
-// status. The text is one line, or several that each report one more thing.
+// status.
 class Failure : public std::runtime_error {
  public:
-  Failure(ExitStatus status, const std::string& text) : std::runtime_error(text), status_(status) {}
+  // The text is one line, or several that each report one more thing, as SafeFormat() makes it:
+  // names come from anywhere.
+  template <std::size_t kSize, class... Values>
+  Failure(ExitStatus status, const char (&format)[kSize], const Values&... values)
+      : std::runtime_error(SafeFormat(format, values...)), status_(status) {}
 
   ExitStatus status() const { return status_; }
 

@@ -3,40 +3,48 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "support/safe_text.h"
 #include "support/utf8.h"
 
 namespace rux::support {
 namespace {
 
-void AppendEscaped(char c, std::string& out) {
+// In UTF-16, as JSON has it.
+std::string EscapedCode(std::int32_t code) {
+  constexpr std::int32_t kFirstOfPairs = 0x10000;
+  if (code < kFirstOfPairs) return fmt::format("\\u{:04x}", code);
+  const std::int32_t rest = code - kFirstOfPairs;
+  return fmt::format("\\u{:04x}\\u{:04x}", 0xD800 + (rest >> 10), 0xDC00 + (rest & 0x3FF));
+}
+
+void Append(const Character& character, std::string& out) {
+  constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
   constexpr std::string_view kNamed = "\"\\\b\f\n\r\t";
   constexpr std::string_view kNames = "\"\\bfnrt";
-  const std::size_t named = kNamed.find(c);
+  const std::size_t named = kNamed.find(character.bytes);
   if (named != std::string_view::npos) {
     out.append({'\\', kNames[named]});
-  } else if (static_cast<unsigned char>(c) < 0x20) {
-    out += fmt::format("\\u{:04x}", c);
+  } else if (!character.is_valid()) {
+    out += kReplacement;
+  } else if (IsSafe(character)) {
+    out += character.bytes;
   } else {
-    out += c;
+    out += EscapedCode(character.code);
   }
 }
 
 }  // namespace
 
 std::string JsonString(std::string_view text) {
-  constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
   std::string out = "\"";
   while (!text.empty()) {
     const Character character = FirstCharacter(text);
     text.remove_prefix(character.bytes.size());
-    if (character.bytes.size() == 1 && character.is_valid()) {
-      AppendEscaped(character.bytes.front(), out);
-    } else {
-      out += character.is_valid() ? character.bytes : kReplacement;
-    }
+    Append(character, out);
   }
   return out += '"';
 }

@@ -14,7 +14,8 @@
 
 namespace rux::support {
 
-// The text as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD.
+// The text as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD; what could
+// steer a terminal or hide there (IsSafe()) is escaped.
 std::string JsonString(std::string_view text);
 
 // The values of an object or a list: each on a line of its own, further to the right than what it

@@ -56,8 +56,7 @@ void MemoryFile::ThrowIncomplete() const {
   if (!WriteAll(again.number(), std::string(4096, '\0'))) {
     throw SystemFailure("cannot write", wanted_);
   }
-  throw Failure(ExitStatus::kTrouble,
-                "cannot write " + wanted_ + ": it was not written completely");
+  throw Failure(ExitStatus::kTrouble, "cannot write {}: it was not written completely", wanted_);
 }
 
 }  // namespace rux::support

@@ -1,9 +1,9 @@
 #include "support/safe_text.h"
 
+#include <utf8proc.h>
+
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -11,22 +11,6 @@
 
 namespace rux::support {
 namespace {
-
-struct CodeRange {
-  std::int32_t first;
-  std::int32_t last;
-};
-
-// The characters that people are not shown.
-constexpr CodeRange kUnsafe[] = {
-    {0x0000, 0x001F}, {0x007F, 0x009F}, {0x200B, 0x200F}, {0x202A, 0x202E},
-    {0x2060, 0x2064}, {0x2066, 0x2069}, {0xFEFF, 0xFEFF}, {Character::kNone, Character::kNone}};
-
-bool IsSafe(const Character& character) {
-  return std::none_of(std::begin(kUnsafe), std::end(kUnsafe), [&](const CodeRange& range) {
-    return range.first <= character.code && character.code <= range.last;
-  });
-}
 
 std::string Escaped(std::string_view text, bool keep_tabs) {
   std::string out;
@@ -67,8 +51,37 @@ std::string Hex(std::string_view bytes, std::string_view lead) {
   return hex;
 }
 
+bool IsSafe(const Character& character) {
+  if (!character.is_valid()) return false;
+  const utf8proc_property_t& property = *utf8proc_get_property(character.code);
+  switch (property.category) {
+    case UTF8PROC_CATEGORY_CC:
+    case UTF8PROC_CATEGORY_CF:
+    case UTF8PROC_CATEGORY_ZL:
+    case UTF8PROC_CATEGORY_ZP:
+      return false;
+    default:
+      return property.ignorable == 0;
+  }
+}
+
 std::string SafeText(std::string_view text) { return Escaped(text, false); }
 std::string SafeLine(std::string_view line) { return Escaped(line, true); }
+
+bool AreSafeLines(std::string_view text) {
+  while (!text.empty()) {
+    const Character character = FirstCharacter(text);
+    text.remove_prefix(character.bytes.size());
+    if (!IsSafe(character) && character.code != '\t' && character.code != '\n') return false;
+  }
+  return true;
+}
+
+std::string SafePath(std::string_view path) {
+  const bool is_relative = !path.empty() && path.front() != '/' && path.front() != '.';
+  const bool may_be_command = is_relative && path.find("::") != std::string_view::npos;
+  return (may_be_command ? "./" : "") + SafeText(path);
+}
 
 std::size_t Columns(const Character& character) {
   constexpr std::size_t kEscaped = 4;

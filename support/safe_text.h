@@ -2,9 +2,12 @@
 #ifndef SUPPORT_SAFE_TEXT_H_
 #define SUPPORT_SAFE_TEXT_H_
 
+#include <fmt/core.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "support/utf8.h"
 
@@ -13,15 +16,41 @@ namespace rux::support {
 // "0AFF"; or, with a lead, "\x0A\xFF".
 std::string Hex(std::string_view bytes, std::string_view lead = "");
 
+// False for control characters, format characters (those that turn the direction of writing are
+// among them), separators of lines and paragraphs, what Unicode lets nobody see, and bytes that are
+// not UTF-8.
+bool IsSafe(const Character& character);
+
 // The text as it can be shown: a name can neither break lines, nor steer the terminal, nor look
-// like another one. Shown as \xNN, byte by byte, are control characters (U+0000 to U+001F, U+007F
-// to U+009F), format characters that cannot be seen or turn the direction of writing (U+200B to
-// U+200F, U+202A to U+202E, U+2060 to U+2064, U+2066 to U+2069, U+FEFF), and bytes that are no
-// UTF-8.
+// like another one. What is not safe is shown as \xNN, byte by byte. A text that was made safe
+// stays as it is.
 std::string SafeText(std::string_view text);
 
 // The same for source lines, which keep their tabs.
 std::string SafeLine(std::string_view line);
+
+// Whether that leaves all lines of a text as they are.
+bool AreSafeLines(std::string_view text);
+
+// SafeText() for a path that begins a line. Lines that begin with "::" are commands to some
+// services that run builds; such a path gets "./" before it.
+std::string SafePath(std::string_view path);
+
+template <class Value>
+auto MadeSafe(const Value& value) {
+  if constexpr (std::is_arithmetic_v<Value>) {
+    return value;
+  } else {
+    return SafeText(value);
+  }
+}
+
+// The format, a text of the program's own, with the values in place of each {}: texts among them
+// are made safe.
+template <std::size_t kSize, class... Values>
+std::string SafeFormat(const char (&format)[kSize], const Values&... values) {
+  return fmt::format(fmt::runtime(format), MadeSafe(values)...);
+}
 
 // How many columns of a terminal a character, or a text, takes once it is made safe; of a text,
 // tabs count as what SafeText() makes of them.

@@ -123,14 +123,14 @@ std::string UnknownCommand(const std::string& name) {
   return "there is no command " + support::NameText(name) + support::NearText(name, names);
 }
 
-support::ExitStatus WrongUsage(const CLI::App& app, const CLI::ParseError& error,
-                               const std::string& first) {
+support::Failure WrongUsage(const CLI::App& app, const CLI::ParseError& error,
+                            const std::string& first) {
   const std::vector<CLI::App*> commands = app.get_subcommands();
   const bool is_unknown_command = commands.empty() && !first.empty() && first.front() != '-';
   const std::string text = is_unknown_command ? UnknownCommand(first) : error.what();
   const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
-  support::PrintError("rux: error: " + text + "\nSee 'rux" + command + " --help'.\n");
-  return support::ExitStatus::kWrongUsage;
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}\nSee 'rux{} --help'.", text,
+                          command);
 }
 
 // Follows the last word, so that the value that ends with it is the one at the cursor. No word of a
@@ -159,7 +159,7 @@ support::ExitStatus RunCommandLine(int argc, const char* const* argv) {
     line.Read(words);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() != 0) {
-      return WrongUsage(line.app(), error, words.empty() ? "" : words.front());
+      throw WrongUsage(line.app(), error, words.empty() ? "" : words.front());
     }
     // Help and version come this way, too.
     std::ostringstream text;

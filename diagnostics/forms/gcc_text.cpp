@@ -14,7 +14,7 @@ namespace {
 
 std::string Line(const Location& at, Severity severity, std::string_view text,
                  std::string_view id) {
-  std::string place = support::SafeText(at.path.empty() ? "rux" : at.path);
+  std::string place = support::SafePath(at.path.empty() ? "rux" : at.path);
   if (at.line() != 0) place += fmt::format(":{}", at.line());
   if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
   return fmt::format("{}: {}: {}{}\n", place, WordOf(severity), support::SafeText(text), id);

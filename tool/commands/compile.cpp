@@ -54,7 +54,7 @@ void KeepApart(const driver::NamedFile& script, const std::vector<driver::NamedF
 constexpr const char* kStandardStream = "-";
 
 support::Failure WrongUsage(const char* text) {
-  return support::Failure(support::ExitStatus::kWrongUsage, text);
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
 void UseStandardOutput(Options& options) {

@@ -25,8 +25,8 @@ struct Options {
 
 void ExpectNone(const std::optional<std::string>& obstacle, const std::string& path) {
   if (!obstacle) return;
-  throw support::Failure(support::ExitStatus::kFindings,
-                         "cannot decompile " + path + ": " + *obstacle);
+  throw support::Failure(support::ExitStatus::kFindings, "cannot decompile {}: {}", path,
+                         *obstacle);
 }
 
 std::string Decompiled(const std::string& path) {

@@ -29,7 +29,7 @@ support::ExitStatus Explain(const Options& options) {
   for (const std::string& id : options.ids) {
     const diagnostics::MessageRow* row = registry.Find(id);
     if (row == nullptr)
-      throw support::Failure(support::ExitStatus::kFindings, registry.UnknownText(id));
+      throw support::Failure(support::ExitStatus::kFindings, "{}", registry.UnknownText(id));
     if (!text.empty()) text += '\n';
     text +=
         is_markdown ? diagnostics::ExplanationMarkdown(*row) : diagnostics::ExplanationText(*row);

@@ -41,7 +41,7 @@ struct Options {
 
 std::string KindsText(const inspect::MetaView& meta) {
   std::string text =
-      fmt::format("{}: {}\n", support::SafeText(meta.path()),
+      fmt::format("{}: {}\n", support::SafePath(meta.path()),
                   inspect::OriginText(meta.info().version, meta.info().creationTime));
   for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
     if (!kind.IsCompiled()) continue;

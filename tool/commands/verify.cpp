@@ -15,6 +15,7 @@
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/arguments.h"
 #include "tool/command.h"
@@ -69,11 +70,12 @@ std::string SoundText(const Result& result) {
 std::string FaultsText(const Result& result) {
   if (!result.unreadable.empty()) return result.unreadable + '\n';
   if (result.summary.form == compiled::Form::kNone) {
-    return "cannot load " + result.file + ": " + result.faults.list().front().reason + '\n';
+    return support::SafeFormat("cannot load {}: {}\n", result.file,
+                               result.faults.list().front().reason);
   }
-  std::string text = result.file + " is damaged\n";
+  std::string text = support::SafeFormat("{} is damaged\n", result.file);
   for (const compiled::Fault& fault : result.faults.list())
-    text += "  " + compiled::FaultText(fault) + '\n';
+    text += support::SafeFormat("  {}\n", compiled::FaultText(fault));
   if (result.not_shown() > 0) text += fmt::format("  and {} more\n", result.not_shown());
   return text;
 }

@@ -1,6 +1,4 @@
 // rux where METAD PATH
-#include <fmt/format.h>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,10 +29,9 @@ support::ExitStatus Where(const Options& options) {
     const compiled::DebugObject& object =
         entry != nullptr ? static_cast<const compiled::DebugObject&>(*entry) : *section;
     if (object.file_index >= meta.files.size()) {
-      throw support::Failure(
-          support::ExitStatus::kFindings,
-          fmt::format("{} does not list its source files; line {} of the file {} says it",
-                      options.metad, object.line, object.file_index));
+      throw support::Failure(support::ExitStatus::kFindings,
+                             "{} does not list its source files; line {} of the file {} says it",
+                             options.metad, object.line, object.file_index);
     }
     const std::string text = entry != nullptr ? ' ' + inspect::EntryText(*entry) : "";
     support::PrintOut(places.Of(object) + ": [" + support::SafeText(section->name) + ']' + text +

@@ -15,8 +15,13 @@ namespace {
 TEST(JsonTest, QuotesTexts) {
   EXPECT_EQ(JsonString("a\"\\/"), R"("a\"\\/")");
   EXPECT_EQ(JsonString(std::string("\b\f\n\r\t\0\x1B\x7F", 8)),
-            "\"\\b\\f\\n\\r\\t\\u0000\\u001b\x7F\"");
+            "\"\\b\\f\\n\\r\\t\\u0000\\u001b\\u007f\"");
   EXPECT_EQ(JsonString("\xE6\xB8\xA9"), "\"\xE6\xB8\xA9\"");
+}
+
+TEST(JsonTest, EscapesWhatCannotBeSeen) {
+  EXPECT_EQ(JsonString("\xC2\x9B\xE2\x80\xAE"), R"("\u009b\u202e")");
+  EXPECT_EQ(JsonString("\xF3\xA0\x80\xA1"), R"("\udb40\udc21")");  // U+E0021
 }
 
 TEST(JsonTest, ReplacesWhatIsNoUtf8) {

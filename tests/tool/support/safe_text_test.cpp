@@ -9,7 +9,9 @@ using rux::support::Columns;
 using rux::support::Hex;
 using rux::support::NameInPath;
 using rux::support::NameText;
+using rux::support::SafeFormat;
 using rux::support::SafeLine;
+using rux::support::SafePath;
 using rux::support::SafeText;
 using rux::support::Shortened;
 
@@ -22,7 +24,29 @@ TEST(SafeTextTest, ShowsWhatCannotBeSeenByItsBytes) {
   EXPECT_EQ(SafeText("\xE2\x80\xAE\xE2\x81\xA6"), "\\xE2\\x80\\xAE\\xE2\\x81\\xA6");
   EXPECT_EQ(SafeText("\xE2\x80\x8B\xEF\xBB\xBF"), "\\xE2\\x80\\x8B\\xEF\\xBB\\xBF");
   EXPECT_EQ(SafeText("\xE9\xC0\xAF"), "\\xE9\\xC0\\xAF");
-  EXPECT_EQ(SafeText("\xE2\x80\x90\xE2\x81\xA5\xC2\xA0"), "\xE2\x80\x90\xE2\x81\xA5\xC2\xA0");
+  EXPECT_EQ(SafeText("\xE2\x80\xA8\xD8\x9C"), "\\xE2\\x80\\xA8\\xD8\\x9C");  // U+2028, U+061C
+  EXPECT_EQ(SafeText("\xF3\xA0\x80\xA1"), "\\xF3\\xA0\\x80\\xA1");           // U+E0021
+  EXPECT_EQ(SafeText("\xE3\x85\xA4"), "\\xE3\\x85\\xA4");                    // U+3164
+  EXPECT_EQ(SafeText("\xE2\x80\x90\xC2\xA0\xCC\x81"), "\xE2\x80\x90\xC2\xA0\xCC\x81");
+}
+
+TEST(SafeTextTest, LeavesWhatIsSafe) {
+  const std::string shown = SafeText("a\\\x1B\xFF\xE2\x80\xAE\n");
+  EXPECT_EQ(SafeText(shown), shown);
+}
+
+TEST(SafeTextTest, FormatsValuesMadeSafe) {
+  EXPECT_EQ(SafeFormat("{}\n{} {}\n", std::string("a\n::b"), 7U, "\x1B"), "a\\x0A::b\n7 \\x1B\n");
+}
+
+TEST(SafeTextTest, KeepsPathsFromBeingCommands) {
+  EXPECT_EQ(SafePath("board.rux"), "board.rux");
+  EXPECT_EQ(SafePath("a:b"), "a:b");
+  EXPECT_EQ(SafePath("::error::x\x1B"), "./::error::x\\x1B");
+  EXPECT_EQ(SafePath(" ::error::x"), "./ ::error::x");
+  EXPECT_EQ(SafePath("/::x"), "/::x");
+  EXPECT_EQ(SafePath("../::x"), "../::x");
+  EXPECT_EQ(SafePath(""), "");
 }
 
 TEST(SafeTextTest, CountsColumnsOfTheShownText) {
