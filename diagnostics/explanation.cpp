@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/registry.h"
 #include "findings/message_row.h"
@@ -87,9 +88,9 @@ CONTROLMASK  = 0
 VALUE        = VT_SMBUS_READ, 0x4800, 1, BUSTYPE_SMBUS, 0x00
 )";
 
-std::string MessageList(const Registry& registry) {
+std::string MessageList(const std::vector<const MessageRow*>& rows) {
   std::string list;
-  for (const MessageRow* row : registry.rows()) {
+  for (const MessageRow* row : rows) {
     list += fmt::format("{:24} {:8} {}\n", row->id, WordOf(row->severity), row->summary);
   }
   list += "\n'rux explain ID' tells more. The examples include this machine.rux:\n\n";

@@ -4,13 +4,14 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/registry.h"
 
 namespace rux::diagnostics {
 
 // A line for each message: id, severity, summary.
-std::string MessageList(const Registry& registry);
+std::string MessageList(const std::vector<const MessageRow*>& rows);
 
 // What a message means, with its examples, for a terminal.
 std::string ExplanationText(const MessageRow& row);

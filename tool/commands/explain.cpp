@@ -1,4 +1,5 @@
 // rux explain [ID...]
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,27 +15,50 @@
 namespace rux::tool {
 namespace {
 
+constexpr const char* kAll = "all";
+
 struct Options {
   std::vector<std::string> ids;
+  bool list = false;
   std::string format = "text";
 };
 
-support::ExitStatus Explain(const Options& options) {
-  const diagnostics::Registry& registry = driver::AllMessages();
-  const bool is_markdown = options.format == "markdown";
-  std::string text;
-  if (options.ids.empty())
-    text =
-        is_markdown ? diagnostics::MessagesMarkdown(registry) : diagnostics::MessageList(registry);
-  for (const std::string& id : options.ids) {
+using Rows = std::vector<const diagnostics::MessageRow*>;
+
+Rows RowsOf(const diagnostics::Registry& registry, const std::vector<std::string>& ids) {
+  Rows rows;
+  for (const std::string& id : ids) {
     const diagnostics::MessageRow* row = registry.Find(id);
     if (row == nullptr)
       throw support::Failure(support::ExitStatus::kFindings, "{}", registry.UnknownText(id));
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+std::string Explanations(const Rows& rows, bool is_markdown) {
+  std::string text;
+  for (const diagnostics::MessageRow* row : rows) {
     if (!text.empty()) text += '\n';
     text +=
         is_markdown ? diagnostics::ExplanationMarkdown(*row) : diagnostics::ExplanationText(*row);
   }
-  support::PrintOut(text);
+  return text;
+}
+
+support::ExitStatus Explain(const Options& options) {
+  const diagnostics::Registry& registry = driver::AllMessages();
+  const bool is_markdown = options.format == "markdown";
+  const std::vector<std::string>& ids = options.ids;
+  const bool is_all = ids.empty() || std::find(ids.begin(), ids.end(), kAll) != ids.end();
+  const Rows rows = is_all ? registry.rows() : RowsOf(registry, ids);
+  if (is_markdown && is_all) {
+    support::PrintOut(diagnostics::MessagesMarkdown(registry));
+  } else if (options.list || ids.empty()) {
+    support::PrintOut(diagnostics::MessageList(rows));
+  } else {
+    support::PrintOut(Explanations(rows, is_markdown));
+  }
   return support::ExitStatus::kDone;
 }
 
@@ -42,10 +66,15 @@ support::ExitStatus Explain(const Options& options) {
 
 Action SetUpExplain(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("ID", &options->ids, "The ids of messages, as they end in [brackets]; all: a list");
+  arguments.Add("ID", &options->ids,
+                "The ids of messages, as they end in [brackets], or the word all");
   arguments.Add("--format", &options->format, "text or markdown")
       .OneOf("FORMAT", {"text", "markdown"});
-  arguments.Footer("Example:\n  rux explain undefined-word");
+  arguments
+      .Add("-l,--list", &options->list,
+           "List messages, a line for each, instead of explaining them (default: without an ID)")
+      .Without("--format");
+  arguments.Footer("Examples:\n  rux explain undefined-word\n  rux explain --list");
   return [options] { return Explain(*options); };
 }
 
