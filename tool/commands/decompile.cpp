@@ -1,4 +1,6 @@
 // rux decompile METAD [-o SCRIPT]
+#include <unistd.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +13,7 @@
 #include "driver/overwriting.h"
 #include "support/failure.h"
 #include "support/placement.h"
+#include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/arguments.h"
 #include "tool/command.h"
@@ -38,9 +41,20 @@ std::string Decompiled(const std::string& path) {
   return text;
 }
 
+// A script is printed as it is, and what it holds could steer the terminal.
+void PrintScript(const std::string& script) {
+  if (isatty(STDOUT_FILENO) != 0 && !support::AreSafeLines(script)) {
+    throw support::Failure(
+        support::ExitStatus::kWrongUsage,
+        "the script has characters that are not for a terminal: give -o FILE, or redirect the "
+        "output");
+  }
+  support::PrintOut(script);
+}
+
 support::ExitStatus Decompile(const Options& options) {
   if (options.script.empty()) {
-    support::PrintOut(Decompiled(options.debug_meta));
+    PrintScript(Decompiled(options.debug_meta));
   } else {
     driver::RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
     support::PutInPlace({{options.script, Decompiled(options.debug_meta)}});
