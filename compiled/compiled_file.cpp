@@ -1,6 +1,5 @@
 #include "compiled/compiled_file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -12,11 +11,10 @@
 #include "ruxcomp/file/header.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/input_file.h"
 
 namespace rux::compiled {
 namespace {
-
-constexpr std::size_t kMostFileBytes = std::size_t{256} << 20;
 
 // Most often right, never to be relied on.
 std::size_t LikelySize(const support::Descriptor& file) {
@@ -35,17 +33,18 @@ support::Failure WrongForm(const std::string& path, Form form) {
 
 }  // namespace
 
+support::Failure TooLarge(const char* what, const std::string& path) {
+  return support::Failure(support::ExitStatus::kTrouble, "{} {}: it has more than {} MiB", what,
+                          path, kLargestFile >> 20);
+}
+
 std::string ReadWholeFile(const std::string& path) {
-  const support::Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!file.is_open()) throw support::SystemFailure("cannot load", path);
+  const support::Descriptor file = support::OpenInput(path);
   std::string bytes;
-  bytes.reserve(std::min(LikelySize(file), kMostFileBytes));
-  if (!support::ReadAll(file.number(), kMostFileBytes, bytes))
+  bytes.reserve(std::min(LikelySize(file), kLargestFile));
+  if (!support::ReadAll(file.number(), kLargestFile, bytes))
     throw support::SystemFailure("cannot load", path);
-  if (bytes.size() > kMostFileBytes) {
-    throw support::Failure(support::ExitStatus::kTrouble,
-                           "cannot load {}: it has more than 256 MiB", path);
-  }
+  if (bytes.size() > kLargestFile) throw TooLarge("cannot load", path);
   return bytes;
 }
 

@@ -2,17 +2,25 @@
 #ifndef COMPILED_COMPILED_FILE_H_
 #define COMPILED_COMPILED_FILE_H_
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "compiled/file.h"
 #include "compiled/verify.h"
+#include "support/failure.h"
 
 namespace rux::compiled {
 
-// Throws a Failure of trouble for what cannot be read or has more than 256 MiB: no compiled file is
-// that large. Reads up to the end, whatever size the file once had.
+// In bytes. A larger file is not sound: none is loaded and none is put in place.
+inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
+// The failure of a larger one: `what` "cannot load", or another thing that cannot be done.
+support::Failure TooLarge(const char* what, const std::string& path);
+
+// Throws a Failure of trouble for what cannot be read, is no file or too large. Reads up to the
+// end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 
 // A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "compiled/compiled_file.h"
 #include "compiled/debug_meta.h"
 #include "compiled/verify.h"
 #include "diagnostics/diagnostic.h"
@@ -103,13 +104,15 @@ void MetaFiles::KeepNone(const run::Result& result) {
   PutFilesInPlace();
 }
 
-support::NewFile& MetaFiles::Add(const std::string& path, support::MemoryFile& file) {
+const support::NewFile& MetaFiles::Add(const std::string& path, support::MemoryFile& file) {
   if (options_.creation_time) {
     char time[ruxcomp::language::kWordSize];
     ruxcomp::language::StoreWord(time, *options_.creation_time);
     file.Overwrite(compiled::kTimeOffset, {time, sizeof time});
   }
-  return files_.emplace_back(support::NewFile{path, file.Bytes()});
+  const support::NewFile& added = files_.emplace_back(support::NewFile{path, file.Bytes()});
+  if (added.bytes.size() > compiled::kLargestFile) throw compiled::TooLarge("cannot write", path);
+  return added;
 }
 
 void MetaFiles::PutFilesInPlace() {

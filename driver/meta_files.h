@@ -35,8 +35,8 @@ class MetaFiles : public CompileProduct {
   void KeepNone(const run::Result& result) override;
 
  private:
-  // Takes over what the library wrote.
-  support::NewFile& Add(const std::string& path, support::MemoryFile& file);
+  // Takes over what the library wrote. Throws a Failure when nothing could load it for its size.
+  const support::NewFile& Add(const std::string& path, support::MemoryFile& file);
   void PutFilesInPlace();
   support::NewFile Depfile(const sources::SourceFiles& sources);
 
