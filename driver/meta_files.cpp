@@ -66,13 +66,13 @@ void ExpectSound(const support::NewFile& file) {
 // The library writes into memory, where no fault can cut its files off unnoticed but for a limit.
 std::vector<diagnostics::Diagnostic> MetaFiles::Make(const run::Result& result) {
   support::MemoryFile& meta = written_.emplace_back(options_.meta);
-  if (gccOutput(meta.path()) == 0) meta.ThrowIncomplete();
+  if (gccOutput(meta.Path()) == 0) meta.ThrowIncomplete();
   // What the compiled records have left would stay in use beside the files that are looked at now.
   malloc_trim(0);
   ExpectSound(Add(options_.meta, meta));
   if (options_.debug_meta.empty()) return {};
   support::MemoryFile& debug_meta = written_.emplace_back(options_.debug_meta);
-  gccOutputD(debug_meta.path());
+  gccOutputD(debug_meta.Path());
   const std::string_view bytes = Add(options_.debug_meta, debug_meta).bytes;
   if (!compiled::IsDebugMetaBytes(bytes)) debug_meta.ThrowIncomplete();
   compiled::Summary summary;

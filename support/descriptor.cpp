@@ -26,6 +26,11 @@ bool IsWorthAnotherTry(int file, short awaited) {
 
 }  // namespace
 
+std::string PathOf(const Descriptor& file) {
+  const std::string path = "/proc/self/fd/" + std::to_string(file.number());
+  return access(path.c_str(), F_OK) == 0 ? path : "";
+}
+
 bool WriteAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(file, bytes.data(), bytes.size());

@@ -43,6 +43,10 @@ class Descriptor {
   int number_;
 };
 
+// The path under which this process can open the file once more; empty where the system shows none,
+// as without a /proc.
+std::string PathOf(const Descriptor& file);
+
 // Each does all that it is asked for, over interruptions and in as many steps as it takes, or
 // answers false with the reason in errno.
 bool WriteAll(int file, std::string_view bytes);

@@ -46,7 +46,7 @@ FileTarget::FileTarget(const std::string& path_asked_for) : path(path_asked_for)
     if (access(path.c_str(), W_OK) != 0) throw CannotWrite();
     is_file = S_ISREG(status.st_mode);
     if (!is_file) return;
-    mode = status.st_mode & 07777;
+    rights.emplace(path, status);
   }
   std::error_code error;
   place = FollowLinks(path, error);

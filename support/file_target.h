@@ -6,6 +6,7 @@
 #include <string>
 
 #include "support/failure.h"
+#include "support/file_rights.h"
 
 namespace rux::support {
 
@@ -18,7 +19,7 @@ struct FileTarget {
   std::string path;     // as asked for
   std::string place;    // where its symbolic links lead to
   bool is_file = true;  // or yet to be one; otherwise a device or pipe, which is never replaced
-  std::optional<unsigned int> mode;  // of the file that stands there; none: there is none
+  std::optional<FileRights> rights;  // of the file that stands there; none: there is none
 };
 
 }  // namespace rux::support

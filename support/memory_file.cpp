@@ -8,22 +8,48 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/temporary_name.h"
 
 namespace rux::support {
 
 MemoryFile::MemoryFile(const std::string& wanted)
-    : wanted_(wanted),
-      file_(memfd_create("rux", MFD_CLOEXEC)),
-      path_("/proc/self/fd/" + std::to_string(file_.number())) {
+    : wanted_(wanted), file_(memfd_create("rux", MFD_CLOEXEC)) {
   if (!file_.is_open()) throw SystemFailure("cannot write", wanted_);
 }
 
 MemoryFile::~MemoryFile() {
   if (!mapped_.empty()) munmap(const_cast<char*>(mapped_.data()), mapped_.size());
+}
+
+const std::string& MemoryFile::Path() {
+  if (path_.empty()) path_ = PathOf(file_);
+  if (path_.empty()) MoveToDisk();
+  return path_;
+}
+
+void MemoryFile::MoveToDisk() {
+  constexpr mode_t kOwnerOnly = 0600;
+  std::error_code error;
+  const std::string folder = std::filesystem::temp_directory_path(error).string();
+  if (error) {
+    throw Failure(ExitStatus::kTrouble,
+                  "cannot write {}: TMPDIR is not a folder for temporary files", wanted_);
+  }
+  on_disk_ = TemporaryName(folder, [&](const char* name) {
+    file_ = Descriptor(open(name, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly));
+    return file_.is_open();
+  });
+  if (!file_.is_open()) {
+    throw SystemFailure("cannot write " + wanted_ + ": cannot write into", folder);
+  }
+  path_ = on_disk_.text();
 }
 
 void MemoryFile::Overwrite(std::size_t offset, std::string_view bytes) {
@@ -40,6 +66,7 @@ std::string_view MemoryFile::Bytes() {
   void* bytes = mmap(nullptr, size, PROT_READ, MAP_SHARED | MAP_POPULATE, file_.number(), 0);
   if (bytes == MAP_FAILED) throw SystemFailure("cannot write", wanted_);
   mapped_ = {static_cast<const char*>(bytes), size};
+  on_disk_ = TemporaryName();
   return mapped_;
 }
 

@@ -1,4 +1,4 @@
-// A file in memory, for what can only write to a path.
+// A file in memory, and for what can only write to a path.
 #ifndef SUPPORT_MEMORY_FILE_H_
 #define SUPPORT_MEMORY_FILE_H_
 
@@ -7,10 +7,13 @@
 #include <string_view>
 
 #include "support/descriptor.h"
+#include "support/temporary_name.h"
 
 namespace rux::support {
 
-// Nothing of it is on any disk, so that nothing is left of it however the process ends.
+// Nothing of it is on any disk, so that nothing is left of it however the process ends. Only where
+// the system shows no path for it (PathOf()), the one that is asked for is that of a file in the
+// folder for temporary files.
 class MemoryFile {
  public:
   // `wanted`: the file that the bytes are for; failures name that one. Throws a Failure.
@@ -21,8 +24,8 @@ class MemoryFile {
 
   int number() const { return file_.number(); }
 
-  // Under which this process can open the file.
-  const std::string& path() const { return path_; }
+  // Under which this process can open the file. To be asked for before anything is written.
+  const std::string& Path();
 
   // Puts other bytes in place of those that stand at an offset. A file that ends before them stays
   // as it is. Throws a Failure.
@@ -39,9 +42,12 @@ class MemoryFile {
  private:
   std::size_t Size() const;
 
+  void MoveToDisk();
+
   const std::string wanted_;
-  const Descriptor file_;
-  const std::string path_;
+  Descriptor file_;
+  TemporaryName on_disk_;
+  std::string path_;
   std::string_view mapped_;
 };
 

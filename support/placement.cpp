@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <cstdio>
 #include <deque>
 #include <filesystem>
 #include <string>
@@ -17,49 +16,31 @@
 #include "support/descriptor.h"
 #include "support/file_target.h"
 #include "support/signals.h"
+#include "support/temporary_name.h"
 
 namespace rux::support {
 namespace {
 
 namespace fs = std::filesystem;
 
-// A name in the folder that nothing had before make(name) answered true; empty, with the reason in
-// errno, when none could be made.
-template <class Make>
-std::string MakeUnderNewName(const fs::path& folder, Make make) {
-  constexpr int kMostTries = 1000;  // names that killed processes of this number may have left
-  for (int i = 0; i < kMostTries; ++i) {
-    const fs::path name = folder / (".rux-" + std::to_string(getpid()) + '-' + std::to_string(i));
-    if (make(name.c_str())) return name.string();
-    if (errno != EEXIST) break;
-  }
-  return {};
-}
-
 // One file on its way to its place. Unless Settle() is reached, it goes and what stood there before
 // is there again.
 class Placement {
  public:
   Placement(const FileTarget& target, std::string_view bytes) : target_(target) {
-    try {
-      Create();
-      Write(bytes);
-    } catch (...) {
-      Remove(temporary_);
-      throw;
-    }
+    Create();
+    Write(bytes);
   }
   ~Placement() {
     if (placed_) TakeBack();
-    Remove(temporary_);
-    Remove(older_);
   }
   Placement(const Placement&) = delete;
   Placement& operator=(const Placement&) = delete;
 
   void Place(bool keeps_older) {
     if (keeps_older) KeepOlder();
-    Rename();
+    if (!temporary_.is_there()) NameTemporary();
+    if (!temporary_.RenameTo(target_.place)) throw target_.CannotWrite();
     placed_ = true;
   }
 
@@ -67,30 +48,28 @@ class Placement {
   void Settle() { placed_ = false; }
 
  private:
-  static void Remove(const std::string& name) {
-    if (!name.empty()) unlink(name.c_str());
-  }
-
-  fs::path Folder() const {
+  std::string Folder() const {
     const fs::path folder = fs::path(target_.place).parent_path();
-    return folder.empty() ? "." : folder;
+    return folder.empty() ? "." : folder.string();
   }
 
-  // A file without a name where the file system has them: it goes by itself when the process does.
+  // A file without a name where the system has them and lets them be named later: it goes by itself
+  // when the process does. What replaces another file is nobody else's until it has the same
+  // rights.
   void Create() {
-    constexpr mode_t kModeOfNewFiles = 0666;
-    file_ = Descriptor(open(Folder().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kModeOfNewFiles));
-    if (file_.is_open()) return;
-    temporary_ = MakeUnderNewName(Folder(), [&](const char* name) {
-      file_ = Descriptor(open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles));
+    const mode_t mode = target_.rights ? 0600 : 0666;
+    file_ = Descriptor(open(Folder().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
+    if (file_.is_open() && !PathOf(file_).empty()) return;
+    temporary_ = TemporaryName(Folder(), [&](const char* name) {
+      file_ = Descriptor(open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
       return file_.is_open();
     });
     if (!file_.is_open()) throw target_.CannotWrite();
   }
 
   void Write(std::string_view bytes) {
+    if (target_.rights && !target_.rights->GiveTo(file_.number())) throw target_.CannotWrite();
     if (!WriteAll(file_.number(), bytes)) throw target_.CannotWrite();
-    if (target_.mode && fchmod(file_.number(), *target_.mode) != 0) throw target_.CannotWrite();
     // Before the file gets its name: otherwise, after a loss of power, the name may stand for a
     // file whose bytes never got to the disk, and the older one is gone. That the new name gets
     // there is not waited for: until it does, the older file is there, whole. Some file systems
@@ -99,39 +78,33 @@ class Placement {
   }
 
   void NameTemporary() {
-    const std::string nameless = "/proc/self/fd/" + std::to_string(file_.number());
-    temporary_ = MakeUnderNewName(Folder(), [&](const char* name) {
+    const std::string nameless = PathOf(file_);
+    temporary_ = TemporaryName(Folder(), [&](const char* name) {
       return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
     });
-    if (temporary_.empty()) throw target_.CannotWrite();
-  }
-
-  void Rename() {
-    if (temporary_.empty()) NameTemporary();
-    if (std::rename(temporary_.c_str(), target_.place.c_str()) != 0) throw target_.CannotWrite();
-    temporary_.clear();
+    if (!temporary_.is_there()) throw target_.CannotWrite();
   }
 
   // Without hard links there is no way back, which is no reason not to go on.
   void KeepOlder() {
-    if (!target_.mode) return;
-    older_ = MakeUnderNewName(
+    if (!target_.rights) return;
+    older_ = TemporaryName(
         Folder(), [&](const char* name) { return link(target_.place.c_str(), name) == 0; });
   }
 
   void TakeBack() {
-    if (!target_.mode) {
+    if (!target_.rights) {
       unlink(target_.place.c_str());
-    } else if (!older_.empty() && std::rename(older_.c_str(), target_.place.c_str()) == 0) {
-      older_.clear();
+    } else if (older_.is_there()) {
+      older_.RenameTo(target_.place);
     }
   }
 
   const FileTarget& target_;
   Descriptor file_;
-  std::string temporary_;  // its name while it has one that is not the wanted one
-  std::string older_;      // the name that keeps what was there before
-  bool placed_ = false;    // and not settled
+  TemporaryName temporary_;  // of the file while it has no other name
+  TemporaryName older_;      // of what was there before
+  bool placed_ = false;      // and not settled
 };
 
 void WriteInto(const FileTarget& target, std::string_view bytes) {

@@ -17,10 +17,10 @@ struct NewFile {
 // Failure.
 //
 // A file stands under its name only once all of it is on the disk: it takes the place of what was
-// there by renaming, with the mode of the one it replaces. When its name is a symbolic link, the
-// file that the link leads to is replaced. Two things cannot be taken back: what was written into
-// devices and pipes, which comes first of all, and, on a file system without hard links, a file
-// that was replaced before the last one.
+// there by renaming, with the rights of the one it replaces (FileRights). When its name is a
+// symbolic link, the file that the link leads to is replaced; other hard links keep the older file.
+// Two things cannot be taken back: what was written into devices and pipes, which comes first of
+// all, and, on a file system without hard links, a file that was replaced before the last one.
 //
 // Signals wait while files change their names. One that nothing can hold back (SIGKILL), like a
 // loss of power, may come between two files; each is still there whole, old or new, and all that it

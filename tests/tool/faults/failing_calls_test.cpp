@@ -4,9 +4,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <ostream>
+#include <set>
+#include <vector>
 
 #include "tests/tool/faults/supervised_run.h"
 #include "tests/tool/faults/verdict.h"
@@ -42,17 +45,25 @@ bool IsNeeded(Call call) {
          call == Call::kSynchronize || call == Call::kWrite;
 }
 
+// Whether it looks if something is there at all. Of all such calls, the one for /proc is the only.
+bool LooksForProc(const CallMade& made) {
+  const bool names_folder = static_cast<int>(made.arguments[0]) == AT_FDCWD;
+  return made.call == Call::kAccess && made.arguments[names_folder ? 2 : 1] == F_OK;
+}
+
 // File systems differ in what they can do.
 struct FileSystem {
   const char* name;
   bool has_nameless_files;
   bool has_links;
+  bool has_proc;
 
   std::vector<Task> Tasks() const {
-    return has_nameless_files && has_links ? ::Tasks() : LongestTask();
+    return has_nameless_files && has_links && has_proc ? ::Tasks() : LongestTask();
   }
 
   int Refuses(const CallMade& made) const {
+    if (!has_proc && LooksForProc(made)) return ENOENT;
     const bool is_nameless =
         made.call == Call::kOpen && (made.arguments[2] & O_TMPFILE) == O_TMPFILE;
     if (!has_nameless_files && is_nameless) return EOPNOTSUPP;
@@ -62,9 +73,10 @@ struct FileSystem {
 };
 
 constexpr FileSystem kFileSystems[] = {
-    {"WithEverything", true, true},
-    {"WithoutNamelessFiles", false, true},
-    {"WithoutLinks", false, false},
+    {"WithEverything", true, true, true},
+    {"WithoutNamelessFiles", false, true, true},
+    {"WithoutLinks", false, false, true},
+    {"WithoutProc", true, true, false},
 };
 
 class FailingCallsTest : public testing::Test {
@@ -143,6 +155,23 @@ TEST_P(FailingCallsOnTest, InterruptedReadingAndWritingGoesOn) {
       EXPECT_EQ(ended.exit_status, 0) << task.name << ", call " << call.ordinal << ended.errors;
       EXPECT_EQ(ContentsOf(folder_), task.done);
     }
+  }
+}
+
+TEST_F(FailingCallsTest, NobodyElseCanOpenWhatIsToReplaceAFile) {
+  for (const Task& task : LongestTask()) {
+    std::set<std::uint64_t> modes;
+    Fill(folder_, task.before);
+    const auto ended =
+        RunSupervised(folder_.path(), task.arguments, [&](const CallMade& made, pid_t) {
+          const std::uint64_t flags = made.arguments[2];
+          if (made.call != Call::kOpen) return 0;
+          if ((flags & O_TMPFILE) == O_TMPFILE) return EOPNOTSUPP;
+          if ((flags & O_EXCL) != 0) modes.insert(made.arguments[3]);
+          return 0;
+        });
+    EXPECT_EQ(ended->exit_status, 0) << ended->errors;
+    EXPECT_EQ(modes, std::set<std::uint64_t>{0600});
   }
 }
 

@@ -35,6 +35,8 @@ RuxProcess::RuxProcess(const std::filesystem::path& folder, const Arguments& arg
     // What whoever runs the tests has open is not there to be counted.
     close_range(STDERR_FILENO + 1, ~0u, CLOSE_RANGE_CLOEXEC);
     setenv("LC_ALL", "C", 1);
+    // What is left of temporary files is found there.
+    setenv("TMPDIR", ".", 1);
     // Leaks are looked for at the end, with system calls that are not the tool's.
     setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
     prepare();
