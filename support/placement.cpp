@@ -1,7 +1,6 @@
 #include "support/placement.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 

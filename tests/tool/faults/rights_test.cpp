@@ -6,6 +6,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
