@@ -79,10 +79,9 @@ void ValueRules::CheckEntry(Cursor& cursor, const MetaEntryView& entry, Content 
 
 // Where a section mentions a value, it has it.
 void ValueRules::EndSection(Cursor& cursor) {
+  std::sort(local_values_.begin(), local_values_.end());
   for (const auto& [identifier, place] : local_uses_) {
-    if (std::find(local_values_.begin(), local_values_.end(), identifier) != local_values_.end()) {
-      continue;
-    }
+    if (std::binary_search(local_values_.begin(), local_values_.end(), identifier)) continue;
     const Record record(cursor, "entry", place.entry);
     cursor.Report("value", place.offset, "it is value {}, which the section does not have",
                   OrdinalOf(identifier));
