@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "advice/facts.h"
 #include "advice/places.h"
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "rules/warnings.h"
 #include "run/run.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
@@ -94,13 +98,19 @@ void AddHint(const Facts& facts, Diagnostic& diagnostic) {
 
 }  // namespace
 
-void CompletePlaces(const run::Result& result, const std::string& script,
-                    std::vector<Diagnostic>& diagnostics) {
+void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,
+                 diagnostics::Collection& collection) {
   const Places places(result.sources, script);
-  for (Diagnostic& diagnostic : diagnostics) {
-    if (diagnostic.at.path.empty()) diagnostic.at.path = script;
-    places.AddIncludes(diagnostic);
+  for (Diagnostic& warning : warnings.kept) {
+    collection.Add(*warning.row, warning.row->severity, [&] {
+      if (warning.at.path.empty()) warning.at.path = script;
+      places.AddIncludes(warning);
+      return std::move(warning);
+    });
   }
+  warnings.tally.ForEachRest([&](const findings::MessageRow& row, std::size_t count) {
+    collection.AddRest(row, row.severity, count);
+  });
 }
 
 void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {

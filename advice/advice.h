@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
+#include "rules/warnings.h"
 #include "run/run.h"
 
 namespace rux::advice {
@@ -30,19 +32,18 @@ G_DUTY = VT_CONST, 40
 )"};
 inline constexpr const findings::MessageRow* kRows[] = {&kUnreadIncludes};
 
-// Fills in the INCLUDEs that lead to what the rules have found, and the place of what is about the
-// script as a whole.
-void CompletePlaces(const run::Result& result, const std::string& script,
-                    std::vector<diagnostics::Diagnostic>& diagnostics);
+// Adds what the rules have found, with the INCLUDEs that lead there and a place for what is about
+// the script as a whole. `script`: its path, as it can be opened.
+void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,
+                 diagnostics::Collection& collection);
 
-// Adds to all that a run and the rules have found: what was probably meant by a name that does not
+// Adds to what a run and the rules have found: what was probably meant by a name that does not
 // exist, the other place that a message is about, and what its text leaves open.
 void Advise(const run::Result& result, std::vector<diagnostics::Diagnostic>& diagnostics);
 
 // Adds why files could not be included and, when there are errors, a note at the end that counts
 // these files.
-void AddNotesOnIncludes(const run::Result& result,
-                        std::vector<diagnostics::Diagnostic>& diagnostics);
+void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& collection);
 
 }  // namespace rux::advice
 

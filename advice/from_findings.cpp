@@ -2,15 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <set>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <variant>
 #include <vector>
 
 #include "advice/facts.h"
 #include "advice/places.h"
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
@@ -67,36 +66,20 @@ void SetUnknownSection(const run::Finding& finding, Diagnostic& diagnostic) {
   diagnostic.text = "unknown section; it and its items are ignored";
 }
 
-Diagnostic DiagnosticOf(const run::Finding& finding, bool accepted) {
+Diagnostic DiagnosticOf(const run::Finding& finding) {
   Diagnostic diagnostic;
   diagnostic.row = finding.row;
   diagnostic.origin = finding.origin;
   diagnostic.other = finding.other;
-  // Some of what the check calls an error is none of its reasons to refuse a script.
-  const bool may_be_reason = finding.row->lead.is_error && !accepted;
-  diagnostic.severity = may_be_reason ? Severity::kError : finding.row->severity;
-  diagnostic.only_verbose = finding.row->severity == Severity::kNote;
   finding.row == &findings::rows::kUnknownSection ? SetUnknownSection(finding, diagnostic)
                                                   : SetText(finding, diagnostic);
   return diagnostic;
 }
 
-// Some items are checked while they are read, and again with all others.
-class Repeats {
- public:
-  bool Has(const run::Finding& finding) {
-    const findings::Origin& at = finding.origin;
-    if (at.script == findings::Origin::kNone) return false;
-    const Key key{finding.row, at.script, at.section, at.item, at.part};
-    if (finding.phase == run::Phase::kParse) known_.insert(key);
-    return finding.phase == run::Phase::kCheck && known_.count(key) != 0;
-  }
-
- private:
-  using Key = std::tuple<const findings::MessageRow*, std::uint32_t, std::uint32_t, std::uint32_t,
-                         std::uint32_t>;
-  std::set<Key> known_;
-};
+// Some of what the check calls an error is none of its reasons to refuse a script.
+Severity SeverityOf(const findings::MessageRow& row, bool accepted) {
+  return row.lead.is_error && !accepted ? Severity::kError : row.severity;
+}
 
 // What cannot be read as a number; empty when it can.
 std::string WhatRaised(Places& places, const findings::Origin& at) {
@@ -108,15 +91,19 @@ std::string WhatRaised(Places& places, const findings::Origin& at) {
 
 }  // namespace
 
-std::vector<Diagnostic> DiagnosticsOf(const run::Result& result, const std::string& script) {
-  std::vector<Diagnostic> diagnostics;
+void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+                      diagnostics::Collection& collection) {
   Places places(result.sources, script);
-  Repeats repeats;
   for (const run::Finding& finding : result.findings) {
-    if (repeats.Has(finding)) continue;
-    places.Locate(finding, diagnostics.emplace_back(DiagnosticOf(finding, result.accepted)));
+    collection.Add(*finding.row, SeverityOf(*finding.row, result.accepted), [&] {
+      Diagnostic diagnostic = DiagnosticOf(finding);
+      places.Locate(finding, diagnostic);
+      return diagnostic;
+    });
   }
-  return diagnostics;
+  result.tally.ForEachRest([&](const findings::MessageRow& row, std::size_t count) {
+    collection.AddRest(row, SeverityOf(row, result.accepted), count);
+  });
 }
 
 Diagnostic DiagnosticOfRaised(const run::Result& result, const std::string& script) {

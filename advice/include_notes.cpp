@@ -3,10 +3,12 @@
 #include <map>
 #include <string>
 #include <tuple>
-#include <vector>
+#include <utility>
 
 #include "advice/advice.h"
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "findings/origin.h"
 #include "reader/archive.h"
@@ -50,22 +52,23 @@ std::string TextOf(const reader::RefusedScript& refused) {
 
 }  // namespace
 
-void AddNotesOnIncludes(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
+void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& collection) {
+  const findings::MessageRow& row = findings::rows::kMissingInclude;
   const RefusedByItem refused_by_item(result.sources);
-  std::size_t missing = 0;
-  for (Diagnostic& diagnostic : diagnostics) {
-    if (diagnostic.row != &findings::rows::kMissingInclude) continue;
-    ++missing;
+  for (Diagnostic& diagnostic : collection.kept()) {
+    if (diagnostic.row != &row) continue;
     const reader::RefusedScript* refused = refused_by_item.Find(diagnostic);
     if (refused != nullptr) diagnostic.notes.push_back({TextOf(*refused), {}});
   }
-  if (missing == 0 || Count(diagnostics, diagnostics::Severity::kError) == 0) return;
-  Diagnostic& note = diagnostics.emplace_back();
+  const std::size_t missing = collection.CountOf(row);
+  if (missing == 0 || collection.errors() == 0) return;
+  Diagnostic note;
   note.row = &kUnreadIncludes;
   note.severity = diagnostics::Severity::kNote;
   note.text = missing == 1 ? "1 INCLUDE could not be read; errors above may follow from it"
                            : std::to_string(missing) +
                                  " INCLUDEs could not be read; errors above may follow from them";
+  collection.AddConclusion(std::move(note));
 }
 
 }  // namespace rux::advice

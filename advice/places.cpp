@@ -16,6 +16,7 @@
 #include "run/findings.h"
 #include "ruxcomp/language/paths.h"
 #include "sources/source_set.h"
+#include "support/safe_text.h"
 
 namespace rux::advice {
 namespace {
@@ -49,7 +50,9 @@ bool Places::IsAt(const run::Finding& finding, const Diagnostic& diagnostic) con
   const OriginSpot spot = sources_.At(finding.origin);
   if (spot.opening == nullptr) return false;
   const auto& section = diagnostic.section;
-  if (section && spot.section != nullptr && *section != spot.section->name) return false;
+  if (section && spot.section != nullptr && *section != support::Excerpted(spot.section->name)) {
+    return false;
+  }
   // What stands nowhere has no line, and no file either.
   if (!finding.place || finding.place->line == 0) return true;
   const std::uint32_t line = finding.place->line;

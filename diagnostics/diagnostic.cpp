@@ -1,10 +1,7 @@
 #include "diagnostics/diagnostic.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "support/safe_text.h"
 #include "support/text_file.h"
@@ -35,11 +32,6 @@ std::string Label(const Diagnostic& diagnostic) {
 
 std::string SuggestionText(const Diagnostic& diagnostic) {
   return "did you mean " + support::Shortened(*diagnostic.suggestion) + '?';
-}
-
-std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity) {
-  const auto has_it = [&](const Diagnostic& diagnostic) { return diagnostic.severity == severity; };
-  return static_cast<std::size_t>(std::count_if(diagnostics.begin(), diagnostics.end(), has_it));
 }
 
 }  // namespace rux::diagnostics

@@ -60,7 +60,6 @@ struct Diagnostic {
   const MessageRow* row = nullptr;
   Severity severity = Severity::kError;
   bool is_raised = false;  // a warning that somebody wants to be an error
-  bool only_verbose = false;
 
   std::optional<std::string> section;
   std::optional<std::string> entry;
@@ -88,9 +87,6 @@ std::string Label(const Diagnostic& diagnostic);
 
 // "did you mean ...?"
 std::string SuggestionText(const Diagnostic& diagnostic);
-
-// How many there are of a severity.
-std::size_t Count(const std::vector<Diagnostic>& diagnostics, Severity severity);
 
 }  // namespace rux::diagnostics
 

@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
+#include "support/text_stream.h"
 #include "support/utf8.h"
 
 namespace rux::diagnostics {
@@ -122,7 +122,7 @@ std::string Indent(std::string_view before) {
 
 class Printer {
  public:
-  explicit Printer(bool colour) : colour_(colour) {}
+  Printer(bool colour, support::TextStream& out) : colour_(colour), out_(out) {}
 
   void Print(const Diagnostic& diagnostic) {
     PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
@@ -134,8 +134,6 @@ class Printer {
     }
     last_path_ = diagnostic.at.path;
   }
-
-  std::string TakeText() { return std::move(out_); }
 
  private:
   void PrintMessage(const Location& at, Severity severity, std::string_view text,
@@ -173,7 +171,7 @@ class Printer {
 
   const bool colour_;
   std::string last_path_;
-  std::string out_;
+  support::TextStream& out_;
 };
 
 std::string Counted(std::size_t count, std::string_view noun) {
@@ -182,14 +180,10 @@ std::string Counted(std::size_t count, std::string_view noun) {
 
 }  // namespace
 
-std::string HumanText(const Report& report, bool colour) {
-  Printer printer(colour);
+void WriteHumanText(const Report& report, bool colour, support::TextStream& out) {
+  Printer printer(colour, out);
   for (const Diagnostic& diagnostic : report.diagnostics) printer.Print(diagnostic);
-  std::string text = printer.TakeText();
-  if (report.not_shown > 0) {
-    text += fmt::format("rux: {} not shown\n", Counted(report.not_shown, "more diagnostic"));
-  }
-  return text;
+  if (report.not_shown > 0) out += fmt::format("rux: {}\n", NotShownText(report));
 }
 
 std::string SummaryLine(const Report& report) {

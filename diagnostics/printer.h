@@ -5,6 +5,7 @@
 #include <string>
 
 #include "diagnostics/report.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 
@@ -15,8 +16,8 @@ namespace rux::diagnostics {
 //         = did you mean hot?
 //   boards/board.rux:3: note: included from here
 //
-// and so on, as one text.
-std::string HumanText(const Report& report, bool colour);
+// and so on.
+void WriteHumanText(const Report& report, bool colour, support::TextStream& out);
 
 // "boards/server.rux: 2 errors, 1 warning" with a line feed.
 std::string SummaryLine(const Report& report);

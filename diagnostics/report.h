@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 
@@ -20,10 +21,16 @@ struct Report {
   bool is_complete = true;    // false: the run ended in trouble that is not the script's
 };
 
+// What is not shown, and how to have it shown; of a report with such.
+std::string NotShownText(const Report& report);
+
+// Writes a report.
+using WriteForm = void(const Report& report, support::TextStream& out);
+
 // A form that other programs read.
 struct MachineForm {
   std::string_view name;
-  std::string (*text)(const Report& report);
+  WriteForm* write;
 };
 
 // Null when there is none of that name. "human" is none of them.
@@ -32,16 +39,16 @@ const MachineForm* FindMachineForm(std::string_view name);
 // A line for each diagnostic and note, as compilers tell them and editors take them:
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
 //   [undefined-word]
-std::string GccText(const Report& report);
+WriteForm WriteGccText;
 
 // docs/diagnostics.schema.json
-std::string JsonReport(const Report& report);
+WriteForm WriteJsonReport;
 
 // Static Analysis Results Interchange Format, version 2.1.0.
-std::string SarifReport(const Report& report);
+WriteForm WriteSarifReport;
 
 // Workflow commands: lines that GitHub shows beside the sources.
-std::string GithubText(const Report& report);
+WriteForm WriteGithubText;
 
 }  // namespace rux::diagnostics
 

@@ -1,12 +1,11 @@
 #include "diagnostics/severities.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/diagnostic.h"
 #include "diagnostics/registry.h"
+#include "findings/message_row.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -47,20 +46,12 @@ std::string Severities::Set(const std::string& setting) {
   return "";
 }
 
-void Severities::Apply(std::vector<Diagnostic>& diagnostics) const {
-  const auto is_dropped = [&](const Diagnostic& diagnostic) {
-    const auto wish = wishes_.find(diagnostic.row);
-    return diagnostic.severity == Severity::kWarning && wish != wishes_.end() &&
-           wish->second == Wish::kDrop;
-  };
-  diagnostics.erase(std::remove_if(diagnostics.begin(), diagnostics.end(), is_dropped),
-                    diagnostics.end());
-  for (Diagnostic& diagnostic : diagnostics) {
-    if (diagnostic.severity != Severity::kWarning) continue;
-    if (!raises_all_ && wishes_.count(diagnostic.row) == 0) continue;
-    diagnostic.severity = Severity::kError;
-    diagnostic.is_raised = true;
-  }
+Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
+  if (severity != Severity::kWarning) return {severity};
+  const auto wish = wishes_.find(&row);
+  if (wish != wishes_.end() && wish->second == Wish::kDrop) return {severity, false, true};
+  if (!raises_all_ && wish == wishes_.end()) return {severity};
+  return {Severity::kError, true};
 }
 
 }  // namespace rux::diagnostics

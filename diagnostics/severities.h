@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/diagnostic.h"
 #include "diagnostics/registry.h"
+#include "findings/message_row.h"
 
 namespace rux::diagnostics {
 
@@ -18,6 +18,13 @@ struct SeveritySetting {
   std::string_view about;
 };
 std::vector<SeveritySetting> SeveritySettings(const Registry& registry);
+
+// What is said of a message.
+struct Ruling {
+  Severity severity;
+  bool is_raised = false;  // a warning that somebody wants to be an error
+  bool is_dropped = false;
+};
 
 // Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
 // counts more than what is said of all, and of two things about it the last. Errors stay what they
@@ -31,7 +38,8 @@ class Severities {
 
   void RaiseAll() { raises_all_ = true; }
 
-  void Apply(std::vector<Diagnostic>& diagnostics) const;
+  // What becomes of a message that has the severity by itself.
+  Ruling RulingOn(const MessageRow& row, Severity severity) const;
 
  private:
   enum class Wish { kRaise, kDrop };

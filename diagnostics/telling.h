@@ -4,9 +4,10 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
+#include "diagnostics/collection.h"
 #include "diagnostics/report.h"
+#include "findings/tally.h"
 
 namespace rux::diagnostics {
 
@@ -20,7 +21,9 @@ struct TellingOptions {
   std::string format = "human";  // or the name of a machine form
   std::string file;              // for the machine form; empty: standard output
   std::string color = "auto";    // or "always" or "never"
-  std::size_t max_errors = 0;    // 0: all
+  // How many errors are shown, and how many warnings. Nobody reads more, and a script of a few
+  // megabytes may have millions.
+  findings::Most max_errors = 1000;
   bool verbose = false;
   Counts* counts = nullptr;  // gets what would be told as the summary; null: tell it
 };
@@ -28,10 +31,8 @@ struct TellingOptions {
 // Whether people are told in colours, for a value of --color.
 bool UsesColour(const std::string& color);
 
-// The report of a run with those diagnostics, of which nothing more is shown after the last error
-// that is allowed.
-Report ReportOf(std::string script, std::vector<Diagnostic> diagnostics,
-                const TellingOptions& options);
+// The report of a run with those diagnostics.
+Report ReportOf(std::string script, Collection& diagnostics);
 
 // People are told on standard error, and so is the summary when `has_summary`; unless a machine
 // form takes their place on standard output. Throws a Failure when it does not get out.

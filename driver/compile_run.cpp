@@ -1,7 +1,6 @@
 #include "driver/compile_run.h"
 
 #include <algorithm>
-#include <iterator>
 #include <new>
 #include <optional>
 #include <string>
@@ -10,6 +9,7 @@
 
 #include "advice/advice.h"
 #include "advice/from_findings.h"
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
 #include "diagnostics/severities.h"
@@ -18,9 +18,11 @@
 #include "driver/messages.h"
 #include "driver/overwriting.h"
 #include "driver/standard_input.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "reader/archive.h"
 #include "rules/check_script.h"
+#include "rules/warnings.h"
 #include "run/findings.h"
 #include "run/run.h"
 #include "sources/script_path.h"
@@ -35,8 +37,9 @@ class CompileRun {
   explicit CompileRun(const CompileOptions& options)
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
-        run_(options.script_name(), TextOf(options)),
-        severities_(AllMessages()) {
+        run_(options.script_name(), TextOf(options), options.telling.max_errors),
+        severities_(AllMessages()),
+        diagnostics_(severities_, options.telling.max_errors, options.telling.verbose) {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
@@ -44,11 +47,13 @@ class CompileRun {
   support::ExitStatus Run(CompileProduct* product) {
     run_.ReadAndCheck();
     RefuseTextForPlugin();
-    Add(advice::DiagnosticsOf(result(), script_));
-    if (result().opened && !result().raised) AddWarnings(rules::CheckScript(result().sources));
-    advice::Advise(result(), diagnostics_);
+    advice::AddDiagnosticsOf(result(), script_, diagnostics_);
+    if (result().opened && !result().raised) {
+      AddWarnings(rules::CheckScript(result().sources, options_.telling.max_errors));
+    }
+    advice::Advise(result(), diagnostics_.kept());
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
-    if (result().raised) Add({advice::DiagnosticOfRaised(result(), script_)});
+    if (result().raised) AddRaised();
     const bool is_done = result().accepted && !Fails();
     ReportAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
@@ -77,7 +82,7 @@ class CompileRun {
   void Make(CompileProduct& product) {
     run_.Write([&] {
       try {
-        AddWarnings(product.Make(result()));
+        AddWarnings({product.Make(result()), {}});
       } catch (const support::Failure& failure) {
         failure_ = failure;
       }
@@ -99,26 +104,23 @@ class CompileRun {
     });
   }
 
-  bool Fails() const {
-    return result().raised || diagnostics::Count(diagnostics_, diagnostics::Severity::kError) > 0;
+  bool Fails() const { return result().raised || diagnostics_.errors() > 0; }
+
+  void AddWarnings(rules::Warnings warnings) {
+    advice::AddWarnings(result(), script_, std::move(warnings), diagnostics_);
   }
 
-  void AddWarnings(std::vector<diagnostics::Diagnostic> warnings) {
-    advice::CompletePlaces(result(), script_, warnings);
-    Add(std::move(warnings));
-  }
-
-  void Add(std::vector<diagnostics::Diagnostic> diagnostics) {
-    severities_.Apply(diagnostics);
-    diagnostics_.insert(diagnostics_.end(), std::make_move_iterator(diagnostics.begin()),
-                        std::make_move_iterator(diagnostics.end()));
+  void AddRaised() {
+    diagnostics::Diagnostic raised = advice::DiagnosticOfRaised(result(), script_);
+    const findings::MessageRow& row = *raised.row;
+    diagnostics_.Add(row, row.severity, [&] { return std::move(raised); });
   }
 
   // The last that is done with the diagnostics.
   void ReportAll() {
     advice::AddNotesOnIncludes(result(), diagnostics_);
     const diagnostics::TellingOptions& telling = options_.telling;
-    diagnostics::Report report = diagnostics::ReportOf(script_, std::move(diagnostics_), telling);
+    diagnostics::Report report = diagnostics::ReportOf(script_, diagnostics_);
     report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
     if (!telling.file.empty()) KeepSources(result().files, {"diagnostics file", telling.file});
     diagnostics::Tell(report, result().opened, telling);
@@ -128,7 +130,7 @@ class CompileRun {
   const std::string script_;  // as it can be opened
   run::Run run_;
   diagnostics::Severities severities_;
-  std::vector<diagnostics::Diagnostic> diagnostics_;
+  diagnostics::Collection diagnostics_;
   std::optional<support::Failure> failure_;
 };
 

@@ -13,6 +13,7 @@
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/entries.h"
 #include "support/json.h"
+#include "support/text_stream.h"
 
 namespace rux::inspect {
 namespace {
@@ -99,9 +100,9 @@ void WriteKinds(JsonObject& json, const compiled::DebugMeta& meta, const RawJson
 
 }  // namespace
 
-std::string DebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
-                          const RawJson& raw) {
-  return support::JsonDocument([&](JsonObject& json) {
+void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
+                        const RawJson& raw, support::TextStream& out) {
+  support::WriteJson(out, [&](JsonObject& json) {
     WriteTitle(json, path, compiled::Form::kDebugMeta, meta.version, meta.creation_time);
     std::vector<compiled::Piece> pieces = meta.header;
     pieces.push_back({"defined word count", meta.word_count});

@@ -11,6 +11,7 @@
 #include "inspect/listing.h"
 #include "inspect/raw_json.h"
 #include "support/json.h"
+#include "support/text_stream.h"
 
 namespace rux::inspect {
 
@@ -19,10 +20,10 @@ void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Lis
 void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing);
 
 // For programs; docs/dump-json.md tells what each member means.
-std::string DebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
-                          const RawJson& raw);
-std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta,
-                     const RawJson& raw);
+void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
+                        const RawJson& raw, support::TextStream& out);
+void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta, const RawJson& raw,
+                   support::TextStream& out);
 
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,

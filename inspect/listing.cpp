@@ -21,7 +21,7 @@ constexpr char kColumns[] = "{:<45}{:<2} | {}\n";
 }  // namespace
 
 void Listing::Line(const std::string& text) {
-  text_ += raw_ ? fmt::format(kColumns, "", "", text) : text + '\n';
+  out_ += raw_ ? fmt::format(kColumns, "", "", text) : text + '\n';
 }
 
 void Listing::Line(const std::string& text, compiled::Extent extent) {
@@ -31,7 +31,7 @@ void Listing::Line(const std::string& text, compiled::Extent extent) {
       support::Hex(bytes_.substr(extent.offset, std::min(extent.size, kMostShown)), " ");
   const bool is_cut = extent.size > kMostShown;
   const std::string size = is_cut ? fmt::format("  ({} bytes)", extent.size) : "";
-  text_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);
+  out_ += fmt::format(kColumns, shown, is_cut ? ".." : "", text + size);
 }
 
 void Listing::Line(const std::string& text, const std::vector<compiled::Piece>& pieces,

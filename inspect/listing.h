@@ -10,13 +10,15 @@
 #include <vector>
 
 #include "compiled/file.h"
+#include "support/text_stream.h"
 
 namespace rux::inspect {
 
 class Listing {
  public:
-  // `bytes` is the whole file; it must outlive the listing.
-  Listing(std::string_view bytes, bool raw) : bytes_(bytes), raw_(raw) {}
+  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`.
+  Listing(std::string_view bytes, bool raw, support::TextStream& out)
+      : bytes_(bytes), raw_(raw), out_(out) {}
 
   bool raw() const { return raw_; }
 
@@ -28,14 +30,12 @@ class Listing {
   void Line(const std::string& text, const std::vector<compiled::Piece>& pieces, std::size_t piece);
   void Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,
               std::size_t first = 0, std::size_t last = static_cast<std::size_t>(-1));
-  void Blank() { text_ += '\n'; }
-
-  const std::string& text() const { return text_; }
+  void Blank() { out_ += '\n'; }
 
  private:
   const std::string_view bytes_;
   const bool raw_;
-  std::string text_;
+  support::TextStream& out_;
 };
 
 }  // namespace rux::inspect

@@ -15,6 +15,7 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "support/json.h"
+#include "support/text_stream.h"
 
 namespace rux::inspect {
 namespace {
@@ -79,9 +80,9 @@ void WriteTable(JsonObject& json, const compiled::CompiledTable& table, const Ra
 
 }  // namespace
 
-std::string MetaJson(const std::string& path, const compiled::CompiledMeta& meta,
-                     const RawJson& raw) {
-  return support::JsonDocument([&](JsonObject& json) {
+void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta, const RawJson& raw,
+                   support::TextStream& out) {
+  support::WriteJson(out, [&](JsonObject& json) {
     WriteTitle(json, path, compiled::Form::kMeta, meta.version, meta.creation_time);
     std::vector<compiled::Piece> pieces = meta.header;
     pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());

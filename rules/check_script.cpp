@@ -7,13 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/diagnostic.h"
+#include "findings/tally.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
+#include "rules/warnings.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/keys.h"
 #include "ruxcomp/language/sections.h"
@@ -107,14 +108,13 @@ class Walk {
 
 }  // namespace
 
-std::vector<diagnostics::Diagnostic> CheckScript(const Script& script) {
+Warnings CheckScript(const Script& script, findings::Most most) {
   if (!IsComplete(script)) return {};
-  RuleReport report;
+  RuleReport report(most, IncludesAgain(script));
   const DefinedWords words(script, report);
   Walk walk({words, report});
   for (const ScriptSection& section : script.sections()) walk.Show(section);
   walk.End(script);
-  if (IncludesAgain(script)) report.DropRepeated();
   return report.Take();
 }
 

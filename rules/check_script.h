@@ -3,16 +3,16 @@
 #ifndef RULES_CHECK_SCRIPT_H_
 #define RULES_CHECK_SCRIPT_H_
 
-#include <vector>
-
-#include "diagnostics/diagnostic.h"
+#include "findings/tally.h"
 #include "rules/script_item.h"
+#include "rules/warnings.h"
 
 namespace rux::rules {
 
-// The warnings about a script that was read; not located yet. The script may have errors: items
-// that the library refuses are passed over. Empty when the script is not complete.
-std::vector<diagnostics::Diagnostic> CheckScript(const Script& script);
+// The warnings about a script that was read, so many of each rule; without the INCLUDEs that lead
+// there. The script may have errors: items that the library refuses are passed over. Empty when the
+// script is not complete.
+Warnings CheckScript(const Script& script, findings::Most most);
 
 }  // namespace rux::rules
 

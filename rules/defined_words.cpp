@@ -97,8 +97,10 @@ std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
   if (const auto value = WordOrNumber(text)) return *value;
   Warning warning = report_.Add(
       RuleId::kDefineUnknownWord, item,
-      fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0", text,
-                  item.name()),
+      [&] {
+        return fmt::format("{} is neither a number nor a word that is defined above: {} becomes 0",
+                           text, item.name());
+      },
       text);
   if (const Place* place = FindDefinition(text)) warning.Note("defined only here", *place);
   return 0;
@@ -107,9 +109,10 @@ std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
 void DefinedWords::CheckNumberLike(const ItemRef& item, std::uint32_t value) {
   const language::Number number = language::ReadNumber(item.name());
   if (!number.is_number || number.value == value) return;
-  report_.Add(RuleId::kNumberLikeWord, item,
-              fmt::format("operands take {} for the number {}, not for this word", item.name(),
-                          number.value));
+  report_.Add(RuleId::kNumberLikeWord, item, [&] {
+    return fmt::format("operands take {} for the number {}, not for this word", item.name(),
+                       number.value);
+  });
 }
 
 void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, const Word& known) {
@@ -120,8 +123,10 @@ void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, cons
   if (known.value == value || is_same_section) return;
   report_
       .Add(RuleId::kRedefinedWord, item,
-           fmt::format("{} was {} and becomes {}, also for entries that stand above", item.name(),
-                       known.value, value))
+           [&] {
+             return fmt::format("{} was {} and becomes {}, also for entries that stand above",
+                                item.name(), known.value, value);
+           })
       .Note("first defined here", known.place);
 }
 
@@ -136,7 +141,10 @@ void DefinedWords::CheckCondition(const ItemRef& condition) {
   if (word.empty() || Find(word)) return;
   Warning warning = report_.Add(
       RuleId::kFalseIfdef, condition,
-      fmt::format("{} is not defined: the words below are defined all the same", word), word);
+      [&] {
+        return fmt::format("{} is not defined: the words below are defined all the same", word);
+      },
+      word);
   if (const Place* place = FindDefinition(word)) warning.Note("defined only here", *place);
 }
 

@@ -75,10 +75,13 @@ class ChildgroupRule : public Rule {
     const auto count = context_.words.WordOrNumber(group.count);
     // A count of 1 may say no more than that there are groups below.
     if (!count || *count == children || (*count == 1 && children > 0)) return;
-    context_.report.Add(RuleId::kChildgroupMismatch, *group.count_item,
-                        fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
-                                    Having(children), group.name),
-                        group.count);
+    context_.report.Add(
+        RuleId::kChildgroupMismatch, *group.count_item,
+        [&] {
+          return fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
+                             Having(children), group.name);
+        },
+        group.count);
   }
 
   const RuleContext context_;

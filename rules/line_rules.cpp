@@ -65,10 +65,6 @@ std::string_view WithoutBlanksAtEnd(std::string_view text) {
   return text;
 }
 
-bool EndsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 // Whether the item's value is a text, such as a name: of a number, a comment cuts nothing off.
 bool HoldsText(const ItemRef& item) {
   const language::SectionKind* kind = language::FindKind(item.section->name);
@@ -163,13 +159,19 @@ class LineRule : public Rule {
     if (!item || !HoldsText(*item)) return false;
     const std::string_view value = item->item->value;
     const std::string_view text = file.text();
-    const bool is_cut = !value.empty() && item->item->blanks_at_commas == 0 &&
-                        value.find('"') == kNone &&
-                        EndsWith(WithoutBlanksAtEnd(text.substr(0, at)), value);
+    // Only the first one on a line follows the value: the others must not cost as much as it is
+    // long.
+    const std::string_view before = WithoutBlanksAtEnd(text.substr(0, at));
+    const bool follows_value =
+        !value.empty() && value.data() + value.size() == before.data() + before.size();
+    const bool is_cut =
+        follows_value && item->item->blanks_at_commas == 0 && value.find('"') == kNone;
     if (!is_cut) return false;
     const std::string_view comment = reader::Lines(text.substr(at)).Take();
-    report_.Add(RuleId::kNumberSign, *item,
-                fmt::format("{} begins a comment: what is left is {}", comment, value), value);
+    report_.Add(
+        RuleId::kNumberSign, *item,
+        [&] { return fmt::format("{} begins a comment: what is left is {}", comment, value); },
+        value);
     return true;
   }
 

@@ -63,8 +63,10 @@ class SharedNameRule : public Rule {
     if (is_new || known.prefix == prefix) return;
     report_
         .Add(RuleId::kSharedName, item,
-             fmt::format("{} and {} have one name for hosts, {}", known.item.name(), item.name(),
-                         name))
+             [&] {
+               return fmt::format("{} and {} have one name for hosts, {}", known.item.name(),
+                                  item.name(), name);
+             })
         .Note("the other one", known.item.place());
   }
 
@@ -102,7 +104,7 @@ class MisspelledValueRule : public Rule {
     const std::string hook = std::string(kValuePrefix) + *meant;
     report_
         .Add(RuleId::kMisspelledValue, item,
-             fmt::format("{} is a value of this script's own, not {}", key, hook))
+             [&] { return fmt::format("{} is a value of this script's own, not {}", key, hook); })
         .Suggest(hook);
   }
 
@@ -122,9 +124,10 @@ void CheckQuotedKey(const ScriptItem& item, const RuleContext& context) {
 void CheckPropertyPrefix(const ScriptItem& item, const RuleContext& context) {
   const std::string_view name = item.name();
   if (!HasPrefix(name, kPropertyPrefix)) return;
-  context.report.Add(RuleId::kPropertyPrefix, item,
-                     fmt::format("the name is {} here, and not {} as in other sections", name,
-                                 name.substr(kPropertyPrefix.size())));
+  context.report.Add(RuleId::kPropertyPrefix, item, [&] {
+    return fmt::format("the name is {} here, and not {} as in other sections", name,
+                       name.substr(kPropertyPrefix.size()));
+  });
 }
 
 void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context) {
@@ -132,8 +135,9 @@ void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context) {
   if (item.IsIn(language::SECTION_PELMGROUP)) return;
   const bool is_property = item.entry == language::ENTRY_P;
   if (item.name() != (is_property ? kPropertyPrefix : language::kGlobalPrefix)) return;
-  context.report.Add(RuleId::kNamelessEntry, item,
-                     fmt::format("nothing follows the {}: the name is empty", item.name()));
+  context.report.Add(RuleId::kNamelessEntry, item, [&] {
+    return fmt::format("nothing follows the {}: the name is empty", item.name());
+  });
 }
 
 void CheckBareValueName(const ScriptItem& item, const RuleContext& context) {

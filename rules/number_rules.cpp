@@ -103,8 +103,9 @@ class NumberRule : public Rule {
     });
     // A defined word that looks like a number is reported where it is defined.
     if (flaw == std::end(kFlaws) || context_.words.Find(text)) return;
-    context_.report.Add(flaw->rule, item, fmt::format(fmt::runtime(flaw->text), text, number.value),
-                        text);
+    context_.report.Add(
+        flaw->rule, item, [&] { return fmt::format(fmt::runtime(flaw->text), text, number.value); },
+        text);
   }
 
   void CheckArgument(const ScriptItem& item, std::string_view text) {
@@ -121,7 +122,8 @@ class NumberRule : public Rule {
 
 void ReportTrailingText(const ScriptItem& item, std::string_view text, std::string_view read,
                         RuleReport& report) {
-  report.Add(RuleId::kTrailingText, item, fmt::format(kTrailingText, text, read), text);
+  report.Add(
+      RuleId::kTrailingText, item, [&] { return fmt::format(kTrailingText, text, read); }, text);
 }
 
 std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context) {

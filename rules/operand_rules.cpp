@@ -27,7 +27,10 @@ void CheckHiddenOperand(const ScriptItem& item, std::string_view text, const Rul
   if (!word) return;
   context.report.Add(
       RuleId::kHiddenOperand, item,
-      fmt::format("{} is a defined word, too: its number {} is compiled", text, *word), text);
+      [&] {
+        return fmt::format("{} is a defined word, too: its number {} is compiled", text, *word);
+      },
+      text);
 }
 
 // `count` is how many arguments are passed on.
@@ -36,11 +39,13 @@ void CheckRepeaterArgument(const ScriptItem& item, std::string_view text, std::u
   if (!IsArgument(text) || context.words.Find(text)) return;
   const language::Number number = language::ReadNumber(text.substr(kArgumentPrefix.size()));
   if (number.raises || (number.is_number && number.value <= count)) return;
-  context.report.Add(RuleId::kRepeaterArgument, item,
-                     number.is_number
-                         ? fmt::format("{} names an argument that nobody hands over", text)
-                         : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text),
-                     text);
+  context.report.Add(
+      RuleId::kRepeaterArgument, item,
+      [&] {
+        return number.is_number ? fmt::format("{} names an argument that nobody hands over", text)
+                                : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text);
+      },
+      text);
 }
 
 }  // namespace
@@ -58,9 +63,12 @@ void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context) {
   // The library refuses an entry without an action.
   if (item.parts.size() < item.record->least || count.empty()) return;
   if (language::ReadNumber(count).is_number) return;
-  context.report.Add(RuleId::kRepeaterCount, item,
-                     fmt::format("{} is no plain number: nothing of this entry is compiled", count),
-                     count);
+  context.report.Add(
+      RuleId::kRepeaterCount, item,
+      [&] {
+        return fmt::format("{} is no plain number: nothing of this entry is compiled", count);
+      },
+      count);
 }
 
 void CheckRepeaterArguments(const ScriptItem& item, const RuleContext& context) {

@@ -13,6 +13,7 @@
 #include "ruxcomp/language/keys.h"
 #include "ruxcomp/language/values.h"
 #include "sources/source_set.h"
+#include "support/text_file.h"
 
 namespace rux::rules {
 
@@ -22,6 +23,12 @@ using Script = sources::SourceSet;
 using ScriptFile = sources::SourceFile;
 using ScriptSection = sources::SourceSection;
 using Place = sources::SourcePlace;
+
+// Bytes of a file.
+struct Bytes {
+  const ScriptFile* file = nullptr;
+  support::ByteRange range = {};
+};
 
 // Whether all files of the script are known. What came through a pipe is not.
 inline bool IsComplete(const Script& script) { return script.files().complete; }

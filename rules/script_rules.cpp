@@ -43,8 +43,10 @@ class MissingSectionRule : public Rule {
     if (kinds_.count(language::SECTION_SENSOR) == 0) return;
     for (const auto kind : {language::SECTION_MORVRUX, language::SECTION_SYSTEM}) {
       if (kinds_.count(kind) != 0) continue;
-      report_.Add(RuleId::kMissingSection, fmt::format("the script has sensors, but no {} section",
-                                                       language::KindOf(kind).keyword));
+      report_.Add(RuleId::kMissingSection, [&] {
+        return fmt::format("the script has sensors, but no {} section",
+                           language::KindOf(kind).keyword);
+      });
     }
   }
 

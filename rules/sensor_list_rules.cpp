@@ -69,14 +69,16 @@ class SensorListRule : public Rule {
   };
 
   void ReportWord(const ScriptItem& item, std::string_view word) {
-    context_.report.Add(RuleId::kSensorsWord, item,
-                        fmt::format("{} is a word: the compiled list ends before it", word), word);
+    context_.report.Add(
+        RuleId::kSensorsWord, item,
+        [&] { return fmt::format("{} is a word: the compiled list ends before it", word); }, word);
   }
 
   void ReportAgain(const Listed& again, const Listed& before, std::string_view where) {
     context_.report
-        .Add(RuleId::kRepeatedSensor, lists_[again.list],
-             fmt::format("the sensor {} is {}", again.text, where), again.text)
+        .Add(
+            RuleId::kRepeatedSensor, lists_[again.list],
+            [&] { return fmt::format("the sensor {} is {}", again.text, where); }, again.text)
         .Note("listed here", lists_[before.list], before.text);
   }
 

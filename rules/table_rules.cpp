@@ -43,6 +43,14 @@ std::string RangesText(const std::vector<std::uint32_t>& cells) {
   return text;
 }
 
+std::string InheritedText(const std::vector<std::uint32_t>& cells) {
+  return cells.size() == 1
+             ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
+                           cells.front())
+             : fmt::format("no row sets the cells {}: they keep the values of a table above",
+                           RangesText(cells));
+}
+
 class TableRule : public Rule {
  public:
   explicit TableRule(const RuleContext& context) : report_(context.report) {}
@@ -110,9 +118,9 @@ class TableRule : public Rule {
   void ReportTrailingTextInKey(const ScriptItem& item, std::uint32_t low, std::uint32_t high) {
     const std::string read =
         low == high ? fmt::format("cell {}", low) : fmt::format("cells {} to {}", low, high);
-    Warning warning = report_.Add(
-        RuleId::kTrailingText, item,
-        fmt::format("{} is read as {}: what follows a number is ignored", item.name(), read));
+    Warning warning = report_.Add(RuleId::kTrailingText, item, [&] {
+      return fmt::format("{} is read as {}: what follows a number is ignored", item.name(), read);
+    });
     // Most likely a range is meant.
     const std::size_t dash = item.name().find('-');
     if (dash == std::string_view::npos || dash == 0) return;
@@ -125,13 +133,16 @@ class TableRule : public Rule {
     // A text that raises an error is the library's to report.
     if (number.raises) return 0;
     if (!number.is_number) {
-      report_.Add(RuleId::kCellNotANumber, item,
-                  fmt::format("{} is no number: the cells become 0", text), text);
+      report_.Add(
+          RuleId::kCellNotANumber, item,
+          [&] { return fmt::format("{} is no number: the cells become 0", text); }, text);
     } else if (number.has_rest) {
       ReportTrailingText(item, text, fmt::format("{}", number.value), report_);
     } else if (number.value >= kTableCells || number.is_cut) {
-      report_.Add(RuleId::kCellTooLarge, item,
-                  fmt::format("{} does not fit into a cell: it becomes {}", text, value), text);
+      report_.Add(
+          RuleId::kCellTooLarge, item,
+          [&] { return fmt::format("{} does not fit into a cell: it becomes {}", text, value); },
+          text);
     }
     return number.is_number ? value : 0;
   }
@@ -142,13 +153,7 @@ class TableRule : public Rule {
       if (cells_[i].table != table_ && cells_[i].value != 0) inherited.push_back(i);
     }
     if (inherited.empty()) return;
-    report_
-        .Add(RuleId::kInheritedCells, section_,
-             inherited.size() == 1
-                 ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
-                               inherited.front())
-                 : fmt::format("no row sets the cells {}: they keep the values of a table above",
-                               RangesText(inherited)))
+    report_.Add(RuleId::kInheritedCells, section_, [&] { return InheritedText(inherited); })
         .Note("set here", *cells_[inherited.front()].set_at);
   }
 

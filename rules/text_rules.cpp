@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "reader/value.h"
 #include "rules/rule.h"
@@ -33,6 +34,15 @@ std::string_view FindTextBesideQuotes(std::string_view value) {
   return {};
 }
 
+// The parts, each in quotes.
+std::string Quoted(const std::vector<std::string_view>& parts) {
+  std::string text;
+  for (const std::string_view part : parts) {
+    text += fmt::format("{}\"{}\"", text.empty() ? "" : ", ", part);
+  }
+  return text;
+}
+
 }  // namespace
 
 void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context) {
@@ -41,13 +51,13 @@ void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context) {
   if (item.first().size() == value.size()) return;
   const std::string_view beside = FindTextBesideQuotes(value);
   if (beside.empty()) return;
-  std::string taken;
-  for (const std::string_view part : item.parts) {
-    taken += fmt::format("{}\"{}\"", taken.empty() ? "" : ", ", part);
-  }
-  context.report.Add(RuleId::kTextBesideQuotes, item,
-                     fmt::format("text beside double quotes is dropped: what is left is {}", taken),
-                     beside);
+  context.report.Add(
+      RuleId::kTextBesideQuotes, item,
+      [&] {
+        return fmt::format("text beside double quotes is dropped: what is left is {}",
+                           Quoted(item.parts));
+      },
+      beside);
 }
 
 }  // namespace rux::rules

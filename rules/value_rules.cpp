@@ -20,16 +20,19 @@ void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context) {
   if (!context.words.IsOnlyWord(item.first())) return;
   context.report.Add(
       RuleId::kArgnumberWord, item,
-      fmt::format("{} is a word and counts as 0 when calls are checked", item.first()),
+      [&] {
+        return fmt::format("{} is a word and counts as 0 when calls are checked", item.first());
+      },
       item.first());
 }
 
 void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context) {
   // The number is compiled into an index.
   if (item.type <= language::kOrdinalMask) return;
-  context.report.Add(RuleId::kTypeTooLarge, item,
-                     fmt::format("the type {} does not fit into what is compiled", item.type),
-                     item.first());
+  context.report.Add(
+      RuleId::kTypeTooLarge, item,
+      [&] { return fmt::format("the type {} does not fit into what is compiled", item.type); },
+      item.first());
 }
 
 void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context) {
@@ -37,7 +40,10 @@ void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context) {
   if (!has_no_record || item.parts.size() < 2) return;
   context.report.Add(
       RuleId::kDroppedOperands, item,
-      fmt::format("values of type {} have no operands: all but the type is dropped", item.type),
+      [&] {
+        return fmt::format("values of type {} have no operands: all but the type is dropped",
+                           item.type);
+      },
       item.parts[1]);
 }
 

@@ -16,6 +16,7 @@ namespace rux::run {
 // What the library was doing. kLoad is before main().
 enum class Phase { kLoad, kStart, kParse, kCheck, kOutput };
 
+// Of a long text, its beginning (support::Excerpted).
 using Argument = std::variant<std::string, std::uint32_t>;
 
 struct Place {
@@ -25,20 +26,11 @@ struct Place {
 
 struct Finding {
   const findings::MessageRow* row;
-  Phase phase;
   findings::Origin origin = {};
   findings::Origin other = {};
   std::optional<Place> place = {};
   std::vector<Argument> arguments = {};  // of the message's format; of other texts, the text
 };
-
-// The one log of the process: the sink of a run and the function Output, which a plug-in calls and,
-// before main, the library, add to it. It can be used before main().
-struct Log {
-  Phase phase = Phase::kLoad;  // of what comes in
-  std::vector<Finding> findings;
-};
-Log& TheLog();
 
 }  // namespace rux::run
 

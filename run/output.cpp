@@ -12,6 +12,7 @@
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "run/findings.h"
+#include "run/log.h"
 #include "run/rows.h"
 
 namespace rux::run {
@@ -39,20 +40,22 @@ std::string TextOf(ArgumentList& list) {
   return text == nullptr ? "(null)" : text;
 }
 
-// What the arguments of a known format are; false for others.
-bool Decode(std::string_view format, ArgumentList& list, Finding& finding) {
+// The message of a format.
+const findings::MessageRow& RowOf(std::string_view format) {
   const findings::MessageRow& not_loaded = findings::rows::kReaderNotLoaded;
-  if (format == not_loaded.format) {
-    finding.row = &not_loaded;
-    finding.arguments = {TextOf(list)};
-    return true;
-  }
+  if (format == not_loaded.format) return not_loaded;
   const findings::MessageRow* row = FindReaderRow(format);
-  if (row == nullptr) return false;
-  finding.row = row;
+  return row == nullptr ? kOtherMessage : *row;
+}
+
+// Fills in the arguments of a known message.
+void Decode(ArgumentList& list, Finding& finding) {
+  if (!finding.row->lead.has_place) {
+    finding.arguments = {TextOf(list)};
+    return;
+  }
   finding.place = Place{TextOf(list), std::uint32_t{va_arg(list.list, unsigned int)}};
   finding.arguments = {finding.place->file, finding.place->line};
-  return true;
 }
 
 [[gnu::format(printf, 2, 0)]] std::string Printed(unsigned int size, const char* format,
@@ -66,6 +69,7 @@ bool Decode(std::string_view format, ArgumentList& list, Finding& finding) {
 
 }  // namespace
 
+// Here, so that who takes the log from the room's archive gets the function Output with it.
 Log& TheLog() {
   // Never destroyed: the library may report while it is unloaded.
   static auto* log = new Log;
@@ -77,16 +81,15 @@ Log& TheLog() {
 extern "C" __attribute__((visibility("default"))) void Output(unsigned int size, const char* format,
                                                               ...) {
   rux::run::Log& log = rux::run::TheLog();
-  rux::run::Finding finding{&rux::run::kOtherMessage, log.phase};
+  rux::run::Finding finding{&rux::run::RowOf(format)};
+  if (!log.Wants(*finding.row, finding.origin)) return;
   rux::run::ArgumentList list;
   va_start(list.list, format);
-  const bool is_known = rux::run::Decode(format, list, finding);
-  va_end(list.list);
-  if (!is_known) {
-    va_list again;
-    va_start(again, format);
-    finding.arguments = {rux::run::Printed(size, format, again)};
-    va_end(again);
+  if (finding.row == &rux::run::kOtherMessage) {
+    finding.arguments = {rux::run::Printed(size, format, list.list)};
+  } else {
+    rux::run::Decode(list, finding);
   }
-  log.findings.push_back(std::move(finding));
+  va_end(list.list);
+  log.Keep(std::move(finding));
 }

@@ -11,23 +11,27 @@
 #include <string_view>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "findings/finding.h"
 #include "findings/message_rows.h"
 #include "findings/origin.h"
+#include "findings/tally.h"
 #include "reader/archive.h"
 #include "reader/texts.h"
 #include "run/findings.h"
+#include "run/log.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/paths.h"
 #include "sources/load.h"
 #include "support/failure.h"
+#include "support/safe_text.h"
 
 namespace rux::run {
 namespace {
 
 Argument Owned(const findings::Argument& argument) {
-  if (const auto* text = std::get_if<std::string_view>(&argument)) return std::string(*text);
+  if (const auto* text = std::get_if<std::string_view>(&argument)) return support::Excerpted(*text);
   return std::get<std::uint32_t>(argument);
 }
 
@@ -37,20 +41,22 @@ const char* const kPluginPath = RUX_PLUGIN_DIR "libruxrsparser.so.0";
 
 void Run::LogSink::Take(const findings::Finding& finding) {
   Log& log = TheLog();
-  Finding& kept = log.findings.emplace_back(
-      Finding{&findings::RowOf(finding.message), log.phase, finding.origin, finding.other});
+  Finding kept{&findings::RowOf(finding.message), finding.origin, finding.other};
+  if (!log.Wants(*kept.row, kept.origin)) return;
   if (finding.place) kept.place = Place{std::string(finding.place->file), finding.place->line};
   kept.arguments.reserve(finding.arguments.size());
   for (const findings::Argument& argument : finding.arguments) {
     kept.arguments.push_back(Owned(argument));
   }
+  log.Keep(std::move(kept));
 }
 
-Run::Run(std::string script, const std::optional<std::string>& text)
+Run::Run(std::string script, const std::optional<std::string>& text, findings::Most most)
     : script_(std::move(script)),
       text_path_(text ? ruxcomp::language::WithSlashes(script_) : ""),
       sink_before_(findings::SetSink(&sink_)),
       choice_(text.has_value()) {
+  TheLog().Limit(most);
   if (text) reader::Texts::Put(text_path_, *text);
 }
 
@@ -87,7 +93,7 @@ void Run::ReadSources() {
 
 void Run::Guarded(Phase phase, const std::function<void()>& step) {
   Log& log = TheLog();
-  log.phase = phase;
+  log.Begin(phase);
   findings::Examine({});
   try {
     step();
@@ -100,9 +106,10 @@ void Run::Guarded(Phase phase, const std::function<void()>& step) {
   } catch (const std::exception& raised) {
     result_.raised = Raised{phase, {}, raised.what()};
   }
-  result_.findings.insert(result_.findings.end(), std::make_move_iterator(log.findings.begin()),
-                          std::make_move_iterator(log.findings.end()));
-  log.findings.clear();
+  std::vector<Finding> found = log.Take();
+  result_.findings.insert(result_.findings.end(), std::make_move_iterator(found.begin()),
+                          std::make_move_iterator(found.end()));
+  result_.tally = log.tally();
 }
 
 }  // namespace rux::run

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "findings/finding.h"
+#include "findings/tally.h"
 #include "run/findings.h"
 #include "run/readers.h"
 #include "sources/source_set.h"
@@ -29,7 +30,8 @@ struct Result {
   bool has_foreign_reader = false;
   bool opened = false;
   bool accepted = false;
-  std::vector<Finding> findings;  // in the order in which they were reported
+  std::vector<Finding> findings;  // the first ones of each message, in order
+  findings::Tally tally;          // of all of them
   std::optional<Raised> raised;
 };
 
@@ -37,7 +39,9 @@ struct Result {
 class Run {
  public:
   // `script`: by the library's path. `text`: what to read instead of the file; none: the file.
-  explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt);
+  // `most`: how many findings to keep of each message.
+  explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
+               findings::Most most = 0);
   ~Run();
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "support/safe_text.h"
+#include "support/text_stream.h"
 #include "support/utf8.h"
 
 namespace rux::support {
@@ -60,8 +61,8 @@ void JsonObject::BeginMember(std::string_view key) {
   text_ += JsonString(key) + ": ";
 }
 
-void BreakJsonLine(std::string& text, std::size_t depth) {
-  text.append(1, '\n').append(2 * depth, ' ');
+void BreakJsonLine(TextStream& text, std::size_t depth) {
+  text += '\n' + std::string(2 * depth, ' ');
 }
 
 }  // namespace rux::support

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "support/text_stream.h"
+
 namespace rux::support {
 
 // The text as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD; what could
@@ -22,7 +24,7 @@ std::string JsonString(std::string_view text);
 // is in.
 class JsonScope {
  public:
-  JsonScope(std::string& text, std::size_t depth) : text_(text), depth_(depth) {}
+  JsonScope(TextStream& text, std::size_t depth) : text_(text), depth_(depth) {}
   JsonScope(const JsonScope&) = delete;
   JsonScope& operator=(const JsonScope&) = delete;
 
@@ -48,7 +50,7 @@ class JsonScope {
 
   void BeginValue();
 
-  std::string& text_;
+  TextStream& text_;
 
  private:
   const std::size_t depth_;
@@ -110,16 +112,20 @@ class JsonArray : public JsonScope {
   }
 };
 
-// The object that fill(JsonObject&) writes, with a line feed.
+// Writes the object that fill(JsonObject&) fills, with a line feed.
+template <class Fill>
+void WriteJson(TextStream& text, Fill fill);
+
+// The same as a text.
 template <class Fill>
 std::string JsonDocument(Fill fill);
 
 // Implementation.
 
-void BreakJsonLine(std::string& text, std::size_t depth);
+void BreakJsonLine(TextStream& text, std::size_t depth);
 
 template <class Scope, class Fill>
-void AppendJson(std::string& text, std::size_t depth, Fill fill) {
+void AppendJson(TextStream& text, std::size_t depth, Fill fill) {
   text += Scope::kBrackets[0];
   Scope scope(text, depth + 1);
   fill(scope);
@@ -148,10 +154,14 @@ void JsonObject::Objects(std::string_view key, const Range& range, Fill fill) {
 }
 
 template <class Fill>
-std::string JsonDocument(Fill fill) {
-  std::string text;
+void WriteJson(TextStream& text, Fill fill) {
   AppendJson<JsonObject>(text, 0, fill);
-  return text += '\n';
+  text += '\n';
+}
+
+template <class Fill>
+std::string JsonDocument(Fill fill) {
+  return WrittenText([&](TextStream& text) { WriteJson(text, fill); });
 }
 
 }  // namespace rux::support

@@ -26,6 +26,16 @@ std::string Escaped(std::string_view text, bool keep_tabs) {
   return out;
 }
 
+std::string Beginning(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return std::string(text);
+  std::size_t end = 0;
+  for (std::size_t next = 0; next <= most;) {
+    end = next;
+    next += FirstCharacter(text.substr(end)).bytes.size();
+  }
+  return std::string(text.substr(0, end)) + "...";
+}
+
 bool NeedsQuotes(std::string_view name) {
   constexpr std::string_view kBeginningsOfOthers = "#@";
   constexpr std::string_view kSeparators = " /\",";
@@ -98,16 +108,8 @@ std::size_t Columns(std::string_view text) {
   return columns;
 }
 
-std::string Shortened(std::string_view text) {
-  constexpr std::size_t kMost = 200;
-  if (text.size() <= kMost) return std::string(text);
-  std::size_t end = 0;
-  for (std::size_t next = 0; next <= kMost;) {
-    end = next;
-    next += FirstCharacter(text.substr(end)).bytes.size();
-  }
-  return std::string(text.substr(0, end)) + "...";
-}
+std::string Shortened(std::string_view text) { return Beginning(text, 200); }
+std::string Excerpted(std::string_view text) { return Beginning(text, 1000); }
 
 std::string NameInPath(std::string_view name) {
   return NeedsQuotes(name) ? Quoted(name) : std::string(name);

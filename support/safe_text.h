@@ -60,6 +60,10 @@ std::size_t Columns(std::string_view text);
 // The text, or the beginning of a long one and "...".
 std::string Shortened(std::string_view text);
 
+// The same with much more of it, where programs may want the whole. A text of a script may be as
+// long as the script: it is not kept for each message about it.
+std::string Excerpted(std::string_view text);
+
 // A name as the path of a query holds it: the name itself, or in double quotes (those inside
 // doubled) when it could not be told from the rest of the path.
 std::string NameInPath(std::string_view name);

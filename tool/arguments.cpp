@@ -48,7 +48,7 @@ bool CommandArgument::takes_several() const {
 
 bool CommandArgument::takes_value() const {
   return takes_several() || std::holds_alternative<std::string*>(target) ||
-         std::holds_alternative<std::size_t*>(target);
+         std::holds_alternative<std::size_t*>(target) || std::holds_alternative<Limit>(target);
 }
 
 std::vector<std::string> CommandArgument::each_name() const {

@@ -17,10 +17,14 @@ struct CommandArgument {
   struct Version {
     std::string text;
   };
-  // Where what was given goes: a flag, a count (1 at least), a text, one or more texts. Or what is
-  // printed instead of running a command.
-  using Target =
-      std::variant<Help, Version, bool*, std::size_t*, std::string*, std::vector<std::string>*>;
+  // A count that may be 0.
+  struct Limit {
+    std::size_t* count;
+  };
+  // Where what was given goes: a flag, a count (1 at least), a limit, a text, one or more texts. Or
+  // what is printed instead of running a command.
+  using Target = std::variant<Help, Version, bool*, std::size_t*, Limit, std::string*,
+                              std::vector<std::string>*>;
   // Answers what is wrong with a value, or nothing.
   using Wrong = std::function<std::string(const std::string& value)>;
 

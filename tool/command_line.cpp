@@ -20,17 +20,28 @@
 namespace rux::tool {
 namespace {
 
+bool IsWholeNumber(const std::string& text) {
+  // More than anybody counts would not fit.
+  constexpr std::size_t kMostDigits = 18;
+  return !text.empty() && text.size() <= kMostDigits &&
+         text.find_first_not_of("0123456789") == std::string::npos;
+}
+
 // From 1 on.
 CLI::Validator IsCount() {
   const auto is_wrong = [](const std::string& text) {
-    // More than anybody counts would not fit.
-    constexpr std::size_t kMostDigits = 18;
-    const bool is_number = text.size() <= kMostDigits &&
-                           text.find_first_not_of("0123456789") == std::string::npos &&
-                           text.find_first_not_of('0') != std::string::npos;
-    return is_number ? std::string() : text + " is no number from 1 on";
+    const bool is_count = IsWholeNumber(text) && text.find_first_not_of('0') != std::string::npos;
+    return is_count ? std::string() : text + " is no number from 1 on";
   };
   return CLI::Validator(is_wrong, "POSITIVE", "count");
+}
+
+// From 0 on.
+CLI::Validator IsLimit() {
+  const auto is_wrong = [](const std::string& text) {
+    return IsWholeNumber(text) ? std::string() : text + " is no number from 0 on";
+  };
+  return CLI::Validator(is_wrong, "NONNEGATIVE", "limit");
 }
 
 // Adds an argument to the command `app` by the type of its target.
@@ -48,6 +59,9 @@ class Adder {
     return app_.add_flag(argument_.names, *flag, argument_.help);
   }
   CLI::Option* operator()(std::size_t* count) const { return AddValue(*count)->check(IsCount()); }
+  CLI::Option* operator()(const CommandArgument::Limit& limit) const {
+    return AddValue(*limit.count)->check(IsLimit());
+  }
   CLI::Option* operator()(std::string* text) const { return AddValue(*text); }
   CLI::Option* operator()(std::vector<std::string>* texts) const {
     // An option with a value takes one each time that it is given.

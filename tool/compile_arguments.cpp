@@ -32,7 +32,9 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Check([](const std::string& text) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);
       });
-  arguments.Add("--max-errors", &telling.max_errors, "Tell no more than this many errors")
+  arguments
+      .Add("--max-errors", CommandArgument::Limit{&telling.max_errors},
+           "Show at most N errors and N warnings (default: 1000; 0: all)")
       .Value("N");
   arguments
       .Add("--format", &telling.format,

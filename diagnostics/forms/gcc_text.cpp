@@ -8,6 +8,7 @@
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -22,18 +23,17 @@ std::string Line(const Location& at, Severity severity, std::string_view text,
 
 }  // namespace
 
-std::string GccText(const Report& report) {
-  std::string text;
+void WriteGccText(const Report& report, support::TextStream& out) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
-    text += Line(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
+    out += Line(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
     const auto add_note = [&](std::string_view note, const Location& at) {
-      text += Line(at.path.empty() ? diagnostic.at : at, Severity::kNote, note, "");
+      out += Line(at.path.empty() ? diagnostic.at : at, Severity::kNote, note, "");
     };
     if (diagnostic.suggestion) add_note(SuggestionText(diagnostic), {});
     for (const Note& note : diagnostic.notes) add_note(note.text, note.at);
     for (const Note& include : diagnostic.included_from) add_note(include.text, include.at);
   }
-  return text;
+  if (report.not_shown > 0) out += Line({}, Severity::kNote, NotShownText(report), "");
 }
 
 }  // namespace rux::diagnostics

@@ -8,6 +8,7 @@
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -40,8 +41,7 @@ std::string PropertiesOf(const Diagnostic& diagnostic) {
 
 }  // namespace
 
-std::string GithubText(const Report& report) {
-  std::string text;
+void WriteGithubText(const Report& report, support::TextStream& out) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     std::string message = support::SafeText(WholeText(diagnostic));
     if (diagnostic.suggestion) message += '\n' + support::SafeText(SuggestionText(diagnostic));
@@ -51,10 +51,11 @@ std::string GithubText(const Report& report) {
       message += '\n' + support::SafeText(place + note.text);
     }
     const bool is_note = diagnostic.severity == Severity::kNote;
-    text += fmt::format("::{} {}::{}\n", is_note ? "notice" : WordOf(diagnostic.severity),
-                        PropertiesOf(diagnostic), EscapedText(message));
+    out += fmt::format("::{} {}::{}\n", is_note ? "notice" : WordOf(diagnostic.severity),
+                       PropertiesOf(diagnostic), EscapedText(message));
   }
-  return text;
+  if (report.not_shown > 0)
+    out += fmt::format("::notice title=not-shown::{}\n", NotShownText(report));
 }
 
 }  // namespace rux::diagnostics

@@ -5,6 +5,7 @@
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/json.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -52,8 +53,8 @@ void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
 
 }  // namespace
 
-std::string JsonReport(const Report& report) {
-  return support::JsonDocument([&](JsonObject& json) {
+void WriteJsonReport(const Report& report, support::TextStream& out) {
+  support::WriteJson(out, [&](JsonObject& json) {
     json.Member("schema", kSchema);
     json.Member("version", RUX_TOOL_VERSION);
     json.Member("script", report.script);

@@ -9,6 +9,7 @@
 #include "findings/message_row.h"
 #include "support/json.h"
 #include "support/safe_text.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -136,6 +137,11 @@ void WriteRun(const Report& report, JsonObject& json) {
   });
   WriteOnly("invocations", json, [&](JsonObject& invocation) {
     invocation.Member("executionSuccessful", report.is_complete);
+    if (report.not_shown == 0) return;
+    WriteOnly("toolExecutionNotifications", invocation, [&](JsonObject& notification) {
+      notification.Member("level", "note");
+      WriteMessage("message", NotShownText(report), notification);
+    });
   });
   json.Member("columnKind", "unicodeCodePoints");
   json.Objects("results", report.diagnostics, WriteResult);
@@ -143,8 +149,8 @@ void WriteRun(const Report& report, JsonObject& json) {
 
 }  // namespace
 
-std::string SarifReport(const Report& report) {
-  return support::JsonDocument([&](JsonObject& json) {
+void WriteSarifReport(const Report& report, support::TextStream& out) {
+  support::WriteJson(out, [&](JsonObject& json) {
     json.Member("$schema",
                 "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
                 "sarif-schema-2.1.0.json");

@@ -14,6 +14,7 @@
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
+#include "support/text_stream.h"
 #include "tool/arguments.h"
 #include "tool/command.h"
 
@@ -30,13 +31,13 @@ struct Options {
 struct DebugMetaTraits {
   static constexpr auto kDecode = compiled::DecodeDebugMeta;
   static constexpr auto kList = inspect::ListDebugMeta;
-  static constexpr auto kJson = inspect::DebugMetaJson;
+  static constexpr auto kWriteJson = inspect::WriteDebugMetaJson;
 };
 
 struct MetaTraits {
   static constexpr auto kDecode = compiled::DecodeMeta;
   static constexpr auto kList = inspect::ListMeta;
-  static constexpr auto kJson = inspect::MetaJson;
+  static constexpr auto kWriteJson = inspect::WriteMetaJson;
 };
 
 template <class Traits>
@@ -44,13 +45,13 @@ void DumpForm(const Options& options, std::string_view bytes) {
   compiled::Faults none;  // of a file that was verified
   const auto meta = Traits::kDecode(
       bytes, none, options.raw ? compiled::Keep::kPieces : compiled::Keep::kRecords);
-  if (options.json) {
-    support::PrintOut(Traits::kJson(options.file, meta, inspect::RawJson(bytes, options.raw)));
-    return;
-  }
-  inspect::Listing listing(bytes, options.raw);
-  Traits::kList(options.file, meta, listing);
-  support::PrintOut(listing.text());
+  support::Print(support::PrintOut, [&](support::TextStream& out) {
+    if (options.json) {
+      return Traits::kWriteJson(options.file, meta, inspect::RawJson(bytes, options.raw), out);
+    }
+    inspect::Listing listing(bytes, options.raw, out);
+    Traits::kList(options.file, meta, listing);
+  });
 }
 
 support::ExitStatus Dump(const Options& options) {

@@ -1,0 +1,32 @@
+#include "diagnostics/collection.h"
+
+#include <cstddef>
+
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/severities.h"
+#include "findings/tally.h"
+
+namespace rux::diagnostics {
+
+void Collection::AddRest(const MessageRow& row, Severity severity, std::size_t count) {
+  const Ruling ruling = severities_.RulingOn(row, severity);
+  if (!ruling.is_dropped) Count(row, ruling.severity, count);
+}
+
+std::size_t Collection::CountOf(const MessageRow& row) const {
+  const auto found = counts_by_row_.find(&row);
+  return found == counts_by_row_.end() ? 0 : found->second;
+}
+
+bool Collection::Count(const MessageRow& row, Severity severity, std::size_t count) {
+  counts_by_row_[&row] += count;
+  // What follows the last error that is shown is not shown, whatever it is.
+  const bool is_closed = most_ != 0 && errors() >= most_;
+  counts_[static_cast<int>(severity)] += count;
+  if (severity == Severity::kNote && !has_remarks_) return false;
+  const bool is_shown = !is_closed && findings::IsWithin(CountOf(severity), most_);
+  if (!is_shown && severity != Severity::kNote) not_shown_ += count;
+  return is_shown;
+}
+
+}  // namespace rux::diagnostics

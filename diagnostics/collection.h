@@ -1,0 +1,66 @@
+// The diagnostics of a run, as they come in.
+#ifndef DIAGNOSTICS_COLLECTION_H_
+#define DIAGNOSTICS_COLLECTION_H_
+
+#include <cstddef>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/severities.h"
+#include "findings/tally.h"
+
+namespace rux::diagnostics {
+
+// All are counted; those that are shown are made and kept: so many errors and, before the last of
+// them, so many warnings and remarks.
+class Collection {
+ public:
+  // `has_remarks`: what is a note by itself is shown, too.
+  Collection(const Severities& severities, findings::Most most, bool has_remarks)
+      : severities_(severities), most_(most), has_remarks_(has_remarks) {}
+
+  // One more with the message and the severity that it has by itself. make() is called when it is
+  // shown.
+  template <class Make>
+  void Add(const MessageRow& row, Severity severity, Make make) {
+    const Ruling ruling = severities_.RulingOn(row, severity);
+    if (ruling.is_dropped || !Count(row, ruling.severity, 1)) return;
+    Diagnostic& added = kept_.emplace_back(make());
+    added.severity = ruling.severity;
+    added.is_raised = ruling.is_raised;
+  }
+
+  // So many more, after as many of the message as are shown.
+  void AddRest(const MessageRow& row, Severity severity, std::size_t count);
+
+  // What there is to say of all the others; shown in any case.
+  void AddConclusion(Diagnostic diagnostic) { kept_.push_back(std::move(diagnostic)); }
+
+  std::size_t errors() const { return CountOf(Severity::kError); }
+  std::size_t warnings() const { return CountOf(Severity::kWarning); }
+  // Of a message; those that the command line drops are not counted.
+  std::size_t CountOf(const MessageRow& row) const;
+  // Errors and warnings that are not kept.
+  std::size_t not_shown() const { return not_shown_; }
+
+  std::vector<Diagnostic>& kept() { return kept_; }
+
+ private:
+  std::size_t CountOf(Severity severity) const { return counts_[static_cast<int>(severity)]; }
+  // Answers whether to show the first one.
+  bool Count(const MessageRow& row, Severity severity, std::size_t count);
+
+  const Severities& severities_;
+  const findings::Most most_;
+  const bool has_remarks_;
+  std::vector<Diagnostic> kept_;
+  std::size_t counts_[3] = {};  // by severity
+  std::unordered_map<const MessageRow*, std::size_t> counts_by_row_;
+  std::size_t not_shown_ = 0;
+};
+
+}  // namespace rux::diagnostics
+
+#endif  // DIAGNOSTICS_COLLECTION_H_
