@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "rules/loops.h"
 #include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_rows.h"
@@ -102,20 +103,18 @@ std::size_t FindId(const Parents& parents, std::uint32_t id) {
 
 // For each, whether going up from it leads back to it.
 std::vector<bool> FindLoops(const Parents& parents) {
-  const std::size_t none = parents.size();
-  // There is none above 0.
-  const auto up = [&](std::size_t at) {
-    const std::uint32_t parent = parents[at].second;
-    return parent == 0 ? none : FindId(parents, parent);
-  };
-  std::vector<bool> loops(parents.size());
-  std::vector<std::size_t> walks(parents.size(), none);  // from where each was reached first
-  for (std::size_t start = 0; start < parents.size(); ++start) {
-    std::size_t at = parents[start].first == 0 ? none : start;
-    for (; at != none && walks[at] == none; at = up(at)) walks[at] = start;
-    if (at == none || walks[at] != start) continue;
-    for (; !loops[at]; at = up(at)) loops[at] = true;
+  std::vector<Edge> edges;
+  for (std::size_t i = 0; i < parents.size(); ++i) {
+    const auto [id, parent] = parents[i];
+    const std::size_t above = FindId(parents, parent);
+    // There is none above 0.
+    if (id == 0 || parent == 0 || above == parents.size()) continue;
+    edges.push_back({static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(above)});
   }
+  std::vector<bool> loops(parents.size());
+  ForEachLoop(edges, static_cast<std::uint32_t>(parents.size()), [&](const Loop& loop) {
+    for (const std::uint32_t edge : loop) loops[edges[edge].from] = true;
+  });
   return loops;
 }
 

@@ -35,6 +35,8 @@ std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context);
 void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context);
 // line_rules.cpp
 std::unique_ptr<Rule> MakeLineRule(const RuleContext& context);
+// character_rules.cpp
+std::unique_ptr<Rule> MakeHiddenCharacterRule(const RuleContext& context);
 // table_rules.cpp
 std::unique_ptr<Rule> MakeTableRule(const RuleContext& context);
 // group_rules.cpp
@@ -51,6 +53,8 @@ void CheckIdWord(const ScriptItem& item, const RuleContext& context);
 void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context);
 void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context);
 void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context);
+// value_loop_rules.cpp
+std::unique_ptr<Rule> MakeValueLoopRule(const RuleContext& context);
 // operand_rules.cpp
 void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context);
 void CheckValueOperands(const ScriptItem& item, const RuleContext& context);
@@ -72,6 +76,7 @@ inline constexpr MakeRule kRules[] = {
     MakeNumberRule,
     Each<Any, CheckTextBesideQuotes>,
     MakeLineRule,
+    MakeHiddenCharacterRule,
     MakeTableRule,
     Each<In<language::SECTION_GROUP>, CheckRootGroup>,
     MakeChildgroupRule,
@@ -86,6 +91,7 @@ inline constexpr MakeRule kRules[] = {
     Each<With<language::PAYLOAD_VALUE>, CheckTypeTooLarge>,
     Each<With<language::PAYLOAD_VALUE>, CheckDroppedOperands>,
     Each<With<language::PAYLOAD_VALUE>, CheckValueOperands>,
+    MakeValueLoopRule,
     Each<In<language::SECTION_PROPERTY, language::SECTION_REPEATER, language::SECTION_DEFINE,
             language::SECTION_IFDEF>,
          CheckQuotedKey>,

@@ -26,6 +26,10 @@ void AddTimes(Report& report, const std::string& job, std::uint32_t size, const 
       {job + ", cpu", size, Unit::kSeconds, ours.processor, peer, theirs.processor, targets});
 }
 
+void AddMemory(Report& report, const std::string& job, std::uint32_t size, const Usage& ours) {
+  report.Add({job + ", memory", size, Unit::kBytes, ours.memory, "", 0, {kStraight}});
+}
+
 struct Peers {
   const Usage& dtc;
   const Usage& flatc;
@@ -91,6 +95,8 @@ void CompileShapes(Report& report) {
     const auto usage = Race(runners);
     AddTimes(report, shape.what, shape.count / 10, usage[0], "", {}, {kStraight});
     AddTimes(report, shape.what, shape.count, usage[1], "", {}, {kStraight});
+    AddMemory(report, shape.what, shape.count / 10, usage[0]);
+    AddMemory(report, shape.what, shape.count, usage[1]);
   }
 }
 

@@ -1,5 +1,6 @@
 #include "bench/model/shapes.h"
 
+#include <cstddef>
 #include <fstream>
 
 namespace {
@@ -117,6 +118,15 @@ void LongTextLine(std::uint32_t bytes, const std::string& folder) {
   });
 }
 
+// A long text, and a comment that has as many signs of one.
+void LongComment(std::uint32_t count, const std::string& folder) {
+  Section(1, folder, "[ACTION]\nARGNUMBER = 0", [&](std::ostream& out, std::uint32_t) {
+    out << "NAME = " << std::string(3 * std::size_t{count}, 'A') << " ;";
+    for (std::uint32_t i = 0; i < count; ++i) out << " #1";
+    out << '\n';
+  });
+}
+
 void Includes(std::uint32_t count, const std::string& folder) {
   Section(count, folder, "[INCLUDE]", [&](std::ostream& out, std::uint32_t i) {
     const std::string name = "part" + std::to_string(i) + ".rux";
@@ -138,6 +148,43 @@ void MissingGroups(std::uint32_t count, const std::string& folder) {
   script.Events(count);
 }
 
+void UnknownSensors(std::uint32_t count, const std::string& folder) {
+  Script script(folder);
+  script.out << "\n[PELMGROUP]\nNAME = MISSING\nID = 2\nPID = 0\nSENSORS = 2";
+  for (std::uint32_t i = 1; i < count; ++i) script.out << ", " << i + 2;
+  script.out << '\n';
+  script.End();
+}
+
+// Each value of an action refers to the one before it.
+void LocalValues(std::uint32_t count, const std::string& folder) {
+  Section(count, folder, "[ACTION]\nNAME = STEPS\nARGNUMBER = 0\nVALUE_0 = VT_LOAD, 0",
+          [](std::ostream& out, std::uint32_t i) {
+            out << "VALUE_" << i + 1 << " = VT_LOAD, VALUE_" << i << '\n';
+          });
+}
+
+// One loop through all of them.
+void ValueLoop(std::uint32_t count, const std::string& folder) {
+  Section(count, folder, "[GLOBAL]", [&](std::ostream& out, std::uint32_t i) {
+    out << "G_" << i << " = VT_LOAD, G_" << (i + 1) % count << '\n';
+  });
+}
+
+// Each global leads back to the first one: as many loops, one longer than the other.
+void ValueLoops(std::uint32_t count, const std::string& folder) {
+  Section(count, folder, "[ACTION]\nNAME = FIRST\nARGNUMBER = 2\nVALUE = VT_LOAD, G_0\n[GLOBAL]",
+          [&](std::ostream& out, std::uint32_t i) {
+            out << "G_" << i << " = VT_CALL, FIRST, G_" << (i + 1) % count << ", 1\n";
+          });
+}
+
+void HiddenCharacters(std::uint32_t count, const std::string& folder) {
+  Section(count, folder, "[PROPERTY]", [](std::ostream& out, std::uint32_t i) {
+    out << "Slot" << i << "\xE2\x80\x8B = \"Card " << i << "\"\n";
+  });
+}
+
 }  // namespace
 
 const std::vector<Shape>& Shapes() {
@@ -152,8 +199,15 @@ const std::vector<Shape>& Shapes() {
       {"includes", "included files", 1000, Verdict::kClean, Includes},
       {"list-line", "bytes of one line that is a list", 4000000, Verdict::kClean, LongListLine},
       {"text-line", "bytes of one line that is a text", 4000000, Verdict::kClean, LongTextLine},
+      {"long-comment", "signs in one comment", 2000000, Verdict::kClean, LongComment},
       {"wrong-numbers", "errors of entries", 10000, Verdict::kRefused, WrongNumbers},
       {"missing-groups", "errors of references", 10000, Verdict::kRefused, MissingGroups},
+      {"unknown-sensors", "errors in one list", 100000, Verdict::kRefused, UnknownSensors},
+      {"local-values", "values of one ACTION section", 100000, Verdict::kClean, LocalValues},
+      {"value-loop", "globals in one loop", 100000, Verdict::kWarned, ValueLoop},
+      {"value-loops", "loops of globals", 100000, Verdict::kWarned, ValueLoops},
+      {"hidden-characters", "characters that are warned of", 100000, Verdict::kWarned,
+       HiddenCharacters},
   };
   return shapes;
 }
