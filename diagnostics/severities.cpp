@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "diagnostics/registry.h"
-#include "findings/message_row.h"
 
 namespace rux::diagnostics {
 namespace {

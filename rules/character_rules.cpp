@@ -13,7 +13,6 @@
 #include "rules/rule_report.h"
 #include "rules/rule_rows.h"
 #include "rules/script_item.h"
-#include "support/text_file.h"
 #include "support/utf8.h"
 
 namespace rux::rules {

@@ -1,6 +1,5 @@
 #include "rules/loops.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
