@@ -3,10 +3,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
-#include "ruxcomp/model/hash_index.h"
+#include "ruxcomp/model/seeded_hash.h"
 #include "support/failure.h"
 
 namespace rux::driver {
@@ -68,7 +67,7 @@ std::string DepfileText(const std::string& path, const std::vector<std::string>&
   }
   rule += ':';
   std::string empty_rules;
-  std::unordered_set<std::string, ruxcomp::detail::SeededHash> told;
+  ruxcomp::detail::HashSet<std::string> told;
   for (const std::string& prerequisite : prerequisites) {
     if (!told.insert(prerequisite).second) continue;
     const std::string name = EscapedName(path, prerequisite);

@@ -4,7 +4,8 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
+
+#include "ruxcomp/model/seeded_hash.h"
 
 // A large model has many entries and few different keys: each text is kept once, for all names that
 // are equal. It is as large as a pointer, and comparing two compares pointers.
@@ -35,7 +36,7 @@ class InternedString {
 
  private:
   static const std::string kEmpty;
-  static std::unordered_set<std::string> m_texts;  // what Names point at, but the empty text
+  static ruxcomp::detail::HashSet<std::string> m_texts;  // what names point at, but the empty text
   const std::string* text_ = &kEmpty;
 };
 

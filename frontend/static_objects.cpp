@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "frontend/entry.h"
@@ -13,6 +12,7 @@
 #include "frontend/predefine.h"
 #include "frontend/section_kinds.h"  // IWYU pragma: keep
 #include "frontend/text_arena.h"
+#include "ruxcomp/model/seeded_hash.h"
 
 std::uint32_t CRUXParse::m_opened = 0;
 
@@ -23,7 +23,7 @@ std::map<std::string, std::uint32_t> g_tblPreDefine;
 std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
 // Before the lists: a host may drop its sections as late as it likes.
-std::unordered_set<std::string> InternedString::m_texts;
+ruxcomp::detail::HashSet<std::string> InternedString::m_texts;
 TextArena CRUXEntry::m_itemTexts;
 
 // Of the lists only their own storage goes at unload, never the sections that they point to.

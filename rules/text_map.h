@@ -4,19 +4,15 @@
 #define RULES_TEXT_MAP_H_
 
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
-#include "ruxcomp/model/hash_index.h"
+#include "ruxcomp/model/seeded_hash.h"
 
 namespace rux::rules {
 
-using TextHash = ruxcomp::detail::SeededHash;
-
 template <class Value>
-using TextMap = std::unordered_map<std::string_view, Value, TextHash>;
+using TextMap = ruxcomp::detail::HashMap<std::string_view, Value>;
 
-using TextSet = std::unordered_set<std::string_view, TextHash>;
+using TextSet = ruxcomp::detail::HashSet<std::string_view>;
 
 }  // namespace rux::rules
 

@@ -6,13 +6,13 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "findings/origin.h"
 #include "reader/archive.h"
 #include "reader/script.h"
+#include "ruxcomp/model/seeded_hash.h"
 #include "sources/script_path.h"
 #include "sources/source_file.h"
 #include "support/text_file.h"
@@ -57,7 +57,7 @@ void SourceSet::AddOpenings(const reader::Archive& archive) {
 }
 
 void SourceSet::AddPaths() {
-  std::unordered_set<std::string> known;
+  ruxcomp::detail::HashSet<std::string> known;
   const auto add = [&](const std::string& path) {
     if (known.insert(path).second) files_.paths.push_back(path);
   };

@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
 #include "ruxcomp/file/meta_walk.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/builder.h"
+#include "ruxcomp/model/seeded_hash.h"
 
 namespace ruxcomp {
 namespace detail {
@@ -49,7 +49,7 @@ class ModelVisitor : public file::MetaVisitor {
   // A text that is repeated, which only properties can be, keeps its first index.
   void AddTexts(std::uint32_t base, std::string_view texts) {
     const bool may_repeat = base == language::CLASS_Property;
-    std::unordered_set<std::string_view> known;
+    HashSet<std::string_view> known;
     const auto count = std::count(texts.begin(), texts.end(), '\0');
     builder_.ReserveIndices(base, static_cast<std::size_t>(count));
     for (std::size_t begin = 0; begin < texts.size(); ++base) {

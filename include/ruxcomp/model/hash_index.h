@@ -2,75 +2,15 @@
 #ifndef RUXCOMP_MODEL_HASH_INDEX_H_
 #define RUXCOMP_MODEL_HASH_INDEX_H_
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <vector>
 
+#include "ruxcomp/model/seeded_hash.h"
+
 namespace ruxcomp::detail {
-
-// Spreads the bits of a word all over it, so that keys that follow each other do not collide.
-constexpr std::uint64_t Mixed(std::uint64_t word) noexcept {
-  word = (word ^ word >> 32) * 0x9E3779B97F4A7C15;
-  word = (word ^ word >> 29) * 0xBF58476D1CE4E5B9;
-  return word ^ word >> 32;
-}
-
-template <class Word>
-Word LoadAs(const char* from) noexcept {
-  Word word;
-  std::memcpy(&word, from, sizeof word);
-  return word;
-}
-
-// Hashes texts that somebody else may have chosen, in time linear in their size. Which texts
-// collide depends on the seed, so that nobody can choose texts for a file that all do. A hasher
-// made without a seed takes that of the process: std::unordered_set and std::unordered_map with it
-// take constant time a text on average.
-class SeededHash {
- public:
-  SeededHash() noexcept : seed_(SeedOfProcess()) {}
-  explicit constexpr SeededHash(std::uint64_t seed) noexcept : seed_(seed) {}
-
-  // By words of eight bytes, the last of which may overlap the one before it. Each is taken in
-  // before all is mixed, so that under few seeds only the differences of two texts cancel each
-  // other out.
-  std::size_t operator()(std::string_view text) const noexcept {
-    const char* at = text.data();
-    const std::size_t size = text.size();
-    std::uint64_t hash = Mixed(seed_ ^ size);
-    if (size >= 8) {
-      for (const char* last = at + size - 8; at < last; at += 8) {
-        hash = Mixed(hash ^ LoadAs<std::uint64_t>(at));
-      }
-      hash ^= LoadAs<std::uint64_t>(text.data() + size - 8);
-    } else if (size >= 4) {
-      hash ^= std::uint64_t{LoadAs<std::uint32_t>(at)} << 32;
-      hash ^= LoadAs<std::uint32_t>(at + size - 4);
-    } else if (size > 0) {
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at)} << 24;
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size / 2)} << 16;
-      hash ^= std::uint64_t{LoadAs<std::uint8_t>(at + size - 1)} << 8;
-    }
-    return static_cast<std::size_t>(Mixed(hash));
-  }
-
- private:
-  // From the time, and from where the system put the stack and the code of the process.
-  static std::uint64_t SeedOfProcess() noexcept {
-    static const std::uint64_t seed = [] {
-      const auto time =
-          static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
-      return Mixed(Mixed(time) ^ reinterpret_cast<std::uintptr_t>(&time)) ^
-             reinterpret_cast<std::uintptr_t>(&SeedOfProcess);
-    }();
-    return seed;
-  }
-
-  std::uint64_t seed_;
-};
 
 // Keys of a HashIndex, as slots hold them. What they are hashed to depends on a seed.
 
@@ -110,8 +50,8 @@ class TextKey {
 inline constexpr std::uint32_t kNoItem = 0xFFFFFFFF;
 
 // The first item that was added under a key in a scope. Open addressing: a slot holds one item, and
-// a quarter of them is free. Stays where it is: its address is the seed of its hashes, so that
-// nobody can choose names for a file that all collide.
+// a quarter of them is free. Stays where it is: its address is part of its seed, so that no two
+// tables of a process agree on which names collide.
 template <class Key>
 class HashIndex {
  public:
@@ -134,7 +74,7 @@ class HashIndex {
   // False when the scope has the key already.
   bool Add(std::uint32_t scope, typename Key::Of of, std::uint32_t item) {
     if (!HasRoom(count_ + 1, slots_.size())) Reserve(count_ + 1);
-    const Key key(of, Seed());
+    const Key key(of, seed_);
     Slot& slot = slots_[Position(scope, key)];
     if (slot.item != kNoItem) return false;
     slot = {key, scope, item};
@@ -144,7 +84,7 @@ class HashIndex {
 
   // kNoItem when there is none.
   std::uint32_t Find(std::uint32_t scope, typename Key::Of of) const noexcept {
-    return slots_.empty() ? kNoItem : slots_[Position(scope, Key(of, Seed()))].item;
+    return slots_.empty() ? kNoItem : slots_[Position(scope, Key(of, seed_))].item;
   }
 
  private:
@@ -154,12 +94,10 @@ class HashIndex {
     std::uint32_t item = kNoItem;
   };
 
-  std::uint64_t Seed() const noexcept { return reinterpret_cast<std::uintptr_t>(this); }
-
   // Where the key stands, or the free slot where it would.
   std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
     const std::size_t mask = slots_.size() - 1;  // a power of two, less one
-    std::size_t at = Mixed(Seed() ^ (key.Hash() | std::uint64_t{scope} << 32)) & mask;
+    std::size_t at = Mixed(seed_ ^ (key.Hash() | std::uint64_t{scope} << 32)) & mask;
     while (slots_[at].item != kNoItem && !(slots_[at].scope == scope && slots_[at].key == key)) {
       at = (at + 1) & mask;
     }
@@ -186,6 +124,7 @@ class HashIndex {
 
   static constexpr std::size_t kLeastSlots = 16;
 
+  const std::uint64_t seed_ = SeedOfProcess() ^ reinterpret_cast<std::uintptr_t>(this);
   std::vector<Slot> slots_;
   std::size_t count_ = 0;
 };
