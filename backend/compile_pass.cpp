@@ -14,6 +14,7 @@
 #include "findings/origin.h"
 #include "frontend/lookup.h"
 #include "frontend/section.h"
+#include "frontend/text_errors.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/records.h"
@@ -63,7 +64,7 @@ std::uint32_t GetEntryName(std::uint32_t entry_id, const std::string& key) {
     return RUX_ENTRY_##name;
 #define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
   case ENTRY_##name:                                               \
-    return g_tbl##table[key.substr(prefix.size())];
+    return g_tbl##table[TextAfter(key, prefix.size())];
 #define PLAIN_ENTRY(name, keyword, payload, number) \
   case ENTRY_##name:                                \
     return 0;

@@ -10,6 +10,7 @@
 #include "findings/origin.h"
 #include "frontend/lookup.h"
 #include "frontend/section.h"
+#include "frontend/text_errors.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/cells.h"
 #include "ruxcomp/language/entries.h"
@@ -49,7 +50,7 @@ void ForEachKey(const KeySource& source, Use use) {
     }
     for (const auto& entry : section->entries) {
       if (entry && entry->identifier == source.entry) {
-        use(std::string(NameInKey(row, entry->name.text())));
+        use(TextAfter(entry->name, row.prefix.size()));
       }
     }
   }

@@ -80,6 +80,7 @@ void ReportMissing(const CRUXObj& unfilled, const CheckContext& context) {
 std::uint32_t CRUXEntry::ChkEntryExist(const CheckContext& context) {
   if (m_RuxEntryData.HasData() || !(notation & kRequired)) return 1;
   ReportMissing(*this, context);
+  name = std::string();  // a restored entry may have one
   return 0;
 }
 

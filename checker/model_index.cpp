@@ -7,8 +7,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
 #include "checker/number.h"
 #include "findings/origin.h"
@@ -17,7 +15,12 @@
 #include "frontend/section.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/seeded_hash.h"
+
+using ruxcomp::detail::HashMap;
+using ruxcomp::detail::HashSet;
 
 namespace {
 
@@ -41,6 +44,11 @@ const typename Index::mapped_type* Find(const Index& index, const Key& key) {
   return found == index.end() ? nullptr : &found->second;
 }
 
+template <class Definition>
+const Definition* Given(const std::optional<Definition>& definition) {
+  return definition ? &*definition : nullptr;
+}
+
 // Calls use(ordinal, section) for the sections of a kind in order of definition.
 template <class Use>
 void ForEachSection(SectionId kind, Use use) {
@@ -52,26 +60,14 @@ const std::string* TextOf(const CRUXEntry* entry) {
   return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
 }
 
-auto IndexIdsAndWords(SectionId kind) {
-  std::unordered_set<std::uint32_t> index;
-  index.reserve(SectionsOf(kind).size());
-  for (const CRUXSection* section : SectionsOf(kind)) {
-    const std::string* id = FindText(section, ENTRY_ID);
-    std::uint32_t number = 0;
-    if (id && NumberOrWord(*id, number)) index.insert(number);
-  }
-  return index;
-}
-
-void AddEntryNames(const CRUXSection& section, EntryId id,
-                   std::unordered_set<std::string_view>& index) {
+void AddEntryNames(const CRUXSection& section, EntryId id, HashSet<std::string_view>& index) {
   for (const auto& entry : section.entries) {
     if (entry && entry->identifier == id) index.insert(entry->name.text());
   }
 }
 
 auto IndexGlobals() {
-  std::unordered_set<std::string_view> index;
+  HashSet<std::string_view> index;
   for (const CRUXSection* section : SectionsOf(SECTION_GLOBAL)) {
     AddEntryNames(*section, ENTRY_G, index);
   }
@@ -79,7 +75,7 @@ auto IndexGlobals() {
 }
 
 auto IndexGroupLines() {
-  std::unordered_map<std::string_view, std::uint32_t> index;
+  HashMap<std::string_view, std::uint32_t> index;
   for (const CRUXSection* group : SectionsOf(SECTION_GROUP)) {
     const std::string* name = FindText(group, ENTRY_NAME);
     if (!name) continue;
@@ -98,8 +94,8 @@ auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view
     const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
     if (const std::string* name = TextOf(entry)) {
       index.Add(*name, {ordinal, section, entry});
-    } else {
-      index.Add("", {ordinal, section, nullptr});
+    } else if (!index.without) {
+      index.without = {ordinal, section, nullptr};
     }
   });
   return index;
@@ -111,8 +107,12 @@ auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
     const std::string* id = TextOf(entry);
-    std::uint32_t number = 0;
-    if (id && StringToLong(*id, number)) index.Add(number, {ordinal, section, entry});
+    if (!id) return;
+    const FirstDefinition definition = {ordinal, section, entry};
+    if (!index.with) index.with = definition;
+    const ruxcomp::language::Number read = ruxcomp::language::ReadNumber(*id);
+    if (read.raises && !index.raising) index.raising = definition;
+    if (read.is_number) index.Add(read.value, definition);
   });
   return index;
 }
@@ -132,6 +132,14 @@ const ModelIndex::FirstDefinition* ModelIndex::ByName(SectionId kind, std::strin
   return Find(Of(names_, kind, IndexNames).by_key, name);
 }
 
+const ModelIndex::FirstDefinition* ModelIndex::ByNameOrNameless(SectionId kind,
+                                                                std::string_view name) {
+  const FirstDefinition* named = ByName(kind, name);
+  if (!name.empty()) return named;
+  const FirstDefinition* nameless = Given(Of(names_, kind, IndexNames).without);
+  return named && (!nameless || named->ordinal < nameless->ordinal) ? named : nameless;
+}
+
 const ModelIndex::FirstDefinition* ModelIndex::ById(SectionId kind, std::uint32_t number) {
   return Find(Of(ids_, kind, IndexIds).by_key, number);
 }
@@ -140,44 +148,73 @@ const ModelIndex::FirstDefinition* ModelIndex::ByEntry(SectionId kind, std::stri
   return Find(Of(entries_, kind, IndexEntries).by_key, name);
 }
 
-bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).has_repeat; }
-
-bool ModelIndex::HasRepeatedId(SectionId kind) { return Of(ids_, kind, IndexIds).has_repeat; }
-
-bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
-  return Of(ids_and_words_, kind, IndexIdsAndWords).count(number) > 0;
+const ModelIndex::FirstDefinition* ModelIndex::FirstWithId(SectionId kind) {
+  return Given(Of(ids_, kind, IndexIds).with);
 }
 
-ModelIndex::Listed ModelIndex::IndexLists() {
-  Listed index;
+const ModelIndex::FirstDefinition* ModelIndex::FirstRaisingId(SectionId kind) {
+  return Given(Of(ids_, kind, IndexIds).raising);
+}
+
+bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).has_repeat; }
+
+bool ModelIndex::HasRepeatedOrRaisingId(SectionId kind) {
+  const FirstDefinitions<std::uint32_t>& ids = Of(ids_, kind, IndexIds);
+  return ids.has_repeat || ids.raising;
+}
+
+bool ModelIndex::Numbers::Add(const std::string& text, const findings::Origin& origin) {
+  std::uint32_t number = 0;
+  try {
+    if (NumberOrWord(text, number)) numbers_.insert(number);
+    return true;
+  } catch (const std::out_of_range&) {
+    raising_ = &text;
+    at_ = origin;
+    return false;
+  }
+}
+
+bool ModelIndex::Numbers::Has(std::uint32_t number) const {
+  if (numbers_.count(number) > 0) return true;
+  // Raised anew: the walk comes this far for every number that is not before it.
+  if (raising_) {
+    findings::Examine(at_);
+    NumberOrWord(*raising_, number);
+  }
+  return false;
+}
+
+ModelIndex::Numbers ModelIndex::IndexIdsAndWords(SectionId kind) {
+  Numbers index;
+  index.Reserve(SectionsOf(kind).size());
+  for (const CRUXSection* section : SectionsOf(kind)) {
+    const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
+    const std::string* id = TextOf(entry);
+    if (id && !index.Add(*id, section->OriginOf(*entry, 0))) break;
+  }
+  return index;
+}
+
+ModelIndex::Numbers ModelIndex::IndexLists() {
+  Numbers index;
   for (const CRUXSection* group : SectionsOf(SECTION_PELMGROUP)) {
     const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
     const TextList* list = sensors ? sensors->m_RuxEntryData.Get<TextList>() : nullptr;
     if (!list) continue;
     std::uint32_t part = 0;
-    for (const std::string& element : *list) try {
-        std::uint32_t number = 0;
-        if (NumberOrWord(element, number)) index.numbers.insert(number);
-        ++part;
-      } catch (const std::out_of_range&) {
-        index.raising = &element;
-        index.at = group->OriginOf(*sensors, part);
-        return index;
-      }
+    for (const std::string& element : *list) {
+      if (!index.Add(element, group->OriginOf(*sensors, part++))) return index;
+    }
   }
   return index;
 }
 
-bool ModelIndex::IsListed(std::uint32_t number) {
-  const Listed& listed = Of(listed_, IndexLists);
-  if (listed.numbers.count(number) > 0) return true;
-  // Raised anew: the walk has come this far for every number that does not stand before.
-  if (listed.raising) {
-    findings::Examine(listed.at);
-    NumberOrWord(*listed.raising, number);
-  }
-  return false;
+bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
+  return Of(ids_and_words_, kind, IndexIdsAndWords).Has(number);
 }
+
+bool ModelIndex::IsListed(std::uint32_t number) { return Of(listed_, IndexLists).Has(number); }
 
 bool ModelIndex::HasGlobal(std::string_view name) {
   return Of(globals_, IndexGlobals).count(name) > 0;

@@ -2,15 +2,16 @@
 #ifndef CHECKER_MODEL_INDEX_H_
 #define CHECKER_MODEL_INDEX_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
+#include "findings/origin.h"
 #include "frontend/lookup.h"
+#include "ruxcomp/model/seeded_hash.h"
 
 // Answers what the rules of the second pass look for. Each rule is a walk over all sections of a
 // kind; as the model does not change during the pass, an index that is built when a rule first asks
@@ -26,23 +27,28 @@ class ModelIndex {
     const CRUXEntry* entry;
   };
 
-  // All of them answer null when there is none. By NAME: a section without NAME counts as named "",
-  // and its entry is null. By ID: only IDs that are numbers count, not defined words. By entry: the
-  // name of any entry that the script gave.
+  // All of them answer null when there is none. By NAME, and where a section without NAME, whose
+  // entry is null then, counts as named "". By ID: only IDs that are numbers count, not defined
+  // words. By entry: the name of any entry that the script gave.
   const FirstDefinition* ByName(SectionId kind, std::string_view name);
+  const FirstDefinition* ByNameOrNameless(SectionId kind, std::string_view name);
   const FirstDefinition* ById(SectionId kind, std::uint32_t number);
   const FirstDefinition* ByEntry(SectionId kind, std::string_view name);
 
-  // Whether any two sections of the kind would be found by the same NAME or ID: mostly none are,
-  // and then nobody need look for an earlier one.
+  // The first section of a kind whose ID is given, whatever it says; and the first where reading it
+  // raises an error.
+  const FirstDefinition* FirstWithId(SectionId kind);
+  const FirstDefinition* FirstRaisingId(SectionId kind);
+
+  // Whether any two sections of the kind would be found by the same NAME or ID, or the ID of one
+  // raises an error: mostly none are, and then nobody need look for an earlier one.
   bool HasRepeatedName(SectionId kind);
-  bool HasRepeatedId(SectionId kind);
+  bool HasRepeatedOrRaisingId(SectionId kind);
 
-  // Whether some section of the kind has that ID, given as a number or as a defined word.
+  // Whether some section of the kind has that ID, given as a number or as a defined word; and
+  // whether the SENSORS list of some PELMGROUP section has that number. Raise what StringToLong
+  // raises when a text of no digits is before the first that has it.
   bool HasId(SectionId kind, std::uint32_t number);
-
-  // Whether the SENSORS list of some PELMGROUP section has that number. Raises what StringToLong
-  // raises when an element of no digits stands before the first that has it.
   bool IsListed(std::uint32_t number);
 
   // Whether some GLOBAL section has that entry.
@@ -57,8 +63,13 @@ class ModelIndex {
  private:
   template <class Key>
   struct FirstDefinitions {
-    std::unordered_map<Key, FirstDefinition> by_key;
+    ruxcomp::detail::HashMap<Key, FirstDefinition> by_key;
     bool has_repeat = false;
+    // Of the sections that have no key to be found by: the first without a text for it, the first
+    // with one, and the first where reading that raises an error.
+    std::optional<FirstDefinition> without;
+    std::optional<FirstDefinition> with;
+    std::optional<FirstDefinition> raising;
 
     void Add(const Key& key, const FirstDefinition& section) {
       if (!by_key.try_emplace(key, section).second) has_repeat = true;
@@ -66,28 +77,36 @@ class ModelIndex {
   };
   template <class Index>
   using PerKind = std::map<SectionId, Index>;  // built when it is first asked
-  using Numbers = std::unordered_set<std::uint32_t>;
-  using Names = std::unordered_set<std::string_view>;
+  using Names = ruxcomp::detail::HashSet<std::string_view>;
 
-  // The numbers of all SENSORS lists up to the first element that raises an error.
-  struct Listed {
-    Numbers numbers;
-    const std::string* raising = nullptr;
-    findings::Origin at = {};  // of the raising element
+  // The numbers that a walk reads, up to the first text that raises an error.
+  class Numbers {
+   public:
+    void Reserve(std::size_t count) { numbers_.reserve(count); }
+    // Reads a number or a defined word; any other text counts for nothing. False when it raises.
+    bool Add(const std::string& text, const findings::Origin& origin);
+    // Whether the walk finds the number; raises what it raises before it does.
+    bool Has(std::uint32_t number) const;
+
+   private:
+    ruxcomp::detail::HashSet<std::uint32_t> numbers_;
+    const std::string* raising_ = nullptr;
+    findings::Origin at_ = {};  // of the raising text
   };
 
   static FirstDefinitions<std::string_view> IndexNames(SectionId kind);
   static FirstDefinitions<std::uint32_t> IndexIds(SectionId kind);
   static FirstDefinitions<std::string_view> IndexEntries(SectionId kind);
-  static Listed IndexLists();
+  static Numbers IndexIdsAndWords(SectionId kind);
+  static Numbers IndexLists();
 
   PerKind<FirstDefinitions<std::string_view>> names_;
   PerKind<FirstDefinitions<std::uint32_t>> ids_;
   PerKind<FirstDefinitions<std::string_view>> entries_;
   PerKind<Numbers> ids_and_words_;
-  std::optional<Listed> listed_;
+  std::optional<Numbers> listed_;
   std::optional<Names> globals_;
-  std::optional<std::unordered_map<std::string_view, std::uint32_t>> group_lines_;
+  std::optional<ruxcomp::detail::HashMap<std::string_view, std::uint32_t>> group_lines_;
 
   // Values are looked for in the section that is being checked.
   const CRUXSection* values_of_ = nullptr;

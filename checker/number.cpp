@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frontend/predefine.h"
+#include "frontend/text_errors.h"
 #include "ruxcomp/language/number.h"
 
 // With all that it calls in one piece: most texts of a script are read as numbers, some of them
@@ -11,7 +12,7 @@
 [[gnu::flatten]] std::uint32_t StringToLong(const std::string& text, std::uint32_t& out) {
   const ruxcomp::language::Number number = ruxcomp::language::ReadNumber(text);
   if (!number.is_too_long) out = number.value;
-  if (number.raises) static_cast<void>(text.at(text.size()));
+  if (number.raises) RaiseNoCharacter();
   return number.is_number ? 1 : 0;
 }
 

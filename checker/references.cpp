@@ -9,6 +9,7 @@
 #include "frontend/entry.h"
 #include "frontend/lookup.h"
 #include "frontend/report.h"
+#include "frontend/text_errors.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/prefixes.h"
@@ -100,7 +101,7 @@ std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CheckContext& 
   std::uint32_t bound = index;
   const bool bounded = !IsAction(context.section) || ReadArgNumber(context.section, bound);
   std::uint32_t number = 0;
-  if (bounded && StringToLong(arg.substr(kArgumentPrefix.size()), number) && number <= bound) {
+  if (bounded && StringToLong(TextAfter(arg, kArgumentPrefix.size()), number) && number <= bound) {
     return 1;
   }
   ReportEntry<MessageId::kInvalidArgument>(*this, context, arg);
@@ -116,7 +117,8 @@ std::uint32_t CRUXEntry::ChkDigital(const std::string& text, const CheckContext&
 
 std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint32_t count,
                                            const CheckContext& context) {
-  const ModelIndex::FirstDefinition* called = context.index->ByName(SECTION_ACTION, action);
+  const ModelIndex::FirstDefinition* called =
+      context.index->ByNameOrNameless(SECTION_ACTION, action);
   if (!called) return 0;  // ChkActionName tells of it
   std::uint32_t expected = 0;
   ReadArgNumber(*called->section, expected);

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "checker/model_index.h"
@@ -45,6 +45,11 @@ const FirstDefinition* Earlier(const FirstDefinition* first, const CRUXSection& 
   return first && first->section != &section ? first : nullptr;
 }
 
+// Whether there is `one`, and a walk over the sections comes to it no later than to `other`.
+bool IsNoLater(const FirstDefinition* one, const FirstDefinition& other) {
+  return one && one->ordinal <= other.ordinal;
+}
+
 struct GivenEntry {
   const CRUXSection& section;
   const CRUXEntry& entry;
@@ -83,19 +88,32 @@ std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, Model
   return 0;
 }
 
+// The earliest section with the ID of this one, as a walk over the sections before it and before
+// `same_name` finds it. The walk reads both IDs of each comparison, and raises what reading raises.
+const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelIndex& index,
+                              const FirstDefinition* same_name) {
+  const std::string* id = FindText(&section, ENTRY_ID);
+  if (!id || !index.HasRepeatedOrRaisingId(kind)) return nullptr;
+  const FirstDefinition* first = Earlier(index.FirstWithId(kind), section);
+  if (!first || IsNoLater(same_name, *first)) return nullptr;
+  std::uint32_t number = 0;
+  if (!StringToLong(*id, number)) return nullptr;
+  const FirstDefinition* same = index.ById(kind, number);  // this section or an earlier one
+  const FirstDefinition* raising = index.FirstRaisingId(kind);
+  if (raising && !IsNoLater(same, *raising) && !IsNoLater(same_name, *raising)) {
+    StringToLong(*raising->entry->m_RuxEntryData.Get<std::string>(), number);
+  }
+  return Earlier(same, section);
+}
+
 // No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
 // its ID. IDs given by defined words are not compared.
 std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const std::string* name = FindText(&section, ENTRY_NAME);
-  const std::string* id = FindText(&section, ENTRY_ID);
-  std::uint32_t number = 0;
   const FirstDefinition* same_name = nullptr;
   if (name && index.HasRepeatedName(kind)) same_name = Earlier(index.ByName(kind, *name), section);
-  const FirstDefinition* same_id = nullptr;
-  if (id && StringToLong(*id, number) && index.HasRepeatedId(kind)) {
-    same_id = Earlier(index.ById(kind, number), section);
-  }
-  if (same_name && (!same_id || same_name->ordinal <= same_id->ordinal)) {
+  const FirstDefinition* same_id = SameId(section, kind, index, same_name);
+  if (same_name && (!same_id || IsNoLater(same_name, *same_id))) {
     ReportRedefined<MessageId::kRedefinedName>(section, ENTRY_NAME, *same_name);
     return 0;
   }
@@ -104,20 +122,22 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelI
   return 0;
 }
 
-// The parent must be a group that is on a smaller line, whatever files the two are in.
+// The parent must be a group that is on a smaller line, whatever files the two are in. No group is
+// the parent of a restored one that has no text there.
 bool ParentIsEarlier(const std::string& parent, const CRUXSection& section, ModelIndex& index) {
   return parent == kRootGroup || index.HasGroupAbove(parent, section.line);
 }
 
 std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const std::string* parent = FindText(&section, ENTRY_PARENT);
-  if (!parent || ParentIsEarlier(*parent, section, index)) {
+  if (parent && ParentIsEarlier(*parent, section, index)) {
     return NameAndIdAreNew(section, kind, index);
   }
-  const CRUXEntry& entry = *FindEntry(&section, ENTRY_PARENT);
-  findings::Subject subject{section.OriginOf(entry, 0)};
-  if (const FirstDefinition* named = index.ByName(kind, *parent)) {
-    subject.other = named->section->OwnOrigin();
+  findings::Subject subject{section.OwnOrigin()};
+  if (parent) {
+    subject.origin = section.OriginOf(*FindEntry(&section, ENTRY_PARENT), 0);
+    const FirstDefinition* named = index.ByName(kind, *parent);
+    if (named) subject.other = named->section->OwnOrigin();
   }
   ReportAt<MessageId::kParentDefinedLater>(section, subject);
   return 0;
@@ -155,7 +175,7 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
 // An entry name that stands more than once in the section: every later occurrence reports once,
 // name by name in the order of their first occurrences.
 std::uint32_t EntriesAreUnique(const CRUXSection& section) {
-  std::unordered_map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first
+  std::map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first
   const std::vector<const CRUXEntry*> entries = ByName(section);
   const CRUXEntry* first = nullptr;
   for (const CRUXEntry* entry : entries) {

