@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -107,25 +108,30 @@ tagTBLDATA GetTblData(std::uint32_t index) {
                     found->table);
 }
 
-TableSnapshot::TableSnapshot() {
-  for (const SymbolTable& row : kSymbolTables) {
-    std::visit(
-        [&](const auto* table) {
-          const auto ignore = [](const auto&, bool) {};
-          tables_.emplace_back(KeysByIndex(*table, row.base, *row.counter, ignore));
-        },
-        row.table);
-  }
+TableSizes SizesOfTables() {
+  return {
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) g_tbl##name.size(),
+#include "ruxcomp/language/symbol_tables.def"
+  };
 }
 
-tagTBLDATA TableSnapshot::Get(std::uint32_t index) const {
+tagTBLDATA TableSnapshot::Get(std::uint32_t index) {
   if (IsImmediate(index)) return Number(index, OrdinalOf(index));
   const SymbolTable* found = FindSymbolTable(ClassOf(index));
   if (!found) return Nothing(index);
+  std::optional<Keys>& turned = tables_[static_cast<std::size_t>(found - kSymbolTables)];
+  if (!turned) {
+    const auto ignore = [](const auto&, bool) {};
+    turned = std::visit(
+        [&](const auto* table) -> Keys {
+          return KeysByIndex(*table, found->base, *found->counter, ignore);
+        },
+        found->table);
+  }
   return std::visit(
       [index](const auto& keys) {
         const std::uint32_t ordinal = OrdinalOf(index);
         return ordinal < keys.size() ? Data(index, keys[ordinal]) : Nothing(index);
       },
-      tables_[static_cast<std::size_t>(found - kSymbolTables)]);
+      *turned);
 }

@@ -2,8 +2,11 @@
 #ifndef BACKEND_SYMBOL_TABLES_H_
 #define BACKEND_SYMBOL_TABLES_H_
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -60,17 +63,20 @@ auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter, 
   return keys;
 }
 
-// What GetTblData answers, for those who ask for many indices: the tables as they are when it is
-// made, turned round. It refers to their keys.
+// How many keys each table has, in the order of kSymbolTables.
+using TableSizes = std::array<std::size_t, kSymbolTableCount>;
+TableSizes SizesOfTables();
+
+// What GetTblData answers, for those who ask for many indices: each table as it is when it is first
+// asked, turned round. Refers to their keys: to be dropped before anybody else is at the tables.
 class TableSnapshot {
  public:
-  TableSnapshot();
-  tagTBLDATA Get(std::uint32_t index) const;
+  tagTBLDATA Get(std::uint32_t index);
 
  private:
   using Keys = std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;
 
-  std::vector<Keys> tables_;  // in the order of kSymbolTables
+  std::array<std::optional<Keys>, kSymbolTableCount> tables_;  // in the order of kSymbolTables
 };
 
 #endif  // BACKEND_SYMBOL_TABLES_H_

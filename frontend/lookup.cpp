@@ -9,6 +9,10 @@
 #include "frontend/section.h"
 #include "ruxcomp/language/notation.h"
 
+namespace {
+const std::vector<CRUXSection*> kNoSections;
+}
+
 const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id) {
   for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
     if (!head->empty() && head->front()->identifier == id) return head;
@@ -17,9 +21,8 @@ const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id) {
 }
 
 const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id) {
-  static const std::vector<CRUXSection*> none;
   const std::vector<CRUXSection*>* head = FindSectHead(id);
-  return head ? *head : none;
+  return head ? *head : kNoSections;
 }
 
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index) {

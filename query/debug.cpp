@@ -2,7 +2,6 @@
 #include "ruxcomp/debug.h"
 
 #include <cstdint>
-#include <cstring>
 #include <string>
 
 #include "checker/number.h"
@@ -40,20 +39,23 @@ Value CrossedResult(RuxLastError code, Value value) {
 CRUXSection* Section(GDSECTION handle) { return static_cast<CRUXSection*>(handle); }
 CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
 
-// The text of the section's first entry of that identifier; null, with its code, when there is
-// none.
-const std::string* EntryText(GDSECTION section, std::uint32_t id) {
-  constexpr const std::string* kNone = nullptr;
-  if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
+// The text of the section's first entry of that identifier; null, and why, when there is none.
+struct FoundText {
+  const std::string* text;
+  RuxLastError code;
+};
+FoundText EntryText(GDSECTION section, std::uint32_t id) {
+  if (!section) return {nullptr, RUX_ERROR_NO_SECTION};
   if (const CRUXEntry* entry = FindEntry(Section(section), id)) {
     const auto* text = entry->m_RuxEntryData.Get<std::string>();
-    return ResultD(text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE, text);
+    return {text, text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE};
   }
-  return ResultD(Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY,
-                 kNone);
+  return {nullptr, Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY};
 }
 
-const char* CharactersOf(const std::string* text) { return text ? text->c_str() : nullptr; }
+const char* Answer(const FoundText& found) {
+  return ResultD(found.code, found.text ? found.text->c_str() : nullptr);
+}
 
 }  // namespace
 
@@ -78,20 +80,16 @@ GDSECTION gdGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
   return ResultD(RUX_ERROR_OK, GDSECTION{(*head)[ordinal]});
 }
 
-const char* gdGetSectName(GDSECTION section) {
-  return CharactersOf(EntryText(section, ENTRY_NAME));
-}
+const char* gdGetSectName(GDSECTION section) { return Answer(EntryText(section, ENTRY_NAME)); }
 
-const char* gdGetSectPName(GDSECTION section) {
-  return CharactersOf(EntryText(section, ENTRY_PARENT));
-}
+const char* gdGetSectPName(GDSECTION section) { return Answer(EntryText(section, ENTRY_PARENT)); }
 
 std::uint32_t gdGetSectID(GDSECTION section) {
+  const FoundText found = EntryText(section, ENTRY_ID);
+  if (!found.text) return ResultD(found.code, kNoNumber);
   std::uint32_t number = 0;
-  const std::string* text = EntryText(section, ENTRY_ID);
-  if (!text) return kNoNumber;
-  if (!StringToLong(*text, number)) return ResultD(RUX_ERROR_NO_VALUE, kNoNumber);
-  return number;
+  if (!StringToLong(*found.text, number)) return ResultD(RUX_ERROR_NO_VALUE, kNoNumber);
+  return ResultD(RUX_ERROR_OK, number);
 }
 
 GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
@@ -114,9 +112,10 @@ const char* gdGetEntryName(GDENTRY entry) {
 std::uint32_t gdGetValue(GDENTRY entry, char* text) {
   if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, 0u);
   const CRuxEntryData& data = Entry(entry)->m_RuxEntryData;
-  const std::string value = ValueText(data);
-  if (!text) return ResultD(RUX_ERROR_OK, static_cast<std::uint32_t>(value.size() + 1));
+  if (!text) {
+    return ResultD(RUX_ERROR_OK, static_cast<std::uint32_t>(WriteValueText(data, nullptr) + 1));
+  }
   // An entry without payload leaves the buffer as it is.
-  if (data.HasData()) std::memcpy(text, value.c_str(), value.size() + 1);
+  if (data.HasData()) WriteValueText(data, text);
   return ResultD(RUX_ERROR_OK, 1u);
 }

@@ -1,8 +1,12 @@
 #include "query/name_matcher.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <variant>
 
 #include "backend/symbol_tables.h"
@@ -16,6 +20,17 @@ template <class Table, class Key>
 std::uint32_t IndexOf(const Table& table, const Key& key) {
   const auto found = table.find(key);
   return found == table.end() ? 0 : found->second;
+}
+
+// The same for a text that is no std::string yet. There may be no memory to make it one.
+std::uint32_t IndexOf(const StringTable& table, std::string_view name) {
+  try {
+    return IndexOf(table, std::string(name));
+  } catch (const std::bad_alloc&) {
+    const auto is_sought = [&](const auto& row) { return row.first == name; };
+    const auto found = std::find_if(table.begin(), table.end(), is_sought);
+    return found == table.end() ? 0 : found->second;
+  }
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "backend/symbol_tables.h"
 
@@ -13,11 +13,11 @@
 // tells, but every table is searched once, for the index that the name has in it.
 class NameMatcher {
  public:
-  explicit NameMatcher(const char* name) : name_(name) {}
+  explicit NameMatcher(std::string_view name) : name_(name) {}  // which outlives it
   bool operator()(std::uint32_t index);
 
  private:
-  const std::string name_;
+  const std::string_view name_;
   // The index in each table once it was searched; 0, which is none, where it is not there.
   std::array<std::optional<std::uint32_t>, kSymbolTableCount> indices_;
 };

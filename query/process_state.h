@@ -8,6 +8,7 @@
 //   g_Parse                         the reader plug-in, and the script that is open
 //   plugin::lookup                  how the plug-in's operations are found
 //   findings::detail::sink          where messages go
+//   ruxcomp::detail::SeedOfProcess  what hashes depend on
 //
 //   reset by it, as by gccCompEnd or gdUnInit:
 //   CGSSection<...>::m_sHeader      the sections of each kind
@@ -18,7 +19,7 @@
 //   reset by it, as by gcUnInit:
 //   g_GCHead                        the compiled records
 //   generation                      how often they changed
-//   SectionIndex::Current           what was found in them
+//   SectionIndex::m_current         what was found in them
 //
 //   reset by it, and otherwise kept until the library is unloaded:
 //   CRUXSection::m_svpHSection      the kinds of section in their order of appearance

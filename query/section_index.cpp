@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <new>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -11,93 +13,115 @@
 #include "query/names.h"
 #include "ruxcomp/records.h"
 
-// Calls use(place) for every entry that offers an index, in order.
+namespace {
+
+// What remember() answers; nothing when memory does not suffice for it.
+template <class Remember>
+auto InMemory(Remember remember) noexcept -> decltype(remember()) {
+  try {
+    return remember();
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
+}
+
+// Calls use(section, i, index) for every entry i that offers an index, in order.
 template <class Offered, class Use>
-void SectionIndex::ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use use) {
+void ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use use) {
   for (tagGCSECT* section : sections) {
     for (std::size_t i = 0; i < section->entries.size(); ++i) {
-      if (const std::uint32_t* index = offered(section->entries[i])) use(Place{section, i, *index});
+      if (const std::uint32_t* index = offered(section->entries[i])) use(section, i, *index);
     }
   }
 }
 
-bool SectionIndex::IsOf(const std::vector<tagGCSECT*>& sections) const {
-  return generation_ == RecordsGeneration() && first_ == sections.data() &&
-         count_ == sections.size();
-}
-
-SectionIndex& SectionIndex::Current() {
-  static SectionIndex current;
-  if (current.IsOf(g_GCHead)) return current;
-  SectionIndex fresh;
-  for (tagGCSECT* section : g_GCHead) fresh.kinds_[section->identifier].sections.push_back(section);
-  fresh.first_ = g_GCHead.data();
-  fresh.count_ = g_GCHead.size();
-  fresh.generation_ = RecordsGeneration();
-  return current = std::move(fresh);
-}
-
-SectionIndex::Kind* SectionIndex::Find(std::uint32_t kind) {
-  const auto found = kinds_.find(kind);
-  return found == kinds_.end() ? nullptr : &found->second;
-}
-
-const std::vector<tagGCSECT*>& SectionIndex::OfKind(std::uint32_t kind) const {
-  static const std::vector<tagGCSECT*> none;
-  const auto found = kinds_.find(kind);
-  return found == kinds_.end() ? none : found->second.sections;
-}
-
-tagTBLDATA SectionIndex::Look(std::uint32_t index) {
-  if (!tables_) tables_.emplace();
-  return tables_->Get(index);
-}
-
-// Of places with one ID, and of those with one name, the first counts.
-
-auto SectionIndex::IndexIds(const Kind& kind) -> Places<std::uint32_t> {
-  Places<std::uint32_t> ids;
-  ids.reserve(kind.sections.size());
-  ForEachOffer(kind.sections, OfferedId, [&](const Place& place) {
-    const tagTBLDATA data = Look(place.index);
-    if (data.kind == RUX_DATA_NUMBER) ids.try_emplace(data.data.number, place);
-  });
-  return ids;
-}
-
-auto SectionIndex::IndexNames(const Kind& kind) -> Places<std::string> {
-  Places<std::string> names;
-  names.reserve(kind.sections.size());
-  const std::uint32_t identifier = kind.sections.front()->identifier;
-  const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(identifier, entry); };
-  ForEachOffer(kind.sections, offered, [&](const Place& place) {
-    const tagTBLDATA data = Look(place.index);
-    if (data.kind == RUX_DATA_STRING) names.try_emplace(data.data.string, place);
-  });
-  return names;
-}
-
-template <class Known, class Key, class Offered>
-tagGCSECT* SectionIndex::Cached(const Known& places, const Key& key, Offered offered) {
+// The section of the place with that key, if the place still offers what it did.
+template <class Places, class Key, class Offered>
+tagGCSECT* Cached(const Places& places, const Key& key, Offered offered) {
   const auto found = places.find(key);
   if (found == places.end()) return nullptr;
-  const Place& place = found->second;
+  const auto& place = found->second;
   if (place.entry >= place.section->entries.size()) return nullptr;
   const std::uint32_t* index = offered(place.section->entries[place.entry]);
   return index && *index == place.index ? place.section : nullptr;
 }
 
-tagGCSECT* SectionIndex::WithId(std::uint32_t kind, std::uint32_t id) {
-  Kind* sections = Find(kind);
-  if (!sections) return nullptr;
-  if (!sections->ids) sections->ids = IndexIds(*sections);
-  return Cached(*sections->ids, id, OfferedId);
+}  // namespace
+
+SectionIndex SectionIndex::m_current;
+
+bool SectionIndex::IsUpToDate() const {
+  return generation_ == RecordsGeneration() && first_ == g_GCHead.data() &&
+         count_ == g_GCHead.size() && table_sizes_ == SizesOfTables();
 }
 
-tagGCSECT* SectionIndex::WithName(std::uint32_t kind, const std::string& name) {
-  Kind* sections = Find(kind);
-  if (!sections) return nullptr;
-  if (!sections->names) sections->names = IndexNames(*sections);
-  return Cached(*sections->names, name,
-                [&](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
+SectionIndex::Kind* SectionIndex::Find(std::uint32_t kind) {
+  if (!m_current.IsUpToDate()) {
+    SectionIndex fresh;
+    for (tagGCSECT* section : g_GCHead) {
+      fresh.kinds_[section->identifier].sections.push_back(section);
+    }
+    fresh.first_ = g_GCHead.data();
+    fresh.count_ = g_GCHead.size();
+    fresh.generation_ = RecordsGeneration();
+    fresh.table_sizes_ = SizesOfTables();
+    m_current = std::move(fresh);
+  }
+  const auto found = m_current.kinds_.find(kind);
+  return found == m_current.kinds_.end() ? nullptr : &found->second;
+}
+
+// Of places with one ID, and of those with one name, the first counts.
+
+auto SectionIndex::IndexIds(const Kind& kind) -> Ids {
+  Ids ids;
+  ids.reserve(kind.sections.size());
+  TableSnapshot tables;
+  ForEachOffer(kind.sections, OfferedId, [&](tagGCSECT* section, std::size_t i, std::uint32_t at) {
+    const tagTBLDATA data = tables.Get(at);
+    if (data.kind == RUX_DATA_NUMBER) ids.try_emplace(data.data.number, Place{section, i, at});
+  });
+  return ids;
+}
+
+auto SectionIndex::IndexNames(const Kind& kind) -> Names {
+  Names names;
+  names.places.reserve(kind.sections.size());
+  TableSnapshot tables;
+  const std::uint32_t identifier = kind.sections.front()->identifier;
+  const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(identifier, entry); };
+  ForEachOffer(kind.sections, offered, [&](tagGCSECT* section, std::size_t i, std::uint32_t at) {
+    const tagTBLDATA data = tables.Get(at);
+    if (data.kind != RUX_DATA_STRING) return;
+    const std::string_view name = data.data.string;
+    if (names.places.count(name) != 0) return;
+    names.places.emplace(names.texts.Add(name), Place{section, i, at});
+  });
+  return names;
+}
+
+std::optional<SectionIndex::Sections> SectionIndex::OfKind(std::uint32_t kind) noexcept {
+  return InMemory([kind]() -> std::optional<Sections> {
+    const Kind* found = Find(kind);
+    return found ? Sections(found->sections.data(), found->sections.size()) : Sections();
+  });
+}
+
+tagGCSECT* SectionIndex::WithId(std::uint32_t kind, std::uint32_t id) noexcept {
+  return InMemory([=]() -> tagGCSECT* {
+    Kind* sections = Find(kind);
+    if (!sections) return nullptr;
+    if (!sections->ids) sections->ids = IndexIds(*sections);
+    return Cached(*sections->ids, id, OfferedId);
+  });
+}
+
+tagGCSECT* SectionIndex::WithName(std::uint32_t kind, std::string_view name) noexcept {
+  return InMemory([=]() -> tagGCSECT* {
+    Kind* sections = Find(kind);
+    if (!sections) return nullptr;
+    if (!sections->names) sections->names = IndexNames(*sections);
+    return Cached(sections->names->places, name,
+                  [kind](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
+  });
 }

@@ -5,28 +5,29 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 #include "backend/symbol_tables.h"
+#include "frontend/text_arena.h"
+#include "ruxcomp/language/rows.h"
+#include "ruxcomp/model/seeded_hash.h"
 #include "ruxcomp/records.h"
 
 // Remembers where the queries by kind, ID and name end, so that they need not walk over all of
-// g_GCHead. Hosts can reach the records: what is remembered is held against the record before it is
-// answered, and what is not found is for the caller to look for.
+// g_GCHead. Hosts can reach the records and the tables: what is remembered is held against the
+// record before it is answered, and refers to no table. What is not found is for the caller to look
+// for, and so is everything when there is no memory to remember it in.
 class SectionIndex {
  public:
-  // The index of g_GCHead as it is, made anew when other records were loaded.
-  static SectionIndex& Current();
-
-  // The sections of a kind in the order of the file.
-  const std::vector<tagGCSECT*>& OfKind(std::uint32_t kind) const;
+  // The sections of a kind in the order of the file; none when that is not known.
+  using Sections = ruxcomp::language::Rows<tagGCSECT*>;
+  static std::optional<Sections> OfKind(std::uint32_t kind) noexcept;
 
   // The first section of a kind that has that ID or carries that name; null when none is
   // remembered.
-  tagGCSECT* WithId(std::uint32_t kind, std::uint32_t id);
-  tagGCSECT* WithName(std::uint32_t kind, const std::string& name);
+  static tagGCSECT* WithId(std::uint32_t kind, std::uint32_t id) noexcept;
+  static tagGCSECT* WithName(std::uint32_t kind, std::string_view name) noexcept;
 
  private:
   struct Place {
@@ -34,32 +35,34 @@ class SectionIndex {
     std::size_t entry;    // the entry that has the ID or the name
     std::uint32_t index;  // the table index that stands for it
   };
-  template <class Key>
-  using Places = std::unordered_map<Key, Place>;
+  using Ids = ruxcomp::detail::HashMap<std::uint32_t, Place>;
+  struct Names {
+    TextArena texts;
+    ruxcomp::detail::HashMap<std::string_view, Place> places;
+  };
   struct Kind {
     std::vector<tagGCSECT*> sections;
     // Made when they are first asked for: not every host asks for both, of every kind.
-    std::optional<Places<std::uint32_t>> ids;
-    std::optional<Places<std::string>> names;
+    std::optional<Ids> ids;
+    std::optional<Names> names;
   };
 
-  template <class Offered, class Use>
-  static void ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use use);
-  // The section of the place with that key, if the place still offers what it did.
-  template <class Known, class Key, class Offered>
-  static tagGCSECT* Cached(const Known& places, const Key& key, Offered offered);
+  // What was remembered last: lives as long as the library, for hosts that ask until their end.
+  static SectionIndex m_current;
 
-  bool IsOf(const std::vector<tagGCSECT*>& sections) const;
-  Kind* Find(std::uint32_t kind);
-  Places<std::uint32_t> IndexIds(const Kind& kind);
-  Places<std::string> IndexNames(const Kind& kind);
-  tagTBLDATA Look(std::uint32_t index);
+  // The kind in m_current, made anew when other records were loaded or the tables changed their
+  // sizes; null when there is none. Raises std::bad_alloc.
+  static Kind* Find(std::uint32_t kind);
+  bool IsUpToDate() const;
 
-  std::unordered_map<std::uint32_t, Kind> kinds_;
-  std::optional<TableSnapshot> tables_;  // made when the first of them is
-  tagGCSECT* const* first_ = nullptr;    // of the records that were indexed
+  static Ids IndexIds(const Kind& kind);
+  static Names IndexNames(const Kind& kind);
+
+  ruxcomp::detail::HashMap<std::uint32_t, Kind> kinds_;
+  tagGCSECT* const* first_ = nullptr;  // of the records that were indexed
   std::size_t count_ = 0;
   std::uint32_t generation_ = 0;
+  TableSizes table_sizes_ = {};
 };
 
 #endif  // QUERY_SECTION_INDEX_H_

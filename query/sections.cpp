@@ -2,7 +2,6 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "backend/compile_pass.h"
 #include "backend/meta_file.h"
@@ -25,6 +24,24 @@ struct Search {
 };
 
 GCSECTION Answer(const Search& search) { return Result(search.code, GCSECTION{search.section}); }
+
+// How many sections of a kind there are, and the one at an ordinal among them; null when there are
+// fewer.
+struct KindWalk {
+  KindWalk(std::uint32_t kind, std::uint32_t ordinal) {
+    if (const auto known = SectionIndex::OfKind(kind)) {
+      count = static_cast<std::uint32_t>(known->size());
+      if (ordinal < count) found = (*known)[ordinal];
+      return;
+    }
+    for (tagGCSECT* section : g_GCHead) {
+      if (section->identifier == kind && count++ == ordinal) found = section;
+    }
+  }
+
+  std::uint32_t count = 0;
+  tagGCSECT* found = nullptr;
+};
 
 // The walk over all sections of a kind. `offered` gives the table index that an entry offers for
 // comparing, null when it offers none; `is_sought` compares; `is_compared` tells whether an index
@@ -59,19 +76,18 @@ std::uint32_t gcUnInit() {
 }
 
 std::uint32_t gcGetSectCount(std::uint32_t section) {
-  return Result(RUX_ERROR_OK,
-                static_cast<std::uint32_t>(SectionIndex::Current().OfKind(section).size()));
+  const KindWalk sections(section, kNoNumber);
+  return Result(RUX_ERROR_OK, sections.count);
 }
 
 GCSECTION gcGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
-  const std::vector<tagGCSECT*>& sections = SectionIndex::Current().OfKind(section);
-  if (sections.empty()) return Answer({nullptr, RUX_ERROR_NO_SECTION});
-  if (ordinal >= sections.size()) return Answer({nullptr, RUX_ERROR_OUT_OF_RANGE});
-  return Answer({sections[ordinal], RUX_ERROR_OK});
+  const KindWalk sections(section, ordinal);
+  if (sections.found) return Answer({sections.found, RUX_ERROR_OK});
+  return Answer({nullptr, sections.count == 0 ? RUX_ERROR_NO_SECTION : RUX_ERROR_OUT_OF_RANGE});
 }
 
 GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
-  if (tagGCSECT* found = SectionIndex::Current().WithId(section, id)) {
+  if (tagGCSECT* found = SectionIndex::WithId(section, id)) {
     return Answer({found, RUX_ERROR_OK});
   }
   // Every ID counts as compared, also one that no table has.
@@ -82,7 +98,7 @@ GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
 
 GCSECTION gcGetSectByName(std::uint32_t section, const char* name) {
   if (!name) name = "";
-  if (tagGCSECT* found = SectionIndex::Current().WithName(section, name)) {
+  if (tagGCSECT* found = SectionIndex::WithName(section, name)) {
     return Answer({found, RUX_ERROR_OK});
   }
   const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(section, entry); };

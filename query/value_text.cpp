@@ -1,8 +1,11 @@
 #include "query/value_text.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "frontend/entry_data.h"
@@ -11,16 +14,18 @@
 
 namespace {
 
-// Appends the parts of a payload, separated by commas. Also a visitor for the fields of records.
-struct TextBuilder {
-  std::string& out;
+// Writes the parts of a payload, separated by commas. Also a visitor for the fields of records.
+struct TextWriter {
+  char* out;  // null: the parts are counted only
+  std::size_t size = 0;
   bool first = true;
 
-  void operator()(const std::string& part) {
-    if (!first) out += ',';
+  void operator()(std::string_view part) {
+    if (!first) Write(",");
     first = false;
-    out += part;
+    Write(part);
   }
+  void operator()(const std::string& part) { (*this)(std::string_view(part)); }
   void operator()(const TextList& list) {
     for (const std::string& part : list) (*this)(part);
   }
@@ -28,7 +33,7 @@ struct TextBuilder {
   void operator()(std::uint32_t number) {
     char text[sizeof "0xFFFFFFFF"];
     std::snprintf(text, sizeof text, "0x%lx", static_cast<unsigned long>(number));
-    (*this)(std::string(text));
+    (*this)(std::string_view(text));
   }
   void operator()(const CGeValue& value) {
     if (std::holds_alternative<std::monostate>(value.record())) return;
@@ -36,12 +41,19 @@ struct TextBuilder {
     VisitValueFields(value.record(), *this);
   }
   void operator()(const RepeaterRecord& record) { VisitFields(record, *this); }
+
+ private:
+  void Write(std::string_view text) {
+    if (out) std::copy(text.begin(), text.end(), out + size);
+    size += text.size();
+  }
 };
 
 }  // namespace
 
-std::string ValueText(const CRuxEntryData& data) {
-  std::string text;
-  std::visit(TextBuilder{text}, data.payload());
-  return text;
+std::size_t WriteValueText(const CRuxEntryData& data, char* out) {
+  TextWriter writer{out};
+  std::visit(writer, data.payload());
+  if (out) out[writer.size] = '\0';
+  return writer.size;
 }

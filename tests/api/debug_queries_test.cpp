@@ -275,7 +275,16 @@ TEST_F(DebugQueriesTest, IdThatIsADefinedWordHasNoValue) {
 
 TEST_F(DebugQueriesTest, IdWithoutADigitToLookAtRaises) {
   LoadSensors({{Id("")}, {Id("0x")}, {Id("0X")}});
-  for (std::uint32_t i = 0; i < 3; ++i) EXPECT_THROW(gdGetSectID(Sensor(i)), std::out_of_range);
+  for (std::uint32_t i = 0; i < 3; ++i) {
+    const GDSECTION sensor = Sensor(i);
+    try {
+      gdGetSectID(sensor);
+      FAIL();
+    } catch (const std::out_of_range& error) {
+      EXPECT_STREQ(error.what(), "basic_string::at");
+    }
+    EXPECT_EQ(Codes(), "-, -");
+  }
 }
 
 // gdGetEntryByIndex and gdGetEntryName

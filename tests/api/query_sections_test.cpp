@@ -246,6 +246,28 @@ TEST_F(QuerySectionsTest, ANullNameIsTheEmptyName) {
   EXPECT_NONE(gcGetSectByName(kSensor, nullptr), 1u);
 }
 
+// The tables are exported: a host that changes them gets the answers of what they are then.
+TEST_F(QuerySectionsTest, TablesThatAHostChangedAreSearchedAnew) {
+  GivenScript(
+      "[GROUP]\nPARENT = 0\nNAME = A\n[DEVICE]\nNAME = THE_ONE_WITH_A_LONG_NAME\nID = 16\n");
+  const auto device = gcGetSectByIndex(kDevice, 0);
+  EXPECT_FOUND(gcGetSectByName(kGroupSection, "A"), gcGetSectByIndex(kGroupSection, 0));
+  EXPECT_FOUND(gcGetSectByName(kDevice, "THE_ONE_WITH_A_LONG_NAME"), device);
+  EXPECT_FOUND(gcGetSectByID(kDevice, 16), device);
+  g_tblGroup.clear();
+  g_tblString.clear();
+  g_tblDword.clear();
+  EXPECT_NONE(gcGetSectByName(kGroupSection, "A"), 8u);
+  EXPECT_NONE(gcGetSectByName(kDevice, "THE_ONE_WITH_A_LONG_NAME"), 8u);
+  EXPECT_NONE(gcGetSectByName(kTable, "A"), 1u);
+  EXPECT_NONE(gcGetSectByID(kDevice, 16), 5u);
+  const Words name = ValuesOf(kDevice, kName);
+  ASSERT_EQ(name.size(), 1u);
+  g_tblString["ANOTHER_NAME_OF_THE_SAME_LENGTH"] = name[0];
+  EXPECT_FOUND(gcGetSectByName(kDevice, "ANOTHER_NAME_OF_THE_SAME_LENGTH"), device);
+  EXPECT_NONE(gcGetSectByName(kDevice, "THE_ONE_WITH_A_LONG_NAME"), 7u);
+}
+
 TEST_F(QuerySectionsTest, AGroupHasTheOrdinalThatItsSensorsCarry) {
   GivenScript(
       "[GROUP]\nPARENT = 0\nNAME = A\n[GROUP]\nPARENT = A\nNAME = B\n[SENSOR]\nPARENT = B\n");
