@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "findings/finding.h"
 #include "findings/origin.h"
@@ -36,11 +37,16 @@ std::uint32_t CRUXParse::Start(const std::string& path) {
 void CRUXParse::Parse() {
   // Also when a number raises an error on the way: a script that stayed open could not be opened
   // again.
-  struct CloseAtEnd {
-    CRUXParse& parse;
-    ~CloseAtEnd() { parse.Close(); }
-  } close_at_end{*this};
+  try {
+    ParseSections();
+  } catch (...) {
+    Close();
+    throw;
+  }
+  Close();
+}
 
+void CRUXParse::ParseSections() {
   std::uint32_t index = 0;
   while (void* handle = RSEnumSection(fileHandle, index)) ParseSection(handle, index++);
   Report<MessageId::kEndOfScript>({{script_}}, index);
@@ -88,9 +94,10 @@ void CRUXParse::ReportRejected(const CRUXSection& section, const std::string& se
 }
 
 void CRUXParse::Close() {
-  if (fileHandle) RSCloseFile(fileHandle);
-  fileHandle = nullptr;
+  // Closed also when the plug-in raises an error over it.
+  void* file = std::exchange(fileHandle, nullptr);
   filePath.clear();
+  if (file) RSCloseFile(file);
 }
 
 void CRUXParse::End() { CRUXSection::Destory(); }

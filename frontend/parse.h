@@ -45,6 +45,7 @@ class CRUXParse {
   std::uint32_t RSCloseFile(void*& file);
 
  private:
+  void ParseSections();
   void ParseSection(void* handle, std::uint32_t index);
   void ParseItems(void* handle, const std::string& section_name, CRUXSection& section);
   static void ReportRejected(const CRUXSection& section, const std::string& section_name,

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 
 #include "tests/standins/host_process.h"
 #include "tests/support/host.h"
@@ -133,6 +134,36 @@ TEST_F(LoadedPluginTest, SectionWhoseNameCannotBeReadCostsOnlyItself) {
   }
 }
 
+// Prints what closing the script comes to, twice.
+[[noreturn]] void ParseTwiceAndExit() {
+  for (int run = 0; run < 2; ++run) {
+    try {
+      gccParse();
+      std::fputs("parsed\n", stderr);
+    } catch (const std::runtime_error& error) {
+      std::fprintf(stderr, "gccParse raised: %s\n", error.what());
+    }
+    PrintMessages();
+  }
+  std::exit(0);
+}
+
+TEST_F(LoadedPluginTest, ErrorOfClosingIsThatOfTheParseAndTheScriptIsClosed) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  ASSERT_EQ(setenv("RUX_TEST_PLUGIN", StandIn("raises_on_close").c_str(), 1), 0);
+  EXPECT_EXIT(
+      {
+        gccCompStart("folder\\script");
+        ParseTwiceAndExit();
+      },
+      ::testing::ExitedWithCode(0),
+      ::testing::Eq<std::string>("gccParse raised: cannot close\n"
+                                 "Create section(2, FOO) object failed.\n"
+                                 "Parse::No more sections(total = 3).\n"
+                                 "parsed\n"
+                                 "Parse::No more sections(total = 0).\n"));
+}
+
 // A process whose plug-in changes while it runs: the file of an INCLUDE is read by another plug-in
 // than the script that names it.
 
@@ -162,6 +193,20 @@ TEST_F(IncludingPluginTest, EveryIncludeTakesThePluginThatIsThereThen) {
   EXPECT_EQ(
       ParseWithInclude(StandIn("complete")),
       (Lines{kFooUnknown, kTotalOfThree, kFooUnknown, "Parse::No more sections(total = 2).\n"}));
+}
+
+// Nobody but the error itself needs the plug-in any more.
+TEST_F(IncludingPluginTest, ErrorOfClosingAnIncludedFileEndsTheParse) {
+  try {
+    ParseWithInclude(StandIn("raises_on_close"));
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "cannot close");
+  }
+  EXPECT_EQ(host::TakeMessages(), (Lines{kFooUnknown, kTotalOfThree}));
+  host::SetPlugin(RUX_BUILT_PLUGIN);
+  EXPECT_EQ(Parse("[FOO]\n"), (Lines{"Create section(1, FOO) object failed.\n",
+                                     "Parse::No more sections(total = 1).\n"}));
 }
 
 TEST_F(IncludingPluginTest, IncludeReleasesItsPlugin) {

@@ -5,11 +5,13 @@
 //   SIZES_ANSWER=0     asking for sizes gives them, but answers 0
 //   FAILS_ON_SIZE=n    the size of section n's name cannot be had
 //   FAILS_ON_NAME=n    the size can, the name cannot
+//   RAISES_ON_CLOSE    closing raises an error
 //   TALKS              it reports to Output what a reader may report, and what no other one does
 #include <dlfcn.h>
 
 #include <cstdint>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -138,6 +140,9 @@ EXPORT void* RSFindSEction(void* opened, const std::string& name, std::uint32_t 
 
 EXPORT std::uint32_t RSCloseFile(void** handle) {
   calls.push_back("RSCloseFile(address of " + FileText(*handle) + ")");
+#ifdef RAISES_ON_CLOSE
+  throw std::runtime_error("cannot close");
+#endif
   *handle = nullptr;
   return 7;
 }
