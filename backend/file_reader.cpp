@@ -1,10 +1,15 @@
 #include "backend/file_reader.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <ios>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -37,18 +42,36 @@ class StoredWord {
   const char* at_;
 };
 
+// Repeats a system call that a signal interrupted.
+template <class Call>
+auto Uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+// The descriptor of a regular file; negative when it cannot be opened or the path leads to anything
+// else. Opening does not wait, should something else take the place of the file meanwhile.
+int OpenRegular(const char* path) {
+  struct stat status;
+  if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return -1;
+  return Uninterrupted([&] { return open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+}
+
 }  // namespace
 
-FileReader::FileReader(const std::string& path) {
-  file_.rdbuf()->pubsetbuf(nullptr, 0);
-  file_.open(path, std::ios::binary);
-  opened_ = file_.is_open();
-  if (!opened_) return;
-  // Pipes, folders and devices have no usable size and read as empty.
-  file_.seekg(0, std::ios::end);
-  const std::streamoff end = file_.tellg();
-  constexpr std::streamoff kLargest = std::streamoff{1} << 40;
-  if (end > 0 && end < kLargest) size_ = static_cast<std::size_t>(end);
+FileReader::FileReader(const std::string& path) : file_(OpenRegular(path.c_str())) {
+  struct stat status;
+  if (!opened() || fstat(file_, &status) != 0) return;
+  // The file of a system's memory has a size that means nothing; it reads as empty.
+  constexpr std::int64_t kLargest = std::int64_t{1} << 40;
+  if (status.st_size > 0 && status.st_size < kLargest) {
+    size_ = static_cast<std::size_t>(status.st_size);
+  }
+}
+
+FileReader::~FileReader() {
+  if (opened()) close(file_);
 }
 
 void FileReader::Seek(std::size_t offset) {
@@ -59,11 +82,10 @@ void FileReader::Seek(std::size_t offset) {
 // A file that shrank or fails to be read ends where it does so.
 bool FileReader::Fill() {
   const std::size_t most = std::min(buffer_.size(), Remaining());
-  file_.clear();
-  file_.seekg(static_cast<std::streamoff>(buffered_to_));
-  file_.read(buffer_.data(), static_cast<std::streamsize>(most));
+  const ssize_t count = Uninterrupted(
+      [&] { return pread(file_, buffer_.data(), most, static_cast<off_t>(buffered_to_)); });
   next_ = buffer_.data();
-  end_ = next_ + file_.gcount();
+  end_ = next_ + std::max(count, ssize_t{0});
   buffered_to_ += Buffered();
   return Buffered() > 0;
 }

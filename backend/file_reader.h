@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -13,12 +12,14 @@
 
 class FileReader {
  public:
-  // Opens the file; opened() tells whether that went well.
+  // Opens the file; opened() tells whether that went well. Only regular files are opened: a pipe
+  // would wait for its writer, and some devices start to work when they are opened.
   explicit FileReader(const std::string& path);
+  ~FileReader();
   FileReader(const FileReader&) = delete;
   FileReader& operator=(const FileReader&) = delete;
 
-  bool opened() const { return opened_; }
+  bool opened() const { return file_ >= 0; }
 
   // Goes to an offset from the start of the file, inside it or not.
   void Seek(std::size_t offset);
@@ -62,8 +63,7 @@ class FileReader {
   const char* end_ = buffer_.data();   // up to here it is filled
   std::size_t buffered_to_ = 0;        // offset of that end in the file
 
-  std::ifstream file_;
-  bool opened_ = false;
+  const int file_;  // its descriptor; negative: not opened
   std::size_t size_ = 0;
 };
 

@@ -37,6 +37,7 @@ enum class Refusal {
   kNotFound,
   kCannotBeRead,
   kIsFolder,
+  kIsStream,  // a pipe or a device
   kIsOpenAlready,
   kTooMany,
   kTooLarge,

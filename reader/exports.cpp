@@ -47,9 +47,13 @@ std::uint32_t Deliver(std::initializer_list<Delivery> deliveries, std::uint32_t 
   return 1;
 }
 
-// The scanned script behind a file handle; null for a null handle and before RSParse.
-const Script* ScriptOf(void* file) {
-  return file == nullptr ? nullptr : static_cast<ScriptFile*>(file)->script();
+// The scanned script behind a file handle, of which sections are asked for; null for a null handle
+// and before RSParse.
+const Script* ScriptOf(void* handle) {
+  if (handle == nullptr) return nullptr;
+  auto& file = *static_cast<ScriptFile*>(handle);
+  file.NoteRequest();
+  return file.script();
 }
 
 // Section handles are opaque to callers and only ever read again.

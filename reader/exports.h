@@ -16,9 +16,11 @@
 // terminating zero included, and nothing else; with buffers of at least these sizes it fills them.
 // A buffer that is too small gets its needed size stored and nothing is filled.
 //
-// Any number of files may be open at once. Handles stay valid until their file is closed; null is
-// taken for a handle everywhere and answered with 0 or null. Problems of a script go to the
-// function Output of the host program, when it has one (messages.h). One thread at a time.
+// Any number of files may be open at once. Files that were asked for their sections may include
+// what is opened next: the same one is not opened again then, nor one more when there are a
+// thousand. Handles stay valid until their file is closed; null is taken for a handle everywhere
+// and answered with 0 or null. Problems of a script go to the function Output of the host program,
+// when it has one (messages.h). One thread at a time.
 #ifndef READER_EXPORTS_H_
 #define READER_EXPORTS_H_
 
@@ -30,8 +32,10 @@
 extern "C" {
 
 // Opens and reads a script. Returns a file handle, or null when there is no such file, it cannot be
-// read, is open already, or is too large, and when a thousand are open. A path is tried as it
-// stands and then, when there is no such file, with backslashes read as slashes.
+// read, would include itself, or is too large, and when a thousand include each other. A path is
+// tried as it stands and then, when there is no such file, with backslashes read as slashes. Of
+// pipes and devices, only those are read that the process has open, as /dev/stdin or /dev/fd/N:
+// to open another one may wait without end.
 RS_EXPORT void* RSOpenFile(const std::string& path);
 
 // Splits the script into sections and items and reports its problems; a second time, does nothing.

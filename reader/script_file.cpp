@@ -21,14 +21,17 @@ namespace {
 // Where the open files are chained, the innermost include first. A plain pointer needs no
 // destructor that could run before a host closes its last file.
 ScriptFile* g_open_files = nullptr;
-std::size_t g_open_count = 0;
+std::size_t g_including_count = 0;
 
-// What was opened since no file was open.
+// What was opened since no file was including.
 std::size_t g_opened_count = 0;
 std::size_t g_opened_text = 0;
 
+// Whether what is opened next would be included by too many, or as one of too many.
 bool AreTooMany() {
-  return g_open_count >= kMostOpen || g_opened_count >= kMostOpened || g_opened_text >= kMostText;
+  if (g_including_count == 0) return false;
+  return g_including_count >= kMostOpen || g_opened_count >= kMostOpened ||
+         g_opened_text >= kMostText;
 }
 
 // What is said of a refusal; nothing when a host learns of it by the null handle only.
@@ -62,11 +65,12 @@ void RecordInMemory(Record record) {
 
 }  // namespace
 
-std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_t largest) {
+std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_t largest,
+                                             Streams streams) {
   Refused refused{Refusal::kOutOfMemory, 0};
   std::unique_ptr<ScriptFile> file;
   try {
-    file = TryOpen(path, largest, refused);
+    file = TryOpen(path, largest, streams, refused);
   } catch (const std::bad_alloc&) {
     refused = {Refusal::kOutOfMemory, 0};
   }
@@ -75,14 +79,17 @@ std::unique_ptr<ScriptFile> ScriptFile::Open(const std::string& path, std::size_
 }
 
 std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::size_t largest,
-                                                Refused& refused) {
+                                                Streams streams, Refused& refused) {
   const auto refuse = [&](Refusal reason, int error = 0) {
     refused = {reason, error};
     return nullptr;
   };
   const std::optional<Source> source = FindSource(path);
   if (!source) return refuse(ReasonOf(errno), errno);
-  if (IsOpen(source->identity)) return refuse(Refusal::kIsOpenAlready);
+  if (IsIncluding(source->identity)) return refuse(Refusal::kIsOpenAlready);
+  if (source->kind == SourceKind::kStream && streams == Streams::kOpen) {
+    return refuse(Refusal::kIsStream);
+  }
   if (AreTooMany()) return refuse(Refusal::kTooMany);
   if (source->size > largest) return refuse(Refusal::kTooLarge);
   std::optional<std::string> text = ReadSource(*source, largest);
@@ -109,7 +116,7 @@ ScriptFile::ScriptFile(const std::string& path, const Source& source, std::strin
       text_(std::move(text)),
       next_open_(std::exchange(g_open_files, this)),
       includer_(delivered_) {
-  ++g_open_count;
+  if (!IsAnyIncluding()) g_opened_count = g_opened_text = 0;
   ++g_opened_count;
   g_opened_text += text_.size();
 }
@@ -118,17 +125,28 @@ ScriptFile::~ScriptFile() {
   ScriptFile** link = &g_open_files;
   while (*link != this) link = &(*link)->next_open_;
   *link = next_open_;
-  if (--g_open_count == 0) g_opened_count = g_opened_text = 0;
+  if (is_including_) --g_including_count;
   // The items of this file go; what follows is included by the item that included it.
   if (Holds(delivered_)) delivered_ = includer_;
-  for (ScriptFile* file = g_open_files; file != nullptr; file = file->next_open_) {
+  for (ScriptFile* file = g_open_files; file != next_open_; file = file->next_open_) {
     if (Holds(file->includer_)) file->includer_ = includer_;
   }
 }
 
-bool ScriptFile::IsOpen(const SourceIdentity& identity) {
-  for (const ScriptFile* file = g_open_files; file != nullptr; file = file->next_open_) {
+void ScriptFile::NoteRequest() {
+  if (!is_including_) ++g_including_count;
+  is_including_ = true;
+}
+
+bool ScriptFile::IsAnyIncluding() { return g_including_count > 0; }
+
+bool ScriptFile::IsIncluding(const SourceIdentity& identity) {
+  // Those that were opened and forgotten are further down than those that are being read.
+  std::size_t left = g_including_count;
+  for (const ScriptFile* file = g_open_files; left > 0; file = file->next_open_) {
+    if (!file->is_including_) continue;
     if (file->identity_ == identity) return true;
+    --left;
   }
   return false;
 }

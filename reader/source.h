@@ -25,10 +25,17 @@ struct SourceIdentity {
   std::tuple<dev_t, ino_t, std::uint64_t> Fields() const { return {device, inode, text}; }
 };
 
+enum class SourceKind {
+  kFile,        // or a folder, which cannot be read, or a text in memory
+  kOpenStream,  // a pipe or a device that the process has open: standard input, a shell's <(...)
+  kStream,      // any other pipe or device: opening it may wait for somebody else
+};
+
 struct Source {
   std::string path;  // under which it was found
   SourceIdentity identity;
   std::size_t size;  // as the file says: pipes and system files say 0
+  SourceKind kind;
 };
 
 // Finds the source of a script at `path` or, when there is none, at `path` with its backslashes

@@ -1,8 +1,12 @@
 #include "run/readers.h"
 
+#include <string>
+
 #include "frontend/plugin.h"
 #include "reader/exports.h"
 #include "reader/identity.h"
+#include "reader/script.h"
+#include "reader/script_file.h"
 
 namespace rux::run {
 namespace {
@@ -15,7 +19,17 @@ struct Choice {
 };
 Choice choice;
 
-constexpr plugin::Operations kInside = {RSOpenFile, RSParse,       RSEnumSection, RSGetSectInfo,
+// Whoever gives this program the name of a pipe means it to be waited for. What a script includes
+// is a file.
+void* OpenScript(const std::string& path) {
+  using reader::ScriptFile;
+  const bool is_included = ScriptFile::IsAnyIncluding();
+  return ScriptFile::Open(path, reader::kLargestScript,
+                          is_included ? ScriptFile::Streams::kOpen : ScriptFile::Streams::kAny)
+      .release();
+}
+
+constexpr plugin::Operations kInside = {OpenScript, RSParse,       RSEnumSection, RSGetSectInfo,
                                         RSEnumItem, RSFindSEction, RSCloseFile};
 
 // Every included file asks anew.

@@ -54,6 +54,7 @@ class Loader {
     }
     const std::unique_ptr<reader::ScriptFile> file = reader::ScriptFile::Open(library_path);
     if (file == nullptr || !file->Parse()) return;
+    file->NoteRequest();
     for (const reader::Section& section : file->script()->sections()) {
       if (section.name == kInclude) FollowIncludes(library_path, section);
     }

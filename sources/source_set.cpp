@@ -122,6 +122,8 @@ std::string ReasonOf(const reader::RefusedScript& refused) {
       return std::strerror(EFBIG);
     case reader::Refusal::kOutOfMemory:
       return std::strerror(ENOMEM);
+    case reader::Refusal::kIsStream:
+      return "a pipe or device cannot be included";
     case reader::Refusal::kIsOpenAlready:
     case reader::Refusal::kTooMany:
       return "the reader does not open it";

@@ -271,6 +271,28 @@ TEST_F(MetaReadTest, TheLargestNumberIsANumberOfItsBlock) {
   EXPECT_EQ(g_tblDword, (Numbers{{1, 0x11000000}, {0xFFFFFFFF, 0x11000001}, {2, 0x11000002}}));
 }
 
+// Nothing of it is taken: where its items end cannot be known.
+TEST_F(MetaReadTest, ABlockThatIsLongerThanTheFileIsRefused) {
+  for (const std::uint32_t base : {0x03000000u, 0x11000000u, 0x1B000000u}) {
+    for (const std::uint32_t length : {5u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
+      SCOPED_TRACE(base + length);
+      SpoilTables();
+      EXPECT_EQ(Load(MetaBytes()
+                         .Section(0x01000002, {})
+                         .Strings(0x04000000, {"G"})
+                         .Block(base, length, "A\0B\0"s)
+                         .str()),
+                0u);
+      EXPECT_EQ(gcGetLastError(), 13u);
+      EXPECT_EQ(gcGetSectCount(0x01000002), 1u);
+      EXPECT_EQ(g_tblGlobal, (Names{{"G", 0x04000000}}));
+      EXPECT_EQ(g_tblProperty.empty(), base == 0x03000000);
+      EXPECT_EQ(g_tblDword.empty(), base == 0x11000000);
+      gcUnInit();
+    }
+  }
+}
+
 // Zero words behind the header end a directory of any length; here none stands there.
 TEST_F(MetaReadTest, ADirectoryWithoutEndIsRefused) {
   std::string meta = MetaBytes().Section(0x01000002, {}).Strings(0x03000000, {"A"}).str();

@@ -163,6 +163,7 @@ TEST_F(ArchiveTest, KeepsWhatIsTooLargeOrTooMuch) {
     const std::string name = "text" + std::to_string(i);
     reader::Texts::Put(name, "[A]\n");
     open.push_back(reader::ScriptFile::Open(name));
+    if (open.back() != nullptr) open.back()->NoteRequest();
   }
   EXPECT_EQ(archive.scripts().size(), reader::kMostOpen);
   ASSERT_EQ(archive.refused().size(), 2u);

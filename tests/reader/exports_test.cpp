@@ -205,10 +205,12 @@ TEST_F(ExportsTest, AnIncludedFileIsReadBetweenTwoSectionsOfTheOuterOne) {
   close_file(&outer);
 }
 
-TEST_F(ExportsTest, AFileIsRefusedWhileItIsOpenFurtherUp) {
+TEST_F(ExportsTest, AFileIsRefusedWhileItIsReadFurtherUp) {
   const std::string path = folder.Write("a.rux", "[A]\n");
   void* outer = Load(path);
+  enum_section(outer, 0, 0);
   void* middle = Load(folder.Write("b.rux", "[B]\n"));
+  enum_section(middle, 0, 0);
   EXPECT_EQ(open_file(path), nullptr);
   EXPECT_EQ(open_file(folder / "./a.rux"), nullptr);
   close_file(&middle);
@@ -219,8 +221,9 @@ TEST_F(ExportsTest, AFileIsRefusedWhileItIsOpenFurtherUp) {
   close_file(&outer);
 }
 
-TEST_F(ExportsTest, AnOpenFileIsKnownUnderEveryName) {
+TEST_F(ExportsTest, AFileThatIsReadIsKnownUnderEveryName) {
   void* file = Load(folder.Write("a.rux", "[A]\n"));
+  find_section(file, "A", 0);
   fs::create_symlink("a.rux", folder / "symbolic.rux");
   fs::create_hard_link(folder / "a.rux", folder / "hard.rux");
   EXPECT_EQ(open_file(folder / "symbolic.rux"), nullptr);
@@ -245,6 +248,7 @@ TEST_F(ExportsTest, FilesMayBeClosedInAnyOrder) {
   const std::string path = folder.Write("a.rux", "[A]\n");
   void* one = open_file(path);
   void* two = open_file(folder.Write("b.rux", "[B]\n"));
+  enum_section(two, 0, 0);
   close_file(&one);
   EXPECT_EQ(open_file(folder / "b.rux"), nullptr);
   one = open_file(path);
@@ -305,18 +309,44 @@ TEST_F(ExportsTest, ALongPathOfBackslashesIsRead) {
   close_file(&file);
 }
 
-TEST_F(ExportsTest, APipeIsReadToItsEnd) {
+// As a shell hands one over.
+TEST_F(ExportsTest, AnOpenPipeIsReadToItsEnd) {
+  const std::string text = "[A]\nK = V\n";
+  for (const char* folder_of_descriptors : {"/dev/fd/", "\\dev\\fd\\", "/proc/self/fd/"}) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ASSERT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    close(ends[1]);
+    void* file = Load(folder_of_descriptors + std::to_string(ends[0]));
+    const std::vector<HostSection> sections = ReadAll(file);
+    ASSERT_EQ(sections.size(), 1u);
+    EXPECT_THAT(sections[0].items, ElementsAre(IsItem("K", "V", 2)));
+    close_file(&file);
+    close(ends[0]);
+  }
+}
+
+// Nobody writes to it: to open it would wait without end.
+TEST_F(ExportsTest, ANamedPipeIsNotOpened) {
   const std::string path = folder / "pipe";
   ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-  std::thread writer([&] { folder.Write("pipe", "[A]\nK = V\n"); });
-  void* file = Load(path);
-  writer.join();
-  const std::vector<HostSection> sections = ReadAll(file);
-  ASSERT_EQ(sections.size(), 1u);
-  EXPECT_THAT(sections[0].items, ElementsAre(IsItem("K", "V", 2)));
-  // Refused at once: nobody will write to it again.
   EXPECT_EQ(open_file(path), nullptr);
-  close_file(&file);
+  EXPECT_EQ(open_file("/dev/zero"), nullptr);
+}
+
+// Only those of which sections were asked for can include what is opened next.
+TEST_F(ExportsTest, AScriptThatWasOpenedAndForgottenIsOpenedAgain) {
+  const std::string path = folder.Write("board.rux", "[A]\nK = V\n");
+  std::vector<void*> files;
+  for (int i = 0; i < 1500; ++i) files.push_back(Load(path));
+  for (void* file : files) ASSERT_NE(file, nullptr);
+  EXPECT_EQ(ReadAll(files[700]).size(), 1u);
+  EXPECT_EQ(open_file(path), nullptr);
+  close_file(&files[700]);
+  void* again = open_file(path);
+  EXPECT_NE(again, nullptr);
+  close_file(&again);
+  for (void*& file : files) close_file(&file);
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ TEST_P(PipeTest, IsReadUpToTheLimit) {
   const std::size_t limit = GetParam();
   for (const std::size_t size : {limit, limit + 1}) {
     std::thread writer([&] { std::ofstream(path, std::ios::binary) << ScriptOfSize(size); });
-    const auto file = ScriptFile::Open(path, limit);
+    const auto file = ScriptFile::Open(path, limit, ScriptFile::Streams::kAny);
     writer.join();
     ASSERT_EQ(file != nullptr, size == limit);
     if (file != nullptr) {
@@ -88,7 +88,7 @@ TEST(ScriptFileTest, ASignalDoesNotEndTheReading) {
     stream << "second" << std::flush;
     disturb();
   });
-  const auto file = ScriptFile::Open(path);
+  const auto file = ScriptFile::Open(path, reader::kLargestScript, ScriptFile::Streams::kAny);
   writer.join();
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(OnlyValue(file.get()), "firstsecond");

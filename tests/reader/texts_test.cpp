@@ -56,11 +56,13 @@ TEST_F(TextsTest, AreFoundWithBackslashesAsSlashes) {
   EXPECT_EQ(SectionOf("dir/a.rux"), "FOLDER");
 }
 
-TEST_F(TextsTest, AreRefusedWhileTheyAreOpen) {
+TEST_F(TextsTest, AreRefusedWhileTheyInclude) {
   Texts::Put("dir/a.rux", "[A]\n");
   Texts::Put("dir/b.rux", "[A]\n");
   auto file = ScriptFile::Open("dir/a.rux");
   ASSERT_NE(file, nullptr);
+  EXPECT_NE(ScriptFile::Open("dir\\a.rux"), nullptr);
+  file->NoteRequest();
   EXPECT_EQ(ScriptFile::Open("dir\\a.rux"), nullptr);
   EXPECT_NE(ScriptFile::Open("dir/b.rux"), nullptr);
   Texts::Put("dir/a.rux", "[B]\n");  // as an editor does
