@@ -23,6 +23,22 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
   AddPredDefineValue(entry.name, *entry.m_RuxEntryData.Get<std::uint32_t>());
 }
 
+// Functions of their own: what they need on the stack is not there while the included file is read,
+// which may include others in turn.
+
+[[gnu::noinline]] std::uint32_t StartIncluded(CRUXParse& included, const CRUXEntry& entry,
+                                              const CRUXSection& section) {
+  return included.Start(section.GetFile(1) + *entry.m_RuxEntryData.Get<std::string>());
+}
+
+[[gnu::noinline]] void ReportMissingInclude(const CRUXEntry& entry, const CRUXSection& section,
+                                            const std::string& value) {
+  const std::string base = section.GetFile(0);
+  Report<MessageId::kMissingInclude>(
+      {section.OriginOf(entry, 0), {}, findings::Place{base, entry.line}}, base, entry.line,
+      section.name, entry.name, value);
+}
+
 }  // namespace
 
 std::uint32_t CGSDEFINE::SetEntry(const std::string& file, const std::string& key,
@@ -58,12 +74,10 @@ std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& k
   CRUXEntry& entry = *AddFreeEntry(file, key, value, item_line);
   if (!CheckAtOnce(entry, *this)) return 1;
   CRUXParse included;
-  if (included.Start(GetFile(1) + *entry.m_RuxEntryData.Get<std::string>())) {
+  if (StartIncluded(included, entry, *this)) {
     included.Parse();
   } else {
-    const std::string base = GetFile(0);
-    Report<MessageId::kMissingInclude>({OriginOf(entry, 0), {}, findings::Place{base, item_line}},
-                                       base, item_line, name, key, value);
+    ReportMissingInclude(entry, *this, value);
   }
   return 1;
 }

@@ -5,6 +5,7 @@
 
 Every folder of product code is a row of the table, includes only what its row allows, and declares
 its own namespace; no two rooms use each other, and none holds more than a third of the product.
+Where the keys come from scripts or files, tables by hash are those of one header.
 """
 import collections
 import pathlib
@@ -13,6 +14,10 @@ import sys
 
 NOT_PRODUCT = {"tests", "bench", "fuzz", "examples", "docs", "packaging", "scripts", "cmake"}
 SOURCES = {".h", ".cpp", ".def"}
+# Where others choose the keys of tables, the hash has a seed.
+SEEDED = ("include/", "findings/", "reader/", "frontend/", "checker/", "backend/", "debugmeta/",
+          "query/", "rules/")
+SEEDED_HASH = "include/ruxcomp/model/seeded_hash.h"
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE)
 NAMESPACE = re.compile(r"^namespace (rux(?:::\S+)?) \{\n(?!class \w+;\n\})", re.MULTILINE)
@@ -65,6 +70,11 @@ def check_source(root, rooms, name, text, found, problems):
             problems.append(f"{name} declares names in {declared}, not in {namespace}")
 
 
+def check_hashes(name, text, problems):
+    if name.startswith(SEEDED) and name != SEEDED_HASH and "std::unordered_" in text:
+        problems.append(f"{name} has a table by hash without a seed: take those of {SEEDED_HASH}")
+
+
 def check_order(rooms, problems):
     """No cycles among what the table allows."""
     done, path = set(), []
@@ -95,6 +105,7 @@ def main():
     check_order(rooms, problems)
     for name, text in product_sources(root):
         check_source(root, rooms, name, text, found, problems)
+        check_hashes(name, text, problems)
         lines[room_of(name, rooms)] += text.count("\n")
     for room, (_, uses) in rooms.items():
         if lines[room] == 0:
