@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "compiled/file.h"
-#include "compiled/text_set.h"
 #include "ruxcomp/file/debug_meta_records.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/verify/text_set.h"
 
 namespace rux::compiled {
 
@@ -64,8 +64,8 @@ class DebugRules : public DebugMetaVisitor {
   bool has_other_kinds_ = false;
 
   // Of the block that one is in.
-  TextSet section_names_;
-  TextSet entry_names_;  // of one section, or of all
+  ruxcomp::verify::TextSet section_names_;
+  ruxcomp::verify::TextSet entry_names_;  // of one section, or of all
   // The section that one is in.
   const language::SectionKind* kind_ = nullptr;
 };

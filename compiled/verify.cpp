@@ -5,18 +5,18 @@
 #include <utility>
 
 #include "compiled/debug_rules.h"
-#include "compiled/meta_rules.h"
 #include "ruxcomp/file/debug_meta_walk.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
+#include "ruxcomp/verify/meta_rules.h"
 
 namespace rux::compiled {
 namespace {
 
 void VerifyMeta(std::string_view bytes, Faults& faults, Summary& summary) {
-  MetaRules rules;
+  ruxcomp::verify::MetaRules rules;
   const MetaFrame frame = WalkMeta(bytes, faults, rules);
   summary.version = frame.header.version;
   summary.creation_time = frame.header.creation_time;

@@ -1,8 +1,10 @@
 // gcInit on arbitrary bytes, then every query, within all bounds and past them; what is searched
 // for is found where a walk finds it. A file that the decoder, who knows nothing of the library,
-// finds sound must load, and hold what it says.
+// finds sound must load, and hold what it says; one that the verifier accepts must give a model
+// that says the same.
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,8 +16,10 @@
 #include "query/process_state.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/model.h"
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
+#include "ruxcomp/verify.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -128,6 +132,43 @@ void Reload(const std::string& path, std::uint32_t loaded) {
   }
 }
 
+void ExpectSameValues(ruxcomp::Entry entry, GCENTRY loaded) {
+  Expect(entry.values().size() == gcGetValueCount(loaded), "a model has all values");
+  std::uint32_t n = 0;
+  for (const ruxcomp::Value value : entry.values()) {
+    const tagTBLDATA data = gcGetValueByIndex(loaded, n++);
+    Expect(value.index() == data.index && value.kind() == data.kind, "a model has the same values");
+    if (data.kind == RUX_DATA_NUMBER) {
+      Expect(value.number() == data.data.number, "a model has the same numbers");
+    } else if (data.kind == RUX_DATA_STRING) {
+      Expect(value.text() == data.data.string, "a model has the same texts");
+    }
+  }
+}
+
+// Of a file that is loaded: a model of its bytes says what the queries say.
+void ExpectModel(const ruxcomp::Model& model) {
+  for (std::uint32_t kind = RUX_SECT_MORVRUX; kind <= RUX_SECT_INCLUDE; ++kind) {
+    Expect(model.sections(kind).size() == gcGetSectCount(kind), "a model has all sections");
+    for (const ruxcomp::Section section : model.sections(kind)) {
+      const GCSECTION loaded = gcGetSectByIndex(kind, section.ordinal());
+      Expect(section.entries().size() == gcGetEntryCount(loaded), "a model has all entries");
+      std::uint32_t n = 0;
+      for (const ruxcomp::Entry entry : section.entries()) {
+        ExpectSameValues(entry, gcGetEntryByIndex(loaded, n++, nullptr));
+      }
+    }
+  }
+}
+
+void ExpectVerifiedModel(const std::string& bytes, bool decoded, bool loaded) {
+  const std::optional<ruxcomp::Model> model = ruxcomp::Model::OfVerified(bytes);
+  Expect(model.has_value() == !ruxcomp::Verify(bytes), "sound files, and no others, have models");
+  if (!model) return;
+  Expect(decoded && loaded, "a file that is verified can be decoded and loaded");
+  ExpectModel(*model);
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -147,6 +188,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
            "version and creation time are those of the file");
     fuzz::ExpectLoaded(meta);
   }
+  ExpectVerifiedModel(std::string(bytes), faults.empty(), loaded == 1);
   AskEverything();  // also of what a damaged file left behind
   Reload(folder / "meta", loaded);
   core::ResetProcessState();

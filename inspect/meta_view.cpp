@@ -9,7 +9,7 @@
 #include "compiled/compiled_file.h"
 #include "compiled/datum.h"
 #include "ruxcomp/file/header.h"
-#include "ruxcomp/model/file.h"
+#include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/records.h"

@@ -6,17 +6,15 @@
 //   readings: 3, beyond a threshold: 1, of unknown sensors: 1
 //
 // What a daemon does all day: look a sensor up and read some of its values. The read model does
-// that in some ten nanoseconds; it is made once, and the library has nothing more to do then.
+// that in some ten nanoseconds. It is made once, of a file that is sound, and is header-only: this
+// program needs no library.
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
 #include <optional>
 #include <string>
 
-#include "ruxcomp/ruxcomp.h"
-
-// The library's messages come from compiling scripts: a program that only asks has no use for them.
-extern "C" RUX_API void Output(unsigned int /*size*/, const char* /*format*/, ...) {}
+#include "ruxcomp/model.h"
 
 namespace {
 
@@ -34,15 +32,17 @@ constexpr Threshold kThresholds[] = {
 };
 
 // Tells every threshold that the reading is beyond; whether there is one.
-bool IsBeyond(const ruxcomp::Section sensor, std::uint32_t reading) {
+bool IsBeyond(const ruxcomp::Section sensor, std::int32_t reading) {
   bool is_beyond = false;
   for (const Threshold& threshold : kThresholds) {
     // A sensor without this entry has a null value: no need to ask at every step.
     const ruxcomp::Value limit = sensor.entry(threshold.entry).value();
     if (!limit) continue;
-    if (threshold.is_upper ? reading <= limit.number() : reading >= limit.number()) continue;
-    std::printf("%s: %u is %s %s (%u)\n", sensor.name().data(), reading,
-                threshold.is_upper ? "above" : "below", threshold.key, limit.number());
+    // Numbers in a file have no sign; these are temperatures and the like, which may be below 0.
+    const std::int32_t number = limit.signed_number();
+    if (threshold.is_upper ? reading <= number : reading >= number) continue;
+    std::printf("%s: %d is %s %s (%d)\n", sensor.name().data(), reading,
+                threshold.is_upper ? "above" : "below", threshold.key, number);
     is_beyond = true;
   }
   return is_beyond;
@@ -53,7 +53,7 @@ void CheckReadings(const ruxcomp::Model& model, std::istream& readings) {
   unsigned int beyond = 0;
   unsigned int unknown = 0;
   std::string name;
-  for (std::uint32_t reading = 0; readings >> name >> reading; ++count) {
+  for (std::int32_t reading = 0; readings >> name >> reading; ++count) {
     const ruxcomp::Section sensor = model.section_named(RUX_SECT_SENSOR, name);
     if (!sensor) {
       ++unknown;
@@ -72,9 +72,10 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: check_readings META <READINGS\n");
     return 2;
   }
-  const std::optional<ruxcomp::Model> model = ruxcomp::Model::Load(argv[1]);
+  ruxcomp::Fault fault;
+  const std::optional<ruxcomp::Model> model = ruxcomp::Model::LoadVerified(argv[1], &fault);
   if (!model) {
-    std::fprintf(stderr, "%s: error %u\n", argv[1], gcGetLastError());
+    std::fprintf(stderr, "%s: %s\n", argv[1], ruxcomp::FaultText(fault).c_str());
     return 1;
   }
   CheckReadings(*model, std::cin);

@@ -52,7 +52,8 @@ std::string CellText(GCSECTION section, std::uint32_t entry) {
   const tagTBLDATA value = gcGetValueByIndex(gcGetEntryByType(section, entry), 0);
   if (value.kind == RUX_DATA_STRING) return value.data.string;
   if (value.kind != RUX_DATA_NUMBER) return "-";
-  if (entry != RUX_ENTRY_ID) return std::to_string(value.data.number);
+  // Numbers in a file have no sign; thresholds may be below 0.
+  if (entry != RUX_ENTRY_ID) return std::to_string(static_cast<std::int32_t>(value.data.number));
   char text[16];
   std::snprintf(text, sizeof text, "0x%X", value.data.number);
   return text;

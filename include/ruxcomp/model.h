@@ -1,7 +1,8 @@
 // A loaded meta file as a model of its own, for hosts that read many values.
 //
-//   const std::optional<ruxcomp::Model> model = ruxcomp::Model::Load("board.meta");
-//   if (!model) return Fail(gcGetLastError());
+//   ruxcomp::Fault fault;
+//   const std::optional<ruxcomp::Model> model = ruxcomp::Model::LoadVerified("board.meta", &fault);
+//   if (!model) return Fail(ruxcomp::FaultText(fault));
 //   for (const ruxcomp::Section sensor : model->sections(RUX_SECT_SENSOR)) {
 //     const ruxcomp::Value limit = sensor.entry(RUX_ENTRY_THRESHOLD_FH).value();
 //     if (limit) std::printf("%s: %u\n", sensor.name().data(), limit.number());
@@ -33,10 +34,12 @@
 // when that is moved; neither gcUnInit nor another gcInit touches them. There may be any number of
 // models.
 //
-// Threads: making a model asks the library, so it belongs on the library's thread. What is made may
-// be read on any number of threads.
+// Threads: LoadVerified, OfVerified and ReadModel do without the library and may run on any thread;
+// a program that makes its models by them need not link it. Load and OfLoaded ask the library, so
+// they belong on the library's thread. What is made may be read on any number of threads.
 //
-// Cost: making a model takes a time and memory in proportion to the file, less than gcInit took.
+// Cost: making a model takes a time and memory in proportion to the file, less than gcInit took;
+// verifying the file first (verify.h) takes about as long again.
 // Sections by ID and by name are looked up by hash, and so are the entries of large sections; those
 // of small ones are walked over. What a value stands for is read from arrays, without a search.
 #ifndef RUXCOMP_MODEL_H_
@@ -48,12 +51,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "ruxcomp/file/whole_file.h"
 #include "ruxcomp/model/builder.h"
 #include "ruxcomp/model/capture.h"
+#include "ruxcomp/model/file.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/records.h"
 #include "ruxcomp/query.h"
+#include "ruxcomp/verify.h"
 
 namespace ruxcomp {
 
@@ -79,6 +86,16 @@ class Model {
     if (gcInit(path, info) == 0) return std::nullopt;
     return OfLoaded();
   }
+
+  // Reads a meta file and makes a model of it, when it is sound (verify.h). None otherwise:
+  // `fault`, unless null, gets the reason, also that of a file that cannot be read or is not a
+  // regular one (offset 0, record "file"). What the library has loaded stays as it is. Refuses some
+  // files that gcInit loads, such as one whose end became zeros; the models of all others are those
+  // that Load makes.
+  static std::optional<Model> LoadVerified(const std::string& path, Fault* fault = nullptr);
+
+  // The same of bytes that are in memory. The model keeps them.
+  static std::optional<Model> OfVerified(std::string bytes, Fault* fault = nullptr);
 
   // Of every kind of language/sections.def, one kind after the other in the order of that list;
   // `kind` is a RUX_SECT_.... Those of a kind are in the order of the script. Sections of other
@@ -127,6 +144,32 @@ inline std::optional<std::uint32_t> Model::group_index(std::string_view name) co
   // The root group has an index but no section.
   if (name == language::kRootGroup) return 0;
   return std::nullopt;
+}
+
+// The model of bytes that are known to be sound, because they were verified before. Of others, the
+// model holds what is before the first fault.
+inline Model ReadModel(std::string bytes) { return Model(detail::ReadFile(std::move(bytes))); }
+
+namespace detail {
+
+inline std::nullopt_t Refused(Fault&& found, Fault* fault) {
+  if (fault != nullptr) *fault = std::move(found);
+  return std::nullopt;
+}
+
+}  // namespace detail
+
+inline std::optional<Model> Model::OfVerified(std::string bytes, Fault* fault) {
+  if (std::optional<Fault> found = Verify(bytes)) return detail::Refused(std::move(*found), fault);
+  return ReadModel(std::move(bytes));
+}
+
+inline std::optional<Model> Model::LoadVerified(const std::string& path, Fault* fault) {
+  std::string bytes;
+  if (std::optional<Fault> found = file::ReadWholeFile(path, bytes)) {
+    return detail::Refused(std::move(*found), fault);
+  }
+  return OfVerified(std::move(bytes), fault);
 }
 
 }  // namespace ruxcomp

@@ -28,7 +28,8 @@ struct tagTBLDATA {
     std::uint32_t number;  // kind RUX_DATA_NUMBER
   } data;
 };
-static_assert(sizeof(tagTBLDATA) == 16, "hosts rely on this layout");
+static_assert(sizeof(tagTBLDATA) == 2 * sizeof(std::uint32_t) + sizeof(const char*),
+              "two words and a pointer, without padding: the layout is part of the interface");
 
 // A compiled entry: its identifier (a RUX_ENTRY_... or the table index of its name) and its values
 // (table indices and immediate codes).

@@ -1,5 +1,5 @@
 // The whole interface of libruxcomp: compiling scripts, asking meta files and debug meta files, and
-// the read model of meta files.
+// the read model and the verifier of meta files.
 #ifndef RUXCOMP_RUXCOMP_H_
 #define RUXCOMP_RUXCOMP_H_
 
@@ -11,5 +11,6 @@
 #include "ruxcomp/output.h"
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
+#include "ruxcomp/verify.h"
 
 #endif  // RUXCOMP_RUXCOMP_H_

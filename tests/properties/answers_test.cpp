@@ -1,6 +1,6 @@
 // What the queries on a meta file tell is what the script says, and the read model tells it, too.
 #include "compiled/verify.h"
-#include "ruxcomp/model/file.h"
+#include "ruxcomp/model.h"
 #include "tests/properties/expected_answers.h"
 #include "tests/properties/model_test.h"
 #include "tests/read_model/same_answers.h"

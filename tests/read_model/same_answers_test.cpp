@@ -2,9 +2,11 @@
 #include "tests/read_model/same_answers.h"
 
 #include <filesystem>
+#include <optional>
 
 #include "compiled/verify.h"
-#include "ruxcomp/model/file.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/verify.h"
 #include "tests/api/meta_bytes.h"
 #include "tests/damage/damages.h"
 #include "tests/damage/memory_file.h"
@@ -73,8 +75,15 @@ TEST_P(SameAnswersOfDamaged, MetaFile) {
     const bool is_loaded = gcInit(file.path()) != 0;
     ++(is_loaded ? loaded : refused);
     ExpectSameAnswers(Model::OfLoaded());
-    if (rux::compiled::Verify(damages.At(i)).empty())
-      ExpectSameAnswers(ruxcomp::ReadModel(damages.At(i)));
+    const rux::compiled::Faults faults = rux::compiled::Verify(damages.At(i));
+    ruxcomp::Fault fault;
+    const std::optional<Model> verified = Model::OfVerified(damages.At(i), &fault);
+    ASSERT_EQ(verified.has_value(), faults.empty());
+    if (verified) {
+      ExpectSameAnswers(*verified);
+    } else if (ruxcomp::file::FormOf(damages.At(i)) == ruxcomp::file::Form::kMeta) {
+      EXPECT_EQ(ruxcomp::FaultText(fault), ruxcomp::FaultText(faults.list().front()));
+    }
     gcUnInit();
     EXPECT_EQ(Model::Load(file.path()).has_value(), is_loaded);
   }

@@ -15,8 +15,8 @@
 namespace ruxcomp::file {
 
 struct Fault {
-  std::size_t offset;  // of the field
-  std::string record;  // "kind block 2, section 3, entry 5, payload", ordinals from 0
+  std::size_t offset = 0;  // of the field
+  std::string record;      // "kind block 2, section 3, entry 5, payload", ordinals from 0
   std::string field;
   std::string reason;  // what is there and why it cannot be
 };
@@ -82,9 +82,10 @@ class FaultArgument {
 };
 
 // A reason: the format with an argument in each pair of braces. "{}" takes the next one, "{0}" the
-// first; what follows a colon is the form of a number.
+// first; what follows a colon is the form of a number. The list comes by reference: by value, g++
+// for 32-bit ARM notes at each use that it once passed such lists in another way.
 inline std::string ReasonText(std::string_view format,
-                              std::initializer_list<FaultArgument> arguments) {
+                              const std::initializer_list<FaultArgument>& arguments) {
   std::string text;
   for (const FaultArgument* next = arguments.begin();;) {
     const std::size_t open = format.find('{');

@@ -15,6 +15,9 @@ namespace ruxcomp::file {
 
 enum class Form { kNone, kMeta, kDebugMeta };
 
+// No compiled file has more.
+inline constexpr std::size_t kMostFileBytes = std::size_t{256} << 20;
+
 // Both forms have the same version and header but for the magic.
 inline constexpr std::uint32_t kVersion = language::meta_format::kVersion;
 inline constexpr std::size_t kVersionOffset = language::meta_format::kVersionOffset;

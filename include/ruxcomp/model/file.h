@@ -9,13 +9,16 @@
 #include <string_view>
 #include <utility>
 
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
-#include "ruxcomp/model.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/builder.h"
-#include "ruxcomp/model/seeded_hash.h"
+#include "ruxcomp/verify/text_set.h"
 
-namespace ruxcomp {
-namespace detail {
+namespace ruxcomp::detail {
 
 class ModelVisitor : public file::MetaVisitor {
  public:
@@ -49,13 +52,13 @@ class ModelVisitor : public file::MetaVisitor {
   // A text that is repeated, which only properties can be, keeps its first index.
   void AddTexts(std::uint32_t base, std::string_view texts) {
     const bool may_repeat = base == language::CLASS_Property;
-    HashSet<std::string_view> known;
+    verify::TextSet known;
     const auto count = std::count(texts.begin(), texts.end(), '\0');
     builder_.ReserveIndices(base, static_cast<std::size_t>(count));
     for (std::size_t begin = 0; begin < texts.size(); ++base) {
       const std::size_t end = std::min(texts.find('\0', begin), texts.size());
       const std::string_view text = texts.substr(begin, end - begin);
-      if (!may_repeat || known.insert(text).second) builder_.AddText(base, text);
+      if (!may_repeat || known.Insert(text)) builder_.AddText(base, text);
       begin = end + 1;
     }
   }
@@ -63,19 +66,16 @@ class ModelVisitor : public file::MetaVisitor {
   ModelBuilder& builder_;
 };
 
-}  // namespace detail
-
-// The model that the library would have after a gcInit of a file of these bytes, made without it:
-// the file needs no path, and no records are made for everything in it. Of a file that is not
-// sound, the model holds what is before the first fault.
-inline Model ReadModel(std::string bytes) {
+// What the library would hold after a gcInit of a file of these bytes, found without it. Of a file
+// that is not sound, what is before the first fault.
+inline ModelBuilder ReadFile(std::string bytes) {
   ModelBuilder builder;
-  detail::ModelVisitor visitor(builder);
+  ModelVisitor visitor(builder);
   file::Faults faults;
   file::WalkMeta(builder.KeepFile(std::move(bytes)), faults, visitor);
-  return Model(std::move(builder));
+  return builder;
 }
 
-}  // namespace ruxcomp
+}  // namespace ruxcomp::detail
 
 #endif  // RUXCOMP_MODEL_FILE_H_

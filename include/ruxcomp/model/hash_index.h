@@ -97,7 +97,8 @@ class HashIndex {
   // Where the key stands, or the free slot where it would.
   std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
     const std::size_t mask = slots_.size() - 1;  // a power of two, less one
-    std::size_t at = Mixed(seed_ ^ (key.Hash() | std::uint64_t{scope} << 32)) & mask;
+    const std::uint64_t hash = Mixed(seed_ ^ (key.Hash() | std::uint64_t{scope} << 32));
+    std::size_t at = static_cast<std::size_t>(hash) & mask;
     while (slots_[at].item != kNoItem && !(slots_[at].scope == scope && slots_[at].key == key)) {
       at = (at + 1) & mask;
     }

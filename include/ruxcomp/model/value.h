@@ -37,6 +37,13 @@ class Value {
     return kind() == RUX_DATA_NUMBER ? number_ : 0;
   }
 
+  // The same as a number with a sign, 0 unless kind() is RUX_DATA_NUMBER. Files have no sign: a -20
+  // of the script is 0xFFFFFFEC, and only who knows what the number means knows that it is below 0.
+  // A -1 is 0xFFFFFFFF, which cannot be told from nothing.
+  constexpr std::int32_t signed_number() const noexcept {
+    return static_cast<std::int32_t>(number());
+  }
+
   // Empty unless kind() is RUX_DATA_STRING. A zero byte follows it, so that data() is a C string.
   constexpr std::string_view text() const noexcept {
     return text_ != nullptr ? std::string_view(text_, number_) : std::string_view("");

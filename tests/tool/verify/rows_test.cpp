@@ -194,7 +194,7 @@ TEST(VerifyRows, EveryReasonHasARow) {
     }
   }
   std::size_t count = 0;
-  for (const char* folder : {"compiled", "include/ruxcomp/file"}) {
+  for (const char* folder : {"compiled", "include/ruxcomp/file", "include/ruxcomp/verify"}) {
     for (const fs::directory_entry& file : fs::directory_iterator(fs::path(RUX_SOURCES) / folder)) {
       for (const std::string& reason : ReasonsIn(ReadFile(file.path()))) {
         ++count;

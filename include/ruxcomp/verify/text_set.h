@@ -1,6 +1,6 @@
 // Finding texts that occur twice.
-#ifndef COMPILED_TEXT_SET_H_
-#define COMPILED_TEXT_SET_H_
+#ifndef RUXCOMP_VERIFY_TEXT_SET_H_
+#define RUXCOMP_VERIFY_TEXT_SET_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 #include "ruxcomp/model/hash_index.h"
 
-namespace rux::compiled {
+namespace ruxcomp::verify {
 
 // A set of texts that outlive it. Each takes constant time on average, whoever chose them.
 class TextSet {
@@ -25,9 +25,9 @@ class TextSet {
  private:
   static constexpr std::uint32_t kScope = 0;  // the only one
 
-  ruxcomp::detail::HashIndex<ruxcomp::detail::TextKey> texts_;
+  detail::HashIndex<detail::TextKey> texts_;
 };
 
-}  // namespace rux::compiled
+}  // namespace ruxcomp::verify
 
-#endif  // COMPILED_TEXT_SET_H_
+#endif  // RUXCOMP_VERIFY_TEXT_SET_H_

@@ -1,0 +1,290 @@
+// What the values of the entries of a meta file must be.
+#ifndef RUXCOMP_VERIFY_VALUE_RULES_H_
+#define RUXCOMP_VERIFY_VALUE_RULES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "ruxcomp/file/cursor.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/meta_records.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/compiled_entries.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
+#include "ruxcomp/verify/local_values.h"
+#include "ruxcomp/verify/meta_references.h"
+#include "ruxcomp/verify/meta_tables.h"
+
+namespace ruxcomp::verify {
+
+// Judges one entry after the other. Where the compiler passes on what no check of the script looks
+// at, anything goes: the arguments of a repeater, and operands of an action that has so many
+// arguments that the number of one can run over into the class of its word.
+class ValueRules {
+ public:
+  ValueRules(const MetaTables& tables, MetaReferences& references)
+      : tables_(tables), references_(references), local_values_(tables) {}
+
+  void BeginSection(const file::MetaSectionView& section) {
+    section_ = static_cast<std::uint32_t>(section.ordinal);
+    identifier_ = section.identifier;
+    has_argument_number_ = false;
+    operands_are_any_ = false;
+    parent_place_ = {};
+    local_values_.BeginSection(section_);
+  }
+  void CheckEntry(file::Cursor& cursor, const file::MetaEntryView& entry,
+                  language::Content content);
+  // The section has an entry of that name, for its other values to mention.
+  void AddLocalValue(std::uint32_t identifier) { local_values_.Add(identifier); }
+  void EndSection(file::Cursor& cursor) { local_values_.EndSection(cursor); }
+
+ private:
+  static constexpr std::uint32_t kGroup = language::KindOf(language::SECTION_GROUP).compiled;
+  static constexpr std::uint32_t kAction = language::KindOf(language::SECTION_ACTION).compiled;
+  static constexpr std::uint32_t kArgumentNumber =
+      language::FindEntryRow(language::ENTRY_ARGNUMBER)->compiled;
+
+  // Words of one entry.
+  struct Values {
+    file::Cursor& cursor;
+    const file::MetaEntryView& entry;
+
+    std::uint32_t operator[](std::size_t i) const { return entry.values[i]; }
+    std::size_t OffsetOf(std::size_t i) const { return entry.value_offset(i); }
+  };
+
+  // How many values an entry may have.
+  struct Range {
+    std::size_t least;
+    std::size_t most;
+  };
+
+  static bool ExpectCount(Values values, Range right) {
+    const std::size_t count = values.entry.values.size();
+    if (count >= right.least && count <= right.most) return true;
+    ReportCount(values, right);
+    return false;
+  }
+  [[gnu::cold]] static void ReportCount(Values values, Range right);
+  // Of an entry of a type, the type included.
+  static Range CountsFor(std::uint32_t code, const file::Words& values) {
+    const language::ValueType& type = language::TypeFor(
+        code, values.size() > 1 ? language::OrdinalOf(values[1]) : language::kFirstComparison);
+    return {type.least, type.MostKept()};
+  }
+
+  bool Check(Values values, std::size_t i, std::uint32_t base) const {
+    return tables_.Check(values.cursor, "value", values.OffsetOf(i), values[i], base);
+  }
+  void CheckSingle(Values values, language::Content content);
+  void CheckText(Values values, language::Content content);
+  void CheckNumber(Values values);
+  void CheckParent(Values values);
+  void Define(Values values, std::uint32_t base);
+  void CheckTypedValue(Values values);
+  void CheckRepetition(Values values);
+  void CheckPart(Values values, std::size_t i, language::Role role, std::size_t last_argument);
+  void CheckOperand(Values values, std::size_t i, std::size_t last_argument);
+  static void CheckOperator(Values values, std::size_t i);
+
+  void Use(Values values, std::size_t i, std::uint32_t base) {
+    if (Check(values, i, base)) references_.Use(values[i], PlaceOf(values, i));
+  }
+  // Only actions have values for their other values to mention.
+  void UseLocalValue(Values values, std::size_t i) {
+    if (identifier_ != kAction) return ReportNoOperand(values, i);
+    if (Check(values, i, language::CLASS_Value)) {
+      local_values_.Mention(values[i], PlaceOf(values, i));
+    }
+  }
+  static void ReportNoOperand(Values values, std::size_t i) {
+    values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is no operand", values[i]);
+  }
+  WordPlace PlaceOf(Values values, std::size_t i) const {
+    return {section_, static_cast<std::uint32_t>(values.entry.ordinal),
+            static_cast<std::uint32_t>(values.OffsetOf(i))};
+  }
+
+  const MetaTables& tables_;
+  MetaReferences& references_;
+
+  // Of the section that one is in.
+  std::uint32_t section_ = 0;  // its ordinal
+  std::uint32_t identifier_ = 0;
+  bool has_argument_number_ = false;
+  bool operands_are_any_ = false;
+  std::uint32_t parent_ = 0;  // of a GROUP or SENSOR: the group that it is in
+  WordPlace parent_place_;
+  LocalValues local_values_;
+};
+
+inline void ValueRules::CheckEntry(file::Cursor& cursor, const file::MetaEntryView& entry,
+                                   language::Content content) {
+  const Values values{cursor, entry};
+  switch (content) {
+    case language::Content::kTypedValue:
+      return CheckTypedValue(values);
+    case language::Content::kRepetition:
+      return CheckRepetition(values);
+    case language::Content::kNumbers:
+      for (std::size_t i = 0; i < entry.values.size(); ++i) Check(values, i, language::CLASS_Dword);
+      return;
+    default:
+      if (ExpectCount(values, {1, 1})) CheckSingle(values, content);
+  }
+}
+
+inline void ValueRules::ReportCount(Values values, Range right) {
+  std::string text = std::to_string(right.least);
+  if (right.most == language::kAnyNumber) {
+    text += " or more";
+  } else if (right.most != right.least) {
+    text += " to " + std::to_string(right.most);
+  }
+  values.cursor.Report("value count", values.entry.count_offset(), "it is {}, right is {}",
+                       values.entry.values.size(), text);
+}
+
+// The only value of its entry.
+inline void ValueRules::CheckSingle(Values values, language::Content content) {
+  switch (content) {
+    case language::Content::kNumber:
+      return CheckNumber(values);
+    case language::Content::kParent:
+      return CheckParent(values);
+    case language::Content::kGroupName:
+      return Define(values, language::CLASS_Group);
+    case language::Content::kActionName:
+      return Define(values, language::CLASS_Action);
+    default:
+      return CheckText(values, content);
+  }
+}
+
+inline void ValueRules::CheckText(Values values, language::Content content) {
+  if (!Check(values, 0, language::CLASS_String)) return;
+  if (content != language::Content::kAnyText && tables_.TextOf(values[0]).empty()) {
+    values.cursor.Report("value", values.OffsetOf(0), "the text is empty");
+  }
+  if (content == language::Content::kName && !references_.NameSection(identifier_, values[0])) {
+    values.cursor.Report("value", values.OffsetOf(0),
+                         "a section of this kind before it has the name");
+  }
+}
+
+inline void ValueRules::CheckNumber(Values values) {
+  if (!Check(values, 0, language::CLASS_Dword)) return;
+  if (values.entry.identifier != kArgumentNumber) return;
+  has_argument_number_ = true;
+  operands_are_any_ = tables_.NumberOf(values[0]) >= language::kMostOrdinals;
+}
+
+inline void ValueRules::CheckParent(Values values) {
+  constexpr std::uint32_t kRoot = language::CLASS_Group;
+  if (!Check(values, 0, language::CLASS_Group)) return;
+  parent_ = values[0];
+  parent_place_ = PlaceOf(values, 0);
+  // Groups may stand at the root; a sensor is in a group.
+  if (identifier_ != kGroup || parent_ != kRoot) references_.Use(parent_, parent_place_);
+}
+
+inline void ValueRules::Define(Values values, std::uint32_t base) {
+  if (!Check(values, 0, base)) return;
+  if (!references_.Define(values[0])) {
+    values.cursor.Report("value", values.OffsetOf(0),
+                         "a section of this kind before it has the name");
+  } else if (base == language::CLASS_Group && parent_place_.offset != 0) {
+    references_.SetParent(values[0], parent_, parent_place_);
+  }
+}
+
+inline void ValueRules::CheckTypedValue(Values values) {
+  const file::Words& words = values.entry.values;
+  if (!ExpectCount(values, {1, language::kAnyNumber})) return;
+  if (language::ClassOf(words[0]) != language::CLASS_ValueType) {
+    // The code of a type that no value has a record for may run over into the class.
+    if (words.size() > 1) Check(values, 0, language::CLASS_ValueType);
+    return;
+  }
+  const std::uint32_t code = language::OrdinalOf(words[0]);
+  if (!ExpectCount(values, CountsFor(code, words))) return;
+  const language::ValueType& type = language::FindValueType(code);
+  const std::size_t last_argument =
+      type.Has(language::kForwardsArguments) ? words.size() - 1 - type.TextCount() : 0;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    CheckPart(values, i, type.RoleOf(i - 1), last_argument);
+  }
+}
+
+inline void ValueRules::CheckRepetition(Values values) {
+  // A count that is no plain number leaves the entry without values.
+  if (values.entry.values.empty() || !ExpectCount(values, {2, language::kAnyNumber})) return;
+  Check(values, 0, language::CLASS_Dword);
+  Use(values, 1, language::CLASS_Action);
+}
+
+inline void ValueRules::CheckPart(Values values, std::size_t i, language::Role role,
+                                  std::size_t last_argument) {
+  switch (role) {
+    case language::Role::kOperand:
+      return CheckOperand(values, i, last_argument);
+    case language::Role::kNumber:
+      Check(values, i, language::CLASS_Dword);
+      return;
+    case language::Role::kLocalValue:
+      // A defined word may have such a name, too.
+      if (language::ClassOf(values[i]) == language::CLASS_Dword && identifier_ == kAction) {
+        Check(values, i, language::CLASS_Dword);
+      } else {
+        UseLocalValue(values, i);
+      }
+      return;
+    case language::Role::kAction:
+      return Use(values, i, language::CLASS_Action);
+    case language::Role::kTable:
+      return Use(values, i, language::CLASS_TableName);
+    case language::Role::kOperator:
+      return CheckOperator(values, i);
+    case language::Role::kNone:
+    case language::Role::kRepeatCount:  // of repeaters
+    case language::Role::kRepeatArgument:
+      return;
+  }
+}
+
+inline void ValueRules::CheckOperand(Values values, std::size_t i, std::size_t last_argument) {
+  if (operands_are_any_) return;
+  switch (language::ClassOf(values[i])) {
+    case language::CLASS_Dword:
+      Check(values, i, language::CLASS_Dword);
+      return;
+    case language::CLASS_Global:
+      return Use(values, i, language::CLASS_Global);
+    case language::CLASS_Value:
+      return UseLocalValue(values, i);
+    case language::CLASS_Small:
+      if (has_argument_number_ || language::OrdinalOf(values[i]) <= last_argument) return;
+      return values.cursor.Report("value", values.OffsetOf(i), "it is argument {}, the last is {}",
+                                  language::OrdinalOf(values[i]), last_argument);
+    default:
+      return ReportNoOperand(values, i);
+  }
+}
+
+inline void ValueRules::CheckOperator(Values values, std::size_t i) {
+  if (language::ClassOf(values[i]) == language::CLASS_Operator &&
+      language::FindOperator(language::OrdinalOf(values[i])) != nullptr) {
+    return;
+  }
+  values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is no operator", values[i]);
+}
+
+}  // namespace ruxcomp::verify
+
+#endif  // RUXCOMP_VERIFY_VALUE_RULES_H_
