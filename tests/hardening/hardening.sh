@@ -1,8 +1,9 @@
 #!/bin/sh
-# hardening.sh READELF FILE...: whether programs and libraries have what they are said to be built
-# with.
+# hardening.sh READELF OBJDUMP FILE...: whether programs and libraries have what they are said to be
+# built with.
 readelf=$1
-shift
+objdump=$2
+shift 2
 failed=0
 need() {
   printf '%s\n' "$2" | grep -q "$3" && return
@@ -15,6 +16,12 @@ for file in "$@"; do
   need "$file" "$("$readelf" -dW "$file")" NOW 'binding at start, which makes RELRO full'
   need "$file" "$("$readelf" -lW "$file")" 'GNU_STACK.* RW ' 'a stack that is not executable'
   need "$file" "$("$readelf" -sW "$file")" __stack_chk_fail 'the stack protector'
+  # A place that indirect calls may go to begins with this instruction.
+  case $("$readelf" -hW "$file") in
+    *X86-64*)
+      need "$file" "$("$objdump" -d --no-show-raw-insn "$file")" endbr64 'control-flow protection'
+      ;;
+  esac
 done
 # Only where something is copied into a buffer of known size there is something to fortify.
 need "$1" "$("$readelf" -sW "$1")" '__\(mem\|str\|[a-z]*printf\)[a-z]*_chk' '_FORTIFY_SOURCE'
