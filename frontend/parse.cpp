@@ -26,6 +26,7 @@ CRUXParse::~CRUXParse() {
 std::uint32_t CRUXParse::Start(const std::string& path) {
   operations_.reset();
   script_ = findings::Origin::kNone;
+  fileHandle = nullptr;  // also when opening raises an error
   fileHandle = RSOpenFile(path);
   if (!fileHandle) return 0;
   script_ = m_opened++;

@@ -10,10 +10,11 @@
 //   }
 //   gcUnInit();
 //
-// One meta file is loaded at a time; call everything from one thread. Handles point into the loaded
-// data, a section handle at a tagGCSECT and an entry handle at a tagGCENTRY (records.h): they stay
-// valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded file
-// with gcUnInit before loading the next: gcInit does not.
+// One meta file is loaded at a time; call everything from one thread, or with one lock around every
+// call. Queries raise nothing and need no memory. Handles point into the loaded data, which hosts
+// only read, a section handle at a tagGCSECT and an entry handle at a tagGCENTRY (records.h): they
+// stay valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded
+// file with gcUnInit before loading the next: gcInit does not.
 //
 // Cost: sections are found by ordinal, ID and name in constant time after the first question of
 // that sort, which makes an index. Each value that is looked up (gcGetValueByIndex, gcGetValueByID)

@@ -76,6 +76,7 @@ std::vector<std::string> CollidingTexts(std::size_t count) {
 
 std::vector<std::string> DifferentTexts(std::size_t count) {
   std::vector<std::string> texts;
+  texts.reserve(count);
   for (std::size_t ordinal = 0; ordinal < count; ++ordinal) {
     texts.push_back(FirstWord(ordinal) + FirstWord(count - ordinal));
   }
@@ -86,6 +87,7 @@ std::vector<std::uint32_t> CollidingNumbers(std::size_t count) {
   std::unordered_set<std::uint32_t> table;
   table.reserve(count);
   std::vector<std::uint32_t> numbers;
+  numbers.reserve(count);
   for (std::size_t i = 1; i <= count; ++i) {
     numbers.push_back(static_cast<std::uint32_t>(i * table.bucket_count()));
   }
