@@ -17,6 +17,8 @@
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/value.h"
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
 #include "ruxcomp/verify.h"
