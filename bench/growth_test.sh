@@ -22,12 +22,12 @@ start=$(count --version)
 status=0
 "$generator" shapes >list
 while read -r shape _ full _; do
-  for part in 200 20; do
+  for part in 400 40; do
     mkdir "$shape$part"
     "$generator" "$shape" $((full / part)) "$shape$part"
   done
-  small=$(count compile "${shape}200/main.rux")
-  large=$(count compile "${shape}20/main.rux")
+  small=$(count compile "${shape}400/main.rux")
+  large=$(count compile "${shape}40/main.rux")
   awk -v shape="$shape" -v small="$small" -v large="$large" -v start="$start" 'BEGIN {
     growth = (large - start) / (small - start)
     printf "%-20s %6.2f\n", shape, growth

@@ -59,7 +59,8 @@ class SharedNameRule : public Rule {
   void CheckName(const ScriptItem& item, std::string_view prefix) {
     const auto [place, is_new] =
         in_section_.try_emplace(item.name().substr(prefix.size()), Known{prefix, item});
-    const auto& [name, known] = *place;
+    const std::string_view name = place->first;
+    const Known& known = place->second;
     if (is_new || known.prefix == prefix) return;
     report_
         .Add(RuleId::kSharedName, item,

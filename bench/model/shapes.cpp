@@ -1,7 +1,12 @@
 #include "bench/model/shapes.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
+#include <ios>
+#include <ostream>
+#include <string>
+#include <vector>
 
 namespace {
 

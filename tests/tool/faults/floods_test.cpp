@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ostream>
 #include <string>
 
 #include "tests/support/temp_folder.h"
@@ -24,6 +25,9 @@ struct Flood {
   std::size_t warnings_a_line;
   std::size_t warnings;
 };
+
+// For the list of tests.
+void PrintTo(const Flood& flood, std::ostream* out) { *out << flood.name; }
 
 const Flood kFloods[] = {
     // PARENT, NAME, ID, TYPE, INITFLAG, CONTROLMASK and VALUE are missing; MORVRUX and SYSTEM.

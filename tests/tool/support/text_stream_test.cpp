@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 using rux::support::TextStream;
 using rux::support::WrittenText;
