@@ -9,6 +9,8 @@
 
 namespace rux::rules {
 
+using TextHash = ruxcomp::detail::SeededHash;
+
 template <class Value>
 using TextMap = ruxcomp::detail::HashMap<std::string_view, Value>;
 
