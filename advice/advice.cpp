@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "advice/facts.h"
+#include "advice/message_advice.h"
 #include "advice/places.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
@@ -38,19 +38,19 @@ const std::string* Wanted(const Diagnostic& diagnostic) {
 }
 
 // Returns how many names were looked at.
-std::size_t AddSuggestion(const sources::SourceSet& sources, const Facts& facts,
+std::size_t AddSuggestion(const sources::SourceSet& sources, const MessageAdvice& advice,
                           Diagnostic& diagnostic) {
   const std::string* wanted = Wanted(diagnostic);
   // A text that is longer than any sensible name would take its time.
   constexpr std::size_t kLongest = 100;
-  if (facts.names == nullptr || wanted == nullptr || wanted->size() > kLongest) return 0;
-  Names names = facts.names(sources, diagnostic);
+  if (advice.names == nullptr || wanted == nullptr || wanted->size() > kLongest) return 0;
+  Names names = advice.names(sources, diagnostic);
   // It is there, though not where it is looked for.
   if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();
-  const std::size_t skipped = facts.prefix.size();
+  const std::size_t skipped = advice.prefix.size();
   for (std::string& name : names) name.erase(0, skipped);
-  diagnostic.suggestion = support::MeantName(wanted->substr(skipped), names);
-  if (diagnostic.suggestion) diagnostic.suggestion->insert(0, facts.prefix);
+  diagnostic.suggestion = support::ClosestName(wanted->substr(skipped), names);
+  if (diagnostic.suggestion) diagnostic.suggestion->insert(0, advice.prefix);
   return names.size();
 }
 
@@ -63,18 +63,19 @@ void ClimbToDifference(const sources::SourceSet& sources, OriginSpot& first, Ori
   }
 }
 
-void AddOtherPlace(const sources::SourceSet& sources, const Facts& facts, Diagnostic& diagnostic) {
-  if (facts.other == nullptr || diagnostic.other == findings::Origin()) return;
+void AddOtherPlace(const sources::SourceSet& sources, const MessageAdvice& advice,
+                   Diagnostic& diagnostic) {
+  if (advice.other == nullptr || diagnostic.other == findings::Origin()) return;
   Diagnostic other;
   Places places(sources, "");
-  if (!places.Locate(diagnostic.other, facts.underline, other)) return;
+  if (!places.Locate(diagnostic.other, advice.underline, other)) return;
   OriginSpot first = sources.At(diagnostic.other);
   OriginSpot again = sources.At(diagnostic.origin);
   const bool is_included_again = first.opening != again.opening &&
                                  other.at.file == diagnostic.at.file &&
                                  other.at.range.begin == diagnostic.at.range.begin;
   if (!is_included_again) {
-    diagnostic.notes.push_back({facts.other, other.at});
+    diagnostic.notes.push_back({advice.other, other.at});
     return;
   }
   first = sources.IncluderOf(*first.opening);
@@ -86,13 +87,13 @@ void AddOtherPlace(const sources::SourceSet& sources, const Facts& facts, Diagno
                               diagnostics::LocationIn(file, file.RangeOf(first.item->value))});
 }
 
-void AddHint(const Facts& facts, Diagnostic& diagnostic) {
+void AddHint(const MessageAdvice& advice, Diagnostic& diagnostic) {
   if (diagnostic.row == &findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
     const std::string rule = KeyRuleOf(*diagnostic.section);
     if (!rule.empty()) diagnostic.notes.push_back({rule, {}});
   }
-  if (facts.needs_hint != nullptr && facts.needs_hint(diagnostic)) {
-    diagnostic.notes.push_back({facts.hint, {}});
+  if (advice.needs_hint != nullptr && advice.needs_hint(diagnostic)) {
+    diagnostic.notes.push_back({advice.hint, {}});
   }
 }
 
@@ -119,10 +120,10 @@ void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
   for (Diagnostic& diagnostic : diagnostics) {
     if (diagnostic.severity == diagnostics::Severity::kNote) continue;
     if (advised++ == kMostAdvised) break;
-    const Facts& facts = FactsOf(diagnostic.row);
-    if (compared < kMostCompared) compared += AddSuggestion(result.sources, facts, diagnostic);
-    AddOtherPlace(result.sources, facts, diagnostic);
-    AddHint(facts, diagnostic);
+    const MessageAdvice& advice = AdviceFor(diagnostic.row);
+    if (compared < kMostCompared) compared += AddSuggestion(result.sources, advice, diagnostic);
+    AddOtherPlace(result.sources, advice, diagnostic);
+    AddHint(advice, diagnostic);
   }
 }
 

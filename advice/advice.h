@@ -1,4 +1,4 @@
-// What helps people to understand the diagnostics of a script.
+// Suggestions, second places and notes that help to understand the diagnostics of a script.
 #ifndef ADVICE_ADVICE_H_
 #define ADVICE_ADVICE_H_
 

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "advice/facts.h"
+#include "advice/message_advice.h"
 #include "advice/places.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
@@ -76,7 +76,7 @@ Diagnostic DiagnosticOf(const run::Finding& finding) {
   return diagnostic;
 }
 
-// Some of what the check calls an error is none of its reasons to refuse a script.
+// The check calls some messages errors and accepts the script all the same.
 Severity SeverityOf(const findings::MessageRow& row, bool accepted) {
   return row.lead.is_error && !accepted ? Severity::kError : row.severity;
 }

@@ -78,7 +78,7 @@ Names Keywords(const SourceSet&, const Diagnostic& diagnostic) {
   for (const language::EntryTemplate& row : kind->templates) {
     names.emplace_back(language::FindEntryRow(row.identifier)->keyword);
   }
-  // A key that may repeat is no free name.
+  // A key that may repeat is not a free name.
   for (const language::FreeEntryRule& rule : kind->free_entries) {
     if ((rule.notation & language::kFreeName) != 0) continue;
     names.emplace_back(language::FindEntryRow(rule.identifier)->keyword);

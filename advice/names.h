@@ -1,4 +1,4 @@
-// The names that a script and the language give, for those who look for what was meant.
+// The names of a script and of the language, as candidates for a suggestion.
 #ifndef ADVICE_NAMES_H_
 #define ADVICE_NAMES_H_
 
@@ -11,24 +11,24 @@
 namespace rux::advice {
 
 // Each gives the names that may have been meant where the diagnostic is.
-using FindNames = std::vector<std::string>(const sources::SourceSet& sources,
-                                           const diagnostics::Diagnostic& diagnostic);
+using NameFinder = std::vector<std::string>(const sources::SourceSet& sources,
+                                            const diagnostics::Diagnostic& diagnostic);
 
 // Of the language.
-FindNames SectionKeywords;
-FindNames Operators;
-FindNames Keywords;  // the keys that the section takes
+NameFinder SectionKeywords;
+NameFinder Operators;
+NameFinder Keywords;  // the keys that the section takes
 
 // Of the script.
-FindNames DefinedWords;
-FindNames Globals;
-FindNames LocalValues;  // the values of the same ACTION; those of other sections are no operands
-FindNames WordsAndOperands;  // what a number may be given by
-FindNames GroupNames;
-FindNames ActionNames;
-FindNames TableNames;
-FindNames PelmgroupIds;
-FindNames SensorIds;
+NameFinder DefinedWords;
+NameFinder Globals;
+NameFinder LocalValues;  // the values of the same ACTION; those of other sections are not operands
+NameFinder WordsAndOperands;  // what may be written for a number
+NameFinder GroupNames;
+NameFinder ActionNames;
+NameFinder TableNames;
+NameFinder PelmgroupIds;
+NameFinder SensorIds;
 
 }  // namespace rux::advice
 

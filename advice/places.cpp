@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "advice/facts.h"
+#include "advice/message_advice.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/origin.h"
@@ -38,14 +38,14 @@ void Places::Locate(const run::Finding& finding, Diagnostic& diagnostic) {
   // Remarks are about the run.
   if (finding.row->severity == findings::Severity::kNote) return;
   const bool is_located = IsAt(finding, diagnostic) &&
-                          (Locate(finding.origin, FactsOf(finding.row).underline, diagnostic) ||
+                          (Locate(finding.origin, AdviceFor(finding.row).underline, diagnostic) ||
                            LocateProblem(finding, diagnostic));
   if (is_located) return;
   if (finding.place) return Locate(*finding.place, diagnostic);
   diagnostic.at.path = script_;
 }
 
-// A plug-in of somebody else's may have opened other scripts, and found something else in them.
+// A foreign plug-in may have opened other scripts, and found something else in them.
 bool Places::IsAt(const run::Finding& finding, const Diagnostic& diagnostic) const {
   const OriginSpot spot = sources_.At(finding.origin);
   if (spot.opening == nullptr) return false;
@@ -53,7 +53,7 @@ bool Places::IsAt(const run::Finding& finding, const Diagnostic& diagnostic) con
   if (section && spot.section != nullptr && *section != support::Excerpted(spot.section->name)) {
     return false;
   }
-  // What stands nowhere has no line, and no file either.
+  // A finding without a place has neither a line nor a file.
   if (!finding.place || finding.place->line == 0) return true;
   const std::uint32_t line = finding.place->line;
   const bool is_line = spot.section == nullptr || line == spot.section->line ||
@@ -135,7 +135,7 @@ const std::vector<std::string_view>& Places::PartsOf(const reader::Item& item) {
 }
 
 std::vector<diagnostics::Note> Places::IncludesOf(const Opening& opening) const {
-  // Nobody reads more of them.
+  // More of them help no further.
   constexpr std::size_t kMost = 10;
   std::vector<diagnostics::Note> includes;
   for (OriginSpot at = sources_.IncluderOf(opening); at.item != nullptr;

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "advice/facts.h"
+#include "advice/message_advice.h"
 #include "diagnostics/diagnostic.h"
 #include "run/run.h"
 #include "sources/source_set.h"

@@ -35,7 +35,7 @@ std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
     SetEntryValues(section.identifier, *entry, record);
     compiled->entries.push_back(std::move(record));
   }
-  // Owned by nobody but `compiled` until there is room for it.
+  // `compiled` owns it until there is room: push_back may raise.
   g_GCHead.push_back(nullptr);
   g_GCHead.back() = compiled.release();
   return 1;

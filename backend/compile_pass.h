@@ -21,8 +21,8 @@ tagGCSECT* CreateGCSect(std::uint32_t section_id);
 // The compiled identifier of an entry with that key; 0 for entries that are not compiled.
 std::uint32_t GetEntryName(std::uint32_t entry_id, const std::string& key);
 
-// How often the records of g_GCHead were released or replaced: what was remembered of them before
-// is worth nothing.
+// How often the records of g_GCHead were released or replaced: an index of them is
+// valid for one generation.
 std::uint32_t RecordsGeneration();
 void InvalidateRecords();
 

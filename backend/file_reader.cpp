@@ -20,7 +20,7 @@ using ruxcomp::language::LoadWord;
 
 namespace {
 
-// The words that stand from an address on.
+// The stored words from an address on.
 class StoredWord {
  public:
   using iterator_category = std::forward_iterator_tag;
@@ -144,6 +144,6 @@ void FileReader::PaddedBytes(void* to, std::size_t size) {
   auto* out = static_cast<char*>(to);
   const std::size_t read = Read(out, std::min(size, Remaining()));
   std::fill(out + read, out + size, '\0');
-  // Behind the end, the place goes on without bytes.
+  // Beyond the end, the position goes on without bytes.
   if (read < size) Seek(buffered_to_ + (size - read));
 }

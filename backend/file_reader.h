@@ -12,7 +12,7 @@
 
 class FileReader {
  public:
-  // Opens the file; opened() tells whether that went well. Only regular files are opened: a pipe
+  // Opens the file; opened() says whether that went well. Only regular files are opened: a pipe
   // would wait for its writer, and some devices start to work when they are opened.
   explicit FileReader(const std::string& path);
   ~FileReader();

@@ -10,7 +10,7 @@
 
 class FileWriter {
  public:
-  // Creates the file or empties it; is_open() tells whether that went well.
+  // Creates the file or empties it; is_open() says whether that went well.
   explicit FileWriter(const std::string& path) : file_(path, std::ios::binary | std::ios::trunc) {}
   ~FileWriter() { Write(); }
   FileWriter(const FileWriter&) = delete;

@@ -87,7 +87,7 @@ bool ReadTableData(FileReader& file) {
   return file.Bytes(g_tblTableData.data(), length);
 }
 
-// Reads one block, whose class tells what it is; a block of an unknown class is passed over.
+// Reads one block, whose class says what it is; a block of an unknown class is passed over.
 bool ReadTbl(FileReader& file) {
   std::uint32_t base = 0;
   if (!file.Word(base)) return false;

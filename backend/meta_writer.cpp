@@ -45,7 +45,7 @@ TableBlock BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t c
     block.length += static_cast<std::uint32_t>(key.size() + 1);
     if (counts) block.payload += key.size();
   });
-  block.payload += keys.size();  // the zero behind each
+  block.payload += keys.size();  // the zero after each
   block.keys = std::move(keys);
   return block;
 }
@@ -81,7 +81,7 @@ std::size_t SectionsSize() {
   return size;
 }
 
-// The head of the file: all that stands before the sections. `end` is where they end.
+// The head of the file: all that comes before the sections. `end` is where they end.
 Bytes Head(const std::vector<TableBlock>& blocks, std::size_t end) {
   Bytes head(kMagic, kMagic + sizeof(kMagic));
   head.resize(kSectionsOffset);

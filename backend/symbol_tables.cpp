@@ -30,7 +30,7 @@ namespace {
 
 template <class Table, class Key>
 std::uint32_t Intern(Table& table, std::uint32_t& counter, const Key& key, std::uint32_t step) {
-  // Generated models count their numbers and names up: a key behind all others needs no search.
+  // Generated models count their numbers and names up: a key after all others needs no search.
   const bool is_last = table.empty() || table.rbegin()->first < key;
   std::uint32_t& index = is_last ? table.emplace_hint(table.end(), key, 0)->second : table[key];
   if (index == 0) {
@@ -54,7 +54,7 @@ tagTBLDATA Data(std::uint32_t index, const char* text) {
   return {RUX_DATA_STRING, index, {text}};
 }
 
-// The number 0xFFFFFFFF cannot be told from one that was not found.
+// The number 0xFFFFFFFF is indistinguishable from one that was not found.
 tagTBLDATA Data(std::uint32_t index, std::uint32_t number) {
   return number == kNoNumber ? Nothing(index) : Number(index, number);
 }

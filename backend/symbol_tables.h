@@ -68,7 +68,7 @@ using TableSizes = std::array<std::size_t, kSymbolTableCount>;
 TableSizes SizesOfTables();
 
 // What GetTblData answers, for those who ask for many indices: each table as it is when it is first
-// asked, turned round. Refers to their keys: to be dropped before anybody else is at the tables.
+// asked, turned round. Refers to their keys: to be dropped before the tables change.
 class TableSnapshot {
  public:
   tagTBLDATA Get(std::uint32_t index);

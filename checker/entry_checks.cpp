@@ -84,8 +84,8 @@ std::uint32_t CRUXEntry::ChkEntryExist(const CheckContext& context) {
   return 0;
 }
 
-bool CRUXEntry::PassesCommonStart(const CheckContext& context, PayloadType type,
-                                  std::uint32_t& answer) {
+bool CRUXEntry::PassesCommonChecks(const CheckContext& context, PayloadType type,
+                                   std::uint32_t& answer) {
   if (!m_RuxEntryData.HasData()) {
     answer = ChkEntryExist(context);
     return false;
@@ -114,7 +114,7 @@ std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) 
   auto* number = m_RuxEntryData.Get<std::uint32_t>();
   if (number) *number = 0;
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(context, PAYLOAD_DWORD, answer)) return answer;
+  if (!PassesCommonChecks(context, PAYLOAD_DWORD, answer)) return answer;
   std::string text;
   if (!TakeFirstItem(context, pass, text)) return 0;
   const CheckContext of_text = context.At(0);
@@ -127,7 +127,7 @@ std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) 
 
 std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(context, PAYLOAD_STRING, answer)) return answer;
+  if (!PassesCommonChecks(context, PAYLOAD_STRING, answer)) return answer;
   std::string& text = *m_RuxEntryData.Get<std::string>();
   if (!TakeFirstItem(context, pass, text)) return 0;
   // The one text that may be empty.
@@ -145,7 +145,7 @@ std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass)
 
 std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(context, PAYLOAD_STRINGLIST, answer)) return answer;
+  if (!PassesCommonChecks(context, PAYLOAD_STRINGLIST, answer)) return answer;
   TextList& list = *m_RuxEntryData.Get<TextList>();
   list = ListItems();
   DropItems(pass);
@@ -164,7 +164,7 @@ std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int p
 
 std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(context, PAYLOAD_REPEATER, answer)) return answer;
+  if (!PassesCommonChecks(context, PAYLOAD_REPEATER, answer)) return answer;
   const TextList items = ListItems();
   if (items.empty()) {
     ReportEntry<MessageId::kMissingValue>(*this, context);

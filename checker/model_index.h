@@ -41,7 +41,7 @@ class ModelIndex {
   const FirstDefinition* FirstRaisingId(SectionId kind);
 
   // Whether any two sections of the kind would be found by the same NAME or ID, or the ID of one
-  // raises an error: mostly none are, and then nobody need look for an earlier one.
+  // raises an error: mostly none are, and then no rule need look for an earlier one.
   bool HasRepeatedName(SectionId kind);
   bool HasRepeatedOrRaisingId(SectionId kind);
 
@@ -57,7 +57,7 @@ class ModelIndex {
   // Whether the section has an entry "VALUE_..." of that name.
   bool HasValue(const CRUXSection& section, std::string_view name);
 
-  // Whether a GROUP of that name has its header on a smaller line, whatever file it stands in.
+  // Whether a GROUP of that name has its header on a smaller line, whatever file it is in.
   bool HasGroupAbove(std::string_view name, std::uint32_t line);
 
  private:

@@ -6,10 +6,10 @@
 #include <string>
 
 // Reads a number of the script language (ReadNumber of language/number.h). Answers 1, or 0 when the
-// text is no number; `out` is left alone only when the text is too long.
+// text is not a number; `out` is left alone only when the text is too long.
 //
 // Raises std::out_of_range, "basic_string::at", for an empty text and for a bare "0x": the digit
-// that would tell a zero from no number is looked at where there is none.
+// that decides whether the text is a zero is looked at where there is none.
 std::uint32_t StringToLong(const std::string& text, std::uint32_t& out);
 
 // A number or a defined word, tried in this order; 1 or 0.

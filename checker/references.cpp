@@ -19,8 +19,8 @@
 
 namespace {
 
-// The ARGNUMBER of an ACTION section: 0 when it is missing or empty. False when its text is no
-// number; a defined word is none.
+// The ARGNUMBER of an ACTION section: 0 when it is missing or empty. False when its text is not
+// a number; a defined word is not one.
 bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
   number = 0;
   const std::string* text = FindText(&section, ENTRY_ARGNUMBER);
@@ -119,7 +119,7 @@ std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint3
                                            const CheckContext& context) {
   const ModelIndex::FirstDefinition* called =
       context.index->ByNameOrNameless(SECTION_ACTION, action);
-  if (!called) return 0;  // ChkActionName tells of it
+  if (!called) return 0;  // ChkActionName reports it
   std::uint32_t expected = 0;
   ReadArgNumber(*called->section, expected);
   if (count == expected) return 1;

@@ -40,8 +40,8 @@ std::uint32_t AtMostOne(const CRUXSection& section, SectionId kind, ModelIndex&)
 
 using FirstDefinition = ModelIndex::FirstDefinition;
 
-// What stands first, if it does so in an earlier section than `section`; else null.
-const FirstDefinition* Earlier(const FirstDefinition* first, const CRUXSection& section) {
+// The first definition, if it is in an earlier section than `section`; else null.
+const FirstDefinition* EarlierDefinition(const FirstDefinition* first, const CRUXSection& section) {
   return first && first->section != &section ? first : nullptr;
 }
 
@@ -77,7 +77,8 @@ std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, Model
   const FirstDefinition* earliest = nullptr;
   for (const auto& entry : section.entries) {
     if (!IsGiven(entry)) continue;
-    const FirstDefinition* first = Earlier(index.ByEntry(kind, entry->name.text()), section);
+    const FirstDefinition* first =
+        EarlierDefinition(index.ByEntry(kind, entry->name.text()), section);
     if (!first || (earliest && first->ordinal >= earliest->ordinal)) continue;
     repeat = entry.get();
     earliest = first;
@@ -94,7 +95,7 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
                               const FirstDefinition* same_name) {
   const std::string* id = FindText(&section, ENTRY_ID);
   if (!id || !index.HasRepeatedOrRaisingId(kind)) return nullptr;
-  const FirstDefinition* first = Earlier(index.FirstWithId(kind), section);
+  const FirstDefinition* first = EarlierDefinition(index.FirstWithId(kind), section);
   if (!first || IsNoLater(same_name, *first)) return nullptr;
   std::uint32_t number = 0;
   if (!StringToLong(*id, number)) return nullptr;
@@ -103,7 +104,7 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
   if (raising && !IsNoLater(same, *raising) && !IsNoLater(same_name, *raising)) {
     StringToLong(*raising->entry->m_RuxEntryData.Get<std::string>(), number);
   }
-  return Earlier(same, section);
+  return EarlierDefinition(same, section);
 }
 
 // No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
@@ -111,7 +112,8 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
 std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const std::string* name = FindText(&section, ENTRY_NAME);
   const FirstDefinition* same_name = nullptr;
-  if (name && index.HasRepeatedName(kind)) same_name = Earlier(index.ByName(kind, *name), section);
+  if (name && index.HasRepeatedName(kind))
+    same_name = EarlierDefinition(index.ByName(kind, *name), section);
   const FirstDefinition* same_id = SameId(section, kind, index, same_name);
   if (same_name && (!same_id || IsNoLater(same_name, *same_id))) {
     ReportRedefined<MessageId::kRedefinedName>(section, ENTRY_NAME, *same_name);
@@ -172,7 +174,7 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   return entries;
 }
 
-// An entry name that stands more than once in the section: every later occurrence reports once,
+// An entry name that occurs more than once in the section: every later occurrence reports once,
 // name by name in the order of their first occurrences.
 std::uint32_t EntriesAreUnique(const CRUXSection& section) {
   std::map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first

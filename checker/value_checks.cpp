@@ -28,9 +28,9 @@
 
 namespace {
 
-// Fills a record from the sub-strings behind the type, up to the most that the type may have; a
+// Fills a record from the sub-strings after the type, up to the most that the type may have; a
 // list goes on with the surplus where the type keeps it.
-struct Filler {
+struct RecordFiller {
   const ValueType& type;
   const TextList& items;
   std::size_t next = 1;
@@ -119,7 +119,7 @@ std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
   return ok;
 }
 
-// The part of a field is its ordinal behind the type.
+// The part of a field is its ordinal after the type.
 std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
                                          bool numbers) const {
   std::uint32_t ok = 1;
@@ -132,7 +132,7 @@ std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
   return ok;
 }
 
-// Told, but not counted as errors: the field checks that follow decide.
+// Reported, but not counted as errors: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
     if (bus.base_address != kSmbusBaseAddress) {
@@ -195,7 +195,7 @@ std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& 
 
 std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
-  if (!PassesCommonStart(context, PAYLOAD_VALUE, answer)) return answer;
+  if (!PassesCommonChecks(context, PAYLOAD_VALUE, answer)) return answer;
   const TextList items = ListItems();
   if (items.empty()) {
     ReportEntry<MessageId::kMissingValueType>(*this, context);
@@ -234,7 +234,7 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
       return 0;
     }
   }
-  VisitValueFields(value.record(), Filler{type, items});
+  VisitValueFields(value.record(), RecordFiller{type, items});
 
   std::uint32_t ok = 1;
   WithBusFields(value.record(), [&](const BusFields& bus) {

@@ -26,7 +26,7 @@ std::vector<ValueField> FieldsOf(const CGeValue& value) {
   fields.reserve(kMaxFields);
   VisitValueFields(value.record(), Collector{FindValueType(value.GetType()), fields});
   if (const auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
-    // The type's own sub-string is no field.
+    // The type's own sub-string is not a field.
     fields.resize(TypeFor(value.GetType(), calculation->Operator).most - 1);
   }
   return fields;

@@ -63,7 +63,7 @@ void CompiledFile::ExpectSound() {
   const Faults faults = Verify(bytes_, &summary_);
   if (faults.empty()) return;
   const Fault& first = faults.list().front();
-  // Where in it a foreign file differs is of no use to anybody.
+  // Where a foreign file differs helps no user.
   const std::string reason = form_ == Form::kNone ? first.reason : FaultText(first);
   throw support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path_, reason);
 }

@@ -28,7 +28,7 @@ std::string ReadWholeFile(const std::string& path);
 class CompiledFile {
  public:
   // Of either form, or of the wanted one. Throws a Failure of trouble for what cannot be read, is
-  // of another form, or has a fault, which it tells.
+  // of another form, or has a fault, which its text says.
   explicit CompiledFile(const std::string& path);
   CompiledFile(const std::string& path, Form wanted);
 

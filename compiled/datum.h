@@ -33,7 +33,7 @@ Datum TextDatum(std::uint32_t index, std::string_view text);
 Datum NumberDatum(std::uint32_t number);
 
 // The key of an entry as a script writes it in such a section. `name` is what the identifier stands
-// for as an index; the key is empty when neither tells.
+// for as an index; the key is empty when neither says.
 std::string KeyText(std::uint32_t section_identifier, std::uint32_t identifier, const Datum& name);
 
 // What may be in a table for an entry of that key: the key, and what follows one of the prefixes.
@@ -46,7 +46,7 @@ const CompiledTable* TableOf(const CompiledMeta& meta, std::uint32_t base);
 Datum Resolve(const CompiledMeta& meta, std::uint32_t index);
 
 // The key of an entry as a script writes it in such a section; empty when its identifier does not
-// tell.
+// say.
 std::string KeyOf(const CompiledMeta& meta, const CompiledSection& section,
                   const CompiledEntry& entry);
 

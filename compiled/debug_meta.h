@@ -1,7 +1,7 @@
-// A debug meta file as it stands on disk: every record with its place.
+// A debug meta file as it is on disk: every record with its place.
 //
-// Decoded from the layout alone, without the library: the debug queries neither tell files and
-// lines nor where something stands in the file.
+// Decoded from the layout alone, without the library: the debug queries answer neither files
+// and lines nor where something is in the file.
 #ifndef COMPILED_DEBUG_META_H_
 #define COMPILED_DEBUG_META_H_
 
@@ -19,7 +19,7 @@ namespace rux::compiled {
 // One field of an entry's value: a text, or a list of texts.
 struct DebugField {
   bool is_list = false;
-  std::vector<std::string> texts;  // exactly one when it is no list
+  std::vector<std::string> texts;  // exactly one when it is not a list
   Extent extent;
   const char* name = "";  // Text, Type, Operand, BusType, Args, ...
 };
@@ -31,7 +31,7 @@ struct DebugObject {
   std::uint32_t line = 0;
   std::uint32_t file_index = 0;  // into DebugMeta::files
   std::string name;              // section keyword or key; empty for an entry that was not given
-  Extent extent;                 // of the whole record, behind its length
+  Extent extent;                 // of the whole record, after its length
   std::vector<Piece> pieces;     // all that the record is made of, its length first, without those
                                  // of the entries in a section
 };
@@ -66,7 +66,7 @@ struct DebugMeta {
   std::vector<DebugWord> words;
   std::vector<std::vector<DebugSection>> kinds;  // in file order; INCLUDE sections included
 
-  // What stands between the records.
+  // What is between the records.
   std::vector<Piece> header;
   Extent word_count;
   Extent kind_count;
@@ -74,11 +74,12 @@ struct DebugMeta {
 };
 
 // For the bytes of a file. What is wrong with their layout goes to `faults`, and nothing is decoded
-// then; what they must say beyond that is for Verify() to tell.
+// then; what else must hold is for Verify() to check.
 bool IsDebugMetaBytes(std::string_view bytes);
 DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
 
-// The same for a file. Throws a Failure (trouble) when it is no debug meta file, or a damaged one.
+// The same for a file. Throws a Failure (trouble) when it is not a debug meta file, or a damaged
+// one.
 DebugMeta ReadDebugMeta(const std::string& path);
 
 // Gives the first of the source files another path. The bytes are those of a sound debug meta file;

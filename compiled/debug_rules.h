@@ -16,7 +16,7 @@
 namespace rux::compiled {
 
 // Reports what no compiler writes for a script that passed its checks: sections and entries that
-// cannot stand where they do or under such a name, values that are not those of their types, words
+// cannot be where they are or have such a name, values that are not those of their types, words
 // and definitions without each other. The texts of values refer to other sections as the script
 // wrote them; whether they are right is for the check of the script to say, and not looked at here.
 class DebugRules : public DebugMetaVisitor {

@@ -1,7 +1,7 @@
-// A meta file as it stands on disk: every section, entry, value and table with its place.
+// A meta file as it is on disk: every section, entry, value and table with its place.
 //
-// Decoded from the layout alone, without the library: its queries do not tell where something
-// stands in the file.
+// Decoded from the layout alone, without the library: its queries do not answer where something is
+// in the file.
 #ifndef COMPILED_META_H_
 #define COMPILED_META_H_
 
@@ -41,7 +41,7 @@ struct CompiledTable {
   std::vector<std::string> texts;  // by ordinal
   std::vector<std::uint32_t> numbers;
   std::vector<TableCells> cells;
-  Extent extent;              // without the padding behind it
+  Extent extent;              // without the padding after it
   std::vector<Piece> pieces;  // class, length, the items
   // Not empty when the stated length is not that of the texts, although the file is sound: it is
   // that of the names that the compiler knew, which need not be those of the block.
@@ -54,14 +54,14 @@ struct CompiledMeta {
   std::vector<CompiledSection> sections;  // in file order
   std::vector<CompiledTable> tables;      // in file order
 
-  // What stands between the records.
+  // What is between the records.
   std::vector<Piece> header;
   std::vector<Piece> directory;
-  std::vector<Piece> frame;  // of the sections: their count, the padding behind them
+  std::vector<Piece> frame;  // of the sections: their count, the padding after them
 };
 
 // For the bytes of a file. What is wrong with their layout goes to `faults`, and nothing is decoded
-// then; what they must say beyond that is for Verify() to tell.
+// then; what else must hold is for Verify() to check.
 bool IsMetaBytes(std::string_view bytes);
 CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
 

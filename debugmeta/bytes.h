@@ -1,4 +1,4 @@
-// Byte records: how the source model stands in a debug meta file.
+// Byte records: how a debug meta file stores the source model.
 //
 // A record is packed. A word is four bytes, least significant first; a text a word with its byte
 // count and the bytes; a list a word with its element count and the texts; a nested record a word
@@ -17,7 +17,7 @@
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A record to read: the bytes that are there, and zeros behind them up to its size. A file that
+// A record to read: the bytes that are there, and zeros after them up to its size. A file that
 // ends inside a record leaves such a one; its zeros take no memory.
 struct RecordView {
   // cppcheck-suppress noExplicitConstructor; a view, as it is
@@ -72,7 +72,7 @@ class ByteReader {
   void operator()(TextList& list);     // appends
 
  private:
-  // The next bytes, as many as there are of `count`; goes behind them.
+  // The next bytes, as many as there are of `count`; moves past them.
   RecordView Take(std::size_t count);
 
   RecordView in_;

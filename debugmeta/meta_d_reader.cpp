@@ -26,14 +26,14 @@ std::uint32_t PaddedWord(FileReader& file) {
   return LoadWord(bytes);
 }
 
-// A length, held against the file: behind its end there are zeros, but no more than the file has
+// A length, limited by the file: after its end there are zeros, but no more than the file has
 // bytes. A damaged length can ask for gigabytes of them.
 std::size_t Length(FileReader& file) {
   const std::size_t length = PaddedWord(file);
   return std::min(length, file.Remaining() + file.size());
 }
 
-// A word that is defined already keeps its value. Behind the end of the file all rows are alike:
+// A word that is defined already keeps its value. After the end of the file all rows are alike:
 // one of them stands for all.
 void ReadDefinedWords(FileReader& file) {
   for (std::uint32_t count = PaddedWord(file); count > 0; --count) {

@@ -34,7 +34,8 @@ class TemplateFinder {
     if (!HasFreeName(entry)) entries_.emplace(entry.identifier, &entry);
   }
 
-  // Null when there is none. Restoring can make a name free: such an entry is none any more.
+  // Null when there is none. Restoring can make a name free: such an entry is not a template any
+  // more.
   CRUXEntry* Find(std::uint32_t id) {
     auto found = entries_.lower_bound(id);
     while (found != entries_.end() && found->first == id && HasFreeName(*found->second)) {

@@ -23,7 +23,7 @@
 namespace rux::decompile {
 namespace {
 
-// "boards/board.rux:12", as far as the file tells.
+// "boards/board.rux:12", as far as the file records it.
 std::string PlaceOf(const compiled::DebugMeta& meta, const compiled::DebugObject& object) {
   if (object.file_index >= meta.files.size()) return fmt::format("line {}", object.line);
   const std::string path = sources::ToOpenablePath(meta.files[object.file_index]);

@@ -10,9 +10,10 @@
 
 namespace rux::decompile {
 
-// Both return the first obstacle for people, with its place in the original script; none: null.
+// Both return the first obstacle as a text for a message, with its place in the script that was
+// compiled; none: null.
 
-// A group that stands before its parent. The check compares lines, whatever files they stand in, so
+// A group that comes before its parent. The check compares lines, whatever files they are in, so
 // a script of several files can do that.
 std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta);
 

@@ -53,7 +53,7 @@ class Definitions {
   }
 
   // A definition that used other words was valued when the script was read, once more when it was
-  // checked: only the table of words tells what counted.
+  // checked: only the table of words says what counted.
   std::uint32_t NumberOf(const compiled::DebugEntry& definition) const {
     const auto found = final_values_.find(&definition);
     return found == final_values_.end() ? definition.number : found->second;

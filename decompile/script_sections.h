@@ -24,8 +24,8 @@ struct ScriptSection {
 // they had. The pointers go into `meta`.
 //
 // Words get numbers. Where a word is defined more than once, the last definition gets the value
-// that the word had in the end: the file does not tell in which order DEFINE and IFDEF sections
-// stood among each other.
+// that the word had in the end: the file does not record in which order DEFINE and IFDEF sections
+// followed each other.
 std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta);
 
 }  // namespace rux::decompile

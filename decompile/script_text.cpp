@@ -25,7 +25,7 @@ constexpr std::string_view kHead =
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
-// Whether a comment would begin in the text, which stands behind a blank.
+// Whether a comment would begin in the text, which follows a blank.
 bool BeginsComment(std::string_view text) {
   bool after_blank = true;
   for (const char c : text) {

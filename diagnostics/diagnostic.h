@@ -1,4 +1,4 @@
-// A problem of a script, as it is told to people and to other programs.
+// A problem of a script, as it is reported to users and to other programs.
 #ifndef DIAGNOSTICS_DIAGNOSTIC_H_
 #define DIAGNOSTICS_DIAGNOSTIC_H_
 
@@ -22,11 +22,11 @@ using findings::Severity;
 // A source line and what is meant in it. The text belongs to the file that it was found in.
 struct Excerpt {
   std::uint32_t line = 0;  // of joined lines, the one that holds the meant text
-  std::string_view text;   // as it stands in the file
+  std::string_view text;   // as it is in the file
   std::size_t begin = 0;   // the meant bytes of `text`
   std::size_t length = 0;
 
-  // The columns of the meant text, from 1, and the one behind it: in characters of UTF-8, with a
+  // The columns of the meant text, from 1, and the one after it: in characters of UTF-8, with a
   // tab as one of them.
   std::size_t first_column = 1;
   std::size_t end_column = 1;
@@ -59,7 +59,7 @@ using Argument = std::variant<std::string, std::uint32_t>;
 struct Diagnostic {
   const MessageRow* row = nullptr;
   Severity severity = Severity::kError;
-  bool is_raised = false;  // a warning that somebody wants to be an error
+  bool is_raised = false;  // a warning that the command line makes an error
 
   std::optional<std::string> section;
   std::optional<std::string> entry;

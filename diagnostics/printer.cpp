@@ -48,7 +48,7 @@ struct Shown {
 };
 
 // Part of a line, which grows character by character up to a number of columns. One that takes no
-// column of its own counts as well: a window has an end whatever it is filled with.
+// column of its own counts as well: the width of a window is limited.
 class Window {
  public:
   Window(std::string_view text, std::size_t at) : text_(text), begin_(at), end_(at) {}
@@ -107,8 +107,8 @@ Shown Clipped(const Excerpt& whole) {
   return shown;
 }
 
-// What stands under the text before the offending one: blanks, and its tabs, so that both lines run
-// alike.
+// What is printed under the text before the marked one: blanks, and its tabs, so that both lines
+// run alike.
 std::string Indent(std::string_view before) {
   std::string indent;
   while (true) {
@@ -128,7 +128,7 @@ class Printer {
     PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
     if (diagnostic.suggestion) PrintAside(SuggestionText(diagnostic));
     for (const Note& note : diagnostic.notes) PrintNote(note);
-    // Of several diagnostics in a row that stand in one file, the first tells how it is reached.
+    // Of several diagnostics in a row that are in one file, the first shows how it is reached.
     if (diagnostic.at.path != last_path_) {
       for (const Note& include : diagnostic.included_from) PrintNote(include);
     }

@@ -1,4 +1,4 @@
-// Diagnostics for people: the form that compilers use and editors jump to.
+// Diagnostics for terminals: the form that compilers use and editors jump to.
 #ifndef DIAGNOSTICS_PRINTER_H_
 #define DIAGNOSTICS_PRINTER_H_
 

@@ -17,7 +17,7 @@ using findings::Severity;
 
 class Registry {
  public:
-  // Of the rooms that have messages, in the order of the list that people read.
+  // Takes the messages of all rooms that have any, in the order in which they are listed.
   Registry(std::initializer_list<findings::MessageRows> rooms);
 
   const std::vector<const MessageRow*>& rows() const { return rows_; }

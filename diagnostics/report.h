@@ -1,4 +1,4 @@
-// All that a run tells, and the forms to tell it in.
+// All that a run reports, and the forms of output.
 #ifndef DIAGNOSTICS_REPORT_H_
 #define DIAGNOSTICS_REPORT_H_
 
@@ -14,7 +14,7 @@ namespace rux::diagnostics {
 
 struct Report {
   std::string script;                   // the path, as it can be opened from here
-  std::vector<Diagnostic> diagnostics;  // located; what is only told on request is not in it
+  std::vector<Diagnostic> diagnostics;  // located; without those that are shown on request only
   std::size_t errors = 0;               // those that are not shown counted in
   std::size_t warnings = 0;
   std::size_t not_shown = 0;  // errors and warnings
@@ -33,10 +33,10 @@ struct MachineForm {
   WriteForm* write;
 };
 
-// Null when there is none of that name. "human" is none of them.
+// Null for an unknown name. "human" is not a machine form.
 const MachineForm* FindMachineForm(std::string_view name);
 
-// A line for each diagnostic and note, as compilers tell them and editors take them:
+// A line for each diagnostic and note, in the form that compilers print and editors parse:
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
 //   [undefined-word]
 WriteForm WriteGccText;

@@ -41,15 +41,15 @@ std::string Severities::Set(const std::string& setting) {
   const MessageRow* row = registry_.Find(id);
   if (row == nullptr) return registry_.UnknownText(id);
   if (row->severity != Severity::kWarning) return id + " is no warning";
-  wishes_[row] = raises ? Wish::kRaise : Wish::kDrop;
+  overrides_[row] = raises ? Override::kRaise : Override::kDrop;
   return "";
 }
 
 Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
   if (severity != Severity::kWarning) return {severity};
-  const auto wish = wishes_.find(&row);
-  if (wish != wishes_.end() && wish->second == Wish::kDrop) return {severity, false, true};
-  if (!raises_all_ && wish == wishes_.end()) return {severity};
+  const auto found = overrides_.find(&row);
+  if (found != overrides_.end() && found->second == Override::kDrop) return {severity, false, true};
+  if (!raises_all_ && found == overrides_.end()) return {severity};
   return {Severity::kError, true};
 }
 

@@ -12,7 +12,7 @@
 
 namespace rux::diagnostics {
 
-// One that Severities::Set takes, and what the message is about that it names.
+// A setting that Severities::Set takes, and the summary of the message that it names.
 struct SeveritySetting {
   std::string text;
   std::string_view about;
@@ -22,13 +22,12 @@ std::vector<SeveritySetting> SeveritySettings(const Registry& registry);
 // What is said of a message.
 struct Ruling {
   Severity severity;
-  bool is_raised = false;  // a warning that somebody wants to be an error
+  bool is_raised = false;  // a warning that the command line makes an error
   bool is_dropped = false;
 };
 
-// Warnings may be made errors, all of them or those of an id, or be left out. What is said of an id
-// counts more than what is said of all, and of two things about it the last. Errors stay what they
-// are.
+// Warnings may be made errors, all of them or those of an id, or be left out. A setting for an
+// id overrides one for all, and the last of two for one id counts. Errors stay errors.
 class Severities {
  public:
   explicit Severities(const Registry& registry) : registry_(registry) {}
@@ -42,11 +41,11 @@ class Severities {
   Ruling RulingOn(const MessageRow& row, Severity severity) const;
 
  private:
-  enum class Wish { kRaise, kDrop };
+  enum class Override { kRaise, kDrop };
 
   const Registry& registry_;
   bool raises_all_ = false;
-  std::map<const MessageRow*, Wish> wishes_;
+  std::map<const MessageRow*, Override> overrides_;
 };
 
 }  // namespace rux::diagnostics

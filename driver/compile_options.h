@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/telling.h"
+#include "diagnostics/reporting.h"
 
 namespace rux::driver {
 
@@ -23,7 +23,7 @@ struct CompileOptions {
   std::string stdin_name;            // what standard input stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
-  diagnostics::TellingOptions telling;
+  diagnostics::ReportOptions reporting;
 };
 
 }  // namespace rux::driver

@@ -12,8 +12,8 @@
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "diagnostics/reporting.h"
 #include "diagnostics/severities.h"
-#include "diagnostics/telling.h"
 #include "driver/compile_options.h"
 #include "driver/messages.h"
 #include "driver/overwriting.h"
@@ -37,9 +37,9 @@ class CompileRun {
   explicit CompileRun(const CompileOptions& options)
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
-        run_(options.script_name(), TextOf(options), options.telling.max_errors),
+        run_(options.script_name(), TextOf(options), options.reporting.max_errors),
         severities_(AllMessages()),
-        diagnostics_(severities_, options.telling.max_errors, options.telling.verbose) {
+        diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
@@ -49,7 +49,7 @@ class CompileRun {
     RefuseTextForPlugin();
     advice::AddDiagnosticsOf(result(), script_, diagnostics_);
     if (result().opened && !result().raised) {
-      AddWarnings(rules::CheckScript(result().sources, options_.telling.max_errors));
+      AddWarnings(rules::CheckScript(result().sources, options_.reporting.max_errors));
     }
     advice::Advise(result(), diagnostics_.kept());
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
@@ -59,7 +59,7 @@ class CompileRun {
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw support::Failure(*failure_);
     if (!result().opened) throw CannotRead();
-    if (product != nullptr) is_done ? product->Keep(result()) : product->KeepNone(result());
+    if (product != nullptr) is_done ? product->Keep(result()) : product->Discard(result());
     return is_done ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
   }
 
@@ -119,11 +119,11 @@ class CompileRun {
   // The last that is done with the diagnostics.
   void ReportAll() {
     advice::AddNotesOnIncludes(result(), diagnostics_);
-    const diagnostics::TellingOptions& telling = options_.telling;
+    const diagnostics::ReportOptions& reporting = options_.reporting;
     diagnostics::Report report = diagnostics::ReportOf(script_, diagnostics_);
     report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
-    if (!telling.file.empty()) KeepSources(result().files, {"diagnostics file", telling.file});
-    diagnostics::Tell(report, result().opened, telling);
+    if (!reporting.file.empty()) KeepSources(result().files, {"diagnostics file", reporting.file});
+    diagnostics::WriteReport(report, result().opened, reporting);
   }
 
   const CompileOptions& options_;

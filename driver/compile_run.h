@@ -17,21 +17,21 @@ class CompileProduct {
  public:
   virtual ~CompileProduct() = default;
 
-  // Works with the checked model: may call gccOutput and let what that raises pass. Returns what
-  // there is to tell about the product. Throws a Failure when it cannot write.
+  // Works with the checked model: may call gccOutput and let what that raises pass. Returns the
+  // diagnostics about the product. Throws a Failure when it cannot write.
   virtual std::vector<diagnostics::Diagnostic> Make(const run::Result& result) = 0;
 
-  // Puts in place what was made of the sources. Called when nothing stands against it and all has
-  // been told. Throws a Failure when it cannot.
+  // Puts the files in place. Called when the script has no errors, after the diagnostics were
+  // printed. Throws a Failure when it cannot.
   virtual void Keep(const run::Result& result) = 0;
 
   // Called instead when the script has errors.
-  virtual void KeepNone(const run::Result& result) = 0;
+  virtual void Discard(const run::Result& result) = 0;
 };
 
-// For options of one script. Reads and checks it, has the product made, if there is one, tells the
-// diagnostics and has the product kept. Throws a Failure when the script cannot be read, and those
-// of the product.
+// For options of one script. Reads and checks it, has the product made, if there is one, prints
+// the diagnostics and has the product kept. Throws a Failure when the script cannot be read, and
+// those of the product.
 support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 
 }  // namespace rux::driver

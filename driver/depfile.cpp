@@ -67,9 +67,9 @@ std::string DepfileText(const std::string& path, const std::vector<std::string>&
   }
   rule += ':';
   std::string empty_rules;
-  ruxcomp::detail::HashSet<std::string> told;
+  ruxcomp::detail::HashSet<std::string> listed;
   for (const std::string& prerequisite : prerequisites) {
-    if (!told.insert(prerequisite).second) continue;
+    if (!listed.insert(prerequisite).second) continue;
     const std::string name = EscapedName(path, prerequisite);
     rule += " \\\n  " + name;
     empty_rules += name + ":\n";

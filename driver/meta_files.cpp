@@ -86,7 +86,7 @@ void MetaFiles::Keep(const run::Result& result) {
   const sources::SourceFiles& sources = result.files;
   const auto keep = [&](const NamedFile& written) {
     KeepSources(sources, written);
-    if (!sources.complete) RefuseToGuess(written);
+    if (!sources.complete) RefusePossibleSource(written);
   };
   if (!options_.prints_meta) keep({"meta file", options_.meta});
   if (!options_.debug_meta.empty()) keep({"debug meta file", options_.debug_meta});
@@ -98,7 +98,7 @@ void MetaFiles::Keep(const run::Result& result) {
   PutFilesInPlace();
 }
 
-void MetaFiles::KeepNone(const run::Result& result) {
+void MetaFiles::Discard(const run::Result& result) {
   if (options_.depfile.empty()) return;
   files_ = {Depfile(result.files)};
   PutFilesInPlace();
@@ -118,7 +118,7 @@ const support::NewFile& MetaFiles::Add(const std::string& path, support::MemoryF
 void MetaFiles::PutFilesInPlace() {
   if (options_.if_changed) {
     const auto is_there = [&](const support::NewFile& file) {
-      return IsThereAlready(file, options_.creation_time.has_value());
+      return HasSameContent(file, options_.creation_time.has_value());
     };
     files_.erase(std::remove_if(files_.begin(), files_.end(), is_there), files_.end());
   }

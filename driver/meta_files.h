@@ -20,8 +20,8 @@ struct MetaOptions {
   std::string debug_meta;                      // empty: none
   std::string depfile;                         // empty: none
   std::optional<std::uint32_t> creation_time;  // none: now
-  bool if_changed = false;                     // leave alone what would be replaced by the same
-  bool reads_standard_input = false;           // the script is no file
+  bool if_changed = false;                     // keep files whose bytes would not change
+  bool reads_standard_input = false;           // the script is not a file
 };
 
 // The meta file and, if they are asked for, the debug meta file and the dependency file: all or
@@ -32,7 +32,7 @@ class MetaFiles : public CompileProduct {
 
   std::vector<diagnostics::Diagnostic> Make(const run::Result& result) override;
   void Keep(const run::Result& result) override;
-  void KeepNone(const run::Result& result) override;
+  void Discard(const run::Result& result) override;
 
  private:
   // Takes over what the library wrote. Throws a Failure when nothing could load it for its size.

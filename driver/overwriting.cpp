@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLongestMagic = 16;
 
-// The one name of a file, whether it is there already or not; empty when it cannot be told.
+// The one name of a file, whether it is there already or not; empty when it is unknown.
 fs::path WholeName(const std::string& path) {
   std::error_code error;
   const fs::path whole = fs::weakly_canonical(fs::absolute(path, error), error);
@@ -74,7 +74,7 @@ void KeepSources(const sources::SourceFiles& sources, const NamedFile& written) 
   for (const std::string& path : sources.paths) RefuseToOverwrite({"script", path}, written);
 }
 
-void RefuseToGuess(const NamedFile& written) {
+void RefusePossibleSource(const NamedFile& written) {
   if (!HoldsSomethingElse(written.path)) return;
   throw support::Failure(support::ExitStatus::kTrouble,
                          "the {} would overwrite {}, which is not compiled\nIt may be a file "

@@ -14,8 +14,8 @@ struct NamedFile {
   const std::string& path;
 };
 
-// Throws a Failure of wrong usage when the two are one file, under whatever names. Devices and
-// pipes are written into and not replaced: they may be given twice.
+// Throws a Failure of wrong usage when the two are one file, under the same name or another.
+// Devices and pipes are written into and not replaced: they may be given twice.
 void RefuseToOverwrite(const NamedFile& kept, const NamedFile& written);
 
 // The same for the files of several scripts: none of the written ones is a kept one or written
@@ -25,10 +25,9 @@ void RefuseToWriteTwice(const std::vector<NamedFile>& kept, const std::vector<Na
 // The same for all the sources of a script.
 void KeepSources(const sources::SourceFiles& sources, const NamedFile& written);
 
-// For a script of which it cannot be told any more what files it is made of: throws a Failure of
-// trouble when the file to be written may be one of them, because something other than a compiled
-// file stands there.
-void RefuseToGuess(const NamedFile& written);
+// For a script whose files are not known any more: throws a Failure of trouble when the file to be
+// written may be one of them, because there is something other than a compiled file.
+void RefusePossibleSource(const NamedFile& written);
 
 }  // namespace rux::driver
 

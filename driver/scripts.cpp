@@ -16,7 +16,7 @@
 
 #include "diagnostics/printer.h"
 #include "diagnostics/report.h"
-#include "diagnostics/telling.h"
+#include "diagnostics/reporting.h"
 #include "driver/compile_options.h"
 #include "sources/script_path.h"
 #include "support/failure.h"
@@ -34,8 +34,8 @@ support::Failure WrongUsage(const std::string& text) {
 }
 
 void ExpectForOne(const CompileOptions& options) {
-  const diagnostics::TellingOptions& telling = options.telling;
-  if (!telling.file.empty() && telling.format == "human") {
+  const diagnostics::ReportOptions& reporting = options.reporting;
+  if (!reporting.file.empty() && reporting.format == "human") {
     throw WrongUsage("--diagnostics-file needs a --format for programs");
   }
   const std::vector<std::string>& scripts = options.scripts;
@@ -47,13 +47,13 @@ void ExpectForOne(const CompileOptions& options) {
 }
 
 void ExpectForSeveral(const CompileOptions& options) {
-  const diagnostics::TellingOptions& telling = options.telling;
-  ExpectNameForEach(options, "--diagnostics-file", telling.file);
-  const bool is_document = telling.format == "json" || telling.format == "sarif";
-  if (is_document && telling.file.empty()) {
-    throw WrongUsage("a document of --format " + telling.format +
+  const diagnostics::ReportOptions& reporting = options.reporting;
+  RequireNamePerScript(options, "--diagnostics-file", reporting.file);
+  const bool is_document = reporting.format == "json" || reporting.format == "sarif";
+  if (is_document && reporting.file.empty()) {
+    throw WrongUsage("a document of --format " + reporting.format +
                      " is for one script: give each its own, as with --diagnostics-file {}." +
-                     telling.format);
+                     reporting.format);
   }
 }
 
@@ -69,7 +69,7 @@ class SharedCounts {
   SharedCounts(const SharedCounts&) = delete;
   SharedCounts& operator=(const SharedCounts&) = delete;
 
-  // The kernel's zeros are the counts of a script that nothing was told of.
+  // The kernel's zeros are the counts of a script without messages.
   diagnostics::Counts& operator[](std::size_t i) const {
     return static_cast<diagnostics::Counts*>(memory_)[i];
   }
@@ -86,7 +86,7 @@ class Outcome {
 
   diagnostics::Counts& CountsOf(std::size_t i) const { return counts_[i]; }
 
-  void Tell(const std::string& script, const support::WorkDone& done) {
+  void Report(const std::string& script, const support::JobResult& done) {
     support::PrintOut(done.output);
     support::PrintError(done.errors);
     if (done.signal != 0) {
@@ -123,26 +123,27 @@ support::ExitStatus RunSeveral(
     const std::vector<CompileOptions>& runs,
     const std::function<support::ExitStatus(const CompileOptions&)>& run) {
   Outcome outcome(runs.size());
-  const diagnostics::TellingOptions& telling = runs.front().telling;
+  const diagnostics::ReportOptions& reporting = runs.front().reporting;
   const std::size_t jobs = runs.front().jobs;
   const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1u);
-  support::DoWork(
+  support::RunJobs(
       runs.size(), jobs != 0 ? jobs : processors,
       [&](std::size_t i) {
         CompileOptions one = runs[i];
-        one.telling.counts = &outcome.CountsOf(i);
+        one.reporting.counts = &outcome.CountsOf(i);
         return run(one);
       },
-      [&](std::size_t i, const support::WorkDone& done) {
-        outcome.Tell(sources::ToOpenablePath(runs[i].script_name()), done);
+      [&](std::size_t i, const support::JobResult& done) {
+        outcome.Report(sources::ToOpenablePath(runs[i].script_name()), done);
       });
-  if (telling.format == "human" || !telling.file.empty()) support::PrintError(outcome.Summary());
+  if (reporting.format == "human" || !reporting.file.empty())
+    support::PrintError(outcome.Summary());
   return outcome.worst();
 }
 
 }  // namespace
 
-std::string NameFor(const std::string& script, const std::string& name) {
+std::string ExpandFileName(const std::string& script, const std::string& name) {
   std::string whole = name;
   const std::string stem = std::filesystem::path(sources::ToOpenablePath(script)).stem().string();
   for (std::size_t at = 0; (at = whole.find(kName, at)) != std::string::npos; at += stem.size()) {
@@ -151,13 +152,14 @@ std::string NameFor(const std::string& script, const std::string& name) {
   return whole;
 }
 
-void ExpectNameForEach(const CompileOptions& options, const char* option, const std::string& name) {
+void RequireNamePerScript(const CompileOptions& options, const char* option,
+                          const std::string& name) {
   if (options.scripts.size() < 2 || name.empty() || name.find(kName) != std::string::npos) return;
   throw WrongUsage(
       fmt::format("for several scripts, {} needs {{}} in the name, for that of each", option));
 }
 
-std::vector<CompileOptions> RunsOf(const CompileOptions& options) {
+std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
   ExpectForOne(options);
   const bool are_several = options.scripts.size() > 1;
   if (are_several) ExpectForSeveral(options);
@@ -165,9 +167,9 @@ std::vector<CompileOptions> RunsOf(const CompileOptions& options) {
   for (const std::string& script : options.scripts) {
     CompileOptions& one = runs.emplace_back(options);
     one.scripts = {script};
-    one.telling.file = NameFor(one.script_name(), options.telling.file);
+    one.reporting.file = ExpandFileName(one.script_name(), options.reporting.file);
     if (are_several)
-      one.telling.color = diagnostics::UsesColour(options.telling.color) ? "always" : "never";
+      one.reporting.color = diagnostics::UsesColour(options.reporting.color) ? "always" : "never";
   }
   return runs;
 }

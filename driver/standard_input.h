@@ -6,8 +6,8 @@
 
 namespace rux::driver {
 
-// Reads to the end. `name`: the library's path of the file that the text stands for, which tells
-// the folder of what it includes. Throws a Failure, also when there is no such folder.
+// Reads to the end. `name`: the library's path of the file that the text stands for, whose folder
+// is that of its included files. Throws a Failure, also when there is no such folder.
 std::string ReadStandardInput(const std::string& name);
 
 }  // namespace rux::driver

@@ -12,7 +12,7 @@
 
 namespace rux::driver {
 
-bool IsThereAlready(const support::NewFile& file, bool counts_time) {
+bool HasSameContent(const support::NewFile& file, bool counts_time) {
   const support::Descriptor there(
       open(file.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;

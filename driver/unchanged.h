@@ -1,4 +1,4 @@
-// Telling whether a file would be replaced by the same again.
+// Whether a file would be replaced by the same bytes.
 #ifndef DRIVER_UNCHANGED_H_
 #define DRIVER_UNCHANGED_H_
 
@@ -8,7 +8,7 @@ namespace rux::driver {
 
 // Whether a file with these bytes is there already. Of compiled files the time of creation only
 // counts if `counts_time`. What cannot be read is another file.
-bool IsThereAlready(const support::NewFile& file, bool counts_time);
+bool HasSameContent(const support::NewFile& file, bool counts_time);
 
 }  // namespace rux::driver
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-// Is and copies like the value itself; empty only when it was moved from.
+// Has value semantics; empty only when moved from.
 template <class T>
 class Boxed {
  public:

@@ -72,7 +72,7 @@ class CRUXEntry : public CRUXObj {
  protected:
   // What every first pass begins with: presence, name, payload type. True when the caller goes on;
   // otherwise `answer` is its result.
-  bool PassesCommonStart(const CheckContext& context, PayloadType type, std::uint32_t& answer);
+  bool PassesCommonChecks(const CheckContext& context, PayloadType type, std::uint32_t& answer);
 
   // The one text that a number or string entry is made of; of several the first, with a warning.
   // False, reported, when there is none.
@@ -91,7 +91,7 @@ class CRUXEntry : public CRUXObj {
 // Reports that a section lacks an entry; `unfilled` says which one.
 void ReportMissing(const CRUXObj& unfilled, const CheckContext& context);
 
-// One class per payload type; the checks are what tells them apart.
+// One class per payload type; they differ in their checks.
 class CGEDWORD : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
@@ -125,7 +125,7 @@ class CGEVALUE : public CRUXEntry {
   std::uint32_t ChkValueName(const std::string& value, const CheckContext& context);
 
  private:
-  // Fills the record of the value from the sub-strings behind the type.
+  // Fills the record of the value from the sub-strings after the type.
   std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
                            const CheckContext& context);
 };

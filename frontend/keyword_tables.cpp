@@ -22,6 +22,7 @@ const std::uint32_t g_dwNTMEntry = std::size(g_NTMapEntry);
 
 }  // extern "C"
 
-// Programs that were linked before have copies of the tables: another size breaks them.
+// A program that names a table has a copy of it, as large as it was at link time: another size
+// breaks the program.
 static_assert(std::size(g_NTMapSect) == 14, "a section keyword more breaks linked programs");
 static_assert(std::size(g_NTMapEntry) == 37, "an entry keyword more breaks linked programs");

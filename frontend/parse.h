@@ -66,7 +66,7 @@ class CRUXParse {
   static std::uint32_t m_opened;  // scripts of the run so far
 };
 
-// The one object behind the exported compile functions.
+// The object that the exported compile functions work on.
 extern CRUXParse g_Parse;
 
 #endif  // FRONTEND_PARSE_H_

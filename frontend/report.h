@@ -30,7 +30,7 @@ template <class... Arguments>
 }
 }  // namespace report_detail
 
-// Hosts read the first argument of Output as the size of a text buffer; it never varies.
+// The first argument of Output, always the same: part of the interface, pinned by tests/api.
 inline constexpr unsigned int kOutputSize = 2048;
 
 // Any message.

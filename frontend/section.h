@@ -26,7 +26,7 @@ class CRUXSection : public CRUXObj {
   virtual std::uint32_t SetEntry(const std::string& file, const std::string& key,
                                  const std::string& value, std::uint32_t item_line);
 
-  // Gives back the room for entries that was made in advance: no more items come.
+  // Shrinks `entries` to fit. Call it after the last item.
   void ReleaseRoom();
 
   // First pass: the section by itself and its entries. Second pass: redefinitions and the
@@ -51,8 +51,8 @@ class CRUXSection : public CRUXObj {
   bool HasEmptySlot(std::uint32_t entry_id) const;
 
   // Where the section was read: the script, counted from 0 in the order in which those of a run
-  // were opened, and the section in it. Set with `item`, the item that is being added, by whoever
-  // reads.
+  // were opened, and the section in it. The parse loop sets
+  // them and `item`, the item that is being added.
   std::uint32_t script = findings::Origin::kNone;
   std::uint32_t ordinal = findings::Origin::kNone;
   std::uint32_t item = findings::Origin::kNone;

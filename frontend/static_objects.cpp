@@ -22,7 +22,7 @@ std::map<std::string, std::uint32_t> g_tblPreDefine;
 
 std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
-// Before the lists: a host may drop its sections as late as it likes.
+// Before the lists, so that sections may be dropped until the lists are gone.
 ruxcomp::detail::HashSet<std::string> InternedString::m_texts;
 TextArena CRUXEntry::m_itemTexts;
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-// Keeps many texts in few pieces of memory, one behind the other. There is no giving back one text:
-// all go at once.
+// Keeps many texts in few pieces of memory, one after the other. A single text cannot be
+// released: all go at once.
 class TextArena {
  public:
   // A copy of the text that stays until Clear.

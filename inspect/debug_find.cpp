@@ -55,7 +55,7 @@ class Sections {
           sections_.push_back(&section);
       }
     }
-    if (sections_.empty()) throw NotThere("there is no " + keyword + " section");
+    if (sections_.empty()) throw NotFound("there is no " + keyword + " section");
   }
 
   const compiled::DebugSection* Find(const PathStep& step) const {
@@ -72,7 +72,7 @@ class Sections {
       std::vector<DebugFound> found = EntriesOf(*section, key, keys);
       if (!found.empty()) return found;
     }
-    throw NoEntry("no " + keyword_ + " section has an", key, keys);
+    throw EntryNotFound("no " + keyword_ + " section has an", key, keys);
   }
 
   std::vector<DebugFound> FindEntries(const compiled::DebugSection& section,
@@ -80,7 +80,7 @@ class Sections {
     std::vector<std::string> keys;
     std::vector<DebugFound> found = EntriesOf(section, key, keys);
     if (!found.empty()) return found;
-    throw NoEntry("the " + keyword_ + " section has no", key, keys);
+    throw EntryNotFound("the " + keyword_ + " section has no", key, keys);
   }
 
  private:
@@ -115,7 +115,7 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
   std::vector<std::string> names;
   names.reserve(meta.words.size());
   for (const compiled::DebugWord& word : meta.words) names.push_back(word.name);
-  throw NotThere("there is no defined word " + support::NameText(name) +
+  throw NotFound("there is no defined word " + support::NameText(name) +
                  support::NearText(name, names));
 }
 
@@ -130,7 +130,7 @@ std::string ExpectKeyword(const std::string& keyword) {
   for (const std::string& each : keywords) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
   }
-  throw NotThere("there is no kind " + support::NameText(keyword) +
+  throw NotFound("there is no kind " + support::NameText(keyword) +
                  support::NearText(keyword, keywords));
 }
 

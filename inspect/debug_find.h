@@ -20,7 +20,7 @@ inline constexpr char kWordKind[] = "WORD";
 std::string ExpectKeyword(const std::string& keyword);
 
 // What a path may call the section: its NAME, and the number of its ID. None when it was not given,
-// or is no number.
+// or is not a number.
 std::optional<std::string> NameOf(const compiled::DebugSection& section);
 std::optional<std::uint32_t> IdOf(const compiled::DebugMeta& meta,
                                   const compiled::DebugSection& section);
@@ -35,7 +35,7 @@ struct DebugFound {
 //
 // The result has the section, or all of its entries with that key, in file order; for a word, all
 // entries that define it. It is never empty and points into `meta`. Throws a Failure of findings
-// that tells what is not there and what is there near it, and one of wrong usage for a path of
+// that says what does not exist and which names are near it, and one of wrong usage for a path of
 // another form.
 std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<PathStep>& path);
 

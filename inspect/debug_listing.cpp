@@ -1,4 +1,4 @@
-// A debug meta file for people.
+// A debug meta file as a listing.
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -57,7 +57,7 @@ class DebugLister {
  private:
   void ListFiles() {
     listing_.Blank();
-    // Their bytes stand in the first section.
+    // Their bytes are in the first section.
     listing_.Line(meta_.files_extent.size == 0
                       ? "source files: not listed"
                       : fmt::format("source files: {}", meta_.files.size()));

@@ -13,7 +13,7 @@ namespace rux::inspect {
 // "NAME = CPU0_TEMP", "VALUE = VT_READ, 0x2E, 8". Texts that a script has to quote are quoted;
 // all are shown as by SafeText(). The entry must have been given.
 std::string EntryText(const compiled::DebugEntry& entry);
-std::string ValueText(const compiled::DebugEntry& entry);  // what stands behind the "="
+std::string ValueText(const compiled::DebugEntry& entry);  // what follows the "="
 
 // The key of an entry; of one that was not given, its keyword.
 std::string KeyText(const compiled::DebugEntry& entry);

@@ -1,4 +1,4 @@
-// The whole of a compiled file, for people and for programs.
+// The whole of a compiled file, as a listing and as JSON.
 #ifndef INSPECT_DUMP_H_
 #define INSPECT_DUMP_H_
 
@@ -15,11 +15,11 @@
 
 namespace rux::inspect {
 
-// For people. `path` is how the file is called.
+// The listing. `path` is how the file is called.
 void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing);
 void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing);
 
-// For programs; docs/dump-json.md tells what each member means.
+// The JSON form; docs/dump-json.md says what each member means.
 void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
                         const RawJson& raw, support::TextStream& out);
 void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta, const RawJson& raw,
@@ -31,8 +31,8 @@ std::string TitleText(const std::string& path, compiled::Form form, std::uint32_
 void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time);
 
-// Of that, what is behind the form: "format 0x01000000, created ...".
-std::string OriginText(std::uint32_t version, std::uint32_t creation_time);
+// Of that, what follows the form: "format 0x01000000, created ...".
+std::string FormatText(std::uint32_t version, std::uint32_t creation_time);
 
 // "form": "meta" or "debug meta"; null for what is neither.
 void WriteForm(support::JsonObject& json, compiled::Form form);

@@ -26,7 +26,7 @@ EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, 
   return part;
 }
 
-// The parts of an entry whose values from `begin` on are told by a type.
+// The parts of an entry whose values from `begin` on are described by a type.
 std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type,
                                std::size_t begin) {
   std::vector<EntryPart> parts;

@@ -1,4 +1,4 @@
-// The lines of a dump, with the bytes that they tell of beside them when those are asked for.
+// The lines of a dump, with the bytes that they describe beside them when those are asked for.
 //
 //   00000094: 05 00 00 20                         |   identifier
 #ifndef INSPECT_LISTING_H_
@@ -25,7 +25,7 @@ class Listing {
   // A line for what has no bytes of its own, or whose bytes follow piece by piece.
   void Line(const std::string& text);
   void Line(const std::string& text, compiled::Extent extent);
-  // Of a record's pieces, which there are only when bytes are asked for: a line that tells of one
+  // Of a record's pieces, which there are only when bytes are asked for: a line that describes one
   // of them, and one for each of some.
   void Line(const std::string& text, const std::vector<compiled::Piece>& pieces, std::size_t piece);
   void Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,

@@ -80,14 +80,14 @@ Found FindInAny(const MetaView& meta, const ruxcomp::language::SectionKind& kind
   for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
     if (const ruxcomp::Entry entry = FindEntry(section, key, keys)) return {section, entry};
   }
-  throw NoEntry(std::string("no ") + kind.keyword + " section has an", key, keys);
+  throw EntryNotFound(std::string("no ") + kind.keyword + " section has an", key, keys);
 }
 
 // The n-th of all values of the entry.
 EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
   const ruxcomp::Values values = entry.values();
   if (n < values.size()) return {"", false, {DatumOf(values[n])}};
-  throw NotThere(fmt::format("there is no value @{}; the entry has {}", n, values.size()));
+  throw NotFound(fmt::format("there is no value @{}; the entry has {}", n, values.size()));
 }
 
 EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
@@ -101,7 +101,7 @@ EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
     if (strcasecmp(part.name.c_str(), name.c_str()) == 0) return part;
     names.push_back(part.name);
   }
-  throw NotThere("the entry has no part " + support::NameText(name) +
+  throw NotFound("the entry has no part " + support::NameText(name) +
                  support::NearText(name, names));
 }
 
@@ -122,7 +122,7 @@ const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword) {
     if (strcasecmp(kind.keyword, keyword.c_str()) == 0) return kind;
     keywords.emplace_back(kind.keyword);
   }
-  throw NotThere("meta files have no kind " + support::NameText(keyword) +
+  throw NotFound("meta files have no kind " + support::NameText(keyword) +
                  support::NearText(keyword, keywords));
 }
 
@@ -130,7 +130,7 @@ Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
   const ruxcomp::language::SectionKind& kind = ExpectKind(path.front().text);
   CheckForm(kind, path);
   const ruxcomp::Sections sections = meta.SectionsOf(kind);
-  if (sections.empty()) throw NotThere(std::string("there is no ") + kind.keyword + " section");
+  if (sections.empty()) throw NotFound(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;
   Found found;
   if (kind.HasNames() || OrdinalOf(*step)) {
@@ -139,7 +139,7 @@ Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
     std::vector<std::string> keys;
     found.entry = FindEntry(found.section, step->text, keys);
     if (!found.entry)
-      throw NoEntry(std::string("the ") + kind.keyword + " section has no", step->text, keys);
+      throw EntryNotFound(std::string("the ") + kind.keyword + " section has no", step->text, keys);
   } else {
     found = FindInAny(meta, kind, step->text);
   }

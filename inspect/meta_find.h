@@ -1,4 +1,4 @@
-// Answering a path with what stands there.
+// Answering a path with what is there.
 #ifndef INSPECT_META_FIND_H_
 #define INSPECT_META_FIND_H_
 
@@ -30,8 +30,8 @@ struct Found {
 //   ENTRY    the key as a script writes it
 //   PART     Type or the name of a part; @n is the n-th value of the entry, from 0
 //
-// Throws a Failure of findings that tells what is not there and what is there near it, and one of
-// wrong usage for a path of another form.
+// Throws a Failure of findings that says what does not exist and which names are near it, and one
+// of wrong usage for a path of another form.
 Found Find(const MetaView& meta, const std::vector<PathStep>& path);
 
 }  // namespace rux::inspect

@@ -23,7 +23,7 @@ namespace {
 using support::JsonArray;
 using support::JsonObject;
 
-// The values as `rux get` prints them, with the words that stand in the file.
+// The values as `rux get` prints them, with the words that are in the file.
 void WriteValues(JsonObject& json, const compiled::CompiledMeta& meta,
                  const std::vector<std::uint32_t>& words) {
   json.Objects("values", words, [&](JsonObject& value, std::uint32_t word) {

@@ -1,4 +1,4 @@
-// A meta file for people.
+// A meta file as a listing.
 #include <fmt/format.h>
 
 #include <cstddef>

@@ -47,7 +47,7 @@ PathStep TakeStep(std::string_view& path) {
 
 }  // namespace
 
-std::optional<std::uint32_t> PathStep::NumberBehind(char sign) const {
+std::optional<std::uint32_t> PathStep::NumberAfter(char sign) const {
   if (quoted || text.empty() || text.front() != sign) return std::nullopt;
   std::string_view digits = std::string_view(text).substr(1);
   int base = 10;
@@ -64,7 +64,7 @@ std::optional<std::uint32_t> PathStep::NumberBehind(char sign) const {
   return number;
 }
 
-std::vector<PathStep> ParseMetaPath(const std::string& path) {
+std::vector<PathStep> ParsePath(const std::string& path) {
   std::vector<PathStep> steps;
   std::string_view rest(path);
   while (true) {

@@ -11,17 +11,17 @@ namespace rux::inspect {
 
 struct PathStep {
   std::string text;
-  bool quoted;  // stood in double quotes: a name, whatever it looks like
+  bool quoted;  // was in double quotes: a name, whatever it looks like
 
-  // The number behind the sign: "#0x101" of '#', "@0" of '@'. None when the step is a name. Throws
-  // a Failure of wrong usage when what follows the sign is no number.
-  std::optional<std::uint32_t> NumberBehind(char sign) const;
+  // The number after the sign: "#0x101" of '#', "@0" of '@'. None when the step is a name. Throws
+  // a Failure of wrong usage when what follows the sign is not a number.
+  std::optional<std::uint32_t> NumberAfter(char sign) const;
 };
 
-// Splits at slashes. A step in double quotes is taken as it stands, slashes included; a doubled
+// Splits at slashes. A step in double quotes is taken literally, slashes included; a doubled
 // quote in it stands for one quote. Throws a Failure of wrong usage for an empty step and for a
 // quote without its end.
-std::vector<PathStep> ParseMetaPath(const std::string& path);
+std::vector<PathStep> ParsePath(const std::string& path);
 
 }  // namespace rux::inspect
 

@@ -1,4 +1,4 @@
-// A meta file for reading: as the read model tells it, in the words of a script's author.
+// A meta file for reading: the read model, in the words of a script's author.
 #ifndef INSPECT_META_VIEW_H_
 #define INSPECT_META_VIEW_H_
 
@@ -13,7 +13,7 @@ namespace rux::inspect {
 
 class MetaView {
  public:
-  // Throws a Failure when the file cannot be read or is no sound meta file.
+  // Throws a Failure when the file cannot be read or is not a sound meta file.
   explicit MetaView(const std::string& path);
 
   const std::string& path() const { return path_; }

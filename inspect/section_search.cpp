@@ -32,7 +32,7 @@ std::size_t ById(const NamedSections& sections, std::uint32_t id) {
     if (*other == id) return i;
     ids.push_back(IdText(*other));
   }
-  throw NotThere("there is no " + sections.keyword + " with the ID " + IdText(id) +
+  throw NotFound("there is no " + sections.keyword + " with the ID " + IdText(id) +
                  support::NearText(IdText(id), ids, support::SafeText));
 }
 
@@ -47,33 +47,33 @@ std::size_t ByName(const NamedSections& sections, const std::string& name) {
     if (*other == name) return i;
     names.push_back(*other);
   }
-  throw NotThere("there is no " + sections.keyword + " " + support::NameText(name) +
+  throw NotFound("there is no " + sections.keyword + " " + support::NameText(name) +
                  support::NearText(name, names));
 }
 
 }  // namespace
 
 std::optional<std::uint32_t> OrdinalOf(const PathStep& step) {
-  return step.NumberBehind(kOrdinalSign);
+  return step.NumberAfter(kOrdinalSign);
 }
 
 std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
   if (const auto ordinal = OrdinalOf(step)) {
     if (*ordinal < sections.count) return *ordinal;
-    throw NotThere(fmt::format("there is no {} @{}; the last one is @{}", sections.keyword,
+    throw NotFound(fmt::format("there is no {} @{}; the last one is @{}", sections.keyword,
                                *ordinal, sections.count - 1));
   }
-  if (const auto id = step.NumberBehind(kIdSign)) return ById(sections, *id);
+  if (const auto id = step.NumberAfter(kIdSign)) return ById(sections, *id);
   return ByName(sections, step.text);
 }
 
-support::Failure NotThere(const std::string& text) {
+support::Failure NotFound(const std::string& text) {
   return support::Failure(support::ExitStatus::kFindings, "{}", text);
 }
 
-support::Failure NoEntry(const std::string& lack, const std::string& key,
-                         const std::vector<std::string>& keys) {
-  return NotThere(lack + " entry " + support::NameText(key) + support::NearText(key, keys));
+support::Failure EntryNotFound(const std::string& lack, const std::string& key,
+                               const std::vector<std::string>& keys) {
+  return NotFound(lack + " entry " + support::NameText(key) + support::NearText(key, keys));
 }
 
 }  // namespace rux::inspect

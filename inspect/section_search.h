@@ -30,14 +30,14 @@ struct NamedSections {
 std::optional<std::uint32_t> OrdinalOf(const PathStep& step);
 
 // The ordinal of the section that the step names by its ordinal, ID or name. Throws a Failure of
-// findings that tells what there is near it.
+// findings that names what is near it.
 std::size_t FindSection(const NamedSections& sections, const PathStep& step);
 
 // The end of a question for what is not there.
-support::Failure NotThere(const std::string& text);
+support::Failure NotFound(const std::string& text);
 // `lack`: "the SENSOR section has no", "no GLOBAL section has an". `keys` are those that there are.
-support::Failure NoEntry(const std::string& lack, const std::string& key,
-                         const std::vector<std::string>& keys);
+support::Failure EntryNotFound(const std::string& lack, const std::string& key,
+                               const std::vector<std::string>& keys);
 
 }  // namespace rux::inspect
 

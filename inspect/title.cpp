@@ -16,10 +16,10 @@ namespace rux::inspect {
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time) {
   return fmt::format("{}: {}, {}", support::SafePath(path), compiled::FormName(form),
-                     OriginText(version, creation_time));
+                     FormatText(version, creation_time));
 }
 
-std::string OriginText(std::uint32_t version, std::uint32_t creation_time) {
+std::string FormatText(std::uint32_t version, std::uint32_t creation_time) {
   return fmt::format("format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC", version,
                      fmt::gmtime(static_cast<std::time_t>(creation_time)));
 }

@@ -13,7 +13,7 @@ namespace {
 
 namespace language = ruxcomp::language;
 
-// Programs need not tell properties from repeaters.
+// Programs need not distinguish properties from repeaters.
 const char* ClassName(const compiled::Datum& datum) {
   if (datum.row == nullptr) return "unresolved";
   const bool is_name = datum.Is(language::CLASS_Property) || datum.Is(language::CLASS_Repeater);

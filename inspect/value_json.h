@@ -1,6 +1,6 @@
-// Values for programs.
+// Values as JSON.
 //
-//   text        any text stands as a string member; when its bytes are no UTF-8, the string holds
+//   text        any text is a string member; when its bytes are not UTF-8, the string holds
 //               replacement characters and the same object gets a member "hex" with the exact bytes
 //   value       {"class": CLASS, "value": number, text or null}
 //   CLASS       number, string, group, action, table, value, global, name, argument (its number),

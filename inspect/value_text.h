@@ -1,4 +1,4 @@
-// Values for people.
+// Values as text.
 #ifndef INSPECT_VALUE_TEXT_H_
 #define INSPECT_VALUE_TEXT_H_
 

@@ -9,8 +9,8 @@
 
 #include "backend/symbol_tables.h"
 
-// Tells whether an index stands for the name: what resolving each index and comparing the texts
-// tells, but every table is searched once, for the index that the name has in it.
+// Whether an index stands for the name: the answer of resolving each index and comparing the texts,
+// but every table is searched once, for the index that the name has in it.
 class NameMatcher {
  public:
   explicit NameMatcher(std::string_view name) : name_(name) {}  // which outlives it

@@ -44,7 +44,7 @@ struct KindWalk {
 };
 
 // The walk over all sections of a kind. `offered` gives the table index that an entry offers for
-// comparing, null when it offers none; `is_sought` compares; `is_compared` tells whether an index
+// comparing, null when it offers none; `is_sought` compares; `is_compared` says whether an index
 // counts as compared although it is another.
 template <class Offered, class IsSought, class IsCompared>
 Search Walk(std::uint32_t kind, Offered offered, IsSought is_sought, IsCompared is_compared,

@@ -47,7 +47,7 @@ std::uint32_t Deliver(std::initializer_list<Delivery> deliveries, std::uint32_t 
   return 1;
 }
 
-// The scanned script behind a file handle, of which sections are asked for; null for a null handle
+// The scanned script of a file handle, of which sections are asked for; null for a null handle
 // and before RSParse.
 const Script* ScriptOf(void* handle) {
   if (handle == nullptr) return nullptr;

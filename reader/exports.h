@@ -33,7 +33,7 @@ extern "C" {
 
 // Opens and reads a script. Returns a file handle, or null when there is no such file, it cannot be
 // read, would include itself, or is too large, and when a thousand include each other. A path is
-// tried as it stands and then, when there is no such file, with backslashes read as slashes. Of
+// tried as it is and then, when there is no such file, with backslashes read as slashes. Of
 // pipes and devices, only those are read that the process has open, as /dev/stdin or /dev/fd/N:
 // to open another one may wait without end.
 RS_EXPORT void* RSOpenFile(const std::string& path);
@@ -57,7 +57,7 @@ RS_EXPORT std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key
                                    std::uint32_t* line);
 
 // The handle of the first section with exactly that name, or null. `reserved` is not looked at.
-// Yes, the name has a capital E.
+// The capital E is part of the exported name.
 RS_EXPORT void* RSFindSEction(void* file, const std::string& name, std::uint32_t reserved);
 
 // Closes the file and sets the caller's handle to null. Returns 1, or 0 when it is null already.

@@ -32,8 +32,8 @@ struct Outline {
   std::uint32_t blanks_at_commas;  // of the value
 };
 
-// The characters that an outline may turn at; most of a script is none of them.
-constexpr std::array<bool, 256> kTurns = [] {
+// The characters that an outline looks at; most characters of a script are others.
+constexpr std::array<bool, 256> kIsSpecial = [] {
   std::array<bool, 256> turns{};
   for (const char c : {'"', '=', ',', '#', ';'}) turns[static_cast<unsigned char>(c)] = true;
   return turns;
@@ -45,7 +45,7 @@ Outline FindOutline(std::string_view line) {
   std::size_t at = 0;
   for (; at < line.size(); ++at) {
     const char c = line[at];
-    if (!kTurns[static_cast<unsigned char>(c)]) continue;
+    if (!kIsSpecial[static_cast<unsigned char>(c)]) continue;
     if (c == '"') {
       ++outline.quotes;
       const std::size_t closing = line.find('"', at + 1);
@@ -89,7 +89,7 @@ class Scanner {
     constexpr std::size_t kBytesPerItem = 16;
     items_.reserve(text_.size() / kBytesPerItem);
     while (!lines_.is_at_end()) ScanLine();
-    // Only now do the items stand still.
+    // Only now do the items stay where they are.
     const Item* items = items_.data();
     for (Section& section : sections_) {
       section.items = items;
@@ -180,7 +180,7 @@ class Scanner {
   void AddItem(const Outline& outline) {
     const std::string_view content = outline.content;
     if (sections_.empty()) {
-      if (!std::exchange(told_text_before_section_, true))
+      if (!std::exchange(reported_text_before_section_, true))
         Report(MessageId::kTextBeforeSection, content);
       return;
     }
@@ -234,7 +234,7 @@ class Scanner {
   const ProblemSink& report_;
   std::vector<std::string_view> pieces_;  // of what is being joined
   std::uint32_t line_ = 0;  // the number of the line being scanned, the first one of joined lines
-  bool told_text_before_section_ = false;
+  bool reported_text_before_section_ = false;
 };
 
 }  // namespace

@@ -27,8 +27,8 @@
 
 namespace reader {
 
-// The most bytes that a script may have: nobody writes more, and a device or an endless pipe must
-// not eat the machine's memory.
+// The most bytes that a script may have. The bound keeps a device or an endless pipe from taking
+// all memory.
 inline constexpr std::size_t kLargestScript = std::size_t{1} << 30;
 
 // Bytes of the file, from `begin` to before `end`.

@@ -19,7 +19,7 @@
 namespace reader {
 namespace {
 
-// How much is asked of a file that does not tell its size, at first.
+// How much is asked first of a file of unknown size.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
 
 // Repeats a system call that a signal interrupted.
@@ -50,7 +50,7 @@ std::optional<Source> FindFile(const std::string& path) {
                 KindOf(path, status.st_mode)};
 }
 
-// Waits for nobody, but for the writer of a pipe whose caller means to. What is read from it may be
+// Never waits, except for the writer of a pipe whose caller means to. What is read from it may be
 // waited for.
 int OpenForReading(const Source& source) {
   const bool may_wait = source.kind == SourceKind::kStream;

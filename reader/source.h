@@ -28,7 +28,7 @@ struct SourceIdentity {
 enum class SourceKind {
   kFile,        // or a folder, which cannot be read, or a text in memory
   kOpenStream,  // a pipe or a device that the process has open: standard input, a shell's <(...)
-  kStream,      // any other pipe or device: opening it may wait for somebody else
+  kStream,      // any other pipe or device: opening it may wait for another process
 };
 
 struct Source {

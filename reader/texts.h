@@ -10,7 +10,7 @@
 namespace reader {
 
 // One table for the process. A script is looked for here before it is looked for in the file
-// system, in both by the same rule: under its path as it stands, then with backslashes read as
+// system, in both by the same rule: under its path as it is, then with backslashes read as
 // slashes.
 class Texts {
  public:

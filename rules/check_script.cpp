@@ -110,7 +110,7 @@ class Walk {
 
 Warnings CheckScript(const Script& script, findings::Most most) {
   if (!IsComplete(script)) return {};
-  RuleReport report(most, IncludesAgain(script));
+  RuleReport report(most, HasRepeatedIncludes(script));
   const DefinedWords words(script, report);
   Walk walk({words, report});
   for (const ScriptSection& section : script.sections()) walk.Show(section);

@@ -16,8 +16,8 @@ struct Edge {
 };
 
 // Calls use(loop) with the edges of a loop, as places in `edges`: each leads to where the next one
-// begins, and the last one to where the first one begins. There may be more loops than anybody can
-// list: each reported one has an edge that is the last one of no other, and without these edges
+// begins, and the last one to where the first one begins. There may be more loops than any program
+// can list: each reported one has an edge that is the last one of no other, and without these edges
 // there would be no loop at all. Takes linear time besides what use() takes.
 //
 // The edges are sorted by `from`. The loop is valid during use().

@@ -95,12 +95,12 @@ class MisspelledValueRule : public Rule {
 
   void Check(const ScriptItem& item) override {
     const std::string_view key = item.name();
-    // Numbers tell values apart.
+    // Numbers distinguish values.
     const bool may_be_misspelled =
         HasPrefix(key, kValuePrefix) && std::none_of(key.begin(), key.end(), IsDigit);
     if (!may_be_misspelled || !known_.insert(key).second) return;
     const std::string name(key.substr(kValuePrefix.size()));
-    const std::optional<std::string> meant = support::MeantName(name, hooks_, 1);
+    const std::optional<std::string> meant = support::ClosestName(name, hooks_, 1);
     if (!meant) return;
     const std::string hook = std::string(kValuePrefix) + *meant;
     report_

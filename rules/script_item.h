@@ -33,7 +33,7 @@ struct Bytes {
 // Whether all files of the script are known. What came through a pipe is not.
 inline bool IsComplete(const Script& script) { return script.files().complete; }
 // Whether the sections of a file occur more than once.
-inline bool IncludesAgain(const Script& script) { return script.includes_again(); }
+inline bool HasRepeatedIncludes(const Script& script) { return script.has_repeated_includes(); }
 // The files with sections, each once, in the order in which they were met.
 std::vector<const ScriptFile*> FilesOf(const Script& script);
 
@@ -47,7 +47,7 @@ struct ItemRef {
   Place place() const { return {file, item->line}; }
 };
 
-// The item that begins on a line; none when that is no item.
+// The item that begins on a line; none when that is not an item.
 std::optional<ItemRef> FindItemOnLine(const ScriptFile& file, std::uint32_t line);
 
 struct ScriptItem : ItemRef {

@@ -46,7 +46,7 @@ class Log {
 
 // The one log of the process: the sink of a run and the function Output, which a plug-in calls and,
 // before main, the library, add to it. It can be used before main().
-Log& TheLog();
+Log& ProcessLog();
 
 }  // namespace rux::run
 

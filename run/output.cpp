@@ -70,7 +70,7 @@ void Decode(ArgumentList& list, Finding& finding) {
 }  // namespace
 
 // Here, so that who takes the log from the room's archive gets the function Output with it.
-Log& TheLog() {
+Log& ProcessLog() {
   // Never destroyed: the library may report while it is unloaded.
   static auto* log = new Log;
   return *log;
@@ -80,7 +80,7 @@ Log& TheLog() {
 
 extern "C" __attribute__((visibility("default"))) void Output(unsigned int size, const char* format,
                                                               ...) {
-  rux::run::Log& log = rux::run::TheLog();
+  rux::run::Log& log = rux::run::ProcessLog();
   rux::run::Finding finding{&rux::run::RowOf(format)};
   if (!log.Wants(*finding.row, finding.origin)) return;
   rux::run::ArgumentList list;

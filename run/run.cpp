@@ -40,7 +40,7 @@ Argument Owned(const findings::Argument& argument) {
 const char* const kPluginPath = RUX_PLUGIN_DIR "libruxrsparser.so.0";
 
 void Run::LogSink::Take(const findings::Finding& finding) {
-  Log& log = TheLog();
+  Log& log = ProcessLog();
   Finding kept{&findings::RowOf(finding.message), finding.origin, finding.other};
   if (!log.Wants(*kept.row, kept.origin)) return;
   if (finding.place) kept.place = Place{std::string(finding.place->file), finding.place->line};
@@ -56,7 +56,7 @@ Run::Run(std::string script, const std::optional<std::string>& text, findings::M
       text_path_(text ? ruxcomp::language::WithSlashes(script_) : ""),
       sink_before_(findings::SetSink(&sink_)),
       choice_(text.has_value()) {
-  TheLog().Limit(most);
+  ProcessLog().Limit(most);
   if (text) reader::Texts::Put(text_path_, *text);
 }
 
@@ -92,7 +92,7 @@ void Run::ReadSources() {
 }
 
 void Run::Guarded(Phase phase, const std::function<void()>& step) {
-  Log& log = TheLog();
+  Log& log = ProcessLog();
   log.Begin(phase);
   findings::Examine({});
   try {

@@ -23,7 +23,7 @@ struct Raised {
 };
 
 struct Result {
-  // All that was read; with a plug-in of somebody else's, what this program makes of the paths.
+  // All that was read; with a foreign plug-in, what this program reads at the same paths.
   sources::SourceSet sources;
   // Of all files that there are to read, those after a raised error included.
   sources::SourceFiles files;

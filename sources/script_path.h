@@ -1,4 +1,4 @@
-// The paths of scripts, as people write them.
+// The paths of scripts, as the system takes them.
 #ifndef SOURCES_SCRIPT_PATH_H_
 #define SOURCES_SCRIPT_PATH_H_
 

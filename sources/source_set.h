@@ -46,7 +46,7 @@ struct SourceFiles {
   // Of all files that there were to read, as they can be opened, in the order in which they were
   // first met, missing ones included.
   std::vector<std::string> paths;
-  // Whether these are all. What an included pipe includes cannot be told after the run.
+  // Whether these are all. What an included pipe includes is not known after the run.
   bool complete = true;
 };
 
@@ -72,10 +72,10 @@ class SourceSet {
   // is in them.
   void DropSections();
 
-  bool includes_again() const { return distinct_.size() < openings_.size(); }
+  bool has_repeated_includes() const { return distinct_.size() < openings_.size(); }
 
   OriginSpot At(const findings::Origin& origin) const;
-  // The first one of a file; null for a file that is none of these.
+  // The first one of a file; null for any other file.
   const Opening* FirstOpeningOf(const support::TextFile* file) const;
   // The INCLUDE item that an opening is for; none for the script itself.
   OriginSpot IncluderOf(const Opening& opening) const;
@@ -93,7 +93,7 @@ class SourceSet {
   SourceFiles files_;
 };
 
-// Why the reader did not open a script, for people.
+// Why the reader did not open a script, as a phrase for a message.
 std::string ReasonOf(const reader::RefusedScript& refused);
 
 }  // namespace rux::sources

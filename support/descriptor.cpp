@@ -14,8 +14,8 @@
 namespace rux::support {
 namespace {
 
-// Whether the call that just failed is to be made once more. Of pipes that somebody set not to
-// block, it waits for what they block on.
+// Whether the call that just failed is to be made once more. Of pipes that another process set not
+// to block, it waits for what they block on.
 bool IsWorthAnotherTry(int file, short awaited) {
   if (errno == EAGAIN) {
     pollfd ready = {file, awaited, 0};
@@ -44,11 +44,10 @@ bool WriteAll(int file, std::string_view bytes) {
 }
 
 bool ReadAll(int file, std::size_t most, std::string& bytes) {
-  constexpr std::size_t kFirst = std::size_t{1} << 16;  // of a file that does not tell its size
+  constexpr std::size_t kFirst = std::size_t{1} << 16;  // of a file that does not report its size
   struct stat status;
-  const bool tells_size =
-      fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
-  const std::size_t expected = tells_size ? static_cast<std::size_t>(status.st_size) : kFirst;
+  const bool has_size = fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0;
+  const std::size_t expected = has_size ? static_cast<std::size_t>(status.st_size) : kFirst;
   std::size_t used = bytes.size();
   const auto room_for = [&](std::size_t more) {
     bytes.resize(used + std::min(more, most + 1 - std::min(used, most)));

@@ -31,7 +31,7 @@ class Descriptor {
   int number() const { return number_; }
   bool is_open() const { return number_ >= 0; }
 
-  // False when the system tells only now, in errno, that something was not written. The file is
+  // False when the system reports only now, in errno, that something was not written. The file is
   // closed either way.
   bool Close() {
     if (!is_open()) return true;

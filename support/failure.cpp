@@ -32,7 +32,7 @@ Failure SystemFailure(const std::string& what, const std::string& path, int erro
   return Failure(ExitStatus::kTrouble, "{} {}: {}", what, path, std::strerror(error));
 }
 
-ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run) {
+ExitStatus RunAndReportFailures(const std::function<ExitStatus()>& run) {
   constexpr std::string_view kLead = "rux: error: ";
   try {
     const ExitStatus status = run();

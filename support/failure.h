@@ -20,8 +20,8 @@ enum class ExitStatus {
   kTrouble = 3,     // a file cannot be read or written, or is damaged
 };
 
-// Thrown by whatever finds out; RunToTheEnd() prints the text after "rux: error: " and answers the
-// status.
+// Thrown by whatever finds out; RunAndReportFailures() prints the text after "rux: error: " and
+// answers the status.
 class Failure : public std::runtime_error {
  public:
   // The text is one line, or several that each report one more thing, as SafeFormat() makes it:
@@ -41,7 +41,7 @@ Failure SystemFailure(const std::string& what, const std::string& path, int erro
 
 // What the process is to exit with after `run`. Whatever that throws is reported on standard error,
 // and so is a failure to write what it printed.
-ExitStatus RunToTheEnd(const std::function<ExitStatus()>& run);
+ExitStatus RunAndReportFailures(const std::function<ExitStatus()>& run);
 
 }  // namespace rux::support
 

@@ -48,7 +48,7 @@ bool FileRights::GiveTo(int file) const {
   if (fstat(file, &status) != 0) return false;
   const bool keeps_group = status.st_gid == group_ || fchown(file, kSame, group_) == 0;
   if (!GivePermissions(file, keeps_group)) return false;
-  // Last of all: the permissions of somebody else's file may be out of reach. A process that may
+  // Last of all: the permissions of another user's file may be out of reach. A process that may
   // not give files away keeps this one.
   return status.st_uid == owner_ || fchown(file, owner_, kSame) == 0 || errno == EPERM ||
          errno == EINVAL;

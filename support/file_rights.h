@@ -16,8 +16,8 @@ class FileRights {
  public:
   FileRights(const std::string& path, const struct stat& status);
 
-  // Gives them to a file that nobody but its owner may open yet, as far as this process may do so.
-  // No step gives more to anybody than the replaced file did: when the group or the list is lost,
+  // Gives them to a file that only its owner may open yet, as far as this process may do so.
+  // No step gives more to any user than the replaced file did: when the group or the list is lost,
   // the group gets no more than everybody. False, with the reason in errno, when the permissions
   // cannot be set.
   bool GiveTo(int file) const;

@@ -51,7 +51,7 @@ FileTarget::FileTarget(const std::string& path_asked_for) : path(path_asked_for)
   std::error_code error;
   place = FollowLinks(path, error);
   if (error) throw CannotWrite(error.value());
-  // Links of the system's own (/dev/stdout) may not tell the true name of an open file.
+  // Links of the system's own (/dev/stdout) may not report the true name of an open file.
   if (exists) is_file = IsSameFile(place, status);
 }
 

@@ -11,7 +11,7 @@
 namespace rux::support {
 
 struct FileTarget {
-  // Looks at what stands there. Throws a Failure when that is a folder or may not be written.
+  // Looks at what is there. Throws a Failure when that is a folder or may not be written.
   explicit FileTarget(const std::string& path);
 
   Failure CannotWrite(int error = errno) const;
@@ -19,7 +19,7 @@ struct FileTarget {
   std::string path;     // as asked for
   std::string place;    // where its symbolic links lead to
   bool is_file = true;  // or yet to be one; otherwise a device or pipe, which is never replaced
-  std::optional<FileRights> rights;  // of the file that stands there; none: there is none
+  std::optional<FileRights> rights;  // of the file that is there; none: there is no file
 };
 
 }  // namespace rux::support

@@ -27,7 +27,7 @@ class MemoryFile {
   // Under which this process can open the file. To be asked for before anything is written.
   const std::string& Path();
 
-  // Puts other bytes in place of those that stand at an offset. A file that ends before them stays
+  // Puts other bytes in place of those at an offset. A file that ends before them stays
   // as it is. Throws a Failure.
   void Overwrite(std::size_t offset, std::string_view bytes);
 

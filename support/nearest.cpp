@@ -91,16 +91,16 @@ std::vector<std::string> Nearest(const std::string& wanted,
   return names;
 }
 
-std::optional<std::string> MeantName(const std::string& wanted,
-                                     const std::vector<std::string>& candidates,
-                                     std::size_t farthest) {
+std::optional<std::string> ClosestName(const std::string& wanted,
+                                       const std::vector<std::string>& candidates,
+                                       std::size_t farthest) {
   const std::string goal = InCapitals(wanted);
   if (goal.size() < 4) farthest = 1;
   std::vector<const std::string*> near;
   for (const std::string& candidate : candidates) {
     if (candidate == wanted || LengthDifference(candidate, goal) > farthest) continue;
     const std::size_t distance = Distance(goal, InCapitals(candidate));
-    // What has not one character in common is no misspelling.
+    // A text without a character in common is not a misspelling.
     if (distance > farthest || distance >= std::max(candidate.size(), goal.size())) continue;
     if (distance < farthest) near.clear();
     farthest = distance;

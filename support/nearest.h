@@ -1,4 +1,4 @@
-// What somebody may have meant who asked for something that is not there.
+// Suggestions for a name that does not exist.
 #ifndef SUPPORT_NEAREST_H_
 #define SUPPORT_NEAREST_H_
 
@@ -12,17 +12,17 @@
 
 namespace rux::support {
 
-// The candidates that a few wrong, missing, surplus or swapped characters tell from the wanted
-// text, the nearest first. Capitals are no difference.
+// The candidates that differ from the wanted text by a few wrong, missing, surplus or swapped
+// characters, the nearest first. Case makes no difference.
 std::vector<std::string> Nearest(const std::string& wanted,
                                  const std::vector<std::string>& candidates, std::size_t most);
 
 // The one candidate that must have been meant: one wrong character away or, for texts of four
 // characters or more, up to `farthest`. Of several as near, the one with the same characters or,
 // failing that, the same first one counts; none when that does not decide.
-std::optional<std::string> MeantName(const std::string& wanted,
-                                     const std::vector<std::string>& candidates,
-                                     std::size_t farthest = 2);
+std::optional<std::string> ClosestName(const std::string& wanted,
+                                       const std::vector<std::string>& candidates,
+                                       std::size_t farthest = 2);
 
 // For the end of a message: "; near it: A, B", "; there are: A, B, C and 9 more" when none is near,
 // or "; there are none". Candidates print as `shown` makes them look.

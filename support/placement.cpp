@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// One file on its way to its place. Unless Settle() is reached, it goes and what stood there before
+// One file on its way to its place. Unless Settle() is reached, it goes and what was there before
 // is there again.
 class Placement {
  public:
@@ -53,8 +53,8 @@ class Placement {
   }
 
   // A file without a name where the system has them and lets them be named later: it goes by itself
-  // when the process does. What replaces another file is nobody else's until it has the same
-  // rights.
+  // when the process does. What replaces another file is open to its owner only until it has the
+  // same rights.
   void Create() {
     const mode_t mode = target_.rights ? 0600 : 0666;
     file_ = Descriptor(open(Folder().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
@@ -128,7 +128,7 @@ void PutInPlace(const std::vector<NewFile>& files) {
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (targets[i].is_file) placements.emplace_back(targets[i], files[i].bytes);
   }
-  // Nothing can fail behind the last one, so there will be no way back to go.
+  // Nothing can fail after the last one, so it needs no way back.
   for (Placement& placement : placements) placement.Place(&placement != &placements.back());
   for (Placement& placement : placements) placement.Settle();
 }

@@ -1,4 +1,4 @@
-// Bytes from files, made fit for people.
+// Bytes from files, made safe to show.
 #ifndef SUPPORT_SAFE_TEXT_H_
 #define SUPPORT_SAFE_TEXT_H_
 
@@ -17,7 +17,7 @@ namespace rux::support {
 std::string Hex(std::string_view bytes, std::string_view lead = "");
 
 // False for control characters, format characters (those that turn the direction of writing are
-// among them), separators of lines and paragraphs, what Unicode lets nobody see, and bytes that are
+// among them), separators of lines and paragraphs, what Unicode makes invisible, and bytes that are
 // not UTF-8.
 bool IsSafe(const Character& character);
 
@@ -65,10 +65,10 @@ std::string Shortened(std::string_view text);
 std::string Excerpted(std::string_view text);
 
 // A name as the path of a query holds it: the name itself, or in double quotes (those inside
-// doubled) when it could not be told from the rest of the path.
+// doubled) when it could be mistaken for the rest of the path.
 std::string NameInPath(std::string_view name);
 
-// The same for people. What SafeText() has to change is quoted, and cannot be typed back.
+// The same to be shown. What SafeText() has to change is quoted, and cannot be typed back.
 std::string NameText(std::string_view name);
 
 // Whether shells can be offered the text: as SafeText() leaves it, but for bytes from A0 on that

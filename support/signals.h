@@ -24,12 +24,12 @@ class SignalsHeld {
   sigset_t before_;
 };
 
-// While there is one: the end of a child process, and the signals by which people and other
-// programs end this one, but for those that it was told to ignore.
+// While there is one: the end of a child process, and the signals by which users and other
+// programs end this one, except those that it ignores.
 class AwaitedSignals {
  public:
   AwaitedSignals() {
-    // Children that nobody waits for would not be told of.
+    // With SIGCHLD ignored, the end of a child would not be signalled.
     std::signal(SIGCHLD, SIG_DFL);
     sigemptyset(&awaited_);
     for (const int signal : {SIGCHLD, SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
@@ -40,7 +40,7 @@ class AwaitedSignals {
     }
     sigprocmask(SIG_BLOCK, &awaited_, &before_);
   }
-  ~AwaitedSignals() { LetThrough(); }
+  ~AwaitedSignals() { Unblock(); }
   AwaitedSignals(const AwaitedSignals&) = delete;
   AwaitedSignals& operator=(const AwaitedSignals&) = delete;
 
@@ -53,13 +53,13 @@ class AwaitedSignals {
   }
 
   // From here on they have their effect, as for a child process.
-  void LetThrough() const { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  void Unblock() const { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
   // Ends this process by the signal.
   void EndWith(int signal) const {
     std::raise(signal);
     // cppcheck-suppress unreachableCode
-    LetThrough();
+    Unblock();
   }
 
  private:

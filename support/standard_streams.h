@@ -11,13 +11,13 @@ namespace rux::support {
 // was closed still fails.
 void OccupyStandardStreams();
 
-// Throw a Failure when the text does not get out whole. What a closed standard error would have
-// got is missed by nobody.
+// Throw a Failure when the text does not get out whole. Output to a closed standard
+// error is dropped silently.
 void PrintOut(std::string_view text);
 void PrintError(std::string_view text);
 
-// Closes standard output if there was something to print. Throws a Failure when the system tells
-// only now that it did not get out.
+// Closes standard output if there was something to print. Throws a Failure when the system reports
+// only now that it was not written.
 void CloseStandardOutput();
 
 }  // namespace rux::support

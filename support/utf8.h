@@ -10,10 +10,10 @@
 namespace rux::support {
 
 // A character, or bytes that are none: as many as could still have begun one, at least one.
-// Overlong forms, surrogates and what is above U+10FFFF are no characters.
+// Overlong forms, surrogates and what is above U+10FFFF are not characters.
 struct Character {
   std::string_view bytes;
-  std::int32_t code;  // kNone: the bytes are no character
+  std::int32_t code;  // kNone: the bytes are not a character
 
   static constexpr std::int32_t kNone = -1;
   bool is_valid() const { return code != kNone; }

@@ -37,14 +37,14 @@ struct Worker {
 class Workers {
  public:
   Workers(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
-          const std::function<void(std::size_t, const WorkDone&)>& tell)
-      : count_(count), most_(most), work_(work), tell_(tell), done_(count) {}
+          const std::function<void(std::size_t, const JobResult&)>& report)
+      : count_(count), most_(most), work_(work), report_(report), done_(count) {}
   ~Workers() { End(SIGTERM); }
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
   void Run() {
-    while (told_ < count_) {
+    while (reported_ < count_) {
       while (started_ < count_ && under_way_.size() < most_) Start();
       const int signal = signals_.Wait();
       if (signal != SIGCHLD) {
@@ -52,9 +52,9 @@ class Workers {
         signals_.EndWith(signal);
       }
       Collect();
-      for (; told_ < count_ && done_[told_]; ++told_) {
-        tell_(told_, *done_[told_]);
-        done_[told_] = WorkDone();
+      for (; reported_ < count_ && done_[reported_]; ++reported_) {
+        report_(reported_, *done_[reported_]);
+        done_[reported_] = JobResult();
       }
     }
   }
@@ -72,8 +72,8 @@ class Workers {
 
   [[noreturn]] void Work(const Worker& worker, pid_t parent) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    signals_.LetThrough();
-    const ExitStatus status = RunToTheEnd([&] {
+    signals_.Unblock();
+    const ExitStatus status = RunAndReportFailures([&] {
       // Too late for the signal.
       if (getppid() != parent) return ExitStatus::kTrouble;
       Redirect(worker.output, STDOUT_FILENO, "standard output");
@@ -96,7 +96,7 @@ class Workers {
       if (place == under_way_.end()) continue;
       const std::unique_ptr<Worker> worker = std::move(place->second);
       under_way_.erase(place);
-      WorkDone done;
+      JobResult done;
       if (WIFEXITED(status)) done.status = static_cast<ExitStatus>(WEXITSTATUS(status));
       if (WIFSIGNALED(status)) done.signal = WTERMSIG(status);
       done.output = worker->output.Bytes();
@@ -118,19 +118,20 @@ class Workers {
   const std::size_t count_;
   const std::size_t most_;
   const std::function<ExitStatus(std::size_t)>& work_;
-  const std::function<void(std::size_t, const WorkDone&)>& tell_;
+  const std::function<void(std::size_t, const JobResult&)>& report_;
   const AwaitedSignals signals_;
   std::map<pid_t, std::unique_ptr<Worker>> under_way_;
-  std::vector<std::optional<WorkDone>> done_;
+  std::vector<std::optional<JobResult>> done_;
   std::size_t started_ = 0;
-  std::size_t told_ = 0;
+  std::size_t reported_ = 0;
 };
 
 }  // namespace
 
-void DoWork(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
-            const std::function<void(std::size_t, const WorkDone&)>& tell) {
-  Workers(count, most, work, tell).Run();
+void RunJobs(std::size_t count, std::size_t most,
+             const std::function<ExitStatus(std::size_t)>& work,
+             const std::function<void(std::size_t, const JobResult&)>& report) {
+  Workers(count, most, work, report).Run();
 }
 
 }  // namespace rux::support

@@ -11,7 +11,7 @@
 namespace rux::support {
 
 // How a piece of work ended, and what it printed.
-struct WorkDone {
+struct JobResult {
   ExitStatus status = ExitStatus::kTrouble;
   int signal = 0;  // that ended the process; 0: none did
   std::string output;
@@ -19,14 +19,15 @@ struct WorkDone {
 };
 
 // Does `count` pieces of work, `most` of them at a time, in processes that begin as copies of this
-// one; and tells of each, in their order, as soon as those before it are done. What work throws is
-// told on its standard error, as main() does it.
+// one; and reports each, in their order, as soon as those before it are done. What work throws is
+// reported on its standard error, as main() does it.
 //
 // A signal that ends this process (SIGINT, SIGTERM, SIGHUP, SIGQUIT) ends those others first; when
 // nothing can hold it back (SIGKILL), the system ends them. Throws a Failure when no process can be
-// started, and passes on what `tell` throws; those that are under way are ended then.
-void DoWork(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
-            const std::function<void(std::size_t, const WorkDone&)>& tell);
+// started, and passes on what `report` throws; those that are under way are ended then.
+void RunJobs(std::size_t count, std::size_t most,
+             const std::function<ExitStatus(std::size_t)>& work,
+             const std::function<void(std::size_t, const JobResult&)>& report);
 
 }  // namespace rux::support
 

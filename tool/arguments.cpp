@@ -37,8 +37,8 @@ CommandArgument& CommandArgument::Without(const char* option) {
   return *this;
 }
 
-CommandArgument& CommandArgument::Check(Wrong check) {
-  wrong = std::move(check);
+CommandArgument& CommandArgument::Check(Validate check) {
+  validate = std::move(check);
   return *this;
 }
 

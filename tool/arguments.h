@@ -25,10 +25,10 @@ struct CommandArgument {
   // what is printed instead of running a command.
   using Target = std::variant<Help, Version, bool*, std::size_t*, Limit, std::string*,
                               std::vector<std::string>*>;
-  // Answers what is wrong with a value, or nothing.
-  using Wrong = std::function<std::string(const std::string& value)>;
+  // Returns what is wrong with a value; empty for a valid one.
+  using Validate = std::function<std::string(const std::string& value)>;
 
-  // "-o,--output" of an option. One without a dash stands by itself, by its place: "META".
+  // "-o,--output" of an option. One without a dash is positional: "META".
   std::string names;
   Target target;
   std::string help;                  // one line
@@ -37,7 +37,7 @@ struct CommandArgument {
   std::vector<std::string> choices;  // all that the value may be; none: more than can be listed
   bool is_required = false;
   std::string excluded;  // the option that it cannot be given with; empty: none
-  Wrong wrong;           // empty: nothing is
+  Validate validate;     // empty: every value is valid
 
   bool is_option() const { return names.front() == '-'; }
   bool takes_value() const;
@@ -45,11 +45,11 @@ struct CommandArgument {
   std::vector<std::string> each_name() const;  // "-o", "--output"
 
   // For the commands, when they declare it. `name` is what the help calls the value of an option;
-  // what stands by itself is called by its own name.
+  // a positional argument is called by its own name.
   CommandArgument& Value(const char* name);
   CommandArgument& File(const char* name = "");
   CommandArgument& OneOf(const char* name, std::vector<std::string> values);
-  CommandArgument& Check(Wrong check);
+  CommandArgument& Check(Validate check);
   CommandArgument& Required();
   CommandArgument& Without(const char* option);  // which was added before
 };

@@ -21,7 +21,7 @@ namespace rux::tool {
 namespace {
 
 bool IsWholeNumber(const std::string& text) {
-  // More than anybody counts would not fit.
+  // More digits would not fit.
   constexpr std::size_t kMostDigits = 18;
   return !text.empty() && text.size() <= kMostDigits &&
          text.find_first_not_of("0123456789") == std::string::npos;
@@ -72,7 +72,7 @@ class Adder {
   template <class Value>
   CLI::Option* AddValue(Value& value) const {
     CLI::Option* option = app_.add_option(argument_.names, value, argument_.help);
-    // What stands by itself is called by its name.
+    // A positional argument is called by its name.
     return option->type_name(argument_.is_option() ? argument_.value_name : "");
   }
 
@@ -84,7 +84,7 @@ void AddTo(CLI::App& app, const CommandArgument& argument) {
   CLI::Option* option = std::visit(Adder(app, argument), argument.target);
   option->required(argument.is_required);
   if (!argument.choices.empty()) option->check(CLI::IsMember(argument.choices));
-  if (argument.wrong) option->check(argument.wrong);
+  if (argument.validate) option->check(argument.validate);
   if (!argument.excluded.empty()) option->excludes(app.get_option(argument.excluded));
 }
 

@@ -18,13 +18,13 @@ namespace rux::tool {
 support::ExitStatus RunCommandLine(int argc, const char* const* argv);
 
 // Values that were given to arguments without a dash, by the names that the help gives those.
-using Given = std::vector<std::pair<std::string, std::string>>;
+using GivenValues = std::vector<std::pair<std::string, std::string>>;
 
 // A command line that is still being typed.
 struct TypedLine {
   const Command* command = nullptr;  // null: it names none yet
   Arguments arguments;               // of the command
-  Given given;
+  GivenValues given;
   // What the word at the cursor is the value of, from that byte of the word on. Null: of nothing.
   const CommandArgument* argument = nullptr;
   std::size_t begin = 0;

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "diagnostics/reporting.h"
 #include "diagnostics/severities.h"
-#include "diagnostics/telling.h"
 #include "driver/compile_options.h"
 #include "driver/messages.h"
 #include "tool/arguments.h"
@@ -11,7 +11,7 @@
 namespace rux::tool {
 
 void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
-  diagnostics::TellingOptions& telling = options.telling;
+  diagnostics::ReportOptions& reporting = options.reporting;
   arguments.Add("SCRIPT", &options.scripts, "The script to read, or several; - for standard input")
       .File()
       .Required();
@@ -33,21 +33,21 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);
       });
   arguments
-      .Add("--max-errors", CommandArgument::Limit{&telling.max_errors},
+      .Add("--max-errors", CommandArgument::Limit{&reporting.max_errors},
            "Show at most N errors and N warnings (default: 1000; 0: all)")
       .Value("N");
   arguments
-      .Add("--format", &telling.format,
+      .Add("--format", &reporting.format,
            "How to tell: human (default), or, for programs and on standard output, gcc, "
            "json, sarif, github")
       .OneOf("FORMAT", {"human", "gcc", "json", "sarif", "github"});
   arguments
-      .Add("--diagnostics-file", &telling.file,
+      .Add("--diagnostics-file", &reporting.file,
            "Write the form for programs into this file; people are told as usual")
       .File("FILE");
-  arguments.Add("--color", &telling.color, "auto (default: on a terminal), always or never")
+  arguments.Add("--color", &reporting.color, "auto (default: on a terminal), always or never")
       .OneOf("WHEN", {"auto", "always", "never"});
-  arguments.Add("--verbose", &telling.verbose, "Show also what the library only remarks");
+  arguments.Add("--verbose", &reporting.verbose, "Show also what the library only remarks");
 }
 
 }  // namespace rux::tool

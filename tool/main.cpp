@@ -28,7 +28,7 @@ ExitStatus Run(int argc, const char* const* argv) {
 // gives large ones back to the system that are asked for again right away: each costs up to a tenth
 // of a compile.
 void FitAllocatorToModels() {
-  if (std::getenv("GLIBC_TUNABLES") != nullptr) return;  // somebody else's choice
+  if (std::getenv("GLIBC_TUNABLES") != nullptr) return;  // the user's own choice
   constexpr int kLargest = 32 << 20;                     // that may be set
   mallopt(M_MXFAST, 0);
   mallopt(M_MMAP_THRESHOLD, kLargest);
@@ -50,8 +50,8 @@ void FitAllocatorToModels() {
 int main(int argc, char** argv) {
   FitAllocatorToModels();
   rux::support::OccupyStandardStreams();
-  // A file that gets too large is a failed write like any other. A pipe that nobody reads any more
+  // A file that gets too large is a failed write like any other. A pipe without a reader
   // is not: as usual for a command in a pipeline, it ends this one without a word.
   std::signal(SIGXFSZ, SIG_IGN);
-  End(rux::support::RunToTheEnd([&] { return Run(argc, argv); }));
+  End(rux::support::RunAndReportFailures([&] { return Run(argc, argv); }));
 }

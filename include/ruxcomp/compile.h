@@ -9,13 +9,13 @@
 //   const bool done = gccCheck() && gccOutput("board.meta");
 //   gccCompEnd();
 //
-// Problems are told through the host's Output (output.h). What is read as a number and has no digit
-// to look at raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or
-// VALUE_0x), an empty half of a table row's key. A host that takes scripts from people catches it
-// around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
+// Problems are reported through the host's Output (output.h). A text that is read as a number and
+// has no digit raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or
+// VALUE_0x), an empty half of a table row's key. A host that compiles scripts from outside catches
+// it around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
 //
 // The path of a script names folders with backslashes: what follows the last one is the name that
-// messages show, what stands before it is where included files are looked for. The reader opens
+// messages show, what precedes it is where included files are looked for. The reader opens
 // such a path where folders are separated by slashes, too. A path with slashes is opened as well,
 // but has no folder then: messages show all of it, and included files are looked for in the current
 // folder, where they are missing, which is no more than a warning, or are others. The paths of the
@@ -42,12 +42,12 @@ RUX_API std::uint32_t gccParse();
 // once per gccParse: it turns the texts of the model into values as it goes.
 RUX_API std::uint32_t gccCheck();
 
-// Compiles the source model and writes it as a meta file, replacing what stands at the path.
+// Compiles the source model and writes it as a meta file, replacing a file at the path.
 // Returns 1, or 0 when the file cannot be written. Call it for a model that gccCheck accepted. The
 // symbol tables (data.h) keep their keys and indices for a later run in the same process.
 RUX_API std::uint32_t gccOutput(const std::string& path);
 
-// Writes the source model as a debug meta file, replacing what stands at the path. Returns 1, or 0
+// Writes the source model as a debug meta file, replacing a file at the path. Returns 1, or 0
 // when the file cannot be created; failing writes go unnoticed. Two kinds of file cannot be loaded
 // afterwards: all but the first that a process writes, because only that one holds the list of
 // source files, and one whose first section is an INCLUDE.

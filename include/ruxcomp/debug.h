@@ -16,7 +16,7 @@
 // Handles and texts point into the model and stay valid until gdUnInit or gccCompEnd. Call
 // everything from one thread. The last-error word is gdGetLastError's; where a comment says
 // "compiled side", the code is stored for gcGetLastError instead and gdGetLastError keeps its old
-// value. Hosts rely on it.
+// value: part of the interface.
 #ifndef RUXCOMP_DEBUG_H_
 #define RUXCOMP_DEBUG_H_
 
@@ -38,11 +38,11 @@ extern "C" {
 RUX_API std::uint32_t gdGetLastError();
 
 // Loads a debug meta file. `info`, when not null, receives format version and creation time.
-// Returns 1 (OK on the compiled side), or 0, told through Output, when the file is missing or of
-// another format or version (no code). Raises std::out_of_range ("vector") for a file whose records
-// are shorter than they say, for one that was not the first that its process wrote (its list of
-// source files is missing), and for one whose first section is an INCLUDE; what was read until then
-// stays, so call gdUnInit. A file that ends early is read as if zeros followed.
+// Returns 1 (OK on the compiled side), or 0, reported through Output, when the file is missing or
+// of another format or version (no code). Raises std::out_of_range ("vector") for a file whose
+// records are shorter than they say, for one that was not the first that its process wrote (its
+// list of source files is missing), and for one whose first section is an INCLUDE; what was read
+// until then stays, so call gdUnInit. A file that ends early is read as if zeros followed.
 RUX_API std::uint32_t gdInit(const std::string& path, tagMETAFILEINFO* info = nullptr);
 
 // Drops the whole model and the defined words. Returns 1.
@@ -58,8 +58,8 @@ RUX_API const char* gdGetSectName(GDSECTION section);
 RUX_API const char* gdGetSectPName(GDSECTION section);
 
 // The number that the section's ID gives. 0xFFFFFFFF: codes as above, NO_VALUE also for a text that
-// is no number (a defined word is none). Raises std::out_of_range for an empty text and a bare
-// "0x".
+// is not a number (a defined word is not one). Raises std::out_of_range for an empty text and a
+// bare "0x".
 RUX_API std::uint32_t gdGetSectID(GDSECTION section);
 
 // The ordinal-th entry that the script gave, from 0. Null: NO_SECTION for a null handle; on the

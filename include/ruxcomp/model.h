@@ -26,13 +26,13 @@
 //   gcGetValueByIndex, ByID   Entry::value(n), part(selector)
 //
 // Where these answer with a null handle or a value of kind RUX_DATA_NONE, a Section, Entry or Value
-// is false; whatever it is asked is empty or none, too: chains of questions need no tests between.
+// is false. Its accessors return empty or null results, so that calls can be chained unchecked.
 // Accessors throw nothing. Only making a model takes memory, and throws std::bad_alloc.
 //
-// Lifetime: a Model owns all that it tells, and nothing changes it. Sections, entries, values,
-// texts and ranges are small, are passed by value, and are good for as long as their Model, also
-// when that is moved; neither gcUnInit nor another gcInit touches them. There may be any number of
-// models.
+// Lifetime: a Model owns all that it answers with, and nothing changes it. Sections, entries,
+// values, texts and ranges are small, are passed by value, and are good for as long as their Model,
+// also when that is moved; neither gcUnInit nor another gcInit touches them. There may be any
+// number of models.
 //
 // Threads: LoadVerified, OfVerified and ReadModel do without the library and may run on any thread;
 // a program that makes its models by them need not link it. Load and OfLoaded ask the library, so
@@ -66,7 +66,7 @@ namespace ruxcomp {
 
 class Model {
  public:
-  // Of nothing; a model that was moved away is such a one, too.
+  // Empty. A moved-from model is empty, too.
   Model() noexcept = default;
 
   // Of what the builder was given; that is used up then.
@@ -77,7 +77,7 @@ class Model {
   static Model OfLoaded() { return Model(detail::CaptureLoaded()); }
 
   // Loads a meta file and leaves none loaded in the library: one that was, is released. `info` is
-  // for gcInit. None when gcInit refuses the file; gcGetLastError tells its code.
+  // for gcInit. None when gcInit refuses the file; gcGetLastError returns its code.
   static std::optional<Model> Load(const std::string& path, tagMETAFILEINFO* info = nullptr) {
     struct ReleaseAtEnd {
       ~ReleaseAtEnd() { gcUnInit(); }

@@ -1,8 +1,8 @@
 // The message sink that the host supplies.
 //
 // Every message of the library goes through one function, which the host program defines. A program
-// that is linked with the library exports it without more ado; one that loads the library at run
-// time is linked with -rdynamic.
+// that is linked with the library exports it automatically; one that loads the library at run time
+// is linked with -rdynamic.
 //
 //   extern "C" void Output(unsigned int size, const char* format, ...) {
 //     va_list arguments;
@@ -11,9 +11,9 @@
 //     va_end(arguments);
 //   }
 //
-// The library calls it on the thread that called the library, and already while it is being loaded
-// when it cannot load its reader plug-in: before the host's main() and before the constructors of
-// the host's own global objects. An Output that uses globals must cope with that.
+// The library calls it on the thread that called the library. It also calls it while it is being
+// loaded, when it cannot load its reader plug-in: before the host's main() and before the
+// constructors of the host's own global objects. An Output that uses globals must cope with that.
 #ifndef RUXCOMP_OUTPUT_H_
 #define RUXCOMP_OUTPUT_H_
 

@@ -30,7 +30,7 @@
 // codes are named in identifiers.h and explained in language/last_errors.def. Before a gcInit every
 // query sees empty data. Damaged files are refused by gcInit; what it could read until then stays
 // visible. It refuses what it cannot read, not all that is wrong: it loads a file whose end became
-// zeros. Verify (verify.h) tells.
+// zeros, which Verify (verify.h) refuses.
 #ifndef RUXCOMP_QUERY_H_
 #define RUXCOMP_QUERY_H_
 

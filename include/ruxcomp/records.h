@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-// What gcInit and gdInit tell of the file that they read.
+// What gcInit and gdInit store about the file that they read.
 struct tagMETAFILEINFO {
   std::uint32_t version;       // format version, RUX_VERSION or RUXD_VERSION
   std::uint32_t creationTime;  // seconds since 1970-01-01 UTC, the low 32 bits

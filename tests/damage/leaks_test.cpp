@@ -52,7 +52,7 @@ class LeaksTest : public ScriptTest {
 
   // A run over "board.rux" that a host drives to its end whatever is answered, and that raises an
   // error in one of its steps.
-  void RunToTheEnd(Raises raises = Raises::kNowhere) {
+  void RunAndReportFailures(Raises raises = Raises::kNowhere) {
     EXPECT_NE(gccCompStart(ScriptPath("board.rux")), 0u);
     const bool parse_raised = Raised([] { gccParse(); });
     EXPECT_EQ(parse_raised, raises == Raises::kInParse);
@@ -85,7 +85,7 @@ class LeaksTest : public ScriptTest {
 
 TEST_F(LeaksTest, SoundScript) {
   Write("board.rux", kSound);
-  ExpectNoGrowth([&] { RunToTheEnd(); });
+  ExpectNoGrowth([&] { RunAndReportFailures(); });
 }
 
 TEST_F(LeaksTest, ScriptsThatTheCheckRefuses) {
@@ -96,7 +96,7 @@ TEST_F(LeaksTest, ScriptsThatTheCheckRefuses) {
         "[UNKNOWN]\nA = 1\n[MORVRUX]\nB = 1\n[INCLUDE]\nFILE = gone.rux\n"}) {  // reading
     SCOPED_TRACE(findings);
     Write("board.rux", sound + findings);
-    ExpectNoGrowth([&] { RunToTheEnd(); });
+    ExpectNoGrowth([&] { RunAndReportFailures(); });
   }
 }
 
@@ -121,7 +121,7 @@ TEST_F(LeaksTest, ScriptsThatRaiseErrors) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.end);
     Write("board.rux", std::string(kSound) + row.end);
-    ExpectNoGrowth([&] { RunToTheEnd(row.raises); });
+    ExpectNoGrowth([&] { RunAndReportFailures(row.raises); });
   }
 }
 

@@ -15,9 +15,9 @@ Action SetUpCheck(Arguments& arguments) {
   AddCompileOptions(arguments, *options);
   arguments.Footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
   return [options] {
-    return driver::RunAll(driver::RunsOf(*options), [](const driver::CompileOptions& one) {
-      return driver::RunCompile(one);
-    });
+    return driver::RunAll(
+        driver::OptionsPerScript(*options),
+        [](const driver::CompileOptions& one) { return driver::RunCompile(one); });
   };
 }
 

@@ -39,8 +39,8 @@ std::vector<driver::NamedFile> WrittenFor(const Options& options) {
   if (!files.prints_meta) written.push_back({"meta file", files.meta});
   if (!files.debug_meta.empty()) written.push_back({"debug meta file", files.debug_meta});
   if (!files.depfile.empty()) written.push_back({"dependency file", files.depfile});
-  const std::string& told = options.run.telling.file;
-  if (!told.empty()) written.push_back({"diagnostics file", told});
+  const std::string& diagnostics_file = options.run.reporting.file;
+  if (!diagnostics_file.empty()) written.push_back({"diagnostics file", diagnostics_file});
   return written;
 }
 
@@ -58,8 +58,8 @@ support::Failure WrongUsage(const char* text) {
 }
 
 void UseStandardOutput(Options& options) {
-  const diagnostics::TellingOptions& telling = options.run.telling;
-  if (telling.format != "human" && telling.file.empty()) {
+  const diagnostics::ReportOptions& reporting = options.run.reporting;
+  if (reporting.format != "human" && reporting.file.empty()) {
     throw WrongUsage("-o - leaves no room for --format: give it a --diagnostics-file");
   }
   if (!options.files.depfile.empty() && options.files.debug_meta.empty()) {
@@ -78,7 +78,7 @@ Options OptionsFor(const driver::CompileOptions& run, const driver::MetaOptions&
   driver::MetaOptions& files = options.files;
   const std::string script = run.script_name();
   for (std::string* name : {&files.meta, &files.debug_meta, &files.depfile}) {
-    *name = driver::NameFor(script, *name);
+    *name = driver::ExpandFileName(script, *name);
   }
   if (files.debug_meta == kStandardStream || files.depfile == kStandardStream) {
     throw WrongUsage("only the meta file can be written to standard output");
@@ -116,10 +116,10 @@ void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs,
 }
 
 support::ExitStatus CompileAll(const Options& all) {
-  driver::ExpectNameForEach(all.run, "--output", all.files.meta);
-  driver::ExpectNameForEach(all.run, "--debug-meta", all.files.debug_meta);
-  driver::ExpectNameForEach(all.run, "--depfile", all.files.depfile);
-  const std::vector<driver::CompileOptions> runs = driver::RunsOf(all.run);
+  driver::RequireNamePerScript(all.run, "--output", all.files.meta);
+  driver::RequireNamePerScript(all.run, "--debug-meta", all.files.debug_meta);
+  driver::RequireNamePerScript(all.run, "--depfile", all.files.depfile);
+  const std::vector<driver::CompileOptions> runs = driver::OptionsPerScript(all.run);
   if (runs.size() > 1) KeepScriptsApart(runs, all.files);
   return driver::RunAll(
       runs, [&](const driver::CompileOptions& run) { return Compile(OptionsFor(run, all.files)); });

@@ -102,7 +102,7 @@ std::string FoundJson(const inspect::MetaView& meta, const inspect::Found& found
 }
 
 support::ExitStatus Get(const Options& options) {
-  const std::vector<inspect::PathStep> path = inspect::ParseMetaPath(options.path);
+  const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
   const inspect::MetaView meta(options.meta);
   const inspect::Found found = inspect::Find(meta, path);
   support::PrintOut(options.json ? FoundJson(meta, found) : FoundText(meta, found));

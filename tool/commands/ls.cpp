@@ -42,7 +42,7 @@ struct Options {
 std::string KindsText(const inspect::MetaView& meta) {
   std::string text =
       fmt::format("{}: {}\n", support::SafePath(meta.path()),
-                  inspect::OriginText(meta.info().version, meta.info().creationTime));
+                  inspect::FormatText(meta.info().version, meta.info().creationTime));
   for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
     if (!kind.IsCompiled()) continue;
     const std::size_t count = meta.SectionsOf(kind).size();
@@ -76,7 +76,7 @@ std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
   return keys;
 }
 
-// What tells a section from the others of its kind.
+// What distinguishes a section from the others of its kind.
 std::string SectionText(const ruxcomp::language::SectionKind& kind,
                         const ruxcomp::Section& section) {
   std::string text = fmt::format("@{}", section.ordinal());

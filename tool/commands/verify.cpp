@@ -134,7 +134,7 @@ bool VerifyForPrograms(const std::vector<std::string>& files) {
   return are_sound;
 }
 
-bool VerifyForPeople(const std::vector<std::string>& files, bool quiet) {
+bool VerifyAsText(const std::vector<std::string>& files, bool quiet) {
   return VerifyEach(files, [&](const Result& result) {
     if (!result.is_sound()) {
       support::PrintError("rux: error: " + FaultsText(result));
@@ -145,8 +145,8 @@ bool VerifyForPeople(const std::vector<std::string>& files, bool quiet) {
 }
 
 support::ExitStatus VerifyFiles(const Options& options) {
-  const bool are_sound = options.json ? VerifyForPrograms(options.files)
-                                      : VerifyForPeople(options.files, options.quiet);
+  const bool are_sound =
+      options.json ? VerifyForPrograms(options.files) : VerifyAsText(options.files, options.quiet);
   return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
 }
 

@@ -22,7 +22,7 @@ struct Options {
 };
 
 support::ExitStatus Where(const Options& options) {
-  const std::vector<inspect::PathStep> path = inspect::ParseMetaPath(options.path);
+  const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
   const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
   const inspect::SourcePlaces places(meta);
   for (const auto& [section, entry] : inspect::Find(meta, path)) {

@@ -35,7 +35,7 @@ std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
 
 // The file that was given under that name. Null for all but regular files: a pipe would be waited
 // for.
-const std::string* FindFile(const Given& given, const char* name) {
+const std::string* FindFile(const GivenValues& given, const char* name) {
   for (const auto& [other, path] : given) {
     std::error_code ignored;
     if (other == name && std::filesystem::is_regular_file(path, ignored)) return &path;
@@ -43,18 +43,18 @@ const std::string* FindFile(const Given& given, const char* name) {
   return nullptr;
 }
 
-Candidates Kinds(const Given& given, const std::string&) {
+Candidates Kinds(const GivenValues& given, const std::string&) {
   const std::string* meta = FindFile(given, kMeta);
   return meta == nullptr ? Candidates() : Words(KindWords(*meta));
 }
 
-Candidates Paths(const Given& given, const std::string& typed) {
+Candidates Paths(const GivenValues& given, const std::string& typed) {
   if (const std::string* meta = FindFile(given, kMeta)) return Words(MetaPathWords(*meta, typed));
   const std::string* debug_meta = FindFile(given, kDebugMeta);
   return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
 }
 
-Candidates MessageIds(const Given&, const std::string&) {
+Candidates MessageIds(const GivenValues&, const std::string&) {
   std::vector<Candidate> ids;
   for (const diagnostics::MessageRow* row : driver::AllMessages().rows()) {
     ids.push_back({std::string(row->id), std::string(row->summary)});
@@ -62,7 +62,7 @@ Candidates MessageIds(const Given&, const std::string&) {
   return Words(std::move(ids));
 }
 
-Candidates Settings(const Given&, const std::string&) {
+Candidates Settings(const GivenValues&, const std::string&) {
   std::vector<Candidate> settings;
   for (const diagnostics::SeveritySetting& setting :
        diagnostics::SeveritySettings(driver::AllMessages())) {
@@ -75,7 +75,7 @@ Candidates Settings(const Given&, const std::string&) {
 // another name adds a row.
 struct Vocabulary {
   const char* argument;
-  Candidates (*candidates)(const Given& given, const std::string& typed);
+  Candidates (*candidates)(const GivenValues& given, const std::string& typed);
 };
 constexpr Vocabulary kVocabularies[] = {
     {"KIND", Kinds},
@@ -86,7 +86,7 @@ constexpr Vocabulary kVocabularies[] = {
 
 }  // namespace
 
-Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
+Candidates CandidatesFor(const CommandArgument& argument, const GivenValues& given,
                          const std::string& typed) {
   if (argument.is_file) return {{}, true, ExtensionsOf(argument)};
   std::vector<Candidate> choices;

@@ -12,7 +12,7 @@ namespace rux::tool {
 
 // What the beginning `typed` of the argument may become; also candidates that begin otherwise, for
 // shells that forgive typing mistakes. May throw a Failure about a file among `given`.
-Candidates CandidatesFor(const CommandArgument& argument, const Given& given,
+Candidates CandidatesFor(const CommandArgument& argument, const GivenValues& given,
                          const std::string& typed);
 
 }  // namespace rux::tool

@@ -94,7 +94,7 @@ support::ExitStatus Complete(const std::vector<std::string>& words) {
   try {
     support::PrintOut(TextOf(AnswerTo(words)));
   } catch (const std::exception&) {
-    // A command line that nothing can be told about: a file that is not there yet, or damaged.
+    // A command line without candidates: its file is not there yet, or damaged.
   }
   return support::ExitStatus::kDone;
 }

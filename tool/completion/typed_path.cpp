@@ -30,7 +30,7 @@ std::size_t FrontSize(const std::string& typed) {
 TypedPath::TypedPath(const std::string& typed)
     : front_(typed.substr(0, FrontSize(typed))),
       next_(front_.size() < typed.size() ? typed[front_.size()] : '\0') {
-  if (!front_.empty()) steps_ = inspect::ParseMetaPath(front_.substr(0, front_.size() - 1));
+  if (!front_.empty()) steps_ = inspect::ParsePath(front_.substr(0, front_.size() - 1));
 }
 
 void TypedPath::AddKind(const std::string& keyword, std::size_t count, const char* what) {

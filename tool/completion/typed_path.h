@@ -29,7 +29,7 @@ class TypedPath {
   // The steps in front of the one being typed.
   const std::vector<inspect::PathStep>& steps() const { return steps_; }
 
-  // Whether the step being typed begins so, as '#' and '@' do that are no names.
+  // Whether the step being typed begins with that sign: '#' of an ID, '@' of an ordinal.
   bool NextBegins(char sign) const { return next_ == sign; }
 
   // Add what the step may become. Names that cannot be typed are left out.
@@ -43,7 +43,7 @@ class TypedPath {
  private:
   void Add(const std::string& step, const std::string& description, const char* rest);
 
-  std::string front_;  // the finished steps and the slash behind them
+  std::string front_;  // the finished steps and the slash after them
   char next_;          // the first character of the step being typed; zero: there is none yet
   std::vector<inspect::PathStep> steps_;
   std::vector<Candidate> words_;

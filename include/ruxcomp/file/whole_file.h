@@ -22,7 +22,7 @@ namespace ruxcomp::file {
 // See ReadWholeFile.
 class WholeFile {
  public:
-  // Waits for nobody: opening a FIFO does not block.
+  // Never waits: opening a FIFO does not block.
   explicit WholeFile(const char* path) : number_(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
   ~WholeFile() {
     if (number_ >= 0) close(number_);

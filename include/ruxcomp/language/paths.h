@@ -28,7 +28,7 @@ constexpr std::string_view BaseNameOf(std::string_view path) {
   return path.substr(FolderSize(path));
 }
 
-// The library's form of a path that somebody typed. A path that has a backslash already is kept.
+// The library's form of a path of the system. A path that has a backslash already is kept.
 inline std::string ToLibraryPath(std::string path) {
   if (path.find(kFolderSeparator) == std::string::npos) {
     std::replace(path.begin(), path.end(), '/', kFolderSeparator);
@@ -42,7 +42,7 @@ inline std::string WithSlashes(std::string path) {
   return path;
 }
 
-// What find(path) knows under the path as it stands or, when that is nothing, under its second
+// What find(path) knows under the path as it is or, when that is nothing, under its second
 // name.
 template <class Find>
 auto FindByPath(std::string path, Find find) {

@@ -35,7 +35,7 @@ class ModelBuilder {
   void AddText(std::uint32_t index, std::string_view text) { model_->tables.Add(index, text); }
   void AddNumber(std::uint32_t index, std::uint32_t number) { model_->tables.Add(index, number); }
 
-  // The cells of TABLE sections, one table after the other. What is left over is no table.
+  // The cells of TABLE sections, one table after the other. Cells left over are ignored.
   void AddCells(const std::uint8_t* cells, std::size_t count) {
     for (; count >= RUX_TABLE_CELLS; count -= RUX_TABLE_CELLS, cells += RUX_TABLE_CELLS) {
       std::copy_n(cells, RUX_TABLE_CELLS, model_->cells.emplace_back().begin());

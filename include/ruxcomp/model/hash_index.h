@@ -94,7 +94,7 @@ class HashIndex {
     std::uint32_t item = kNoItem;
   };
 
-  // Where the key stands, or the free slot where it would.
+  // Where the key is, or the free slot where it would be.
   std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
     const std::size_t mask = slots_.size() - 1;  // a power of two, less one
     const std::uint64_t hash = Mixed(seed_ ^ (key.Hash() | std::uint64_t{scope} << 32));

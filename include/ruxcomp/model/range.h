@@ -77,7 +77,7 @@ class Range {
   std::size_t size() const noexcept { return size_; }
   bool empty() const noexcept { return size_ == 0; }
 
-  // A null handle behind the end.
+  // A null handle beyond the end.
   Handle operator[](std::size_t n) const noexcept {
     return n < size_ ? begin()[static_cast<std::ptrdiff_t>(n)] : Handle();
   }

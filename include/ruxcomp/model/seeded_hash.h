@@ -1,4 +1,4 @@
-// The hash of texts and numbers that somebody else may have chosen, and tables by it.
+// The hash of texts and numbers from files of unknown origin, and tables by it.
 #ifndef RUXCOMP_MODEL_SEEDED_HASH_H_
 #define RUXCOMP_MODEL_SEEDED_HASH_H_
 
@@ -51,7 +51,7 @@ inline std::uint64_t SeedOfProcess() noexcept {
 }
 
 // Hashes texts in time linear in their size, and numbers. Which of them collide depends on the
-// seed, so that nobody can choose names or IDs for a file that all do. A hash made without a seed
+// seed, so that no file can be made whose names or IDs all do. A hash made without a seed
 // takes that of the process.
 class SeededHash {
  public:

@@ -16,7 +16,7 @@
 
 namespace ruxcomp::detail {
 
-// Copies of texts, each with a zero byte behind it. They stay where they are.
+// Copies of texts, each with a zero byte after it. They do not move.
 class TextArena {
  public:
   std::string_view Add(std::string_view text) {
@@ -70,7 +70,7 @@ class Table {
   static bool IsLess(const Value& a, const Value& b) noexcept { return a.index() < b.index(); }
 
   // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
-  // lies beyond stands apart, so that no index is taken for an amount of memory.
+  // lies beyond is kept apart, so that no index is taken for an amount of memory.
   std::vector<Value> dense_;   // by ordinal
   std::vector<Value> strays_;  // by index
 };

@@ -11,7 +11,7 @@
 namespace ruxcomp {
 
 // What a table index stands for: a number, a text, or nothing when the tables do not have it. Like
-// gcGetValueByIndex, it cannot tell the number 0xFFFFFFFF from nothing.
+// gcGetValueByIndex, it does not distinguish the number 0xFFFFFFFF from nothing.
 class Value {
  public:
   // What is not there, and an index that stands for nothing.
@@ -29,7 +29,7 @@ class Value {
   }
   constexpr explicit operator bool() const noexcept { return kind() != RUX_DATA_NONE; }
 
-  // The index, as it stands in the file; 0xFFFFFFFF of what is not there.
+  // The index, as it is in the file; 0xFFFFFFFF of what is not there.
   constexpr std::uint32_t index() const noexcept { return index_; }
 
   // 0 unless kind() is RUX_DATA_NUMBER.
@@ -39,7 +39,7 @@ class Value {
 
   // The same as a number with a sign, 0 unless kind() is RUX_DATA_NUMBER. Files have no sign: a -20
   // of the script is 0xFFFFFFEC, and only who knows what the number means knows that it is below 0.
-  // A -1 is 0xFFFFFFFF, which cannot be told from nothing.
+  // A -1 is 0xFFFFFFFF, which is indistinguishable from nothing.
   constexpr std::int32_t signed_number() const noexcept {
     return static_cast<std::int32_t>(number());
   }

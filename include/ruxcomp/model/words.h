@@ -1,4 +1,4 @@
-// The words that the read model is made of; see model.h.
+// The words of the read model; see model.h.
 #ifndef RUXCOMP_MODEL_WORDS_H_
 #define RUXCOMP_MODEL_WORDS_H_
 
@@ -12,7 +12,7 @@
 
 namespace ruxcomp::detail {
 
-// A number as it stands in a meta file, the least significant byte first.
+// A number as it is in a meta file, the least significant byte first.
 struct Word {
   unsigned char bytes[language::kWordSize];
 

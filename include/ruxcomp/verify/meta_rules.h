@@ -22,8 +22,8 @@
 namespace ruxcomp::verify {
 
 // Reports what no compiler writes for a script that passed its checks: sections, identifiers,
-// values and references that cannot stand where they do. Once the tables are sound; without them,
-// nothing can be told of the words.
+// values and references that cannot be where they are. Once the tables are sound; without them,
+// nothing is known of the words.
 class MetaRules : public file::MetaVisitor {
  public:
   void OnTable(file::Cursor& cursor, file::MetaTableView table) {
@@ -92,7 +92,7 @@ inline void MetaRules::OnSectionBegin(file::Cursor& cursor, const file::MetaSect
   value_rules_.BeginSection(section);
 }
 
-// The sections of a kind stand together.
+// The sections of a kind are neighbours.
 inline void MetaRules::CheckKind(file::Cursor& cursor, const file::MetaSectionView& section) {
   const bool goes_on = std::exchange(identifier_, section.identifier) == section.identifier;
   const bool was_there = (kinds_ & BitOf(section.identifier)) != 0;
@@ -130,7 +130,7 @@ inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
 inline void MetaRules::CheckValueKey(file::Cursor& cursor, const file::MetaEntryView& entry) {
   if (!tables_.Check(cursor, "identifier", entry.offset, entry.identifier, language::CLASS_Value))
     return;
-  // VALUE, and a "VALUE_" with nothing behind it, have the same name.
+  // VALUE, and a "VALUE_" with nothing after it, have the same name.
   if (entry.identifier == kPlainValue) {
     value_rules_.AddLocalValue(kPlainValue);
   } else {

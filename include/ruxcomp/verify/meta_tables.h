@@ -22,7 +22,7 @@ namespace ruxcomp::verify {
 
 class MetaTables {
  public:
-  // Reports texts and numbers that cannot stand where they do.
+  // Reports texts and numbers that cannot be where they are.
   void Take(file::Cursor& cursor, file::MetaTableView table) {
     CheckTexts(cursor, table);
     CheckNumbers(cursor, table);

@@ -190,7 +190,7 @@ inline void ValueRules::CheckParent(Values values) {
   if (!Check(values, 0, language::CLASS_Group)) return;
   parent_ = values[0];
   parent_place_ = PlaceOf(values, 0);
-  // Groups may stand at the root; a sensor is in a group.
+  // Groups may be at the root; a sensor is in a group.
   if (identifier_ != kGroup || parent_ != kRoot) references_.Use(parent_, parent_place_);
 }
 
@@ -223,7 +223,7 @@ inline void ValueRules::CheckTypedValue(Values values) {
 }
 
 inline void ValueRules::CheckRepetition(Values values) {
-  // A count that is no plain number leaves the entry without values.
+  // A count that is not a plain number leaves the entry without values.
   if (values.entry.values.empty() || !ExpectCount(values, {2, language::kAnyNumber})) return;
   Check(values, 0, language::CLASS_Dword);
   Use(values, 1, language::CLASS_Action);

@@ -1,6 +1,6 @@
-// What is known of single messages, beside their rows.
-#ifndef ADVICE_FACTS_H_
-#define ADVICE_FACTS_H_
+// What to underline, suggest and hint at, message by message.
+#ifndef ADVICE_MESSAGE_ADVICE_H_
+#define ADVICE_MESSAGE_ADVICE_H_
 
 #include <string>
 #include <string_view>
@@ -21,7 +21,7 @@ enum class Underline {
 
 using Names = std::vector<std::string>;
 
-struct Facts {
+struct MessageAdvice {
   const findings::MessageRow* row = nullptr;
   Underline underline = Underline::kPlace;
   const char* other = nullptr;  // what the other place is
@@ -36,12 +36,12 @@ struct Facts {
   const char* hint = nullptr;
 };
 
-// Of a message that has no row, all is as above.
-const Facts& FactsOf(const findings::MessageRow* row);
+// A message without a row has the defaults above.
+const MessageAdvice& AdviceFor(const findings::MessageRow* row);
 
-// What keys must be like that are none of the language's, in sections of a kind; empty for others.
+// The form of keys of the script's own in sections of a kind; empty for kinds that take none.
 std::string KeyRuleOf(std::string_view section);
 
 }  // namespace rux::advice
 
-#endif  // ADVICE_FACTS_H_
+#endif  // ADVICE_MESSAGE_ADVICE_H_

@@ -1,4 +1,4 @@
-#include "diagnostics/telling.h"
+#include "diagnostics/reporting.h"
 
 #include <unistd.h>
 
@@ -42,7 +42,7 @@ Report ReportOf(std::string script, Collection& diagnostics) {
   return report;
 }
 
-void Tell(const Report& report, bool has_summary, const TellingOptions& options) {
+void WriteReport(const Report& report, bool has_summary, const ReportOptions& options) {
   const MachineForm* form = FindMachineForm(options.format);
   const auto write_form = [&](support::TextStream& out) { form->write(report, out); };
   if (form != nullptr && options.file.empty()) return support::Print(support::PrintOut, write_form);

@@ -1,4 +1,4 @@
-#include "advice/facts.h"
+#include "advice/message_advice.h"
 
 #include <fmt/format.h>
 
@@ -54,23 +54,25 @@ bool IsSensorInRoot(const Diagnostic& diagnostic) {
 bool IsCondition(const Diagnostic& diagnostic) { return IsIn(diagnostic, language::SECTION_IFDEF); }
 
 // The columns of a row, one family each.
-constexpr Facts Other(const findings::MessageRow& row, const char* other,
-                      Underline underline = Underline::kPlace) {
+constexpr MessageAdvice Other(const findings::MessageRow& row, const char* other,
+                              Underline underline = Underline::kPlace) {
   return {&row, underline, other};
 }
-constexpr Facts Suggest(const findings::MessageRow& row, decltype(Facts::names) names,
-                        std::string_view prefix = {}, Underline underline = Underline::kPlace) {
+constexpr MessageAdvice Suggest(const findings::MessageRow& row,
+                                decltype(MessageAdvice::names) names, std::string_view prefix = {},
+                                Underline underline = Underline::kPlace) {
   return {&row, underline, nullptr, names, prefix};
 }
-constexpr Facts Hint(Facts facts, decltype(Facts::needs_hint) needs_hint, const char* hint) {
-  facts.needs_hint = needs_hint;
-  facts.hint = hint;
-  return facts;
+constexpr MessageAdvice Hint(MessageAdvice advice, decltype(MessageAdvice::needs_hint) needs_hint,
+                             const char* hint) {
+  advice.needs_hint = needs_hint;
+  advice.hint = hint;
+  return advice;
 }
 
 namespace rows = findings::rows;
 
-constexpr Facts kFacts[] = {
+constexpr MessageAdvice kFacts[] = {
     {&rows::kSurplusValues, Underline::kToLastPart},
     {&rows::kTooManyOperands, Underline::kToLastPart},
 
@@ -129,10 +131,11 @@ const char* SentenceOf(language::NameForm form) {
 
 }  // namespace
 
-const Facts& FactsOf(const findings::MessageRow* row) {
-  static constexpr Facts kNone;
-  const Facts* found = std::find_if(std::begin(kFacts), std::end(kFacts),
-                                    [&](const Facts& facts) { return facts.row == row; });
+const MessageAdvice& AdviceFor(const findings::MessageRow* row) {
+  static constexpr MessageAdvice kNone;
+  const MessageAdvice* found =
+      std::find_if(std::begin(kFacts), std::end(kFacts),
+                   [&](const MessageAdvice& advice) { return advice.row == row; });
   return found == std::end(kFacts) ? kNone : *found;
 }
 
