@@ -1,4 +1,4 @@
-// Suggestions, second places and notes that help to understand the diagnostics of a script.
+// From the findings of a run to diagnostics, with suggestions, second places and notes.
 #ifndef ADVICE_ADVICE_H_
 #define ADVICE_ADVICE_H_
 
@@ -8,7 +8,7 @@
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
-#include "rules/warnings.h"
+#include "rules/rule_report.h"
 #include "run/run.h"
 
 namespace rux::advice {
@@ -44,6 +44,14 @@ void Advise(const run::Result& result, std::vector<diagnostics::Diagnostic>& dia
 // Adds why files could not be included and, when there are errors, a note at the end that counts
 // these files.
 void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& collection);
+
+// Adds what was found up to the check, in order and with places. `script`: its path, as it can be
+// opened.
+void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+                      diagnostics::Collection& collection);
+
+// The error that the library raised instead of reporting it.
+diagnostics::Diagnostic DiagnosticOfRaised(const run::Result& result, const std::string& script);
 
 }  // namespace rux::advice
 

@@ -1,5 +1,3 @@
-#include "advice/from_findings.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -7,14 +5,14 @@
 #include <variant>
 #include <vector>
 
+#include "advice/advice.h"
 #include "advice/message_advice.h"
 #include "advice/places.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
-#include "run/findings.h"
-#include "run/rows.h"
+#include "run/log.h"
 #include "run/run.h"
 #include "sources/source_set.h"
 #include "support/safe_text.h"

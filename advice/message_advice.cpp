@@ -7,16 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "advice/names.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/number.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace rux::advice {

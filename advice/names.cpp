@@ -1,18 +1,16 @@
-#include "advice/names.h"
-
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "advice/message_advice.h"
 #include "diagnostics/diagnostic.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
-#include "ruxcomp/language/operators.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
+#include "ruxcomp/language/values.h"
 #include "sources/source_set.h"
 
 namespace rux::advice {

@@ -13,7 +13,7 @@
 #include "findings/origin.h"
 #include "reader/script.h"
 #include "reader/value.h"
-#include "run/findings.h"
+#include "run/log.h"
 #include "ruxcomp/language/paths.h"
 #include "sources/source_set.h"
 #include "support/safe_text.h"

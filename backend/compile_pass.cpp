@@ -8,11 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "backend/meta_file.h"
-#include "backend/model_compiler.h"
 #include "backend/symbol_tables.h"
 #include "findings/origin.h"
-#include "frontend/lookup.h"
 #include "frontend/section.h"
 #include "frontend/text_errors.h"
 #include "ruxcomp/compile.h"

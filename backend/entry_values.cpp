@@ -5,19 +5,17 @@
 #include <variant>
 #include <vector>
 
-#include "backend/model_compiler.h"
-#include "checker/number.h"
+#include "backend/compile_pass.h"
 #include "checker/value_fields.h"
 #include "findings/origin.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/entry_data.h"
-#include "frontend/gevalue.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/operators.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/records.h"

@@ -6,16 +6,15 @@
 #include <string>
 
 #include "backend/symbol_tables.h"
-#include "checker/number.h"
 #include "findings/origin.h"
-#include "frontend/lookup.h"
+#include "frontend/defined_words.h"
 #include "frontend/section.h"
 #include "frontend/text_errors.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/language/cells.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace {

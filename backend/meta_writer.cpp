@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "backend/compile_pass.h"
-#include "backend/file_writer.h"
-#include "backend/meta_file.h"
+#include "backend/file_io.h"
 #include "backend/symbol_tables.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/words.h"
 #include "ruxcomp/records.h"

@@ -3,20 +3,18 @@
 #include <cstdint>
 #include <string>
 
-#include "checker/number.h"
 #include "findings/origin.h"
 #include "frontend/check_context.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/obj.h"
 #include "frontend/report.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/language/cells.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/parts.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace {

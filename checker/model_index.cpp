@@ -8,10 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "checker/number.h"
 #include "findings/origin.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
-#include "frontend/lookup.h"
 #include "frontend/section.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "findings/origin.h"
-#include "frontend/lookup.h"
+#include "frontend/section.h"
 #include "ruxcomp/model/seeded_hash.h"
 
 // Answers what the rules of the second pass look for. Each rule is a walk over all sections of a

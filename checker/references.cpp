@@ -3,18 +3,18 @@
 #include <string>
 
 #include "checker/model_index.h"
-#include "checker/number.h"
 #include "findings/finding.h"
 #include "frontend/check_context.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
-#include "frontend/lookup.h"
 #include "frontend/report.h"
+#include "frontend/section.h"
 #include "frontend/text_errors.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace {

@@ -7,16 +7,14 @@
 #include <vector>
 
 #include "checker/model_index.h"
-#include "checker/number.h"
 #include "findings/finding.h"
 #include "findings/origin.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
-#include "frontend/lookup.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 

@@ -10,20 +10,16 @@
 #include <vector>
 
 #include "checker/model_index.h"
-#include "checker/number.h"
 #include "checker/value_fields.h"
 #include "frontend/check_context.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
-#include "frontend/gevalue.h"
-#include "frontend/lookup.h"
-#include "frontend/predefine.h"
 #include "frontend/report.h"
+#include "frontend/section.h"
 #include "frontend/value_records.h"
-#include "ruxcomp/language/bus.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/operators.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include <variant>
 #include <vector>
 
-#include "frontend/gevalue.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/values.h"
 

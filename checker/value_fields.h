@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "frontend/gevalue.h"
 #include "frontend/identifiers.h"
+#include "frontend/value_records.h"
 
 // One field: either a text or a list of texts, each of the field's role.
 struct ValueField {

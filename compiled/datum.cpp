@@ -12,10 +12,10 @@
 
 #include "compiled/meta.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/operators.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::compiled {
 namespace {

@@ -11,8 +11,6 @@
 #include "ruxcomp/file/debug_meta_records.h"
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
-#include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/values.h"
 

@@ -1,6 +1,4 @@
-// The byte records of objects, entries and sections.
-#include "debugmeta/model_bytes.h"
-
+// The byte records of objects, entries and sections, of payloads and of parsed values.
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -8,12 +6,14 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <variant>
 
 #include "debugmeta/bytes.h"
+#include "frontend/entry_data.h"
 #include "frontend/interned_string.h"
-#include "frontend/payload_types.h"
 #include "frontend/section.h"
-#include "ruxcomp/language/notation.h"
+#include "frontend/value_records.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 
 bool incFilesWritten = false;
@@ -72,6 +72,28 @@ void ReadName(ByteReader& reader, InternedString& name) {
   }
   name = text;
 }
+
+struct PayloadWriter {
+  ByteWriter& out;
+
+  void operator()(std::monostate) const {}
+  void operator()(std::uint32_t number) const { out.Word(number); }
+  void operator()(const std::string& text) const { out(text); }
+  void operator()(const TextList& list) const { out(list); }
+  void operator()(const RepeaterRecord& record) const { VisitFields(record, out); }
+  void operator()(const CGeValue& value) const { out.Nested(value); }
+};
+
+struct PayloadReader {
+  ByteReader& in;
+
+  void operator()(std::monostate) const {}
+  void operator()(std::uint32_t& number) const { number = in.Word(); }
+  void operator()(std::string& text) const { in(text); }
+  void operator()(TextList& list) const { in(list); }
+  void operator()(RepeaterRecord& record) const { VisitFields(record, in); }
+  void operator()(CGeValue& value) const { value.SetBuffer(in.Nested()); }
+};
 
 }  // namespace
 
@@ -143,4 +165,34 @@ void CRUXSection::SetBuffer(const RecordView& in) {
       templates.Add(*entries.back());
     }
   }
+}
+
+void CRuxEntryData::GetBuffer(Bytes& out) const {
+  ByteWriter writer(out);
+  writer.Word(type_);
+  std::visit(PayloadWriter{writer}, payload_);
+}
+
+void CRuxEntryData::SetBuffer(const RecordView& in) {
+  Destory();
+  ByteReader reader(in);
+  Create(reader.Word());
+  std::visit(PayloadReader{reader}, payload_);
+}
+
+void CGeValue::GetBuffer(Bytes& out) const {
+  ByteWriter writer(out);
+  writer.Word(type_);
+  writer(str_type_);
+  VisitValueFields(record_, writer);
+}
+
+void CGeValue::SetBuffer(const RecordView& in) {
+  Destory();
+  ByteReader reader(in);
+  const std::uint32_t type = reader.Word();
+  std::string text;
+  reader(text);
+  Create(type, text);
+  VisitValueFields(record_, reader);
 }

@@ -1,5 +1,3 @@
-#include "decompile/obstacles.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -11,13 +9,13 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
-#include "decompile/script_sections.h"
+#include "decompile/decompile.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"  // IWYU pragma: keep
 #include "ruxcomp/language/symbols.h"
-#include "sources/script_path.h"
+#include "sources/source_file.h"
 #include "support/safe_text.h"
 
 namespace rux::decompile {

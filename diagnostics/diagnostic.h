@@ -4,15 +4,19 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
 #include "findings/message_row.h"
 #include "findings/origin.h"
 #include "support/text_file.h"
+#include "support/utf8.h"
 
 namespace rux::diagnostics {
 
@@ -41,7 +45,7 @@ struct Location {
   std::uint32_t first_line = 0;  // 0: none
   const support::TextFile* file = nullptr;
   support::ByteRange range = {};
-  std::optional<Excerpt> excerpt = {};  // of what is shown (excerpts.h)
+  std::optional<Excerpt> excerpt = {};  // of what is shown (Excerpts)
 
   std::uint32_t line() const { return excerpt ? excerpt->line : first_line; }
 };
@@ -87,6 +91,22 @@ std::string Label(const Diagnostic& diagnostic);
 
 // "did you mean ...?"
 std::string SuggestionText(const Diagnostic& diagnostic);
+
+// A line may be long and be the place of many diagnostics: its characters are counted once.
+class Excerpts {
+ public:
+  // Fills in the excerpts of the diagnostics and their notes, where places are exact.
+  void AddTo(std::vector<Diagnostic>& diagnostics);
+
+ private:
+  void AddTo(Location& location);
+  const support::CharacterCounts& CountsOf(const Location& location, const Excerpt& excerpt);
+
+  using Line = std::pair<const support::TextFile*, std::uint32_t>;
+  Line last_ = {nullptr, 0};
+  std::unique_ptr<support::CharacterCounts> last_counts_;
+  std::map<Line, support::CharacterCounts> long_lines_;
+};
 
 }  // namespace rux::diagnostics
 

@@ -1,5 +1,3 @@
-#include "diagnostics/printer.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>

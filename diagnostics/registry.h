@@ -1,4 +1,4 @@
-// All messages that a program may show.
+// All messages that a program may show, and their explanations as text.
 #ifndef DIAGNOSTICS_REGISTRY_H_
 #define DIAGNOSTICS_REGISTRY_H_
 
@@ -32,6 +32,19 @@ class Registry {
   std::vector<const MessageRow*> rows_;
   std::unordered_map<std::string_view, const MessageRow*> by_id_;
 };
+
+// A line for each message: id, severity, summary.
+std::string MessageList(const std::vector<const MessageRow*>& rows);
+
+// What a message means, with its examples, for a terminal.
+std::string ExplanationText(const MessageRow& row);
+
+// The same as a section of a Markdown document, without and with the document around all of them.
+std::string ExplanationMarkdown(const MessageRow& row);
+std::string MessagesMarkdown(const Registry& registry);
+
+// What the examples mean by machine.rux.
+extern const std::string_view kMachineScript;
 
 }  // namespace rux::diagnostics
 

@@ -1,11 +1,20 @@
 #include "diagnostics/report.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "diagnostics/collection.h"
+#include "diagnostics/diagnostic.h"
+#include "support/placement.h"
+#include "support/standard_streams.h"
+#include "support/text_stream.h"
 
 namespace rux::diagnostics {
 namespace {
@@ -29,6 +38,46 @@ const MachineForm* FindMachineForm(std::string_view name) {
       std::find_if(std::begin(kForms), std::end(kForms),
                    [&](const MachineForm& each) { return each.name == name; });
   return form == std::end(kForms) ? nullptr : form;
+}
+
+namespace {
+
+std::string_view Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+}  // namespace
+
+bool UsesColour(const std::string& color) {
+  if (color != "auto") return color == "always";
+  return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() &&
+         Environment("TERM") != "dumb";
+}
+
+Report ReportOf(std::string script, Collection& diagnostics) {
+  Report report;
+  report.script = std::move(script);
+  report.errors = diagnostics.errors();
+  report.warnings = diagnostics.warnings();
+  report.not_shown = diagnostics.not_shown();
+  report.diagnostics = std::move(diagnostics.kept());
+  Excerpts().AddTo(report.diagnostics);
+  return report;
+}
+
+void WriteReport(const Report& report, bool has_summary, const ReportOptions& options) {
+  const MachineForm* form = FindMachineForm(options.format);
+  const auto write_form = [&](support::TextStream& out) { form->write(report, out); };
+  if (form != nullptr && options.file.empty()) return support::Print(support::PrintOut, write_form);
+  if (options.counts != nullptr) *options.counts = {report.errors, report.warnings};
+  support::Print(support::PrintError, [&](support::TextStream& out) {
+    WriteHumanText(report, UsesColour(options.color), out);
+    if (has_summary && options.counts == nullptr) out += SummaryLine(report);
+  });
+  if (form == nullptr) return;
+  const std::string text = support::WrittenText(write_form);
+  support::PutInPlace({{options.file, text}});
 }
 
 }  // namespace rux::diagnostics

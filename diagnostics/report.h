@@ -1,4 +1,4 @@
-// All that a run reports, and the forms of output.
+// All that a run reports, the forms of output, and where each goes.
 #ifndef DIAGNOSTICS_REPORT_H_
 #define DIAGNOSTICS_REPORT_H_
 
@@ -7,7 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
+#include "findings/tally.h"
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
@@ -49,6 +51,48 @@ WriteForm WriteSarifReport;
 
 // Workflow commands: lines that GitHub shows beside the sources.
 WriteForm WriteGithubText;
+
+// The form for terminals, which editors can jump from:
+//   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
+//   [undefined-word]
+//      12 | THRESHOLD_FH = hto
+//         |                ^~~
+//         = did you mean hot?
+//   boards/board.rux:3: note: included from here
+//
+// and so on.
+void WriteHumanText(const Report& report, bool colour, support::TextStream& out);
+
+// "boards/server.rux: 2 errors, 1 warning" with a line feed.
+std::string SummaryLine(const Report& report);
+
+// The numbers of a summary line.
+struct Counts {
+  std::size_t errors;
+  std::size_t warnings;
+};
+
+struct ReportOptions {
+  std::string format = "human";  // or the name of a machine form
+  std::string file;              // for the machine form; empty: standard output
+  std::string color = "auto";    // or "always" or "never"
+  // How many errors are shown, and how many warnings. More help no further, and a script of a few
+  // megabytes may have millions.
+  findings::Most max_errors = 1000;
+  bool verbose = false;
+  Counts* counts = nullptr;  // receives the numbers instead of a summary line; null: print the line
+};
+
+// Whether the output is in colours, for a value of --color.
+bool UsesColour(const std::string& color);
+
+// The report of a run with those diagnostics.
+Report ReportOf(std::string script, Collection& diagnostics);
+
+// Prints the diagnostics on standard error, with a summary line when `has_summary`. A machine form
+// goes to its file or, instead of all that, to standard output. Throws a Failure when a write
+// fails.
+void WriteReport(const Report& report, bool has_summary, const ReportOptions& options);
 
 }  // namespace rux::diagnostics
 

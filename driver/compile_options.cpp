@@ -1,14 +1,71 @@
 #include "driver/compile_options.h"
 
-#include <string>
+#include <unistd.h>
 
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "reader/script.h"
 #include "ruxcomp/language/paths.h"
+#include "sources/source_file.h"
+#include "support/descriptor.h"
+#include "support/failure.h"
+#include "support/safe_text.h"
 
 namespace rux::driver {
 
 std::string CompileOptions::script_name() const {
   if (!reads_standard_input()) return ruxcomp::language::ToLibraryPath(scripts.front());
   return stdin_name.empty() ? "<stdin>" : ruxcomp::language::ToLibraryPath(stdin_name);
+}
+
+namespace {
+
+namespace fs = std::filesystem;
+
+support::Failure CannotRead(const std::string& name, int error) {
+  return support::SystemFailure("cannot read", sources::ToOpenablePath(name), error);
+}
+
+void ExpectFolderOf(const std::string& name) {
+  const std::string folder(ruxcomp::language::FolderOf(name));
+  if (folder.empty()) return;
+  std::error_code error;
+  if (fs::is_directory(sources::ToOpenablePath(folder), error)) return;
+  throw CannotRead(name, error ? error.value() : ENOTDIR);
+}
+
+}  // namespace
+
+std::string ReadStandardInput(const std::string& name) {
+  std::string text;
+  if (!support::ReadAll(STDIN_FILENO, reader::kLargestScript, text)) throw CannotRead(name, errno);
+  if (text.size() > reader::kLargestScript) throw CannotRead(name, EFBIG);
+  ExpectFolderOf(name);
+  return text;
+}
+
+std::optional<std::uint32_t> SourceDateEpoch() {
+  constexpr const char* kName = "SOURCE_DATE_EPOCH";
+  const char* value = std::getenv(kName);
+  if (value == nullptr) return std::nullopt;
+  const std::string_view text = value;
+  std::uint32_t time = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), time);
+  if (error != std::errc() || end != text.data() + text.size()) {
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "{} is '{}', which is no number of seconds from 0 to {}", kName,
+                           support::Shortened(text), std::numeric_limits<std::uint32_t>::max());
+  }
+  return time;
 }
 
 }  // namespace rux::driver

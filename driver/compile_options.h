@@ -1,12 +1,15 @@
-// What every command that compiles takes from the command line.
+// What every command that compiles takes: options, the text on standard input, the time in the
+// environment.
 #ifndef DRIVER_COMPILE_OPTIONS_H_
 #define DRIVER_COMPILE_OPTIONS_H_
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "diagnostics/reporting.h"
+#include "diagnostics/report.h"
 
 namespace rux::driver {
 
@@ -25,6 +28,15 @@ struct CompileOptions {
   std::vector<std::string> warnings;  // each fit for Severities
   diagnostics::ReportOptions reporting;
 };
+
+// Reads to the end. `name`: the library's path of the file that the text stands for, whose folder
+// is that of its included files. Throws a Failure, also when there is no such folder.
+std::string ReadStandardInput(const std::string& name);
+
+// What the environment variable SOURCE_DATE_EPOCH sets, so that the same sources give the same
+// bytes at any time; nothing when it is not there. Throws a Failure of wrong usage when it is no
+// number of seconds since 1970 that the files can hold.
+std::optional<std::uint32_t> SourceDateEpoch();
 
 }  // namespace rux::driver
 

@@ -1,10 +1,9 @@
-#include "driver/depfile.h"
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "driver/meta_files.h"
 #include "ruxcomp/model/seeded_hash.h"
 #include "support/failure.h"
 

@@ -4,8 +4,8 @@
 #include "diagnostics/registry.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
-#include "rules/rule_rows.h"
-#include "run/rows.h"
+#include "rules/rule_report.h"
+#include "run/log.h"
 
 namespace rux::driver {
 

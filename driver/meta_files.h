@@ -1,4 +1,4 @@
-// What compiling a script makes.
+// What compiling a script makes: meta file, debug meta file, dependency file.
 #ifndef DRIVER_META_FILES_H_
 #define DRIVER_META_FILES_H_
 
@@ -13,6 +13,15 @@
 #include "support/placement.h"
 
 namespace rux::driver {
+
+// A rule in the syntax that make and ninja share: the targets, and each of the prerequisites once,
+// in order. Each prerequisite is also a target of its own, without a recipe, so that make goes on
+// when one is not there any more.
+//
+// Throws a Failure that names `path`, the file that the rule is for, when one of the other names
+// cannot be written so that both tools read it as it is.
+std::string DepfileText(const std::string& path, const std::vector<std::string>& targets,
+                        const std::vector<std::string>& prerequisites);
 
 struct MetaOptions {
   std::string meta;                            // with prints_meta, for messages only

@@ -1,6 +1,7 @@
 #include "driver/overwriting.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -10,10 +11,13 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
+#include "compiled/file.h"  // IWYU pragma: keep
 #include "compiled/meta.h"
+#include "ruxcomp/file/header.h"
 #include "sources/source_set.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/placement.h"
 
 namespace rux::driver {
 namespace {
@@ -80,6 +84,18 @@ void RefusePossibleSource(const NamedFile& written) {
                          "the {} would overwrite {}, which is not compiled\nIt may be a file "
                          "that the script includes: the script cannot be read again to tell",
                          written.what, written.path);
+}
+
+bool HasSameContent(const support::NewFile& file, bool counts_time) {
+  const support::Descriptor there(
+      open(file.path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat status;
+  if (!there.is_open() || fstat(there.number(), &status) != 0) return false;
+  const bool may_be_same =
+      S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) == file.bytes.size();
+  std::string bytes;
+  if (!may_be_same || !support::ReadAll(there.number(), file.bytes.size(), bytes)) return false;
+  return bytes == file.bytes || (!counts_time && compiled::AreSameButForTime(bytes, file.bytes));
 }
 
 }  // namespace rux::driver

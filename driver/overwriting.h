@@ -1,4 +1,4 @@
-// Keeping a command from writing over its own files.
+// The files that a command finds where it is about to write.
 #ifndef DRIVER_OVERWRITING_H_
 #define DRIVER_OVERWRITING_H_
 
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "sources/source_set.h"
+#include "support/placement.h"
 
 namespace rux::driver {
 
@@ -28,6 +29,10 @@ void KeepSources(const sources::SourceFiles& sources, const NamedFile& written);
 // For a script whose files are not known any more: throws a Failure of trouble when the file to be
 // written may be one of them, because there is something other than a compiled file.
 void RefusePossibleSource(const NamedFile& written);
+
+// Whether a file with these bytes is there already. Of compiled files the time of creation only
+// counts if `counts_time`. What cannot be read is another file.
+bool HasSameContent(const support::NewFile& file, bool counts_time);
 
 }  // namespace rux::driver
 

@@ -1,5 +1,3 @@
-#include "driver/scripts.h"
-
 #include <fmt/format.h>
 #include <string.h>
 #include <sys/mman.h>
@@ -14,11 +12,10 @@
 #include <thread>
 #include <vector>
 
-#include "diagnostics/printer.h"
 #include "diagnostics/report.h"
-#include "diagnostics/reporting.h"
 #include "driver/compile_options.h"
-#include "sources/script_path.h"
+#include "driver/compile_run.h"
+#include "sources/source_file.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"

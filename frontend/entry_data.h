@@ -1,16 +1,41 @@
-// The typed payload of an entry.
+// The payload types, and the typed payload of an entry.
 #ifndef FRONTEND_ENTRY_DATA_H_
 #define FRONTEND_ENTRY_DATA_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <variant>
 #include <vector>
 
-#include "frontend/boxed.h"
-#include "frontend/gevalue.h"
+#include "frontend/identifiers.h"
 #include "frontend/value_records.h"
+
+// A value on the heap, for alternatives of a variant that would make the others large. Has value
+// semantics; empty only when moved from.
+template <class T>
+class Boxed {
+ public:
+  Boxed() : value_(std::make_unique<T>()) {}
+  Boxed(const Boxed& other) : value_(std::make_unique<T>(*other.value_)) {}
+  Boxed& operator=(const Boxed& other) {
+    if (this != &other) value_ = std::make_unique<T>(*other.value_);
+    return *this;
+  }
+  Boxed(Boxed&&) noexcept = default;
+  Boxed& operator=(Boxed&&) noexcept = default;
+  ~Boxed() = default;
+
+  operator T&() { return *value_; }              // NOLINT: visitors of the variant take a T
+  operator const T&() const { return *value_; }  // NOLINT
+
+  T* get() { return value_.get(); }
+  const T* get() const { return value_.get(); }
+
+ private:
+  std::unique_ptr<T> value_;
+};
 
 struct RecordView;  // debugmeta/bytes.h
 
@@ -50,7 +75,7 @@ class CRuxEntryData {
   const Payload& payload() const { return payload_; }
   Payload& payload() { return payload_; }
 
-  // Appends the byte record; and back from it (debugmeta/payload_bytes.cpp).
+  // Appends the byte record; and back from it (debugmeta/model_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
@@ -74,5 +99,19 @@ class CRuxEntryData {
   std::uint32_t type_ = 0;
   Payload payload_;
 };
+
+class CRUXEntry;
+
+struct PayloadRow {
+  PayloadType type;
+  CRuxEntryData::Payload (*make_payload)();
+  std::unique_ptr<CRUXEntry> (*make_entry)(std::uint32_t identifier, tagNOTATION notation);
+};
+
+// The row for an entry identifier; null when its payload type is unknown.
+const PayloadRow* FindPayload(std::uint32_t identifier);
+
+// A new, empty entry of the class that the identifier asks for; null when there is none.
+std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation);
 
 #endif  // FRONTEND_ENTRY_DATA_H_

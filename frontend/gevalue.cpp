@@ -1,5 +1,3 @@
-#include "frontend/gevalue.h"
-
 #include <cstdint>
 #include <string>
 

@@ -3,7 +3,6 @@
 #define FRONTEND_IDENTIFIERS_H_
 
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 

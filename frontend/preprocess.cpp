@@ -4,9 +4,9 @@
 
 #include "findings/finding.h"
 #include "findings/origin.h"
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/parse.h"
-#include "frontend/predefine.h"
 #include "frontend/report.h"
 #include "frontend/section_kinds.h"
 

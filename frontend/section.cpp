@@ -7,12 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "frontend/defined_words.h"
+#include "frontend/entry.h"
+#include "frontend/entry_data.h"
 #include "frontend/identifiers.h"
-#include "frontend/payload_types.h"
-#include "frontend/predefine.h"
 #include "frontend/section_kinds.h"
 #include "ruxcomp/data.h"
-#include "ruxcomp/language/notation.h"
+#include "ruxcomp/language/entries.h"
 
 CRUXSection* CRUXSection::Create(const std::string& file, const std::string& section_name,
                                  std::uint32_t header_line) {
@@ -100,4 +101,66 @@ std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& 
     return 1;
   }
   return 0;
+}
+
+namespace {
+
+template <class Section, std::uint32_t Id, tagNOTATION Notation>
+CRUXSection* Make() {
+  return new Section(Id, Notation);
+}
+
+template <class Section>
+CRUXSection* MakeEmpty() {
+  return new Section();
+}
+
+}  // namespace
+
+const SectionMaker kSectionMakers[] = {
+#define SECTION(keyword, number, notation, form, naming, uniqueness) \
+  {SECTION_##keyword, Make<CGS##keyword, SECTION_##keyword, notation>, MakeEmpty<CGS##keyword>},
+#include "ruxcomp/language/sections.def"
+};
+
+namespace {
+const std::vector<CRUXSection*> kNoSections;
+}
+
+const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id) {
+  for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
+    if (!head->empty() && head->front()->identifier == id) return head;
+  }
+  return nullptr;
+}
+
+const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id) {
+  const std::vector<CRUXSection*>* head = FindSectHead(id);
+  return head ? *head : kNoSections;
+}
+
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index) {
+  std::uint32_t seen = 0;
+  for (std::size_t place = 0; place < section->entries.size(); ++place) {
+    CRUXEntry* entry = section->entries[place].get();
+    if (!entry) {
+      if (section->TemplateOf(place).identifier == id) return nullptr;
+      continue;
+    }
+    if (entry->identifier != id) continue;
+    if (!(entry->notation & kFreeName)) return entry;
+    if (seen++ == index) return entry;
+  }
+  if (index == 0xFFFFFFFF) index = seen;
+  return nullptr;
+}
+
+CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id) {
+  std::uint32_t first = 0;
+  return FindEntry(section, id, first);
+}
+
+const std::string* FindText(const CRUXSection* section, std::uint32_t id) {
+  const CRUXEntry* entry = FindEntry(section, id);
+  return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
 }

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/interned_string.h"
 #include "frontend/obj.h"
 #include "frontend/parse.h"
-#include "frontend/predefine.h"
 #include "frontend/section_kinds.h"  // IWYU pragma: keep
 #include "frontend/text_arena.h"
 #include "ruxcomp/model/seeded_hash.h"

@@ -11,10 +11,9 @@
 
 #include "debugmeta/bytes.h"
 #include "frontend/entry_data.h"
-#include "frontend/gevalue.h"
 #include "frontend/obj.h"
-#include "frontend/payload_types.h"
 #include "frontend/section_kinds.h"
+#include "frontend/value_records.h"
 #include "fuzz/target.h"
 #include "query/process_state.h"
 #include "ruxcomp/data.h"

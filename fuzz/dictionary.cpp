@@ -7,14 +7,12 @@
 
 #include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "ruxcomp/data.h"
-#include "ruxcomp/language/bus.h"
-#include "ruxcomp/language/debug_meta_format.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/meta_format.h"
-#include "ruxcomp/language/operators.h"
-#include "ruxcomp/language/prefixes.h"
+#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 #include "ruxcomp/language/words.h"
 
 namespace {

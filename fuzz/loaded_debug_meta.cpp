@@ -6,13 +6,12 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
+#include "frontend/defined_words.h"
 #include "frontend/identifiers.h"  // IWYU pragma: keep
-#include "frontend/predefine.h"
 #include "fuzz/loaded.h"
 #include "fuzz/target.h"
 #include "ruxcomp/debug.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
 #include "ruxcomp/language/sections.h"
 
 namespace fuzz {

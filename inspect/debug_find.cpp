@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
-#include "inspect/meta_path.h"
-#include "inspect/section_search.h"
+#include "inspect/path.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"

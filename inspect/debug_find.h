@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
-#include "inspect/meta_path.h"
+#include "inspect/path.h"
 
 namespace rux::inspect {
 
@@ -30,7 +30,7 @@ struct DebugFound {
   const compiled::DebugEntry* entry;  // null: the section itself
 };
 
-// KIND/SECTION[/ENTRY] as for meta files (meta_find.h), for every kind of the script language, and
+// KIND/SECTION[/ENTRY] as for meta files (meta_view.h), for every kind of the script language, and
 // WORD/NAME for a defined word.
 //
 // The result has the section, or all of its entries with that key, in file order; for a word, all

@@ -10,7 +10,6 @@
 #include "compiled/debug_meta.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
-#include "inspect/listing.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"

@@ -9,8 +9,7 @@
 
 #include "compiled/debug_meta.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
-#include "sources/script_path.h"
+#include "sources/source_file.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {

@@ -2,18 +2,61 @@
 #ifndef INSPECT_DUMP_H_
 #define INSPECT_DUMP_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "compiled/debug_meta.h"
 #include "compiled/file.h"
 #include "compiled/meta.h"
-#include "inspect/listing.h"
-#include "inspect/raw_json.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
 namespace rux::inspect {
+
+// The lines of a dump, with the bytes that they describe beside them when those are asked for.
+//
+//   00000094: 05 00 00 20                         |   identifier
+class Listing {
+ public:
+  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`.
+  Listing(std::string_view bytes, bool raw, support::TextStream& out)
+      : bytes_(bytes), raw_(raw), out_(out) {}
+
+  bool raw() const { return raw_; }
+
+  // A line for what has no bytes of its own, or whose bytes follow piece by piece.
+  void Line(const std::string& text);
+  void Line(const std::string& text, compiled::Extent extent);
+  // Of a record's pieces, which there are only when bytes are asked for: a line that describes one
+  // of them, and one for each of some.
+  void Line(const std::string& text, const std::vector<compiled::Piece>& pieces, std::size_t piece);
+  void Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,
+              std::size_t first = 0, std::size_t last = static_cast<std::size_t>(-1));
+  void Blank() { out_ += '\n'; }
+
+ private:
+  const std::string_view bytes_;
+  const bool raw_;
+  support::TextStream& out_;
+};
+
+// The bytes of a file in the JSON form of a dump.
+class RawJson {
+ public:
+  // `bytes` is the whole file; it must outlive this. Without `wanted`, nothing is written.
+  RawJson(std::string_view bytes, bool wanted) : bytes_(bytes), wanted_(wanted) {}
+
+  // Adds to the object:
+  // "raw": [{"field": name, "offset": number, "size": number, "bytes": hex}, ...]
+  void Write(support::JsonObject& json, const std::vector<compiled::Piece>& pieces) const;
+
+ private:
+  const std::string_view bytes_;
+  const bool wanted_;
+};
 
 // The listing. `path` is how the file is called.
 void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing);

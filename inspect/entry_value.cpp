@@ -1,17 +1,24 @@
 #include "inspect/entry_value.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "inspect/meta_view.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/selectors.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
+#include "support/json.h"
+#include "support/safe_text.h"
+#include "support/utf8.h"
 
 namespace rux::inspect {
 namespace {
@@ -43,6 +50,48 @@ std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type
   return parts;
 }
 
+namespace language = ruxcomp::language;
+
+// Among the parts of a value: short, and clear of what separates them.
+std::string InnerText(const compiled::Datum& datum) {
+  if (datum.row == nullptr) return "(unresolved)";
+  if (datum.IsNumber()) return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
+  return datum.Is(language::CLASS_Operator) ? datum.text : support::NameText(datum.text);
+}
+
+// By itself.
+std::string OuterText(const compiled::Datum& datum) {
+  if (datum.row == nullptr) return "(unresolved)";
+  if (datum.Is(language::CLASS_ValueType)) return fmt::format("type {}", datum.number);
+  if (datum.IsNumber()) return fmt::format("{0} (0x{0:X})", datum.number);
+  return support::SafeText(datum.text);
+}
+
+template <class Text>
+std::string Joined(const std::vector<compiled::Datum>& items, Text text) {
+  std::string joined;
+  for (const compiled::Datum& item : items) joined += (joined.empty() ? "" : ", ") + text(item);
+  return joined;
+}
+
+std::string NamedPartText(const EntryPart& part) {
+  const std::string items = Joined(part.items, InnerText);
+  return part.name + (part.is_list ? "=[" + items + "]" : "=" + items);
+}
+
+namespace language = ruxcomp::language;
+
+// Programs need not distinguish properties from repeaters.
+const char* ClassName(const compiled::Datum& datum) {
+  if (datum.row == nullptr) return "unresolved";
+  const bool is_name = datum.Is(language::CLASS_Property) || datum.Is(language::CLASS_Repeater);
+  return is_name ? "name" : datum.row->title;
+}
+
+void WriteValues(support::JsonObject& json, const EntryPart& part) {
+  json.Objects("values", part.items, WriteDatum);
+}
+
 }  // namespace
 
 EntryValue ValueOf(const ruxcomp::Entry& entry) {
@@ -57,6 +106,66 @@ EntryValue ValueOf(const ruxcomp::Entry& entry) {
       return {type.number, PartsOf(values, type.number, 1)};
   }
   return {std::nullopt, {PartOf(values, "", values.size() != 1, 0, values.size())}};
+}
+
+std::string PartText(const EntryPart& part) {
+  return part.items.empty() ? "(none)" : Joined(part.items, OuterText);
+}
+
+std::string ValueText(const EntryValue& value) {
+  std::string text;
+  if (value.type) {
+    text = fmt::format("type {}", *value.type) + (value.parts.empty() ? "" : ":");
+  }
+  for (const EntryPart& part : value.parts) {
+    if (!text.empty()) text += ' ';
+    text += part.name.empty() ? PartText(part) : NamedPartText(part);
+  }
+  return text.empty() ? "(none)" : text;
+}
+
+std::string CellsText(const compiled::TableCells& cells) {
+  std::string text;
+  for (std::size_t first = 0; first < cells.size();) {
+    std::size_t last = first;
+    while (last + 1 < cells.size() && cells[last + 1] == cells[first]) ++last;
+    const std::string range = first == last ? fmt::format("0x{:02X}", first)
+                                            : fmt::format("0x{:02X}..0x{:02X}", first, last);
+    text += fmt::format("{:<10}  {} (0x{:X})\n", range, cells[first], cells[first]);
+    first = last + 1;
+  }
+  return text;
+}
+
+void WriteText(support::JsonObject& json, std::string_view member, std::string_view text) {
+  json.Member(member, text);
+  if (!support::IsUtf8(text)) json.Member("hex", support::Hex(text));
+}
+
+void WriteDatum(support::JsonObject& json, const compiled::Datum& datum) {
+  json.Member("class", ClassName(datum));
+  if (datum.row == nullptr) {
+    json.Member("value", nullptr);
+  } else if (datum.IsNumber() || datum.Is(language::CLASS_Small)) {
+    json.Member("value", datum.number);
+  } else {
+    WriteText(json, "value", datum.text);
+  }
+}
+
+void WritePart(support::JsonObject& json, const EntryPart& part) {
+  json.Member("name", part.name);
+  WriteValues(json, part);
+}
+
+void WriteEntry(support::JsonObject& json, const std::string& name, const EntryValue& value) {
+  WriteText(json, "name", name);
+  if (value.parts.size() == 1 && value.parts.front().name.empty()) {
+    WriteValues(json, value.parts.front());
+    return;
+  }
+  if (value.type) json.Member("type", *value.type);
+  json.Objects("parts", value.parts, WritePart);
 }
 
 }  // namespace rux::inspect

@@ -1,14 +1,27 @@
-// The values of a compiled entry, by the names of their parts.
+// The values of a compiled entry, by the names of their parts: as text and as JSON.
+//
+// In JSON:
+//
+//   text        any text is a string member; when its bytes are not UTF-8, the string holds
+//               replacement characters and the same object gets a member "hex" with the exact bytes
+//   value       {"class": CLASS, "value": number, text or null}
+//   CLASS       number, string, group, action, table, value, global, name, argument (its number),
+//               operator (its text), type (its number), unresolved (null)
+//   part        {"name": text, "values": [value, ...]}
+//   entry       {"name": text, "values": [...]}, or for value, global and repeater entries
+//               {"name": text, "type": number, "parts": [part, ...]}; repeaters have no type
 #ifndef INSPECT_ENTRY_VALUE_H_
 #define INSPECT_ENTRY_VALUE_H_
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "compiled/datum.h"
 #include "ruxcomp/model.h"
+#include "support/json.h"
 
 namespace rux::inspect {
 
@@ -26,6 +39,24 @@ struct EntryValue {
 // Value, global and repeater entries have the parts that the library's selectors pick; what no
 // selector fits is one part "Values". All other entries are one nameless part.
 EntryValue ValueOf(const ruxcomp::Entry& entry);
+
+// One line: "85 (0x55)", "CPUS", "257 (0x101), 258 (0x102)", or
+// "type 5: Operand=0x2E Number=8 BusType=1 BaseAddress=0 Args=[G_FAN_MAX, 3]".
+std::string ValueText(const EntryValue& value);
+
+// The same for one part by itself.
+std::string PartText(const EntryPart& part);
+
+// The cells of a table, a line for each stretch of equal ones: "0x00..0x1F  40 (0x28)".
+std::string CellsText(const compiled::TableCells& cells);
+
+// Members of the object.
+void WriteText(support::JsonObject& json, std::string_view member, std::string_view text);
+void WriteDatum(support::JsonObject& json, const compiled::Datum& datum);
+
+// The members of a part and of an entry.
+void WritePart(support::JsonObject& json, const EntryPart& part);
+void WriteEntry(support::JsonObject& json, const std::string& name, const EntryValue& value);
 
 }  // namespace rux::inspect
 

@@ -1,4 +1,5 @@
-// A name or number that is looked for among table indices.
+// How sections are found: what their entries offer as ID and names, and whether that is what is
+// looked for.
 #ifndef QUERY_NAME_MATCHER_H_
 #define QUERY_NAME_MATCHER_H_
 
@@ -8,6 +9,8 @@
 #include <string_view>
 
 #include "backend/symbol_tables.h"
+#include "ruxcomp/record_rules.h"
+#include "ruxcomp/records.h"
 
 // Whether an index stands for the name: the answer of resolving each index and comparing the texts,
 // but every table is searched once, for the index that the name has in it.
@@ -32,5 +35,15 @@ class NumberMatcher {
   const std::uint32_t number_;
   std::optional<std::uint32_t> index_;
 };
+
+// The table index that an entry offers as the ID, or as a name, of a section of that kind; null
+// when it offers none.
+inline const std::uint32_t* OfferedId(const tagGCENTRY& entry) {
+  return ruxcomp::OfferedId(entry.identifier, entry.values.empty() ? nullptr : &entry.values[0]);
+}
+inline const std::uint32_t* OfferedName(std::uint32_t kind, const tagGCENTRY& entry) {
+  return ruxcomp::OfferedName(kind, entry.identifier,
+                              entry.values.empty() ? nullptr : &entry.values[0]);
+}
 
 #endif  // QUERY_NAME_MATCHER_H_

@@ -3,7 +3,7 @@
 #include <variant>
 
 #include "backend/symbol_tables.h"
-#include "debugmeta/model_bytes.h"
+#include "debugmeta/bytes.h"
 #include "findings/origin.h"
 #include "frontend/obj.h"
 #include "frontend/parse.h"

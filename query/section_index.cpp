@@ -10,7 +10,7 @@
 
 #include "backend/compile_pass.h"
 #include "backend/symbol_tables.h"
-#include "query/names.h"
+#include "query/name_matcher.h"
 #include "ruxcomp/records.h"
 
 namespace {

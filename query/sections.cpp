@@ -4,10 +4,8 @@
 #include <string>
 
 #include "backend/compile_pass.h"
-#include "backend/meta_file.h"
 #include "backend/symbol_tables.h"
 #include "query/name_matcher.h"
-#include "query/names.h"
 #include "query/result.h"
 #include "query/section_index.h"
 #include "ruxcomp/identifiers.h"

@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "reader/lines.h"
 #include "reader/messages.h"
 #include "reader/script.h"
 #include "reader/value.h"

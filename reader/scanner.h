@@ -1,13 +1,48 @@
-// The syntax of scripts: text in, sections and items out.
+// The syntax of scripts: text in, lines, sections and items out.
 #ifndef READER_SCANNER_H_
 #define READER_SCANNER_H_
 
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "reader/arena.h"
 #include "reader/script.h"
 
 namespace reader {
+
+class Lines {
+ public:
+  explicit Lines(std::string_view text) : rest_(text) {}
+
+  bool is_at_end() const { return rest_.empty(); }
+  std::uint32_t taken() const { return taken_; }
+
+  // Takes the next line, without its LF or CRLF; not at the end.
+  std::string_view Take() {
+    ++taken_;
+    const std::size_t line_feed = rest_.find('\n');
+    std::string_view line = rest_.substr(0, line_feed);
+    if (line_feed == std::string_view::npos) {
+      rest_.remove_prefix(rest_.size());
+      return line;
+    }
+    rest_.remove_prefix(line_feed + 1);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    return line;
+  }
+
+  // Whether a backslash joins the next line to the one that was taken last. The last line has none
+  // to go on in.
+  bool GoesOn(std::string_view line) const {
+    return !line.empty() && line.back() == '\\' && !rest_.empty();
+  }
+
+ private:
+  std::string_view rest_;
+  std::uint32_t taken_ = 0;
+};
 
 // What a scan fills.
 struct Scanned {

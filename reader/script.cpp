@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "reader/lines.h"
 #include "reader/scanner.h"
 
 namespace reader {

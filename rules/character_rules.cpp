@@ -8,10 +8,8 @@
 #include <memory>
 #include <string_view>
 
-#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
 #include "support/utf8.h"
 

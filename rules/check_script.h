@@ -4,8 +4,8 @@
 #define RULES_CHECK_SCRIPT_H_
 
 #include "findings/tally.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
-#include "rules/warnings.h"
 
 namespace rux::rules {
 

@@ -9,12 +9,11 @@
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/rule_report.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/keys.h"
 #include "ruxcomp/language/number.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 
 namespace rux::rules {
 namespace {

@@ -8,7 +8,6 @@
 
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
-#include "rules/text_map.h"
 
 namespace rux::rules {
 

@@ -8,11 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "rules/rule.h"
 #include "rules/rule_list.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
-#include "rules/text_map.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 

@@ -1,6 +1,4 @@
 // Numbers that are read otherwise than they look.
-#include "rules/number_rules.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -11,14 +9,13 @@
 #include <string>
 #include <string_view>
 
-#include "rules/rule.h"
 #include "rules/rule_list.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
 

@@ -1,13 +1,65 @@
-// The list of all rules.
+// What a rule is, and the list of all rules.
 #ifndef RULES_RULE_LIST_H_
 #define RULES_RULE_LIST_H_
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
-#include "rules/rule.h"
+#include "rules/defined_words.h"
+#include "rules/rule_report.h"
+#include "rules/script_item.h"
 
 namespace rux::rules {
+
+struct RuleContext {
+  const DefinedWords& words;
+  RuleReport& report;
+};
+
+// A rule gets the items that it wants, once, in the order in which the library reads them. There
+// may be millions: what is done for each must be cheap. Items that the library rejects are among
+// them.
+class Rule {
+ public:
+  virtual ~Rule() = default;
+
+  // Whether the rule is about items with such an entry; asked once for each kind and entry. An
+  // entry of 0 stands for the keys that the kind does not take.
+  virtual bool WantsItems(language::SectionId, std::uint32_t) const { return false; }
+  // Whether BeginSection and EndSection are called for sections of the kind.
+  virtual bool WantsSections(language::SectionId) const { return false; }
+
+  virtual void BeginSection(const ScriptSection&, language::SectionId) {}
+  virtual void Check(const ScriptItem&) {}
+  virtual void EndSection() {}
+  virtual void EndScript(const Script&) {}
+};
+
+using MakeRule = std::unique_ptr<Rule> (*)(const RuleContext& context);
+
+// A rule that needs no more than the item.
+using WantsItems = bool (*)(language::SectionId kind, std::uint32_t entry);
+using CheckItem = void (*)(const ScriptItem& item, const RuleContext& context);
+
+template <WantsItems wants, CheckItem check>
+class ItemRule : public Rule {
+ public:
+  explicit ItemRule(const RuleContext& context) : context_(context) {}
+
+  bool WantsItems(language::SectionId kind, std::uint32_t entry) const override {
+    return wants(kind, entry);
+  }
+  void Check(const ScriptItem& item) override { check(item, context_); }
+
+ private:
+  const RuleContext context_;
+};
+
+// A check of numbers that several rules share (number_rules.cpp). `read` is the number that the
+// library reads the text as.
+void ReportTrailingText(const ScriptItem& item, std::string_view text, std::string_view read,
+                        RuleReport& report);
 
 // What items an item rule is about.
 inline bool Any(language::SectionId, std::uint32_t) { return true; }
@@ -31,9 +83,8 @@ std::unique_ptr<Rule> Each(const RuleContext& context) {
 
 // number_rules.cpp
 std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context);
-// text_rules.cpp
-void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context);
 // line_rules.cpp
+void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context);
 std::unique_ptr<Rule> MakeLineRule(const RuleContext& context);
 // character_rules.cpp
 std::unique_ptr<Rule> MakeHiddenCharacterRule(const RuleContext& context);
@@ -55,7 +106,6 @@ void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context);
 void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context);
 // value_loop_rules.cpp
 std::unique_ptr<Rule> MakeValueLoopRule(const RuleContext& context);
-// operand_rules.cpp
 void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context);
 void CheckValueOperands(const ScriptItem& item, const RuleContext& context);
 void CheckRepeaterArguments(const ScriptItem& item, const RuleContext& context);

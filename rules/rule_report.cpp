@@ -5,10 +5,7 @@
 #include <utility>
 
 #include "diagnostics/diagnostic.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
-#include "rules/text_map.h"
-#include "rules/warning_text.h"
 #include "support/safe_text.h"
 
 namespace rux::rules {

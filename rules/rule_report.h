@@ -1,4 +1,4 @@
-// What the rules report. All that they need of `diagnostics/` is here.
+// The rules by name, and what they report. All that they need of `diagnostics/` is here.
 #ifndef RULES_RULE_REPORT_H_
 #define RULES_RULE_REPORT_H_
 
@@ -8,16 +8,65 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "findings/tally.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
-#include "rules/warning_text.h"
-#include "rules/warnings.h"
 
 namespace rux::rules {
+
+// Only the texts of warnings that are kept are made: of millions, a few. Lives no longer than what
+// it is given.
+class WarningText {
+ public:
+  WarningText(const char* text)  // NOLINT(google-explicit-constructor): rules give it as it is
+      : from_(text),
+        make_([](const void* from) { return std::string(static_cast<const char*>(from)); }) {}
+
+  // make() answers the text.
+  template <class Make, class = std::enable_if_t<std::is_invocable_r_v<std::string, Make>>>
+  WarningText(const Make& make)  // NOLINT(google-explicit-constructor)
+      : from_(&make), make_([](const void* from) { return (*static_cast<const Make*>(from))(); }) {}
+
+  std::string Made() const { return make_(from_); }
+
+ private:
+  const void* from_;
+  std::string (*make_)(const void* from);
+};
+
+// The warnings of all rules about a script.
+struct Warnings {
+  std::vector<diagnostics::Diagnostic> kept;  // the first ones of each rule, in order
+  findings::Tally tally;                      // of all of them
+};
+
+// In the order of the rows of rule_rows.def.
+enum class RuleId {
+#define RULE(name, id, summary, explanation, wrong, right) k##name,
+#include "rules/rows/rule_rows.def"
+};
+
+namespace rows {
+#define RULE(name, id, ...)                                                              \
+  inline constexpr findings::MessageRow k##name = {"", id, findings::Severity::kWarning, \
+                                                   __VA_ARGS__};
+#include "rules/rows/rule_rows.def"
+}  // namespace rows
+
+// By RuleId.
+inline constexpr const findings::MessageRow* kRows[] = {
+#define RULE(name, ...) &rows::k##name,
+#include "rules/rows/rule_rows.def"
+};
+
+constexpr const findings::MessageRow& RowOf(RuleId rule) {
+  return *kRows[static_cast<std::size_t>(rule)];
+}
 
 // A warning that was just added, to be completed; not valid after the next one is. One that is not
 // kept takes what it is given and forgets it.

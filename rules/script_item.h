@@ -1,4 +1,5 @@
-// Scripts and their items, as the rules see them. All that the rules need of `sources/` is here.
+// Scripts and their items, as the rules see them, and tables of their texts. All that the rules
+// need of `sources/` is here.
 #ifndef RULES_SCRIPT_ITEM_H_
 #define RULES_SCRIPT_ITEM_H_
 
@@ -12,10 +13,19 @@
 
 #include "ruxcomp/language/keys.h"
 #include "ruxcomp/language/values.h"
+#include "ruxcomp/model/seeded_hash.h"
 #include "sources/source_set.h"
 #include "support/text_file.h"
 
 namespace rux::rules {
+
+// Tables by texts of scripts, whose writer may choose them: all take their hash from here.
+using TextHash = ruxcomp::detail::SeededHash;
+
+template <class Value>
+using TextMap = ruxcomp::detail::HashMap<std::string_view, Value>;
+
+using TextSet = ruxcomp::detail::HashSet<std::string_view>;
 
 namespace language = ruxcomp::language;
 

@@ -4,9 +4,8 @@
 #include <memory>
 #include <set>
 
-#include "rules/rule.h"
 #include "rules/rule_list.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/sections.h"
 

@@ -9,9 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "rules/rule.h"
 #include "rules/rule_list.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"

@@ -10,15 +10,12 @@
 #include <string_view>
 #include <vector>
 
-#include "rules/number_rules.h"
-#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
-#include "ruxcomp/language/cells.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace rux::rules {

@@ -12,15 +12,12 @@
 #include <vector>
 
 #include "rules/loops.h"
-#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
-#include "rules/rule_rows.h"
 #include "rules/script_item.h"
-#include "rules/text_map.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 
 namespace rux::rules {

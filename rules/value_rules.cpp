@@ -1,10 +1,15 @@
 // Entries that are compiled otherwise than they look.
 #include <fmt/format.h>
 
-#include "rules/rule.h"
+#include <cstdint>
+#include <string_view>
+
+#include "rules/defined_words.h"
 #include "rules/rule_list.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "rules/script_item.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
 
@@ -45,6 +50,77 @@ void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context) {
                            item.type);
       },
       item.parts[1]);
+}
+
+namespace {
+
+using language::kArgumentPrefix;
+using language::Role;
+
+bool IsArgument(std::string_view text) { return language::HasPrefix(text, kArgumentPrefix); }
+
+void CheckHiddenOperand(const ScriptItem& item, std::string_view text, const RuleContext& context) {
+  if (!context.words.has_operand_names() || !LooksLikeOperand(text)) return;
+  const auto word = context.words.Find(text);
+  if (!word) return;
+  context.report.Add(
+      RuleId::kHiddenOperand, item,
+      [&] {
+        return fmt::format("{} is a defined word, too: its number {} is compiled", text, *word);
+      },
+      text);
+}
+
+// `count` is how many arguments are passed on.
+void CheckRepeaterArgument(const ScriptItem& item, std::string_view text, std::uint32_t count,
+                           const RuleContext& context) {
+  if (!IsArgument(text) || context.words.Find(text)) return;
+  const language::Number number = language::ReadNumber(text.substr(kArgumentPrefix.size()));
+  if (number.raises || (number.is_number && number.value <= count)) return;
+  context.report.Add(
+      RuleId::kRepeaterArgument, item,
+      [&] {
+        return number.is_number ? fmt::format("{} names an argument that nobody hands over", text)
+                                : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text);
+      },
+      text);
+}
+
+}  // namespace
+
+void CheckValueOperands(const ScriptItem& item, const RuleContext& context) {
+  if (!context.words.has_operand_names()) return;
+  ForEachField(item, [&](std::string_view part, Role role) {
+    if (role == Role::kOperand || role == Role::kLocalValue)
+      CheckHiddenOperand(item, part, context);
+  });
+}
+
+void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context) {
+  const std::string_view count = item.first();
+  // The library refuses an entry without an action.
+  if (item.parts.size() < item.record->least || count.empty()) return;
+  if (language::ReadNumber(count).is_number) return;
+  context.report.Add(
+      RuleId::kRepeaterCount, item,
+      [&] {
+        return fmt::format("{} is no plain number: nothing of this entry is compiled", count);
+      },
+      count);
+}
+
+void CheckRepeaterArguments(const ScriptItem& item, const RuleContext& context) {
+  const auto is_argument = [](Role role) { return role == Role::kRepeatArgument; };
+  // As in calls outside of actions, those that are passed on are counted from 1.
+  std::uint32_t count = 0;
+  ForEachField(item, [&](std::string_view part, Role role) {
+    if (is_argument(role) && IsArgument(part)) ++count;
+  });
+  ForEachField(item, [&](std::string_view part, Role role) {
+    if (!is_argument(role)) return;
+    CheckHiddenOperand(item, part, context);
+    CheckRepeaterArgument(item, part, count, context);
+  });
 }
 
 }  // namespace rux::rules

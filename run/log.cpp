@@ -6,7 +6,6 @@
 
 #include "findings/message_row.h"
 #include "findings/origin.h"
-#include "run/findings.h"
 
 namespace rux::run {
 

@@ -1,17 +1,49 @@
-// The findings of a run as they come in.
+// What the library, its reader and a run itself report, as values, and the log of a run.
 #ifndef RUN_LOG_H_
 #define RUN_LOG_H_
 
+#include <cstdint>
 #include <deque>
+#include <optional>
+#include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "findings/message_row.h"
 #include "findings/origin.h"
 #include "findings/tally.h"
-#include "run/findings.h"
 
 namespace rux::run {
+
+// What the library was doing. kLoad is before main().
+enum class Phase { kLoad, kStart, kParse, kCheck, kOutput };
+
+// Of a long text, its beginning (support::Excerpted).
+using Argument = std::variant<std::string, std::uint32_t>;
+
+struct Place {
+  std::string file;  // its base name
+  std::uint32_t line;
+};
+
+struct Finding {
+  const findings::MessageRow* row;
+  findings::Origin origin = {};
+  findings::Origin other = {};
+  std::optional<Place> place = {};
+  std::vector<Argument> arguments = {};  // of the message's format; of other texts, the text
+};
+
+#define MESSAGE(name, format, id, severity, ...)                                             \
+  inline constexpr findings::MessageRow k##name = {format, id, findings::Severity::severity, \
+                                                   __VA_ARGS__};
+#include "run/rows.def"
+
+inline constexpr const findings::MessageRow* kRows[] = {
+#define MESSAGE(name, ...) &k##name,
+#include "run/rows.def"
+};
 
 class Log {
  public:

@@ -11,9 +11,7 @@
 
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
-#include "run/findings.h"
 #include "run/log.h"
-#include "run/rows.h"
 
 namespace rux::run {
 namespace {

@@ -19,11 +19,10 @@
 #include "findings/tally.h"
 #include "reader/archive.h"
 #include "reader/texts.h"
-#include "run/findings.h"
 #include "run/log.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/paths.h"
-#include "sources/load.h"
+#include "sources/source_set.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
 

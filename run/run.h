@@ -9,7 +9,7 @@
 
 #include "findings/finding.h"
 #include "findings/tally.h"
-#include "run/findings.h"
+#include "run/log.h"
 #include "run/readers.h"
 #include "sources/source_set.h"
 

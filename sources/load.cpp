@@ -1,5 +1,3 @@
-#include "sources/load.h"
-
 #include <sys/stat.h>
 
 #include <cstdint>
@@ -15,7 +13,7 @@
 #include "reader/value.h"
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/sections.h"
-#include "sources/script_path.h"
+#include "sources/source_file.h"
 #include "sources/source_set.h"
 
 namespace rux::sources {

@@ -1,12 +1,16 @@
 #include "sources/source_file.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "reader/script.h"
 #include "reader/value.h"
+#include "ruxcomp/language/paths.h"
 #include "support/text_file.h"
 
 namespace rux::sources {
@@ -55,6 +59,12 @@ support::ByteRange SourceFile::RangeOfLine(std::uint32_t line) const {
   const auto begin = LineStart(line) + static_cast<std::uint32_t>(
                                            trimmed.empty() ? 0 : trimmed.data() - whole.data());
   return {begin, begin + static_cast<std::uint32_t>(trimmed.size())};
+}
+
+std::string ToOpenablePath(const std::string& library_path) {
+  struct stat status;
+  std::string path = ruxcomp::language::WithSlashes(library_path);
+  return path != library_path && stat(library_path.c_str(), &status) == 0 ? library_path : path;
 }
 
 }  // namespace rux::sources

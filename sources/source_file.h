@@ -64,6 +64,9 @@ class SourceFile : public support::TextFile {
   mutable bool is_dropped_ = false;
 };
 
+// The name under which the reader finds the file of one of the library's paths.
+std::string ToOpenablePath(const std::string& library_path);
+
 }  // namespace rux::sources
 
 #endif  // SOURCES_SOURCE_FILE_H_

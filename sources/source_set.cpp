@@ -13,7 +13,6 @@
 #include "reader/archive.h"
 #include "reader/script.h"
 #include "ruxcomp/model/seeded_hash.h"
-#include "sources/script_path.h"
 #include "sources/source_file.h"
 #include "support/text_file.h"
 

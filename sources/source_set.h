@@ -96,6 +96,11 @@ class SourceSet {
 // Why the reader did not open a script, as a phrase for a message.
 std::string ReasonOf(const reader::RefusedScript& refused);
 
+// Reads the script, by the library's path of it, and follows its INCLUDE items as the library does.
+// Nothing is reported. Pipes and devices are passed over: their texts are for the library. No
+// archive may live, and no script be open.
+SourceSet Load(const std::string& library_path);
+
 }  // namespace rux::sources
 
 #endif  // SOURCES_SOURCE_SET_H_

@@ -14,7 +14,6 @@
 #include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "support/failure.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "diagnostics/reporting.h"
+#include "diagnostics/report.h"
 #include "diagnostics/severities.h"
 #include "driver/compile_options.h"
 #include "driver/messages.h"
-#include "tool/arguments.h"
+#include "tool/command.h"
 
 namespace rux::tool {
 

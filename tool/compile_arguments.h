@@ -3,7 +3,7 @@
 #define TOOL_COMPILE_ARGUMENTS_H_
 
 #include "driver/compile_options.h"
-#include "tool/arguments.h"
+#include "tool/command.h"
 
 namespace rux::tool {
 

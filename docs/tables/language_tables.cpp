@@ -20,8 +20,6 @@
 
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/last_errors.h"
-#include "ruxcomp/language/notation.h"
-#include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/selectors.h"

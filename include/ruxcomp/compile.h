@@ -53,7 +53,8 @@ RUX_API std::uint32_t gccOutput(const std::string& path);
 // source files, and one whose first section is an INCLUDE.
 RUX_API std::uint32_t gccOutputD(const std::string& path);
 
-// Drops the source model and the defined words.
+// Drops the source model and the defined words, also after a step that failed or raised. Does
+// nothing when there are none.
 RUX_API void gccCompEnd();
 
 }  // extern "C"

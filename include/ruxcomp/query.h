@@ -44,11 +44,12 @@
 using GCSECTION = void*;  // a section of the loaded meta file; null: none
 using GCENTRY = void*;    // an entry of such a section; null: none
 
-// Keeps its C++ symbol name, unlike all others.
+// Stores a code for gcGetLastError. Keeps its C++ symbol name, unlike all others.
 RUX_API void gcSetLastError(std::uint32_t code);
 
 extern "C" {
 
+// The code that the last function here stored, 0 (RUX_ERROR_OK) after a success.
 RUX_API std::uint32_t gcGetLastError();
 
 // Loads a meta file. `info`, when not null, receives format version and creation time. Returns 1,

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/values.h"
 #include "tests/generators/random_script.h"

@@ -1,8 +1,7 @@
 // A debug meta file is read in another process as what it was written from, and means the script.
 #include <sstream>
 
-#include "decompile/script_sections.h"
-#include "decompile/script_text.h"
+#include "decompile/decompile.h"
 #include "tests/properties/model_test.h"
 #include "tests/support/bytes.h"
 #include "tests/tool/decompile/model_compare.h"

@@ -1,5 +1,5 @@
 // A meta file that is read and written again is the same but for the time.
-#include "backend/meta_file.h"
+#include "backend/compile_pass.h"
 #include "tests/properties/model_test.h"
 #include "tests/support/bytes.h"
 

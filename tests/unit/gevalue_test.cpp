@@ -1,7 +1,7 @@
 // Parsed values: the record of each type, and copies that keep to themselves.
-#include "frontend/gevalue.h"
-
 #include <gtest/gtest.h>
+
+#include "frontend/value_records.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The condition of an IFDEF section.
-#include "frontend/predefine.h"
+#include "frontend/defined_words.h"
 #include "frontend/section_kinds.h"
 #include "tests/unit/model_test.h"
 

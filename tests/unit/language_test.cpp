@@ -3,11 +3,11 @@
 
 #include "ruxcomp/language/compiled_entries.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/meta_format.h"
-#include "ruxcomp/language/operators.h"
+#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/selectors.h"
+#include "ruxcomp/language/values.h"
 #include "ruxcomp/language/words.h"
 
 namespace {

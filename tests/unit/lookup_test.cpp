@@ -1,6 +1,5 @@
 // Finding sections and entries.
-#include "frontend/lookup.h"
-
+#include "frontend/section.h"
 #include "tests/unit/model_test.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Numbers as the language reads them, held against what strtoul makes of the same texts.
-#include "checker/number.h"
+#include "ruxcomp/language/number.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <random>
 #include <stdexcept>
 
-#include "ruxcomp/language/number.h"
+#include "frontend/defined_words.h"
 
 namespace {
 

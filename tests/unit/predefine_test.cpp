@@ -1,6 +1,5 @@
 // The defined words, and the sections that define them.
-#include "frontend/predefine.h"
-
+#include "frontend/defined_words.h"
 #include "tests/unit/model_test.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include "frontend/section.h"
 
 #include "debugmeta/bytes.h"
-#include "frontend/predefine.h"
+#include "frontend/defined_words.h"
 #include "frontend/section_kinds.h"
 #include "tests/unit/model_test.h"
 #include "tests/unit/section_templates.h"

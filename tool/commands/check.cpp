@@ -3,8 +3,6 @@
 
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
-#include "driver/scripts.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 

@@ -12,11 +12,8 @@
 #include "driver/compile_run.h"
 #include "driver/meta_files.h"
 #include "driver/overwriting.h"
-#include "driver/scripts.h"
-#include "driver/source_date.h"
-#include "sources/script_path.h"
+#include "sources/source_file.h"
 #include "support/failure.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 

@@ -1,4 +1,6 @@
 // rux decompile METAD [-o SCRIPT]
+#include "decompile/decompile.h"
+
 #include <unistd.h>
 
 #include <memory>
@@ -7,15 +9,11 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
-#include "decompile/obstacles.h"
-#include "decompile/script_sections.h"
-#include "decompile/script_text.h"
 #include "driver/overwriting.h"
 #include "support/failure.h"
 #include "support/placement.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -9,13 +9,11 @@
 #include "compiled/debug_meta.h"
 #include "compiled/file.h"
 #include "compiled/meta.h"
-#include "inspect/listing.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "support/text_stream.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

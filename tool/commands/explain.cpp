@@ -4,12 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/explanation.h"
 #include "diagnostics/registry.h"
 #include "driver/messages.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

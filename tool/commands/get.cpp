@@ -6,7 +6,7 @@
 //   {"kind": text, "ordinal": number, "entry": entry}
 // and for a part:
 //   {"kind": text, "ordinal": number, "part": part}
-// See value_json.h for entries, parts and values.
+// See inspect/entry_value.h for entries, parts and values.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -17,11 +17,8 @@
 #include <vector>
 
 #include "inspect/entry_value.h"
-#include "inspect/meta_find.h"
-#include "inspect/meta_path.h"
 #include "inspect/meta_view.h"
-#include "inspect/value_json.h"
-#include "inspect/value_text.h"
+#include "inspect/path.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
@@ -30,7 +27,6 @@
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -6,7 +6,7 @@
 // and with KIND:
 //   {"kind": text, "sections": [{"ordinal": number, "name": text, "id": number}, ...]}
 // where "id" is missing in kinds without IDs, and sections of kinds without names have
-// "entries": [{"name": text}, ...] instead of the name. See value_json.h for "hex".
+// "entries": [{"name": text}, ...] instead of the name. See inspect/entry_value.h for "hex".
 #include <fmt/format.h>
 
 #include <cstddef>
@@ -16,16 +16,14 @@
 #include <vector>
 
 #include "inspect/dump.h"
-#include "inspect/meta_find.h"
+#include "inspect/entry_value.h"
 #include "inspect/meta_view.h"
-#include "inspect/value_json.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

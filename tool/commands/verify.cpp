@@ -10,14 +10,13 @@
 
 #include "compiled/compiled_file.h"
 #include "inspect/dump.h"
-#include "inspect/value_json.h"
+#include "inspect/entry_value.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -6,11 +6,10 @@
 #include "compiled/debug_meta.h"
 #include "inspect/debug_find.h"
 #include "inspect/debug_text.h"
-#include "inspect/meta_path.h"
+#include "inspect/path.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 
 namespace rux::tool {

@@ -1,5 +1,3 @@
-#include "tool/completion/command_argument.h"
-
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -9,10 +7,9 @@
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
 #include "driver/messages.h"
-#include "tool/arguments.h"
+#include "tool/command.h"
 #include "tool/command_line.h"
-#include "tool/completion/candidate.h"
-#include "tool/completion/path_words.h"
+#include "tool/completion/completion.h"
 
 namespace rux::tool {
 namespace {

@@ -8,11 +8,8 @@
 #include "support/failure.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "tool/arguments.h"
 #include "tool/command.h"
 #include "tool/command_line.h"
-#include "tool/completion/candidate.h"
-#include "tool/completion/command_argument.h"
 
 namespace rux::tool {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "inspect/meta_path.h"
+#include "inspect/path.h"
 #include "support/safe_text.h"
 
 namespace rux::tool {

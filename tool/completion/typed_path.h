@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "inspect/meta_path.h"
-#include "tool/completion/candidate.h"
+#include "inspect/path.h"
+#include "tool/completion/completion.h"
 
 namespace rux::tool {
 

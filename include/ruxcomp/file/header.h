@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "ruxcomp/file/cursor.h"
-#include "ruxcomp/language/debug_meta_format.h"
-#include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/file_format.h"
 
 namespace ruxcomp::file {
 

@@ -13,7 +13,7 @@
 #include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/views.h"
-#include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace ruxcomp::file {

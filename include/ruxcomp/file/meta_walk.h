@@ -12,7 +12,7 @@
 
 #include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/meta_records.h"
-#include "ruxcomp/language/meta_format.h"
+#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 

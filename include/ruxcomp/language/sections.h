@@ -7,9 +7,8 @@
 #include <string_view>
 
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/notation.h"
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/spelling.h"
 
 namespace ruxcomp::language {
 

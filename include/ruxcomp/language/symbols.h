@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "ruxcomp/language/prefixes.h"
 #include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/spelling.h"
 
 namespace ruxcomp::language {
 

@@ -12,7 +12,6 @@
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/compiled_entries.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/operators.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"

@@ -14,9 +14,9 @@
 #include <string_view>
 #include <vector>
 
-#include "diagnostics/explanation.h"
+#include "diagnostics/registry.h"
 #include "driver/messages.h"
-#include "rules/rule_rows.h"
+#include "rules/rule_report.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
