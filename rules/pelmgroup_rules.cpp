@@ -13,7 +13,6 @@
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 

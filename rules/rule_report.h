@@ -23,12 +23,15 @@ namespace rux::rules {
 // it is given.
 class WarningText {
  public:
-  WarningText(const char* text)  // NOLINT(google-explicit-constructor): rules give it as it is
+  // Implicit: rules give either as it is.
+  // cppcheck-suppress noExplicitConstructor
+  WarningText(const char* text)  // NOLINT(google-explicit-constructor)
       : from_(text),
         make_([](const void* from) { return std::string(static_cast<const char*>(from)); }) {}
 
   // make() answers the text.
   template <class Make, class = std::enable_if_t<std::is_invocable_r_v<std::string, Make>>>
+  // cppcheck-suppress noExplicitConstructor
   WarningText(const Make& make)  // NOLINT(google-explicit-constructor)
       : from_(&make), make_([](const void* from) { return (*static_cast<const Make*>(from))(); }) {}
 
