@@ -145,6 +145,7 @@ TEST_F(LoadedPluginTest, SectionWhoseNameCannotBeReadCostsOnlyItself) {
     }
     PrintMessages();
   }
+  gccCompEnd();
   std::exit(0);
 }
 
