@@ -79,7 +79,9 @@ bool ReadTbl(FileReader& file, NumberTable& table, std::uint32_t& counter, std::
   return true;
 }
 
+// Cells of an earlier file do not outlive a block that is cut off.
 bool ReadTableData(FileReader& file) {
+  g_tblTableData.clear();
   std::uint32_t length = 0;
   if (!ReadCount(file, 1, length)) return false;
   g_tblTableData.resize(length);

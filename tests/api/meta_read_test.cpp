@@ -200,6 +200,15 @@ TEST_F(MetaReadTest, AFileThatEndsEarlyFillsTheTablesUpToThere) {
   EXPECT_EQ(g_tblValue, (Names{{"old", 0x05000000}}));
 }
 
+TEST_F(MetaReadTest, CellsOfTheFileBeforeDoNotStandInForThoseThatAreCutOff) {
+  ASSERT_EQ(Load(MetaBytes().Block(0x1B000000, std::string(256, 'x')).str()), 1u);
+  const std::string meta = MetaBytes().Block(0x1B000000, std::string(256, 'y')).str();
+  EXPECT_EQ(Load(meta.substr(0, meta.size() - 1)), 0u);
+  std::uint8_t cells[256] = {};
+  EXPECT_EQ(gcGetTableData(0, cells), 0u);
+  EXPECT_EQ(gcGetLastError(), 4u);
+}
+
 TEST_F(MetaReadTest, TablesThatTheDirectoryDoesNotListStayAsTheyAre) {
   Compile(kCompleteScript);
   gccCompEnd();
