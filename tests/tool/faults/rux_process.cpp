@@ -39,8 +39,10 @@ RuxProcess::RuxProcess(const std::filesystem::path& folder, const Arguments& arg
     setenv("TMPDIR", ".", 1);
     // Leaks are looked for at the end, with system calls that are not the tool's.
     setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+    // Opened before: another user may not get to the folder of the program.
+    const int program = open(RUX_PROGRAM, O_PATH | O_CLOEXEC);
     prepare();
-    execv(RUX_PROGRAM, argv.data());
+    fexecve(program, argv.data(), environ);
     _exit(kNotPrepared);
   }
   close(ends[1]);
