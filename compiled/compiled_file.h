@@ -19,8 +19,8 @@ inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
 // The failure of a larger one: `what` "cannot load", or another thing that cannot be done.
 support::Failure TooLarge(const char* what, const std::string& path);
 
-// Throws a Failure of trouble for what cannot be read, is no file or too large. Reads up to the
-// end, whatever size the file once had.
+// Throws a Failure of trouble for what cannot be read, is not a file or is too large. Reads up to
+// the end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 
 // A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on

@@ -12,7 +12,7 @@
 namespace rux::decompile {
 
 struct ScriptItem {
-  const compiled::DebugEntry* entry;  // that it stands for; its name is the key
+  const compiled::DebugEntry* entry;  // the entry it comes from; its name is the key
   std::vector<std::string> parts;     // the comma-separated parts of the value, without quotes
 };
 

@@ -13,8 +13,8 @@
 
 namespace rux::diagnostics {
 
-// All are counted; those that are shown are made and kept: so many errors and, before the last of
-// them, so many warnings and remarks.
+// Counts all, but makes and keeps only what is shown: up to a limit of errors and, before the last
+// of them, up to the same limit of warnings and remarks.
 class Collection {
  public:
   // `has_remarks`: what is a note by itself is shown, too.

@@ -41,7 +41,7 @@ namespace {
 constexpr std::string_view kNoExample =
     "No pair of scripts, a wrong one and a right one, shows it.";
 constexpr std::string_view kMachineNote =
-    "machine.rux stands for the rest of a machine; 'rux explain' ends with one.";
+    "machine.rux holds the rest of a machine; 'rux explain' ends with one.";
 
 std::string Wrapped(std::string_view text) {
   constexpr std::size_t kWidth = 80;
@@ -117,7 +117,7 @@ std::string MessageList(const std::vector<const MessageRow*>& rows) {
   for (const MessageRow* row : rows) {
     list += fmt::format("{:24} {:8} {}\n", row->id, WordOf(row->severity), row->summary);
   }
-  list += "\n'rux explain ID' tells more. The examples include this machine.rux:\n\n";
+  list += "\n'rux explain ID' explains one of them. The examples include this machine.rux:\n\n";
   return list + Indented(kMachineScript);
 }
 

@@ -18,7 +18,7 @@ std::vector<Target> AtTargetSize(std::uint32_t size, double ratio) {
 constexpr double kWithDebugMeta = 1.5;
 
 // One row of each quantity that was compared: on a busy machine the processor's time is the one to
-// trust, on a quiet one the clock tells more.
+// trust, on a quiet one the clock says more.
 void AddTimes(Report& report, const std::string& job, std::uint32_t size, const Usage& ours,
               const std::string& peer, const Usage& theirs, const std::vector<Target>& targets) {
   report.Add({job, size, Unit::kSeconds, ours.wall, peer, theirs.wall, targets});
