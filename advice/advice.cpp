@@ -69,7 +69,7 @@ void ClimbToDifference(const sources::SourceSet& sources, OriginSpot& first, Ori
 
 void AddOtherPlace(const sources::SourceSet& sources, const MessageAdvice& advice,
                    Diagnostic& diagnostic) {
-  if (advice.other == nullptr || diagnostic.other == findings::Origin()) return;
+  if (advice.other == nullptr || diagnostic.other == ruxcomp::findings::Origin()) return;
   Diagnostic other;
   Places places(sources, "");
   if (!places.Locate(diagnostic.other, advice.underline, other)) return;
@@ -92,7 +92,7 @@ void AddOtherPlace(const sources::SourceSet& sources, const MessageAdvice& advic
 }
 
 void AddHint(const MessageAdvice& advice, Diagnostic& diagnostic) {
-  if (diagnostic.row == &findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
+  if (diagnostic.row == &ruxcomp::findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
     const std::string rule = KeyRuleOf(*diagnostic.section);
     if (!rule.empty()) diagnostic.notes.push_back({rule, {}});
   }
@@ -107,26 +107,26 @@ using diagnostics::Diagnostic;
 class RefusedByItem {
  public:
   explicit RefusedByItem(const sources::SourceSet& sources) {
-    for (const reader::RefusedScript& refused : sources.refused()) {
-      const reader::Includer& by = refused.includer;
+    for (const ruxcomp::reader::RefusedScript& refused : sources.refused()) {
+      const ruxcomp::reader::Includer& by = refused.includer;
       if (by) items_.emplace(Key{by->script, by->place.section, by->place.item}, &refused);
     }
   }
 
-  const reader::RefusedScript* Find(const Diagnostic& warning) const {
-    const findings::Origin& at = warning.origin;
+  const ruxcomp::reader::RefusedScript* Find(const Diagnostic& warning) const {
+    const ruxcomp::findings::Origin& at = warning.origin;
     const auto found = items_.find(Key{at.script, at.section, at.item});
     return found == items_.end() ? nullptr : found->second;
   }
 
  private:
   using Key = std::tuple<std::size_t, std::size_t, std::size_t>;  // opening, section, item
-  std::map<Key, const reader::RefusedScript*> items_;
+  std::map<Key, const ruxcomp::reader::RefusedScript*> items_;
 };
 
-std::string TextOf(const reader::RefusedScript& refused) {
+std::string TextOf(const ruxcomp::reader::RefusedScript& refused) {
   const std::string path = sources::ToOpenablePath(refused.path);
-  if (refused.reason == reader::Refusal::kIsOpenAlready) {
+  if (refused.reason == ruxcomp::reader::Refusal::kIsOpenAlready) {
     return path + " is open already: the INCLUDEs form a loop";
   }
   return "cannot read " + path + ": " + sources::ReasonOf(refused);
@@ -144,7 +144,7 @@ void AddWarnings(const run::Result& result, const std::string& script, rules::Wa
       return std::move(warning);
     });
   }
-  warnings.tally.ForEachRest([&](const findings::MessageRow& row, std::size_t count) {
+  warnings.tally.ForEachRest([&](const ruxcomp::findings::MessageRow& row, std::size_t count) {
     collection.AddRest(row, row.severity, count);
   });
 }
@@ -163,11 +163,11 @@ void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
 }
 
 void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& collection) {
-  const findings::MessageRow& row = findings::rows::kMissingInclude;
+  const ruxcomp::findings::MessageRow& row = ruxcomp::findings::rows::kMissingInclude;
   const RefusedByItem refused_by_item(result.sources);
   for (Diagnostic& diagnostic : collection.kept()) {
     if (diagnostic.row != &row) continue;
-    const reader::RefusedScript* refused = refused_by_item.Find(diagnostic);
+    const ruxcomp::reader::RefusedScript* refused = refused_by_item.Find(diagnostic);
     if (refused != nullptr) diagnostic.notes.push_back({TextOf(*refused), {}});
   }
   const std::size_t missing = collection.CountOf(row);

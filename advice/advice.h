@@ -13,10 +13,10 @@
 
 namespace rux::advice {
 
-inline constexpr findings::MessageRow kUnreadIncludes = {
+inline constexpr ruxcomp::findings::MessageRow kUnreadIncludes = {
     "",
     "unread-includes",
-    findings::Severity::kNote,
+    ruxcomp::findings::Severity::kNote,
     "errors may come of files that could not be included",
     "Some INCLUDEs could not be read, see missing-include. What stands in those files is missing: "
     "look there first.",
@@ -30,7 +30,7 @@ FILE = machine.rux
 [GLOBAL]
 G_DUTY = VT_CONST, 40
 )"};
-inline constexpr const findings::MessageRow* kRows[] = {&kUnreadIncludes};
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes};
 
 // Adds what the rules have found, with the INCLUDEs that lead there and a place for what is about
 // the script as a whole. `script`: its path, as it can be opened.

@@ -22,7 +22,7 @@ namespace {
 
 using diagnostics::Argument;
 using diagnostics::Diagnostic;
-using findings::Severity;
+using ruxcomp::findings::Severity;
 
 const std::string& TextAt(const run::Finding& finding, std::size_t at) {
   return std::get<std::string>(finding.arguments[at]);
@@ -47,7 +47,7 @@ std::string Formatted(std::string_view format, const std::vector<Argument>& argu
 }
 
 void SetText(const run::Finding& finding, Diagnostic& diagnostic) {
-  const findings::Lead& lead = finding.row->lead;
+  const ruxcomp::findings::Lead& lead = finding.row->lead;
   std::size_t next = lead.has_place ? 2 : 0;
   if (lead.has_section) diagnostic.section = TextAt(finding, next++);
   if (lead.has_entry) diagnostic.entry = TextAt(finding, next++);
@@ -69,19 +69,19 @@ Diagnostic DiagnosticOf(const run::Finding& finding) {
   diagnostic.row = finding.row;
   diagnostic.origin = finding.origin;
   diagnostic.other = finding.other;
-  finding.row == &findings::rows::kUnknownSection ? SetUnknownSection(finding, diagnostic)
-                                                  : SetText(finding, diagnostic);
+  finding.row == &ruxcomp::findings::rows::kUnknownSection ? SetUnknownSection(finding, diagnostic)
+                                                           : SetText(finding, diagnostic);
   return diagnostic;
 }
 
 // The check calls some messages errors and accepts the script all the same.
-Severity SeverityOf(const findings::MessageRow& row, bool accepted) {
+Severity SeverityOf(const ruxcomp::findings::MessageRow& row, bool accepted) {
   return row.lead.is_error && !accepted ? Severity::kError : row.severity;
 }
 
 // What cannot be read as a number; empty when it can.
-std::string WhatRaised(Places& places, const findings::Origin& at) {
-  if (at.part == findings::Origin::kKey) return "a part of the key without digits";
+std::string WhatRaised(Places& places, const ruxcomp::findings::Origin& at) {
+  if (at.part == ruxcomp::findings::Origin::kKey) return "a part of the key without digits";
   const auto part = places.PartAt(at);
   if (!part) return "";
   return part->empty() ? "an empty operand" : std::string(*part) + " without digits";
@@ -99,13 +99,13 @@ void AddDiagnosticsOf(const run::Result& result, const std::string& script,
       return diagnostic;
     });
   }
-  result.tally.ForEachRest([&](const findings::MessageRow& row, std::size_t count) {
+  result.tally.ForEachRest([&](const ruxcomp::findings::MessageRow& row, std::size_t count) {
     collection.AddRest(row, SeverityOf(row, result.accepted), count);
   });
 }
 
 Diagnostic DiagnosticOfRaised(const run::Result& result, const std::string& script) {
-  const findings::Origin& at = result.raised->at;
+  const ruxcomp::findings::Origin& at = result.raised->at;
   Diagnostic diagnostic;
   Places places(result.sources, script);
   const sources::OriginSpot spot = result.sources.At(at);

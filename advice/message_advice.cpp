@@ -52,11 +52,11 @@ bool IsSensorInRoot(const Diagnostic& diagnostic) {
 bool IsCondition(const Diagnostic& diagnostic) { return IsIn(diagnostic, language::SECTION_IFDEF); }
 
 // The columns of a row, one family each.
-constexpr MessageAdvice Other(const findings::MessageRow& row, const char* other,
+constexpr MessageAdvice Other(const ruxcomp::findings::MessageRow& row, const char* other,
                               Underline underline = Underline::kPlace) {
   return {&row, underline, other};
 }
-constexpr MessageAdvice Suggest(const findings::MessageRow& row,
+constexpr MessageAdvice Suggest(const ruxcomp::findings::MessageRow& row,
                                 decltype(MessageAdvice::names) names, std::string_view prefix = {},
                                 Underline underline = Underline::kPlace) {
   return {&row, underline, nullptr, names, prefix};
@@ -68,7 +68,7 @@ constexpr MessageAdvice Hint(MessageAdvice advice, decltype(MessageAdvice::needs
   return advice;
 }
 
-namespace rows = findings::rows;
+namespace rows = ruxcomp::findings::rows;
 
 constexpr MessageAdvice kFacts[] = {
     {&rows::kSurplusValues, Underline::kToLastPart},
@@ -129,7 +129,7 @@ const char* SentenceOf(language::NameForm form) {
 
 }  // namespace
 
-const MessageAdvice& AdviceFor(const findings::MessageRow* row) {
+const MessageAdvice& AdviceFor(const ruxcomp::findings::MessageRow* row) {
   static constexpr MessageAdvice kNone;
   const MessageAdvice* found =
       std::find_if(std::begin(kFacts), std::end(kFacts),

@@ -42,7 +42,7 @@ enum class Underline {
 using Names = std::vector<std::string>;
 
 struct MessageAdvice {
-  const findings::MessageRow* row = nullptr;
+  const ruxcomp::findings::MessageRow* row = nullptr;
   Underline underline = Underline::kPlace;
   const char* other = nullptr;  // what the other place is
 
@@ -57,7 +57,7 @@ struct MessageAdvice {
 };
 
 // A message without a row has the defaults above.
-const MessageAdvice& AdviceFor(const findings::MessageRow* row);
+const MessageAdvice& AdviceFor(const ruxcomp::findings::MessageRow* row);
 
 // The form of keys of the script's own in sections of a kind; empty for kinds that take none.
 std::string KeyRuleOf(std::string_view section);

@@ -35,8 +35,8 @@ void ForEachItem(const SourceSet& sources, language::SectionId kind, std::uint32
 // The values that one key has in the sections of a kind, without quotes.
 Names Values(const SourceSet& sources, language::SectionId kind, std::string_view key) {
   Names names;
-  ForEachItem(sources, kind, 0, [&](const reader::Item& item) {
-    if (item.key == key) names.emplace_back(reader::FirstPart(item));
+  ForEachItem(sources, kind, 0, [&](const ruxcomp::reader::Item& item) {
+    if (item.key == key) names.emplace_back(ruxcomp::reader::FirstPart(item));
   });
   return names;
 }
@@ -44,7 +44,7 @@ Names Values(const SourceSet& sources, language::SectionId kind, std::string_vie
 void AddKeys(const SourceSet& sources, language::SectionId kind, std::uint32_t first,
              Names& names) {
   ForEachItem(sources, kind, first,
-              [&](const reader::Item& item) { names.emplace_back(item.key); });
+              [&](const ruxcomp::reader::Item& item) { names.emplace_back(item.key); });
 }
 
 bool IsOperand(const Diagnostic& diagnostic) {
@@ -100,7 +100,7 @@ Names Globals(const SourceSet& sources, const Diagnostic&) {
 
 Names LocalValues(const SourceSet& sources, const Diagnostic& diagnostic) {
   Names names;
-  const reader::Section* section = sources.At(diagnostic.origin).section;
+  const ruxcomp::reader::Section* section = sources.At(diagnostic.origin).section;
   if (section == nullptr || section->name != language::KindOf(language::SECTION_ACTION).keyword) {
     return names;
   }

@@ -36,7 +36,7 @@ Places::Places(const sources::SourceSet& sources, std::string script)
 
 void Places::Locate(const run::Finding& finding, Diagnostic& diagnostic) {
   // Remarks are about the run.
-  if (finding.row->severity == findings::Severity::kNote) return;
+  if (finding.row->severity == ruxcomp::findings::Severity::kNote) return;
   const bool is_located = IsAt(finding, diagnostic) &&
                           (Locate(finding.origin, AdviceFor(finding.row).underline, diagnostic) ||
                            LocateProblem(finding, diagnostic));
@@ -61,7 +61,8 @@ bool Places::IsAt(const run::Finding& finding, const Diagnostic& diagnostic) con
   return is_line && BaseNameOf(*spot.opening) == finding.place->file;
 }
 
-bool Places::Locate(const findings::Origin& origin, Underline underline, Diagnostic& diagnostic) {
+bool Places::Locate(const ruxcomp::findings::Origin& origin, Underline underline,
+                    Diagnostic& diagnostic) {
   const OriginSpot spot = sources_.At(origin);
   const auto range = RangeOf(spot, origin.part, underline);
   if (!range) return false;
@@ -72,11 +73,11 @@ bool Places::Locate(const findings::Origin& origin, Underline underline, Diagnos
 
 // The reader reports the problems of a script in the order in which it notes them.
 bool Places::LocateProblem(const run::Finding& finding, Diagnostic& diagnostic) {
-  if (finding.origin.section != findings::Origin::kNone || !finding.place) return false;
+  if (finding.origin.section != ruxcomp::findings::Origin::kNone || !finding.place) return false;
   const Opening& opening = *sources_.At(finding.origin).opening;
   const std::size_t next = next_problem_[finding.origin.script]++;
   if (next >= opening.problems.size()) return false;
-  const reader::Problem& problem = opening.problems[next];
+  const ruxcomp::reader::Problem& problem = opening.problems[next];
   if (problem.line != finding.place->line) return false;
   diagnostic.at = diagnostics::LocationIn(*opening.file, {problem.range.begin, problem.range.end});
   diagnostic.at.first_line = problem.line;
@@ -105,8 +106,8 @@ void Places::AddIncludes(Diagnostic& diagnostic) const {
   if (opening != nullptr) diagnostic.included_from = IncludesOf(*opening);
 }
 
-std::optional<std::string_view> Places::PartAt(const findings::Origin& origin) {
-  const reader::Item* item = sources_.At(origin).item;
+std::optional<std::string_view> Places::PartAt(const ruxcomp::findings::Origin& origin) {
+  const ruxcomp::reader::Item* item = sources_.At(origin).item;
   if (item == nullptr || origin.part >= PartsOf(*item).size()) return std::nullopt;
   return PartsOf(*item)[origin.part];
 }
@@ -126,9 +127,9 @@ std::optional<support::ByteRange> Places::RangeOf(const OriginSpot& spot, std::u
   return support::ByteRange{range.begin, file.RangeOf(parts.back()).end};
 }
 
-const std::vector<std::string_view>& Places::PartsOf(const reader::Item& item) {
+const std::vector<std::string_view>& Places::PartsOf(const ruxcomp::reader::Item& item) {
   if (split_ != &item) {
-    parts_ = reader::Parts(item);
+    parts_ = ruxcomp::reader::Parts(item);
     split_ = &item;
   }
   return parts_;

@@ -25,7 +25,7 @@ class Places {
   void Locate(const run::Finding& finding, diagnostics::Diagnostic& diagnostic);
 
   // The same for what is at an origin; false when nothing is.
-  bool Locate(const findings::Origin& origin, Underline underline,
+  bool Locate(const ruxcomp::findings::Origin& origin, Underline underline,
               diagnostics::Diagnostic& diagnostic);
 
   // The same for a line of the file with that base name.
@@ -35,21 +35,21 @@ class Places {
   void AddIncludes(diagnostics::Diagnostic& diagnostic) const;
 
   // The part of an item that an origin names; empty when it has no such part.
-  std::optional<std::string_view> PartAt(const findings::Origin& origin);
+  std::optional<std::string_view> PartAt(const ruxcomp::findings::Origin& origin);
 
  private:
   bool IsAt(const run::Finding& finding, const diagnostics::Diagnostic& diagnostic) const;
   bool LocateProblem(const run::Finding& finding, diagnostics::Diagnostic& diagnostic);
   std::optional<support::ByteRange> RangeOf(const sources::OriginSpot& spot, std::uint32_t part,
                                             Underline underline);
-  const std::vector<std::string_view>& PartsOf(const reader::Item& item);
+  const std::vector<std::string_view>& PartsOf(const ruxcomp::reader::Item& item);
   std::vector<diagnostics::Note> IncludesOf(const sources::Opening& opening) const;
   const sources::Opening* FindNamed(const std::string& base_name);
 
   const sources::SourceSet& sources_;
   const std::string script_;  // as it can be opened
   // A value may be long and have a finding for each of its parts.
-  const reader::Item* split_ = nullptr;
+  const ruxcomp::reader::Item* split_ = nullptr;
   std::vector<std::string_view> parts_;
   std::map<std::uint32_t, std::size_t> next_problem_;            // of each opening
   std::map<std::string, const sources::Opening*> by_base_name_;  // when first needed

@@ -16,6 +16,8 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 std::vector<tagGCSECT*> g_GCHead;
 
 std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
@@ -83,6 +85,10 @@ void CompDestory() {
   for (const tagGCSECT* section : g_GCHead) delete section;
   g_GCHead.clear();
 }
+
+}  // namespace ruxcomp::core
+
+using namespace ruxcomp::core;
 
 std::uint32_t gccOutput(const std::string& path) {
   // Also when a number raises an error on the way.

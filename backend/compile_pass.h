@@ -12,6 +12,8 @@
 #include "frontend/section.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 // A table and the place in it that was asked for last: the texts of a script mostly repeat or
 // follow each other in order, so that the next one is there or beside it.
 class TableCursor {
@@ -115,5 +117,7 @@ std::uint32_t WriteMeta(const std::string& path);
 // read until then stays. The records that g_GCHead held are not deleted: release them with
 // CompDestory first.
 std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info);
+
+}  // namespace ruxcomp::core
 
 #endif  // BACKEND_COMPILE_PASS_H_

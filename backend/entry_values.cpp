@@ -20,6 +20,8 @@
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 std::uint32_t ModelCompiler::GetValueVal(const std::string& text) {
   std::uint32_t number = 0;
   if (NumberOrWord(text, number)) return interner_.Number(number);
@@ -142,3 +144,5 @@ void ModelCompiler::SetEntryValues(std::uint32_t section_id, const CRUXEntry& en
   std::visit(PayloadCompiler{*this, entry.identifier, record.values},
              entry.m_RuxEntryData.payload());
 }
+
+}  // namespace ruxcomp::core

@@ -16,6 +16,8 @@
 
 #include "ruxcomp/language/words.h"
 
+namespace ruxcomp::core {
+
 using ruxcomp::language::LoadWord;
 
 namespace {
@@ -147,3 +149,5 @@ void FileReader::PaddedBytes(void* to, std::size_t size) {
   // Beyond the end, the position goes on without bytes.
   if (read < size) Seek(buffered_to_ + (size - read));
 }
+
+}  // namespace ruxcomp::core

@@ -11,6 +11,8 @@
 
 #include "ruxcomp/language/words.h"
 
+namespace ruxcomp::core {
+
 // Reads a file word by word, never past its end.
 class FileReader {
  public:
@@ -112,5 +114,7 @@ class FileWriter {
   std::vector<std::uint8_t> bytes_;
   std::size_t written_ = 0;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // BACKEND_FILE_IO_H_

@@ -17,6 +17,8 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // A new key gets the next index.
@@ -112,3 +114,5 @@ std::uint32_t InitTblD() {
   FillTableNamesAndCells();
   return 1;
 }
+
+}  // namespace ruxcomp::core

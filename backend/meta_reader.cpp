@@ -15,6 +15,8 @@
 #include "ruxcomp/language/words.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 using namespace meta_format;
@@ -146,3 +148,5 @@ std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info) {
   g_GCHead.clear();
   return ReadSections(file) && ReadTables(file) ? 1 : 0;
 }
+
+}  // namespace ruxcomp::core

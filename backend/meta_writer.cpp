@@ -18,6 +18,8 @@ extern "C" {
 const std::uint32_t RUX_VERSION = ruxcomp::language::meta_format::kVersion;
 }
 
+namespace ruxcomp::core {
+
 namespace {
 
 using namespace meta_format;
@@ -166,3 +168,5 @@ std::uint32_t WriteMeta(const std::string& path) {
   WriteTableData(file);
   return file.Close() ? 1 : 0;
 }
+
+}  // namespace ruxcomp::core

@@ -20,6 +20,8 @@ extern "C" {
 std::vector<std::uint8_t> g_tblTableData;
 }
 
+namespace ruxcomp::core {
+
 const SymbolTable kSymbolTables[kSymbolTableCount] = {
 #define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
   {RUX_CLASS_##name, &g_tbl##name, &g_idx##name},
@@ -135,3 +137,5 @@ tagTBLDATA TableSnapshot::Get(std::uint32_t index) {
       },
       *turned);
 }
+
+}  // namespace ruxcomp::core

@@ -16,6 +16,8 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 using StringTable = std::map<std::string, std::uint32_t>;
 using NumberTable = std::map<std::uint32_t, std::uint32_t>;
 
@@ -78,5 +80,7 @@ class TableSnapshot {
 
   std::array<std::optional<Keys>, kSymbolTableCount> tables_;  // in the order of kSymbolTables
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // BACKEND_SYMBOL_TABLES_H_

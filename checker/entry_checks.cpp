@@ -17,6 +17,8 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // The keyword of an entry identifier; null when there is none.
@@ -179,3 +181,5 @@ std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pas
   DropItems(pass);
   return 1;
 }
+
+}  // namespace ruxcomp::core

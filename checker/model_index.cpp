@@ -18,6 +18,8 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/seeded_hash.h"
 
+namespace ruxcomp::core {
+
 using ruxcomp::detail::HashMap;
 using ruxcomp::detail::HashSet;
 
@@ -232,3 +234,5 @@ bool ModelIndex::HasGroupAbove(std::string_view name, std::uint32_t line) {
   const std::uint32_t* smallest = Find(Of(group_lines_, IndexGroupLines), name);
   return smallest && *smallest < line;
 }
+
+}  // namespace ruxcomp::core

@@ -13,6 +13,8 @@
 #include "frontend/section.h"
 #include "ruxcomp/model/seeded_hash.h"
 
+namespace ruxcomp::core {
+
 // Answers what the rules of the second pass look for. Each rule is a walk over all sections of a
 // kind; as the model does not change during the pass, an index that is built when a rule first asks
 // gives the same answers at a cost that does not grow with the model.
@@ -112,5 +114,7 @@ class ModelIndex {
   const CRUXSection* values_of_ = nullptr;
   Names values_;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // CHECKER_MODEL_INDEX_H_

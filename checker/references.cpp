@@ -17,6 +17,8 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // The ARGNUMBER of an ACTION section: 0 when it is missing or empty. False when its text is not
@@ -175,3 +177,5 @@ std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) 
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),
                                 context.At(kRepeatedAction));
 }
+
+}  // namespace ruxcomp::core

@@ -18,6 +18,8 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // A rule looks at a section among those of its kind; it reports and answers 0 when the section
@@ -253,6 +255,10 @@ std::uint32_t CRUXSection::IsValidEx(ModelIndex& index) {
   }
   return ok;
 }
+
+}  // namespace ruxcomp::core
+
+using namespace ruxcomp::core;
 
 std::uint32_t gccCheck() {
   if (!CheckAll([](CRUXSection& section) { return section.IsValid(); })) return 0;

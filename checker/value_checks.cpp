@@ -22,6 +22,8 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // Fills a record from the sub-strings after the type, up to the most that the type may have; a
@@ -264,3 +266,5 @@ std::uint32_t CGEVALUE::ChkValueName(const std::string& value, const CheckContex
   ReportEntry<MessageId::kUnknownValue>(*this, context, value);
   return 0;
 }
+
+}  // namespace ruxcomp::core

@@ -7,6 +7,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/values.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 struct Collector {
@@ -30,3 +32,5 @@ std::vector<ValueField> FieldsOf(const CGeValue& value) {
   }
   return fields;
 }
+
+}  // namespace ruxcomp::core

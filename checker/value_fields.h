@@ -8,6 +8,8 @@
 #include "frontend/identifiers.h"
 #include "frontend/value_records.h"
 
+namespace ruxcomp::core {
+
 // One field: either a text or a list of texts, each of the field's role.
 struct ValueField {
   Role role;
@@ -19,5 +21,7 @@ struct ValueField {
 // does not compare only the first two operands. The pointers are valid while the value lives
 // unchanged.
 std::vector<ValueField> FieldsOf(const CGeValue& value);
+
+}  // namespace ruxcomp::core
 
 #endif  // CHECKER_VALUE_FIELDS_H_

@@ -10,6 +10,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/words.h"
 
+namespace ruxcomp::core {
+
 namespace {
 // std::vector::at words its error otherwise; this text is part of the interface, pinned by
 // tests/api/debug_meta_read_test.cpp.
@@ -63,3 +65,5 @@ void ByteReader::operator()(TextList& list) {
     list.push_back(std::move(text));
   }
 }
+
+}  // namespace ruxcomp::core

@@ -15,6 +15,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/words.h"
 
+namespace ruxcomp::core {
+
 using Bytes = std::vector<std::uint8_t>;
 
 // A record to read: the bytes that are there, and zeros after them up to its size. A file that
@@ -91,5 +93,7 @@ extern bool incFilesRead;
 // The identifier of the section or entry that a record stores. Raises the end-of-record error for a
 // record of less than eight bytes.
 std::uint32_t RecordId(const RecordView& record);
+
+}  // namespace ruxcomp::core
 
 #endif  // DEBUGMETA_BYTES_H_

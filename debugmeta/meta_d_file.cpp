@@ -25,6 +25,8 @@ const std::uint32_t RUXD_VERSION = ruxcomp::language::debug_meta_format::kVersio
 const std::uint32_t RUXD_DATA_OFFSET = ruxcomp::language::debug_meta_format::kDataOffset;
 }
 
+namespace ruxcomp::core {
+
 namespace {
 
 using namespace debug_meta_format;
@@ -56,8 +58,6 @@ void WriteSections(FileWriter& file) {
     }
   }
 }
-
-using namespace debug_meta_format;
 
 std::uint32_t PaddedWord(FileReader& file) {
   unsigned char bytes[kWordSize] = {};
@@ -119,8 +119,6 @@ std::uint32_t WriteMetaD(const std::string& path) {
   return 1;
 }
 
-std::uint32_t gccOutputD(const std::string& path) { return WriteMetaD(path); }
-
 std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
   FileReader file(path);
   if (!file.opened()) {
@@ -145,3 +143,7 @@ std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
   ReadSections(file);
   return 1;
 }
+
+}  // namespace ruxcomp::core
+
+std::uint32_t gccOutputD(const std::string& path) { return ruxcomp::core::WriteMetaD(path); }

@@ -7,6 +7,8 @@
 
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 // Writes the source model as it is. Returns 1, or 0, reported, when the file cannot be created.
 // Writes that fail later go unnoticed.
 std::uint32_t WriteMetaD(const std::string& path);
@@ -16,5 +18,7 @@ std::uint32_t WriteMetaD(const std::string& path);
 // early reads as if zeros followed. Raises std::out_of_range ("vector") for a record that is
 // shorter than it says.
 std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info);
+
+}  // namespace ruxcomp::core
 
 #endif  // DEBUGMETA_META_D_FILE_H_

@@ -16,6 +16,8 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 
+namespace ruxcomp::core {
+
 bool incFilesWritten = false;
 bool incFilesRead = false;
 
@@ -196,3 +198,5 @@ void CGeValue::SetBuffer(const RecordView& in) {
   Create(type, text);
   VisitValueFields(record_, reader);
 }
+
+}  // namespace ruxcomp::core

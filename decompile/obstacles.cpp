@@ -40,8 +40,8 @@ std::string_view TextOf(const compiled::DebugSection& section, language::EntryId
   return {};
 }
 
-bool IsReadAs(const reader::Item& read, const ScriptItem& item) {
-  const std::vector<std::string_view> parts = reader::Parts(read);
+bool IsReadAs(const ruxcomp::reader::Item& read, const ScriptItem& item) {
+  const std::vector<std::string_view> parts = ruxcomp::reader::Parts(read);
   return read.key == item.entry->name &&
          std::equal(parts.begin(), parts.end(), item.parts.begin(), item.parts.end());
 }
@@ -71,7 +71,7 @@ std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
 std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
                                        const std::vector<ScriptSection>& sections,
                                        const std::string& text) {
-  const reader::Script script(text, [](const reader::Problem&) {});
+  const ruxcomp::reader::Script script(text, [](const ruxcomp::reader::Problem&) {});
   auto read = script.sections().begin();
   for (const ScriptSection& section : sections) {
     const bool is_there = read != script.sections().end() && read->name == section.keyword;

@@ -24,7 +24,7 @@ bool Collection::Count(const MessageRow& row, Severity severity, std::size_t cou
   const bool is_closed = most_ != 0 && errors() >= most_;
   counts_[static_cast<int>(severity)] += count;
   if (severity == Severity::kNote && !has_remarks_) return false;
-  const bool is_shown = !is_closed && findings::IsWithin(CountOf(severity), most_);
+  const bool is_shown = !is_closed && ruxcomp::findings::IsWithin(CountOf(severity), most_);
   if (!is_shown && severity != Severity::kNote) not_shown_ += count;
   return is_shown;
 }

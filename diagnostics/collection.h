@@ -18,7 +18,7 @@ namespace rux::diagnostics {
 class Collection {
  public:
   // `has_remarks`: what is a note by itself is shown, too.
-  Collection(const Severities& severities, findings::Most most, bool has_remarks)
+  Collection(const Severities& severities, ruxcomp::findings::Most most, bool has_remarks)
       : severities_(severities), most_(most), has_remarks_(has_remarks) {}
 
   // One more with the message and the severity that it has by itself. make() is called when it is
@@ -53,7 +53,7 @@ class Collection {
   bool Count(const MessageRow& row, Severity severity, std::size_t count);
 
   const Severities& severities_;
-  const findings::Most most_;
+  const ruxcomp::findings::Most most_;
   const bool has_remarks_;
   std::vector<Diagnostic> kept_;
   std::size_t counts_[3] = {};  // by severity

@@ -20,8 +20,8 @@
 
 namespace rux::diagnostics {
 
-using findings::MessageRow;
-using findings::Severity;
+using ruxcomp::findings::MessageRow;
+using ruxcomp::findings::Severity;
 
 // A source line and what is meant in it. The text belongs to the file that it was found in.
 struct Excerpt {
@@ -72,8 +72,8 @@ struct Diagnostic {
 
   Location at;
   // What a finding of a run is about, for those who know its scripts.
-  findings::Origin origin;
-  findings::Origin other;
+  ruxcomp::findings::Origin origin;
+  ruxcomp::findings::Origin other;
   std::vector<Note> included_from;  // the INCLUDE items that lead there, the nearest first
 
   std::optional<std::string> suggestion;  // what was probably meant

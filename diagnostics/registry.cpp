@@ -15,8 +15,8 @@
 
 namespace rux::diagnostics {
 
-Registry::Registry(std::initializer_list<findings::MessageRows> rooms) {
-  for (const findings::MessageRows& room : rooms) {
+Registry::Registry(std::initializer_list<ruxcomp::findings::MessageRows> rooms) {
+  for (const ruxcomp::findings::MessageRows& room : rooms) {
     for (const MessageRow* row : room) {
       rows_.push_back(row);
       by_id_.emplace(row->id, row);

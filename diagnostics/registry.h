@@ -12,13 +12,13 @@
 
 namespace rux::diagnostics {
 
-using findings::MessageRow;
-using findings::Severity;
+using ruxcomp::findings::MessageRow;
+using ruxcomp::findings::Severity;
 
 class Registry {
  public:
   // Takes the messages of all rooms that have any, in the order in which they are listed.
-  Registry(std::initializer_list<findings::MessageRows> rooms);
+  Registry(std::initializer_list<ruxcomp::findings::MessageRows> rooms);
 
   const std::vector<const MessageRow*>& rows() const { return rows_; }
 

@@ -78,7 +78,7 @@ struct ReportOptions {
   std::string color = "auto";    // or "always" or "never"
   // How many errors are shown, and how many warnings. More help no further, and a script of a few
   // megabytes may have millions.
-  findings::Most max_errors = 1000;
+  ruxcomp::findings::Most max_errors = 1000;
   bool verbose = false;
   Counts* counts = nullptr;  // receives the numbers instead of a summary line; null: print the line
 };

@@ -47,8 +47,9 @@ void ExpectFolderOf(const std::string& name) {
 
 std::string ReadStandardInput(const std::string& name) {
   std::string text;
-  if (!support::ReadAll(STDIN_FILENO, reader::kLargestScript, text)) throw CannotRead(name, errno);
-  if (text.size() > reader::kLargestScript) throw CannotRead(name, EFBIG);
+  if (!support::ReadAll(STDIN_FILENO, ruxcomp::reader::kLargestScript, text))
+    throw CannotRead(name, errno);
+  if (text.size() > ruxcomp::reader::kLargestScript) throw CannotRead(name, EFBIG);
   ExpectFolderOf(name);
   return text;
 }

@@ -87,7 +87,7 @@ class CompileRun {
   }
 
   support::Failure CannotRead() const {
-    const std::vector<reader::RefusedScript>& refused = result().sources.refused();
+    const std::vector<ruxcomp::reader::RefusedScript>& refused = result().sources.refused();
     const std::string reason =
         refused.empty() ? "the reader does not open it" : sources::ReasonOf(refused.front());
     return support::Failure(support::ExitStatus::kTrouble, "cannot read {}: {}", script_, reason);
@@ -97,7 +97,7 @@ class CompileRun {
   bool RanOutOfMemory() const {
     const std::vector<run::Finding>& findings = result().findings;
     return std::any_of(findings.begin(), findings.end(), [](const run::Finding& finding) {
-      return finding.row == &findings::rows::kOutOfMemory;
+      return finding.row == &ruxcomp::findings::rows::kOutOfMemory;
     });
   }
 
@@ -109,7 +109,7 @@ class CompileRun {
 
   void AddRaised() {
     diagnostics::Diagnostic raised = advice::DiagnosticOfRaised(result(), script_);
-    const findings::MessageRow& row = *raised.row;
+    const ruxcomp::findings::MessageRow& row = *raised.row;
     diagnostics_.Add(row, row.severity, [&] { return std::move(raised); });
   }
 

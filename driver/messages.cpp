@@ -11,9 +11,11 @@ namespace rux::driver {
 
 const diagnostics::Registry& AllMessages() {
   static const diagnostics::Registry registry = {
-      findings::RowsOf(findings::kRows), findings::RowsOf(run::kRows),
-      findings::RowsOf(advice::kRows),   findings::RowsOf(kRows),
-      findings::RowsOf(rules::kRows),
+      ruxcomp::findings::RowsOf(ruxcomp::findings::kRows),
+      ruxcomp::findings::RowsOf(run::kRows),
+      ruxcomp::findings::RowsOf(advice::kRows),
+      ruxcomp::findings::RowsOf(kRows),
+      ruxcomp::findings::RowsOf(rules::kRows),
   };
   return registry;
 }

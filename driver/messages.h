@@ -6,10 +6,10 @@
 
 namespace rux::driver {
 
-inline constexpr findings::MessageRow kIncludeFirst = {
+inline constexpr ruxcomp::findings::MessageRow kIncludeFirst = {
     "",
     "include-first",
-    findings::Severity::kWarning,
+    ruxcomp::findings::Severity::kWarning,
     "the debug meta file cannot be loaded, because an INCLUDE comes first",
     "With -g, rux compile also writes a debug meta file. When the first section of the script is "
     "an "
@@ -24,7 +24,7 @@ Height = 2
 [INCLUDE]
 FILE = machine.rux
 )"};
-inline constexpr const findings::MessageRow* kRows[] = {&kIncludeFirst};
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kIncludeFirst};
 
 // Of the library and its reader, of runs, and of the rules.
 const diagnostics::Registry& AllMessages();

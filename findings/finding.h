@@ -18,7 +18,7 @@
 #include "findings/messages.h"
 #include "findings/origin.h"
 
-namespace findings {
+namespace ruxcomp::findings {
 
 using Argument = std::variant<std::string_view, std::uint32_t>;
 
@@ -72,6 +72,6 @@ inline Sink* sink = nullptr;
 inline Sink* SetSink(Sink* sink) { return std::exchange(detail::sink, sink); }
 inline Sink* CurrentSink() { return detail::sink; }
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_FINDING_H_

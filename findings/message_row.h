@@ -8,7 +8,7 @@
 
 #include "ruxcomp/language/rows.h"
 
-namespace findings {
+namespace ruxcomp::findings {
 
 enum class Severity : std::uint8_t { kNote, kWarning, kError };
 
@@ -80,6 +80,6 @@ constexpr MessageRows RowsOf(const MessageRow* const (&rows)[Count]) {
   return {rows, Count};
 }
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_MESSAGE_ROW_H_

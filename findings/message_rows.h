@@ -7,7 +7,7 @@
 #include "findings/message_row.h"
 #include "findings/messages.h"
 
-namespace findings {
+namespace ruxcomp::findings {
 
 namespace rows {
 #define MESSAGE(name, format, id, severity, ...) \
@@ -23,6 +23,6 @@ inline constexpr const MessageRow* kRows[] = {
 
 constexpr const MessageRow& RowOf(MessageId id) { return *kRows[static_cast<std::size_t>(id)]; }
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_MESSAGE_ROWS_H_

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace findings {
+namespace ruxcomp::findings {
 
 // In the order of messages.def.
 enum class MessageId : std::uint16_t {
@@ -23,6 +23,6 @@ struct Message;
   };
 #include "findings/messages.def"
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_MESSAGES_H_

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace findings {
+namespace ruxcomp::findings {
 
 // All ordinals count from 0; kNone in `item` and `part` means the section or item as a whole, kNone
 // in `script` that nothing was read from a script, as after loading a debug meta file.
@@ -35,6 +35,6 @@ inline void ExaminePart(std::uint32_t part) { detail::examined.part = part; }
 // What was being examined when a function of the library raised an error; meaningless otherwise.
 inline const Origin& Examined() { return detail::examined; }
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_ORIGIN_H_

@@ -8,7 +8,7 @@
 
 #include "findings/message_row.h"
 
-namespace findings {
+namespace ruxcomp::findings {
 
 // A number of messages; 0 stands for all.
 using Most = std::size_t;
@@ -36,6 +36,6 @@ class Tally {
   std::unordered_map<const MessageRow*, std::size_t> counts_;
 };
 
-}  // namespace findings
+}  // namespace ruxcomp::findings
 
 #endif  // FINDINGS_TALLY_H_

@@ -6,6 +6,8 @@
 
 #include "findings/origin.h"
 
+namespace ruxcomp::core {
+
 class CRUXSection;
 class ModelIndex;  // checker/model_index.h
 
@@ -27,5 +29,7 @@ struct CheckContext {
   ModelIndex* index;           // of the model; the second pass has one, the first does not
   std::uint32_t part = findings::Origin::kNone;  // that messages are about
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_CHECK_CONTEXT_H_

@@ -5,6 +5,8 @@
 #include "frontend/parse.h"
 #include "ruxcomp/compile.h"
 
+using namespace ruxcomp::core;
+
 std::uint32_t gccCompStart(const std::string& path) {
   CRUXParse::CountFromZero();
   return g_Parse.Start(path);

@@ -6,6 +6,8 @@
 #include "frontend/text_errors.h"
 #include "ruxcomp/language/number.h"
 
+namespace ruxcomp::core {
+
 void AddPredDefineValue(const std::string& name, std::uint32_t value) {
   g_tblPreDefine[name] = value;
 }
@@ -33,3 +35,5 @@ std::uint32_t NumberOrWord(const std::string& text, std::uint32_t& out) {
 std::uint32_t WordOrNumber(const std::string& text, std::uint32_t& out) {
   return GetPreDefinedValue(text, out) || StringToLong(text, out) ? 1 : 0;
 }
+
+}  // namespace ruxcomp::core

@@ -6,6 +6,8 @@
 #include <map>
 #include <string>
 
+namespace ruxcomp::core {
+
 // Filled while a script is read, emptied by CRUXSection::Destory. Names are exact, case included.
 extern std::map<std::string, std::uint32_t> g_tblPreDefine;
 
@@ -27,5 +29,7 @@ std::uint32_t NumberOrWord(const std::string& text, std::uint32_t& out);
 
 // A defined word or a number, tried in this order; 1 or 0.
 std::uint32_t WordOrNumber(const std::string& text, std::uint32_t& out);
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_DEFINED_WORDS_H_

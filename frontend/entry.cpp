@@ -9,6 +9,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/parts.h"
 
+namespace ruxcomp::core {
+
 void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,
                      std::uint32_t item_line, const findings::Origin& origin) {
   SetFile(file);
@@ -27,3 +29,5 @@ TextList CRUXEntry::ListItems() const {
 }
 
 std::uint32_t CRUXEntry::IsValidEx(const CheckContext&, unsigned int) { return 1; }
+
+}  // namespace ruxcomp::core

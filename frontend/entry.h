@@ -13,11 +13,14 @@
 #include "frontend/obj.h"
 #include "frontend/text_arena.h"
 
-class CRUXSection;
 namespace ruxcomp::language {
 struct Reference;
 struct ValueType;
 }  // namespace ruxcomp::language
+
+namespace ruxcomp::core {
+
+class CRUXSection;
 
 // The `pass` argument of the checks: the check of the whole model drops the text of an entry once
 // it is turned into the payload; a check that acts while the script is read leaves it for that one.
@@ -136,5 +139,7 @@ class CGEREPEATER : public CRUXEntry {
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
   std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_ENTRY_H_

@@ -10,6 +10,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 struct Address {
@@ -65,3 +67,5 @@ std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notat
   const PayloadRow* row = FindPayload(identifier);
   return row ? row->make_entry(identifier, notation) : nullptr;
 }
+
+}  // namespace ruxcomp::core

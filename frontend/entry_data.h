@@ -12,6 +12,8 @@
 #include "frontend/identifiers.h"
 #include "frontend/value_records.h"
 
+namespace ruxcomp::core {
+
 // A value on the heap, for alternatives of a variant that would make the others large. Has value
 // semantics; empty only when moved from.
 template <class T>
@@ -113,5 +115,7 @@ const PayloadRow* FindPayload(std::uint32_t identifier);
 
 // A new, empty entry of the class that the identifier asks for; null when there is none.
 std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation);
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_ENTRY_DATA_H_

@@ -5,6 +5,8 @@
 #include "frontend/value_records.h"
 #include "ruxcomp/language/values.h"
 
+namespace ruxcomp::core {
+
 ValueRecord MakeValueRecord(Shape shape) {
   switch (shape) {
 #define SHAPE(shape)    \
@@ -25,3 +27,5 @@ void CGeValue::Create(std::uint32_t type, const std::string& text) {
 }
 
 void CGeValue::Destory() { *this = CGeValue(); }
+
+}  // namespace ruxcomp::core

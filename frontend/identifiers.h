@@ -6,8 +6,12 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 using namespace ruxcomp::language;
 
 using tagNOTATION = Notation;
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_IDENTIFIERS_H_

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace ruxcomp::core {
+
 const std::string InternedString::kEmpty;
 
 InternedString& InternedString::operator=(const std::string& text) {
@@ -10,3 +12,5 @@ InternedString& InternedString::operator=(const std::string& text) {
 }
 
 void InternedString::DropTexts() { m_texts.clear(); }
+
+}  // namespace ruxcomp::core

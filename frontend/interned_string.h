@@ -7,6 +7,8 @@
 
 #include "ruxcomp/model/seeded_hash.h"
 
+namespace ruxcomp::core {
+
 // A large model has many entries and few different keys: each text is kept once, for all names that
 // are equal. It is as large as a pointer, and comparing two compares pointers.
 class InternedString {
@@ -39,5 +41,7 @@ class InternedString {
   static ruxcomp::detail::HashSet<std::string> m_texts;  // what names point at, but the empty text
   const std::string* text_ = &kEmpty;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_INTERNED_STRING_H_

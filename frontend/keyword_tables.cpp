@@ -1,8 +1,11 @@
 #include <cstdint>
 #include <iterator>
 
-#include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "ruxcomp/data.h"
+#include "ruxcomp/language/entries.h"   // IWYU pragma: keep
+#include "ruxcomp/language/sections.h"  // IWYU pragma: keep
+
+using namespace ruxcomp::language;
 
 extern "C" {
 

@@ -7,6 +7,8 @@
 
 #include "ruxcomp/language/paths.h"
 
+namespace ruxcomp::core {
+
 std::uint32_t CRUXObj::m_lastFile = 0;
 
 void CRUXObj::SetFile(const std::string& path) {
@@ -27,3 +29,5 @@ std::string CRUXObj::GetFile(int part) const {
   const std::string& path = m_svstrIncFiles[fileIndex];
   return std::string(part == 0 ? BaseNameOf(path) : FolderOf(path));
 }
+
+}  // namespace ruxcomp::core

@@ -9,6 +9,8 @@
 #include "frontend/identifiers.h"
 #include "frontend/interned_string.h"
 
+namespace ruxcomp::core {
+
 struct RecordView;  // debugmeta/bytes.h
 
 class CRUXObj {
@@ -45,5 +47,7 @@ class CRUXObj {
  private:
   static std::uint32_t m_lastFile;  // the row of the path that SetFile was given last
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_OBJ_H_

@@ -11,6 +11,8 @@
 #include "frontend/report.h"
 #include "frontend/section.h"
 
+namespace ruxcomp::core {
+
 namespace {
 constexpr char kPluginPath[] = RUX_PLUGIN_DIR "libruxrsparser.so.0";
 }
@@ -102,3 +104,5 @@ void CRUXParse::Close() {
 }
 
 void CRUXParse::End() { CRUXSection::Destory(); }
+
+}  // namespace ruxcomp::core

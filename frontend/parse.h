@@ -9,6 +9,8 @@
 #include "findings/origin.h"
 #include "frontend/plugin.h"
 
+namespace ruxcomp::core {
+
 class CRUXSection;
 
 class CRUXParse {
@@ -68,5 +70,7 @@ class CRUXParse {
 
 // The object that the exported compile functions work on.
 extern CRUXParse g_Parse;
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_PARSE_H_

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+namespace ruxcomp::core {
+
 namespace plugin {
 
 using RSOpenFile = void*(const std::string& path);
@@ -55,5 +57,7 @@ void SetLookup(Lookup* chosen);
 Lookup* CurrentLookup();
 
 }  // namespace plugin
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_PLUGIN_H_

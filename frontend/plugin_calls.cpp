@@ -8,6 +8,8 @@
 #include "frontend/parse.h"
 #include "frontend/plugin.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 plugin::Lookup* lookup = plugin::ExportedOperations;
@@ -100,3 +102,5 @@ std::uint32_t CRUXParse::RSCloseFile(void*& file) {
   auto* close = Reader(plugin::kCloseFile);
   return close ? close(&file) : 0;
 }
+
+}  // namespace ruxcomp::core

@@ -10,6 +10,8 @@
 #include "frontend/report.h"
 #include "frontend/section_kinds.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 std::uint32_t CheckAtOnce(CRUXEntry& entry, const CRUXSection& section) {
@@ -81,3 +83,5 @@ std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& k
   }
   return 1;
 }
+
+}  // namespace ruxcomp::core

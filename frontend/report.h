@@ -13,6 +13,8 @@
 #include "frontend/section.h"
 #include "ruxcomp/output.h"
 
+namespace ruxcomp::core {
+
 using findings::MessageId;
 
 namespace report_detail {
@@ -59,5 +61,7 @@ void ReportEntry(const CRUXEntry& entry, const CheckContext& context,
   ReportAt<Id>(entry, {context.section.OriginOf(entry, context.part)}, context.section.name,
                entry.name, arguments...);
 }
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_REPORT_H_

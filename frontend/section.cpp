@@ -15,6 +15,8 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
 
+namespace ruxcomp::core {
+
 CRUXSection* CRUXSection::Create(const std::string& file, const std::string& section_name,
                                  std::uint32_t header_line) {
   for (std::uint32_t row = 0; row < g_dwNTMSect; ++row) {
@@ -164,3 +166,5 @@ const std::string* FindText(const CRUXSection* section, std::uint32_t id) {
   const CRUXEntry* entry = FindEntry(section, id);
   return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
 }
+
+}  // namespace ruxcomp::core

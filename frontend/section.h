@@ -10,6 +10,8 @@
 #include "frontend/entry.h"
 #include "frontend/obj.h"
 
+namespace ruxcomp::core {
+
 class CRUXSection : public CRUXObj {
  public:
   // Makes a section of the kind that the name stands for, registers it and gives it its place and
@@ -123,5 +125,7 @@ inline bool IsGiven(const std::unique_ptr<CRUXEntry>& entry) {
 inline bool IsAction(const CRUXSection& section) {
   return section.name == KindOf(SECTION_ACTION).keyword;
 }
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_SECTION_H_

@@ -9,6 +9,8 @@
 
 #include "frontend/section.h"
 
+namespace ruxcomp::core {
+
 // A section of one kind. What the kinds differ in are the columns of their rows.
 template <SectionId Id>
 class CGSSection : public CRUXSection {
@@ -103,5 +105,7 @@ struct SectionMaker {
   CRUXSection* (*make_empty)();
 };
 extern const SectionMaker kSectionMakers[];
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_SECTION_KINDS_H_

@@ -14,6 +14,8 @@
 #include "frontend/text_arena.h"
 #include "ruxcomp/model/seeded_hash.h"
 
+namespace ruxcomp::core {
+
 std::uint32_t CRUXParse::m_opened = 0;
 
 CRUXParse g_Parse;  // loads the reader plug-in
@@ -33,3 +35,5 @@ std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
   template <>                                                        \
   std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader{};
 #include "ruxcomp/language/sections.def"
+
+}  // namespace ruxcomp::core

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+namespace ruxcomp::core {
+
 std::string_view TextArena::Add(std::string_view text) {
   if (text.size() > left_) {
     const std::size_t size = std::max(kBlockSize, text.size());
@@ -25,3 +27,5 @@ void TextArena::Clear() {
   next_ = nullptr;
   left_ = 0;
 }
+
+}  // namespace ruxcomp::core

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace ruxcomp::core {
+
 // Keeps many texts in few pieces of memory, one after the other. A single text cannot be
 // released: all go at once.
 class TextArena {
@@ -23,5 +25,7 @@ class TextArena {
   char* next_ = nullptr;  // the free part of the last block
   std::size_t left_ = 0;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_TEXT_ARENA_H_

@@ -4,9 +4,13 @@
 #include <stdexcept>
 #include <string>
 
+namespace ruxcomp::core {
+
 void RaiseNoCharacter() { throw std::out_of_range("basic_string::at"); }
 
 std::string TextAfter(const std::string& text, std::size_t characters) {
   if (text.size() < characters) throw std::out_of_range("basic_string::substr");
   return text.substr(characters);
 }
+
+}  // namespace ruxcomp::core

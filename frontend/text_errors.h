@@ -6,11 +6,15 @@
 #include <cstddef>
 #include <string>
 
+namespace ruxcomp::core {
+
 // Raises std::out_of_range, "basic_string::at": there is no character where one is looked at.
 [[noreturn]] void RaiseNoCharacter();
 
 // What follows the first characters of a text. Raises std::out_of_range, "basic_string::substr",
 // when it has fewer.
 std::string TextAfter(const std::string& text, std::size_t characters);
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_TEXT_ERRORS_H_

@@ -15,6 +15,8 @@
 #include "frontend/interned_string.h"
 #include "ruxcomp/language/values.h"
 
+namespace ruxcomp::core {
+
 using TextList = std::vector<std::string>;
 
 namespace value_records {
@@ -118,5 +120,7 @@ class CGeValue {
   ValueRecord record_;
   InternedString str_type_;
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // FRONTEND_VALUE_RECORDS_H_

@@ -19,6 +19,8 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using fuzz::Expect;
@@ -39,7 +41,7 @@ bool Rewrite(Object& object, const RecordView& record, Bytes& out) {
 // The same with an object that `make` makes in a process that took and wrote no record before.
 template <class Make>
 bool RewriteAfresh(Make make, const RecordView& record, Bytes& out) {
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   auto object = make();
   return Rewrite(*object, record, out);
 }
@@ -105,6 +107,6 @@ void ChooseClass(std::uint8_t choice, const Bytes& record) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   ChooseClass(*data, Bytes(data + 1, data + size));
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   return 0;
 }

@@ -28,6 +28,8 @@
 #include "ruxcomp/query.h"
 #include "tests/support/temp_folder.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using fuzz::Expect;
@@ -153,7 +155,7 @@ std::string WithoutTime(std::string meta) {
 void CompileDecompiled(const TempFolder& folder, const Outcome& first) {
   const std::string script = Decompiled(first.debug_meta);
   if (script.empty()) return;
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   folder.Write(kScript, script);
   const Outcome second = Compile(folder);
   Expect(!second.meta.empty(), "a decompiled script is valid");
@@ -175,6 +177,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (!outcome.debug_meta.empty()) CheckDebugMeta(folder, outcome);
   CompileAgain(folder, outcome);
   if (!outcome.meta.empty()) CompileDecompiled(folder, outcome);
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   return 0;
 }

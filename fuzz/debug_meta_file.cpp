@@ -88,6 +88,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   }
   AskEverything();  // also of what a damaged file left behind
   gdUnInit();
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   return 0;
 }

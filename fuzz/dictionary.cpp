@@ -15,6 +15,8 @@
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/language/words.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 void Print(std::string_view token) {

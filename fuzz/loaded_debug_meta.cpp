@@ -14,6 +14,8 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 
+using namespace ruxcomp::core;
+
 namespace fuzz {
 namespace {
 

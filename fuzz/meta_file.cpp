@@ -193,6 +193,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   ExpectVerifiedModel(std::string(bytes), faults.empty(), loaded == 1);
   AskEverything();  // also of what a damaged file left behind
   Reload(folder / "meta", loaded);
-  core::ResetProcessState();
+  ruxcomp::core::ResetProcessState();
   return 0;
 }

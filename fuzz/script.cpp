@@ -8,6 +8,8 @@
 #include "reader/exports.h"
 #include "tests/support/temp_folder.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using fuzz::Expect;

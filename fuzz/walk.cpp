@@ -13,6 +13,8 @@
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
 
+using namespace ruxcomp::core;
+
 namespace fuzz {
 namespace {
 

@@ -26,6 +26,8 @@ extern "C" {
 std::uint32_t g_dwLastErrorD = 0;
 }
 
+namespace ruxcomp::core {
+
 namespace {
 
 // Writes the parts of a payload, separated by commas. Also a visitor for the fields of records.
@@ -108,6 +110,10 @@ const char* Answer(const FoundText& found) {
 }
 
 }  // namespace
+
+}  // namespace ruxcomp::core
+
+using namespace ruxcomp::core;
 
 void gdSetLastError(std::uint32_t code) { g_dwLastErrorD = code; }
 

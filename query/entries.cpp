@@ -16,6 +16,8 @@
 #include "ruxcomp/record_rules.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 constexpr GCENTRY kNoEntry = nullptr;
@@ -38,6 +40,10 @@ tagTBLDATA Resolved(std::uint32_t value) {
 }
 
 }  // namespace
+
+}  // namespace ruxcomp::core
+
+using namespace ruxcomp::core;
 
 std::uint32_t gcGetEntryCount(GCSECTION section) {
   if (!section) return Result(RUX_ERROR_NO_SECTION, kNoNumber);

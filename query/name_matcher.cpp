@@ -13,6 +13,8 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/symbols.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // The index of a key in the table of a class; 0, which is none, when it is not there.
@@ -52,3 +54,5 @@ bool NumberMatcher::operator()(std::uint32_t index) {
   if (!index_) index_ = number_ == kNoNumber ? 0 : IndexOf(g_tblDword, number_);
   return *index_ == index;
 }
+
+}  // namespace ruxcomp::core

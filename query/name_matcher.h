@@ -12,6 +12,8 @@
 #include "ruxcomp/record_rules.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 // Whether an index stands for the name: the answer of resolving each index and comparing the texts,
 // but every table is searched once, for the index that the name has in it.
 class NameMatcher {
@@ -45,5 +47,7 @@ inline const std::uint32_t* OfferedName(std::uint32_t kind, const tagGCENTRY& en
   return ruxcomp::OfferedName(kind, entry.identifier,
                               entry.values.empty() ? nullptr : &entry.values[0]);
 }
+
+}  // namespace ruxcomp::core
 
 #endif  // QUERY_NAME_MATCHER_H_

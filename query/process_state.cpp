@@ -14,6 +14,8 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/query.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 void ResetSymbolTables() {
@@ -26,7 +28,7 @@ void ResetSymbolTables() {
 
 }  // namespace
 
-void core::ResetProcessState() {
+void ResetProcessState() {
   gcUnInit();
   gccCompEnd();
   CRUXSection::m_svpHSection.clear();
@@ -39,3 +41,5 @@ void core::ResetProcessState() {
   gcSetLastError(RUX_ERROR_OK);
   gdSetLastError(RUX_ERROR_OK);
 }
+
+}  // namespace ruxcomp::core

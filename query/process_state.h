@@ -8,7 +8,7 @@
 //   g_Parse                         the reader plug-in, and the script that is open
 //   plugin::lookup                  how the plug-in's operations are found
 //   findings::detail::sink          where messages go
-//   ruxcomp::detail::SeedOfProcess  what hashes depend on
+//   detail::SeedOfProcess           what hashes depend on
 //
 //   reset by it, as by gccCompEnd or gdUnInit:
 //   CGSSection<...>::m_sHeader      the sections of each kind
@@ -35,12 +35,12 @@
 #ifndef QUERY_PROCESS_STATE_H_
 #define QUERY_PROCESS_STATE_H_
 
-namespace core {
+namespace ruxcomp::core {
 
 // Makes the next run, or the next loaded file, find what it would find in a new process. No script
 // may be open, and no handle or text that the library gave is valid any more.
 void ResetProcessState();
 
-}  // namespace core
+}  // namespace ruxcomp::core
 
 #endif  // QUERY_PROCESS_STATE_H_

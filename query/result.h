@@ -5,6 +5,8 @@
 #include "ruxcomp/data.h"
 #include "ruxcomp/identifiers.h"
 
+namespace ruxcomp::core {
+
 // What functions return for a number that is not there, too.
 using ruxcomp::language::kNoNumber;
 
@@ -14,5 +16,7 @@ Value Result(RuxLastError code, Value value) {
   g_dwLastError = code;
   return value;
 }
+
+}  // namespace ruxcomp::core
 
 #endif  // QUERY_RESULT_H_

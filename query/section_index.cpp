@@ -13,6 +13,8 @@
 #include "query/name_matcher.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // What remember() answers; nothing when memory does not suffice for it.
@@ -125,3 +127,5 @@ tagGCSECT* SectionIndex::WithName(std::uint32_t kind, std::string_view name) noe
                   [kind](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
   });
 }
+
+}  // namespace ruxcomp::core

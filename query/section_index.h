@@ -14,6 +14,8 @@
 #include "ruxcomp/model/seeded_hash.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 // Remembers where the queries by kind, ID and name end, so that they need not walk over all of
 // g_GCHead. Hosts can reach the records and the tables: what is remembered is held against the
 // record before it is answered, and refers to no table. What is not found is for the caller to look
@@ -64,5 +66,7 @@ class SectionIndex {
   std::uint32_t generation_ = 0;
   TableSizes table_sizes_ = {};
 };
+
+}  // namespace ruxcomp::core
 
 #endif  // QUERY_SECTION_INDEX_H_

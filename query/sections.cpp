@@ -13,6 +13,8 @@
 #include "ruxcomp/query.h"
 #include "ruxcomp/records.h"
 
+namespace ruxcomp::core {
+
 namespace {
 
 // What the search for a section comes to: the section, or the code of why there is none.
@@ -62,6 +64,10 @@ Search Walk(std::uint32_t kind, Offered offered, IsSought is_sought, IsCompared 
 }
 
 }  // namespace
+
+}  // namespace ruxcomp::core
+
+using namespace ruxcomp::core;
 
 std::uint32_t gcInit(const std::string& path, tagMETAFILEINFO* info) {
   const std::uint32_t read = ReadMeta(path, info);

@@ -9,7 +9,7 @@
 #include "reader/script.h"
 #include "reader/source.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 Archive* g_archive = nullptr;
@@ -40,4 +40,4 @@ void Archive::KeepParsed(std::size_t index, const SourceIdentity& identity,
   scripts_[index].script = script;
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

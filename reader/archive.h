@@ -13,7 +13,7 @@
 #include "reader/script.h"
 #include "reader/source.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // An item of an archived script.
 struct ArchivedItem {
@@ -82,6 +82,6 @@ class Archive {
   std::map<SourceIdentity, std::size_t> parsed_;  // the last one of each source
 };
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_ARCHIVE_H_

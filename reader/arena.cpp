@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 constexpr std::size_t kSmallestBlock = std::size_t{1} << 10;
@@ -95,4 +95,4 @@ void Arena::AddRuns(std::string_view piece, std::uint32_t position) {
   }
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // Holds copies of pieces of a file's text, joined, and knows where in the file each byte is from.
 class Arena {
@@ -51,6 +51,6 @@ class Arena {
   std::vector<Run> runs_;
 };
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_ARENA_H_

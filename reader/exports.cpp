@@ -10,11 +10,11 @@
 #include "reader/script_file.h"
 #include "reader/value.h"
 
-using reader::CopyCooked;
-using reader::Item;
-using reader::Script;
-using reader::ScriptFile;
-using reader::Section;
+using ruxcomp::reader::CopyCooked;
+using ruxcomp::reader::Item;
+using ruxcomp::reader::Script;
+using ruxcomp::reader::ScriptFile;
+using ruxcomp::reader::Section;
 
 namespace {
 

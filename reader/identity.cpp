@@ -21,7 +21,7 @@ asm(".pushsection .note.rux.reader, \"a\", %note\n"
     ".ascii \"" RUX_READER_DIGEST "\"\n"
     ".popsection\n");
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 constexpr std::string_view kNoteName(NOTE_NAME, sizeof(NOTE_NAME));  // with its zero
@@ -82,4 +82,4 @@ bool IsThisReader(void* handle) {
   return search.has_note;
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -6,12 +6,12 @@
 #ifndef READER_IDENTITY_H_
 #define READER_IDENTITY_H_
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // Whether the object that dlopen gave the handle for carries the digest of this reader. Null has
 // none.
 bool IsThisReader(void* handle);
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_IDENTITY_H_

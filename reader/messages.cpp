@@ -11,7 +11,7 @@
 #include "findings/origin.h"
 #include "ruxcomp/language/paths.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 using OutputFunction = void (*)(unsigned int size, const char* format, ...);
@@ -51,4 +51,4 @@ void Report(const std::string& path, MessageId message, std::uint32_t line,
   if (output != nullptr) output(kOutputSize, FormatOf(message), base_name.c_str(), line);
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -8,7 +8,7 @@
 #include "findings/messages.h"
 #include "findings/origin.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 using findings::MessageId;
 
@@ -22,6 +22,6 @@ const char* FormatOf(MessageId message);
 void Report(const std::string& path, MessageId message, std::uint32_t line,
             const findings::Origin& origin = {});
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_MESSAGES_H_

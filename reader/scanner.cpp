@@ -13,7 +13,7 @@
 #include "reader/script.h"
 #include "reader/value.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -242,4 +242,4 @@ void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& repo
   Scanner(text, scanned, report).Run();
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -10,7 +10,7 @@
 #include "reader/arena.h"
 #include "reader/script.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 class Lines {
  public:
@@ -54,6 +54,6 @@ struct Scanned {
 // Scans the text of a script in one pass.
 void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report);
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_SCANNER_H_

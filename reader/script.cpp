@@ -11,7 +11,7 @@
 
 #include "reader/scanner.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 Script::Script(std::string text, const ProblemSink& report)
     : text_(std::move(text)), arena_(text_) {
@@ -88,4 +88,4 @@ const std::vector<std::uint32_t>& Script::LineStarts() const {
   return line_starts_;
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -25,7 +25,7 @@
 #include "findings/messages.h"
 #include "reader/arena.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // The most bytes that a script may have. The bound keeps a device or an endless pipe from taking
 // all memory.
@@ -126,6 +126,6 @@ class Script {
   mutable std::vector<std::uint32_t> line_starts_;  // found when they are first asked for
 };
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_SCRIPT_H_

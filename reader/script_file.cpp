@@ -15,7 +15,7 @@
 #include "reader/script.h"
 #include "reader/source.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 // Where the open files are chained, the innermost include first. A plain pointer needs no
@@ -213,4 +213,4 @@ void ScriptFile::ReportProblem(const Problem& problem) const {
   if (kept != nullptr) RecordInMemory([&] { kept->problems.push_back(problem); });
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

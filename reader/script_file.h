@@ -12,7 +12,7 @@
 #include "reader/script.h"
 #include "reader/source.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // More scripts do not include each other: every INCLUDE that is nested in another one takes some of
 // the host's stack.
@@ -91,6 +91,6 @@ class ScriptFile {
   std::size_t archived_at_ = 0;  // its place there
 };
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_SCRIPT_FILE_H_

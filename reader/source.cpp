@@ -16,7 +16,7 @@
 #include "ruxcomp/language/paths.h"
 #include "support/descriptor.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 // How much is asked first of a file of unknown size.
@@ -89,4 +89,4 @@ std::optional<std::string> ReadSource(const Source& source, std::size_t largest)
   return text;
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

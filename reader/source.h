@@ -10,7 +10,7 @@
 #include <string>
 #include <tuple>
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // What makes a source the same one under two names.
 struct SourceIdentity {
@@ -48,6 +48,6 @@ std::optional<Source> FindSource(const std::string& path);
 // for a folder.
 std::optional<std::string> ReadSource(const Source& source, std::size_t largest);
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_SOURCE_H_

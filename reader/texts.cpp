@@ -7,7 +7,7 @@
 
 #include "ruxcomp/language/paths.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 namespace {
 
 using Table = std::map<std::string, Texts::Text>;
@@ -45,4 +45,4 @@ const Texts::Text* Texts::Find(const std::string& path) {
   });
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // One table for the process. A script is looked for here before it is looked for in the file
 // system, in both by the same rule: under its path as it is, then with backslashes read as
@@ -31,6 +31,6 @@ class Texts {
   static const Text* Find(const std::string& path);
 };
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_TEXTS_H_

@@ -10,7 +10,7 @@
 #include "reader/script.h"
 #include "ruxcomp/language/parts.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 // While blanks are left, so is a comma: no walk to the next one passes the text's end.
 char* CopyWithoutBlanks(std::string_view text, std::uint32_t blanks_at_commas, char* out) {
@@ -54,4 +54,4 @@ std::string_view FirstPart(const Item& item) {
   return parts.IsAtEnd() ? std::string_view() : NextPart(item, parts);
 }
 
-}  // namespace reader
+}  // namespace ruxcomp::reader

@@ -12,7 +12,7 @@
 #include "reader/script.h"
 #include "ruxcomp/language/parts.h"
 
-namespace reader {
+namespace ruxcomp::reader {
 
 inline bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -71,6 +71,6 @@ std::vector<std::string_view> Parts(const Item& item);
 // The first part; empty when there is none.
 std::string_view FirstPart(const Item& item);
 
-}  // namespace reader
+}  // namespace ruxcomp::reader
 
 #endif  // READER_VALUE_H_

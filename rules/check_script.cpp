@@ -48,7 +48,7 @@ class Walk {
     const KindRules& found = RulesOfKind();
     for (Rule* rule : found.of_sections) rule->BeginSection(section, kind_->source);
     for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
-      const reader::Item& item = section.section->items[i];
+      const ruxcomp::reader::Item& item = section.section->items[i];
       Show({section.file, section.section, &item},
            found.rows[language::FindKeyRow(*kind_, item.key, i)]);
     }
@@ -80,7 +80,8 @@ class Walk {
 
   void Show(const ItemRef& place, const RowRules& row) {
     parts_.clear();
-    reader::ForEachPart(*place.item, [&](std::string_view part) { parts_.push_back(part); });
+    ruxcomp::reader::ForEachPart(*place.item,
+                                 [&](std::string_view part) { parts_.push_back(part); });
     ScriptItem item{place, kind_, row.entry, parts_};
     SetRecord(item);
     for (Rule* rule : row.rules) rule->Check(item);
@@ -106,7 +107,7 @@ class Walk {
 
 }  // namespace
 
-Warnings CheckScript(const Script& script, findings::Most most) {
+Warnings CheckScript(const Script& script, ruxcomp::findings::Most most) {
   if (!IsComplete(script)) return {};
   RuleReport report(most, HasRepeatedIncludes(script));
   const DefinedWords words(script, report);

@@ -12,7 +12,7 @@ namespace rux::rules {
 // The warnings about a script that was read, so many of each rule; without the INCLUDEs that lead
 // there. The script may have errors: items that the library refuses are passed over. Empty when the
 // script is not complete.
-Warnings CheckScript(const Script& script, findings::Most most);
+Warnings CheckScript(const Script& script, ruxcomp::findings::Most most);
 
 }  // namespace rux::rules
 

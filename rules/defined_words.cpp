@@ -21,7 +21,7 @@ namespace {
 using language::SectionKind;
 
 // The kind of a section that defines words; null for others.
-const SectionKind* FindDefiningKind(const reader::Section& section) {
+const SectionKind* FindDefiningKind(const ruxcomp::reader::Section& section) {
   for (const auto id : {language::SECTION_DEFINE, language::SECTION_IFDEF}) {
     const SectionKind& kind = language::KindOf(id);
     if (section.name == kind.keyword) return &kind;
@@ -33,7 +33,7 @@ const SectionKind* FindDefiningKind(const reader::Section& section) {
 template <class Use>
 void ForEachDefinition(const ScriptSection& section, const SectionKind& kind, Use use) {
   for (std::uint32_t i = 0; i < section.section->item_count; ++i) {
-    const reader::Item& item = section.section->items[i];
+    const ruxcomp::reader::Item& item = section.section->items[i];
     const std::size_t row = language::FindKeyRow(kind, item.key, i);
     use(ItemRef{section.file, section.section, &item}, language::EntryOfRow(kind, row));
   }
@@ -92,7 +92,7 @@ void DefinedWords::Define(const ItemRef& item) {
 }
 
 std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
-  const std::string_view text = reader::FirstPart(*item.item);
+  const std::string_view text = ruxcomp::reader::FirstPart(*item.item);
   if (const auto value = WordOrNumber(text)) return *value;
   Warning warning = report_.Add(
       RuleId::kDefineUnknownWord, item,
@@ -136,7 +136,7 @@ void DefinedWords::CheckCondition(const ItemRef& condition) {
                 "compiled in any case");
     return;
   }
-  const std::string_view word = reader::FirstPart(*condition.item);
+  const std::string_view word = ruxcomp::reader::FirstPart(*condition.item);
   if (word.empty() || Find(word)) return;
   Warning warning = report_.Add(
       RuleId::kFalseIfdef, condition,

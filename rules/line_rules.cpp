@@ -24,12 +24,12 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-bool IsBlankLine(std::string_view line) { return reader::Trim(line).empty(); }
+bool IsBlankLine(std::string_view line) { return ruxcomp::reader::Trim(line).empty(); }
 
 bool IsCommentSign(char c) { return c == '#' || c == ';'; }
 
 bool IsComment(std::string_view line) {
-  const std::string_view text = reader::Trim(line);
+  const std::string_view text = ruxcomp::reader::Trim(line);
   return !text.empty() && IsCommentSign(text.front());
 }
 
@@ -39,7 +39,7 @@ bool HasComment(std::string_view line) {
   bool is_quoted = false;
   for (std::size_t i = 1; i < line.size(); ++i) {
     if (line[i] == '"') is_quoted = !is_quoted;
-    if (IsCommentSign(line[i]) && !is_quoted && reader::IsBlank(line[i - 1])) return true;
+    if (IsCommentSign(line[i]) && !is_quoted && ruxcomp::reader::IsBlank(line[i - 1])) return true;
   }
   return false;
 }
@@ -50,17 +50,17 @@ bool MayBeInKey(char c) {
 
 // Whether the line looks like an item or a header. Only an operator has a second '='.
 bool LooksLikeItem(std::string_view line) {
-  line = reader::Trim(line);
+  line = ruxcomp::reader::Trim(line);
   if (line.substr(0, 1) == "[") return line.find(']') != kNone;
   const auto key_end = std::find_if_not(line.begin(), line.end(), MayBeInKey);
   if (key_end == line.begin()) return false;
   line.remove_prefix(static_cast<std::size_t>(key_end - line.begin()));
-  line = reader::Trim(line);
+  line = ruxcomp::reader::Trim(line);
   return line.substr(0, 1) == "=" && line.substr(0, 2) != "==";
 }
 
 std::string_view WithoutBlanksAtEnd(std::string_view text) {
-  while (!text.empty() && reader::IsBlank(text.back())) text.remove_suffix(1);
+  while (!text.empty() && ruxcomp::reader::IsBlank(text.back())) text.remove_suffix(1);
   return text;
 }
 
@@ -124,7 +124,7 @@ class LineRule : public Rule {
     }
     for (std::size_t at = text.find('#'); at != kNone; at = text.find('#', at + 1)) {
       const bool has_number = at + 1 < text.size() && IsDigit(text[at + 1]);
-      const bool is_comment = has_number && at > 0 && reader::IsBlank(text[at - 1]);
+      const bool is_comment = has_number && at > 0 && ruxcomp::reader::IsBlank(text[at - 1]);
       // The rest of the line is the comment.
       if (is_comment && CheckNumberSign(file, at)) at = EndOfLine(text, at);
     }
@@ -141,7 +141,7 @@ class LineRule : public Rule {
   // Checks the line with that byte and those that are joined to it. Returns where they end.
   std::size_t CheckJoinedLines(const ScriptFile& file, std::size_t at) {
     const std::string_view text = file.text();
-    reader::Lines lines(text.substr(text.rfind('\n', at) + 1));
+    ruxcomp::reader::Lines lines(text.substr(text.rfind('\n', at) + 1));
     JoinedLines joined(file, report_);
     std::string_view line = lines.Take();
     while (lines.GoesOn(line)) {
@@ -166,7 +166,7 @@ class LineRule : public Rule {
     const bool is_cut =
         follows_value && item->item->blanks_at_commas == 0 && value.find('"') == kNone;
     if (!is_cut) return false;
-    const std::string_view comment = reader::Lines(text.substr(at)).Take();
+    const std::string_view comment = ruxcomp::reader::Lines(text.substr(at)).Take();
     report_.Add(
         RuleId::kNumberSign, *item,
         [&] { return fmt::format("{} begins a comment: what is left is {}", comment, value); },
@@ -182,12 +182,13 @@ std::string_view FindTextBesideQuotes(std::string_view value) {
   std::size_t next = 0;
   for (std::size_t quote = value.find('"'); quote != kNone; quote = value.find('"', next)) {
     const std::size_t begin = value.rfind(',', quote) + 1;  // kNone + 1 is 0
-    const std::string_view before = reader::Trim(value.substr(begin, quote - begin));
+    const std::string_view before = ruxcomp::reader::Trim(value.substr(begin, quote - begin));
     if (!before.empty()) return before;
     const std::size_t closing = value.find('"', quote + 1);
     if (closing == kNone) return {};
     const std::size_t comma = value.find(',', closing);
-    const std::string_view after = reader::Trim(value.substr(closing + 1, comma - closing - 1));
+    const std::string_view after =
+        ruxcomp::reader::Trim(value.substr(closing + 1, comma - closing - 1));
     if (!after.empty() || comma == kNone) return after;
     next = comma + 1;
   }

@@ -60,7 +60,7 @@ class PelmgroupPropertyRule : public Rule {
   void EndScript(const Script& script) override {
     if (properties_.empty()) return;
     const TextSet known = KnownProperties(script);
-    const reader::Section* reported = nullptr;
+    const ruxcomp::reader::Section* reported = nullptr;
     for (const ItemRef& property : properties_) {
       // Nothing of the section is compiled after the first one.
       const bool is_known = known.count(property.name().substr(kPropertyPrefix.size())) != 0;

@@ -42,7 +42,7 @@ Warning RuleReport::Add(RuleId rule, const ItemRef& item, const WarningText& tex
 }
 
 Warning RuleReport::Add(RuleId rule, const ScriptSection& section, const WarningText& text) {
-  const reader::Section& found = *section.section;
+  const ruxcomp::reader::Section& found = *section.section;
   diagnostics::Diagnostic* warning =
       Begin(rule, {section.file, section.file->RangeOf(found.header)}, text);
   if (warning != nullptr) warning->section = support::Excerpted(found.name);

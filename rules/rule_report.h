@@ -45,7 +45,7 @@ class WarningText {
 // The warnings of all rules about a script.
 struct Warnings {
   std::vector<diagnostics::Diagnostic> kept;  // the first ones of each rule, in order
-  findings::Tally tally;                      // of all of them
+  ruxcomp::findings::Tally tally;             // of all of them
 };
 
 // In the order of the rows of rule_rows.def.
@@ -55,19 +55,19 @@ enum class RuleId {
 };
 
 namespace rows {
-#define RULE(name, id, ...)                                                              \
-  inline constexpr findings::MessageRow k##name = {"", id, findings::Severity::kWarning, \
-                                                   __VA_ARGS__};
+#define RULE(name, id, ...)                                  \
+  inline constexpr ruxcomp::findings::MessageRow k##name = { \
+      "", id, ruxcomp::findings::Severity::kWarning, __VA_ARGS__};
 #include "rules/rows/rule_rows.def"
 }  // namespace rows
 
 // By RuleId.
-inline constexpr const findings::MessageRow* kRows[] = {
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {
 #define RULE(name, ...) &rows::k##name,
 #include "rules/rows/rule_rows.def"
 };
 
-constexpr const findings::MessageRow& RowOf(RuleId rule) {
+constexpr const ruxcomp::findings::MessageRow& RowOf(RuleId rule) {
   return *kRows[static_cast<std::size_t>(rule)];
 }
 
@@ -92,8 +92,8 @@ class RuleReport {
  public:
   // Keeps so many warnings of each rule. A file that is included twice yields its warnings twice:
   // with `drops_repeated`, one that is the same as another is none.
-  RuleReport(findings::Most most, bool drops_repeated)
-      : warnings_{{}, findings::Tally(most)}, drops_repeated_(drops_repeated) {}
+  RuleReport(ruxcomp::findings::Most most, bool drops_repeated)
+      : warnings_{{}, ruxcomp::findings::Tally(most)}, drops_repeated_(drops_repeated) {}
 
   // A warning about an item, with the part of its value that is meant; without one, the key is.
   Warning Add(RuleId rule, const ItemRef& item, const WarningText& text,

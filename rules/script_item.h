@@ -50,8 +50,8 @@ std::vector<const ScriptFile*> FilesOf(const Script& script);
 // Where an item is. Views of it are valid as long as the script.
 struct ItemRef {
   const ScriptFile* file;
-  const reader::Section* section;
-  const reader::Item* item;
+  const ruxcomp::reader::Section* section;
+  const ruxcomp::reader::Item* item;
 
   std::string_view name() const { return item->key; }
   Place place() const { return {file, item->line}; }

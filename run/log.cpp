@@ -9,7 +9,7 @@
 
 namespace rux::run {
 
-using findings::Origin;
+using ruxcomp::findings::Origin;
 
 void Log::Begin(Phase phase) {
   phase_ = phase;
@@ -20,7 +20,7 @@ void Log::Begin(Phase phase) {
   }
 }
 
-bool Log::Wants(const findings::MessageRow& row, const Origin& origin) {
+bool Log::Wants(const ruxcomp::findings::MessageRow& row, const Origin& origin) {
   return !IsRepeated(row, origin) && tally_.Add(row);
 }
 
@@ -33,7 +33,7 @@ bool Log::IsBefore(const Known& a, const Known& b) {
 }
 
 // Some items are checked while they are read, and again with all others.
-bool Log::IsRepeated(const findings::MessageRow& row, const Origin& origin) {
+bool Log::IsRepeated(const ruxcomp::findings::MessageRow& row, const Origin& origin) {
   if (origin.section == Origin::kNone) return false;
   const Known known{origin, &row};
   if (phase_ == Phase::kParse) read_.push_back(known);

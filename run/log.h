@@ -28,19 +28,19 @@ struct Place {
 };
 
 struct Finding {
-  const findings::MessageRow* row;
-  findings::Origin origin = {};
-  findings::Origin other = {};
+  const ruxcomp::findings::MessageRow* row;
+  ruxcomp::findings::Origin origin = {};
+  ruxcomp::findings::Origin other = {};
   std::optional<Place> place = {};
   std::vector<Argument> arguments = {};  // of the message's format; of other texts, the text
 };
 
-#define MESSAGE(name, format, id, severity, ...)                                             \
-  inline constexpr findings::MessageRow k##name = {format, id, findings::Severity::severity, \
-                                                   __VA_ARGS__};
+#define MESSAGE(name, format, id, severity, ...)             \
+  inline constexpr ruxcomp::findings::MessageRow k##name = { \
+      format, id, ruxcomp::findings::Severity::severity, __VA_ARGS__};
 #include "run/rows.def"
 
-inline constexpr const findings::MessageRow* kRows[] = {
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {
 #define MESSAGE(name, ...) &k##name,
 #include "run/rows.def"
 };
@@ -48,30 +48,31 @@ inline constexpr const findings::MessageRow* kRows[] = {
 class Log {
  public:
   // From now on, of each message so many are kept.
-  void Limit(findings::Most most) { tally_ = findings::Tally(most); }
+  void Limit(ruxcomp::findings::Most most) { tally_ = ruxcomp::findings::Tally(most); }
 
   // What comes in from now on belongs to that phase.
   void Begin(Phase phase);
 
   // To be asked once for each finding, before it is made: counts it, and answers whether to keep
   // it. What the check repeats after the reading, about the same part of the script, counts once.
-  bool Wants(const findings::MessageRow& row, const findings::Origin& origin);
+  bool Wants(const ruxcomp::findings::MessageRow& row, const ruxcomp::findings::Origin& origin);
   void Keep(Finding finding) { kept_.push_back(std::move(finding)); }
 
-  const findings::Tally& tally() const { return tally_; }
+  const ruxcomp::findings::Tally& tally() const { return tally_; }
   std::vector<Finding> Take() { return std::exchange(kept_, {}); }
 
  private:
   struct Known {
-    findings::Origin origin;
-    const findings::MessageRow* row;
+    ruxcomp::findings::Origin origin;
+    const ruxcomp::findings::MessageRow* row;
   };
   static bool IsBefore(const Known& a, const Known& b);
 
-  bool IsRepeated(const findings::MessageRow& row, const findings::Origin& origin);
+  bool IsRepeated(const ruxcomp::findings::MessageRow& row,
+                  const ruxcomp::findings::Origin& origin);
 
   Phase phase_ = Phase::kLoad;
-  findings::Tally tally_;
+  ruxcomp::findings::Tally tally_;
   std::vector<Finding> kept_;
   std::deque<Known> read_;  // what the reading found; sorted for the check
 };

@@ -21,15 +21,15 @@ struct ArgumentList {
 };
 
 // The messages of a reader: all of them have a place and no more.
-const findings::MessageRow* FindReaderRow(std::string_view format) {
-  static constexpr const findings::MessageRow* kReaderRows[] = {
-#define MESSAGE(name, ...) &findings::rows::k##name,
+const ruxcomp::findings::MessageRow* FindReaderRow(std::string_view format) {
+  static constexpr const ruxcomp::findings::MessageRow* kReaderRows[] = {
+#define MESSAGE(name, ...) &ruxcomp::findings::rows::k##name,
 #include "findings/messages/script_text.def"
 #undef MESSAGE
   };
   const auto* found =
       std::find_if(std::begin(kReaderRows), std::end(kReaderRows),
-                   [&](const findings::MessageRow* row) { return row->format == format; });
+                   [&](const ruxcomp::findings::MessageRow* row) { return row->format == format; });
   return found == std::end(kReaderRows) ? nullptr : *found;
 }
 
@@ -39,10 +39,10 @@ std::string TextOf(ArgumentList& list) {
 }
 
 // The message of a format.
-const findings::MessageRow& RowOf(std::string_view format) {
-  const findings::MessageRow& not_loaded = findings::rows::kReaderNotLoaded;
+const ruxcomp::findings::MessageRow& RowOf(std::string_view format) {
+  const ruxcomp::findings::MessageRow& not_loaded = ruxcomp::findings::rows::kReaderNotLoaded;
   if (format == not_loaded.format) return not_loaded;
-  const findings::MessageRow* row = FindReaderRow(format);
+  const ruxcomp::findings::MessageRow* row = FindReaderRow(format);
   return row == nullptr ? kOtherMessage : *row;
 }
 

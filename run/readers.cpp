@@ -11,6 +11,8 @@
 namespace rux::run {
 namespace {
 
+namespace plugin = ruxcomp::core::plugin;
+
 // The library asks by a function without context.
 struct Choice {
   bool takes_texts = false;
@@ -22,9 +24,9 @@ Choice choice;
 // Whoever gives this program the name of a pipe means it to be waited for. What a script includes
 // is a file.
 void* OpenScript(const std::string& path) {
-  using reader::ScriptFile;
+  using ruxcomp::reader::ScriptFile;
   const bool is_included = ScriptFile::IsAnyIncluding();
-  return ScriptFile::Open(path, reader::kLargestScript,
+  return ScriptFile::Open(path, ruxcomp::reader::kLargestScript,
                           is_included ? ScriptFile::Streams::kOpen : ScriptFile::Streams::kAny)
       .release();
 }
@@ -35,7 +37,7 @@ constexpr plugin::Operations kInside = {OpenScript, RSParse,       RSEnumSection
 // Every included file asks anew.
 bool IsInside(void* handle) {
   if (handle == nullptr || handle == choice.known) return true;
-  if (!reader::IsThisReader(handle)) return false;
+  if (!ruxcomp::reader::IsThisReader(handle)) return false;
   choice.known = handle;
   return true;
 }

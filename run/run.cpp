@@ -29,7 +29,7 @@
 namespace rux::run {
 namespace {
 
-Argument Owned(const findings::Argument& argument) {
+Argument Owned(const ruxcomp::findings::Argument& argument) {
   if (const auto* text = std::get_if<std::string_view>(&argument)) return support::Excerpted(*text);
   return std::get<std::uint32_t>(argument);
 }
@@ -38,31 +38,31 @@ Argument Owned(const findings::Argument& argument) {
 
 const char* const kPluginPath = RUX_PLUGIN_DIR "libruxrsparser.so.0";
 
-void Run::LogSink::Take(const findings::Finding& finding) {
+void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
   Log& log = ProcessLog();
-  Finding kept{&findings::RowOf(finding.message), finding.origin, finding.other};
+  Finding kept{&ruxcomp::findings::RowOf(finding.message), finding.origin, finding.other};
   if (!log.Wants(*kept.row, kept.origin)) return;
   if (finding.place) kept.place = Place{std::string(finding.place->file), finding.place->line};
   kept.arguments.reserve(finding.arguments.size());
-  for (const findings::Argument& argument : finding.arguments) {
+  for (const ruxcomp::findings::Argument& argument : finding.arguments) {
     kept.arguments.push_back(Owned(argument));
   }
   log.Keep(std::move(kept));
 }
 
-Run::Run(std::string script, const std::optional<std::string>& text, findings::Most most)
+Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most)
     : script_(std::move(script)),
       text_path_(text ? ruxcomp::language::WithSlashes(script_) : ""),
-      sink_before_(findings::SetSink(&sink_)),
+      sink_before_(ruxcomp::findings::SetSink(&sink_)),
       choice_(text.has_value()) {
   ProcessLog().Limit(most);
-  if (text) reader::Texts::Put(text_path_, *text);
+  if (text) ruxcomp::reader::Texts::Put(text_path_, *text);
 }
 
 Run::~Run() {
   gccCompEnd();
-  if (!text_path_.empty()) reader::Texts::Remove(text_path_);
-  findings::SetSink(sink_before_);
+  if (!text_path_.empty()) ruxcomp::reader::Texts::Remove(text_path_);
+  ruxcomp::findings::SetSink(sink_before_);
 }
 
 void Run::ReadAndCheck() {
@@ -79,7 +79,7 @@ void Run::Write(const std::function<void()>& step) {
 
 void Run::ReadSources() {
   {
-    const reader::Archive archive;
+    const ruxcomp::reader::Archive archive;
     Guarded(Phase::kStart, [&] { result_.opened = gccCompStart(script_) != 0; });
     if (result_.opened) Guarded(Phase::kParse, [] { gccParse(); });
     result_.has_foreign_reader = choice_.is_foreign();
@@ -93,7 +93,7 @@ void Run::ReadSources() {
 void Run::Guarded(Phase phase, const std::function<void()>& step) {
   Log& log = ProcessLog();
   log.Begin(phase);
-  findings::Examine({});
+  ruxcomp::findings::Examine({});
   try {
     step();
   } catch (const std::bad_alloc&) {
@@ -101,7 +101,7 @@ void Run::Guarded(Phase phase, const std::function<void()>& step) {
   } catch (const support::Failure&) {
     throw;
   } catch (const std::out_of_range& raised) {
-    result_.raised = Raised{phase, findings::Examined(), raised.what()};
+    result_.raised = Raised{phase, ruxcomp::findings::Examined(), raised.what()};
   } catch (const std::exception& raised) {
     result_.raised = Raised{phase, {}, raised.what()};
   }

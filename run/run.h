@@ -18,8 +18,8 @@ namespace rux::run {
 // Some texts that are read as numbers have no digit to look at: the library raises an error.
 struct Raised {
   Phase phase;
-  findings::Origin at;  // what was examined; all none: nothing of a script
-  std::string text;     // of the exception
+  ruxcomp::findings::Origin at;  // what was examined; all none: nothing of a script
+  std::string text;              // of the exception
 };
 
 struct Result {
@@ -30,8 +30,8 @@ struct Result {
   bool has_foreign_reader = false;
   bool opened = false;
   bool accepted = false;
-  std::vector<Finding> findings;  // the first ones of each message, in order
-  findings::Tally tally;          // of all of them
+  std::vector<Finding> findings;   // the first ones of each message, in order
+  ruxcomp::findings::Tally tally;  // of all of them
   std::optional<Raised> raised;
 };
 
@@ -41,7 +41,7 @@ class Run {
   // `script`: by the library's path. `text`: what to read instead of the file; none: the file.
   // `most`: how many findings to keep of each message.
   explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
-               findings::Most most = 0);
+               ruxcomp::findings::Most most = 0);
   ~Run();
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
@@ -56,9 +56,9 @@ class Run {
   const Result& result() const { return result_; }
 
  private:
-  class LogSink : public findings::Sink {
+  class LogSink : public ruxcomp::findings::Sink {
    public:
-    void Take(const findings::Finding& finding) override;
+    void Take(const ruxcomp::findings::Finding& finding) override;
   };
 
   void Guarded(Phase phase, const std::function<void()>& step);
@@ -68,7 +68,7 @@ class Run {
   // Of a text in memory: the name that is tried last, so that it stands for the file under any.
   const std::string text_path_;
   LogSink sink_;
-  findings::Sink* const sink_before_;
+  ruxcomp::findings::Sink* const sink_before_;
   const ReaderChoice choice_;
   Result result_;
 };

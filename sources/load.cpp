@@ -19,23 +19,23 @@
 namespace rux::sources {
 namespace {
 
-class Silence : public findings::Sink {
+class Silence : public ruxcomp::findings::Sink {
  public:
-  Silence() : before_(findings::SetSink(this)) {}
-  ~Silence() override { findings::SetSink(before_); }
+  Silence() : before_(ruxcomp::findings::SetSink(this)) {}
+  ~Silence() override { ruxcomp::findings::SetSink(before_); }
   Silence(const Silence&) = delete;
   Silence& operator=(const Silence&) = delete;
 
-  void Take(const findings::Finding&) override {}
+  void Take(const ruxcomp::findings::Finding&) override {}
 
  private:
-  findings::Sink* const before_;
+  ruxcomp::findings::Sink* const before_;
 };
 
 // Whether reading it takes its text away from others.
 bool IsStream(const std::string& library_path) {
   struct stat status;
-  return reader::Texts::Find(library_path) == nullptr &&
+  return ruxcomp::reader::Texts::Find(library_path) == nullptr &&
          stat(ToOpenablePath(library_path).c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
          !S_ISDIR(status.st_mode);
 }
@@ -50,10 +50,11 @@ class Loader {
       passed_over_ = true;
       return;
     }
-    const std::unique_ptr<reader::ScriptFile> file = reader::ScriptFile::Open(library_path);
+    const std::unique_ptr<ruxcomp::reader::ScriptFile> file =
+        ruxcomp::reader::ScriptFile::Open(library_path);
     if (file == nullptr || !file->Parse()) return;
     file->NoteRequest();
-    for (const reader::Section& section : file->script()->sections()) {
+    for (const ruxcomp::reader::Section& section : file->script()->sections()) {
       if (section.name == kInclude) FollowIncludes(library_path, section);
     }
   }
@@ -61,11 +62,11 @@ class Loader {
   bool passed_over() const { return passed_over_; }
 
  private:
-  void FollowIncludes(const std::string& includer, const reader::Section& section) {
+  void FollowIncludes(const std::string& includer, const ruxcomp::reader::Section& section) {
     for (std::uint32_t i = 0; i < section.item_count; ++i) {
-      const reader::Item& item = section.items[i];
-      reader::ScriptFile::NoteDelivery(item);
-      const std::string_view name = reader::FirstPart(item);
+      const ruxcomp::reader::Item& item = section.items[i];
+      ruxcomp::reader::ScriptFile::NoteDelivery(item);
+      const std::string_view name = ruxcomp::reader::FirstPart(item);
       // The library rejects any other key, and an empty name.
       if (item.key != "FILE" || name.empty()) continue;
       Follow(std::string(ruxcomp::language::FolderOf(includer)).append(name));
@@ -79,7 +80,7 @@ class Loader {
 
 SourceSet Load(const std::string& library_path) {
   const Silence silence;
-  const reader::Archive archive;
+  const ruxcomp::reader::Archive archive;
   Loader loader;
   loader.Follow(library_path);
   SourceSet sources(archive);

@@ -33,16 +33,16 @@ std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
   const auto by_line = [](std::uint32_t wanted, const auto& has) { return wanted < has.line; };
   const auto section_after = std::upper_bound(sections().begin(), sections().end(), line, by_line);
   if (section_after == sections().begin()) return std::nullopt;
-  const reader::Section& section = section_after[-1];
+  const ruxcomp::reader::Section& section = section_after[-1];
   if (section.line == line) return SourceSpot{&section, nullptr};
-  const reader::Item* end = section.items + section.item_count;
-  const reader::Item* item_after = std::upper_bound(section.items, end, line, by_line);
+  const ruxcomp::reader::Item* end = section.items + section.item_count;
+  const ruxcomp::reader::Item* item_after = std::upper_bound(section.items, end, line, by_line);
   if (item_after == section.items || item_after[-1].line != line) return std::nullopt;
   return SourceSpot{&section, item_after - 1};
 }
 
 support::ByteRange SourceFile::RangeOf(std::string_view view) const {
-  const reader::Range range = script_->RangeOf(view);
+  const ruxcomp::reader::Range range = script_->RangeOf(view);
   return {range.begin, range.end};
 }
 
@@ -55,7 +55,7 @@ support::ByteRange SourceFile::RangeAt(std::uint32_t line) const {
 support::ByteRange SourceFile::RangeOfLine(std::uint32_t line) const {
   const std::string_view whole = Line(line);
   if (whole.empty()) return {};
-  const std::string_view trimmed = reader::Trim(whole);
+  const std::string_view trimmed = ruxcomp::reader::Trim(whole);
   const auto begin = LineStart(line) + static_cast<std::uint32_t>(
                                            trimmed.empty() ? 0 : trimmed.data() - whole.data());
   return {begin, begin + static_cast<std::uint32_t>(trimmed.size())};

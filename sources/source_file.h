@@ -18,13 +18,14 @@ namespace rux::sources {
 
 // What begins on a line: an item of a section, or the section's header.
 struct SourceSpot {
-  const reader::Section* section;
-  const reader::Item* item;  // null: the header
+  const ruxcomp::reader::Section* section;
+  const ruxcomp::reader::Item* item;  // null: the header
 };
 
 class SourceFile : public support::TextFile {
  public:
-  SourceFile(std::string library_path, std::string path, std::shared_ptr<reader::Script> script)
+  SourceFile(std::string library_path, std::string path,
+             std::shared_ptr<ruxcomp::reader::Script> script)
       : library_path_(std::move(library_path)),
         path_(std::move(path)),
         script_(std::move(script)) {}
@@ -33,7 +34,7 @@ class SourceFile : public support::TextFile {
   const std::string& path() const override { return path_; }
   const std::string& text() const { return script_->text(); }
   // Scanned again after a drop.
-  const std::vector<reader::Section>& sections() const {
+  const std::vector<ruxcomp::reader::Section>& sections() const {
     if (is_dropped_) ScanAgain();
     return script_->sections();
   }
@@ -60,7 +61,7 @@ class SourceFile : public support::TextFile {
 
   const std::string library_path_;
   const std::string path_;
-  const std::shared_ptr<reader::Script> script_;
+  const std::shared_ptr<ruxcomp::reader::Script> script_;
   mutable bool is_dropped_ = false;
 };
 

@@ -20,8 +20,8 @@ namespace rux::sources {
 namespace {
 
 // Of a script that did not fit into memory.
-std::shared_ptr<reader::Script> NoScript() {
-  return std::make_shared<reader::Script>("", [](const reader::Problem&) {});
+std::shared_ptr<ruxcomp::reader::Script> NoScript() {
+  return std::make_shared<ruxcomp::reader::Script>("", [](const ruxcomp::reader::Problem&) {});
 }
 
 template <class Row>
@@ -31,17 +31,17 @@ const Row* Find(const Row* rows, std::size_t count, std::size_t at) {
 
 }  // namespace
 
-SourceSet::SourceSet(const reader::Archive& archive) : refused_(archive.refused()) {
+SourceSet::SourceSet(const ruxcomp::reader::Archive& archive) : refused_(archive.refused()) {
   AddOpenings(archive);
   AddPaths();
   if (!openings_.empty()) AddSections(0);
 }
 
-void SourceSet::AddOpenings(const reader::Archive& archive) {
+void SourceSet::AddOpenings(const ruxcomp::reader::Archive& archive) {
   // Under another path, or with another text by now, it is another file.
-  std::map<std::pair<const reader::Script*, std::string>, const SourceFile*> known;
+  std::map<std::pair<const ruxcomp::reader::Script*, std::string>, const SourceFile*> known;
   openings_.reserve(archive.scripts().size());
-  for (const reader::ArchivedScript& script : archive.scripts()) {
+  for (const ruxcomp::reader::ArchivedScript& script : archive.scripts()) {
     const SourceFile*& file = known[{script.script.get(), script.path}];
     if (file == nullptr) {
       const auto text = script.script != nullptr ? script.script : NoScript();
@@ -71,11 +71,11 @@ void SourceSet::AddPaths() {
 
 // Returns the opening after the last one that it led to.
 std::size_t SourceSet::AddSections(std::size_t opening) {
-  const std::vector<reader::Section>& of_file = openings_[opening].file->sections();
+  const std::vector<ruxcomp::reader::Section>& of_file = openings_[opening].file->sections();
   std::size_t next = opening + 1;
   for (std::size_t i = 0; i < of_file.size(); ++i) {
     sections_.push_back({openings_[opening].file, &of_file[i]});
-    const auto is_included_here = [&](const reader::Includer& includer) {
+    const auto is_included_here = [&](const ruxcomp::reader::Includer& includer) {
       return includer && includer->script == opening && includer->place.section == i;
     };
     while (next < openings_.size() && is_included_here(openings_[next].includer)) {
@@ -90,11 +90,11 @@ void SourceSet::DropSections() {
   for (const auto& file : distinct_) file->DropSections();
 }
 
-OriginSpot SourceSet::At(const findings::Origin& origin) const {
+OriginSpot SourceSet::At(const ruxcomp::findings::Origin& origin) const {
   OriginSpot spot;
   spot.opening = Find(openings_.data(), openings_.size(), origin.script);
   if (spot.opening == nullptr) return spot;
-  const std::vector<reader::Section>& of_file = spot.opening->file->sections();
+  const std::vector<ruxcomp::reader::Section>& of_file = spot.opening->file->sections();
   spot.section = Find(of_file.data(), of_file.size(), origin.section);
   if (spot.section != nullptr) {
     spot.item = Find(spot.section->items, spot.section->item_count, origin.item);
@@ -110,21 +110,21 @@ const Opening* SourceSet::FirstOpeningOf(const support::TextFile* file) const {
 OriginSpot SourceSet::IncluderOf(const Opening& opening) const {
   if (!opening.includer) return {};
   const auto ordinal = [](std::size_t at) { return static_cast<std::uint32_t>(at); };
-  const reader::ArchivedItem& includer = *opening.includer;
+  const ruxcomp::reader::ArchivedItem& includer = *opening.includer;
   return At({ordinal(includer.script), ordinal(includer.place.section),
-             ordinal(includer.place.item), findings::Origin::kNone});
+             ordinal(includer.place.item), ruxcomp::findings::Origin::kNone});
 }
 
-std::string ReasonOf(const reader::RefusedScript& refused) {
+std::string ReasonOf(const ruxcomp::reader::RefusedScript& refused) {
   switch (refused.reason) {
-    case reader::Refusal::kTooLarge:
+    case ruxcomp::reader::Refusal::kTooLarge:
       return std::strerror(EFBIG);
-    case reader::Refusal::kOutOfMemory:
+    case ruxcomp::reader::Refusal::kOutOfMemory:
       return std::strerror(ENOMEM);
-    case reader::Refusal::kIsStream:
+    case ruxcomp::reader::Refusal::kIsStream:
       return "a pipe or device cannot be included";
-    case reader::Refusal::kIsOpenAlready:
-    case reader::Refusal::kTooMany:
+    case ruxcomp::reader::Refusal::kIsOpenAlready:
+    case ruxcomp::reader::Refusal::kTooMany:
       return "the reader does not open it";
     default:
       return std::strerror(refused.error);

@@ -19,13 +19,13 @@ namespace rux::sources {
 // One reading of a file. A file that is included twice has two openings.
 struct Opening {
   const SourceFile* file;
-  reader::Includer includer;              // its script is the place of an opening; none: the script
-  std::vector<reader::Problem> problems;  // in the order in which they were reported
+  ruxcomp::reader::Includer includer;  // its script is the place of an opening; none: the script
+  std::vector<ruxcomp::reader::Problem> problems;  // in the order in which they were reported
 };
 
 struct SourceSection {
   const SourceFile* file;
-  const reader::Section* section;
+  const ruxcomp::reader::Section* section;
 };
 
 // A line of a source.
@@ -37,8 +37,8 @@ struct SourcePlace {
 // What an origin names: an opening, and as much of the rest as it says.
 struct OriginSpot {
   const Opening* opening = nullptr;
-  const reader::Section* section = nullptr;
-  const reader::Item* item = nullptr;
+  const ruxcomp::reader::Section* section = nullptr;
+  const ruxcomp::reader::Item* item = nullptr;
 };
 
 // What a script was read from.
@@ -54,13 +54,13 @@ class SourceSet {
  public:
   SourceSet() = default;
   // Keeps the texts of the archive, which need not live as long.
-  explicit SourceSet(const reader::Archive& archive);
+  explicit SourceSet(const ruxcomp::reader::Archive& archive);
   SourceSet(SourceSet&&) = default;
   SourceSet& operator=(SourceSet&&) = default;
 
   // In the order in which they were opened: those of an origin.
   const std::vector<Opening>& openings() const { return openings_; }
-  const std::vector<reader::RefusedScript>& refused() const { return refused_; }
+  const std::vector<ruxcomp::reader::RefusedScript>& refused() const { return refused_; }
   const SourceFiles& files() const { return files_; }
   void MarkIncomplete() { files_.complete = false; }
 
@@ -74,27 +74,27 @@ class SourceSet {
 
   bool has_repeated_includes() const { return distinct_.size() < openings_.size(); }
 
-  OriginSpot At(const findings::Origin& origin) const;
+  OriginSpot At(const ruxcomp::findings::Origin& origin) const;
   // The first one of a file; null for any other file.
   const Opening* FirstOpeningOf(const support::TextFile* file) const;
   // The INCLUDE item that an opening is for; none for the script itself.
   OriginSpot IncluderOf(const Opening& opening) const;
 
  private:
-  void AddOpenings(const reader::Archive& archive);
+  void AddOpenings(const ruxcomp::reader::Archive& archive);
   void AddPaths();
   std::size_t AddSections(std::size_t opening);
 
   std::vector<std::unique_ptr<const SourceFile>> distinct_;
   std::vector<Opening> openings_;
   std::unordered_map<const support::TextFile*, std::size_t> first_openings_;
-  std::vector<reader::RefusedScript> refused_;
+  std::vector<ruxcomp::reader::RefusedScript> refused_;
   std::vector<SourceSection> sections_;
   SourceFiles files_;
 };
 
 // Why the reader did not open a script, as a phrase for a message.
-std::string ReasonOf(const reader::RefusedScript& refused);
+std::string ReasonOf(const ruxcomp::reader::RefusedScript& refused);
 
 // Reads the script, by the library's path of it, and follows its INCLUDE items as the library does.
 // Nothing is reported. Pipes and devices are passed over: their texts are for the library. No

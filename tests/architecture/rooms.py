@@ -4,7 +4,8 @@
     rooms.py SOURCE_DIR
 
 Every folder of product code is a row of the table, includes only what its row allows, and declares
-its own namespace; no two rooms use each other, and none holds more than a third of the product.
+everything in its own namespace but what is exported; no two rooms use each other, and none holds
+more than a third of the product.
 Where the keys come from scripts or files, tables by hash are those of one header.
 """
 import collections
@@ -20,7 +21,11 @@ SEEDED = ("include/", "reader/", "frontend/", "checker/", "backend/", "debugmeta
 SEEDED_HASH = "include/ruxcomp/model/seeded_hash.h"
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE)
-NAMESPACE = re.compile(r"^namespace (rux(?:::\S+)?) \{\n(?!class \w+;\n\})", re.MULTILINE)
+# Announcing what another room declares is no declaration.
+NAMESPACE = re.compile(r"^namespace (rux\S*) \{\n(?!(?:(?:class|struct) \w+;\n)+\})", re.MULTILINE)
+# The headers that programs include declare records and functions without a namespace.
+INTERFACE = "include/ruxcomp"
+EXPORT_MAPS = ("include/libruxcomp.map", "reader/libruxrsparser.map")
 
 
 def read_rooms(page):
@@ -51,12 +56,30 @@ def included_path(root, name):
     return "include/" + name if (root / "include" / name).exists() else name
 
 
+def exported_names(root):
+    """What starts a line that defines an exported name, or the tool."""
+    maps = "".join((root / path).read_text() for path in EXPORT_MAPS)
+    names = re.findall(r"^ +(\w+);", maps, re.MULTILINE)
+    return re.compile(r"^(?!//)\S.*\b(?:main|" + "|".join(names) + r")\b", re.MULTILINE)
+
+
+def check_namespaces(name, text, namespace, exported, problems):
+    declared = NAMESPACE.findall(text)
+    for other in declared:
+        if not (other + "::").startswith(namespace + "::"):
+            problems.append(f"{name} declares names in {other}, not in {namespace}")
+    is_list = name.endswith(".def")
+    is_interface = pathlib.PurePath(name).parent.as_posix() == INTERFACE
+    if not declared and not is_list and not is_interface and not exported.search(text):
+        problems.append(f"{name} declares names outside of {namespace}")
+
+
 def check_source(root, rooms, name, text, found, problems):
     room = room_of(name, rooms)
     if room is None:
         problems.append(f"{name} is in no room of the table")
         return
-    namespace, uses = rooms[room]
+    uses = rooms[room][1]
     for include in INCLUDE.findall(text):
         other = room_of(included_path(root, include), rooms)
         if other is None:
@@ -65,9 +88,6 @@ def check_source(root, rooms, name, text, found, problems):
             found[room].add(other)
             if other not in uses:
                 problems.append(f"{name} includes {include}: {room}/ may not use {other}/")
-    for declared in NAMESPACE.findall(text):
-        if not (declared + "::").startswith(namespace + "::"):
-            problems.append(f"{name} declares names in {declared}, not in {namespace}")
 
 
 def check_hashes(name, text, problems):
@@ -103,8 +123,11 @@ def main():
     if len(rooms) < 10:
         problems.append("docs/architecture.md has no table of rooms")
     check_order(rooms, problems)
+    exported = exported_names(root)
     for name, text in product_sources(root):
         check_source(root, rooms, name, text, found, problems)
+        if room_of(name, rooms):
+            check_namespaces(name, text, rooms[room_of(name, rooms)][0], exported, problems)
         check_hashes(name, text, problems)
         lines[room_of(name, rooms)] += text.count("\n")
     for room, (_, uses) in rooms.items():

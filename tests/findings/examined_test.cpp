@@ -60,7 +60,7 @@ TEST_F(ExaminedTest, IsWhatRaised) {
       EXPECT_EQ(std::string(error.what()).rfind("basic_string::", 0), 0u) << error.what();
     }
     EXPECT_EQ(phase, row.phase);
-    EXPECT_EQ(OriginText(findings::Examined()), row.examined);
+    EXPECT_EQ(OriginText(ruxcomp::findings::Examined()), row.examined);
     gccCompEnd();
   }
 }
@@ -70,7 +70,7 @@ TEST_F(ExaminedTest, NamesTheIncludedScript) {
   Write("board.rux", "[INCLUDE]\nFILE = x.rux\n");
   ASSERT_NE(gccCompStart(ScriptPath("board.rux")), 0u);
   EXPECT_THROW(gccParse(), std::out_of_range);
-  EXPECT_EQ(OriginText(findings::Examined()), "1/1/0/0");
+  EXPECT_EQ(OriginText(ruxcomp::findings::Examined()), "1/1/0/0");
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 namespace {
 
-using findings::MessageId;
+using ruxcomp::findings::MessageId;
 
 class FindingsTest : public ScriptTest {
  protected:
@@ -37,10 +37,10 @@ class FindingsTest : public ScriptTest {
       told = recorder.messages;
       seen_.insert(recorder.seen.begin(), recorder.seen.end());
     }
-    core::ResetProcessState();
+    ruxcomp::core::ResetProcessState();
     run();
     EXPECT_EQ(host::TakeMessages(), told);
-    core::ResetProcessState();
+    ruxcomp::core::ResetProcessState();
   }
 
   std::set<MessageId> seen_;
@@ -73,7 +73,7 @@ TEST_F(FindingsTest, TextsThatNoScriptBringsAbout) {
     for (const ModelCase& row : ModelCases()) {
       if (row.name == name) row.run(folder());
     }
-    core::ResetProcessState();
+    ruxcomp::core::ResetProcessState();
     return host::TakeMessages();
   };
   EXPECT_EQ(texts_of("another payload type"),
@@ -83,14 +83,16 @@ TEST_F(FindingsTest, TextsThatNoScriptBringsAbout) {
 }
 
 TEST_F(FindingsTest, EndOfAScriptNamesTheScript) {
-  struct Ends : findings::Sink {
-    void Take(const findings::Finding& finding) override { lines.push_back(FindingText(finding)); }
+  struct Ends : ruxcomp::findings::Sink {
+    void Take(const ruxcomp::findings::Finding& finding) override {
+      lines.push_back(FindingText(finding));
+    }
     std::vector<std::string> lines;
   } ends;
   Write("x.rux", "[PROPERTY]\nA = 1\n[PROPERTY]\nB = 1\n");
-  findings::SetSink(&ends);
+  ruxcomp::findings::SetSink(&ends);
   Run("[INCLUDE]\nFILE = x.rux\nFILE = none.rux\nFILE = x.rux\n");
-  findings::SetSink(nullptr);
+  ruxcomp::findings::SetSink(nullptr);
   EXPECT_EQ(ends.lines[0], "EndOfScript(2) at 1");
   EXPECT_EQ(ends.lines[1],
             "MissingInclude(board.rux, 3, INCLUDE, FILE, none.rux) in board.rux:3 at 0/0/1/0");
@@ -115,9 +117,9 @@ TEST_F(FindingsTest, FindingsInIncludedScriptsNameTheScript) {
 
 TEST_F(FindingsTest, SetSinkAnswersTheOneBefore) {
   Recorder recorder;
-  EXPECT_EQ(findings::CurrentSink(), &recorder);
-  EXPECT_EQ(findings::SetSink(nullptr), &recorder);
-  EXPECT_EQ(findings::SetSink(nullptr), nullptr);
+  EXPECT_EQ(ruxcomp::findings::CurrentSink(), &recorder);
+  EXPECT_EQ(ruxcomp::findings::SetSink(nullptr), &recorder);
+  EXPECT_EQ(ruxcomp::findings::SetSink(nullptr), nullptr);
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include "tests/findings/cases.h"
 #include "tests/support/host.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 constexpr char kNowhere[] = "/nowhere/board.metad";

@@ -2,8 +2,8 @@
 
 namespace {
 
-using findings::MessageId;
-using findings::Origin;
+using ruxcomp::findings::MessageId;
+using ruxcomp::findings::Origin;
 
 struct Row {
   const char* name;
@@ -18,7 +18,7 @@ const Row& RowOf(MessageId id) {
   return rows[static_cast<std::size_t>(id)];
 }
 
-std::string ArgumentText(const findings::Argument& argument) {
+std::string ArgumentText(const ruxcomp::findings::Argument& argument) {
   if (const auto* text = std::get_if<std::string_view>(&argument)) return std::string(*text);
   return std::to_string(std::get<std::uint32_t>(argument));
 }
@@ -34,7 +34,7 @@ std::string OriginText(const Origin& origin) {
   return text.empty() ? "-" : text;
 }
 
-std::string FindingText(const findings::Finding& finding) {
+std::string FindingText(const ruxcomp::findings::Finding& finding) {
   std::string text = RowOf(finding.message).name + std::string("(");
   for (std::size_t i = 0; i < finding.arguments.size(); ++i) {
     text += (i == 0 ? "" : ", ") + ArgumentText(finding.arguments[i]);
@@ -48,10 +48,10 @@ std::string FindingText(const findings::Finding& finding) {
   return text;
 }
 
-std::string MessageText(const findings::Finding& finding) {
+std::string MessageText(const ruxcomp::findings::Finding& finding) {
   std::string text = RowOf(finding.message).format;
   std::size_t at = 0;
-  for (const findings::Argument& argument : finding.arguments) {
+  for (const ruxcomp::findings::Argument& argument : finding.arguments) {
     at = text.find('%', at);
     const bool isText = std::holds_alternative<std::string_view>(argument);
     if (at == std::string::npos || text[at + 1] != (isText ? 's' : 'u')) return "no such argument";
@@ -62,7 +62,7 @@ std::string MessageText(const findings::Finding& finding) {
   return text;
 }
 
-void Recorder::Take(const findings::Finding& finding) {
+void Recorder::Take(const ruxcomp::findings::Finding& finding) {
   seen.insert(finding.message);
   messages.push_back(MessageText(finding));
   if (finding.message != MessageId::kEndOfScript) findings.push_back(FindingText(finding));

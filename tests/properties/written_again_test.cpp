@@ -3,6 +3,8 @@
 #include "tests/properties/model_test.h"
 #include "tests/support/bytes.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 class WrittenAgain : public ModelTest {

@@ -16,9 +16,9 @@
 
 namespace {
 
-using reader::Archive;
-using reader::ArchivedScript;
-using reader::Refusal;
+using ruxcomp::reader::Archive;
+using ruxcomp::reader::ArchivedScript;
+using ruxcomp::reader::Refusal;
 using testing::ElementsAre;
 
 // Reads the script and, where a value names a script, that one while the item is delivered.
@@ -42,7 +42,7 @@ void ReadAll(const std::string& folder, const std::string& name) {
 }
 
 // "script.section.item", or "-".
-std::string Shown(const reader::Includer& includer) {
+std::string Shown(const ruxcomp::reader::Includer& includer) {
   if (!includer) return "-";
   return std::to_string(includer->script) + "." + std::to_string(includer->place.section) + "." +
          std::to_string(includer->place.item);
@@ -50,7 +50,7 @@ std::string Shown(const reader::Includer& includer) {
 
 class ArchiveTest : public testing::Test {
  protected:
-  ~ArchiveTest() override { reader::Texts::Clear(); }
+  ~ArchiveTest() override { ruxcomp::reader::Texts::Clear(); }
 
   // Each script as "name < includer".
   static std::vector<std::string> Opened(const Archive& archive) {
@@ -92,7 +92,7 @@ TEST_F(ArchiveTest, SharesAScriptThatIsOpenedAgain) {
   EXPECT_NE(archive.scripts()[1].script, archive.scripts()[3].script);
   for (std::size_t i = 1; i < 4; ++i) {
     ASSERT_EQ(archive.scripts()[i].problems.size(), 1u);
-    EXPECT_EQ(archive.scripts()[i].problems[0].range, (reader::Range{0, 1}));
+    EXPECT_EQ(archive.scripts()[i].problems[0].range, (ruxcomp::reader::Range{0, 1}));
   }
 }
 
@@ -111,20 +111,20 @@ TEST_F(ArchiveTest, KeepsProblems) {
   folder.Write("a", "[A]\nK = \"v\n= 5\n");
   const Archive archive;
   ReadAll(folder.path(), "a");
-  const std::vector<reader::Problem>& problems = archive.scripts()[0].problems;
+  const std::vector<ruxcomp::reader::Problem>& problems = archive.scripts()[0].problems;
   ASSERT_EQ(problems.size(), 2u);
-  EXPECT_EQ(problems[0].message, reader::MessageId::kUnclosedQuote);
+  EXPECT_EQ(problems[0].message, ruxcomp::reader::MessageId::kUnclosedQuote);
   EXPECT_EQ(problems[0].line, 2u);
-  EXPECT_EQ(problems[0].range, (reader::Range{8, 10}));
-  EXPECT_EQ(problems[1].message, reader::MessageId::kMissingKey);
+  EXPECT_EQ(problems[0].range, (ruxcomp::reader::Range{8, 10}));
+  EXPECT_EQ(problems[1].message, ruxcomp::reader::MessageId::kMissingKey);
   EXPECT_EQ(problems[1].line, 3u);
-  EXPECT_EQ(problems[1].range, (reader::Range{11, 14}));
+  EXPECT_EQ(problems[1].range, (ruxcomp::reader::Range{11, 14}));
 }
 
 TEST_F(ArchiveTest, KeepsTheOpenedPath) {
   std::filesystem::create_directory(folder / "dir");
   folder.Write("dir/a", "[A]\n");
-  reader::Texts::Put("text/b", "[B]\n");
+  ruxcomp::reader::Texts::Put("text/b", "[B]\n");
   const Archive archive;
   ReadAll(folder.path(), "dir\\a");
   void* text = RSOpenFile("text\\b");
@@ -157,19 +157,19 @@ TEST_F(ArchiveTest, KeepsWhatWasRefused) {
 TEST_F(ArchiveTest, KeepsWhatIsTooLargeOrTooMuch) {
   const std::string path = folder.Write("a", "[A]\n");
   const Archive archive;
-  EXPECT_EQ(reader::ScriptFile::Open(path, 3), nullptr);
-  std::vector<std::unique_ptr<reader::ScriptFile>> open;
-  for (std::size_t i = 0; i <= reader::kMostOpen; ++i) {
+  EXPECT_EQ(ruxcomp::reader::ScriptFile::Open(path, 3), nullptr);
+  std::vector<std::unique_ptr<ruxcomp::reader::ScriptFile>> open;
+  for (std::size_t i = 0; i <= ruxcomp::reader::kMostOpen; ++i) {
     const std::string name = "text" + std::to_string(i);
-    reader::Texts::Put(name, "[A]\n");
-    open.push_back(reader::ScriptFile::Open(name));
+    ruxcomp::reader::Texts::Put(name, "[A]\n");
+    open.push_back(ruxcomp::reader::ScriptFile::Open(name));
     if (open.back() != nullptr) open.back()->NoteRequest();
   }
-  EXPECT_EQ(archive.scripts().size(), reader::kMostOpen);
+  EXPECT_EQ(archive.scripts().size(), ruxcomp::reader::kMostOpen);
   ASSERT_EQ(archive.refused().size(), 2u);
   EXPECT_EQ(archive.refused()[0].reason, Refusal::kTooLarge);
   EXPECT_EQ(archive.refused()[1].reason, Refusal::kTooMany);
-  EXPECT_EQ(archive.refused()[1].opened_before, reader::kMostOpen);
+  EXPECT_EQ(archive.refused()[1].opened_before, ruxcomp::reader::kMostOpen);
 }
 
 // Files that are closed in another order than includes are.

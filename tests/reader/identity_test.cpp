@@ -9,7 +9,7 @@ namespace {
 bool HasThisReader(const char* path) {
   void* const handle = dlopen(path, RTLD_LAZY);
   EXPECT_NE(handle, nullptr) << dlerror();
-  const bool is_this = reader::IsThisReader(handle);
+  const bool is_this = ruxcomp::reader::IsThisReader(handle);
   if (handle != nullptr) dlclose(handle);
   return is_this;
 }
@@ -24,6 +24,6 @@ TEST(IdentityTest, AnotherReaderHasNot) {
 
 TEST(IdentityTest, AnotherLibraryHasNot) { EXPECT_FALSE(HasThisReader("libc.so.6")); }
 
-TEST(IdentityTest, NothingHasNot) { EXPECT_FALSE(reader::IsThisReader(nullptr)); }
+TEST(IdentityTest, NothingHasNot) { EXPECT_FALSE(ruxcomp::reader::IsThisReader(nullptr)); }
 
 }  // namespace

@@ -12,10 +12,10 @@
 
 namespace {
 
-using reader::Item;
-using reader::Range;
-using reader::Script;
-using reader::Section;
+using ruxcomp::reader::Item;
+using ruxcomp::reader::Range;
+using ruxcomp::reader::Script;
+using ruxcomp::reader::Section;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -168,7 +168,7 @@ void ExpectRange(const Script& script, std::string_view view, const Range& withi
 
 void ExpectItem(const Script& script, const Item& item, const StatedItem& stated) {
   EXPECT_EQ(item.key, stated.key);
-  EXPECT_EQ(reader::CookedValue(item), stated.value);
+  EXPECT_EQ(ruxcomp::reader::CookedValue(item), stated.value);
   EXPECT_EQ(item.value.size() - item.blanks_at_commas, stated.value.size());
   EXPECT_EQ(item.line, stated.line);
   const Range lines = script.JoinedLines(item.line);
@@ -177,9 +177,9 @@ void ExpectItem(const Script& script, const Item& item, const StatedItem& stated
   ExpectRange(script, item.value, lines);
   EXPECT_LE(script.RangeOf(item.key).end, script.RangeOf(item.value).begin);
 
-  const std::vector<std::string_view> parts = reader::Parts(item);
+  const std::vector<std::string_view> parts = ruxcomp::reader::Parts(item);
   ASSERT_EQ(std::vector<std::string>(parts.begin(), parts.end()), StatedParts(stated.value));
-  EXPECT_EQ(reader::FirstPart(item), parts.empty() ? std::string_view() : parts.front());
+  EXPECT_EQ(ruxcomp::reader::FirstPart(item), parts.empty() ? std::string_view() : parts.front());
   Range left{script.RangeOf(item.key).end, script.RangeOf(item.value).end};
   for (const std::string_view part : parts) {
     ExpectRange(script, part, left);
@@ -188,7 +188,7 @@ void ExpectItem(const Script& script, const Item& item, const StatedItem& stated
 }
 
 void ExpectScript(const std::string& text) {
-  const Script script(text, [](const reader::Problem&) {});
+  const Script script(text, [](const ruxcomp::reader::Problem&) {});
   EXPECT_EQ(script.text(), text);
   const std::vector<StatedSection> stated = Stated(text);
   ASSERT_EQ(script.sections().size(), stated.size());
@@ -202,7 +202,7 @@ void ExpectScript(const std::string& text) {
     ASSERT_EQ(section.item_count, stated[i].items.size());
     for (std::size_t j = 0; j < section.item_count; ++j) {
       ExpectItem(script, section.items[j], stated[i].items[j]);
-      const reader::ItemPlace place = script.PlaceOf(section.items[j]);
+      const ruxcomp::reader::ItemPlace place = script.PlaceOf(section.items[j]);
       EXPECT_EQ(place.section, i);
       EXPECT_EQ(place.item, j);
     }
@@ -254,7 +254,7 @@ std::string Told(const Script& script, std::string_view view) {
 }
 
 TEST(RangesTest, OfSections) {
-  const Script script("\n [ SEN SOR ] x\n[AB\\\nC", [](const reader::Problem&) {});
+  const Script script("\n [ SEN SOR ] x\n[AB\\\nC", [](const ruxcomp::reader::Problem&) {});
   EXPECT_EQ(script.sections()[0].name, "SENSOR");
   EXPECT_EQ(Told(script, script.sections()[0].name), "SEN SOR");
   EXPECT_EQ(Told(script, script.sections()[0].header), "[ SEN SOR ]");
@@ -265,17 +265,17 @@ TEST(RangesTest, OfSections) {
 // The second text in quotes is no part of its own: blanks are dropped outside of it, but within
 // what splitting takes for the next part.
 TEST(RangesTest, OfAPartThatLosesBlanks) {
-  const Script script("[A]\nK = \"a\" \"b,c\" , d\n", [](const reader::Problem&) {});
+  const Script script("[A]\nK = \"a\" \"b,c\" , d\n", [](const ruxcomp::reader::Problem&) {});
   const Item& item = script.sections()[0].items[0];
-  EXPECT_EQ(reader::CookedValue(item), "\"a\" \"b,c\",d");
-  const std::vector<std::string_view> parts = reader::Parts(item);
+  EXPECT_EQ(ruxcomp::reader::CookedValue(item), "\"a\" \"b,c\",d");
+  const std::vector<std::string_view> parts = ruxcomp::reader::Parts(item);
   ASSERT_EQ(parts, (std::vector<std::string_view>{"a", ",d"}));
   EXPECT_EQ(Told(script, parts[1]), ", d");
 }
 
 TEST(RangesTest, OfAnEmptyPart) {
-  const Script script("[A]\nK = a, , b,", [](const reader::Problem&) {});
-  const std::vector<std::string_view> parts = reader::Parts(script.sections()[0].items[0]);
+  const Script script("[A]\nK = a, , b,", [](const ruxcomp::reader::Problem&) {});
+  const std::vector<std::string_view> parts = ruxcomp::reader::Parts(script.sections()[0].items[0]);
   ASSERT_EQ(parts.size(), 4u);
   EXPECT_EQ(script.RangeOf(parts[1]), (Range{11, 11}));
   EXPECT_EQ(script.RangeOf(parts[3]), (Range{15, 15}));
@@ -294,7 +294,7 @@ class ProblemRangeTest : public testing::TestWithParam<ProblemRow> {};
 
 TEST_P(ProblemRangeTest, Has) {
   std::vector<std::string> bytes;
-  const Script script(GetParam().text, [&](const reader::Problem& problem) {
+  const Script script(GetParam().text, [&](const ruxcomp::reader::Problem& problem) {
     bytes.push_back(GetParam().text.substr(problem.range.begin, problem.range.size()));
   });
   EXPECT_EQ(bytes, GetParam().bytes);
@@ -322,7 +322,7 @@ TEST(RangesTest, OfManyJoinedTexts) {
 }
 
 TEST(LinesTest, AreAsInTheFile) {
-  const Script script("\xEF\xBB\xBF[A]\r\n\nK = a\\\nb", [](const reader::Problem&) {});
+  const Script script("\xEF\xBB\xBF[A]\r\n\nK = a\\\nb", [](const ruxcomp::reader::Problem&) {});
   ASSERT_EQ(script.line_count(), 4u);
   EXPECT_EQ(script.Line(1), "\xEF\xBB\xBF[A]");
   EXPECT_EQ(script.Line(2), "");
@@ -335,14 +335,14 @@ TEST(LinesTest, AreAsInTheFile) {
 }
 
 TEST(LinesTest, HaveTheirOffsets) {
-  const Script script("ab\n\nc\n", [](const reader::Problem&) {});
+  const Script script("ab\n\nc\n", [](const ruxcomp::reader::Problem&) {});
   ASSERT_EQ(script.line_count(), 3u);
   const std::vector<std::uint32_t> lines{1, 1, 1, 2, 3, 3, 3};
   for (std::size_t at = 0; at < lines.size(); ++at) EXPECT_EQ(script.LineAt(at), lines[at]) << at;
 }
 
 TEST(LinesTest, AnEmptyTextHasNone) {
-  const Script script("", [](const reader::Problem&) {});
+  const Script script("", [](const ruxcomp::reader::Problem&) {});
   EXPECT_EQ(script.line_count(), 0u);
   EXPECT_EQ(script.LineAt(0), 0u);
 }

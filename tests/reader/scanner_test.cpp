@@ -20,17 +20,17 @@ std::string Words(const std::string& message) {
 // One row per section ("line [name]"), item ("line <key> <value>") and problem ("! line text").
 std::string Dump(const std::string& text) {
   std::string problems;
-  const reader::Script script(text, [&](const reader::Problem& problem) {
-    problems +=
-        "! " + std::to_string(problem.line) + " " + Words(reader::FormatOf(problem.message));
+  const ruxcomp::reader::Script script(text, [&](const ruxcomp::reader::Problem& problem) {
+    problems += "! " + std::to_string(problem.line) + " " +
+                Words(ruxcomp::reader::FormatOf(problem.message));
   });
   std::string dump;
-  for (const reader::Section& section : script.sections()) {
+  for (const ruxcomp::reader::Section& section : script.sections()) {
     dump += std::to_string(section.line) + " [" + std::string(section.name) + "]\n";
     for (std::uint32_t i = 0; i < section.item_count; ++i) {
-      const reader::Item& item = section.items[i];
+      const ruxcomp::reader::Item& item = section.items[i];
       dump += std::to_string(item.line) + " <" + std::string(item.key) + "> <" +
-              reader::CookedValue(item) + ">\n";
+              ruxcomp::reader::CookedValue(item) + ">\n";
     }
   }
   return dump + problems;

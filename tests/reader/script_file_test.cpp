@@ -13,7 +13,7 @@
 
 namespace {
 
-using reader::ScriptFile;
+using ruxcomp::reader::ScriptFile;
 
 // The value of the one item in the script's one section.
 std::string OnlyValue(ScriptFile* file) {
@@ -88,7 +88,8 @@ TEST(ScriptFileTest, ASignalDoesNotEndTheReading) {
     stream << "second" << std::flush;
     disturb();
   });
-  const auto file = ScriptFile::Open(path, reader::kLargestScript, ScriptFile::Streams::kAny);
+  const auto file =
+      ScriptFile::Open(path, ruxcomp::reader::kLargestScript, ScriptFile::Streams::kAny);
   writer.join();
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(OnlyValue(file.get()), "firstsecond");

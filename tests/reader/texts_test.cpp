@@ -11,8 +11,8 @@
 
 namespace {
 
-using reader::ScriptFile;
-using reader::Texts;
+using ruxcomp::reader::ScriptFile;
+using ruxcomp::reader::Texts;
 
 class TextsTest : public testing::Test {
  protected:

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ruxcomp::core;
+
 namespace {
 
 template <class Payload>

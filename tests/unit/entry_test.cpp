@@ -3,6 +3,8 @@
 
 #include "tests/unit/model_test.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using EntryTest = ModelTest;

@@ -3,6 +3,8 @@
 
 #include "frontend/value_records.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 // The fields of a record: T for a text, L for a list.

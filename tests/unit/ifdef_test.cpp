@@ -3,6 +3,8 @@
 #include "frontend/section_kinds.h"
 #include "tests/unit/model_test.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 class IfdefTest : public ModelTest {

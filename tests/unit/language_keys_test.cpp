@@ -9,6 +9,8 @@
 #include "frontend/section.h"
 #include "ruxcomp/language/keys.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 namespace language = ruxcomp::language;

@@ -2,6 +2,8 @@
 #include "frontend/section.h"
 #include "tests/unit/model_test.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using LookupTest = ModelTest;

@@ -12,12 +12,13 @@
 class ModelTest : public ::testing::Test {
  protected:
   void SetUp() override { host::TakeMessages(); }
-  void TearDown() override { CRUXSection::Destory(); }
+  void TearDown() override { ruxcomp::core::CRUXSection::Destory(); }
 
   // A new section of that keyword, which must be known.
-  static CRUXSection& Create(const std::string& keyword, const std::string& file = "board.rux",
-                             std::uint32_t line = 1) {
-    CRUXSection* section = CRUXSection::Create(file, keyword, line);
+  static ruxcomp::core::CRUXSection& Create(const std::string& keyword,
+                                            const std::string& file = "board.rux",
+                                            std::uint32_t line = 1) {
+    ruxcomp::core::CRUXSection* section = ruxcomp::core::CRUXSection::Create(file, keyword, line);
     EXPECT_NE(section, nullptr) << keyword;
     return *section;
   }

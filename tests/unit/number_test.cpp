@@ -9,6 +9,8 @@
 
 #include "frontend/defined_words.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using ruxcomp::language::Number;

@@ -2,6 +2,8 @@
 #include "frontend/defined_words.h"
 #include "tests/unit/model_test.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 using PredefineTest = ModelTest;

@@ -7,6 +7,8 @@
 #include "tests/unit/model_test.h"
 #include "tests/unit/section_templates.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 class SectionKindTest : public ModelTest, public ::testing::WithParamInterface<KindRow> {};

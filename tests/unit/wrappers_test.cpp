@@ -4,6 +4,8 @@
 #include "frontend/parse.h"
 #include "tests/unit/model_test.h"
 
+using namespace ruxcomp::core;
+
 namespace {
 
 // A plug-in of tests/standins/plugin.cpp: whatever it opens has the sections GLOBAL (line 3, items
