@@ -8,6 +8,7 @@
 
 namespace ruxcomp::language {
 
+// Each views a whole literal: entries.def has them as keywords, which end in a zero.
 inline constexpr std::string_view kNoPrefix;
 inline constexpr std::string_view kPropertyPrefix = "P_";
 inline constexpr std::string_view kGlobalPrefix = "G_";
