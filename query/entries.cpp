@@ -80,9 +80,9 @@ GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* ide
 
 std::uint32_t gcGetTableData(std::uint32_t ordinal, std::uint8_t* cells) {
   constexpr std::size_t kCells = RUX_TABLE_CELLS;
-  const std::size_t start = ordinal * kCells;
-  if (g_tblTableData.size() < start + kCells) return Result(RUX_ERROR_OUT_OF_RANGE, 0u);
-  std::copy_n(g_tblTableData.begin() + static_cast<std::ptrdiff_t>(start), kCells, cells);
+  // Not by the end of the table: where addresses are short, that of a large ordinal runs over.
+  if (ordinal >= g_tblTableData.size() / kCells) return Result(RUX_ERROR_OUT_OF_RANGE, 0u);
+  std::copy_n(g_tblTableData.data() + ordinal * kCells, kCells, cells);
   return Result(RUX_ERROR_OK, 1u);
 }
 

@@ -93,6 +93,10 @@ void PrintTables(const ruxcomp::Model& model) {
     }
     std::printf("\n");
   }
+  // Times 256, these have no room in 32 bits.
+  for (const std::uint32_t ordinal : {0x01000000u, 0x80000000u, 0xFFFFFFFFu}) {
+    std::printf(" table %u: %u\n", ordinal, gcGetTableData(ordinal, cells));
+  }
   for (const std::string& name : names) {
     const std::uint32_t index = gcGetGroupIndex(name);
     if (index != 0xFFFFFFFF) std::printf(" group %s: %u\n", name.c_str(), index);
