@@ -118,6 +118,12 @@ TEST_F(VerifyTest, NothingIsWaitedFor) {
   EXPECT_EQ(ReasonAgainst(Path("fifo")), "offset 0x0, file, path: it is not a regular file");
 }
 
+// To open a socket fails, with another reason.
+TEST_F(VerifyTest, WhatIsNoRegularFileIsNotOpened) {
+  ASSERT_EQ(mknod(Path("socket").c_str(), S_IFSOCK | 0600, 0), 0);
+  EXPECT_EQ(ReasonAgainst(Path("socket")), "offset 0x0, file, path: it is not a regular file");
+}
+
 TEST_F(VerifyTest, FilesThatAreTooLargeAreNotRead) {
   Write("large.meta", sample_);
   ASSERT_EQ(truncate(Path("large.meta").c_str(), (256 << 20) + 1), 0);

@@ -22,8 +22,7 @@ namespace ruxcomp::file {
 // See ReadWholeFile.
 class WholeFile {
  public:
-  // Never waits: opening a FIFO does not block.
-  explicit WholeFile(const char* path) : number_(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+  explicit WholeFile(const char* path) : path_(path) {}
   ~WholeFile() {
     if (number_ >= 0) close(number_);
   }
@@ -32,8 +31,7 @@ class WholeFile {
 
   std::optional<Fault> Read(std::string& bytes) {
     struct stat status {};
-    if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
-    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    if (std::optional<Fault> fault = Open(status)) return fault;
     if (static_cast<unsigned long long>(status.st_size) > kMostFileBytes) {
       return FaultOf(ReasonText("it has more than {} MiB", {kMostFileBytes >> 20}));
     }
@@ -56,12 +54,24 @@ class WholeFile {
   }
 
  private:
+  // What is not a regular file is not opened: a pipe would be waited for, and a device may start to
+  // work. Should one take the place of the file meanwhile, opening it does not wait.
+  std::optional<Fault> Open(struct stat& status) {
+    if (stat(path_, &status) != 0) return SystemFault("it cannot be opened: ");
+    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    number_ = open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
+    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    return std::nullopt;
+  }
+
   static Fault FaultOf(std::string reason) { return {0, "file", "path", std::move(reason)}; }
   static Fault SystemFault(const char* failure) {
     return FaultOf(failure + std::generic_category().message(errno));
   }
 
-  const int number_;
+  const char* const path_;
+  int number_ = -1;
 };
 
 // Why the file cannot be read; none when `bytes` are its content.
