@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -24,12 +25,14 @@ struct Hidden {
 };
 
 constexpr std::int32_t kByteOrderMark = 0xFEFF;
+constexpr char kInvisible[] = "cannot be seen";
+constexpr char kLineEnd[] = "looks like the end of the line";
+constexpr char kTurning[] = "turns the direction of what is written";
 constexpr Hidden kHidden[] = {
-    {0x200B, 0x200B, "cannot be seen"},
-    {0x2028, 0x2028, "looks like the end of the line"},
-    {0x202A, 0x202E, "turns the direction of what is written"},
-    {0x2066, 0x2069, "turns the direction of what is written"},
-    {kByteOrderMark, kByteOrderMark, "cannot be seen"},
+    {0x061C, 0x061C, kTurning}, {0x200B, 0x200B, kInvisible},
+    {0x200E, 0x200F, kTurning}, {0x2028, 0x2029, kLineEnd},
+    {0x202A, 0x202E, kTurning}, {0x2060, 0x2060, kInvisible},
+    {0x2066, 0x2069, kTurning}, {kByteOrderMark, kByteOrderMark, kInvisible},
 };
 
 // The places of a byte in a text, one after the other.
@@ -65,10 +68,12 @@ class HiddenCharacterRule : public Rule {
  private:
   void CheckFile(const ScriptFile& file) {
     // What they begin with in UTF-8: scripts without these bytes are passed over quickly.
-    Places of_punctuation(file.text(), '\xE2');
-    Places of_mark(file.text(), '\xEF');
+    const std::string_view text = file.text();
+    std::array<Places, 3> places{Places(text, '\xD8'), Places(text, '\xE2'), Places(text, '\xEF')};
     while (true) {
-      Places& nearest = of_punctuation.next() < of_mark.next() ? of_punctuation : of_mark;
+      Places& nearest = *std::min_element(
+          places.begin(), places.end(),
+          [](const Places& one, const Places& other) { return one.next() < other.next(); });
       if (nearest.next() == std::string_view::npos) return;
       CheckCharacter(file, nearest.next());
       nearest.Pass();
