@@ -10,6 +10,7 @@
 
 #include "backend/symbol_tables.h"
 #include "findings/origin.h"
+#include "frontend/lifetime.h"
 #include "frontend/section.h"
 #include "frontend/text_errors.h"
 #include "ruxcomp/compile.h"
@@ -18,7 +19,7 @@
 
 namespace ruxcomp::core {
 
-std::vector<tagGCSECT*> g_GCHead;
+RUX_FROM_LOAD_TO_UNLOAD std::vector<tagGCSECT*> g_GCHead;
 
 std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
   std::unique_ptr<tagGCSECT> compiled(CreateGCSect(section.identifier));

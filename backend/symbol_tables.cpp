@@ -8,16 +8,17 @@
 #include <variant>
 #include <vector>
 
+#include "frontend/lifetime.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/records.h"
 
 extern "C" {
-#define SYMBOL_TABLE(name, class_byte, title, prefix, key) \
-  std::map<key, std::uint32_t> g_tbl##name;                \
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key)          \
+  RUX_FROM_LOAD_TO_UNLOAD std::map<key, std::uint32_t> g_tbl##name; \
   std::uint32_t g_idx##name = RUX_CLASS_##name;
 #include "ruxcomp/language/symbol_tables.def"
 
-std::vector<std::uint8_t> g_tblTableData;
+RUX_FROM_LOAD_TO_UNLOAD std::vector<std::uint8_t> g_tblTableData;
 }
 
 namespace ruxcomp::core {

@@ -2,9 +2,11 @@
 
 #include <string>
 
+#include "frontend/lifetime.h"
+
 namespace ruxcomp::core {
 
-const std::string InternedString::kEmpty;
+RUX_FROM_LOAD_TO_UNLOAD const std::string InternedString::kEmpty;
 
 InternedString& InternedString::operator=(const std::string& text) {
   text_ = text.empty() ? &kEmpty : &*m_texts.insert(text).first;

@@ -8,6 +8,7 @@
 #include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/interned_string.h"
+#include "frontend/lifetime.h"
 #include "frontend/obj.h"
 #include "frontend/parse.h"
 #include "frontend/section_kinds.h"  // IWYU pragma: keep
@@ -18,22 +19,22 @@ namespace ruxcomp::core {
 
 std::uint32_t CRUXParse::m_opened = 0;
 
-CRUXParse g_Parse;  // loads the reader plug-in
+RUX_FROM_LOAD_TO_UNLOAD CRUXParse g_Parse;  // loads the reader plug-in
 
-std::map<std::string, std::uint32_t> g_tblPreDefine;
+RUX_FROM_LOAD_TO_UNLOAD std::map<std::string, std::uint32_t> g_tblPreDefine;
 
-std::vector<std::string> CRUXObj::m_svstrIncFiles;
+RUX_FROM_LOAD_TO_UNLOAD std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
 // Before the lists, so that sections may be dropped until the lists are gone.
-ruxcomp::detail::HashSet<std::string> InternedString::m_texts;
-TextArena CRUXEntry::m_itemTexts;
+RUX_FROM_LOAD_TO_UNLOAD ruxcomp::detail::HashSet<std::string> InternedString::m_texts;
+RUX_FROM_LOAD_TO_UNLOAD TextArena CRUXEntry::m_itemTexts;
 
 // Of the lists only their own storage goes at unload, never the sections that they point to.
-std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
+RUX_FROM_LOAD_TO_UNLOAD std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
 
 #define SECTION(keyword, number, notation, form, naming, uniqueness) \
   template <>                                                        \
-  std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader{};
+  RUX_FROM_LOAD_TO_UNLOAD std::vector<CRUXSection*> CGSSection<SECTION_##keyword>::m_sHeader{};
 #include "ruxcomp/language/sections.def"
 
 }  // namespace ruxcomp::core

@@ -10,6 +10,7 @@
 
 #include "backend/compile_pass.h"
 #include "backend/symbol_tables.h"
+#include "frontend/lifetime.h"
 #include "query/name_matcher.h"
 #include "ruxcomp/records.h"
 
@@ -50,7 +51,7 @@ tagGCSECT* Cached(const Places& places, const Key& key, Offered offered) {
 
 }  // namespace
 
-SectionIndex SectionIndex::m_current;
+RUX_FROM_LOAD_TO_UNLOAD SectionIndex SectionIndex::m_current;
 
 bool SectionIndex::IsUpToDate() const {
   return generation_ == RecordsGeneration() && first_ == g_GCHead.data() &&
