@@ -3,11 +3,14 @@
 #include "tests/cross/transcript.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 
 #include "ruxcomp/ruxcomp.h"
@@ -46,6 +49,13 @@ void ClearCreationTime(const std::string& path) {
   file.write("\0\0\0\0", 4);
 }
 
+// Whatever the clock of the machine that wrote it: after what 32 bits can say.
+bool DateIn2040(const std::string& path) {
+  constexpr timespec kIn2040 = {2208988800, 0};
+  const timespec times[] = {kIn2040, kIn2040};
+  return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -53,6 +63,7 @@ int main(int argc, char** argv) {
   if (!Compile(argv[1], argv[2], argv[3])) return 1;
   ClearCreationTime(argv[2]);
   ClearCreationTime(argv[3]);
+  if (!DateIn2040(argv[2]) || !DateIn2040(argv[3])) return 1;
   PrintAnswers(argv[2]);
   PrintDebugAnswers(argv[3]);
   PrintDamage(argv[2]);
