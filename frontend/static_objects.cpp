@@ -1,6 +1,7 @@
 // The objects that live from load to unload of the library, in their order of construction; unload
 // destroys them in the reverse order. They are in one file because the order holds only within one.
 #include <cstdint>
+#include <ios>
 #include <map>
 #include <string>
 #include <vector>
@@ -18,6 +19,12 @@
 namespace ruxcomp::core {
 
 std::uint32_t CRUXParse::m_opened = 0;
+
+// Before the reader plug-in is looked for: when it is missing, the host's Output hears of it, and
+// may write to a standard stream.
+namespace {
+RUX_FROM_LOAD_TO_UNLOAD const std::ios_base::Init standard_streams;
+}
 
 RUX_FROM_LOAD_TO_UNLOAD CRUXParse g_Parse;  // loads the reader plug-in
 

@@ -269,6 +269,15 @@ TEST_F(HostProgramTest, WithoutAnyReaderOpensNothing) {
   EXPECT_EQ(RunHost("plain_host", script()), kLoadFailed + std::string("gccCompStart: 0\n"));
 }
 
+// Before its main, and before the constructors of its own objects.
+TEST_F(HostProgramTest, MayWriteToAStandardStreamWhenItIsToldOfAMissingReader) {
+  if (fs::exists(kFixedPath)) GTEST_SKIP() << "the plug-in is installed on this machine";
+  for (const char* host : {"streaming_host", "carrying_streaming_host"}) {
+    SCOPED_TRACE(host);
+    EXPECT_EQ(RunHost(host, script()), kLoadFailed + std::string("0 sensors\n"));
+  }
+}
+
 TEST_F(HostProgramTest, ThatExportsTheReadersFunctionsIsTheReader) {
   if (fs::exists(kFixedPath)) GTEST_SKIP() << "the plug-in is installed on this machine";
   EXPECT_EQ(RunHost("reader_host", script()), kLoadFailed + std::string(kReadByThePlugin));
