@@ -1,6 +1,10 @@
 // The tables of the language, where no other test states their facts by hand.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
 #include "ruxcomp/language/compiled_entries.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/file_format.h"
@@ -76,6 +80,34 @@ TEST(LanguageTest, EntryRows) {
   EXPECT_EQ(sensors->source, 0x10048001u);
   EXPECT_EQ(language::FindCompiledEntryRow(0), nullptr);
   EXPECT_EQ(language::FindEntryRow(0x1002001A), nullptr);
+}
+
+// Two rows share a keyword, and four have none.
+TEST(LanguageTest, EntriesOfAKeyword) {
+  const auto entries_of = [](std::string_view keyword) {
+    std::vector<std::uint32_t> entries;
+    for (auto* row = language::FindKeyword(keyword); row; row = language::NextOfKeyword(*row)) {
+      entries.push_back(row->source);
+    }
+    return entries;
+  };
+  using Entries = std::vector<std::uint32_t>;
+  EXPECT_EQ(entries_of("NAME"), Entries{0x10020015});
+  EXPECT_EQ(entries_of("SENSORS"), Entries{0x10048001});
+  EXPECT_EQ(entries_of("VALUE_"), (Entries{0x10080007, 0x10080008}));
+  EXPECT_EQ(entries_of(""), (Entries{0x10020012, 0x10010001, 0x10020017, 0x10100001}));
+  for (const char* key : {"name", "NAM", "NAMES", "VALUE_X", " NAME", "SENSOR"}) {
+    EXPECT_EQ(entries_of(key), Entries{}) << key;
+  }
+}
+
+TEST(LanguageTest, EveryEntryIsFoundByKeywordAndIdentifier) {
+  for (const language::EntryRow& row : language::kEntries) {
+    EXPECT_EQ(language::FindEntryRow(row.source), &row);
+    const language::EntryRow* found = language::FindKeyword(row.keyword);
+    while (found && found != &row) found = language::NextOfKeyword(*found);
+    EXPECT_EQ(found, &row) << row.name;
+  }
 }
 
 TEST(LanguageTest, References) {

@@ -2,6 +2,8 @@
 #ifndef RUXCOMP_LANGUAGE_ENTRIES_H_
 #define RUXCOMP_LANGUAGE_ENTRIES_H_
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -149,9 +151,75 @@ static_assert(!HasRow(kEntries,
                       [](const EntryRow& row) { return !BeginsWith(row.keyword, row.prefix); }),
               "a keyword begins with the prefix of its row");
 
+inline constexpr std::size_t kEntryCount = sizeof kEntries / sizeof *kEntries;
+
+// The keywords with their sizes, row by row.
+inline constexpr std::array<std::string_view, kEntryCount> kKeywords = [] {
+  std::array<std::string_view, kEntryCount> keywords{};
+  for (std::size_t row = 0; row < kEntryCount; ++row) keywords[row] = kEntries[row].keyword;
+  return keywords;
+}();
+constexpr std::string_view KeywordOf(const EntryRow& row) { return kKeywords[&row - kEntries]; }
+
+// The rows by a number below kSlots that is computed of them: those of one number in their order.
+class EntryIndex {
+ public:
+  template <class SlotOf>
+  constexpr explicit EntryIndex(SlotOf slot_of) {
+    for (std::size_t row = kEntryCount; row-- > 0;) {
+      std::uint8_t& first = first_[slot_of(kEntries[row])];
+      next_[row] = first;
+      first = static_cast<std::uint8_t>(row + 1);
+    }
+  }
+
+  constexpr const EntryRow* First(std::size_t slot) const { return At(first_[slot]); }
+  constexpr const EntryRow* Next(const EntryRow& row) const { return At(next_[&row - kEntries]); }
+
+  static constexpr std::size_t kSlots = 128;
+
+ private:
+  static constexpr const EntryRow* At(std::size_t place) {
+    return place == 0 ? nullptr : kEntries + place - 1;
+  }
+  static_assert(kEntryCount < 256, "a place is a byte");
+
+  std::array<std::uint8_t, kSlots> first_{};  // counted from 1; 0 is none
+  std::array<std::uint8_t, kEntryCount> next_{};
+};
+
+constexpr std::size_t KeywordSlot(std::string_view key) {
+  if (key.empty()) return 0;
+  const auto code = [](char c) { return static_cast<std::size_t>(static_cast<unsigned char>(c)); };
+  return (key.size() * 7 + code(key.front()) + code(key.back()) * 3 + code(key[key.size() / 2])) %
+         EntryIndex::kSlots;
+}
+inline constexpr EntryIndex kEntriesByKeyword{
+    [](const EntryRow& row) { return KeywordSlot(KeywordOf(row)); }};
+
+// The first row with that keyword, and the next one with the same; null when there is none.
+constexpr const EntryRow* WithKeyword(const EntryRow* row, std::string_view keyword) {
+  while (row != nullptr && KeywordOf(*row) != keyword) row = kEntriesByKeyword.Next(*row);
+  return row;
+}
+constexpr const EntryRow* FindKeyword(std::string_view key) {
+  return WithKeyword(kEntriesByKeyword.First(KeywordSlot(key)), key);
+}
+constexpr const EntryRow* NextOfKeyword(const EntryRow& row) {
+  return WithKeyword(kEntriesByKeyword.Next(row), KeywordOf(row));
+}
+
+constexpr std::size_t IdentifierSlot(std::uint32_t source) {
+  return (source ^ source >> 13 ^ source >> 10) % EntryIndex::kSlots;
+}
+inline constexpr EntryIndex kEntriesByIdentifier{
+    [](const EntryRow& row) { return IdentifierSlot(row.source); }};
+
 // The row of an identifier of the source model, or of the meta file; null when there is none.
 constexpr const EntryRow* FindEntryRow(std::uint32_t source) {
-  return FindRow(kEntries, [&](const EntryRow& row) { return row.source == source; });
+  const EntryRow* row = kEntriesByIdentifier.First(IdentifierSlot(source));
+  while (row != nullptr && row->source != source) row = kEntriesByIdentifier.Next(*row);
+  return row;
 }
 constexpr const EntryRow* FindCompiledEntryRow(std::uint32_t compiled) {
   return FindRow(

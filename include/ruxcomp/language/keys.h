@@ -4,7 +4,6 @@
 #ifndef RUXCOMP_LANGUAGE_KEYS_H_
 #define RUXCOMP_LANGUAGE_KEYS_H_
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -13,30 +12,23 @@
 
 namespace ruxcomp::language {
 
-inline constexpr std::size_t kTemplateCount = sizeof kEntryTemplates / sizeof *kEntryTemplates;
-
-// The keywords of kEntryTemplates, in the same order.
-inline constexpr std::array<std::string_view, kTemplateCount> kTemplateKeywords = [] {
-  std::array<std::string_view, kTemplateCount> keywords{};
-  for (std::size_t i = 0; i < kTemplateCount; ++i) {
-    keywords[i] = FindEntryRow(kEntryTemplates[i].identifier)->keyword;
-  }
-  return keywords;
-}();
-
 // How many rows of a kind take keys; as a row, it says that none takes the key.
 constexpr std::size_t KeyRowCount(const SectionKind& kind) {
   return kind.templates.size() + kind.free_entries.size();
 }
 
+// Where the template for that entry is; the number of templates when there is none.
+constexpr std::size_t PlaceOfTemplate(const SectionKind& kind, std::uint32_t entry) {
+  std::size_t row = 0;
+  while (row < kind.templates.size() && kind.templates[row].identifier != entry) ++row;
+  return row;
+}
+
 // The template of that keyword.
 constexpr std::size_t FindTemplateRow(const SectionKind& kind, std::string_view key) {
-  const auto first = static_cast<std::size_t>(kind.templates.begin() - kEntryTemplates);
-  for (std::size_t row = 0; row < kind.templates.size(); ++row) {
-    const std::string_view keyword = kTemplateKeywords[first + row];
-    // The last characters differ in most keywords of one length.
-    const bool may_match = key.size() == keyword.size() && key.back() == keyword.back();
-    if (may_match && key == keyword) return row;
+  for (const EntryRow* entry = FindKeyword(key); entry != nullptr; entry = NextOfKeyword(*entry)) {
+    const std::size_t row = PlaceOfTemplate(kind, entry->source);
+    if (row < kind.templates.size()) return row;
   }
   return KeyRowCount(kind);
 }
