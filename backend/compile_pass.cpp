@@ -1,11 +1,8 @@
 #include "backend/compile_pass.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "backend/symbol_tables.h"
@@ -21,50 +18,64 @@ namespace ruxcomp::core {
 
 RUX_FROM_LOAD_TO_UNLOAD std::vector<tagGCSECT*> g_GCHead;
 
+namespace {
+// The word at `place` becomes the number of words after it.
+void StoreCountAt(std::size_t place, std::vector<std::uint32_t>& words) {
+  words[place] = static_cast<std::uint32_t>(words.size() - place - 1);
+}
+}  // namespace
+
 std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
-  std::unique_ptr<tagGCSECT> compiled(CreateGCSect(section.identifier));
-  if (!compiled) return 0;
-  const auto given = std::count_if(section.entries.begin(), section.entries.end(), IsGiven);
-  compiled->entries.reserve(static_cast<std::size_t>(given));
-  for (const auto& entry : section.entries) {
+  const SectionKind* kind = FindSourceKind(section.identifier);
+  if (!kind || !kind->IsCompiled()) return 0;
+  std::vector<std::uint32_t>& words = out_.words;
+  words.insert(words.end(), {kind->compiled, 0});
+  const std::size_t count_at = words.size() - 1;
+  for (const CRUXEntry* entry : section.entries) {
     if (!IsGiven(entry)) continue;
-    findings::Examine(section.OriginOf(*entry));
-    tagGCENTRY record{GetEntryName(entry->identifier, entry->name), {}};
     // An entry without compiled form ends the section: what follows it is left out.
-    if (record.identifier == 0) break;
-    SetEntryValues(section.identifier, *entry, record);
-    compiled->entries.push_back(std::move(record));
+    if (!CompileEntry(section, *entry)) break;
+    ++words[count_at];
   }
-  // `compiled` owns it until there is room: push_back may raise.
-  g_GCHead.push_back(nullptr);
-  g_GCHead.back() = compiled.release();
+  ++out_.count;
   return 1;
 }
 
-std::uint32_t Compile() {
-  ModelCompiler compiler;
-  for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
-    for (const CRUXSection* section : *head) {
-      if (!compiler.CompileSection(*section)) break;  // nor are the others of its kind
+bool ModelCompiler::CompileEntry(const CRUXSection& section, const CRUXEntry& entry) {
+  findings::Examine(section.OriginOf(entry));
+  const std::uint32_t identifier = GetEntryName(entry);
+  if (identifier == 0) return false;
+  out_.words.insert(out_.words.end(), {identifier, 0});
+  const std::size_t count_at = out_.words.size() - 1;
+  SetEntryValues(section.identifier, entry);
+  StoreCountAt(count_at, out_.words);
+  return true;
+}
+
+void Compile(CompiledSections& out) {
+  ModelCompiler compiler(out);
+  try {
+    for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
+      for (const CRUXSection* section : *head) {
+        if (!compiler.CompileSection(*section)) break;  // nor are the others of its kind
+      }
     }
+  } catch (...) {
+    compiler.Finish();  // later runs go on with the indices of this one
+    throw;
   }
-  return 1;
+  compiler.Finish();
 }
 
-tagGCSECT* CreateGCSect(std::uint32_t section_id) {
-  const SectionKind* kind = FindSourceKind(section_id);
-  return kind && kind->IsCompiled() ? new tagGCSECT{kind->compiled, {}} : nullptr;
-}
-
-std::uint32_t GetEntryName(std::uint32_t entry_id, const std::string& key) {
+std::uint32_t ModelCompiler::GetEntryName(const CRUXEntry& entry) {
   // A name that no table has is added without an index and yields 0.
-  switch (entry_id) {
+  switch (entry.identifier) {
 #define FIXED_ENTRY(name, keyword, payload, number, compiled) \
   case ENTRY_##name:                                          \
     return RUX_ENTRY_##name;
-#define NAMED_ENTRY(name, keyword, payload, number, table, prefix) \
-  case ENTRY_##name:                                               \
-    return g_tbl##table[TextAfter(key, prefix.size())];
+#define NAMED_ENTRY(row, keyword, payload, number, table, prefix) \
+  case ENTRY_##row:                                               \
+    return interner_.Name<CLASS_##table>(TextAfter(entry.name, (prefix).size()));
 #define PLAIN_ENTRY(name, keyword, payload, number) \
   case ENTRY_##name:                                \
     return 0;
@@ -96,8 +107,8 @@ std::uint32_t gccOutput(const std::string& path) {
   struct ReleaseAtEnd {
     ~ReleaseAtEnd() { CompDestory(); }
   } release_at_end;
-  std::uint32_t ok = InitTblD() & 1;
-  ok &= Compile();
-  ok &= WriteMeta(path);
-  return ok;
+  const std::uint32_t ok = InitTblD() & 1;
+  CompiledSections compiled;
+  Compile(compiled);
+  return ok & WriteMeta(path, compiled);
 }

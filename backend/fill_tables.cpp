@@ -3,12 +3,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "backend/symbol_tables.h"
 #include "findings/origin.h"
 #include "frontend/defined_words.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/text_errors.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
@@ -46,10 +49,10 @@ void ForEachKey(const KeySource& source, Use use) {
   const EntryRow& row = *FindEntryRow(source.entry);
   for (const CRUXSection* section : SectionsOf(source.section)) {
     if (source.is_text) {
-      if (const std::string* text = FindText(section, source.entry)) use(*text);
+      if (const std::optional<Text> text = FindText(section, source.entry)) use(*text);
       continue;
     }
-    for (const auto& entry : section->entries) {
+    for (const CRUXEntry* entry : section->entries) {
       if (entry && entry->identifier == source.entry) {
         use(TextAfter(entry->name, row.prefix.size()));
       }
@@ -57,15 +60,15 @@ void ForEachKey(const KeySource& source, Use use) {
   }
 }
 
-void InsertKey(std::uint32_t base, const std::string& key) {
+void InsertKey(std::uint32_t base, std::string_view key) {
   const SymbolTable& symbols = *FindSymbolTable(base);
-  InsertTbl(*std::get<StringTable*>(symbols.table), *symbols.counter, key, kStep);
+  InsertTbl(*std::get<StringTable*>(symbols.table), *symbols.counter, std::string(key), kStep);
 }
 
 void FillNames(std::uint32_t table) {
   for (const FixedKey& key : FixedKeysOf(table)) InsertKey(table, key.text);
   for (const KeySource& source : KeySourcesOf(table)) {
-    ForEachKey(source, [&](const std::string& key) { InsertKey(table, key); });
+    ForEachKey(source, [&](std::string_view key) { InsertKey(table, key); });
   }
 }
 
@@ -75,13 +78,13 @@ using Cells = std::array<std::uint8_t, kTableCells>;
 void ApplyRow(const CRUXEntry& row, Cells& cells) {
   std::uint32_t value = 0;
   findings::ExaminePart(0);
-  if (const auto* text = row.m_RuxEntryData.Get<std::string>()) StringToLong(*text, value);
-  const CellRange range = SplitCellRange(row.name.text());
+  if (const auto text = row.m_RuxEntryData.text()) StringToLong(*text, value);
+  const CellRange range = SplitCellRange(row.name);
   std::uint32_t low = 0;
   std::uint32_t high = 0;
   findings::ExaminePart(findings::Origin::kKey);
-  StringToLong(std::string(range.low), low);
-  StringToLong(std::string(range.high), high);
+  StringToLong(range.low, low);
+  StringToLong(range.high, high);
   for (std::size_t cell = low; cell <= high && cell < cells.size(); ++cell) {
     cells[cell] = static_cast<std::uint8_t>(value);
   }
@@ -93,10 +96,10 @@ void FillTableNamesAndCells() {
   // Not cleared between tables: cells that no row sets keep the value of the table before.
   Cells cells{};
   for (const CRUXSection* table : SectionsOf(SECTION_TABLE)) {
-    const std::string* name = FindText(table, ENTRY_NAME);
+    const std::optional<Text> name = FindText(table, ENTRY_NAME);
     if (!name) continue;
     InsertKey(CLASS_TableName, *name);
-    for (const auto& entry : table->entries) {
+    for (const CRUXEntry* entry : table->entries) {
       if (!entry || entry->identifier != ENTRY_TABLE_ROW) continue;
       findings::Examine(table->OriginOf(*entry));
       ApplyRow(*entry, cells);

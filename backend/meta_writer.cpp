@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <ctime>
 #include <string>
@@ -25,6 +27,8 @@ namespace {
 using namespace meta_format;
 
 using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kWordsAtOnce = std::size_t{16} << 10;
 using Keys =
     std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;  // or null
 
@@ -76,10 +80,10 @@ std::size_t SizeOf(const tagGCSECT& section) {
   return size;
 }
 
-std::size_t SectionsSize() {
+std::size_t SectionsSize(const CompiledSections& compiled) {
   std::size_t size = kWordSize;
   for (const tagGCSECT* section : g_GCHead) size += SizeOf(*section);
-  return size;
+  return size + compiled.words.size() * kWordSize;
 }
 
 // The head of the file: all that comes before the sections. `end` is where they end.
@@ -116,21 +120,38 @@ void AppendSection(Bytes& bytes, const tagGCSECT& section) {
   }
 }
 
-void WriteSections(FileWriter& file) {
-  AppendWord(file.bytes(), static_cast<std::uint32_t>(g_GCHead.size()));
+void WriteWords(FileWriter& file, const std::vector<std::uint32_t>& words) {
+  for (std::size_t at = 0; at < words.size();) {
+    const std::size_t count = std::min(words.size() - at, kWordsAtOnce);
+    AppendWords(file.bytes(), words.data() + at, count);
+    file.WriteWhenLarge();
+    at += count;
+  }
+}
+
+void WriteSections(FileWriter& file, const CompiledSections& compiled) {
+  AppendWord(file.bytes(), static_cast<std::uint32_t>(g_GCHead.size() + compiled.count));
   for (const tagGCSECT* section : g_GCHead) {
     AppendSection(file.bytes(), *section);
     file.WriteWhenLarge();
   }
+  WriteWords(file, compiled.words);
 }
 
-void AppendKey(Bytes& bytes, const std::string* key) {
-  if (key) bytes.insert(bytes.end(), key->begin(), key->end());
-  bytes.push_back(0);
+void WriteKeys(FileWriter& file, const std::vector<const std::string*>& keys) {
+  for (const std::string* key : keys) {
+    Bytes& bytes = file.bytes();
+    if (key) bytes.insert(bytes.end(), key->begin(), key->end());
+    bytes.push_back(0);
+    file.WriteWhenLarge();
+  }
 }
 
-void AppendKey(Bytes& bytes, const std::uint32_t* key) {
-  AppendWord(bytes, key ? *key : kNoNumber);
+void WriteKeys(FileWriter& file, const std::vector<const std::uint32_t*>& keys) {
+  std::vector<std::uint32_t> words(keys.size());
+  std::transform(keys.begin(), keys.end(), words.begin(),
+                 [](const std::uint32_t* key) { return key ? *key : kNoNumber; });
+  WriteWords(file, words);
 }
 
 // Starts a block with its class and length.
@@ -142,13 +163,7 @@ void StartBlock(FileWriter& file, std::uint32_t base, std::uint32_t length) {
 
 void WriteTbl(FileWriter& file, const TableBlock& block) {
   StartBlock(file, block.base, block.length);
-  const auto write = [&](const auto& keys) {
-    for (const auto* key : keys) {
-      AppendKey(file.bytes(), key);
-      file.WriteWhenLarge();
-    }
-  };
-  std::visit(write, block.keys);
+  std::visit([&](const auto& keys) { WriteKeys(file, keys); }, block.keys);
 }
 
 void WriteTableData(FileWriter& file) {
@@ -158,12 +173,12 @@ void WriteTableData(FileWriter& file) {
 
 }  // namespace
 
-std::uint32_t WriteMeta(const std::string& path) {
+std::uint32_t WriteMeta(const std::string& path, const CompiledSections& compiled) {
   FileWriter file(path);
   if (!file.is_open()) return 0;
   const std::vector<TableBlock> blocks = SymbolBlocks();
-  file.bytes() = Head(blocks, kSectionsOffset + SectionsSize());
-  WriteSections(file);
+  file.bytes() = Head(blocks, kSectionsOffset + SectionsSize(compiled));
+  WriteSections(file, compiled);
   for (const TableBlock& block : blocks) WriteTbl(file, block);
   WriteTableData(file);
   return file.Close() ? 1 : 0;

@@ -1,16 +1,18 @@
 // The first pass over the entries: each by itself, its texts turned into its payload. Values have a
 // file of their own.
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "findings/origin.h"
+#include "frontend/arena.h"
 #include "frontend/check_context.h"
 #include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/obj.h"
 #include "frontend/report.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
-#include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/parts.h"
 #include "ruxcomp/language/sections.h"
@@ -21,26 +23,18 @@ namespace ruxcomp::core {
 
 namespace {
 
-// The keyword of an entry identifier; null when there is none.
-const char* KeywordOf(std::uint32_t identifier) {
-  for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
-    if (g_NTMapEntry[row].identifier == identifier) return g_NTMapEntry[row].keyword;
-  }
-  return nullptr;
-}
-
 // A table row's name is one cell or "low.high".
-bool IsCellRange(const std::string& name) {
+bool IsCellRange(std::string_view name) {
   const CellRange range = SplitCellRange(name);
   std::uint32_t low = 0;
   std::uint32_t high = 0;
-  if (!StringToLong(std::string(range.low), low)) return false;
-  if (!StringToLong(std::string(range.high), high)) return false;
+  if (!StringToLong(range.low, low)) return false;
+  if (!StringToLong(range.high, high)) return false;
   return high < kTableCells && low <= high;
 }
 
 // Whether a name of the script's own has the form.
-bool HasForm(const std::string& name, NameForm form) {
+bool HasForm(std::string_view name, NameForm form) {
   std::uint32_t number = 0;
   switch (form) {
     case NameForm::kAny:
@@ -58,13 +52,13 @@ bool HasForm(const std::string& name, NameForm form) {
 }  // namespace
 
 std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
-  const char* keyword = KeywordOf(identifier);
-  if (!keyword) return 0;
+  const EntryRow* row = FindEntryRow(identifier);
+  if (!row) return 0;
+  const std::string_view keyword = KeywordOf(*row);
   if (name == keyword) return 1;
   const CheckContext of_key = context.At(findings::Origin::kKey);
-  if ((notation & kFreeName) && HasPrefix(name.text(), keyword) &&
-      HasForm(name.text().substr(std::char_traits<char>::length(keyword)),
-              NameFormOf(identifier))) {
+  if ((notation & kFreeName) && HasPrefix(name, keyword) &&
+      HasForm(name.text().view().substr(keyword.size()), NameFormOf(identifier))) {
     return 1;
   }
   ReportEntry<MessageId::kInvalidEntryName>(*this, of_key);
@@ -72,15 +66,15 @@ std::uint32_t CRUXEntry::ChkEntryName(const CheckContext& context) {
 }
 
 void ReportMissing(const CRUXObj& unfilled, const CheckContext& context) {
-  const char* keyword = KeywordOf(unfilled.identifier);  // an unfilled entry has no name itself
+  const EntryRow* row = FindEntryRow(unfilled.identifier);  // an unfilled entry has no name itself
   ReportAt<MessageId::kMissingEntry>(unfilled, {context.section.OwnOrigin()}, context.section.name,
-                                     std::string(keyword ? keyword : ""));
+                                     row ? KeywordOf(*row) : std::string_view());
 }
 
 std::uint32_t CRUXEntry::ChkEntryExist(const CheckContext& context) {
   if (m_RuxEntryData.HasData() || !(notation & kRequired)) return 1;
   ReportMissing(*this, context);
-  name = std::string();  // a restored entry may have one
+  name = std::string_view();  // a restored entry may have one
   return 0;
 }
 
@@ -98,27 +92,30 @@ bool CRUXEntry::PassesCommonChecks(const CheckContext& context, PayloadType type
   return false;
 }
 
-bool CRUXEntry::TakeFirstItem(const CheckContext& context, unsigned int pass, std::string& text) {
+bool CRUXEntry::TakeFirstItem(const CheckContext& context, unsigned int pass, Text& text) {
   Splitter parts(text_);
   if (parts.IsAtEnd()) {
     ReportEntry<MessageId::kMissingValue>(*this, context);
     return false;
   }
-  text = parts.Next();
+  const std::string_view first = parts.Next();
   if (!parts.IsAtEnd()) ReportEntry<MessageId::kSurplusValues>(*this, context.At(1));
+  text = pass == kWholeModel ? Arena::Cut(first) : m_arena.Add(first);
   DropItems(pass);
   return true;
 }
 
 std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) {
-  auto* number = m_RuxEntryData.Get<std::uint32_t>();
-  if (number) *number = 0;
+  if (m_RuxEntryData.number()) m_RuxEntryData.Set(0u);
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_DWORD, answer)) return answer;
-  std::string text;
+  Text text;
   if (!TakeFirstItem(context, pass, text)) return 0;
   const CheckContext of_text = context.At(0);
-  if (WordOrNumber(text, *number)) return 1;
+  std::uint32_t number = 0;
+  const std::uint32_t is_known = WordOrNumber(text, number);
+  m_RuxEntryData.Set(number);
+  if (is_known) return 1;
   // A defined word with a text that means nothing is let pass and is 0.
   if (identifier == ENTRY_DEFINED_WORD) return 1;
   ReportEntry<MessageId::kUndefinedWord>(*this, of_text, text);
@@ -128,8 +125,9 @@ std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) 
 std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_STRING, answer)) return answer;
-  std::string& text = *m_RuxEntryData.Get<std::string>();
+  Text text;
   if (!TakeFirstItem(context, pass, text)) return 0;
+  m_RuxEntryData.Set(text);
   // The one text that may be empty.
   if (TextUseOf(context.section.identifier, identifier) == TextUse::kMayBeEmpty) return 1;
   const CheckContext of_text = context.At(0);
@@ -146,13 +144,13 @@ std::uint32_t CGESTRING::IsValid(const CheckContext& context, unsigned int pass)
 std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_STRINGLIST, answer)) return answer;
-  TextList& list = *m_RuxEntryData.Get<TextList>();
-  list = ListItems();
+  const TextList list = ListItems();
+  m_RuxEntryData.Set(list);
   DropItems(pass);
   if (IsNumericList(identifier)) return 1;  // its elements are references: second pass
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
-  for (const std::string& element : list) {
+  for (const std::string_view element : list) {
     const CheckContext of_element = context.At(part++);
     std::uint32_t number = 0;
     if (WordOrNumber(element, number)) continue;
@@ -165,19 +163,20 @@ std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int p
 std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_REPEATER, answer)) return answer;
-  const TextList items = ListItems();
-  if (items.empty()) {
+  Splitter parts(text_);
+  const std::size_t count = CountParts(parts);
+  if (count == 0) {
     ReportEntry<MessageId::kMissingValue>(*this, context);
     return 0;
   }
-  if (items.size() == 1) {
+  if (count == 1) {
     ReportEntry<MessageId::kIncompleteRepeater>(*this, context);
     return 0;
   }
-  auto& record = *m_RuxEntryData.Get<RepeaterRecord>();
-  record.Count = items[0];
-  record.Action = items[1];
-  record.Args.assign(items.begin() + 2, items.end());
+  RepeaterRecord& record = *m_RuxEntryData.repeater();
+  record.Count = parts.Next();
+  record.Action = parts.Next();
+  record.Args = Keep(parts, count - 2);
   DropItems(pass);
   return 1;
 }

@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
-#include <string>
 #include <string_view>
 
 #include "findings/origin.h"
 #include "frontend/defined_words.h"
 #include "frontend/entry.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
@@ -57,13 +57,13 @@ void ForEachSection(SectionId kind, Use use) {
   for (const CRUXSection* section : SectionsOf(kind)) use(ordinal++, section);
 }
 
-const std::string* TextOf(const CRUXEntry* entry) {
-  return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
+std::optional<Text> TextOf(const CRUXEntry* entry) {
+  return entry ? entry->m_RuxEntryData.text() : std::nullopt;
 }
 
 void AddEntryNames(const CRUXSection& section, EntryId id, HashSet<std::string_view>& index) {
-  for (const auto& entry : section.entries) {
-    if (entry && entry->identifier == id) index.insert(entry->name.text());
+  for (const CRUXEntry* entry : section.entries) {
+    if (entry && entry->identifier == id) index.insert(entry->name);
   }
 }
 
@@ -78,7 +78,7 @@ auto IndexGlobals() {
 auto IndexGroupLines() {
   HashMap<std::string_view, std::uint32_t> index;
   for (const CRUXSection* group : SectionsOf(SECTION_GROUP)) {
-    const std::string* name = FindText(group, ENTRY_NAME);
+    const std::optional<Text> name = FindText(group, ENTRY_NAME);
     if (!name) continue;
     std::uint32_t& smallest = index.try_emplace(*name, group->line).first->second;
     smallest = std::min(smallest, group->line);
@@ -93,7 +93,7 @@ auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view
   index.by_key.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
-    if (const std::string* name = TextOf(entry)) {
+    if (const std::optional<Text> name = TextOf(entry)) {
       index.Add(*name, {ordinal, section, entry});
     } else if (!index.without) {
       index.without = {ordinal, section, nullptr};
@@ -107,7 +107,7 @@ auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
   index.by_key.reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
-    const std::string* id = TextOf(entry);
+    const std::optional<Text> id = TextOf(entry);
     if (!id) return;
     const FirstDefinition definition = {ordinal, section, entry};
     if (!index.with) index.with = definition;
@@ -121,9 +121,9 @@ auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
 auto ModelIndex::IndexEntries(SectionId kind) -> FirstDefinitions<std::string_view> {
   FirstDefinitions<std::string_view> index;
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
-    for (const auto& entry : section->entries) {
+    for (const CRUXEntry* entry : section->entries) {
       if (!IsGiven(entry)) continue;
-      index.Add(entry->name.text(), {ordinal, section, entry.get()});
+      index.Add(entry->name, {ordinal, section, entry});
     }
   });
   return index;
@@ -164,13 +164,13 @@ bool ModelIndex::HasRepeatedOrRaisingId(SectionId kind) {
   return ids.has_repeat || ids.raising;
 }
 
-bool ModelIndex::Numbers::Add(const std::string& text, const findings::Origin& origin) {
+bool ModelIndex::Numbers::Add(std::string_view text, const findings::Origin& origin) {
   std::uint32_t number = 0;
   try {
     if (NumberOrWord(text, number)) numbers_.insert(number);
     return true;
   } catch (const std::out_of_range&) {
-    raising_ = &text;
+    raising_ = text;
     at_ = origin;
     return false;
   }
@@ -191,7 +191,7 @@ ModelIndex::Numbers ModelIndex::IndexIdsAndWords(SectionId kind) {
   index.Reserve(SectionsOf(kind).size());
   for (const CRUXSection* section : SectionsOf(kind)) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
-    const std::string* id = TextOf(entry);
+    const std::optional<Text> id = TextOf(entry);
     if (id && !index.Add(*id, section->OriginOf(*entry, 0))) break;
   }
   return index;
@@ -201,10 +201,10 @@ ModelIndex::Numbers ModelIndex::IndexLists() {
   Numbers index;
   for (const CRUXSection* group : SectionsOf(SECTION_PELMGROUP)) {
     const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
-    const TextList* list = sensors ? sensors->m_RuxEntryData.Get<TextList>() : nullptr;
+    const std::optional<TextList> list = sensors ? sensors->m_RuxEntryData.list() : std::nullopt;
     if (!list) continue;
     std::uint32_t part = 0;
-    for (const std::string& element : *list) {
+    for (const std::string_view element : *list) {
       if (!index.Add(element, group->OriginOf(*sensors, part++))) return index;
     }
   }

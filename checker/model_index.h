@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "findings/origin.h"
@@ -86,13 +85,13 @@ class ModelIndex {
    public:
     void Reserve(std::size_t count) { numbers_.reserve(count); }
     // Reads a number or a defined word; any other text counts for nothing. False when it raises.
-    bool Add(const std::string& text, const findings::Origin& origin);
+    bool Add(std::string_view text, const findings::Origin& origin);
     // Whether the walk finds the number; raises what it raises before it does.
     bool Has(std::uint32_t number) const;
 
    private:
     ruxcomp::detail::HashSet<std::uint32_t> numbers_;
-    const std::string* raising_ = nullptr;
+    std::optional<std::string_view> raising_;
     findings::Origin at_ = {};  // of the raising text
   };
 

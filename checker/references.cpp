@@ -1,6 +1,7 @@
 // The second pass over the entries: what they refer to must exist.
 #include <cstdint>
-#include <string>
+#include <optional>
+#include <string_view>
 
 #include "checker/model_index.h"
 #include "findings/finding.h"
@@ -9,6 +10,7 @@
 #include "frontend/entry.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/text_errors.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
@@ -25,28 +27,28 @@ namespace {
 // a number; a defined word is not one.
 bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
   number = 0;
-  const std::string* text = FindText(&section, ENTRY_ARGNUMBER);
+  const std::optional<Text> text = FindText(&section, ENTRY_ARGNUMBER);
   return !text || text->empty() || StringToLong(*text, number);
 }
 
 // Whether a section has the name that a text refers to, or none need have it.
-bool HasName(const Reference& reference, const std::string& text, ModelIndex& index) {
+bool HasName(const Reference& reference, std::string_view text, ModelIndex& index) {
   return (reference.unless == RefersUnless::kRoot && text == kRootGroup) ||
          index.ByName(reference.target, text) != nullptr;
 }
 
 // The same of a number, which is there when has(number).
 template <class Has>
-bool HasNumber(const Reference& reference, const std::string& text, Has has) {
+bool HasNumber(const Reference& reference, std::string_view text, Has has) {
   std::uint32_t number = 0;
   if (!NumberOrWord(text, number)) return false;
   return (reference.unless == RefersUnless::kZero && number == 0) || has(number);
 }
-bool HasId(const Reference& reference, const std::string& text, ModelIndex& index) {
+bool HasId(const Reference& reference, std::string_view text, ModelIndex& index) {
   return HasNumber(reference, text,
                    [&](std::uint32_t id) { return index.HasId(reference.target, id); });
 }
-bool IsListed(const Reference& reference, const std::string& text, ModelIndex& index) {
+bool IsListed(const Reference& reference, std::string_view text, ModelIndex& index) {
   return HasNumber(reference, text, [&](std::uint32_t id) { return index.IsListed(id); });
 }
 
@@ -54,16 +56,17 @@ bool IsListed(const Reference& reference, const std::string& text, ModelIndex& i
 struct Referent {
   SectionId target;
   EntryId key;
-  bool (*is_there)(const Reference& reference, const std::string& text, ModelIndex& index);
-  void (*report)(const CRUXEntry& entry, const CheckContext& context, const std::string& text);
+  bool (*is_there)(const Reference& reference, std::string_view text, ModelIndex& index);
+  void (*report)(const CRUXEntry& entry, const CheckContext& context, const std::string_view& text);
 };
 constexpr Referent kReferents[] = {
-    {SECTION_GROUP, ENTRY_NAME, HasName, ReportEntry<MessageId::kUnknownParentGroup, std::string>},
-    {SECTION_SENSOR, ENTRY_ID, HasId, ReportEntry<MessageId::kUnknownSensor, std::string>},
+    {SECTION_GROUP, ENTRY_NAME, HasName,
+     ReportEntry<MessageId::kUnknownParentGroup, std::string_view>},
+    {SECTION_SENSOR, ENTRY_ID, HasId, ReportEntry<MessageId::kUnknownSensor, std::string_view>},
     {SECTION_PELMGROUP, ENTRY_ID, HasId,
-     ReportEntry<MessageId::kUnknownParentPelmgroup, std::string>},
+     ReportEntry<MessageId::kUnknownParentPelmgroup, std::string_view>},
     {SECTION_PELMGROUP, ENTRY_SENSORS, IsListed,
-     ReportEntry<MessageId::kUnlistedSensor, std::string>},
+     ReportEntry<MessageId::kUnlistedSensor, std::string_view>},
 };
 
 constexpr const Referent* FindReferent(const Reference& reference) {
@@ -80,25 +83,25 @@ constexpr std::uint32_t kRepeatedAction = 1;
 
 }  // namespace
 
-std::uint32_t CRUXEntry::ChkActionName(const std::string& action, const CheckContext& context) {
+std::uint32_t CRUXEntry::ChkActionName(std::string_view action, const CheckContext& context) {
   if (context.index->ByName(SECTION_ACTION, action)) return 1;
   ReportEntry<MessageId::kUnknownAction>(*this, context, action);
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkTableName(const std::string& table, const CheckContext& context) {
+std::uint32_t CRUXEntry::ChkTableName(std::string_view table, const CheckContext& context) {
   if (context.index->ByName(SECTION_TABLE, table)) return 1;
   ReportEntry<MessageId::kUnknownTable>(*this, context, table);
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkGlobalName(const std::string& global, const CheckContext& context) {
+std::uint32_t CRUXEntry::ChkGlobalName(std::string_view global, const CheckContext& context) {
   if (context.index->HasGlobal(global)) return 1;
   ReportEntry<MessageId::kUnknownGlobal>(*this, context, global);
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CheckContext& context,
+std::uint32_t CRUXEntry::ChkArgName(std::string_view arg, const CheckContext& context,
                                     std::uint32_t index) {
   std::uint32_t bound = index;
   const bool bounded = !IsAction(context.section) || ReadArgNumber(context.section, bound);
@@ -110,14 +113,14 @@ std::uint32_t CRUXEntry::ChkArgName(const std::string& arg, const CheckContext& 
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkDigital(const std::string& text, const CheckContext& context) {
+std::uint32_t CRUXEntry::ChkDigital(std::string_view text, const CheckContext& context) {
   std::uint32_t number = 0;
   if (NumberOrWord(text, number)) return 1;
   ReportEntry<MessageId::kUndefinedWord>(*this, context, text);
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint32_t count,
+std::uint32_t CRUXEntry::ChkActionParamNum(std::string_view action, std::uint32_t count,
                                            const CheckContext& context) {
   const ModelIndex::FirstDefinition* called =
       context.index->ByNameOrNameless(SECTION_ACTION, action);
@@ -132,7 +135,7 @@ std::uint32_t CRUXEntry::ChkActionParamNum(const std::string& action, std::uint3
   return 0;
 }
 
-std::uint32_t CRUXEntry::ChkReference(const Reference& reference, const std::string& text,
+std::uint32_t CRUXEntry::ChkReference(const Reference& reference, std::string_view text,
                                       const CheckContext& context) {
   const Referent& referent = *FindReferent(reference);
   if (referent.is_there(reference, text, *context.index)) return 1;
@@ -141,27 +144,27 @@ std::uint32_t CRUXEntry::ChkReference(const Reference& reference, const std::str
 }
 
 std::uint32_t CGESTRING::IsValidEx(const CheckContext& context, unsigned int) {
-  const std::string* text = m_RuxEntryData.Get<std::string>();
+  const std::optional<Text> text = m_RuxEntryData.text();
   const Reference* reference = FindReference(context.section.identifier, identifier);
   return !text || !reference ? 1 : ChkReference(*reference, *text, context.At(0));
 }
 
 std::uint32_t CGESTRINGLIST::IsValidEx(const CheckContext& context, unsigned int) {
-  const TextList* list = m_RuxEntryData.Get<TextList>();
+  const std::optional<TextList> list = m_RuxEntryData.list();
   const Reference* reference = FindReference(context.section.identifier, identifier);
   if (!list || !reference) return 1;
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
-  for (const std::string& element : *list) {
+  for (const std::string_view element : *list) {
     ok &= ChkReference(*reference, element, context.At(part++));
   }
   return ok;
 }
 
 std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) {
-  const RepeaterRecord* record = m_RuxEntryData.Get<RepeaterRecord>();
+  const RepeaterRecord* record = m_RuxEntryData.repeater();
   if (!record) return 1;
-  const auto check_number = [&](const std::string& text, std::uint32_t part) {
+  const auto check_number = [&](std::string_view text, std::uint32_t part) {
     const CheckContext of_text = context.At(part);
     return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, of_text)
                                           : ChkDigital(text, of_text);
@@ -169,7 +172,7 @@ std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) 
   std::uint32_t ok = ChkActionName(record->Action, context.At(kRepeatedAction));
   ok &= check_number(record->Count, 0);
   std::uint32_t part = kRepeatedAction;
-  for (const std::string& argument : record->Args) {
+  for (const std::string_view argument : record->Args) {
     ++part;
     // Arguments are let pass unchecked here; only their number counts.
     if (!HasPrefix(argument, kArgumentPrefix)) ok &= check_number(argument, part);

@@ -1,9 +1,11 @@
 // The checks of sections: each by itself in the first pass, redefinitions in the second.
 #include <algorithm>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <string>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "checker/model_index.h"
@@ -13,6 +15,7 @@
 #include "frontend/entry.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "ruxcomp/compile.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -57,8 +60,8 @@ struct GivenEntry {
 
 // Reports `what`, which is in that part of the entry and of the earlier one.
 template <MessageId Id>
-void ReportRedefined(const GivenEntry& given, const FirstDefinition& earlier,
-                     const std::string& what, std::uint32_t part) {
+void ReportRedefined(const GivenEntry& given, const FirstDefinition& earlier, std::string_view what,
+                     std::uint32_t part) {
   ReportAt<Id>(
       given.entry,
       {given.section.OriginOf(given.entry, part), earlier.section->OriginOf(*earlier.entry, part)},
@@ -68,19 +71,18 @@ void ReportRedefined(const GivenEntry& given, const FirstDefinition& earlier,
 template <MessageId Id>
 void ReportRedefined(const CRUXSection& section, EntryId id, const FirstDefinition& earlier) {
   const CRUXEntry& entry = *FindEntry(&section, id);
-  ReportRedefined<Id>({section, entry}, earlier, *entry.m_RuxEntryData.Get<std::string>(), 0);
+  ReportRedefined<Id>({section, entry}, earlier, *entry.m_RuxEntryData.text(), 0);
 }
 
 // No entry name of an earlier section. The first repeat of the earliest such section ends the rule.
 std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const CRUXEntry* repeat = nullptr;
   const FirstDefinition* earliest = nullptr;
-  for (const auto& entry : section.entries) {
+  for (const CRUXEntry* entry : section.entries) {
     if (!IsGiven(entry)) continue;
-    const FirstDefinition* first =
-        EarlierDefinition(index.ByEntry(kind, entry->name.text()), section);
+    const FirstDefinition* first = EarlierDefinition(index.ByEntry(kind, entry->name), section);
     if (!first || (earliest && first->ordinal >= earliest->ordinal)) continue;
-    repeat = entry.get();
+    repeat = entry;
     earliest = first;
   }
   if (!repeat) return 1;
@@ -93,7 +95,7 @@ std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, Model
 // `same_name` finds it. The walk reads both IDs of each comparison, and raises what reading raises.
 const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelIndex& index,
                               const FirstDefinition* same_name) {
-  const std::string* id = FindText(&section, ENTRY_ID);
+  const std::optional<Text> id = FindText(&section, ENTRY_ID);
   if (!id || !index.HasRepeatedOrRaisingId(kind)) return nullptr;
   const FirstDefinition* first = EarlierDefinition(index.FirstWithId(kind), section);
   if (!first || IsNoLater(same_name, *first)) return nullptr;
@@ -102,7 +104,7 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
   const FirstDefinition* same = index.ById(kind, number);  // this section or an earlier one
   const FirstDefinition* raising = index.FirstRaisingId(kind);
   if (raising && !IsNoLater(same, *raising) && !IsNoLater(same_name, *raising)) {
-    StringToLong(*raising->entry->m_RuxEntryData.Get<std::string>(), number);
+    StringToLong(*raising->entry->m_RuxEntryData.text(), number);
   }
   return EarlierDefinition(same, section);
 }
@@ -110,7 +112,7 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
 // No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
 // its ID. IDs given by defined words are not compared.
 std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
-  const std::string* name = FindText(&section, ENTRY_NAME);
+  const std::optional<Text> name = FindText(&section, ENTRY_NAME);
   const FirstDefinition* same_name = nullptr;
   if (name && index.HasRepeatedName(kind))
     same_name = EarlierDefinition(index.ByName(kind, *name), section);
@@ -126,12 +128,12 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelI
 
 // The parent must be a group that is on a smaller line, whatever files the two are in. No group is
 // the parent of a restored one that has no text there.
-bool ParentIsEarlier(const std::string& parent, const CRUXSection& section, ModelIndex& index) {
+bool ParentIsEarlier(std::string_view parent, const CRUXSection& section, ModelIndex& index) {
   return parent == kRootGroup || index.HasGroupAbove(parent, section.line);
 }
 
 std::uint32_t GroupRule(const CRUXSection& section, SectionId kind, ModelIndex& index) {
-  const std::string* parent = FindText(&section, ENTRY_PARENT);
+  const std::optional<Text> parent = FindText(&section, ENTRY_PARENT);
   if (parent && ParentIsEarlier(*parent, section, index)) {
     return NameAndIdAreNew(section, kind, index);
   }
@@ -165,8 +167,8 @@ Rule& RuleFor(Uniqueness uniqueness) {
 // The entries that the script gave, those of one name side by side in the order of the section.
 std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   std::vector<const CRUXEntry*> entries;
-  for (const auto& entry : section.entries) {
-    if (IsGiven(entry)) entries.push_back(entry.get());
+  for (const CRUXEntry* entry : section.entries) {
+    if (IsGiven(entry)) entries.push_back(entry);
   }
   std::stable_sort(entries.begin(), entries.end(), [](const auto* one, const auto* other) {
     return InternedString::IsBefore(one->name, other->name);
@@ -174,9 +176,22 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   return entries;
 }
 
+// Whether entries may have a name in common; seldom wrong about a section of a few dozen.
+bool MayRepeatNames(const CRUXSection& section) {
+  std::bitset<1024> seen;
+  for (const CRUXEntry* entry : section.entries) {
+    if (!IsGiven(entry)) continue;
+    const std::size_t place = entry->name.Hash() % seen.size();
+    if (seen[place]) return true;
+    seen.set(place);
+  }
+  return false;
+}
+
 // An entry name that occurs more than once in the section: every later occurrence reports once,
 // name by name in the order of their first occurrences.
 std::uint32_t EntriesAreUnique(const CRUXSection& section) {
+  if (!MayRepeatNames(section)) return 1;
   std::map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first
   const std::vector<const CRUXEntry*> entries = ByName(section);
   const CRUXEntry* first = nullptr;
@@ -188,8 +203,8 @@ std::uint32_t EntriesAreUnique(const CRUXSection& section) {
     }
   }
   if (repeats.empty()) return 1;
-  for (const auto& entry : section.entries) {
-    const auto found = repeats.find(entry.get());
+  for (const CRUXEntry* entry : section.entries) {
+    const auto found = repeats.find(entry);
     if (found == repeats.end()) continue;
     for (const CRUXEntry* repeat : found->second) {
       ReportAt<MessageId::kRedefinedEntry>(*repeat,
@@ -203,7 +218,7 @@ std::uint32_t EntriesAreUnique(const CRUXSection& section) {
 
 // First pass over a slot or entry.
 std::uint32_t CheckEntry(const CRUXSection& section, std::size_t place) {
-  if (CRUXEntry* entry = section.entries[place].get()) {
+  if (CRUXEntry* entry = section.entries[place]) {
     findings::Examine(section.OriginOf(*entry));
     return entry->IsValid(section, kWholeModel);
   }
@@ -248,7 +263,7 @@ std::uint32_t CRUXSection::IsValidEx(ModelIndex& index) {
   std::uint32_t ok = RuleFor(uniqueness)(*this, static_cast<SectionId>(identifier), index);
   ok &= EntriesAreUnique(*this);
   const CheckContext context(*this, &index);
-  for (const auto& entry : entries) {
+  for (CRUXEntry* entry : entries) {
     if (!entry) continue;
     findings::Examine(OriginOf(*entry));
     ok &= entry->IsValidEx(context, kWholeModel);
@@ -262,8 +277,6 @@ using namespace ruxcomp::core;
 
 std::uint32_t gccCheck() {
   if (!CheckAll([](CRUXSection& section) { return section.IsValid(); })) return 0;
-  // Of a model that passed, all texts were turned into payloads.
-  CRUXEntry::m_itemTexts.Clear();
   ModelIndex index;
   return CheckAll([&index](CRUXSection& section) { return section.IsValidEx(index); });
 }

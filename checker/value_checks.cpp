@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <type_traits>
 #include <variant>
-#include <vector>
 
 #include "checker/model_index.h"
 #include "checker/value_fields.h"
@@ -16,8 +14,10 @@
 #include "frontend/entry.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/parts.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
@@ -26,22 +26,21 @@ namespace ruxcomp::core {
 
 namespace {
 
-// Fills a record from the sub-strings after the type, up to the most that the type may have; a
-// list goes on with the surplus where the type keeps it.
+// Fills a record from the parts after the type, up to the most that the type may have; a list goes
+// on with the surplus where the type keeps it.
+template <class Keep>
 struct RecordFiller {
-  const ValueType& type;
-  const TextList& items;
-  std::size_t next = 1;
+  Splitter& parts;
+  std::size_t left;     // how many of them are texts of the record
+  std::size_t surplus;  // how many more a list takes
+  Keep keep;            // puts parts side by side
 
-  void operator()(std::string& text) {
-    if (next < std::min<std::size_t>(items.size(), type.most)) text = items[next];
-    ++next;
+  void operator()(std::string_view& text) {
+    if (left == 0) return;
+    text = parts.Next();
+    --left;
   }
-  void operator()(TextList& list) {
-    const std::size_t end =
-        type.Has(kKeepsSurplus) ? items.size() : std::min<std::size_t>(items.size(), type.most);
-    for (; next < end; ++next) list.push_back(items[next]);
-  }
+  void operator()(TextList& list) { list = keep(parts, left + surplus); }
 };
 
 // Which part of a value of that type the field is.
@@ -65,8 +64,8 @@ static_assert(!HasRow(kValueTypes,
               "an SMBUS access has the fields of one");
 
 struct BusFields {
-  const std::string& type;
-  const std::string& base_address;
+  std::string_view type;
+  std::string_view base_address;
 };
 
 template <class Record, class = void>
@@ -96,36 +95,35 @@ struct ReferenceCheck {
 
   std::uint32_t Run(const CGeValue& value) const;
   void ReportSmbus(const CGeValue& value) const;
-  std::uint32_t CheckTexts(const std::vector<ValueField>& fields, bool numbers) const;
-  std::uint32_t CheckText(Role role, const std::string& text, std::uint32_t index,
+  std::uint32_t CheckTexts(const ValueFields& fields, bool numbers) const;
+  std::uint32_t CheckText(Role role, std::string_view text, std::uint32_t index,
                           std::uint32_t part) const;
   std::uint32_t CheckList(const ValueField& field, std::uint32_t part) const;
-  std::uint32_t CheckArgumentCount(const std::vector<ValueField>& fields) const;
+  std::uint32_t CheckArgumentCount(const ValueFields& fields) const;
 };
 
 std::uint32_t ReferenceCheck::Run(const CGeValue& value) const {
   if (type.Has(kOnlySmbus)) ReportSmbus(value);
-  const std::vector<ValueField> fields = FieldsOf(value);
+  const ValueFields fields(value);
   std::uint32_t ok = 1;
   // References first, then plain numbers, then the elements of a list: the order of the messages.
   ok &= CheckTexts(fields, false);
   ok &= CheckTexts(fields, true);
-  if (!fields.empty() && fields.back().list) {
-    ok &= CheckList(fields.back(), static_cast<std::uint32_t>(fields.size()));
+  if (fields.HasList()) {
+    ok &= CheckList(fields.back(), static_cast<std::uint32_t>(fields.end() - fields.begin()));
   }
   if (type.Has(kCountsArguments)) ok &= CheckArgumentCount(fields);
   return ok;
 }
 
 // The part of a field is its ordinal after the type.
-std::uint32_t ReferenceCheck::CheckTexts(const std::vector<ValueField>& fields,
-                                         bool numbers) const {
+std::uint32_t ReferenceCheck::CheckTexts(const ValueFields& fields, bool numbers) const {
   std::uint32_t ok = 1;
   std::uint32_t part = 0;
   for (const ValueField& field : fields) {
     ++part;
-    if (!field.text || (field.role == Role::kNumber) != numbers) continue;
-    ok &= CheckText(field.role, *field.text, 0, part);
+    if (field.is_list || (field.role == Role::kNumber) != numbers) continue;
+    ok &= CheckText(field.role, field.text, 0, part);
   }
   return ok;
 }
@@ -144,7 +142,7 @@ void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   });
 }
 
-std::uint32_t ReferenceCheck::CheckText(Role role, const std::string& text, std::uint32_t index,
+std::uint32_t ReferenceCheck::CheckText(Role role, std::string_view text, std::uint32_t index,
                                         std::uint32_t part) const {
   const CheckContext of_text = context.At(part);
   switch (role) {
@@ -172,21 +170,21 @@ std::uint32_t ReferenceCheck::CheckList(const ValueField& field, std::uint32_t p
   // Outside of an action a call may name as many arguments as it passes on.
   if (type.Has(kForwardsArguments) && !IsAction(context.section)) {
     index = static_cast<std::uint32_t>(
-        std::count_if(field.list->begin(), field.list->end(),
-                      [](const std::string& text) { return HasPrefix(text, kArgumentPrefix); }));
+        std::count_if(field.list.begin(), field.list.end(),
+                      [](std::string_view text) { return HasPrefix(text, kArgumentPrefix); }));
   }
   std::uint32_t ok = 1;
-  for (const std::string& text : *field.list) ok &= CheckText(field.role, text, index, part++);
+  for (const std::string_view text : field.list) ok &= CheckText(field.role, text, index, part++);
   return ok;
 }
 
-std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& fields) const {
+std::uint32_t ReferenceCheck::CheckArgumentCount(const ValueFields& fields) const {
   const auto action = std::find_if(fields.begin(), fields.end(), [](const ValueField& field) {
     return field.role == Role::kAction;
   });
-  const auto count = static_cast<std::uint32_t>(fields.back().list->size());
+  const auto count = static_cast<std::uint32_t>(fields.back().list.size());
   const auto part = static_cast<std::uint32_t>(action - fields.begin()) + 1;
-  return entry.ChkActionParamNum(*action->text, count, context.At(part));
+  return entry.ChkActionParamNum(action->text, count, context.At(part));
 }
 
 }  // namespace
@@ -194,45 +192,48 @@ std::uint32_t ReferenceCheck::CheckArgumentCount(const std::vector<ValueField>& 
 std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_VALUE, answer)) return answer;
-  const TextList items = ListItems();
-  if (items.empty()) {
+  Splitter parts(text_);
+  if (parts.IsAtEnd()) {
     ReportEntry<MessageId::kMissingValueType>(*this, context);
     return 0;
   }
-  const std::string& type_name = items.front();
+  const std::string_view type_name = parts.Next();
   std::uint32_t code = 0;
   if (!GetPreDefinedValue(type_name, code)) {
     ReportEntry<MessageId::kUnknownValueType>(*this, context.At(0), type_name);
     DropItems(pass);
     return 0;
   }
-  CGeValue& value = *m_RuxEntryData.Get<CGeValue>();
+  CGeValue& value = *m_RuxEntryData.value();
   value.Create(code, type_name);
 
-  const ValueType& type = TypeFor(code, items.size() > 1 ? items[1] : std::string());
-  if (items.size() < type.least) {
+  const std::size_t count = CountParts(parts);
+  const ValueType& type = TypeFor(code, count > 0 ? Splitter(parts).Next() : std::string_view());
+  if (count + 1 < type.least) {
     ReportEntry<MessageId::kTooFewOperands>(*this, context.At(0), type_name);
     return 0;
   }
-  if (items.size() > type.most) {
+  if (count + 1 > type.most) {
     ReportEntry<MessageId::kTooManyOperands>(*this, context.At(type.most), type_name);
   }
 
-  answer = FillRecord(value, type, items, context);
+  answer = FillRecord(value, type, parts, count, context);
   DropItems(pass);
   return answer;
 }
 
-std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
-                                   const CheckContext& context) {
+std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, Splitter parts,
+                                   std::size_t count, const CheckContext& context) {
   if (auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
-    calculation->Operator = items[1];
+    calculation->Operator = Splitter(parts).Next();
     if (!FindOperator(calculation->Operator)) {
       ReportEntry<MessageId::kUnknownOperator>(*this, context.At(1), calculation->Operator);
       return 0;
     }
   }
-  VisitValueFields(value.record(), RecordFiller{type, items});
+  const std::size_t taken = std::min<std::size_t>(count, type.most - 1);
+  const std::size_t surplus = type.Has(kKeepsSurplus) ? count - taken : 0;
+  VisitValueFields(value.record(), RecordFiller<decltype(&Keep)>{parts, taken, surplus, Keep});
 
   std::uint32_t ok = 1;
   WithBusFields(value.record(), [&](const BusFields& bus) {
@@ -248,12 +249,12 @@ std::uint32_t CGEVALUE::FillRecord(CGeValue& value, const ValueType& type, const
 }
 
 std::uint32_t CGEVALUE::IsValidEx(const CheckContext& context, unsigned int) {
-  const CGeValue* value = m_RuxEntryData.Get<CGeValue>();
+  const CGeValue* value = m_RuxEntryData.value();
   if (!value) return 1;
   return ReferenceCheck{*this, context, FindValueType(value->GetType())}.Run(*value);
 }
 
-std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CheckContext& context,
+std::uint32_t CGEVALUE::IsValidSubValue(std::string_view text, const CheckContext& context,
                                         std::uint32_t index) {
   if (HasPrefix(text, kValuePrefix)) return ChkValueName(text, context);
   if (HasPrefix(text, kArgumentPrefix)) return ChkArgName(text, context, index);
@@ -261,7 +262,7 @@ std::uint32_t CGEVALUE::IsValidSubValue(const std::string& text, const CheckCont
   return ChkDigital(text, context);
 }
 
-std::uint32_t CGEVALUE::ChkValueName(const std::string& value, const CheckContext& context) {
+std::uint32_t CGEVALUE::ChkValueName(std::string_view value, const CheckContext& context) {
   if (context.index->HasValue(context.section, value)) return 1;
   ReportEntry<MessageId::kUnknownValue>(*this, context, value);
   return 0;

@@ -1,9 +1,10 @@
 #include "checker/value_fields.h"
 
-#include <string>
+#include <cstddef>
+#include <string_view>
 #include <variant>
-#include <vector>
 
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/values.h"
 
@@ -13,24 +14,29 @@ namespace {
 
 struct Collector {
   const ValueType& type;
-  std::vector<ValueField>& fields;
+  ValueField* fields;
+  std::size_t& count;
 
-  Role NextRole() const { return type.roles[fields.size()]; }
-  void operator()(const std::string& text) { fields.push_back({NextRole(), &text, nullptr}); }
-  void operator()(const TextList& list) { fields.push_back({NextRole(), nullptr, &list}); }
+  Role NextRole() const { return type.roles[count]; }
+  void operator()(std::string_view text) {
+    fields[count] = {NextRole(), false, text, {}};
+    ++count;
+  }
+  void operator()(const TextList& list) {
+    fields[count] = {NextRole(), true, {}, list};
+    ++count;
+  }
 };
 
 }  // namespace
 
-std::vector<ValueField> FieldsOf(const CGeValue& value) {
-  std::vector<ValueField> fields;
-  fields.reserve(kMaxFields);
-  VisitValueFields(value.record(), Collector{FindValueType(value.GetType()), fields});
+ValueFields::ValueFields(const CGeValue& value) {
+  VisitValueFields(value.record(),
+                   Collector{FindValueType(value.GetType()), fields_.data(), count_});
   if (const auto* calculation = std::get_if<CalculationRecord>(&value.record())) {
-    // The type's own sub-string is not a field.
-    fields.resize(TypeFor(value.GetType(), calculation->Operator).most - 1);
+    // The type's own part is not a field.
+    count_ = TypeFor(value.GetType(), calculation->Operator).most - 1;
   }
-  return fields;
 }
 
 }  // namespace ruxcomp::core

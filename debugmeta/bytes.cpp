@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
-#include "frontend/value_records.h"
+#include "frontend/obj.h"
+#include "frontend/text.h"
 #include "ruxcomp/language/words.h"
 
 namespace ruxcomp::core {
@@ -18,15 +20,19 @@ namespace {
 [[noreturn]] void RaiseEndOfRecord() { throw std::out_of_range("vector"); }
 }  // namespace
 
-void ByteWriter::operator()(const std::string& text) {
+void ByteWriter::operator()(std::string_view text) {
   Word(static_cast<std::uint32_t>(text.size()));
   out_.insert(out_.end(), text.begin(), text.end());
 }
 
-void ByteWriter::operator()(const TextList& list) {
+template <class List>
+void ByteWriter::AppendList(const List& list) {
   Word(static_cast<std::uint32_t>(list.size()));
-  for (const std::string& text : list) (*this)(text);
+  for (const std::string_view text : list) (*this)(text);
 }
+
+void ByteWriter::operator()(const TextList& list) { AppendList(list); }
+void ByteWriter::operator()(const std::vector<std::string>& list) { AppendList(list); }
 
 RecordView ByteReader::Take(std::size_t count) {
   const std::size_t start = std::min(position_, in_.there);
@@ -50,19 +56,40 @@ RecordView ByteReader::Nested() {
   return taken;
 }
 
-void ByteReader::operator()(std::string& text) {
+void ByteReader::operator()(Text& text) {
   const std::uint32_t count = Word();
   const RecordView taken = Take(count);
-  text.append(taken.data, taken.data + taken.there);
-  text.append(taken.size - taken.there, '\0');
+  std::string bytes(taken.data, taken.data + taken.there);
+  bytes.resize(taken.size);
+  text = CRUXObj::m_arena.Add(bytes);
   if (taken.size < count) RaiseEndOfRecord();
 }
 
+void ByteReader::operator()(std::string_view& text) {
+  ReadInto<Text>([&](Text read) { text = read; });
+}
+
 void ByteReader::operator()(TextList& list) {
+  std::vector<std::string_view> texts;
+  const auto keep = [&] { list = CRUXObj::m_arena.Add(texts); };
+  try {
+    for (std::uint32_t count = Word(); count > 0; --count) {
+      Text text;
+      (*this)(text);
+      texts.push_back(text);
+    }
+  } catch (const std::out_of_range&) {
+    keep();
+    throw;
+  }
+  keep();
+}
+
+void ByteReader::operator()(std::vector<std::string>& list) {
   for (std::uint32_t count = Word(); count > 0; --count) {
-    std::string text;
+    Text text;
     (*this)(text);
-    list.push_back(std::move(text));
+    list.emplace_back(text.view());
   }
 }
 

@@ -9,9 +9,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/words.h"
 
@@ -54,24 +57,44 @@ class ByteWriter {
     ruxcomp::language::StoreWord(out_, start, static_cast<std::uint32_t>(length));
   }
 
-  void operator()(const std::string& text);
+  void operator()(std::string_view text);
   void operator()(const TextList& list);
+  void operator()(const std::vector<std::string>& list);
 
  private:
+  template <class List>
+  void AppendList(const List& list);
+
   Bytes& out_;
 };
 
 // Takes fields off a record, in order. Counts are trusted: one that is too large takes what is left
 // and then, like every read at the end, raises std::out_of_range with the text "vector"; what was
-// read until then stays in its field.
+// read until then stays in its field. Texts are kept in the arena of the model.
 class ByteReader {
  public:
   explicit ByteReader(const RecordView& in) : in_(in) {}
 
   std::uint32_t Word();
-  RecordView Nested();                 // valid as long as the record that is read
-  void operator()(std::string& text);  // appends
-  void operator()(TextList& list);     // appends
+  RecordView Nested();  // valid as long as the record that is read
+  void operator()(Text& text);
+  void operator()(std::string_view& text);
+  void operator()(TextList& list);
+  void operator()(std::vector<std::string>& list);  // appends
+
+  // Reads a text or list of the type Read and calls keep(read) with it; also with what was read
+  // until an error was raised.
+  template <class Read, class Keep>
+  void ReadInto(Keep keep) {
+    Read read;
+    try {
+      (*this)(read);
+    } catch (const std::out_of_range&) {
+      keep(read);
+      throw;
+    }
+    keep(read);
+  }
 
  private:
   // The next bytes, as many as there are of `count`; moves past them.

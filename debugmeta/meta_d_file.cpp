@@ -40,8 +40,8 @@ void WriteHeader(Bytes& bytes) {
 
 void WriteDefinedWords(Bytes& bytes) {
   ByteWriter out(bytes);
-  out.Word(static_cast<std::uint32_t>(g_tblPreDefine.size()));
-  for (const auto& [name, value] : g_tblPreDefine) {
+  out.Word(static_cast<std::uint32_t>(g_tblPreDefine.words().size()));
+  for (const auto& [name, value] : g_tblPreDefine.words()) {
     out(name);
     out.Word(value);
   }
@@ -79,7 +79,7 @@ void ReadDefinedWords(FileReader& file) {
     const bool at_end = file.Remaining() == 0;
     std::string name(Length(file), '\0');
     file.PaddedBytes(name.data(), name.size());
-    g_tblPreDefine.emplace(name, PaddedWord(file));
+    g_tblPreDefine.Add(name, PaddedWord(file));
     if (at_end) return;
   }
 }

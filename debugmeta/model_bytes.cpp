@@ -2,16 +2,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <utility>
 #include <variant>
 
 #include "debugmeta/bytes.h"
 #include "frontend/entry_data.h"
 #include "frontend/interned_string.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -28,7 +25,7 @@ namespace {
 class TemplateFinder {
  public:
   explicit TemplateFinder(const CRUXSection& section) {
-    for (const auto& entry : section.entries) Add(*entry);
+    for (CRUXEntry* entry : section.entries) Add(*entry);
   }
 
   // An entry that was added to the end of the section.
@@ -63,16 +60,8 @@ struct EmptySlot {
   }
 };
 
-// What was read until an error is raised stays in the name.
 void ReadName(ByteReader& reader, InternedString& name) {
-  std::string text;
-  try {
-    reader(text);
-  } catch (const std::out_of_range&) {
-    name = text;
-    throw;
-  }
-  name = text;
+  reader.ReadInto<Text>([&](Text text) { name = text; });
 }
 
 struct PayloadWriter {
@@ -80,21 +69,10 @@ struct PayloadWriter {
 
   void operator()(std::monostate) const {}
   void operator()(std::uint32_t number) const { out.Word(number); }
-  void operator()(const std::string& text) const { out(text); }
+  void operator()(Text text) const { out(text); }
   void operator()(const TextList& list) const { out(list); }
   void operator()(const RepeaterRecord& record) const { VisitFields(record, out); }
   void operator()(const CGeValue& value) const { out.Nested(value); }
-};
-
-struct PayloadReader {
-  ByteReader& in;
-
-  void operator()(std::monostate) const {}
-  void operator()(std::uint32_t& number) const { number = in.Word(); }
-  void operator()(std::string& text) const { in(text); }
-  void operator()(TextList& list) const { in(list); }
-  void operator()(RepeaterRecord& record) const { VisitFields(record, in); }
-  void operator()(CGeValue& value) const { value.SetBuffer(in.Nested()); }
 };
 
 }  // namespace
@@ -161,10 +139,10 @@ void CRUXSection::SetBuffer(const RecordView& in) {
     const std::uint32_t id = RecordId(record);
     if (CRUXEntry* found = templates.Find(id)) {
       found->SetBuffer(record);
-    } else if (std::unique_ptr<CRUXEntry> made = MakeEntry(id, 0)) {
+    } else if (CRUXEntry* made = MakeEntry(id, 0)) {
       made->SetBuffer(record);
-      entries.push_back(std::move(made));
-      templates.Add(*entries.back());
+      entries.push_back(made);
+      templates.Add(*made);
     }
   }
 }
@@ -172,14 +150,24 @@ void CRUXSection::SetBuffer(const RecordView& in) {
 void CRuxEntryData::GetBuffer(Bytes& out) const {
   ByteWriter writer(out);
   writer.Word(type_);
-  std::visit(PayloadWriter{writer}, payload_);
+  Visit(PayloadWriter{writer});
 }
 
 void CRuxEntryData::SetBuffer(const RecordView& in) {
   Destory();
   ByteReader reader(in);
   Create(reader.Word());
-  std::visit(PayloadReader{reader}, payload_);
+  if (number()) {
+    Set(reader.Word());
+  } else if (text()) {
+    reader.ReadInto<Text>([&](Text read) { Set(read); });
+  } else if (list()) {
+    reader.ReadInto<TextList>([&](const TextList& read) { Set(read); });
+  } else if (CGeValue* made = value()) {
+    made->SetBuffer(reader.Nested());
+  } else if (RepeaterRecord* record = repeater()) {
+    VisitFields(*record, reader);
+  }
 }
 
 void CGeValue::GetBuffer(Bytes& out) const {
@@ -193,7 +181,7 @@ void CGeValue::SetBuffer(const RecordView& in) {
   Destory();
   ByteReader reader(in);
   const std::uint32_t type = reader.Word();
-  std::string text;
+  Text text;
   reader(text);
   Create(type, text);
   VisitValueFields(record_, reader);

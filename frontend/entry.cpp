@@ -1,7 +1,8 @@
 #include "frontend/entry.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "findings/origin.h"
 #include "frontend/check_context.h"
@@ -11,7 +12,7 @@
 
 namespace ruxcomp::core {
 
-void CRUXEntry::Init(const std::string& file, const std::string& key, const std::string& value,
+void CRUXEntry::Init(std::string_view file, InternedString key, std::string_view value,
                      std::uint32_t item_line, const findings::Origin& origin) {
   SetFile(file);
   name = key;
@@ -19,13 +20,18 @@ void CRUXEntry::Init(const std::string& file, const std::string& key, const std:
   item = origin.item;
   m_RuxEntryData.Create(identifier);
   if (!m_RuxEntryData.HasData()) Report<MessageId::kEntryWithoutPayload>({origin}, identifier);
-  text_ = m_itemTexts.Add(value);
+  text_ = m_arena.Add(value);
 }
 
 TextList CRUXEntry::ListItems() const {
-  TextList items;
-  SplitItems(text_, items);
-  return items;
+  Splitter parts(text_);
+  return Keep(parts, CountParts(parts));
+}
+
+TextList CRUXEntry::Keep(Splitter& parts, std::size_t count) {
+  auto* const texts = m_arena.MakeArray<std::string_view>(count);
+  for (std::size_t i = 0; i < count; ++i) texts[i] = parts.Next();
+  return {texts, count};
 }
 
 std::uint32_t CRUXEntry::IsValidEx(const CheckContext&, unsigned int) { return 1; }

@@ -2,18 +2,18 @@
 #ifndef FRONTEND_ENTRY_H_
 #define FRONTEND_ENTRY_H_
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string>
 #include <string_view>
 
 #include "findings/origin.h"
 #include "frontend/check_context.h"
 #include "frontend/entry_data.h"
 #include "frontend/obj.h"
-#include "frontend/text_arena.h"
+#include "frontend/text.h"
 
 namespace ruxcomp::language {
+class Splitter;
 struct Reference;
 struct ValueType;
 }  // namespace ruxcomp::language
@@ -32,7 +32,7 @@ class CRUXEntry : public CRUXObj {
   using CRUXObj::CRUXObj;
 
   // Fills the entry from an item of the script: place, name, an empty payload, the text.
-  void Init(const std::string& file, const std::string& key, const std::string& value,
+  void Init(std::string_view file, InternedString key, std::string_view value,
             std::uint32_t item_line, const findings::Origin& origin = {});
 
   // First pass: the entry by itself; turns ListItems into the payload. Run it once with
@@ -48,9 +48,6 @@ class CRUXEntry : public CRUXObj {
   // Which item of its section the entry was made from; kNone when it was restored.
   std::uint32_t item = findings::Origin::kNone;
 
-  // What the entries were given to be checked. To be cleared when no entry has a text any more.
-  static TextArena m_itemTexts;
-
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
 
   // The comma-separated parts of the item's text, quotes removed; none once the check of the whole
@@ -61,61 +58,64 @@ class CRUXEntry : public CRUXObj {
   // each reports what it finds and answers 1 or 0.
   std::uint32_t ChkEntryName(const CheckContext& context);
   std::uint32_t ChkEntryExist(const CheckContext& context);
-  std::uint32_t ChkActionName(const std::string& action, const CheckContext& context);
-  std::uint32_t ChkTableName(const std::string& table, const CheckContext& context);
-  std::uint32_t ChkGlobalName(const std::string& global, const CheckContext& context);
-  std::uint32_t ChkArgName(const std::string& arg, const CheckContext& context,
-                           std::uint32_t index);
-  std::uint32_t ChkDigital(const std::string& text, const CheckContext& context);
-  std::uint32_t ChkActionParamNum(const std::string& action, std::uint32_t count,
+  std::uint32_t ChkActionName(std::string_view action, const CheckContext& context);
+  std::uint32_t ChkTableName(std::string_view table, const CheckContext& context);
+  std::uint32_t ChkGlobalName(std::string_view global, const CheckContext& context);
+  std::uint32_t ChkArgName(std::string_view arg, const CheckContext& context, std::uint32_t index);
+  std::uint32_t ChkDigital(std::string_view text, const CheckContext& context);
+  std::uint32_t ChkActionParamNum(std::string_view action, std::uint32_t count,
                                   const CheckContext& context);
-  std::uint32_t ChkReference(const ruxcomp::language::Reference& reference, const std::string& text,
+  std::uint32_t ChkReference(const ruxcomp::language::Reference& reference, std::string_view text,
                              const CheckContext& context);
 
  protected:
+  ~CRUXEntry() = default;  // never run: the arena drops its entries
+
   // What every first pass begins with: presence, name, payload type. True when the caller goes on;
   // otherwise `answer` is its result.
   bool PassesCommonChecks(const CheckContext& context, PayloadType type, std::uint32_t& answer);
 
   // The one text that a number or string entry is made of; of several the first, with a warning.
   // False, reported, when there is none.
-  bool TakeFirstItem(const CheckContext& context, unsigned int pass, std::string& text);
+  bool TakeFirstItem(const CheckContext& context, unsigned int pass, Text& text);
 
   // Drops the text at the end of a first pass that turned it.
   void DropItems(unsigned int pass) {
     if (pass == kWholeModel) text_ = {};
   }
 
- private:
-  // The item's text as the script gave it: a split one takes several times its memory.
-  std::string_view text_;  // in m_itemTexts
+  // The next parts of an item's text, of which there are that many at least, side by side.
+  static TextList Keep(Splitter& parts, std::size_t count);
+
+  // The item's text as the script gave it. The texts of the payload are views of it.
+  Text text_;
 };
 
 // Reports that a section lacks an entry; `unfilled` says which one.
 void ReportMissing(const CRUXObj& unfilled, const CheckContext& context);
 
 // One class per payload type; they differ in their checks.
-class CGEDWORD : public CRUXEntry {
+class CGEDWORD final : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
 };
 
-class CGESTRING : public CRUXEntry {
- public:
-  using CRUXEntry::CRUXEntry;
-  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
-  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
-};
-
-class CGESTRINGLIST : public CRUXEntry {
+class CGESTRING final : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
   std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
 };
 
-class CGEVALUE : public CRUXEntry {
+class CGESTRINGLIST final : public CRUXEntry {
+ public:
+  using CRUXEntry::CRUXEntry;
+  std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
+  std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass) override;
+};
+
+class CGEVALUE final : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;
@@ -123,17 +123,17 @@ class CGEVALUE : public CRUXEntry {
 
   // An operand: the name of a value, an argument (up to the number `index`, outside of actions) or
   // a global; anything else must be a number or a defined word.
-  std::uint32_t IsValidSubValue(const std::string& text, const CheckContext& context,
+  std::uint32_t IsValidSubValue(std::string_view text, const CheckContext& context,
                                 std::uint32_t index);
-  std::uint32_t ChkValueName(const std::string& value, const CheckContext& context);
+  std::uint32_t ChkValueName(std::string_view value, const CheckContext& context);
 
  private:
-  // Fills the record of the value from the sub-strings after the type.
-  std::uint32_t FillRecord(CGeValue& value, const ValueType& type, const TextList& items,
-                           const CheckContext& context);
+  // Fills the record of the value from the parts after the type, of which there are `count`.
+  std::uint32_t FillRecord(CGeValue& value, const ValueType& type, Splitter parts,
+                           std::size_t count, const CheckContext& context);
 };
 
-class CGEREPEATER : public CRUXEntry {
+class CGEREPEATER final : public CRUXEntry {
  public:
   using CRUXEntry::CRUXEntry;
   std::uint32_t IsValid(const CheckContext& context, unsigned int pass) override;

@@ -1,69 +1,65 @@
 #include "frontend/entry_data.h"
 
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <variant>
 
 #include "frontend/entry.h"
 #include "frontend/identifiers.h"
+#include "frontend/obj.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/rows.h"
 
 namespace ruxcomp::core {
 
 namespace {
 
-struct Address {
-  void* operator()(std::monostate&) const { return nullptr; }
-  template <class T>
-  void* operator()(T& payload) const {
-    return &payload;
-  }
-  template <class T>
-  void* operator()(Boxed<T>& payload) const {
-    return payload.get();
-  }
-};
-
-template <class Payload>
-CRuxEntryData::Payload MakePayload() {
-  return Payload{};
+template <class Record>
+const void* MakeRecord() {
+  return &CRUXObj::m_arena.Make<Record>();
 }
 
 template <class Entry>
-std::unique_ptr<CRUXEntry> MakeEntryOf(std::uint32_t identifier, tagNOTATION notation) {
-  return std::make_unique<Entry>(identifier, notation);
+CRUXEntry* MakeEntryOf(std::uint32_t identifier, tagNOTATION notation) {
+  return &CRUXObj::m_arena.Make<Entry>(identifier, notation);
 }
 
-constexpr PayloadRow kPayloads[] = {
-    {PAYLOAD_DWORD, MakePayload<std::uint32_t>, MakeEntryOf<CGEDWORD>},
-    {PAYLOAD_STRING, MakePayload<std::string>, MakeEntryOf<CGESTRING>},
-    {PAYLOAD_STRINGLIST, MakePayload<TextList>, MakeEntryOf<CGESTRINGLIST>},
-    {PAYLOAD_VALUE, MakePayload<Boxed<CGeValue>>, MakeEntryOf<CGEVALUE>},
-    {PAYLOAD_REPEATER, MakePayload<Boxed<RepeaterRecord>>, MakeEntryOf<CGEREPEATER>},
+// What an entry with a payload is made of: its class and, for a payload that is larger than a few
+// words, what makes the record.
+struct PayloadRow {
+  PayloadType type;
+  CRUXEntry* (*make_entry)(std::uint32_t identifier, tagNOTATION notation);
+  const void* (*make_record)();
 };
+constexpr PayloadRow kPayloads[] = {
+    {PAYLOAD_DWORD, MakeEntryOf<CGEDWORD>, nullptr},
+    {PAYLOAD_STRING, MakeEntryOf<CGESTRING>, nullptr},
+    {PAYLOAD_STRINGLIST, MakeEntryOf<CGESTRINGLIST>, nullptr},
+    {PAYLOAD_VALUE, MakeEntryOf<CGEVALUE>, MakeRecord<CGeValue>},
+    {PAYLOAD_REPEATER, MakeEntryOf<CGEREPEATER>, MakeRecord<RepeaterRecord>},
+};
+
+// The row for an entry identifier; null when its payload type is unknown.
+const PayloadRow* FindPayload(std::uint32_t identifier) {
+  return FindRow(kPayloads,
+                 [&](const PayloadRow& row) { return row.type == PayloadOf(identifier); });
+}
 
 }  // namespace
 
 void CRuxEntryData::Create(std::uint32_t type) {
-  type_ = type;
   const PayloadRow* row = FindPayload(type);
-  payload_ = row ? row->make_payload() : Payload();
+  type_ = type;
+  size_ = 0;
+  data_ = nullptr;
+  if (row) data_ = row->make_record ? row->make_record() : kNothing;
 }
 
-void* CRuxEntryData::GetData() { return std::visit(Address{}, payload_); }
-
-void CRuxEntryData::Destory() { *this = CRuxEntryData(); }
-
-const PayloadRow* FindPayload(std::uint32_t identifier) {
-  for (const PayloadRow& row : kPayloads) {
-    if (row.type == PayloadOf(identifier)) return &row;
-  }
-  return nullptr;
+void CRuxEntryData::Destory() {
+  type_ = size_ = 0;
+  data_ = nullptr;
 }
 
-std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation) {
+CRUXEntry* MakeEntry(std::uint32_t identifier, tagNOTATION notation) {
   const PayloadRow* row = FindPayload(identifier);
   return row ? row->make_entry(identifier, notation) : nullptr;
 }

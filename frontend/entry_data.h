@@ -1,55 +1,30 @@
-// The payload types, and the typed payload of an entry.
+// The typed payload of an entry.
 #ifndef FRONTEND_ENTRY_DATA_H_
 #define FRONTEND_ENTRY_DATA_H_
 
 #include <cstdint>
-#include <memory>
-#include <string>
-#include <type_traits>
+#include <optional>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 #include "frontend/identifiers.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 
 namespace ruxcomp::core {
 
-// A value on the heap, for alternatives of a variant that would make the others large. Has value
-// semantics; empty only when moved from.
-template <class T>
-class Boxed {
- public:
-  Boxed() : value_(std::make_unique<T>()) {}
-  Boxed(const Boxed& other) : value_(std::make_unique<T>(*other.value_)) {}
-  Boxed& operator=(const Boxed& other) {
-    if (this != &other) value_ = std::make_unique<T>(*other.value_);
-    return *this;
-  }
-  Boxed(Boxed&&) noexcept = default;
-  Boxed& operator=(Boxed&&) noexcept = default;
-  ~Boxed() = default;
-
-  operator T&() { return *value_; }              // NOLINT: visitors of the variant take a T
-  operator const T&() const { return *value_; }  // NOLINT
-
-  T* get() { return value_.get(); }
-  const T* get() const { return value_.get(); }
-
- private:
-  std::unique_ptr<T> value_;
-};
-
 struct RecordView;  // debugmeta/bytes.h
 
+// A number, a text, a list of texts, a value or a repeater, as the type says. All but the number is
+// in the arena of the model.
 class CRuxEntryData {
  public:
-  // Most entries hold a text or nothing: the larger payloads stay out of them.
-  using Payload = std::variant<std::monostate, std::uint32_t, std::string, TextList,
-                               Boxed<CGeValue>, Boxed<RepeaterRecord>>;
-
-  // Empty: type 0, no payload. Copies are independent of their source.
+  // Empty: type 0, no payload.
   CRuxEntryData() = default;
   explicit CRuxEntryData(std::uint32_t type) { Create(type); }
+  CRuxEntryData(const CRuxEntryData&) = delete;
+  CRuxEntryData& operator=(const CRuxEntryData&) = delete;
 
   // Makes the empty payload that an entry identifier asks for; none for an unknown payload type.
   void Create(std::uint32_t type);
@@ -59,62 +34,80 @@ class CRuxEntryData {
 
   // The entry identifier that the payload was made for; 0 when empty.
   std::uint32_t GetType() const { return type_; }
+  bool HasData() const { return data_ != nullptr; }
 
-  // The payload, owned by this object; null when there is none.
-  void* GetData();
-  bool HasData() const { return payload_.index() != 0; }
-
-  // The payload as a T; null when it is of another type or there is none.
-  template <class T>
-  T* Get() {
-    return Held<T>(payload_);
+  // What the payload is; none when it is of another type or there is none.
+  std::optional<std::uint32_t> number() const {
+    return Holds(PAYLOAD_DWORD) ? std::optional(size_) : std::nullopt;
   }
-  template <class T>
-  const T* Get() const {
-    return Held<T>(payload_);
+  std::optional<Text> text() const {
+    return Holds(PAYLOAD_STRING) ? std::optional(AsText()) : std::nullopt;
+  }
+  std::optional<TextList> list() const {
+    return Holds(PAYLOAD_STRINGLIST) ? std::optional(AsList()) : std::nullopt;
+  }
+  const CGeValue* value() const { return Holds(PAYLOAD_VALUE) ? &As<CGeValue>() : nullptr; }
+  CGeValue* value() { return Holds(PAYLOAD_VALUE) ? &As<CGeValue>() : nullptr; }
+  const RepeaterRecord* repeater() const {
+    return Holds(PAYLOAD_REPEATER) ? &As<RepeaterRecord>() : nullptr;
+  }
+  RepeaterRecord* repeater() { return Holds(PAYLOAD_REPEATER) ? &As<RepeaterRecord>() : nullptr; }
+
+  // Another number, text or list for a payload of that type.
+  void Set(std::uint32_t number) { size_ = number; }
+  void Set(Text text) {
+    data_ = text.c_str();
+    size_ = text.size();
+  }
+  void Set(TextList list) {
+    data_ = list.empty() ? kNothing : static_cast<const void*>(list.begin());
+    size_ = static_cast<std::uint32_t>(list.size());
   }
 
-  const Payload& payload() const { return payload_; }
-  Payload& payload() { return payload_; }
+  // Calls visit(payload) with what there is: a number, a Text, a TextList, a CGeValue, a
+  // RepeaterRecord; std::monostate for none.
+  template <class Visitor>
+  void Visit(Visitor&& visit) const {
+    if (!HasData()) return visit(std::monostate());
+    switch (static_cast<PayloadType>(PayloadOf(type_))) {
+      case PAYLOAD_DWORD:
+        return visit(size_);
+      case PAYLOAD_STRING:
+        return visit(AsText());
+      case PAYLOAD_STRINGLIST:
+        return visit(AsList());
+      case PAYLOAD_VALUE:
+        return visit(static_cast<const CGeValue&>(As<CGeValue>()));
+      case PAYLOAD_REPEATER:
+        return visit(static_cast<const RepeaterRecord&>(As<RepeaterRecord>()));
+    }
+  }
 
   // Appends the byte record; and back from it (debugmeta/model_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
  private:
-  template <class T, class Variant>
-  static auto Held(Variant& payload) {
-    if constexpr (IsAlternative<T, Payload>::value) {
-      return std::get_if<T>(&payload);
-    } else {
-      auto* box = std::get_if<Boxed<T>>(&payload);
-      return box ? box->get() : nullptr;
-    }
+  static constexpr const char* kNothing = "";  // an empty payload points there
+
+  bool Holds(PayloadType type) const { return HasData() && PayloadOf(type_) == type; }
+  Text AsText() const { return {static_cast<const char*>(data_), size_}; }
+  TextList AsList() const { return {static_cast<const std::string_view*>(data_), size_}; }
+  template <class T>
+  T& As() const {
+    return *static_cast<T*>(const_cast<void*>(data_));
   }
 
-  template <class T, class Variant>
-  struct IsAlternative;
-  template <class T, class... Alternatives>
-  struct IsAlternative<T, std::variant<Alternatives...>>
-      : std::disjunction<std::is_same<T, Alternatives>...> {};
-
   std::uint32_t type_ = 0;
-  Payload payload_;
+  std::uint32_t size_ = 0;      // of a text or list; the number
+  const void* data_ = nullptr;  // null: no payload
 };
 
 class CRUXEntry;
 
-struct PayloadRow {
-  PayloadType type;
-  CRuxEntryData::Payload (*make_payload)();
-  std::unique_ptr<CRUXEntry> (*make_entry)(std::uint32_t identifier, tagNOTATION notation);
-};
-
-// The row for an entry identifier; null when its payload type is unknown.
-const PayloadRow* FindPayload(std::uint32_t identifier);
-
-// A new, empty entry of the class that the identifier asks for; null when there is none.
-std::unique_ptr<CRUXEntry> MakeEntry(std::uint32_t identifier, tagNOTATION notation);
+// A new, empty entry of the class that the identifier asks for, in the arena of the model; null
+// when there is none.
+CRUXEntry* MakeEntry(std::uint32_t identifier, tagNOTATION notation);
 
 }  // namespace ruxcomp::core
 

@@ -1,5 +1,5 @@
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "frontend/identifiers.h"  // IWYU pragma: keep
 #include "frontend/value_records.h"
@@ -20,7 +20,7 @@ ValueRecord MakeValueRecord(Shape shape) {
   return {};
 }
 
-void CGeValue::Create(std::uint32_t type, const std::string& text) {
+void CGeValue::Create(std::uint32_t type, std::string_view text) {
   type_ = type;
   str_type_ = text;
   record_ = MakeValueRecord(FindValueType(type).shape);

@@ -2,9 +2,13 @@
 #ifndef FRONTEND_INTERNED_STRING_H_
 #define FRONTEND_INTERNED_STRING_H_
 
-#include <string>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 
+#include "frontend/text.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/model/seeded_hash.h"
 
 namespace ruxcomp::core {
@@ -14,10 +18,14 @@ namespace ruxcomp::core {
 class InternedString {
  public:
   InternedString() = default;  // empty
-  InternedString& operator=(const std::string& text);
+  explicit InternedString(std::string_view text);
+  InternedString& operator=(std::string_view text) { return *this = InternedString(text); }
 
-  const std::string& text() const { return *text_; }
-  operator const std::string&() const { return *text_; }  // NOLINT: it is a text
+  // The keyword of an entry, without a search.
+  static InternedString OfKeyword(const ruxcomp::language::EntryRow& row);
+
+  Text text() const { return *text_; }
+  operator std::string_view() const { return *text_; }  // NOLINT: it is a text
   const char* c_str() const { return text_->c_str(); }
   bool empty() const { return text_->empty(); }
 
@@ -30,6 +38,12 @@ class InternedString {
   friend bool operator==(InternedString one, std::string_view other) { return one.text() == other; }
   friend bool operator!=(InternedString one, std::string_view other) { return one.text() != other; }
 
+  // Equal names have equal ones.
+  std::size_t Hash() const {
+    return static_cast<std::size_t>(
+        ruxcomp::detail::Mixed(reinterpret_cast<std::uintptr_t>(text_)));
+  }
+
   // An order that puts equal names side by side; no other meaning.
   static bool IsBefore(InternedString one, InternedString other) { return one.text_ < other.text_; }
 
@@ -37,9 +51,12 @@ class InternedString {
   static void DropTexts();
 
  private:
-  static const std::string kEmpty;
-  static ruxcomp::detail::HashSet<std::string> m_texts;  // what names point at, but the empty text
-  const std::string* text_ = &kEmpty;
+  static const Text kEmpty;
+  // What names point at, but the empty text; in the arena of the model.
+  static ruxcomp::detail::HashMap<std::string_view, const Text*> m_texts;
+  // The same for keywords, row by row; null while none has the name.
+  static std::array<const Text*, ruxcomp::language::kEntryCount> m_keywords;
+  const Text* text_ = &kEmpty;
 };
 
 }  // namespace ruxcomp::core

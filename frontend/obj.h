@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "frontend/arena.h"
 #include "frontend/identifiers.h"
 #include "frontend/interned_string.h"
 
@@ -19,11 +21,10 @@ class CRUXObj {
   CRUXObj(std::uint32_t id, tagNOTATION flags) : identifier(id), notation(flags) {}
   CRUXObj(const CRUXObj&) = delete;
   CRUXObj& operator=(const CRUXObj&) = delete;
-  virtual ~CRUXObj() = default;
 
   // Notes the source file, adding it to the file table when it is new. Counts up from the present
   // fileIndex: call it once, on a fresh object.
-  void SetFile(const std::string& path);
+  void SetFile(std::string_view path);
 
   // Part 0: the file's base name, the text after the last backslash. Any other part: the folder, up
   // to and including that backslash. Only backslashes separate. Empty for an unknown file.
@@ -43,6 +44,9 @@ class CRUXObj {
   // Every distinct path that an object was ever given. Never shrinks while the library is loaded,
   // so that indices of an earlier run keep their meaning.
   static std::vector<std::string> m_svstrIncFiles;
+
+  // What the source model is made of: entries, values, texts. To be cleared with the sections.
+  static Arena m_arena;
 
  private:
   static std::uint32_t m_lastFile;  // the row of the path that SetFile was given last

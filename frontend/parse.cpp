@@ -73,27 +73,24 @@ void CRUXParse::ParseSection(void* handle, std::uint32_t index) {
 }
 
 void CRUXParse::ParseItems(void* handle, const std::string& section_name, CRUXSection& section) {
-  std::string key;
-  std::string value;
-  for (std::uint32_t index = 0;; ++index) {
-    std::uint32_t line = 0;
-    if (!RSEnumItem(handle, index, key, value, line)) break;
+  plugin::Item item;
+  for (std::uint32_t index = 0; EnumItem(handle, index, item); ++index) {
     section.item = index;
-    if (!section.SetEntry(filePath, key, value, line)) {
-      ReportRejected(section, section_name, key, line);
+    if (!section.SetEntry(filePath, item.key, item.value, item.line)) {
+      ReportRejected(section, section_name, item);
     }
   }
   section.ReleaseRoom();
 }
 
 void CRUXParse::ReportRejected(const CRUXSection& section, const std::string& section_name,
-                               const std::string& key, std::uint32_t line) {
+                               const plugin::Item& item) {
   findings::Origin origin{section.script, section.ordinal, section.item};
   Report<MessageId::kRejectedItem>({origin}, section.item + 1, section_name);
   const std::string file = section.GetFile(0);
   origin.part = findings::Origin::kKey;
-  Report<MessageId::kUnknownEntry>({origin, {}, findings::Place{file, line}}, file, line,
-                                   section.name, key);
+  Report<MessageId::kUnknownEntry>({origin, {}, findings::Place{file, item.line}}, file, item.line,
+                                   section.name, item.key);
 }
 
 void CRUXParse::Close() {

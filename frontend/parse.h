@@ -51,8 +51,11 @@ class CRUXParse {
   void ParseSection(void* handle, std::uint32_t index);
   void ParseItems(void* handle, const std::string& section_name, CRUXSection& section);
   static void ReportRejected(const CRUXSection& section, const std::string& section_name,
-                             const std::string& key, std::uint32_t line);
+                             const plugin::Item& item);
   void Close();
+
+  // The index-th item of a section; false when there is none.
+  bool EnumItem(void* section, std::uint32_t index, plugin::Item& item);
 
   // An operation of the plug-in. Those of a plug-in are looked up once per script, those of the
   // process itself at every call.
@@ -62,6 +65,8 @@ class CRUXParse {
   void* pluginHandle = nullptr;
   void* fileHandle = nullptr;
   std::string filePath;
+  std::string key_;  // of the item that was read last
+  std::string value_;
   std::optional<plugin::Operations> operations_;
   std::uint32_t script_ = findings::Origin::kNone;  // which one of the run is open
 

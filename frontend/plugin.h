@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace ruxcomp::core {
 
@@ -20,6 +21,17 @@ using RSEnumItem = std::uint32_t(void* section, std::uint32_t index, char* key,
 using RSFindSection = void*(void* file, const std::string& name, std::uint32_t zero);
 using RSCloseFile = std::uint32_t(void** file);
 
+// An item as a reader hands it over; the texts are valid until the next one is asked for.
+struct Item {
+  std::string_view key;
+  std::string_view value;
+  std::uint32_t line = 0;
+};
+// What a reader inside the program can offer beside RSEnumItem: an item without copies of its
+// texts. `room` is for a value that the script does not have in one piece. False when there is
+// none.
+using ViewItem = bool(void* section, std::uint32_t index, std::string& room, Item& item);
+
 // All operations of a plug-in; null where it lacks one.
 struct Operations {
   RSOpenFile* open_file = nullptr;
@@ -29,6 +41,7 @@ struct Operations {
   RSEnumItem* enum_item = nullptr;
   RSFindSection* find_section = nullptr;
   RSCloseFile* close_file = nullptr;
+  ViewItem* view_item = nullptr;  // no plug-in has it
 };
 
 // An operation: the name that plug-ins export, and where the table has it.

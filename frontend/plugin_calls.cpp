@@ -93,6 +93,17 @@ std::uint32_t CRUXParse::RSEnumItem(void* section, std::uint32_t index, std::str
   return 1;
 }
 
+bool CRUXParse::EnumItem(void* section, std::uint32_t index, plugin::Item& item) {
+  item.line = 0;
+  if (operations_ && operations_->view_item) {
+    return operations_->view_item(section, index, value_, item);
+  }
+  if (!RSEnumItem(section, index, key_, value_, item.line)) return false;
+  item.key = key_;
+  item.value = value_;
+  return true;
+}
+
 void* CRUXParse::RSFindSection(void* file, const std::string& name) {
   auto* find = Reader(plugin::kFindSection);
   return find ? find(file, name, 0) : nullptr;

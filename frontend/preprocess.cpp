@@ -1,6 +1,7 @@
 // DEFINE, IFDEF and INCLUDE: the sections that act while the script is read.
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "findings/finding.h"
 #include "findings/origin.h"
@@ -22,7 +23,7 @@ std::uint32_t CheckAtOnce(CRUXEntry& entry, const CRUXSection& section) {
 // Defines the word of an entry, when its value is acceptable.
 void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
   if (!CheckAtOnce(entry, section)) return;
-  AddPredDefineValue(entry.name, *entry.m_RuxEntryData.Get<std::uint32_t>());
+  AddPredDefineValue(entry.name, *entry.m_RuxEntryData.number());
 }
 
 // Functions of their own: what they need on the stack is not there while the included file is read,
@@ -30,11 +31,11 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
 
 [[gnu::noinline]] std::uint32_t StartIncluded(CRUXParse& included, const CRUXEntry& entry,
                                               const CRUXSection& section) {
-  return included.Start(section.GetFile(1) + *entry.m_RuxEntryData.Get<std::string>());
+  return included.Start(section.GetFile(1).append(*entry.m_RuxEntryData.text()));
 }
 
 [[gnu::noinline]] void ReportMissingInclude(const CRUXEntry& entry, const CRUXSection& section,
-                                            const std::string& value) {
+                                            std::string_view value) {
   const std::string base = section.GetFile(0);
   Report<MessageId::kMissingInclude>(
       {section.OriginOf(entry, 0), {}, findings::Place{base, entry.line}}, base, entry.line,
@@ -43,14 +44,14 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
 
 }  // namespace
 
-std::uint32_t CGSDEFINE::SetEntry(const std::string& file, const std::string& key,
-                                  const std::string& value, std::uint32_t item_line) {
+std::uint32_t CGSDEFINE::SetEntry(std::string_view file, std::string_view key,
+                                  std::string_view value, std::uint32_t item_line) {
   DefineWord(*AddFreeEntry(file, key, value, item_line), *this);
   return 1;
 }
 
-std::uint32_t CGSIFDEF::SetEntry(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t item_line) {
+std::uint32_t CGSIFDEF::SetEntry(std::string_view file, std::string_view key,
+                                 std::string_view value, std::uint32_t item_line) {
   if (ifdefSeen) {
     DefineWord(*AddFreeEntry(file, key, value, item_line), *this);
   } else {
@@ -60,19 +61,19 @@ std::uint32_t CGSIFDEF::SetEntry(const std::string& file, const std::string& key
   return 1;
 }
 
-std::uint32_t CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t item_line) {
+std::uint32_t CGSIFDEF::ChkIFDEF(std::string_view file, std::string_view key,
+                                 std::string_view value, std::uint32_t item_line) {
   // The rule of all sections, not that of this kind, which has called.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   if (!CRUXSection::SetEntry(file, key, value, item_line)) return 0;
   CRUXEntry& condition = *entries.front();
   if (!CheckAtOnce(condition, *this)) return 0;
   std::uint32_t scratch = 0;
-  return GetPreDefinedValue(*condition.m_RuxEntryData.Get<std::string>(), scratch);
+  return GetPreDefinedValue(*condition.m_RuxEntryData.text(), scratch);
 }
 
-std::uint32_t CGSINCLUDE::SetEntry(const std::string& file, const std::string& key,
-                                   const std::string& value, std::uint32_t item_line) {
+std::uint32_t CGSINCLUDE::SetEntry(std::string_view file, std::string_view key,
+                                   std::string_view value, std::uint32_t item_line) {
   CRUXEntry& entry = *AddFreeEntry(file, key, value, item_line);
   if (!CheckAtOnce(entry, *this)) return 1;
   CRUXParse included;

@@ -7,6 +7,7 @@
 #define FRONTEND_REPORT_H_
 
 #include <string>
+#include <string_view>
 
 #include "findings/finding.h"
 #include "frontend/check_context.h"
@@ -18,9 +19,12 @@ namespace ruxcomp::core {
 using findings::MessageId;
 
 namespace report_detail {
+// Output takes texts that end in a zero; not every view of one does.
+inline std::string Kept(std::string_view text) { return std::string(text); }
+inline std::uint32_t Kept(std::uint32_t number) { return number; }
 inline const char* ForOutput(const std::string& text) { return text.c_str(); }
 inline std::uint32_t ForOutput(std::uint32_t number) { return number; }
-inline std::string_view ForSink(const std::string& text) { return text; }
+inline std::string_view ForSink(std::string_view text) { return text; }
 inline std::uint32_t ForSink(std::uint32_t number) { return number; }
 
 // Once for all messages with arguments of the same types.
@@ -41,7 +45,8 @@ void Report(const findings::Subject& subject, const Arguments&... arguments) {
   if (findings::Sink* sink = findings::CurrentSink()) {
     report_detail::Send(*sink, Id, subject, report_detail::ForSink(arguments)...);
   } else {
-    Output(kOutputSize, findings::Message<Id>::kFormat, report_detail::ForOutput(arguments)...);
+    Output(kOutputSize, findings::Message<Id>::kFormat,
+           report_detail::ForOutput(report_detail::Kept(arguments))...);
   }
 }
 

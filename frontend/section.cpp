@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "frontend/defined_words.h"
@@ -12,12 +12,15 @@
 #include "frontend/entry_data.h"
 #include "frontend/identifiers.h"
 #include "frontend/section_kinds.h"
+#include "frontend/text.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/keys.h"
+#include "ruxcomp/language/rows.h"
 
 namespace ruxcomp::core {
 
-CRUXSection* CRUXSection::Create(const std::string& file, const std::string& section_name,
+CRUXSection* CRUXSection::Create(std::string_view file, std::string_view section_name,
                                  std::uint32_t header_line) {
   for (std::uint32_t row = 0; row < g_dwNTMSect; ++row) {
     if (section_name != g_NTMapSect[row].keyword) continue;
@@ -36,7 +39,7 @@ void CRUXSection::Destory() {
     head->clear();
   }
   InternedString::DropTexts();
-  CRUXEntry::m_itemTexts.Clear();
+  m_arena.Clear();
   g_tblPreDefine.clear();
 }
 
@@ -66,43 +69,28 @@ void CRUXSection::ReleaseRoom() {
   if (entries.capacity() > entries.size() + kFreeEntries) entries.shrink_to_fit();
 }
 
-CRUXEntry& CRUXSection::AddEntry(std::uint32_t entry_id, tagNOTATION flags, const std::string& file,
-                                 const std::string& key, const std::string& value,
+CRUXEntry& CRUXSection::AddEntry(std::uint32_t entry_id, tagNOTATION flags, std::string_view file,
+                                 InternedString key, std::string_view value,
                                  std::uint32_t item_line) {
   CRUXEntry& entry = *entries.emplace_back(MakeEntry(entry_id, flags));
   entry.Init(file, key, value, item_line, {script, ordinal, item});
   return entry;
 }
 
-std::size_t CRUXSection::FindTemplate(std::uint32_t entry_id) const {
-  for (std::size_t place = 0; place < entries.size(); ++place) {
-    if (const CRUXEntry* entry = entries[place].get()) {
-      if (entry->identifier == entry_id && !(entry->notation & kFreeName)) return place;
-    } else if (TemplateOf(place).identifier == entry_id) {
-      return place;
-    }
+std::uint32_t CRUXSection::SetEntry(std::string_view file, std::string_view key,
+                                    std::string_view value, std::uint32_t item_line) {
+  const std::size_t slot = FindTemplateRow(kind_, key);
+  if (slot >= kind_.templates.size()) return 0;
+  const EntryTemplate& row = TemplateOf(slot);
+  const InternedString keyword = InternedString::OfKeyword(*FindEntryRow(row.identifier));
+  CRUXEntry*& entry = entries[slot];
+  if (!entry) entry = MakeEntry(row.identifier, row.notation);
+  if (entry->name.empty()) {
+    entry->Init(file, keyword, value, item_line, {script, ordinal, item});
+  } else {
+    AddEntry(row.identifier, kOptional, file, keyword, value, item_line);
   }
-  return kNoPlace;
-}
-
-std::uint32_t CRUXSection::SetEntry(const std::string& file, const std::string& key,
-                                    const std::string& value, std::uint32_t item_line) {
-  for (std::uint32_t row = 0; row < g_dwNTMEntry; ++row) {
-    const char* keyword = g_NTMapEntry[row].keyword;
-    if (key[0] != keyword[0] || key != keyword) continue;
-    const std::uint32_t entry_id = g_NTMapEntry[row].identifier;
-    const std::size_t place = FindTemplate(entry_id);
-    if (place == kNoPlace) continue;
-    std::unique_ptr<CRUXEntry>& entry = entries[place];
-    if (!entry) entry = MakeEntry(entry_id, TemplateOf(place).notation);
-    if (entry->name.empty()) {
-      entry->Init(file, key, value, item_line, {script, ordinal, item});
-    } else {
-      AddEntry(entry_id, kOptional, file, key, value, item_line);
-    }
-    return 1;
-  }
-  return 0;
+  return 1;
 }
 
 namespace {
@@ -144,7 +132,7 @@ const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id) {
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index) {
   std::uint32_t seen = 0;
   for (std::size_t place = 0; place < section->entries.size(); ++place) {
-    CRUXEntry* entry = section->entries[place].get();
+    CRUXEntry* entry = section->entries[place];
     if (!entry) {
       if (section->TemplateOf(place).identifier == id) return nullptr;
       continue;
@@ -162,9 +150,9 @@ CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id) {
   return FindEntry(section, id, first);
 }
 
-const std::string* FindText(const CRUXSection* section, std::uint32_t id) {
+std::optional<Text> FindText(const CRUXSection* section, std::uint32_t id) {
   const CRUXEntry* entry = FindEntry(section, id);
-  return entry ? entry->m_RuxEntryData.Get<std::string>() : nullptr;
+  return entry ? entry->m_RuxEntryData.text() : std::nullopt;
 }
 
 }  // namespace ruxcomp::core

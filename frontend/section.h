@@ -3,8 +3,8 @@
 #define FRONTEND_SECTION_H_
 
 #include <cstdint>
-#include <memory>
-#include <string>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "frontend/entry.h"
@@ -16,8 +16,10 @@ class CRUXSection : public CRUXObj {
  public:
   // Makes a section of the kind that the name stands for, registers it and gives it its place and
   // name. Null for an unknown name; nothing is reported.
-  static CRUXSection* Create(const std::string& file, const std::string& section_name,
+  static CRUXSection* Create(std::string_view file, std::string_view section_name,
                              std::uint32_t header_line);
+
+  virtual ~CRUXSection() = default;
 
   // Deletes every section with its entries and empties the table of defined words. The registry
   // keeps its kinds, and their order, for the next run.
@@ -25,8 +27,8 @@ class CRUXSection : public CRUXObj {
 
   // Takes an item: fills the template that its key names or, when that is filled, adds a repeat of
   // it. Answers 0 when no template takes the key. The kinds extend this rule.
-  virtual std::uint32_t SetEntry(const std::string& file, const std::string& key,
-                                 const std::string& value, std::uint32_t item_line);
+  virtual std::uint32_t SetEntry(std::string_view file, std::string_view key,
+                                 std::string_view value, std::uint32_t item_line);
 
   // Shrinks `entries` to fit. Call it after the last item.
   void ReleaseRoom();
@@ -43,8 +45,8 @@ class CRUXSection : public CRUXObj {
   void SetBuffer(const RecordView& in);
 
   // First the slots, one for each template of the kind and null while unfilled; then what the
-  // script added.
-  std::vector<std::unique_ptr<CRUXEntry>> entries;
+  // script added. They are in the arena of the model.
+  std::vector<CRUXEntry*> entries;
 
   // The template of a slot, which says what an entry there is.
   const EntryTemplate& TemplateOf(std::size_t slot) const { return kind_.templates.begin()[slot]; }
@@ -78,16 +80,11 @@ class CRUXSection : public CRUXObj {
   void Init0(std::vector<CRUXSection*>& header);
 
   // Makes an entry that no slot is for, fills it with the item and adds it.
-  CRUXEntry& AddEntry(std::uint32_t entry_id, tagNOTATION flags, const std::string& file,
-                      const std::string& key, const std::string& value, std::uint32_t item_line);
+  CRUXEntry& AddEntry(std::uint32_t entry_id, tagNOTATION flags, std::string_view file,
+                      InternedString key, std::string_view value, std::uint32_t item_line);
 
  private:
   static constexpr std::size_t kFreeEntries = 4;  // that room is made for besides the slots
-  static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
-
-  // Where the first slot or entry of that identifier whose name is not free is; kNoPlace when there
-  // is none.
-  std::size_t FindTemplate(std::uint32_t entry_id) const;
 
   // Makes the entry of every empty slot.
   void FillSlots();
@@ -112,13 +109,11 @@ CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t
 // The first entry with that identifier; null when there is none, or only an empty slot for it.
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id);
 
-// The text of the first entry with that identifier; null when there is none or it holds no text.
-const std::string* FindText(const CRUXSection* section, std::uint32_t id);
+// The text of the first entry with that identifier; none when there is none or it holds no text.
+std::optional<Text> FindText(const CRUXSection* section, std::uint32_t id);
 
 // Whether the script gave the entry that is in a place of a section.
-inline bool IsGiven(const std::unique_ptr<CRUXEntry>& entry) {
-  return entry && entry->m_RuxEntryData.HasData();
-}
+inline bool IsGiven(const CRUXEntry* entry) { return entry && entry->m_RuxEntryData.HasData(); }
 
 // Whether the values of the section may name arguments and each other; a restored section is what
 // its name says.

@@ -3,8 +3,7 @@
 #define FRONTEND_SECTION_KINDS_H_
 
 #include <cstdint>
-#include <memory>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "frontend/section.h"
@@ -21,7 +20,7 @@ class CGSSection : public CRUXSection {
   // For restoring a stored section, which brings its identifier and flags along.
   CGSSection() : CGSSection(0, 0) {}
 
-  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+  std::uint32_t SetEntry(std::string_view file, std::string_view key, std::string_view value,
                          std::uint32_t item_line) override {
     if (CRUXSection::SetEntry(file, key, value, item_line)) return 1;
     return AddFreeEntry(file, key, value, item_line) ? 1 : 0;
@@ -33,11 +32,11 @@ class CGSSection : public CRUXSection {
  protected:
   // Adds an item as an entry of the first free row of the kind that fits the key; null when none
   // does.
-  CRUXEntry* AddFreeEntry(const std::string& file, const std::string& key, const std::string& value,
+  CRUXEntry* AddFreeEntry(std::string_view file, std::string_view key, std::string_view value,
                           std::uint32_t item_line) {
     for (const FreeEntryRule& rule : kKind.free_entries) {
       if (!BeginsWith(key, rule.prefix)) continue;
-      return &AddEntry(rule.identifier, rule.notation, file, key, value, item_line);
+      return &AddEntry(rule.identifier, rule.notation, file, InternedString(key), value, item_line);
     }
     return nullptr;
   }
@@ -69,7 +68,7 @@ using CGSREPEATER = CGSSection<SECTION_REPEATER>;
 class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
  public:
   using CGSSection::CGSSection;
-  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+  std::uint32_t SetEntry(std::string_view file, std::string_view key, std::string_view value,
                          std::uint32_t item_line) override;
 };
 
@@ -78,14 +77,14 @@ class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
 class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
  public:
   using CGSSection::CGSSection;
-  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+  std::uint32_t SetEntry(std::string_view file, std::string_view key, std::string_view value,
                          std::uint32_t item_line) override;
 
   std::uint32_t ifdefSeen = 0;    // 1 once the first item was handled
   std::uint32_t ifdefResult = 0;  // whether the condition held; gates nothing
 
  private:
-  std::uint32_t ChkIFDEF(const std::string& file, const std::string& key, const std::string& value,
+  std::uint32_t ChkIFDEF(std::string_view file, std::string_view key, std::string_view value,
                          std::uint32_t item_line);
 };
 
@@ -93,7 +92,7 @@ class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
 class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
  public:
   using CGSSection::CGSSection;
-  std::uint32_t SetEntry(const std::string& file, const std::string& key, const std::string& value,
+  std::uint32_t SetEntry(std::string_view file, std::string_view key, std::string_view value,
                          std::uint32_t item_line) override;
 };
 

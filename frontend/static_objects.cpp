@@ -2,18 +2,18 @@
 // destroys them in the reverse order. They are in one file because the order holds only within one.
 #include <cstdint>
 #include <ios>
-#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "frontend/arena.h"
 #include "frontend/defined_words.h"
-#include "frontend/entry.h"
 #include "frontend/interned_string.h"
 #include "frontend/lifetime.h"
 #include "frontend/obj.h"
 #include "frontend/parse.h"
 #include "frontend/section_kinds.h"  // IWYU pragma: keep
-#include "frontend/text_arena.h"
+#include "frontend/text.h"
 #include "ruxcomp/model/seeded_hash.h"
 
 namespace ruxcomp::core {
@@ -28,13 +28,14 @@ RUX_FROM_LOAD_TO_UNLOAD const std::ios_base::Init standard_streams;
 
 RUX_FROM_LOAD_TO_UNLOAD CRUXParse g_Parse;  // loads the reader plug-in
 
-RUX_FROM_LOAD_TO_UNLOAD std::map<std::string, std::uint32_t> g_tblPreDefine;
+RUX_FROM_LOAD_TO_UNLOAD DefinedWords g_tblPreDefine;
 
 RUX_FROM_LOAD_TO_UNLOAD std::vector<std::string> CRUXObj::m_svstrIncFiles;
 
 // Before the lists, so that sections may be dropped until the lists are gone.
-RUX_FROM_LOAD_TO_UNLOAD ruxcomp::detail::HashSet<std::string> InternedString::m_texts;
-RUX_FROM_LOAD_TO_UNLOAD TextArena CRUXEntry::m_itemTexts;
+RUX_FROM_LOAD_TO_UNLOAD Arena CRUXObj::m_arena;
+RUX_FROM_LOAD_TO_UNLOAD ruxcomp::detail::HashMap<std::string_view, const Text*>
+    InternedString::m_texts;
 
 // Of the lists only their own storage goes at unload, never the sections that they point to.
 RUX_FROM_LOAD_TO_UNLOAD std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;

@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <stdexcept>
-#include <string>
+#include <string_view>
 
 namespace ruxcomp::core {
 
 void RaiseNoCharacter() { throw std::out_of_range("basic_string::at"); }
 
-std::string TextAfter(const std::string& text, std::size_t characters) {
+std::string_view TextAfter(std::string_view text, std::size_t characters) {
   if (text.size() < characters) throw std::out_of_range("basic_string::substr");
   return text.substr(characters);
 }

@@ -4,7 +4,7 @@
 #define FRONTEND_TEXT_ERRORS_H_
 
 #include <cstddef>
-#include <string>
+#include <string_view>
 
 namespace ruxcomp::core {
 
@@ -13,7 +13,7 @@ namespace ruxcomp::core {
 
 // What follows the first characters of a text. Raises std::out_of_range, "basic_string::substr",
 // when it has fewer.
-std::string TextAfter(const std::string& text, std::size_t characters);
+std::string_view TextAfter(std::string_view text, std::size_t characters);
 
 }  // namespace ruxcomp::core
 

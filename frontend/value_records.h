@@ -1,29 +1,29 @@
 // The typed records of parsed values, one for each shape of value_types.def.
 //
 // The members and their order come from its rows; whatever fills, checks, compiles, stores or
-// prints a record walks them with VisitFields. A member is a text or a list of texts.
+// prints a record walks them with VisitFields. A member is a text or a list of texts in the arena
+// of the model: records are copied by copying these.
 #ifndef FRONTEND_VALUE_RECORDS_H_
 #define FRONTEND_VALUE_RECORDS_H_
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <variant>
 #include <vector>
 
 #include "frontend/interned_string.h"
+#include "frontend/text.h"
 #include "ruxcomp/language/values.h"
 
 namespace ruxcomp::core {
-
-using TextList = std::vector<std::string>;
 
 namespace value_records {
 
 template <ruxcomp::language::FieldKind Kind>
 using Member =
-    std::conditional_t<Kind == ruxcomp::language::FieldKind::kList, TextList, std::string>;
+    std::conditional_t<Kind == ruxcomp::language::FieldKind::kList, TextList, std::string_view>;
 
 }  // namespace value_records
 
@@ -92,18 +92,18 @@ struct RecordView;  // debugmeta/bytes.h
 // The parsed form of a value description: type code, the text that named the type, typed record.
 class CGeValue {
  public:
-  // Empty: type 0, no record, no type string. Copies are independent of their source.
+  // Empty: type 0, no record, no type string.
   CGeValue() = default;
-  CGeValue(std::uint32_t type, const std::string& text) { Create(type, text); }
+  CGeValue(std::uint32_t type, std::string_view text) { Create(type, text); }
 
   // Sets type and type string and makes the type's empty record; types without one get none.
-  void Create(std::uint32_t type, const std::string& text);
+  void Create(std::uint32_t type, std::string_view text);
 
   // Back to empty.
   void Destory();
 
   std::uint32_t GetType() const { return type_; }
-  const std::string& GetStrType() const { return str_type_; }
+  Text GetStrType() const { return str_type_.text(); }
 
   // The live record of value_records.h, owned by this object; null when there is none.
   void* GetData() { return LiveAddress(record_); }

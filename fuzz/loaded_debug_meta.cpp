@@ -92,7 +92,7 @@ std::uint32_t ExpectSections(const std::vector<rux::compiled::DebugSection>& dec
 }  // namespace
 
 void ExpectLoaded(const rux::compiled::DebugMeta& meta) {
-  Expect(g_tblPreDefine.size() == meta.words.size(), "defined words are those of the file");
+  Expect(g_tblPreDefine.words().size() == meta.words.size(), "defined words are those of the file");
   for (const rux::compiled::DebugWord& word : meta.words) {
     std::uint32_t value = 0;
     Expect(GetPreDefinedValue(word.name, value) && value == word.value,

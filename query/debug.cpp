@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -14,6 +15,7 @@
 #include "frontend/entry.h"
 #include "frontend/entry_data.h"
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "query/result.h"
 #include "ruxcomp/data.h"
@@ -41,9 +43,8 @@ struct TextWriter {
     first = false;
     Write(part);
   }
-  void operator()(const std::string& part) { (*this)(std::string_view(part)); }
   void operator()(const TextList& list) {
-    for (const std::string& part : list) (*this)(part);
+    for (const std::string_view part : list) (*this)(part);
   }
   void operator()(std::monostate) {}
   void operator()(std::uint32_t number) {
@@ -70,7 +71,7 @@ struct TextWriter {
 // after it; null: nowhere. Takes no memory. Returns its size without the zero.
 std::size_t WriteValueText(const CRuxEntryData& data, char* out) {
   TextWriter writer{out};
-  std::visit(writer, data.payload());
+  data.Visit(writer);
   if (out) out[writer.size] = '\0';
   return writer.size;
 }
@@ -93,16 +94,17 @@ CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
 
 // The text of the section's first entry of that identifier; null, and why, when there is none.
 struct FoundText {
-  const std::string* text;
+  std::optional<Text> text;
   RuxLastError code;
 };
 FoundText EntryText(GDSECTION section, std::uint32_t id) {
-  if (!section) return {nullptr, RUX_ERROR_NO_SECTION};
+  if (!section) return {std::nullopt, RUX_ERROR_NO_SECTION};
   if (const CRUXEntry* entry = FindEntry(Section(section), id)) {
-    const auto* text = entry->m_RuxEntryData.Get<std::string>();
+    const std::optional<Text> text = entry->m_RuxEntryData.text();
     return {text, text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE};
   }
-  return {nullptr, Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY};
+  return {std::nullopt,
+          Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY};
 }
 
 const char* Answer(const FoundText& found) {
@@ -152,9 +154,9 @@ GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
   constexpr GDENTRY kNone = nullptr;
   if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
   std::uint32_t count = 0;
-  for (const auto& entry : Section(section)->entries) {
+  for (CRUXEntry* entry : Section(section)->entries) {
     if (!IsGiven(entry)) continue;
-    if (count++ == ordinal) return ResultD(RUX_ERROR_OK, GDENTRY{entry.get()});
+    if (count++ == ordinal) return ResultD(RUX_ERROR_OK, GDENTRY{entry});
   }
   return CrossedResult(count == 0 ? RUX_ERROR_NO_ENTRY : RUX_ERROR_OUT_OF_RANGE, kNone);
 }

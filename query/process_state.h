@@ -6,14 +6,16 @@
 // clang-format off
 //   kept by ResetProcessState:
 //   g_Parse                         the reader plug-in, and the script that is open
+//   standard_streams                that the host's Output may write to from the start
 //   plugin::lookup                  how the plug-in's operations are found
 //   findings::detail::sink          where messages go
 //   detail::SeedOfProcess           what hashes depend on
 //
 //   reset by it, as by gccCompEnd or gdUnInit:
 //   CGSSection<...>::m_sHeader      the sections of each kind
+//   CRUXObj::m_arena                the entries, values and texts of the source model
 //   InternedString::m_texts         the texts of names, besides InternedString::kEmpty
-//   CRUXEntry::m_itemTexts          the texts of items that are to be checked
+//   InternedString::m_keywords      those of keywords
 //   g_tblPreDefine                  the defined words
 //
 //   reset by it, as by gcUnInit:

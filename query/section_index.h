@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "backend/symbol_tables.h"
-#include "frontend/text_arena.h"
+#include "frontend/arena.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/model/seeded_hash.h"
 #include "ruxcomp/records.h"
@@ -39,7 +39,7 @@ class SectionIndex {
   };
   using Ids = ruxcomp::detail::HashMap<std::uint32_t, Place>;
   struct Names {
-    TextArena texts;
+    Arena texts;
     ruxcomp::detail::HashMap<std::string_view, Place> places;
   };
   struct Kind {

@@ -1,5 +1,6 @@
 #include "run/readers.h"
 
+#include <cstdint>
 #include <string>
 
 #include "frontend/plugin.h"
@@ -7,6 +8,7 @@
 #include "reader/identity.h"
 #include "reader/script.h"
 #include "reader/script_file.h"
+#include "reader/value.h"
 
 namespace rux::run {
 namespace {
@@ -31,8 +33,22 @@ void* OpenScript(const std::string& path) {
       .release();
 }
 
+bool ViewItem(void* section, std::uint32_t index, std::string& room, plugin::Item& item) {
+  const auto& info = *static_cast<const ruxcomp::reader::Section*>(section);
+  if (index >= info.item_count) return false;
+  const ruxcomp::reader::Item& read = info.items[index];
+  ruxcomp::reader::ScriptFile::NoteDelivery(read);
+  item = {read.key, read.value, read.line};
+  if (read.blanks_at_commas != 0) {
+    room.resize(read.value.size() - read.blanks_at_commas);
+    ruxcomp::reader::CopyCooked(read.value, read.blanks_at_commas, room.data());
+    item.value = room;
+  }
+  return true;
+}
+
 constexpr plugin::Operations kInside = {OpenScript, RSParse,       RSEnumSection, RSGetSectInfo,
-                                        RSEnumItem, RSFindSEction, RSCloseFile};
+                                        RSEnumItem, RSFindSEction, RSCloseFile,   ViewItem};
 
 // Every included file asks anew.
 bool IsInside(void* handle) {

@@ -22,6 +22,8 @@ SEEDED_HASH = "include/ruxcomp/model/seeded_hash.h"
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE)
 # Announcing what another room declares is no declaration.
+# A line that is code of a language with names: not blank, no comment, no directive.
+DECLARATION = re.compile(r"^(?!//|#)\S", re.MULTILINE)
 NAMESPACE = re.compile(r"^namespace (rux\S*) \{\n(?!(?:(?:class|struct) \w+;\n)+\})", re.MULTILINE)
 # The headers that programs include declare records and functions without a namespace.
 INTERFACE = "include/ruxcomp"
@@ -68,7 +70,7 @@ def check_namespaces(name, text, namespace, exported, problems):
     for other in declared:
         if not (other + "::").startswith(namespace + "::"):
             problems.append(f"{name} declares names in {other}, not in {namespace}")
-    is_list = name.endswith(".def")
+    is_list = name.endswith(".def") or not DECLARATION.search(text)
     is_interface = pathlib.PurePath(name).parent.as_posix() == INTERFACE
     if not declared and not is_list and not is_interface and not exported.search(text):
         problems.append(f"{name} declares names outside of {namespace}")

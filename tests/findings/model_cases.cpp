@@ -45,12 +45,12 @@ void LoadWithoutPlugin(const std::string&) {
 }
 
 void FillEntryOfUnknownType(const std::string&) {
-  CGESTRING(0x10990001, 1).Init("board.rux", "NAME", "x", 3, {1, 2, 3});
+  CGESTRING(0x10990001, 1).Init("board.rux", InternedString("NAME"), "x", 3, {1, 2, 3});
 }
 
 void CheckEntryOfAnotherType(const std::string&) {
   CGESTRING entry(0x10080001, 10);
-  entry.Init("board.rux", "G_A", "x", 8, {1, 2, 3});
+  entry.Init("board.rux", InternedString("G_A"), "x", 8, {1, 2, 3});
   entry.IsValid(NewSection("GLOBAL"), kWholeModel);
 }
 

@@ -28,7 +28,7 @@ TEST_P(WrittenAgain, MetaFileIsTheSame) {
     });
     InOwnProcess([&] {
       ASSERT_EQ(ReadMeta(Path("first.meta"), nullptr), 1u);
-      EXPECT_EQ(WriteMeta(Path("second.meta")), 1u);
+      EXPECT_EQ(WriteMeta(Path("second.meta"), {}), 1u);
     });
     EXPECT_TRUE(SameBytes(WithoutTime("second.meta"), WithoutTime("first.meta")));
   });

@@ -7,6 +7,8 @@ using namespace ruxcomp::core;
 
 namespace {
 
+using Words = DefinedWords::Map;
+
 class IfdefTest : public ModelTest {
  protected:
   CGSIFDEF& section = dynamic_cast<CGSIFDEF&>(Create("IFDEF"));
@@ -23,7 +25,7 @@ TEST_F(IfdefTest, ConditionHoldsForADefinedWord) {
   EXPECT_EQ(section.ifdefSeen, 1u);
   EXPECT_EQ(section.ifdefResult, 1u);
   EXPECT_EQ(section.entries.size(), 1u);
-  EXPECT_EQ(*section.entries[0]->m_RuxEntryData.Get<std::string>(), "A");
+  EXPECT_EQ(*section.entries[0]->m_RuxEntryData.text(), "A");
 }
 
 TEST_F(IfdefTest, ConditionFailsForAnUndefinedWord) {
@@ -53,7 +55,7 @@ TEST_F(IfdefTest, ConditionFailsWhenItsCheckDoes) {
 TEST_F(IfdefTest, SecondItemIsTheFirstDefinition) {
   section.SetEntry("board.rux", "LOST", "1", 2);
   EXPECT_EQ(section.SetEntry("board.rux", "A", "5", 3), 1u);
-  EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 5}}));
+  EXPECT_EQ(g_tblPreDefine.words(), (Words{{"A", 5}}));
   ASSERT_EQ(section.entries.size(), 2u);
   EXPECT_EQ(section.entries[1]->identifier, 0x10010001u);
   EXPECT_EQ(section.entries[1]->notation, 10u);
@@ -65,7 +67,7 @@ TEST_F(IfdefTest, LaterItemsDoNotChangeTheCondition) {
   EXPECT_EQ(section.SetEntry("board.rux", "A", "1", 3), 1u);
   EXPECT_EQ(section.SetEntry("board.rux", "DEFINEWORD", "2", 4), 1u);
   EXPECT_EQ(section.ifdefResult, 0u);
-  EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 1}, {"DEFINEWORD", 2}}));
+  EXPECT_EQ(g_tblPreDefine.words(), (Words{{"A", 1}, {"DEFINEWORD", 2}}));
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ TEST_F(LookupTest, FindEntryNumbersEntriesWithFreeNames) {
   CRUXSection& section = WithThreeGlobals(Create("GLOBAL"));
   for (std::uint32_t i = 0; i < 3; ++i) {
     std::uint32_t index = i;
-    EXPECT_EQ(FindEntry(&section, kG, index), section.entries[i].get());
+    EXPECT_EQ(FindEntry(&section, kG, index), section.entries[i]);
     EXPECT_EQ(index, i);
   }
 }
@@ -45,7 +45,7 @@ TEST_F(LookupTest, FindEntryTakesAnEntryOfAFixedNameWhateverTheIndexSays) {
   CRUXSection& section = Create("SENSOR");
   for (const std::uint32_t asked : {0u, 5u, kCount}) {
     std::uint32_t index = asked;
-    EXPECT_EQ(FindEntry(&section, kName, index), section.entries[1].get());
+    EXPECT_EQ(FindEntry(&section, kName, index), section.entries[1]);
     EXPECT_EQ(index, asked);
   }
 }
@@ -55,7 +55,7 @@ TEST_F(LookupTest, FindEntryTakesTheTemplateBeforeItsRepeats) {
   section.SetEntry("board.rux", "NAME", "a", 2);
   section.SetEntry("board.rux", "NAME", "b", 3);
   std::uint32_t index = 1;
-  EXPECT_EQ(FindEntry(&section, kName, index), section.entries[0].get());
+  EXPECT_EQ(FindEntry(&section, kName, index), section.entries[0]);
 }
 
 // VERSION is no entry of a TABLE.

@@ -5,9 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "frontend/section.h"
+#include "frontend/text.h"
 #include "tests/support/host.h"
+
+using Texts = std::vector<std::string>;
+inline Texts TextsOf(const ruxcomp::core::TextList& list) { return {list.begin(), list.end()}; }
 
 class ModelTest : public ::testing::Test {
  protected:

@@ -6,9 +6,11 @@ using namespace ruxcomp::core;
 
 namespace {
 
+using Words = DefinedWords::Map;
+
 using PredefineTest = ModelTest;
 
-TEST_F(PredefineTest, LoadingDefinesNothing) { EXPECT_TRUE(g_tblPreDefine.empty()); }
+TEST_F(PredefineTest, LoadingDefinesNothing) { EXPECT_TRUE(g_tblPreDefine.words().empty()); }
 
 TEST_F(PredefineTest, LaterValueReplacesTheEarlierOne) {
   AddPredDefineValue("A", 1);
@@ -16,7 +18,7 @@ TEST_F(PredefineTest, LaterValueReplacesTheEarlierOne) {
   std::uint32_t value = 0;
   EXPECT_EQ(GetPreDefinedValue("A", value), 1u);
   EXPECT_EQ(value, 2u);
-  EXPECT_EQ(g_tblPreDefine.size(), 1u);
+  EXPECT_EQ(g_tblPreDefine.words().size(), 1u);
 }
 
 TEST_F(PredefineTest, UnknownWordLeavesTheValueAlone) {
@@ -38,14 +40,14 @@ TEST_F(PredefineTest, ZeroIsAValue) {
 TEST_F(PredefineTest, WordsAreKeptInByteOrder) {
   for (const char* word : {"b", "\xC3\xA4", "B", "a", "A1", "A"}) AddPredDefineValue(word, 0);
   std::vector<std::string> words;
-  for (const auto& row : g_tblPreDefine) words.push_back(row.first);
+  for (const auto& row : g_tblPreDefine.words()) words.push_back(row.first);
   EXPECT_EQ(words, (std::vector<std::string>{"A", "A1", "B", "a", "b", "\xC3\xA4"}));
 }
 
 TEST_F(PredefineTest, EndOfTheModelForgetsTheWords) {
   AddPredDefineValue("A", 1);
   CRUXSection::Destory();
-  EXPECT_TRUE(g_tblPreDefine.empty());
+  EXPECT_TRUE(g_tblPreDefine.words().empty());
 }
 
 TEST_F(PredefineTest, DefineItemIsANumberAndAWord) {
@@ -56,18 +58,18 @@ TEST_F(PredefineTest, DefineItemIsANumberAndAWord) {
   for (const auto& entry : section.entries) {
     EXPECT_EQ(entry->identifier, 0x10010001u);
     EXPECT_EQ(entry->notation, 10u);
-    EXPECT_EQ(*entry->m_RuxEntryData.Get<std::uint32_t>(), 16u);
+    EXPECT_EQ(entry->m_RuxEntryData.number(), 16u);
   }
   EXPECT_EQ(section.entries[1]->name, "B");
   EXPECT_EQ(section.entries[1]->line, 5u);
-  EXPECT_EQ(g_tblPreDefine, (std::map<std::string, std::uint32_t>{{"A", 16}, {"B", 16}}));
+  EXPECT_EQ(g_tblPreDefine.words(), (Words{{"A", 16}, {"B", 16}}));
 }
 
 // The check of the whole model comes later and turns the parts once more.
 TEST_F(PredefineTest, CheckWhileReadingKeepsTheParts) {
   CRUXSection& section = Create("DEFINE");
   section.SetEntry("board.rux", "A", "1", 4);
-  EXPECT_EQ(section.entries[0]->ListItems(), TextList{"1"});
+  EXPECT_EQ(TextsOf(section.entries[0]->ListItems()), (Texts{"1"}));
 }
 
 TEST_F(PredefineTest, DefineItemThatFailsItsCheckStaysInTheSection) {
@@ -75,7 +77,7 @@ TEST_F(PredefineTest, DefineItemThatFailsItsCheckStaysInTheSection) {
   EXPECT_EQ(section.SetEntry("board.rux", "A", "", 4), 1u);
   EXPECT_EQ(section.SetEntry("board.rux", "1", "1", 5), 1u);
   EXPECT_EQ(section.entries.size(), 2u);
-  EXPECT_TRUE(g_tblPreDefine.empty());
+  EXPECT_TRUE(g_tblPreDefine.words().empty());
 }
 
 TEST_F(PredefineTest, IncludeItemIsAString) {
@@ -88,7 +90,7 @@ TEST_F(PredefineTest, IncludeItemIsAString) {
     EXPECT_EQ(entry->notation, 2u);
   }
   EXPECT_EQ(section.entries[0]->name, "FILE");
-  EXPECT_EQ(*section.entries[0]->m_RuxEntryData.Get<std::string>(), "none.rux");
+  EXPECT_EQ(*section.entries[0]->m_RuxEntryData.text(), "none.rux");
   EXPECT_EQ(section.entries[1]->name, "OTHER");
 }
 

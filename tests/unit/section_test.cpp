@@ -85,7 +85,7 @@ TEST_P(SectionKindTest, RestoringMakesAnEntryInEverySlot) {
     EXPECT_EQ(entry.name, "");
     EXPECT_EQ(entry.line, 0u);
     EXPECT_EQ(entry.fileIndex, 0u);
-    EXPECT_EQ(entry.ListItems(), TextList{});
+    EXPECT_EQ(TextsOf(entry.ListItems()), (Texts{}));
     EXPECT_FALSE(entry.m_RuxEntryData.HasData());
   }
 }
@@ -164,7 +164,7 @@ TEST_P(FreeEntryTest, IsMadeForAKeyThatNoTemplateTakes) {
   EXPECT_EQ(entry.name, row.key);
   EXPECT_EQ(entry.line, 7u);
   EXPECT_EQ(entry.GetFile(0), "b.rux");
-  EXPECT_EQ(entry.ListItems(), (TextList{"1", "2"}));
+  EXPECT_EQ(TextsOf(entry.ListItems()), (Texts{"1", "2"}));
   EXPECT_EQ(entry.m_RuxEntryData.GetType(), row.identifier);
 }
 
@@ -210,7 +210,7 @@ TEST_F(SectionTest, FirstItemFillsTheTemplate) {
   EXPECT_EQ(entry.notation, 1u);
   EXPECT_EQ(entry.line, 4u);
   EXPECT_EQ(entry.GetFile(0), "b.rux");
-  EXPECT_EQ(entry.ListItems(), TextList{"cpu"});
+  EXPECT_EQ(TextsOf(entry.ListItems()), (Texts{"cpu"}));
 }
 
 TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
@@ -219,7 +219,7 @@ TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
   EXPECT_EQ(section.SetEntry("b.rux", "NAME", "second", 5), 1u);
   EXPECT_EQ(section.SetEntry("b.rux", "NAME", "third", 6), 1u);
   ASSERT_EQ(section.entries.size(), 19u);
-  EXPECT_EQ(section.entries[1]->ListItems(), TextList{"first"});
+  EXPECT_EQ(TextsOf(section.entries[1]->ListItems()), (Texts{"first"}));
   for (const std::size_t repeat : {17u, 18u}) {
     const CRUXEntry& entry = *section.entries[repeat];
     EXPECT_NE(dynamic_cast<const CGESTRING*>(&entry), nullptr);
@@ -227,7 +227,7 @@ TEST_F(SectionTest, RepeatedKeyIsAnotherEntryOfNotationTwo) {
     EXPECT_EQ(entry.notation, 2u);
     EXPECT_EQ(entry.name, "NAME");
   }
-  EXPECT_EQ(section.entries[17]->ListItems(), TextList{"second"});
+  EXPECT_EQ(TextsOf(section.entries[17]->ListItems()), (Texts{"second"}));
   EXPECT_EQ(section.entries[18]->line, 6u);
 }
 
@@ -238,9 +238,9 @@ TEST_F(SectionTest, RepeatIsOfTheTemplatesClass) {
     group.SetEntry("b.rux", "SENSORS", "1", 4);
     sensor.SetEntry("b.rux", "VALUE", "VT", 4);
   }
-  EXPECT_NE(dynamic_cast<CGESTRINGLIST*>(group.entries.back().get()), nullptr);
+  EXPECT_NE(dynamic_cast<CGESTRINGLIST*>(group.entries.back()), nullptr);
   EXPECT_EQ(group.entries.back()->notation, 2u);
-  EXPECT_NE(dynamic_cast<CGEVALUE*>(sensor.entries.back().get()), nullptr);
+  EXPECT_NE(dynamic_cast<CGEVALUE*>(sensor.entries.back()), nullptr);
   EXPECT_EQ(sensor.entries.back()->identifier, 0x10080000u);
   EXPECT_EQ(sensor.entries.back()->notation, 2u);
 }

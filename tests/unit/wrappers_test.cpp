@@ -62,9 +62,9 @@ TEST_F(WrappersTest, RSFindSectionHandsOverAZeroBehindTheName) {
   parse.RSFindSection(file, "PROPERTY");
   void* plugin = dlopen(StandIn("complete").c_str(), RTLD_NOW | RTLD_LOCAL);
   ASSERT_NE(plugin, nullptr) << dlerror();
-  TextList calls;
-  reinterpret_cast<void (*)(TextList*)>(dlsym(plugin, "TakeCalls"))(&calls);
-  EXPECT_EQ(calls, (TextList{"RSOpenFile(script)", "RSFindSEction(file, PROPERTY, 0)"}));
+  Texts calls;
+  reinterpret_cast<void (*)(Texts*)>(dlsym(plugin, "TakeCalls"))(&calls);
+  EXPECT_EQ(calls, (Texts{"RSOpenFile(script)", "RSFindSEction(file, PROPERTY, 0)"}));
   dlclose(plugin);
 }
 

@@ -42,6 +42,13 @@ class Splitter {
   std::size_t next_;   // where the next part begins
 };
 
+// How many parts there are left.
+constexpr std::size_t CountParts(Splitter parts) {
+  std::size_t count = 0;
+  for (; !parts.IsAtEnd(); ++count) parts.Next();
+  return count;
+}
+
 // Appends all parts to a list of strings or of views.
 template <class List>
 void SplitItems(std::string_view text, List& items) {

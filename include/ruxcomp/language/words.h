@@ -30,16 +30,17 @@ void StoreWord(Bytes& bytes, std::size_t offset, std::uint32_t word) {
   StoreWord(&bytes[offset], word);
 }
 
-// Several words at once cost no more than one.
+// Several words at once cost little more than one.
+template <class Bytes>
+void AppendWords(Bytes& bytes, const std::uint32_t* first, std::size_t count) {
+  const std::size_t start = bytes.size();
+  bytes.resize(start + kWordSize * count);
+  auto* at = bytes.data() + start;
+  for (std::size_t i = 0; i < count; ++i) StoreWord(at + i * kWordSize, first[i]);
+}
 template <class Bytes>
 void AppendWords(Bytes& bytes, std::initializer_list<std::uint32_t> words) {
-  const std::size_t start = bytes.size();
-  bytes.resize(start + kWordSize * words.size());
-  auto* at = &bytes[start];
-  for (const std::uint32_t word : words) {
-    StoreWord(at, word);
-    at += kWordSize;
-  }
+  AppendWords(bytes, words.begin(), words.size());
 }
 
 template <class Bytes>
