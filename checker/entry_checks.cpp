@@ -93,7 +93,7 @@ bool CRUXEntry::PassesCommonChecks(const CheckContext& context, PayloadType type
 }
 
 bool CRUXEntry::TakeFirstItem(const CheckContext& context, unsigned int pass, Text& text) {
-  Splitter parts(text_);
+  Splitter parts(ItemText());
   if (parts.IsAtEnd()) {
     ReportEntry<MessageId::kMissingValue>(*this, context);
     return false;
@@ -163,7 +163,7 @@ std::uint32_t CGESTRINGLIST::IsValid(const CheckContext& context, unsigned int p
 std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_REPEATER, answer)) return answer;
-  Splitter parts(text_);
+  Splitter parts(ItemText());
   const std::size_t count = CountParts(parts);
   if (count == 0) {
     ReportEntry<MessageId::kMissingValue>(*this, context);
@@ -173,7 +173,8 @@ std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pas
     ReportEntry<MessageId::kIncompleteRepeater>(*this, context);
     return 0;
   }
-  RepeaterRecord& record = *m_RuxEntryData.repeater();
+  RepeaterRecord& record = m_arena.Make<RepeaterRecord>();
+  m_RuxEntryData.Set(record);
   record.Count = parts.Next();
   record.Action = parts.Next();
   record.Args = Keep(parts, count - 2);

@@ -192,7 +192,7 @@ std::uint32_t ReferenceCheck::CheckArgumentCount(const ValueFields& fields) cons
 std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) {
   std::uint32_t answer = 0;
   if (!PassesCommonChecks(context, PAYLOAD_VALUE, answer)) return answer;
-  Splitter parts(text_);
+  Splitter parts(ItemText());
   if (parts.IsAtEnd()) {
     ReportEntry<MessageId::kMissingValueType>(*this, context);
     return 0;
@@ -204,8 +204,8 @@ std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) 
     DropItems(pass);
     return 0;
   }
-  CGeValue& value = *m_RuxEntryData.value();
-  value.Create(code, type_name);
+  CGeValue& value = m_arena.Make<CGeValue>(code, type_name);
+  m_RuxEntryData.Set(value);
 
   const std::size_t count = CountParts(parts);
   const ValueType& type = TypeFor(code, count > 0 ? Splitter(parts).Next() : std::string_view());

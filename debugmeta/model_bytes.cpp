@@ -163,10 +163,14 @@ void CRuxEntryData::SetBuffer(const RecordView& in) {
     reader.ReadInto<Text>([&](Text read) { Set(read); });
   } else if (list()) {
     reader.ReadInto<TextList>([&](const TextList& read) { Set(read); });
-  } else if (CGeValue* made = value()) {
-    made->SetBuffer(reader.Nested());
-  } else if (RepeaterRecord* record = repeater()) {
-    VisitFields(*record, reader);
+  } else if (value()) {
+    CGeValue& made = CRUXObj::m_arena.Make<CGeValue>();
+    Set(made);
+    made.SetBuffer(reader.Nested());
+  } else if (repeater()) {
+    RepeaterRecord& made = CRUXObj::m_arena.Make<RepeaterRecord>();
+    Set(made);
+    VisitFields(made, reader);
   }
 }
 

@@ -20,11 +20,13 @@ void CRUXEntry::Init(std::string_view file, InternedString key, std::string_view
   item = origin.item;
   m_RuxEntryData.Create(identifier);
   if (!m_RuxEntryData.HasData()) Report<MessageId::kEntryWithoutPayload>({origin}, identifier);
-  text_ = m_arena.Add(value);
+  const Text text = m_arena.Add(value);
+  text_ = text.c_str();
+  text_size_ = text.size();
 }
 
 TextList CRUXEntry::ListItems() const {
-  Splitter parts(text_);
+  Splitter parts(ItemText());
   return Keep(parts, CountParts(parts));
 }
 

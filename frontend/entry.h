@@ -45,9 +45,6 @@ class CRUXEntry : public CRUXObj {
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
-  // Which item of its section the entry was made from; kNone when it was restored.
-  std::uint32_t item = findings::Origin::kNone;
-
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
 
   // The comma-separated parts of the item's text, quotes removed; none once the check of the whole
@@ -81,14 +78,23 @@ class CRUXEntry : public CRUXObj {
 
   // Drops the text at the end of a first pass that turned it.
   void DropItems(unsigned int pass) {
-    if (pass == kWholeModel) text_ = {};
+    if (pass == kWholeModel) text_size_ = 0;
   }
 
   // The next parts of an item's text, of which there are that many at least, side by side.
   static TextList Keep(Splitter& parts, std::size_t count);
 
   // The item's text as the script gave it. The texts of the payload are views of it.
-  Text text_;
+  std::string_view ItemText() const { return {text_, text_size_}; }
+
+ private:
+  // A size and a pointer, not a Text, which would leave a gap: a script may have millions of items.
+  const char* text_ = "";
+  std::uint32_t text_size_ = 0;
+
+ public:
+  // Which item of its section the entry was made from; kNone when it was restored.
+  std::uint32_t item = findings::Origin::kNone;
 };
 
 // Reports that a section lacks an entry; `unfilled` says which one.

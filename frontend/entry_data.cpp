@@ -5,7 +5,6 @@
 #include "frontend/entry.h"
 #include "frontend/identifiers.h"
 #include "frontend/obj.h"
-#include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/rows.h"
 
@@ -13,29 +12,19 @@ namespace ruxcomp::core {
 
 namespace {
 
-template <class Record>
-const void* MakeRecord() {
-  return &CRUXObj::m_arena.Make<Record>();
-}
-
 template <class Entry>
 CRUXEntry* MakeEntryOf(std::uint32_t identifier, tagNOTATION notation) {
   return &CRUXObj::m_arena.Make<Entry>(identifier, notation);
 }
 
-// What an entry with a payload is made of: its class and, for a payload that is larger than a few
-// words, what makes the record.
 struct PayloadRow {
   PayloadType type;
   CRUXEntry* (*make_entry)(std::uint32_t identifier, tagNOTATION notation);
-  const void* (*make_record)();
 };
 constexpr PayloadRow kPayloads[] = {
-    {PAYLOAD_DWORD, MakeEntryOf<CGEDWORD>, nullptr},
-    {PAYLOAD_STRING, MakeEntryOf<CGESTRING>, nullptr},
-    {PAYLOAD_STRINGLIST, MakeEntryOf<CGESTRINGLIST>, nullptr},
-    {PAYLOAD_VALUE, MakeEntryOf<CGEVALUE>, MakeRecord<CGeValue>},
-    {PAYLOAD_REPEATER, MakeEntryOf<CGEREPEATER>, MakeRecord<RepeaterRecord>},
+    {PAYLOAD_DWORD, MakeEntryOf<CGEDWORD>},           {PAYLOAD_STRING, MakeEntryOf<CGESTRING>},
+    {PAYLOAD_STRINGLIST, MakeEntryOf<CGESTRINGLIST>}, {PAYLOAD_VALUE, MakeEntryOf<CGEVALUE>},
+    {PAYLOAD_REPEATER, MakeEntryOf<CGEREPEATER>},
 };
 
 // The row for an entry identifier; null when its payload type is unknown.
@@ -47,11 +36,9 @@ const PayloadRow* FindPayload(std::uint32_t identifier) {
 }  // namespace
 
 void CRuxEntryData::Create(std::uint32_t type) {
-  const PayloadRow* row = FindPayload(type);
   type_ = type;
   size_ = 0;
-  data_ = nullptr;
-  if (row) data_ = row->make_record ? row->make_record() : kNothing;
+  data_ = FindPayload(type) ? kNothing : nullptr;
 }
 
 void CRuxEntryData::Destory() {

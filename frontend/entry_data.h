@@ -46,14 +46,12 @@ class CRuxEntryData {
   std::optional<TextList> list() const {
     return Holds(PAYLOAD_STRINGLIST) ? std::optional(AsList()) : std::nullopt;
   }
-  const CGeValue* value() const { return Holds(PAYLOAD_VALUE) ? &As<CGeValue>() : nullptr; }
-  CGeValue* value() { return Holds(PAYLOAD_VALUE) ? &As<CGeValue>() : nullptr; }
+  const CGeValue* value() const { return Holds(PAYLOAD_VALUE) ? &AsValue() : nullptr; }
   const RepeaterRecord* repeater() const {
-    return Holds(PAYLOAD_REPEATER) ? &As<RepeaterRecord>() : nullptr;
+    return Holds(PAYLOAD_REPEATER) ? &AsRepeater() : nullptr;
   }
-  RepeaterRecord* repeater() { return Holds(PAYLOAD_REPEATER) ? &As<RepeaterRecord>() : nullptr; }
 
-  // Another number, text or list for a payload of that type.
+  // Another number, text, list, value or repeater for a payload of that type.
   void Set(std::uint32_t number) { size_ = number; }
   void Set(Text text) {
     data_ = text.c_str();
@@ -63,6 +61,8 @@ class CRuxEntryData {
     data_ = list.empty() ? kNothing : static_cast<const void*>(list.begin());
     size_ = static_cast<std::uint32_t>(list.size());
   }
+  void Set(const CGeValue& value) { data_ = &value; }
+  void Set(const RepeaterRecord& repeater) { data_ = &repeater; }
 
   // Calls visit(payload) with what there is: a number, a Text, a TextList, a CGeValue, a
   // RepeaterRecord; std::monostate for none.
@@ -77,9 +77,9 @@ class CRuxEntryData {
       case PAYLOAD_STRINGLIST:
         return visit(AsList());
       case PAYLOAD_VALUE:
-        return visit(static_cast<const CGeValue&>(As<CGeValue>()));
+        return visit(AsValue());
       case PAYLOAD_REPEATER:
-        return visit(static_cast<const RepeaterRecord&>(As<RepeaterRecord>()));
+        return visit(AsRepeater());
     }
   }
 
@@ -93,10 +93,16 @@ class CRuxEntryData {
   bool Holds(PayloadType type) const { return HasData() && PayloadOf(type_) == type; }
   Text AsText() const { return {static_cast<const char*>(data_), size_}; }
   TextList AsList() const { return {static_cast<const std::string_view*>(data_), size_}; }
-  template <class T>
-  T& As() const {
-    return *static_cast<T*>(const_cast<void*>(data_));
+  // A script may have millions of values that say nothing: these take no memory.
+  const CGeValue& AsValue() const {
+    return data_ == kNothing ? kEmptyValue : *static_cast<const CGeValue*>(data_);
   }
+  const RepeaterRecord& AsRepeater() const {
+    return data_ == kNothing ? kEmptyRepeater : *static_cast<const RepeaterRecord*>(data_);
+  }
+
+  static constexpr CGeValue kEmptyValue{};
+  static constexpr RepeaterRecord kEmptyRepeater{};
 
   std::uint32_t type_ = 0;
   std::uint32_t size_ = 0;      // of a text or list; the number

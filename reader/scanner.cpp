@@ -84,9 +84,8 @@ class Scanner {
         report_(report) {}
 
   void Run() {
-    // Room for the items of most scripts; where lines are shorter, it grows.
-    constexpr std::size_t kBytesPerItem = 16;
-    items_.reserve(text_.size() / kBytesPerItem);
+    // No more than one for each line; what is not used of it is never touched.
+    items_.reserve(static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')) + 1);
     while (!lines_.is_at_end()) ScanLine();
     // Only now do the items stay where they are.
     const Item* items = items_.data();

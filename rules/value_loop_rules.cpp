@@ -66,17 +66,21 @@ class ValueLoopRule : public Rule {
       actions_.emplace(item.first(), action_);
       return;
     }
-    const std::uint32_t node = AddNode({item.name(), item});
+    const auto node = static_cast<std::uint32_t>(nodes_.size());
+    const std::size_t first = references_.size();
+    ForEachField(item, [&](std::string_view part, Role role) {
+      const Named named = NamedBy(item, part, role);
+      if (named != Named::kNothing) references_.push_back({node, named, part, kUnknown});
+    });
+    // What refers to nothing is part of no loop.
+    if (references_.size() == first) return;
+    AddNode({item.name(), item});
     if (item.IsIn(language::SECTION_ACTION)) {
       references_.push_back({action_, Named::kNothing, {}, node});
       local_values_.emplace(item.name(), node);
     } else {
       globals_.emplace(item.name(), node);
     }
-    ForEachField(item, [&](std::string_view part, Role role) {
-      const Named named = NamedBy(item, part, role);
-      if (named != Named::kNothing) references_.push_back({node, named, part, kUnknown});
-    });
   }
 
   void EndSection() override {

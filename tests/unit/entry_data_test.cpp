@@ -43,7 +43,7 @@ TEST_F(EntryDataTest, UpperBitsOfTheTypeSelectThePayload) {
   data.Create(0x10080008);
   EXPECT_EQ(KindsOf(data), "value ");
   EXPECT_EQ(data.value()->GetType(), 0u);
-  EXPECT_EQ(data.value()->GetData(), nullptr);
+  EXPECT_EQ(data.value()->record().index(), 0u);
   data.Create(0x10100001);
   EXPECT_EQ(KindsOf(data), "repeater ");
   EXPECT_EQ(data.repeater()->Count, "");

@@ -34,6 +34,8 @@ const Flood kFloods[] = {
     {"SectionsWithoutEntries", "", "[SENSOR]\n", 7, 0, 2},
     // An unknown section, and text after its header.
     {"ALogFile", "", "[12:00:01] fan 3 stalled\n", 1, 1, 0},
+    // Names that do not begin with G_.
+    {"LinesOfOneCharacter", "[GLOBAL]\n", "A\n", 1, 0, 0},
     {"QuotesWithoutEnd", "[PROPERTY]\n", "A@ = \"x\n", 1, 0, 0},
     {"SurplusValues", "[PROPERTY]\n", "A@ = 1, 2\n", 0, 1, 0},
     {"UnknownSensors", "[PELMGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 1", ",@", 1, 0, 0},
