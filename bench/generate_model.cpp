@@ -1,22 +1,35 @@
 // Writes generated models, see Usage.
+#include <cstdint>
 #include <cstdlib>
-#include <fstream>
+#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "bench/model/machine.h"
+#include "bench/model/contents.h"
 #include "bench/model/shapes.h"
 #include "bench/model/writers.h"
 
 namespace {
 
 int Usage() {
-  std::cerr << "usage: generate_model [--rich] LANGUAGE SENSORS FILE   a machine; LANGUAGE:";
+  std::cerr << "usage: generate_model CONTENT LANGUAGE SENSORS FILE   a machine: FILE and what it "
+               "includes\n       LANGUAGE:";
   for (const Language& language : Languages()) std::cerr << ' ' << language.name;
-  std::cerr << "\n       generate_model SHAPE COUNT FOLDER   FOLDER/main.rux and what it includes\n"
-               "       generate_model shapes               lists the shapes\n";
+  std::cerr
+      << "\n       generate_model SHAPE COUNT FOLDER   FOLDER/main.rux and what it includes\n"
+         "       generate_model contents             lists the contents, with options for rux\n"
+         "       generate_model shapes               lists the shapes\n";
   return 2;
+}
+
+int ListContents() {
+  for (const Content& content : Contents()) {
+    std::cout << content.name;
+    for (const char* option : content.options) std::cout << ' ' << option;
+    std::cout << '\n';
+  }
+  return 0;
 }
 
 int ListShapes() {
@@ -28,26 +41,40 @@ int ListShapes() {
   return 0;
 }
 
-}  // namespace
+std::uint32_t Count(const std::string& text) {
+  return static_cast<std::uint32_t>(std::strtoul(text.c_str(), nullptr, 10));
+}
 
-int main(int argc, char** argv) {
-  std::vector<std::string> arguments(argv + 1, argv + argc);
-  const bool rich = !arguments.empty() && arguments[0] == "--rich";
-  if (rich) arguments.erase(arguments.begin());
-  if (arguments == std::vector<std::string>{"shapes"}) return ListShapes();
-  if (arguments.size() != 3) return Usage();
-  const auto count = static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10));
-  if (!count) return Usage();
+int WriteMachine(const std::vector<std::string>& arguments) {
+  const std::uint32_t sensors = Count(arguments[2]);
   for (const Language& language : Languages()) {
-    if (arguments[0] != language.name) continue;
-    std::ofstream file(arguments[2], std::ios::binary);
-    language.write(MakeMachine(count, rich), file);
-    return file.flush() ? 0 : 1;
+    if (arguments[1] != language.name || !sensors) continue;
+    language.write(ContentNamed(arguments[0]).make(sensors), arguments[3]);
+    return 0;
   }
+  return Usage();
+}
+
+int WriteShape(const std::vector<std::string>& arguments) {
+  const std::uint32_t count = Count(arguments[1]);
   for (const Shape& shape : Shapes()) {
-    if (arguments[0] != shape.name || rich) continue;
+    if (arguments[0] != shape.name || !count) continue;
     shape.write(count, arguments[2]);
     return 0;
   }
   return Usage();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  if (arguments == std::vector<std::string>{"contents"}) return ListContents();
+  if (arguments == std::vector<std::string>{"shapes"}) return ListShapes();
+  if (arguments.size() == 4) return WriteMachine(arguments);
+  if (arguments.size() == 3) return WriteShape(arguments);
+  return Usage();
+} catch (const std::exception& error) {
+  std::cerr << "generate_model: " << error.what() << '\n';
+  return 1;
 }

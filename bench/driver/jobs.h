@@ -9,7 +9,11 @@
 // Ten times the model may take eleven times the time: log10(11).
 constexpr Target kStraight = {Target::kGrowth, 1.0414};
 
-// Whole machines of 1,000 sensors to `most`, compiled by rux, dtc and flatc.
+// The size that targets speak of.
+constexpr std::uint32_t kTargetSize = 10000;
+
+// Whole machines of each content, of 10 sensors to `most`, compiled by rux, dtc and flatc; and very
+// many small ones in one run.
 void CompileMachines(Report& report, std::uint32_t most);
 
 // Scripts with very many of one thing.

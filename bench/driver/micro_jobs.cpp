@@ -92,7 +92,7 @@ void AddRows(Report& report, const Job& job, const std::string& who) {
   const std::string label = who == kOurs[0] ? job.name : job.name + ", " + who;
   const auto add = [&](std::uint32_t size, double our_time, const std::string& peer,
                        double their_time) {
-    report.Add({label, size, Unit::kSeconds, our_time, peer, their_time,
+    report.Add({"plain", label, size, Unit::kSeconds, our_time, peer, their_time,
                 Targets(job.name, who, peer, size)});
   };
   const auto is_ours = [](const std::string& name) {

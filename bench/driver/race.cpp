@@ -25,14 +25,13 @@ std::vector<Usage> Race(const std::vector<Runner>& runners) {
   for (int round = 0; round < kMostRounds; ++round) {
     if (round >= kLeastRounds && std::chrono::steady_clock::now() - start > kLongEnough) break;
     for (std::size_t i = 0; i < runners.size(); ++i) {
-      if (round && runners[i].once) continue;
       runs[i].push_back(Run(runners[i].command, runners[i].status));
     }
   }
   std::vector<Usage> medians;
   for (const auto& of_runner : runs) {
     medians.push_back({Median(of_runner, &Usage::wall), Median(of_runner, &Usage::processor),
-                       Median(of_runner, &Usage::memory)});
+                       Median(of_runner, &Usage::memory), Median(of_runner, &Usage::faults)});
   }
   return medians;
 }

@@ -9,8 +9,7 @@
 
 struct Runner {
   Command command;
-  int status = 0;     // how it ends when all goes well
-  bool once = false;  // takes so long that one run must do
+  int status = 0;  // how it ends when all goes well
 };
 
 // Runs them in turns, several times, and gives the median of each quantity for each runner.

@@ -9,9 +9,10 @@
 
 namespace {
 
-constexpr char kColumns[] = "{:40} {:>8} {:>10} {:11} {:>10} {:>8} {:>6} {:>6}  {:24} {}\n";
+constexpr char kColumns[] = "{:7} {:40} {:>8} {:>10} {:11} {:>10} {:>8} {:>6} {:>6}  {:24} {}\n";
 
 std::string Text(Unit unit, double value) {
+  if (unit == Unit::kCount) return fmt::format("{:.0f}", value);
   struct Scale {
     Unit unit;
     double one;
@@ -69,6 +70,18 @@ double Exponent(double before, double now, double times) {
   return std::log(now / before) / std::log(times);
 }
 
+const char* NameOf(Unit unit) {
+  switch (unit) {
+    case Unit::kSeconds:
+      return "seconds";
+    case Unit::kBytes:
+      return "bytes";
+    case Unit::kCount:
+      break;
+  }
+  return "count";
+}
+
 nlohmann::json Json(std::optional<double> number) {
   return number ? nlohmann::json(*number) : nullptr;
 }
@@ -89,9 +102,11 @@ std::optional<bool> Row::Met() const {
 }
 
 void Report::Add(Row row) {
-  const auto same_job = [&](const Row& other) { return other.job == row.job; };
+  const auto same_job = [&](const Row& other) {
+    return other.content == row.content && other.job == row.job;
+  };
   if (std::none_of(rows_.begin(), rows_.end(), same_job)) {
-    std::fprintf(stderr, "%s\n", row.job.c_str());
+    std::fprintf(stderr, "%s: %s\n", row.content.c_str(), row.job.c_str());
   }
   const auto before = std::find_if(rows_.rbegin(), rows_.rend(), [&](const Row& other) {
     return same_job(other) && other.peer == row.peer;
@@ -110,11 +125,11 @@ void Report::Add(Row row) {
 }
 
 void Report::Print() const {
-  fmt::print(kColumns, "job", "size", "ours", "peer", "theirs", "ratio", "growth", "theirs",
-             "target, at most", "met");
+  fmt::print(kColumns, "content", "job", "size", "ours", "peer", "theirs", "ratio", "growth",
+             "theirs", "target, at most", "met");
   for (const Row& row : rows_) {
     const auto met = row.Met();
-    fmt::print(kColumns, row.job, row.size, Text(row.unit, row.ours), row.peer,
+    fmt::print(kColumns, row.content, row.job, row.size, Text(row.unit, row.ours), row.peer,
                row.peer.empty() ? "" : Text(row.unit, row.theirs), Text(row.Ratio()),
                Text(row.growth), Text(row.their_growth), TargetsText(row),
                met ? *met ? "yes" : "NO" : "");
@@ -131,9 +146,10 @@ void Report::WriteJson(const std::string& path) const {
     }
     const bool alone = row.peer.empty();
     const auto met = row.Met();
-    rows.push_back({{"job", row.job},
+    rows.push_back({{"content", row.content},
+                    {"job", row.job},
                     {"size", row.size},
-                    {"unit", row.unit == Unit::kBytes ? "bytes" : "seconds"},
+                    {"unit", NameOf(row.unit)},
                     {"ours", row.ours},
                     {"peer", alone ? nlohmann::json() : nlohmann::json(row.peer)},
                     {"theirs", alone ? nlohmann::json() : nlohmann::json(row.theirs)},

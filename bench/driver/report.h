@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-enum class Unit { kSeconds, kBytes };
+enum class Unit { kSeconds, kBytes, kCount };
 
 // The most that something may be.
 struct Target {
@@ -21,6 +21,7 @@ struct Target {
 };
 
 struct Row {
+  std::string content;  // what kind of machine, or "-"
   std::string job;
   std::uint32_t size;
   Unit unit;
@@ -29,7 +30,7 @@ struct Row {
   double theirs = 0;
   std::vector<Target> targets = {};
   // Filled by the report: e, where ours (theirs) grew like size to the e since the row of the same
-  // job and peer with the size before this one; nothing in the first.
+  // content, job and peer with the size before this one; nothing in the first.
   std::optional<double> growth = {};
   std::optional<double> their_growth = {};
 

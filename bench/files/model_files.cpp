@@ -1,38 +1,52 @@
 #include "bench/files/model_files.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "bench/files/process.h"
+#include "bench/model/contents.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
+using Options = std::vector<std::string>;
+
+Command Compile(const Options& options, const Command& files) {
+  Command command = {RUX_PROGRAM, "compile"};
+  command.insert(command.end(), options.begin(), options.end());
+  command.insert(command.end(), files.begin(), files.end());
+  return command;
+}
+
 // How the files that are not generated are made of those that are.
 struct Recipe {
   const char* ending;
   const char* of;
-  Command (*command)(const std::string& from, const std::string& to);
+  Command (*command)(const std::string& from, const std::string& to, const Options& options);
 };
 const Recipe kRecipes[] = {
     {"meta", "rux",
-     [](const std::string& from, const std::string& to) -> Command {
-       return {RUX_PROGRAM, "compile", from, "-o", to};
+     [](const std::string& from, const std::string& to, const Options& options) {
+       return Compile(options, {from, "-o", to});
      }},
     {"metad", "rux",
-     [](const std::string& from, const std::string& to) -> Command {
-       return {RUX_PROGRAM, "compile", from, "-o", to + ".meta", "-g", to};
+     [](const std::string& from, const std::string& to, const Options& options) {
+       return Compile(options, {from, "-o", to + ".meta", "-g", to});
      }},
     {"dtb", "dts",
-     [](const std::string& from, const std::string& to) -> Command {
+     [](const std::string& from, const std::string& to, const Options&) -> Command {
        return {"dtc", "-q", "-o", to, from};
      }},
     {"bin", "json",
-     [](const std::string& from, const std::string& to) -> Command {
+     [](const std::string& from, const std::string& to, const Options&) -> Command {
        return {"flatc", "-b", "-o", fs::path(to).parent_path().string(), RUX_SCHEMA, from};
      }},
 };
@@ -51,32 +65,43 @@ std::string ScratchFolder() {
 }
 
 std::string ModelFile::Path() const {
-  return ScratchFolder() + (richness == Richness::kRich ? "/rich" : "/machine") +
-         std::to_string(sensors) + '.' + ending;
+  const std::string folder = ScratchFolder() + '/' + content + std::to_string(sensors);
+  fs::create_directories(folder);
+  return folder + "/machine." + ending;
 }
 
-Command ModelFile::HowToMake() const {
+Command ModelFile::HowToMake(const std::vector<std::string>& options) const {
   if (const Recipe* recipe = Find(ending)) {
-    return recipe->command(ModelFile{sensors, recipe->of, richness}.Path(), Path());
+    return recipe->command(ModelFile{sensors, recipe->of, content}.Path(), Path(), options);
   }
-  Command generate = {RUX_GENERATOR, ending, std::to_string(sensors), Path()};
-  if (richness == Richness::kRich) generate.insert(generate.begin() + 1, "--rich");
-  return generate;
+  return {RUX_GENERATOR, content, ending, std::to_string(sensors), Path()};
 }
+
+Command ModelFile::HowToMake() const { return HowToMake(OptionsOf(content)); }
 
 std::string ModelFile::Made() const {
   const bool current =
       fs::exists(Path()) && fs::last_write_time(Path()) > fs::last_write_time(RUX_GENERATOR);
   if (current) return Path();
-  if (const Recipe* recipe = Find(ending)) ModelFile{sensors, recipe->of, richness}.Made();
+  if (const Recipe* recipe = Find(ending)) ModelFile{sensors, recipe->of, content}.Made();
   Run(HowToMake());
   return Path();
+}
+
+std::vector<std::string> OptionsOf(const std::string& content) {
+  const auto& options = ContentNamed(content).options;
+  return {options.begin(), options.end()};
 }
 
 std::vector<KnownSensor> SensorsOf(std::uint32_t sensors) {
   std::ifstream lines(ModelFile{sensors, "names"}.Made());
   std::vector<KnownSensor> known;
-  for (KnownSensor sensor; lines >> sensor.id >> sensor.name >> sensor.path;) {
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    KnownSensor sensor;
+    fields >> sensor.id >> std::ws;
+    std::getline(fields, sensor.name, '\t');
+    std::getline(fields, sensor.path);
     known.push_back(sensor);
   }
   if (known.size() != sensors) throw std::runtime_error("the list of names is not complete");

@@ -8,18 +8,19 @@
 
 using Command = std::vector<std::string>;  // the program, looked for in PATH, and its arguments
 
-enum class Richness { kPlain, kRich };
-
+// Each machine has a folder of its own, for what its files include.
 struct ModelFile {
   std::uint32_t sensors;
   // As generated: "rux", "dts", "json", "names". As compiled: "meta" and "metad" by rux, "dtb" by
   // dtc, "bin" by flatc.
   std::string ending;
-  Richness richness = Richness::kPlain;
+  std::string content = "plain";  // a name of bench/model/contents.h
 
   // Where it is, or will be once it is made.
   std::string Path() const;
-  // How it is made of the generated file that Path() needs to be there.
+  // How it is made of the generated file that Path() needs to be there; `options` are for rux.
+  Command HowToMake(const std::vector<std::string>& options) const;
+  // With the options of the content.
   Command HowToMake() const;
   // Its path, with the file there. Throws std::runtime_error when it cannot be made.
   std::string Made() const;
@@ -32,6 +33,9 @@ struct KnownSensor {
   std::string path;  // in the device tree
 };
 std::vector<KnownSensor> SensorsOf(std::uint32_t sensors);
+
+// The options for rux that go with scripts of the content.
+std::vector<std::string> OptionsOf(const std::string& content);
 
 // The folder for everything that benchmarks write.
 std::string ScratchFolder();

@@ -49,5 +49,5 @@ Usage Run(const Command& command, int status) {
     throw std::runtime_error("failed: " + text);
   }
   return {wall.count(), Seconds(used.ru_utime) + Seconds(used.ru_stime),
-          static_cast<double>(used.ru_maxrss) * 1024};
+          static_cast<double>(used.ru_maxrss) * 1024, static_cast<double>(used.ru_minflt)};
 }

@@ -10,6 +10,7 @@ struct Usage {
   double wall = 0;       // seconds from start to end
   double processor = 0;  // seconds of processor time, user and system
   double memory = 0;     // bytes at the peak
+  double faults = 0;     // pages that the system gave it or mapped
 };
 
 // Runs the command with its output thrown away. Throws std::runtime_error when it cannot be started

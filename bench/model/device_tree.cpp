@@ -1,23 +1,26 @@
-#include <algorithm>
+#include "bench/model/device_tree.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/model/machine.h"
+#include "bench/model/source_file.h"
 #include "bench/model/writers.h"
 
 namespace {
 
-// Names of nodes and properties are written small, with dashes.
-std::string Dashed(std::string name) {
-  std::transform(name.begin(), name.end(), name.begin(), [](char c) {
-    if (c == '_') return '-';
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return name;
-}
-
 class DeviceTreeWriter {
  public:
-  DeviceTreeWriter(const Machine& machine, std::ostream& out)
+  DeviceTreeWriter(const Machine& machine, const std::string& path)
       : machine_(machine),
-        out_(out),
+        path_(path),
+        out_(CreateFile(path)),
+        labels_(LabelsOf(machine)),
         groups_of_(machine.groups.size()),
         sensors_of_(machine.groups.size()) {
     for (std::size_t i = 0; i < machine.groups.size(); ++i) {
@@ -29,13 +32,15 @@ class DeviceTreeWriter {
   }
 
   void Write() {
+    for (const std::string& comment : machine_.comments) Comment(comment);
     out_ << "/dts-v1/;\n\n/ {\n";
     Text("model", machine_.model);
     Cell("type", 2);
     Cell("flag", 0);
     Cell("loop-ms", 1000);
+    Properties(machine_.system_properties);
     List("actions", machine_.actions);
-    List("tables", machine_.tables);
+    Tables();
     List("globals", machine_.globals);
     Open("", "properties");
     for (const Property& property : machine_.properties) Text(Dashed(property.name), property.text);
@@ -45,11 +50,24 @@ class DeviceTreeWriter {
     }
     List("devices", machine_.devices);
     List("repeaters", machine_.repeaters);
-    EventList();
+    List("events", machine_.events);
     out_ << "};\n";
+    out_.flush();
   }
 
  private:
+  // In a file of their own where the style says so.
+  void Tables() {
+    if (machine_.style != Style::kAsReal) return List("tables", machine_.tables);
+    if (machine_.tables.empty()) return;
+    out_ << "/include/ \"tables.dtsi\"\n";
+    std::ofstream part = CreateFile(Beside(path_, "tables.dtsi"));
+    std::swap(part, out_);
+    List("tables", machine_.tables);
+    out_.flush();
+    std::swap(part, out_);
+  }
+
   // A group holds its groups and its sensors.
   void Group(std::size_t index) {
     const ::Group& group = machine_.groups[index];
@@ -62,6 +80,7 @@ class DeviceTreeWriter {
   }
 
   void Node(const Sensor& sensor) {
+    if (!sensor.comment.empty()) Comment(sensor.comment);
     Open("", sensor.name);
     Text("label", sensor.name);
     Cell("id", sensor.id);
@@ -69,14 +88,17 @@ class DeviceTreeWriter {
     Cell("init-flag", sensor.init_flag);
     Cell("control-mask", sensor.control_mask);
     for (const Threshold& threshold : sensor.thresholds) {
-      Cell("threshold-" + Dashed(threshold.name), threshold.limit);
+      out_ << "threshold-" << Dashed(threshold.name) << " = <";
+      threshold.limit < 0 ? out_ << '(' << threshold.limit << ')' : out_ << threshold.limit;
+      out_ << ">;";
+      threshold.comment.empty() ? out_ << '\n' : out_ << " // " << threshold.comment << '\n';
     }
     Properties(sensor.properties);
     Values(sensor.values);
     Close();
   }
 
-  void Node(std::size_t, const Device& device) {
+  void Node(std::uint32_t, const Device& device) {
     Open("", device.name);
     Text("label", device.name);
     Cell("id", device.id);
@@ -87,16 +109,16 @@ class DeviceTreeWriter {
     Close();
   }
 
-  void Node(std::size_t index, const Action& action) {
-    Open("a" + std::to_string(index), action.name);
+  void Node(std::uint32_t index, const Action& action) {
+    Open(LabelOf({Operand::kAction, index}), action.name);
     Text("label", action.name);
     Cell("arguments", action.arguments);
     Values(action.steps);
     Close();
   }
 
-  void Node(std::size_t index, const Table& table) {
-    Open("t" + std::to_string(index), table.name);
+  void Node(std::uint32_t index, const Table& table) {
+    Open(LabelOf({Operand::kTable, index}), table.name);
     Text("label", table.name);
     Cell("type", table.type);
     out_ << "rows =";
@@ -109,32 +131,32 @@ class DeviceTreeWriter {
     Close();
   }
 
-  void Node(std::size_t index, const Value& global) {
-    Open("g" + std::to_string(index), global.name);
+  void Node(std::uint32_t index, const Value& global) {
+    Open(LabelOf({Operand::kGlobal, index}), global.name);
     Text("label", global.name);
     Cells("value", global);
     Close();
   }
 
-  void Node(std::size_t, const Repeater& repeater) {
+  void Node(std::uint32_t, const Repeater& repeater) {
     Open("", repeater.name);
     Text("label", repeater.name);
     Cell("count", repeater.count);
-    out_ << "action = <&a" << repeater.action;
+    out_ << "action = <&" << LabelOf({Operand::kAction, repeater.action});
     Operands(repeater.arguments);
     Close();
   }
 
-  void EventList() {
-    Open("", "events");
-    Text("label", "MACHINE");
-    Cell("id", 1);
-    Cell("parent-id", 0);
+  void Node(std::uint32_t index, const EventList& events) {
+    Open("", events.name);
+    Text("label", events.name);
+    Cell("id", index + 1);
+    Cell("parent-id", events.parent);
     out_ << "sensors = <";
     std::size_t count = 0;
-    for (const Sensor& sensor : machine_.sensors) {
+    for (const std::uint32_t sensor : events.sensors) {
       if (count) out_ << (count % 12 ? " " : "\n           ");
-      out_ << sensor.id;
+      out_ << machine_.sensors[sensor].id;
       ++count;
     }
     out_ << ">;\n";
@@ -144,14 +166,18 @@ class DeviceTreeWriter {
   template <typename Element>
   void List(const char* name, const std::vector<Element>& elements) {
     Open("", name);
-    for (std::size_t i = 0; i < elements.size(); ++i) Node(i, elements[i]);
+    for (std::uint32_t i = 0; i < elements.size(); ++i) Node(i, elements[i]);
     Close();
   }
 
   void Open(const std::string& label, const std::string& name) {
-    out_ << '\n' << label << (label.empty() ? "" : ": ") << Dashed(name) << " {\n";
+    out_ << '\n';
+    if (!label.empty() && labels_.count(label)) out_ << label << ": ";
+    out_ << Dashed(name) << " {\n";
   }
   void Close() { out_ << "};\n"; }
+
+  void Comment(const std::string& text) { out_ << "// " << text << '\n'; }
 
   void Text(const std::string& name, const std::string& text) {
     out_ << name << " = \"" << text << "\";\n";
@@ -181,47 +207,33 @@ class DeviceTreeWriter {
       out_ << ' ';
       switch (operand.kind) {
         case Operand::kGlobal:
-          out_ << "&g";
-          break;
         case Operand::kAction:
-          out_ << "&a";
-          break;
         case Operand::kTable:
-          out_ << "&t";
+          out_ << '&' << LabelOf(operand);
           break;
         case Operand::kArgument:
           out_ << 0x1D000000 + operand.number;
-          continue;
+          break;
         case Operand::kStep:
           out_ << 0x1E000000 + operand.number;
-          continue;
-        default:
           break;
+        default:
+          out_ << operand.number;
       }
-      out_ << operand.number;
     }
     out_ << ">;\n";
   }
 
   const Machine& machine_;
-  std::ostream& out_;
+  const std::string path_;
+  std::ofstream out_;
+  const std::set<std::string> labels_;
   std::vector<std::vector<std::size_t>> groups_of_;
   std::vector<std::vector<std::size_t>> sensors_of_;
 };
 
 }  // namespace
 
-void WriteDeviceTree(const Machine& machine, std::ostream& out) {
-  DeviceTreeWriter(machine, out).Write();
-}
-
-void WriteNames(const Machine& machine, std::ostream& out) {
-  std::vector<std::string> paths;
-  for (const Group& group : machine.groups) {
-    paths.push_back((group.parent == kRoot ? "" : paths[group.parent]) + '/' + Dashed(group.name));
-  }
-  for (const Sensor& sensor : machine.sensors) {
-    out << sensor.id << ' ' << sensor.name << ' ' << paths[sensor.group] << '/'
-        << Dashed(sensor.name) << '\n';
-  }
+void WriteDeviceTree(const Machine& machine, const std::string& path) {
+  DeviceTreeWriter(machine, path).Write();
 }

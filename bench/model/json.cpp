@@ -1,16 +1,26 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
 #include <numeric>
+#include <string>
+#include <vector>
 
+#include "bench/model/machine.h"
+#include "bench/model/source_file.h"
 #include "bench/model/writers.h"
 
 namespace {
 
 class JsonWriter {
  public:
-  JsonWriter(const Machine& machine, std::ostream& out) : machine_(machine), out_(out) {}
+  JsonWriter(const Machine& machine, const std::string& path)
+      : machine_(machine), out_(CreateFile(path)) {}
 
   void Write() {
+    for (const std::string& comment : machine_.comments) Comment(comment);
     out_ << "{\"model\": \"" << machine_.model << "\", \"type\": 2, \"flag\": 0, \"loop_ms\": 1000";
+    List("system_properties", machine_.system_properties);
     List("groups", machine_.groups);
     List("sensors", machine_.sensors);
     SensorNames();
@@ -20,8 +30,9 @@ class JsonWriter {
     List("globals", machine_.globals);
     List("properties", machine_.properties);
     List("repeaters", machine_.repeaters);
-    EventList();
+    List("events", machine_.events);
     out_ << "}\n";
+    out_.flush();
   }
 
  private:
@@ -32,6 +43,7 @@ class JsonWriter {
   }
 
   void Element(const Sensor& sensor) {
+    if (!sensor.comment.empty()) Comment(sensor.comment);
     Name(sensor.name);
     Number("id", sensor.id);
     Number("group", sensor.group);
@@ -42,7 +54,8 @@ class JsonWriter {
       std::string name = "threshold_" + threshold.name;
       std::transform(name.begin(), name.end(), name.begin(),
                      [](char c) { return c < 'A' || c > 'Z' ? c : static_cast<char>(c + 32); });
-      Number(name.c_str(), threshold.limit);
+      out_ << ", \"" << name << "\": " << threshold.limit;
+      if (!threshold.comment.empty()) Comment(threshold.comment);
     }
     List("properties", sensor.properties);
     List("values", sensor.values);
@@ -95,6 +108,20 @@ class JsonWriter {
     List("arguments", repeater.arguments);
   }
 
+  void Element(const EventList& events) {
+    Name(events.name);
+    out_ << ", \"id\": " << &events - machine_.events.data() + 1;
+    Number("parent_id", events.parent);
+    out_ << ", \"sensors\": [";
+    std::size_t count = 0;
+    for (const std::uint32_t sensor : events.sensors) {
+      if (count) out_ << (count % 12 ? ", " : ",\n");
+      out_ << sensor;
+      ++count;
+    }
+    out_ << ']';
+  }
+
   void SensorNames() {
     std::vector<std::uint32_t> order(machine_.sensors.size());
     std::iota(order.begin(), order.end(), 0);
@@ -113,18 +140,6 @@ class JsonWriter {
     out_ << ']';
   }
 
-  void EventList() {
-    out_ << ",\n\"events\": {";
-    Name("MACHINE");
-    Number("id", 1);
-    Number("parent_id", 0);
-    out_ << ", \"sensors\": [";
-    for (std::size_t i = 0; i < machine_.sensors.size(); ++i) {
-      out_ << (i ? i % 12 ? ", " : ",\n" : "") << i;
-    }
-    out_ << "]}";
-  }
-
   template <typename Item>
   void List(const char* name, const std::vector<Item>& elements) {
     out_ << ",\n\"" << name << "\": [";
@@ -138,15 +153,20 @@ class JsonWriter {
     out_ << ']';
   }
 
+  // Up to the end of the line.
+  void Comment(const std::string& text) { out_ << " // " << text << '\n'; }
+
   void Name(const std::string& name) { out_ << "\"name\": \"" << name << '"'; }
   void Number(const char* name, std::uint32_t number) {
     out_ << ", \"" << name << "\": " << number;
   }
 
   const Machine& machine_;
-  std::ostream& out_;
+  std::ofstream out_;
 };
 
 }  // namespace
 
-void WriteJson(const Machine& machine, std::ostream& out) { JsonWriter(machine, out).Write(); }
+void WriteJson(const Machine& machine, const std::string& path) {
+  JsonWriter(machine, path).Write();
+}

@@ -1,7 +1,7 @@
-// A machine of any size, made up the way real ones are described: areas that hang in a tree, about
-// twenty sensors in each, the actions, tables and globals that their readings go through, devices,
-// and the list of everything that reports events. It says nothing of any language: writers.h tells
-// it to each of the compilers that are compared.
+// What a machine's description holds: groups that hang in trees, sensors, the actions, tables and
+// globals that their readings go through, devices, and the lists of what reports events. It says
+// nothing of any language: writers.h tells it to each of the compilers that are compared, and
+// contents.h has the machines.
 #ifndef BENCH_MODEL_MACHINE_H_
 #define BENCH_MODEL_MACHINE_H_
 
@@ -50,7 +50,8 @@ struct Property {
 
 struct Threshold {
   std::string name;  // FH, WH, WL or FL
-  std::uint32_t limit;
+  std::int32_t limit;
+  std::string comment = {};  // behind it
 };
 
 struct Group {
@@ -70,6 +71,7 @@ struct Sensor {
   std::vector<Threshold> thresholds;
   std::vector<Property> properties;
   std::vector<Value> values;  // the main one first
+  std::string comment = {};   // above it
 };
 
 struct Device {
@@ -103,8 +105,24 @@ struct Repeater {
   std::vector<Operand> arguments;
 };
 
+// Sensors whose events are reported together.
+struct EventList {
+  std::string name;
+  std::uint32_t parent;                // the number of a list, from 1, or 0
+  std::vector<std::uint32_t> sensors;  // indices
+};
+
+// How it is written, where a script leaves a choice.
+enum class Style {
+  kOneFile,  // types of values and buses by words, other codes as numbers; texts in quotes
+  kAsReal,   // words and tables in files of their own; all codes by words, quotes where needed
+};
+
 struct Machine {
+  Style style = Style::kOneFile;
+  std::vector<std::string> comments;  // at the head
   std::string model;
+  std::vector<Property> system_properties;
   std::vector<Group> groups;
   std::vector<Sensor> sensors;
   std::vector<Device> devices;
@@ -113,10 +131,7 @@ struct Machine {
   std::vector<Value> globals;
   std::vector<Property> properties;
   std::vector<Repeater> repeaters;
+  std::vector<EventList> events;
 };
-
-// A machine with that many sensors; a rich one has ten more entries a sensor. The same machine for
-// the same arguments, everywhere.
-Machine MakeMachine(std::uint32_t sensors, bool rich);
 
 #endif  // BENCH_MODEL_MACHINE_H_

@@ -1,35 +1,17 @@
-#include <algorithm>
-#include <iterator>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "bench/model/machine.h"
+#include "bench/model/script_words.h"
+#include "bench/model/source_file.h"
 #include "bench/model/writers.h"
 
 namespace {
-
-struct Word {
-  const char* word;
-  std::uint32_t number;
-};
-
-const Word kValueTypes[] = {
-#define VALUE_TYPE(name, word, number) {word, number},
-#define BUS_TYPE(name, word, number)
-#include "bench/model/value_words.def"
-};
-const Word kBusTypes[] = {
-#define VALUE_TYPE(name, word, number)
-#define BUS_TYPE(name, word, number) {word, number},
-#include "bench/model/value_words.def"
-};
-const Word kOperators[] = {
-#define OPERATOR(text, code) {text, code},
-#include "ruxcomp/language/operators.def"
-};
-
-template <std::size_t size>
-const char* WordOf(const Word (&words)[size], std::uint32_t number) {
-  return std::find_if(words, std::end(words), [&](const Word& w) { return w.number == number; })
-      ->word;
-}
 
 // Two digits at least: the base address of the SMBus is checked to be 0x00, letter by letter.
 struct Hex {
@@ -48,37 +30,74 @@ std::ostream& operator<<(std::ostream& out, Hex hex) {
 
 class ScriptWriter {
  public:
-  ScriptWriter(const Machine& machine, std::ostream& out) : machine_(machine), out_(out) {}
+  ScriptWriter(const Machine& machine, const std::string& path)
+      : machine_(machine),
+        path_(path),
+        out_(CreateFile(path)),
+        real_(machine.style == Style::kAsReal) {}
 
   void Write() {
-    Header();
+    for (const std::string& comment : machine_.comments) out_ << "# " << comment << '\n';
+    Open("MORVRUX");
+    Item("VERSION", "1.0");
+    Part("words.rux", &ScriptWriter::Words);
+    System();
     for (const Group& group : machine_.groups) Section(group);
     for (const Action& action : machine_.actions) Section(action);
-    for (const Table& table : machine_.tables) Section(table);
-    Open("GLOBAL");
-    for (const ::Value& global : machine_.globals) Item("G_", global);
-    Open("PROPERTY");
-    for (const Property& property : machine_.properties) Item("", property);
+    if (!machine_.tables.empty()) Part("tables.rux", &ScriptWriter::Tables);
+    Entries("GLOBAL", "G_", machine_.globals);
+    Entries("PROPERTY", "", machine_.properties);
     for (const Sensor& sensor : machine_.sensors) Section(sensor);
     for (const Device& device : machine_.devices) Section(device);
-    Open("REPEATER");
-    for (const Repeater& repeater : machine_.repeaters) Item(repeater);
-    EventList();
+    Entries("REPEATER", "", machine_.repeaters);
+    for (std::uint32_t i = 0; i < machine_.events.size(); ++i) Section(i + 1, machine_.events[i]);
+    out_.flush();
   }
 
  private:
-  void Header() {
-    Open("MORVRUX");
-    Item("VERSION", "1.0");
+  // A part of the script, in a file of its own where the style says so.
+  void Part(const char* name, void (ScriptWriter::*write)()) {
+    if (!real_) return (this->*write)();
+    Open("INCLUDE");
+    Item("FILE", name);
+    std::ofstream part = CreateFile(Beside(path_, name));
+    std::swap(part, out_);
+    (this->*write)();
+    out_.flush();
+    std::swap(part, out_);
+  }
+
+  void Words() {
+    Define("value types", kValueTypes);
+    Define("bus types", kBusTypes);
+    if (!real_) return;
+    Define("sensor types", kSensorTypes);
+    Define("power states in which a sensor is read", kInitFlags);
+    Define("limits that are watched", kWatchedLimits);
+    Define("kinds of machine", kMachineTypes);
+    Open("IFDEF");
+    Item("DEFINEWORD", kBusTypes[0].word);
+    Item("HAVE_IOPORT", 1);
+  }
+
+  template <std::size_t size>
+  void Define(const char* what, const Word (&words)[size]) {
+    if (real_) out_ << "\n; " << what;
     Open("DEFINE");
-    for (const Word& type : kValueTypes) Item(type.word, type.number);
-    Open("DEFINE");
-    for (const Word& bus : kBusTypes) Item(bus.word, bus.number);
+    for (const Word& word : words) Item(word.word, word.number);
+  }
+
+  void System() {
     Open("SYSTEM");
-    Item("TYPE", 2);
+    Code("TYPE", kMachineTypes, 2u);
     Item("MODEL", machine_.model);
     Item("FLAG", 0);
     Item("RUXLOOP", 1000);
+    Properties(machine_.system_properties);
+  }
+
+  void Tables() {
+    for (const Table& table : machine_.tables) Section(table);
   }
 
   void Section(const Group& group) {
@@ -105,16 +124,19 @@ class ScriptWriter {
   }
 
   void Section(const Sensor& sensor) {
+    if (!sensor.comment.empty()) out_ << "\n# " << sensor.comment;
     Open("SENSOR");
     Item("NAME", sensor.name);
     Item("ID", Hex{sensor.id});
     Item("PARENT", machine_.groups[sensor.group].name);
-    Item("TYPE", Hex{sensor.type});
+    Code("TYPE", kSensorTypes, Hex{sensor.type});
     Properties(sensor.properties);
-    Item("INITFLAG", sensor.init_flag);
+    Code("INITFLAG", kInitFlags, sensor.init_flag);
     Item("CONTROLMASK", Hex{sensor.control_mask});
     for (const Threshold& threshold : sensor.thresholds) {
-      out_ << "THRESHOLD_" << threshold.name << " = " << threshold.limit << '\n';
+      out_ << "THRESHOLD_" << threshold.name << " = " << threshold.limit;
+      if (!threshold.comment.empty()) out_ << "    # " << threshold.comment;
+      out_ << '\n';
     }
     Values(sensor.values);
   }
@@ -123,26 +145,32 @@ class ScriptWriter {
     Open("DEVICE");
     Item("NAME", device.name);
     Item("ID", Hex{device.id});
-    Item("INITFLAG", device.init_flag);
+    Code("INITFLAG", kInitFlags, device.init_flag);
     Item("CONTROLMASK", Hex{device.control_mask});
     Properties(device.properties);
     Values(device.values);
   }
 
-  // Every sensor reports events.
-  void EventList() {
+  void Section(std::uint32_t id, const EventList& events) {
     Open("PELMGROUP");
-    Item("NAME", "MACHINE");
-    Item("ID", 1);
-    Item("PID", 0);
+    Item("NAME", events.name);
+    Item("ID", id);
+    Item("PID", events.parent);
     out_ << "SENSORS = ";
     std::size_t count = 0;
-    for (const Sensor& sensor : machine_.sensors) {
+    for (const std::uint32_t sensor : events.sensors) {
       if (count) out_ << (count % 12 ? ", " : ", \\\n          ");
-      out_ << Hex{sensor.id};
+      out_ << Hex{machine_.sensors[sensor].id};
       ++count;
     }
     out_ << '\n';
+  }
+
+  template <typename Entry>
+  void Entries(const char* section, const char* prefix, const std::vector<Entry>& entries) {
+    if (entries.empty()) return;
+    Open(section);
+    for (const Entry& entry : entries) Item(prefix, entry);
   }
 
   void Open(const char* section) { out_ << "\n[" << section << "]\n"; }
@@ -152,8 +180,18 @@ class ScriptWriter {
     out_ << key << " = " << value << '\n';
   }
 
+  // A code, by its word where the style says so.
+  template <std::size_t size, typename Number>
+  void Code(const char* key, const Word (&words)[size], Number number) {
+    real_ ? Item(key, WordOf(words, NumberOf(number))) : Item(key, number);
+  }
+  static std::uint32_t NumberOf(std::uint32_t number) { return number; }
+  static std::uint32_t NumberOf(Hex hex) { return hex.number; }
+
   void Item(const char* prefix, const Property& property) {
-    out_ << prefix << property.name << " = \"" << property.text << "\"\n";
+    const bool bare = real_ && property.text.find_first_of(",#;") == std::string::npos;
+    const char* quote = bare ? "" : "\"";
+    out_ << prefix << property.name << " = " << quote << property.text << quote << '\n';
   }
 
   void Item(const char* prefix, const ::Value& value) {
@@ -162,8 +200,8 @@ class ScriptWriter {
     Operands(value.operands);
   }
 
-  void Item(const Repeater& repeater) {
-    out_ << repeater.name << " = " << repeater.count << ", "
+  void Item(const char* prefix, const Repeater& repeater) {
+    out_ << prefix << repeater.name << " = " << repeater.count << ", "
          << machine_.actions[repeater.action].name;
     Operands(repeater.arguments);
   }
@@ -214,9 +252,13 @@ class ScriptWriter {
   }
 
   const Machine& machine_;
-  std::ostream& out_;
+  const std::string path_;
+  std::ofstream out_;
+  const bool real_;
 };
 
 }  // namespace
 
-void WriteScript(const Machine& machine, std::ostream& out) { ScriptWriter(machine, out).Write(); }
+void WriteScript(const Machine& machine, const std::string& path) {
+  ScriptWriter(machine, path).Write();
+}

@@ -3,29 +3,33 @@
 #ifndef BENCH_MODEL_WRITERS_H_
 #define BENCH_MODEL_WRITERS_H_
 
-#include <ostream>
+#include <string>
 #include <vector>
 
 #include "bench/model/machine.h"
 
+// Each writes the file and, beside it, those that it includes, and throws std::ios_base::failure
+// when it cannot. Comments of sensors and limits stand in all of them.
+
 // A script for rux: names and defined words, as people write them.
-void WriteScript(const Machine& machine, std::ostream& out);
+void WriteScript(const Machine& machine, const std::string& path);
 
 // A device tree source for dtc, the way that suits it best: sensors are nodes inside the node of
 // their group, what a script refers to by name is a phandle (&label), IDs stay numbers. Only what
 // is referred to has a label, for each label takes dtc a walk over the whole tree.
-void WriteDeviceTree(const Machine& machine, std::ostream& out);
+void WriteDeviceTree(const Machine& machine, const std::string& path);
 
 // JSON for flatc with machine.fbs: references are indices into the lists, which nothing checks.
-void WriteJson(const Machine& machine, std::ostream& out);
+// Everything is in one file, JSON knows no other way.
+void WriteJson(const Machine& machine, const std::string& path);
 
 // Who can be asked for: a line for each sensor with its ID, its name and its path in the device
-// tree.
-void WriteNames(const Machine& machine, std::ostream& out);
+// tree, between tabs.
+void WriteNames(const Machine& machine, const std::string& path);
 
 struct Language {
   const char* name;  // also the ending of its files
-  void (*write)(const Machine& machine, std::ostream& out);
+  void (*write)(const Machine& machine, const std::string& path);
 };
 inline const std::vector<Language>& Languages() {
   static const std::vector<Language> languages = {

@@ -1,51 +1,19 @@
-#include "bench/model/machine.h"
-
-#include <algorithm>
+// Areas that hang in a tree, about twenty sensors in each.
+#include <cstdint>
 #include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/model/contents.h"
+#include "bench/model/machine.h"
+#include "bench/model/parts.h"
 
 namespace {
 
 constexpr std::uint32_t kSensorsOfGroup = 20;
 constexpr std::uint32_t kGroupsOfGroup = 8;
 constexpr std::uint32_t kFirstId = 0x101;
-
-// Codes of operators.def.
-constexpr std::uint32_t kTimes = 3;
-constexpr std::uint32_t kAnd = 6;
-constexpr std::uint32_t kShiftRight = 9;
-constexpr std::uint32_t kGreater = 102;
-
-std::string Numbered(const std::string& name, std::uint32_t number) {
-  return name + std::to_string(number);
-}
-
-Operand Number(std::uint32_t number) { return {Operand::kNumber, number}; }
-Operand Bus(BusType bus) { return {Operand::kBus, static_cast<std::uint32_t>(bus)}; }
-Operand Operator(std::uint32_t code) { return {Operand::kOperator, code}; }
-Operand Argument(std::uint32_t number) { return {Operand::kArgument, number}; }
-Operand Step(std::uint32_t number) { return {Operand::kStep, number}; }
-
-// Users of a list share its elements: the i-th user refers to the (i mod size)-th.
-template <typename List>
-Operand Shared(Operand::Kind kind, const List& list, std::uint32_t i) {
-  return {kind, i % static_cast<std::uint32_t>(list.size())};
-}
-
-Operand SmbusRegister(std::uint32_t i) {
-  const std::uint32_t segment = i / 112 % 16, device = 8 + i % 112, index = i % 32;
-  return Number((segment << 16) + (device << 8) + index);
-}
-
-Value SmbusRead(const std::string& name, std::uint32_t i) {
-  return {
-      name, ValueType::kSmbusRead, {SmbusRegister(i), Number(1), Bus(BusType::kSmbus), Number(0)}};
-}
-
-Value SmbusWrite(const std::string& name, std::uint32_t i, std::uint32_t byte) {
-  return {name,
-          ValueType::kSmbusWrite,
-          {SmbusRegister(i), Number(1), Bus(BusType::kSmbus), Number(0), Number(byte)}};
-}
 
 // What is measured, and how: the sensors of a group take turns.
 struct Role {
@@ -161,33 +129,13 @@ void AddActions(Machine& machine, std::uint32_t count) {
   }
 }
 
-// Steps of 16 cells.
 void AddTables(Machine& machine, std::uint32_t count) {
   for (std::uint32_t i = 0; i < count; ++i) {
-    Table table{Numbered("CURVE", i), i % 3 + 1, {}};
-    for (std::uint32_t first = 0; first < 256; first += 16) {
-      table.rows.push_back({first, first + 15, (first / 16 * 6 + i) % 256});
-    }
-    machine.tables.push_back(std::move(table));
+    machine.tables.push_back(Curve(Numbered("CURVE", i), i));
   }
 }
 
-void AddRichEntries(Sensor& sensor, std::uint32_t i) {
-  const auto add = [&](const char* name, const std::string& text) {
-    sensor.properties.push_back({name, text});
-  };
-  add("LOCATION", Numbered("Zone ", i % 40));
-  add("VENDOR", Numbered("Maker ", i % 12));
-  add("PART", Numbered("PN-", 10000 + i % 300));
-  add("SERIAL", Numbered("SN-", 5000000 + i));
-  add("NOTE", "Reviewed with the thermal team, 35 degrees C inlet");
-  for (const char* name : {"RAW", "LOW", "HIGH"}) sensor.values.push_back(SmbusRead(name, i));
-  sensor.values.push_back({"SCALE", ValueType::kLoad, {Number(i % 50 + 1)}});
-  sensor.values.push_back(
-      {"LEVELS", ValueType::kList, {Number(i % 64), Number(i % 64 + 64), Number(255)}});
-}
-
-void AddSensors(Machine& machine, std::uint32_t count, bool rich) {
+void AddSensors(Machine& machine, std::uint32_t count) {
   for (std::uint32_t i = 0; i < count; ++i) {
     const std::uint32_t group = i / kSensorsOfGroup;
     const Role& role = kRoles[i % kRoleCount];
@@ -205,7 +153,6 @@ void AddSensors(Machine& machine, std::uint32_t count, bool rich) {
     if (i % 8 == 0) {
       sensor.values.push_back({"IPMI", ValueType::kList, {Number(i % 256), Number(1)}});
     }
-    if (rich) AddRichEntries(sensor, i);
     machine.sensors.push_back(std::move(sensor));
   }
 }
@@ -240,16 +187,17 @@ void AddRepeaters(Machine& machine, std::uint32_t count) {
 
 }  // namespace
 
-Machine MakeMachine(std::uint32_t sensors, bool rich) {
+Machine MakePlainMachine(std::uint32_t sensors) {
   Machine machine;
   machine.model = "Machine of " + std::to_string(sensors) + " sensors";
   AddGroups(machine, (sensors + kSensorsOfGroup - 1) / kSensorsOfGroup);
   AddGlobals(machine, sensors / 200 + 1);
   AddActions(machine, sensors / 1000 + 1);
   AddTables(machine, sensors / 1000 + 1);
-  AddSensors(machine, sensors, rich);
+  AddSensors(machine, sensors);
   AddDevices(machine, sensors / 50 + 1);
   AddProperties(machine, sensors / 100 + 1);
   AddRepeaters(machine, sensors / 200 + 1);
+  machine.events.push_back(AllSensors("MACHINE", machine));  // every sensor reports events
   return machine;
 }

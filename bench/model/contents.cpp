@@ -1,0 +1,12 @@
+#include "bench/model/contents.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+const Content& ContentNamed(const std::string& name) {
+  const auto found = std::find_if(Contents().begin(), Contents().end(),
+                                  [&](const Content& content) { return content.name == name; });
+  if (found == Contents().end()) throw std::out_of_range("there is no content " + name);
+  return *found;
+}
