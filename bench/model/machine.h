@@ -51,7 +51,7 @@ struct Property {
 struct Threshold {
   std::string name;  // FH, WH, WL or FL
   std::int32_t limit;
-  std::string comment = {};  // behind it
+  std::string comment = {};  // after it
 };
 
 struct Group {

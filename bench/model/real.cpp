@@ -39,7 +39,7 @@ std::uint32_t KindOf(std::uint32_t sensor) {
 
 std::uint32_t BoardOf(std::uint32_t sensor) { return sensor / kSensorsOfBoard; }
 
-// A limit, with what the data sheet says behind it.
+// A limit, and in a comment what the data sheet says.
 Threshold Limit(const char* name, std::int32_t limit, std::uint32_t scale) {
   std::string comment = std::to_string(limit / static_cast<std::int32_t>(scale));
   if (limit < 0) {
