@@ -147,6 +147,12 @@ void WrongNumbers(std::uint32_t count, const std::string& folder) {
   script.Events(count);
 }
 
+// A keyword that sensors do not know is a name of their own, and no valid one.
+void ForeignKeys(std::uint32_t count, const std::string& folder) {
+  Section(count, folder, "[SENSOR]\nNAME = FAN\nID = 2\nPARENT = BOARD",
+          [](std::ostream& out, std::uint32_t) { out << "RUXLOOP = 1000\n"; });
+}
+
 void MissingGroups(std::uint32_t count, const std::string& folder) {
   Script script(folder);
   for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "BOARDS", "90");
@@ -206,6 +212,8 @@ const std::vector<Shape>& Shapes() {
       {"text-line", "bytes of one line that is a text", 4000000, Verdict::kClean, LongTextLine},
       {"long-comment", "signs in one comment", 2000000, Verdict::kClean, LongComment},
       {"wrong-numbers", "errors of entries", 10000, Verdict::kRefused, WrongNumbers},
+      {"foreign-keys", "keys of other kinds in one SENSOR section", 1000000, Verdict::kRefused,
+       ForeignKeys},
       {"missing-groups", "errors of references", 10000, Verdict::kRefused, MissingGroups},
       {"unknown-sensors", "errors in one list", 100000, Verdict::kRefused, UnknownSensors},
       {"local-values", "values of one ACTION section", 100000, Verdict::kClean, LocalValues},
