@@ -38,15 +38,18 @@ void ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use 
   }
 }
 
-// The section of the place with that key, if the place still offers what it did.
+// The section of the place with that key; not known when the place does not offer any more what it
+// did.
 template <class Places, class Key, class Offered>
-tagGCSECT* Cached(const Places& places, const Key& key, Offered offered) {
+std::optional<SectionIndex::Answer> Cached(const Places& places, const Key& key, bool has_others,
+                                           Offered offered) {
   const auto found = places.find(key);
-  if (found == places.end()) return nullptr;
+  if (found == places.end()) return SectionIndex::Answer{nullptr, true, has_others};
   const auto& place = found->second;
-  if (place.entry >= place.section->entries.size()) return nullptr;
+  if (place.entry >= place.section->entries.size()) return std::nullopt;
   const std::uint32_t* index = offered(place.section->entries[place.entry]);
-  return index && *index == place.index ? place.section : nullptr;
+  if (!index || *index != place.index) return std::nullopt;
+  return SectionIndex::Answer{place.section, true, true};
 }
 
 }  // namespace
@@ -78,11 +81,14 @@ SectionIndex::Kind* SectionIndex::Find(std::uint32_t kind) {
 
 auto SectionIndex::IndexIds(const Kind& kind) -> Ids {
   Ids ids;
-  ids.reserve(kind.sections.size());
+  ids.places.reserve(kind.sections.size());
   TableSnapshot tables;
   ForEachOffer(kind.sections, OfferedId, [&](tagGCSECT* section, std::size_t i, std::uint32_t at) {
+    ids.has_any = true;
     const tagTBLDATA data = tables.Get(at);
-    if (data.kind == RUX_DATA_NUMBER) ids.try_emplace(data.data.number, Place{section, i, at});
+    if (data.kind == RUX_DATA_NUMBER) {
+      ids.places.try_emplace(data.data.number, Place{section, i, at});
+    }
   });
   return ids;
 }
@@ -110,21 +116,24 @@ std::optional<SectionIndex::Sections> SectionIndex::OfKind(std::uint32_t kind) n
   });
 }
 
-tagGCSECT* SectionIndex::WithId(std::uint32_t kind, std::uint32_t id) noexcept {
-  return InMemory([=]() -> tagGCSECT* {
+std::optional<SectionIndex::Answer> SectionIndex::WithId(std::uint32_t kind,
+                                                         std::uint32_t id) noexcept {
+  return InMemory([=]() -> std::optional<Answer> {
     Kind* sections = Find(kind);
-    if (!sections) return nullptr;
+    if (!sections) return Answer();
     if (!sections->ids) sections->ids = IndexIds(*sections);
-    return Cached(*sections->ids, id, OfferedId);
+    return Cached(sections->ids->places, id, sections->ids->has_any, OfferedId);
   });
 }
 
-tagGCSECT* SectionIndex::WithName(std::uint32_t kind, std::string_view name) noexcept {
-  return InMemory([=]() -> tagGCSECT* {
+std::optional<SectionIndex::Answer> SectionIndex::WithName(std::uint32_t kind,
+                                                           std::string_view name) noexcept {
+  return InMemory([=]() -> std::optional<Answer> {
     Kind* sections = Find(kind);
-    if (!sections) return nullptr;
+    if (!sections) return Answer();
     if (!sections->names) sections->names = IndexNames(*sections);
-    return Cached(sections->names->places, name,
+    const auto& places = sections->names->places;
+    return Cached(places, name, !places.empty(),
                   [kind](const tagGCENTRY& entry) { return OfferedName(kind, entry); });
   });
 }

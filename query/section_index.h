@@ -18,18 +18,25 @@ namespace ruxcomp::core {
 
 // Remembers where the queries by kind, ID and name end, so that they need not walk over all of
 // g_GCHead. Hosts can reach the records and the tables: what is remembered is held against the
-// record before it is answered, and refers to no table. What is not found is for the caller to look
-// for, and so is everything when there is no memory to remember it in.
+// record before it is answered, and refers to no table. What does not hold is for the caller to
+// look for, and so is everything when there is no memory to remember it in.
 class SectionIndex {
  public:
   // The sections of a kind in the order of the file; none when that is not known.
   using Sections = ruxcomp::language::Rows<tagGCSECT*>;
   static std::optional<Sections> OfKind(std::uint32_t kind) noexcept;
 
-  // The first section of a kind that has that ID or carries that name; null when none is
-  // remembered.
-  static tagGCSECT* WithId(std::uint32_t kind, std::uint32_t id) noexcept;
-  static tagGCSECT* WithName(std::uint32_t kind, std::string_view name) noexcept;
+  // What a search by ID or name comes to: the first section, or null and whether there was anything
+  // to compare with: an ID, or a name that is a text.
+  struct Answer {
+    tagGCSECT* section = nullptr;
+    bool has_kind = false;
+    bool has_others = false;
+  };
+
+  // The first section of a kind that has that ID or carries that name; none when that is not known.
+  static std::optional<Answer> WithId(std::uint32_t kind, std::uint32_t id) noexcept;
+  static std::optional<Answer> WithName(std::uint32_t kind, std::string_view name) noexcept;
 
  private:
   struct Place {
@@ -37,7 +44,10 @@ class SectionIndex {
     std::size_t entry;    // the entry that has the ID or the name
     std::uint32_t index;  // the table index that stands for it
   };
-  using Ids = ruxcomp::detail::HashMap<std::uint32_t, Place>;
+  struct Ids {
+    bool has_any = false;  // also one that no table has
+    ruxcomp::detail::HashMap<std::uint32_t, Place> places;
+  };
   struct Names {
     Arena texts;
     ruxcomp::detail::HashMap<std::string_view, Place> places;

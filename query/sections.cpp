@@ -43,6 +43,14 @@ struct KindWalk {
   tagGCSECT* found = nullptr;
 };
 
+// What the index knows of a search.
+Search Known(const SectionIndex::Answer& answer, RuxLastError others_found,
+             RuxLastError nothing_to_compare) {
+  if (answer.section) return {answer.section, RUX_ERROR_OK};
+  if (!answer.has_kind) return {nullptr, RUX_ERROR_NO_SECTION};
+  return {nullptr, answer.has_others ? others_found : nothing_to_compare};
+}
+
 // The walk over all sections of a kind. `offered` gives the table index that an entry offers for
 // comparing, null when it offers none; `is_sought` compares; `is_compared` says whether an index
 // counts as compared although it is another.
@@ -91,8 +99,8 @@ GCSECTION gcGetSectByIndex(std::uint32_t section, std::uint32_t ordinal) {
 }
 
 GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
-  if (tagGCSECT* found = SectionIndex::WithId(section, id)) {
-    return Answer({found, RUX_ERROR_OK});
+  if (const auto known = SectionIndex::WithId(section, id)) {
+    return Answer(Known(*known, RUX_ERROR_ID_NOT_FOUND, RUX_ERROR_NO_IDS));
   }
   // Every ID counts as compared, also one that no table has.
   return Answer(Walk(
@@ -102,8 +110,8 @@ GCSECTION gcGetSectByID(std::uint32_t section, std::uint32_t id) {
 
 GCSECTION gcGetSectByName(std::uint32_t section, const char* name) {
   if (!name) name = "";
-  if (tagGCSECT* found = SectionIndex::WithName(section, name)) {
-    return Answer({found, RUX_ERROR_OK});
+  if (const auto known = SectionIndex::WithName(section, name)) {
+    return Answer(Known(*known, RUX_ERROR_NAME_NOT_FOUND, RUX_ERROR_NO_NAMES));
   }
   const auto offered = [&](const tagGCENTRY& entry) { return OfferedName(section, entry); };
   const auto is_name = [](std::uint32_t index) {
