@@ -48,24 +48,33 @@ std::string ReadWholeFile(const std::string& path) {
   return bytes;
 }
 
+std::string ReadFileOf(Form wanted, const std::string& path) {
+  std::string bytes = ReadWholeFile(path);
+  const Form form = FormOf(bytes);
+  if (form == Form::kNone) throw Unsound(path, form, NoForm());
+  if (form != wanted) throw WrongForm(path, form);
+  return bytes;
+}
+
+support::Failure Unsound(const std::string& path, Form form, const Fault& fault) {
+  // Where a foreign file differs helps no user.
+  const std::string reason = form == Form::kNone ? fault.reason : FaultText(fault);
+  return support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path, reason);
+}
+
 CompiledFile::CompiledFile(const std::string& path)
     : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
   ExpectSound();
 }
 
 CompiledFile::CompiledFile(const std::string& path, Form wanted)
-    : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
-  if (form_ != wanted && form_ != Form::kNone) throw WrongForm(path, form_);
+    : path_(path), bytes_(ReadFileOf(wanted, path)), form_(FormOf(bytes_)) {
   ExpectSound();
 }
 
 void CompiledFile::ExpectSound() {
   const Faults faults = Verify(bytes_, &summary_);
-  if (faults.empty()) return;
-  const Fault& first = faults.list().front();
-  // Where a foreign file differs helps no user.
-  const std::string reason = form_ == Form::kNone ? first.reason : FaultText(first);
-  throw support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path_, reason);
+  if (!faults.empty()) throw Unsound(path_, form_, faults.list().front());
 }
 
 }  // namespace rux::compiled

@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "compiled/file.h"
 #include "compiled/verify.h"
+#include "ruxcomp/file/fault.h"
 #include "support/failure.h"
 
 namespace rux::compiled {
@@ -23,6 +23,12 @@ support::Failure TooLarge(const char* what, const std::string& path);
 // the end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 
+// The bytes of a file of that form. Throws a Failure of trouble for another form, too.
+std::string ReadFileOf(Form wanted, const std::string& path);
+
+// The failure of a file that has that fault.
+support::Failure Unsound(const std::string& path, Form form, const Fault& fault);
+
 // A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on
 // the disk makes no difference any more.
 class CompiledFile {
@@ -36,9 +42,6 @@ class CompiledFile {
   std::string_view bytes() const { return bytes_; }
   Form form() const { return form_; }
   const Summary& summary() const { return summary_; }
-
-  // The bytes, for whoever keeps them.
-  std::string TakeBytes() && { return std::move(bytes_); }
 
  private:
   void ExpectSound();

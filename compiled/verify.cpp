@@ -1,10 +1,13 @@
 #include "compiled/verify.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "compiled/debug_rules.h"
+#include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/debug_meta_walk.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
@@ -15,16 +18,39 @@
 namespace rux::compiled {
 namespace {
 
+// The rules, and how much there is in the file.
+class CountingRules : public ruxcomp::verify::MetaRules {
+ public:
+  void OnSectionBegin(Cursor& cursor, const MetaSectionView& section) {
+    ++sections_;
+    MetaRules::OnSectionBegin(cursor, section);
+  }
+  void OnEntry(Cursor& cursor, const MetaEntryView& entry) {
+    ++entries_;
+    values_ += entry.values.size();
+    MetaRules::OnEntry(cursor, entry);
+  }
+
+  std::vector<Summary::Count> Counts() const {
+    return {{"sections", sections_},
+            {"entries", entries_},
+            {"values", values_},
+            {"numbers", tables().NumberCount()},
+            {"texts", tables().TextCount()}};
+  }
+
+ private:
+  std::size_t sections_ = 0;
+  std::size_t entries_ = 0;
+  std::size_t values_ = 0;
+};
+
 void VerifyMeta(std::string_view bytes, Faults& faults, Summary& summary) {
-  ruxcomp::verify::MetaRules rules;
+  CountingRules rules;
   const MetaFrame frame = WalkMeta(bytes, faults, rules);
   summary.version = frame.header.version;
   summary.creation_time = frame.header.creation_time;
-  summary.counts = {{"sections", rules.sections()},
-                    {"entries", rules.entries()},
-                    {"values", rules.values()},
-                    {"numbers", rules.tables().NumberCount()},
-                    {"texts", rules.tables().TextCount()}};
+  summary.counts = rules.Counts();
   const std::string& note = rules.tables().note();
   if (!note.empty()) summary.notes.push_back("table 0, length: " + note);
 }
@@ -49,13 +75,15 @@ void VerifyDebugMeta(std::string_view bytes, Faults& faults, Summary& summary) {
 
 }  // namespace
 
+Fault NoForm() { return {0, "header", "magic", "it is neither a meta file nor a debug meta file"}; }
+
 Faults Verify(std::string_view bytes, Summary* summary) {
   Faults faults;
   Summary found;
   found.form = FormOf(bytes);
   switch (found.form) {
     case Form::kNone:
-      faults.Add({0, "header", "magic", "it is neither a meta file nor a debug meta file"});
+      faults.Add(NoForm());
       break;
     case Form::kMeta:
       VerifyMeta(bytes, faults, found);

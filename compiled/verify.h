@@ -26,6 +26,9 @@ struct Summary {
   std::vector<std::string> notes;  // what is odd about the file although it is sound
 };
 
+// What is wrong with bytes of neither form.
+Fault NoForm();
+
 // Checks the bytes of a meta file or of a debug meta file, which they are by their magic, against
 // all that the layout says and all that the compiler holds to. Takes a time in proportion to the
 // bytes, and memory for what is looked up: some bytes for every name. Without a fault, the library

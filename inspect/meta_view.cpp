@@ -12,6 +12,7 @@
 
 #include "compiled/compiled_file.h"
 #include "compiled/datum.h"
+#include "compiled/file.h"
 #include "inspect/entry_value.h"
 #include "inspect/path.h"
 #include "ruxcomp/file/header.h"
@@ -27,9 +28,11 @@
 namespace rux::inspect {
 
 MetaView::MetaView(const std::string& path) : path_(path) {
-  compiled::CompiledFile file(path, compiled::Form::kMeta);
-  info_ = {file.summary().version, file.summary().creation_time};
-  model_ = ruxcomp::ReadModel(std::move(file).TakeBytes());
+  constexpr auto kForm = compiled::Form::kMeta;
+  ruxcomp::Fault fault;
+  auto model = ruxcomp::Model::OfVerified(compiled::ReadFileOf(kForm, path), &fault);
+  if (!model) throw compiled::Unsound(path, kForm, fault);
+  model_ = std::move(*model);
 }
 
 compiled::Datum DatumOf(const ruxcomp::Value& value) {

@@ -22,7 +22,6 @@ class MetaView {
   explicit MetaView(const std::string& path);
 
   const std::string& path() const { return path_; }
-  const tagMETAFILEINFO& info() const { return info_; }
 
   // Of a kind that meta files can hold, in file order.
   ruxcomp::Sections SectionsOf(const ruxcomp::language::SectionKind& kind) const {
@@ -33,7 +32,6 @@ class MetaView {
 
  private:
   const std::string path_;
-  tagMETAFILEINFO info_{};
   ruxcomp::Model model_;
 };
 

@@ -1,7 +1,7 @@
-// A loaded meta file as a model of its own, for hosts that read many values.
+// A meta file as a model of its own, for hosts that read many values.
 //
 //   ruxcomp::Fault fault;
-//   const std::optional<ruxcomp::Model> model = ruxcomp::Model::LoadVerified("board.meta", &fault);
+//   const std::optional<ruxcomp::Model> model = ruxcomp::Model::Open("board.meta", &fault);
 //   if (!model) return Fail(ruxcomp::FaultText(fault));
 //   for (const ruxcomp::Section sensor : model->sections(RUX_SECT_SENSOR)) {
 //     const ruxcomp::Value limit = sensor.entry(RUX_ENTRY_THRESHOLD_FH).value();
@@ -27,21 +27,37 @@
 //
 // Where these answer with a null handle or a value of kind RUX_DATA_NONE, a Section, Entry or Value
 // is false. Its accessors return empty or null results, so that calls can be chained unchecked.
-// Accessors throw nothing. Only making a model takes memory, and throws std::bad_alloc.
 //
-// Lifetime: a Model owns all that it answers with, and nothing changes it. Sections, entries,
-// values, texts and ranges are small, are passed by value, and are good for as long as their Model,
-// also when that is moved; neither gcUnInit nor another gcInit touches them. There may be any
-// number of models.
+// How one is made:
 //
-// Threads: LoadVerified, OfVerified and ReadModel do without the library and may run on any thread;
-// a program that makes its models by them need not link it. Load and OfLoaded ask the library, so
-// they belong on the library's thread. What is made may be read on any number of threads.
+//   Open            of a file, read where the system maps it
+//   OpenBytes       of bytes that stay where they are
+//   LoadVerified    of a file, read into memory
+//   OfVerified      of bytes that the model takes over
+//   Load, OfLoaded  of what gcInit loads or has loaded
 //
-// Cost: making a model takes a time and memory in proportion to the file, less than gcInit took;
-// verifying the file first (verify.h) takes about as long again.
-// Sections by ID and by name are looked up by hash, and so are the entries of large sections; those
-// of small ones are walked over. What a value stands for is read from arrays, without a search.
+// The first four refuse what is not sound (verify.h) and give the reason. They need no library:
+// a program that makes its models by them need not link it.
+//
+// Errors: accessors throw nothing and need no memory. A question for which there is no memory to
+// make an index is answered by a walk. Making a model takes memory and throws std::bad_alloc, which
+// ends a program that is built without exceptions. No header needs exceptions or RTTI.
+//
+// Lifetime: a Model owns all that it answers with but for the bytes that OpenBytes is given, and
+// nothing changes it. Sections, entries, values, texts and ranges are small, are passed by value,
+// and are good for as long as their Model, also when that is moved; neither gcUnInit nor another
+// gcInit touches them. There may be any number of models.
+//
+// Threads: models that need no library may be made on any thread. Load and OfLoaded ask the
+// library, so they belong on the library's thread. What is made may be read on any number of
+// threads.
+//
+// Cost: opening a file is one pass over its bytes, which verifies it, and memory of 8 bytes for
+// each text and number and 4 for each section; LoadVerified and OfLoaded also copy the bytes.
+// Sections and entries are read where they are. The first look-up by ID or by name is a walk over
+// the sections, the second one makes an index, and from then on they are looked up by hash; so are
+// the entries of large sections, while those of small ones are walked over. What a value stands for
+// is read from arrays, without a search. An ordinal() is a binary search.
 #ifndef RUXCOMP_MODEL_H_
 #define RUXCOMP_MODEL_H_
 
@@ -60,6 +76,7 @@
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/records.h"
 #include "ruxcomp/query.h"
+#include "ruxcomp/records.h"
 #include "ruxcomp/verify.h"
 
 namespace ruxcomp {
@@ -87,34 +104,58 @@ class Model {
     return OfLoaded();
   }
 
-  // Reads a meta file and makes a model of it, when it is sound (verify.h). None otherwise:
-  // `fault`, unless null, gets the reason, also that of a file that cannot be read or is not a
-  // regular one (offset 0, record "file"). What the library has loaded stays as it is. Refuses some
-  // files that gcInit loads, such as one whose end became zeros; the models of all others are those
-  // that Load makes.
-  static std::optional<Model> LoadVerified(const std::string& path, Fault* fault = nullptr);
+  // Opens a meta file when it is sound (verify.h). None otherwise: `fault`, unless null, gets the
+  // reason, also that of a file that cannot be read or is not a regular one (offset 0, record
+  // "file"). What the library has loaded stays as it is. Refuses some files that gcInit loads, such
+  // as one whose end became zeros; the models of all others are those that Load makes.
+  //
+  // The file is mapped, unless it is small, and must stay as it is while the model lives. A program
+  // that writes another file and renames it, as `rux compile` does, leaves it alone. One that
+  // writes into the file, as gccOutput does, changes what handles read, where nothing is verified
+  // any more; when it makes the file shorter, the next question raises SIGBUS. Where that can
+  // happen, LoadVerified is safe.
+  static std::optional<Model> Open(const std::string& path, Fault* fault = nullptr) {
+    return Opened([&](auto& kept) { return file::WholeFile(path.c_str()).Map(kept); }, fault);
+  }
 
-  // The same of bytes that are in memory. The model keeps them.
-  static std::optional<Model> OfVerified(std::string bytes, Fault* fault = nullptr);
+  // The same of bytes at any address that stay as they are while the model lives: of flash memory,
+  // or of a program's own data.
+  static std::optional<Model> OpenBytes(std::string_view bytes, Fault* fault = nullptr) {
+    return Opened([&](auto& kept) { return kept.Borrow(bytes), std::nullopt; }, fault);
+  }
+
+  // The same of a file that is read into memory: what becomes of it then does not matter.
+  static std::optional<Model> LoadVerified(const std::string& path, Fault* fault = nullptr) {
+    return Opened([&](auto& kept) { return file::WholeFile(path.c_str()).ReadInto(kept); }, fault);
+  }
+
+  // The same of bytes that the model takes over.
+  static std::optional<Model> OfVerified(std::string bytes, Fault* fault = nullptr) {
+    return Opened([&](auto& kept) { return kept.Keep(std::move(bytes)), std::nullopt; }, fault);
+  }
+
+  // Format version and creation time of the file that was opened; zeros of any other model.
+  tagMETAFILEINFO info() const noexcept { return records_ ? records_->info : tagMETAFILEINFO{}; }
 
   // Of every kind of language/sections.def, one kind after the other in the order of that list;
   // `kind` is a RUX_SECT_.... Those of a kind are in the order of the script. Sections of other
   // kinds, which only damaged files hold, are left out.
-  Sections sections() const noexcept { return SectionsBetween(0, detail::Records::kKinds); }
+  Sections sections() const noexcept {
+    return records_ ? SectionsAt(records_->sections.all()) : Sections();
+  }
   Sections sections(std::uint32_t kind) const noexcept {
-    const std::uint32_t i = kind - RUX_SECT_MORVRUX;
-    return i < detail::Records::kKinds ? SectionsBetween(i, i + 1) : Sections();
+    return records_ ? SectionsAt(records_->sections.OfKind(kind)) : Sections();
   }
 
   // The first section of the kind that has that ID.
   Section section_with_id(std::uint32_t kind, std::uint32_t id) const noexcept {
-    return records_ ? Section(records_->SectionWithId(kind, id)) : Section();
+    return records_ ? Section(records_.get(), records_->SectionWithId(kind, id)) : Section();
   }
 
   // The first section of the kind that has that NAME; for PROPERTY, GLOBAL and REPEATER also the
   // first that has an entry of that name.
   Section section_named(std::uint32_t kind, std::string_view name) const noexcept {
-    return records_ ? Section(records_->SectionNamed(kind, name)) : Section();
+    return records_ ? Section(records_.get(), records_->SectionNamed(kind, name)) : Section();
   }
 
   // The ordinal of the group with that name, as a sensor's PARENT value carries it in the low 24
@@ -123,14 +164,21 @@ class Model {
 
   // The cells of the ordinal-th TABLE section; null when there is none.
   const TableCells* table(std::uint32_t ordinal) const noexcept {
-    return records_ && ordinal < records_->cells.size() ? &records_->cells[ordinal] : nullptr;
+    return records_ ? records_->CellsOf(ordinal) : nullptr;
   }
 
  private:
-  Sections SectionsBetween(std::size_t begin_kind, std::size_t end_kind) const noexcept {
-    if (!records_) return Sections();
-    const std::uint32_t begin = records_->kind_begin[begin_kind];
-    return {{records_->sections.data() + begin}, records_->kind_begin[end_kind] - begin};
+  explicit Model(std::unique_ptr<const detail::Records> records) : records_(std::move(records)) {}
+
+  template <class Keep>
+  static std::optional<Model> Opened(Keep keep, Fault* fault) {
+    std::unique_ptr<const detail::Records> records = detail::Open(keep, fault);
+    if (records == nullptr) return std::nullopt;
+    return Model(std::move(records));
+  }
+
+  Sections SectionsAt(detail::SectionList::Places places) const noexcept {
+    return {{{records_.get(), places.begin()}}, places.size()};
   }
 
   std::unique_ptr<const detail::Records> records_;
@@ -138,38 +186,12 @@ class Model {
 
 inline std::optional<std::uint32_t> Model::group_index(std::string_view name) const noexcept {
   if (records_) {
-    const detail::SectionRecord* group = records_->SectionNamed(RUX_SECT_GROUP, name);
-    if (group != nullptr) return OrdinalOf(group->name);
+    const detail::Word* const group = records_->SectionNamed(RUX_SECT_GROUP, name);
+    if (group != nullptr) return OrdinalOf(records_->FirstValue(group, RUX_ENTRY_NAME).index());
   }
   // The root group has an index but no section.
   if (name == language::kRootGroup) return 0;
   return std::nullopt;
-}
-
-// The model of bytes that are known to be sound, because they were verified before. Of others, the
-// model holds what is before the first fault.
-inline Model ReadModel(std::string bytes) { return Model(detail::ReadFile(std::move(bytes))); }
-
-namespace detail {
-
-inline std::nullopt_t Refused(Fault&& found, Fault* fault) {
-  if (fault != nullptr) *fault = std::move(found);
-  return std::nullopt;
-}
-
-}  // namespace detail
-
-inline std::optional<Model> Model::OfVerified(std::string bytes, Fault* fault) {
-  if (std::optional<Fault> found = Verify(bytes)) return detail::Refused(std::move(*found), fault);
-  return ReadModel(std::move(bytes));
-}
-
-inline std::optional<Model> Model::LoadVerified(const std::string& path, Fault* fault) {
-  std::string bytes;
-  if (std::optional<Fault> found = file::ReadWholeFile(path, bytes)) {
-    return detail::Refused(std::move(*found), fault);
-  }
-  return OfVerified(std::move(bytes), fault);
 }
 
 }  // namespace ruxcomp

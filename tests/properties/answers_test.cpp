@@ -23,7 +23,7 @@ TEST_P(Answers, AreWhatTheScriptSays) {
       ExpectAnswers(MeaningOf(sections));
       ExpectSameAnswers(ruxcomp::Model::OfLoaded());
       ASSERT_TRUE(rux::compiled::Verify(ReadAll("board.meta")).empty());
-      ExpectSameAnswers(ruxcomp::ReadModel(ReadAll("board.meta")));
+      ExpectSameAnswers(ruxcomp::Model::OfVerified(ReadAll("board.meta")).value());
     });
   });
 }

@@ -38,9 +38,9 @@ struct Options {
 };
 
 std::string KindsText(const inspect::MetaView& meta) {
-  std::string text =
-      fmt::format("{}: {}\n", support::SafePath(meta.path()),
-                  inspect::FormatText(meta.info().version, meta.info().creationTime));
+  std::string text = fmt::format(
+      "{}: {}\n", support::SafePath(meta.path()),
+      inspect::FormatText(meta.model().info().version, meta.model().info().creationTime));
   for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
     if (!kind.IsCompiled()) continue;
     const std::size_t count = meta.SectionsOf(kind).size();
@@ -58,8 +58,8 @@ std::string KindsJson(const inspect::MetaView& meta) {
   }
   return support::JsonDocument([&](JsonObject& json) {
     inspect::WriteText(json, "file", meta.path());
-    json.Member("version", meta.info().version);
-    json.Member("created", meta.info().creationTime);
+    json.Member("version", meta.model().info().version);
+    json.Member("created", meta.model().info().creationTime);
     json.Objects("kinds", kinds, [](JsonObject& object, const auto& kind) {
       object.Member("kind", kind.first);
       object.Member("sections", kind.second);

@@ -77,6 +77,8 @@ class Cursor {
     Note(field, begin);
     return Texts(ok() ? file_.substr(first, offset_ - first) : std::string_view());
   }
+  // Passes over what was read by other means, up to that offset in the innermost record.
+  void MoveTo(std::size_t offset) { offset_ = offset; }
   // Passes over bytes that must be zero.
   void Zeros(const char* field, std::size_t size) {
     if (size == 0) return;
@@ -170,8 +172,11 @@ class Record {
 
   Record(Cursor& cursor, const char* name, std::size_t ordinal = kNoOrdinal,
          std::vector<Piece>* pieces = nullptr)
-      : cursor_(cursor), begin_(cursor.offset_), outer_pieces_(cursor.pieces_) {
-    cursor_.path_[cursor_.depth_++] = {name, ordinal};
+      : cursor_(cursor),
+        begin_(cursor.offset_),
+        step_(&cursor.path_[cursor.depth_++]),
+        outer_pieces_(cursor.pieces_) {
+    *step_ = {name, ordinal};
     if (pieces != nullptr) cursor_.pieces_ = pieces;
   }
   ~Record() {
@@ -181,6 +186,9 @@ class Record {
   Record(const Record&) = delete;
   Record& operator=(const Record&) = delete;
 
+  // The cursor goes on to the next record of the same name.
+  void GoOn(std::size_t ordinal) { step_->ordinal = ordinal; }
+
   // From the begin of the record, after its length if it has one, to where the cursor is.
   Extent extent() const { return {begin_, cursor_.offset() - begin_}; }
 
@@ -189,6 +197,7 @@ class Record {
   std::size_t begin_;
 
  private:
+  Cursor::Step* const step_;
   std::vector<Piece>* const outer_pieces_;
 };
 

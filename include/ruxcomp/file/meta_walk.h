@@ -204,19 +204,54 @@ class MetaWalk {
     section.entry_count = cursor_.Count("entry count", kLeastRecord);
     if (!cursor_.ok()) return;
     visitor_.OnSectionBegin(cursor_, section);
-    for (std::uint32_t i = 0; i < section.entry_count && cursor_.ok(); ++i) ReadEntry(i);
+    ReadEntries(section.entry_count);
     if (cursor_.ok()) visitor_.OnSectionEnd(cursor_, section);
   }
 
-  void ReadEntry(std::size_t ordinal) {
-    if (keeps_pieces_) entry_.pieces.clear();
-    const Record record(cursor_, "entry", ordinal, PiecesIn(entry_.pieces));
-    entry_.ordinal = ordinal;
-    entry_.offset = cursor_.offset();
+  void ReadEntries(std::uint32_t count) {
+    Record record(cursor_, "entry", 0, PiecesIn(entry_.pieces));
+    std::size_t offset = cursor_.offset();
+    const std::size_t end = offset + cursor_.left();
+    for (std::uint32_t i = 0; i < count; ++i) {
+      record.GoOn(i);
+      entry_.ordinal = i;
+      entry_.offset = offset;
+      if (!TakeEntry(offset, end)) {
+        cursor_.MoveTo(offset);
+        ReadEntry();
+        if (!cursor_.ok()) return;
+        offset = cursor_.offset();
+      }
+      visitor_.OnEntry(cursor_, entry_);
+    }
+    cursor_.MoveTo(offset);
+  }
+
+  // An entry that is there as a whole. False where it is not, or each word is a piece: then it has
+  // to be read field by field. Nothing here waits for what was stored before, and where there is
+  // one value, which is most often, the processor goes on without waiting for the count.
+  bool TakeEntry(std::size_t& offset, std::size_t end) {
+    if (end - offset < kLeastRecord + kWordSize || keeps_pieces_) return false;
+    const char* const at = bytes_.data() + offset;
+    const std::uint32_t count = LoadWord(at + kWordSize);
+    if (__builtin_expect(static_cast<long>(count == 1), 1L) != 0) {
+      entry_.values = Words({at + kLeastRecord, kWordSize});
+      offset += kLeastRecord + kWordSize;
+    } else {
+      const std::uint64_t size = std::uint64_t{count} * kWordSize;
+      if (size > end - offset - kLeastRecord) return false;
+      entry_.values = Words({at + kLeastRecord, static_cast<std::size_t>(size)});
+      offset += kLeastRecord + static_cast<std::size_t>(size);
+    }
+    entry_.identifier = LoadWord(at);
+    return true;
+  }
+
+  [[gnu::noinline]] void ReadEntry() {
+    entry_.pieces.clear();
     entry_.identifier = cursor_.Word("identifier");
     const std::uint32_t count = cursor_.Count("value count", kWordSize);
     entry_.values = cursor_.WordList("value", count);
-    if (cursor_.ok()) visitor_.OnEntry(cursor_, entry_);
   }
 
   const std::string_view bytes_;

@@ -33,7 +33,9 @@ class Words {
 
   std::size_t size() const { return bytes_.size() / kWordSize; }
   bool empty() const { return bytes_.empty(); }
-  std::uint32_t operator[](std::size_t i) const { return LoadWord(&bytes_[i * kWordSize]); }
+  [[gnu::always_inline]] std::uint32_t operator[](std::size_t i) const {
+    return LoadWord(bytes_.data() + i * kWordSize);
+  }
 
  private:
   std::string_view bytes_;

@@ -1,4 +1,4 @@
-// A file read into memory as a whole.
+// A file as a whole: read into memory, or mapped.
 #ifndef RUXCOMP_FILE_WHOLE_FILE_H_
 #define RUXCOMP_FILE_WHOLE_FILE_H_
 
@@ -16,6 +16,7 @@
 
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
 
 namespace ruxcomp::file {
 
@@ -29,14 +30,44 @@ class WholeFile {
   WholeFile(const WholeFile&) = delete;
   WholeFile& operator=(const WholeFile&) = delete;
 
+  // One of these, once.
   std::optional<Fault> Read(std::string& bytes) {
+    std::optional<Fault> fault = Open();
+    return fault ? fault : ReadOpen(bytes);
+  }
+  std::optional<Fault> ReadInto(KeptBytes& bytes) {
+    std::optional<Fault> fault = Open();
+    return fault ? fault : KeepOpen(bytes);
+  }
+  // Maps a large file, and reads a small one: to map that costs as much.
+  std::optional<Fault> Map(KeptBytes& bytes) {
+    if (std::optional<Fault> fault = Open()) return fault;
+    if (size_ >= kLeastMapped && bytes.Map(number_, size_)) return std::nullopt;
+    return KeepOpen(bytes);
+  }
+
+ private:
+  static constexpr std::size_t kLeastMapped = std::size_t{64} << 10;
+
+  // What is not a regular file is not opened: a pipe would be waited for, and a device may start to
+  // work. Should one take the place of the file meanwhile, opening it does not wait.
+  std::optional<Fault> Open() {
     struct stat status {};
-    if (std::optional<Fault> fault = Open(status)) return fault;
+    if (stat(path_, &status) != 0) return SystemFault("it cannot be opened: ");
+    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    number_ = open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
+    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
     if (static_cast<unsigned long long>(status.st_size) > kMostFileBytes) {
       return FaultOf(ReasonText("it has more than {} MiB", {kMostFileBytes >> 20}));
     }
+    size_ = static_cast<std::size_t>(status.st_size);
+    return std::nullopt;
+  }
+
+  std::optional<Fault> ReadOpen(std::string& bytes) {
     // One byte more than the file had shows that it grows.
-    std::string content(static_cast<std::size_t>(status.st_size) + 1, '\0');
+    std::string content(size_ + 1, '\0');
     std::size_t size = 0;
     while (size < content.size()) {
       const ssize_t read_now = read(number_, &content[size], content.size() - size);
@@ -53,15 +84,10 @@ class WholeFile {
     return std::nullopt;
   }
 
- private:
-  // What is not a regular file is not opened: a pipe would be waited for, and a device may start to
-  // work. Should one take the place of the file meanwhile, opening it does not wait.
-  std::optional<Fault> Open(struct stat& status) {
-    if (stat(path_, &status) != 0) return SystemFault("it cannot be opened: ");
-    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
-    number_ = open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
-    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+  std::optional<Fault> KeepOpen(KeptBytes& bytes) {
+    std::string content;
+    if (std::optional<Fault> fault = ReadOpen(content)) return fault;
+    bytes.Keep(std::move(content));
     return std::nullopt;
   }
 
@@ -72,6 +98,7 @@ class WholeFile {
 
   const char* const path_;
   int number_ = -1;
+  std::size_t size_ = 0;
 };
 
 // Why the file cannot be read; none when `bytes` are its content.

@@ -10,6 +10,7 @@
 #include "ruxcomp/model/range.h"
 #include "ruxcomp/model/records.h"
 #include "ruxcomp/model/value.h"
+#include "ruxcomp/model/words.h"
 #include "ruxcomp/record_rules.h"
 
 namespace ruxcomp {
@@ -19,27 +20,46 @@ class Section;
 
 namespace detail {
 
-struct ValueCursor {
-  using Handle = Value;
-  Value Get() const noexcept { return model->tables.Resolve(at->Load()); }
+// At records of equal size.
+template <class Record>
+struct ArrayCursor {
+  void Move(std::ptrdiff_t n) noexcept { at += n; }
+  std::ptrdiff_t From(const ArrayCursor& other) const noexcept { return at - other.at; }
 
   const Records* model = nullptr;
-  const Word* at = nullptr;
+  const Record* at = nullptr;
 };
 
+struct ValueCursor : ArrayCursor<Word> {
+  using Handle = Value;
+  Value Get() const noexcept { return model->tables.Resolve(at->Load()); }
+};
+
+struct SectionCursor : ArrayCursor<std::uint32_t> {
+  using Handle = Section;
+  Section Get() const noexcept;
+};
+
+// Entries differ in size: to the next one it is one step, to any other a look-up.
 struct EntryCursor {
   using Handle = Entry;
   Entry Get() const noexcept;
+  void Move(std::ptrdiff_t n) noexcept {
+    ordinal += static_cast<std::uint32_t>(n);
+    if (n == 1) {
+      at = EntryAfter(at);
+    } else if (n != 0) {
+      at = ordinal < CountOf(section) ? model->EntryAt(section, ordinal) : nullptr;
+    }
+  }
+  std::ptrdiff_t From(const EntryCursor& other) const noexcept {
+    return static_cast<std::ptrdiff_t>(ordinal) - static_cast<std::ptrdiff_t>(other.ordinal);
+  }
 
   const Records* model = nullptr;
-  const EntryRecord* at = nullptr;
-};
-
-struct SectionCursor {
-  using Handle = Section;
-  Section Get() const noexcept;
-
-  const SectionRecord* at = nullptr;
+  const Word* section = nullptr;
+  const Word* at = nullptr;  // anything at the end
+  std::uint32_t ordinal = 0;
 };
 
 }  // namespace detail
@@ -52,12 +72,15 @@ class Entry {
  public:
   // No entry.
   Entry() noexcept = default;
-  explicit Entry(const detail::EntryCursor& place) noexcept : place_(place) {}
+  // Null: no entry.
+  Entry(const detail::Records* model, const detail::Word* at) noexcept : model_(model), at_(at) {}
 
-  explicit operator bool() const noexcept { return place_.at != nullptr; }
+  explicit operator bool() const noexcept { return at_ != nullptr; }
 
   // A RUX_ENTRY_... or the table index of the entry's name; 0xFFFFFFFF of no entry.
-  std::uint32_t identifier() const noexcept { return *this ? place_.at->identifier : 0xFFFFFFFF; }
+  std::uint32_t identifier() const noexcept {
+    return *this ? detail::IdentifierOf(at_) : 0xFFFFFFFF;
+  }
 
   // The name that the identifier stands for, without its prefix: "IPMI" of VALUE_IPMI. Empty when
   // there is none, as with every RUX_ENTRY_...; the name of VALUE is empty, too.
@@ -66,19 +89,17 @@ class Entry {
 
   // The identifier as a value: looked up like the index that it may be.
   Value identity() const noexcept {
-    return *this ? place_.model->tables.Resolve(place_.at->identifier) : Value();
+    return *this ? model_->tables.Resolve(detail::IdentifierOf(at_)) : Value();
   }
 
   Values values() const noexcept {
     if (!*this) return Values();
-    return {{place_.model, words() + 2}, words()[1].Load()};
+    return {{{model_, at_ + detail::kHeadWords}}, detail::CountOf(at_)};
   }
 
   // The n-th value, from 0, or the first one: what gcGetValueByIndex answers.
   Value value(std::size_t n) const noexcept { return values()[n]; }
-  Value value() const noexcept {
-    return *this ? place_.model->tables.Resolve(place_.at->first_value) : Value();
-  }
+  Value value() const noexcept { return *this ? model_->FirstValue(at_) : Value(); }
 
   // The part that a RUX_SELECT_... names: what gcGetValueByID answers.
   Value part(std::uint32_t selector) const noexcept {
@@ -91,36 +112,38 @@ class Entry {
     return selected.code == RUX_ERROR_OK ? value(selected.ordinal) : Value();
   }
 
-  friend bool operator==(Entry a, Entry b) noexcept { return a.place_.at == b.place_.at; }
+  friend bool operator==(Entry a, Entry b) noexcept { return a.at_ == b.at_; }
   friend bool operator!=(Entry a, Entry b) noexcept { return !(a == b); }
 
  private:
-  const detail::Word* words() const noexcept { return place_.model->WordsOf(*place_.at); }
-
-  detail::EntryCursor place_;
+  const detail::Records* model_ = nullptr;
+  const detail::Word* at_ = nullptr;
 };
 
 class Section {
  public:
   // No section.
   Section() noexcept = default;
-  explicit Section(const detail::SectionRecord* record) noexcept : record_(record) {}
+  // Null: no section.
+  Section(const detail::Records* model, const detail::Word* at) noexcept : model_(model), at_(at) {}
 
-  explicit operator bool() const noexcept { return record_ != nullptr; }
+  explicit operator bool() const noexcept { return at_ != nullptr; }
 
   // A RUX_SECT_...; 0 of no section.
-  std::uint32_t kind() const noexcept { return *this ? record_->kind : 0; }
+  std::uint32_t kind() const noexcept { return *this ? detail::IdentifierOf(at_) : 0; }
 
   // Among the sections of its kind, from 0.
-  std::uint32_t ordinal() const noexcept { return *this ? record_->ordinal : 0; }
+  std::uint32_t ordinal() const noexcept {
+    return *this ? model_->sections.OrdinalOf(kind(), model_->PlaceOf(at_)) : 0;
+  }
 
   // The text of its NAME. Empty when there is none.
-  std::string_view name() const noexcept { return OwnName().text(); }
-  bool has_name() const noexcept { return OwnName().kind() == RUX_DATA_STRING; }
+  std::string_view name() const noexcept { return FirstValue(RUX_ENTRY_NAME).text(); }
+  bool has_name() const noexcept { return FirstValue(RUX_ENTRY_NAME).kind() == RUX_DATA_STRING; }
 
   // The number of its ID.
   std::optional<std::uint32_t> id() const noexcept {
-    const Value id = *this ? record_->model->tables.Resolve(record_->id) : Value();
+    const Value id = FirstValue(RUX_ENTRY_ID);
     if (id.kind() != RUX_DATA_NUMBER) return std::nullopt;
     return id.number();
   }
@@ -128,42 +151,42 @@ class Section {
   // In the order of the script.
   Entries entries() const noexcept {
     if (!*this) return Entries();
-    return {{record_->model, record_->model->entries.data() + record_->first_entry},
-            record_->entry_count};
+    return {{model_, at_, at_ + detail::kHeadWords, 0}, detail::CountOf(at_)};
   }
 
   // The first entry with that identifier, a RUX_ENTRY_... or a table index.
   Entry entry(std::uint32_t identifier) const noexcept {
     if (!*this) return Entry();
-    return Entry({record_->model, record_->model->EntryWith(*record_, identifier)});
+    return Entry(model_, model_->EntryWith(at_, identifier));
   }
 
   // The first entry with that name: of a property, global, value or repeater, without its prefix.
   Entry entry_named(std::string_view name) const noexcept {
     if (!*this) return Entry();
-    return Entry({record_->model, record_->model->EntryNamed(*record_, name)});
+    return Entry(model_, model_->EntryNamed(at_, name));
   }
 
   // The GROUP section that its PARENT names; none for the root group.
   Section parent() const noexcept {
     const Value group = entry(RUX_ENTRY_PARENT).value();
     if (group.kind() != RUX_DATA_STRING) return Section();
-    return Section(record_->model->SectionNamed(RUX_SECT_GROUP, group.text()));
+    return Section(model_, model_->SectionNamed(RUX_SECT_GROUP, group.text()));
   }
 
-  friend bool operator==(Section a, Section b) noexcept { return a.record_ == b.record_; }
+  friend bool operator==(Section a, Section b) noexcept { return a.at_ == b.at_; }
   friend bool operator!=(Section a, Section b) noexcept { return !(a == b); }
 
  private:
-  Value OwnName() const noexcept {
-    return *this ? record_->model->tables.Resolve(record_->name) : Value();
+  Value FirstValue(std::uint32_t identifier) const noexcept {
+    return *this ? model_->FirstValue(at_, identifier) : Value();
   }
 
-  const detail::SectionRecord* record_ = nullptr;
+  const detail::Records* model_ = nullptr;
+  const detail::Word* at_ = nullptr;
 };
 
-inline Entry detail::EntryCursor::Get() const noexcept { return Entry(*this); }
-inline Section detail::SectionCursor::Get() const noexcept { return Section(at); }
+inline Entry detail::EntryCursor::Get() const noexcept { return {model, at}; }
+inline Section detail::SectionCursor::Get() const noexcept { return {model, model->At(*at)}; }
 
 }  // namespace ruxcomp
 

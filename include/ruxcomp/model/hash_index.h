@@ -2,11 +2,14 @@
 #ifndef RUXCOMP_MODEL_HASH_INDEX_H_
 #define RUXCOMP_MODEL_HASH_INDEX_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "ruxcomp/model/seeded_hash.h"
 
@@ -62,18 +65,32 @@ class HashIndex {
   // Makes room for as many items.
   void Reserve(std::size_t count) {
     const std::size_t size = SlotsFor(count);
-    if (size > slots_.size()) Rehash(size);
+    if (size > size_) Rehash(std::make_unique<Slot[]>(size), size);
+  }
+  // The same, false when there is no memory for them.
+  bool TryReserve(std::size_t count) noexcept {
+    const std::size_t size = SlotsFor(count);
+    if (size <= size_) return true;
+    std::unique_ptr<Slot[]> slots(new (std::nothrow) Slot[size]);
+    if (slots == nullptr) return false;
+    Rehash(std::move(slots), size);
+    return true;
   }
 
   // Removes all items, in time linear in their number. The room for as many stays.
   void Clear() {
-    slots_.assign(SlotsFor(count_), Slot());
+    const std::size_t size = SlotsFor(count_);
+    if (size < size_) {
+      slots_ = std::make_unique<Slot[]>(size_ = size);
+    } else {
+      std::fill_n(slots_.get(), size_, Slot());
+    }
     count_ = 0;
   }
 
-  // False when the scope has the key already.
+  // False when the scope has the key already. Takes memory when there is no room left.
   bool Add(std::uint32_t scope, typename Key::Of of, std::uint32_t item) {
-    if (!HasRoom(count_ + 1, slots_.size())) Reserve(count_ + 1);
+    if (!HasRoom(count_ + 1, size_)) Reserve(count_ + 1);
     const Key key(of, seed_);
     Slot& slot = slots_[Position(scope, key)];
     if (slot.item != kNoItem) return false;
@@ -84,7 +101,7 @@ class HashIndex {
 
   // kNoItem when there is none.
   std::uint32_t Find(std::uint32_t scope, typename Key::Of of) const noexcept {
-    return slots_.empty() ? kNoItem : slots_[Position(scope, Key(of, seed_))].item;
+    return size_ == 0 ? kNoItem : slots_[Position(scope, Key(of, seed_))].item;
   }
 
  private:
@@ -96,7 +113,7 @@ class HashIndex {
 
   // Where the key is, or the free slot where it would be.
   std::size_t Position(std::uint32_t scope, const Key& key) const noexcept {
-    const std::size_t mask = slots_.size() - 1;  // a power of two, less one
+    const std::size_t mask = size_ - 1;  // a power of two, less one
     const std::uint64_t hash = Mixed(seed_ ^ (key.Hash() | std::uint64_t{scope} << 32));
     std::size_t at = static_cast<std::size_t>(hash) & mask;
     while (slots_[at].item != kNoItem && !(slots_[at].scope == scope && slots_[at].key == key)) {
@@ -115,18 +132,19 @@ class HashIndex {
     return slots;
   }
 
-  void Rehash(std::size_t size) {
-    std::vector<Slot> slots(size);
+  void Rehash(std::unique_ptr<Slot[]> slots, std::size_t size) noexcept {
     slots_.swap(slots);
-    for (const Slot& slot : slots) {
-      if (slot.item != kNoItem) slots_[Position(slot.scope, slot.key)] = slot;
+    std::swap(size_, size);
+    for (const Slot* slot = slots.get(); size > 0; --size, ++slot) {
+      if (slot->item != kNoItem) slots_[Position(slot->scope, slot->key)] = *slot;
     }
   }
 
   static constexpr std::size_t kLeastSlots = 16;
 
   const std::uint64_t seed_ = SeedOfProcess() ^ reinterpret_cast<std::uintptr_t>(this);
-  std::vector<Slot> slots_;
+  std::unique_ptr<Slot[]> slots_;
+  std::size_t size_ = 0;  // of the slots
   std::size_t count_ = 0;
 };
 

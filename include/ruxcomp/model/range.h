@@ -7,8 +7,9 @@
 
 namespace ruxcomp {
 
-// Neighbours in a model, handed out by value. A Cursor points at a record of theirs by its member
-// `at`, and makes the handle for it: Cursor::Handle Get().
+// Neighbours in a model, handed out by value. A Cursor is at one of them: it makes the handle for
+// it (Cursor::Handle Get()), goes on by some (Move(n)), and knows how far it is from another
+// (From()).
 template <class Cursor>
 class Range {
  public:
@@ -33,7 +34,7 @@ class Range {
     Handle operator[](difference_type n) const noexcept { return *(*this + n); }
 
     iterator& operator+=(difference_type n) noexcept {
-      cursor_.at += n;
+      cursor_.Move(n);
       return *this;
     }
     iterator& operator-=(difference_type n) noexcept { return *this += -n; }
@@ -54,7 +55,7 @@ class Range {
     friend iterator operator+(difference_type n, iterator i) noexcept { return i += n; }
     friend iterator operator-(iterator i, difference_type n) noexcept { return i -= n; }
     friend difference_type operator-(const iterator& a, const iterator& b) noexcept {
-      return a.cursor_.at - b.cursor_.at;
+      return a.cursor_.From(b.cursor_);
     }
     friend bool operator==(const iterator& a, const iterator& b) noexcept { return a - b == 0; }
     friend bool operator!=(const iterator& a, const iterator& b) noexcept { return a - b != 0; }

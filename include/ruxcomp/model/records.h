@@ -1,57 +1,22 @@
-// The records and words of the read model; see model.h.
+// A read model: where its sections are, and what finds them; see model.h.
 #ifndef RUXCOMP_MODEL_RECORDS_H_
 #define RUXCOMP_MODEL_RECORDS_H_
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
+#include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/identifiers.h"
-#include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/words.h"
 #include "ruxcomp/model/hash_index.h"
+#include "ruxcomp/model/lazy.h"
+#include "ruxcomp/model/section_list.h"
 #include "ruxcomp/model/tables.h"
 #include "ruxcomp/model/value.h"
-
-namespace ruxcomp::detail {
-
-// A number as it is in a meta file, the least significant byte first.
-struct Word {
-  unsigned char bytes[language::kWordSize];
-
-  std::uint32_t Load() const noexcept { return language::LoadWord(bytes); }
-  void Store(std::uint32_t number) noexcept { language::StoreWord(bytes, number); }
-};
-static_assert(sizeof(Word) == language::kWordSize && alignof(Word) == 1);
-
-// As many as fit into the bytes.
-class Words {
- public:
-  Words() = default;
-  explicit Words(std::string&& bytes) : bytes_(std::move(bytes)) {}
-
-  std::size_t size() const noexcept { return bytes_.size() / sizeof(Word); }
-  std::string_view bytes() const noexcept { return bytes_; }
-  const Word* data() const noexcept { return reinterpret_cast<const Word*>(bytes_.data()); }
-
-  void Reserve(std::size_t count) { bytes_.reserve(count * sizeof(Word)); }
-  // Makes room for that many more; returns the first of them.
-  Word* Add(std::size_t count) {
-    // cppcheck-suppress shadowFunction
-    const std::size_t size = bytes_.size();
-    bytes_.resize(size + count * sizeof(Word));
-    return reinterpret_cast<Word*>(bytes_.data() + size);
-  }
-
- private:
-  std::string bytes_;
-};
-
-}  // namespace ruxcomp::detail
+#include "ruxcomp/model/words.h"
+#include "ruxcomp/record_rules.h"
+#include "ruxcomp/records.h"
 
 namespace ruxcomp {
 
@@ -60,89 +25,190 @@ using TableCells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 
 namespace detail {
 
-struct Records;
-
-struct SectionRecord {
-  const Records* model;
-  std::uint32_t first_entry;
-  std::uint32_t entry_count;
-  std::uint32_t kind;
-  std::uint32_t ordinal;  // among the sections of the kind
-  // Table indices.
-  std::uint32_t name;
-  std::uint32_t id;
-};
-
-// Where an entry begins in the words, and copies of what is asked for most of all.
-struct EntryRecord {
-  std::uint32_t word;
-  std::uint32_t identifier;
-  std::uint32_t first_value;  // 0xFFFFFFFF, which stands for nothing, where there is none
-};
-
-// A model. Once it is made, nothing in it changes or moves.
-struct Records {
-  static constexpr std::size_t kKinds = language::kSectionKindCount;
+// The bytes of a meta file, or bytes that are laid out like its sections, and what it takes to read
+// them where they are. Nothing in it changes once it is made but the indices that questions make.
+class Records {
+ public:
   // In sections with more entries, these are looked up by hash.
   static constexpr std::uint32_t kFewEntries = 64;
 
+  // Whoever makes a model fills these and calls Settle at the end.
+  file::KeptBytes bytes;  // what all places count from
   Tables tables;
-  Words words;  // of entries: see WordsOf
-  std::vector<EntryRecord> entries;
-  std::vector<SectionRecord> sections;                 // kind by kind
-  std::array<std::uint32_t, kKinds + 1> kind_begin{};  // where each begins; the end of the last
-  std::vector<TableCells> cells;
+  SectionList sections;
+  std::string_view cells;  // of all TABLE sections
+  tagMETAFILEINFO info{};
 
-  // In the scope of a kind: sections.
-  HashIndex<NumberKey> sections_by_id;
-  HashIndex<TextKey> sections_by_name;
-  // In the scope of the first entry of a large section: its entries.
-  HashIndex<NumberKey> entries_by_identifier;
-  HashIndex<TextKey> entries_by_name;
-
-  const SectionRecord* SectionWithId(std::uint32_t kind, std::uint32_t id) const noexcept {
-    return At(sections, sections_by_id.Find(kind, id));
-  }
-  const SectionRecord* SectionNamed(std::uint32_t kind, std::string_view name) const noexcept {
-    return At(sections, sections_by_name.Find(kind, name));
+  // The places of texts count from that offset.
+  void Settle(std::size_t texts = 0) {
+    const char* const begin = bytes.view().data();
+    words_ = reinterpret_cast<const Word*>(begin);
+    tables.Settle(begin + texts);
+    sections.Settle();
   }
 
-  // An entry is what it is in a meta file: its identifier, the count of its values, the values.
-  const Word* WordsOf(const EntryRecord& entry) const noexcept { return words.data() + entry.word; }
-
-  const EntryRecord* EntryWith(const SectionRecord& section,
-                               std::uint32_t identifier) const noexcept {
-    if (section.entry_count > kFewEntries) {
-      return At(entries, entries_by_identifier.Find(section.first_entry, identifier));
-    }
-    return First(section, [&](std::uint32_t own) { return own == identifier; });
+  const Word* At(std::uint32_t place) const noexcept { return words_ + place; }
+  std::uint32_t PlaceOf(const Word* record) const noexcept {
+    return static_cast<std::uint32_t>(record - words_);
   }
-  const EntryRecord* EntryNamed(const SectionRecord& section,
-                                std::string_view name) const noexcept {
-    if (section.entry_count > kFewEntries) {
-      return At(entries, entries_by_name.Find(section.first_entry, name));
-    }
-    return First(section, [&](std::uint32_t identifier) {
-      const Value own = tables.Resolve(identifier);
-      return own.kind() == RUX_DATA_STRING && own.text() == name;
+
+  const TableCells* CellsOf(std::size_t table) const noexcept {
+    if (table >= cells.size() / sizeof(TableCells)) return nullptr;
+    return reinterpret_cast<const TableCells*>(cells.data()) + table;
+  }
+
+  // What the first value of an entry stands for, and the value of the first entry with that
+  // identifier that has any.
+  Value FirstValue(const Word* entry) const noexcept {
+    return CountOf(entry) > 0 ? tables.Resolve(entry[kHeadWords].Load()) : Value();
+  }
+  Value FirstValue(const Word* section, std::uint32_t identifier) const noexcept {
+    const Word* const found = FirstEntry(section, [&](const Word* entry, std::uint32_t) {
+      return IdentifierOf(entry) == identifier && CountOf(entry) > 0;
     });
+    return found != nullptr ? FirstValue(found) : Value();
+  }
+
+  // These answer null when there is none.
+
+  const Word* SectionWithId(std::uint32_t kind, std::uint32_t id) const noexcept {
+    return FindSection(sections_by_id_, kind, id,
+                       [this](const Word* section, auto test) { return OffersId(section, test); });
+  }
+  const Word* SectionNamed(std::uint32_t kind, std::string_view name) const noexcept {
+    return FindSection(sections_by_name_, kind, name, [this](const Word* section, auto test) {
+      return OffersName(section, test);
+    });
+  }
+  const Word* EntryWith(const Word* section, std::uint32_t identifier) const noexcept {
+    return FindEntry(
+        entries_by_identifier_, section, identifier,
+        [](const Word* entry, std::uint32_t, auto test) { return test(IdentifierOf(entry)); });
+  }
+  const Word* EntryNamed(const Word* section, std::string_view name) const noexcept {
+    return FindEntry(entries_by_name_, section, name,
+                     [this](const Word* entry, std::uint32_t, auto test) {
+                       return IsText(IdentifierOf(entry), test);
+                     });
+  }
+  const Word* EntryAt(const Word* section, std::uint32_t ordinal) const noexcept {
+    return FindEntry(entries_by_ordinal_, section, ordinal,
+                     [](const Word*, std::uint32_t own, auto test) { return test(own); });
   }
 
  private:
-  template <class Record>
-  static const Record* At(const std::vector<Record>& records, std::uint32_t place) noexcept {
-    return place == kNoItem ? nullptr : &records[place];
+  // Whether the section offers an ID, or a name, that passes the test.
+  template <class Test>
+  bool OffersId(const Word* section, Test test) const {
+    return OffersIndex(section, [&](const std::uint32_t& identifier, const std::uint32_t* value) {
+      const std::uint32_t* const index = OfferedId(identifier, value);
+      if (index == nullptr) return false;
+      const Value id = tables.Resolve(*index);
+      return id.kind() == RUX_DATA_NUMBER && test(id.number());
+    });
+  }
+  template <class Test>
+  bool OffersName(const Word* section, Test test) const {
+    const std::uint32_t kind = IdentifierOf(section);
+    return OffersIndex(section, [&](const std::uint32_t& identifier, const std::uint32_t* value) {
+      const std::uint32_t* const index = OfferedName(kind, identifier, value);
+      return index != nullptr && IsText(*index, test);
+    });
+  }
+  // The test gets the identifier of each entry, and the first value unless there is none.
+  template <class Test>
+  static bool OffersIndex(const Word* section, Test test) {
+    return FirstEntry(section, [&](const Word* entry, std::uint32_t) {
+             const std::uint32_t identifier = IdentifierOf(entry);
+             if (CountOf(entry) == 0) return test(identifier, nullptr);
+             const std::uint32_t value = entry[kHeadWords].Load();
+             return test(identifier, &value);
+           }) != nullptr;
+  }
+  template <class Test>
+  bool IsText(std::uint32_t index, Test test) const {
+    const Value text = tables.Resolve(index);
+    return text.kind() == RUX_DATA_STRING && test(text.text());
   }
 
-  // The first entry whose identifier passes the test.
-  template <class Test>
-  const EntryRecord* First(const SectionRecord& section, Test test) const noexcept {
-    const EntryRecord* at = entries.data() + section.first_entry;
-    for (std::uint32_t left = section.entry_count; left > 0; --left, ++at) {
-      if (test(at->identifier)) return at;
+  // The first section of the kind that has the key: offers(section, test) says whether one of its
+  // keys passes the test.
+  template <class Key, class Offers>
+  const Word* FindSection(const Lazy<HashIndex<Key>>& lazy, std::uint32_t kind,
+                          typename Key::Of key, Offers offers) const noexcept {
+    const HashIndex<Key>* const index = lazy.Get([&](HashIndex<Key>& made) {
+      return Fill(made, [&](auto add) {
+        for (const std::uint32_t place : sections.all()) {
+          offers(At(place),
+                 [&](typename Key::Of own) { return add(IdentifierOf(At(place)), own, place); });
+        }
+      });
+    });
+    if (index != nullptr) return AtItem(index->Find(kind, key));
+    for (const std::uint32_t place : sections.OfKind(kind)) {
+      if (offers(At(place), [&](typename Key::Of own) { return own == key; })) return At(place);
     }
     return nullptr;
   }
+
+  // The same for the entries of a section: offers(entry, ordinal, test).
+  template <class Key, class Offers>
+  const Word* FindEntry(const Lazy<HashIndex<Key>>& lazy, const Word* section, typename Key::Of key,
+                        Offers offers) const noexcept {
+    if (CountOf(section) > kFewEntries) {
+      if (const HashIndex<Key>* index = IndexOfEntries(lazy, offers)) {
+        return AtItem(index->Find(PlaceOf(section), key));
+      }
+    }
+    return FirstEntry(section, [&](const Word* entry, std::uint32_t ordinal) {
+      return offers(entry, ordinal, [&](typename Key::Of own) { return own == key; });
+    });
+  }
+  template <class Key, class Offers>
+  [[gnu::noinline]] const HashIndex<Key>* IndexOfEntries(const Lazy<HashIndex<Key>>& lazy,
+                                                         Offers offers) const noexcept {
+    return lazy.Get([&](HashIndex<Key>& made) {
+      return Fill(made, [&](auto add) {
+        for (const std::uint32_t place : sections.all()) {
+          if (CountOf(At(place)) <= kFewEntries) continue;
+          FirstEntry(At(place), [&](const Word* entry, std::uint32_t ordinal) {
+            return offers(entry, ordinal,
+                          [&](typename Key::Of own) { return add(place, own, PlaceOf(entry)); });
+          });
+        }
+      });
+    });
+  }
+
+  // With all that for_each_key(add) adds by add(scope, key, item), which answers false. Answers
+  // false when there is no memory.
+  template <class Index, class ForEachKey>
+  static bool Fill(Index& index, ForEachKey for_each_key) noexcept {
+    std::size_t count = 0;
+    for_each_key([&](std::uint32_t, auto, std::uint32_t) {
+      ++count;
+      return false;
+    });
+    if (!index.TryReserve(count)) return false;
+    for_each_key([&](std::uint32_t scope, auto key, std::uint32_t item) {
+      index.Add(scope, key, item);
+      return false;
+    });
+    return true;
+  }
+
+  const Word* AtItem(std::uint32_t item) const noexcept {
+    return item == kNoItem ? nullptr : At(item);
+  }
+
+  const Word* words_ = nullptr;
+  // In the scope of a kind: sections.
+  Lazy<HashIndex<NumberKey>> sections_by_id_;
+  Lazy<HashIndex<TextKey>> sections_by_name_;
+  // In the scope of the place of a large section: its entries.
+  Lazy<HashIndex<NumberKey>> entries_by_identifier_;
+  Lazy<HashIndex<TextKey>> entries_by_name_;
+  Lazy<HashIndex<NumberKey>> entries_by_ordinal_;
 };
 
 }  // namespace detail

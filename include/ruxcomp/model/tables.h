@@ -6,8 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <string_view>
 #include <vector>
 
 #include "ruxcomp/language/symbols.h"
@@ -16,97 +14,87 @@
 
 namespace ruxcomp::detail {
 
-// Copies of texts, each with a zero byte after it. They do not move.
-class TextArena {
- public:
-  std::string_view Add(std::string_view text) {
-    const std::size_t size = text.size() + 1;
-    if (size > left_) {
-      left_ = std::max(kChunk, size);
-      next_ = chunks_.emplace_back(std::make_unique<char[]>(left_)).get();
-    }
-    const char* const copy = next_;
-    next_ = std::copy(text.begin(), text.end(), next_) + 1;  // the zero byte is there already
-    left_ -= size;
-    return {copy, text.size()};
-  }
+// What an index stands for: nothing, until something is said of it.
+struct TableItem {
+  static constexpr std::uint32_t kNumber = 0xFFFFFFFE;
+  static constexpr std::uint32_t kNothing = 0xFFFFFFFF;
 
- private:
-  static constexpr std::size_t kChunk = std::size_t{64} << 10;
+  bool is_said() const noexcept { return text != kNothing; }
 
-  std::vector<std::unique_ptr<char[]>> chunks_;
-  char* next_ = nullptr;
-  std::size_t left_ = 0;
+  std::uint32_t number = language::kNoNumber;  // of a text: its length
+  std::uint32_t text = kNothing;               // where it begins; kNumber when it is a number
 };
 
-// A symbol table turned round: what each of its indices stands for.
-class Table {
- public:
-  void Reserve(std::size_t count) { dense_.resize(std::min(count, language::kMostOrdinals)); }
-
-  // make() gives the value of an index; the first that comes in for one counts.
-  template <class Make>
-  void Add(std::uint32_t index, Make make) {
-    const std::size_t ordinal = OrdinalOf(index);
-    if (ordinal >= dense_.size()) {
-      strays_.push_back(make());
-    } else if (dense_[ordinal].index() != index) {
-      dense_[ordinal] = make();
-    }
-  }
-
-  // Once all are in.
-  void Settle() { std::stable_sort(strays_.begin(), strays_.end(), IsLess); }
-
-  // Of no kind when no key has the index.
-  Value At(std::uint32_t index) const noexcept {
-    const std::size_t ordinal = OrdinalOf(index);
-    if (ordinal < dense_.size() && dense_[ordinal].index() == index) return dense_[ordinal];
-    const auto stray = std::lower_bound(strays_.begin(), strays_.end(), Value(index), IsLess);
-    return stray != strays_.end() && stray->index() == index ? *stray : Value(index);
-  }
-
- private:
-  static bool IsLess(const Value& a, const Value& b) noexcept { return a.index() < b.index(); }
-
-  // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
-  // lies beyond is kept apart, so that no index is taken for an amount of memory.
-  std::vector<Value> dense_;   // by ordinal
-  std::vector<Value> strays_;  // by index
-};
-
-// All of them.
+// All tables, turned round: what each of their indices stands for.
 class Tables {
  public:
+  // How many indices of the class there will be: they are looked up by their ordinals.
   void Reserve(std::uint32_t index_class, std::size_t count) {
-    if (Table* table = Of(index_class)) table->Reserve(count);
+    const std::size_t table = index_class >> language::kClassShift;
+    if (table < kTables) tables_[table].resize(std::min(count, language::kMostOrdinals));
   }
-  void Add(std::uint32_t index, std::string_view text) {
-    if (Table* table = Of(index)) table->Add(index, [&] { return Value(index, texts_.Add(text)); });
+  // The first that is said of an index counts.
+  void Add(std::uint32_t index, TableItem item) {
+    const std::size_t table = index >> language::kClassShift;
+    if (table >= kTables) return;
+    if (OrdinalOf(index) >= tables_[table].size()) {
+      strays_.push_back({index, item});
+    } else if (TableItem& own = tables_[table][OrdinalOf(index)]; !own.is_said()) {
+      own = item;
+    }
   }
-  void Add(std::uint32_t index, std::uint32_t number) {
-    if (Table* table = Of(index)) table->Add(index, [&] { return Value(index, number); });
-  }
-  void Settle() {
-    for (Table& table : tables_) table.Settle();
+  // Once all are in; `texts` is what the places of the texts count from.
+  void Settle(const char* texts) {
+    texts_ = texts;
+    std::stable_sort(strays_.begin(), strays_.end(),
+                     [](const Stray& a, const Stray& b) { return a.index < b.index; });
+    for (std::size_t i = 0; i < kTables; ++i) rows_[i] = {tables_[i].data(), tables_[i].size()};
   }
 
-  // What an index stands for: what GetTblData answers.
+  // What GetTblData answers: of no kind when no key has the index.
   Value Resolve(std::uint32_t index) const noexcept {
-    if (IsImmediate(index)) return {index, OrdinalOf(index)};
     const std::size_t table = index >> language::kClassShift;
-    return table < tables_.size() ? tables_[table].At(index) : Value(index);
+    const std::uint32_t ordinal = OrdinalOf(index);
+    if (table < kTables) {
+      const Row& row = rows_[table];
+      return ordinal < row.size ? ValueOf(index, row.items[ordinal]) : StrayValue(index);
+    }
+    return IsImmediate(index) ? Value(index, ordinal) : Value(index);
   }
 
  private:
-  Table* Of(std::uint32_t index) {
-    const std::size_t table = index >> language::kClassShift;
-    return table < tables_.size() ? &tables_[table] : nullptr;
+  static constexpr std::size_t kTables = RUX_CLASS_Small >> language::kClassShift;
+  static_assert(kTables <= RUX_CLASS_ValueType >> language::kClassShift &&
+                    kTables <= RUX_CLASS_Operator >> language::kClassShift,
+                "the classes of immediates come after those with tables");
+
+  struct Row {
+    const TableItem* items = nullptr;
+    std::size_t size = 0;
+  };
+  struct Stray {
+    std::uint32_t index;
+    TableItem item;
+  };
+
+  Value ValueOf(std::uint32_t index, TableItem item) const noexcept {
+    return {index, item.number, item.text < TableItem::kNumber ? texts_ + item.text : nullptr};
   }
 
-  std::array<Table, (RUX_CLASS_Small >> language::kClassShift)>
-      tables_;  // by class; most are empty
-  TextArena texts_;
+  [[gnu::cold, gnu::noinline]] Value StrayValue(std::uint32_t index) const noexcept {
+    const auto stray = std::lower_bound(
+        strays_.begin(), strays_.end(), index,
+        [](const Stray& each, std::uint32_t sought) { return each.index < sought; });
+    const bool is_there = stray != strays_.end() && stray->index == index;
+    return is_there ? ValueOf(index, stray->item) : Value(index);
+  }
+
+  const char* texts_ = nullptr;
+  std::array<Row, kTables> rows_;  // of what is below, by class; most are empty
+  // A table of n keys has the indices up to n, except where a file repeats keys or is damaged: what
+  // lies beyond is kept apart, so that no index is taken for an amount of memory.
+  std::array<std::vector<TableItem>, kTables> tables_;
+  std::vector<Stray> strays_;  // by index
 };
 
 }  // namespace ruxcomp::detail

@@ -21,7 +21,10 @@ class Value {
   constexpr Value(std::uint32_t index, std::uint32_t number) noexcept
       : index_(index), number_(number) {}
   constexpr Value(std::uint32_t index, std::string_view text) noexcept
-      : index_(index), number_(static_cast<std::uint32_t>(text.size())), text_(text.data()) {}
+      : Value(index, static_cast<std::uint32_t>(text.size()), text.data()) {}
+  // That text with so many bytes, or the number when `text` is null.
+  constexpr Value(std::uint32_t index, std::uint32_t number, const char* text) noexcept
+      : index_(index), number_(number), text_(text) {}
 
   constexpr tagTBLKIND kind() const noexcept {
     if (text_ != nullptr) return RUX_DATA_STRING;

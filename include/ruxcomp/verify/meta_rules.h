@@ -34,10 +34,6 @@ class MetaRules : public file::MetaVisitor {
   void OnSectionEnd(file::Cursor& cursor, const file::MetaSectionView& section);
   void OnEnd(file::Cursor& cursor) { references_.Check(cursor); }
 
-  // What there is in the file.
-  std::size_t sections() const { return sections_; }
-  std::size_t entries() const { return entries_; }
-  std::size_t values() const { return values_; }
   const MetaTables& tables() const { return tables_; }
 
  private:
@@ -50,12 +46,19 @@ class MetaRules : public file::MetaVisitor {
 
   void CheckKind(file::Cursor& cursor, const file::MetaSectionView& section);
   const language::CompiledEntry* TakeKey(file::Cursor& cursor, const file::MetaEntryView& entry);
-  void ReportMissing(file::Cursor& cursor, const char* field, std::size_t offset) const {
-    cursor.Report(field, offset, "there is no {} before it", next_key_->keyword);
+  [[gnu::cold]] static void ReportMissing(file::Cursor& cursor, const language::CompiledEntry& key,
+                                          const char* field, std::size_t offset) {
+    cursor.Report(field, offset, "there is no {} before it", key.keyword);
   }
   void CheckValueKey(file::Cursor& cursor, const file::MetaEntryView& entry);
   void CheckNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry);
   bool IsNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry) const;
+  // Whether the identifier is in the table of that class; reports otherwise.
+  bool IsIndex(file::Cursor& cursor, const file::MetaEntryView& entry, std::uint32_t base) const {
+    const bool is_there = tables_.Has(entry.identifier, base);
+    if (!is_there) tables_.Report(cursor, "identifier", entry.offset, entry.identifier, base);
+    return is_there;
+  }
   void CheckTwice(file::Cursor& cursor, const file::MetaEntryView& entry);
 
   MetaTables tables_;
@@ -71,14 +74,9 @@ class MetaRules : public file::MetaVisitor {
   const language::CompiledEntry* keys_end_ = nullptr;
   // By the top byte of the class and the ordinal: in which scope an entry had the name last.
   std::array<std::vector<std::uint32_t>, 256> scopes_;
-
-  std::size_t sections_ = 0;
-  std::size_t entries_ = 0;
-  std::size_t values_ = 0;
 };
 
 inline void MetaRules::OnSectionBegin(file::Cursor& cursor, const file::MetaSectionView& section) {
-  ++sections_;
   if (!tables_.complete()) return;
   kind_ = language::FindCompiledKind(section.identifier);
   const bool goes_on = section.identifier == identifier_;
@@ -106,8 +104,6 @@ inline void MetaRules::CheckKind(file::Cursor& cursor, const file::MetaSectionVi
 }
 
 inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& entry) {
-  ++entries_;
-  values_ += entry.values.size();
   if (!tables_.complete()) return;
   const language::CompiledEntry* const key = TakeKey(cursor, entry);
   if (key == nullptr) return CheckNamedEntry(cursor, entry);
@@ -119,17 +115,19 @@ inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& 
 // entry there are no more keys.
 inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
                                                          const file::MetaEntryView& entry) {
-  for (; next_key_ != keys_end_; ++next_key_) {
-    if (next_key_->identifier == entry.identifier) return next_key_++;
-    if (next_key_->is_required) ReportMissing(cursor, "identifier", entry.offset);
+  const language::CompiledEntry* key = next_key_;
+  for (; key != keys_end_ && key->identifier != entry.identifier; ++key) {
+    if (key->is_required) ReportMissing(cursor, *key, "identifier", entry.offset);
   }
-  return nullptr;
+  const bool is_there = key != keys_end_;
+  next_key_ = is_there ? key + 1 : key;
+  return is_there ? key : nullptr;
 }
 
 // Keys of values have the indices of their names for identifiers like others.
-inline void MetaRules::CheckValueKey(file::Cursor& cursor, const file::MetaEntryView& entry) {
-  if (!tables_.Check(cursor, "identifier", entry.offset, entry.identifier, language::CLASS_Value))
-    return;
+[[gnu::noinline]] inline void MetaRules::CheckValueKey(file::Cursor& cursor,
+                                                       const file::MetaEntryView& entry) {
+  if (!IsIndex(cursor, entry, language::CLASS_Value)) return;
   // VALUE, and a "VALUE_" with nothing after it, have the same name.
   if (entry.identifier == kPlainValue) {
     value_rules_.AddLocalValue(kPlainValue);
@@ -138,7 +136,8 @@ inline void MetaRules::CheckValueKey(file::Cursor& cursor, const file::MetaEntry
   }
 }
 
-inline void MetaRules::CheckNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry) {
+[[gnu::noinline]] inline void MetaRules::CheckNamedEntry(file::Cursor& cursor,
+                                                         const file::MetaEntryView& entry) {
   if (!IsNamedEntry(cursor, entry)) return;
   CheckTwice(cursor, entry);
   const std::uint32_t base = language::ClassOf(entry.identifier);
@@ -151,7 +150,7 @@ inline void MetaRules::CheckNamedEntry(file::Cursor& cursor, const file::MetaEnt
 inline bool MetaRules::IsNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry) const {
   const std::uint32_t base = language::ClassOf(entry.identifier);
   if (language::HoldsIndices(*kind_, base)) {
-    return tables_.Check(cursor, "identifier", entry.offset, entry.identifier, base);
+    return IsIndex(cursor, entry, base);
   }
   const language::EntryRow* fixed = language::FindCompiledEntryRow(entry.identifier);
   const language::ClassRow* named = language::FindClass(base);
@@ -176,7 +175,7 @@ inline void MetaRules::CheckTwice(file::Cursor& cursor, const file::MetaEntryVie
 inline void MetaRules::OnSectionEnd(file::Cursor& cursor, const file::MetaSectionView&) {
   if (!tables_.complete()) return;
   for (; next_key_ != keys_end_; ++next_key_) {
-    if (next_key_->is_required) ReportMissing(cursor, "end", cursor.offset());
+    if (next_key_->is_required) ReportMissing(cursor, *next_key_, "end", cursor.offset());
   }
   value_rules_.EndSection(cursor);
 }

@@ -2,12 +2,14 @@
 #ifndef RUXCOMP_VERIFY_META_TABLES_H_
 #define RUXCOMP_VERIFY_META_TABLES_H_
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/meta_records.h"
@@ -15,8 +17,8 @@
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
-#include "ruxcomp/model/hash_index.h"
-#include "ruxcomp/verify/text_set.h"
+#include "ruxcomp/model/seeded_hash.h"
+#include "ruxcomp/verify/distinct.h"
 
 namespace ruxcomp::verify {
 
@@ -44,18 +46,21 @@ class MetaTables {
     const std::size_t ordinal = language::OrdinalOf(index);
     return ordinal < table.ends.size() ? table.TextAt(ordinal) : "";
   }
+  // The same as whether TextOf() of a string is empty, without a look at the table.
+  bool IsEmptyString(std::uint32_t index) const {
+    return !empty_strings_.empty() &&
+           std::binary_search(empty_strings_.begin(), empty_strings_.end(), index);
+  }
   std::uint32_t NumberOf(std::uint32_t index) const {
     return TableOf(language::CLASS_Dword).numbers[language::OrdinalOf(index)];
   }
 
-  // Whether the word is an index of that class and in its table; reports otherwise.
-  bool Check(file::Cursor& cursor, const char* field, std::size_t offset, std::uint32_t word,
-             std::uint32_t base) const {
-    if (word - base < CountOf(base)) return true;
-    Report(cursor, field, offset, word, base);
-    return false;
-  }
+  // Whether the word is an index of that class and in its table. Report() says why it is not.
+  bool Has(std::uint32_t word, std::uint32_t base) const { return word - base < CountOf(base); }
+  [[gnu::cold]] void Report(file::Cursor& cursor, const char* field, std::size_t offset,
+                            std::uint32_t word, std::uint32_t base) const;
 
+  const std::array<file::MetaTableView, language::kBlockCount>& all() const { return tables_; }
   const file::MetaTableView& cells() const { return tables_.back(); }
 
   // Of all tables together.
@@ -78,10 +83,8 @@ class MetaTables {
     return sources.begin() != sources.end() && sources.begin()->is_text;
   }
 
-  static void CheckTexts(file::Cursor& cursor, const file::MetaTableView& table);
+  void CheckTexts(file::Cursor& cursor, const file::MetaTableView& table);
   static void CheckNumbers(file::Cursor& cursor, const file::MetaTableView& table);
-  [[gnu::cold]] void Report(file::Cursor& cursor, const char* field, std::size_t offset,
-                            std::uint32_t word, std::uint32_t base) const;
   const file::MetaTableView& TableOf(std::uint32_t base) const {
     return tables_[places_[base >> language::kClassShift]];
   }
@@ -89,6 +92,7 @@ class MetaTables {
   std::array<file::MetaTableView, language::kBlockCount> tables_;
   std::array<std::uint32_t, 256> counts_ = {};  // by the top byte of the class
   std::array<std::uint8_t, 256> places_ = {};   // likewise: which of the tables it is
+  std::vector<std::uint32_t> empty_strings_;    // one at most in a sound file
   std::size_t taken_ = 0;
 };
 
@@ -98,28 +102,34 @@ inline void MetaTables::CheckTexts(file::Cursor& cursor, const file::MetaTableVi
     cursor.Report("texts", table.length_offset + file::kWordSize, "there are {}, needed are {}",
                   table.ends.size(), fixed.size());
   }
-  TextSet texts;
-  texts.Reserve(table.ends.size());
+  const detail::SeededHash hash;
+  Distinct texts(table.ends.size());
   for (std::size_t i = 0; i < table.ends.size(); ++i) {
     const std::string_view text = table.TextAt(i);
     if (i < fixed.size() && text != fixed[i].text) {
       cursor.Report("text", table.OffsetOf(i), "number {} must be \"{}\"", i, fixed[i].text);
     }
+    if (text.empty() && table.base == language::CLASS_String) {
+      empty_strings_.push_back(static_cast<std::uint32_t>(table.base + i));
+    }
     // Properties may have several indices without a name.
     if (text.empty() && table.base == language::CLASS_Property) continue;
     if (text.empty() && IsOfSections(table.base)) {
       cursor.Report("text", table.OffsetOf(i), "a name must not be empty");
-    } else if (!texts.Insert(text)) {
+    } else if (!texts.Insert(hash(text), static_cast<std::uint32_t>(i),
+                             [&](std::size_t other) { return table.TextAt(other) == text; })) {
       cursor.Report("text", table.OffsetOf(i), "there is the same text before it");
     }
   }
 }
 
 inline void MetaTables::CheckNumbers(file::Cursor& cursor, const file::MetaTableView& table) {
-  detail::HashIndex<detail::NumberKey> numbers;
-  numbers.Reserve(table.numbers.size());
+  const detail::SeededHash hash;
+  Distinct numbers(table.numbers.size());
   for (std::size_t i = 0; i < table.numbers.size(); ++i) {
-    if (numbers.Add(0, table.numbers[i], 0)) continue;
+    const std::uint32_t number = table.numbers[i];
+    const auto is_same = [&](std::size_t other) { return table.numbers[other] == number; };
+    if (numbers.Insert(hash(number), static_cast<std::uint32_t>(i), is_same)) continue;
     cursor.Report("number", table.OffsetOf(i), "there is the same number before it");
   }
 }

@@ -37,8 +37,8 @@ class ValueRules {
     parent_place_ = {};
     local_values_.BeginSection(section_);
   }
-  void CheckEntry(file::Cursor& cursor, const file::MetaEntryView& entry,
-                  language::Content content);
+  [[gnu::always_inline]] void CheckEntry(file::Cursor& cursor, const file::MetaEntryView& entry,
+                                         language::Content content);
   // The section has an entry of that name, for its other values to mention.
   void AddLocalValue(std::uint32_t identifier) { local_values_.Add(identifier); }
   void EndSection(file::Cursor& cursor) { local_values_.EndSection(cursor); }
@@ -54,7 +54,7 @@ class ValueRules {
     file::Cursor& cursor;
     const file::MetaEntryView& entry;
 
-    std::uint32_t operator[](std::size_t i) const { return entry.values[i]; }
+    [[gnu::always_inline]] std::uint32_t operator[](std::size_t i) const { return entry.values[i]; }
     std::size_t OffsetOf(std::size_t i) const { return entry.value_offset(i); }
   };
 
@@ -64,11 +64,11 @@ class ValueRules {
     std::size_t most;
   };
 
-  static bool ExpectCount(Values values, Range right) {
+  static constexpr Range kSingle = {1, 1};
+
+  static bool IsCountIn(Values values, Range right) {
     const std::size_t count = values.entry.values.size();
-    if (count >= right.least && count <= right.most) return true;
-    ReportCount(values, right);
-    return false;
+    return count >= right.least && count <= right.most;
   }
   [[gnu::cold]] static void ReportCount(Values values, Range right);
   // Of an entry of a type, the type included.
@@ -78,29 +78,40 @@ class ValueRules {
     return {type.least, type.MostKept()};
   }
 
-  bool Check(Values values, std::size_t i, std::uint32_t base) const {
-    return tables_.Check(values.cursor, "value", values.OffsetOf(i), values[i], base);
+  void Check(Values values, std::size_t i, std::uint32_t base) const {
+    if (!tables_.Has(values[i], base)) Report(values, i, base);
   }
-  void CheckSingle(Values values, language::Content content);
-  void CheckText(Values values, language::Content content);
+  [[gnu::cold]] void Report(Values values, std::size_t i, std::uint32_t base) const {
+    tables_.Report(values.cursor, "value", values.OffsetOf(i), values[i], base);
+  }
+  void CheckOther(Values values, language::Content content);
+  [[gnu::always_inline]] void CheckSingle(Values values, language::Content content);
+  void CheckName(Values values);
+  void CheckText(Values values, bool may_be_empty) const;
   void CheckNumber(Values values);
+  void TakeArgumentNumber(std::uint32_t index);
+  void CheckNumbers(Values values) const;
   void CheckParent(Values values);
   void Define(Values values, std::uint32_t base);
   void CheckTypedValue(Values values);
+  void CheckParts(Values values, const language::ValueType& type);
   void CheckRepetition(Values values);
-  void CheckPart(Values values, std::size_t i, language::Role role, std::size_t last_argument);
+  [[gnu::always_inline]] void CheckPart(Values values, std::size_t i, language::Role role,
+                                        std::size_t last_argument);
   void CheckOperand(Values values, std::size_t i, std::size_t last_argument);
   static void CheckOperator(Values values, std::size_t i);
 
   void Use(Values values, std::size_t i, std::uint32_t base) {
-    if (Check(values, i, base)) references_.Use(values[i], PlaceOf(values, i));
+    if (!tables_.Has(values[i], base)) return Report(values, i, base);
+    references_.Use(values[i], PlaceOf(values, i));
   }
   // Only actions have values for their other values to mention.
   void UseLocalValue(Values values, std::size_t i) {
     if (identifier_ != kAction) return ReportNoOperand(values, i);
-    if (Check(values, i, language::CLASS_Value)) {
-      local_values_.Mention(values[i], PlaceOf(values, i));
+    if (!tables_.Has(values[i], language::CLASS_Value)) {
+      return Report(values, i, language::CLASS_Value);
     }
+    local_values_.Mention(values[i], PlaceOf(values, i));
   }
   static void ReportNoOperand(Values values, std::size_t i) {
     values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is no operand", values[i]);
@@ -123,19 +134,26 @@ class ValueRules {
   LocalValues local_values_;
 };
 
+// Most entries are numbers. Whatever takes more than a few steps is called last, so that nothing
+// has to be saved for what comes after it.
 inline void ValueRules::CheckEntry(file::Cursor& cursor, const file::MetaEntryView& entry,
                                    language::Content content) {
   const Values values{cursor, entry};
+  const bool is_number = content == language::Content::kNumber && IsCountIn(values, kSingle);
+  return is_number ? CheckNumber(values) : CheckOther(values, content);
+}
+
+[[gnu::noinline]] inline void ValueRules::CheckOther(Values values, language::Content content) {
   switch (content) {
     case language::Content::kTypedValue:
       return CheckTypedValue(values);
     case language::Content::kRepetition:
       return CheckRepetition(values);
     case language::Content::kNumbers:
-      for (std::size_t i = 0; i < entry.values.size(); ++i) Check(values, i, language::CLASS_Dword);
-      return;
+      return CheckNumbers(values);
     default:
-      if (ExpectCount(values, {1, 1})) CheckSingle(values, content);
+      if (!IsCountIn(values, kSingle)) return ReportCount(values, kSingle);
+      return CheckSingle(values, content);
   }
 }
 
@@ -161,40 +179,59 @@ inline void ValueRules::CheckSingle(Values values, language::Content content) {
       return Define(values, language::CLASS_Group);
     case language::Content::kActionName:
       return Define(values, language::CLASS_Action);
+    case language::Content::kName:
+      return CheckName(values);
     default:
-      return CheckText(values, content);
+      return CheckText(values, content == language::Content::kAnyText);
   }
 }
 
-inline void ValueRules::CheckText(Values values, language::Content content) {
-  if (!Check(values, 0, language::CLASS_String)) return;
-  if (content != language::Content::kAnyText && tables_.TextOf(values[0]).empty()) {
-    values.cursor.Report("value", values.OffsetOf(0), "the text is empty");
+[[gnu::noinline]] inline void ValueRules::CheckText(Values values, bool may_be_empty) const {
+  if (!tables_.Has(values[0], language::CLASS_String)) {
+    return Report(values, 0, language::CLASS_String);
   }
-  if (content == language::Content::kName && !references_.NameSection(identifier_, values[0])) {
-    values.cursor.Report("value", values.OffsetOf(0),
-                         "a section of this kind before it has the name");
-  }
+  if (may_be_empty || !tables_.IsEmptyString(values[0])) return;
+  values.cursor.Report("value", values.OffsetOf(0), "the text is empty");
+}
+
+[[gnu::noinline]] inline void ValueRules::CheckName(Values values) {
+  CheckText(values, false);
+  if (!tables_.Has(values[0], language::CLASS_String)) return;
+  if (references_.NameSection(identifier_, values[0])) return;
+  values.cursor.Report("value", values.OffsetOf(0),
+                       "a section of this kind before it has the name");
 }
 
 inline void ValueRules::CheckNumber(Values values) {
-  if (!Check(values, 0, language::CLASS_Dword)) return;
-  if (values.entry.identifier != kArgumentNumber) return;
-  has_argument_number_ = true;
-  operands_are_any_ = tables_.NumberOf(values[0]) >= language::kMostOrdinals;
+  if (!tables_.Has(values[0], language::CLASS_Dword)) {
+    return Report(values, 0, language::CLASS_Dword);
+  }
+  if (values.entry.identifier == kArgumentNumber) TakeArgumentNumber(values[0]);
 }
 
-inline void ValueRules::CheckParent(Values values) {
+[[gnu::noinline]] inline void ValueRules::TakeArgumentNumber(std::uint32_t index) {
+  has_argument_number_ = true;
+  operands_are_any_ = tables_.NumberOf(index) >= language::kMostOrdinals;
+}
+
+[[gnu::noinline]] inline void ValueRules::CheckNumbers(Values values) const {
+  const std::size_t count = values.entry.values.size();
+  for (std::size_t i = 0; i < count; ++i) Check(values, i, language::CLASS_Dword);
+}
+
+[[gnu::noinline]] inline void ValueRules::CheckParent(Values values) {
   constexpr std::uint32_t kRoot = language::CLASS_Group;
-  if (!Check(values, 0, language::CLASS_Group)) return;
+  if (!tables_.Has(values[0], language::CLASS_Group)) {
+    return Report(values, 0, language::CLASS_Group);
+  }
   parent_ = values[0];
   parent_place_ = PlaceOf(values, 0);
   // Groups may be at the root; a sensor is in a group.
   if (identifier_ != kGroup || parent_ != kRoot) references_.Use(parent_, parent_place_);
 }
 
-inline void ValueRules::Define(Values values, std::uint32_t base) {
-  if (!Check(values, 0, base)) return;
+[[gnu::noinline]] inline void ValueRules::Define(Values values, std::uint32_t base) {
+  if (!tables_.Has(values[0], base)) return Report(values, 0, base);
   if (!references_.Define(values[0])) {
     values.cursor.Report("value", values.OffsetOf(0),
                          "a section of this kind before it has the name");
@@ -203,27 +240,36 @@ inline void ValueRules::Define(Values values, std::uint32_t base) {
   }
 }
 
-inline void ValueRules::CheckTypedValue(Values values) {
+[[gnu::noinline]] inline void ValueRules::CheckTypedValue(Values values) {
   const file::Words& words = values.entry.values;
-  if (!ExpectCount(values, {1, language::kAnyNumber})) return;
+  constexpr Range kAnyCount = {1, language::kAnyNumber};
+  if (!IsCountIn(values, kAnyCount)) return ReportCount(values, kAnyCount);
   if (language::ClassOf(words[0]) != language::CLASS_ValueType) {
     // The code of a type that no value has a record for may run over into the class.
     if (words.size() > 1) Check(values, 0, language::CLASS_ValueType);
     return;
   }
   const std::uint32_t code = language::OrdinalOf(words[0]);
-  if (!ExpectCount(values, CountsFor(code, words))) return;
-  const language::ValueType& type = language::FindValueType(code);
-  const std::size_t last_argument =
-      type.Has(language::kForwardsArguments) ? words.size() - 1 - type.TextCount() : 0;
-  for (std::size_t i = 1; i < words.size(); ++i) {
-    CheckPart(values, i, type.RoleOf(i - 1), last_argument);
+  const Range right = CountsFor(code, words);
+  if (!IsCountIn(values, right)) return ReportCount(values, right);
+  CheckParts(values, language::FindValueType(code));
+}
+
+inline void ValueRules::CheckParts(Values values, const language::ValueType& type) {
+  const std::size_t count = values.entry.values.size();
+  const std::size_t texts = type.TextCount();
+  const language::Role role_in_list = type.RoleOf(texts);
+  const std::size_t last_argument = type.Has(language::kForwardsArguments) ? count - 1 - texts : 0;
+  for (std::size_t i = 1; i < count; ++i) {
+    CheckPart(values, i, i <= texts ? type.roles[i - 1] : role_in_list, last_argument);
   }
 }
 
-inline void ValueRules::CheckRepetition(Values values) {
+[[gnu::noinline]] inline void ValueRules::CheckRepetition(Values values) {
   // A count that is not a plain number leaves the entry without values.
-  if (values.entry.values.empty() || !ExpectCount(values, {2, language::kAnyNumber})) return;
+  if (values.entry.values.empty()) return;
+  constexpr Range kCallAtLeast = {2, language::kAnyNumber};
+  if (!IsCountIn(values, kCallAtLeast)) return ReportCount(values, kCallAtLeast);
   Check(values, 0, language::CLASS_Dword);
   Use(values, 1, language::CLASS_Action);
 }
@@ -234,16 +280,13 @@ inline void ValueRules::CheckPart(Values values, std::size_t i, language::Role r
     case language::Role::kOperand:
       return CheckOperand(values, i, last_argument);
     case language::Role::kNumber:
-      Check(values, i, language::CLASS_Dword);
-      return;
+      return Check(values, i, language::CLASS_Dword);
     case language::Role::kLocalValue:
       // A defined word may have such a name, too.
       if (language::ClassOf(values[i]) == language::CLASS_Dword && identifier_ == kAction) {
-        Check(values, i, language::CLASS_Dword);
-      } else {
-        UseLocalValue(values, i);
+        return Check(values, i, language::CLASS_Dword);
       }
-      return;
+      return UseLocalValue(values, i);
     case language::Role::kAction:
       return Use(values, i, language::CLASS_Action);
     case language::Role::kTable:
@@ -261,8 +304,7 @@ inline void ValueRules::CheckOperand(Values values, std::size_t i, std::size_t l
   if (operands_are_any_) return;
   switch (language::ClassOf(values[i])) {
     case language::CLASS_Dword:
-      Check(values, i, language::CLASS_Dword);
-      return;
+      return Check(values, i, language::CLASS_Dword);
     case language::CLASS_Global:
       return Use(values, i, language::CLASS_Global);
     case language::CLASS_Value:

@@ -1,0 +1,47 @@
+// What the read model makes when a question needs it; see model.h.
+#ifndef RUXCOMP_MODEL_LAZY_H_
+#define RUXCOMP_MODEL_LAZY_H_
+
+#include <atomic>
+#include <memory>
+#include <new>
+
+namespace ruxcomp::detail {
+
+// An Index that the second question makes, so that one question alone costs a walk and no memory.
+// Threads may ask at once: each sees none or a whole one. When two make it, the later one drops
+// its own.
+template <class Index>
+class Lazy {
+ public:
+  Lazy() = default;
+  ~Lazy() { delete made_.load(std::memory_order_relaxed); }
+  Lazy(const Lazy&) = delete;
+  Lazy& operator=(const Lazy&) = delete;
+
+  // Null when there is none, so that the question has to be answered by a walk. fill(index) answers
+  // false when there is no memory; the next question tries again.
+  template <class Fill>
+  const Index* Get(Fill fill) const noexcept {
+    const Index* const made = made_.load(std::memory_order_acquire);
+    return made != nullptr ? made : Make(fill);
+  }
+
+ private:
+  template <class Fill>
+  [[gnu::cold, gnu::noinline]] const Index* Make(Fill fill) const noexcept {
+    if (!was_asked_.exchange(true, std::memory_order_relaxed)) return nullptr;
+    std::unique_ptr<Index> index(new (std::nothrow) Index);
+    if (index == nullptr || !fill(*index)) return nullptr;
+    const Index* made = nullptr;
+    if (!made_.compare_exchange_strong(made, index.get(), std::memory_order_acq_rel)) return made;
+    return index.release();
+  }
+
+  mutable std::atomic<const Index*> made_{nullptr};
+  mutable std::atomic<bool> was_asked_{false};
+};
+
+}  // namespace ruxcomp::detail
+
+#endif  // RUXCOMP_MODEL_LAZY_H_
