@@ -46,8 +46,8 @@ class MetaRules : public file::MetaVisitor {
 
   void CheckKind(file::Cursor& cursor, const file::MetaSectionView& section);
   const language::CompiledEntry* TakeKey(file::Cursor& cursor, const file::MetaEntryView& entry);
-  [[gnu::cold]] static void ReportMissing(file::Cursor& cursor, const language::CompiledEntry& key,
-                                          const char* field, std::size_t offset) {
+  [[gnu::cold]] static void ReportMissing(file::Cursor& cursor, const char* field,
+                                          std::size_t offset, const language::CompiledEntry& key) {
     cursor.Report(field, offset, "there is no {} before it", key.keyword);
   }
   void CheckValueKey(file::Cursor& cursor, const file::MetaEntryView& entry);
@@ -117,7 +117,7 @@ inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
                                                          const file::MetaEntryView& entry) {
   const language::CompiledEntry* key = next_key_;
   for (; key != keys_end_ && key->identifier != entry.identifier; ++key) {
-    if (key->is_required) ReportMissing(cursor, *key, "identifier", entry.offset);
+    if (key->is_required) ReportMissing(cursor, "identifier", entry.offset, *key);
   }
   const bool is_there = key != keys_end_;
   next_key_ = is_there ? key + 1 : key;
@@ -175,7 +175,7 @@ inline void MetaRules::CheckTwice(file::Cursor& cursor, const file::MetaEntryVie
 inline void MetaRules::OnSectionEnd(file::Cursor& cursor, const file::MetaSectionView&) {
   if (!tables_.complete()) return;
   for (; next_key_ != keys_end_; ++next_key_) {
-    if (next_key_->is_required) ReportMissing(cursor, *next_key_, "end", cursor.offset());
+    if (next_key_->is_required) ReportMissing(cursor, "end", cursor.offset(), *next_key_);
   }
   value_rules_.EndSection(cursor);
 }
