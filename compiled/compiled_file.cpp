@@ -1,26 +1,43 @@
 #include "compiled/compiled_file.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "compiled/verify.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/input_file.h"
+#include "support/signals.h"
 
 namespace rux::compiled {
 namespace {
 
-// Most often right, never to be relied on.
-std::size_t LikelySize(const support::Descriptor& file) {
+// Of a regular file that is read from its begin on; none of any other. Most often right, never to
+// be relied on.
+std::optional<std::size_t> LikelySize(const support::Descriptor& file) {
   struct stat status;
-  const bool is_file = fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
-  return is_file ? static_cast<std::size_t>(status.st_size) : 0;
+  const bool is_file = fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode) &&
+                       lseek(file.number(), 0, SEEK_CUR) == 0;
+  if (!is_file) return std::nullopt;
+  return static_cast<std::size_t>(status.st_size);
+}
+
+std::string ReadWhole(const support::Descriptor& file, const std::string& path) {
+  std::string bytes;
+  bytes.reserve(std::min(LikelySize(file).value_or(0), kLargestFile));
+  if (!support::ReadAll(file.number(), kLargestFile, bytes))
+    throw support::SystemFailure("cannot load", path);
+  if (bytes.size() > kLargestFile) throw TooLarge("cannot load", path);
+  return bytes;
 }
 
 // A debug meta file where a meta file is wanted, or the other way round.
@@ -39,21 +56,22 @@ support::Failure TooLarge(const char* what, const std::string& path) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  const support::Descriptor file = support::OpenInput(path);
-  std::string bytes;
-  bytes.reserve(std::min(LikelySize(file), kLargestFile));
-  if (!support::ReadAll(file.number(), kLargestFile, bytes))
-    throw support::SystemFailure("cannot load", path);
-  if (bytes.size() > kLargestFile) throw TooLarge("cannot load", path);
-  return bytes;
+  return ReadWhole(support::OpenInput(path), path);
 }
 
-std::string ReadFileOf(Form wanted, const std::string& path) {
-  std::string bytes = ReadWholeFile(path);
+void MapWholeFile(const std::string& path, KeptBytes& bytes) {
+  const support::Descriptor file = support::OpenInput(path);
+  const std::optional<std::size_t> size = LikelySize(file);
+  const bool is_mapped =
+      size && *size >= kLeastMapped && *size <= kLargestFile && bytes.Map(file.number(), *size);
+  if (!is_mapped) return bytes.Keep(ReadWhole(file, path));
+  support::ReportShortenedFiles();
+}
+
+void ExpectForm(const std::string& path, std::string_view bytes, Form wanted) {
   const Form form = FormOf(bytes);
   if (form == Form::kNone) throw Unsound(path, form, NoForm());
   if (form != wanted) throw WrongForm(path, form);
-  return bytes;
 }
 
 support::Failure Unsound(const std::string& path, Form form, const Fault& fault) {
@@ -68,7 +86,8 @@ CompiledFile::CompiledFile(const std::string& path)
 }
 
 CompiledFile::CompiledFile(const std::string& path, Form wanted)
-    : path_(path), bytes_(ReadFileOf(wanted, path)), form_(FormOf(bytes_)) {
+    : path_(path), bytes_(ReadWholeFile(path)), form_(FormOf(bytes_)) {
+  ExpectForm(path_, bytes_, wanted);
   ExpectSound();
 }
 

@@ -9,6 +9,7 @@
 #include "compiled/file.h"
 #include "compiled/verify.h"
 #include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/kept_bytes.h"
 #include "support/failure.h"
 
 namespace rux::compiled {
@@ -23,10 +24,15 @@ support::Failure TooLarge(const char* what, const std::string& path);
 // the end, whatever size the file once had.
 std::string ReadWholeFile(const std::string& path);
 
-// The bytes of a file of that form. Throws a Failure of trouble for another form, too.
-std::string ReadFileOf(Form wanted, const std::string& path);
+// The same, with a large file mapped: a look at some of it then costs no copy of all. One that
+// becomes shorter while it is looked at ends the process, as trouble.
+void MapWholeFile(const std::string& path, KeptBytes& bytes);
 
-// The failure of a file that has that fault.
+// Throws a Failure of trouble for bytes of another form, the reason why those of that path are not
+// of the wanted one.
+void ExpectForm(const std::string& path, std::string_view bytes, Form wanted);
+
+// The failure of a file of that form that has that fault.
 support::Failure Unsound(const std::string& path, Form form, const Fault& fault);
 
 // A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on

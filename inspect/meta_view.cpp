@@ -29,8 +29,10 @@ namespace rux::inspect {
 
 MetaView::MetaView(const std::string& path) : path_(path) {
   constexpr auto kForm = compiled::Form::kMeta;
+  compiled::MapWholeFile(path, bytes_);
+  compiled::ExpectForm(path, bytes_.view(), kForm);
   ruxcomp::Fault fault;
-  auto model = ruxcomp::Model::OfVerified(compiled::ReadFileOf(kForm, path), &fault);
+  std::optional<ruxcomp::Model> model = ruxcomp::Model::OpenBytes(bytes_.view(), &fault);
   if (!model) throw compiled::Unsound(path, kForm, fault);
   model_ = std::move(*model);
 }

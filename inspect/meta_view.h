@@ -11,6 +11,7 @@
 #include "compiled/datum.h"
 #include "inspect/entry_value.h"
 #include "inspect/path.h"
+#include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 
@@ -32,7 +33,8 @@ class MetaView {
 
  private:
   const std::string path_;
-  ruxcomp::Model model_;
+  ruxcomp::file::KeptBytes bytes_;
+  ruxcomp::Model model_;  // of these bytes
 };
 
 // What a value stands for, with names as a script writes them.

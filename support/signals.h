@@ -2,9 +2,25 @@
 #ifndef SUPPORT_SIGNALS_H_
 #define SUPPORT_SIGNALS_H_
 
+#include <unistd.h>
+
 #include <csignal>
+#include <string_view>
+
+#include "support/failure.h"
 
 namespace rux::support {
+
+// From here on, a mapped file whose end is read after it became shorter, which the kernel answers
+// with SIGBUS, ends the process as trouble.
+inline void ReportShortenedFiles() {
+  std::signal(SIGBUS, [](int) {
+    constexpr std::string_view kText = "rux: error: a file became shorter while it was read\n";
+    const ssize_t written = write(STDERR_FILENO, kText.data(), kText.size());
+    static_cast<void>(written);
+    _exit(static_cast<int>(ExitStatus::kTrouble));
+  });
+}
 
 // While there is one, no signal is delivered that can be held back. One that arrived in the
 // meantime takes effect when it goes: an interrupt still ends the process, only between two pieces

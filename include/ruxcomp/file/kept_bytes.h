@@ -11,6 +11,9 @@
 
 namespace ruxcomp::file {
 
+// To map a file of fewer bytes costs as much as to read it.
+inline constexpr std::size_t kLeastMapped = std::size_t{64} << 10;
+
 // Some in memory, those of a file that is mapped, or those of somebody else, who keeps them. They
 // stay where they are.
 class KeptBytes {

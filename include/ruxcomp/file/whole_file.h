@@ -39,7 +39,7 @@ class WholeFile {
     std::optional<Fault> fault = Open();
     return fault ? fault : KeepOpen(bytes);
   }
-  // Maps a large file, and reads a small one: to map that costs as much.
+  // Maps a large file, and reads a small one.
   std::optional<Fault> Map(KeptBytes& bytes) {
     if (std::optional<Fault> fault = Open()) return fault;
     if (size_ >= kLeastMapped && bytes.Map(number_, size_)) return std::nullopt;
@@ -47,8 +47,6 @@ class WholeFile {
   }
 
  private:
-  static constexpr std::size_t kLeastMapped = std::size_t{64} << 10;
-
   // What is not a regular file is not opened: a pipe would be waited for, and a device may start to
   // work. Should one take the place of the file meanwhile, opening it does not wait.
   std::optional<Fault> Open() {
