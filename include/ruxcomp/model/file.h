@@ -63,17 +63,20 @@ class Opening : public verify::MetaRules {
   }
 
   void TakeNumbers(const file::MetaTableView& table) {
-    model_.tables.Reserve(table.base, table.numbers.size());
-    std::uint32_t index = table.base;
-    for (std::size_t i = 0; i < table.numbers.size(); ++i, ++index) {
-      model_.tables.Add(index, {table.numbers[i], TableItem::kNumber});
+    TableItem* item = model_.tables.Reserve(table.base, table.numbers.size());
+    for (std::size_t i = 0; i < table.numbers.size(); ++i) {
+      *item++ = {table.numbers[i], TableItem::kNumber};
     }
   }
 
   void TakeTexts(const file::MetaTableView& table) {
-    model_.tables.Reserve(table.base, table.ends.size());
-    std::uint32_t index = table.base;
-    for (std::size_t i = 0; i < table.ends.size(); ++i, ++index) AddText(index, table.TextAt(i));
+    TableItem* item = model_.tables.Reserve(table.base, table.ends.size());
+    auto begin = static_cast<std::uint32_t>(OffsetOf(table.block));
+    const std::uint32_t block = begin;
+    for (const std::uint32_t end : table.ends) {
+      *item++ = {block + end - begin, begin};
+      begin = block + end + 1;
+    }
   }
 
   // What gcInit reads, so many bytes as the table states. Of the texts that are repeated, which

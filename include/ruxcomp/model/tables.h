@@ -28,10 +28,13 @@ struct TableItem {
 // All tables, turned round: what each of their indices stands for.
 class Tables {
  public:
-  // How many indices of the class there will be: they are looked up by their ordinals.
-  void Reserve(std::uint32_t index_class, std::size_t count) {
+  // How many indices of the class there will be: they are looked up by their ordinals. Whoever
+  // knows what each stands for may fill them; null when the class has no table.
+  TableItem* Reserve(std::uint32_t index_class, std::size_t count) {
     const std::size_t table = index_class >> language::kClassShift;
-    if (table < kTables) tables_[table].resize(std::min(count, language::kMostOrdinals));
+    if (table >= kTables) return nullptr;
+    tables_[table].resize(std::min(count, language::kMostOrdinals));
+    return tables_[table].data();
   }
   // The first that is said of an index counts.
   void Add(std::uint32_t index, TableItem item) {

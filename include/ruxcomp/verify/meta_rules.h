@@ -45,7 +45,8 @@ class MetaRules : public file::MetaVisitor {
   }
 
   void CheckKind(file::Cursor& cursor, const file::MetaSectionView& section);
-  const language::CompiledEntry* TakeKey(file::Cursor& cursor, const file::MetaEntryView& entry);
+  const language::CompiledEntry* TakeKey(file::Cursor& cursor, std::uint32_t identifier,
+                                         std::size_t offset);
   [[gnu::cold]] static void ReportMissing(file::Cursor& cursor, const char* field,
                                           std::size_t offset, const language::CompiledEntry& key) {
     cursor.Report(field, offset, "there is no {} before it", key.keyword);
@@ -69,8 +70,9 @@ class MetaRules : public file::MetaVisitor {
   // The section that one is in; its kind's first one where names are for all sections of a kind.
   const language::SectionKind* kind_ = nullptr;
   std::uint32_t identifier_ = 0;
-  std::uint32_t name_scope_ = 0;                       // from 1
-  const language::CompiledEntry* next_key_ = nullptr;  // of the kind
+  std::uint32_t name_scope_ = 0;                  // from 1
+  language::Rows<language::CompiledEntry> keys_;  // of the kind
+  const language::CompiledEntry* next_key_ = nullptr;
   const language::CompiledEntry* keys_end_ = nullptr;
   // By the top byte of the class and the ordinal: in which scope an entry had the name last.
   std::array<std::vector<std::uint32_t>, 256> scopes_;
@@ -78,15 +80,17 @@ class MetaRules : public file::MetaVisitor {
 
 inline void MetaRules::OnSectionBegin(file::Cursor& cursor, const file::MetaSectionView& section) {
   if (!tables_.complete()) return;
-  kind_ = language::FindCompiledKind(section.identifier);
   const bool goes_on = section.identifier == identifier_;
+  if (!goes_on) {
+    kind_ = language::FindCompiledKind(section.identifier);
+    keys_ = language::CompiledEntriesOf(*kind_);
+  }
   if (!goes_on || kind_->uniqueness != language::Uniqueness::kKeys) {
     name_scope_ = static_cast<std::uint32_t>(section.ordinal) + 1;
   }
   CheckKind(cursor, section);
-  const language::Rows<language::CompiledEntry> keys = language::CompiledEntriesOf(*kind_);
-  next_key_ = keys.begin();
-  keys_end_ = keys.end();
+  next_key_ = keys_.begin();
+  keys_end_ = keys_.end();
   value_rules_.BeginSection(section);
 }
 
@@ -105,7 +109,7 @@ inline void MetaRules::CheckKind(file::Cursor& cursor, const file::MetaSectionVi
 
 inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& entry) {
   if (!tables_.complete()) return;
-  const language::CompiledEntry* const key = TakeKey(cursor, entry);
+  const language::CompiledEntry* const key = TakeKey(cursor, entry.identifier, entry.offset);
   if (key == nullptr) return CheckNamedEntry(cursor, entry);
   if (key->content == language::Content::kTypedValue) CheckValueKey(cursor, entry);
   value_rules_.CheckEntry(cursor, entry, key->content);
@@ -114,10 +118,11 @@ inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& 
 // The key of the schema that the entry is; null when it is another entry. Behind the first other
 // entry there are no more keys.
 inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
-                                                         const file::MetaEntryView& entry) {
+                                                         std::uint32_t identifier,
+                                                         std::size_t offset) {
   const language::CompiledEntry* key = next_key_;
-  for (; key != keys_end_ && key->identifier != entry.identifier; ++key) {
-    if (key->is_required) ReportMissing(cursor, "identifier", entry.offset, *key);
+  for (; key != keys_end_ && key->identifier != identifier; ++key) {
+    if (key->is_required) ReportMissing(cursor, "identifier", offset, *key);
   }
   const bool is_there = key != keys_end_;
   next_key_ = is_there ? key + 1 : key;

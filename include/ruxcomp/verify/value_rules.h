@@ -72,10 +72,11 @@ class ValueRules {
   }
   [[gnu::cold]] static void ReportCount(Values values, Range right);
   // Of an entry of a type, the type included.
-  static Range CountsFor(std::uint32_t code, const file::Words& values) {
-    const language::ValueType& type = language::TypeFor(
-        code, values.size() > 1 ? language::OrdinalOf(values[1]) : language::kFirstComparison);
-    return {type.least, type.MostKept()};
+  static Range CountsFor(const language::ValueType& type, const file::Words& values) {
+    if (type.code != language::kComparison.code) return {type.least, type.MostKept()};
+    const language::ValueType& own = language::TypeFor(
+        type.code, values.size() > 1 ? language::OrdinalOf(values[1]) : language::kFirstComparison);
+    return {own.least, own.MostKept()};
   }
 
   void Check(Values values, std::size_t i, std::uint32_t base) const {
@@ -94,7 +95,7 @@ class ValueRules {
   void CheckParent(Values values);
   void Define(Values values, std::uint32_t base);
   void CheckTypedValue(Values values);
-  void CheckParts(Values values, const language::ValueType& type);
+  [[gnu::always_inline]] void CheckParts(Values values, const language::ValueType& type);
   void CheckRepetition(Values values);
   [[gnu::always_inline]] void CheckPart(Values values, std::size_t i, language::Role role,
                                         std::size_t last_argument);
@@ -250,9 +251,10 @@ inline void ValueRules::CheckNumber(Values values) {
     return;
   }
   const std::uint32_t code = language::OrdinalOf(words[0]);
-  const Range right = CountsFor(code, words);
+  const language::ValueType& type = language::FindValueType(code);
+  const Range right = CountsFor(type, words);
   if (!IsCountIn(values, right)) return ReportCount(values, right);
-  CheckParts(values, language::FindValueType(code));
+  CheckParts(values, type);
 }
 
 inline void ValueRules::CheckParts(Values values, const language::ValueType& type) {
