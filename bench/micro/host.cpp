@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <utility>
 
 #include "bench/files/model_files.h"
 #include "ruxcomp/ruxcomp.h"
@@ -24,8 +26,9 @@ const ruxcomp::Model& ModelOf(std::uint32_t sensors) {
   static std::uint32_t of = 0;
   static ruxcomp::Model model;
   if (of != sensors) {
-    LoadMachine(sensors);
-    model = ruxcomp::Model::OfLoaded();
+    std::optional<ruxcomp::Model> opened = ruxcomp::Model::Open(ModelFile{sensors, "meta"}.Made());
+    Require(opened.has_value(), "Model::Open");
+    model = std::move(*opened);
     of = sensors;
   }
   return model;

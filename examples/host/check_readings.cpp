@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   ruxcomp::Fault fault;
-  const std::optional<ruxcomp::Model> model = ruxcomp::Model::LoadVerified(argv[1], &fault);
+  const std::optional<ruxcomp::Model> model = ruxcomp::Model::Open(argv[1], &fault);
   if (!model) {
     std::fprintf(stderr, "%s: %s\n", argv[1], ruxcomp::FaultText(fault).c_str());
     return 1;
