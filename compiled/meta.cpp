@@ -42,9 +42,9 @@ class Builder : public MetaVisitor {
 
   void OnEntry(Cursor&, MetaEntryView& view) {
     CompiledEntry& entry = meta_.sections.back().entries.emplace_back();
-    entry.identifier = view.identifier;
-    entry.values = ListOf(view.values);
-    entry.extent = {view.offset, view.value_offset(view.values.size()) - view.offset};
+    entry.identifier = view.identifier();
+    entry.values = ListOf(view.values());
+    entry.extent = {view.offset, view.value_offset(view.value_count()) - view.offset};
     entry.pieces = std::move(view.pieces);
   }
 

@@ -27,7 +27,7 @@ class CountingRules : public ruxcomp::verify::MetaRules {
   }
   void OnEntry(Cursor& cursor, const MetaEntryView& entry) {
     ++entries_;
-    values_ += entry.values.size();
+    values_ += entry.value_count();
     MetaRules::OnEntry(cursor, entry);
   }
 

@@ -63,12 +63,17 @@ struct MetaSectionView {
   std::vector<Piece> pieces;
 };
 
+// All of its words are in the file.
 struct MetaEntryView {
   std::size_t ordinal = 0;
   std::size_t offset = 0;
-  std::uint32_t identifier = 0;
-  Words values;
+  const char* at = nullptr;  // the bytes at the offset
   std::vector<Piece> pieces;
+
+  std::uint32_t identifier() const { return LoadWord(at); }
+  std::uint32_t value_count() const { return LoadWord(at + kWordSize); }
+  std::uint32_t value(std::size_t i) const { return LoadWord(at + (2 + i) * kWordSize); }
+  Words values() const { return Words({at + 2 * kWordSize, value_count() * kWordSize}); }
 
   std::size_t count_offset() const { return offset + kWordSize; }
   std::size_t value_offset(std::size_t i) const { return offset + (2 + i) * kWordSize; }

@@ -211,12 +211,14 @@ class MetaWalk {
   void ReadEntries(std::uint32_t count) {
     Record record(cursor_, "entry", 0, PiecesIn(entry_.pieces));
     std::size_t offset = cursor_.offset();
-    const std::size_t end = offset + cursor_.left();
+    // Where each word is a piece, none is left to be read at once.
+    const std::size_t end = keeps_pieces_ ? offset : offset + cursor_.left();
     for (std::uint32_t i = 0; i < count; ++i) {
       record.GoOn(i);
       entry_.ordinal = i;
       entry_.offset = offset;
-      if (!TakeEntry(offset, end)) {
+      entry_.at = bytes_.data() + offset;
+      if (!PassEntry(offset, end)) {
         cursor_.MoveTo(offset);
         ReadEntry();
         if (!cursor_.ok()) return;
@@ -227,31 +229,27 @@ class MetaWalk {
     cursor_.MoveTo(offset);
   }
 
-  // An entry that is there as a whole. False where it is not, or each word is a piece: then it has
-  // to be read field by field. Nothing here waits for what was stored before, and where there is
-  // one value, which is most often, the processor goes on without waiting for the count.
-  bool TakeEntry(std::size_t& offset, std::size_t end) {
-    if (end - offset < kLeastRecord + kWordSize || keeps_pieces_) return false;
-    const char* const at = bytes_.data() + offset;
-    const std::uint32_t count = LoadWord(at + kWordSize);
+  // Goes on to what follows an entry. False when it is not there as a whole: then its fields have
+  // to be read one by one. Nothing here waits for what was stored before, and where there is one
+  // value, which is most often, the processor goes on without waiting for the count.
+  bool PassEntry(std::size_t& offset, std::size_t end) const {
+    if (end < offset + kLeastRecord + kWordSize) return false;
+    const std::uint32_t count = LoadWord(bytes_.data() + offset + kWordSize);
     if (__builtin_expect(static_cast<long>(count == 1), 1L) != 0) {
-      entry_.values = Words({at + kLeastRecord, kWordSize});
       offset += kLeastRecord + kWordSize;
-    } else {
-      const std::uint64_t size = std::uint64_t{count} * kWordSize;
-      if (size > end - offset - kLeastRecord) return false;
-      entry_.values = Words({at + kLeastRecord, static_cast<std::size_t>(size)});
-      offset += kLeastRecord + static_cast<std::size_t>(size);
+      return true;
     }
-    entry_.identifier = LoadWord(at);
+    const std::uint64_t size = std::uint64_t{count} * kWordSize;
+    if (size > end - offset - kLeastRecord) return false;
+    offset += kLeastRecord + static_cast<std::size_t>(size);
     return true;
   }
 
   [[gnu::noinline]] void ReadEntry() {
     entry_.pieces.clear();
-    entry_.identifier = cursor_.Word("identifier");
+    cursor_.Word("identifier");
     const std::uint32_t count = cursor_.Count("value count", kWordSize);
-    entry_.values = cursor_.WordList("value", count);
+    cursor_.WordList("value", count);
   }
 
   const std::string_view bytes_;

@@ -56,8 +56,8 @@ class MetaRules : public file::MetaVisitor {
   bool IsNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry) const;
   // Whether the identifier is in the table of that class; reports otherwise.
   bool IsIndex(file::Cursor& cursor, const file::MetaEntryView& entry, std::uint32_t base) const {
-    const bool is_there = tables_.Has(entry.identifier, base);
-    if (!is_there) tables_.Report(cursor, "identifier", entry.offset, entry.identifier, base);
+    const bool is_there = tables_.Has(entry.identifier(), base);
+    if (!is_there) tables_.Report(cursor, "identifier", entry.offset, entry.identifier(), base);
     return is_there;
   }
   void CheckTwice(file::Cursor& cursor, const file::MetaEntryView& entry);
@@ -108,8 +108,7 @@ inline void MetaRules::CheckKind(file::Cursor& cursor, const file::MetaSectionVi
 }
 
 inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& entry) {
-  if (!tables_.complete()) return;
-  const language::CompiledEntry* const key = TakeKey(cursor, entry.identifier, entry.offset);
+  const language::CompiledEntry* const key = TakeKey(cursor, entry.identifier(), entry.offset);
   if (key == nullptr) return CheckNamedEntry(cursor, entry);
   if (key->content == language::Content::kTypedValue) CheckValueKey(cursor, entry);
   value_rules_.CheckEntry(cursor, entry, key->content);
@@ -134,7 +133,7 @@ inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
                                                        const file::MetaEntryView& entry) {
   if (!IsIndex(cursor, entry, language::CLASS_Value)) return;
   // VALUE, and a "VALUE_" with nothing after it, have the same name.
-  if (entry.identifier == kPlainValue) {
+  if (entry.identifier() == kPlainValue) {
     value_rules_.AddLocalValue(kPlainValue);
   } else {
     CheckTwice(cursor, entry);
@@ -143,24 +142,25 @@ inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
 
 [[gnu::noinline]] inline void MetaRules::CheckNamedEntry(file::Cursor& cursor,
                                                          const file::MetaEntryView& entry) {
-  if (!IsNamedEntry(cursor, entry)) return;
+  if (!tables_.complete() || !IsNamedEntry(cursor, entry)) return;
   CheckTwice(cursor, entry);
-  const std::uint32_t base = language::ClassOf(entry.identifier);
-  if (base == language::CLASS_Global) references_.Define(entry.identifier);
-  value_rules_.AddLocalValue(entry.identifier);
+  const std::uint32_t base = language::ClassOf(entry.identifier());
+  if (base == language::CLASS_Global) references_.Define(entry.identifier());
+  value_rules_.AddLocalValue(entry.identifier());
   value_rules_.CheckEntry(cursor, entry, language::ContentOfNamed(base));
 }
 
 // Whether the identifier is the index of a name that such a section can have entries of.
 inline bool MetaRules::IsNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry) const {
-  const std::uint32_t base = language::ClassOf(entry.identifier);
+  const std::uint32_t base = language::ClassOf(entry.identifier());
   if (language::HoldsIndices(*kind_, base)) {
     return IsIndex(cursor, entry, base);
   }
-  const language::EntryRow* fixed = language::FindCompiledEntryRow(entry.identifier);
+  const language::EntryRow* fixed = language::FindCompiledEntryRow(entry.identifier());
   const language::ClassRow* named = language::FindClass(base);
   if (fixed == nullptr && named == nullptr) {
-    cursor.Report("identifier", entry.offset, "there is no identifier 0x{:08X}", entry.identifier);
+    cursor.Report("identifier", entry.offset, "there is no identifier 0x{:08X}",
+                  entry.identifier());
   } else {
     cursor.Report("identifier", entry.offset, "no {} can stand here in a {} section",
                   fixed != nullptr ? fixed->keyword : named->title, kind_->keyword);
@@ -169,10 +169,10 @@ inline bool MetaRules::IsNamedEntry(file::Cursor& cursor, const file::MetaEntryV
 }
 
 inline void MetaRules::CheckTwice(file::Cursor& cursor, const file::MetaEntryView& entry) {
-  const std::uint32_t base = language::ClassOf(entry.identifier);
+  const std::uint32_t base = language::ClassOf(entry.identifier());
   std::vector<std::uint32_t>& scopes = scopes_[base >> language::kClassShift];
   if (scopes.empty()) scopes.resize(tables_.CountOf(base));
-  std::uint32_t& scope = scopes[language::OrdinalOf(entry.identifier)];
+  std::uint32_t& scope = scopes[language::OrdinalOf(entry.identifier())];
   if (std::exchange(scope, name_scope_) != name_scope_) return;
   cursor.Report("identifier", entry.offset, "an entry before it has the same name");
 }

@@ -54,7 +54,8 @@ class ValueRules {
     file::Cursor& cursor;
     const file::MetaEntryView& entry;
 
-    [[gnu::always_inline]] std::uint32_t operator[](std::size_t i) const { return entry.values[i]; }
+    [[gnu::always_inline]] std::uint32_t operator[](std::size_t i) const { return entry.value(i); }
+    std::size_t size() const { return entry.value_count(); }
     std::size_t OffsetOf(std::size_t i) const { return entry.value_offset(i); }
   };
 
@@ -67,12 +68,12 @@ class ValueRules {
   static constexpr Range kSingle = {1, 1};
 
   static bool IsCountIn(Values values, Range right) {
-    const std::size_t count = values.entry.values.size();
+    const std::size_t count = values.size();
     return count >= right.least && count <= right.most;
   }
   [[gnu::cold]] static void ReportCount(Values values, Range right);
   // Of an entry of a type, the type included.
-  static Range CountsFor(const language::ValueType& type, const file::Words& values) {
+  static Range CountsFor(const language::ValueType& type, Values values) {
     if (type.code != language::kComparison.code) return {type.least, type.MostKept()};
     const language::ValueType& own = language::TypeFor(
         type.code, values.size() > 1 ? language::OrdinalOf(values[1]) : language::kFirstComparison);
@@ -166,7 +167,7 @@ inline void ValueRules::ReportCount(Values values, Range right) {
     text += " to " + std::to_string(right.most);
   }
   values.cursor.Report("value count", values.entry.count_offset(), "it is {}, right is {}",
-                       values.entry.values.size(), text);
+                       values.size(), text);
 }
 
 // The only value of its entry.
@@ -207,7 +208,7 @@ inline void ValueRules::CheckNumber(Values values) {
   if (!tables_.Has(values[0], language::CLASS_Dword)) {
     return Report(values, 0, language::CLASS_Dword);
   }
-  if (values.entry.identifier == kArgumentNumber) TakeArgumentNumber(values[0]);
+  if (values.entry.identifier() == kArgumentNumber) TakeArgumentNumber(values[0]);
 }
 
 [[gnu::noinline]] inline void ValueRules::TakeArgumentNumber(std::uint32_t index) {
@@ -216,7 +217,7 @@ inline void ValueRules::CheckNumber(Values values) {
 }
 
 [[gnu::noinline]] inline void ValueRules::CheckNumbers(Values values) const {
-  const std::size_t count = values.entry.values.size();
+  const std::size_t count = values.size();
   for (std::size_t i = 0; i < count; ++i) Check(values, i, language::CLASS_Dword);
 }
 
@@ -242,23 +243,22 @@ inline void ValueRules::CheckNumber(Values values) {
 }
 
 [[gnu::noinline]] inline void ValueRules::CheckTypedValue(Values values) {
-  const file::Words& words = values.entry.values;
   constexpr Range kAnyCount = {1, language::kAnyNumber};
   if (!IsCountIn(values, kAnyCount)) return ReportCount(values, kAnyCount);
-  if (language::ClassOf(words[0]) != language::CLASS_ValueType) {
+  if (language::ClassOf(values[0]) != language::CLASS_ValueType) {
     // The code of a type that no value has a record for may run over into the class.
-    if (words.size() > 1) Check(values, 0, language::CLASS_ValueType);
+    if (values.size() > 1) Check(values, 0, language::CLASS_ValueType);
     return;
   }
-  const std::uint32_t code = language::OrdinalOf(words[0]);
+  const std::uint32_t code = language::OrdinalOf(values[0]);
   const language::ValueType& type = language::FindValueType(code);
-  const Range right = CountsFor(type, words);
+  const Range right = CountsFor(type, values);
   if (!IsCountIn(values, right)) return ReportCount(values, right);
   CheckParts(values, type);
 }
 
 inline void ValueRules::CheckParts(Values values, const language::ValueType& type) {
-  const std::size_t count = values.entry.values.size();
+  const std::size_t count = values.size();
   const std::size_t texts = type.TextCount();
   const language::Role role_in_list = type.RoleOf(texts);
   const std::size_t last_argument = type.Has(language::kForwardsArguments) ? count - 1 - texts : 0;
@@ -269,7 +269,7 @@ inline void ValueRules::CheckParts(Values values, const language::ValueType& typ
 
 [[gnu::noinline]] inline void ValueRules::CheckRepetition(Values values) {
   // A count that is not a plain number leaves the entry without values.
-  if (values.entry.values.empty()) return;
+  if (values.size() == 0) return;
   constexpr Range kCallAtLeast = {2, language::kAnyNumber};
   if (!IsCountIn(values, kCallAtLeast)) return ReportCount(values, kCallAtLeast);
   Check(values, 0, language::CLASS_Dword);
