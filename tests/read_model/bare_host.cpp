@@ -11,7 +11,11 @@
 #include <utility>
 #include <vector>
 
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/value.h"
+#include "ruxcomp/verify.h"
 
 namespace {
 

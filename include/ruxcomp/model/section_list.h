@@ -38,8 +38,8 @@ class SectionList {
     for (std::size_t i = 0; i < kKinds; ++i) {
       for (std::size_t run = 0; run + 1 < runs_.size(); ++run) {
         if (runs_[run].kind != i) continue;
-        sorted.insert(sorted.end(), places_.begin() + runs_[run].begin,
-                      places_.begin() + runs_[run + 1].begin);
+        sorted.insert(sorted.end(), places_.data() + runs_[run].begin,
+                      places_.data() + runs_[run + 1].begin);
       }
       kind_begin_[i + 1] = sorted.size();
     }
