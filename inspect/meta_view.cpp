@@ -12,7 +12,6 @@
 
 #include "compiled/compiled_file.h"
 #include "compiled/datum.h"
-#include "compiled/file.h"
 #include "inspect/entry_value.h"
 #include "inspect/path.h"
 #include "ruxcomp/file/header.h"
@@ -21,6 +20,7 @@
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/records.h"
+#include "ruxcomp/verify.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
