@@ -149,7 +149,9 @@ void WrongNumbers(std::uint32_t count, const std::string& folder) {
 
 // A keyword that sensors do not know is a name of their own, and no valid one.
 void ForeignKeys(std::uint32_t count, const std::string& folder) {
-  Section(count, folder, "[SENSOR]\nNAME = FAN\nID = 2\nPARENT = BOARD",
+  Section(count, folder,
+          "[SENSOR]\nNAME = FAN\nID = 2\nPARENT = BOARD\nTYPE = 1\nINITFLAG = 3\nCONTROLMASK = 0\n"
+          "VALUE = VT_LOAD, G_ADC",
           [](std::ostream& out, std::uint32_t) { out << "RUXLOOP = 1000\n"; });
 }
 
