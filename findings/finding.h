@@ -1,4 +1,4 @@
-// Messages as data, for a program that links the library's core and makes more of them than text.
+// Messages as data, for a program that links the library's core and wants more than their text.
 //
 //   struct Collector : findings::Sink {
 //     void Take(const findings::Finding& finding) override { ... }
@@ -67,8 +67,8 @@ namespace detail {
 inline Sink* sink = nullptr;
 }  // namespace detail
 
-// Directs the messages of this process to a sink, until it is replaced; null directs them to the
-// host's Output, as at first. Returns the sink before.
+// Directs the messages of this process to a sink until the next call; null, the default, directs
+// them to the host's Output. Returns the previous sink.
 inline Sink* SetSink(Sink* sink) { return std::exchange(detail::sink, sink); }
 inline Sink* CurrentSink() { return detail::sink; }
 

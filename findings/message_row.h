@@ -1,4 +1,4 @@
-// What there is to know of a message, for those who show and explain messages.
+// What is known of a message, for those who show and explain messages.
 #ifndef FINDINGS_MESSAGE_ROW_H_
 #define FINDINGS_MESSAGE_ROW_H_
 
@@ -20,7 +20,7 @@ constexpr std::string_view WordOf(Severity severity) {
 // What a format begins with, such as "Error[%s:%u]: [%s]:%s, ": the place, and the names of the
 // section and of the entry.
 struct Lead {
-  bool is_error = false;  // it says so
+  bool is_error = false;  // it begins with "Error"
   bool has_place = false;
   bool has_section = false;
   bool has_entry = false;
@@ -43,7 +43,7 @@ constexpr Lead LeadOf(std::string_view format) {
   lead.is_error = Skip(format, "Error");
   if (lead.is_error || Skip(format, "Warning")) {
     lead.has_place = Skip(format, "[%s:%u]");
-    // The formats differ in what separates the parts: a colon or a comma, a blank or none.
+    // Formats separate the parts by a colon or a comma, with or without a blank.
     if (!Skip(format, ":")) Skip(format, ",");
     Skip(format, " ");
     lead.has_section = Skip(format, "[%s]");
@@ -57,7 +57,7 @@ constexpr Lead LeadOf(std::string_view format) {
   return lead;
 }
 
-// There is one object of each message: its address stands for the message.
+// There is one object of each message: its address identifies the message.
 struct MessageRow {
   std::string_view format;  // of messages of the library and its reader; "" for others
   std::string_view id;      // "undefined-word"

@@ -1,10 +1,14 @@
-// The messages by name, and their formats as constants.
+// The messages by name, their formats as constants, and the size that goes with them.
 #ifndef FINDINGS_MESSAGES_H_
 #define FINDINGS_MESSAGES_H_
 
 #include <cstdint>
 
 namespace ruxcomp::findings {
+
+// The first argument of Output, with every message: the size that a host may give the formatted
+// text. Part of the interface, pinned by tests/api.
+inline constexpr unsigned int kOutputSize = 2048;
 
 // In the order of messages.def.
 enum class MessageId : std::uint16_t {
@@ -13,7 +17,7 @@ enum class MessageId : std::uint16_t {
 };
 
 // Message<MessageId::kUndefinedWord>::kFormat is a constant, so that the compiler checks every
-// argument against it and a program contains the formats that it uses and no others.
+// argument against it and a program contains only the formats that it uses.
 template <MessageId Id>
 struct Message;
 #define MESSAGE(name, format, ...)            \

@@ -6,8 +6,8 @@
 
 namespace ruxcomp::findings {
 
-// All ordinals count from 0; kNone in `item` and `part` means the section or item as a whole, kNone
-// in `script` that nothing was read from a script, as after loading a debug meta file.
+// All ordinals count from 0. kNone in `item` and `part` means the section or item as a whole; kNone
+// in `script` means that nothing was read from a script, as after loading a debug meta file.
 struct Origin {
   static constexpr std::uint32_t kNone = 0xFFFFFFFF;
   static constexpr std::uint32_t kKey = 0xFFFFFFFE;  // as a part: the key of the item
@@ -28,7 +28,7 @@ namespace detail {
 inline Origin examined;
 }  // namespace detail
 
-// Notes what is examined from now on, in case that it raises an error.
+// Notes what is examined from now on, in case it raises an error.
 inline void Examine(const Origin& origin) { detail::examined = origin; }
 inline void ExaminePart(std::uint32_t part) { detail::examined.part = part; }
 

@@ -1,5 +1,5 @@
 // How many there are of each message. A script may have millions: the first ones of each message
-// are kept, all others are counted.
+// are kept, the others only counted.
 #ifndef FINDINGS_TALLY_H_
 #define FINDINGS_TALLY_H_
 
@@ -10,7 +10,7 @@
 
 namespace ruxcomp::findings {
 
-// A number of messages; 0 stands for all.
+// How many messages at most; 0 means all.
 using Most = std::size_t;
 
 constexpr bool IsWithin(std::size_t count, Most most) { return most == 0 || count <= most; }
@@ -23,7 +23,7 @@ class Tally {
   // Counts one more of a message. Answers whether to keep it.
   bool Add(const MessageRow& row) { return IsWithin(++counts_[&row], most_); }
 
-  // Calls use(row, count) for each message of which so many are not kept.
+  // Calls use(row, count) for each message of which `count` were not kept.
   template <class Use>
   void ForEachRest(Use use) const {
     for (const auto& [row, count] : counts_) {

@@ -4,21 +4,19 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "findings/finding.h"
 #include "findings/origin.h"
+#include "frontend/plugin.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 
 namespace ruxcomp::core {
 
-namespace {
-constexpr char kPluginPath[] = RUX_PLUGIN_DIR "libruxrsparser.so.0";
-}
-
-CRUXParse::CRUXParse() : pluginHandle(dlopen(kPluginPath, RTLD_LAZY)) {
-  if (!pluginHandle) Report<MessageId::kReaderNotLoaded>({}, std::string(kPluginPath));
+CRUXParse::CRUXParse() : pluginHandle(dlopen(plugin::kPath, RTLD_LAZY)) {
+  if (!pluginHandle) Report<MessageId::kReaderNotLoaded>({}, std::string_view(plugin::kPath));
 }
 
 CRUXParse::~CRUXParse() {
@@ -38,8 +36,7 @@ std::uint32_t CRUXParse::Start(const std::string& path) {
 }
 
 void CRUXParse::Parse() {
-  // Also when a number raises an error on the way: a script that stayed open could not be opened
-  // again.
+  // Also when a number raises an error: a script that stayed open could not be opened again.
   try {
     ParseSections();
   } catch (...) {

@@ -10,6 +10,9 @@ namespace ruxcomp::core {
 
 namespace plugin {
 
+// Where the library looks for the plug-in.
+extern const char kPath[];
+
 using RSOpenFile = void*(const std::string& path);
 using RSParse = std::uint32_t(void* file);
 using RSEnumSection = void*(void* file, std::uint32_t index, std::uint32_t zero);
@@ -21,15 +24,15 @@ using RSEnumItem = std::uint32_t(void* section, std::uint32_t index, char* key,
 using RSFindSection = void*(void* file, const std::string& name, std::uint32_t zero);
 using RSCloseFile = std::uint32_t(void** file);
 
-// An item as a reader hands it over; the texts are valid until the next one is asked for.
+// An item as a reader hands it over; the texts are valid until the next item is asked for.
 struct Item {
   std::string_view key;
   std::string_view value;
   std::uint32_t line = 0;
 };
-// What a reader inside the program can offer beside RSEnumItem: an item without copies of its
-// texts. `room` is for a value that the script does not have in one piece. False when there is
-// none.
+// What a reader inside the program can offer besides RSEnumItem: an item without copies of its
+// texts. `room` is for a value that the script does not have in one piece. False when there is no
+// such item.
 using ViewItem = bool(void* section, std::uint32_t index, std::string& room, Item& item);
 
 // All operations of a plug-in; null where it lacks one.
@@ -44,7 +47,7 @@ struct Operations {
   ViewItem* view_item = nullptr;  // no plug-in has it
 };
 
-// An operation: the name that plug-ins export, and where the table has it.
+// An operation: the name that plug-ins export, and its member of Operations.
 template <class Function>
 struct Operation {
   const char* name;
@@ -59,13 +62,13 @@ inline constexpr Operation<RSEnumItem> kEnumItem{"RSEnumItem", &Operations::enum
 inline constexpr Operation<RSFindSection> kFindSection{"RSFindSEction", &Operations::find_section};
 inline constexpr Operation<RSCloseFile> kCloseFile{"RSCloseFile", &Operations::close_file};
 
-// Finds the operations of the plug-in that a handle of dlopen stands for; of a null handle, those
-// that the process itself exports.
+// Finds the operations of the plug-in with that handle of dlopen; for a null handle, those that the
+// process itself exports.
 using Lookup = Operations(void* handle);
 Lookup ExportedOperations;  // what dlsym finds
 
-// Lets a program that links the core choose the operations for a handle; ExportedOperations does so
-// at first. Null directs back to it. In effect from the next script that is opened.
+// Lets a program that links the core choose the operations for a handle. The default, which null
+// restores, is ExportedOperations. Takes effect with the next script that is opened.
 void SetLookup(Lookup* chosen);
 Lookup* CurrentLookup();
 

@@ -26,6 +26,8 @@ void CutAtZero(std::string& text) { text.resize(std::min(text.find('\0'), text.s
 
 }  // namespace
 
+const char plugin::kPath[] = RUX_PLUGIN_DIR "libruxrsparser.so.0";
+
 plugin::Operations plugin::ExportedOperations(void* handle) {
   return {Find(handle, kOpenFile),    Find(handle, kParse),    Find(handle, kEnumSection),
           Find(handle, kGetSectInfo), Find(handle, kEnumItem), Find(handle, kFindSection),

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "findings/finding.h"
+#include "findings/messages.h"
 #include "frontend/check_context.h"
 #include "frontend/section.h"
 #include "ruxcomp/output.h"
@@ -19,7 +20,7 @@ namespace ruxcomp::core {
 using findings::MessageId;
 
 namespace report_detail {
-// Output takes texts that end in a zero; not every view of one does.
+// Output takes zero-terminated texts, which views need not be.
 inline std::string Kept(std::string_view text) { return std::string(text); }
 inline std::uint32_t Kept(std::uint32_t number) { return number; }
 inline const char* ForOutput(const std::string& text) { return text.c_str(); }
@@ -36,16 +37,13 @@ template <class... Arguments>
 }
 }  // namespace report_detail
 
-// The first argument of Output, always the same: part of the interface, pinned by tests/api.
-inline constexpr unsigned int kOutputSize = 2048;
-
 // Any message.
 template <MessageId Id, class... Arguments>
 void Report(const findings::Subject& subject, const Arguments&... arguments) {
   if (findings::Sink* sink = findings::CurrentSink()) {
     report_detail::Send(*sink, Id, subject, report_detail::ForSink(arguments)...);
   } else {
-    Output(kOutputSize, findings::Message<Id>::kFormat,
+    Output(findings::kOutputSize, findings::Message<Id>::kFormat,
            report_detail::ForOutput(report_detail::Kept(arguments))...);
   }
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "findings/finding.h"
+#include "findings/messages.h"
 #include "findings/origin.h"
 #include "ruxcomp/language/paths.h"
 
@@ -15,9 +16,6 @@ namespace ruxcomp::reader {
 namespace {
 
 using OutputFunction = void (*)(unsigned int size, const char* format, ...);
-
-// The first argument of every message: the size that a host may use for the formatted text.
-constexpr unsigned int kOutputSize = 2048;
 
 }  // namespace
 
@@ -48,7 +46,7 @@ void Report(const std::string& path, MessageId message, std::uint32_t line,
   }
   // Not linked against: the reader also serves programs that have no Output.
   const auto output = reinterpret_cast<OutputFunction>(dlsym(RTLD_DEFAULT, "Output"));
-  if (output != nullptr) output(kOutputSize, FormatOf(message), base_name.c_str(), line);
+  if (output != nullptr) output(findings::kOutputSize, FormatOf(message), base_name.c_str(), line);
 }
 
 }  // namespace ruxcomp::reader

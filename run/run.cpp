@@ -17,6 +17,7 @@
 #include "findings/message_rows.h"
 #include "findings/origin.h"
 #include "findings/tally.h"
+#include "frontend/plugin.h"
 #include "reader/archive.h"
 #include "reader/texts.h"
 #include "run/log.h"
@@ -36,7 +37,7 @@ Argument Owned(const ruxcomp::findings::Argument& argument) {
 
 }  // namespace
 
-const char* const kPluginPath = RUX_PLUGIN_DIR "libruxrsparser.so.0";
+const char* const kPluginPath = ruxcomp::core::plugin::kPath;
 
 void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
   Log& log = ProcessLog();
@@ -97,7 +98,7 @@ void Run::Guarded(Phase phase, const std::function<void()>& step) {
   try {
     step();
   } catch (const std::bad_alloc&) {
-    throw;  // that is not the script's fault
+    throw;  // not the script's fault
   } catch (const support::Failure&) {
     throw;
   } catch (const std::out_of_range& raised) {
