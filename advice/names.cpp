@@ -32,8 +32,9 @@ void ForEachItem(const SourceSet& sources, language::SectionId kind, std::uint32
   }
 }
 
-// The values that one key has in the sections of a kind, without quotes.
-Names Values(const SourceSet& sources, language::SectionId kind, std::string_view key) {
+// The values that one entry has in the sections of a kind, without quotes.
+Names Values(const SourceSet& sources, language::SectionId kind, language::EntryId entry) {
+  const std::string_view key = language::KeywordOf(entry);
   Names names;
   ForEachItem(sources, kind, 0, [&](const ruxcomp::reader::Item& item) {
     if (item.key == key) names.emplace_back(ruxcomp::reader::FirstPart(item));
@@ -74,12 +75,12 @@ Names Keywords(const SourceSet&, const Diagnostic& diagnostic) {
   const language::SectionKind* kind = language::FindKind(*diagnostic.section);
   if (kind == nullptr) return names;
   for (const language::EntryTemplate& row : kind->templates) {
-    names.emplace_back(language::FindEntryRow(row.identifier)->keyword);
+    names.emplace_back(language::KeywordOf(row.identifier));
   }
   // A key that may repeat is not a free name.
   for (const language::FreeEntryRule& rule : kind->free_entries) {
     if ((rule.notation & language::kFreeName) != 0) continue;
-    names.emplace_back(language::FindEntryRow(rule.identifier)->keyword);
+    names.emplace_back(language::KeywordOf(rule.identifier));
   }
   return names;
 }
@@ -124,19 +125,19 @@ Names WordsAndOperands(const SourceSet& sources, const Diagnostic& diagnostic) {
 }
 
 Names GroupNames(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_GROUP, "NAME");
+  return Values(sources, language::SECTION_GROUP, language::ENTRY_NAME);
 }
 Names ActionNames(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_ACTION, "NAME");
+  return Values(sources, language::SECTION_ACTION, language::ENTRY_NAME);
 }
 Names TableNames(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_TABLE, "NAME");
+  return Values(sources, language::SECTION_TABLE, language::ENTRY_NAME);
 }
 Names PelmgroupIds(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_PELMGROUP, "ID");
+  return Values(sources, language::SECTION_PELMGROUP, language::ENTRY_ID);
 }
 Names SensorIds(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_SENSOR, "ID");
+  return Values(sources, language::SECTION_SENSOR, language::ENTRY_ID);
 }
 
 }  // namespace rux::advice

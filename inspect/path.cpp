@@ -11,6 +11,7 @@
 #include <system_error>
 #include <vector>
 
+#include "ruxcomp/language/number.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
@@ -90,7 +91,7 @@ std::optional<std::uint32_t> PathStep::NumberAfter(char sign) const {
   if (quoted || text.empty() || text.front() != sign) return std::nullopt;
   std::string_view digits = std::string_view(text).substr(1);
   int base = 10;
-  if (digits.substr(0, 2) == "0x" || digits.substr(0, 2) == "0X") {
+  if (ruxcomp::language::IsHexadecimal(digits)) {
     digits.remove_prefix(2);
     base = 16;
   }

@@ -11,6 +11,7 @@
 #include "reader/script_file.h"
 #include "reader/texts.h"
 #include "reader/value.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
@@ -42,6 +43,7 @@ bool IsStream(const std::string& library_path) {
 
 constexpr const char* kInclude =
     ruxcomp::language::KindOf(ruxcomp::language::SECTION_INCLUDE).keyword;
+constexpr std::string_view kFile = ruxcomp::language::KeywordOf(ruxcomp::language::ENTRY_FILE);
 
 class Loader {
  public:
@@ -68,7 +70,7 @@ class Loader {
       ruxcomp::reader::ScriptFile::NoteDelivery(item);
       const std::string_view name = ruxcomp::reader::FirstPart(item);
       // The library rejects any other key, and an empty name.
-      if (item.key != "FILE" || name.empty()) continue;
+      if (item.key != kFile || name.empty()) continue;
       Follow(std::string(ruxcomp::language::FolderOf(includer)).append(name));
     }
   }

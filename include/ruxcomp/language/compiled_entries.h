@@ -1,5 +1,5 @@
-// Which entries the sections of the meta file hold, and what their values are: as the templates of
-// the kinds say, in compiled form.
+// Which entries the sections of the meta file hold, and what their values are: the compiled form of
+// the templates of each kind.
 #ifndef RUXCOMP_LANGUAGE_COMPILED_ENTRIES_H_
 #define RUXCOMP_LANGUAGE_COMPILED_ENTRIES_H_
 

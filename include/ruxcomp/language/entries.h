@@ -161,7 +161,8 @@ inline constexpr std::array<std::string_view, kEntryCount> kKeywords = [] {
 }();
 constexpr std::string_view KeywordOf(const EntryRow& row) { return kKeywords[&row - kEntries]; }
 
-// The rows by a number below kSlots that is computed of them: those of one number in their order.
+// The rows by a number below kSlots that is computed from each: rows with one number in their
+// order.
 class EntryIndex {
  public:
   template <class SlotOf>
@@ -225,6 +226,9 @@ constexpr const EntryRow* FindCompiledEntryRow(std::uint32_t compiled) {
   return FindRow(
       kEntries, [&](const EntryRow& row) { return row.compiled != 0 && row.compiled == compiled; });
 }
+
+// The keyword of an entry that is known to exist.
+constexpr std::string_view KeywordOf(EntryId entry) { return KeywordOf(*FindEntryRow(entry)); }
 
 // The name that a symbol table has for a key of such an entry.
 constexpr std::string_view NameInKey(const EntryRow& row, std::string_view key) {

@@ -1,11 +1,14 @@
-// The layout of the meta file. All numbers are unsigned 32-bit little-endian words; bytes that the
-// layout does not name are zero.
+// The layouts of both compiled files. All numbers are unsigned 32-bit little-endian words; bytes
+// that the layout does not name are zero. The meta file:
 //
 //      0  magic, zero-terminated            256  count of sections, then for each section
 //     16  version                                identifier, count of entries, then for each entry
 //     20  creation time                            identifier, count of values, the values
 //    128  directory: offsets of the table   then the table blocks, each at the next multiple of 16
 //         blocks, ended by a zero word           that leaves padding: class, byte length, payload
+//
+// The debug meta file has the same header with its own magic, and its data from offset 128 on:
+// debugmeta/bytes.h says how records are packed.
 #ifndef RUXCOMP_LANGUAGE_FILE_FORMAT_H_
 #define RUXCOMP_LANGUAGE_FILE_FORMAT_H_
 

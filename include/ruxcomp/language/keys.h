@@ -1,6 +1,6 @@
 // Which entry the key of an item becomes.
 //
-// The rows of a kind that take keys are counted through: its templates, then its free entries.
+// The rows of a kind that take keys have one count: its templates, then its free entries.
 #ifndef RUXCOMP_LANGUAGE_KEYS_H_
 #define RUXCOMP_LANGUAGE_KEYS_H_
 

@@ -19,7 +19,7 @@ struct Number {
   bool raises = false;       // it has no digit to look at: "" or a bare "0x"
   bool is_too_long = false;  // more than kLongestNumber characters
   bool has_rest = false;     // characters follow the digits
-  bool is_cut = false;       // the digits say more than 32 bits
+  bool is_cut = false;       // the digits make a number of more than 32 bits
   bool is_negative = false;  // a minus sign: the value is the two's complement
 };
 

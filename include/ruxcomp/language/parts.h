@@ -20,7 +20,7 @@ class Splitter {
 
   // The next part; not at the end.
   constexpr std::string_view Next() {
-    // The next quote is searched again only once it was passed: a long list has none.
+    // The next quote is searched for again only after it was passed: a long list has none.
     if (quote_ != kEnd && quote_ < next_) quote_ = text_.find('"', next_);
     const std::size_t start = next_;
     std::size_t comma = text_.find(',', start);

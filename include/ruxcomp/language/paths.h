@@ -1,8 +1,8 @@
 // The paths of scripts.
 //
-// Paths in the library separate folders with backslashes only: what is before the last one is the
-// folder of included files, what follows it the name in messages. The reader opens a path as it is
-// written or, when there is no such file, with its backslashes read as slashes.
+// In the library's paths only backslashes separate folders: what is before the last one is the
+// folder of included files, what follows it is the name in messages. The reader opens a path as it
+// is written or, when there is no such file, with its backslashes read as slashes.
 #ifndef RUXCOMP_LANGUAGE_PATHS_H_
 #define RUXCOMP_LANGUAGE_PATHS_H_
 
@@ -42,8 +42,7 @@ inline std::string WithSlashes(std::string path) {
   return path;
 }
 
-// What find(path) knows under the path as it is or, when that is nothing, under its second
-// name.
+// What find(path) finds under the path as it is or, failing that, under its second name.
 template <class Find>
 auto FindByPath(std::string path, Find find) {
   auto found = find(path);

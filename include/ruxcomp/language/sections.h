@@ -40,7 +40,7 @@ enum class Uniqueness : std::uint8_t {
   kSingle,                // one section of the kind; no key twice in it
   kKeys,                  // no key twice in all sections of the kind
   kNameAndId,             // no NAME and no ID twice; no key twice in a section
-  kNameAndIdAfterParent,  // the same, and the parent is a group on a smaller line
+  kNameAndIdAfterParent,  // the same, and the parent is on a line with a smaller number
   kOwnKeys,               // no key twice in a section
   kNothing,               // anything may repeat
 };
@@ -79,6 +79,7 @@ inline constexpr FreeEntryRule kFreeEntryRules[] = {
   {SECTION_##section, prefix, ENTRY_##entry, notation},
 #include "ruxcomp/language/templates.def"
 };
+
 // What an entry refers to; see templates.def.
 enum class RefersUnless : std::uint8_t {
   kNever,

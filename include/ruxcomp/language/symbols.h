@@ -32,7 +32,7 @@ enum IndexClass : std::uint32_t {
 #include "ruxcomp/language/symbol_tables.def"
 };
 
-// Whether an index carries its value itself: no table has it.
+// Whether an index carries its own value, which no table has.
 constexpr bool IsImmediate(std::uint32_t index) {
   switch (ClassOf(index)) {
 #define IMMEDIATE_CLASS(name, class_byte, title, prefix) case CLASS_##name:

@@ -95,8 +95,8 @@ inline constexpr std::uint32_t kAnyNumber = 0xFFFFFFFF;
 
 enum ValueTypeFlag : std::uint32_t {
   kPlainType = 0,
-  kKeepsSurplus = 1,     // a list takes also the parts that are warned of
-  kSelectsSurplus = 2,   // selectors fit values with more parts than the most, too
+  kKeepsSurplus = 1,     // a list also takes the parts beyond the most
+  kSelectsSurplus = 2,   // selectors also fit values with parts beyond the most
   kCountsArguments = 4,  // the list must be as long as the action's argument number
   kForwardsArguments =
       8,            // outside of an action, ARGn may go up to the arguments that it passes on
@@ -107,7 +107,7 @@ struct ValueType {
   std::uint32_t code;
   Shape shape;
   std::uint32_t least;                 // parts needed, the type's own included
-  std::uint32_t most;                  // more than these are warned of
+  std::uint32_t most;                  // parts beyond these get a warning
   std::uint32_t flags;                 // of ValueTypeFlag
   Rows<Field> fields;                  // of the record
   std::array<Role, kMaxFields> roles;  // of the fields, in order
@@ -194,8 +194,8 @@ constexpr bool ListsComeLast() {
 }
 static_assert(ListsComeLast(), "a list is the last field of its shape");
 
-// The type with that code. Codes that no row has are legal: such a value has no record and nothing
-// of it is checked; the result then is kNoRecord.
+// The type with that code. Codes without a row are legal: such a value has no record and nothing of
+// it is checked. Their type is kNoRecord.
 constexpr const ValueType& FindValueType(std::uint32_t code) {
   // The first codes are those of the first rows.
   if (code < std::size(kValueTypes) && kValueTypes[code].code == code) return kValueTypes[code];
