@@ -30,7 +30,7 @@ TextList Arena::Add(const std::vector<std::string_view>& texts) {
   return {first, texts.size()};
 }
 
-// What is larger than most gets a block to itself, and the one that is being filled stays.
+// What takes more than a quarter of a block gets one to itself; filling goes on in the other.
 char* Arena::AddBlock(std::size_t size) {
   const bool is_large = size > kBlockSize / 4;
   const std::size_t block_size = is_large ? size : kBlockSize;

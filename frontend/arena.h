@@ -1,4 +1,4 @@
-// Memory for many small things that go all at once.
+// Memory for many small things that are released together.
 #ifndef FRONTEND_ARENA_H_
 #define FRONTEND_ARENA_H_
 
@@ -14,16 +14,16 @@
 
 namespace ruxcomp::core {
 
-// Keeps texts and objects in few large blocks of memory: objects from the front of a block, texts
-// from its back, so that none of them leaves a gap. Nothing in it can be released by itself, and no
-// destructor runs.
+// Keeps texts and objects in a few large blocks of memory: objects from the front of a block, texts
+// from its back, so that the alignment of objects leaves no gaps between texts. Nothing in it can
+// be released by itself, and no destructor runs.
 class Arena {
  public:
   // A copy of the text, with a zero after it, that stays until Clear.
   Text Add(std::string_view text);
 
-  // Makes a part of a text that an arena holds a text of its own, in its place: what follows it
-  // becomes its zero.
+  // Turns a part of a text in an arena into a text of its own, in place: the character after the
+  // part becomes its terminating zero.
   static Text Cut(std::string_view part) {
     if (part.empty()) return {};
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the arena handed it out
@@ -31,20 +31,20 @@ class Arena {
     return {part.data(), part.size()};
   }
 
-  // The same views, side by side.
+  // A list of these views; the texts themselves are not copied.
   TextList Add(const std::vector<std::string_view>& texts);
 
   // A new object that stays until Clear.
   template <class T, class... Arguments>
   T& Make(Arguments&&... arguments) {
-    static_assert(std::is_trivially_destructible_v<T>, "nobody destroys it");
+    static_assert(std::is_trivially_destructible_v<T>, "its destructor would never run");
     return *::new (Room<T>(1)) T(std::forward<Arguments>(arguments)...);
   }
 
-  // So many new objects side by side.
+  // That many new objects side by side.
   template <class T>
   T* MakeArray(std::size_t count) {
-    static_assert(std::is_trivially_destructible_v<T>, "nobody destroys them");
+    static_assert(std::is_trivially_destructible_v<T>, "their destructors would never run");
     T* const first = static_cast<T*>(Room<T>(count));
     std::uninitialized_default_construct_n(first, count);
     return first;
@@ -74,13 +74,13 @@ class Arena {
   }
   std::size_t used_in_front() const { return static_cast<std::size_t>(front_ - block_); }
 
-  // Room of that size in a new block.
+  // Room of that size at the front of a new block.
   char* AddBlock(std::size_t size);
 
   std::vector<std::unique_ptr<char[]>> blocks_;
-  char* block_ = nullptr;  // the one that is being filled; free is what is
-  char* front_ = nullptr;  // from here
-  char* back_ = nullptr;   // to here
+  char* block_ = nullptr;  // the one that is being filled
+  char* front_ = nullptr;  // its free bytes begin here
+  char* back_ = nullptr;   // and end here
 };
 
 }  // namespace ruxcomp::core

@@ -1,4 +1,4 @@
-// What the check of an entry works with.
+// What the check of an entry needs to know.
 #ifndef FRONTEND_CHECK_CONTEXT_H_
 #define FRONTEND_CHECK_CONTEXT_H_
 
@@ -17,7 +17,7 @@ struct CheckContext {
   CheckContext(const CRUXSection& ofEntry, ModelIndex* ofModel = nullptr)  // NOLINT
       : section(ofEntry), index(ofModel) {}
 
-  // The same for one part of the entry, which is examined from now on.
+  // The same for one part of the entry; notes that this part is being examined.
   CheckContext At(std::uint32_t ordinal) const {
     findings::ExaminePart(ordinal);
     CheckContext context = *this;
@@ -25,9 +25,9 @@ struct CheckContext {
     return context;
   }
 
-  const CRUXSection& section;  // that the entry belongs to
+  const CRUXSection& section;  // the one that the entry belongs to
   ModelIndex* index;           // of the model; the second pass has one, the first does not
-  std::uint32_t part = findings::Origin::kNone;  // that messages are about
+  std::uint32_t part = findings::Origin::kNone;  // what messages are about
 };
 
 }  // namespace ruxcomp::core

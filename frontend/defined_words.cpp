@@ -19,8 +19,8 @@ std::uint32_t GetPreDefinedValue(std::string_view name, std::uint32_t& value) {
   return 1;
 }
 
-// With all that it calls in one piece: most texts of a script are read as numbers, some of them
-// several times.
+// Inlines all that it calls: most texts of a script are read as numbers, some of them several
+// times.
 [[gnu::flatten]] std::uint32_t StringToLong(std::string_view text, std::uint32_t& out) {
   const ruxcomp::language::Number number = ruxcomp::language::ReadNumber(text);
   if (!number.is_too_long) out = number.value;

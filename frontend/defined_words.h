@@ -12,8 +12,8 @@
 
 namespace ruxcomp::core {
 
-// The words that a script defines and their values. Names are exact, case included; in their byte
-// order.
+// The words that a script defines and their values. Names are compared exactly, case included, and
+// are kept in byte order.
 class DefinedWords {
  public:
   using Map = std::map<std::string, std::uint32_t, std::less<>>;
@@ -64,8 +64,8 @@ std::uint32_t GetPreDefinedValue(std::string_view name, std::uint32_t& value);
 // Reads a number of the script language (ReadNumber of language/number.h). Answers 1, or 0 when the
 // text is not a number; `out` is left alone only when the text is too long.
 //
-// Raises std::out_of_range, "basic_string::at", for an empty text and for a bare "0x": the digit
-// that decides whether the text is a zero is looked at where there is none.
+// Raises std::out_of_range, "basic_string::at", for an empty text and for a bare "0x": there is no
+// digit to tell whether the text is a zero.
 std::uint32_t StringToLong(std::string_view text, std::uint32_t& out);
 
 // A number or a defined word, tried in this order; 1 or 0.

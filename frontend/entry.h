@@ -22,8 +22,8 @@ namespace ruxcomp::core {
 
 class CRUXSection;
 
-// The `pass` argument of the checks: the check of the whole model drops the text of an entry once
-// it is turned into the payload; a check that acts while the script is read leaves it for that one.
+// The `pass` argument of the checks. The check of the whole model drops the text of an entry after
+// turning it into the payload; a check while the script is read keeps the text for the later one.
 inline constexpr unsigned int kWholeModel = 0;
 inline constexpr unsigned int kWhileReading = 255;
 
@@ -41,14 +41,15 @@ class CRUXEntry : public CRUXObj {
   virtual std::uint32_t IsValid(const CheckContext& context, unsigned int pass) = 0;
   virtual std::uint32_t IsValidEx(const CheckContext& context, unsigned int pass);
 
-  // Appends the entry as a byte record; and back from it. Its text is not part of it.
+  // Appends the entry as a byte record, and restores it from one. The record does not hold the
+  // text.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
   CRuxEntryData m_RuxEntryData;  // empty while the script did not give the entry
 
-  // The comma-separated parts of the item's text, quotes removed; none once the check of the whole
-  // model has turned them into the payload.
+  // The comma-separated parts of the item's text, without quotes; none after the check of the whole
+  // model.
   TextList ListItems() const;
 
   // The checks that the entry classes share (checker/entry_checks.cpp and checker/references.cpp);
@@ -66,25 +67,25 @@ class CRUXEntry : public CRUXObj {
                              const CheckContext& context);
 
  protected:
-  ~CRUXEntry() = default;  // never run: the arena drops its entries
+  ~CRUXEntry() = default;  // never runs: entries are released with the arena
 
-  // What every first pass begins with: presence, name, payload type. True when the caller goes on;
-  // otherwise `answer` is its result.
+  // What every first pass begins with: presence, name, payload type. True when the caller is to go
+  // on; otherwise `answer` is its result.
   bool PassesCommonChecks(const CheckContext& context, PayloadType type, std::uint32_t& answer);
 
-  // The one text that a number or string entry is made of; of several the first, with a warning.
-  // False, reported, when there is none.
+  // The one text of a number or string entry; of several, the first, with a warning. Reports and
+  // answers false when there is none.
   bool TakeFirstItem(const CheckContext& context, unsigned int pass, Text& text);
 
-  // Drops the text at the end of a first pass that turned it.
+  // Drops the text at the end of a first pass over the whole model.
   void DropItems(unsigned int pass) {
     if (pass == kWholeModel) text_size_ = 0;
   }
 
-  // The next parts of an item's text, of which there are that many at least, side by side.
+  // A list of the next `count` parts of an item's text; there must be as many.
   static TextList Keep(Splitter& parts, std::size_t count);
 
-  // The item's text as the script gave it. The texts of the payload are views of it.
+  // The item's text as the script gave it. Texts of the payload point into it.
   std::string_view ItemText() const { return {text_, text_size_}; }
 
  private:

@@ -16,8 +16,8 @@ namespace ruxcomp::core {
 
 struct RecordView;  // debugmeta/bytes.h
 
-// A number, a text, a list of texts, a value or a repeater, as the type says. All but the number is
-// in the arena of the model.
+// A number, a text, a list of texts, a value or a repeater, as the type says. All but the number
+// are in the arena of the model.
 class CRuxEntryData {
  public:
   // Empty: type 0, no payload.
@@ -29,14 +29,14 @@ class CRuxEntryData {
   // Makes the empty payload that an entry identifier asks for; none for an unknown payload type.
   void Create(std::uint32_t type);
 
-  // Back to empty.
+  // Makes it empty again.
   void Destory();
 
   // The entry identifier that the payload was made for; 0 when empty.
   std::uint32_t GetType() const { return type_; }
   bool HasData() const { return data_ != nullptr; }
 
-  // What the payload is; none when it is of another type or there is none.
+  // The payload, if it is of that type.
   std::optional<std::uint32_t> number() const {
     return Holds(PAYLOAD_DWORD) ? std::optional(size_) : std::nullopt;
   }
@@ -51,7 +51,7 @@ class CRuxEntryData {
     return Holds(PAYLOAD_REPEATER) ? &AsRepeater() : nullptr;
   }
 
-  // Another number, text, list, value or repeater for a payload of that type.
+  // Replaces the number, text, list, value or repeater of a payload of that type.
   void Set(std::uint32_t number) { size_ = number; }
   void Set(Text text) {
     data_ = text.c_str();
@@ -64,8 +64,8 @@ class CRuxEntryData {
   void Set(const CGeValue& value) { data_ = &value; }
   void Set(const RepeaterRecord& repeater) { data_ = &repeater; }
 
-  // Calls visit(payload) with what there is: a number, a Text, a TextList, a CGeValue, a
-  // RepeaterRecord; std::monostate for none.
+  // Calls visit(payload) with a number, a Text, a TextList, a CGeValue or a RepeaterRecord;
+  // std::monostate when there is no payload.
   template <class Visitor>
   void Visit(Visitor&& visit) const {
     if (!HasData()) return visit(std::monostate());
@@ -83,7 +83,7 @@ class CRuxEntryData {
     }
   }
 
-  // Appends the byte record; and back from it (debugmeta/model_bytes.cpp).
+  // Appends the payload as a byte record, and restores it from one (debugmeta/model_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
@@ -105,7 +105,7 @@ class CRuxEntryData {
   static constexpr RepeaterRecord kEmptyRepeater{};
 
   std::uint32_t type_ = 0;
-  std::uint32_t size_ = 0;      // of a text or list; the number
+  std::uint32_t size_ = 0;      // of a text or list; of a number, the number itself
   const void* data_ = nullptr;  // null: no payload
 };
 

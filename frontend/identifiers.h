@@ -1,4 +1,4 @@
-// The language, whose names need no qualification in the library.
+// The names of the language, unqualified in the library.
 #ifndef FRONTEND_IDENTIFIERS_H_
 #define FRONTEND_IDENTIFIERS_H_
 

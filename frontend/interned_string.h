@@ -13,15 +13,15 @@
 
 namespace ruxcomp::core {
 
-// A large model has many entries and few different keys: each text is kept once, for all names that
-// are equal. It is as large as a pointer, and comparing two compares pointers.
+// A large model has many entries and few different keys: equal names share one text. A name is as
+// large as a pointer, and comparing two names compares pointers.
 class InternedString {
  public:
   InternedString() = default;  // empty
   explicit InternedString(std::string_view text);
   InternedString& operator=(std::string_view text) { return *this = InternedString(text); }
 
-  // The keyword of an entry, without a search.
+  // The keyword of an entry, without looking the text up.
   static InternedString OfKeyword(const ruxcomp::language::EntryRow& row);
 
   Text text() const { return *text_; }
@@ -38,23 +38,23 @@ class InternedString {
   friend bool operator==(InternedString one, std::string_view other) { return one.text() == other; }
   friend bool operator!=(InternedString one, std::string_view other) { return one.text() != other; }
 
-  // Equal names have equal ones.
+  // Equal names have equal hashes.
   std::size_t Hash() const {
     return static_cast<std::size_t>(
         ruxcomp::detail::Mixed(reinterpret_cast<std::uintptr_t>(text_)));
   }
 
-  // An order that puts equal names side by side; no other meaning.
+  // An order that puts equal names side by side and means nothing else.
   static bool IsBefore(InternedString one, InternedString other) { return one.text_ < other.text_; }
 
-  // Drops all texts. No name that is not empty may be used any more.
+  // Forgets all texts. Only empty names may be used afterwards.
   static void DropTexts();
 
  private:
   static const Text kEmpty;
-  // What names point at, but the empty text; in the arena of the model.
+  // The texts that names point to, except the empty one; in the arena of the model.
   static ruxcomp::detail::HashMap<std::string_view, const Text*> m_texts;
-  // The same for keywords, row by row; null while none has the name.
+  // Those of keywords, row by row; null until a name is made of the row.
   static std::array<const Text*, ruxcomp::language::kEntryCount> m_keywords;
   const Text* text_ = &kEmpty;
 };

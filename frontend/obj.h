@@ -1,4 +1,4 @@
-// What sections and entries have in common: identifier, flags, source place, name.
+// What sections and entries have in common: identifier, flags, place in the source, name.
 #ifndef FRONTEND_OBJ_H_
 #define FRONTEND_OBJ_H_
 
@@ -22,16 +22,16 @@ class CRUXObj {
   CRUXObj(const CRUXObj&) = delete;
   CRUXObj& operator=(const CRUXObj&) = delete;
 
-  // Notes the source file, adding it to the file table when it is new. Counts up from the present
-  // fileIndex: call it once, on a fresh object.
+  // Notes the source file, and adds it to the file table when it is new. Adds its row to the
+  // present fileIndex: call it once, on a fresh object.
   void SetFile(std::string_view path);
 
   // Part 0: the file's base name, the text after the last backslash. Any other part: the folder, up
   // to and including that backslash. Only backslashes separate. Empty for an unknown file.
   std::string GetFile(int part) const;
 
-  // Appends the object as a byte record; and back from it (debugmeta/model_bytes.cpp). The first
-  // record that a process builds carries the file table, and the first that it takes must.
+  // Appends the object as a byte record, and restores it from one (debugmeta/model_bytes.cpp). The
+  // first record that a process builds carries the file table, and so must the first that it reads.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
@@ -41,15 +41,16 @@ class CRUXObj {
   std::uint32_t fileIndex = 0;
   InternedString name;
 
-  // Every distinct path that an object was ever given. Never shrinks while the library is loaded,
-  // so that indices of an earlier run keep their meaning.
+  // Every distinct path that an object was ever given. It never shrinks while the library is
+  // loaded, so that indices of an earlier run keep their meaning.
   static std::vector<std::string> m_svstrIncFiles;
 
-  // What the source model is made of: entries, values, texts. To be cleared with the sections.
+  // Owns the entries, values and texts of the source model. CRUXSection::Destory clears it when it
+  // deletes the sections.
   static Arena m_arena;
 
  private:
-  static std::uint32_t m_lastFile;  // the row of the path that SetFile was given last
+  static std::uint32_t m_lastFile;  // the row of the path that SetFile got last
 };
 
 }  // namespace ruxcomp::core

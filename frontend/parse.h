@@ -15,28 +15,28 @@ class CRUXSection;
 
 class CRUXParse {
  public:
-  // Loads the plug-in. When that fails the failure is reported and the object stays usable: its
-  // operations are then looked for in the process itself, so that a host may carry a reader.
+  // Loads the plug-in. A failure is reported, and the object stays usable: it then looks for the
+  // operations in the process itself, so that a host may bring its own reader.
   CRUXParse();
   ~CRUXParse();
   CRUXParse(const CRUXParse&) = delete;
   CRUXParse& operator=(const CRUXParse&) = delete;
 
-  // Opens a script; 1, or 0 when the plug-in did not open it. Looks the operations of the plug-in
-  // up.
+  // Opens a script; 1, or 0 when the plug-in did not open it. The operations of the plug-in are
+  // looked up anew.
   std::uint32_t Start(const std::string& path);
 
   // Reads the opened script, section by section, into the source model and closes it. A section or
-  // item that cannot be taken is reported and costs only itself.
+  // item that cannot be taken is reported and left out; reading goes on.
   void Parse();
 
   // Drops the source model.
   void End();
 
-  // Starts a run: the next script that is opened is number 0.
+  // Begins a run: the next script that is opened is number 0.
   static void CountFromZero() { m_opened = 0; }
 
-  // The plug-in's operations; one that is missing yields 0 or null without a message.
+  // The plug-in's operations; a missing one answers 0 or null without a message.
   void* RSOpenFile(const std::string& path);
   std::uint32_t RSParse(void* file);
   void* RSEnumSection(void* file, std::uint32_t index);
@@ -57,8 +57,7 @@ class CRUXParse {
   // The index-th item of a section; false when there is none.
   bool EnumItem(void* section, std::uint32_t index, plugin::Item& item);
 
-  // An operation of the plug-in. Those of a plug-in are looked up once per script, those of the
-  // process itself at every call.
+  // An operation: of a plug-in, looked up once per script; of the process itself, at every call.
   template <class Function>
   Function* Reader(const plugin::Operation<Function>& operation);
 

@@ -26,7 +26,7 @@ void DefineWord(CRUXEntry& entry, const CRUXSection& section) {
   AddPredDefineValue(entry.name, *entry.m_RuxEntryData.number());
 }
 
-// Functions of their own: what they need on the stack is not there while the included file is read,
+// Functions of their own, so that their locals leave the stack before the included file is read,
 // which may include others in turn.
 
 [[gnu::noinline]] std::uint32_t StartIncluded(CRUXParse& included, const CRUXEntry& entry,
@@ -63,7 +63,7 @@ std::uint32_t CGSIFDEF::SetEntry(std::string_view file, std::string_view key,
 
 std::uint32_t CGSIFDEF::ChkIFDEF(std::string_view file, std::string_view key,
                                  std::string_view value, std::uint32_t item_line) {
-  // The rule of all sections, not that of this kind, which has called.
+  // The rule of all sections, not that of this kind, which is the caller.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   if (!CRUXSection::SetEntry(file, key, value, item_line)) return 0;
   CRUXEntry& condition = *entries.front();

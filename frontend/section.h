@@ -21,8 +21,8 @@ class CRUXSection : public CRUXObj {
 
   virtual ~CRUXSection() = default;
 
-  // Deletes every section with its entries and empties the table of defined words. The registry
-  // keeps its kinds, and their order, for the next run.
+  // Deletes every section, releases the arena with their entries, and empties the table of defined
+  // words. The registry keeps its kinds, and their order, for the next run.
   static void Destory();
 
   // Takes an item: fills the template that its key names or, when that is filled, adds a repeat of
@@ -39,24 +39,24 @@ class CRUXSection : public CRUXObj {
   std::uint32_t IsValid();
   std::uint32_t IsValidEx(ModelIndex& index);
 
-  // Appends the section with its entries as a byte record; and back from it. Taking a record makes
-  // an entry in every slot, fills those that the stored entries fit and adds the others.
+  // Appends the section with its entries as a byte record, and restores it from one. Restoring
+  // makes an entry in every slot, fills those that the stored entries fit and adds the others.
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
   // First the slots, one for each template of the kind and null while unfilled; then what the
-  // script added. They are in the arena of the model.
+  // script added. The arena of the model owns the entries.
   std::vector<CRUXEntry*> entries;
 
-  // The template of a slot, which says what an entry there is.
+  // The template of a slot: what an entry there is.
   const EntryTemplate& TemplateOf(std::size_t slot) const { return kind_.templates.begin()[slot]; }
 
-  // Whether an entry of that identifier has a slot and is not there.
+  // Whether the kind has a slot for that identifier and no entry is in it.
   bool HasEmptySlot(std::uint32_t entry_id) const;
 
   // Where the section was read: the script, counted from 0 in the order in which those of a run
-  // were opened, and the section in it. The parse loop sets
-  // them and `item`, the item that is being added.
+  // were opened, and the section in it. The parse loop sets them and `item`, the item that is being
+  // added.
   std::uint32_t script = findings::Origin::kNone;
   std::uint32_t ordinal = findings::Origin::kNone;
   std::uint32_t item = findings::Origin::kNone;
@@ -84,7 +84,7 @@ class CRUXSection : public CRUXObj {
                       InternedString key, std::string_view value, std::uint32_t item_line);
 
  private:
-  static constexpr std::size_t kFreeEntries = 4;  // that room is made for besides the slots
+  static constexpr std::size_t kFreeEntries = 4;  // room is made for so many besides the slots
 
   // Makes the entry of every empty slot.
   void FillSlots();
@@ -97,26 +97,26 @@ class CRUXSection : public CRUXObj {
 // All sections of one kind in order of definition; null when there is none.
 const std::vector<CRUXSection*>* FindSectHead(std::uint32_t id);
 
-// The same as something to loop over: empty when there is none.
+// The same list, empty when there is none.
 const std::vector<CRUXSection*>& SectionsOf(std::uint32_t id);
 
-// The first entry with that identifier whose name is not free, whatever index says; else the
-// index-th one with a free name. Null when its slot is empty, which leaves the index alone, too.
-// Null when there is none; then an index of 0xFFFFFFFF is replaced by the number of entries with a
-// free name.
+// The first entry with that identifier whose name is not free, whatever `index` is; else the
+// index-th one with a free name. Null when there is none: then an index of 0xFFFFFFFF becomes the
+// number of those with a free name. Null also when the slot for it is empty, which leaves `index`
+// alone.
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id, std::uint32_t& index);
 
 // The first entry with that identifier; null when there is none, or only an empty slot for it.
 CRUXEntry* FindEntry(const CRUXSection* section, std::uint32_t id);
 
-// The text of the first entry with that identifier; none when there is none or it holds no text.
+// The text of the first entry with that identifier, if there is one and it holds a text.
 std::optional<Text> FindText(const CRUXSection* section, std::uint32_t id);
 
-// Whether the script gave the entry that is in a place of a section.
+// Whether the script gave an entry of a section, which is null for an empty slot.
 inline bool IsGiven(const CRUXEntry* entry) { return entry && entry->m_RuxEntryData.HasData(); }
 
-// Whether the values of the section may name arguments and each other; a restored section is what
-// its name says.
+// Whether the values of the section may name arguments and each other. The name decides, also for a
+// restored section.
 inline bool IsAction(const CRUXSection& section) {
   return section.name == KindOf(SECTION_ACTION).keyword;
 }

@@ -17,7 +17,7 @@ class CGSSection : public CRUXSection {
   CGSSection(std::uint32_t id, tagNOTATION flags) : CRUXSection(id, flags, kKind) {
     Init0(m_sHeader);
   }
-  // For restoring a stored section, which brings its identifier and flags along.
+  // For restoring a stored section, whose record has the identifier and the flags.
   CGSSection() : CGSSection(0, 0) {}
 
   std::uint32_t SetEntry(std::string_view file, std::string_view key, std::string_view value,
@@ -72,8 +72,8 @@ class CGSDEFINE : public CGSSection<SECTION_DEFINE> {
                          std::uint32_t item_line) override;
 };
 
-// The first item is the condition, every further one defines a word, whether the condition holds or
-// not: part of the language, pinned by tests/unit/ifdef_test.cpp.
+// The first item is the condition; every other one defines a word, whether the condition holds or
+// not. That is part of the language, pinned by tests/unit/ifdef_test.cpp.
 class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
  public:
   using CGSSection::CGSSection;
@@ -88,7 +88,7 @@ class CGSIFDEF : public CGSSection<SECTION_IFDEF> {
                          std::uint32_t item_line);
 };
 
-// Every item names a file, which is read into the same model then and there.
+// Every item names a file, which is read into the same model at once.
 class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
  public:
   using CGSSection::CGSSection;
@@ -96,8 +96,8 @@ class CGSINCLUDE : public CGSSection<SECTION_INCLUDE> {
                          std::uint32_t item_line) override;
 };
 
-// A new section for each keyword row, in table order: of the row's class, identifier and flags, or
-// without identifier and flags for restoring a stored one.
+// What makes a new section of each keyword row, in table order: with the row's identifier and
+// flags, or without them for restoring a stored one.
 struct SectionMaker {
   SectionId identifier;
   CRUXSection* (*make)();

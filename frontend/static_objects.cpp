@@ -1,5 +1,6 @@
-// The objects that live from load to unload of the library, in their order of construction; unload
-// destroys them in the reverse order. They are in one file because the order holds only within one.
+// The objects of compile runs that live from load to unload of the library, in their order of
+// construction; unload destroys them in the reverse order. They are in one file because the order
+// holds only within one.
 #include <cstdint>
 #include <ios>
 #include <string>
@@ -20,7 +21,7 @@ namespace ruxcomp::core {
 
 std::uint32_t CRUXParse::m_opened = 0;
 
-// Before the reader plug-in is looked for: when it is missing, the host's Output hears of it, and
+// Before the reader plug-in is looked for: when it is missing, the host's Output is called, which
 // may write to a standard stream.
 namespace {
 RUX_FROM_LOAD_TO_UNLOAD const std::ios_base::Init standard_streams;
@@ -37,7 +38,7 @@ RUX_FROM_LOAD_TO_UNLOAD Arena CRUXObj::m_arena;
 RUX_FROM_LOAD_TO_UNLOAD ruxcomp::detail::HashMap<std::string_view, const Text*>
     InternedString::m_texts;
 
-// Of the lists only their own storage goes at unload, never the sections that they point to.
+// Unload destroys the lists, never the sections that they point to.
 RUX_FROM_LOAD_TO_UNLOAD std::vector<std::vector<CRUXSection*>*> CRUXSection::m_svpHSection;
 
 #define SECTION(keyword, number, notation, form, naming, uniqueness) \

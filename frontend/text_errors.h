@@ -1,5 +1,5 @@
-// The errors of texts that are too short. Their texts are part of the interface, pinned by
-// tests/api/text_errors_test.cpp: those of the standard library itself differ from one to the next.
+// The errors about texts that are too short. Their wording is part of the interface, pinned by
+// tests/api/text_errors_test.cpp; standard libraries differ in theirs.
 #ifndef FRONTEND_TEXT_ERRORS_H_
 #define FRONTEND_TEXT_ERRORS_H_
 

@@ -2,7 +2,7 @@
 //
 // The members and their order come from its rows; whatever fills, checks, compiles, stores or
 // prints a record walks them with VisitFields. A member is a text or a list of texts in the arena
-// of the model: records are copied by copying these.
+// of the model, so that a copy of a record refers to the same texts.
 #ifndef FRONTEND_VALUE_RECORDS_H_
 #define FRONTEND_VALUE_RECORDS_H_
 
@@ -75,7 +75,7 @@ void VisitFields(Record& record, Visitor&& visit) {
              kMembersOf<std::remove_const_t<Record>>);
 }
 
-// The same for whichever record a value holds; none for a value without a record.
+// The same for whichever record a value holds; does nothing for a value without one.
 template <class Variant, class Visitor>
 void VisitValueFields(Variant& record, Visitor&& visit) {
   std::visit(
@@ -99,19 +99,19 @@ class CGeValue {
   // Sets type and type string and makes the type's empty record; types without one get none.
   void Create(std::uint32_t type, std::string_view text);
 
-  // Back to empty.
+  // Makes it empty again.
   void Destory();
 
   std::uint32_t GetType() const { return type_; }
   Text GetStrType() const { return str_type_.text(); }
 
-  // The live record of value_records.h, owned by this object; null when there is none.
+  // The record, which is part of this object; null when there is none.
   void* GetData() { return LiveAddress(record_); }
 
   const ValueRecord& record() const { return record_; }
   ValueRecord& record() { return record_; }
 
-  // Appends the byte record; and back from it (debugmeta/model_bytes.cpp).
+  // Appends the value as a byte record, and restores it from one (debugmeta/model_bytes.cpp).
   void GetBuffer(std::vector<std::uint8_t>& out) const;
   void SetBuffer(const RecordView& in);
 
