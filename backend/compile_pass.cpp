@@ -57,11 +57,11 @@ void Compile(CompiledSections& out) {
   try {
     for (const std::vector<CRUXSection*>* head : CRUXSection::m_svpHSection) {
       for (const CRUXSection* section : *head) {
-        if (!compiler.CompileSection(*section)) break;  // nor are the others of its kind
+        if (!compiler.CompileSection(*section)) break;  // no section of the kind is compiled
       }
     }
   } catch (...) {
-    compiler.Finish();  // later runs go on with the indices of this one
+    compiler.Finish();  // later runs continue the indices of this one
     throw;
   }
   compiler.Finish();
@@ -103,7 +103,7 @@ void CompDestory() {
 using namespace ruxcomp::core;
 
 std::uint32_t gccOutput(const std::string& path) {
-  // Also when a number raises an error on the way.
+  // Also when a number raises an error.
   struct ReleaseAtEnd {
     ~ReleaseAtEnd() { CompDestory(); }
   } release_at_end;

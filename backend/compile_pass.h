@@ -1,4 +1,4 @@
-// Turning the checked source model into compiled records, and writing and reading these.
+// Turning the checked source model into compiled sections, and writing and reading meta files.
 #ifndef BACKEND_COMPILE_PASS_H_
 #define BACKEND_COMPILE_PASS_H_
 
@@ -27,7 +27,7 @@ class ModelCompiler {
   // Appends the compiled section; 0 for a kind without compiled form.
   std::uint32_t CompileSection(const CRUXSection& section);
 
-  // To be called at the end, also when an error was raised.
+  // Call it at the end, also after a raised error.
   void Finish() { interner_.Finish(); }
 
  private:
@@ -45,7 +45,7 @@ class ModelCompiler {
   // The compiled form of one operand; 0xFFFFFFFF for a text that means nothing.
   std::uint32_t GetValueVal(std::string_view text);
 
-  // The compiled form of a text in that role.
+  // The compiled form of a text with that role.
   std::uint32_t FieldValue(Role role, std::string_view text);
 
   Interner interner_;
@@ -58,22 +58,22 @@ extern std::vector<tagGCSECT*> g_GCHead;
 // Compiles every section of the source model. InitTblD comes first.
 void Compile(CompiledSections& out);
 
-// How often the records of g_GCHead were released or replaced: an index of them is
-// valid for one generation.
+// How often the records of g_GCHead were released or replaced: an index of them is valid for one
+// generation.
 std::uint32_t RecordsGeneration();
 void InvalidateRecords();
 
-// Deletes every record of g_GCHead. The symbol tables stay: a later run goes on with their indices.
+// Deletes every record of g_GCHead. The symbol tables stay: a later run continues their indices.
 void CompDestory();
 
-// Writes the sections of g_GCHead, then those that were compiled, and the symbol tables. Returns 1,
-// or 0 when the file cannot be created or written.
+// Writes the sections of g_GCHead, then the compiled ones, and the symbol tables. Returns 1, or 0
+// when the file cannot be created or written.
 std::uint32_t WriteMeta(const std::string& path, const CompiledSections& compiled);
 
 // Loads a meta file into g_GCHead and the symbol tables; `info` may be null. Returns 1, or 0 with
-// last-error CANNOT_OPEN, WRONG_FORMAT or, for a file that ends early, none of its own. What was
-// read until then stays. The records that g_GCHead held are not deleted: release them with
-// CompDestory first.
+// last-error CANNOT_OPEN, WRONG_FORMAT or, for a file that ends early, no code. What was read until
+// then stays. The records that g_GCHead held before are not deleted: release them with CompDestory
+// first.
 std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info);
 
 }  // namespace ruxcomp::core

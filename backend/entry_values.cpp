@@ -112,7 +112,7 @@ struct PayloadCompiler {
   }
 
  private:
-  // So far as many values as parts were appended.
+  // As many values as parts were appended so far.
   void AppendField(Role role, std::string_view text) const {
     findings::ExaminePart(static_cast<std::uint32_t>(words.size() - start));
     words.push_back(model.FieldValue(role, text));

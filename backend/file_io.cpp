@@ -22,7 +22,7 @@ using ruxcomp::language::LoadWord;
 
 namespace {
 
-// The stored words from an address on.
+// The words that are stored from an address on.
 class StoredWord {
  public:
   using iterator_category = std::forward_iterator_tag;
@@ -53,7 +53,7 @@ auto Uninterrupted(Call call) {
 }
 
 // The descriptor of a regular file; negative when it cannot be opened or the path leads to anything
-// else. Opening does not wait, should something else take the place of the file meanwhile.
+// else. Opening does not wait, even when something else takes the place of the file meanwhile.
 int OpenRegular(const char* path) {
   struct stat status;
   if (stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return -1;
@@ -81,7 +81,7 @@ void FileReader::Seek(std::size_t offset) {
   buffered_to_ = offset;
 }
 
-// A file that shrank or fails to be read ends where it does so.
+// A file that shrank, or cannot be read further, ends there.
 bool FileReader::Fill() {
   const std::size_t most = std::min(buffer_.size(), Remaining());
   const ssize_t count = Uninterrupted(
@@ -146,7 +146,7 @@ void FileReader::PaddedBytes(void* to, std::size_t size) {
   auto* out = static_cast<char*>(to);
   const std::size_t read = Read(out, std::min(size, Remaining()));
   std::fill(out + read, out + size, '\0');
-  // Beyond the end, the position goes on without bytes.
+  // Beyond the end, the position advances without bytes.
   if (read < size) Seek(buffered_to_ + (size - read));
 }
 

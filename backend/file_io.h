@@ -1,4 +1,4 @@
-// Reading and writing a compiled file piece by piece, reading never past its end.
+// Reading and writing a compiled file piece by piece.
 #ifndef BACKEND_FILE_IO_H_
 #define BACKEND_FILE_IO_H_
 
@@ -16,8 +16,8 @@ namespace ruxcomp::core {
 // Reads a file word by word, never past its end.
 class FileReader {
  public:
-  // Opens the file; opened() says whether that went well. Only regular files are opened: a pipe
-  // would wait for its writer, and some devices start to work when they are opened.
+  // Opens the file; opened() says whether it succeeded. Only regular files are opened: a pipe would
+  // wait for its writer, and some devices start to work when they are opened.
   explicit FileReader(const std::string& path);
   ~FileReader();
   FileReader(const FileReader&) = delete;
@@ -28,7 +28,7 @@ class FileReader {
   // Goes to an offset from the start of the file, inside it or not.
   void Seek(std::size_t offset);
 
-  // How many bytes the file has, and how many from here on. Hold lengths and counts against them
+  // How many bytes the file has, and how many are left. Check lengths and counts against them
   // before making room for what they announce.
   std::size_t size() const { return size_; }
   std::size_t Remaining() const {
@@ -36,14 +36,14 @@ class FileReader {
     return position < size_ ? size_ - position : 0;
   }
 
-  // Each reads all that is asked for, or answers false when the file does not have it.
+  // Each reads all that is asked for, or answers false when the file ends before that.
   bool Word(std::uint32_t& word) {
     if (Buffered() < sizeof word) return WordAcross(word);
     word = ruxcomp::language::LoadWord(next_);
     next_ += sizeof word;
     return true;
   }
-  bool Words(std::vector<std::uint32_t>& words, std::size_t count);  // in place of what is in there
+  bool Words(std::vector<std::uint32_t>& words, std::size_t count);  // replaces what is in there
   bool Bytes(void* to, std::size_t size);
 
   // Appends the text up to the next zero, which is passed over, or to the end of the `size` bytes
@@ -59,22 +59,22 @@ class FileReader {
   std::size_t Read(char* to, std::size_t size);  // how much of it could be read
   bool WordAcross(std::uint32_t& word);          // the end of what is buffered
 
-  // Part of the object, and all the buffering that there is: a large piece of heap would make the
-  // allocator tidy up all that the file that was loaded before has released, just before the small
-  // pieces of it are needed again.
+  // Part of the object, and the only buffer: a large block of heap would make the allocator merge
+  // the small blocks that the previously loaded file released, just before such blocks are needed
+  // again.
   std::array<char, std::size_t{16} << 10> buffer_;
-  const char* next_ = buffer_.data();  // up to here it is read
-  const char* end_ = buffer_.data();   // up to here it is filled
+  const char* next_ = buffer_.data();  // it is read up to here
+  const char* end_ = buffer_.data();   // and filled up to here
   std::size_t buffered_to_ = 0;        // offset of that end in the file
 
   const int file_;  // its descriptor; negative: not opened
   std::size_t size_ = 0;
 };
 
-// Writes a file piece by piece: a model comes to many times the bytes of its largest part.
+// Writes a file piece by piece: a whole file in memory would take many times the largest part.
 class FileWriter {
  public:
-  // Creates the file or empties it; is_open() says whether that went well.
+  // Creates the file or empties it; is_open() says whether it succeeded.
   explicit FileWriter(const std::string& path) : file_(path, std::ios::binary | std::ios::trunc) {}
   ~FileWriter() { Write(); }
   FileWriter(const FileWriter&) = delete;
@@ -82,10 +82,10 @@ class FileWriter {
 
   bool is_open() const { return file_.is_open(); }
 
-  // What is not written yet, to append to.
+  // The bytes that are not written yet. Append to them.
   std::vector<std::uint8_t>& bytes() { return bytes_; }
 
-  // To be called after each small part: writes what there is once that is worth a call.
+  // Call it after each small part: writes the bytes once they are worth a system call.
   void WriteWhenLarge() {
     if (bytes_.size() >= kLarge) Write();
   }

@@ -1,5 +1,5 @@
-// Filling the tables of names and of cells from the source model, one after the other: an error
-// that is raised on the way leaves the later ones as they were.
+// Filling the tables of names and of cells from the source model, one after the other: a raised
+// error leaves the later tables as they were.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -27,8 +27,8 @@ namespace {
 // A new key gets the next index.
 constexpr std::uint32_t kStep = 1;
 
-// Names that no table has end their section in the meta file. Of the properties of a PELMGROUP only
-// those with the name of another one have an index: part of the language.
+// A name without a table would end its section in the meta file. The properties of a PELMGROUP do:
+// only those with the name of a property elsewhere have an index, which is part of the language.
 constexpr bool NamesHaveTables() {
   for (const FreeEntryRule& rule : kFreeEntryRules) {
     const std::uint32_t table = FindEntryRow(rule.identifier)->table;
@@ -90,7 +90,7 @@ void ApplyRow(const CRUXEntry& row, Cells& cells) {
   }
 }
 
-// The name of each TABLE section goes before its cells.
+// Each TABLE section enters its name, then its cells.
 void FillTableNamesAndCells() {
   g_tblTableData.clear();
   // Not cleared between tables: cells that no row sets keep the value of the table before.

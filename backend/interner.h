@@ -1,4 +1,4 @@
-// Numbers, texts and names to the indices of the symbol tables, while a model is compiled.
+// From numbers, texts and names to the indices of the symbol tables, while a model is compiled.
 #ifndef BACKEND_INTERNER_H_
 #define BACKEND_INTERNER_H_
 
@@ -20,15 +20,15 @@
 
 namespace ruxcomp::core {
 
-// Enters keys into a table. New ones wait in a hash table until Finish puts them into the table in
-// their order, which takes no search for most.
+// Enters keys into a table. New ones wait in a hash table until Finish enters them in their order,
+// so that most take no search.
 template <class Table, class Key>
 class TableFiller {
  public:
   TableFiller(Table& table, std::uint32_t& counter)
       : table_(table), counter_(counter), had_keys_(!table.empty()) {}
 
-  // The index of a key, which gets the next one when it is new. A text must stay until Finish.
+  // The index of a key; a new key gets the next index. A text must outlive Finish.
   std::uint32_t IndexOf(typename Key::Of key) {
     const std::uint32_t known = indices_.Find(0, key);
     if (known != ruxcomp::detail::kNoItem) return known;
@@ -64,7 +64,7 @@ class TableFiller {
   std::vector<std::pair<typename Key::Of, std::uint32_t>> added_;
 };
 
-// Looks names up in a table that is filled. One that it does not have is added without an index.
+// Looks up names in a table that is already filled. A name that it lacks is added without an index.
 class NameTable {
  public:
   // 0 for a name without an index. The text must outlive the object.
@@ -81,13 +81,13 @@ class NameTable {
   ruxcomp::detail::HashIndex<ruxcomp::detail::TextKey> known_;
 };
 
-// All tables of a model. While one lives, nothing else changes them.
+// All tables of a model. While an Interner lives, nothing else changes them.
 class Interner {
  public:
   std::uint32_t Number(std::uint32_t number) { return numbers_.IndexOf(number); }
   std::uint32_t Text(std::string_view text) { return texts_.IndexOf(text); }
 
-  // The index of a name in the table of that class; 0 when it has none.
+  // The index of a name in the table of that class; 0 when the name has none.
   template <std::uint32_t kClass>
   std::uint32_t Name(std::string_view name) {
     constexpr std::size_t kPlace =
@@ -95,7 +95,7 @@ class Interner {
     return names_[kPlace].IndexOf(*std::get<StringTable*>(kSymbolTables[kPlace].table), name);
   }
 
-  // To be called at the end, also when an error was raised: enters what is new.
+  // Enters what is new. Call it at the end, also after a raised error.
   void Finish() {
     numbers_.Finish();
     texts_.Finish();

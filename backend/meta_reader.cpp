@@ -21,8 +21,7 @@ namespace {
 
 using namespace meta_format;
 
-// Reads a count of things that take `size` bytes each at least; false when the file cannot hold
-// them.
+// Reads a count of things of at least `size` bytes each; false when the file cannot hold as many.
 bool ReadCount(FileReader& file, std::size_t size, std::uint32_t& count) {
   return file.Word(count) && count <= file.Remaining() / size;
 }
@@ -55,8 +54,8 @@ bool ReadSections(FileReader& file) {
   return true;
 }
 
-// Fills a table with the items of its block, in index order. Every item takes an index, also one
-// that is there already and keeps its first.
+// Fills a table with the items of its block, in index order. Every item takes an index; a repeated
+// item keeps its first.
 bool ReadTbl(FileReader& file, StringTable& table, std::uint32_t& counter, std::uint32_t step) {
   std::uint32_t length = 0;
   if (!ReadCount(file, 1, length)) return false;
@@ -90,7 +89,7 @@ bool ReadTableData(FileReader& file) {
   return file.Bytes(g_tblTableData.data(), length);
 }
 
-// Reads one block, whose class says what it is; a block of an unknown class is passed over.
+// Reads one block, whose class says what it is; skips a block of an unknown class.
 bool ReadTbl(FileReader& file) {
   std::uint32_t base = 0;
   if (!file.Word(base)) return false;
@@ -106,7 +105,7 @@ bool ReadTbl(FileReader& file) {
       found->table);
 }
 
-// The blocks that the directory lists, up to its ending zero. A directory that runs into the
+// Reads the blocks that the directory lists, up to its ending zero. A directory that runs into the
 // sections is damaged: each of its slots could name the whole file once more.
 bool ReadTables(FileReader& file) {
   for (std::size_t slot = kDirectoryOffset; slot < kSectionsOffset; slot += kWordSize) {

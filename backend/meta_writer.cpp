@@ -42,15 +42,15 @@ struct TableBlock {
   std::size_t size() const { return kRecordHeadSize + payload; }
 };
 
-// The length counts the table's keys, the payload has a place for every index: they differ where a
-// key has no index or an index no key.
+// The length counts the keys of the table, the payload has a place for every index: they differ
+// when a key has no index or an index has no key.
 TableBlock BlockOf(const StringTable& table, std::uint32_t base, std::uint32_t counter) {
   TableBlock block{base, 0, 0, {}};
   auto keys = KeysByIndex(table, base, counter, [&](const std::string& key, bool counts) {
     block.length += static_cast<std::uint32_t>(key.size() + 1);
     if (counts) block.payload += key.size();
   });
-  block.payload += keys.size();  // the zero after each
+  block.payload += keys.size();  // a zero after each
   block.keys = std::move(keys);
   return block;
 }

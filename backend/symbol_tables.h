@@ -28,7 +28,7 @@ struct SymbolTable {
   std::uint32_t* counter;
 };
 
-// All tables in the order of the meta file's directory.
+// All tables, in the order of the meta file's directory.
 extern const SymbolTable kSymbolTables[kSymbolTableCount];
 
 // The table of that class; null when there is none.
@@ -43,17 +43,17 @@ std::uint32_t InsertTbl(StringTable& table, std::uint32_t& counter, const std::s
 std::uint32_t InsertTbl(NumberTable& table, std::uint32_t& counter, std::uint32_t key,
                         std::uint32_t step);
 
-// What an index stands for; kind RUX_DATA_NONE for an index that no table has. A walk over the
-// table: indices are dense and tables small, so that no second map is kept.
+// What an index stands for; kind RUX_DATA_NONE for an index that no table has. Walks over the
+// table: those who ask for many indices take a TableSnapshot.
 tagTBLDATA GetTblData(std::uint32_t index);
 
 // The key with that index; null, or 0xFFFFFFFF, when there is none.
 const char* GetTblData(const StringTable& table, std::uint32_t index);
 std::uint32_t GetTblData(const NumberTable& table, std::uint32_t index);
 
-// The keys of a table in index order, one for every index that was handed out; null where none has
-// that index. Of several keys with one index the first counts. On the way use(key, counts) is
-// called for every key in the order of the table.
+// The keys of a table in index order, one for every index that was handed out; null for an index
+// that no key has. Of several keys with one index the first counts. Calls use(key, counts) for
+// every key in the order of the table.
 template <class Table, class Use>
 auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter, Use use) {
   std::vector<const typename Table::key_type*> keys(counter > base ? counter - base : 0);
@@ -69,8 +69,8 @@ auto KeysByIndex(const Table& table, std::uint32_t base, std::uint32_t counter, 
 using TableSizes = std::array<std::size_t, kSymbolTableCount>;
 TableSizes SizesOfTables();
 
-// What GetTblData answers, for those who ask for many indices: each table as it is when it is first
-// asked, turned round. Refers to their keys: to be dropped before the tables change.
+// What GetTblData answers, for those who ask for many indices: each table, inverted when it is
+// first asked. Refers to the keys of the tables: drop it before they change.
 class TableSnapshot {
  public:
   tagTBLDATA Get(std::uint32_t index);

@@ -1,5 +1,5 @@
-// The first pass over the entries: each by itself, its texts turned into its payload. Values have a
-// file of their own.
+// The first pass over the entries: checks each by itself and turns its text into its payload.
+// Values have a file of their own.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -23,7 +23,7 @@ namespace ruxcomp::core {
 
 namespace {
 
-// A table row's name is one cell or "low.high".
+// The name of a table row is one cell or "low.high".
 bool IsCellRange(std::string_view name) {
   const CellRange range = SplitCellRange(name);
   std::uint32_t low = 0;
@@ -33,7 +33,7 @@ bool IsCellRange(std::string_view name) {
   return high < kTableCells && low <= high;
 }
 
-// Whether a name of the script's own has the form.
+// Whether a name of the script's own has that form.
 bool HasForm(std::string_view name, NameForm form) {
   std::uint32_t number = 0;
   switch (form) {
@@ -116,7 +116,7 @@ std::uint32_t CGEDWORD::IsValid(const CheckContext& context, unsigned int pass) 
   const std::uint32_t is_known = WordOrNumber(text, number);
   m_RuxEntryData.Set(number);
   if (is_known) return 1;
-  // A defined word with a text that means nothing is let pass and is 0.
+  // A defined word whose text means nothing passes and is 0.
   if (identifier == ENTRY_DEFINED_WORD) return 1;
   ReportEntry<MessageId::kUndefinedWord>(*this, of_text, text);
   return 0;

@@ -178,7 +178,7 @@ bool ModelIndex::Numbers::Add(std::string_view text, const findings::Origin& ori
 
 bool ModelIndex::Numbers::Has(std::uint32_t number) const {
   if (numbers_.count(number) > 0) return true;
-  // Raised anew: the walk comes this far for every number that is not before it.
+  // Raised again for each number that the walk does not find before this text.
   if (raising_) {
     findings::Examine(at_);
     NumberOrWord(*raising_, number);

@@ -14,9 +14,9 @@
 
 namespace ruxcomp::core {
 
-// Answers what the rules of the second pass look for. Each rule is a walk over all sections of a
-// kind; as the model does not change during the pass, an index that is built when a rule first asks
-// gives the same answers at a cost that does not grow with the model.
+// Answers what the rules of the second pass look for. By the rules, each look-up is a walk over all
+// sections of a kind. The model does not change during the pass, so an index that is built at the
+// first look-up gives the same answers, each in constant time.
 //
 // The pass makes one and hands it to the checks.
 class ModelIndex {
@@ -28,27 +28,30 @@ class ModelIndex {
     const CRUXEntry* entry;
   };
 
-  // All of them answer null when there is none. By NAME, and where a section without NAME, whose
-  // entry is null then, counts as named "". By ID: only IDs that are numbers count, not defined
-  // words. By entry: the name of any entry that the script gave.
+  // Null when there is none.
+  //
+  // ByName            by the text of NAME
+  // ByNameOrNameless  the same; a section without NAME counts as named "", and its entry is null
+  // ById              by an ID that is a number; IDs that are defined words do not count
+  // ByEntry           by the name of any entry that the script gave
   const FirstDefinition* ByName(SectionId kind, std::string_view name);
   const FirstDefinition* ByNameOrNameless(SectionId kind, std::string_view name);
   const FirstDefinition* ById(SectionId kind, std::uint32_t number);
   const FirstDefinition* ByEntry(SectionId kind, std::string_view name);
 
-  // The first section of a kind whose ID is given, whatever it says; and the first where reading it
-  // raises an error.
+  // The first section of a kind with an ID, whatever its text, and the first one whose ID raises an
+  // error when it is read.
   const FirstDefinition* FirstWithId(SectionId kind);
   const FirstDefinition* FirstRaisingId(SectionId kind);
 
-  // Whether any two sections of the kind would be found by the same NAME or ID, or the ID of one
-  // raises an error: mostly none are, and then no rule need look for an earlier one.
+  // Whether two sections of the kind have the same NAME or ID, or the ID of one raises an error.
+  // Mostly not, and then no rule need look for an earlier section.
   bool HasRepeatedName(SectionId kind);
   bool HasRepeatedOrRaisingId(SectionId kind);
 
   // Whether some section of the kind has that ID, given as a number or as a defined word; and
-  // whether the SENSORS list of some PELMGROUP section has that number. Raise what StringToLong
-  // raises when a text of no digits is before the first that has it.
+  // whether the SENSORS list of some PELMGROUP section has that number. Both raise what
+  // StringToLong raises when a text without digits comes before the first match.
   bool HasId(SectionId kind, std::uint32_t number);
   bool IsListed(std::uint32_t number);
 
@@ -58,7 +61,7 @@ class ModelIndex {
   // Whether the section has an entry "VALUE_..." of that name.
   bool HasValue(const CRUXSection& section, std::string_view name);
 
-  // Whether a GROUP of that name has its header on a smaller line, whatever file it is in.
+  // Whether a GROUP of that name has its header on a line with a smaller number, in any file.
   bool HasGroupAbove(std::string_view name, std::uint32_t line);
 
  private:
@@ -66,8 +69,8 @@ class ModelIndex {
   struct FirstDefinitions {
     ruxcomp::detail::HashMap<Key, FirstDefinition> by_key;
     bool has_repeat = false;
-    // Of the sections that have no key to be found by: the first without a text for it, the first
-    // with one, and the first where reading that raises an error.
+    // Sections that no key finds: the first without a text for it, the first with one, and the
+    // first whose text raises an error.
     std::optional<FirstDefinition> without;
     std::optional<FirstDefinition> with;
     std::optional<FirstDefinition> raising;
@@ -77,16 +80,17 @@ class ModelIndex {
     }
   };
   template <class Index>
-  using PerKind = std::map<SectionId, Index>;  // built when it is first asked
+  using PerKind = std::map<SectionId, Index>;  // each built when it is first asked
   using Names = ruxcomp::detail::HashSet<std::string_view>;
 
   // The numbers that a walk reads, up to the first text that raises an error.
   class Numbers {
    public:
     void Reserve(std::size_t count) { numbers_.reserve(count); }
-    // Reads a number or a defined word; any other text counts for nothing. False when it raises.
+    // Adds a number or the number of a defined word, and ignores any other text. False when the
+    // text raises an error.
     bool Add(std::string_view text, const findings::Origin& origin);
-    // Whether the walk finds the number; raises what it raises before it does.
+    // Whether the walk finds the number; raises the error that the walk meets before that.
     bool Has(std::uint32_t number) const;
 
    private:

@@ -31,13 +31,13 @@ bool ReadArgNumber(const CRUXSection& section, std::uint32_t& number) {
   return !text || text->empty() || StringToLong(*text, number);
 }
 
-// Whether a section has the name that a text refers to, or none need have it.
+// Whether a section has the name that a text refers to, or the text needs no section.
 bool HasName(const Reference& reference, std::string_view text, ModelIndex& index) {
   return (reference.unless == RefersUnless::kRoot && text == kRootGroup) ||
          index.ByName(reference.target, text) != nullptr;
 }
 
-// The same of a number, which is there when has(number).
+// The same for a number, which is there when has(number).
 template <class Has>
 bool HasNumber(const Reference& reference, std::string_view text, Has has) {
   std::uint32_t number = 0;
@@ -52,7 +52,7 @@ bool IsListed(const Reference& reference, std::string_view text, ModelIndex& ind
   return HasNumber(reference, text, [&](std::uint32_t id) { return index.IsListed(id); });
 }
 
-// What can be referred to: how it is found, and what reports that it is not there.
+// What entries can refer to: how it is found, and what reports that it is missing.
 struct Referent {
   SectionId target;
   EntryId key;
@@ -174,7 +174,7 @@ std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) 
   std::uint32_t part = kRepeatedAction;
   for (const std::string_view argument : record->Args) {
     ++part;
-    // Arguments are let pass unchecked here; only their number counts.
+    // Arguments pass unchecked here; only their number counts.
     if (!HasPrefix(argument, kArgumentPrefix)) ok &= check_number(argument, part);
   }
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),

@@ -25,8 +25,8 @@ namespace ruxcomp::core {
 
 namespace {
 
-// A rule looks at a section among those of its kind; it reports and answers 0 when the section
-// breaks it.
+// A rule compares a section with the others of its kind. It reports a section that breaks it and
+// answers 0.
 using Rule = std::uint32_t(const CRUXSection& section, SectionId kind, ModelIndex& index);
 
 std::uint32_t NoRule(const CRUXSection&, SectionId, ModelIndex&) { return 1; }
@@ -48,7 +48,7 @@ const FirstDefinition* EarlierDefinition(const FirstDefinition* first, const CRU
   return first && first->section != &section ? first : nullptr;
 }
 
-// Whether there is `one`, and a walk over the sections comes to it no later than to `other`.
+// Whether there is `one`, and a walk over the sections reaches it no later than `other`.
 bool IsNoLater(const FirstDefinition* one, const FirstDefinition& other) {
   return one && one->ordinal <= other.ordinal;
 }
@@ -58,7 +58,7 @@ struct GivenEntry {
   const CRUXEntry& entry;
 };
 
-// Reports `what`, which is in that part of the entry and of the earlier one.
+// Reports `what`, which is that part of the entry and of the earlier one.
 template <MessageId Id>
 void ReportRedefined(const GivenEntry& given, const FirstDefinition& earlier, std::string_view what,
                      std::uint32_t part) {
@@ -74,7 +74,8 @@ void ReportRedefined(const CRUXSection& section, EntryId id, const FirstDefiniti
   ReportRedefined<Id>({section, entry}, earlier, *entry.m_RuxEntryData.text(), 0);
 }
 
-// No entry name of an earlier section. The first repeat of the earliest such section ends the rule.
+// No entry has the name of one in an earlier section. Of the earliest such section, the first
+// repeat is reported.
 std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const CRUXEntry* repeat = nullptr;
   const FirstDefinition* earliest = nullptr;
@@ -91,8 +92,9 @@ std::uint32_t EntryNamesAreNew(const CRUXSection& section, SectionId kind, Model
   return 0;
 }
 
-// The earliest section with the ID of this one, as a walk over the sections before it and before
-// `same_name` finds it. The walk reads both IDs of each comparison, and raises what reading raises.
+// The earliest section with the ID of this one, as found by a walk over the sections that ends
+// before this one and before `same_name`. The walk reads both IDs of each comparison, and raises
+// what reading them raises.
 const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelIndex& index,
                               const FirstDefinition* same_name) {
   const std::optional<Text> id = FindText(&section, ENTRY_ID);
@@ -109,8 +111,8 @@ const FirstDefinition* SameId(const CRUXSection& section, SectionId kind, ModelI
   return EarlierDefinition(same, section);
 }
 
-// No NAME and no ID of an earlier section. The earliest such section ends the rule, its NAME before
-// its ID. IDs given by defined words are not compared.
+// Neither the NAME nor the ID is that of an earlier section. Only the earliest such section is
+// reported, by its NAME rather than its ID. IDs given by defined words are not compared.
 std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelIndex& index) {
   const std::optional<Text> name = FindText(&section, ENTRY_NAME);
   const FirstDefinition* same_name = nullptr;
@@ -126,8 +128,7 @@ std::uint32_t NameAndIdAreNew(const CRUXSection& section, SectionId kind, ModelI
   return 0;
 }
 
-// The parent must be a group that is on a smaller line, whatever files the two are in. No group is
-// the parent of a restored one that has no text there.
+// The parent must be a group on a line with a smaller number, whatever files the two are in.
 bool ParentIsEarlier(std::string_view parent, const CRUXSection& section, ModelIndex& index) {
   return parent == kRootGroup || index.HasGroupAbove(parent, section.line);
 }
@@ -164,7 +165,8 @@ Rule& RuleFor(Uniqueness uniqueness) {
   return NoRule;
 }
 
-// The entries that the script gave, those of one name side by side in the order of the section.
+// The entries that the script gave; those with the same name are side by side in the order of the
+// section.
 std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   std::vector<const CRUXEntry*> entries;
   for (const CRUXEntry* entry : section.entries) {
@@ -176,7 +178,8 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
   return entries;
 }
 
-// Whether entries may have a name in common; seldom wrong about a section of a few dozen.
+// Whether entries may have a name in common: never misses one, and is seldom wrong about a section
+// of a few dozen entries.
 bool MayRepeatNames(const CRUXSection& section) {
   std::bitset<1024> seen;
   for (const CRUXEntry* entry : section.entries) {
@@ -188,8 +191,8 @@ bool MayRepeatNames(const CRUXSection& section) {
   return false;
 }
 
-// An entry name that occurs more than once in the section: every later occurrence reports once,
-// name by name in the order of their first occurrences.
+// Reports every entry whose name an earlier one in the section has, name by name in the order of
+// their first occurrences.
 std::uint32_t EntriesAreUnique(const CRUXSection& section) {
   if (!MayRepeatNames(section)) return 1;
   std::map<const CRUXEntry*, std::vector<const CRUXEntry*>> repeats;  // by the first
@@ -228,7 +231,7 @@ std::uint32_t CheckEntry(const CRUXSection& section, std::size_t place) {
   return 0;
 }
 
-// Runs a check over every section of the model; all of them run, whatever the others answer.
+// Runs a check on every section of the model, whatever it answers for the others.
 template <class Check>
 std::uint32_t CheckAll(Check check) {
   std::uint32_t ok = 1;

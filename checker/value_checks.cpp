@@ -1,5 +1,5 @@
-// The checks of VALUE entries: the first pass makes the record of the value's type and fills it
-// from the sub-strings, the second follows what the record refers to.
+// The checks of values: the first pass makes the record of the value's type and fills it from the
+// parts, the second follows what the record refers to.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -26,14 +26,14 @@ namespace ruxcomp::core {
 
 namespace {
 
-// Fills a record from the parts after the type, up to the most that the type may have; a list goes
-// on with the surplus where the type keeps it.
+// Fills a record from the parts after the type, up to the most that the type may have; a list also
+// takes the surplus where the type keeps it.
 template <class Keep>
 struct RecordFiller {
   Splitter& parts;
-  std::size_t left;     // how many of them are texts of the record
+  std::size_t left;     // how many of them are still to be taken
   std::size_t surplus;  // how many more a list takes
-  Keep keep;            // puts parts side by side
+  Keep keep;            // makes a list of the next parts
 
   void operator()(std::string_view& text) {
     if (left == 0) return;
@@ -128,7 +128,7 @@ std::uint32_t ReferenceCheck::CheckTexts(const ValueFields& fields, bool numbers
   return ok;
 }
 
-// Reported, but not counted as errors: the field checks that follow decide.
+// Reports what does not count as an error: the field checks that follow decide.
 void ReferenceCheck::ReportSmbus(const CGeValue& value) const {
   WithBusFields(value.record(), [&](const BusFields& bus) {
     if (bus.base_address != kSmbusBaseAddress) {
@@ -167,7 +167,7 @@ std::uint32_t ReferenceCheck::CheckText(Role role, std::string_view text, std::u
 
 std::uint32_t ReferenceCheck::CheckList(const ValueField& field, std::uint32_t part) const {
   std::uint32_t index = 0;
-  // Outside of an action a call may name as many arguments as it passes on.
+  // Outside of an action, a call may name ARGn up to the number of arguments that it passes on.
   if (type.Has(kForwardsArguments) && !IsAction(context.section)) {
     index = static_cast<std::uint32_t>(
         std::count_if(field.list.begin(), field.list.end(),

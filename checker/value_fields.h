@@ -1,4 +1,4 @@
-// The fields of a parsed value together with what they stand for.
+// The fields of a parsed value with their roles.
 #ifndef CHECKER_VALUE_FIELDS_H_
 #define CHECKER_VALUE_FIELDS_H_
 
@@ -21,8 +21,8 @@ struct ValueField {
   TextList list;
 };
 
-// The fields that a value uses, in record order: all of its record, but of a calculation that does
-// not compare only the first two operands.
+// The fields that a value uses, in record order: all of its record, except that a calculation that
+// does not compare uses only the first two operands.
 class ValueFields {
  public:
   explicit ValueFields(const CGeValue& value);
