@@ -15,7 +15,7 @@
 namespace ruxcomp::core {
 
 namespace {
-// std::vector::at words its error otherwise; this text is part of the interface, pinned by
+// std::vector::at has another text; this one is part of the interface, pinned by
 // tests/api/debug_meta_read_test.cpp.
 [[noreturn]] void RaiseEndOfRecord() { throw std::out_of_range("vector"); }
 }  // namespace

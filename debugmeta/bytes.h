@@ -22,8 +22,8 @@ namespace ruxcomp::core {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A record to read: the bytes that are there, and zeros after them up to its size. A file that
-// ends inside a record leaves such a one; its zeros take no memory.
+// A record to read: the bytes that are there, then zeros up to its size. A file that ends inside a
+// record leaves such zeros, which take no memory.
 struct RecordView {
   // cppcheck-suppress noExplicitConstructor; a view, as it is
   RecordView(const Bytes& bytes) : RecordView(bytes, bytes.size()) {}  // NOLINT
@@ -37,7 +37,8 @@ struct RecordView {
   std::size_t size;
 };
 
-// Appends fields to a record. Also a visitor for the fields of the records in value_records.h.
+// Appends fields to a record. It is also a visitor for the fields of the records in
+// value_records.h.
 class ByteWriter {
  public:
   explicit ByteWriter(Bytes& out) : out_(out) {}
@@ -47,7 +48,7 @@ class ByteWriter {
     ruxcomp::language::AppendWords(out_, words);
   }
 
-  // The record that the object's GetBuffer appends, with its length in front.
+  // The record that the object's GetBuffer appends, after its length.
   template <class Object>
   void Nested(const Object& object) {
     const std::size_t start = out_.size();
@@ -68,22 +69,22 @@ class ByteWriter {
   Bytes& out_;
 };
 
-// Takes fields off a record, in order. Counts are trusted: one that is too large takes what is left
-// and then, like every read at the end, raises std::out_of_range with the text "vector"; what was
-// read until then stays in its field. Texts are kept in the arena of the model.
+// Reads the fields of a record, in order. A count that is too large reads what is left and then,
+// like every read at the end, raises std::out_of_range with the text "vector"; what was read until
+// then stays in its field. Texts go into the arena of the model.
 class ByteReader {
  public:
   explicit ByteReader(const RecordView& in) : in_(in) {}
 
   std::uint32_t Word();
-  RecordView Nested();  // valid as long as the record that is read
+  RecordView Nested();  // valid as long as this record
   void operator()(Text& text);
   void operator()(std::string_view& text);
   void operator()(TextList& list);
   void operator()(std::vector<std::string>& list);  // appends
 
-  // Reads a text or list of the type Read and calls keep(read) with it; also with what was read
-  // until an error was raised.
+  // Reads a text or list of the type Read and calls keep(read); after a raised error, with what was
+  // read until then.
   template <class Read, class Keep>
   void ReadInto(Keep keep) {
     Read read;
@@ -104,12 +105,9 @@ class ByteReader {
   std::size_t position_ = 0;
 };
 
-// What the records of sections and entries share: who carries the file table, and what readers need
-// to know of a record before they decode it.
-
-// The file table travels in the first object record that a process writes, and is looked for in the
-// first one that it reads. Records carry no mark of it: writer and reader agree through these
-// alone, which are set once and never cleared.
+// The file table is in the first object record that a process writes, and is expected in the first
+// one that it reads. Records carry no mark of it: writing and reading keep track in these, which
+// only ResetProcessState clears.
 extern bool incFilesWritten;
 extern bool incFilesRead;
 

@@ -65,15 +65,15 @@ std::uint32_t PaddedWord(FileReader& file) {
   return LoadWord(bytes);
 }
 
-// A length, limited by the file: after its end there are zeros, but no more than the file has
-// bytes. A damaged length can ask for gigabytes of them.
+// A length, limited by the file: zeros follow its end, but no more of them than the file has bytes.
+// A damaged length can ask for gigabytes.
 std::size_t Length(FileReader& file) {
   const std::size_t length = PaddedWord(file);
   return std::min(length, file.Remaining() + file.size());
 }
 
-// A word that is defined already keeps its value. After the end of the file all rows are alike:
-// one of them stands for all.
+// A word that is already defined keeps its value. After the end of the file all rows are alike: one
+// of them is enough.
 void ReadDefinedWords(FileReader& file) {
   for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
     const bool at_end = file.Remaining() == 0;
@@ -84,7 +84,7 @@ void ReadDefinedWords(FileReader& file) {
   }
 }
 
-// A new section of that identifier, registered and with its templates; null for one that is not
+// A new section with that identifier, registered, its slots empty; null for a kind that is not
 // restored.
 CRUXSection* MakeSection(std::uint32_t id) {
   const SectionKind* kind = FindSourceKind(id);

@@ -9,12 +9,12 @@
 
 namespace ruxcomp::core {
 
-// Writes the source model as it is. Returns 1, or 0, reported, when the file cannot be created.
-// Writes that fail later go unnoticed.
+// Writes the source model as it is. Returns 1, or reports and returns 0 when the file cannot be
+// created. Writes that fail later go unnoticed.
 std::uint32_t WriteMetaD(const std::string& path);
 
-// Adds a stored source model to the one that is there. `info` may be null. Returns 1, or 0,
-// reported, when the file cannot be opened or is of another format or version. A file that ends
+// Adds a stored source model to the one that is there. `info` may be null. Returns 1, or reports
+// and returns 0 when the file cannot be opened or has another format or version. A file that ends
 // early reads as if zeros followed. Raises std::out_of_range ("vector") for a record that is
 // shorter than it says.
 std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info);

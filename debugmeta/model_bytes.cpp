@@ -20,8 +20,8 @@ bool incFilesRead = false;
 
 namespace {
 
-// Finds the entry that a stored one is restored into: the first of its identifier whose name is not
-// free.
+// Finds the entry that a stored one is restored into: the first with its identifier whose name is
+// not free.
 class TemplateFinder {
  public:
   explicit TemplateFinder(const CRUXSection& section) {
@@ -33,8 +33,7 @@ class TemplateFinder {
     if (!HasFreeName(entry)) entries_.emplace(entry.identifier, &entry);
   }
 
-  // Null when there is none. Restoring can make a name free: such an entry is not a template any
-  // more.
+  // Null when there is none. Restoring can make a name free: such an entry no longer counts.
   CRUXEntry* Find(std::uint32_t id) {
     auto found = entries_.lower_bound(id);
     while (found != entries_.end() && found->first == id && HasFreeName(*found->second)) {
@@ -49,7 +48,7 @@ class TemplateFinder {
   std::multimap<std::uint32_t, CRUXEntry*> entries_;  // those of one identifier in their order
 };
 
-// Is stored as an entry without place, name and payload.
+// An empty slot is stored as an entry without place, name and payload.
 struct EmptySlot {
   const EntryTemplate& row;
 

@@ -67,8 +67,8 @@ struct TextWriter {
 };
 
 // The value of an entry as a script would write it: parts joined with commas, a number in
-// hexadecimal; nothing for a value without a record and for an empty payload. Writes it with a zero
-// after it; null: nowhere. Takes no memory. Returns its size without the zero.
+// hexadecimal; nothing for a value without a record and for an empty payload. Writes it with a
+// terminating zero, unless `out` is null. Allocates nothing. Returns its size without the zero.
 std::size_t WriteValueText(const CRuxEntryData& data, char* out) {
   TextWriter writer{out};
   data.Visit(writer);
@@ -76,8 +76,8 @@ std::size_t WriteValueText(const CRuxEntryData& data, char* out) {
   return writer.size;
 }
 
-// Stores the code and passes the result through. Some answers leave their code in the compiled
-// side's word: part of the interface, pinned by tests/api/debug_queries_test.cpp.
+// Stores the code and passes the result through. Some answers store their code in the word of the
+// compiled side, which is part of the interface, pinned by tests/api/debug_queries_test.cpp.
 template <class Value>
 Value ResultD(RuxLastError code, Value value) {
   g_dwLastErrorD = code;
@@ -92,7 +92,7 @@ Value CrossedResult(RuxLastError code, Value value) {
 CRUXSection* Section(GDSECTION handle) { return static_cast<CRUXSection*>(handle); }
 CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
 
-// The text of the section's first entry of that identifier; null, and why, when there is none.
+// The text of the section's first entry with that identifier, or why there is none.
 struct FoundText {
   std::optional<Text> text;
   RuxLastError code;

@@ -61,7 +61,7 @@ GCENTRY gcGetEntryByType(GCSECTION section, std::uint32_t identifier) {
 GCENTRY gcGetEntryByIndex(GCSECTION section, std::uint32_t ordinal, std::uint32_t* identifier) {
   if (!section) return Result(RUX_ERROR_NO_SECTION, kNoEntry);
   std::vector<tagGCENTRY>& entries = Section(section)->entries;
-  // An empty section answers with the range code, too: part of the interface, pinned by
+  // An empty section also answers with the range code, which is part of the interface, pinned by
   // tests/api/query_entries_test.cpp.
   if (ordinal >= entries.size()) return Result(RUX_ERROR_OUT_OF_RANGE, kNoEntry);
   return Found(entries[ordinal], identifier);
@@ -80,7 +80,8 @@ GCENTRY gcGetEntryByName(GCSECTION section, const char* name, std::uint32_t* ide
 
 std::uint32_t gcGetTableData(std::uint32_t ordinal, std::uint8_t* cells) {
   constexpr std::size_t kCells = RUX_TABLE_CELLS;
-  // Not by the end of the table: where addresses are short, that of a large ordinal runs over.
+  // Comparing with the end of the table would overflow for a large ordinal where addresses are
+  // short.
   if (ordinal >= g_tblTableData.size() / kCells) return Result(RUX_ERROR_OUT_OF_RANGE, 0u);
   std::copy_n(g_tblTableData.data() + ordinal * kCells, kCells, cells);
   return Result(RUX_ERROR_OK, 1u);

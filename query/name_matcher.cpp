@@ -17,14 +17,14 @@ namespace ruxcomp::core {
 
 namespace {
 
-// The index of a key in the table of a class; 0, which is none, when it is not there.
+// The index of a key in the table of a class; 0, which is no index, when the table lacks it.
 template <class Table, class Key>
 std::uint32_t IndexOf(const Table& table, const Key& key) {
   const auto found = table.find(key);
   return found == table.end() ? 0 : found->second;
 }
 
-// The same for a text that is no std::string yet. There may be no memory to make it one.
+// The same for a text that is not yet a std::string. There may be no memory to make it one.
 std::uint32_t IndexOf(const StringTable& table, std::string_view name) {
   try {
     return IndexOf(table, std::string(name));

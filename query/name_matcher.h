@@ -1,5 +1,4 @@
-// How sections are found: what their entries offer as ID and names, and whether that is what is
-// looked for.
+// How sections are found: what their entries offer as ID and names, and whether it matches.
 #ifndef QUERY_NAME_MATCHER_H_
 #define QUERY_NAME_MATCHER_H_
 
@@ -14,16 +13,16 @@
 
 namespace ruxcomp::core {
 
-// Whether an index stands for the name: the answer of resolving each index and comparing the texts,
-// but every table is searched once, for the index that the name has in it.
+// Whether an index stands for the name. The answer is that of resolving the index and comparing
+// texts, but each table is searched only once, for the index of the name.
 class NameMatcher {
  public:
-  explicit NameMatcher(std::string_view name) : name_(name) {}  // which outlives it
+  explicit NameMatcher(std::string_view name) : name_(name) {}  // the text must outlive it
   bool operator()(std::uint32_t index);
 
  private:
   const std::string_view name_;
-  // The index in each table once it was searched; 0, which is none, where it is not there.
+  // The index in each table that was searched; 0, which is no index, when the table lacks the name.
   std::array<std::optional<std::uint32_t>, kSymbolTableCount> indices_;
 };
 

@@ -1,12 +1,12 @@
 // Everything that the library keeps from one call to the next.
 //
-// All of it belongs to the process. Those that live from load to unload and have a constructor are
-// defined in frontend/static_objects.cpp, in their order.
+// All of it belongs to the process. The objects of the source model whose order of construction
+// counts are in frontend/static_objects.cpp.
 //
 // clang-format off
 //   kept by ResetProcessState:
 //   g_Parse                         the reader plug-in, and the script that is open
-//   standard_streams                that the host's Output may write to from the start
+//   standard_streams                keeps them ready for the host's Output
 //   plugin::lookup                  how the plug-in's operations are found
 //   findings::detail::sink          where messages go
 //   detail::SeedOfProcess           what hashes depend on
@@ -26,8 +26,8 @@
 //   reset by it, and otherwise kept until the library is unloaded:
 //   CRUXSection::m_svpHSection      the kinds of section in their order of appearance
 //   CRUXObj::m_svstrIncFiles        the file table
-//   CRUXObj::m_lastFile             its last row used
-//   CRUXParse::m_opened             how many scripts the run opened; gccCompStart resets it, too
+//   CRUXObj::m_lastFile             its row that was used last; not looked at in an empty table
+//   CRUXParse::m_opened             how many scripts the run opened; gccCompStart also resets it
 //   findings::detail::examined      what is being examined
 //   g_tbl..., g_idx...              the symbol tables and their counters; ReadMeta replaces them
 //   g_tblTableData                  the cells of the tables; ReadMeta replaces them
@@ -40,7 +40,7 @@
 namespace ruxcomp::core {
 
 // Makes the next run, or the next loaded file, find what it would find in a new process. No script
-// may be open, and no handle or text that the library gave is valid any more.
+// may be open. Handles and texts that the library handed out are no longer valid.
 void ResetProcessState();
 
 }  // namespace ruxcomp::core

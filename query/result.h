@@ -7,7 +7,7 @@
 
 namespace ruxcomp::core {
 
-// What functions return for a number that is not there, too.
+// Functions also return it for a number that is not there.
 using ruxcomp::language::kNoNumber;
 
 // Stores the code and passes the result through: return Result(RUX_ERROR_OK, section);

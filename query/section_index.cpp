@@ -18,7 +18,7 @@ namespace ruxcomp::core {
 
 namespace {
 
-// What remember() answers; nothing when memory does not suffice for it.
+// What remember() answers; nothing when it runs out of memory.
 template <class Remember>
 auto InMemory(Remember remember) noexcept -> decltype(remember()) {
   try {
@@ -38,8 +38,8 @@ void ForEachOffer(const std::vector<tagGCSECT*>& sections, Offered offered, Use 
   }
 }
 
-// The section of the place with that key; not known when the place does not offer any more what it
-// did.
+// The answer for the section of the place with that key; none when the place no longer offers the
+// same, so that the caller has to walk.
 template <class Places, class Key, class Offered>
 std::optional<SectionIndex::Answer> Cached(const Places& places, const Key& key, bool has_others,
                                            Offered offered) {
@@ -77,7 +77,7 @@ SectionIndex::Kind* SectionIndex::Find(std::uint32_t kind) {
   return found == m_current.kinds_.end() ? nullptr : &found->second;
 }
 
-// Of places with one ID, and of those with one name, the first counts.
+// Of places with the same ID or the same name, the first counts.
 
 auto SectionIndex::IndexIds(const Kind& kind) -> Ids {
   Ids ids;

@@ -16,17 +16,16 @@
 
 namespace ruxcomp::core {
 
-// Remembers where the queries by kind, ID and name end, so that they need not walk over all of
-// g_GCHead. Hosts can reach the records and the tables: what is remembered is held against the
-// record before it is answered, and refers to no table. What does not hold is for the caller to
-// look for, and so is everything when there is no memory to remember it in.
+// Remembers what the queries by kind, ID and name find, so that they need not walk over all of
+// g_GCHead. Hosts can reach the records and the tables, so an answer is checked against the record
+// first, and refers to no table. The caller walks when the record has changed or memory runs out.
 class SectionIndex {
  public:
-  // The sections of a kind in the order of the file; none when that is not known.
+  // The sections of a kind in the order of the file, if they are remembered.
   using Sections = ruxcomp::language::Rows<tagGCSECT*>;
   static std::optional<Sections> OfKind(std::uint32_t kind) noexcept;
 
-  // What a search by ID or name comes to: the first section, or null and whether there was anything
+  // The result of a search by ID or name: the first section, or null and whether there was anything
   // to compare with: an ID, or a name that is a text.
   struct Answer {
     tagGCSECT* section = nullptr;
@@ -34,7 +33,7 @@ class SectionIndex {
     bool has_others = false;
   };
 
-  // The first section of a kind that has that ID or carries that name; none when that is not known.
+  // The first section of a kind with that ID or name; none when the caller has to walk.
   static std::optional<Answer> WithId(std::uint32_t kind, std::uint32_t id) noexcept;
   static std::optional<Answer> WithName(std::uint32_t kind, std::string_view name) noexcept;
 
@@ -54,16 +53,16 @@ class SectionIndex {
   };
   struct Kind {
     std::vector<tagGCSECT*> sections;
-    // Made when they are first asked for: not every host asks for both, of every kind.
+    // Made when they are first asked for: few hosts ask for both, of every kind.
     std::optional<Ids> ids;
     std::optional<Names> names;
   };
 
-  // What was remembered last: lives as long as the library, for hosts that ask until their end.
+  // Lives as long as the library: hosts may ask until they end.
   static SectionIndex m_current;
 
-  // The kind in m_current, made anew when other records were loaded or the tables changed their
-  // sizes; null when there is none. Raises std::bad_alloc.
+  // The kind in m_current, which is made anew after other records were loaded or a table changed
+  // its size; null when there is no section of the kind. Raises std::bad_alloc.
   static Kind* Find(std::uint32_t kind);
   bool IsUpToDate() const;
 

@@ -17,7 +17,7 @@ namespace ruxcomp::core {
 
 namespace {
 
-// What the search for a section comes to: the section, or the code of why there is none.
+// The result of the search for a section: the section, or the code that says why there is none.
 struct Search {
   tagGCSECT* section;
   RuxLastError code;
@@ -53,7 +53,7 @@ Search Known(const SectionIndex::Answer& answer, RuxLastError others_found,
 
 // The walk over all sections of a kind. `offered` gives the table index that an entry offers for
 // comparing, null when it offers none; `is_sought` compares; `is_compared` says whether an index
-// counts as compared although it is another.
+// that does not match counts as compared.
 template <class Offered, class IsSought, class IsCompared>
 Search Walk(std::uint32_t kind, Offered offered, IsSought is_sought, IsCompared is_compared,
             RuxLastError others_found, RuxLastError nothing_to_compare) {
