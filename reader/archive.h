@@ -1,4 +1,4 @@
-// What the reader did in a run: every script that it opened, and every one that it could not open.
+// What the reader did in a run: the scripts that it opened, and those that it could not open.
 #ifndef READER_ARCHIVE_H_
 #define READER_ARCHIVE_H_
 
@@ -21,8 +21,8 @@ struct ArchivedItem {
   ItemPlace place;
 };
 
-// The item that was delivered last when a script was opened, of the scripts that were open: the one
-// that includes it. None for a main script.
+// The item that includes a script: the last one that was delivered, of the open scripts, when the
+// script was opened. None for a main script.
 using Includer = std::optional<ArchivedItem>;
 
 struct ArchivedScript {
@@ -47,13 +47,13 @@ enum class Refusal {
 struct RefusedScript {
   std::string path;  // as given
   Refusal reason;
-  int error;  // the number by which the system said so; 0 when the reader said so itself
+  int error;  // the system's error number; 0 when the reader itself refused
   Includer includer;
   std::size_t opened_before;  // how many scripts were opened before
 };
 
-// While one lives, every script that is opened is kept, also when it is closed. There is one at
-// most at a time.
+// While one lives, it keeps every script that is opened, even after it is closed. There is at most
+// one at a time.
 class Archive {
  public:
   Archive();
@@ -61,17 +61,17 @@ class Archive {
   Archive(const Archive&) = delete;
   Archive& operator=(const Archive&) = delete;
 
-  // In the order in which they were opened: the n-th one belongs to the n-th RSOpenFile that gave a
-  // handle. What is opened again and has the same text has the same Script.
+  // In the order in which they were opened: the n-th one belongs to the n-th RSOpenFile that
+  // returned a handle. A script that is opened again with the same text has the same Script.
   const std::vector<ArchivedScript>& scripts() const { return scripts_; }
   const std::vector<RefusedScript>& refused() const { return refused_; }
 
  private:
   friend class ScriptFile;
 
-  static Archive* Current();  // the one that lives, or null
+  static Archive* Current();  // the one there is, or null
 
-  // The archived script with that source and text that was parsed; null when there is none.
+  // The parsed script with that source and text; null when there is none.
   const ArchivedScript* FindParsed(const SourceIdentity& identity, const std::string& text) const;
   void KeepParsed(std::size_t index, const SourceIdentity& identity,
                   const std::shared_ptr<Script>& script);

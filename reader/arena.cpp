@@ -25,7 +25,7 @@ std::string_view Arena::Join(const std::vector<std::string_view>& pieces) {
   if (pieces.size() == 1) return pieces.front();
   std::size_t size = 0;
   for (const std::string_view piece : pieces) size += piece.size();
-  // The byte before the text is from where the one before it in the file is.
+  // The byte before the text is from the place before it in the file.
   char* const begin = Allocate(size + 1) + 1;
   std::uint32_t position = PositionOf(begin);
   runs_.push_back({position - 1, OffsetOf(pieces.front().data()) - 1});

@@ -1,4 +1,4 @@
-// Texts that a script's file has in several pieces.
+// Texts that are in several pieces in a script's file.
 #ifndef READER_ARENA_H_
 #define READER_ARENA_H_
 
@@ -10,30 +10,30 @@
 
 namespace ruxcomp::reader {
 
-// Holds copies of pieces of a file's text, joined, and knows where in the file each byte is from.
+// Holds joined copies of pieces of a file's text, and knows where in the file each byte came from.
 class Arena {
  public:
   // `text` must outlive the arena.
   explicit Arena(std::string_view text) : text_(text) {}
 
-  // One text that is made of the pieces, of which there is one at least and none is empty. They are
-  // views of the file's text or of the arena. Where there is nothing to join, the piece itself.
+  // Joins the pieces to one text; a single piece stays where it is. There is at least one piece,
+  // none is empty, and all are views of the file's text or of the arena.
   std::string_view Join(const std::vector<std::string_view>& pieces);
 
-  // Where in the file the byte is from that `at` points to. It points into the file's text or to a
-  // text of the arena or the byte before it.
+  // The offset in the file of the byte at `at`, which is in the file's text, in a text of the
+  // arena, or just before one.
   std::uint32_t OffsetOf(const char* at) const;
 
  private:
-  // Blocks do not move: texts are handed out as views. `start` counts the bytes used in earlier
-  // blocks.
+  // Blocks do not move, because texts are handed out as views. `start` counts the bytes used in
+  // earlier blocks.
   struct Block {
     std::unique_ptr<char[]> bytes;
     std::uint32_t size;
     std::uint32_t used;
     std::uint32_t start;
   };
-  // From that byte of the arena on, up to the next run, it goes on in the file without a gap.
+  // From byte `at` of the arena up to the next run, the bytes follow each other in the file.
   struct Run {
     std::uint32_t at;
     std::uint32_t offset;

@@ -18,7 +18,7 @@ using ruxcomp::reader::Section;
 
 namespace {
 
-// A text, how many blanks next to its commas are left out, and the buffer that a caller has for it.
+// A text, how many blanks next to its commas are left out, and the caller's buffer for it.
 struct Delivery {
   std::string_view text;
   std::uint32_t blanks_at_commas;
@@ -47,8 +47,8 @@ std::uint32_t Deliver(std::initializer_list<Delivery> deliveries, std::uint32_t 
   return 1;
 }
 
-// The scanned script of a file handle, of which sections are asked for; null for a null handle
-// and before RSParse.
+// The scanned script of a file handle, for a request for its sections; null for a null handle and
+// before RSParse.
 const Script* ScriptOf(void* handle) {
   if (handle == nullptr) return nullptr;
   auto& file = *static_cast<ScriptFile*>(handle);

@@ -16,11 +16,11 @@
 // terminating zero included, and nothing else; with buffers of at least these sizes it fills them.
 // A buffer that is too small gets its needed size stored and nothing is filled.
 //
-// Any number of files may be open at once. Files that were asked for their sections may include
-// what is opened next: the same one is not opened again then, nor one more when there are a
-// thousand. Handles stay valid until their file is closed; null is taken for a handle everywhere
-// and answered with 0 or null. Problems of a script go to the function Output of the host program,
-// when it has one (messages.h). One thread at a time.
+// Any number of files may be open at once. A file whose sections were asked for may include what is
+// opened next: such a file is not opened again, nor is another one when there are a thousand of
+// them. Handles stay valid until their file is closed; every function accepts a null handle and
+// answers 0 or null. Problems of a script go to the function Output of the host program, if it has
+// one (messages.h). One thread at a time.
 #ifndef READER_EXPORTS_H_
 #define READER_EXPORTS_H_
 
@@ -33,9 +33,9 @@ extern "C" {
 
 // Opens and reads a script. Returns a file handle, or null when there is no such file, it cannot be
 // read, would include itself, or is too large, and when a thousand include each other. A path is
-// tried as it is and then, when there is no such file, with backslashes read as slashes. Of
-// pipes and devices, only those are read that the process has open, as /dev/stdin or /dev/fd/N:
-// to open another one may wait without end.
+// tried as it is and then, when there is no such file, with backslashes read as slashes. Of pipes
+// and devices, only those that the process already has open are read, as /dev/stdin or /dev/fd/N:
+// opening another one may block for ever.
 RS_EXPORT void* RSOpenFile(const std::string& path);
 
 // Splits the script into sections and items and reports its problems; a second time, does nothing.
@@ -43,7 +43,7 @@ RS_EXPORT void* RSOpenFile(const std::string& path);
 RS_EXPORT std::uint32_t RSParse(void* file);
 
 // The handle of the index-th section in script order, from 0. Null: there is none, or the file was
-// not parsed. `reserved` is not looked at.
+// not parsed. `reserved` is ignored.
 RS_EXPORT void* RSEnumSection(void* file, std::uint32_t index, std::uint32_t reserved);
 
 // Hands over a section's name (two calls) and line. Returns 1, or 0 when the buffer is too small.
@@ -56,11 +56,11 @@ RS_EXPORT std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key
                                    std::uint32_t* key_size, char* value, std::uint32_t* value_size,
                                    std::uint32_t* line);
 
-// The handle of the first section with exactly that name, or null. `reserved` is not looked at.
-// The capital E is part of the exported name.
+// The handle of the first section with exactly that name, or null. `reserved` is ignored. The
+// capital E is part of the exported name.
 RS_EXPORT void* RSFindSEction(void* file, const std::string& name, std::uint32_t reserved);
 
-// Closes the file and sets the caller's handle to null. Returns 1, or 0 when it is null already.
+// Closes the file and sets the caller's handle to null. Returns 1, or 0 when it already is null.
 RS_EXPORT std::uint32_t RSCloseFile(void** file);
 
 }  // extern "C"

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
-// The note: sizes of its name and its digest, its type, and both texts. The name has a size that
-// needs no padding before the digest, and the digest one that needs none before the next note.
+// The note: the sizes of its name and its digest, its type, and both texts. Neither size needs
+// padding.
 #define NOTE_NAME "RUXRSPARSER"
 #define NOTE_TYPE 1
 

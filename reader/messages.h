@@ -15,10 +15,10 @@ using findings::MessageId;
 // The printf format of one of the messages of findings/messages/script_text.def; empty for others.
 const char* FormatOf(MessageId message);
 
-// Reports one of the messages of findings/messages/script_text.def: to the sink of the process when
-// it has one, else to the function Output of the host program when it has that. The place is the
-// base name of the path, what follows its last backslash, and the line. `origin` names the script
-// where it is known.
+// Reports one of the messages of findings/messages/script_text.def: to the sink of the process if
+// there is one, else to the function Output of the host program if there is one. The place is the
+// base name of the path, which is what follows its last backslash, and the line. `origin` names the
+// script if it is known.
 void Report(const std::string& path, MessageId message, std::uint32_t line,
             const findings::Origin& origin = {});
 

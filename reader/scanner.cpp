@@ -22,12 +22,12 @@ constexpr std::size_t kNone = std::string_view::npos;
 
 bool IsCommentSign(char c) { return c == '#' || c == ';'; }
 
-// What the quotes of a line leave to be seen of it.
+// What a line looks like outside its quotes.
 struct Outline {
   std::string_view content;        // without comment and trailing blanks
-  std::size_t equals;              // where the '=' is that ends the key, or none
-  std::size_t open_quote;          // where the quote is that runs to the line's end, or none
-  std::uint32_t quotes;            // how many texts in quotes it has
+  std::size_t equals;              // where the '=' is that ends the key, or kNone
+  std::size_t open_quote;          // where the quote is that runs to the line's end, or kNone
+  std::uint32_t quotes;            // how many quoted texts it has
   std::uint32_t blanks_at_commas;  // of the value
 };
 
@@ -40,7 +40,7 @@ constexpr std::array<bool, 256> kIsSpecial = [] {
 
 Outline FindOutline(std::string_view line) {
   Outline outline{{}, kNone, kNone, 0, 0};
-  std::size_t part = 0;  // where the part of the value begins that is being passed
+  std::size_t part = 0;  // where the present part of the value begins
   std::size_t at = 0;
   for (; at < line.size(); ++at) {
     const char c = line[at];
@@ -87,7 +87,7 @@ class Scanner {
     // No more than one for each line; what is not used of it is never touched.
     items_.reserve(static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')) + 1);
     while (!lines_.is_at_end()) ScanLine();
-    // Only now do the items stay where they are.
+    // From now on the items do not move.
     const Item* items = items_.data();
     for (Section& section : sections_) {
       section.items = items;
@@ -193,9 +193,9 @@ class Scanner {
     ++sections_.back().item_count;
   }
 
-  // A part in quotes ends at the next quote; of what follows up to the next comma, splitting sees
-  // nothing, not even quotes. So what is in quotes for the line may be outside of them for
-  // splitting, and a part may lose blanks in its middle. Such a value is stored as it is delivered.
+  // A quoted part ends at the next quote; splitting ignores what follows up to the next comma, even
+  // quotes. So what is inside quotes for the line may be outside them for splitting, and a part may
+  // lose blanks in its middle. Such a value is stored as it is delivered.
   void StoreUnlessPartsAreWhole(Item& item) {
     const std::string cooked = CookedValue(item);
     const Item delivered{item.key, cooked, item.line, 0};

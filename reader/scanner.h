@@ -33,8 +33,8 @@ class Lines {
     return line;
   }
 
-  // Whether a backslash joins the next line to the one that was taken last. The last line has none
-  // to go on in.
+  // Whether a backslash joins the next line to the one that was taken last. Nothing follows the
+  // last line.
   bool GoesOn(std::string_view line) const {
     return !line.empty() && line.back() == '\\' && !rest_.empty();
   }

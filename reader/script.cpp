@@ -40,7 +40,7 @@ ItemPlace Script::PlaceOf(const Item& item) const {
   const auto begins_after = [](const Item* wanted, const Section& section) {
     return std::less<>()(wanted, section.items);
   };
-  // Sections without items begin where the next one does, so it is the last one that is meant.
+  // A section without items begins where the next one does, so the last of them is the right one.
   const auto after = std::upper_bound(sections_.begin(), sections_.end(), &item, begins_after);
   return {static_cast<std::size_t>(after - sections_.begin()) - 1,
           static_cast<std::size_t>(&item - after[-1].items)};
@@ -58,7 +58,7 @@ std::uint32_t Script::LineAt(std::size_t offset) const {
                                     starts.begin());
 }
 
-// A line may be long and be asked for often: its end is looked up.
+// A line may be long and asked for often, so its end is looked up.
 std::string_view Script::Line(std::uint32_t line) const {
   const std::size_t end = line < line_count() ? LineStart(line + 1) : text_.size();
   std::string_view whole = std::string_view(text_).substr(0, end).substr(LineStart(line));

@@ -1,4 +1,4 @@
-// A scanned script: sections and items that know where they are in the file.
+// A scanned script: sections and items, and where they are in the file.
 //
 // clang-format off
 //   # a comment                     lines end in LF or CRLF; a leading byte order mark is skipped
@@ -55,7 +55,7 @@ struct Section {
   const Item* items;  // item_count of them, in script order
 };
 
-// An item among all of its script.
+// The place of an item in its script.
 struct ItemPlace {
   std::size_t section;  // its place in Script::sections()
   std::size_t item;     // its place in the section
@@ -69,9 +69,9 @@ struct Problem {
 
 using ProblemSink = std::function<void(const Problem& problem)>;
 
-// Owns its text, which stays as it is in the file. The names, keys and values point into it or,
-// where joined lines or dropped bytes interrupt them, into the script's arena. So it stays where it
-// was made.
+// Owns its text, unchanged from the file. Names, keys and values point into the text or, where
+// joined lines or dropped bytes interrupt them, into the script's arena. So a script cannot be
+// moved.
 class Script {
  public:
   // Scans `text`, which has at most kLargestScript bytes, in one pass. Problems are reported in the
@@ -90,18 +90,18 @@ class Script {
   const std::string& text() const { return text_; }
   const std::vector<Section>& sections() const { return sections_; }
 
-  // Gives up the memory of sections and items, which is more than that of the text; the text
-  // stays, and its lines can be asked for. Makes the same ones again.
+  // Releases the sections and items, which take more memory than the text; the text and its lines
+  // stay. ScanAgain makes the same ones again.
   void DropSections();
   void ScanAgain();
 
-  // Whether the item is one of these sections', not a copy; where it is then.
+  // Whether the item belongs to one of these sections and is not a copy; and if so, its place.
   bool Holds(const Item& item) const;
   ItemPlace PlaceOf(const Item& item) const;
 
   // Where a name, header, key, value or part of a value is in the file: from its first byte to its
-  // last one, with the line ends and dropped bytes between them. An empty one has an empty range
-  // after the byte before it.
+  // last, with the line ends and dropped bytes between them. The range of an empty one is empty and
+  // follows the byte before it.
   Range RangeOf(std::string_view view) const;
 
   // The lines as they are in the file. A line feed at the end of the text starts no further line.
@@ -109,7 +109,7 @@ class Script {
   // The number, from 1, of the line that has the byte at `offset` or, after the last byte, of the
   // last line; 0 for an empty text.
   std::uint32_t LineAt(std::size_t offset) const;
-  // Of a line from 1 to line_count(): its first byte; its text without its end.
+  // Of a line from 1 to line_count(): the offset of its first byte; its text without the line end.
   std::uint32_t LineStart(std::uint32_t line) const { return LineStarts()[line - 1]; }
   std::string_view Line(std::uint32_t line) const;
   // All of the line and of those that backslashes join to it, without the end of the last one.

@@ -18,8 +18,8 @@
 namespace ruxcomp::reader {
 namespace {
 
-// Where the open files are chained, the innermost include first. A plain pointer needs no
-// destructor that could run before a host closes its last file.
+// The list of open files, the innermost include first. A plain pointer has no destructor that could
+// run before a host closes its last file.
 ScriptFile* g_open_files = nullptr;
 std::size_t g_including_count = 0;
 
@@ -27,14 +27,14 @@ std::size_t g_including_count = 0;
 std::size_t g_opened_count = 0;
 std::size_t g_opened_text = 0;
 
-// Whether what is opened next would be included by too many, or as one of too many.
+// Whether too many files would include what is opened next, or it would be one file too many.
 bool AreTooMany() {
   if (g_including_count == 0) return false;
   return g_including_count >= kMostOpen || g_opened_count >= kMostOpened ||
          g_opened_text >= kMostText;
 }
 
-// What is said of a refusal; nothing when a host learns of it by the null handle only.
+// The message about a refusal; none when the null handle is all that a host gets.
 std::optional<MessageId> MessageOf(Refusal reason) {
   switch (reason) {
     case Refusal::kTooMany:
@@ -48,13 +48,13 @@ std::optional<MessageId> MessageOf(Refusal reason) {
   }
 }
 
-// What the number of a system call that failed means.
+// What the error number of a failed system call means.
 Refusal ReasonOf(int error) {
   if (error == ENOENT || error == ENOTDIR) return Refusal::kNotFound;
   return error == EISDIR ? Refusal::kIsFolder : Refusal::kCannotBeRead;
 }
 
-// A record that does not fit into memory is left out: what was reported stays reported.
+// Leaves out a record that does not fit into memory; what was reported stays reported.
 template <typename Record>
 void RecordInMemory(Record record) {
   try {
@@ -126,7 +126,7 @@ ScriptFile::~ScriptFile() {
   while (*link != this) link = &(*link)->next_open_;
   *link = next_open_;
   if (is_including_) --g_including_count;
-  // The items of this file go; what follows is included by the item that included it.
+  // The items of this file go away: the item that includes it now includes what follows.
   if (Holds(delivered_)) delivered_ = includer_;
   for (ScriptFile* file = g_open_files; file != next_open_; file = file->next_open_) {
     if (Holds(file->includer_)) file->includer_ = includer_;
@@ -141,7 +141,7 @@ void ScriptFile::NoteRequest() {
 bool ScriptFile::IsAnyIncluding() { return g_including_count > 0; }
 
 bool ScriptFile::IsIncluding(const SourceIdentity& identity) {
-  // Those that were opened and forgotten are further down than those that are being read.
+  // Files that were opened and forgotten are further down than those that are being read.
   std::size_t left = g_including_count;
   for (const ScriptFile* file = g_open_files; left > 0; file = file->next_open_) {
     if (!file->is_including_) continue;

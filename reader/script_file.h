@@ -14,25 +14,25 @@
 
 namespace ruxcomp::reader {
 
-// More scripts do not include each other: every INCLUDE that is nested in another one takes some of
-// the host's stack.
+// No more scripts than these include each other: every nested INCLUDE takes some of the host's
+// stack.
 inline constexpr std::size_t kMostOpen = 1000;
 
-// Nor does a script that includes others, and those others, come to more files or more text in all:
-// forty small scripts that include the next one twice each would come to a million millions.
+// Nor do a script and all that it includes come to more files or more text: forty small scripts
+// that each include the next one twice would come to a million millions.
 inline constexpr std::size_t kMostOpened = std::size_t{1} << 16;
 inline constexpr std::size_t kMostText = kLargestScript;
 
 // Open from Open() to the destructor. While its sections are asked for, the same file is not opened
-// again: includes nest, so that it would include itself without end.
+// again: includes nest, so it would include itself for ever.
 class ScriptFile {
  public:
   // Reads the text in memory or the file at `path` or, when there is none, at `path` with its
   // backslashes read as slashes. Pipes and devices are read to their end, but only those that
-  // `streams` allows. Returns null when there is no such file, it cannot be read, is a directory or
-  // includes another one that is open (under whatever name), and, after a message, when it holds
-  // more than `largest` bytes, one of the limits above is reached or memory runs out.
-  enum class Streams { kOpen, kAny };  // those that the process has open already; any
+  // `streams` allows. Returns null when there is no such file, it cannot be read, is a folder or is
+  // one of those that include it (under whatever name), and, after a message, when it holds more
+  // than `largest` bytes, one of the limits above is reached or memory runs out.
+  enum class Streams { kOpen, kAny };  // those that the process already has open; any
   static std::unique_ptr<ScriptFile> Open(const std::string& path,
                                           std::size_t largest = kLargestScript,
                                           Streams streams = Streams::kOpen);
@@ -44,15 +44,14 @@ class ScriptFile {
   // runs out.
   bool Parse();
 
-  // Takes note that the sections are asked for: from here on, what is opened may be included by the
-  // file. One that was opened and forgotten includes nothing.
+  // Notes that the sections are asked for: from now on, the file may include what is opened. A file
+  // that was opened and forgotten includes nothing.
   void NoteRequest();
 
-  // Whether there is a file open that may include what is opened next.
+  // Whether an open file may include what is opened next.
   static bool IsAnyIncluding();
 
-  // Takes note of an item of an open file that is being delivered: what is opened next is included
-  // by it.
+  // Notes the item of an open file that is being delivered: it includes what is opened next.
   static void NoteDelivery(const Item& item) { delivered_ = &item; }
 
   const std::string& path() const { return path_; }       // as given to Open
@@ -77,7 +76,7 @@ class ScriptFile {
   void ReportProblem(const Problem& problem) const;
   bool Holds(const Item* item) const;
 
-  // Of an open file, the item that was delivered last.
+  // The item that was delivered last, of an open file.
   static inline const Item* delivered_ = nullptr;
 
   const std::string path_;
@@ -87,7 +86,7 @@ class ScriptFile {
   ScriptFile* next_open_;
   bool is_including_ = false;
   const Item* includer_;         // the item that was delivered last when the file was opened
-  std::uint64_t archive_ = 0;    // the archive that it is in; 0: none
+  std::uint64_t archive_ = 0;    // the id of the archive that it is in; 0: none
   std::size_t archived_at_ = 0;  // its place there
 };
 

@@ -19,7 +19,7 @@
 namespace ruxcomp::reader {
 namespace {
 
-// How much is asked first of a file of unknown size.
+// The first read of a file of unknown size.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
 
 // Repeats a system call that a signal interrupted.
@@ -50,8 +50,7 @@ std::optional<Source> FindFile(const std::string& path) {
                 KindOf(path, status.st_mode)};
 }
 
-// Never waits, except for the writer of a pipe whose caller means to. What is read from it may be
-// waited for.
+// Never waits, except for the writer of a pipe when the caller wants that. Reading may wait.
 int OpenForReading(const Source& source) {
   const bool may_wait = source.kind == SourceKind::kStream;
   const int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY;
@@ -74,7 +73,7 @@ std::optional<std::string> ReadSource(const Source& source, std::size_t largest)
   if (source.identity.text != 0) return Texts::Find(source.path)->bytes;
   const rux::support::Descriptor file(OpenForReading(source));
   if (!file.is_open()) return std::nullopt;
-  // One byte more than expected shows the end of the file without growing the text.
+  // Asking for one byte more than expected shows the end of the file without growing the text.
   std::string text(std::min(source.size > 0 ? source.size : kFirstRead, largest) + 1, '\0');
   std::size_t used = 0;
   while (used <= largest) {

@@ -12,7 +12,7 @@
 
 namespace ruxcomp::reader {
 
-// What makes a source the same one under two names.
+// What two names of the same source have in common.
 struct SourceIdentity {
   dev_t device;
   ino_t inode;
@@ -32,20 +32,20 @@ enum class SourceKind {
 };
 
 struct Source {
-  std::string path;  // under which it was found
+  std::string path;  // the one under which it was found
   SourceIdentity identity;
   std::size_t size;  // as the file says: pipes and system files say 0
   SourceKind kind;
 };
 
 // Finds the source of a script at `path` or, when there is none, at `path` with its backslashes
-// read as slashes: first among the texts in memory, then in the file system. The file is not
-// opened: opening a named pipe that is being read already would wait for another writer. None: the
+// read as slashes: first among the texts in memory, then in the file system. Does not open the
+// file: opening a named pipe that is already being read would wait for another writer. None: the
 // reason is in errno.
 std::optional<Source> FindSource(const std::string& path);
 
-// The bytes of a source, but no more than one above `largest`. None: the reason is in errno, EISDIR
-// for a folder.
+// The bytes of a source, at most one more than `largest`. None: the reason is in errno, EISDIR for
+// a folder.
 std::optional<std::string> ReadSource(const Source& source, std::size_t largest);
 
 }  // namespace ruxcomp::reader

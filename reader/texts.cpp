@@ -12,8 +12,8 @@ namespace {
 
 using Table = std::map<std::string, Texts::Text>;
 
-// Null while there are no texts. A plain pointer: a host may open scripts until its very end, and
-// in a plug-in, which has no texts, nothing is left over when it is unloaded.
+// Null while there are no texts. A plain pointer: a host may open scripts until its very end, and a
+// plug-in, which has no texts, leaves nothing when it is unloaded.
 Table* g_table = nullptr;
 std::uint64_t g_last_id = 0;
 

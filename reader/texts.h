@@ -1,5 +1,5 @@
-// Texts that scripts are read from instead of files: buffers of an editor, revisions of a
-// repository, what came on standard input.
+// Texts that are read as scripts instead of files: buffers of an editor, revisions of a repository,
+// standard input.
 #ifndef READER_TEXTS_H_
 #define READER_TEXTS_H_
 
@@ -9,14 +9,13 @@
 
 namespace ruxcomp::reader {
 
-// One table for the process. A script is looked for here before it is looked for in the file
-// system, in both by the same rule: under its path as it is, then with backslashes read as
-// slashes.
+// One table for the process. A script is looked for here before the file system, in both by the
+// same rule: under its path as it is, then with backslashes read as slashes.
 class Texts {
  public:
   struct Text {
-    std::string path;  // under which it is in the table
-    std::uint64_t id;  // differs from that of every other path's text, also of former ones
+    std::string path;  // its path in the table
+    std::uint64_t id;  // differs from that of every other path, including paths that were removed
     std::string bytes;
   };
 
@@ -26,8 +25,8 @@ class Texts {
   static bool Remove(const std::string& path);
   static void Clear();
 
-  // The text that a script of that path is read from; null when it is not read from the table.
-  // Valid until the table changes.
+  // The text that is read for a script of that path; null when it is not in the table. Valid until
+  // the table changes.
   static const Text* Find(const std::string& path);
 };
 

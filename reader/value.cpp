@@ -12,7 +12,7 @@
 
 namespace ruxcomp::reader {
 
-// While blanks are left, so is a comma: no walk to the next one passes the text's end.
+// While blanks are left, so is a comma: no walk to the next comma passes the end of the text.
 char* CopyWithoutBlanks(std::string_view text, std::uint32_t blanks_at_commas, char* out) {
   std::size_t at = 0;
   while (blanks_at_commas != 0) {

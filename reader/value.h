@@ -1,4 +1,4 @@
-// The value of an item, as it is delivered and part by part.
+// The value of an item: as it is delivered, and part by part.
 #ifndef READER_VALUE_H_
 #define READER_VALUE_H_
 
@@ -31,7 +31,7 @@ struct Separator {
   std::size_t blanks() const { return end - begin - 1; }
 };
 
-// The separator at a comma of a text; what is before `start` belongs to another one.
+// The separator at a comma of a text; what is before `start` belongs to another separator.
 inline Separator SeparatorAt(std::string_view text, std::size_t comma, std::size_t start) {
   Separator separator{comma, comma, comma + 1};
   while (separator.begin > start && IsBlank(text[separator.begin - 1])) --separator.begin;
@@ -39,8 +39,8 @@ inline Separator SeparatorAt(std::string_view text, std::size_t comma, std::size
   return separator;
 }
 
-// Copies a text without the blanks of its separators, of which there are that many, and returns the
-// end of the copy.
+// Copies a text without the blanks of its separators, whose number is given, and returns the end of
+// the copy.
 char* CopyWithoutBlanks(std::string_view text, std::uint32_t blanks_at_commas, char* out);
 
 inline char* CopyCooked(std::string_view text, std::uint32_t blanks_at_commas, char* out) {
@@ -48,7 +48,7 @@ inline char* CopyCooked(std::string_view text, std::uint32_t blanks_at_commas, c
   return CopyWithoutBlanks(text, blanks_at_commas, out);
 }
 
-// The value as it is delivered, without these blanks.
+// The value as it is delivered: without these blanks.
 std::string CookedValue(const Item& item);
 
 // The next part of an item's value.

@@ -32,7 +32,7 @@ bool Log::IsBefore(const Known& a, const Known& b) {
   return key_of(a.origin) < key_of(b.origin);
 }
 
-// Some items are checked while they are read, and again with all others.
+// Some items are checked while they are read, and again with the whole model.
 bool Log::IsRepeated(const ruxcomp::findings::MessageRow& row, const Origin& origin) {
   if (origin.section == Origin::kNone) return false;
   const Known known{origin, &row};

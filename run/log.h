@@ -1,4 +1,4 @@
-// What the library, its reader and a run itself report, as values, and the log of a run.
+// What the library, its reader and the run itself report, as values; and the log of a run.
 #ifndef RUN_LOG_H_
 #define RUN_LOG_H_
 
@@ -19,7 +19,7 @@ namespace rux::run {
 // What the library was doing. kLoad is before main().
 enum class Phase { kLoad, kStart, kParse, kCheck, kOutput };
 
-// Of a long text, its beginning (support::Excerpted).
+// A long text is cut to its beginning (support::Excerpted).
 using Argument = std::variant<std::string, std::uint32_t>;
 
 struct Place {
@@ -32,7 +32,7 @@ struct Finding {
   ruxcomp::findings::Origin origin = {};
   ruxcomp::findings::Origin other = {};
   std::optional<Place> place = {};
-  std::vector<Argument> arguments = {};  // of the message's format; of other texts, the text
+  std::vector<Argument> arguments = {};  // of the message's format; without one, the text
 };
 
 #define MESSAGE(name, format, id, severity, ...)             \
@@ -47,14 +47,14 @@ inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {
 
 class Log {
  public:
-  // From now on, of each message so many are kept.
+  // From now on, keeps so many of each message.
   void Limit(ruxcomp::findings::Most most) { tally_ = ruxcomp::findings::Tally(most); }
 
-  // What comes in from now on belongs to that phase.
+  // What is reported from now on belongs to that phase.
   void Begin(Phase phase);
 
-  // To be asked once for each finding, before it is made: counts it, and answers whether to keep
-  // it. What the check repeats after the reading, about the same part of the script, counts once.
+  // Call it once for each finding, before making it: counts the finding and answers whether to keep
+  // it. What the check repeats about a part of the script after the reading counts once.
   bool Wants(const ruxcomp::findings::MessageRow& row, const ruxcomp::findings::Origin& origin);
   void Keep(Finding finding) { kept_.push_back(std::move(finding)); }
 
@@ -77,8 +77,8 @@ class Log {
   std::deque<Known> read_;  // what the reading found; sorted for the check
 };
 
-// The one log of the process: the sink of a run and the function Output, which a plug-in calls and,
-// before main, the library, add to it. It can be used before main().
+// The one log of the process. The sink of a run adds to it, and so does the function Output, which
+// a plug-in calls and, before main(), the library. It can be used before main().
 Log& ProcessLog();
 
 }  // namespace rux::run

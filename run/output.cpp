@@ -1,4 +1,4 @@
-// The function Output: how a reader plug-in reports and, before main(), the library.
+// The function Output, to which a reader plug-in reports and, before main(), the library.
 #include "ruxcomp/output.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ struct ArgumentList {
   va_list list;
 };
 
-// The messages of a reader: all of them have a place and no more.
+// The messages of a reader, whose only arguments are the place.
 const ruxcomp::findings::MessageRow* FindReaderRow(std::string_view format) {
   static constexpr const ruxcomp::findings::MessageRow* kReaderRows[] = {
 #define MESSAGE(name, ...) &ruxcomp::findings::rows::k##name,
@@ -38,7 +38,7 @@ std::string TextOf(ArgumentList& list) {
   return text == nullptr ? "(null)" : text;
 }
 
-// The message of a format.
+// The message with that format.
 const ruxcomp::findings::MessageRow& RowOf(std::string_view format) {
   const ruxcomp::findings::MessageRow& not_loaded = ruxcomp::findings::rows::kReaderNotLoaded;
   if (format == not_loaded.format) return not_loaded;
@@ -67,7 +67,7 @@ void Decode(ArgumentList& list, Finding& finding) {
 
 }  // namespace
 
-// Here, so that who takes the log from the room's archive gets the function Output with it.
+// Defined here, so that whoever links the log from the room's archive gets Output with it.
 Log& ProcessLog() {
   // Never destroyed: the library may report while it is unloaded.
   static auto* log = new Log;

@@ -15,7 +15,7 @@ namespace {
 
 namespace plugin = ruxcomp::core::plugin;
 
-// The library asks by a function without context.
+// The library calls a function without context.
 struct Choice {
   bool takes_texts = false;
   bool is_foreign = false;
@@ -23,8 +23,7 @@ struct Choice {
 };
 Choice choice;
 
-// Whoever gives this program the name of a pipe means it to be waited for. What a script includes
-// is a file.
+// Whoever names a pipe to this program wants it to wait. What a script includes is a file.
 void* OpenScript(const std::string& path) {
   using ruxcomp::reader::ScriptFile;
   const bool is_included = ScriptFile::IsAnyIncluding();
@@ -50,7 +49,7 @@ bool ViewItem(void* section, std::uint32_t index, std::string& room, plugin::Ite
 constexpr plugin::Operations kInside = {OpenScript, RSParse,       RSEnumSection, RSGetSectInfo,
                                         RSEnumItem, RSFindSEction, RSCloseFile,   ViewItem};
 
-// Every included file asks anew.
+// Called again for every included file.
 bool IsInside(void* handle) {
   if (handle == nullptr || handle == choice.known) return true;
   if (!ruxcomp::reader::IsThisReader(handle)) return false;

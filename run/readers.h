@@ -1,14 +1,14 @@
-// Which reader a run reads with.
+// Which reader a run uses.
 #ifndef RUN_READERS_H_
 #define RUN_READERS_H_
 
 namespace rux::run {
 
-// Lets the library use the reader inside this program, by direct calls, unless a plug-in that is
-// another reader is installed. Lives as long as a run.
+// Lets the library use the reader inside this program, by direct calls, unless the installed
+// plug-in is another reader. Lives as long as a run.
 class ReaderChoice {
  public:
-  // `takes_texts`: the script is a text in memory, which plug-ins know nothing of.
+  // `takes_texts`: the script is a text in memory, which plug-ins cannot read.
   explicit ReaderChoice(bool takes_texts);
   ~ReaderChoice();
   ReaderChoice(const ReaderChoice&) = delete;

@@ -15,17 +15,17 @@
 
 namespace rux::run {
 
-// Some texts that are read as numbers have no digit to look at: the library raises an error.
+// An error that the library raised: some texts that are read as numbers have no digits.
 struct Raised {
   Phase phase;
-  ruxcomp::findings::Origin at;  // what was examined; all none: nothing of a script
+  ruxcomp::findings::Origin at;  // what was being examined; all kNone: nothing of a script
   std::string text;              // of the exception
 };
 
 struct Result {
   // All that was read; with a foreign plug-in, what this program reads at the same paths.
   sources::SourceSet sources;
-  // Of all files that there are to read, those after a raised error included.
+  // All files that there are to read, including those after a raised error.
   sources::SourceFiles files;
   bool has_foreign_reader = false;
   bool opened = false;
@@ -35,10 +35,10 @@ struct Result {
   std::optional<Raised> raised;
 };
 
-// There is one at a time. std::bad_alloc passes, and what the steps below throw on purpose.
+// There is one at a time. Lets std::bad_alloc through, and the failures that a step throws.
 class Run {
  public:
-  // `script`: by the library's path. `text`: what to read instead of the file; none: the file.
+  // `script`: the library's path of it. `text`: what to read instead of the file, if anything.
   // `most`: how many findings to keep of each message.
   explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
                ruxcomp::findings::Most most = 0);
@@ -46,11 +46,11 @@ class Run {
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
 
-  // Opens, reads and checks the script, as far as each goes well.
+  // Opens, reads and checks the script, as long as each succeeds.
   void ReadAndCheck();
 
-  // Lets `step` have the library work on the checked model. An error that the library raises is
-  // part of the result afterwards; failures pass. The sources make room for what is written.
+  // Runs a step in which the library works on the checked model. An error that the library raises
+  // becomes part of the result. The sources release memory for what is written.
   void Write(const std::function<void()>& step);
 
   const Result& result() const { return result_; }
@@ -65,7 +65,8 @@ class Run {
   void ReadSources();
 
   const std::string script_;
-  // Of a text in memory: the name that is tried last, so that it stands for the file under any.
+  // The last name that a text in memory is looked for under, so that it replaces the file under
+  // any.
   const std::string text_path_;
   LogSink sink_;
   ruxcomp::findings::Sink* const sink_before_;
