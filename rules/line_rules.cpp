@@ -1,4 +1,4 @@
-// Lines that backslashes join and comments cut otherwise than it looks.
+// Lines that backslashes join and comments cut where it does not look so.
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -23,10 +23,9 @@ ExitStatus Run(int argc, const char* const* argv) {
   return rux::tool::RunCommandLine(argc, argv);
 }
 
-// A model is a great many small pieces of memory that are made once and released together. By
-// default the allocator keeps small freed pieces apart and joins all of them now and then, and
-// gives large ones back to the system that are asked for again right away: each costs up to a tenth
-// of a compile.
+// A compile releases much of its memory together and asks for large blocks one after the other. By
+// default the allocator keeps small freed pieces apart and joins them now and then, and returns
+// large blocks to the system although the next one is needed right away.
 void FitAllocatorToModels() {
   if (std::getenv("GLIBC_TUNABLES") != nullptr) return;  // the user's own choice
   constexpr int kLargest = 32 << 20;                     // that may be set
@@ -35,8 +34,8 @@ void FitAllocatorToModels() {
   mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
-// Ends the process at once: what it holds, the system takes back in no time. Where leaks are looked
-// for it ends as others do.
+// Ends the process at once, which returns its memory to the system faster than freeing does. A
+// build that looks for leaks ends the usual way.
 [[noreturn]] void End(ExitStatus status) {
 #ifdef RUX_SANITIZED
   std::exit(static_cast<int>(status));
