@@ -159,7 +159,10 @@ inline constexpr std::array<std::string_view, kEntryCount> kKeywords = [] {
   for (std::size_t row = 0; row < kEntryCount; ++row) keywords[row] = kEntries[row].keyword;
   return keywords;
 }();
-constexpr std::string_view KeywordOf(const EntryRow& row) { return kKeywords[&row - kEntries]; }
+constexpr std::size_t PlaceOf(const EntryRow& row) {
+  return static_cast<std::size_t>(&row - kEntries);
+}
+constexpr std::string_view KeywordOf(const EntryRow& row) { return kKeywords[PlaceOf(row)]; }
 
 // The rows by a number below kSlots that is computed from each: rows with one number in their
 // order.
@@ -175,7 +178,7 @@ class EntryIndex {
   }
 
   constexpr const EntryRow* First(std::size_t slot) const { return At(first_[slot]); }
-  constexpr const EntryRow* Next(const EntryRow& row) const { return At(next_[&row - kEntries]); }
+  constexpr const EntryRow* Next(const EntryRow& row) const { return At(next_[PlaceOf(row)]); }
 
   static constexpr std::size_t kSlots = 128;
 
