@@ -7,6 +7,7 @@
 
 #include "backend/symbol_tables.h"
 #include "findings/origin.h"
+#include "frontend/entry.h"
 #include "frontend/lifetime.h"
 #include "frontend/section.h"
 #include "frontend/text_errors.h"

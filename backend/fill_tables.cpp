@@ -10,6 +10,7 @@
 #include "backend/symbol_tables.h"
 #include "findings/origin.h"
 #include "frontend/defined_words.h"
+#include "frontend/entry.h"
 #include "frontend/section.h"
 #include "frontend/text.h"
 #include "frontend/text_errors.h"

@@ -173,7 +173,7 @@ std::uint32_t CGEREPEATER::IsValid(const CheckContext& context, unsigned int pas
     ReportEntry<MessageId::kIncompleteRepeater>(*this, context);
     return 0;
   }
-  RepeaterRecord& record = m_arena.Make<RepeaterRecord>();
+  auto& record = m_arena.Make<RepeaterRecord>();
   m_RuxEntryData.Set(record);
   record.Count = parts.Next();
   record.Action = parts.Next();

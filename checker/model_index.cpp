@@ -12,7 +12,6 @@
 #include "frontend/entry.h"
 #include "frontend/section.h"
 #include "frontend/text.h"
-#include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"

@@ -13,6 +13,7 @@
 #include "findings/origin.h"
 #include "frontend/defined_words.h"
 #include "frontend/entry.h"
+#include "frontend/interned_string.h"
 #include "frontend/report.h"
 #include "frontend/section.h"
 #include "frontend/text.h"

@@ -204,7 +204,7 @@ std::uint32_t CGEVALUE::IsValid(const CheckContext& context, unsigned int pass) 
     DropItems(pass);
     return 0;
   }
-  CGeValue& value = m_arena.Make<CGeValue>(code, type_name);
+  auto& value = m_arena.Make<CGeValue>(code, type_name);
   m_RuxEntryData.Set(value);
 
   const std::size_t count = CountParts(parts);

@@ -163,11 +163,11 @@ void CRuxEntryData::SetBuffer(const RecordView& in) {
   } else if (list()) {
     reader.ReadInto<TextList>([&](const TextList& read) { Set(read); });
   } else if (value()) {
-    CGeValue& made = CRUXObj::m_arena.Make<CGeValue>();
+    auto& made = CRUXObj::m_arena.Make<CGeValue>();
     Set(made);
     made.SetBuffer(reader.Nested());
   } else if (repeater()) {
-    RepeaterRecord& made = CRUXObj::m_arena.Make<RepeaterRecord>();
+    auto& made = CRUXObj::m_arena.Make<RepeaterRecord>();
     Set(made);
     VisitFields(made, reader);
   }

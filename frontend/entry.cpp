@@ -6,8 +6,9 @@
 
 #include "findings/origin.h"
 #include "frontend/check_context.h"
+#include "frontend/interned_string.h"
 #include "frontend/report.h"
-#include "frontend/value_records.h"
+#include "frontend/text.h"
 #include "ruxcomp/language/parts.h"
 
 namespace ruxcomp::core {

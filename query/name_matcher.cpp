@@ -12,6 +12,7 @@
 #include "backend/symbol_tables.h"
 #include "ruxcomp/data.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/record_rules.h"
 
 namespace ruxcomp::core {
 

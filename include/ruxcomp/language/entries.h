@@ -164,31 +164,32 @@ constexpr std::size_t PlaceOf(const EntryRow& row) {
 }
 constexpr std::string_view KeywordOf(const EntryRow& row) { return kKeywords[PlaceOf(row)]; }
 
-// The rows by a number below kSlots that is computed from each: rows with one number in their
-// order.
+// The places of rows by a number below kSlots that is computed of each: those of one number in
+// their order. Places, not rows: compilers that check for undefined behaviour do not compare
+// addresses in constants.
 class EntryIndex {
  public:
   template <class SlotOf>
   constexpr explicit EntryIndex(SlotOf slot_of) {
-    for (std::size_t row = kEntryCount; row-- > 0;) {
-      std::uint8_t& first = first_[slot_of(kEntries[row])];
-      next_[row] = first;
-      first = static_cast<std::uint8_t>(row + 1);
+    for (std::uint8_t& first : first_) first = kNone;
+    for (std::uint8_t place = kNone; place-- > 0;) {
+      std::uint8_t& first = first_[slot_of(place)];
+      next_[place] = first;
+      first = place;
     }
   }
 
-  constexpr const EntryRow* First(std::size_t slot) const { return At(first_[slot]); }
-  constexpr const EntryRow* Next(const EntryRow& row) const { return At(next_[PlaceOf(row)]); }
+  // kEntryCount when there is none.
+  constexpr std::size_t First(std::size_t slot) const { return first_[slot]; }
+  constexpr std::size_t Next(std::size_t place) const { return next_[place]; }
 
   static constexpr std::size_t kSlots = 128;
 
  private:
-  static constexpr const EntryRow* At(std::size_t place) {
-    return place == 0 ? nullptr : kEntries + place - 1;
-  }
   static_assert(kEntryCount < 256, "a place is a byte");
+  static constexpr std::uint8_t kNone = kEntryCount;
 
-  std::array<std::uint8_t, kSlots> first_{};  // counted from 1; 0 is none
+  std::array<std::uint8_t, kSlots> first_{};
   std::array<std::uint8_t, kEntryCount> next_{};
 };
 
@@ -199,31 +200,34 @@ constexpr std::size_t KeywordSlot(std::string_view key) {
          EntryIndex::kSlots;
 }
 inline constexpr EntryIndex kEntriesByKeyword{
-    [](const EntryRow& row) { return KeywordSlot(KeywordOf(row)); }};
+    [](std::size_t place) { return KeywordSlot(kKeywords[place]); }};
 
-// The first row with that keyword, and the next one with the same; null when there is none.
-constexpr const EntryRow* WithKeyword(const EntryRow* row, std::string_view keyword) {
-  while (row != nullptr && KeywordOf(*row) != keyword) row = kEntriesByKeyword.Next(*row);
-  return row;
+// The place of the first row with that keyword, and of the next one with the same; kEntryCount when
+// there is none.
+constexpr std::size_t PlaceOfKeyword(std::size_t place, std::string_view keyword) {
+  while (place < kEntryCount && kKeywords[place] != keyword) place = kEntriesByKeyword.Next(place);
+  return place;
 }
-constexpr const EntryRow* FindKeyword(std::string_view key) {
-  return WithKeyword(kEntriesByKeyword.First(KeywordSlot(key)), key);
+constexpr std::size_t FirstOfKeyword(std::string_view key) {
+  return PlaceOfKeyword(kEntriesByKeyword.First(KeywordSlot(key)), key);
 }
-constexpr const EntryRow* NextOfKeyword(const EntryRow& row) {
-  return WithKeyword(kEntriesByKeyword.Next(row), KeywordOf(row));
+constexpr std::size_t NextOfKeyword(std::size_t place) {
+  return PlaceOfKeyword(kEntriesByKeyword.Next(place), kKeywords[place]);
 }
 
 constexpr std::size_t IdentifierSlot(std::uint32_t source) {
   return (source ^ source >> 13 ^ source >> 10) % EntryIndex::kSlots;
 }
 inline constexpr EntryIndex kEntriesByIdentifier{
-    [](const EntryRow& row) { return IdentifierSlot(row.source); }};
+    [](std::size_t place) { return IdentifierSlot(kEntries[place].source); }};
 
 // The row of an identifier of the source model, or of the meta file; null when there is none.
 constexpr const EntryRow* FindEntryRow(std::uint32_t source) {
-  const EntryRow* row = kEntriesByIdentifier.First(IdentifierSlot(source));
-  while (row != nullptr && row->source != source) row = kEntriesByIdentifier.Next(*row);
-  return row;
+  std::size_t place = kEntriesByIdentifier.First(IdentifierSlot(source));
+  while (place < kEntryCount && kEntries[place].source != source) {
+    place = kEntriesByIdentifier.Next(place);
+  }
+  return place < kEntryCount ? kEntries + place : nullptr;
 }
 constexpr const EntryRow* FindCompiledEntryRow(std::uint32_t compiled) {
   return FindRow(

@@ -26,8 +26,8 @@ constexpr std::size_t PlaceOfTemplate(const SectionKind& kind, std::uint32_t ent
 
 // The template of that keyword.
 constexpr std::size_t FindTemplateRow(const SectionKind& kind, std::string_view key) {
-  for (const EntryRow* entry = FindKeyword(key); entry != nullptr; entry = NextOfKeyword(*entry)) {
-    const std::size_t row = PlaceOfTemplate(kind, entry->source);
+  for (std::size_t place = FirstOfKeyword(key); place < kEntryCount; place = NextOfKeyword(place)) {
+    const std::size_t row = PlaceOfTemplate(kind, kEntries[place].source);
     if (row < kind.templates.size()) return row;
   }
   return KeyRowCount(kind);
