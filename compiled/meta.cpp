@@ -12,6 +12,7 @@
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
+#include "ruxcomp/file/views.h"
 
 namespace rux::compiled {
 namespace {
