@@ -88,7 +88,7 @@ class CRuxEntryData {
   void SetBuffer(const RecordView& in);
 
  private:
-  static constexpr const char* kNothing = "";  // an empty payload points there
+  static constexpr char kNothing[] = "";  // an empty payload points there
 
   bool Holds(PayloadType type) const { return HasData() && PayloadOf(type_) == type; }
   Text AsText() const { return {static_cast<const char*>(data_), size_}; }
