@@ -17,10 +17,11 @@
 // file with gcUnInit before loading the next: gcInit does not.
 //
 // Cost: sections are found, or known to be missing, by ordinal, ID and name in constant time after
-// the first question of that sort, which makes an index. Each value that is looked up (gcGetValueByIndex, gcGetValueByID)
-// is a walk over its symbol table, linear in the different texts or numbers of the file. Entries are
-// found by a walk over their section. The read model (model.h) walks over the entries of small
-// sections only, and over nothing else: a host that asks much takes that.
+// the first question of that sort, which makes an index. Each value that is looked up
+// (gcGetValueByIndex, gcGetValueByID) is a walk over its symbol table, linear in the different
+// texts or numbers of the file. Entries are found by a walk over their section. The read model
+// (model.h) walks over the entries of small sections only, and over nothing else: a host that asks
+// much takes that.
 //
 // Numbers have no sign: a -20 of the script is 0xFFFFFFEC in `data.number`. Convert it to
 // std::int32_t where it may be below 0. A -1 is 0xFFFFFFFF, which is of kind RUX_DATA_NONE.

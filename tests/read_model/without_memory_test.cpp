@@ -9,8 +9,8 @@
 #include "ruxcomp/model.h"
 #include "tests/api/meta_bytes.h"
 
-// Compilers that check for undefined behaviour keep the parts of the model that ask the library, and
-// with them the library.
+// Compilers that check for undefined behaviour keep the parts of the model that ask the library,
+// and with them the library.
 extern "C" __attribute__((visibility("default"))) void Output(unsigned int, const char*, ...) {}
 
 namespace {
