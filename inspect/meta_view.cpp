@@ -32,9 +32,9 @@ MetaView::MetaView(const std::string& path) : path_(path) {
   compiled::MapWholeFile(path, bytes_);
   compiled::ExpectForm(path, bytes_.view(), kForm);
   ruxcomp::Fault fault;
-  std::optional<ruxcomp::Model> model = ruxcomp::Model::OpenBytes(bytes_.view(), &fault);
-  if (!model) throw compiled::Unsound(path, kForm, fault);
-  model_ = std::move(*model);
+  std::optional<ruxcomp::Model> opened = ruxcomp::Model::OpenBytes(bytes_.view(), &fault);
+  if (!opened) throw compiled::Unsound(path, kForm, fault);
+  model_ = std::move(*opened);
 }
 
 compiled::Datum DatumOf(const ruxcomp::Value& value) {

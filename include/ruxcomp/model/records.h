@@ -145,8 +145,9 @@ class Records {
       });
     });
     if (index != nullptr) return AtItem(index->Find(kind, key));
+    const auto is_key = [&](typename Key::Of own) { return own == key; };
     for (const std::uint32_t place : sections.OfKind(kind)) {
-      if (offers(At(place), [&](typename Key::Of own) { return own == key; })) return At(place);
+      if (offers(At(place), is_key)) return At(place);
     }
     return nullptr;
   }
