@@ -43,8 +43,8 @@ std::uint32_t InsertTbl(StringTable& table, std::uint32_t& counter, const std::s
 std::uint32_t InsertTbl(NumberTable& table, std::uint32_t& counter, std::uint32_t key,
                         std::uint32_t step);
 
-// What an index stands for; kind RUX_DATA_NONE for an index that no table has. Walks over the
-// table: those who ask for many indices take a TableSnapshot.
+// What an index stands for; kind RUX_DATA_NONE for an index that is in no table. Walks the table:
+// use a TableSnapshot to look up many indices.
 tagTBLDATA GetTblData(std::uint32_t index);
 
 // The key with that index; null, or 0xFFFFFFFF, when there is none.

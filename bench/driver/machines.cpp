@@ -56,7 +56,7 @@ std::vector<Way> WaysToCompile(const std::string& content, std::uint32_t size) {
   return ways;
 }
 
-// The scripts that a machine is made of.
+// The scripts of a machine.
 std::vector<std::string> ScriptsOf(std::uint32_t size, const std::string& content) {
   std::vector<std::string> scripts;
   const fs::path main = ModelFile{size, "rux", content}.Made();

@@ -18,7 +18,8 @@ struct ModelFile {
 
   // Where it is, or will be once it is made.
   std::string Path() const;
-  // How it is made of the generated file that Path() needs to be there; `options` are for rux.
+  // The command that makes it from its generated file, which Path() must have; `options` are for
+  // rux.
   Command HowToMake(const std::vector<std::string>& options) const;
   // With the options of the content.
   Command HowToMake() const;

@@ -1,7 +1,7 @@
 // What a machine's description holds: groups that hang in trees, sensors, the actions, tables and
-// globals that their readings go through, devices, and the lists of what reports events. It says
-// nothing of any language: writers.h tells it to each of the compilers that are compared, and
-// contents.h has the machines.
+// globals that their readings go through, devices, and the lists of what reports events. It is
+// independent of any language: writers.h writes it for each compiler in the comparison, and
+// contents.h lists the machines.
 #ifndef BENCH_MODEL_MACHINE_H_
 #define BENCH_MODEL_MACHINE_H_
 

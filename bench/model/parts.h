@@ -1,4 +1,4 @@
-// Pieces that machines are made of.
+// The parts from which machines are built.
 #ifndef BENCH_MODEL_PARTS_H_
 #define BENCH_MODEL_PARTS_H_
 

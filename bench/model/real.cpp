@@ -1,4 +1,4 @@
-// What descriptions of real machines look like; README.md has the figures. A large one is made of
+// Machines with the content of real descriptions; README.md has the figures. A large one is made of
 // many boards.
 #include <cstdint>
 #include <iterator>

@@ -133,7 +133,7 @@ void AddGlobals(Machine& machine, std::uint32_t count) {
   }
 }
 
-// The types that stand in actions alone are among the steps.
+// The steps include the types that only actions use.
 void AddActions(Machine& machine, std::uint32_t count) {
   for (std::uint32_t i = 0; i < count; ++i) {
     machine.actions.push_back(
