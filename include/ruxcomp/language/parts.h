@@ -14,32 +14,34 @@ class Splitter {
  public:
   // The text must outlive the splitter and the parts, which point into it.
   explicit constexpr Splitter(std::string_view text)
-      : text_(text), quote_(text.find('"')), next_(text.empty() ? kEnd : 0) {}
+      : text_(text), next_(text.empty() ? kEnd : 0) {}
 
   constexpr bool IsAtEnd() const { return next_ == kEnd; }
 
   // The next part; not at the end.
   constexpr std::string_view Next() {
-    // The next quote is searched for again only after it was passed: a long list has none.
-    if (quote_ != kEnd && quote_ < next_) quote_ = text_.find('"', next_);
-    const std::size_t start = next_;
-    std::size_t comma = text_.find(',', start);
-    std::string_view part = text_.substr(start, comma - start);
-    if (quote_ != kEnd && quote_ <= comma) {
-      const std::size_t closing = text_.find('"', quote_ + 1);
-      part = text_.substr(quote_ + 1, closing - quote_ - 1);
-      comma = closing == kEnd ? kEnd : text_.find(',', closing + 1);
-    }
-    next_ = comma == kEnd ? kEnd : comma + 1;
+    // Parts are short: looking at each character takes less than starting a search.
+    std::size_t at = next_;
+    while (at < text_.size() && text_[at] != ',' && text_[at] != '"') ++at;
+    if (at < text_.size() && text_[at] == '"') return NextQuoted(at + 1);
+    const std::string_view part(text_.data() + next_, at - next_);
+    next_ = at < text_.size() ? at + 1 : kEnd;
     return part;
   }
 
  private:
   static constexpr std::size_t kEnd = std::string_view::npos;
 
+  // The part whose quote is before `begin`.
+  constexpr std::string_view NextQuoted(std::size_t begin) {
+    const std::size_t closing = text_.find('"', begin);
+    const std::size_t comma = closing == kEnd ? kEnd : text_.find(',', closing + 1);
+    next_ = comma == kEnd ? kEnd : comma + 1;
+    return text_.substr(begin, closing - begin);
+  }
+
   std::string_view text_;
-  std::size_t quote_;  // the first one that is not passed yet
-  std::size_t next_;   // where the next part begins
+  std::size_t next_;  // where the next part begins
 };
 
 // How many parts there are left.
