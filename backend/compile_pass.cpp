@@ -20,6 +20,11 @@ namespace ruxcomp::core {
 RUX_FROM_LOAD_TO_UNLOAD std::vector<tagGCSECT*> g_GCHead;
 
 namespace {
+void Append(std::uint32_t identifier, std::uint32_t count, std::vector<std::uint32_t>& words) {
+  words.push_back(identifier);
+  words.push_back(count);
+}
+
 // The word at `place` becomes the number of words after it.
 void StoreCountAt(std::size_t place, std::vector<std::uint32_t>& words) {
   words[place] = static_cast<std::uint32_t>(words.size() - place - 1);
@@ -30,7 +35,7 @@ std::uint32_t ModelCompiler::CompileSection(const CRUXSection& section) {
   const SectionKind* kind = FindSourceKind(section.identifier);
   if (!kind || !kind->IsCompiled()) return 0;
   std::vector<std::uint32_t>& words = out_.words;
-  words.insert(words.end(), {kind->compiled, 0});
+  Append(kind->compiled, 0, words);
   const std::size_t count_at = words.size() - 1;
   for (const CRUXEntry* entry : section.entries) {
     if (!IsGiven(entry)) continue;
@@ -46,7 +51,7 @@ bool ModelCompiler::CompileEntry(const CRUXSection& section, const CRUXEntry& en
   findings::Examine(section.OriginOf(entry));
   const std::uint32_t identifier = GetEntryName(entry);
   if (identifier == 0) return false;
-  out_.words.insert(out_.words.end(), {identifier, 0});
+  Append(identifier, 0, out_.words);
   const std::size_t count_at = out_.words.size() - 1;
   SetEntryValues(section.identifier, entry);
   StoreCountAt(count_at, out_.words);

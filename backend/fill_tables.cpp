@@ -20,6 +20,7 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/model/hash_index.h"
 
 namespace ruxcomp::core {
 
@@ -68,8 +69,12 @@ void InsertKey(std::uint32_t base, std::string_view key) {
 
 void FillNames(std::uint32_t table) {
   for (const FixedKey& key : FixedKeysOf(table)) InsertKey(table, key.text);
+  // Most sensors have properties of the same few names.
+  ruxcomp::detail::HashIndex<ruxcomp::detail::TextKey> known;
   for (const KeySource& source : KeySourcesOf(table)) {
-    ForEachKey(source, [&](std::string_view key) { InsertKey(table, key); });
+    ForEachKey(source, [&](std::string_view key) {
+      if (known.Add(0, key, 0)) InsertKey(table, key);
+    });
   }
 }
 

@@ -46,12 +46,13 @@ class TableFiller {
   }
 
   void Finish() {
-    std::sort(added_.begin(), added_.end());
+    std::sort(added_.begin(), added_.end(),
+              [](const auto& one, const auto& other) { return one.first < other.first; });
     auto next = table_.begin();
     for (const auto& [key, index] : added_) {
       const auto place = table_.try_emplace(next, typename Table::key_type(key), index);
       place->second = index;
-      next = std::next(place);
+      next = had_keys_ ? std::next(place) : table_.end();
     }
     added_.clear();
   }
