@@ -15,6 +15,7 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
+#include "ruxcomp/model/hash_index.h"
 #include "support/nearest.h"
 
 namespace rux::rules {
@@ -38,8 +39,8 @@ class SharedNameRule : public Rule {
   }
 
   void BeginSection(const ScriptSection&, language::SectionId) override {
-    // Clearing it would cost what the largest section has ever had.
-    if (!in_section_.empty()) in_section_ = {};
+    names_.Clear();
+    known_.clear();
   }
 
   void Check(const ScriptItem& item) override {
@@ -55,11 +56,13 @@ class SharedNameRule : public Rule {
   };
 
   void CheckName(const ScriptItem& item, std::string_view prefix) {
-    const auto [place, is_new] =
-        in_section_.try_emplace(item.name().substr(prefix.size()), Known{prefix, item});
-    const std::string_view name = place->first;
-    const Known& known = place->second;
-    if (is_new || known.prefix == prefix) return;
+    const std::string_view name = item.name().substr(prefix.size());
+    if (names_.Add(0, name, static_cast<std::uint32_t>(known_.size()))) {
+      known_.push_back({prefix, item});
+      return;
+    }
+    const Known& known = known_[names_.Find(0, name)];
+    if (known.prefix == prefix) return;
     report_
         .Add(RuleId::kSharedName, item,
              [&] {
@@ -70,7 +73,8 @@ class SharedNameRule : public Rule {
   }
 
   RuleReport& report_;
-  TextMap<Known> in_section_;  // by name
+  std::vector<Known> known_;  // the first item of each name in the section
+  ruxcomp::detail::HashIndex<ruxcomp::detail::TextKey> names_;  // by these, their places in there
 };
 
 // The names after VALUE_ that have a meaning of their own in a SENSOR.

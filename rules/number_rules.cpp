@@ -47,10 +47,16 @@ constexpr Flaw kFlaws[] = {
      RuleId::kNegativeNumber, false},
 };
 
-// Whether the text is nothing but digits that fit: almost all are.
+// Whether the text is nothing but digits, so few that none of the flaws applies: almost all are.
 bool IsPlainNumber(std::string_view text) {
-  constexpr std::size_t kSurelyFits = 9;
-  return text.size() <= kSurelyFits && std::all_of(text.begin(), text.end(), IsDigit);
+  constexpr std::size_t kSurelyFits = 9;  // with the "0x" of seven hexadecimal digits
+  if (text.size() > kSurelyFits) return false;
+  const bool is_hexadecimal = language::IsHexadecimal(text);
+  const unsigned int base = is_hexadecimal ? 16 : 10;
+  text.remove_prefix(is_hexadecimal ? 2 : 0);
+  return std::all_of(text.begin(), text.end(), [&](char c) {
+    return language::kDigitValues[static_cast<unsigned char>(c)] < base;
+  });
 }
 
 class NumberRule : public Rule {
