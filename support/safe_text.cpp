@@ -12,9 +12,17 @@
 namespace rux::support {
 namespace {
 
+bool IsPlain(char c) { return c >= ' ' && c <= '~'; }
+
 std::string Escaped(std::string_view text, bool keep_tabs) {
   std::string out;
   while (!text.empty()) {
+    // Most texts are ASCII throughout.
+    const auto* const plain_end = std::find_if_not(text.begin(), text.end(), IsPlain);
+    const auto plain_size = static_cast<std::size_t>(plain_end - text.begin());
+    out += text.substr(0, plain_size);
+    text.remove_prefix(plain_size);
+    if (text.empty()) break;
     const Character character = FirstCharacter(text);
     text.remove_prefix(character.bytes.size());
     if (IsSafe(character) || (keep_tabs && character.code == '\t')) {
