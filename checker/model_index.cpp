@@ -15,6 +15,7 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/hash_index.h"
 #include "ruxcomp/model/seeded_hash.h"
 
 namespace ruxcomp::core {
@@ -24,24 +25,19 @@ using ruxcomp::detail::HashSet;
 
 namespace {
 
-// The index of a kind, made by build(kind) when it is first asked for.
-template <class PerKind, class Build>
-auto& Of(PerKind& indices, SectionId kind, Build build) {
+// The index of a kind, filled by fill(kind, index) when it is first asked for. It stays where it
+// is.
+template <class PerKind, class Fill>
+auto& Of(PerKind& indices, SectionId kind, Fill fill) {
   const auto [place, isNew] = indices.try_emplace(kind);
-  if (isNew) place->second = build(kind);
+  if (isNew) fill(kind, place->second);
   return place->second;
 }
 
-template <class Index, class Build>
-Index& Of(std::optional<Index>& index, Build build) {
-  if (!index) index = build();
+template <class Index, class Fill>
+Index& Of(std::optional<Index>& index, Fill fill) {
+  if (!index) fill(index.emplace());
   return *index;
-}
-
-template <class Index, class Key>
-const typename Index::mapped_type* Find(const Index& index, const Key& key) {
-  const auto found = index.find(key);
-  return found == index.end() ? nullptr : &found->second;
 }
 
 template <class Definition>
@@ -66,30 +62,25 @@ void AddEntryNames(const CRUXSection& section, EntryId id, HashSet<std::string_v
   }
 }
 
-auto IndexGlobals() {
-  HashSet<std::string_view> index;
+void IndexGlobals(HashSet<std::string_view>& index) {
   for (const CRUXSection* section : SectionsOf(SECTION_GLOBAL)) {
     AddEntryNames(*section, ENTRY_G, index);
   }
-  return index;
 }
 
-auto IndexGroupLines() {
-  HashMap<std::string_view, std::uint32_t> index;
+void IndexGroupLines(HashMap<std::string_view, std::uint32_t>& index) {
   for (const CRUXSection* group : SectionsOf(SECTION_GROUP)) {
     const std::optional<Text> name = FindText(group, ENTRY_NAME);
     if (!name) continue;
     std::uint32_t& smallest = index.try_emplace(*name, group->line).first->second;
     smallest = std::min(smallest, group->line);
   }
-  return index;
 }
 
 }  // namespace
 
-auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view> {
-  FirstDefinitions<std::string_view> index;
-  index.by_key.reserve(SectionsOf(kind).size());
+void ModelIndex::IndexNames(SectionId kind, ByText& index) {
+  index.Reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_NAME);
     if (const std::optional<Text> name = TextOf(entry)) {
@@ -98,12 +89,10 @@ auto ModelIndex::IndexNames(SectionId kind) -> FirstDefinitions<std::string_view
       index.without = {ordinal, section, nullptr};
     }
   });
-  return index;
 }
 
-auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
-  FirstDefinitions<std::uint32_t> index;
-  index.by_key.reserve(SectionsOf(kind).size());
+void ModelIndex::IndexIds(SectionId kind, ByNumber& index) {
+  index.Reserve(SectionsOf(kind).size());
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
     const std::optional<Text> id = TextOf(entry);
@@ -114,22 +103,19 @@ auto ModelIndex::IndexIds(SectionId kind) -> FirstDefinitions<std::uint32_t> {
     if (read.raises && !index.raising) index.raising = definition;
     if (read.is_number) index.Add(read.value, definition);
   });
-  return index;
 }
 
-auto ModelIndex::IndexEntries(SectionId kind) -> FirstDefinitions<std::string_view> {
-  FirstDefinitions<std::string_view> index;
+void ModelIndex::IndexEntries(SectionId kind, ByText& index) {
   ForEachSection(kind, [&](std::size_t ordinal, const CRUXSection* section) {
     for (const CRUXEntry* entry : section->entries) {
       if (!IsGiven(entry)) continue;
       index.Add(entry->name, {ordinal, section, entry});
     }
   });
-  return index;
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ByName(SectionId kind, std::string_view name) {
-  return Find(Of(names_, kind, IndexNames).by_key, name);
+  return Of(names_, kind, IndexNames).Find(name);
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ByNameOrNameless(SectionId kind,
@@ -141,11 +127,11 @@ const ModelIndex::FirstDefinition* ModelIndex::ByNameOrNameless(SectionId kind,
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ById(SectionId kind, std::uint32_t number) {
-  return Find(Of(ids_, kind, IndexIds).by_key, number);
+  return Of(ids_, kind, IndexIds).Find(number);
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::ByEntry(SectionId kind, std::string_view name) {
-  return Find(Of(entries_, kind, IndexEntries).by_key, name);
+  return Of(entries_, kind, IndexEntries).Find(name);
 }
 
 const ModelIndex::FirstDefinition* ModelIndex::FirstWithId(SectionId kind) {
@@ -159,14 +145,14 @@ const ModelIndex::FirstDefinition* ModelIndex::FirstRaisingId(SectionId kind) {
 bool ModelIndex::HasRepeatedName(SectionId kind) { return Of(names_, kind, IndexNames).has_repeat; }
 
 bool ModelIndex::HasRepeatedOrRaisingId(SectionId kind) {
-  const FirstDefinitions<std::uint32_t>& ids = Of(ids_, kind, IndexIds);
+  const ByNumber& ids = Of(ids_, kind, IndexIds);
   return ids.has_repeat || ids.raising;
 }
 
 bool ModelIndex::Numbers::Add(std::string_view text, const findings::Origin& origin) {
   std::uint32_t number = 0;
   try {
-    if (NumberOrWord(text, number)) numbers_.insert(number);
+    if (NumberOrWord(text, number)) numbers_.Add(0, number, 0);
     return true;
   } catch (const std::out_of_range&) {
     raising_ = text;
@@ -176,7 +162,7 @@ bool ModelIndex::Numbers::Add(std::string_view text, const findings::Origin& ori
 }
 
 bool ModelIndex::Numbers::Has(std::uint32_t number) const {
-  if (numbers_.count(number) > 0) return true;
+  if (numbers_.Find(0, number) != ruxcomp::detail::kNoItem) return true;
   // Raised again for each number that the walk does not find before this text.
   if (raising_) {
     findings::Examine(at_);
@@ -185,36 +171,34 @@ bool ModelIndex::Numbers::Has(std::uint32_t number) const {
   return false;
 }
 
-ModelIndex::Numbers ModelIndex::IndexIdsAndWords(SectionId kind) {
-  Numbers index;
+void ModelIndex::IndexIdsAndWords(SectionId kind, Numbers& index) {
   index.Reserve(SectionsOf(kind).size());
   for (const CRUXSection* section : SectionsOf(kind)) {
     const CRUXEntry* entry = FindEntry(section, ENTRY_ID);
     const std::optional<Text> id = TextOf(entry);
-    if (id && !index.Add(*id, section->OriginOf(*entry, 0))) break;
+    if (id && !index.Add(*id, section->OriginOf(*entry, 0))) return;
   }
-  return index;
 }
 
-ModelIndex::Numbers ModelIndex::IndexLists() {
-  Numbers index;
-  for (const CRUXSection* group : SectionsOf(SECTION_PELMGROUP)) {
+void ModelIndex::IndexLists(SectionId kind, Numbers& index) {
+  for (const CRUXSection* group : SectionsOf(kind)) {
     const CRUXEntry* sensors = FindEntry(group, ENTRY_SENSORS);
     const std::optional<TextList> list = sensors ? sensors->m_RuxEntryData.list() : std::nullopt;
     if (!list) continue;
     std::uint32_t part = 0;
     for (const std::string_view element : *list) {
-      if (!index.Add(element, group->OriginOf(*sensors, part++))) return index;
+      if (!index.Add(element, group->OriginOf(*sensors, part++))) return;
     }
   }
-  return index;
 }
 
 bool ModelIndex::HasId(SectionId kind, std::uint32_t number) {
   return Of(ids_and_words_, kind, IndexIdsAndWords).Has(number);
 }
 
-bool ModelIndex::IsListed(std::uint32_t number) { return Of(listed_, IndexLists).Has(number); }
+bool ModelIndex::IsListed(std::uint32_t number) {
+  return Of(listed_, SECTION_PELMGROUP, IndexLists).Has(number);
+}
 
 bool ModelIndex::HasGlobal(std::string_view name) {
   return Of(globals_, IndexGlobals).count(name) > 0;
@@ -230,8 +214,9 @@ bool ModelIndex::HasValue(const CRUXSection& section, std::string_view name) {
 }
 
 bool ModelIndex::HasGroupAbove(std::string_view name, std::uint32_t line) {
-  const std::uint32_t* smallest = Find(Of(group_lines_, IndexGroupLines), name);
-  return smallest && *smallest < line;
+  const auto& lines = Of(group_lines_, IndexGroupLines);
+  const auto smallest = lines.find(name);
+  return smallest != lines.end() && smallest->second < line;
 }
 
 }  // namespace ruxcomp::core

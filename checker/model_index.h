@@ -7,9 +7,11 @@
 #include <map>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "findings/origin.h"
 #include "frontend/section.h"
+#include "ruxcomp/model/hash_index.h"
 #include "ruxcomp/model/seeded_hash.h"
 
 namespace ruxcomp::core {
@@ -66,8 +68,8 @@ class ModelIndex {
 
  private:
   template <class Key>
-  struct FirstDefinitions {
-    ruxcomp::detail::HashMap<Key, FirstDefinition> by_key;
+  class FirstDefinitions {
+   public:
     bool has_repeat = false;
     // Sections that no key finds: the first without a text for it, the first with one, and the
     // first whose text raises an error.
@@ -75,10 +77,28 @@ class ModelIndex {
     std::optional<FirstDefinition> with;
     std::optional<FirstDefinition> raising;
 
-    void Add(const Key& key, const FirstDefinition& section) {
-      if (!by_key.try_emplace(key, section).second) has_repeat = true;
+    void Reserve(std::size_t count) {
+      places_.Reserve(count);
+      definitions_.reserve(count);
     }
+    void Add(typename Key::Of key, const FirstDefinition& section) {
+      if (places_.Add(0, key, static_cast<std::uint32_t>(definitions_.size()))) {
+        definitions_.push_back(section);
+      } else {
+        has_repeat = true;
+      }
+    }
+    const FirstDefinition* Find(typename Key::Of key) const {
+      const std::uint32_t place = places_.Find(0, key);
+      return place == ruxcomp::detail::kNoItem ? nullptr : &definitions_[place];
+    }
+
+   private:
+    std::vector<FirstDefinition> definitions_;
+    ruxcomp::detail::HashIndex<Key> places_;  // in there
   };
+  using ByText = FirstDefinitions<ruxcomp::detail::TextKey>;
+  using ByNumber = FirstDefinitions<ruxcomp::detail::NumberKey>;
   template <class Index>
   using PerKind = std::map<SectionId, Index>;  // each built when it is first asked
   using Names = ruxcomp::detail::HashSet<std::string_view>;
@@ -86,7 +106,7 @@ class ModelIndex {
   // The numbers that a walk reads, up to the first text that raises an error.
   class Numbers {
    public:
-    void Reserve(std::size_t count) { numbers_.reserve(count); }
+    void Reserve(std::size_t count) { numbers_.Reserve(count); }
     // Adds a number or the number of a defined word, and ignores any other text. False when the
     // text raises an error.
     bool Add(std::string_view text, const findings::Origin& origin);
@@ -94,22 +114,22 @@ class ModelIndex {
     bool Has(std::uint32_t number) const;
 
    private:
-    ruxcomp::detail::HashSet<std::uint32_t> numbers_;
+    ruxcomp::detail::HashIndex<ruxcomp::detail::NumberKey> numbers_;
     std::optional<std::string_view> raising_;
     findings::Origin at_ = {};  // of the raising text
   };
 
-  static FirstDefinitions<std::string_view> IndexNames(SectionId kind);
-  static FirstDefinitions<std::uint32_t> IndexIds(SectionId kind);
-  static FirstDefinitions<std::string_view> IndexEntries(SectionId kind);
-  static Numbers IndexIdsAndWords(SectionId kind);
-  static Numbers IndexLists();
+  static void IndexNames(SectionId kind, ByText& index);
+  static void IndexIds(SectionId kind, ByNumber& index);
+  static void IndexEntries(SectionId kind, ByText& index);
+  static void IndexIdsAndWords(SectionId kind, Numbers& index);
+  static void IndexLists(SectionId kind, Numbers& index);
 
-  PerKind<FirstDefinitions<std::string_view>> names_;
-  PerKind<FirstDefinitions<std::uint32_t>> ids_;
-  PerKind<FirstDefinitions<std::string_view>> entries_;
+  PerKind<ByText> names_;
+  PerKind<ByNumber> ids_;
+  PerKind<ByText> entries_;
   PerKind<Numbers> ids_and_words_;
-  std::optional<Numbers> listed_;
+  PerKind<Numbers> listed_;
   std::optional<Names> globals_;
   std::optional<ruxcomp::detail::HashMap<std::string_view, std::uint32_t>> group_lines_;
 
