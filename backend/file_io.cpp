@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -14,10 +13,12 @@
 #include <string>
 #include <vector>
 
+#include "ruxcomp/file/uninterrupted.h"
 #include "ruxcomp/language/words.h"
 
 namespace ruxcomp::core {
 
+using ruxcomp::file::Uninterrupted;
 using ruxcomp::language::LoadWord;
 
 namespace {
@@ -43,14 +44,6 @@ class StoredWord {
  private:
   const char* at_;
 };
-
-// Repeats a system call that a signal interrupted.
-template <class Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
 
 // The descriptor of a regular file; negative when it cannot be opened or the path leads to anything
 // else. Opening does not wait, even when something else takes the place of the file meanwhile.

@@ -6,13 +6,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "reader/texts.h"
+#include "ruxcomp/file/uninterrupted.h"
 #include "ruxcomp/language/paths.h"
 #include "support/descriptor.h"
 
@@ -21,14 +21,6 @@ namespace {
 
 // The first read of a file of unknown size.
 constexpr std::size_t kFirstRead = std::size_t{1} << 16;
-
-// Repeats a system call that a signal interrupted.
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result == -1 && errno == EINTR) result = call();
-  return result;
-}
 
 // Whether the path names a descriptor of this process.
 bool NamesDescriptor(std::string_view path) {
@@ -54,7 +46,7 @@ std::optional<Source> FindFile(const std::string& path) {
 int OpenForReading(const Source& source) {
   const bool may_wait = source.kind == SourceKind::kStream;
   const int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY;
-  const int file = Uninterrupted(
+  const int file = ruxcomp::file::Uninterrupted(
       [&] { return open(source.path.c_str(), may_wait ? flags : flags | O_NONBLOCK); });
   if (file >= 0 && source.kind == SourceKind::kOpenStream) fcntl(file, F_SETFL, flags);
   return file;
@@ -78,8 +70,8 @@ std::optional<std::string> ReadSource(const Source& source, std::size_t largest)
   std::size_t used = 0;
   while (used <= largest) {
     if (used == text.size()) text.resize(std::min(2 * used, largest + 1));
-    const ssize_t count =
-        Uninterrupted([&] { return read(file.number(), text.data() + used, text.size() - used); });
+    const ssize_t count = ruxcomp::file::Uninterrupted(
+        [&] { return read(file.number(), text.data() + used, text.size() - used); });
     if (count < 0) return std::nullopt;
     if (count == 0) break;
     used += static_cast<std::size_t>(count);

@@ -17,6 +17,7 @@
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/file/uninterrupted.h"
 
 namespace ruxcomp::file {
 
@@ -53,7 +54,8 @@ class WholeFile {
     struct stat status {};
     if (stat(path_, &status) != 0) return SystemFault("it cannot be opened: ");
     if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
-    number_ = open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    number_ =
+        Uninterrupted([&] { return open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
     if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
     if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
     if (static_cast<unsigned long long>(status.st_size) > kMostFileBytes) {
@@ -68,13 +70,11 @@ class WholeFile {
     std::string content(size_ + 1, '\0');
     std::size_t size = 0;
     while (size < content.size()) {
-      const ssize_t read_now = read(number_, &content[size], content.size() - size);
+      const ssize_t read_now =
+          Uninterrupted([&] { return read(number_, &content[size], content.size() - size); });
+      if (read_now < 0) return SystemFault("it cannot be read: ");
       if (read_now == 0) break;
-      if (read_now > 0) {
-        size += static_cast<std::size_t>(read_now);
-      } else if (errno != EINTR) {
-        return SystemFault("it cannot be read: ");
-      }
+      size += static_cast<std::size_t>(read_now);
     }
     if (size == content.size()) return FaultOf("it grows while it is read");
     content.resize(size);
