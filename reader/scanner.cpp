@@ -84,8 +84,6 @@ class Scanner {
         report_(report) {}
 
   void Run() {
-    // No more than one for each line; what is not used of it is never touched.
-    items_.reserve(static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')) + 1);
     while (!lines_.is_at_end()) ScanLine();
     // From now on the items do not move.
     const Item* items = items_.data();

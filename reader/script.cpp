@@ -15,6 +15,12 @@ namespace ruxcomp::reader {
 
 Script::Script(std::string text, const ProblemSink& report)
     : text_(std::move(text)), arena_(text_) {
+  ScanAll(report);
+}
+
+void Script::ScanAll(const ProblemSink& report) {
+  // No more than one for each line; what is not used of it is never touched.
+  items_.reserve(line_count());
   Scan(text_, {arena_, sections_, items_}, report);
 }
 
@@ -27,7 +33,7 @@ void Script::DropSections() {
 
 void Script::ScanAgain() {
   DropSections();
-  Scan(text_, {arena_, sections_, items_}, [](const Problem&) {});
+  ScanAll([](const Problem&) {});
 }
 
 bool Script::Holds(const Item& item) const {

@@ -116,6 +116,7 @@ class Script {
   Range JoinedLines(std::uint32_t line) const;
 
  private:
+  void ScanAll(const ProblemSink& report);
   std::uint32_t OffsetOf(std::string_view line) const;
   const std::vector<std::uint32_t>& LineStarts() const;
 
