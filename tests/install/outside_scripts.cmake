@@ -6,6 +6,8 @@ include(${CMAKE_CURRENT_LIST_DIR}/installed_tree.cmake)
 set(project "${WORK_DIR}/a project")
 set(made "${WORK_DIR}/a project/build")
 file(COPY ${CMAKE_CURRENT_LIST_DIR}/scripts/ DESTINATION "${project}")
+file(COPY "${project}/fans.rux" DESTINATION "${WORK_DIR}")
+file(RENAME "${WORK_DIR}/fans.rux" "${WORK_DIR}/outside.rux")
 run(${CMAKE_COMMAND} -S "${project}" -B "${made}" -G Ninja -DCMAKE_PREFIX_PATH=${prefix})
 
 # Builds, and expects that these scripts, given after what was done, are compiled.
@@ -26,9 +28,10 @@ function(expect_devices expected)
   endif()
 endfunction()
 
-build_compiles("the first time" board.rux fans.rux)
+build_compiles("the first time"
+               ../outside.rux board.rux fans.rux machines/alpha/main.rux machines/beta/main.rux)
 expect_devices("@0  #0x8  PSU\n")
-foreach(file board.metad made/fans.meta)
+foreach(file board.metad made/fans.meta machines/alpha/main.meta machines/beta/main.meta outside.meta)
   if(NOT EXISTS "${made}/${file}")
     message(FATAL_ERROR "not made: ${file}")
   endif()
