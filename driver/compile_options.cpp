@@ -57,13 +57,14 @@ std::string ReadStandardInput(const std::string& name) {
 std::optional<std::uint32_t> SourceDateEpoch() {
   constexpr const char* kName = "SOURCE_DATE_EPOCH";
   const char* value = std::getenv(kName);
-  if (value == nullptr) return std::nullopt;
-  const std::string_view text = value;
+  // Some builds export the variable without a value.
+  const std::string_view text = value != nullptr ? value : "";
+  if (text.empty()) return std::nullopt;
   std::uint32_t time = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), time);
   if (error != std::errc() || end != text.data() + text.size()) {
     throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "{} is '{}', which is no number of seconds from 0 to {}", kName,
+                           "{} is '{}'; it must be a whole number of seconds from 0 to {}", kName,
                            support::Shortened(text), std::numeric_limits<std::uint32_t>::max());
   }
   return time;
