@@ -16,7 +16,7 @@ namespace rux::advice {
 inline constexpr ruxcomp::findings::MessageRow kUnreadIncludes = {
     "",
     "unread-includes",
-    ruxcomp::findings::Severity::kNote,
+    ruxcomp::findings::Level::kNote,
     "errors may come of files that could not be included",
     "Some INCLUDEs could not be read, see missing-include. What stands in those files is missing: "
     "look there first.",

@@ -9,8 +9,7 @@
 namespace rux::diagnostics {
 
 void Collection::AddRest(const MessageRow& row, Severity severity, std::size_t count) {
-  const Ruling ruling = severities_.RulingOn(row, severity);
-  if (!ruling.is_dropped) Count(row, ruling.severity, count);
+  Count(row, severities_.RulingOn(row, severity), count);
 }
 
 std::size_t Collection::CountOf(const MessageRow& row) const {
@@ -18,7 +17,10 @@ std::size_t Collection::CountOf(const MessageRow& row) const {
   return found == counts_by_row_.end() ? 0 : found->second;
 }
 
-bool Collection::Count(const MessageRow& row, Severity severity, std::size_t count) {
+bool Collection::Count(const MessageRow& row, const Ruling& ruling, std::size_t count) {
+  if (ruling.is_suppressed) suppressed_ += count;
+  if (ruling.is_dropped) return false;
+  const Severity severity = ruling.severity;
   counts_by_row_[&row] += count;
   // What follows the last error that is shown is not shown, whatever it is.
   const bool is_closed = most_ != 0 && errors() >= most_;

@@ -26,10 +26,9 @@ class Collection {
   template <class Make>
   void Add(const MessageRow& row, Severity severity, Make make) {
     const Ruling ruling = severities_.RulingOn(row, severity);
-    if (ruling.is_dropped || !Count(row, ruling.severity, 1)) return;
+    if (!Count(row, ruling, 1)) return;
     Diagnostic& added = kept_.emplace_back(make());
     added.severity = ruling.severity;
-    added.is_raised = ruling.is_raised;
   }
 
   // So many more, after as many of the message as are shown.
@@ -40,8 +39,10 @@ class Collection {
 
   std::size_t errors() const { return CountOf(Severity::kError); }
   std::size_t warnings() const { return CountOf(Severity::kWarning); }
-  // Of a message; those that the command line drops are not counted.
+  // Of a message; those that are dropped are not counted.
   std::size_t CountOf(const MessageRow& row) const;
+  // Warnings that a setting drops.
+  std::size_t suppressed() const { return suppressed_; }
   // Errors and warnings that are not kept.
   std::size_t not_shown() const { return not_shown_; }
 
@@ -50,7 +51,7 @@ class Collection {
  private:
   std::size_t CountOf(Severity severity) const { return counts_[static_cast<int>(severity)]; }
   // Answers whether to show the first one.
-  bool Count(const MessageRow& row, Severity severity, std::size_t count);
+  bool Count(const MessageRow& row, const Ruling& ruling, std::size_t count);
 
   const Severities& severities_;
   const ruxcomp::findings::Most most_;
@@ -59,6 +60,7 @@ class Collection {
   std::size_t counts_[3] = {};  // by severity
   std::unordered_map<const MessageRow*, std::size_t> counts_by_row_;
   std::size_t not_shown_ = 0;
+  std::size_t suppressed_ = 0;
 };
 
 }  // namespace rux::diagnostics

@@ -32,8 +32,7 @@ std::string WholeText(const Diagnostic& diagnostic) {
 }
 
 std::string Label(const Diagnostic& diagnostic) {
-  return std::string(diagnostic.is_raised ? " [-W error=" : " [") +
-         std::string(diagnostic.row->id) + ']';
+  return " [" + std::string(diagnostic.row->id) + ']';
 }
 
 std::string SuggestionText(const Diagnostic& diagnostic) {

@@ -63,7 +63,6 @@ using Argument = std::variant<std::string, std::uint32_t>;
 struct Diagnostic {
   const MessageRow* row = nullptr;
   Severity severity = Severity::kError;
-  bool is_raised = false;  // a warning that the command line makes an error
 
   std::optional<std::string> section;
   std::optional<std::string> entry;
@@ -86,7 +85,7 @@ const std::string* FirstMentioned(const Diagnostic& diagnostic);
 // "[SENSOR] NAME: text", with long names shortened.
 std::string WholeText(const Diagnostic& diagnostic);
 
-// " [undefined-word]", or how the warning came to be an error: " [-W error=surplus-values]".
+// " [undefined-word]"
 std::string Label(const Diagnostic& diagnostic);
 
 // "did you mean ...?"

@@ -185,8 +185,11 @@ void WriteHumanText(const Report& report, bool colour, support::TextStream& out)
 }
 
 std::string SummaryLine(const Report& report) {
-  return fmt::format("{}: {}, {}\n", support::SafePath(report.script),
-                     Counted(report.errors, "error"), Counted(report.warnings, "warning"));
+  const std::string suppressed =
+      report.suppressed == 0 ? "" : fmt::format(" ({} suppressed)", report.suppressed);
+  return fmt::format("{}: {}, {}{}\n", support::SafePath(report.script),
+                     Counted(report.errors, "error"), Counted(report.warnings, "warning"),
+                     suppressed);
 }
 
 }  // namespace rux::diagnostics

@@ -73,6 +73,13 @@ bool UsesMachine(const MessageRow& row) {
          row.right.find("machine.rux") != std::string_view::npos;
 }
 
+// "error", "warning, loss"
+std::string KindText(const MessageRow& row) {
+  std::string kind(WordOf(row.severity));
+  if (row.severity == Severity::kWarning) kind.append(", ").append(WordOf(row.level));
+  return kind;
+}
+
 std::string Example(const char* title, std::string_view script) {
   return fmt::format("\n{}\n\n{}", title, Indented(script));
 }
@@ -115,14 +122,18 @@ VALUE        = VT_SMBUS_READ, 0x4800, 1, BUSTYPE_SMBUS, 0x00
 std::string MessageList(const std::vector<const MessageRow*>& rows) {
   std::string list;
   for (const MessageRow* row : rows) {
-    list += fmt::format("{:24} {:8} {}\n", row->id, WordOf(row->severity), row->summary);
+    list += fmt::format("{:24} {:8} {}\n", row->id, WordOf(row->level), row->summary);
+  }
+  list += "\nWarnings are in one of three groups:\n";
+  for (const Group& group : kGroups) {
+    list += fmt::format("  {:8} {}\n", WordOf(group.level), group.about);
   }
   list += "\n'rux explain ID' explains one of them. The examples include this machine.rux:\n\n";
   return list + Indented(kMachineScript);
 }
 
 std::string ExplanationText(const MessageRow& row) {
-  std::string text = fmt::format("{} ({}): {}\n\n{}", row.id, WordOf(row.severity), row.summary,
+  std::string text = fmt::format("{} ({}): {}\n\n{}", row.id, KindText(row), row.summary,
                                  Wrapped(row.explanation));
   if (row.wrong.empty()) return text + '\n' + Wrapped(kNoExample);
   text += Example("Wrong:", row.wrong) + Example("Right:", row.right);
@@ -131,8 +142,8 @@ std::string ExplanationText(const MessageRow& row) {
 }
 
 std::string ExplanationMarkdown(const MessageRow& row) {
-  std::string text = fmt::format("## {}\n\n*{}*: {}.\n\n{}", row.id, WordOf(row.severity),
-                                 row.summary, Wrapped(row.explanation));
+  std::string text = fmt::format("## {}\n\n*{}*: {}.\n\n{}", row.id, KindText(row), row.summary,
+                                 Wrapped(row.explanation));
   if (row.wrong.empty()) return text + '\n' + Wrapped(kNoExample);
   return text + Example("Wrong:", row.wrong) + Example("Right:", row.right);
 }

@@ -15,6 +15,18 @@ namespace rux::diagnostics {
 using ruxcomp::findings::MessageRow;
 using ruxcomp::findings::Severity;
 
+// The groups of warnings, the gravest first, and what each is about.
+struct Group {
+  ruxcomp::findings::Level level;
+  std::string_view about;
+};
+inline constexpr Group kGroups[] = {
+    {ruxcomp::findings::Level::kLoss,
+     "something is dropped, or compiled differently from what is written"},
+    {ruxcomp::findings::Level::kSuspect, "nothing is lost, but it is hardly meant"},
+    {ruxcomp::findings::Level::kStyle, "a matter of opinion or of the firmware; off by default"},
+};
+
 class Registry {
  public:
   // Takes the messages of all rooms that have any, in the order in which they are listed.
@@ -33,7 +45,7 @@ class Registry {
   std::unordered_map<std::string_view, const MessageRow*> by_id_;
 };
 
-// A line for each message: id, severity, summary.
+// A line for each message: id, level, summary.
 std::string MessageList(const std::vector<const MessageRow*>& rows);
 
 // What a message means, with its examples, for a terminal.

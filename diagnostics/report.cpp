@@ -61,6 +61,7 @@ Report ReportOf(std::string script, Collection& diagnostics) {
   report.errors = diagnostics.errors();
   report.warnings = diagnostics.warnings();
   report.not_shown = diagnostics.not_shown();
+  report.suppressed = diagnostics.suppressed();
   report.diagnostics = std::move(diagnostics.kept());
   Excerpts().AddTo(report.diagnostics);
   return report;
@@ -70,7 +71,8 @@ void WriteReport(const Report& report, bool has_summary, const ReportOptions& op
   const MachineForm* form = FindMachineForm(options.format);
   const auto write_form = [&](support::TextStream& out) { form->write(report, out); };
   if (form != nullptr && options.file.empty()) return support::Print(support::PrintOut, write_form);
-  if (options.counts != nullptr) *options.counts = {report.errors, report.warnings};
+  if (options.counts != nullptr)
+    *options.counts = {report.errors, report.warnings, report.suppressed};
   support::Print(support::PrintError, [&](support::TextStream& out) {
     WriteHumanText(report, UsesColour(options.color), out);
     if (has_summary && options.counts == nullptr) out += SummaryLine(report);

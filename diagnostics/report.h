@@ -19,8 +19,9 @@ struct Report {
   std::vector<Diagnostic> diagnostics;  // located; without those that are shown on request only
   std::size_t errors = 0;               // those that are not shown counted in
   std::size_t warnings = 0;
-  std::size_t not_shown = 0;  // errors and warnings
-  bool is_complete = true;    // false: the run ended in trouble that is not the script's
+  std::size_t not_shown = 0;   // errors and warnings
+  std::size_t suppressed = 0;  // warnings that a setting leaves out
+  bool is_complete = true;     // false: the run ended in trouble that is not the script's
 };
 
 // What is not shown, and how to have it shown; of a report with such.
@@ -63,13 +64,14 @@ WriteForm WriteGithubText;
 // and so on.
 void WriteHumanText(const Report& report, bool colour, support::TextStream& out);
 
-// "boards/server.rux: 2 errors, 1 warning" with a line feed.
+// "boards/server.rux: 2 errors, 1 warning (9 suppressed)" with a line feed.
 std::string SummaryLine(const Report& report);
 
 // The numbers of a summary line.
 struct Counts {
   std::size_t errors;
   std::size_t warnings;
+  std::size_t suppressed;
 };
 
 struct ReportOptions {

@@ -1,56 +1,133 @@
 #include "diagnostics/severities.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "diagnostics/registry.h"
+#include "support/nearest.h"
+#include "support/safe_text.h"
 
 namespace rux::diagnostics {
 namespace {
 
-constexpr std::string_view kAll = "error";
-constexpr std::string_view kRaise = "error=";
-constexpr std::string_view kDrop = "no-";
+using ruxcomp::findings::WordOf;
 
-bool BeginsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
+constexpr std::string_view kAll = "all";
+constexpr std::string_view kNone = "none";
+constexpr std::string_view kError = "error";
+
+const Group* FindGroup(std::string_view name) {
+  const Group* group = std::find_if(std::begin(kGroups), std::end(kGroups),
+                                    [&](const Group& each) { return WordOf(each.level) == name; });
+  return group == std::end(kGroups) ? nullptr : group;
+}
+
+// `choice` as it is, with what `other` says in place of it.
+template <class Choice>
+void Apply(const Choice& other, Choice& choice) {
+  if (other.is_reported) choice.is_reported = other.is_reported;
+  if (other.is_raised) choice.is_raised = other.is_raised;
 }
 
 }  // namespace
 
+// The longest first.
+const Severities::Prefix Severities::kPrefixes[] = {
+    {"no-error=", {std::nullopt, false}},
+    {"error=", {true, true}},
+    {"no-", {false, std::nullopt}},
+    {"", {true, std::nullopt}},
+};
+
 std::vector<SeveritySetting> SeveritySettings(const Registry& registry) {
-  std::vector<SeveritySetting> settings = {{std::string(kAll), "all warnings"}};
-  for (const MessageRow* row : registry.rows()) {
-    if (row->severity != Severity::kWarning) continue;
-    for (const std::string_view beginning : {kRaise, kDrop}) {
-      settings.push_back({std::string(beginning).append(row->id), row->summary});
+  std::vector<SeveritySetting> settings = {
+      {std::string(kAll), "all warnings"},
+      {std::string(kNone), "no warnings"},
+      {std::string(kError), "what is reported is an error"},
+  };
+  const auto add = [&](std::string_view name, std::string_view about) {
+    for (const std::string_view prefix : {"", "no-", "error=", "no-error="}) {
+      settings.push_back({std::string(prefix).append(name), about});
     }
+  };
+  for (const Group& group : kGroups) add(WordOf(group.level), group.about);
+  for (const MessageRow* row : registry.rows()) {
+    if (row->severity == Severity::kWarning) add(row->id, row->summary);
   }
   return settings;
 }
 
-std::string Severities::Set(const std::string& setting) {
-  if (setting == kAll) {
+std::string Severities::Set(const std::string& settings) {
+  std::string_view left = settings;
+  while (true) {
+    const std::size_t comma = left.find(',');
+    const std::string trouble = SetOne(left.substr(0, comma));
+    if (!trouble.empty() || comma == std::string_view::npos) return trouble;
+    left.remove_prefix(comma + 1);
+  }
+}
+
+std::string Severities::SetOne(std::string_view setting) {
+  if (setting == kError) {
     RaiseAll();
     return "";
   }
-  const bool raises = BeginsWith(setting, kRaise);
-  if (!raises && !BeginsWith(setting, kDrop)) return "write error, error=ID or no-ID";
-  const std::string id = setting.substr((raises ? kRaise : kDrop).size());
-  const MessageRow* row = registry_.Find(id);
-  if (row == nullptr) return registry_.UnknownText(id);
-  if (row->severity != Severity::kWarning) return id + " is no warning";
-  overrides_[row] = raises ? Override::kRaise : Override::kDrop;
+  if (setting == kNone) {
+    all_.is_reported = false;
+    return "";
+  }
+  const Prefix* prefix = std::find_if(
+      std::begin(kPrefixes), std::end(kPrefixes),
+      [&](const Prefix& each) { return setting.substr(0, each.text.size()) == each.text; });
+  const std::string_view name = setting.substr(prefix->text.size());
+  Choice* target = FindTarget(name);
+  if (target == nullptr) return UnknownText(name);
+  Apply(prefix->choice, *target);
   return "";
+}
+
+Severities::Choice* Severities::FindTarget(std::string_view name) {
+  if (name == kAll) return &all_;
+  if (const Group* group = FindGroup(name)) return &by_group_[group->level];
+  const MessageRow* row = registry_.Find(name);
+  return row != nullptr && row->severity == Severity::kWarning ? &by_row_[row] : nullptr;
+}
+
+std::string Severities::UnknownText(std::string_view name) const {
+  if (const MessageRow* row = registry_.Find(name)) {
+    return fmt::format("{} is not a warning but {} {}", name,
+                       row->severity == Severity::kError ? "an" : "a", WordOf(row->severity));
+  }
+  std::vector<std::string> names;
+  for (const SeveritySetting& setting : SeveritySettings(registry_)) names.push_back(setting.text);
+  const std::vector<std::string> near = support::Nearest(std::string(name), names, 1);
+  if (!near.empty()) {
+    return fmt::format("there is no warning or group {}; did you mean {}?", support::NameText(name),
+                       near.front());
+  }
+  return fmt::format(
+      "expected a group (loss, suspect, style), the id of a warning, all, none or error, found {}",
+      support::NameText(name));
 }
 
 Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
   if (severity != Severity::kWarning) return {severity};
-  const auto found = overrides_.find(&row);
-  if (found != overrides_.end() && found->second == Override::kDrop) return {severity, false, true};
-  if (!raises_all_ && found == overrides_.end()) return {severity};
-  return {Severity::kError, true};
+  Choice choice = all_;
+  if (const auto group = by_group_.find(row.level); group != by_group_.end()) {
+    Apply(group->second, choice);
+  }
+  if (const auto own = by_row_.find(&row); own != by_row_.end()) Apply(own->second, choice);
+  if (!choice.is_reported.value_or(row.level != Level::kStyle)) {
+    return {severity, true, choice.is_reported.has_value()};
+  }
+  return {choice.is_raised.value_or(false) ? Severity::kError : severity};
 }
 
 }  // namespace rux::diagnostics

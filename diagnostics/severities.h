@@ -1,8 +1,9 @@
-// What the command line says of the severity of messages.
+// Which warnings are reported, and which of them are errors.
 #ifndef DIAGNOSTICS_SEVERITIES_H_
 #define DIAGNOSTICS_SEVERITIES_H_
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,40 +13,59 @@
 
 namespace rux::diagnostics {
 
-// A setting that Severities::Set takes, and the summary of the message that it names.
+using ruxcomp::findings::Level;
+
+// A setting that Severities::Set takes, and what it is about.
 struct SeveritySetting {
   std::string text;
   std::string_view about;
 };
 std::vector<SeveritySetting> SeveritySettings(const Registry& registry);
 
-// What is said of a message.
+// What becomes of a message.
 struct Ruling {
   Severity severity;
-  bool is_raised = false;  // a warning that the command line makes an error
   bool is_dropped = false;
+  bool is_suppressed = false;  // dropped because a setting says so
 };
 
-// Warnings may be made errors, all of them or those of an id, or be left out. A setting for an
-// id overrides one for all, and the last of two for one id counts. Errors stay errors.
+// Warnings may be left out or made errors: all of them, those of a group, those of an id. Without a
+// setting, warnings of the group style are left out. What is set for an id counts more than what is
+// set for its group, and that more than what is set for all; otherwise the last setting counts.
+// Errors stay errors.
 class Severities {
  public:
   explicit Severities(const Registry& registry) : registry_(registry) {}
 
-  // Takes "error", "error=ID" or "no-ID". Returns why it cannot, or nothing.
-  std::string Set(const std::string& setting);
+  // Takes settings, separated by commas: "NAME", "no-NAME", "error=NAME" or "no-error=NAME" of a
+  // group, an id or all; "none" is "no-all", and "error" makes what is reported errors. Returns why
+  // it cannot, or nothing.
+  std::string Set(const std::string& settings);
 
-  void RaiseAll() { raises_all_ = true; }
+  void RaiseAll() { all_.is_raised = true; }
 
-  // What becomes of a message that has the severity by itself.
+  // Of a message that has the severity by itself.
   Ruling RulingOn(const MessageRow& row, Severity severity) const;
 
  private:
-  enum class Override { kRaise, kDrop };
+  struct Choice {
+    std::optional<bool> is_reported;
+    std::optional<bool> is_raised;
+  };
+  struct Prefix {
+    std::string_view text;
+    Choice choice;
+  };
+  static const Prefix kPrefixes[];
+
+  std::string SetOne(std::string_view setting);
+  Choice* FindTarget(std::string_view name);
+  std::string UnknownText(std::string_view name) const;
 
   const Registry& registry_;
-  bool raises_all_ = false;
-  std::map<const MessageRow*, Override> overrides_;
+  Choice all_;
+  std::map<Level, Choice> by_group_;
+  std::map<const MessageRow*, Choice> by_row_;
 };
 
 }  // namespace rux::diagnostics

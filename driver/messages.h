@@ -9,7 +9,7 @@ namespace rux::driver {
 inline constexpr ruxcomp::findings::MessageRow kIncludeFirst = {
     "",
     "include-first",
-    ruxcomp::findings::Severity::kWarning,
+    ruxcomp::findings::Level::kLoss,
     "the debug meta file cannot be loaded, because an INCLUDE comes first",
     "With -g, rux compile also writes a debug meta file. When the first section of the script is "
     "an "

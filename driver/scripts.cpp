@@ -101,6 +101,7 @@ class Outcome {
     for (std::size_t i = 0; i < scripts_; ++i) {
       all.errors += counts_[i].errors;
       all.warnings += counts_[i].warnings;
+      all.suppressed += counts_[i].suppressed;
     }
     std::string line = diagnostics::SummaryLine(all);
     if (undone_ > 0) line.insert(line.size() - 1, fmt::format("; {} could not be done", undone_));

@@ -17,6 +17,25 @@ constexpr std::string_view WordOf(Severity severity) {
   return kWords[static_cast<std::size_t>(severity)];
 }
 
+// How much a message matters. Those in between are the groups of warnings.
+enum class Level : std::uint8_t {
+  kNote,
+  kStyle,    // a matter of opinion, or of what the firmware does
+  kSuspect,  // nothing is lost, but it is hardly meant
+  kLoss,     // something is dropped, or compiled differently from what is written
+  kError,
+};
+
+constexpr std::string_view WordOf(Level level) {
+  constexpr std::string_view kWords[] = {"note", "style", "suspect", "loss", "error"};
+  return kWords[static_cast<std::size_t>(level)];
+}
+
+constexpr Severity SeverityOf(Level level) {
+  if (level == Level::kNote) return Severity::kNote;
+  return level == Level::kError ? Severity::kError : Severity::kWarning;
+}
+
 // What a format begins with, such as "Error[%s:%u]: [%s]:%s, ": the place, and the names of the
 // section and of the entry.
 struct Lead {
@@ -61,12 +80,13 @@ constexpr Lead LeadOf(std::string_view format) {
 struct MessageRow {
   std::string_view format;  // of messages of the library and its reader; "" for others
   std::string_view id;      // "undefined-word"
-  Severity severity;        // of a script without other problems
+  Level level;              // of a script without other problems
   std::string_view summary;
   std::string_view explanation;
   std::string_view wrong;
   std::string_view right;
   Lead lead = LeadOf(format);
+  Severity severity = SeverityOf(level);
 
   MessageRow(const MessageRow&) = delete;
   MessageRow& operator=(const MessageRow&) = delete;

@@ -10,8 +10,8 @@
 namespace ruxcomp::findings {
 
 namespace rows {
-#define MESSAGE(name, format, id, severity, ...) \
-  inline constexpr MessageRow k##name = {format, id, Severity::severity, __VA_ARGS__};
+#define MESSAGE(name, format, id, level, ...) \
+  inline constexpr MessageRow k##name = {format, id, Level::level, __VA_ARGS__};
 #include "findings/messages.def"
 }  // namespace rows
 

@@ -50,14 +50,14 @@ struct Warnings {
 
 // In the order of the rows of rule_rows.def.
 enum class RuleId {
-#define RULE(name, id, summary, explanation, wrong, right) k##name,
+#define RULE(name, ...) k##name,
 #include "rules/rows/rule_rows.def"
 };
 
 namespace rows {
-#define RULE(name, id, ...)                                  \
+#define RULE(name, id, group, ...)                           \
   inline constexpr ruxcomp::findings::MessageRow k##name = { \
-      "", id, ruxcomp::findings::Severity::kWarning, __VA_ARGS__};
+      "", id, ruxcomp::findings::Level::group, __VA_ARGS__};
 #include "rules/rows/rule_rows.def"
 }  // namespace rows
 

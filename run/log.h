@@ -35,9 +35,9 @@ struct Finding {
   std::vector<Argument> arguments = {};  // of the message's format; without one, the text
 };
 
-#define MESSAGE(name, format, id, severity, ...)             \
+#define MESSAGE(name, format, id, level, ...)                \
   inline constexpr ruxcomp::findings::MessageRow k##name = { \
-      format, id, ruxcomp::findings::Severity::severity, __VA_ARGS__};
+      format, id, ruxcomp::findings::Level::level, __VA_ARGS__};
 #include "run/rows.def"
 
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {

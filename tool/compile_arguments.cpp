@@ -23,11 +23,13 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Add("--stdin-name", &options.stdin_name,
            "With -: the name of the script, for messages and the folder of its INCLUDEs")
       .File("NAME");
-  arguments.Add("--werror", &options.werror, "Let warnings fail the run, like -W error");
+  arguments.Add("--werror", &options.werror,
+                "Treat the reported warnings as errors, like -W error");
   arguments
       .Add("-W", &options.warnings,
-           "error: let warnings fail the run; error=ID: those of one message; no-ID: do not "
-           "tell them ('rux explain' lists the ids)")
+           "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
+           "none; no-WHAT leaves it out, error=WHAT makes it an error; error: whatever is reported "
+           "is an error. Several with commas (default: loss,suspect)")
       .Value("WHAT")
       .Check([](const std::string& text) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);

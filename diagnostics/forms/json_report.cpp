@@ -42,6 +42,8 @@ void WriteNote(JsonObject& json, const Note& note) {
 void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
   json.Member("id", diagnostic.row->id);
   json.Member("severity", WordOf(diagnostic.severity));
+  if (diagnostic.row->severity == Severity::kWarning)
+    json.Member("group", WordOf(diagnostic.row->level));
   if (diagnostic.section) json.Member("section", *diagnostic.section);
   if (diagnostic.entry) json.Member("entry", *diagnostic.entry);
   json.Member("text", diagnostic.text);
@@ -62,6 +64,7 @@ void WriteJsonReport(const Report& report, support::TextStream& out) {
     json.Member("errors", report.errors);
     json.Member("warnings", report.warnings);
     json.Member("not_shown", report.not_shown);
+    json.Member("suppressed", report.suppressed);
     json.Objects("diagnostics", report.diagnostics, WriteDiagnostic);
   });
 }

@@ -117,8 +117,14 @@ void WriteRule(JsonObject& json, const RowsById::value_type& by_id) {
   json.Member("id", row.id);
   WriteMessage("shortDescription", row.summary, json);
   WriteMessage("fullDescription", row.explanation, json);
-  json.Object("defaultConfiguration",
-              [&](JsonObject& settings) { settings.Member("level", WordOf(row.severity)); });
+  json.Object("defaultConfiguration", [&](JsonObject& settings) {
+    settings.Member("level", WordOf(row.severity));
+    if (row.level == ruxcomp::findings::Level::kStyle) settings.Member("enabled", false);
+  });
+  if (row.severity != Severity::kWarning) return;
+  json.Object("properties", [&](JsonObject& properties) {
+    properties.Array("tags", [&](JsonArray& tags) { tags.Item(WordOf(row.level)); });
+  });
 }
 
 void WriteDriver(const Report& report, JsonObject& json) {

@@ -39,7 +39,7 @@ class ExamplesTest : public testing::Test {
   std::set<std::string> IdsOf(std::string_view script, const char* options) const {
     folder_.Write("board.rux", script);
     const std::string output =
-        OutputOf("cd " + folder_.path() + " && " RUX_PROGRAM " compile board.rux" +
+        OutputOf("cd " + folder_.path() + " && " RUX_PROGRAM " compile board.rux -W all" +
                  std::string(options) + " 2>&1");
     EXPECT_NE(output.find("board.rux: "), std::string::npos) << output;
     static const std::regex form(": (?:error|warning|note): .* \\[([a-z0-9-]+)\\]\n");
