@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <initializer_list>
 #include <string>
@@ -12,6 +13,7 @@
 #include "findings/message_row.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
+#include "support/wrap.h"
 
 namespace rux::diagnostics {
 
@@ -33,7 +35,8 @@ std::string Registry::UnknownText(const std::string& id) const {
   std::vector<std::string> ids;
   ids.reserve(rows_.size());
   for (const MessageRow* row : rows_) ids.emplace_back(row->id);
-  return "there is no message " + support::NameText(id) + support::NearText(id, ids);
+  return "there is no message " + support::NameText(id) +
+         support::NearText(id, ids, "'rux explain' lists them all");
 }
 
 namespace {
@@ -41,22 +44,11 @@ namespace {
 constexpr std::string_view kNoExample =
     "No pair of scripts, a wrong one and a right one, shows it.";
 constexpr std::string_view kMachineNote =
-    "machine.rux holds the rest of a machine; 'rux explain' ends with one.";
+    "machine.rux holds the rest of a machine; 'rux explain all' ends with one.";
 
-std::string Wrapped(std::string_view text) {
-  constexpr std::size_t kWidth = 80;
-  std::string lines;
-  std::size_t column = 0;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(' '), text.size());
-    const bool breaks = column + 1 + end > kWidth;
-    if (column > 0) lines += breaks ? '\n' : ' ';
-    column = (column > 0 && !breaks ? column + 1 : 0) + end;
-    lines += text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return lines + '\n';
-}
+constexpr std::size_t kWidth = 80;
+
+std::string Wrapped(std::string_view text) { return support::Wrapped(text, kWidth) + '\n'; }
 
 std::string Indented(std::string_view text) {
   std::string lines;
@@ -80,11 +72,41 @@ std::string KindText(const MessageRow& row) {
   return kind;
 }
 
+// A heading, and a line for each message of the level, in the order of the ids.
+std::string MessageGroup(const std::string& heading, Level level,
+                         std::vector<const MessageRow*> rows) {
+  const auto is_other = [&](const MessageRow* row) { return row->level != level; };
+  rows.erase(std::remove_if(rows.begin(), rows.end(), is_other), rows.end());
+  if (rows.empty()) return "";
+  std::sort(rows.begin(), rows.end(),
+            [](const MessageRow* a, const MessageRow* b) { return a->id < b->id; });
+  std::string group = heading + '\n';
+  for (const MessageRow* row : rows) group += fmt::format("  {:24} {}\n", row->id, row->summary);
+  return group + '\n';
+}
+
+bool HasText(std::string_view text, std::string_view sought) {
+  const auto is_same = [](char a, char b) {
+    return std::tolower(static_cast<unsigned char>(a)) ==
+           std::tolower(static_cast<unsigned char>(b));
+  };
+  return std::search(text.begin(), text.end(), sought.begin(), sought.end(), is_same) != text.end();
+}
+
 std::string Example(const char* title, std::string_view script) {
   return fmt::format("\n{}\n\n{}", title, Indented(script));
 }
 
 }  // namespace
+
+std::vector<const MessageRow*> Registry::About(std::string_view text) const {
+  std::vector<const MessageRow*> rows;
+  for (const MessageRow* row : rows_) {
+    if (HasText(row->id, text) || HasText(row->summary, text) || HasText(row->explanation, text))
+      rows.push_back(row);
+  }
+  return rows;
+}
 
 const std::string_view kMachineScript = R"([MORVRUX]
 VERSION = 1.0
@@ -120,17 +142,16 @@ VALUE        = VT_SMBUS_READ, 0x4800, 1, BUSTYPE_SMBUS, 0x00
 )";
 
 std::string MessageList(const std::vector<const MessageRow*>& rows) {
-  std::string list;
-  for (const MessageRow* row : rows) {
-    list += fmt::format("{:24} {:8} {}\n", row->id, WordOf(row->level), row->summary);
-  }
-  list += "\nWarnings are in one of three groups:\n";
+  std::string list = MessageGroup("Errors", Level::kError, rows);
   for (const Group& group : kGroups) {
-    list += fmt::format("  {:8} {}\n", WordOf(group.level), group.about);
+    list += MessageGroup(fmt::format("Warnings, {}: {}", WordOf(group.level), group.about),
+                         group.level, rows);
   }
-  list += "\n'rux explain ID' explains one of them. The examples include this machine.rux:\n\n";
-  return list + Indented(kMachineScript);
+  list += MessageGroup("Notes", Level::kNote, rows);
+  return list + "'rux explain ID' explains a message, 'rux explain WORD' searches the messages.\n";
 }
+
+std::string MachineText() { return "\nmachine.rux:\n\n" + Indented(kMachineScript); }
 
 std::string ExplanationText(const MessageRow& row) {
   std::string text = fmt::format("{} ({}): {}\n\n{}", row.id, KindText(row), row.summary,

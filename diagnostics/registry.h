@@ -12,19 +12,20 @@
 
 namespace rux::diagnostics {
 
+using ruxcomp::findings::Level;
 using ruxcomp::findings::MessageRow;
 using ruxcomp::findings::Severity;
 
 // The groups of warnings, the gravest first, and what each is about.
 struct Group {
-  ruxcomp::findings::Level level;
+  Level level;
   std::string_view about;
 };
 inline constexpr Group kGroups[] = {
-    {ruxcomp::findings::Level::kLoss,
+    {Level::kLoss,
      "something is dropped, or compiled differently from what is written"},
-    {ruxcomp::findings::Level::kSuspect, "nothing is lost, but it is hardly meant"},
-    {ruxcomp::findings::Level::kStyle, "a matter of opinion or of the firmware; off by default"},
+    {Level::kSuspect, "nothing is lost, but it is hardly meant"},
+    {Level::kStyle, "a matter of opinion or of the firmware; off by default"},
 };
 
 class Registry {
@@ -37,7 +38,10 @@ class Registry {
   // Null when there is none.
   const MessageRow* Find(std::string_view id) const;
 
-  // "there is no message undefind-word; near it: undefined-word"
+  // All whose id, summary or explanation has that text in it, in any case.
+  std::vector<const MessageRow*> About(std::string_view text) const;
+
+  // "there is no message undefind-word; did you mean undefined-word?"
   std::string UnknownText(const std::string& id) const;
 
  private:
@@ -45,7 +49,7 @@ class Registry {
   std::unordered_map<std::string_view, const MessageRow*> by_id_;
 };
 
-// A line for each message: id, level, summary.
+// The messages by level, each group in the order of the ids, with a line for each message.
 std::string MessageList(const std::vector<const MessageRow*>& rows);
 
 // What a message means, with its examples, for a terminal.
@@ -55,7 +59,8 @@ std::string ExplanationText(const MessageRow& row);
 std::string ExplanationMarkdown(const MessageRow& row);
 std::string MessagesMarkdown(const Registry& registry);
 
-// What the examples mean by machine.rux.
+// What the examples mean by machine.rux, with a title and by itself.
+std::string MachineText();
 extern const std::string_view kMachineScript;
 
 }  // namespace rux::diagnostics

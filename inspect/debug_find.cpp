@@ -115,7 +115,7 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
   names.reserve(meta.words.size());
   for (const compiled::DebugWord& word : meta.words) names.push_back(word.name);
   throw NotFound("there is no defined word " + support::NameText(name) +
-                 support::NearText(name, names));
+                 support::NearText(name, names, "'rux where FILE WORD' lists all"));
 }
 
 }  // namespace
@@ -130,7 +130,7 @@ std::string ExpectKeyword(const std::string& keyword) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
   }
   throw NotFound("there is no kind " + support::NameText(keyword) +
-                 support::NearText(keyword, keywords));
+                 support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
 }
 
 std::optional<std::string> NameOf(const compiled::DebugSection& section) {

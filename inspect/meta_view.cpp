@@ -156,7 +156,7 @@ const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword) {
     keywords.emplace_back(kind.keyword);
   }
   throw NotFound("meta files have no kind " + support::NameText(keyword) +
-                 support::NearText(keyword, keywords));
+                 support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
 }
 
 Found Find(const MetaView& meta, const std::vector<PathStep>& path) {

@@ -53,21 +53,22 @@ PathStep TakeStep(std::string_view& path) {
 constexpr char kIdSign = '#';
 constexpr char kOrdinalSign = '@';
 
+// IDs that look alike need have nothing in common: a wrong one gets no suggestions.
+std::string ListerOf(const NamedSections& sections) {
+  return "'rux ls FILE " + sections.keyword + "' lists all " + std::to_string(sections.count);
+}
+
 std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
 
 std::size_t ById(const NamedSections& sections, std::uint32_t id) {
   if (sections.with_id) {
     if (const auto ordinal = sections.with_id(id)) return *ordinal;
   }
-  std::vector<std::string> ids;
   for (std::size_t i = 0; i < sections.count; ++i) {
-    const std::optional<std::uint32_t> other = sections.id(i);
-    if (!other) continue;
-    if (*other == id) return i;
-    ids.push_back(IdText(*other));
+    if (sections.id(i) == id) return i;
   }
-  throw NotFound("there is no " + sections.keyword + " with the ID " + IdText(id) +
-                 support::NearText(IdText(id), ids, support::SafeText));
+  throw NotFound("there is no " + sections.keyword + " with the ID " + IdText(id) + "; " +
+                 ListerOf(sections));
 }
 
 std::size_t ByName(const NamedSections& sections, const std::string& name) {
@@ -82,7 +83,7 @@ std::size_t ByName(const NamedSections& sections, const std::string& name) {
     names.push_back(*other);
   }
   throw NotFound("there is no " + sections.keyword + " " + support::NameText(name) +
-                 support::NearText(name, names));
+                 support::NearText(name, names, ListerOf(sections)));
 }
 
 }  // namespace

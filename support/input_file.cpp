@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <string>
 #include <string_view>
@@ -32,6 +33,11 @@ void ExpectFile(const std::string& path, const struct stat& status) {
 }  // namespace
 
 Descriptor OpenInput(const std::string& path) {
+  if (path == kStandardInput) {
+    Descriptor input(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
+    if (!input.is_open()) throw SystemFailure("cannot load", "standard input");
+    return input;
+  }
   struct stat status;
   if (stat(path.c_str(), &status) != 0) throw SystemFailure("cannot load", path);
   ExpectFile(path, status);

@@ -8,9 +8,12 @@
 
 namespace rux::support {
 
+// The path that stands for standard input.
+inline constexpr char kStandardInput[] = "-";
+
 // Opens a file to load it. Named pipes, sockets and devices are refused without being opened: that
 // may wait for ever, and some devices act on it. What this process was given open is taken whatever
-// it is, under its names /dev/stdin, /dev/fd/N and /proc/self/fd/N. Throws a Failure.
+// it is, under its names -, /dev/stdin, /dev/fd/N and /proc/self/fd/N. Throws a Failure.
 Descriptor OpenInput(const std::string& path);
 
 }  // namespace rux::support

@@ -1,20 +1,19 @@
 #include "support/nearest.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
+
+#include "support/safe_text.h"
 
 namespace rux::support {
 namespace {
 
-constexpr std::size_t kMostShown = 5;
+constexpr std::size_t kMostShown = 5;  // names in a message
 
 std::string InCapitals(std::string text) {
   for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
@@ -64,9 +63,13 @@ const std::string* TheOnly(const std::vector<const std::string*>& names, Fits fi
   return only;
 }
 
-std::string Joined(const std::vector<std::string>& names, std::string (*shown)(std::string_view)) {
+// "A, B or C", with `last` between the last two.
+std::string Joined(const std::vector<std::string>& names, const char* last) {
   std::string list;
-  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + shown(name);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) list += i + 1 < names.size() ? ", " : last;
+    list += NameText(names[i]);
+  }
   return list;
 }
 
@@ -120,15 +123,12 @@ std::optional<std::string> ClosestName(const std::string& wanted,
 }
 
 std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,
-                     std::string (*shown)(std::string_view)) {
+                     const std::string& lister) {
   if (candidates.empty()) return "; there are none";
   const std::vector<std::string> near = Nearest(wanted, candidates, kMostShown);
-  if (!near.empty()) return "; near it: " + Joined(near, shown);
-  const std::size_t count = std::min(candidates.size(), kMostShown);
-  const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(count);
-  const std::string more =
-      count < candidates.size() ? fmt::format(" and {} more", candidates.size() - count) : "";
-  return "; there are: " + Joined({candidates.begin(), end}, shown) + more;
+  if (!near.empty()) return "; did you mean " + Joined(near, " or ") + '?';
+  if (candidates.size() <= kMostShown) return "; there are: " + Joined(candidates, ", ");
+  return lister.empty() ? "" : "; " + lister;
 }
 
 }  // namespace rux::support

@@ -5,10 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
-
-#include "support/safe_text.h"
 
 namespace rux::support {
 
@@ -24,10 +21,10 @@ std::optional<std::string> ClosestName(const std::string& wanted,
                                        const std::vector<std::string>& candidates,
                                        std::size_t farthest = 2);
 
-// For the end of a message: "; near it: A, B", "; there are: A, B, C and 9 more" when none is near,
-// or "; there are none". Candidates print as `shown` makes them look.
+// For the end of a message: "; did you mean A or B?". When none is near, the candidates if they are
+// few ("; there are: A, B"), or else `lister`, which says how to list them; "; there are none".
 std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,
-                     std::string (*shown)(std::string_view) = NameText);
+                     const std::string& lister = "");
 
 }  // namespace rux::support
 

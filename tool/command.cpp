@@ -58,9 +58,7 @@ std::vector<std::string> CommandArgument::each_name() const {
   return each;
 }
 
-Arguments::Arguments() {
-  Add("-h,--help", CommandArgument::Help(), "Print this help message and exit");
-}
+Arguments::Arguments() { Add("-h,--help", CommandArgument::Help(), "Print this help and exit"); }
 
 CommandArgument& Arguments::Add(const char* names, CommandArgument::Target target,
                                 const char* help) {
@@ -80,19 +78,20 @@ const CommandArgument* Arguments::Find(const std::string& name) const {
   return nullptr;
 }
 
+std::string VersionText() { return "rux " RUX_TOOL_VERSION; }
+
 namespace {
 
 Action SetUpProgram(Arguments& arguments) {
-  arguments.Add("--version", CommandArgument::Version{"rux " RUX_TOOL_VERSION},
-                "Display program version information and exit");
+  arguments.Add("-V,--version", CommandArgument::Version{}, "Print the version and exit");
   arguments.Footer(
-      "Every command ends with one of these:\n"
+      "'rux help COMMAND' describes a command.\n\n"
+      "Exit status:\n"
       "  0  done\n"
-      "  1  findings: the script has errors, what was asked for is not there\n"
+      "  1  findings: the script has errors, or what was asked for does not exist\n"
       "  2  wrong usage\n"
       "  3  trouble: a file cannot be read or written, or is damaged\n"
-      "or by the signal that stopped it, such as SIGPIPE when nobody reads what it prints.\n"
-      "Whatever the end, a file that was to be written is there whole, or as it was before.\n\n"
+      "An output file is always either complete or unchanged.\n\n"
       "Example:\n  rux compile boards/server.rux");
   return nullptr;
 }
@@ -101,8 +100,7 @@ Action SetUpProgram(Arguments& arguments) {
 
 const Command& Program() {
   static constexpr Command kProgram = {
-      "rux", "Compiles hardware-description scripts and asks the meta files made of them.",
-      SetUpProgram};
+      "rux", "Compiles hardware-description scripts and queries the compiled files.", SetUpProgram};
   return kProgram;
 }
 

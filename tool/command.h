@@ -17,9 +17,7 @@ namespace rux::tool {
 // One option or positional argument.
 struct CommandArgument {
   struct Help {};
-  struct Version {
-    std::string text;
-  };
+  struct Version {};
   // A count that may be 0.
   struct Limit {
     std::size_t* count;
@@ -86,6 +84,9 @@ struct Command {
   const char* help;                        // one line
   Action (*set_up)(Arguments& arguments);  // declares them; the action then finds them filled in
 };
+
+// "rux 0.1.0"
+std::string VersionText();
 
 // The program itself, which does nothing without a command.
 const Command& Program();

@@ -4,8 +4,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
-#include <sstream>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -14,7 +15,9 @@
 #include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "support/wrap.h"
 #include "tool/command.h"
+#include "tool/help.h"
 
 namespace rux::tool {
 namespace {
@@ -26,21 +29,19 @@ bool IsWholeNumber(const std::string& text) {
          text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-// From 1 on.
-CLI::Validator IsCount() {
-  const auto is_wrong = [](const std::string& text) {
-    const bool is_count = IsWholeNumber(text) && text.find_first_not_of('0') != std::string::npos;
-    return is_count ? std::string() : text + " is no number from 1 on";
-  };
-  return CLI::Validator(is_wrong, "POSITIVE", "count");
+std::string ReasonAgainstCount(const std::string& text) {
+  const bool is_count = IsWholeNumber(text) && text.find_first_not_of('0') != std::string::npos;
+  return is_count ? "" : "expected a number of at least 1, found " + support::NameText(text);
 }
 
-// From 0 on.
-CLI::Validator IsLimit() {
-  const auto is_wrong = [](const std::string& text) {
-    return IsWholeNumber(text) ? std::string() : text + " is no number from 0 on";
-  };
-  return CLI::Validator(is_wrong, "NONNEGATIVE", "limit");
+std::string ReasonAgainstLimit(const std::string& text) {
+  return IsWholeNumber(text) ? ""
+                             : "expected a number of at least 0, found " + support::NameText(text);
+}
+
+std::string ReasonAgainstChoice(const std::vector<std::string>& choices, const std::string& text) {
+  if (std::find(choices.begin(), choices.end(), text) != choices.end()) return "";
+  return "there is no value " + support::NameText(text) + support::NearText(text, choices);
 }
 
 // Adds an argument to the command `app` by the type of its target.
@@ -51,15 +52,17 @@ class Adder {
   CLI::Option* operator()(const CommandArgument::Help&) const {
     return app_.set_help_flag(argument_.names, argument_.help);
   }
-  CLI::Option* operator()(const CommandArgument::Version& version) const {
-    return app_.set_version_flag(argument_.names, version.text, argument_.help);
+  CLI::Option* operator()(const CommandArgument::Version&) const {
+    return app_.set_version_flag(argument_.names, VersionText(), argument_.help);
   }
   CLI::Option* operator()(bool* flag) const {
     return app_.add_flag(argument_.names, *flag, argument_.help);
   }
-  CLI::Option* operator()(std::size_t* count) const { return AddValue(*count)->check(IsCount()); }
+  CLI::Option* operator()(std::size_t* count) const {
+    return AddValue(*count)->check(ReasonAgainstCount);
+  }
   CLI::Option* operator()(const CommandArgument::Limit& limit) const {
-    return AddValue(*limit.count)->check(IsLimit());
+    return AddValue(*limit.count)->check(ReasonAgainstLimit);
   }
   CLI::Option* operator()(std::string* text) const { return AddValue(*text); }
   CLI::Option* operator()(std::vector<std::string>* texts) const {
@@ -82,7 +85,11 @@ class Adder {
 void AddTo(CLI::App& app, const CommandArgument& argument) {
   CLI::Option* option = std::visit(Adder(app, argument), argument.target);
   option->required(argument.is_required);
-  if (!argument.choices.empty()) option->check(CLI::IsMember(argument.choices));
+  if (!argument.choices.empty()) {
+    option->check([choices = argument.choices](const std::string& text) {
+      return ReasonAgainstChoice(choices, text);
+    });
+  }
   if (argument.validate) option->check(argument.validate);
   if (!argument.excluded.empty()) option->excludes(app.get_option(argument.excluded));
 }
@@ -93,6 +100,7 @@ class CommandLine {
  public:
   explicit CommandLine(const std::vector<std::string>& words)
       : app_(Program().help, Program().name), action_(SetUp(Program(), app_)) {
+    app_.require_subcommand(0, 1);  // a second word may be the name of a command as well
     for (const Command& command : Commands()) {
       CLI::App* subcommand = app_.add_subcommand(command.name, command.help);
       if (std::find(words.begin(), words.end(), command.name) == words.end()) continue;
@@ -122,7 +130,6 @@ class CommandLine {
     Arguments arguments;
     Action run = command.set_up(arguments);
     for (const CommandArgument& argument : arguments.all()) AddTo(app, argument);
-    app.footer(arguments.footer());
     return run;
   }
 
@@ -130,20 +137,67 @@ class CommandLine {
   Action action_;
 };
 
-std::string UnknownCommand(const std::string& name) {
+// What no argument takes.
+std::string UnexpectedText(const CLI::App& app, const Arguments& arguments) {
+  const std::vector<std::string> surplus = app.remaining(true);
+  const std::string& word = surplus.front();
+  const std::string name = word.substr(0, word.find('='));
+  if (name.size() < 2 || name.front() != '-')
+    return "unexpected argument " + support::NameText(word);
   std::vector<std::string> names;
-  for (const Command& command : Commands()) names.emplace_back(command.name);
-  return "there is no command " + support::NameText(name) + support::NearText(name, names);
+  for (const CommandArgument& argument : arguments.all()) {
+    for (const std::string& each : argument.each_name()) {
+      if (argument.is_option() && each.size() > 2) names.push_back(each);
+    }
+  }
+  const std::optional<std::string> meant = support::ClosestName(name, names, 3);
+  return "there is no option " + support::NameText(name) +
+         (meant ? "; did you mean " + *meant + '?' : "");
+}
+
+std::string MissingValueText(const Arguments& arguments, const std::string& what) {
+  const std::string name = what.substr(0, what.find(':'));
+  const CommandArgument* argument = arguments.Find(name);
+  return argument == nullptr ? what : name + " needs a value: " + argument->value_name;
+}
+
+// What the parser of the command line found, in the words of rux.
+std::string ErrorText(const CLI::App& app, const Arguments& arguments,
+                      const CLI::ParseError& error) {
+  const std::string what = error.what();
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
+    return UnexpectedText(app, arguments);
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
+    return MissingValueText(arguments, what);
+  constexpr std::string_view kExcludes = " excludes ";
+  const std::size_t excludes = what.find(kExcludes);
+  if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr && excludes != std::string::npos) {
+    return what.substr(0, excludes) + " and " + what.substr(excludes + kExcludes.size()) +
+           " cannot be given together";
+  }
+  return what;
 }
 
 support::Failure WrongUsage(const CLI::App& app, const CLI::ParseError& error,
                             const std::string& first) {
   const std::vector<CLI::App*> commands = app.get_subcommands();
-  const bool is_unknown_command = commands.empty() && !first.empty() && first.front() != '-';
-  const std::string text = is_unknown_command ? UnknownCommand(first) : error.what();
-  const std::string command = commands.empty() ? "" : ' ' + commands.front()->get_name();
-  return support::Failure(support::ExitStatus::kWrongUsage, "{}\nSee 'rux{} --help'.", text,
-                          command);
+  if (commands.empty() && !first.empty() && first.front() != '-') ExpectCommand(first);
+  const Command& command =
+      commands.empty() ? Program() : ExpectCommand(commands.front()->get_name());
+  Arguments arguments;
+  command.set_up(arguments);
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}\nSee 'rux help{}'.",
+                          ErrorText(app, arguments, error),
+                          commands.empty() ? "" : std::string(" ") + command.name);
+}
+
+// The help or the version, which the parser answers as if they were errors.
+std::string AnswerText(const CLI::App& app, const CLI::ParseError& error) {
+  if (dynamic_cast<const CLI::CallForHelp*>(&error) == nullptr) return VersionText() + '\n';
+  const std::vector<CLI::App*> commands = app.get_subcommands();
+  return commands.empty()
+             ? ProgramHelp(support::TextWidth())
+             : CommandHelp(ExpectCommand(commands.front()->get_name()), support::TextWidth());
 }
 
 // Follows the last word, so that the value that ends with it is the one at the cursor. No word of a
@@ -174,14 +228,11 @@ support::ExitStatus RunCommandLine(int argc, const char* const* argv) {
     if (error.get_exit_code() != 0) {
       throw WrongUsage(line.app(), error, words.empty() ? "" : words.front());
     }
-    // Help and version come this way, too.
-    std::ostringstream text;
-    line.app().exit(error, text);
-    support::PrintOut(text.str());
+    support::PrintOut(AnswerText(line.app(), error));
     return support::ExitStatus::kDone;
   }
   if (!line.action()) {
-    support::PrintError(line.app().help());
+    support::PrintError(ProgramHelp(support::TextWidth()));
     return support::ExitStatus::kWrongUsage;
   }
   return line.action()();

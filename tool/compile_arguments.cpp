@@ -12,12 +12,12 @@ namespace rux::tool {
 
 void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
   diagnostics::ReportOptions& reporting = options.reporting;
-  arguments.Add("SCRIPT", &options.scripts, "The script to read, or several; - for standard input")
+  arguments.Add("SCRIPT", &options.scripts, "The scripts to read; - for standard input")
       .File()
       .Required();
   arguments
       .Add("-j,--jobs", &options.jobs,
-           "Read so many scripts at a time (default: as many as there are processors)")
+           "Process up to N scripts in parallel (default: one for each processor)")
       .Value("N");
   arguments
       .Add("--stdin-name", &options.stdin_name,
@@ -40,16 +40,18 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Value("N");
   arguments
       .Add("--format", &reporting.format,
-           "How to tell: human (default), or, for programs and on standard output, gcc, "
-           "json, sarif, github")
+           "human (default), or a machine-readable form on standard output: gcc, json, sarif or "
+           "github")
       .OneOf("FORMAT", {"human", "gcc", "json", "sarif", "github"});
   arguments
       .Add("--diagnostics-file", &reporting.file,
-           "Write the form for programs into this file; people are told as usual")
+           "Write the machine-readable form into this file; messages for people still go to "
+           "standard "
+           "error")
       .File("FILE");
   arguments.Add("--color", &reporting.color, "auto (default: on a terminal), always or never")
       .OneOf("WHEN", {"auto", "always", "never"});
-  arguments.Add("--verbose", &reporting.verbose, "Show also what the library only remarks");
+  arguments.Add("--verbose", &reporting.verbose, "Also show the library's informational messages");
 }
 
 }  // namespace rux::tool

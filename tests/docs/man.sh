@@ -27,7 +27,7 @@ expect_all() {
 
 # The options in what a command prints as its help, and in its page, in one line.
 told_options() {
-  sed -n '/^Options:/,/^$/s/^  \(-[^ ]*\).*/\1/p' | tr ',\n' '  '
+  sed -n '/^Options:/,/^$/s/^  \(-.*\)/\1/p' | sed 's/  .*//' | grep -o -e '--*[a-zA-Z][a-zA-Z-]*' | tr '\n' ' '
 }
 written_options() {
   sed -n '/^# OPTIONS/,/^# EX/s/^\*-/&/p' "$1" | grep -o '\*--*[a-zA-Z][a-zA-Z-]*\*' | tr -d '*' | tr '\n' ' '
@@ -45,7 +45,7 @@ check_options() {
 }
 
 check_options rux.1 rux
-commands=$(rux --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p')
+commands=$(rux --help | sed -n '/^Commands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p')
 for command in $commands; do
   check_options "rux-$command.1" rux "$command"
   grep -q "^\*rux-$command\*(1)$" "$sources/rux.1.scd" ||

@@ -156,7 +156,7 @@ function facts_of(what,    table) {
   if (what == "packages")
     return output_of("sed -n 's/^\\([a-z]*\\) \\(.*\\)/| `\\2` | \\1 /p' scripts/packages.txt")
   if (what == "commands")
-    return output_of("rux --help | sed -n '/^Subcommands/,/^$/s/^  \\([a-z-]*\\)  *\\(.*\\)/| `rux \\1` | \\2 /p'")
+    return output_of("rux --help | sed -n '/^Commands/,/^$/s/^  \\([a-z-]*\\)  *\\(.*\\)/| `rux \\1` | \\2 /p'")
   if (what == "texts") return output_of("message_texts")
   table = what ~ /^keys of / ? "keys" : what
   gsub(/ /, "-", table)

@@ -23,7 +23,7 @@ cd "$work"
 ln -s "$source"/* .
 ln -sfn "$build" build
 
-export LC_ALL=C
+export LC_ALL=C COLUMNS=
 export PATH="$build/bin:$build/docs/tables:$build/tests/docs/bin:$PATH"
 export CPATH="$source/include" LIBRARY_PATH="$build/lib" LD_LIBRARY_PATH="$build/lib"
 export LD_PRELOAD="$build/tests/docs/bin/plugin_here.so"

@@ -62,7 +62,7 @@ class ToolCase : public testing::TestWithParam<std::string> {
          << " BOARDS=" << RUX_BOARDS << " DOCS=" << RUX_DOCS << " SCHEMAS=" << RUX_SCHEMAS
          << " INSTALLED=" << RUX_INSTALLED << " READER=" << RUX_READER
          << " OTHER_READER=" << RUX_OTHER_READER << " LIMITED='" << LimitedCommand() << "'"
-         << " sh ../run > ../stdout 2> ../stderr < /dev/null";
+         << " COLUMNS= sh ../run > ../stdout 2> ../stderr < /dev/null";
     const int status = std::system(line.str().c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }

@@ -1,4 +1,4 @@
-// rux explain [ID...]
+// rux explain [ID... | WORD]
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -34,6 +34,13 @@ Rows RowsOf(const diagnostics::Registry& registry, const std::vector<std::string
   return rows;
 }
 
+// What a single word that is not an id is about; empty when it is one, or is about nothing.
+Rows RowsAbout(const diagnostics::Registry& registry, const std::vector<std::string>& words) {
+  if (words.size() != 1 || words.front().empty() || registry.Find(words.front()) != nullptr)
+    return {};
+  return registry.About(words.front());
+}
+
 std::string Explanations(const Rows& rows, bool is_markdown) {
   std::string text;
   for (const diagnostics::MessageRow* row : rows) {
@@ -49,6 +56,10 @@ support::ExitStatus Explain(const Options& options) {
   const bool is_markdown = options.format == "markdown";
   const std::vector<std::string>& ids = options.ids;
   const bool is_all = ids.empty() || std::find(ids.begin(), ids.end(), kAll) != ids.end();
+  if (const Rows about = is_all ? Rows() : RowsAbout(registry, ids); !about.empty()) {
+    support::PrintOut(diagnostics::MessageList(about));
+    return support::ExitStatus::kDone;
+  }
   const Rows rows = is_all ? registry.rows() : RowsOf(registry, ids);
   if (is_markdown && is_all) {
     support::PrintOut(diagnostics::MessagesMarkdown(registry));
@@ -56,6 +67,7 @@ support::ExitStatus Explain(const Options& options) {
     support::PrintOut(diagnostics::MessageList(rows));
   } else {
     support::PrintOut(Explanations(rows, is_markdown));
+    if (is_all) support::PrintOut(diagnostics::MachineText());
   }
   return support::ExitStatus::kDone;
 }
@@ -64,15 +76,16 @@ support::ExitStatus Explain(const Options& options) {
 
 Action SetUpExplain(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("ID", &options->ids,
-                "The ids of messages, as they end in [brackets], or the word all");
-  arguments.Add("--format", &options->format, "text or markdown")
+  arguments.Add(
+      "ID", &options->ids,
+      "Ids of messages, the words in [brackets] at their ends; or one word to search for; "
+      "or all (default: list the messages)");
+  arguments.Add("--format", &options->format, "text (default) or markdown")
       .OneOf("FORMAT", {"text", "markdown"});
   arguments
-      .Add("-l,--list", &options->list,
-           "List messages, a line for each, instead of explaining them (default: without an ID)")
+      .Add("-l,--list", &options->list, "List messages, one per line, instead of explaining them")
       .Without("--format");
-  arguments.Footer("Examples:\n  rux explain undefined-word\n  rux explain --list");
+  arguments.Footer("Examples:\n  rux explain undefined-word\n  rux explain threshold");
   return [options] { return Explain(*options); };
 }
 

@@ -40,6 +40,12 @@ const std::string* FindFile(const GivenValues& given, const char* name) {
   return nullptr;
 }
 
+Candidates CommandNames(const GivenValues&, const std::string&) {
+  std::vector<Candidate> names;
+  for (const Command& command : Commands()) names.push_back({command.name, command.help});
+  return Words(std::move(names));
+}
+
 Candidates Kinds(const GivenValues& given, const std::string&) {
   const std::string* meta = FindFile(given, kMeta);
   return meta == nullptr ? Candidates() : Words(KindWords(*meta));
@@ -75,6 +81,7 @@ struct Vocabulary {
   Candidates (*candidates)(const GivenValues& given, const std::string& typed);
 };
 constexpr Vocabulary kVocabularies[] = {
+    {"COMMAND", CommandNames},
     {"KIND", Kinds},
     {"PATH", Paths},
     {"ID", MessageIds},
