@@ -10,6 +10,7 @@
 #include "compiled/debug_meta.h"
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
+#include "inspect/entry_value.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -69,7 +70,7 @@ class DebugLister {
     listing_.Blank();
     listing_.Line(fmt::format("defined words: {}", meta_.words.size()), meta_.word_count);
     for (const compiled::DebugWord& word : meta_.words) {
-      listing_.Line(fmt::format("  {0} = {1} (0x{1:X})", support::SafeText(word.name), word.value),
+      listing_.Line("  " + support::SafeText(word.name) + " = " + NumberText(word.value),
                     word.extent);
     }
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "compiled/debug_meta.h"
+#include "inspect/entry_value.h"
 #include "ruxcomp/language/entries.h"
 #include "sources/source_file.h"
 #include "support/safe_text.h"
@@ -35,7 +36,7 @@ std::size_t CountOfGivenFields(const std::vector<compiled::DebugField>& fields) 
 
 std::string ValueText(const compiled::DebugEntry& entry) {
   if (ruxcomp::language::PayloadOf(entry.payload_type) == ruxcomp::language::PAYLOAD_DWORD) {
-    return fmt::format("{0} (0x{0:X})", entry.number);
+    return NumberText(entry.number);
   }
   std::string joined;
   const std::size_t count = CountOfGivenFields(entry.fields);

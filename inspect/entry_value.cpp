@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "compiled/datum.h"
@@ -15,6 +16,7 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/selectors.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
 #include "support/json.h"
 #include "support/safe_text.h"
@@ -22,6 +24,8 @@
 
 namespace rux::inspect {
 namespace {
+
+namespace language = ruxcomp::language;
 
 // The values from one position up to, and not with, another.
 EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, std::size_t begin,
@@ -31,6 +35,13 @@ EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, 
     part.items.push_back(DatumOf(values[i]));
   }
   return part;
+}
+
+// Whether the part of a value of that type is where something is on a bus.
+bool IsAddress(std::uint32_t type, std::string_view part) {
+  const language::Shape shape = language::FindValueType(type).shape;
+  return (shape == language::Shape::kBus || shape == language::Shape::kBusArgs) &&
+         (part == "Operand" || part == "BaseAddress");
 }
 
 // The parts of an entry whose values from `begin` on are described by a type.
@@ -43,6 +54,7 @@ std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type
     const bool is_list = row.last > row.first;
     const std::size_t first = std::size_t{row.first} + (is_list ? 1 : 0);
     parts.push_back(PartOf(values, row.part, is_list, first, std::size_t{row.last} + 1));
+    parts.back().is_address = IsAddress(type, row.part);
   }
   if (parts.empty() && values.size() > begin) {
     parts.push_back(PartOf(values, "Values", true, begin, values.size()));
@@ -50,20 +62,31 @@ std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type
   return parts;
 }
 
-namespace language = ruxcomp::language;
+bool HasTopBit(std::uint32_t number) { return number >> 31 != 0; }
 
-// Among the parts of a value: short, and clear of what separates them.
-std::string InnerText(const compiled::Datum& datum) {
+// Among the parts of a value, where one form has to do: small numbers in decimal, as scripts most
+// often write counts and limits.
+std::string InnerNumberText(std::uint32_t number, bool is_address) {
+  const std::uint32_t last_decimal = is_address ? 9 : 999;
+  if (number <= last_decimal) return std::to_string(number);
+  return HasTopBit(number) && !is_address
+             ? fmt::format("0x{0:X} ({1})", number, static_cast<std::int32_t>(number))
+             : fmt::format("0x{:X}", number);
+}
+
+// Short, and clear of what separates the parts of a value.
+std::string InnerText(const compiled::Datum& datum, bool is_address) {
   if (datum.row == nullptr) return "(unresolved)";
-  if (datum.IsNumber()) return fmt::format(datum.number < 10 ? "{}" : "0x{:X}", datum.number);
-  return datum.Is(language::CLASS_Operator) ? datum.text : support::NameText(datum.text);
+  if (datum.IsNumber()) return InnerNumberText(datum.number, is_address);
+  return datum.Is(language::CLASS_Operator) ? '"' + datum.text + '"'
+                                            : support::NameText(datum.text);
 }
 
 // By itself.
 std::string OuterText(const compiled::Datum& datum) {
   if (datum.row == nullptr) return "(unresolved)";
   if (datum.Is(language::CLASS_ValueType)) return fmt::format("type {}", datum.number);
-  if (datum.IsNumber()) return fmt::format("{0} (0x{0:X})", datum.number);
+  if (datum.IsNumber()) return NumberText(datum.number);
   return support::SafeText(datum.text);
 }
 
@@ -75,11 +98,10 @@ std::string Joined(const std::vector<compiled::Datum>& items, Text text) {
 }
 
 std::string NamedPartText(const EntryPart& part) {
-  const std::string items = Joined(part.items, InnerText);
+  const std::string items = Joined(
+      part.items, [&](const compiled::Datum& datum) { return InnerText(datum, part.is_address); });
   return part.name + (part.is_list ? "=[" + items + "]" : "=" + items);
 }
-
-namespace language = ruxcomp::language;
 
 // Programs need not distinguish properties from repeaters.
 const char* ClassName(const compiled::Datum& datum) {
@@ -108,6 +130,11 @@ EntryValue ValueOf(const ruxcomp::Entry& entry) {
   return {std::nullopt, {PartOf(values, "", values.size() != 1, 0, values.size())}};
 }
 
+std::string NumberText(std::uint32_t number) {
+  if (!HasTopBit(number)) return fmt::format("{0} (0x{0:X})", number);
+  return fmt::format("{0} (0x{0:X}, {1})", number, static_cast<std::int32_t>(number));
+}
+
 std::string PartText(const EntryPart& part) {
   return part.items.empty() ? "(none)" : Joined(part.items, OuterText);
 }
@@ -129,9 +156,9 @@ std::string CellsText(const compiled::TableCells& cells) {
   for (std::size_t first = 0; first < cells.size();) {
     std::size_t last = first;
     while (last + 1 < cells.size() && cells[last + 1] == cells[first]) ++last;
-    const std::string range = first == last ? fmt::format("0x{:02X}", first)
-                                            : fmt::format("0x{:02X}..0x{:02X}", first, last);
-    text += fmt::format("{:<10}  {} (0x{:X})\n", range, cells[first], cells[first]);
+    const std::string range =
+        first == last ? std::to_string(first) : fmt::format("{}..{}", first, last);
+    text += fmt::format("{:<8}  {}\n", range, NumberText(cells[first]));
     first = last + 1;
   }
   return text;

@@ -29,6 +29,7 @@ struct EntryPart {
   std::string name;  // empty: the whole of an entry that has no named parts
   bool is_list;
   std::vector<compiled::Datum> items;
+  bool is_address = false;  // of a register or a bus, for people in hexadecimal
 };
 
 struct EntryValue {
@@ -40,6 +41,10 @@ struct EntryValue {
 // selector fits is one part "Values". All other entries are one nameless part.
 EntryValue ValueOf(const ruxcomp::Entry& entry);
 
+// "85 (0x55)"; with the top bit set, also the number that a script may have written with a sign:
+// "4294967276 (0xFFFFFFEC, -20)".
+std::string NumberText(std::uint32_t number);
+
 // One line: "85 (0x55)", "CPUS", "257 (0x101), 258 (0x102)", or
 // "type 5: Operand=0x2E Number=8 BusType=1 BaseAddress=0 Args=[G_FAN_MAX, 3]".
 std::string ValueText(const EntryValue& value);
@@ -47,7 +52,7 @@ std::string ValueText(const EntryValue& value);
 // The same for one part by itself.
 std::string PartText(const EntryPart& part);
 
-// The cells of a table, a line for each stretch of equal ones: "0x00..0x1F  40 (0x28)".
+// The cells of a table, a line for each stretch of equal ones: "0..31  40 (0x28)".
 std::string CellsText(const compiled::TableCells& cells);
 
 // Members of the object.

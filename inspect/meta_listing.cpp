@@ -97,7 +97,7 @@ class MetaLister {
   }
 
   static std::string ItemText(const compiled::CompiledTable& table, std::size_t ordinal) {
-    if (!table.numbers.empty()) return fmt::format("{0} (0x{0:X})", table.numbers[ordinal]);
+    if (!table.numbers.empty()) return NumberText(table.numbers[ordinal]);
     const std::string& text = table.texts[ordinal];
     return text.empty() ? kEmptyText : support::SafeText(text);
   }

@@ -81,11 +81,8 @@ struct Vocabulary {
   Candidates (*candidates)(const GivenValues& given, const std::string& typed);
 };
 constexpr Vocabulary kVocabularies[] = {
-    {"COMMAND", CommandNames},
-    {"KIND", Kinds},
-    {"PATH", Paths},
-    {"ID", MessageIds},
-    {"WHAT", Settings},
+    {"COMMAND", CommandNames}, {"KIND", Kinds},    {"PATH", Paths},
+    {"ID", MessageIds},        {"WHAT", Settings},
 };
 
 }  // namespace

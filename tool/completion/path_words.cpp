@@ -75,7 +75,7 @@ void AddKinds(const compiled::DebugMeta& meta, TypedPath& path) {
 
 void AddWords(const compiled::DebugMeta& meta, TypedPath& path) {
   for (const compiled::DebugWord& word : meta.words) {
-    path.AddName(word.name, fmt::format("{0} (0x{0:X})", word.value));
+    path.AddName(word.name, inspect::NumberText(word.value));
   }
 }
 
