@@ -2,12 +2,14 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
 #include "advice/advice.h"
 #include "advice/message_advice.h"
 #include "advice/places.h"
+#include "advice/wording.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
@@ -15,7 +17,6 @@
 #include "run/log.h"
 #include "run/run.h"
 #include "sources/source_set.h"
-#include "support/safe_text.h"
 
 namespace rux::advice {
 namespace {
@@ -28,12 +29,6 @@ const std::string& TextAt(const run::Finding& finding, std::size_t at) {
   return std::get<std::string>(finding.arguments[at]);
 }
 
-std::string Shown(const Argument& argument) {
-  // Values may be as long as a script; the line that is shown below says more of them.
-  if (const auto* text = std::get_if<std::string>(&argument)) return support::Shortened(*text);
-  return std::to_string(std::get<std::uint32_t>(argument));
-}
-
 // `format` with its conversions, %s and %u, replaced by the arguments.
 std::string Formatted(std::string_view format, const std::vector<Argument>& arguments) {
   std::string text;
@@ -44,6 +39,13 @@ std::string Formatted(std::string_view format, const std::vector<Argument>& argu
     format.remove_prefix(percent + 2);
   }
   return text.append(format);
+}
+
+// What the library reports, for those who look for it in a log.
+std::string LibraryText(const run::Finding& finding) {
+  std::string text = Formatted(finding.row->format, finding.arguments);
+  if (!text.empty() && text.back() == '\n') text.pop_back();
+  return text;
 }
 
 void SetText(const run::Finding& finding, Diagnostic& diagnostic) {
@@ -61,7 +63,6 @@ void SetText(const run::Finding& finding, Diagnostic& diagnostic) {
 void SetUnknownSection(const run::Finding& finding, Diagnostic& diagnostic) {
   diagnostic.section = TextAt(finding, 1);
   diagnostic.arguments = {*diagnostic.section};
-  diagnostic.text = "unknown section; it and its items are ignored";
 }
 
 Diagnostic DiagnosticOf(const run::Finding& finding) {
@@ -69,9 +70,16 @@ Diagnostic DiagnosticOf(const run::Finding& finding) {
   diagnostic.row = finding.row;
   diagnostic.origin = finding.origin;
   diagnostic.other = finding.other;
+  diagnostic.library_text = LibraryText(finding);
   finding.row == &ruxcomp::findings::rows::kUnknownSection ? SetUnknownSection(finding, diagnostic)
                                                            : SetText(finding, diagnostic);
   return diagnostic;
+}
+
+// Without a fact that the wording names, the library's text stays.
+void SetWording(Wordings& wordings, Diagnostic& diagnostic) {
+  if (diagnostic.row->wording.empty()) return;
+  if (auto text = wordings.TextOf(diagnostic)) diagnostic.text = std::move(*text);
 }
 
 // The check calls some messages errors and accepts the script all the same.
@@ -92,10 +100,12 @@ std::string WhatRaised(Places& places, const ruxcomp::findings::Origin& at) {
 void AddDiagnosticsOf(const run::Result& result, const std::string& script,
                       diagnostics::Collection& collection) {
   Places places(result.sources, script);
+  Wordings wordings(result.sources);
   for (const run::Finding& finding : result.findings) {
     collection.Add(*finding.row, SeverityOf(*finding.row, result.accepted), [&] {
       Diagnostic diagnostic = DiagnosticOf(finding);
       places.Locate(finding, diagnostic);
+      SetWording(wordings, diagnostic);
       return diagnostic;
     });
   }

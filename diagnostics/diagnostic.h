@@ -67,6 +67,7 @@ struct Diagnostic {
   std::optional<std::string> section;
   std::optional<std::string> entry;
   std::string text;
+  std::string library_text;         // what the library reports to hosts; empty for other messages
   std::vector<Argument> arguments;  // what the text mentions
 
   Location at;

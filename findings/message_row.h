@@ -85,6 +85,7 @@ struct MessageRow {
   std::string_view explanation;
   std::string_view wrong;
   std::string_view right;
+  std::string_view wording = {};  // what rux says instead of the format's rest (wording.h)
   Lead lead = LeadOf(format);
   Severity severity = SeverityOf(level);
 

@@ -6,12 +6,14 @@
 
 #include "findings/message_row.h"
 #include "findings/messages.h"
+#include "findings/wording.h"
 
 namespace ruxcomp::findings {
 
 namespace rows {
-#define MESSAGE(name, format, id, level, ...) \
-  inline constexpr MessageRow k##name = {format, id, Level::level, __VA_ARGS__};
+#define MESSAGE(name, format, wording, id, level, ...)                                       \
+  inline constexpr MessageRow k##name = {format, id, Level::level, __VA_ARGS__, wording}; \
+  static_assert(FitsFormat(wording, format), "the wording of " #name " names its arguments");
 #include "findings/messages.def"
 }  // namespace rows
 

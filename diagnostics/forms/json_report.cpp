@@ -47,6 +47,7 @@ void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
   if (diagnostic.section) json.Member("section", *diagnostic.section);
   if (diagnostic.entry) json.Member("entry", *diagnostic.entry);
   json.Member("text", diagnostic.text);
+  if (!diagnostic.library_text.empty()) json.Member("library_text", diagnostic.library_text);
   WriteLocationOf(diagnostic.at, json);
   if (diagnostic.suggestion) json.Member("suggestion", *diagnostic.suggestion);
   json.Objects("notes", diagnostic.notes, WriteNote);

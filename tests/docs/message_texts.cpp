@@ -21,6 +21,6 @@ void Print(std::string text, const char* id) {
 }  // namespace
 
 int main() {
-#define MESSAGE(name, format, id, ...) Print(format, id);
+#define MESSAGE(name, format, wording, id, ...) Print(format, id);
 #include "findings/messages.def"
 }

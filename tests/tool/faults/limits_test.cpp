@@ -67,7 +67,7 @@ TEST_F(LimitsTest, AScriptWithoutEndIsRefused) {
   const Ended ended = RunWith(task, RLIMIT_AS, 256 * kMiB);
   EXPECT_EQ(ended.exit_status, 3);
   EXPECT_EQ(ended.errors,
-            "/dev/zero:1: error: Script does not fit into memory. [out-of-memory]\n"
+            "/dev/zero:1: error: not enough memory for the script [out-of-memory]\n"
             "rux: error: Cannot allocate memory\n");
   EXPECT_EQ(ContentsOf(folder_), task.before);
 }
