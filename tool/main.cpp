@@ -1,6 +1,7 @@
 #include <malloc.h>
 #include <signal.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -26,10 +27,17 @@ ExitStatus Run(int argc, const char* const* argv) {
   return rux::tool::RunCommandLine(argc, argv);
 }
 
+bool IsLimited(int resource) {
+  rlimit limit{};
+  return getrlimit(static_cast<__rlimit_resource_t>(resource), &limit) != 0 ||
+         limit.rlim_cur != RLIM_INFINITY;
+}
+
 // Lets the heap grow once and asks for huge pages: a model of tens of megabytes takes a dozen page
 // faults instead of thousands. The first megabytes stay as they are, and most runs need no more.
-// Where the heap cannot grow that far, as under a limit of memory, nothing changes.
+// Where memory is limited, all of it is left to what needs it.
 void UseHugePages() {
+  if (IsLimited(RLIMIT_AS) || IsLimited(RLIMIT_DATA)) return;
   constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
   constexpr int kHeap = 64 << 20;
   mallopt(M_TOP_PAD, kHeap);
