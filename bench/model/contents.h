@@ -24,11 +24,9 @@ inline const std::vector<Content>& Contents() {
       // Few entries, and much that is said again and again.
       {"plain", MakePlainMachine, {}},
       // Long comments, limits that nearly all differ, values of all types.
-      {"rich", MakeRichMachine, {"-Wno-negative-number"}},
+      {"rich", MakeRichMachine, {}},
       // As descriptions of real machines: properties, lists, comments, included files.
-      {"real",
-       MakeRealMachine,
-       {"-Wno-negative-number", "-Wno-repeated-sensor", "-Wno-dropped-operands"}},
+      {"real", MakeRealMachine, {"-Wno-repeated-sensor", "-Wno-dropped-operands"}},
   };
   return contents;
 }
