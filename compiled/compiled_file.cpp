@@ -43,8 +43,8 @@ std::string ReadWhole(const support::Descriptor& file, const std::string& path) 
 
 // A debug meta file where a meta file is wanted, or the other way round.
 support::Failure WrongForm(const std::string& path, Form form) {
-  const char* commands =
-      form == Form::kMeta ? "ls, get, dump and verify" : "where, decompile, dump and verify";
+  const char* commands = form == Form::kMeta ? "ls, get, dump and verify"
+                                             : "ls, get, where, decompile, dump and verify";
   return support::Failure(support::ExitStatus::kTrouble, "{} is a {}; rux {} read it", path,
                           FormName(form), commands);
 }

@@ -19,6 +19,10 @@ struct Datum {
   const language::ClassRow* row = nullptr;
   std::uint32_t number = 0;
   std::string text;  // for all but numbers and types, as a script writes it
+  // What readers of a file may know besides: how the script wrote a number or a type, and the name
+  // of the section whose ID a number is.
+  std::string written = {};
+  std::string name = {};
 
   bool Is(std::uint32_t index_class) const { return row != nullptr && row->base == index_class; }
   // Neither a text nor nothing.

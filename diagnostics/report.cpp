@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -14,6 +13,7 @@
 #include "diagnostics/diagnostic.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
@@ -40,20 +40,7 @@ const MachineForm* FindMachineForm(std::string_view name) {
   return form == std::end(kForms) ? nullptr : form;
 }
 
-namespace {
-
-std::string_view Environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
-}  // namespace
-
-bool UsesColour(const std::string& color) {
-  if (color != "auto") return color == "always";
-  return isatty(STDERR_FILENO) != 0 && Environment("NO_COLOR").empty() &&
-         Environment("TERM") != "dumb";
-}
+bool UsesColour(const std::string& color) { return support::UsesColour(color, STDERR_FILENO); }
 
 Report ReportOf(std::string script, Collection& diagnostics) {
   Report report;

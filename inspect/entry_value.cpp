@@ -14,6 +14,9 @@
 #include "compiled/meta.h"
 #include "inspect/meta_view.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/selectors.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
@@ -35,13 +38,6 @@ EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, 
     part.items.push_back(DatumOf(values[i]));
   }
   return part;
-}
-
-// Whether the part of a value of that type is where something is on a bus.
-bool IsAddress(std::uint32_t type, std::string_view part) {
-  const language::Shape shape = language::FindValueType(type).shape;
-  return (shape == language::Shape::kBus || shape == language::Shape::kBusArgs) &&
-         (part == "Operand" || part == "BaseAddress");
 }
 
 // The parts of an entry whose values from `begin` on are described by a type.
@@ -77,30 +73,71 @@ std::string InnerNumberText(std::uint32_t number, bool is_address) {
 // Short, and clear of what separates the parts of a value.
 std::string InnerText(const compiled::Datum& datum, bool is_address) {
   if (datum.row == nullptr) return "(unresolved)";
+  if (!datum.written.empty()) return support::NameText(datum.written);
   if (datum.IsNumber()) return InnerNumberText(datum.number, is_address);
   return datum.Is(language::CLASS_Operator) ? '"' + datum.text + '"'
                                             : support::NameText(datum.text);
 }
 
+bool IsLiteral(const std::string& written) {
+  return language::IsHexadecimal(written) ||
+         written.find_first_not_of("-+0123456789") == std::string::npos;
+}
+
+std::string OuterNumberText(const compiled::Datum& datum) {
+  if (!datum.name.empty()) {
+    const std::string id =
+        datum.written.empty() ? fmt::format("0x{:X}", datum.number) : datum.written;
+    return support::SafeText(id) + ' ' + support::NameText(datum.name);
+  }
+  if (datum.written.empty()) return NumberText(datum.number);
+  const std::string written = support::SafeText(datum.written);
+  return IsLiteral(datum.written) ? written : written + " = " + NumberText(datum.number);
+}
+
 // By itself.
 std::string OuterText(const compiled::Datum& datum) {
   if (datum.row == nullptr) return "(unresolved)";
+  if (datum.IsNumber() && (!datum.Is(language::CLASS_ValueType) || !datum.written.empty()))
+    return OuterNumberText(datum);
   if (datum.Is(language::CLASS_ValueType)) return fmt::format("type {}", datum.number);
-  if (datum.IsNumber()) return NumberText(datum.number);
   return support::SafeText(datum.text);
 }
 
 template <class Text>
-std::string Joined(const std::vector<compiled::Datum>& items, Text text) {
-  std::string joined;
-  for (const compiled::Datum& item : items) joined += (joined.empty() ? "" : ", ") + text(item);
-  return joined;
+std::vector<std::string> PiecesOf(const std::vector<compiled::Datum>& items, Text text) {
+  std::vector<std::string> pieces;
+  pieces.reserve(items.size());
+  for (const compiled::Datum& item : items) {
+    if (!pieces.empty()) pieces.back() += ',';
+    pieces.push_back(text(item));
+  }
+  return pieces;
 }
 
-std::string NamedPartText(const EntryPart& part) {
-  const std::string items = Joined(
+std::vector<std::string> NamedPartPieces(const EntryPart& part) {
+  std::vector<std::string> pieces = PiecesOf(
       part.items, [&](const compiled::Datum& datum) { return InnerText(datum, part.is_address); });
-  return part.name + (part.is_list ? "=[" + items + "]" : "=" + items);
+  if (pieces.empty()) pieces.emplace_back();
+  pieces.front().insert(0, part.name + (part.is_list ? "=[" : "="));
+  if (part.is_list) pieces.back() += ']';
+  return pieces;
+}
+
+std::string BriefItem(const compiled::Datum& datum) {
+  const bool is_bare = datum.IsNumber() && datum.written.empty() && !HasTopBit(datum.number);
+  return is_bare ? std::to_string(datum.number) : InnerText(datum, false);
+}
+
+std::string TypeText(const EntryValue& value) {
+  return value.written_type.empty() ? fmt::format("type {}", *value.type)
+                                    : support::NameText(value.written_type);
+}
+
+std::string Joined(const std::vector<std::string>& pieces) {
+  std::string text;
+  for (const std::string& piece : pieces) text += (text.empty() ? "" : " ") + piece;
+  return text;
 }
 
 // Programs need not distinguish properties from repeaters.
@@ -135,20 +172,61 @@ std::string NumberText(std::uint32_t number) {
   return fmt::format("{0} (0x{0:X}, {1})", number, static_cast<std::int32_t>(number));
 }
 
-std::string PartText(const EntryPart& part) {
-  return part.items.empty() ? "(none)" : Joined(part.items, OuterText);
+bool IsAddress(std::uint32_t type, std::string_view part) {
+  const language::Shape shape = language::FindValueType(type).shape;
+  return (shape == language::Shape::kBus || shape == language::Shape::kBusArgs) &&
+         (part == "Operand" || part == "BaseAddress");
 }
 
-std::string ValueText(const EntryValue& value) {
-  std::string text;
+const language::SectionKind* KindOfIds(std::uint32_t section, std::uint32_t entry) {
+  const language::Reference* reference = language::FindReference(section, entry);
+  const bool is_id = reference != nullptr && reference->key == language::ENTRY_ID;
+  return is_id ? language::FindSourceKind(reference->target) : nullptr;
+}
+
+EntryPart TypePart(const EntryValue& value) {
+  compiled::Datum type = compiled::NumberDatum(*value.type);
+  type.written = value.written_type;
+  return {"Type", false, {type}};
+}
+
+std::vector<compiled::Datum> ItemsOf(const EntryValue& value) {
+  std::vector<compiled::Datum> items;
   if (value.type) {
-    text = fmt::format("type {}", *value.type) + (value.parts.empty() ? "" : ":");
+    items = TypePart(value).items;
+    items.front().row = language::FindClass(language::CLASS_ValueType);
   }
   for (const EntryPart& part : value.parts) {
-    if (!text.empty()) text += ' ';
-    text += part.name.empty() ? PartText(part) : NamedPartText(part);
+    items.insert(items.end(), part.items.begin(), part.items.end());
   }
-  return text.empty() ? "(none)" : text;
+  return items;
+}
+
+std::vector<std::string> PartPieces(const EntryPart& part) {
+  if (part.items.empty()) return {"(none)"};
+  return PiecesOf(part.items, OuterText);
+}
+
+std::string PartText(const EntryPart& part) { return Joined(PartPieces(part)); }
+
+std::vector<std::string> ValuePieces(const EntryValue& value) {
+  std::vector<std::string> pieces;
+  if (value.type) pieces.push_back(TypeText(value) + (value.parts.empty() ? "" : ":"));
+  for (const EntryPart& part : value.parts) {
+    const std::vector<std::string> more =
+        part.name.empty() ? PartPieces(part) : NamedPartPieces(part);
+    pieces.insert(pieces.end(), more.begin(), more.end());
+  }
+  if (pieces.empty()) pieces.emplace_back("(none)");
+  return pieces;
+}
+
+std::string ValueText(const EntryValue& value) { return Joined(ValuePieces(value)); }
+
+std::string BriefText(const std::string& key, const EntryValue& value) {
+  const bool is_plain = value.parts.size() == 1 && value.parts.front().name.empty();
+  if (!is_plain) return support::SafeText(key) + '=' + ValueText(value);
+  return support::SafeText(key) + '=' + Joined(PiecesOf(value.parts.front().items, BriefItem));
 }
 
 std::string CellsText(const compiled::TableCells& cells) {
@@ -178,6 +256,8 @@ void WriteDatum(support::JsonObject& json, const compiled::Datum& datum) {
   } else {
     WriteText(json, "value", datum.text);
   }
+  if (!datum.written.empty()) json.Member("written", datum.written);
+  if (!datum.name.empty()) json.Member("name", datum.name);
 }
 
 void WritePart(support::JsonObject& json, const EntryPart& part) {
@@ -192,6 +272,7 @@ void WriteEntry(support::JsonObject& json, const std::string& name, const EntryV
     return;
   }
   if (value.type) json.Member("type", *value.type);
+  if (!value.written_type.empty()) json.Member("written_type", value.written_type);
   json.Objects("parts", value.parts, WritePart);
 }
 

@@ -4,12 +4,16 @@
 //
 //   text        any text is a string member; when its bytes are not UTF-8, the string holds
 //               replacement characters and the same object gets a member "hex" with the exact bytes
-//   value       {"class": CLASS, "value": number, text or null}
+//   value       {"class": CLASS, "value": number, text or null}; also "written", how the script
+//   wrote
+//               a number, where a debug meta file has it, and "name", that of the section whose ID
+//               the number is
 //   CLASS       number, string, group, action, table, value, global, name, argument (its number),
 //               operator (its text), type (its number), unresolved (null)
 //   part        {"name": text, "values": [value, ...]}
 //   entry       {"name": text, "values": [...]}, or for value, global and repeater entries
-//               {"name": text, "type": number, "parts": [part, ...]}; repeaters have no type
+//               {"name": text, "type": number, "parts": [part, ...]}; repeaters have no type; a
+//               debug meta file also has "written_type", the word for the type
 #ifndef INSPECT_ENTRY_VALUE_H_
 #define INSPECT_ENTRY_VALUE_H_
 
@@ -20,6 +24,8 @@
 #include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "support/json.h"
 
@@ -35,7 +41,21 @@ struct EntryPart {
 struct EntryValue {
   std::optional<std::uint32_t> type;  // of a value or global entry
   std::vector<EntryPart> parts;
+  std::string written_type = {};  // as the script wrote it; empty when that is not known
 };
+
+// The type as a part of the value, which has one.
+EntryPart TypePart(const EntryValue& value);
+
+// All values of the entry, one after the other, as a path counts them.
+std::vector<compiled::Datum> ItemsOf(const EntryValue& value);
+
+// Whether the part of a value of that type is where something is on a bus.
+bool IsAddress(std::uint32_t type, std::string_view part);
+
+// The kind of sections whose IDs an entry gives, both named by their identifiers in the source
+// model; null when it gives none.
+const ruxcomp::language::SectionKind* KindOfIds(std::uint32_t section, std::uint32_t entry);
 
 // Value, global and repeater entries have the parts that the library's selectors pick; what no
 // selector fits is one part "Values". All other entries are one nameless part.
@@ -49,8 +69,16 @@ std::string NumberText(std::uint32_t number);
 // "type 5: Operand=0x2E Number=8 BusType=1 BaseAddress=0 Args=[G_FAN_MAX, 3]".
 std::string ValueText(const EntryValue& value);
 
+// The same in pieces between which a line may be broken at a blank.
+std::vector<std::string> ValuePieces(const EntryValue& value);
+
 // The same for one part by itself.
 std::string PartText(const EntryPart& part);
+std::vector<std::string> PartPieces(const EntryPart& part);
+
+// "THRESHOLD_FH=1200", "VALUE=type 5: Operand=...": an entry among others in a line. Numbers are in
+// decimal, which is what limits are compared in.
+std::string BriefText(const std::string& key, const EntryValue& value);
 
 // The cells of a table, a line for each stretch of equal ones: "0..31  40 (0x28)".
 std::string CellsText(const compiled::TableCells& cells);

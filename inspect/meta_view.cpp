@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/compiled_file.h"
 #include "compiled/datum.h"
 #include "inspect/entry_value.h"
+#include "inspect/meta_model.h"
 #include "inspect/path.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/sections.h"
@@ -20,22 +20,14 @@
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/records.h"
-#include "ruxcomp/verify.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {
 
-MetaView::MetaView(const std::string& path) : path_(path) {
-  constexpr auto kForm = compiled::Form::kMeta;
-  compiled::MapWholeFile(path, bytes_);
-  compiled::ExpectForm(path, bytes_.view(), kForm);
-  ruxcomp::Fault fault;
-  std::optional<ruxcomp::Model> opened = ruxcomp::Model::OpenBytes(bytes_.view(), &fault);
-  if (!opened) throw compiled::Unsound(path, kForm, fault);
-  model_ = std::move(*opened);
-}
+MetaView::MetaView(const std::string& path, std::unique_ptr<ruxcomp::file::KeptBytes> bytes)
+    : FileView(path), bytes_(std::move(bytes)), model_(OpenModel(path, bytes_->view())) {}
 
 compiled::Datum DatumOf(const ruxcomp::Value& value) {
   if (const std::optional<compiled::Datum> immediate = compiled::ImmediateDatum(value.index()))
@@ -50,26 +42,26 @@ compiled::Datum DatumOf(const ruxcomp::Value& value) {
   }
 }
 
+namespace {
+
+// The key of an entry as a script writes it in such a section.
 std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
   std::string key =
       compiled::KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));
   return key.empty() ? fmt::format("(entry 0x{:08X})", entry.identifier()) : key;
 }
 
-namespace {
-
 std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
   if (!section) return std::nullopt;
   return section.ordinal();
 }
 
-NamedSections NamesOf(const MetaView& meta, const ruxcomp::language::SectionKind& kind) {
-  const ruxcomp::Sections sections = meta.SectionsOf(kind);
+NamedSections NamesOf(const ruxcomp::Model* model, const SectionKind& kind) {
+  const ruxcomp::Sections sections = model->sections(kind.compiled);
   const auto name = [=](std::size_t i) -> std::optional<std::string> {
     if (!sections[i].has_name()) return std::nullopt;
     return std::string(sections[i].name());
   };
-  const ruxcomp::Model* model = &meta.model();
   const std::uint32_t section = kind.compiled;
   return {
       kind.keyword,
@@ -102,15 +94,19 @@ ruxcomp::Entry FindEntry(const ruxcomp::Section& section, const std::string& key
   return {};
 }
 
+struct FoundEntry {
+  ruxcomp::Section section;
+  ruxcomp::Entry entry = {};
+};
+
 // The entry of that key in the first section of the kind that has it.
-Found FindInAny(const MetaView& meta, const ruxcomp::language::SectionKind& kind,
-                const std::string& key) {
+FoundEntry FindInAny(const ruxcomp::Model& model, const SectionKind& kind, const std::string& key) {
   for (const std::string& name : compiled::NamesOfKey(key)) {
-    const ruxcomp::Section section = meta.model().section_named(kind.compiled, name);
+    const ruxcomp::Section section = model.section_named(kind.compiled, name);
     if (const ruxcomp::Entry entry = EntryByName(section, key)) return {section, entry};
   }
   std::vector<std::string> keys;
-  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
+  for (const ruxcomp::Section section : model.sections(kind.compiled)) {
     if (const ruxcomp::Entry entry = FindEntry(section, key, keys)) return {section, entry};
   }
   throw EntryNotFound(std::string("no ") + kind.keyword + " section has an", key, keys);
@@ -120,69 +116,101 @@ Found FindInAny(const MetaView& meta, const ruxcomp::language::SectionKind& kind
 EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
   const ruxcomp::Values values = entry.values();
   if (n < values.size()) return {"", false, {DatumOf(values[n])}};
-  throw NotFound(fmt::format("there is no value @{}; the entry has {}", n, values.size()));
+  throw NoValueAt(n, values.size());
 }
 
-EntryPart PartNamed(const ruxcomp::Entry& entry, const std::string& name) {
-  EntryValue value = ValueOf(entry);
-  if (value.type) {
-    value.parts.insert(value.parts.begin(), {"Type", false, {compiled::NumberDatum(*value.type)}});
-  }
-  std::vector<std::string> names;
-  for (const EntryPart& part : value.parts) {
-    if (part.name.empty()) continue;
-    if (strcasecmp(part.name.c_str(), name.c_str()) == 0) return part;
-    names.push_back(part.name);
-  }
-  throw NotFound("the entry has no part " + support::NameText(name) +
-                 support::NearText(name, names));
-}
-
-void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
-  if (path.size() == 1) {
-    throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "the path names no section (rux ls lists those of kind {})",
-                           kind.keyword);
-  }
+// Of a compiled entry; 0 for one without a fixed identifier.
+std::uint32_t SourceEntry(std::uint32_t identifier) {
+  const ruxcomp::language::EntryRow* row = ruxcomp::language::FindCompiledEntryRow(identifier);
+  return row == nullptr ? 0 : static_cast<std::uint32_t>(row->source);
 }
 
 }  // namespace
 
-const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword) {
-  std::vector<std::string> keywords;
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
-    if (!kind.IsCompiled()) continue;
-    if (strcasecmp(kind.keyword, keyword.c_str()) == 0) return kind;
-    keywords.emplace_back(kind.keyword);
-  }
-  throw NotFound("meta files have no kind " + support::NameText(keyword) +
-                 support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
+const SectionKind& MetaView::ExpectKind(const std::string& keyword) const {
+  return KindNamed(keyword, true, "meta files");
 }
 
-Found Find(const MetaView& meta, const std::vector<PathStep>& path) {
-  const ruxcomp::language::SectionKind& kind = ExpectKind(path.front().text);
+std::size_t MetaView::CountOf(const SectionKind& kind) const {
+  return kind.IsCompiled() ? SectionsOf(kind).size() : 0;
+}
+
+SectionLabel MetaView::LabelOf(const SectionKind& kind, std::size_t ordinal) const {
+  const ruxcomp::Section section = SectionsOf(kind)[ordinal];
+  SectionLabel label{ordinal, std::nullopt, section.id()};
+  if (section.has_name()) label.name = std::string(section.name());
+  return label;
+}
+
+std::vector<std::string> MetaView::KeysOf(const SectionKind& kind, std::size_t ordinal) const {
+  const ruxcomp::Section section = SectionsOf(kind)[ordinal];
+  std::vector<std::string> keys;
+  for (const ruxcomp::Entry entry : section.entries()) keys.push_back(KeyOf(section, entry));
+  return keys;
+}
+
+std::vector<KeyedValue> MetaView::EntriesOf(const SectionKind& kind, std::size_t ordinal) const {
+  const ruxcomp::Section section = SectionsOf(kind)[ordinal];
+  std::vector<KeyedValue> entries;
+  for (const ruxcomp::Entry entry : section.entries()) {
+    entries.push_back({KeyOf(section, entry), NamedValueOf(section, entry)});
+  }
+  return entries;
+}
+
+std::optional<EntryValue> MetaView::EntryOf(const SectionKind& kind, std::size_t ordinal,
+                                            const std::string& key) const {
+  const ruxcomp::Section section = SectionsOf(kind)[ordinal];
+  std::vector<std::string> keys;
+  const ruxcomp::Entry entry = FindEntry(section, key, keys);
+  return entry ? std::make_optional(NamedValueOf(section, entry)) : std::nullopt;
+}
+
+const compiled::TableCells* MetaView::CellsOf(const SectionKind& kind, std::size_t ordinal) const {
+  return kind.source == ruxcomp::language::SECTION_TABLE
+             ? model_.table(static_cast<std::uint32_t>(ordinal))
+             : nullptr;
+}
+
+// With the names of the sections whose IDs it gives.
+EntryValue MetaView::NamedValueOf(const ruxcomp::Section& section,
+                                  const ruxcomp::Entry& entry) const {
+  EntryValue value = ValueOf(entry);
+  const SectionKind* target =
+      KindOfIds(ruxcomp::language::SourceSection(section.kind()), SourceEntry(entry.identifier()));
+  if (target == nullptr) return value;
+  for (EntryPart& part : value.parts) {
+    for (compiled::Datum& item : part.items) {
+      const ruxcomp::Section named = model_.section_with_id(target->compiled, item.number);
+      if (named && named.has_name()) item.name = named.name();
+    }
+  }
+  return value;
+}
+
+Found MetaView::Find(const std::vector<PathStep>& path) const {
+  const SectionKind& kind = ExpectKind(path.front().text);
   CheckForm(kind, path);
-  const ruxcomp::Sections sections = meta.SectionsOf(kind);
+  const ruxcomp::Sections sections = SectionsOf(kind);
   if (sections.empty()) throw NotFound(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;
-  Found found;
-  if (kind.HasNames() || OrdinalOf(*step)) {
-    found.section = sections[FindSection(NamesOf(meta, kind), *step++)];
-    if (step == path.end()) return found;
+  FoundEntry at;
+  if (kind.HasNames() || inspect::OrdinalOf(*step)) {
+    at.section = sections[FindSection(NamesOf(&model_, kind), *step++)];
+    if (step == path.end()) return {&kind, at.section.ordinal()};
     std::vector<std::string> keys;
-    found.entry = FindEntry(found.section, step->text, keys);
-    if (!found.entry)
+    at.entry = FindEntry(at.section, step->text, keys);
+    if (!at.entry)
       throw EntryNotFound(std::string("the ") + kind.keyword + " section has no", step->text, keys);
   } else {
-    found = FindInAny(meta, kind, step->text);
+    at = FindInAny(model_, kind, step->text);
   }
+  Found found{&kind, at.section.ordinal(),
+              KeyedValue{KeyOf(at.section, at.entry), NamedValueOf(at.section, at.entry)}};
   if (++step == path.end()) return found;
-  const auto number = OrdinalOf(*step);
-  found.part = number ? ValueAt(found.entry, *number) : PartNamed(found.entry, step->text);
-  if (++step != path.end()) {
-    throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "the path goes on behind a part of an entry");
-  }
+  const auto number = inspect::OrdinalOf(*step);
+  found.part = number ? ValueAt(at.entry, *number) : PartNamed(found.entry->value, step->text);
+  if (++step != path.end()) throw PathTooLong();
   return found;
 }
 

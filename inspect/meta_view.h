@@ -1,15 +1,19 @@
-// A meta file for reading: the read model, in the words of a script's author, and what is at a
-// path.
+// A meta file for reading: the read model, in the words of a script's author.
 #ifndef INSPECT_META_VIEW_H_
 #define INSPECT_META_VIEW_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/file.h"
+#include "compiled/meta.h"
 #include "inspect/entry_value.h"
+#include "inspect/file_view.h"
 #include "inspect/path.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/language/sections.h"
@@ -17,52 +21,38 @@
 
 namespace rux::inspect {
 
-class MetaView {
+class MetaView : public FileView {
  public:
-  // Throws a Failure when the file cannot be read or is not a sound meta file.
-  explicit MetaView(const std::string& path);
+  // Throws a Failure when the bytes of the file are not those of a sound meta file.
+  MetaView(const std::string& path, std::unique_ptr<ruxcomp::file::KeptBytes> bytes);
 
-  const std::string& path() const { return path_; }
+  compiled::Form form() const override { return compiled::Form::kMeta; }
+  std::uint32_t version() const override { return model_.info().version; }
+  std::uint32_t creation_time() const override { return model_.info().creationTime; }
 
-  // Of a kind that meta files can hold, in file order.
-  ruxcomp::Sections SectionsOf(const ruxcomp::language::SectionKind& kind) const {
-    return model_.sections(kind.compiled);
-  }
-
-  const ruxcomp::Model& model() const { return model_; }
+  const SectionKind& ExpectKind(const std::string& keyword) const override;
+  std::size_t CountOf(const SectionKind& kind) const override;
+  SectionLabel LabelOf(const SectionKind& kind, std::size_t ordinal) const override;
+  std::vector<std::string> KeysOf(const SectionKind& kind, std::size_t ordinal) const override;
+  std::vector<KeyedValue> EntriesOf(const SectionKind& kind, std::size_t ordinal) const override;
+  std::optional<EntryValue> EntryOf(const SectionKind& kind, std::size_t ordinal,
+                                    const std::string& key) const override;
+  std::string SourceFileOf(const SectionKind&, std::size_t) const override { return ""; }
+  const compiled::TableCells* CellsOf(const SectionKind& kind, std::size_t ordinal) const override;
+  Found Find(const std::vector<PathStep>& path) const override;
 
  private:
-  const std::string path_;
-  ruxcomp::file::KeptBytes bytes_;
+  ruxcomp::Sections SectionsOf(const SectionKind& kind) const {
+    return model_.sections(kind.compiled);
+  }
+  EntryValue NamedValueOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) const;
+
+  std::unique_ptr<ruxcomp::file::KeptBytes> bytes_;
   ruxcomp::Model model_;  // of these bytes
 };
 
 // What a value stands for, with names as a script writes them.
 compiled::Datum DatumOf(const ruxcomp::Value& value);
-
-// The key of an entry as a script writes it in such a section.
-std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
-
-// The kind of that keyword. Throws a Failure that names the kinds near it.
-const ruxcomp::language::SectionKind& ExpectKind(const std::string& keyword);
-
-// What a path leads to: a section, one of its entries, or a part of that entry.
-struct Found {
-  ruxcomp::Section section;
-  ruxcomp::Entry entry = {};
-  std::optional<EntryPart> part = {};
-};
-
-// KIND/SECTION[/ENTRY[/PART]]
-//
-//   SECTION  a name, #ID, or @ordinal. In kinds without names, a name is that of an entry and leads
-//            to it in the first section that has it.
-//   ENTRY    the key as a script writes it
-//   PART     Type or the name of a part; @n is the n-th value of the entry, from 0
-//
-// Throws a Failure of findings that says what does not exist and which names are near it, and one
-// of wrong usage for a path of another form.
-Found Find(const MetaView& meta, const std::vector<PathStep>& path);
 
 }  // namespace rux::inspect
 

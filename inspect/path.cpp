@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ruxcomp/language/number.h"
+#include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
@@ -128,6 +129,18 @@ std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
   }
   if (const auto id = step.NumberAfter(kIdSign)) return ById(sections, *id);
   return ByName(sections, step.text);
+}
+
+void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
+  if (path.size() > 1) return;
+  throw support::Failure(support::ExitStatus::kWrongUsage,
+                         "the path names no section ('rux ls FILE {}' lists them)", kind.keyword);
+}
+
+support::Failure PathTooLong() { return BadPath("the path goes on after a part of an entry"); }
+
+support::Failure NoValueAt(std::uint32_t n, std::size_t count) {
+  return NotFound(fmt::format("there is no value @{}; the entry has {}", n, count));
 }
 
 support::Failure NotFound(const std::string& text) {

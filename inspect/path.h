@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 
 namespace rux::inspect {
@@ -46,6 +47,13 @@ std::optional<std::uint32_t> OrdinalOf(const PathStep& step);
 // The ordinal of the section that the step names by its ordinal, ID or name. Throws a Failure of
 // findings that names what is near it.
 std::size_t FindSection(const NamedSections& sections, const PathStep& step);
+
+// The ends of questions that are no paths: one that names a kind only, one that goes on after a
+// part.
+void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path);
+support::Failure PathTooLong();
+// There is no n-th value.
+support::Failure NoValueAt(std::uint32_t n, std::size_t count);
 
 // The end of a question for what is not there.
 support::Failure NotFound(const std::string& text);

@@ -107,7 +107,10 @@ std::size_t Columns(const Character& character) {
 }
 
 std::size_t Columns(std::string_view text) {
-  std::size_t columns = 0;
+  // Most texts are ASCII throughout.
+  const auto* const plain_end = std::find_if_not(text.begin(), text.end(), IsPlain);
+  auto columns = static_cast<std::size_t>(plain_end - text.begin());
+  text.remove_prefix(columns);
   while (!text.empty()) {
     const Character character = FirstCharacter(text);
     text.remove_prefix(character.bytes.size());

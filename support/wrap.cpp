@@ -1,37 +1,15 @@
 #include "support/wrap.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <cstdlib>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "support/safe_text.h"
 
 namespace rux::support {
 namespace {
-
-// Zero when the environment does not say.
-std::size_t ColumnsOfEnvironment() {
-  const char* text = std::getenv("COLUMNS");
-  if (text == nullptr) return 0;
-  const std::string_view digits = text;
-  std::size_t columns = 0;
-  const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), columns);
-  return error == std::errc() && stop == digits.data() + digits.size() ? columns : 0;
-}
-
-// Zero when standard output is not a terminal, or one of unknown size.
-std::size_t ColumnsOfTerminal() {
-  struct winsize size = {};
-  return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
-}
 
 // Lines that pieces of text are added to, each of which stays whole.
 class Lines {
@@ -40,7 +18,7 @@ class Lines {
 
   void Add(std::string_view piece) {
     const std::size_t columns = Columns(piece);
-    if (!is_at_begin_ && column_ + 1 + columns > width_) {
+    if (!is_at_begin_ && width_ != kEndless && column_ + 1 + columns > width_) {
       text_ += '\n';
       text_.append(indent_, ' ');
       column_ = indent_;
@@ -65,14 +43,6 @@ class Lines {
 
 }  // namespace
 
-std::size_t TextWidth() {
-  constexpr std::size_t kDefault = 80;
-  constexpr std::size_t kLeast = 20;
-  std::size_t columns = ColumnsOfEnvironment();
-  if (columns == 0) columns = ColumnsOfTerminal();
-  return columns == 0 ? kDefault : std::max(columns, kLeast);
-}
-
 std::string Wrapped(std::string_view text, std::size_t width, std::size_t column) {
   Lines lines(width, column);
   while (!text.empty()) {
@@ -83,13 +53,33 @@ std::string Wrapped(std::string_view text, std::size_t width, std::size_t column
   return lines.text();
 }
 
-std::string WrappedList(const std::vector<std::string>& items, std::size_t width,
-                        std::size_t column) {
+std::string WrappedPieces(const std::vector<std::string>& pieces, std::size_t width,
+                          std::size_t column) {
   Lines lines(width, column);
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    lines.Add(i + 1 < items.size() ? items[i] + ',' : items[i]);
-  }
+  for (const std::string& piece : pieces) lines.Add(piece);
   return lines.text();
+}
+
+std::string InColumns(const std::vector<std::string>& texts, const std::vector<std::string>& shown,
+                      std::size_t width) {
+  constexpr std::size_t kGap = 3;
+  std::string lines;
+  if (width == kEndless) {
+    for (const std::string& text : shown) lines.append(text).append("\n");
+    return lines;
+  }
+  std::size_t widest = 0;
+  for (const std::string& text : texts) widest = std::max(widest, Columns(text));
+  const std::size_t columns = std::max<std::size_t>(1, (width + kGap) / (widest + kGap));
+  const std::size_t rows = (texts.size() + columns - 1) / columns;
+  for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t i = row; i < texts.size(); i += rows) {
+      lines += shown[i];
+      if (i + rows < texts.size()) lines.append(widest - Columns(texts[i]) + kGap, ' ');
+    }
+    lines += '\n';
+  }
+  return lines;
 }
 
 }  // namespace rux::support

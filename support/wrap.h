@@ -9,17 +9,21 @@
 
 namespace rux::support {
 
-// The columns of text for people: as many as COLUMNS says, or the terminal that standard output is,
-// or 80. Never fewer than 20.
-std::size_t TextWidth();
+// The width of lines that are not broken.
+inline constexpr std::size_t kEndless = static_cast<std::size_t>(-1);
 
 // The text in lines of up to `width` columns, broken at blanks. `column` is where the text begins;
 // lines after the first are indented that far. A longer word has a line of its own.
 std::string Wrapped(std::string_view text, std::size_t width, std::size_t column = 0);
 
-// The same for items, which stay whole, separated by commas.
-std::string WrappedList(const std::vector<std::string>& items, std::size_t width,
-                        std::size_t column);
+// The same for pieces of text, which stay whole.
+std::string WrappedPieces(const std::vector<std::string>& pieces, std::size_t width,
+                          std::size_t column);
+
+// A line for each text, or several in a line where they fit; those go down the columns. `shown` are
+// the texts as they are printed, which may be in colours.
+std::string InColumns(const std::vector<std::string>& texts, const std::vector<std::string>& shown,
+                      std::size_t width);
 
 }  // namespace rux::support
 

@@ -15,7 +15,7 @@
 #include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
-#include "support/wrap.h"
+#include "support/terminal.h"
 #include "tool/command.h"
 #include "tool/help.h"
 

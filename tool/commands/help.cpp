@@ -7,7 +7,7 @@
 
 #include "support/failure.h"
 #include "support/standard_streams.h"
-#include "support/wrap.h"
+#include "support/terminal.h"
 #include "tool/command.h"
 
 namespace rux::tool {

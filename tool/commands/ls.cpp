@@ -1,30 +1,33 @@
-// rux ls META [KIND]
+// rux ls FILE [KIND]
 //
 // With --json, without KIND:
 //   {"file": text, "version": number, "created": number,
 //    "kinds": [{"kind": text, "sections": number}, ...]}
 // and with KIND:
-//   {"kind": text, "sections": [{"ordinal": number, "name": text, "id": number}, ...]}
-// where "id" is missing in kinds without IDs, and sections of kinds without names have
-// "entries": [{"name": text}, ...] instead of the name. See inspect/entry_value.h for "hex".
-#include <fmt/format.h>
+//   {"kind": text, "sections": [{"ordinal": number, "name": text, "id": number, "file": text},
+//   ...]}
+// where "id" is missing in kinds without IDs, "file" in meta files, and sections of kinds without
+// names have "entries": [{"name": text}, ...] instead of the name; with --long, all have "entries",
+// with their values. With --tree:
+//   {"groups": [{"ordinal", "depth": number, "name", "sensors": [{"ordinal", "name", "id"}, ...]},
+//   ...],
+//    "pelmgroups": [{"ordinal", "depth", "name", "id", "sensors": [{"id", "name"}, ...]}, ...]}
+// in the order of the tree. See inspect/entry_value.h for "hex" and for values.
+#include <unistd.h>
 
-#include <cstddef>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "inspect/dump.h"
-#include "inspect/entry_value.h"
-#include "inspect/meta_view.h"
+#include "inspect/file_view.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/model/handles.h"
 #include "support/failure.h"
 #include "support/json.h"
-#include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "tool/command.h"
+#include "tool/view_arguments.h"
 
 namespace rux::tool {
 namespace {
@@ -32,103 +35,69 @@ namespace {
 using support::JsonObject;
 
 struct Options {
-  std::string meta;
+  std::string file;
   std::string kind;
+  inspect::SectionFilter filter;
+  std::string color = "auto";
+  bool is_long = false;
+  bool tree = false;
   bool json = false;
 };
 
-std::string KindsText(const inspect::MetaView& meta) {
-  std::string text = fmt::format(
-      "{}: {}\n", support::SafePath(meta.path()),
-      inspect::FormatText(meta.model().info().version, meta.model().info().creationTime));
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
-    if (!kind.IsCompiled()) continue;
-    const std::size_t count = meta.SectionsOf(kind).size();
-    if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
+// The sections that the options select, of one kind or of all.
+struct Selected {
+  const inspect::SectionKind* kind;
+  std::vector<std::size_t> ordinals;
+};
+
+std::vector<Selected> SelectedOf(const inspect::FileView& view, const Options& options) {
+  if (!options.kind.empty()) {
+    const inspect::SectionKind& kind = view.ExpectKind(options.kind);
+    return {{&kind, inspect::SectionsThatFit(view, kind, options.filter)}};
   }
-  return text;
-}
-
-std::string KindsJson(const inspect::MetaView& meta) {
-  std::vector<std::pair<std::string, std::size_t>> kinds;
-  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
-    if (!kind.IsCompiled()) continue;
-    const std::size_t count = meta.SectionsOf(kind).size();
-    if (count > 0) kinds.emplace_back(kind.keyword, count);
+  std::vector<Selected> all;
+  for (const inspect::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+    std::vector<std::size_t> ordinals = inspect::SectionsThatFit(view, kind, options.filter);
+    if (!ordinals.empty()) all.push_back({&kind, std::move(ordinals)});
   }
-  return support::JsonDocument([&](JsonObject& json) {
-    inspect::WriteText(json, "file", meta.path());
-    json.Member("version", meta.model().info().version);
-    json.Member("created", meta.model().info().creationTime);
-    json.Objects("kinds", kinds, [](JsonObject& object, const auto& kind) {
-      object.Member("kind", kind.first);
-      object.Member("sections", kind.second);
-    });
-  });
+  return all;
 }
 
-std::vector<std::string> KeysOf(const ruxcomp::Section& section) {
-  std::vector<std::string> keys;
-  for (const ruxcomp::Entry entry : section.entries())
-    keys.push_back(inspect::KeyOf(section, entry));
-  return keys;
-}
-
-// What distinguishes a section from the others of its kind.
-std::string SectionText(const ruxcomp::language::SectionKind& kind,
-                        const ruxcomp::Section& section) {
-  std::string text = fmt::format("@{}", section.ordinal());
-  if (!kind.HasNames()) {
-    const char* separator = "  ";
-    for (const std::string& key : KeysOf(section)) {
-      text += std::exchange(separator, ", ") + support::NameText(key);
-    }
-    return text;
-  }
-  if (const auto id = section.id()) text += fmt::format("  #0x{:X}", *id);
-  if (section.has_name()) text += "  " + support::NameText(section.name());
-  return text;
-}
-
-void WriteSection(JsonObject& json, const ruxcomp::language::SectionKind& kind,
-                  const ruxcomp::Section& section) {
-  json.Member("ordinal", section.ordinal());
-  if (!kind.HasNames()) {
-    json.Objects("entries", KeysOf(section), [](JsonObject& entry, const std::string& key) {
-      inspect::WriteText(entry, "name", key);
-    });
-    return;
-  }
-  if (section.has_name()) inspect::WriteText(json, "name", section.name());
-  if (const auto id = section.id()) json.Member("id", *id);
-}
-
-std::string KindJson(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
-  return support::JsonDocument([&](JsonObject& json) {
-    json.Member("kind", kind.keyword);
-    json.Objects("sections", meta.SectionsOf(kind),
-                 [&](JsonObject& object, const ruxcomp::Section& section) {
-                   WriteSection(object, kind, section);
-                 });
-  });
-}
-
-std::string KindText(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind) {
+std::string ListText(const inspect::FileView& view, const Options& options) {
+  const bool uses_colour = support::UsesColour(options.color, STDOUT_FILENO);
+  if (options.tree) return inspect::TreeText(view, uses_colour);
+  const bool lists_sections =
+      !options.kind.empty() || options.is_long || !options.filter.is_empty();
+  if (!lists_sections) return inspect::KindsText(view);
+  const inspect::ListStyle style{options.is_long, support::OutputWidth(), uses_colour};
   std::string text;
-  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
-    text += SectionText(kind, section) + '\n';
+  for (const Selected& each : SelectedOf(view, options)) {
+    if (options.kind.empty())
+      text += (text.empty() ? "[" : "\n[") + std::string(each.kind->keyword) + "]\n";
+    text += inspect::SectionsText(view, *each.kind, each.ordinals, style);
   }
   return text;
+}
+
+void WriteList(JsonObject& json, const inspect::FileView& view, const Options& options) {
+  if (options.tree) return inspect::WriteTree(json, view);
+  if (options.kind.empty() && !options.is_long && options.filter.is_empty())
+    return inspect::WriteKinds(json, view);
+  const std::vector<Selected> selected = SelectedOf(view, options);
+  if (!options.kind.empty()) {
+    const Selected& one = selected.front();
+    return inspect::WriteSections(json, view, *one.kind, one.ordinals, options.is_long);
+  }
+  json.Objects("kinds", selected, [&](JsonObject& object, const Selected& each) {
+    inspect::WriteSections(object, view, *each.kind, each.ordinals, options.is_long);
+  });
 }
 
 support::ExitStatus Ls(const Options& options) {
-  const inspect::MetaView meta(options.meta);
-  if (options.kind.empty()) {
-    support::PrintOut(options.json ? KindsJson(meta) : KindsText(meta));
-  } else {
-    const ruxcomp::language::SectionKind& kind = inspect::ExpectKind(options.kind);
-    support::PrintOut(options.json ? KindJson(meta, kind) : KindText(meta, kind));
-  }
+  const std::unique_ptr<inspect::FileView> view = inspect::OpenView(options.file);
+  support::PrintOut(options.json ? support::JsonDocument(
+                                       [&](JsonObject& json) { WriteList(json, *view, options); })
+                                 : ListText(*view, options));
   return support::ExitStatus::kDone;
 }
 
@@ -136,14 +105,21 @@ support::ExitStatus Ls(const Options& options) {
 
 Action SetUpLs(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("META", &options->meta, "The meta file to read").File().Required();
+  AddViewedFile(arguments, options->file);
   arguments.Add("KIND", &options->kind, "List the sections of this kind, such as SENSOR");
+  arguments.Add("-l,--long", &options->is_long, "Also show types, limits and parents");
+  arguments.Add("--tree", &options->tree, "Show the groups with their sensors as trees")
+      .Without("--long");
+  AddSectionFilter(arguments, options->filter);
+  AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON");
   arguments.Footer(
+      "Without KIND, the kinds are listed with their numbers of sections; with --long, --name or\n"
+      "--file, the sections of all kinds.\n\n"
       "With --json: {file, version, created, kinds: [{kind, sections}]}, or with KIND\n"
       "{kind, sections: [{ordinal, name, id}]} ({ordinal, entries: [{name}]} in kinds without\n"
       "names). A text that is no UTF-8 comes with its bytes as \"hex\".\n\n"
-      "Example:\n  rux ls server.meta SENSOR");
+      "Examples:\n  rux ls server.meta SENSOR\n  rux ls -l server.meta sensor --name 'CPU*'");
   return [options] { return Ls(*options); };
 }
 

@@ -14,7 +14,7 @@
 namespace rux::tool {
 namespace {
 
-constexpr char kMeta[] = "META";
+constexpr char kFile[] = "FILE";
 constexpr char kDebugMeta[] = "METAD";
 
 Candidates Words(std::vector<Candidate> words) { return {std::move(words), false, {}}; }
@@ -22,11 +22,11 @@ Candidates Words(std::vector<Candidate> words) { return {std::move(words), false
 // The extensions of files that the help calls by that name.
 std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
   if (argument.value_name == "SCRIPT") return {".rux"};
-  if (argument.value_name == kMeta) return {".meta"};
+  if (argument.value_name == "META") return {".meta"};
   if (argument.value_name == kDebugMeta) return {".metad"};
   // What an option calls a FILE is any file; without an option, it is a compiled one of either
   // form.
-  if (argument.value_name == "FILE" && !argument.is_option()) return {".meta", ".metad"};
+  if (argument.value_name == kFile && !argument.is_option()) return {".meta", ".metad"};
   return {};
 }
 
@@ -47,12 +47,12 @@ Candidates CommandNames(const GivenValues&, const std::string&) {
 }
 
 Candidates Kinds(const GivenValues& given, const std::string&) {
-  const std::string* meta = FindFile(given, kMeta);
-  return meta == nullptr ? Candidates() : Words(KindWords(*meta));
+  const std::string* file = FindFile(given, kFile);
+  return file == nullptr ? Candidates() : Words(KindWords(*file));
 }
 
 Candidates Paths(const GivenValues& given, const std::string& typed) {
-  if (const std::string* meta = FindFile(given, kMeta)) return Words(MetaPathWords(*meta, typed));
+  if (const std::string* file = FindFile(given, kFile)) return Words(PathWords(*file, typed));
   const std::string* debug_meta = FindFile(given, kDebugMeta);
   return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
 }

@@ -30,16 +30,16 @@ struct Candidates {
 Candidates CandidatesFor(const CommandArgument& argument, const GivenValues& given,
                          const std::string& typed);
 
-// The kinds of sections that the meta file holds.
+// The kinds of sections that the compiled file holds.
 std::vector<Candidate> KindWords(const std::string& file);
 
 // The path as typed so far, with its last step replaced by each that may be there: names, IDs after
 // a '#', ordinals after a '@'. What cannot be typed is left out, or is there as its ordinal.
 //
-// The first is for `rux get` (inspect/meta_view.h), the second for `rux where`
+// The first is for `rux get` (inspect/file_view.h), the second for `rux where`
 // (inspect/debug_find.h). Both throw a Failure when the file cannot be read or has nothing where
 // the path leads.
-std::vector<Candidate> MetaPathWords(const std::string& file, const std::string& typed);
+std::vector<Candidate> PathWords(const std::string& file, const std::string& typed);
 std::vector<Candidate> DebugMetaPathWords(const std::string& file, const std::string& typed);
 
 // The first word of the command lines that are for shells: rux complete WORD... It is not a

@@ -1,20 +1,17 @@
 // The words that a path into a meta file or a debug meta file may go on with.
-#include <fmt/format.h>
-
 #include <cstddef>
-#include <optional>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "compiled/datum.h"
 #include "compiled/debug_meta.h"
 #include "inspect/debug_find.h"
 #include "inspect/debug_text.h"
 #include "inspect/entry_value.h"
-#include "inspect/meta_view.h"
+#include "inspect/file_view.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/model/handles.h"
-#include "ruxcomp/model/value.h"
 #include "tool/completion/completion.h"
 #include "tool/completion/typed_path.h"
 
@@ -27,33 +24,30 @@ bool HasNamedParts(const inspect::EntryValue& value) {
   return value.type || (!value.parts.empty() && !value.parts.front().name.empty());
 }
 
-void AddEntries(const ruxcomp::Section& section, TypedPath& path) {
+void AddEntries(const inspect::FileView& view, const inspect::SectionKind& kind,
+                std::size_t ordinal, TypedPath& path) {
   std::set<std::string> keys;  // of two entries with a key, a path leads to the first
-  for (const ruxcomp::Entry entry : section.entries()) {
-    const std::string key = inspect::KeyOf(section, entry);
-    if (!keys.insert(key).second) continue;
-    const inspect::EntryValue value = inspect::ValueOf(entry);
-    path.AddName(key, inspect::ValueText(value), HasNamedParts(value) ? kPartFollows : "");
+  for (const inspect::KeyedValue& entry : view.EntriesOf(kind, ordinal)) {
+    if (!keys.insert(entry.key).second) continue;
+    path.AddName(entry.key, inspect::ValueText(entry.value),
+                 HasNamedParts(entry.value) ? kPartFollows : "");
   }
 }
 
-void AddSections(const inspect::MetaView& meta, const ruxcomp::language::SectionKind& kind,
-                 TypedPath& path) {
-  for (const ruxcomp::Section section : meta.SectionsOf(kind)) {
+void AddSections(const inspect::FileView& view, const inspect::SectionKind& kind, TypedPath& path) {
+  for (std::size_t i = 0; i < view.CountOf(kind); ++i) {
     if (kind.HasNames()) {
-      const auto name =
-          section.has_name() ? std::optional<std::string>(section.name()) : std::nullopt;
-      path.AddSection({section.ordinal(), name, section.id()});
+      const inspect::SectionLabel label = view.LabelOf(kind, i);
+      path.AddSection({i, label.name, label.id});
     } else if (path.NextBegins('@')) {
-      path.AddOrdinal(section.ordinal(), "", kPartFollows);
+      path.AddOrdinal(i, "", kPartFollows);
     } else {
-      AddEntries(section, path);
+      AddEntries(view, kind, i, path);
     }
   }
 }
 
-void AddParts(const ruxcomp::Entry& entry, TypedPath& path) {
-  const inspect::EntryValue value = inspect::ValueOf(entry);
+void AddParts(const inspect::EntryValue& value, TypedPath& path) {
   if (HasNamedParts(value) && !path.NextBegins('@')) {
     if (value.type) path.AddName("Type", std::to_string(*value.type));
     for (const inspect::EntryPart& part : value.parts)
@@ -61,8 +55,8 @@ void AddParts(const ruxcomp::Entry& entry, TypedPath& path) {
     return;
   }
   std::size_t ordinal = 0;
-  for (const ruxcomp::Value item : entry.values()) {
-    path.AddOrdinal(ordinal++, inspect::PartText({"", false, {inspect::DatumOf(item)}}));
+  for (const compiled::Datum& item : inspect::ItemsOf(value)) {
+    path.AddOrdinal(ordinal++, inspect::PartText({"", false, {item}}));
   }
 }
 
@@ -105,27 +99,27 @@ void AddSections(const compiled::DebugMeta& meta,
 }  // namespace
 
 std::vector<Candidate> KindWords(const std::string& file) {
-  std::vector<Candidate> words = MetaPathWords(file, "");
+  std::vector<Candidate> words = PathWords(file, "");
   for (Candidate& word : words) word.text.pop_back();  // nothing follows: no slash
   return words;
 }
 
-std::vector<Candidate> MetaPathWords(const std::string& file, const std::string& typed) {
+std::vector<Candidate> PathWords(const std::string& file, const std::string& typed) {
   TypedPath path(typed);
-  const inspect::MetaView meta(file);
+  const std::unique_ptr<inspect::FileView> view = inspect::OpenView(file);
   if (path.steps().empty()) {
-    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
-      if (kind.IsCompiled()) path.AddKind(kind.keyword, meta.SectionsOf(kind).size());
+    for (const inspect::SectionKind& kind : ruxcomp::language::kSectionKinds) {
+      path.AddKind(kind.keyword, view->CountOf(kind));
     }
   } else if (path.steps().size() == 1) {
-    AddSections(meta, inspect::ExpectKind(path.steps().front().text), path);
+    AddSections(*view, view->ExpectKind(path.steps().front().text), path);
   } else {
-    const inspect::Found found = inspect::Find(meta, path.steps());
+    const inspect::Found found = view->Find(path.steps());
     if (found.part) return {};
     if (found.entry) {
-      AddParts(found.entry, path);
+      AddParts(found.entry->value, path);
     } else {
-      AddEntries(found.section, path);
+      AddEntries(*view, *found.kind, found.ordinal, path);
     }
   }
   return path.TakeWords();

@@ -1,0 +1,53 @@
+// What there is in a compiled file: its kinds of sections, the sections of a kind, the tree of its
+// groups.
+#ifndef INSPECT_SECTION_LIST_H_
+#define INSPECT_SECTION_LIST_H_
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "inspect/file_view.h"
+#include "support/json.h"
+
+namespace rux::inspect {
+
+// Patterns as shells have them (*, ?, [...]); an empty one fits everything.
+struct SectionFilter {
+  std::string name;  // of the section, or a key where sections have no names
+  std::string file;  // of the source file: its path or what follows the last slash
+
+  bool is_empty() const { return name.empty() && file.empty(); }
+};
+
+struct ListStyle {
+  bool is_long = false;  // with the entries that matter most: types, limits, parents
+  std::size_t width;     // of a line
+  bool uses_colour = false;
+};
+
+// The ordinals of the sections of a kind that fit. Throws a Failure of wrong usage for a filter by
+// files that the compiled file does not know.
+std::vector<std::size_t> SectionsThatFit(const FileView& view, const SectionKind& kind,
+                                         const SectionFilter& filter);
+
+// The kinds with the numbers of their sections.
+std::string KindsText(const FileView& view);
+void WriteKinds(support::JsonObject& json, const FileView& view);
+
+// The sections of a kind.
+std::string SectionsText(const FileView& view, const SectionKind& kind,
+                         const std::vector<std::size_t>& ordinals, const ListStyle& style);
+void WriteSections(support::JsonObject& json, const FileView& view, const SectionKind& kind,
+                   const std::vector<std::size_t>& ordinals, bool is_long);
+
+// "ordinal", and "name" and "id" where the section has them.
+void WriteLabel(support::JsonObject& json, const SectionLabel& label);
+
+// The GROUPs with their SENSORs, and the PELMGROUPs with those that they list.
+std::string TreeText(const FileView& view, bool uses_colour);
+void WriteTree(support::JsonObject& json, const FileView& view);
+
+}  // namespace rux::inspect
+
+#endif  // INSPECT_SECTION_LIST_H_

@@ -1,0 +1,60 @@
+#include "support/terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "support/wrap.h"
+
+namespace rux::support {
+namespace {
+
+std::string_view Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+// Zero when the environment does not say.
+std::size_t ColumnsOfEnvironment() {
+  const std::string_view digits = Environment("COLUMNS");
+  std::size_t columns = 0;
+  const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), columns);
+  return error == std::errc() && stop == digits.data() + digits.size() ? columns : 0;
+}
+
+// Zero when standard output is not a terminal, or one of unknown size.
+std::size_t ColumnsOfTerminal() {
+  struct winsize size = {};
+  return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+}  // namespace
+
+std::size_t TextWidth() {
+  constexpr std::size_t kDefault = 80;
+  constexpr std::size_t kLeast = 20;
+  std::size_t columns = ColumnsOfEnvironment();
+  if (columns == 0) columns = ColumnsOfTerminal();
+  return columns == 0 ? kDefault : std::max(columns, kLeast);
+}
+
+std::size_t OutputWidth() { return isatty(STDOUT_FILENO) != 0 ? TextWidth() : kEndless; }
+
+bool UsesColour(const std::string& color, int descriptor) {
+  if (color != "auto") return color == "always";
+  return isatty(descriptor) != 0 && Environment("NO_COLOR").empty() &&
+         Environment("TERM") != "dumb";
+}
+
+std::string Bold(std::string_view text, bool uses_colour) {
+  return uses_colour ? "\033[1m" + std::string(text) + "\033[0m" : std::string(text);
+}
+
+}  // namespace rux::support

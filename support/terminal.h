@@ -1,0 +1,28 @@
+// What standard output and error are shown on.
+#ifndef SUPPORT_TERMINAL_H_
+#define SUPPORT_TERMINAL_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace rux::support {
+
+// The columns of text for people: as many as COLUMNS says, or the terminal that standard output is,
+// or 80. Never fewer than 20.
+std::size_t TextWidth();
+
+// The same for what programs may read, too: when standard output is not a terminal, lines have no
+// end.
+std::size_t OutputWidth();
+
+// Whether what goes to the descriptor is in colours, for a value of --color: "auto", "always" or
+// "never".
+bool UsesColour(const std::string& color, int descriptor);
+
+// The text in bold, if colours are used.
+std::string Bold(std::string_view text, bool uses_colour);
+
+}  // namespace rux::support
+
+#endif  // SUPPORT_TERMINAL_H_
