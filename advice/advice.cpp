@@ -3,13 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "advice/line_hints.h"
 #include "advice/message_advice.h"
 #include "advice/places.h"
+#include "advice/script_notes.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
@@ -17,7 +21,10 @@
 #include "findings/origin.h"
 #include "reader/archive.h"
 #include "rules/rule_report.h"
+#include "run/log.h"
 #include "run/run.h"
+#include "ruxcomp/language/spelling.h"
+#include "sources/content.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/nearest.h"
@@ -25,6 +32,7 @@
 namespace rux::advice {
 namespace {
 
+namespace language = ruxcomp::language;
 using diagnostics::Diagnostic;
 using sources::OriginSpot;
 
@@ -49,8 +57,16 @@ std::size_t AddSuggestion(const sources::SourceSet& sources, const MessageAdvice
   constexpr std::size_t kLongest = 100;
   if (advice.names == nullptr || wanted == nullptr || wanted->size() > kLongest) return 0;
   Names names = advice.names(sources, diagnostic);
+  const auto has = [&](const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+  };
   // It is there, though not where it is looked for.
-  if (std::find(names.begin(), names.end(), *wanted) != names.end()) return names.size();
+  if (has(*wanted)) return names.size();
+  for (const std::string_view prefix : {language::kGlobalPrefix, language::kValuePrefix}) {
+    std::string whole = std::string(prefix) + *wanted;
+    if (has(whole)) diagnostic.suggestion = std::move(whole);
+  }
+  if (diagnostic.suggestion) return names.size();
   const std::size_t skipped = advice.prefix.size();
   for (std::string& name : names) name.erase(0, skipped);
   diagnostic.suggestion = support::ClosestName(wanted->substr(skipped), names);
@@ -91,7 +107,10 @@ void AddOtherPlace(const sources::SourceSet& sources, const MessageAdvice& advic
                               diagnostics::LocationIn(file, file.RangeOf(first.item->value))});
 }
 
-void AddHint(const MessageAdvice& advice, Diagnostic& diagnostic) {
+void AddHint(const sources::SourceSet& sources, const MessageAdvice& advice,
+             Diagnostic& diagnostic) {
+  // What the line shows explains more than the rules for keys do.
+  if (AddLineHint(sources, diagnostic)) return;
   if (diagnostic.row == &ruxcomp::findings::rows::kInvalidEntryName && !diagnostic.suggestion) {
     const std::string rule = KeyRuleOf(*diagnostic.section);
     if (!rule.empty()) diagnostic.notes.push_back({rule, {}});
@@ -100,8 +119,6 @@ void AddHint(const MessageAdvice& advice, Diagnostic& diagnostic) {
     diagnostic.notes.push_back({advice.hint, {}});
   }
 }
-
-using diagnostics::Diagnostic;
 
 // The scripts that were refused, by the item that includes them.
 class RefusedByItem {
@@ -134,6 +151,28 @@ std::string TextOf(const ruxcomp::reader::RefusedScript& refused) {
 
 }  // namespace
 
+bool AddFilesThatAreNoScripts(const run::Result& result, const std::string& script,
+                              diagnostics::Collection& collection) {
+  const Places places(result.sources, script);
+  std::set<const sources::SourceFile*> seen;
+  bool are_some = false;
+  for (const sources::Opening& opening : result.sources.openings()) {
+    if (!seen.insert(opening.file).second) continue;
+    const std::string_view why = sources::WhyNotAScript(opening.file->text());
+    if (why.empty()) continue;
+    are_some = true;
+    collection.Add(run::kNotAScript, run::kNotAScript.severity, [&] {
+      Diagnostic diagnostic;
+      diagnostic.row = &run::kNotAScript;
+      diagnostic.text = why;
+      diagnostic.at.path = opening.file->path();
+      diagnostic.included_from = places.IncludesOf(opening);
+      return diagnostic;
+    });
+  }
+  return are_some;
+}
+
 void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,
                  diagnostics::Collection& collection) {
   const Places places(result.sources, script);
@@ -152,13 +191,18 @@ void AddWarnings(const run::Result& result, const std::string& script, rules::Wa
 void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
   std::size_t advised = 0;
   std::size_t compared = 0;
+  TypeNotes types(result.sources);
   for (Diagnostic& diagnostic : diagnostics) {
     if (diagnostic.severity == diagnostics::Severity::kNote) continue;
     if (advised++ == kMostAdvised) break;
     const MessageAdvice& advice = AdviceFor(diagnostic.row);
     if (compared < kMostCompared) compared += AddSuggestion(result.sources, advice, diagnostic);
     AddOtherPlace(result.sources, advice, diagnostic);
-    AddHint(advice, diagnostic);
+    AddHint(result.sources, advice, diagnostic);
+    if (diagnostic.row == &ruxcomp::findings::rows::kUnlistedSensor) {
+      AddListToExtend(result.sources, diagnostic);
+    }
+    if (diagnostic.row == &ruxcomp::findings::rows::kTooFewOperands) types.AddNote(diagnostic);
   }
 }
 

@@ -32,6 +32,11 @@ G_DUTY = VT_CONST, 40
 )"};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes};
 
+// Adds an error for each file that is not a script. Answers whether there was one: what else was
+// found follows from it.
+bool AddFilesThatAreNoScripts(const run::Result& result, const std::string& script,
+                              diagnostics::Collection& collection);
+
 // Adds what the rules have found, with the INCLUDEs that lead there and a place for what is about
 // the script as a whole. `script`: its path, as it can be opened.
 void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "advice/advice.h"
+#include "advice/consequences.h"
 #include "advice/message_advice.h"
 #include "advice/places.h"
 #include "advice/wording.h"
@@ -101,11 +102,14 @@ void AddDiagnosticsOf(const run::Result& result, const std::string& script,
                       diagnostics::Collection& collection) {
   Places places(result.sources, script);
   Wordings wordings(result.sources);
+  const Consequences consequences(result);
   for (const run::Finding& finding : result.findings) {
+    if (consequences.Includes(finding)) continue;
     collection.Add(*finding.row, SeverityOf(*finding.row, result.accepted), [&] {
       Diagnostic diagnostic = DiagnosticOf(finding);
       places.Locate(finding, diagnostic);
       SetWording(wordings, diagnostic);
+      consequences.AddNotes(finding, places, diagnostic);
       return diagnostic;
     });
   }

@@ -33,7 +33,9 @@ bool NamesNumber(const Diagnostic& diagnostic) {
 }
 
 bool NamesLongNumber(const Diagnostic& diagnostic) {
-  return NamesNumber(diagnostic) && FirstMentioned(diagnostic)->size() > language::kLongestNumber;
+  const std::string* text = FirstMentioned(diagnostic);
+  return NamesNumber(diagnostic) && text->size() > language::kLongestNumber &&
+         text->find_first_not_of("0123456789abcdefxABCDEFX") == std::string::npos;
 }
 
 bool IsIn(const Diagnostic& diagnostic, language::SectionId kind) {
@@ -97,8 +99,6 @@ constexpr MessageAdvice kFacts[] = {
     Suggest(rows::kUnknownOperator, Operators),
     Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
          "only groups hang in the root; a sensor needs a group"),
-    Suggest(rows::kUnknownParentPelmgroup, PelmgroupIds),
-    Suggest(rows::kUnknownSensor, SensorIds),
     Suggest(rows::kUnknownAction, ActionNames),
     Suggest(rows::kUnknownTable, TableNames),
     Suggest(rows::kUnknownGlobal, Globals, language::kGlobalPrefix),

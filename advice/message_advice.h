@@ -28,8 +28,6 @@ NameFinder WordsAndOperands;  // what may be written for a number
 NameFinder GroupNames;
 NameFinder ActionNames;
 NameFinder TableNames;
-NameFinder PelmgroupIds;
-NameFinder SensorIds;
 
 // What is underlined of the place that a finding names.
 enum class Underline {

@@ -133,11 +133,5 @@ Names ActionNames(const SourceSet& sources, const Diagnostic&) {
 Names TableNames(const SourceSet& sources, const Diagnostic&) {
   return Values(sources, language::SECTION_TABLE, language::ENTRY_NAME);
 }
-Names PelmgroupIds(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_PELMGROUP, language::ENTRY_ID);
-}
-Names SensorIds(const SourceSet& sources, const Diagnostic&) {
-  return Values(sources, language::SECTION_SENSOR, language::ENTRY_ID);
-}
 
 }  // namespace rux::advice

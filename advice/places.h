@@ -34,6 +34,9 @@ class Places {
   // Fills in the INCLUDEs that lead to the first opening of the file that the diagnostic is in.
   void AddIncludes(diagnostics::Diagnostic& diagnostic) const;
 
+  // The INCLUDEs that lead to an opening, the nearest first.
+  std::vector<diagnostics::Note> IncludesOf(const sources::Opening& opening) const;
+
   // The part of an item that an origin names; empty when it has no such part.
   std::optional<std::string_view> PartAt(const ruxcomp::findings::Origin& origin);
 
@@ -43,7 +46,6 @@ class Places {
   std::optional<support::ByteRange> RangeOf(const sources::OriginSpot& spot, std::uint32_t part,
                                             Underline underline);
   const std::vector<std::string_view>& PartsOf(const ruxcomp::reader::Item& item);
-  std::vector<diagnostics::Note> IncludesOf(const sources::Opening& opening) const;
   const sources::Opening* FindNamed(const std::string& base_name);
 
   const sources::SourceSet& sources_;

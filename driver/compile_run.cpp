@@ -44,13 +44,10 @@ class CompileRun {
   support::ExitStatus Run(CompileProduct* product) {
     run_.ReadAndCheck();
     RefuseTextForPlugin();
-    advice::AddDiagnosticsOf(result(), script_, diagnostics_);
-    if (result().opened && !result().raised) {
-      AddWarnings(rules::CheckScript(result().sources, options_.reporting.max_errors));
-    }
-    advice::Advise(result(), diagnostics_.kept());
+    const bool is_script = !advice::AddFilesThatAreNoScripts(result(), script_, diagnostics_);
+    if (is_script) AddFindings();
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
-    if (result().raised) AddRaised();
+    if (is_script && result().raised) AddRaised();
     const bool is_done = result().accepted && !Fails();
     ReportAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
@@ -84,6 +81,14 @@ class CompileRun {
         failure_ = failure;
       }
     });
+  }
+
+  void AddFindings() {
+    advice::AddDiagnosticsOf(result(), script_, diagnostics_);
+    if (result().opened && !result().raised) {
+      AddWarnings(rules::CheckScript(result().sources, options_.reporting.max_errors));
+    }
+    advice::Advise(result(), diagnostics_.kept());
   }
 
   support::Failure CannotRead() const {

@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
+#include "support/text_file.h"
 #include "support/utf8.h"
 
 namespace rux::rules {
@@ -28,11 +30,21 @@ constexpr std::int32_t kByteOrderMark = 0xFEFF;
 constexpr char kInvisible[] = "cannot be seen";
 constexpr char kLineEnd[] = "looks like the end of the line";
 constexpr char kTurning[] = "turns the direction of what is written";
+constexpr char kBlank[] = "looks like a blank and is part of the text";
 constexpr Hidden kHidden[] = {
-    {0x061C, 0x061C, kTurning}, {0x200B, 0x200B, kInvisible},
-    {0x200E, 0x200F, kTurning}, {0x2028, 0x2029, kLineEnd},
-    {0x202A, 0x202E, kTurning}, {0x2060, 0x2060, kInvisible},
-    {0x2066, 0x2069, kTurning}, {kByteOrderMark, kByteOrderMark, kInvisible},
+    {0x00A0, 0x00A0, kBlank},
+    {0x1680, 0x1680, kBlank},
+    {0x2000, 0x200A, kBlank},
+    {0x202F, 0x202F, kBlank},
+    {0x205F, 0x205F, kBlank},
+    {0x061C, 0x061C, kTurning},
+    {0x200B, 0x200B, kInvisible},
+    {0x200E, 0x200F, kTurning},
+    {0x2028, 0x2029, kLineEnd},
+    {0x202A, 0x202E, kTurning},
+    {0x2060, 0x2060, kInvisible},
+    {0x2066, 0x2069, kTurning},
+    {kByteOrderMark, kByteOrderMark, kInvisible},
 };
 
 // The places of a byte in a text, one after the other.
@@ -57,6 +69,17 @@ const Hidden* FindHidden(const support::Character& character) {
   return found == std::end(kHidden) ? nullptr : found;
 }
 
+// Whether the place is in the key or in the unquoted value of an item.
+bool IsInPlainItem(const ScriptFile& file, std::size_t at) {
+  const std::optional<ItemRef> item = FindItemOnLine(file, file.LineAt(at));
+  if (!item || item->item->value.find('"') != std::string_view::npos) return false;
+  const auto has = [&](std::string_view text) {
+    const support::ByteRange range = file.RangeOf(text);
+    return range.begin <= at && at < range.end;
+  };
+  return has(item->item->key) || has(item->item->value);
+}
+
 class HiddenCharacterRule : public Rule {
  public:
   explicit HiddenCharacterRule(const RuleContext& context) : report_(context.report) {}
@@ -69,7 +92,8 @@ class HiddenCharacterRule : public Rule {
   void CheckFile(const ScriptFile& file) {
     // What they begin with in UTF-8: scripts without these bytes are passed over quickly.
     const std::string_view text = file.text();
-    std::array<Places, 3> places{Places(text, '\xD8'), Places(text, '\xE2'), Places(text, '\xEF')};
+    std::array<Places, 5> places{Places(text, '\xC2'), Places(text, '\xD8'), Places(text, '\xE1'),
+                                 Places(text, '\xE2'), Places(text, '\xEF')};
     while (true) {
       Places& nearest = *std::min_element(
           places.begin(), places.end(),
@@ -86,6 +110,8 @@ class HiddenCharacterRule : public Rule {
     const Hidden* hidden = FindHidden(character);
     // Where a file begins, a byte order mark is one.
     if (hidden == nullptr || (character.code == kByteOrderMark && at == 0)) return;
+    // A text between quotes may have its own blanks, and a comment may be set as it likes.
+    if (hidden->what == kBlank && !IsInPlainItem(file, at)) return;
     const auto begin = static_cast<std::uint32_t>(at);
     const auto size = static_cast<std::uint32_t>(character.bytes.size());
     report_.Add(RuleId::kHiddenCharacter, Bytes{&file, {begin, begin + size}},

@@ -67,6 +67,11 @@ std::optional<std::uint32_t> DefinedWords::Find(std::string_view word) const {
   return found == words_.end() ? std::nullopt : std::make_optional(found->second.value);
 }
 
+const Place* DefinedWords::FindPlace(std::string_view word) const {
+  const auto found = words_.find(word);
+  return found == words_.end() ? nullptr : &found->second.place;
+}
+
 std::optional<std::uint32_t> DefinedWords::WordOrNumber(std::string_view text) const {
   if (const auto word = Find(text)) return word;
   const language::Number number = language::ReadNumber(text);

@@ -22,6 +22,9 @@ class DefinedWords {
   // The number of a word once everything is read.
   std::optional<std::uint32_t> Find(std::string_view word) const;
 
+  // Where that number comes from; null for what is no word.
+  const Place* FindPlace(std::string_view word) const;
+
   // The number that a text stands for in entries, where words come first.
   std::optional<std::uint32_t> WordOrNumber(std::string_view text) const;
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,9 @@
 
 namespace rux::support {
 namespace {
+
+// The one blank that is as wide as it should be among its neighbours.
+constexpr std::int32_t kIdeographicSpace = 0x3000;
 
 bool IsPlain(char c) { return c >= ' ' && c <= '~'; }
 
@@ -78,6 +82,8 @@ bool IsSafe(const Character& character) {
     case UTF8PROC_CATEGORY_ZL:
     case UTF8PROC_CATEGORY_ZP:
       return false;
+    case UTF8PROC_CATEGORY_ZS:
+      return character.code == ' ' || character.code == kIdeographicSpace;
     default:
       return property.ignorable == 0;
   }

@@ -17,8 +17,8 @@ namespace rux::support {
 std::string Hex(std::string_view bytes, std::string_view lead = "");
 
 // False for control characters, format characters (those that turn the direction of writing are
-// among them), separators of lines and paragraphs, what Unicode makes invisible, and bytes that are
-// not UTF-8.
+// among them), separators of lines and paragraphs, blanks that only look like the common one, what
+// Unicode makes invisible, and bytes that are not UTF-8.
 bool IsSafe(const Character& character);
 
 // The text as it can be shown: a name can neither break lines, nor steer the terminal, nor look
