@@ -24,10 +24,11 @@ TEST(SafeTextTest, ShowsWhatCannotBeSeenByItsBytes) {
   EXPECT_EQ(SafeText("\xE2\x80\xAE\xE2\x81\xA6"), "\\xE2\\x80\\xAE\\xE2\\x81\\xA6");
   EXPECT_EQ(SafeText("\xE2\x80\x8B\xEF\xBB\xBF"), "\\xE2\\x80\\x8B\\xEF\\xBB\\xBF");
   EXPECT_EQ(SafeText("\xE9\xC0\xAF"), "\\xE9\\xC0\\xAF");
-  EXPECT_EQ(SafeText("\xE2\x80\xA8\xD8\x9C"), "\\xE2\\x80\\xA8\\xD8\\x9C");  // U+2028, U+061C
-  EXPECT_EQ(SafeText("\xF3\xA0\x80\xA1"), "\\xF3\\xA0\\x80\\xA1");           // U+E0021
-  EXPECT_EQ(SafeText("\xE3\x85\xA4"), "\\xE3\\x85\\xA4");                    // U+3164
-  EXPECT_EQ(SafeText("\xE2\x80\x90\xC2\xA0\xCC\x81"), "\xE2\x80\x90\xC2\xA0\xCC\x81");
+  EXPECT_EQ(SafeText("\xE2\x80\xA8\xD8\x9C"), "\\xE2\\x80\\xA8\\xD8\\x9C");    // U+2028, U+061C
+  EXPECT_EQ(SafeText("\xF3\xA0\x80\xA1"), "\\xF3\\xA0\\x80\\xA1");             // U+E0021
+  EXPECT_EQ(SafeText("\xE3\x85\xA4"), "\\xE3\\x85\\xA4");                      // U+3164
+  EXPECT_EQ(SafeText("1\xC2\xA0\xE2\x80\xAF"), "1\\xC2\\xA0\\xE2\\x80\\xAF");  // U+00A0, U+202F
+  EXPECT_EQ(SafeText("\xE2\x80\x90 \xE3\x80\x80\xCC\x81"), "\xE2\x80\x90 \xE3\x80\x80\xCC\x81");
 }
 
 TEST(SafeTextTest, LeavesWhatIsSafe) {
