@@ -8,9 +8,11 @@
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
@@ -80,27 +82,31 @@ void WriteSection(JsonObject& json, const compiled::DebugSection& section, std::
 }
 
 void WriteKind(JsonObject& json, const std::vector<compiled::DebugSection>& sections,
-               const compiled::Piece& count, const RawJson& raw) {
+               const compiled::Piece& count, const Selection& selection, const RawJson& raw) {
   raw.Write(json, {count});
-  std::size_t ordinal = 0;
-  json.Objects("sections", sections,
-               [&](JsonObject& object, const compiled::DebugSection& section) {
-                 WriteSection(object, section, ordinal++, raw);
-               });
+  json.Array("sections", [&](JsonArray& list) {
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+      const auto kind = ruxcomp::language::FindSourceKind(sections[i].identifier)->source;
+      if (!selection.Has(kind, i)) continue;
+      list.Object([&](JsonObject& object) { WriteSection(object, sections[i], i, raw); });
+    }
+  });
 }
 
-void WriteKinds(JsonObject& json, const compiled::DebugMeta& meta, const RawJson& raw) {
+void WriteKinds(JsonObject& json, const compiled::DebugMeta& meta, const Selection& selection,
+                const RawJson& raw) {
   std::size_t kind = 0;
-  json.Objects("kinds", meta.kinds,
-               [&](JsonObject& object, const std::vector<compiled::DebugSection>& sections) {
-                 WriteKind(object, sections, {"section count", meta.section_counts[kind++]}, raw);
-               });
+  json.Objects(
+      "kinds", meta.kinds,
+      [&](JsonObject& object, const std::vector<compiled::DebugSection>& sections) {
+        WriteKind(object, sections, {"section count", meta.section_counts[kind++]}, selection, raw);
+      });
 }
 
 }  // namespace
 
 void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
-                        const RawJson& raw, support::TextStream& out) {
+                        const Selection& selection, const RawJson& raw, support::TextStream& out) {
   support::WriteJson(out, [&](JsonObject& json) {
     WriteTitle(json, path, compiled::Form::kDebugMeta, meta.version, meta.creation_time);
     std::vector<compiled::Piece> pieces = meta.header;
@@ -109,7 +115,7 @@ void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta
     raw.Write(json, pieces);
     WriteFiles(json, meta);
     WriteWords(json, meta, raw);
-    WriteKinds(json, meta, raw);
+    WriteKinds(json, meta, selection, raw);
   });
 }
 

@@ -11,6 +11,7 @@
 #include "inspect/debug_text.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -43,14 +44,15 @@ std::string NotationText(std::uint32_t notation) {
 
 class DebugLister {
  public:
-  DebugLister(const compiled::DebugMeta& meta, Listing& listing)
-      : meta_(meta), places_(meta), listing_(listing) {}
+  DebugLister(const compiled::DebugMeta& meta, const Selection& selection, Listing& listing)
+      : meta_(meta), places_(meta), selection_(selection), listing_(listing) {}
 
   void List() {
-    ListFiles();
-    ListWords();
-    listing_.Blank();
-    listing_.Line(fmt::format("kinds: {}", meta_.kinds.size()), meta_.kind_count);
+    if (selection_.is_all()) {
+      ListFiles();
+      ListWords();
+      ListKindCount();
+    }
     for (std::size_t i = 0; i < meta_.kinds.size(); ++i) ListKind(i);
   }
 
@@ -75,8 +77,23 @@ class DebugLister {
     }
   }
 
+  void ListKindCount() {
+    if (!listing_.types()) return;
+    listing_.Blank();
+    listing_.Line(fmt::format("kinds: {}", meta_.kinds.size()), meta_.kind_count);
+  }
+
   void ListKind(std::size_t ordinal) {
     const std::vector<compiled::DebugSection>& sections = meta_.kinds[ordinal];
+    if (listing_.types() && selection_.is_all()) ListKindTitle(ordinal, sections);
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+      const ruxcomp::language::SectionKind& kind =
+          *ruxcomp::language::FindSourceKind(sections[i].identifier);
+      if (selection_.Has(kind.source, i)) ListSection(sections[i], i);
+    }
+  }
+
+  void ListKindTitle(std::size_t ordinal, const std::vector<compiled::DebugSection>& sections) {
     const std::string keyword =
         sections.empty()
             ? ""
@@ -85,17 +102,19 @@ class DebugLister {
     listing_.Blank();
     listing_.Line(fmt::format("kind block {}: {}sections: {}", ordinal, keyword, sections.size()),
                   meta_.section_counts[ordinal]);
-    for (std::size_t i = 0; i < sections.size(); ++i) ListSection(sections[i], i);
   }
 
   void ListSection(const compiled::DebugSection& section, std::size_t ordinal) {
-    listing_.Line(fmt::format("{}: [{}] @{}  (0x{:08X}; {})", places_.Of(section),
-                              support::SafeText(section.name), ordinal, section.identifier,
-                              NotationText(section.notation)));
+    if (!listing_.types()) listing_.Blank();
+    const std::string title =
+        fmt::format("{}: [{}] @{}", places_.Of(section), support::SafeText(section.name), ordinal);
+    listing_.Line(title + TypeText("", section));
     listing_.Pieces("  ", section.pieces);
     for (auto entry = section.entries.begin(); entry != section.entries.end();) {
       if (entry->payload_type != 0) {
         ListEntry(*entry++);
+      } else if (!listing_.types()) {
+        ++entry;
       } else {
         entry = ListNotGiven(entry, section.entries.end());
       }
@@ -103,9 +122,16 @@ class DebugLister {
   }
 
   void ListEntry(const compiled::DebugEntry& entry) {
-    listing_.Line(fmt::format("  {}: {}  (0x{:08X} {}; {})", places_.Of(entry), EntryText(entry),
-                              entry.identifier, ClassText(entry), NotationText(entry.notation)));
+    listing_.Line(fmt::format("  {}: {}", places_.Of(entry), EntryText(entry)) +
+                  TypeText(' ' + ClassText(entry), entry));
     listing_.Pieces("    ", entry.pieces);
+  }
+
+  // "  (0x10020015 text; required)" when types are asked for.
+  std::string TypeText(const std::string& class_text, const compiled::DebugObject& object) const {
+    if (!listing_.types()) return "";
+    return fmt::format("  (0x{:08X}{}; {})", object.identifier, class_text,
+                       NotationText(object.notation));
   }
 
   // All that were not given up to the next one that was. Returns that one.
@@ -123,15 +149,17 @@ class DebugLister {
 
   const compiled::DebugMeta& meta_;
   const SourcePlaces places_;
+  const Selection& selection_;
   Listing& listing_;
 };
 
 }  // namespace
 
-void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing) {
+void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta,
+                   const Selection& selection, Listing& listing) {
   listing.Line(TitleText(path, compiled::Form::kDebugMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
-  DebugLister(meta, listing).List();
+  DebugLister(meta, selection, listing).List();
 }
 
 }  // namespace rux::inspect

@@ -11,6 +11,7 @@
 #include "compiled/debug_meta.h"
 #include "compiled/file.h"
 #include "compiled/meta.h"
+#include "inspect/section_list.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
@@ -21,11 +22,13 @@ namespace rux::inspect {
 //   00000094: 05 00 00 20                         |   identifier
 class Listing {
  public:
-  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`.
-  Listing(std::string_view bytes, bool raw, support::TextStream& out)
-      : bytes_(bytes), raw_(raw), out_(out) {}
+  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`. With `types`, or
+  // with the bytes, lines also name the identifiers, classes and notations of what they are about.
+  Listing(std::string_view bytes, bool raw, bool types, support::TextStream& out)
+      : bytes_(bytes), raw_(raw), types_(types || raw), out_(out) {}
 
   bool raw() const { return raw_; }
+  bool types() const { return types_; }
 
   // A line for what has no bytes of its own, or whose bytes follow piece by piece.
   void Line(const std::string& text);
@@ -40,6 +43,7 @@ class Listing {
  private:
   const std::string_view bytes_;
   const bool raw_;
+  const bool types_;
   support::TextStream& out_;
 };
 
@@ -58,15 +62,17 @@ class RawJson {
   const bool wanted_;
 };
 
-// The listing. `path` is how the file is called.
-void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta, Listing& listing);
-void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing);
+// The listing. `path` is how the file is called. Of a selection, only the sections are listed.
+void ListDebugMeta(const std::string& path, const compiled::DebugMeta& meta,
+                   const Selection& selection, Listing& listing);
+void ListMeta(const std::string& path, const compiled::CompiledMeta& meta,
+              const Selection& selection, Listing& listing);
 
 // The JSON form; docs/dump-json.md says what each member means.
 void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta,
-                        const RawJson& raw, support::TextStream& out);
-void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta, const RawJson& raw,
-                   support::TextStream& out);
+                        const Selection& selection, const RawJson& raw, support::TextStream& out);
+void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta,
+                   const Selection& selection, const RawJson& raw, support::TextStream& out);
 
 // What the dumps of both forms begin with: "board.meta: meta file, format 0x01000000, created ...".
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,

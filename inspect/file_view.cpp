@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -33,12 +34,27 @@ const SectionKind& FileView::KindNamed(const std::string& keyword, bool only_com
                  support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
 }
 
-std::unique_ptr<FileView> OpenView(const std::string& path) {
-  auto bytes = std::make_unique<ruxcomp::file::KeptBytes>();
-  compiled::MapWholeFile(path, *bytes);
+namespace {
+
+std::unique_ptr<FileView> MakeView(const std::string& path,
+                                   std::unique_ptr<ruxcomp::file::KeptBytes> bytes) {
   if (compiled::FormOf(bytes->view()) == compiled::Form::kDebugMeta)
     return std::make_unique<DebugView>(path, bytes->view());
   return std::make_unique<MetaView>(path, std::move(bytes));
+}
+
+}  // namespace
+
+std::unique_ptr<FileView> OpenView(const std::string& path) {
+  auto bytes = std::make_unique<ruxcomp::file::KeptBytes>();
+  compiled::MapWholeFile(path, *bytes);
+  return MakeView(path, std::move(bytes));
+}
+
+std::unique_ptr<FileView> ViewOf(const std::string& path, std::string_view bytes) {
+  auto borrowed = std::make_unique<ruxcomp::file::KeptBytes>();
+  borrowed->Borrow(bytes);
+  return MakeView(path, std::move(borrowed));
 }
 
 EntryPart PartNamed(EntryValue value, const std::string& name) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -93,6 +94,9 @@ class FileView {
 
 // Throws a Failure when the file cannot be read or is not a sound compiled file.
 std::unique_ptr<FileView> OpenView(const std::string& path);
+
+// Of the bytes of a file that is known to be sound; they must outlive the view.
+std::unique_ptr<FileView> ViewOf(const std::string& path, std::string_view bytes);
 
 // The part of that name, or the type. Throws a Failure.
 EntryPart PartNamed(EntryValue value, const std::string& name);

@@ -9,6 +9,7 @@
 #include "compiled/meta.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/sections.h"
@@ -79,19 +80,23 @@ void WriteTable(JsonObject& json, const compiled::CompiledTable& table, const Ra
 
 }  // namespace
 
-void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta, const RawJson& raw,
-                   support::TextStream& out) {
+void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta,
+                   const Selection& selection, const RawJson& raw, support::TextStream& out) {
   support::WriteJson(out, [&](JsonObject& json) {
     WriteTitle(json, path, compiled::Form::kMeta, meta.version, meta.creation_time);
     std::vector<compiled::Piece> pieces = meta.header;
     pieces.insert(pieces.end(), meta.directory.begin(), meta.directory.end());
     pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
     raw.Write(json, pieces);
-    std::map<std::uint32_t, std::size_t> counts;
-    json.Objects("sections", meta.sections,
-                 [&](JsonObject& object, const compiled::CompiledSection& section) {
-                   WriteSection(object, meta, section, counts[section.identifier]++, raw);
-                 });
+    json.Array("sections", [&](JsonArray& list) {
+      std::map<std::uint32_t, std::size_t> counts;
+      for (const compiled::CompiledSection& section : meta.sections) {
+        const std::size_t ordinal = counts[section.identifier]++;
+        const auto kind = ruxcomp::language::FindCompiledKind(section.identifier)->source;
+        if (!selection.Has(kind, ordinal)) continue;
+        list.Object([&](JsonObject& object) { WriteSection(object, meta, section, ordinal, raw); });
+      }
+    });
     json.Objects("tables", meta.tables,
                  [&](JsonObject& object, const compiled::CompiledTable& table) {
                    WriteTable(object, table, raw);

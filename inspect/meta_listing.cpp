@@ -11,6 +11,7 @@
 #include "compiled/meta.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
@@ -38,40 +39,65 @@ std::string WordText(const compiled::CompiledMeta& meta, std::uint32_t word) {
 
 class MetaLister {
  public:
-  MetaLister(const compiled::CompiledMeta& meta, Listing& listing)
-      : meta_(meta), listing_(listing) {}
+  MetaLister(const compiled::CompiledMeta& meta, const Selection& selection, Listing& listing)
+      : meta_(meta), selection_(selection), listing_(listing) {}
 
   void List() {
-    listing_.Blank();
-    listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame, 0);
+    const bool lists_all = listing_.types() && selection_.is_all();
+    if (lists_all) {
+      listing_.Blank();
+      listing_.Line(fmt::format("sections: {}", meta_.sections.size()), meta_.frame, 0);
+    }
     std::map<std::uint32_t, std::size_t> counts;
     for (const compiled::CompiledSection& section : meta_.sections) {
-      ListSection(section, counts[section.identifier]++);
+      const std::size_t ordinal = counts[section.identifier]++;
+      const ruxcomp::language::SectionKind& kind =
+          *ruxcomp::language::FindCompiledKind(section.identifier);
+      if (selection_.Has(kind.source, ordinal)) ListSection(section, kind, ordinal);
     }
+    if (!lists_all) return;
     listing_.Pieces("", meta_.frame, 1);
     for (const compiled::CompiledTable& table : meta_.tables) ListTable(table);
   }
 
  private:
-  void ListSection(const compiled::CompiledSection& section, std::size_t ordinal) {
+  void ListSection(const compiled::CompiledSection& section,
+                   const ruxcomp::language::SectionKind& kind, std::size_t ordinal) {
     listing_.Blank();
-    listing_.Line(fmt::format("[{}] @{}  (0x{:08X})",
-                              ruxcomp::language::FindCompiledKind(section.identifier)->keyword,
-                              ordinal, section.identifier));
+    const std::string title = fmt::format("[{}] @{}", kind.keyword, ordinal);
+    listing_.Line(listing_.types() ? title + fmt::format("  (0x{:08X})", section.identifier)
+                                   : title);
     listing_.Pieces("  ", section.pieces);
     for (const compiled::CompiledEntry& entry : section.entries) ListEntry(section, entry);
+    if (!listing_.types() && kind.source == ruxcomp::language::SECTION_TABLE) ListCellsOf(ordinal);
   }
 
   void ListEntry(const compiled::CompiledSection& section, const compiled::CompiledEntry& entry) {
-    const std::string key = compiled::KeyOf(meta_, section, entry);
-    listing_.Line(fmt::format("  {}  ({})", key.empty() ? "(unresolved)" : support::SafeText(key),
-                              IndexText(entry.identifier)));
+    const std::string name = compiled::KeyOf(meta_, section, entry);
+    const std::string key = name.empty() ? "(unresolved)" : support::SafeText(name);
+    if (!listing_.types()) return listing_.Line("  " + key + " = " + ValuesText(entry));
+    listing_.Line(fmt::format("  {}  ({})", key, IndexText(entry.identifier)));
     // What an entry is made of before its values.
     constexpr std::size_t kHead = 2;
     listing_.Pieces("    ", entry.pieces, 0, kHead);
     for (std::size_t i = 0; i < entry.values.size(); ++i) {
       listing_.Line("    " + WordText(meta_, entry.values[i]), entry.pieces, kHead + i);
     }
+  }
+
+  std::string ValuesText(const compiled::CompiledEntry& entry) const {
+    EntryPart part;
+    for (const std::uint32_t word : entry.values)
+      part.items.push_back(compiled::Resolve(meta_, word));
+    const std::string text = PartText(part);
+    return text.empty() ? kEmptyText : text;
+  }
+
+  // The cells that belong to the TABLE section of that ordinal.
+  void ListCellsOf(std::size_t ordinal) {
+    const compiled::CompiledTable* table =
+        compiled::TableOf(meta_, ruxcomp::language::CLASS_TableData);
+    if (table != nullptr && ordinal < table->cells.size()) ListCells(table->cells[ordinal]);
   }
 
   void ListTable(const compiled::CompiledTable& table) {
@@ -108,17 +134,19 @@ class MetaLister {
   }
 
   const compiled::CompiledMeta& meta_;
+  const Selection& selection_;
   Listing& listing_;
 };
 
 }  // namespace
 
-void ListMeta(const std::string& path, const compiled::CompiledMeta& meta, Listing& listing) {
+void ListMeta(const std::string& path, const compiled::CompiledMeta& meta,
+              const Selection& selection, Listing& listing) {
   listing.Line(TitleText(path, compiled::Form::kMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   if (listing.raw()) listing.Line("directory of the tables");
   listing.Pieces("  ", meta.directory);
-  MetaLister(meta, listing).List();
+  MetaLister(meta, selection, listing).List();
 }
 
 }  // namespace rux::inspect

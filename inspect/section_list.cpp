@@ -170,6 +170,17 @@ std::vector<std::size_t> SectionsThatFit(const FileView& view, const SectionKind
   return ordinals;
 }
 
+Selection::Selection(const FileView& view, const std::string& kind, const SectionFilter& filter)
+    : is_all_(kind.empty() && filter.is_empty()) {
+  if (is_all_) return;
+  const SectionKind* only = kind.empty() ? nullptr : &view.ExpectKind(kind);
+  for (const SectionKind& each : language::kSectionKinds) {
+    if (only != nullptr && only != &each) continue;
+    for (const std::size_t ordinal : SectionsThatFit(view, each, filter))
+      sections_.emplace(each.source, ordinal);
+  }
+}
+
 std::string KindsText(const FileView& view) {
   std::string text = fmt::format("{}: {}\n", support::SafePath(view.path()),
                                  FormatText(view.version(), view.creation_time()));

@@ -4,10 +4,13 @@
 #define INSPECT_SECTION_LIST_H_
 
 #include <cstddef>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inspect/file_view.h"
+#include "ruxcomp/language/sections.h"
 #include "support/json.h"
 
 namespace rux::inspect {
@@ -18,6 +21,23 @@ struct SectionFilter {
   std::string file;  // of the source file: its path or what follows the last slash
 
   bool is_empty() const { return name.empty() && file.empty(); }
+};
+
+// The sections that a command is about.
+class Selection {
+ public:
+  Selection() = default;  // all
+  // Those of a kind, or of all kinds when it is empty, that fit. Throws a Failure.
+  Selection(const FileView& view, const std::string& kind, const SectionFilter& filter);
+
+  bool is_all() const { return is_all_; }
+  bool Has(ruxcomp::language::SectionId kind, std::size_t ordinal) const {
+    return is_all_ || sections_.count({kind, ordinal}) > 0;
+  }
+
+ private:
+  bool is_all_ = true;
+  std::set<std::pair<ruxcomp::language::SectionId, std::size_t>> sections_;
 };
 
 struct ListStyle {

@@ -1,4 +1,4 @@
-// rux dump FILE
+// rux dump FILE [KIND]
 #include "inspect/dump.h"
 
 #include <memory>
@@ -9,18 +9,24 @@
 #include "compiled/debug_meta.h"
 #include "compiled/file.h"
 #include "compiled/meta.h"
+#include "inspect/file_view.h"
+#include "inspect/section_list.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "support/text_stream.h"
 #include "tool/command.h"
+#include "tool/view_arguments.h"
 
 namespace rux::tool {
 namespace {
 
 struct Options {
   std::string file;
+  std::string kind;
+  inspect::SectionFilter filter;
+  bool types = false;
   bool json = false;
   bool raw = false;
 };
@@ -38,17 +44,24 @@ struct MetaTraits {
   static constexpr auto kWriteJson = inspect::WriteMetaJson;
 };
 
+inspect::Selection SelectionOf(const Options& options, std::string_view bytes) {
+  if (options.kind.empty() && options.filter.is_empty()) return {};
+  return {*inspect::ViewOf(options.file, bytes), options.kind, options.filter};
+}
+
 template <class Traits>
 void DumpForm(const Options& options, std::string_view bytes) {
+  const inspect::Selection selection = SelectionOf(options, bytes);
   compiled::Faults none;  // of a file that was verified
   const auto meta = Traits::kDecode(
       bytes, none, options.raw ? compiled::Keep::kPieces : compiled::Keep::kRecords);
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     if (options.json) {
-      return Traits::kWriteJson(options.file, meta, inspect::RawJson(bytes, options.raw), out);
+      return Traits::kWriteJson(options.file, meta, selection, inspect::RawJson(bytes, options.raw),
+                                out);
     }
-    inspect::Listing listing(bytes, options.raw, out);
-    Traits::kList(options.file, meta, listing);
+    inspect::Listing listing(bytes, options.raw, options.types, out);
+    Traits::kList(options.file, meta, selection, listing);
   });
 }
 
@@ -66,15 +79,18 @@ support::ExitStatus Dump(const Options& options) {
 
 Action SetUpDump(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("FILE", &options->file, "The meta file or debug meta file to print")
-      .File()
-      .Required();
+  AddViewedFile(arguments, options->file);
+  arguments.Add("KIND", &options->kind, "Only sections of this kind, such as SENSOR");
+  AddSectionFilter(arguments, options->filter);
+  arguments.Add("--types", &options->types,
+                "Also print identifiers, classes and notations, and the symbol tables");
+  arguments.Add("--raw", &options->raw, "Also print the offset and the bytes of every field");
   arguments.Add("--json", &options->json, "Print JSON (docs/dump-json.md)");
-  arguments.Add("--raw", &options->raw, "Tell the offset and the bytes of every field");
   arguments.Footer(
       "A debug meta file is printed with the files and lines of the script, a meta file with the\n"
-      "words that stand in it and what each stands for.\n\n"
-      "Example:\n  rux dump --raw server.meta");
+      "values of its entries.\n\n"
+      "Examples:\n  rux dump server.metad\n  rux dump server.metad SENSOR --name 'CPU*'\n"
+      "  rux dump --raw server.meta");
   return [options] { return Dump(*options); };
 }
 
