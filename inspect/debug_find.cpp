@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -57,6 +58,13 @@ class Sections {
     if (sections_.empty()) throw NotFound("there is no " + keyword + " section");
   }
 
+  std::vector<DebugFound> All() const {
+    std::vector<DebugFound> all;
+    all.reserve(sections_.size());
+    for (const compiled::DebugSection* section : sections_) all.push_back({section, nullptr});
+    return all;
+  }
+
   const compiled::DebugSection* Find(const PathStep& step) const {
     const NamedSections names{keyword_, sections_.size(),
                               [this](std::size_t i) { return NameOf(*sections_[i]); },
@@ -99,17 +107,25 @@ class Sections {
   std::vector<const compiled::DebugSection*> sections_;
 };
 
-std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::string& name) {
+// The entries that define words, in file order.
+std::vector<DebugFound> Definitions(const compiled::DebugMeta& meta) {
   std::vector<DebugFound> found;
   for (const std::vector<compiled::DebugSection>& kind : meta.kinds) {
     for (const compiled::DebugSection& section : kind) {
       for (const compiled::DebugEntry& entry : section.entries) {
-        if (entry.identifier == language::ENTRY_DEFINED_WORD && entry.name == name) {
+        const bool is_given = entry.payload_type != 0;
+        if (is_given && entry.identifier == language::ENTRY_DEFINED_WORD)
           found.push_back({&section, &entry});
-        }
       }
     }
   }
+  return found;
+}
+
+std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::string& name) {
+  std::vector<DebugFound> found = Definitions(meta);
+  const auto is_other = [&](const DebugFound& each) { return each.entry->name != name; };
+  found.erase(std::remove_if(found.begin(), found.end(), is_other), found.end());
   if (!found.empty()) return found;
   std::vector<std::string> names;
   names.reserve(meta.words.size());
@@ -150,13 +166,21 @@ std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<
   const language::SectionKind* kind = language::FindKind(keyword);
   const bool names_section =
       keyword != kWordKind && ((kind != nullptr && kind->HasNames()) || OrdinalOf(step));
-  if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on behind an entry");
+  if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on after an entry");
   if (keyword == kWordKind) return FindWord(meta, step.text);
   const Sections sections(meta, keyword);
   if (!names_section) return sections.FindEntries(step.text);
   const compiled::DebugSection* section = sections.Find(step);
   if (path.size() == 2) return {{section, nullptr}};
   return sections.FindEntries(*section, path[2].text);
+}
+
+std::vector<DebugFound> FindKind(const compiled::DebugMeta& meta, const std::string& keyword) {
+  const std::string kind = ExpectKeyword(keyword);
+  if (kind != kWordKind) return Sections(meta, kind).All();
+  std::vector<DebugFound> definitions = Definitions(meta);
+  if (definitions.empty()) throw NotFound("there is no defined word");
+  return definitions;
 }
 
 }  // namespace rux::inspect

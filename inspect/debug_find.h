@@ -39,6 +39,10 @@ struct DebugFound {
 // another form.
 std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<PathStep>& path);
 
+// All sections of a kind, or for kWordKind all entries that define words, in file order. Never
+// empty; throws a Failure of findings.
+std::vector<DebugFound> FindKind(const compiled::DebugMeta& meta, const std::string& keyword);
+
 }  // namespace rux::inspect
 
 #endif  // INSPECT_DEBUG_FIND_H_

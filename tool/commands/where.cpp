@@ -1,14 +1,15 @@
 // rux where METAD PATH
+#include "inspect/where.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "compiled/debug_meta.h"
 #include "inspect/debug_find.h"
-#include "inspect/debug_text.h"
 #include "inspect/path.h"
 #include "support/failure.h"
-#include "support/safe_text.h"
+#include "support/json.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
 
@@ -18,24 +19,18 @@ namespace {
 struct Options {
   std::string metad;
   std::string path;
+  bool json = false;
 };
 
 support::ExitStatus Where(const Options& options) {
   const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
   const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
-  const inspect::SourcePlaces places(meta);
-  for (const auto& [section, entry] : inspect::Find(meta, path)) {
-    const compiled::DebugObject& object =
-        entry != nullptr ? static_cast<const compiled::DebugObject&>(*entry) : *section;
-    if (object.file_index >= meta.files.size()) {
-      throw support::Failure(support::ExitStatus::kFindings,
-                             "{} does not list its source files; line {} of the file {} says it",
-                             options.metad, object.line, object.file_index);
-    }
-    const std::string text = entry != nullptr ? ' ' + inspect::EntryText(*entry) : "";
-    support::PrintOut(places.Of(object) + ": [" + support::SafeText(section->name) + ']' + text +
-                      '\n');
-  }
+  const std::vector<inspect::DebugFound> places = inspect::FindPlaces(options.metad, meta, path);
+  const auto write = [&](support::JsonObject& json) {
+    inspect::WritePlaces(json, options.metad, meta, places);
+  };
+  support::PrintOut(options.json ? support::JsonDocument(write)
+                                 : inspect::PlacesText(meta, places, path.size() == 1));
   return support::ExitStatus::kDone;
 }
 
@@ -43,14 +38,18 @@ support::ExitStatus Where(const Options& options) {
 
 Action SetUpWhere(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("METAD", &options->metad, "The debug meta file to read").File().Required();
-  arguments.Add("PATH", &options->path, "KIND/SECTION[/ENTRY] or WORD/NAME").Required();
+  arguments.Add("METAD", &options->metad, "The debug meta file to read; - for standard input")
+      .File()
+      .Required();
+  arguments.Add("PATH", &options->path, "KIND[/SECTION[/ENTRY]] or WORD[/NAME]").Required();
+  arguments.Add("--json", &options->json, "Print JSON (docs/where.schema.json)");
   arguments.Footer(
       "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
       "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it, NAME that\n"
-      "of a defined word. A name in double quotes is taken as it stands, \"\" in it for a quote.\n"
-      "\n"
-      "Example:\n  rux where server.metad SENSOR/CPU0_TEMP/THRESHOLD_FH");
+      "of a defined word. A name in double quotes is taken literally, \"\" in it for a quote. A\n"
+      "KIND alone lists its sections, and WORD the defined words.\n\n"
+      "Examples:\n  rux where server.metad SENSOR/CPU0_TEMP/THRESHOLD_FH\n"
+      "  rux where server.metad WORD/VT_READ");
   return [options] { return Where(*options); };
 }
 
