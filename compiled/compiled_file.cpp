@@ -71,14 +71,20 @@ void MapWholeFile(const std::string& path, KeptBytes& bytes) {
 
 void ExpectForm(const std::string& path, std::string_view bytes, Form wanted) {
   const Form form = FormOf(bytes);
-  if (form == Form::kNone) throw Unsound(path, form, NoForm());
+  if (form == Form::kNone) throw Unsound(path, bytes);
   if (form != wanted) throw WrongForm(path, form);
 }
 
-support::Failure Unsound(const std::string& path, Form form, const Fault& fault) {
+support::Failure Unsound(const std::string& path, std::string_view bytes) {
+  const Faults faults = Verify(bytes);
+  const std::string cause = LikelyCause(bytes, faults);
   // Where a foreign file differs helps no user.
-  const std::string reason = form == Form::kNone ? fault.reason : FaultText(fault);
-  return support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path, reason);
+  const bool is_foreign = FormOf(bytes) == Form::kNone;
+  const std::string fault =
+      is_foreign ? faults.list().front().reason : FaultText(faults.list().front());
+  std::string text = fault;
+  if (!cause.empty()) text = is_foreign ? fault + "; " + cause : cause + " (" + fault + ')';
+  return support::Failure(support::ExitStatus::kTrouble, "cannot load {}: {}", path, text);
 }
 
 CompiledFile::CompiledFile(const std::string& path)
@@ -94,7 +100,7 @@ CompiledFile::CompiledFile(const std::string& path, Form wanted)
 
 void CompiledFile::ExpectSound() {
   const Faults faults = Verify(bytes_, &summary_);
-  if (!faults.empty()) throw Unsound(path_, form_, faults.list().front());
+  if (!faults.empty()) throw Unsound(path_, bytes_);
 }
 
 }  // namespace rux::compiled

@@ -32,8 +32,9 @@ void MapWholeFile(const std::string& path, KeptBytes& bytes);
 // of the wanted one.
 void ExpectForm(const std::string& path, std::string_view bytes, Form wanted);
 
-// The failure of a file of that form that has that fault.
-support::Failure Unsound(const std::string& path, Form form, const Fault& fault);
+// The failure of a file with those bytes, which are not sound: what may have happened to it, and
+// the first fault.
+support::Failure Unsound(const std::string& path, std::string_view bytes);
 
 // A compiled file that is sound. Holds the bytes that were verified: what becomes of the file on
 // the disk makes no difference any more.

@@ -1,6 +1,10 @@
 #include "compiled/verify.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,6 +17,8 @@
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/meta_records.h"
 #include "ruxcomp/file/meta_walk.h"
+#include "ruxcomp/file/views.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/verify/meta_rules.h"
 
 namespace rux::compiled {
@@ -76,6 +82,44 @@ void VerifyDebugMeta(std::string_view bytes, Faults& faults, Summary& summary) {
 }  // namespace
 
 Fault NoForm() { return {0, "header", "magic", "it is neither a meta file nor a debug meta file"}; }
+
+namespace {
+
+// Whether a line begins a section of some kind.
+bool IsScript(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::string_view line = bytes.substr(0, bytes.find('\n'));
+    for (const language::SectionKind& kind : language::kSectionKinds) {
+      const std::string header = '[' + std::string(kind.keyword) + ']';
+      if (line.substr(0, header.size()) == header) return true;
+    }
+    bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+  }
+  return false;
+}
+
+bool IsBeginOfMagic(std::string_view bytes) {
+  return bytes == MagicOf(Form::kMeta).substr(0, bytes.size()) ||
+         bytes == MagicOf(Form::kDebugMeta).substr(0, bytes.size());
+}
+
+}  // namespace
+
+std::string LikelyCause(std::string_view bytes, const Faults& faults) {
+  if (bytes.empty()) return "the file is empty";
+  if (FormOf(bytes) == Form::kNone) {
+    if (IsBeginOfMagic(bytes)) return "the file appears truncated";
+    return IsScript(bytes) ? "it is a script; 'rux compile' compiles it" : "";
+  }
+  const bool has_version = bytes.size() >= kVersionOffset + kWordSize;
+  const std::uint32_t version = has_version ? LoadWord(&bytes[kVersionOffset]) : kVersion;
+  if (version != kVersion) {
+    return fmt::format(
+        "it was compiled by another release: its format is 0x{:08X}, this release reads 0x{:08X}",
+        version, kVersion);
+  }
+  return faults.is_cut() ? "the file appears truncated" : "";
+}
 
 Faults Verify(std::string_view bytes, Summary* summary) {
   Faults faults;

@@ -29,6 +29,10 @@ struct Summary {
 // What is wrong with bytes of neither form.
 Fault NoForm();
 
+// What may have happened to bytes with such faults: they are those of a script, another release
+// compiled them, the end is missing. Empty when nothing suggests itself.
+std::string LikelyCause(std::string_view bytes, const Faults& faults);
+
 // Checks the bytes of a meta file or of a debug meta file, which they are by their magic, against
 // all that the layout says and all that the compiler holds to. Takes a time in proportion to the
 // bytes, and memory for what is looked up: some bytes for every name. Without a fault, the library

@@ -25,8 +25,7 @@ namespace {
 
 compiled::DebugMeta Decoded(const std::string& path, std::string_view bytes) {
   compiled::Faults faults = compiled::Verify(bytes);
-  if (!faults.empty())
-    throw compiled::Unsound(path, compiled::Form::kDebugMeta, faults.list().front());
+  if (!faults.empty()) throw compiled::Unsound(path, bytes);
   return compiled::DecodeDebugMeta(bytes, faults);
 }
 

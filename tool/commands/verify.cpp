@@ -37,6 +37,7 @@ struct Result {
   std::size_t size = 0;
   compiled::Summary summary;
   compiled::Faults faults;
+  std::string cause;  // what may have happened to a file that is not sound
 
   bool is_sound() const { return unreadable.empty() && faults.empty(); }
   std::size_t not_shown() const { return faults.count() - faults.list().size(); }
@@ -49,6 +50,7 @@ Result ResultOf(const std::string& file) {
     const std::string bytes = compiled::ReadWholeFile(file);
     result.size = bytes.size();
     result.faults = compiled::Verify(bytes, &result.summary);
+    if (!result.faults.empty()) result.cause = compiled::LikelyCause(bytes, result.faults);
   } catch (const support::Failure& failure) {
     result.unreadable = failure.what();
   }
@@ -69,10 +71,12 @@ std::string SoundText(const Result& result) {
 std::string FaultsText(const Result& result) {
   if (!result.unreadable.empty()) return result.unreadable + '\n';
   if (result.summary.form == compiled::Form::kNone) {
-    return support::SafeFormat("cannot load {}: {}\n", result.file,
-                               result.faults.list().front().reason);
+    return support::SafeFormat("cannot load {}: {}{}\n", result.file,
+                               result.faults.list().front().reason,
+                               result.cause.empty() ? "" : "; " + result.cause);
   }
-  std::string text = support::SafeFormat("{} is damaged\n", result.file);
+  std::string text = support::SafeFormat("{} is damaged{}\n", result.file,
+                                         result.cause.empty() ? "" : ": " + result.cause);
   for (const compiled::Fault& fault : result.faults.list())
     text += support::SafeFormat("  {}\n", compiled::FaultText(fault));
   if (result.not_shown() > 0) text += fmt::format("  and {} more\n", result.not_shown());
@@ -104,6 +108,7 @@ void WriteResult(JsonObject& json, const Result& result) {
   WriteSummary(json, result.summary);
   json.Objects("faults", result.faults.list(), WriteFault);
   json.Member("faults_not_shown", result.not_shown());
+  if (!result.cause.empty()) json.Member("cause", result.cause);
 }
 
 // Whether all files are sound, which `report` is to say of each.
@@ -153,16 +158,19 @@ support::ExitStatus VerifyFiles(const Options& options) {
 
 Action SetUpVerify(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("FILE", &options->files, "The meta files and debug meta files to check")
+  arguments
+      .Add("FILE", &options->files,
+           "The meta files and debug meta files to check; - for standard input")
       .File()
       .Required();
   arguments.Add("--json", &options->json, "Print JSON (docs/verify-json.md)");
   arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file").Without("--json");
   arguments.Footer(
-      "Every offset, length, count, identifier and reference is checked. A fault is told with its\n"
-      "offset, the record and the field that it is in, and the reason. The exit status is 3 when "
-      "a\n"
-      "file is damaged or cannot be read.\n\n"
+      "Every offset, length, count, identifier and reference is checked. A fault is reported with\n"
+      "its offset, the record and the field that it is in, and the reason; first comes what may\n"
+      "have happened, such as that the file appears truncated. The exit status is 3 when a file "
+      "is\n"
+      "not sound or cannot be read.\n\n"
       "Example:\n  rux verify server.meta server.metad");
   return [options] { return VerifyFiles(*options); };
 }

@@ -111,6 +111,11 @@ class Cursor {
     end_ = offset_;  // so that no reading function need ask
   }
 
+  // Before a fault: the file ends where more was to follow.
+  [[gnu::cold]] void NoteCut() {
+    if (!has_failed_) faults_.NoteCut();
+  }
+
   // In the record that is found again whatever is wrong in it: whether the cursor had failed. The
   // end of the record is the place to go on.
   bool Recover() { return std::exchange(has_failed_, false); }
@@ -120,17 +125,23 @@ class Cursor {
   friend class LimitedRecord;
 
   std::string Path() const;
+  void NoteCutAtEnd() {
+    if (end_ == file_.size()) NoteCut();
+  }
   // Out of the way of what is read without a fault, so that reading is inlined.
   [[gnu::cold, gnu::noinline]] void FailNeed(const char* field, std::size_t size) {
+    NoteCutAtEnd();
     Fail(field, offset_, "bytes needed: {}, left: {}", size, left());
   }
   [[gnu::cold, gnu::noinline]] void FailCount(const char* field, std::uint32_t count,
                                               std::size_t least_size) {
+    NoteCutAtEnd();
     Fail(field, offset_ - kWordSize,
          "the count {0} (0x{0:X}) is too large, bytes left: {1}, for each: {2}", count, left(),
          least_size);
   }
   [[gnu::cold, gnu::noinline]] void FailLength(const char* field, std::uint32_t length) {
+    NoteCutAtEnd();
     Fail(field, offset_, "the length {0} (0x{0:X}) is too large, bytes left: {1}", length,
          left() - kWordSize);
   }

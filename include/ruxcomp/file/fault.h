@@ -40,6 +40,10 @@ class Faults {
   }
   void AddUnkept() { ++count_; }
 
+  // Whether the file ends where a field says that more follows, as when the end of it is missing.
+  bool is_cut() const { return is_cut_; }
+  void NoteCut() { is_cut_ = true; }
+
   bool empty() const { return count_ == 0; }
   std::size_t count() const { return count_; }
   // In the order of the file.
@@ -49,6 +53,7 @@ class Faults {
   static constexpr std::size_t kMost = 20;
 
   std::size_t count_ = 0;
+  bool is_cut_ = false;
   std::vector<Fault> list_;
 };
 

@@ -55,6 +55,7 @@ class MetaWalk {
       const char* name = language::FindClass(language::kBlocks[i].base)->title;
       const std::uint32_t offset = cursor_.Word(name);
       if (offset % kAlignment != 0 || offset <= least || offset >= bytes_.size()) {
+        if (offset % kAlignment == 0 && offset > least) cursor_.NoteCut();
         cursor_.Fail(name, at,
                      "it is 0x{:X}; it must be a multiple of {} above 0x{:X} and below the file's "
                      "end 0x{:X}",
@@ -96,6 +97,7 @@ class MetaWalk {
     // What the length says is read without regard to the next block.
     const std::size_t left = bytes_.size() - cursor_.offset();
     if (table.length > left) {
+      cursor_.NoteCut();
       cursor_.Fail("length", table.length_offset,
                    "the length {0} (0x{0:X}) is too large, bytes left: {1}", table.length, left);
     }
