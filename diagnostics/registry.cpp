@@ -100,12 +100,12 @@ std::string Example(const char* title, std::string_view script) {
 }  // namespace
 
 std::vector<const MessageRow*> Registry::About(std::string_view text) const {
-  std::vector<const MessageRow*> rows;
+  std::vector<const MessageRow*> found;
   for (const MessageRow* row : rows_) {
     if (HasText(row->id, text) || HasText(row->summary, text) || HasText(row->explanation, text))
-      rows.push_back(row);
+      found.push_back(row);
   }
-  return rows;
+  return found;
 }
 
 const std::string_view kMachineScript = R"([MORVRUX]

@@ -22,8 +22,7 @@ struct Group {
   std::string_view about;
 };
 inline constexpr Group kGroups[] = {
-    {Level::kLoss,
-     "something is dropped, or compiled differently from what is written"},
+    {Level::kLoss, "something is dropped, or compiled differently from what is written"},
     {Level::kSuspect, "nothing is lost, but it is hardly meant"},
     {Level::kStyle, "a matter of opinion or of the firmware; off by default"},
 };

@@ -11,7 +11,7 @@
 namespace ruxcomp::findings {
 
 namespace rows {
-#define MESSAGE(name, format, wording, id, level, ...)                                       \
+#define MESSAGE(name, format, wording, id, level, ...)                                    \
   inline constexpr MessageRow k##name = {format, id, Level::level, __VA_ARGS__, wording}; \
   static_assert(FitsFormat(wording, format), "the wording of " #name " names its arguments");
 #include "findings/messages.def"

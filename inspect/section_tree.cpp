@@ -51,7 +51,8 @@ std::vector<Node> TreeOf(const FileView& view, const SectionKind& kind, language
   std::vector<std::size_t> roots;
   for (std::size_t i = 0; i < count; ++i) {
     const auto found = by_name.find(KeyOf(view, kind, i, parent));
-    (found == by_name.end() ? roots : children[found->second]).push_back(i);
+    std::vector<std::size_t>& siblings = found == by_name.end() ? roots : children[found->second];
+    siblings.push_back(i);
   }
   std::vector<Node> tree;
   std::vector<bool> is_in_tree(count);
