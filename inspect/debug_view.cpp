@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "compiled/compiled_file.h"
+#include "compiled/datum.h"
 #include "compiled/debug_meta.h"
 #include "compiled/verify.h"
 #include "inspect/debug_find.h"

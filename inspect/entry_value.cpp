@@ -14,7 +14,6 @@
 #include "compiled/meta.h"
 #include "inspect/meta_view.h"
 #include "ruxcomp/identifiers.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/selectors.h"

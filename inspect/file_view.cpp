@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "compiled/compiled_file.h"
-#include "compiled/datum.h"
 #include "inspect/debug_view.h"
 #include "inspect/entry_value.h"
 #include "inspect/meta_view.h"

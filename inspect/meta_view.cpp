@@ -1,28 +1,28 @@
 #include "inspect/meta_view.h"
 
 #include <fmt/format.h>
-#include <strings.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "inspect/entry_value.h"
+#include "inspect/file_view.h"
 #include "inspect/meta_model.h"
 #include "inspect/path.h"
-#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/records.h"
-#include "support/failure.h"
-#include "support/nearest.h"
-#include "support/safe_text.h"
 
 namespace rux::inspect {
 

@@ -9,10 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "compiled/file.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/json.h"

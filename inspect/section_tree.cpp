@@ -3,13 +3,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "compiled/datum.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
 #include "inspect/section_list.h"

@@ -32,7 +32,9 @@ std::size_t ColumnsOfEnvironment() {
 // Zero when standard output is not a terminal, or one of unknown size.
 std::size_t ColumnsOfTerminal() {
   struct winsize size = {};
-  return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+  // <sys/ioctl.h> has the request from a header of the kernel.
+  const int answer = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);  // NOLINT(misc-include-cleaner)
+  return answer == 0 ? size.ws_col : 0;
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ CommandArgument& Arguments::Add(const char* names, CommandArgument::Target targe
                                 const char* help) {
   CommandArgument& argument = all_.emplace_back();
   argument.names = names;
-  argument.target = std::move(target);
+  argument.target = target;
   argument.help = help;
   if (!argument.is_option()) argument.value_name = names;
   return argument;

@@ -164,7 +164,7 @@ std::string MissingValueText(const Arguments& arguments, const std::string& what
 // What the parser of the command line found, in the words of rux.
 std::string ErrorText(const CLI::App& app, const Arguments& arguments,
                       const CLI::ParseError& error) {
-  const std::string what = error.what();
+  std::string what = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
     return UnexpectedText(app, arguments);
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)

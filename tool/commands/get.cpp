@@ -15,7 +15,6 @@
 #include <string>
 #include <vector>
 
-#include "compiled/meta.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
 #include "inspect/path.h"

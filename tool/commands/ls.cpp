@@ -15,8 +15,10 @@
 // in the order of the tree. See inspect/entry_value.h for "hex" and for values.
 #include <unistd.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inspect/file_view.h"
