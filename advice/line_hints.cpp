@@ -8,6 +8,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -16,6 +17,7 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "sources/source_file.h"
 #include "sources/source_set.h"
 
 namespace rux::advice {

@@ -12,6 +12,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "findings/wording.h"
+#include "reader/script.h"
 #include "reader/value.h"
 #include "rules/defined_words.h"
 #include "ruxcomp/language/values.h"

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "diagnostics/registry.h"
+#include "findings/message_row.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 

@@ -38,16 +38,16 @@ bool IsLimited(int resource) {
 // Where memory is limited, all of it is left to what needs it.
 void UseHugePages() {
   if (IsLimited(RLIMIT_AS) || IsLimited(RLIMIT_DATA)) return;
-  constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
+  constexpr std::size_t kHugePage = std::size_t{2} << 20;
   constexpr int kHeap = 64 << 20;
   mallopt(M_TOP_PAD, kHeap);
-  void* const grows_heap = std::malloc(kHugePage);
-  const auto begin = reinterpret_cast<std::uintptr_t>(grows_heap);
+  auto* const grows_heap = static_cast<char*>(std::malloc(kHugePage));
+  const std::size_t to_boundary =
+      kHugePage - reinterpret_cast<std::uintptr_t>(grows_heap) % kHugePage;
+  char* const first = grows_heap + to_boundary + kHugePage;
+  const std::ptrdiff_t size = static_cast<char*>(sbrk(0)) - first;
+  if (size > 0 && size <= kHeap) madvise(first, static_cast<std::size_t>(size), MADV_HUGEPAGE);
   std::free(grows_heap);
-  const std::uintptr_t first = (begin / kHugePage + 2) * kHugePage;
-  const auto end = reinterpret_cast<std::uintptr_t>(sbrk(0));
-  if (end - first > kHeap) return;
-  madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
 }
 
 // A compile releases much of its memory together and asks for large blocks one after the other. By
