@@ -34,7 +34,7 @@ class Wordings {
   const rules::DefinedWords& words();
 
   const sources::SourceSet& sources_;
-  rules::RuleReport unread_{1, false};  // the warnings about the words are somebody else's
+  rules::RuleReport unread_{1, false};  // other rules report words
   std::optional<rules::DefinedWords> words_;
 };
 
