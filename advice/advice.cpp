@@ -215,7 +215,8 @@ void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& coll
     if (refused != nullptr) diagnostic.notes.push_back({TextOf(*refused), {}});
   }
   const std::size_t missing = collection.CountOf(row);
-  if (missing == 0 || collection.errors() == 0) return;
+  const bool are_errors = collection.SeverityOf(row) == diagnostics::Severity::kError;
+  if (missing == 0 || collection.errors() == (are_errors ? missing : 0)) return;
   Diagnostic note;
   note.row = &kUnreadIncludes;
   note.severity = diagnostics::Severity::kNote;

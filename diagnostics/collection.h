@@ -39,6 +39,10 @@ class Collection {
 
   std::size_t errors() const { return CountOf(Severity::kError); }
   std::size_t warnings() const { return CountOf(Severity::kWarning); }
+  // What becomes of a message that has its own severity.
+  Severity SeverityOf(const MessageRow& row) const {
+    return severities_.RulingOn(row, row.severity).severity;
+  }
   // Of a message; those that are dropped are not counted.
   std::size_t CountOf(const MessageRow& row) const;
   // Warnings that a setting drops.

@@ -23,11 +23,20 @@ using ruxcomp::findings::WordOf;
 constexpr std::string_view kAll = "all";
 constexpr std::string_view kNone = "none";
 constexpr std::string_view kError = "error";
+constexpr std::string_view kReport;
+constexpr std::string_view kDrop = "no-";
+constexpr std::string_view kRaise = "error=";
+constexpr std::string_view kLower = "no-error=";
 
 const Group* FindGroup(std::string_view name) {
   const Group* group = std::find_if(std::begin(kGroups), std::end(kGroups),
                                     [&](const Group& each) { return WordOf(each.level) == name; });
   return group == std::end(kGroups) ? nullptr : group;
+}
+
+// Whether a setting may name the message.
+bool CanBeSet(const MessageRow& row) {
+  return row.severity == Severity::kWarning || row.may_be_lowered();
 }
 
 // `choice` as it is, with what `other` says in place of it.
@@ -41,10 +50,10 @@ void Apply(const Choice& other, Choice& choice) {
 
 // The longest first.
 const Severities::Prefix Severities::kPrefixes[] = {
-    {"no-error=", {std::nullopt, false}},
-    {"error=", {true, true}},
-    {"no-", {false, std::nullopt}},
-    {"", {true, std::nullopt}},
+    {kLower, {std::nullopt, false}},
+    {kRaise, {true, true}},
+    {kDrop, {false, std::nullopt}},
+    {kReport, {true, std::nullopt}},
 };
 
 std::vector<SeveritySetting> SeveritySettings(const Registry& registry) {
@@ -54,13 +63,16 @@ std::vector<SeveritySetting> SeveritySettings(const Registry& registry) {
       {std::string(kError), "what is reported is an error"},
   };
   const auto add = [&](std::string_view name, std::string_view about) {
-    for (const std::string_view prefix : {"", "no-", "error=", "no-error="}) {
+    for (const std::string_view prefix : {kReport, kDrop, kRaise, kLower}) {
       settings.push_back({std::string(prefix).append(name), about});
     }
   };
   for (const Group& group : kGroups) add(WordOf(group.level), group.about);
   for (const MessageRow* row : registry.rows()) {
     if (row->severity == Severity::kWarning) add(row->id, row->summary);
+    if (row->may_be_lowered()) {
+      settings.push_back({std::string(kLower).append(row->id), row->summary});
+    }
   }
   return settings;
 }
@@ -90,6 +102,11 @@ std::string Severities::SetOne(std::string_view setting) {
   const std::string_view name = setting.substr(prefix->text.size());
   Choice* target = FindTarget(name);
   if (target == nullptr) return UnknownText(name);
+  const MessageRow* row = registry_.Find(name);
+  if (row != nullptr && row->may_be_lowered() && !prefix->choice.is_reported.value_or(true)) {
+    return fmt::format("{0} is an error: {1}{0} makes it a warning, nothing leaves it out", name,
+                       kLower);
+  }
   Apply(prefix->choice, *target);
   return "";
 }
@@ -98,7 +115,7 @@ Severities::Choice* Severities::FindTarget(std::string_view name) {
   if (name == kAll) return &all_;
   if (const Group* group = FindGroup(name)) return &by_group_[group->level];
   const MessageRow* row = registry_.Find(name);
-  return row != nullptr && row->severity == Severity::kWarning ? &by_row_[row] : nullptr;
+  return row != nullptr && CanBeSet(*row) ? &by_row_[row] : nullptr;
 }
 
 std::string Severities::UnknownText(std::string_view name) const {
@@ -119,12 +136,17 @@ std::string Severities::UnknownText(std::string_view name) const {
 }
 
 Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
+  const auto own = by_row_.find(&row);
+  if (row.may_be_lowered()) {
+    const bool is_raised = own == by_row_.end() || own->second.is_raised.value_or(true);
+    return {is_raised ? severity : Severity::kWarning};
+  }
   if (severity != Severity::kWarning) return {severity};
   Choice choice = all_;
   if (const auto group = by_group_.find(row.level); group != by_group_.end()) {
     Apply(group->second, choice);
   }
-  if (const auto own = by_row_.find(&row); own != by_row_.end()) Apply(own->second, choice);
+  if (own != by_row_.end()) Apply(own->second, choice);
   if (!choice.is_reported.value_or(row.level != Level::kStyle)) {
     return {severity, true, choice.is_reported.has_value()};
   }

@@ -32,7 +32,7 @@ struct Ruling {
 // Warnings may be left out or made errors: all of them, those of a group, those of an id. Without a
 // setting, warnings of the group style are left out. What is set for an id counts more than what is
 // set for its group, and that more than what is set for all; otherwise the last setting counts.
-// Errors stay errors.
+// Errors stay errors, except those that may be lowered: "no-error=ID" makes them warnings.
 class Severities {
  public:
   explicit Severities(const Registry& registry) : registry_(registry) {}

@@ -23,7 +23,8 @@ struct CompileOptions {
 
   std::vector<std::string> scripts;  // one at least
   std::size_t jobs = 0;              // how many at a time; 0: as many as there are processors
-  std::string stdin_name;            // what standard input stands for; empty: no file
+  std::vector<std::string> include_folders;  // beside the folder of the including file
+  std::string stdin_name;                    // what standard input stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
   diagnostics::ReportOptions reporting;

@@ -18,6 +18,7 @@
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "reader/archive.h"
+#include "reader/include_folders.h"
 #include "rules/check_script.h"
 #include "rules/rule_report.h"
 #include "run/log.h"
@@ -34,6 +35,7 @@ class CompileRun {
   explicit CompileRun(const CompileOptions& options)
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
+        include_folders_(options.include_folders),
         run_(options.script_name(), TextOf(options), options.reporting.max_errors),
         severities_(AllMessages()),
         diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
@@ -43,7 +45,7 @@ class CompileRun {
 
   support::ExitStatus Run(CompileProduct* product) {
     run_.ReadAndCheck();
-    RefuseTextForPlugin();
+    RefuseForPlugin();
     const bool is_script = !advice::AddFilesThatAreNoScripts(result(), script_, diagnostics_);
     if (is_script) AddFindings();
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
@@ -65,8 +67,14 @@ class CompileRun {
     return ReadStandardInput(options.script_name());
   }
 
-  void RefuseTextForPlugin() const {
-    if (!options_.reads_standard_input() || !result().has_foreign_reader) return;
+  void RefuseForPlugin() const {
+    if (!result().has_foreign_reader) return;
+    if (!options_.include_folders.empty()) {
+      throw support::Failure(support::ExitStatus::kTrouble,
+                             "cannot use -I: the reader plug-in {} has a search of its own",
+                             run::kPluginPath);
+    }
+    if (!options_.reads_standard_input()) return;
     throw support::Failure(support::ExitStatus::kTrouble,
                            "cannot read standard input: the reader plug-in {} reads files only",
                            run::kPluginPath);
@@ -130,6 +138,7 @@ class CompileRun {
 
   const CompileOptions& options_;
   const std::string script_;  // as it can be opened
+  const ruxcomp::reader::IncludeFolders include_folders_;
   run::Run run_;
   diagnostics::Severities severities_;
   diagnostics::Collection diagnostics_;

@@ -89,6 +89,11 @@ struct MessageRow {
   Lead lead = LeadOf(format);
   Severity severity = SeverityOf(level);
 
+  // It is an error to people, who may have it as a warning: the library calls it one.
+  constexpr bool may_be_lowered() const {
+    return severity == Severity::kError && !format.empty() && !lead.is_error && lead.has_place;
+  }
+
   MessageRow(const MessageRow&) = delete;
   MessageRow& operator=(const MessageRow&) = delete;
 };

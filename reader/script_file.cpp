@@ -11,9 +11,11 @@
 
 #include "findings/origin.h"
 #include "reader/archive.h"
+#include "reader/include_folders.h"
 #include "reader/messages.h"
 #include "reader/script.h"
 #include "reader/source.h"
+#include "ruxcomp/language/paths.h"
 
 namespace ruxcomp::reader {
 namespace {
@@ -84,7 +86,7 @@ std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::si
     refused = {reason, error};
     return nullptr;
   };
-  const std::optional<Source> source = FindSource(path);
+  const std::optional<Source> source = FindScript(path);
   if (!source) return refuse(ReasonOf(errno), errno);
   if (IsIncluding(source->identity)) return refuse(Refusal::kIsOpenAlready);
   if (source->kind == SourceKind::kStream && streams == Streams::kOpen) {
@@ -100,6 +102,34 @@ std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::si
   return file;
 }
 
+// The error number is that of the path itself.
+std::optional<Source> ScriptFile::FindScript(const std::string& path) {
+  std::optional<Source> source = FindSource(path);
+  const int error = errno;
+  if (!source && !IncludeFolders::Current().empty() && ReasonOf(error) == Refusal::kNotFound) {
+    source = FindInFolders(path);
+    errno = error;
+  }
+  return source;
+}
+
+std::optional<Source> ScriptFile::FindInFolders(const std::string& path) {
+  const ScriptFile* includer = g_open_files;
+  while (includer != nullptr && !includer->is_including_) includer = includer->next_open_;
+  if (includer == nullptr) return std::nullopt;
+  // What the item names: the library puts the folder of the including file before it.
+  const std::size_t folder_size = language::FolderSize(includer->path_);
+  if (path.size() < folder_size) return std::nullopt;
+  const std::string name = language::WithSlashes(path.substr(folder_size));
+  // A file that was found in one of these folders has its own includes beside it.
+  const std::string found = language::WithSlashes(includer->found_at_);
+  std::optional<Source> source = FindSource(found.substr(0, found.rfind('/') + 1) + name);
+  for (const std::string& folder : IncludeFolders::Current()) {
+    if (!source) source = FindSource((folder.back() == '/' ? folder : folder + '/') + name);
+  }
+  return source;
+}
+
 void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
   if (const auto message = MessageOf(refused.reason)) Report(path, *message, 1);
   Archive* archive = Archive::Current();
@@ -112,6 +142,7 @@ void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
 
 ScriptFile::ScriptFile(const std::string& path, const Source& source, std::string text)
     : path_(path),
+      found_at_(source.path),
       identity_(source.identity),
       text_(std::move(text)),
       next_open_(std::exchange(g_open_files, this)),

@@ -66,6 +66,8 @@ class ScriptFile {
   ScriptFile(const std::string& path, const Source& source, std::string text);
   static std::unique_ptr<ScriptFile> TryOpen(const std::string& path, std::size_t largest,
                                              Streams streams, Refused& refused);
+  static std::optional<Source> FindScript(const std::string& path);
+  static std::optional<Source> FindInFolders(const std::string& path);
   static void Refuse(const std::string& path, const Refused& refused);
   static bool IsIncluding(const SourceIdentity& identity);
   static Includer FindIncluder();
@@ -80,6 +82,7 @@ class ScriptFile {
   static inline const Item* delivered_ = nullptr;
 
   const std::string path_;
+  const std::string found_at_;
   const SourceIdentity identity_;
   std::string text_;  // empty from Parse on
   std::shared_ptr<Script> script_;

@@ -20,16 +20,25 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
            "Process up to N scripts in parallel (default: one for each processor)")
       .Value("N");
   arguments
+      .Add("-I,--include-folder", &options.include_folders,
+           "Also look for included files in this folder, after that of the including file")
+      .File("FOLDER")
+      .Check([](const std::string& folder) {
+        return std::string(folder.empty() ? "the name of the folder is empty" : "");
+      });
+  arguments
       .Add("--stdin-name", &options.stdin_name,
            "With -: the name of the script, for messages and the folder of its INCLUDEs")
       .File("NAME");
   arguments.Add("--werror", &options.werror,
                 "Treat the reported warnings as errors, like -W error");
   arguments
-      .Add("-W", &options.warnings,
-           "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
-           "none; no-WHAT leaves it out, error=WHAT makes it an error; error: whatever is reported "
-           "is an error. Several with commas (default: loss,suspect)")
+      .Add(
+          "-W", &options.warnings,
+          "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
+          "none; no-WHAT leaves it out, error=WHAT makes it an error; error: whatever is reported "
+          "is an error. Several with commas (default: loss,suspect). no-error=missing-include goes "
+          "on without a file that cannot be included")
       .Value("WHAT")
       .Check([](const std::string& text) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);

@@ -103,7 +103,8 @@ class HostileNamesTest : public testing::TestWithParam<std::size_t> {
  protected:
   void SetUp() override {
     Fill(folder_, {{"board.rux", ScriptWith(name_)}});
-    const Arguments compile = {"compile", "board.rux", "-g", "board.metad"};
+    const Arguments compile = {"compile",     "board.rux", "-g",
+                               "board.metad", "-W",        "no-error=missing-include"};
     ASSERT_EQ(RuxProcess(folder_.path(), compile).Wait().exit_status, 0);
     sound_ = ContentsOf(folder_);
   }
