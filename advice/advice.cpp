@@ -174,9 +174,10 @@ bool AddFilesThatAreNoScripts(const run::Result& result, const std::string& scri
 }
 
 void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,
-                 diagnostics::Collection& collection) {
+                 Scope& scope, diagnostics::Collection& collection) {
   const Places places(result.sources, script);
   for (Diagnostic& warning : warnings.kept) {
+    if (!scope.Includes(warning)) continue;
     collection.Add(*warning.row, warning.row->severity, [&] {
       if (warning.at.path.empty()) warning.at.path = script;
       places.AddIncludes(warning);

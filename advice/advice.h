@@ -2,6 +2,7 @@
 #ifndef ADVICE_ADVICE_H_
 #define ADVICE_ADVICE_H_
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,10 @@
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "rules/rule_report.h"
+#include "run/log.h"
 #include "run/run.h"
+#include "sources/source_set.h"
+#include "support/text_file.h"
 
 namespace rux::advice {
 
@@ -30,7 +34,39 @@ FILE = machine.rux
 [GLOBAL]
 G_DUTY = VT_CONST, 40
 )"};
-inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes};
+inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
+    "",
+    "checked-as-part",
+    ruxcomp::findings::Level::kNote,
+    "a file is checked as a part of the machine that includes it",
+    "The file has no MORVRUX section. rux check takes the main scripts that include it from the "
+    "nearest folder, upwards from its own, that holds one, checks those, and reports what concerns "
+    "the file. With --as-main, it checks the file by itself.",
+    "",
+    ""};
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart};
+
+// Which files of a script are reported on: all, or one.
+class Scope {
+ public:
+  Scope() = default;  // all
+  // The file at the path, as it can be opened.
+  Scope(const sources::SourceSet& sources, const std::string& path);
+
+  bool Includes(const run::Result& result, const run::Finding& finding);
+  bool Includes(const diagnostics::Diagnostic& warning);
+
+  // Lets places in the part have the path that it was given by, not that of the INCLUDE.
+  void UsePath(const std::string& part, std::vector<diagnostics::Diagnostic>& diagnostics) const;
+
+  // What is reported of the part: which script it was checked as a part of.
+  diagnostics::Diagnostic NoteOn(const std::string& part, const std::string& main) const;
+
+ private:
+  bool is_limited_ = false;
+  const support::TextFile* file_ = nullptr;
+  std::size_t errors_elsewhere_ = 0;
+};
 
 // Adds an error for each file that is not a script. Answers whether there was one: what else was
 // found follows from it.
@@ -40,7 +76,7 @@ bool AddFilesThatAreNoScripts(const run::Result& result, const std::string& scri
 // Adds what the rules have found, with the INCLUDEs that lead there and a place for what is about
 // the script as a whole. `script`: its path, as it can be opened.
 void AddWarnings(const run::Result& result, const std::string& script, rules::Warnings warnings,
-                 diagnostics::Collection& collection);
+                 Scope& scope, diagnostics::Collection& collection);
 
 // Adds to what a run and the rules have found: what was probably meant by a name that does not
 // exist, the other place that a message is about, and what its text leaves open.
@@ -52,7 +88,7 @@ void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& coll
 
 // Adds what was found up to the check, in order and with places. `script`: its path, as it can be
 // opened.
-void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+void AddDiagnosticsOf(const run::Result& result, const std::string& script, Scope& scope,
                       diagnostics::Collection& collection);
 
 // The error that the library raised instead of reporting it.

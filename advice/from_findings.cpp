@@ -96,13 +96,13 @@ std::string WhatRaised(Places& places, const ruxcomp::findings::Origin& at) {
 
 }  // namespace
 
-void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+void AddDiagnosticsOf(const run::Result& result, const std::string& script, Scope& scope,
                       diagnostics::Collection& collection) {
   Places places(result.sources, script);
   Wordings wordings(result.sources);
   const Consequences consequences(result);
   for (const run::Finding& finding : result.findings) {
-    if (consequences.Includes(finding)) continue;
+    if (consequences.Includes(finding) || !scope.Includes(result, finding)) continue;
     collection.Add(*finding.row, SeverityOf(*finding.row, result.accepted), [&] {
       Diagnostic diagnostic = DiagnosticOf(finding);
       places.Locate(finding, diagnostic);

@@ -24,7 +24,9 @@ struct CompileOptions {
   std::vector<std::string> scripts;  // one at least
   std::size_t jobs = 0;              // how many at a time; 0: as many as there are processors
   std::vector<std::string> include_folders;  // beside the folder of the including file
-  std::string stdin_name;                    // what standard input stands for; empty: no file
+  // The one file of the script that is reported on, as it can be opened; empty: all.
+  std::string part;
+  std::string stdin_name;  // what standard input stands for; empty: no file
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
   diagnostics::ReportOptions reporting;

@@ -36,7 +36,7 @@ class CompileRun {
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
         include_folders_(options.include_folders),
-        run_(options.script_name(), TextOf(options), options.reporting.max_errors),
+        run_(options.script_name(), TextOf(options), MostKept(options)),
         severities_(AllMessages()),
         diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();
@@ -50,7 +50,8 @@ class CompileRun {
     if (is_script) AddFindings();
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
     if (is_script && result().raised) AddRaised();
-    const bool is_done = result().accepted && !Fails();
+    const bool is_part = !options_.part.empty();
+    const bool is_done = (result().accepted || is_part) && !Fails();
     ReportAll();
     if (RanOutOfMemory()) throw std::bad_alloc();
     if (failure_) throw support::Failure(*failure_);
@@ -65,6 +66,11 @@ class CompileRun {
   static std::optional<std::string> TextOf(const CompileOptions& options) {
     if (!options.reads_standard_input()) return std::nullopt;
     return ReadStandardInput(options.script_name());
+  }
+
+  // Of a part, what is found first may be in other files.
+  static ruxcomp::findings::Most MostKept(const CompileOptions& options) {
+    return options.part.empty() ? options.reporting.max_errors : 0;
   }
 
   void RefuseForPlugin() const {
@@ -92,9 +98,10 @@ class CompileRun {
   }
 
   void AddFindings() {
-    advice::AddDiagnosticsOf(result(), script_, diagnostics_);
+    if (!options_.part.empty()) scope_ = advice::Scope(result().sources, options_.part);
+    advice::AddDiagnosticsOf(result(), script_, scope_, diagnostics_);
     if (result().opened && !result().raised) {
-      AddWarnings(rules::CheckScript(result().sources, options_.reporting.max_errors));
+      AddWarnings(rules::CheckScript(result().sources, MostKept(options_)));
     }
     advice::Advise(result(), diagnostics_.kept());
   }
@@ -117,7 +124,7 @@ class CompileRun {
   bool Fails() const { return result().raised || diagnostics_.errors() > 0; }
 
   void AddWarnings(rules::Warnings warnings) {
-    advice::AddWarnings(result(), script_, std::move(warnings), diagnostics_);
+    advice::AddWarnings(result(), script_, std::move(warnings), scope_, diagnostics_);
   }
 
   void AddRaised() {
@@ -129,8 +136,14 @@ class CompileRun {
   // The last that is done with the diagnostics.
   void ReportAll() {
     advice::AddNotesOnIncludes(result(), diagnostics_);
+    const bool is_part = !options_.part.empty();
+    if (is_part) {
+      scope_.UsePath(options_.part, diagnostics_.kept());
+      diagnostics_.AddConclusion(scope_.NoteOn(options_.part, script_));
+    }
     const diagnostics::ReportOptions& reporting = options_.reporting;
-    diagnostics::Report report = diagnostics::ReportOf(script_, diagnostics_);
+    diagnostics::Report report =
+        diagnostics::ReportOf(is_part ? options_.part : script_, diagnostics_);
     report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
     if (!reporting.file.empty()) KeepSources(result().files, {"diagnostics file", reporting.file});
     diagnostics::WriteReport(report, result().opened, reporting);
@@ -141,6 +154,7 @@ class CompileRun {
   const ruxcomp::reader::IncludeFolders include_folders_;
   run::Run run_;
   diagnostics::Severities severities_;
+  advice::Scope scope_;
   diagnostics::Collection diagnostics_;
   std::optional<support::Failure> failure_;
 };

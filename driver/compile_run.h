@@ -47,6 +47,10 @@ void RequireNamePerScript(const CompileOptions& options, const char* option,
 // together.
 std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options);
 
+// The same runs, but for scripts that are parts of machines: those are checked through each main
+// script that includes them. A form that is one document for each script takes the first of them.
+std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& runs);
+
 // Runs one as it is; several in processes of their own, with their output in the order of the
 // scripts and one summary at the end. Returns the worst exit status. Throws a Failure.
 support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,

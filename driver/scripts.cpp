@@ -15,6 +15,8 @@
 #include "diagnostics/report.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
+#include "reader/include_folders.h"
+#include "sources/main_scripts.h"
 #include "sources/source_file.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
@@ -43,11 +45,15 @@ void ExpectForOne(const CompileOptions& options) {
   if (inputs != 0 && scripts.size() > 1) throw WrongUsage("- cannot be one of several scripts");
 }
 
+// Whether the form is one document for each script.
+bool IsDocument(const diagnostics::ReportOptions& reporting) {
+  return reporting.format == "json" || reporting.format == "sarif";
+}
+
 void ExpectForSeveral(const CompileOptions& options) {
   const diagnostics::ReportOptions& reporting = options.reporting;
   RequireNamePerScript(options, "--diagnostics-file", reporting.file);
-  const bool is_document = reporting.format == "json" || reporting.format == "sarif";
-  if (is_document && reporting.file.empty()) {
+  if (IsDocument(reporting) && reporting.file.empty()) {
     throw WrongUsage("a document of --format " + reporting.format +
                      " is for one script: give each its own, as with --diagnostics-file {}." +
                      reporting.format);
@@ -170,6 +176,27 @@ std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
       one.reporting.color = diagnostics::UsesColour(options.reporting.color) ? "always" : "never";
   }
   return runs;
+}
+
+std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& runs) {
+  std::vector<CompileOptions> all;
+  for (const CompileOptions& run : runs) {
+    const std::string part = sources::ToOpenablePath(run.script_name());
+    std::vector<std::string> mains;
+    if (!run.reads_standard_input()) {
+      const ruxcomp::reader::IncludeFolders folders(run.include_folders);
+      mains = sources::FindMainScripts(part);
+    }
+    if (mains.empty()) all.push_back(run);
+    const diagnostics::ReportOptions& reporting = run.reporting;
+    if (mains.size() > 1 && (IsDocument(reporting) || !reporting.file.empty())) mains.resize(1);
+    for (const std::string& main : mains) {
+      CompileOptions& one = all.emplace_back(run);
+      one.scripts = {main};
+      one.part = part;
+    }
+  }
+  return all;
 }
 
 support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,

@@ -1,5 +1,6 @@
 // rux check SCRIPT...
 #include <memory>
+#include <vector>
 
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
@@ -10,11 +11,15 @@ namespace rux::tool {
 
 Action SetUpCheck(Arguments& arguments) {
   const auto options = std::make_shared<driver::CompileOptions>();
+  const auto as_main = std::make_shared<bool>(false);
   AddCompileOptions(arguments, *options);
+  arguments.Add("--as-main", as_main.get(),
+                "Check an included file by itself, not as part of the script that includes it");
   arguments.Footer("Examples:\n  rux check boards/server.rux\n  rux check -j 4 boards/*.rux");
-  return [options] {
+  return [options, as_main] {
+    const std::vector<driver::CompileOptions> runs = driver::OptionsPerScript(*options);
     return driver::RunAll(
-        driver::OptionsPerScript(*options),
+        *as_main ? runs : driver::WithMainScripts(runs),
         [](const driver::CompileOptions& one) { return driver::RunCompile(one); });
   };
 }

@@ -1,0 +1,108 @@
+#include "sources/main_scripts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "ruxcomp/language/paths.h"
+#include "ruxcomp/language/sections.h"
+#include "sources/source_file.h"
+#include "sources/source_set.h"
+#include "support/text_file.h"
+
+namespace rux::sources {
+namespace {
+
+namespace fs = std::filesystem;
+namespace language = ruxcomp::language;
+
+constexpr const char* kMainSection = language::KindOf(language::SECTION_MORVRUX).keyword;
+constexpr const char* kInclude = language::KindOf(language::SECTION_INCLUDE).keyword;
+
+// Whoever keeps more scripts in one folder has the machines elsewhere.
+constexpr std::size_t kMostScripts = 1000;
+
+bool IsRegular(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(path, ignored);
+}
+
+bool AreOneFile(const std::string& one, const std::string& other) {
+  std::error_code ignored;
+  return fs::equivalent(one, other, ignored);
+}
+
+// Whether the text has a word; saves the look at most files.
+bool Mentions(const fs::path& path, const char* word) {
+  std::ifstream file(path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  return text.find(word) != std::string::npos;
+}
+
+bool HasMainSection(const SourceSet& sources) {
+  const std::vector<SourceSection>& sections = sources.sections();
+  return std::any_of(sections.begin(), sections.end(), [](const SourceSection& section) {
+    return section.section->name == kMainSection;
+  });
+}
+
+SourceSet LoadFile(const std::string& path) { return Load(language::ToLibraryPath(path)); }
+
+bool IsMainOf(const std::string& script, const std::string& part) {
+  if (AreOneFile(script, part) || !Mentions(script, kInclude)) return false;
+  const SourceSet sources = LoadFile(script);
+  return FindFile(sources, part) != nullptr && HasMainSection(sources);
+}
+
+std::vector<std::string> ScriptsIn(const fs::path& folder) {
+  std::vector<std::string> scripts;
+  std::error_code error;
+  fs::directory_iterator entry(folder.empty() ? "." : folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    if (entry->path().extension() != ".rux" || !IsRegular(entry->path())) continue;
+    scripts.push_back((folder / entry->path().filename()).string());
+  }
+  std::sort(scripts.begin(), scripts.end());
+  if (scripts.size() > kMostScripts) scripts.clear();
+  return scripts;
+}
+
+// The folder above, as it can be opened from here; the same one at the top.
+fs::path Above(const fs::path& folder) {
+  if (folder.empty()) return "..";
+  const bool is_upwards = folder.filename() == ".." || folder.filename() == ".";
+  return is_upwards ? folder / ".." : folder.parent_path();
+}
+
+bool IsTop(const fs::path& folder) {
+  std::error_code ignored;
+  const fs::path here = folder.empty() ? "." : folder;
+  return fs::exists(here / ".git", ignored) || fs::equivalent(here, here / "..", ignored);
+}
+
+}  // namespace
+
+std::vector<std::string> FindMainScripts(const std::string& part) {
+  if (!IsRegular(part) || Mentions(part, kMainSection) || HasMainSection(LoadFile(part))) return {};
+  for (fs::path folder = fs::path(part).parent_path();; folder = Above(folder)) {
+    std::vector<std::string> scripts = ScriptsIn(folder);
+    scripts.erase(std::remove_if(scripts.begin(), scripts.end(),
+                                 [&](const std::string& each) { return !IsMainOf(each, part); }),
+                  scripts.end());
+    if (!scripts.empty() || IsTop(folder)) return scripts;
+  }
+}
+
+const support::TextFile* FindFile(const SourceSet& sources, const std::string& path) {
+  for (const Opening& opening : sources.openings()) {
+    if (AreOneFile(opening.file->path(), path)) return opening.file;
+  }
+  return nullptr;
+}
+
+}  // namespace rux::sources

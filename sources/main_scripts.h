@@ -1,0 +1,24 @@
+// The machines that a file is a part of.
+#ifndef SOURCES_MAIN_SCRIPTS_H_
+#define SOURCES_MAIN_SCRIPTS_H_
+
+#include <string>
+#include <vector>
+
+#include "sources/source_set.h"
+#include "support/text_file.h"
+
+namespace rux::sources {
+
+// A main script has a MORVRUX section, of its own or in a file that it includes. For any other
+// file: the main scripts that include it, from the nearest folder, upwards from its own, that holds
+// one. The search ends at the top of a repository. Paths are as they can be opened; the result is
+// empty for a main script, a file that cannot be read, and one that no main script includes.
+std::vector<std::string> FindMainScripts(const std::string& part);
+
+// The file of the set that is at the path, under whatever name; null when there is none.
+const support::TextFile* FindFile(const SourceSet& sources, const std::string& path);
+
+}  // namespace rux::sources
+
+#endif  // SOURCES_MAIN_SCRIPTS_H_
