@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -25,6 +26,20 @@ namespace rux::driver {
 std::string CompileOptions::script_name() const {
   if (!reads_standard_input()) return ruxcomp::language::ToLibraryPath(scripts.front());
   return stdin_name.empty() ? "<stdin>" : ruxcomp::language::ToLibraryPath(stdin_name);
+}
+
+// Of several that fit, the last one counts. Without one, only the name is left: whatever the script
+// includes is then called relative to its folder.
+std::string CompileOptions::stored_name() const {
+  std::string name = script_name();
+  if (!stores_paths) return name;
+  const std::string path = ruxcomp::language::WithSlashes(name);
+  for (auto each = prefix_map.rbegin(); each != prefix_map.rend(); ++each) {
+    const std::size_t equals = each->find('=');
+    if (path.compare(0, equals, *each, 0, equals) != 0) continue;
+    return ruxcomp::language::ToLibraryPath(each->substr(equals + 1) + path.substr(equals));
+  }
+  return std::string(ruxcomp::language::BaseNameOf(name));
 }
 
 namespace {

@@ -24,6 +24,12 @@ struct CompileOptions {
   std::vector<std::string> scripts;  // one at least
   std::size_t jobs = 0;              // how many at a time; 0: as many as there are processors
   std::vector<std::string> include_folders;  // beside the folder of the including file
+  // Whether the library gets paths that do not depend on where the tree is, because it stores them.
+  bool stores_paths = false;
+  std::vector<std::string> prefix_map;  // OLD=NEW, for these paths
+  // The path that the library is given: relative to the script, or as the map has it.
+  std::string stored_name() const;
+
   // The one file of the script that is reported on, as it can be opened; empty: all.
   std::string part;
   std::string stdin_name;  // what standard input stands for; empty: no file

@@ -17,12 +17,16 @@
 #include "driver/overwriting.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "findings/tally.h"
 #include "reader/archive.h"
 #include "reader/include_folders.h"
+#include "reader/script_root.h"
 #include "rules/check_script.h"
 #include "rules/rule_report.h"
 #include "run/log.h"
+#include "run/readers.h"
 #include "run/run.h"
+#include "ruxcomp/language/paths.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
@@ -36,7 +40,8 @@ class CompileRun {
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
         include_folders_(options.include_folders),
-        run_(options.script_name(), TextOf(options), MostKept(options)),
+        root_(FolderOf(LibraryName(options)), FolderOf(options.script_name())),
+        run_(LibraryName(options), TextOf(options), MostKept(options)),
         severities_(AllMessages()),
         diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();
@@ -62,6 +67,16 @@ class CompileRun {
 
  private:
   const run::Result& result() const { return run_.result(); }
+
+  static std::string FolderOf(const std::string& path) {
+    return std::string(ruxcomp::language::FolderOf(path));
+  }
+
+  // Another reader knows no paths but those of the files.
+  static std::string LibraryName(const CompileOptions& options) {
+    const bool is_own = options.stores_paths && !run::IsForeignReaderInstalled();
+    return is_own ? options.stored_name() : options.script_name();
+  }
 
   static std::optional<std::string> TextOf(const CompileOptions& options) {
     if (!options.reads_standard_input()) return std::nullopt;
@@ -152,6 +167,7 @@ class CompileRun {
   const CompileOptions& options_;
   const std::string script_;  // as it can be opened
   const ruxcomp::reader::IncludeFolders include_folders_;
+  const ruxcomp::reader::ScriptRoot root_;
   run::Run run_;
   diagnostics::Severities severities_;
   advice::Scope scope_;

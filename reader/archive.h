@@ -45,7 +45,7 @@ enum class Refusal {
 };
 
 struct RefusedScript {
-  std::string path;  // as given
+  std::string path;  // where it was looked for
   Refusal reason;
   int error;  // the system's error number; 0 when the reader itself refused
   Includer includer;

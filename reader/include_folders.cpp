@@ -15,8 +15,8 @@ IncludeFolders::IncludeFolders(const std::vector<std::string>& folders) { g_fold
 IncludeFolders::~IncludeFolders() { g_folders = nullptr; }
 
 const std::vector<std::string>& IncludeFolders::Current() {
-  static const std::vector<std::string> kNone;
-  return g_folders == nullptr ? kNone : *g_folders;
+  static const std::vector<std::string> none;
+  return g_folders == nullptr ? none : *g_folders;
 }
 
 }  // namespace ruxcomp::reader

@@ -14,6 +14,7 @@
 #include "reader/include_folders.h"
 #include "reader/messages.h"
 #include "reader/script.h"
+#include "reader/script_root.h"
 #include "reader/source.h"
 #include "ruxcomp/language/paths.h"
 
@@ -104,7 +105,7 @@ std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::si
 
 // The error number is that of the path itself.
 std::optional<Source> ScriptFile::FindScript(const std::string& path) {
-  std::optional<Source> source = FindSource(path);
+  std::optional<Source> source = FindSource(ScriptRoot::ActualPath(path));
   const int error = errno;
   if (!source && !IncludeFolders::Current().empty() && ReasonOf(error) == Refusal::kNotFound) {
     source = FindInFolders(path);
@@ -123,9 +124,11 @@ std::optional<Source> ScriptFile::FindInFolders(const std::string& path) {
   const std::string name = language::WithSlashes(path.substr(folder_size));
   // A file that was found in one of these folders has its own includes beside it.
   const std::string found = language::WithSlashes(includer->found_at_);
-  std::optional<Source> source = FindSource(found.substr(0, found.rfind('/') + 1) + name);
+  std::optional<Source> source =
+      FindSource(std::string(found, 0, found.rfind('/') + 1).append(name));
   for (const std::string& folder : IncludeFolders::Current()) {
-    if (!source) source = FindSource((folder.back() == '/' ? folder : folder + '/') + name);
+    const char* separator = folder.back() == '/' ? "" : "/";
+    if (!source) source = FindSource(std::string(folder).append(separator).append(name));
   }
   return source;
 }
@@ -135,8 +138,8 @@ void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
   Archive* archive = Archive::Current();
   if (archive == nullptr) return;
   RecordInMemory([&] {
-    archive->refused_.push_back(
-        {path, refused.reason, refused.error, FindIncluder(), archive->scripts_.size()});
+    archive->refused_.push_back({ScriptRoot::ActualPath(path), refused.reason, refused.error,
+                                 FindIncluder(), archive->scripts_.size()});
   });
 }
 

@@ -1,5 +1,7 @@
 #include "run/readers.h"
 
+#include <dlfcn.h>
+
 #include <cstdint>
 #include <string>
 
@@ -64,6 +66,14 @@ plugin::Operations Choose(void* handle) {
 }
 
 }  // namespace
+
+bool IsForeignReaderInstalled() {
+  void* handle = dlopen(plugin::kPath, RTLD_LAZY);
+  if (handle == nullptr) return false;
+  const bool is_foreign = !ruxcomp::reader::IsThisReader(handle);
+  dlclose(handle);
+  return is_foreign;
+}
 
 ReaderChoice::ReaderChoice(bool takes_texts) {
   choice = {takes_texts};

@@ -4,6 +4,9 @@
 
 namespace rux::run {
 
+// Whether the installed plug-in is another reader than the one inside this program.
+bool IsForeignReaderInstalled();
+
 // Lets the library use the reader inside this program, by direct calls, unless the installed
 // plug-in is another reader. Lives as long as a run.
 class ReaderChoice {

@@ -19,6 +19,7 @@
 #include "findings/tally.h"
 #include "frontend/plugin.h"
 #include "reader/archive.h"
+#include "reader/script_root.h"
 #include "reader/texts.h"
 #include "run/log.h"
 #include "ruxcomp/compile.h"
@@ -53,7 +54,9 @@ void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
 
 Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most)
     : script_(std::move(script)),
-      text_path_(text ? ruxcomp::language::WithSlashes(script_) : ""),
+      text_path_(
+          text ? ruxcomp::language::WithSlashes(ruxcomp::reader::ScriptRoot::ActualPath(script_))
+               : ""),
       sink_before_(ruxcomp::findings::SetSink(&sink_)),
       choice_(text.has_value()) {
   ProcessLog().Limit(most);

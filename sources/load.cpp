@@ -9,6 +9,7 @@
 #include "reader/archive.h"
 #include "reader/script.h"
 #include "reader/script_file.h"
+#include "reader/script_root.h"
 #include "reader/texts.h"
 #include "reader/value.h"
 #include "ruxcomp/language/entries.h"
@@ -36,8 +37,9 @@ class Silence : public ruxcomp::findings::Sink {
 // Whether reading it takes its text away from others.
 bool IsStream(const std::string& library_path) {
   struct stat status;
-  return ruxcomp::reader::Texts::Find(library_path) == nullptr &&
-         stat(ToOpenablePath(library_path).c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
+  const std::string path = ruxcomp::reader::ScriptRoot::ActualPath(library_path);
+  return ruxcomp::reader::Texts::Find(path) == nullptr &&
+         stat(ToOpenablePath(path).c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
          !S_ISDIR(status.st_mode);
 }
 

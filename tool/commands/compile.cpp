@@ -86,6 +86,7 @@ Options OptionsFor(const driver::CompileOptions& run, const driver::MetaOptions&
   }
   if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
   if (files.meta == kStandardStream) UseStandardOutput(options);
+  options.run.stores_paths = !files.debug_meta.empty();
   files.creation_time = driver::SourceDateEpoch();
   return options;
 }
@@ -136,6 +137,14 @@ Action SetUpCompile(Arguments& arguments) {
       .Add("-g,--debug-meta", &files.debug_meta,
            "Also write this debug meta file, for where, dump and decompile")
       .File("METAD");
+  arguments
+      .Add("--path-prefix-map", &options->run.prefix_map,
+           "In the debug meta file, call scripts below OLD by paths below NEW (default: paths "
+           "relative to the script's folder)")
+      .Value("OLD=NEW")
+      .Check([](const std::string& map) {
+        return std::string(map.find('=') == std::string::npos ? "expected OLD=NEW" : "");
+      });
   arguments
       .Add("--depfile", &files.depfile,
            "Also write a rule for make or ninja that tells which files were read")
