@@ -114,6 +114,7 @@ Consequences::Consequences(const run::Result& result) : result_(result) {
   if (result.has_foreign_reader) return;
   FoldMissingHeaders();
   FoldUnknownParents();
+  FoldFirstSections();
   FoldMisspeltKeys();
   FoldCutValues();
   FoldListsWithoutCommas();
@@ -199,6 +200,13 @@ void Consequences::FoldUnknownParents() {
       return AreInOneSection(*each, *later) && each->origin.item == later->origin.item;
     });
     if (follows) Fold(*later);
+  }
+}
+
+void Consequences::FoldFirstSections() {
+  // The others name it as the first one.
+  for (const Finding* each : Of(rows::kRedefinedSection)) {
+    if (each->other == Origin()) Fold(*each);
   }
 }
 

@@ -41,6 +41,8 @@ class Consequences {
                         const ruxcomp::reader::Item& first_swallowed);
   // A parent that does not exist is not defined further up either.
   void FoldUnknownParents();
+  // The first of two sections is where it should be.
+  void FoldFirstSections();
   // A key that is misspelt is missing under its right name.
   void FoldMisspeltKeys();
   // The value that goes on in a line of its own lacks the parts there.
