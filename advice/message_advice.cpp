@@ -94,22 +94,21 @@ constexpr MessageAdvice kFacts[] = {
     Suggest(RowOf(rules::RuleId::kDefineUnknownWord), DefinedWords),
     Suggest(RowOf(rules::RuleId::kFalseIfdef), DefinedWords),
     Hint(Suggest(rows::kUnknownValueType, DefinedWords), NamesNumber,
-         "a value begins with a word that a DEFINE section gives the number of its type; the "
-         "number itself is not taken"),
+         "a value begins with a defined word for the number of its type, not with the number"),
     Suggest(rows::kUnknownOperator, Operators),
     Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
-         "only groups hang in the root; a sensor needs a group"),
+         "only a group can have the root as its parent; a sensor needs a group"),
     Suggest(rows::kUnknownAction, ActionNames),
     Suggest(rows::kUnknownTable, TableNames),
     Suggest(rows::kUnknownGlobal, Globals, language::kGlobalPrefix),
     Hint(Suggest(rows::kUnknownValue, LocalValues, language::kValuePrefix), IsOutsideAction,
-         "only the values of an ACTION can be named as operands"),
+         "only the values of an ACTION can be operands"),
 
     Hint({&rows::kSmbusAddress}, Always, "nothing but the four characters 0x00 is taken here"),
     Hint({&rows::kSmbusBusType}, Always,
          "nothing but the word BUSTYPE_SMBUS is taken here, not its number either"),
     Hint({&rows::kMissingEntry}, IsCondition,
-         "the condition of an IFDEF section is its first item, and must be called DEFINEWORD"),
+         "the first item of an IFDEF section is its condition, with the key DEFINEWORD"),
 };
 
 // What names of the script's own look like; their keyword goes into the braces.
