@@ -25,8 +25,6 @@ namespace language = ruxcomp::language;
 
 constexpr char kFirstDefined[] = "first defined here";
 
-bool Always(const Diagnostic&) { return true; }
-
 bool NamesNumber(const Diagnostic& diagnostic) {
   const std::string* text = FirstMentioned(diagnostic);
   return text != nullptr && !text->empty() && text->front() >= '0' && text->front() <= '9';
@@ -74,7 +72,6 @@ namespace rows = ruxcomp::findings::rows;
 
 constexpr MessageAdvice kFacts[] = {
     {&rows::kSurplusValues, Underline::kToLastPart},
-    {&rows::kTooManyOperands, Underline::kToLastPart},
 
     Other(rows::kRedefinedElsewhere, kFirstDefined),
     Other(rows::kRedefinedName, kFirstDefined),
@@ -104,9 +101,6 @@ constexpr MessageAdvice kFacts[] = {
     Hint(Suggest(rows::kUnknownValue, LocalValues, language::kValuePrefix), IsOutsideAction,
          "only the values of an ACTION can be operands"),
 
-    Hint({&rows::kSmbusAddress}, Always, "nothing but the four characters 0x00 is taken here"),
-    Hint({&rows::kSmbusBusType}, Always,
-         "nothing but the word BUSTYPE_SMBUS is taken here, not its number either"),
     Hint({&rows::kMissingEntry}, IsCondition,
          "the first item of an IFDEF section is its condition, with the key DEFINEWORD"),
 };

@@ -15,6 +15,7 @@
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/defined_words.h"
+#include "rules/wording.h"
 #include "ruxcomp/language/values.h"
 #include "sources/source_set.h"
 #include "support/safe_text.h"
@@ -26,33 +27,6 @@ namespace language = ruxcomp::language;
 
 std::string WithNoun(const std::string& count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == "1" ? "" : "s");
-}
-
-// "base address" for BaseAddress.
-std::string InWords(std::string_view field) {
-  std::string words;
-  for (const char c : field) {
-    const bool is_capital = c >= 'A' && c <= 'Z';
-    if (is_capital && !words.empty()) words += ' ';
-    words += is_capital ? static_cast<char>(c - 'A' + 'a') : c;
-  }
-  return words;
-}
-
-std::string PartCount(const language::ValueType& type) {
-  if (type.most == language::kAnyNumber) return fmt::format("at least {} parts", type.least);
-  if (type.most != type.least) return fmt::format("{} to {} parts", type.least, type.most);
-  return WithNoun(std::to_string(type.most), "part");
-}
-
-std::string PartNames(const language::ValueType& type) {
-  std::string names = "type";
-  std::uint32_t left = type.most - 1;
-  for (const language::Field& field : type.fields) {
-    if (left-- == 0) break;
-    names += ", " + InWords(field.name);
-  }
-  return names;
 }
 
 }  // namespace
@@ -93,11 +67,7 @@ std::optional<std::string> Wordings::FindFact(const diagnostics::Diagnostic& dia
   const auto code = parts.empty() ? std::nullopt : words().Find(parts.front());
   if (!code) return std::nullopt;
   const std::string_view second = parts.size() > 1 ? parts[1] : std::string_view();
-  const language::ValueType& type = language::TypeFor(*code, second);
-  if (name == "fate") {
-    return type.Has(language::kKeepsSurplus) ? "kept as further arguments" : "dropped";
-  }
-  return fmt::format("{} ({})", PartCount(type), PartNames(type));
+  return rules::PartsText(language::TypeFor(*code, second));
 }
 
 const rules::DefinedWords& Wordings::words() {

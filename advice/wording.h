@@ -18,7 +18,6 @@ namespace rux::advice {
 //
 //   takes  "4 parts (type, operator, operand1, operand2)"
 //   found  how many parts it has
-//   fate   what becomes of surplus parts
 class Wordings {
  public:
   explicit Wordings(const sources::SourceSet& sources) : sources_(sources) {}

@@ -41,7 +41,8 @@ class CompileRun {
         script_(sources::ToOpenablePath(options.script_name())),
         include_folders_(options.include_folders),
         root_(FolderOf(LibraryName(options)), FolderOf(options.script_name())),
-        run_(LibraryName(options), TextOf(options), MostKept(options)),
+        run_(LibraryName(options), TextOf(options), MostKept(options),
+             ruxcomp::findings::RowsOf(rules::kTakenOver)),
         severities_(AllMessages()),
         diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();

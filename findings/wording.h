@@ -3,7 +3,7 @@
 //   {0}           the first argument of the message after the place, the section and the entry
 //   {1:argument}  a number with its noun: "1 argument", "2 arguments"
 //   {section}     the name of the section; other names are facts about the value that the message
-//                 is about, for which see advice/wording.h
+//                 is about: see advice/wording.h, or the rule that reports the message
 #ifndef FINDINGS_WORDING_H_
 #define FINDINGS_WORDING_H_
 

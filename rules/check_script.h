@@ -3,11 +3,21 @@
 #ifndef RULES_CHECK_SCRIPT_H_
 #define RULES_CHECK_SCRIPT_H_
 
+#include "findings/message_row.h"
+#include "findings/message_rows.h"
 #include "findings/tally.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 
 namespace rux::rules {
+
+// Messages of the library that the rules report in its place: where something is lost, and not
+// where another way of writing compiles to the same.
+inline constexpr const ruxcomp::findings::MessageRow* kTakenOver[] = {
+    &ruxcomp::findings::rows::kTooManyOperands,
+    &ruxcomp::findings::rows::kSmbusAddress,
+    &ruxcomp::findings::rows::kSmbusBusType,
+};
 
 // The warnings about a script that was read, so many of each rule; without the INCLUDEs that lead
 // there. The script may have errors: items that the library refuses are passed over. Empty when the

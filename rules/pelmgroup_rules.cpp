@@ -5,10 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "rules/loops.h"
+#include "rules/pelmgroup_tree.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -76,36 +76,12 @@ class PelmgroupPropertyRule : public Rule {
   std::vector<ItemRef> properties_;
 };
 
-// The parent of each ID, by ID.
-using Parents = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
-
-bool IsSmallerId(const Parents::value_type& a, const Parents::value_type& b) {
-  return a.first < b.first;
-}
-
-// Sorts them, and keeps the first parent of each ID.
-void SortById(Parents& parents) {
-  std::stable_sort(parents.begin(), parents.end(), IsSmallerId);
-  const auto is_same = [](const auto& a, const auto& b) { return a.first == b.first; };
-  parents.erase(std::unique(parents.begin(), parents.end(), is_same), parents.end());
-}
-
-// Where an ID is in them; their count for one that is not.
-std::size_t FindId(const Parents& parents, std::uint32_t id) {
-  const auto found =
-      std::lower_bound(parents.begin(), parents.end(), std::pair(id, 0U), IsSmallerId);
-  const bool is_there = found != parents.end() && found->first == id;
-  return is_there ? static_cast<std::size_t>(found - parents.begin()) : parents.size();
-}
-
 // For each, whether going up from it leads back to it.
 std::vector<bool> FindLoops(const Parents& parents) {
   std::vector<Edge> edges;
   for (std::size_t i = 0; i < parents.size(); ++i) {
-    const auto [id, parent] = parents[i];
-    const std::size_t above = FindId(parents, parent);
-    // There is none above 0.
-    if (id == 0 || parent == 0 || above == parents.size()) continue;
+    const std::size_t above = FindParent(parents, i);
+    if (above == parents.size()) continue;
     edges.push_back({static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(above)});
   }
   std::vector<bool> loops(parents.size());

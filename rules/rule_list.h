@@ -103,7 +103,10 @@ std::unique_ptr<Rule> MakeSensorListRule(const RuleContext& context);
 void CheckIdWord(const ScriptItem& item, const RuleContext& context);
 void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context);
 void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context);
-void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context);
+void CheckTooManyOperands(const ScriptItem& item, const RuleContext& context);
+std::unique_ptr<Rule> MakeDroppedOperandsRule(const RuleContext& context);
+// bus_rules.cpp
+void CheckSmbus(const ScriptItem& item, const RuleContext& context);
 // value_loop_rules.cpp
 std::unique_ptr<Rule> MakeValueLoopRule(const RuleContext& context);
 void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context);
@@ -139,7 +142,9 @@ inline constexpr MakeRule kRules[] = {
     Each<Of<language::ENTRY_REPEATER>, CheckRepeaterCount>,
     Each<Of<language::ENTRY_REPEATER>, CheckRepeaterArguments>,
     Each<With<language::PAYLOAD_VALUE>, CheckTypeTooLarge>,
-    Each<With<language::PAYLOAD_VALUE>, CheckDroppedOperands>,
+    Each<With<language::PAYLOAD_VALUE>, CheckTooManyOperands>,
+    MakeDroppedOperandsRule,
+    Each<With<language::PAYLOAD_VALUE>, CheckSmbus>,
     Each<With<language::PAYLOAD_VALUE>, CheckValueOperands>,
     MakeValueLoopRule,
     Each<In<language::SECTION_PROPERTY, language::SECTION_REPEATER, language::SECTION_DEFINE,

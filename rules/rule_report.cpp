@@ -31,8 +31,13 @@ Warning& Warning::Suggest(std::string meant) {
 
 Warning RuleReport::Add(RuleId rule, const ItemRef& item, const WarningText& text,
                         std::string_view meant) {
+  return Add(RowOf(rule), item, text, meant);
+}
+
+Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const ItemRef& item,
+                        const WarningText& text, std::string_view meant) {
   const std::string_view at = meant.empty() ? item.name() : meant;
-  diagnostics::Diagnostic* warning = Begin(rule, {item.file, item.file->RangeOf(at)}, text);
+  diagnostics::Diagnostic* warning = Begin(row, {item.file, item.file->RangeOf(at)}, text);
   if (warning != nullptr) {
     warning->section = support::Excerpted(item.section->name);
     warning->entry = support::Excerpted(item.name());
@@ -44,7 +49,7 @@ Warning RuleReport::Add(RuleId rule, const ItemRef& item, const WarningText& tex
 Warning RuleReport::Add(RuleId rule, const ScriptSection& section, const WarningText& text) {
   const ruxcomp::reader::Section& found = *section.section;
   diagnostics::Diagnostic* warning =
-      Begin(rule, {section.file, section.file->RangeOf(found.header)}, text);
+      Begin(RowOf(rule), {section.file, section.file->RangeOf(found.header)}, text);
   if (warning != nullptr) warning->section = support::Excerpted(found.name);
   return Warning(warning);
 }
@@ -54,17 +59,16 @@ Warning RuleReport::Add(RuleId rule, const Place& place, const WarningText& text
 }
 
 Warning RuleReport::Add(RuleId rule, const Bytes& bytes, const WarningText& text) {
-  return Warning(Begin(rule, bytes, text));
+  return Warning(Begin(RowOf(rule), bytes, text));
 }
 
 Warning RuleReport::Add(RuleId rule, const WarningText& text) {
-  return Warning(Begin(rule, {}, text));
+  return Warning(Begin(RowOf(rule), {}, text));
 }
 
-diagnostics::Diagnostic* RuleReport::Begin(RuleId rule, const Bytes& bytes,
-                                           const WarningText& text) {
-  if (drops_repeated_ && IsRepeated(rule, bytes, text)) return nullptr;
-  const diagnostics::MessageRow& row = RowOf(rule);
+diagnostics::Diagnostic* RuleReport::Begin(const ruxcomp::findings::MessageRow& row,
+                                           const Bytes& bytes, const WarningText& text) {
+  if (drops_repeated_ && IsRepeated(row, bytes, text)) return nullptr;
   if (!warnings_.tally.Add(row)) return nullptr;
   diagnostics::Diagnostic& warning = warnings_.kept.emplace_back();
   warning.row = &row;
@@ -75,8 +79,9 @@ diagnostics::Diagnostic* RuleReport::Begin(RuleId rule, const Bytes& bytes,
   return &warning;
 }
 
-bool RuleReport::IsRepeated(RuleId rule, const Bytes& bytes, const WarningText& text) {
-  const Known known(rule, bytes.file, bytes.range.begin, TextHash()(text.Made()));
+bool RuleReport::IsRepeated(const ruxcomp::findings::MessageRow& row, const Bytes& bytes,
+                            const WarningText& text) {
+  const Known known(&row, bytes.file, bytes.range.begin, TextHash()(text.Made()));
   return !known_.insert(known).second;
 }
 

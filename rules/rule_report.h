@@ -98,6 +98,9 @@ class RuleReport {
   // A warning about an item, with the part of its value that is meant; without one, the key is.
   Warning Add(RuleId rule, const ItemRef& item, const WarningText& text,
               std::string_view meant = {});
+  // The same with a message of the library that the rules report in its place.
+  Warning Add(const ruxcomp::findings::MessageRow& row, const ItemRef& item,
+              const WarningText& text, std::string_view meant);
   // About a section as a whole.
   Warning Add(RuleId rule, const ScriptSection& section, const WarningText& text);
   // About a line of a file, or bytes of it.
@@ -110,11 +113,14 @@ class RuleReport {
 
  private:
   // Null when the warning is not kept.
-  diagnostics::Diagnostic* Begin(RuleId rule, const Bytes& bytes, const WarningText& text);
-  bool IsRepeated(RuleId rule, const Bytes& bytes, const WarningText& text);
+  diagnostics::Diagnostic* Begin(const ruxcomp::findings::MessageRow& row, const Bytes& bytes,
+                                 const WarningText& text);
+  bool IsRepeated(const ruxcomp::findings::MessageRow& row, const Bytes& bytes,
+                  const WarningText& text);
 
   // With the hash of its text.
-  using Known = std::tuple<RuleId, const ScriptFile*, std::uint32_t, std::size_t>;
+  using Known = std::tuple<const ruxcomp::findings::MessageRow*, const ScriptFile*, std::uint32_t,
+                           std::size_t>;
 
   Warnings warnings_;
   const bool drops_repeated_;

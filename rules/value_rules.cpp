@@ -1,17 +1,27 @@
 // Entries that are compiled otherwise than they look.
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
+#include "findings/message_rows.h"
 #include "rules/defined_words.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
+#include "rules/wording.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
+#include "support/safe_text.h"
 
 namespace rux::rules {
 
@@ -40,16 +50,81 @@ void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context) {
       item.first());
 }
 
-void CheckDroppedOperands(const ScriptItem& item, const RuleContext& context) {
-  const bool has_no_record = item.record != nullptr && item.record->shape == language::Shape::kNone;
-  if (!has_no_record || item.parts.size() < 2) return;
-  context.report.Add(
-      RuleId::kDroppedOperands, item,
-      [&] {
-        return fmt::format("values of type {} have no operands: all but the type is dropped",
-                           item.type);
-      },
-      item.parts[1]);
+void CheckTooManyOperands(const ScriptItem& item, const RuleContext& context) {
+  if (item.record == nullptr || item.parts.size() < 2) return;
+  // With an unknown operator, nobody knows how many operands are meant.
+  const bool is_calculation = item.record->shape == language::Shape::kCalculation;
+  if (is_calculation && language::FindOperator(item.parts[1]) == nullptr) return;
+  const language::ValueType& type = language::TypeFor(item.type, item.parts[1]);
+  if (item.parts.size() <= type.MostKept() || type.shape == language::Shape::kNone) return;
+  const std::string_view first = item.parts[type.most];
+  const std::string_view last = item.parts.back();
+  const auto size = static_cast<std::size_t>(last.data() - first.data()) + last.size();
+  context.report.Add(ruxcomp::findings::rows::kTooManyOperands, item,
+                     [&] {
+                       return Worded(ruxcomp::findings::rows::kTooManyOperands,
+                                     {{"0", support::Shortened(item.first())},
+                                      {"takes", PartsText(type)},
+                                      {"found", std::to_string(item.parts.size())}});
+                     },
+                     {first.data(), size});
+}
+
+namespace {
+
+// Most likely one choice of a vocabulary that all these values share: reported once for each type.
+class DroppedOperandsRule : public Rule {
+ public:
+  explicit DroppedOperandsRule(const RuleContext& context) : context_(context) {}
+
+  bool WantsItems(language::SectionId, std::uint32_t entry) const override {
+    return language::PayloadOf(entry) == language::PAYLOAD_VALUE;
+  }
+
+  void Check(const ScriptItem& item) override {
+    const bool has_no_record =
+        item.record != nullptr && item.record->shape == language::Shape::kNone;
+    if (!has_no_record || item.parts.size() < 2) return;
+    const auto [place, is_new] = places_.emplace(item.type, first_.size());
+    if (is_new) first_.push_back({item, item.type, item.parts[1], 0});
+    ++first_[place->second].values;
+  }
+
+  void EndScript(const Script&) override {
+    for (const First& first : first_) {
+      context_.report.Add(
+          RuleId::kDroppedOperands, first.item, [&] { return TextOf(first); }, first.operand);
+    }
+  }
+
+ private:
+  // The first value of a type, and how many there are.
+  struct First {
+    ItemRef item;
+    std::uint32_t type;
+    std::string_view operand;
+    std::size_t values;
+  };
+
+  static std::string TextOf(const First& first) {
+    std::string text =
+        fmt::format("values of type {} have no operands: all but the type is dropped", first.type);
+    const std::size_t others = first.values - 1;
+    if (others > 0) {
+      text += fmt::format(", here and in {} other value{}", others, others == 1 ? "" : "s");
+    }
+    return text;
+  }
+
+  const RuleContext context_;
+  std::vector<First> first_;
+  std::map<std::uint32_t, std::size_t> places_;  // in first_, by type
+};
+
+}  // namespace
+
+std::unique_ptr<Rule> MakeDroppedOperandsRule(const RuleContext& context) {
+  return std::make_unique<DroppedOperandsRule>(context);
 }
 
 namespace {

@@ -21,6 +21,7 @@ void Log::Begin(Phase phase) {
 }
 
 bool Log::Wants(const ruxcomp::findings::MessageRow& row, const Origin& origin) {
+  if (std::find(left_out_.begin(), left_out_.end(), &row) != left_out_.end()) return false;
   return !IsRepeated(row, origin) && tally_.Add(row);
 }
 

@@ -47,8 +47,11 @@ inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {
 
 class Log {
  public:
-  // From now on, keeps so many of each message.
-  void Limit(ruxcomp::findings::Most most) { tally_ = ruxcomp::findings::Tally(most); }
+  // From now on, keeps so many of each message, and none of those.
+  void Limit(ruxcomp::findings::Most most, ruxcomp::findings::MessageRows left_out) {
+    tally_ = ruxcomp::findings::Tally(most);
+    left_out_ = left_out;
+  }
 
   // What is reported from now on belongs to that phase.
   void Begin(Phase phase);
@@ -73,6 +76,7 @@ class Log {
 
   Phase phase_ = Phase::kLoad;
   ruxcomp::findings::Tally tally_;
+  ruxcomp::findings::MessageRows left_out_ = {};
   std::vector<Finding> kept_;
   std::deque<Known> read_;  // what the reading found; sorted for the check
 };

@@ -52,14 +52,15 @@ void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
   log.Keep(std::move(kept));
 }
 
-Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most)
+Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most,
+         ruxcomp::findings::MessageRows left_out)
     : script_(std::move(script)),
       text_path_(
           text ? ruxcomp::language::WithSlashes(ruxcomp::reader::ScriptRoot::ActualPath(script_))
                : ""),
       sink_before_(ruxcomp::findings::SetSink(&sink_)),
       choice_(text.has_value()) {
-  ProcessLog().Limit(most);
+  ProcessLog().Limit(most, left_out);
   if (text) ruxcomp::reader::Texts::Put(text_path_, *text);
 }
 

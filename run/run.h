@@ -39,9 +39,10 @@ struct Result {
 class Run {
  public:
   // `script`: the library's path of it. `text`: what to read instead of the file, if anything.
-  // `most`: how many findings to keep of each message.
+  // `most`: how many findings to keep of each message. `left_out`: messages that somebody else
+  // reports.
   explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
-               ruxcomp::findings::Most most = 0);
+               ruxcomp::findings::Most most = 0, ruxcomp::findings::MessageRows left_out = {});
   ~Run();
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;

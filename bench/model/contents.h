@@ -26,7 +26,7 @@ inline const std::vector<Content>& Contents() {
       // Long comments, limits that nearly all differ, values of all types.
       {"rich", MakeRichMachine, {}},
       // As descriptions of real machines: properties, lists, comments, included files.
-      {"real", MakeRealMachine, {"-Wno-repeated-sensor", "-Wno-dropped-operands"}},
+      {"real", MakeRealMachine, {"-Wno-dropped-operands"}},
   };
   return contents;
 }

@@ -1,0 +1,60 @@
+// Accesses to buses that are compiled differently from what their types need.
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "findings/message_row.h"
+#include "findings/message_rows.h"
+#include "rules/defined_words.h"
+#include "rules/rule_list.h"
+#include "rules/rule_report.h"
+#include "rules/script_item.h"
+#include "rules/wording.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/spelling.h"
+#include "ruxcomp/language/values.h"
+#include "support/safe_text.h"
+
+namespace rux::rules {
+namespace {
+
+namespace messages = ruxcomp::findings::rows;
+
+// The part of a value that is the field of that name; empty when there is none.
+std::string_view PartOf(const ScriptItem& item, std::string_view name) {
+  std::size_t part = item.first_field;
+  for (const language::Field& field : item.record->fields) {
+    if (name == field.name) return part < item.parts.size() ? item.parts[part] : std::string_view();
+    ++part;
+  }
+  return {};
+}
+
+// However it is written: 0, 0x0 and a word for 0 are compiled alike.
+bool IsSmbusAddress(std::string_view text, const DefinedWords& words) {
+  return words.WordOrNumber(text) == language::ReadNumber(language::kSmbusBaseAddress).value;
+}
+
+bool IsSmbus(std::string_view text, const DefinedWords& words) {
+  const std::optional<std::uint32_t> smbus = words.Find(language::kSmbus);
+  return text == language::kSmbus || (smbus && words.WordOrNumber(text) == smbus);
+}
+
+}  // namespace
+
+void CheckSmbus(const ScriptItem& item, const RuleContext& context) {
+  if (item.record == nullptr || !item.record->Has(language::kOnlySmbus)) return;
+  const std::string_view address = PartOf(item, "BaseAddress");
+  const std::string_view type = PartOf(item, "BusType");
+  // The library refuses values that lack them.
+  if (address.empty() || type.empty()) return;
+  const auto report = [&](const ruxcomp::findings::MessageRow& row, std::string_view found) {
+    const auto text = [&] { return Worded(row, {{"found", support::Shortened(found)}}); };
+    context.report.Add(row, item, text, found);
+  };
+  if (!IsSmbus(type, context.words)) report(messages::kSmbusBusType, type);
+  if (!IsSmbusAddress(address, context.words)) report(messages::kSmbusAddress, address);
+}
+
+}  // namespace rux::rules
