@@ -197,7 +197,8 @@ void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
     if (diagnostic.severity == diagnostics::Severity::kNote) continue;
     if (advised++ == kMostAdvised) break;
     const MessageAdvice& advice = AdviceFor(diagnostic.row);
-    if (compared < kMostCompared) compared += AddSuggestion(result.sources, advice, diagnostic);
+    if (compared < kMostCompared && !diagnostic.suggestion)
+      compared += AddSuggestion(result.sources, advice, diagnostic);
     AddOtherPlace(result.sources, advice, diagnostic);
     AddHint(result.sources, advice, diagnostic);
     if (diagnostic.row == &ruxcomp::findings::rows::kUnlistedSensor) {

@@ -1,4 +1,6 @@
 // Accesses to buses that are compiled differently from what their types need.
+#include <fmt/format.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -21,6 +23,8 @@ namespace {
 
 namespace messages = ruxcomp::findings::rows;
 
+constexpr std::string_view kBusType = "BusType";
+
 // The part of a value that is the field of that name; empty when there is none.
 std::string_view PartOf(const ScriptItem& item, std::string_view name) {
   std::size_t part = item.first_field;
@@ -41,12 +45,29 @@ bool IsSmbus(std::string_view text, const DefinedWords& words) {
   return text == language::kSmbus || (smbus && words.WordOrNumber(text) == smbus);
 }
 
+constexpr std::string_view kBusTypePrefix = "BUSTYPE_";
+
 }  // namespace
+
+// Other values may well use the number of a bus type, to pass it on.
+void CheckMisplacedBusType(const ScriptItem& item, const RuleContext& context) {
+  if (item.record == nullptr || PartOf(item, kBusType).empty()) return;
+  for (std::size_t part = item.first_field; part < item.parts.size(); ++part) {
+    const std::string_view text = item.parts[part];
+    if (!language::HasPrefix(text, kBusTypePrefix) || !context.words.Find(text)) continue;
+    const std::size_t field = part - item.first_field;
+    const bool is_field = field < item.record->fields.size();
+    if (is_field && item.record->fields[field].name == kBusType) continue;
+    context.report.Add(
+        RuleId::kMisplacedBusType, item,
+        [&] { return fmt::format("{} is not in the place of a bus type", text); }, text);
+  }
+}
 
 void CheckSmbus(const ScriptItem& item, const RuleContext& context) {
   if (item.record == nullptr || !item.record->Has(language::kOnlySmbus)) return;
   const std::string_view address = PartOf(item, "BaseAddress");
-  const std::string_view type = PartOf(item, "BusType");
+  const std::string_view type = PartOf(item, kBusType);
   // The library refuses values that lack them.
   if (address.empty() || type.empty()) return;
   const auto report = [&](const ruxcomp::findings::MessageRow& row, std::string_view found) {

@@ -80,6 +80,13 @@ bool IsInPlainItem(const ScriptFile& file, std::size_t at) {
   return has(item->item->key) || has(item->item->value);
 }
 
+// Quotation marks of other scripts than programs: from U+2018 to U+201F.
+constexpr char kQuoteBytes[] = "\xE2\x80";
+
+bool IsTypographicQuote(const support::Character& character) {
+  return character.code >= 0x2018 && character.code <= 0x201F;
+}
+
 class HiddenCharacterRule : public Rule {
  public:
   explicit HiddenCharacterRule(const RuleContext& context) : report_(context.report) {}
@@ -122,6 +129,20 @@ class HiddenCharacterRule : public Rule {
 };
 
 }  // namespace
+
+// As an apostrophe they are fine: only a part that begins with one is reported.
+void CheckTypographicQuotes(const ScriptItem& item, const RuleContext& context) {
+  if (item.item->value.find(kQuoteBytes) == std::string_view::npos) return;
+  for (const std::string_view part : item.parts) {
+    const support::Character first = support::FirstCharacter(part);
+    if (part.empty() || !IsTypographicQuote(first)) continue;
+    context.report.Add(
+        RuleId::kTypographicQuote, item,
+        [&] { return fmt::format("U+{:04X} is text, not a double quote", first.code); },
+        first.bytes);
+    return;
+  }
+}
 
 std::unique_ptr<Rule> MakeHiddenCharacterRule(const RuleContext& context) {
   return std::make_unique<HiddenCharacterRule>(context);

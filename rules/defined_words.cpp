@@ -8,6 +8,7 @@
 
 #include "reader/script.h"
 #include "reader/value.h"
+#include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/keys.h"
@@ -107,6 +108,7 @@ std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
       },
       text);
   if (const Place* place = FindDefinition(text)) warning.Note("defined only here", *place);
+  SuggestPrefix(text, warning);
   return 0;
 }
 

@@ -28,10 +28,21 @@ using language::Role;
 // What may be wrong with a number; of several, the first one is reported.
 struct Flaw {
   bool (*applies)(const Number& number);
-  const char* text;  // a format of the text and its value
+  const char* text;  // a format of the text, its value, and what the number is
   RuleId rule;
   bool is_for_operands;
 };
+
+// What is missing without the number.
+std::string DependentOf(const ScriptItem& item) {
+  if (item.entry == language::ENTRY_DEFINED_WORD) {
+    return fmt::format("what uses {}", item.name());
+  }
+  const bool is_part = language::PayloadOf(item.entry) == language::PAYLOAD_VALUE ||
+                       language::PayloadOf(item.entry) == language::PAYLOAD_REPEATER ||
+                       language::PayloadOf(item.entry) == language::PAYLOAD_STRINGLIST;
+  return is_part ? "this part" : std::string(item.name());
+}
 
 constexpr const char* kTrailingText = "{} is read as {}: what follows the number is ignored";
 
@@ -41,8 +52,8 @@ constexpr Flaw kFlaws[] = {
     {[](const Number& number) { return number.is_cut; }, "{} has more than 32 bits: it becomes {}",
      RuleId::kNumberTooLarge, true},
     {[](const Number& number) { return number.value == language::kNoNumber; },
-     "{} cannot be looked up at run time: it stands for \"not found\"", RuleId::kUnfindableNumber,
-     true},
+     "{2} will be missing at run time: the number 0x{1:X} cannot be read back",
+     RuleId::kUnfindableNumber, true},
     {[](const Number& number) { return number.is_negative; }, "{0} is stored as {1} (0x{1:X})",
      RuleId::kNegativeNumber, false},
 };
@@ -106,9 +117,13 @@ class NumberRule : public Rule {
     });
     // A defined word that looks like a number is reported where it is defined.
     if (flaw == std::end(kFlaws) || context_.words.Find(text)) return;
-    context_.report.Add(
-        flaw->rule, item, [&] { return fmt::format(fmt::runtime(flaw->text), text, number.value); },
+    Warning warning = context_.report.Add(
+        flaw->rule, item,
+        [&] {
+          return fmt::format(fmt::runtime(flaw->text), text, number.value, DependentOf(item));
+        },
         text);
+    if (flaw->rule == RuleId::kTrailingText) SuggestPrefix(text, warning);
   }
 
   void CheckArgument(const ScriptItem& item, std::string_view text) {
@@ -125,8 +140,18 @@ class NumberRule : public Rule {
 
 void ReportTrailingText(const ScriptItem& item, std::string_view text, std::string_view read,
                         RuleReport& report) {
-  report.Add(
+  Warning warning = report.Add(
       RuleId::kTrailingText, item, [&] { return fmt::format(kTrailingText, text, read); }, text);
+  SuggestPrefix(text, warning);
+}
+
+void SuggestPrefix(std::string_view text, Warning& warning) {
+  if (text.size() < 2 || (text.back() != 'h' && text.back() != 'H')) return;
+  text.remove_suffix(1);
+  const bool is_hexadecimal = std::all_of(text.begin(), text.end(), [](char c) {
+    return language::kDigitValues[static_cast<unsigned char>(c)] < 16;
+  });
+  if (is_hexadecimal) warning.Suggest(fmt::format("0x{}", text));
 }
 
 std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context) {

@@ -60,6 +60,8 @@ class ItemRule : public Rule {
 // library reads the text as.
 void ReportTrailingText(const ScriptItem& item, std::string_view text, std::string_view read,
                         RuleReport& report);
+// Of FE20h, suggests 0xFE20.
+void SuggestPrefix(std::string_view text, Warning& warning);
 
 // What items an item rule is about.
 inline bool Any(language::SectionId, std::uint32_t) { return true; }
@@ -87,6 +89,7 @@ std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context);
 void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context);
 std::unique_ptr<Rule> MakeLineRule(const RuleContext& context);
 // character_rules.cpp
+void CheckTypographicQuotes(const ScriptItem& item, const RuleContext& context);
 std::unique_ptr<Rule> MakeHiddenCharacterRule(const RuleContext& context);
 // table_rules.cpp
 std::unique_ptr<Rule> MakeTableRule(const RuleContext& context);
@@ -99,14 +102,16 @@ std::unique_ptr<Rule> MakePelmgroupTreeRule(const RuleContext& context);
 // sensor_list_rules.cpp
 void CheckEmptySensors(const ScriptItem& item, const RuleContext& context);
 std::unique_ptr<Rule> MakeSensorListRule(const RuleContext& context);
+// id_rules.cpp
+std::unique_ptr<Rule> MakeIdRule(const RuleContext& context);
 // value_rules.cpp
-void CheckIdWord(const ScriptItem& item, const RuleContext& context);
 void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context);
 void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context);
 void CheckTooManyOperands(const ScriptItem& item, const RuleContext& context);
 std::unique_ptr<Rule> MakeDroppedOperandsRule(const RuleContext& context);
 // bus_rules.cpp
 void CheckSmbus(const ScriptItem& item, const RuleContext& context);
+void CheckMisplacedBusType(const ScriptItem& item, const RuleContext& context);
 // value_loop_rules.cpp
 std::unique_ptr<Rule> MakeValueLoopRule(const RuleContext& context);
 void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context);
@@ -130,6 +135,7 @@ inline constexpr MakeRule kRules[] = {
     Each<Any, CheckTextBesideQuotes>,
     MakeLineRule,
     MakeHiddenCharacterRule,
+    Each<Any, CheckTypographicQuotes>,
     MakeTableRule,
     Each<In<language::SECTION_GROUP>, CheckRootGroup>,
     MakeChildgroupRule,
@@ -137,7 +143,7 @@ inline constexpr MakeRule kRules[] = {
     MakePelmgroupPropertyRule,
     MakePelmgroupTreeRule,
     MakeSensorListRule,
-    Each<Of<language::ENTRY_ID>, CheckIdWord>,
+    MakeIdRule,
     Each<Of<language::ENTRY_ARGNUMBER>, CheckArgnumberWord>,
     Each<Of<language::ENTRY_REPEATER>, CheckRepeaterCount>,
     Each<Of<language::ENTRY_REPEATER>, CheckRepeaterArguments>,
@@ -145,6 +151,7 @@ inline constexpr MakeRule kRules[] = {
     Each<With<language::PAYLOAD_VALUE>, CheckTooManyOperands>,
     MakeDroppedOperandsRule,
     Each<With<language::PAYLOAD_VALUE>, CheckSmbus>,
+    Each<With<language::PAYLOAD_VALUE>, CheckMisplacedBusType>,
     Each<With<language::PAYLOAD_VALUE>, CheckValueOperands>,
     MakeValueLoopRule,
     Each<In<language::SECTION_PROPERTY, language::SECTION_REPEATER, language::SECTION_DEFINE,

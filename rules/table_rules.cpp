@@ -42,10 +42,15 @@ std::string RangesText(const std::vector<std::uint32_t>& cells) {
 
 std::string InheritedText(const std::vector<std::uint32_t>& cells) {
   return cells.size() == 1
-             ? fmt::format("no row sets the cell {}: it keeps the value of a table above",
+             ? fmt::format("no row sets cell {}: it keeps the value of a table above",
                            cells.front())
-             : fmt::format("no row sets the cells {}: they keep the values of a table above",
+             : fmt::format("no row sets cells {}: they keep the values of a table above",
                            RangesText(cells));
+}
+
+std::string UnsetText(const std::vector<std::uint32_t>& cells) {
+  return cells.size() == 1 ? fmt::format("no row sets cell {}: it is 0", cells.front())
+                           : fmt::format("no row sets cells {}: they are 0", RangesText(cells));
 }
 
 class TableRule : public Rule {
@@ -62,15 +67,20 @@ class TableRule : public Rule {
   void BeginSection(const ScriptSection& section, language::SectionId) override {
     section_ = section;
     has_name_ = false;
+    has_misread_rows_ = false;
     rows_.clear();
     ++table_;
   }
 
   void Check(const ScriptItem& item) override {
     has_name_ |= item.entry == language::ENTRY_NAME;
+    has_misread_rows_ |= item.entry == 0;
     if (item.entry != language::ENTRY_TABLE_ROW) return;
     const std::optional<Row> row = ReadRow(item);
-    if (!row || item.parts.empty()) return;
+    if (!row || item.parts.empty()) {
+      has_misread_rows_ = true;
+      return;
+    }
     const std::uint8_t value = ReadCell(item, item.first());
     for (std::uint32_t cell = row->low; cell <= row->high; ++cell) {
       cells_[cell] = {value, item.place(), table_};
@@ -81,7 +91,7 @@ class TableRule : public Rule {
   void EndSection() override {
     // The library refuses a table without a name.
     if (!has_name_) return;
-    CheckInheritedCells();
+    if (!has_misread_rows_) CheckUnsetCells();
     for (const Row& row : rows_) CheckOverwritten(row);
   }
 
@@ -122,6 +132,7 @@ class TableRule : public Rule {
     const std::size_t dash = item.name().find('-');
     if (dash == std::string_view::npos || dash == 0) return;
     warning.Suggest(std::string(item.name()).replace(dash, 1, "."));
+    has_misread_rows_ = true;
   }
 
   std::uint8_t ReadCell(const ScriptItem& item, std::string_view text) {
@@ -144,10 +155,14 @@ class TableRule : public Rule {
     return number.is_number ? value : 0;
   }
 
-  void CheckInheritedCells() {
+  void CheckUnsetCells() {
     std::vector<std::uint32_t> inherited;
+    std::vector<std::uint32_t> unset;
     for (std::uint32_t i = 0; i < kTableCells; ++i) {
-      if (cells_[i].table != table_ && cells_[i].value != 0) inherited.push_back(i);
+      if (cells_[i].table != table_) (cells_[i].value != 0 ? inherited : unset).push_back(i);
+    }
+    if (!unset.empty()) {
+      report_.Add(RuleId::kUnsetCells, section_, [&] { return UnsetText(unset); });
     }
     if (inherited.empty()) return;
     report_.Add(RuleId::kInheritedCells, section_, [&] { return InheritedText(inherited); })
@@ -165,6 +180,7 @@ class TableRule : public Rule {
 
   RuleReport& report_;
   bool has_name_ = false;
+  bool has_misread_rows_ = false;
   ScriptSection section_ = {nullptr, nullptr};
   std::vector<Row> rows_;
   // Tables are filled one after the other, in one place.

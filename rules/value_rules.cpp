@@ -25,12 +25,6 @@
 
 namespace rux::rules {
 
-void CheckIdWord(const ScriptItem& item, const RuleContext& context) {
-  if (!context.words.IsOnlyWord(item.first())) return;
-  context.report.Add(RuleId::kIdWord, item,
-                     "an ID that is given by a word is not compared with others", item.first());
-}
-
 void CheckArgnumberWord(const ScriptItem& item, const RuleContext& context) {
   if (!context.words.IsOnlyWord(item.first())) return;
   context.report.Add(
