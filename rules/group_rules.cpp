@@ -17,10 +17,10 @@
 namespace rux::rules {
 namespace {
 
-// "2 groups have"
-std::string Having(std::uint32_t groups) {
-  if (groups == 0) return "no group has";
-  return groups == 1 ? "1 group has" : fmt::format("{} groups have", groups);
+// "2 child groups"
+std::string ChildGroups(std::uint32_t groups) {
+  if (groups == 0) return "no child groups";
+  return groups == 1 ? "1 child group" : fmt::format("{} child groups", groups);
 }
 
 class ChildgroupRule : public Rule {
@@ -76,8 +76,8 @@ class ChildgroupRule : public Rule {
     context_.report.Add(
         RuleId::kChildgroupMismatch, *group.count_item,
         [&] {
-          return fmt::format("CHILDGROUP is {}, but {} {} for a PARENT", group.count,
-                             Having(children), group.name);
+          return fmt::format("CHILDGROUP is {}, but {} has {}", group.count, group.name,
+                             ChildGroups(children));
         },
         group.count);
   }
