@@ -4,10 +4,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
@@ -42,7 +46,27 @@ const MachineForm* FindMachineForm(std::string_view name) {
 
 bool UsesColour(const std::string& color) { return support::UsesColour(color, STDERR_FILENO); }
 
-Report ReportOf(std::string script, Collection& diagnostics) {
+namespace {
+
+// Sorts diagnostics with excerpts. Those of one place stay in their order.
+void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>& diagnostics) {
+  std::map<std::string_view, std::size_t> ranks;
+  for (const std::string& file : files) ranks.try_emplace(file, ranks.size());
+  const auto key_of = [&](const Diagnostic& diagnostic) {
+    const Location& at = diagnostic.at;
+    const auto found = ranks.find(at.path);
+    const std::size_t rank = found == ranks.end() ? ranks.size() : found->second;
+    const std::size_t column = at.excerpt ? at.excerpt->first_column : 0;
+    return std::tuple(at.path.empty(), at.line() == 0, rank, at.line(), column);
+  };
+  std::stable_sort(diagnostics.begin(), diagnostics.end(),
+                   [&](const Diagnostic& a, const Diagnostic& b) { return key_of(a) < key_of(b); });
+}
+
+}  // namespace
+
+Report ReportOf(std::string script, Collection& diagnostics,
+                const std::vector<std::string>& files) {
   Report report;
   report.script = std::move(script);
   report.errors = diagnostics.errors();
@@ -51,6 +75,7 @@ Report ReportOf(std::string script, Collection& diagnostics) {
   report.suppressed = diagnostics.suppressed();
   report.diagnostics = std::move(diagnostics.kept());
   Excerpts().AddTo(report.diagnostics);
+  SortByPlace(files, report.diagnostics);
   return report;
 }
 

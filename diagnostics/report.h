@@ -88,8 +88,9 @@ struct ReportOptions {
 // Whether the output is in colours, for a value of --color.
 bool UsesColour(const std::string& color);
 
-// The report of a run with those diagnostics.
-Report ReportOf(std::string script, Collection& diagnostics);
+// The report of a run with those diagnostics, by file and line; what has no place comes last.
+// `files`: the paths of the script and what it includes, in the order of reading.
+Report ReportOf(std::string script, Collection& diagnostics, const std::vector<std::string>& files);
 
 // Prints the diagnostics on standard error, with a summary line when `has_summary`. A machine form
 // goes to its file or, instead of all that, to standard output. Throws a Failure when a write

@@ -143,6 +143,14 @@ class CompileRun {
     advice::AddWarnings(result(), script_, std::move(warnings), scope_, diagnostics_);
   }
 
+  std::vector<std::string> FilesRead() const {
+    std::vector<std::string> paths;
+    for (const sources::Opening& opening : result().sources.openings()) {
+      paths.push_back(opening.file->path());
+    }
+    return paths;
+  }
+
   void AddRaised() {
     diagnostics::Diagnostic raised = advice::DiagnosticOfRaised(result(), script_);
     const ruxcomp::findings::MessageRow& row = *raised.row;
@@ -159,7 +167,7 @@ class CompileRun {
     }
     const diagnostics::ReportOptions& reporting = options_.reporting;
     diagnostics::Report report =
-        diagnostics::ReportOf(is_part ? options_.part : script_, diagnostics_);
+        diagnostics::ReportOf(is_part ? options_.part : script_, diagnostics_, FilesRead());
     report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
     if (!reporting.file.empty()) KeepSources(result().files, {"diagnostics file", reporting.file});
     diagnostics::WriteReport(report, result().opened, reporting);
