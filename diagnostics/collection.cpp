@@ -23,10 +23,11 @@ bool Collection::Count(const MessageRow& row, const Ruling& ruling, std::size_t 
   const Severity severity = ruling.severity;
   counts_by_row_[&row] += count;
   // What follows the last error that is shown is not shown, whatever it is.
-  const bool is_closed = most_ != 0 && errors() >= most_;
+  const bool is_closed = most_errors_ != 0 && errors() >= most_errors_;
   counts_[static_cast<int>(severity)] += count;
   if (severity == Severity::kNote && !has_remarks_) return false;
-  const bool is_shown = !is_closed && ruxcomp::findings::IsWithin(CountOf(severity), most_);
+  const ruxcomp::findings::Most most = severity == Severity::kError ? most_errors_ : most_warnings_;
+  const bool is_shown = !is_closed && ruxcomp::findings::IsWithin(CountOf(severity), most);
   if (!is_shown && severity != Severity::kNote) not_shown_ += count;
   return is_shown;
 }

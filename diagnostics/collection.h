@@ -14,12 +14,16 @@
 namespace rux::diagnostics {
 
 // Counts all, but makes and keeps only what is shown: up to a limit of errors and, before the last
-// of them, up to the same limit of warnings and remarks.
+// of them, up to another limit of warnings and of remarks.
 class Collection {
  public:
   // `has_remarks`: what is a note by itself is shown, too.
-  Collection(const Severities& severities, ruxcomp::findings::Most most, bool has_remarks)
-      : severities_(severities), most_(most), has_remarks_(has_remarks) {}
+  Collection(const Severities& severities, ruxcomp::findings::Most most_errors,
+             ruxcomp::findings::Most most_warnings, bool has_remarks)
+      : severities_(severities),
+        most_errors_(most_errors),
+        most_warnings_(most_warnings),
+        has_remarks_(has_remarks) {}
 
   // One more with the message and the severity that it has by itself. make() is called when it is
   // shown.
@@ -45,6 +49,11 @@ class Collection {
   }
   // Of a message; those that are dropped are not counted.
   std::size_t CountOf(const MessageRow& row) const;
+  // Calls use(row, count) for each message that was counted, in no order.
+  template <class Use>
+  void ForEachCount(Use use) const {
+    for (const auto& [row, count] : counts_by_row_) use(*row, count);
+  }
   // Warnings that a setting drops.
   std::size_t suppressed() const { return suppressed_; }
   // Errors and warnings that are not kept.
@@ -58,7 +67,8 @@ class Collection {
   bool Count(const MessageRow& row, const Ruling& ruling, std::size_t count);
 
   const Severities& severities_;
-  const ruxcomp::findings::Most most_;
+  const ruxcomp::findings::Most most_errors_;
+  const ruxcomp::findings::Most most_warnings_;
   const bool has_remarks_;
   std::vector<Diagnostic> kept_;
   std::size_t counts_[3] = {};  // by severity

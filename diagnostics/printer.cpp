@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
@@ -176,12 +178,83 @@ std::string Counted(std::size_t count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
+// Of so many equal messages, all are shown; of more, the first ones.
+constexpr std::size_t kFew = 10;
+constexpr std::size_t kFirst = 3;
+
+// "1,997"
+std::string Grouped(std::size_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
+  return text;
+}
+
+// Which diagnostics are shown when equal ones are folded.
+class Folding {
+ public:
+  Folding(const Report& report, bool folds) : not_shown_(report.not_shown) {
+    for (const MessageCount& count : report.by_message) {
+      if (!folds || count.all <= kFew) continue;
+      const std::size_t shown = std::min(kFirst, count.kept);
+      folded_.push_back({count.row, count.all - shown});
+      left_[count.row] = shown;
+      not_shown_ -= count.all - count.kept;
+    }
+  }
+
+  bool Shows(const Diagnostic& diagnostic) {
+    const auto left = left_.find(diagnostic.row);
+    if (left == left_.end()) return true;
+    if (left->second == 0) return false;
+    --left->second;
+    return true;
+  }
+
+  // What is said of the others.
+  std::string Text(const std::string& script) const {
+    std::string text;
+    for (const Folded& each : folded_) {
+      text += fmt::format("{}: {} more (--all shows them)\n", each.row->id, Grouped(each.more));
+    }
+    if (not_shown_ > 0) {
+      text += fmt::format("{}: {}\n", support::SafePath(script), NotShownText(not_shown_));
+    }
+    return text;
+  }
+
+ private:
+  struct Folded {
+    const MessageRow* row;
+    std::size_t more;
+  };
+  std::vector<Folded> folded_;
+  std::map<const MessageRow*, std::size_t> left_;  // how many are still to be shown
+  std::size_t not_shown_;                          // of messages that are not folded
+};
+
 }  // namespace
 
-void WriteHumanText(const Report& report, bool colour, support::TextStream& out) {
-  Printer printer(colour, out);
-  for (const Diagnostic& diagnostic : report.diagnostics) printer.Print(diagnostic);
-  if (report.not_shown > 0) out += fmt::format("rux: {}\n", NotShownText(report));
+void WriteHumanText(const Report& report, HumanStyle style, support::TextStream& out) {
+  Printer printer(style.colour, out);
+  Folding folding(report, style.folds);
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    if (folding.Shows(diagnostic)) printer.Print(diagnostic);
+  }
+  out += folding.Text(report.script);
+}
+
+bool IsLong(const std::vector<MessageCount>& by_message) {
+  return std::any_of(by_message.begin(), by_message.end(),
+                     [](const MessageCount& count) { return count.all > kFew; });
+}
+
+std::string MessageTable(const std::vector<MessageCount>& by_message) {
+  std::string table;
+  for (const MessageCount& count : by_message) {
+    table += fmt::format("{:>9}  {} ({})\n", Grouped(count.all), count.row->id,
+                         WordOf(count.row->level));
+  }
+  return table;
 }
 
 std::string SummaryLine(const Report& report) {

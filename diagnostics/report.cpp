@@ -32,9 +32,17 @@ constexpr MachineForm kForms[] = {
 
 }  // namespace
 
-std::string NotShownText(const Report& report) {
-  return fmt::format("{} more diagnostic{} not shown; --max-errors 0 shows all", report.not_shown,
-                     report.not_shown == 1 ? "" : "s");
+std::string NotShownText(std::size_t count) {
+  return fmt::format("{} more diagnostic{} not shown (--all shows {})", count,
+                     count == 1 ? "" : "s", count == 1 ? "it" : "them");
+}
+
+void SortByCount(std::vector<MessageCount>& by_message) {
+  const auto key_of = [](const MessageCount& count) {
+    return std::tuple(static_cast<std::size_t>(-1) - count.all, count.row->id);
+  };
+  std::sort(by_message.begin(), by_message.end(),
+            [&](const auto& a, const auto& b) { return key_of(a) < key_of(b); });
 }
 
 const MachineForm* FindMachineForm(std::string_view name) {
@@ -63,6 +71,19 @@ void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>&
                    [&](const Diagnostic& a, const Diagnostic& b) { return key_of(a) < key_of(b); });
 }
 
+std::vector<MessageCount> CountByMessage(const Collection& diagnostics,
+                                         const std::vector<Diagnostic>& kept) {
+  std::vector<MessageCount> counts;
+  diagnostics.ForEachCount([&](const MessageRow& row, std::size_t all) {
+    if (row.severity == Severity::kNote) return;
+    const auto is_of_row = [&](const Diagnostic& diagnostic) { return diagnostic.row == &row; };
+    const auto found = std::count_if(kept.begin(), kept.end(), is_of_row);
+    counts.push_back({&row, all, static_cast<std::size_t>(found)});
+  });
+  SortByCount(counts);
+  return counts;
+}
+
 }  // namespace
 
 Report ReportOf(std::string script, Collection& diagnostics,
@@ -76,18 +97,31 @@ Report ReportOf(std::string script, Collection& diagnostics,
   report.diagnostics = std::move(diagnostics.kept());
   Excerpts().AddTo(report.diagnostics);
   SortByPlace(files, report.diagnostics);
+  report.by_message = CountByMessage(diagnostics, report.diagnostics);
   return report;
 }
+
+namespace {
+
+void SetCounts(const Report& report, Counts& counts) {
+  counts.errors = report.errors;
+  counts.warnings = report.warnings;
+  counts.suppressed = report.suppressed;
+  std::copy(report.by_message.begin(), report.by_message.end(), counts.by_message);
+}
+
+}  // namespace
 
 void WriteReport(const Report& report, bool has_summary, const ReportOptions& options) {
   const MachineForm* form = FindMachineForm(options.format);
   const auto write_form = [&](support::TextStream& out) { form->write(report, out); };
   if (form != nullptr && options.file.empty()) return support::Print(support::PrintOut, write_form);
-  if (options.counts != nullptr)
-    *options.counts = {report.errors, report.warnings, report.suppressed};
+  if (options.counts != nullptr) SetCounts(report, *options.counts);
   support::Print(support::PrintError, [&](support::TextStream& out) {
-    WriteHumanText(report, UsesColour(options.color), out);
-    if (has_summary && options.counts == nullptr) out += SummaryLine(report);
+    WriteHumanText(report, {UsesColour(options.color), !options.shows_all()}, out);
+    if (!has_summary || options.counts != nullptr) return;
+    if (!options.shows_all() && IsLong(report.by_message)) out += MessageTable(report.by_message);
+    out += SummaryLine(report);
   });
   if (form == nullptr) return;
   const std::string text = support::WrittenText(write_form);

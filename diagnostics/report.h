@@ -2,6 +2,7 @@
 #ifndef DIAGNOSTICS_REPORT_H_
 #define DIAGNOSTICS_REPORT_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -14,18 +15,26 @@
 
 namespace rux::diagnostics {
 
+// How many there are of a message, errors and warnings alike.
+struct MessageCount {
+  const MessageRow* row;
+  std::size_t all;
+  std::size_t kept;  // of them, those that the report has
+};
+
 struct Report {
   std::string script;                   // the path, as it can be opened from here
   std::vector<Diagnostic> diagnostics;  // located; without those that are shown on request only
   std::size_t errors = 0;               // those that are not shown counted in
   std::size_t warnings = 0;
-  std::size_t not_shown = 0;   // errors and warnings
-  std::size_t suppressed = 0;  // warnings that a setting leaves out
-  bool is_complete = true;     // false: the run ended in trouble that is not the script's
+  std::size_t not_shown = 0;             // errors and warnings
+  std::size_t suppressed = 0;            // warnings that a setting leaves out
+  std::vector<MessageCount> by_message;  // the most frequent first
+  bool is_complete = true;               // false: the run ended in trouble that is not the script's
 };
 
-// What is not shown, and how to have it shown; of a report with such.
-std::string NotShownText(const Report& report);
+// So many are not shown, and how to have them shown.
+std::string NotShownText(std::size_t count);
 
 // Writes a report.
 using WriteForm = void(const Report& report, support::TextStream& out);
@@ -61,8 +70,22 @@ WriteForm WriteGithubText;
 //         = did you mean hot?
 //   boards/board.rux:3: note: included from here
 //
-// and so on.
-void WriteHumanText(const Report& report, bool colour, support::TextStream& out);
+// and so on. With `folds`, of many equal messages the first ones stand for all, with a line for
+// each such message and a table of all messages at the end.
+struct HumanStyle {
+  bool colour = false;
+  bool folds = false;
+};
+void WriteHumanText(const Report& report, HumanStyle style, support::TextStream& out);
+
+// Whether there are so many of them that a table helps.
+bool IsLong(const std::vector<MessageCount>& by_message);
+
+// The messages with how often they occur, a line for each.
+std::string MessageTable(const std::vector<MessageCount>& by_message);
+
+// The most frequent first.
+void SortByCount(std::vector<MessageCount>& by_message);
 
 // "boards/server.rux: 2 errors, 1 warning (9 suppressed)" with a line feed.
 std::string SummaryLine(const Report& report);
@@ -72,6 +95,7 @@ struct Counts {
   std::size_t errors;
   std::size_t warnings;
   std::size_t suppressed;
+  MessageCount* by_message;  // room for all messages; the first one without a row ends it
 };
 
 struct ReportOptions {
@@ -81,6 +105,20 @@ struct ReportOptions {
   // How many errors are shown, and how many warnings. More help no further, and a script of a few
   // megabytes may have millions.
   ruxcomp::findings::Most max_errors = 1000;
+  ruxcomp::findings::Most max_warnings = kAsErrors;
+  bool all = false;  // no limits, and nothing folded
+
+  static constexpr ruxcomp::findings::Most kAsErrors = static_cast<std::size_t>(-1);
+  ruxcomp::findings::Most most_errors() const { return all ? 0 : max_errors; }
+  ruxcomp::findings::Most most_warnings() const {
+    return all || max_warnings == kAsErrors ? most_errors() : max_warnings;
+  }
+  // How many of one message are needed for that.
+  ruxcomp::findings::Most most() const {
+    return shows_all() ? 0 : std::max(most_errors(), most_warnings());
+  }
+  bool shows_all() const { return most_errors() == 0 || most_warnings() == 0; }
+
   bool verbose = false;
   Counts* counts = nullptr;  // receives the numbers instead of a summary line; null: print the line
 };

@@ -44,7 +44,8 @@ class CompileRun {
         run_(LibraryName(options), TextOf(options), MostKept(options),
              ruxcomp::findings::RowsOf(rules::kTakenOver)),
         severities_(AllMessages()),
-        diagnostics_(severities_, options.reporting.max_errors, options.reporting.verbose) {
+        diagnostics_(severities_, options.reporting.most_errors(),
+                     options.reporting.most_warnings(), options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
@@ -86,7 +87,7 @@ class CompileRun {
 
   // Of a part, what is found first may be in other files.
   static ruxcomp::findings::Most MostKept(const CompileOptions& options) {
-    return options.part.empty() ? options.reporting.max_errors : 0;
+    return options.part.empty() ? options.reporting.most() : 0;
   }
 
   void RefuseForPlugin() const {

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -15,6 +17,7 @@
 #include "diagnostics/report.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
+#include "driver/messages.h"
 #include "reader/include_folders.h"
 #include "sources/main_scripts.h"
 #include "sources/source_file.h"
@@ -64,9 +67,15 @@ void ExpectForSeveral(const CompileOptions& options) {
 class SharedCounts {
  public:
   explicit SharedCounts(std::size_t count)
-      : size_(count * sizeof(diagnostics::Counts)),
+      : messages_(AllMessages().rows().size() + 1),
+        size_(count *
+              (sizeof(diagnostics::Counts) + messages_ * sizeof(diagnostics::MessageCount))),
         memory_(mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
     if (memory_ == MAP_FAILED) throw support::SystemFailure("cannot share", "memory");
+    auto* by_message = reinterpret_cast<diagnostics::MessageCount*>(&(*this)[count]);
+    for (std::size_t i = 0; i < count; ++i) {
+      (*this)[i].by_message = by_message + i * messages_;
+    }
   }
   ~SharedCounts() { munmap(memory_, size_); }
   SharedCounts(const SharedCounts&) = delete;
@@ -78,6 +87,7 @@ class SharedCounts {
   }
 
  private:
+  const std::size_t messages_;  // all that there are, and one for the end
   const std::size_t size_;
   void* const memory_;
 };
@@ -98,10 +108,11 @@ class Outcome {
                       support::SafeText(script), done.signal, strsignal(done.signal)));
     }
     worst_ = std::max(worst_, done.status);
+    if (done.status != support::ExitStatus::kDone) failed_.push_back(support::SafeText(script));
     if (done.status > support::ExitStatus::kFindings) ++undone_;
   }
 
-  std::string Summary() const {
+  std::string Summary(bool folds) const {
     diagnostics::Report all;
     all.script = fmt::format("{} scripts", scripts_);
     for (std::size_t i = 0; i < scripts_; ++i) {
@@ -110,15 +121,46 @@ class Outcome {
       all.suppressed += counts_[i].suppressed;
     }
     std::string line = diagnostics::SummaryLine(all);
-    if (undone_ > 0) line.insert(line.size() - 1, fmt::format("; {} could not be done", undone_));
-    return line;
+    if (undone_ > 0) {
+      line.insert(line.size() - 1, fmt::format("; {} could not be processed", undone_));
+    }
+    const std::vector<diagnostics::MessageCount> by_message = CountByMessage();
+    const bool has_table = folds && diagnostics::IsLong(by_message);
+    return (has_table ? diagnostics::MessageTable(by_message) : "") + FailedText() + line;
   }
 
   support::ExitStatus worst() const { return worst_; }
 
  private:
+  std::vector<diagnostics::MessageCount> CountByMessage() const {
+    std::map<const diagnostics::MessageRow*, std::size_t> totals;
+    for (std::size_t i = 0; i < scripts_; ++i) {
+      for (const auto* each = counts_[i].by_message; each->row != nullptr; ++each) {
+        totals[each->row] += each->all;
+      }
+    }
+    std::vector<diagnostics::MessageCount> counts;
+    counts.reserve(totals.size());
+    for (const auto& [row, all] : totals) counts.push_back({row, all, 0});
+    diagnostics::SortByCount(counts);
+    return counts;
+  }
+
+  // "3 of 21 scripts failed: a/main.rux, ..."
+  std::string FailedText() const {
+    constexpr std::size_t kMost = 10;
+    if (failed_.empty()) return "";
+    std::string text = fmt::format("{} of {} scripts failed: ", failed_.size(), scripts_);
+    for (std::size_t i = 0; i < std::min(failed_.size(), kMost); ++i) {
+      text += (i == 0 ? "" : ", ") + failed_[i];
+    }
+    if (failed_.size() > kMost) text += fmt::format(" and {} more", failed_.size() - kMost);
+    return text + '\n';
+  }
+
   const SharedCounts counts_;
   const std::size_t scripts_;
+  std::vector<std::string> failed_;
   std::size_t undone_ = 0;
   support::ExitStatus worst_ = support::ExitStatus::kDone;
 };
@@ -141,7 +183,7 @@ support::ExitStatus RunSeveral(
         outcome.Report(sources::ToOpenablePath(runs[i].script_name()), done);
       });
   if (reporting.format == "human" || !reporting.file.empty())
-    support::PrintError(outcome.Summary());
+    support::PrintError(outcome.Summary(!reporting.shows_all()));
   return outcome.worst();
 }
 

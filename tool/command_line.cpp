@@ -150,7 +150,9 @@ std::string UnexpectedText(const CLI::App& app, const Arguments& arguments) {
       if (argument.is_option() && each.size() > 2) names.push_back(each);
     }
   }
-  const std::optional<std::string> meant = support::ClosestName(name, names, 3);
+  // Half of the word is to be right, the dashes not counted.
+  const std::size_t farthest = std::clamp<std::size_t>(name.size() / 2 - 1, 1, 3);
+  const std::optional<std::string> meant = support::ClosestName(name, names, farthest);
   return "there is no option " + support::NameText(name) +
          (meant ? "; did you mean " + *meant + '?' : "");
 }

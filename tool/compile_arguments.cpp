@@ -45,8 +45,14 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       });
   arguments
       .Add("--max-errors", CommandArgument::Limit{&reporting.max_errors},
-           "Show at most N errors and N warnings (default: 1000; 0: all)")
+           "Show at most N errors, and as many warnings (default: 1000; 0: all)")
       .Value("N");
+  arguments
+      .Add("--max-warnings", CommandArgument::Limit{&reporting.max_warnings},
+           "Show at most N warnings (0: all)")
+      .Value("N");
+  arguments.Add("--all", &reporting.all,
+                "Show all errors and warnings, also where many have the same id");
   arguments
       .Add("--format", &reporting.format,
            "human (default), or a machine-readable form on standard output: gcc, json, sarif or "

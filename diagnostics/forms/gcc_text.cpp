@@ -33,7 +33,7 @@ void WriteGccText(const Report& report, support::TextStream& out) {
     for (const Note& note : diagnostic.notes) add_note(note.text, note.at);
     for (const Note& include : diagnostic.included_from) add_note(include.text, include.at);
   }
-  if (report.not_shown > 0) out += Line({}, Severity::kNote, NotShownText(report), "");
+  if (report.not_shown > 0) out += Line({}, Severity::kNote, NotShownText(report.not_shown), "");
 }
 
 }  // namespace rux::diagnostics

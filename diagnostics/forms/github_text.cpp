@@ -55,7 +55,7 @@ void WriteGithubText(const Report& report, support::TextStream& out) {
                        PropertiesOf(diagnostic), EscapedText(message));
   }
   if (report.not_shown > 0)
-    out += fmt::format("::notice title=not-shown::{}\n", NotShownText(report));
+    out += fmt::format("::notice title=not-shown::{}\n", NotShownText(report.not_shown));
 }
 
 }  // namespace rux::diagnostics

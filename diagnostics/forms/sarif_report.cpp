@@ -146,7 +146,7 @@ void WriteRun(const Report& report, JsonObject& json) {
     if (report.not_shown == 0) return;
     WriteOnly("toolExecutionNotifications", invocation, [&](JsonObject& notification) {
       notification.Member("level", "note");
-      WriteMessage("message", NotShownText(report), notification);
+      WriteMessage("message", NotShownText(report.not_shown), notification);
     });
   });
   json.Member("columnKind", "unicodeCodePoints");
