@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"

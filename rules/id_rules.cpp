@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 
 namespace rux::rules {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "diagnostics/diagnostic.h"
+#include "findings/message_row.h"
 #include "rules/script_item.h"
 #include "support/safe_text.h"
 

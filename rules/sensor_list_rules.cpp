@@ -15,7 +15,6 @@
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
 
@@ -100,7 +99,7 @@ class SensorListRule : public Rule {
 
   // Of the places of one sensor, those in one list are neighbours. Returns the place after them.
   Spot CheckRepeated(Spot first) {
-    const Spot end = std::find_if(first, listed_.end(), [&](const Listed& other) {
+    const auto end = std::find_if(first, listed_.end(), [&](const Listed& other) {
       return other.id != first->id || other.list != first->list;
     });
     const auto times = static_cast<std::size_t>(end - first);

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "findings/finding.h"
+#include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "findings/origin.h"
 #include "findings/tally.h"
