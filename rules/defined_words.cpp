@@ -130,8 +130,8 @@ void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, cons
   report_
       .Add(RuleId::kRedefinedWord, item,
            [&] {
-             return fmt::format("{} was {} and becomes {}, also for entries that stand above",
-                                item.name(), known.value, value);
+             return fmt::format("{} was {} and becomes {}, also for the entries above", item.name(),
+                                known.value, value);
            })
       .Note("first defined here", known.place);
 }
@@ -147,9 +147,7 @@ void DefinedWords::CheckCondition(const ItemRef& condition) {
   if (word.empty() || Find(word)) return;
   Warning warning = report_.Add(
       RuleId::kFalseIfdef, condition,
-      [&] {
-        return fmt::format("{} is not defined: the words below are defined all the same", word);
-      },
+      [&] { return fmt::format("{} is not defined: the words below are defined anyway", word); },
       word);
   if (const Place* place = FindDefinition(word)) warning.Note("defined only here", *place);
 }

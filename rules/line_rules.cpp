@@ -88,10 +88,10 @@ class JoinedLines {
     is_comment_ = HasComment(line);
     if (is_comment_ && !IsBlankLine(next) && !IsComment(next)) {
       report_.Add(RuleId::kJoinedComment, PlaceOf(line),
-                  "the comment ends in a backslash, so that the next line belongs to it");
+                  "the comment ends in a backslash: the next line belongs to it");
     } else if (has_value_ && !is_comment_ && !is_quoted_ && LooksLikeItem(next)) {
       report_.Add(RuleId::kJoinedItem, PlaceOf(next),
-                  "a backslash joins this line to the one above: it is no item of its own");
+                  "a backslash joins this line to the line above: it is not an item of its own");
     }
   }
 

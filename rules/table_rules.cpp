@@ -143,7 +143,7 @@ class TableRule : public Rule {
     if (!number.is_number) {
       report_.Add(
           RuleId::kCellNotANumber, item,
-          [&] { return fmt::format("{} is no number: the cells become 0", text); }, text);
+          [&] { return fmt::format("{} is not a number: the cells become 0", text); }, text);
     } else if (number.has_rest) {
       ReportTrailingText(item, text, fmt::format("{}", number.value), report_);
     } else if (number.value >= kTableCells || number.is_cut) {

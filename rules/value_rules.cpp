@@ -149,7 +149,7 @@ void CheckRepeaterArgument(const ScriptItem& item, std::string_view text, std::u
   context.report.Add(
       RuleId::kRepeaterArgument, item,
       [&] {
-        return number.is_number ? fmt::format("{} names an argument that nobody hands over", text)
+        return number.is_number ? fmt::format("{} names an argument that no caller passes", text)
                                 : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text);
       },
       text);
@@ -172,10 +172,7 @@ void CheckRepeaterCount(const ScriptItem& item, const RuleContext& context) {
   if (language::ReadNumber(count).is_number) return;
   context.report.Add(
       RuleId::kRepeaterCount, item,
-      [&] {
-        return fmt::format("{} is no plain number: nothing of this entry is compiled", count);
-      },
-      count);
+      [&] { return fmt::format("{} is not a plain number: this entry is dropped", count); }, count);
 }
 
 void CheckRepeaterArguments(const ScriptItem& item, const RuleContext& context) {
