@@ -40,7 +40,8 @@ PelmgroupTree::PelmgroupTree(Parents parents) : parents_(std::move(parents)) {
   std::vector<std::size_t> roots;
   for (std::size_t i = 0; i < parents_.size(); ++i) {
     const std::size_t parent = FindParent(parents_, i);
-    (parent == parents_.size() ? roots : children[parent]).push_back(i);
+    std::vector<std::size_t>& siblings = parent == parents_.size() ? roots : children[parent];
+    siblings.push_back(i);
   }
   for (const std::size_t root : roots) Number(root, children);
 }
