@@ -18,9 +18,6 @@ def _rux_meta_impl(ctx):
     groups = {"meta": depset([meta])}
     arguments = ctx.actions.args()
     arguments.add("compile")
-
-    # What is not declared is not there.
-    arguments.add("-Werror=missing-include")
     arguments.add_all(ctx.attr.options)
     arguments.add("--output", meta)
     if ctx.attr.debug_meta:
