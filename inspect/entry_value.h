@@ -1,19 +1,5 @@
 // The values of a compiled entry, by the names of their parts: as text and as JSON.
-//
-// In JSON:
-//
-//   text        any text is a string member; when its bytes are not UTF-8, the string holds
-//               replacement characters and the same object gets a member "hex" with the exact bytes
-//   value       {"class": CLASS, "value": number, text or null}; also "written", how the script
-//   wrote
-//               a number, where a debug meta file has it, and "name", that of the section whose ID
-//               the number is
-//   CLASS       number, string, group, action, table, value, global, name, argument (its number),
-//               operator (its text), type (its number), unresolved (null)
-//   part        {"name": text, "values": [value, ...]}
-//   entry       {"name": text, "values": [...]}, or for value, global and repeater entries
-//               {"name": text, "type": number, "parts": [part, ...]}; repeaters have no type; a
-//               debug meta file also has "written_type", the word for the type
+// docs/get.schema.json describes the JSON.
 #ifndef INSPECT_ENTRY_VALUE_H_
 #define INSPECT_ENTRY_VALUE_H_
 

@@ -1,12 +1,4 @@
 // rux get FILE PATH
-//
-// With --json, for a section:
-//   {"kind": text, "ordinal": number, "entries": [entry, ...], "cells": [256 numbers, in a TABLE]}
-// for an entry:
-//   {"kind": text, "ordinal": number, "entry": entry}
-// and for a part:
-//   {"kind": text, "ordinal": number, "part": part}
-// See inspect/entry_value.h for entries, parts and values.
 #include <unistd.h>
 
 #include <algorithm>
@@ -111,17 +103,13 @@ Action SetUpGet(Arguments& arguments) {
   AddViewedFile(arguments, options->file);
   arguments.Add("PATH", &options->path, "KIND/SECTION[/ENTRY[/PART]]").Required();
   AddOutputColor(arguments, options->color);
-  arguments.Add("--json", &options->json, "Print JSON");
+  arguments.Add("--json", &options->json, "Print JSON (docs/get.schema.json)");
   arguments.Footer(
       "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
       "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it. PART is\n"
       "Type, the name of a part, or @n for the n-th value. A name in double quotes is taken\n"
       "literally, \"\" in it for a quote. Of a debug meta file, numbers and types are printed as\n"
       "the script writes them, and WORD/NAME is a defined word.\n\n"
-      "With --json: {kind, ordinal} with entries: [entry] (and cells of a TABLE), entry, or part.\n"
-      "entry: {name, values: [value]} or {name, type, parts: [part]}; part: {name, values};\n"
-      "value: {class, value, written, name}. A text that is no UTF-8 comes with its bytes as\n"
-      "\"hex\".\n\n"
       "Example:\n  rux get server.meta SENSOR/CPU0_TEMP/THRESHOLD_FH");
   return [options] { return Get(*options); };
 }

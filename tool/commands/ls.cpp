@@ -1,18 +1,4 @@
 // rux ls FILE [KIND]
-//
-// With --json, without KIND:
-//   {"file": text, "version": number, "created": number,
-//    "kinds": [{"kind": text, "sections": number}, ...]}
-// and with KIND:
-//   {"kind": text, "sections": [{"ordinal": number, "name": text, "id": number, "file": text},
-//   ...]}
-// where "id" is missing in kinds without IDs, "file" in meta files, and sections of kinds without
-// names have "entries": [{"name": text}, ...] instead of the name; with --long, all have "entries",
-// with their values. With --tree:
-//   {"groups": [{"ordinal", "depth": number, "name", "sensors": [{"ordinal", "name", "id"}, ...]},
-//   ...],
-//    "pelmgroups": [{"ordinal", "depth", "name", "id", "sensors": [{"id", "name"}, ...]}, ...]}
-// in the order of the tree. See inspect/entry_value.h for "hex" and for values.
 #include <unistd.h>
 
 #include <cstddef>
@@ -114,13 +100,10 @@ Action SetUpLs(Arguments& arguments) {
       .Without("--long");
   AddSectionFilter(arguments, options->filter);
   AddOutputColor(arguments, options->color);
-  arguments.Add("--json", &options->json, "Print JSON");
+  arguments.Add("--json", &options->json, "Print JSON (docs/ls.schema.json)");
   arguments.Footer(
       "Without KIND, the kinds are listed with their numbers of sections; with --long, --name or\n"
       "--file, the sections of all kinds.\n\n"
-      "With --json: {file, version, created, kinds: [{kind, sections}]}, or with KIND\n"
-      "{kind, sections: [{ordinal, name, id}]} ({ordinal, entries: [{name}]} in kinds without\n"
-      "names). A text that is no UTF-8 comes with its bytes as \"hex\".\n\n"
       "Examples:\n  rux ls server.meta SENSOR\n  rux ls -l server.meta sensor --name 'CPU*'");
   return [options] { return Ls(*options); };
 }
