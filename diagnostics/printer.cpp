@@ -251,6 +251,7 @@ bool IsLong(const std::vector<MessageCount>& by_message) {
 std::string MessageTable(const std::vector<MessageCount>& by_message) {
   std::string table;
   for (const MessageCount& count : by_message) {
+    if (count.all == 0) continue;
     table += fmt::format("{:>9}  {} ({})\n", Grouped(count.all), count.row->id,
                          WordOf(count.row->level));
   }

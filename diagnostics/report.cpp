@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
@@ -15,23 +14,13 @@
 
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
 #include "support/terminal.h"
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
-namespace {
-
-constexpr MachineForm kForms[] = {
-    {"gcc", WriteGccText},
-    {"json", WriteJsonReport},
-    {"sarif", WriteSarifReport},
-    {"github", WriteGithubText},
-};
-
-}  // namespace
-
 std::string NotShownText(std::size_t count) {
   return fmt::format("{} more diagnostic{} not shown (--all shows {})", count,
                      count == 1 ? "" : "s", count == 1 ? "it" : "them");
@@ -43,13 +32,6 @@ void SortByCount(std::vector<MessageCount>& by_message) {
   };
   std::sort(by_message.begin(), by_message.end(),
             [&](const auto& a, const auto& b) { return key_of(a) < key_of(b); });
-}
-
-const MachineForm* FindMachineForm(std::string_view name) {
-  const MachineForm* form =
-      std::find_if(std::begin(kForms), std::end(kForms),
-                   [&](const MachineForm& each) { return each.name == name; });
-  return form == std::end(kForms) ? nullptr : form;
 }
 
 bool UsesColour(const std::string& color) { return support::UsesColour(color, STDERR_FILENO); }
@@ -73,13 +55,15 @@ void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>&
 
 std::vector<MessageCount> CountByMessage(const Collection& diagnostics,
                                          const std::vector<Diagnostic>& kept) {
+  std::map<const MessageRow*, std::size_t> kept_of;
+  for (const Diagnostic& diagnostic : kept) ++kept_of[diagnostic.row];
   std::vector<MessageCount> counts;
   diagnostics.ForEachCount([&](const MessageRow& row, std::size_t all) {
-    if (row.severity == Severity::kNote) return;
-    const auto is_of_row = [&](const Diagnostic& diagnostic) { return diagnostic.row == &row; };
-    const auto found = std::count_if(kept.begin(), kept.end(), is_of_row);
-    counts.push_back({&row, all, static_cast<std::size_t>(found)});
+    if (row.severity != Severity::kNote) counts.push_back({&row, all, kept_of[&row]});
   });
+  for (const auto& [row, count] : kept_of) {
+    if (row->severity == Severity::kNote) counts.push_back({row, 0, count});
+  }
   SortByCount(counts);
   return counts;
 }
@@ -106,26 +90,38 @@ namespace {
 void SetCounts(const Report& report, Counts& counts) {
   counts.errors = report.errors;
   counts.warnings = report.warnings;
+  counts.not_shown = report.not_shown;
   counts.suppressed = report.suppressed;
+  counts.is_complete = report.is_complete;
   std::copy(report.by_message.begin(), report.by_message.end(), counts.by_message);
 }
 
-}  // namespace
-
-void WriteReport(const Report& report, bool has_summary, const ReportOptions& options) {
-  const MachineForm* form = FindMachineForm(options.format);
-  const auto write_form = [&](support::TextStream& out) { form->write(report, out); };
-  if (form != nullptr && options.file.empty()) return support::Print(support::PrintOut, write_form);
-  if (options.counts != nullptr) SetCounts(report, *options.counts);
+void WriteForPeople(const Report& report, bool has_summary, const ReportOptions& options) {
   support::Print(support::PrintError, [&](support::TextStream& out) {
     WriteHumanText(report, {UsesColour(options.color), !options.shows_all()}, out);
     if (!has_summary || options.counts != nullptr) return;
     if (!options.shows_all() && IsLong(report.by_message)) out += MessageTable(report.by_message);
     out += SummaryLine(report);
   });
+}
+
+}  // namespace
+
+void WriteReport(const Report& report, bool has_summary, const ReportOptions& options) {
+  const MachineForm* form = FindMachineForm(options.format);
+  if (options.counts != nullptr) SetCounts(report, *options.counts);
+  if (form == nullptr || !options.file.empty()) WriteForPeople(report, has_summary, options);
   if (form == nullptr) return;
-  const std::string text = support::WrittenText(write_form);
-  support::PutInPlace({{options.file, text}});
+  WriteForm* const write = options.is_piece ? form->write_piece : form->write;
+  const auto write_form = [&](support::TextStream& out) { write(report, out); };
+  if (options.is_piece || options.file.empty()) {
+    support::Print(support::PrintOut, write_form);
+  } else {
+    const std::string text = support::WrittenText(write_form);
+    if (options.makes_folder) support::MakeFolderOf(options.file);
+    support::PutInPlace({{options.file, text}});
+  }
+  if (options.counts != nullptr) options.counts->is_written = true;
 }
 
 }  // namespace rux::diagnostics

@@ -5,20 +5,20 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "findings/tally.h"
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
 
-// How many there are of a message, errors and warnings alike.
+// How many there are of a message.
 struct MessageCount {
   const MessageRow* row;
-  std::size_t all;
+  std::size_t all;   // errors and warnings; remarks and notes are not counted
   std::size_t kept;  // of them, those that the report has
 };
 
@@ -33,34 +33,11 @@ struct Report {
   bool is_complete = true;               // false: the run ended in trouble that is not the script's
 };
 
+// The diagnostic and its notes, in the form gcc.
+void WriteGccLines(const Diagnostic& diagnostic, support::TextStream& out);
+
 // So many are not shown, and how to have them shown.
 std::string NotShownText(std::size_t count);
-
-// Writes a report.
-using WriteForm = void(const Report& report, support::TextStream& out);
-
-// A form that other programs read.
-struct MachineForm {
-  std::string_view name;
-  WriteForm* write;
-};
-
-// Null for an unknown name. "human" is not a machine form.
-const MachineForm* FindMachineForm(std::string_view name);
-
-// A line for each diagnostic and note, in the form that compilers print and editors parse:
-//   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
-//   [undefined-word]
-WriteForm WriteGccText;
-
-// docs/diagnostics.schema.json
-WriteForm WriteJsonReport;
-
-// Static Analysis Results Interchange Format, version 2.1.0.
-WriteForm WriteSarifReport;
-
-// Workflow commands: lines that GitHub shows beside the sources.
-WriteForm WriteGithubText;
 
 // The form for terminals, which editors can jump from:
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
@@ -90,18 +67,23 @@ void SortByCount(std::vector<MessageCount>& by_message);
 // "boards/server.rux: 2 errors, 1 warning (9 suppressed)" with a line feed.
 std::string SummaryLine(const Report& report);
 
-// The numbers of a summary line.
+// The numbers of a report.
 struct Counts {
   std::size_t errors;
   std::size_t warnings;
+  std::size_t not_shown;
   std::size_t suppressed;
+  bool is_complete;
+  bool is_written;           // the machine form, to its end
   MessageCount* by_message;  // room for all messages; the first one without a row ends it
 };
 
 struct ReportOptions {
   std::string format = "human";  // or the name of a machine form
   std::string file;              // for the machine form; empty: standard output
-  std::string color = "auto";    // or "always" or "never"
+  bool makes_folder = false;     // of the file, when it is not there
+  bool is_piece = false;  // of a document about several scripts: to standard output in any case
+  std::string color = "auto";  // or "always" or "never"
   // How many errors are shown, and how many warnings. More help no further, and a script of a few
   // megabytes may have millions.
   ruxcomp::findings::Most max_errors = 1000;
@@ -131,8 +113,8 @@ bool UsesColour(const std::string& color);
 Report ReportOf(std::string script, Collection& diagnostics, const std::vector<std::string>& files);
 
 // Prints the diagnostics on standard error, with a summary line when `has_summary`. A machine form
-// goes to its file or, instead of all that, to standard output. Throws a Failure when a write
-// fails.
+// goes to its file or, instead of all that, to standard output. A piece of a document with a file
+// goes to standard output, too. Throws a Failure when a write fails.
 void WriteReport(const Report& report, bool has_summary, const ReportOptions& options);
 
 }  // namespace rux::diagnostics

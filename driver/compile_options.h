@@ -21,7 +21,11 @@ struct CompileOptions {
   // The path, as the library takes it, of the script or of the file that standard input stands for.
   std::string script_name() const;
 
+  // Whether each file to be written needs a name for each script.
+  bool are_several() const { return is_list || scripts.size() > 1; }
+
   std::vector<std::string> scripts;  // one at least
+  bool is_list = false;              // of scripts that are several, even if it has one alone
   std::size_t jobs = 0;              // how many at a time; 0: as many as there are processors
   std::vector<std::string> include_folders;  // beside the folder of the including file
   // Whether the library gets paths that do not depend on where the tree is, because it stores them.

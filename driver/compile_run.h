@@ -35,24 +35,17 @@ class CompileProduct {
 // those of the product.
 support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* product = nullptr);
 
-// `name` with the name of the script, without folder and suffix, for each "{}".
-std::string ExpandFileName(const std::string& script, const std::string& name);
-
-// Throws a Failure of wrong usage when there are several scripts and a file that each of them is to
-// write has a name (an empty one means no file) that is the same for all of them.
-void RequireNamePerScript(const CompileOptions& options, const char* option,
-                          const std::string& name);
-
 // The options for each of the scripts. Throws a Failure of wrong usage when they do not fit
 // together.
 std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options);
 
 // The same runs, but for scripts that are parts of machines: those are checked through each main
-// script that includes them. A form that is one document for each script takes the first of them.
+// script that includes them. A document about one script takes the first of them.
 std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& runs);
 
 // Runs one as it is; several in processes of their own, with their output in the order of the
-// scripts and one summary at the end. Returns the worst exit status. Throws a Failure.
+// scripts, one summary at the end, and one document where no script has its own. Returns the worst
+// exit status. Throws a Failure.
 support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
                            const std::function<support::ExitStatus(const CompileOptions&)>& run);
 

@@ -3,6 +3,8 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "compiled/compiled_file.h"
@@ -120,6 +122,7 @@ void MetaFiles::PutFilesInPlace() {
     };
     files_.erase(std::remove_if(files_.begin(), files_.end(), is_there), files_.end());
   }
+  for (const std::string& file : options_.in_new_folders) support::MakeFolderOf(file);
   support::PutInPlace(files_);
 }
 

@@ -29,6 +29,7 @@ struct MetaOptions {
   std::string debug_meta;                      // empty: none
   std::string depfile;                         // empty: none
   std::optional<std::uint32_t> creation_time;  // none: now
+  std::vector<std::string> in_new_folders;     // of these files: their folders are made
   bool if_changed = false;                     // keep files whose bytes would not change
   bool reads_standard_input = false;           // the script is not a file
 };

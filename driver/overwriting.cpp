@@ -54,8 +54,12 @@ bool HoldsSomethingElse(const std::string& path) {
 }
 
 support::Failure WouldOverwrite(const NamedFile& kept, const NamedFile& written) {
-  return support::Failure(support::ExitStatus::kWrongUsage, "the {} would overwrite the {} {}",
-                          written.what, kept.what, kept.path);
+  const auto owner_of = [](const NamedFile& file) {
+    return file.script == nullptr ? "" : " of " + *file.script;
+  };
+  return support::Failure(support::ExitStatus::kWrongUsage, "the {}{} would overwrite the {}{} {}",
+                          written.what, owner_of(written), kept.what,
+                          owner_of(kept) + (kept.script == nullptr ? "" : ","), kept.path);
 }
 
 }  // namespace

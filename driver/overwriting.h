@@ -13,6 +13,7 @@ namespace rux::driver {
 struct NamedFile {
   const char* what;  // "meta file"
   const std::string& path;
+  const std::string* script = nullptr;  // the one that it is written for, where there are several
 };
 
 // Throws a Failure of wrong usage when the two are one file, under the same name or another.

@@ -14,6 +14,7 @@
 #include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
+#include "support/failure.h"
 #include "support/text_file.h"
 
 namespace rux::sources {
@@ -54,19 +55,25 @@ bool HasMainSection(const SourceSet& sources) {
 
 SourceSet LoadFile(const std::string& path) { return Load(language::ToLibraryPath(path)); }
 
+bool IsMain(const std::string& script) {
+  return (Mentions(script, kMainSection) || Mentions(script, kInclude)) &&
+         HasMainSection(LoadFile(script));
+}
+
 bool IsMainOf(const std::string& script, const std::string& part) {
   if (AreOneFile(script, part) || !Mentions(script, kInclude)) return false;
   const SourceSet sources = LoadFile(script);
   return FindFile(sources, part) != nullptr && HasMainSection(sources);
 }
 
+bool IsScript(const fs::path& path) { return path.extension() == ".rux" && IsRegular(path); }
+
 std::vector<std::string> ScriptsIn(const fs::path& folder) {
   std::vector<std::string> scripts;
   std::error_code error;
   fs::directory_iterator entry(folder.empty() ? "." : folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    if (entry->path().extension() != ".rux" || !IsRegular(entry->path())) continue;
-    scripts.push_back((folder / entry->path().filename()).string());
+    if (IsScript(entry->path())) scripts.push_back((folder / entry->path().filename()).string());
   }
   std::sort(scripts.begin(), scripts.end());
   if (scripts.size() > kMostScripts) scripts.clear();
@@ -89,7 +96,7 @@ bool IsTop(const fs::path& folder) {
 }  // namespace
 
 std::vector<std::string> FindMainScripts(const std::string& part) {
-  if (!IsRegular(part) || Mentions(part, kMainSection) || HasMainSection(LoadFile(part))) return {};
+  if (!IsRegular(part) || IsMain(part)) return {};
   for (fs::path folder = fs::path(part).parent_path();; folder = Above(folder)) {
     std::vector<std::string> scripts = ScriptsIn(folder);
     scripts.erase(std::remove_if(scripts.begin(), scripts.end(),
@@ -97,6 +104,26 @@ std::vector<std::string> FindMainScripts(const std::string& part) {
                   scripts.end());
     if (!scripts.empty() || IsTop(folder)) return scripts;
   }
+}
+
+FolderScripts ScriptsBelow(const std::string& folder) {
+  std::vector<fs::path> paths;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    const fs::path& path = entry->path();
+    const bool is_hidden = path.filename().string().front() == '.';
+    if (is_hidden) entry.disable_recursion_pending();
+    if (!is_hidden && IsScript(path)) paths.push_back(path);
+  }
+  if (error) throw support::SystemFailure("cannot read", folder, error.value());
+  std::sort(paths.begin(), paths.end());
+  FolderScripts scripts;
+  for (const fs::path& path : paths) {
+    const std::string script = (folder == "." ? path.lexically_relative(folder) : path).string();
+    (IsMain(script) ? scripts.mains : scripts.others).push_back(script);
+  }
+  return scripts;
 }
 
 const support::TextFile* FindFile(const SourceSet& sources, const std::string& path) {

@@ -16,6 +16,15 @@ namespace rux::sources {
 // empty for a main script, a file that cannot be read, and one that no main script includes.
 std::vector<std::string> FindMainScripts(const std::string& part);
 
+// The scripts below a folder, whose names end in .rux, each list in the order of the paths; what is
+// in folders whose names begin with a dot is not among them. Throws a Failure when a folder cannot
+// be read.
+struct FolderScripts {
+  std::vector<std::string> mains;
+  std::vector<std::string> others;
+};
+FolderScripts ScriptsBelow(const std::string& folder);
+
 // The file of the set that is at the path, under whatever name; null when there is none.
 const support::TextFile* FindFile(const SourceSet& sources, const std::string& path);
 

@@ -56,6 +56,13 @@ void JsonScope::BeginValue() {
   BreakJsonLine(text_, depth_);
 }
 
+void JsonScope::AddValues(std::string_view written) {
+  if (written.empty()) return;
+  if (!is_empty_) text_ += ',';
+  is_empty_ = false;
+  text_ += written;
+}
+
 void JsonObject::BeginMember(std::string_view key) {
   BeginValue();
   text_ += JsonString(key) + ": ";

@@ -49,6 +49,8 @@ class JsonScope {
   void Nest(Fill fill);
 
   void BeginValue();
+  // Values that were written with all that belongs before them, but for a comma.
+  void AddValues(std::string_view written);
 
   TextStream& text_;
 
@@ -110,6 +112,9 @@ class JsonArray : public JsonScope {
     BeginValue();
     Nest<JsonObject>(fill);
   }
+
+  // What another list of the same depth has written.
+  void AddWritten(std::string_view items) { AddValues(items); }
 };
 
 // Writes the object that fill(JsonObject&) fills, with a line feed.

@@ -13,7 +13,8 @@
 namespace rux::support {
 namespace {
 
-constexpr std::size_t kMostShown = 5;  // names in a message
+constexpr std::size_t kMostShown = 5;   // names in a message
+constexpr std::size_t kMostListed = 6;  // where nothing is near
 
 std::string InCapitals(std::string text) {
   for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
@@ -127,7 +128,7 @@ std::string NearText(const std::string& wanted, const std::vector<std::string>& 
   if (candidates.empty()) return "; there are none";
   const std::vector<std::string> near = Nearest(wanted, candidates, kMostShown);
   if (!near.empty()) return "; did you mean " + Joined(near, " or ") + '?';
-  if (candidates.size() <= kMostShown) return "; there are: " + Joined(candidates, ", ");
+  if (candidates.size() <= kMostListed) return "; there are: " + Joined(candidates, ", ");
   return lister.empty() ? "" : "; " + lister;
 }
 

@@ -10,9 +10,11 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "support/descriptor.h"
+#include "support/failure.h"
 #include "support/file_target.h"
 #include "support/signals.h"
 #include "support/temporary_name.h"
@@ -131,6 +133,13 @@ void PutInPlace(const std::vector<NewFile>& files) {
   // Nothing can fail after the last one, so it needs no way back.
   for (Placement& placement : placements) placement.Place(&placement != &placements.back());
   for (Placement& placement : placements) placement.Settle();
+}
+
+void MakeFolderOf(const std::string& file) {
+  const fs::path folder = fs::path(file).parent_path();
+  std::error_code error;
+  if (!folder.empty()) fs::create_directories(folder, error);
+  if (error) throw SystemFailure("cannot make", folder.string(), error.value());
 }
 
 }  // namespace rux::support

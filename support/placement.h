@@ -27,6 +27,9 @@ struct NewFile {
 // may remain is a name ".rux-..." for a file that was about to be put in place.
 void PutInPlace(const std::vector<NewFile>& files);
 
+// Makes the folder of a file, and those above it, where they are missing. Throws a Failure.
+void MakeFolderOf(const std::string& file);
+
 }  // namespace rux::support
 
 #endif  // SUPPORT_PLACEMENT_H_

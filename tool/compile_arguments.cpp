@@ -12,7 +12,10 @@ namespace rux::tool {
 
 void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
   diagnostics::ReportOptions& reporting = options.reporting;
-  arguments.Add("SCRIPT", &options.scripts, "The scripts to read; - for standard input")
+  arguments
+      .Add("SCRIPT", &options.scripts,
+           "The scripts to read; - for standard input, a folder for the main scripts below it, "
+           "@FILE for those in the lines of a file")
       .File()
       .Required();
   arguments
@@ -55,9 +58,9 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
                 "Show all errors and warnings, also where many have the same id");
   arguments
       .Add("--format", &reporting.format,
-           "human (default), or a machine-readable form on standard output: gcc, json, sarif or "
-           "github")
-      .OneOf("FORMAT", {"human", "gcc", "json", "sarif", "github"});
+           "human (default), or a machine-readable form on standard output: gcc, json, sarif, "
+           "junit or github")
+      .OneOf("FORMAT", {"human", "gcc", "json", "sarif", "junit", "github"});
   arguments
       .Add("--diagnostics-file", &reporting.file,
            "Write the machine-readable form into this file; messages for people still go to "

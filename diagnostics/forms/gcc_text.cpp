@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
@@ -23,16 +24,18 @@ std::string Line(const Location& at, Severity severity, std::string_view text,
 
 }  // namespace
 
+void WriteGccLines(const Diagnostic& diagnostic, support::TextStream& out) {
+  out += Line(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
+  const auto add_note = [&](std::string_view note, const Location& at) {
+    out += Line(at.path.empty() ? diagnostic.at : at, Severity::kNote, note, "");
+  };
+  if (diagnostic.suggestion) add_note(SuggestionText(diagnostic), {});
+  for (const Note& note : diagnostic.notes) add_note(note.text, note.at);
+  for (const Note& include : diagnostic.included_from) add_note(include.text, include.at);
+}
+
 void WriteGccText(const Report& report, support::TextStream& out) {
-  for (const Diagnostic& diagnostic : report.diagnostics) {
-    out += Line(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
-    const auto add_note = [&](std::string_view note, const Location& at) {
-      out += Line(at.path.empty() ? diagnostic.at : at, Severity::kNote, note, "");
-    };
-    if (diagnostic.suggestion) add_note(SuggestionText(diagnostic), {});
-    for (const Note& note : diagnostic.notes) add_note(note.text, note.at);
-    for (const Note& include : diagnostic.included_from) add_note(include.text, include.at);
-  }
+  for (const Diagnostic& diagnostic : report.diagnostics) WriteGccLines(diagnostic, out);
   if (report.not_shown > 0) out += Line({}, Severity::kNote, NotShownText(report.not_shown), "");
 }
 

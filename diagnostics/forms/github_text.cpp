@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"

@@ -1,7 +1,9 @@
 // docs/diagnostics.schema.json
 #include <cstddef>
+#include <string_view>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/json.h"
@@ -10,6 +12,7 @@
 namespace rux::diagnostics {
 namespace {
 
+using support::JsonArray;
 using support::JsonObject;
 
 // Raised when a member goes away or changes its meaning.
@@ -54,19 +57,47 @@ void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
   json.Objects("included_from", diagnostic.included_from, WriteNote);
 }
 
+void WriteVersion(JsonObject& json) {
+  json.Member("schema", kSchema);
+  json.Member("version", RUX_TOOL_VERSION);
+}
+
+void WriteCounts(const Report& report, JsonObject& json) {
+  json.Member("complete", report.is_complete);
+  json.Member("errors", report.errors);
+  json.Member("warnings", report.warnings);
+  json.Member("not_shown", report.not_shown);
+  json.Member("suppressed", report.suppressed);
+}
+
+void WriteScript(const Report& report, JsonObject& json) {
+  json.Member("script", report.script);
+  WriteCounts(report, json);
+  json.Objects("diagnostics", report.diagnostics, WriteDiagnostic);
+}
+
 }  // namespace
 
 void WriteJsonReport(const Report& report, support::TextStream& out) {
   support::WriteJson(out, [&](JsonObject& json) {
-    json.Member("schema", kSchema);
-    json.Member("version", RUX_TOOL_VERSION);
-    json.Member("script", report.script);
-    json.Member("complete", report.is_complete);
-    json.Member("errors", report.errors);
-    json.Member("warnings", report.warnings);
-    json.Member("not_shown", report.not_shown);
-    json.Member("suppressed", report.suppressed);
-    json.Objects("diagnostics", report.diagnostics, WriteDiagnostic);
+    WriteVersion(json);
+    WriteScript(report, json);
+  });
+}
+
+void WriteJsonPiece(const Report& report, support::TextStream& out) {
+  constexpr std::size_t kDepth = 2;
+  JsonArray scripts(out, kDepth);
+  scripts.Object([&](JsonObject& json) { WriteScript(report, json); });
+}
+
+void WriteJsonReports(const Pieces& pieces, support::TextStream& out) {
+  support::WriteJson(out, [&](JsonObject& json) {
+    WriteVersion(json);
+    json.Array("scripts", [&](JsonArray& scripts) {
+      pieces.add_all([&](std::string_view piece) { scripts.AddWritten(piece); });
+    });
+    WriteCounts(pieces.total(), json);
   });
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/json.h"
@@ -129,18 +130,15 @@ void WriteRule(JsonObject& json, const RowsById::value_type& by_id) {
 
 void WriteDriver(const Report& report, JsonObject& json) {
   RowsById rows;
-  for (const Diagnostic& diagnostic : report.diagnostics) {
-    rows.emplace(diagnostic.row->id, diagnostic.row);
+  for (const MessageCount& count : report.by_message) {
+    if (count.kept > 0) rows.emplace(count.row->id, count.row);
   }
   json.Member("name", "rux");
   json.Member("version", RUX_TOOL_VERSION);
   json.Objects("rules", rows, WriteRule);
 }
 
-void WriteRun(const Report& report, JsonObject& json) {
-  json.Object("tool", [&](JsonObject& tool) {
-    tool.Object("driver", [&](JsonObject& driver) { WriteDriver(report, driver); });
-  });
+void WriteInvocation(const Report& report, JsonObject& json) {
   WriteOnly("invocations", json, [&](JsonObject& invocation) {
     invocation.Member("executionSuccessful", report.is_complete);
     if (report.not_shown == 0) return;
@@ -149,20 +147,52 @@ void WriteRun(const Report& report, JsonObject& json) {
       WriteMessage("message", NotShownText(report.not_shown), notification);
     });
   });
-  json.Member("columnKind", "unicodeCodePoints");
-  json.Objects("results", report.diagnostics, WriteResult);
 }
 
-}  // namespace
+void AddResults(const Report& report, JsonArray& results) {
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    results.Object([&](JsonObject& json) { WriteResult(json, diagnostic); });
+  }
+}
 
-void WriteSarifReport(const Report& report, support::TextStream& out) {
+// add_results(JsonArray&) is called before total(), which returns a report.
+template <class Add, class Total>
+void WriteLog(Add add_results, Total total, support::TextStream& out) {
   support::WriteJson(out, [&](JsonObject& json) {
     json.Member("$schema",
                 "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/"
                 "sarif-schema-2.1.0.json");
     json.Member("version", "2.1.0");
-    WriteOnly("runs", json, [&](JsonObject& run) { WriteRun(report, run); });
+    WriteOnly("runs", json, [&](JsonObject& run) {
+      run.Member("columnKind", "unicodeCodePoints");
+      run.Array("results", add_results);
+      const Report& report = total();
+      WriteInvocation(report, run);
+      run.Object("tool", [&](JsonObject& tool) {
+        tool.Object("driver", [&](JsonObject& driver) { WriteDriver(report, driver); });
+      });
+    });
   });
+}
+
+}  // namespace
+
+void WriteSarifReport(const Report& report, support::TextStream& out) {
+  WriteLog([&](JsonArray& results) { AddResults(report, results); },
+           [&]() -> const Report& { return report; }, out);
+}
+
+void WriteSarifPiece(const Report& report, support::TextStream& out) {
+  constexpr std::size_t kDepth = 4;
+  JsonArray results(out, kDepth);
+  AddResults(report, results);
+}
+
+void WriteSarifReports(const Pieces& pieces, support::TextStream& out) {
+  const auto add_results = [&](JsonArray& results) {
+    pieces.add_all([&](std::string_view piece) { results.AddWritten(piece); });
+  };
+  WriteLog(add_results, pieces.total, out);
 }
 
 }  // namespace rux::diagnostics

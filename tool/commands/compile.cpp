@@ -8,10 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/report.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "driver/meta_files.h"
+#include "driver/output_names.h"
 #include "driver/overwriting.h"
+#include "driver/script_list.h"
 #include "sources/source_file.h"
 #include "support/failure.h"
 #include "tool/command.h"
@@ -23,21 +26,26 @@ namespace {
 struct Options {
   driver::CompileOptions run;
   driver::MetaOptions files;
+  std::string folder;  // of these files, with folders below it for those of the scripts; or empty
+
+  std::vector<std::string*> names() { return {&files.meta, &files.debug_meta, &files.depfile}; }
 };
 
 std::string DefaultMeta(const std::string& script) {
   return std::filesystem::path(script).replace_extension(".meta").string();
 }
 
-// The files that a script has written.
-std::vector<driver::NamedFile> WrittenFor(const Options& options) {
+// The files that a script has written. `script`: its path when there are others.
+std::vector<driver::NamedFile> WrittenFor(const Options& options,
+                                          const std::string* script = nullptr) {
   const driver::MetaOptions& files = options.files;
   std::vector<driver::NamedFile> written;
-  if (!files.prints_meta) written.push_back({"meta file", files.meta});
-  if (!files.debug_meta.empty()) written.push_back({"debug meta file", files.debug_meta});
-  if (!files.depfile.empty()) written.push_back({"dependency file", files.depfile});
-  const std::string& diagnostics_file = options.run.reporting.file;
-  if (!diagnostics_file.empty()) written.push_back({"diagnostics file", diagnostics_file});
+  if (!files.prints_meta) written.push_back({"meta file", files.meta, script});
+  if (!files.debug_meta.empty()) written.push_back({"debug meta file", files.debug_meta, script});
+  if (!files.depfile.empty()) written.push_back({"dependency file", files.depfile, script});
+  const diagnostics::ReportOptions& reporting = options.run.reporting;
+  const bool has_diagnostics = !reporting.file.empty() && !reporting.is_piece;
+  if (has_diagnostics) written.push_back({"diagnostics file", reporting.file, script});
   return written;
 }
 
@@ -69,13 +77,26 @@ void UseStandardOutput(Options& options) {
   options.files.meta = "standard output";
 }
 
+// Lets the names begin with the folder that all of them are to be in.
+void UseFolder(Options& all) {
+  if (all.folder.empty()) return;
+  const bool has_name = !all.run.reads_standard_input() || !all.run.stdin_name.empty();
+  if (all.files.meta.empty() && has_name) all.files.meta = "{}.meta";
+  for (std::string* name : all.names()) {
+    if (!name->empty() && *name != kStandardStream) *name = driver::NameBelow(all.folder, *name);
+  }
+}
+
 // The options for one script out of those for all.
-Options OptionsFor(const driver::CompileOptions& run, const driver::MetaOptions& all_files) {
-  Options options{run, all_files};
+Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
+  Options options = all;
+  options.run = run;
   driver::MetaOptions& files = options.files;
   const std::string script = run.script_name();
-  for (std::string* name : {&files.meta, &files.debug_meta, &files.depfile}) {
+  for (std::string* name : options.names()) {
+    const bool makes_folder = driver::HasScriptFolder(*name);
     *name = driver::ExpandFileName(script, *name);
+    if (makes_folder) files.in_new_folders.push_back(*name);
   }
   if (files.debug_meta == kStandardStream || files.depfile == kStandardStream) {
     throw WrongUsage("only the meta file can be written to standard output");
@@ -99,28 +120,33 @@ support::ExitStatus Compile(const Options& options) {
 }
 
 // No script has a file written that is another one's.
-void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs,
-                      const driver::MetaOptions& all_files) {
+void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs, const Options& all) {
   std::deque<Options> each;
   std::deque<std::string> scripts;
   std::vector<driver::NamedFile> kept;
   std::vector<driver::NamedFile> written;
   for (const driver::CompileOptions& run : runs) {
-    const Options& options = each.emplace_back(OptionsFor(run, all_files));
-    for (const driver::NamedFile& file : WrittenFor(options)) written.push_back(file);
-    kept.push_back({"script", scripts.emplace_back(sources::ToOpenablePath(run.script_name()))});
+    const Options& options = each.emplace_back(OptionsFor(run, all));
+    const std::string& script = scripts.emplace_back(sources::ToOpenablePath(run.script_name()));
+    for (const driver::NamedFile& file : WrittenFor(options, &script)) written.push_back(file);
+    kept.push_back({"script", script});
   }
+  const diagnostics::ReportOptions& reporting = runs.front().reporting;
+  const bool has_document = reporting.is_piece && !reporting.file.empty();
+  if (has_document) written.push_back({"diagnostics file", reporting.file});
   driver::RefuseToWriteTwice(kept, written);
 }
 
-support::ExitStatus CompileAll(const Options& all) {
+support::ExitStatus CompileAll(Options all) {
+  driver::ExpandScripts(all.run);
+  UseFolder(all);
   driver::RequireNamePerScript(all.run, "--output", all.files.meta);
   driver::RequireNamePerScript(all.run, "--debug-meta", all.files.debug_meta);
   driver::RequireNamePerScript(all.run, "--depfile", all.files.depfile);
   const std::vector<driver::CompileOptions> runs = driver::OptionsPerScript(all.run);
-  if (runs.size() > 1) KeepScriptsApart(runs, all.files);
+  if (runs.size() > 1) KeepScriptsApart(runs, all);
   return driver::RunAll(
-      runs, [&](const driver::CompileOptions& run) { return Compile(OptionsFor(run, all.files)); });
+      runs, [&](const driver::CompileOptions& run) { return Compile(OptionsFor(run, all)); });
 }
 
 }  // namespace
@@ -138,6 +164,11 @@ Action SetUpCompile(Arguments& arguments) {
            "Also write this debug meta file, for where, dump and decompile")
       .File("METAD");
   arguments
+      .Add("--output-dir", &options->folder,
+           "Write the files below this folder, in folders for those of the scripts below the "
+           "working folder")
+      .File("DIR");
+  arguments
       .Add("--path-prefix-map", &options->run.prefix_map,
            "In the debug meta file, call scripts below OLD by paths below NEW (default: paths "
            "relative to the script's folder)")
@@ -152,9 +183,11 @@ Action SetUpCompile(Arguments& arguments) {
   arguments.Add("--if-changed", &files.if_changed,
                 "Leave files alone that would be replaced by the same");
   arguments.Footer(
-      "In the names of files to write, {} stands for that of the script.\n\n"
+      "In the names of files to write, {} stands for that of the script, and {dir} for its "
+      "folder.\n\n"
       "Examples:\n  rux compile boards/server.rux -o server.meta -g server.metad\n"
-      "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'");
+      "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'\n"
+      "  rux compile --output-dir out boards");
   return [options] { return CompileAll(*options); };
 }
 

@@ -1,0 +1,132 @@
+// The XML that CI servers read as results of tests: tests/tool/schemas/junit.xsd.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/machine_form.h"
+#include "diagnostics/report.h"
+#include "findings/message_row.h"
+#include "support/safe_text.h"
+#include "support/text_stream.h"
+
+namespace rux::diagnostics {
+namespace {
+
+constexpr std::string_view kHead =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"rux\">\n";
+constexpr std::string_view kTail = "</testsuites>\n";
+
+// Of a text that is safe to show: XML cannot have most of what is not.
+std::string Escaped(std::string_view safe_text) {
+  std::string escaped;
+  for (const char c : safe_text) {
+    switch (c) {
+      case '&':
+        escaped += "&amp;";
+        break;
+      case '<':
+        escaped += "&lt;";
+        break;
+      case '>':
+        escaped += "&gt;";
+        break;
+      case '"':
+        escaped += "&quot;";
+        break;
+      default:
+        escaped += c;
+    }
+  }
+  return escaped;
+}
+
+std::string Attribute(std::string_view name, std::string_view text) {
+  return fmt::format(" {}=\"{}\"", name, Escaped(support::SafeText(text)));
+}
+
+// The tests of one script.
+class Suite {
+ public:
+  Suite(const Report& report, support::TextStream& out)
+      : report_(report), out_(out), class_(Attribute("classname", report.script)) {}
+
+  void Write() {
+    const std::size_t failures = CountFailures();
+    const std::size_t errors = report_.is_complete ? 0 : 1;
+    const bool is_clean = failures + errors == 0;
+    out_ += fmt::format("  <testsuite{} tests=\"{}\" failures=\"{}\" errors=\"{}\">\n",
+                        Attribute("name", report_.script), is_clean ? 1 : failures + errors,
+                        failures, errors);
+    if (is_clean) {
+      out_ +=
+          fmt::format("    <testcase{}{}/>\n", class_, Attribute("name", "no errors, no warnings"));
+    }
+    for (const Diagnostic& diagnostic : report_.diagnostics) {
+      if (diagnostic.severity != Severity::kNote) WriteFailed(diagnostic);
+    }
+    if (report_.not_shown > 0) WriteNotShown();
+    if (!report_.is_complete) WriteTrouble();
+    out_ += "  </testsuite>\n";
+  }
+
+ private:
+  std::size_t CountFailures() const {
+    const auto shown = std::count_if(
+        report_.diagnostics.begin(), report_.diagnostics.end(),
+        [](const Diagnostic& diagnostic) { return diagnostic.severity != Severity::kNote; });
+    return static_cast<std::size_t>(shown) + (report_.not_shown > 0 ? 1 : 0);
+  }
+
+  // The name is the whole message: servers take tests with one name for one test.
+  void WriteFailed(const Diagnostic& diagnostic) {
+    std::string lines =
+        support::WrittenText([&](support::TextStream& text) { WriteGccLines(diagnostic, text); });
+    lines.pop_back();
+    const Location& at = diagnostic.at;
+    std::string place;
+    if (!at.path.empty()) place += Attribute("file", at.path);
+    if (at.line() != 0) place += fmt::format(" line=\"{}\"", at.line());
+    out_ += fmt::format("    <testcase{}{}{}>\n      <failure{}{}>{}</failure>\n    </testcase>\n",
+                        class_, Attribute("name", lines.substr(0, lines.find('\n'))), place,
+                        Attribute("type", WordOf(diagnostic.severity)),
+                        Attribute("message", WholeText(diagnostic)), Escaped(lines));
+  }
+
+  void WriteNotShown() {
+    out_ += fmt::format("    <testcase{}{}>\n      <failure{}{}/>\n    </testcase>\n", class_,
+                        Attribute("name", "not shown"), Attribute("type", "not-shown"),
+                        Attribute("message", NotShownText(report_.not_shown)));
+  }
+
+  void WriteTrouble() {
+    out_ += fmt::format("    <testcase{}{}>\n      <error{}{}/>\n    </testcase>\n", class_,
+                        Attribute("name", "processed"), Attribute("type", "trouble"),
+                        Attribute("message", "not processed to the end; see standard error"));
+  }
+
+  const Report& report_;
+  support::TextStream& out_;
+  const std::string class_;
+};
+
+}  // namespace
+
+void WriteJunitPiece(const Report& report, support::TextStream& out) { Suite(report, out).Write(); }
+
+void WriteJunitReport(const Report& report, support::TextStream& out) {
+  out += kHead;
+  WriteJunitPiece(report, out);
+  out += kTail;
+}
+
+void WriteJunitReports(const Pieces& pieces, support::TextStream& out) {
+  out += kHead;
+  WriteInARow(pieces, out);
+  out += kTail;
+}
+
+}  // namespace rux::diagnostics
