@@ -2,6 +2,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
@@ -19,6 +20,7 @@
 #include "driver/outcome.h"
 #include "driver/output_names.h"
 #include "driver/overwriting.h"
+#include "driver/progress.h"
 #include "reader/include_folders.h"
 #include "sources/main_scripts.h"
 #include "sources/source_file.h"
@@ -26,6 +28,7 @@
 #include "support/placement.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "support/text_stream.h"
 #include "support/workers.h"
 
@@ -83,7 +86,9 @@ class SeveralRuns {
         run_(run),
         reporting_(runs.front().reporting),
         form_(reporting_.is_piece ? diagnostics::FindMachineForm(reporting_.format) : nullptr),
-        outcome_(runs.size()) {}
+        outcome_(runs.size()),
+        progress_(runs.size(), support::StatusWidth(), std::chrono::steady_clock::now,
+                  support::PrintError) {}
 
   support::ExitStatus Run() {
     const bool has_file = form_ != nullptr && !reporting_.file.empty();
@@ -128,13 +133,16 @@ class SeveralRuns {
 
   void Report(std::size_t i, const support::JobResult& done, const AddPiece& add) {
     const std::string script = sources::ToOpenablePath(runs_[i].script_name());
+    progress_.Erase();
     outcome_.Add(i, script, done);
     add(form_ == nullptr || outcome_.CountsOf(i).is_written ? done.output : PieceOnTrouble(script));
     support::PrintError(done.errors);
-    if (done.signal == 0) return;
-    support::PrintError(
-        fmt::format("rux: error: {}: the process that read it was ended by signal {} ({})\n",
-                    support::SafeText(script), done.signal, strsignal(done.signal)));
+    if (done.signal != 0) {
+      support::PrintError(
+          fmt::format("rux: error: {}: the process that read it was ended by signal {} ({})\n",
+                      support::SafeText(script), done.signal, strsignal(done.signal)));
+    }
+    progress_.Show(i + 1, script);
   }
 
   // For a process that ended before it had written its own.
@@ -150,6 +158,7 @@ class SeveralRuns {
   const diagnostics::ReportOptions& reporting_;
   const diagnostics::MachineForm* const form_;  // of the document about all; null: none
   Outcome outcome_;
+  Progress progress_;
 };
 
 }  // namespace

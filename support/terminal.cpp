@@ -29,22 +29,29 @@ std::size_t ColumnsOfEnvironment() {
   return error == std::errc() && stop == digits.data() + digits.size() ? columns : 0;
 }
 
-// Zero when standard output is not a terminal, or one of unknown size.
-std::size_t ColumnsOfTerminal() {
+// Zero when the descriptor is not a terminal, or one of unknown size.
+std::size_t ColumnsOfTerminal(int descriptor) {
   struct winsize size = {};
   // <sys/ioctl.h> has the request from a header of the kernel.
-  const int answer = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);  // NOLINT(misc-include-cleaner)
+  const int answer = ioctl(descriptor, TIOCGWINSZ, &size);  // NOLINT(misc-include-cleaner)
   return answer == 0 ? size.ws_col : 0;
+}
+
+std::size_t WidthOn(int descriptor) {
+  constexpr std::size_t kDefault = 80;
+  constexpr std::size_t kLeast = 20;
+  std::size_t columns = ColumnsOfEnvironment();
+  if (columns == 0) columns = ColumnsOfTerminal(descriptor);
+  return columns == 0 ? kDefault : std::max(columns, kLeast);
 }
 
 }  // namespace
 
-std::size_t TextWidth() {
-  constexpr std::size_t kDefault = 80;
-  constexpr std::size_t kLeast = 20;
-  std::size_t columns = ColumnsOfEnvironment();
-  if (columns == 0) columns = ColumnsOfTerminal();
-  return columns == 0 ? kDefault : std::max(columns, kLeast);
+std::size_t TextWidth() { return WidthOn(STDOUT_FILENO); }
+
+std::size_t StatusWidth() {
+  const bool can_erase = isatty(STDERR_FILENO) != 0 && Environment("TERM") != "dumb";
+  return can_erase ? WidthOn(STDERR_FILENO) : 0;
 }
 
 std::size_t OutputWidth() { return isatty(STDOUT_FILENO) != 0 ? TextWidth() : kEndless; }

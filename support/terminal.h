@@ -16,6 +16,10 @@ std::size_t TextWidth();
 // end.
 std::size_t OutputWidth();
 
+// The columns of the terminal that standard error is, for a line that is erased again; zero when it
+// is none, or one that cannot erase.
+std::size_t StatusWidth();
+
 // Whether what goes to the descriptor is in colours, for a value of --color: "auto", "always" or
 // "never".
 bool UsesColour(const std::string& color, int descriptor);
