@@ -5,6 +5,7 @@
 #
 #   ```console                 every line "$ COMMAND" is run; what follows is what it prints
 #   ```console from=FILE       commands that stand in FILE of the tree, which is run elsewhere
+#   ```console needs=PROGRAM   the same, unless the program is not installed
 #   ```rux accepted            a script that rux check says nothing about
 #   ```rux warned, rejected    one that it warns of, or refuses, with these comments:
 #       KEY = 1  # error: TEXT     of the line, without the names in front
@@ -47,6 +48,10 @@ function option(name,    i) {
 }
 
 function run_commands(    n, i, line, lines, command) {
+  if (option("needs") != "" && system("command -v " option("needs") " >/dev/null") != 0) {
+    printf "%s", body
+    return
+  }
   n = split(body, lines, "\n") - 1
   for (i = 1; i <= n; ++i) {
     if (substr(lines[i], 1, 2) != "$ ") continue

@@ -23,6 +23,12 @@ cd "$work"
 ln -s "$source"/* .
 ln -sfn "$build" build
 
+# A page with a CMake project finds the package.
+if grep -q '^```cmake save=' "$source/$page"; then
+  DESTDIR=$work/root cmake --install "$build" --prefix /usr >/dev/null
+  export CMAKE_PREFIX_PATH="$work/root/usr"
+fi
+
 export LC_ALL=C COLUMNS=
 export PATH="$build/bin:$build/docs/tables:$build/tests/docs/bin:$PATH"
 export CPATH="$source/include" LIBRARY_PATH="$build/lib" LD_LIBRARY_PATH="$build/lib"
