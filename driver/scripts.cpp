@@ -128,7 +128,8 @@ class SeveralRuns {
           one.reporting.counts = &outcome_.CountsOf(i);
           return run_(one);
         },
-        [&](std::size_t i, const support::JobResult& done) { Report(i, done, add); });
+        [&](std::size_t i, const support::JobResult& done) { Report(i, done, add); },
+        [&] { progress_.Erase(); });
   }
 
   void Report(std::size_t i, const support::JobResult& done, const AddPiece& add) {

@@ -37,8 +37,14 @@ struct Worker {
 class Workers {
  public:
   Workers(std::size_t count, std::size_t most, const std::function<ExitStatus(std::size_t)>& work,
-          const std::function<void(std::size_t, const JobResult&)>& report)
-      : count_(count), most_(most), work_(work), report_(report), done_(count) {}
+          const std::function<void(std::size_t, const JobResult&)>& report,
+          const std::function<void()>& interrupted)
+      : count_(count),
+        most_(most),
+        work_(work),
+        report_(report),
+        interrupted_(interrupted),
+        done_(count) {}
   ~Workers() { End(SIGTERM); }
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
@@ -49,6 +55,7 @@ class Workers {
       const int signal = signals_.Wait();
       if (signal != SIGCHLD) {
         End(signal);
+        interrupted_();
         signals_.EndWith(signal);
       }
       Collect();
@@ -119,6 +126,7 @@ class Workers {
   const std::size_t most_;
   const std::function<ExitStatus(std::size_t)>& work_;
   const std::function<void(std::size_t, const JobResult&)>& report_;
+  const std::function<void()>& interrupted_;
   const AwaitedSignals signals_;
   std::map<pid_t, std::unique_ptr<Worker>> under_way_;
   std::vector<std::optional<JobResult>> done_;
@@ -130,8 +138,9 @@ class Workers {
 
 void RunJobs(std::size_t count, std::size_t most,
              const std::function<ExitStatus(std::size_t)>& work,
-             const std::function<void(std::size_t, const JobResult&)>& report) {
-  Workers(count, most, work, report).Run();
+             const std::function<void(std::size_t, const JobResult&)>& report,
+             const std::function<void()>& interrupted) {
+  Workers(count, most, work, report, interrupted).Run();
 }
 
 }  // namespace rux::support

@@ -178,8 +178,8 @@ void WriteLog(Add add_results, Total total, support::TextStream& out) {
 }  // namespace
 
 void WriteSarifReport(const Report& report, support::TextStream& out) {
-  WriteLog([&](JsonArray& results) { AddResults(report, results); },
-           [&]() -> const Report& { return report; }, out);
+  const auto total = [one = &report]() -> const Report& { return *one; };
+  WriteLog([&](JsonArray& results) { AddResults(report, results); }, total, out);
 }
 
 void WriteSarifPiece(const Report& report, support::TextStream& out) {

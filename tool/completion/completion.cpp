@@ -38,7 +38,14 @@ bool EndsInName(const TypedLine& line, const std::string& word) {
   return line.begin == word.size() && word.size() > 1 && word[1] != '-';
 }
 
+// What follows the @ of a list is the name of any file.
+bool IsList(const TypedLine& line, const std::string& word) {
+  return line.argument->value_name == "SCRIPT" && !line.argument->is_option() &&
+         word.compare(line.begin, 1, "@") == 0;
+}
+
 Answer Values(const TypedLine& line, const std::string& word) {
+  if (IsList(line, word)) return {{{}, true, {}}, line.begin + 1};
   Answer answer{CandidatesFor(*line.argument, line.given, word.substr(line.begin)), line.begin};
   for (Candidate& candidate : answer.candidates.words) {
     candidate.text.insert(0, word, 0, line.begin);
