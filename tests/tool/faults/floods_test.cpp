@@ -104,7 +104,7 @@ TEST_P(FloodsTest, AreCounted) {
 class FloodFormsTest : public FloodsTest {};
 
 TEST_P(FloodFormsTest, FitIntoMemory) {
-  for (const char* form : {"gcc", "json", "sarif", "github"}) {
+  for (const char* form : {"gcc", "json", "sarif", "junit", "github"}) {
     const Ended ended = Run({"check", "board.rux", "--format", form, "--diagnostics-file", "told"});
     EXPECT_EQ(LastLine(ended), Summary(errors(), warnings())) << form;
     const std::string told = folder_.Read("told");

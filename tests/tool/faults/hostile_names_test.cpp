@@ -139,6 +139,7 @@ std::vector<Arguments> CommandsOn(const std::string& name) {
       {"check", name},
       {"check", "--verbose", name},
       {"check", name, "board.rux"},
+      {"check", "@" + name},
       {"compile", name, "-o", "new.meta", "-g", "new.metad"},
       {"compile", name},
       {"compile", name, "-o", "new.meta", "--depfile", "new.d"},
@@ -161,7 +162,7 @@ std::vector<Arguments> CommandsOn(const std::string& name) {
       {"verify", name},
       {"verify", "--json", name, "board.meta"},
   };
-  for (const char* form : {"gcc", "json", "sarif", "github"}) {
+  for (const char* form : {"gcc", "json", "sarif", "junit", "github"}) {
     commands.push_back({"check", "--format", form, name});
   }
   return commands;
