@@ -40,8 +40,9 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     ruxcomp::findings::Level::kNote,
     "a file is checked as a part of the machine that includes it",
     "The file has no MORVRUX section. rux check takes the main scripts that include it from the "
-    "nearest folder, upwards from its own, that holds one, checks those, and reports what concerns "
-    "the file. With --as-main, it checks the file by itself.",
+    "project file or, when that names none, from the nearest folder, upwards from its own, that "
+    "holds one, checks those, and reports what concerns the file. With --as-main, it checks the "
+    "file by itself.",
     "",
     ""};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart};

@@ -93,7 +93,7 @@ std::string Severities::SetOne(std::string_view setting) {
     return "";
   }
   if (setting == kNone) {
-    all_.is_reported = false;
+    own_.all.is_reported = false;
     return "";
   }
   const Prefix* prefix = std::find_if(
@@ -112,10 +112,10 @@ std::string Severities::SetOne(std::string_view setting) {
 }
 
 Severities::Choice* Severities::FindTarget(std::string_view name) {
-  if (name == kAll) return &all_;
-  if (const Group* group = FindGroup(name)) return &by_group_[group->level];
+  if (name == kAll) return &own_.all;
+  if (const Group* group = FindGroup(name)) return &own_.by_group[group->level];
   const MessageRow* row = registry_.Find(name);
-  return row != nullptr && CanBeSet(*row) ? &by_row_[row] : nullptr;
+  return row != nullptr && CanBeSet(*row) ? &own_.by_row[row] : nullptr;
 }
 
 std::string Severities::UnknownText(std::string_view name) const {
@@ -135,18 +135,24 @@ std::string Severities::UnknownText(std::string_view name) const {
       support::NameText(name));
 }
 
+void Severities::ApplyOwn(const Choices& choices, const MessageRow& row, Choice& choice) {
+  const auto own = choices.by_row.find(&row);
+  if (own != choices.by_row.end()) Apply(own->second, choice);
+}
+
 Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
-  const auto own = by_row_.find(&row);
+  Choice choice;
   if (row.may_be_lowered()) {
-    const bool is_raised = own == by_row_.end() || own->second.is_raised.value_or(true);
-    return {is_raised ? severity : Severity::kWarning};
+    for (const Choices* choices : {&project_, &own_}) ApplyOwn(*choices, row, choice);
+    return {choice.is_raised.value_or(true) ? severity : Severity::kWarning};
   }
   if (severity != Severity::kWarning) return {severity};
-  Choice choice = all_;
-  if (const auto group = by_group_.find(row.level); group != by_group_.end()) {
-    Apply(group->second, choice);
+  for (const Choices* choices : {&project_, &own_}) {
+    Apply(choices->all, choice);
+    const auto group = choices->by_group.find(row.level);
+    if (group != choices->by_group.end()) Apply(group->second, choice);
+    ApplyOwn(*choices, row, choice);
   }
-  if (own != by_row_.end()) Apply(own->second, choice);
   if (!choice.is_reported.value_or(row.level != Level::kStyle)) {
     return {severity, true, choice.is_reported.has_value()};
   }

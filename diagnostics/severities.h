@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/registry.h"
@@ -33,6 +34,8 @@ struct Ruling {
 // setting, warnings of the group style are left out. What is set for an id counts more than what is
 // set for its group, and that more than what is set for all; otherwise the last setting counts.
 // Errors stay errors, except those that may be lowered: "no-error=ID" makes them warnings.
+//
+// Settings come from two sources: those of the command line count more than those of the project.
 class Severities {
  public:
   explicit Severities(const Registry& registry) : registry_(registry) {}
@@ -42,7 +45,10 @@ class Severities {
   // it cannot, or nothing.
   std::string Set(const std::string& settings);
 
-  void RaiseAll() { all_.is_raised = true; }
+  void RaiseAll() { own_.all.is_raised = true; }
+
+  // What was set so far is the project's.
+  void EndProject() { project_ = std::exchange(own_, {}); }
 
   // Of a message that has the severity by itself.
   Ruling RulingOn(const MessageRow& row, Severity severity) const;
@@ -51,6 +57,12 @@ class Severities {
   struct Choice {
     std::optional<bool> is_reported;
     std::optional<bool> is_raised;
+  };
+  // What one source says.
+  struct Choices {
+    Choice all;
+    std::map<Level, Choice> by_group;
+    std::map<const MessageRow*, Choice> by_row;
   };
   struct Prefix {
     std::string_view text;
@@ -62,10 +74,11 @@ class Severities {
   Choice* FindTarget(std::string_view name);
   std::string UnknownText(std::string_view name) const;
 
+  static void ApplyOwn(const Choices& choices, const MessageRow& row, Choice& choice);
+
   const Registry& registry_;
-  Choice all_;
-  std::map<Level, Choice> by_group_;
-  std::map<const MessageRow*, Choice> by_row_;
+  Choices project_;
+  Choices own_;
 };
 
 }  // namespace rux::diagnostics

@@ -9,13 +9,18 @@
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
+#include "diagnostics/severities.h"
+#include "driver/messages.h"
 #include "reader/script.h"
 #include "ruxcomp/language/paths.h"
+#include "settings/project.h"
 #include "sources/source_file.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
@@ -26,6 +31,17 @@ namespace rux::driver {
 std::string CompileOptions::script_name() const {
   if (!reads_standard_input()) return ruxcomp::language::ToLibraryPath(scripts.front());
   return stdin_name.empty() ? "<stdin>" : ruxcomp::language::ToLibraryPath(stdin_name);
+}
+
+std::string CompileOptions::project_file() const { return project == nullptr ? "" : project->path; }
+
+std::vector<std::string> CompileOptions::all_include_folders() const {
+  std::vector<std::string> folders = include_folders;
+  if (project != nullptr) {
+    const std::vector<std::string>& more = project->include_folders;
+    folders.insert(folders.end(), more.begin(), more.end());
+  }
+  return folders;
 }
 
 // Of several that fit, the last one counts. Without one, only the name is left: whatever the script
@@ -59,6 +75,18 @@ void ExpectFolderOf(const std::string& name) {
 }
 
 }  // namespace
+
+void UseProject(CompileOptions& options) {
+  if (options.projects == nullptr) {
+    const auto check = [](const std::string& text) {
+      return diagnostics::Severities(AllMessages()).Set(text);
+    };
+    options.projects = std::make_shared<settings::Projects>(options.project_choice, check);
+  }
+  const bool has_name = !options.reads_standard_input() || !options.stdin_name.empty();
+  const std::string script = has_name ? sources::ToOpenablePath(options.script_name()) : "";
+  options.project = options.projects->For(fs::path(script).parent_path().string());
+}
 
 std::string ReadStandardInput(const std::string& name) {
   std::string text;

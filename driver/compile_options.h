@@ -5,11 +5,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "diagnostics/report.h"
+#include "settings/project.h"
 
 namespace rux::driver {
 
@@ -20,6 +22,10 @@ struct CompileOptions {
   bool reads_standard_input() const { return scripts.front() == kStandardInput; }
   // The path, as the library takes it, of the script or of the file that standard input stands for.
   std::string script_name() const;
+  // Empty without a project.
+  std::string project_file() const;
+  // Those of the command line, then those of the project.
+  std::vector<std::string> all_include_folders() const;
 
   // Whether each file to be written needs a name for each script.
   bool are_several() const { return is_list || scripts.size() > 1; }
@@ -37,10 +43,17 @@ struct CompileOptions {
   // The one file of the script that is reported on, as it can be opened; empty: all.
   std::string part;
   std::string stdin_name;  // what standard input stands for; empty: no file
+  settings::ProjectChoice project_choice;
+  std::shared_ptr<settings::Projects> projects;      // of all scripts of the command
+  std::shared_ptr<const settings::Project> project;  // of the script; null: none
+
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities
   diagnostics::ReportOptions reporting;
 };
+
+// Finds the project of the options' one script. Throws a Failure.
+void UseProject(CompileOptions& options);
 
 // Reads to the end. `name`: the library's path of the file that the text stands for, whose folder
 // is that of its included files. Throws a Failure, also when there is no such folder.

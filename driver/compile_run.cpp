@@ -39,7 +39,8 @@ class CompileRun {
   explicit CompileRun(const CompileOptions& options)
       : options_(options),
         script_(sources::ToOpenablePath(options.script_name())),
-        include_folders_(options.include_folders),
+        folders_(options.all_include_folders()),
+        include_folders_(folders_),
         root_(FolderOf(LibraryName(options)), FolderOf(options.script_name())),
         run_(LibraryName(options), TextOf(options), MostKept(options),
              ruxcomp::findings::RowsOf(rules::kTakenOver)),
@@ -48,6 +49,10 @@ class CompileRun {
                      options.reporting.most_warnings(), options.reporting.verbose) {
     if (options.werror) severities_.RaiseAll();
     for (const std::string& setting : options.warnings) severities_.Set(setting);
+    if (options.project != nullptr) {
+      for (const std::string& setting : options.project->warnings) severities_.Set(setting);
+    }
+    severities_.EndProject();
   }
 
   support::ExitStatus Run(CompileProduct* product) {
@@ -92,10 +97,11 @@ class CompileRun {
 
   void RefuseForPlugin() const {
     if (!result().has_foreign_reader) return;
-    if (!options_.include_folders.empty()) {
-      throw support::Failure(support::ExitStatus::kTrouble,
-                             "cannot use -I: the reader plug-in {} has a search of its own",
-                             run::kPluginPath);
+    if (!folders_.empty()) {
+      throw support::Failure(
+          support::ExitStatus::kTrouble,
+          "cannot use include folders: the reader plug-in {} has a search of its own",
+          run::kPluginPath);
     }
     if (!options_.reads_standard_input()) return;
     throw support::Failure(support::ExitStatus::kTrouble,
@@ -192,3 +198,4 @@ support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* pr
 }
 
 }  // namespace rux::driver
+  const std::vector<std::string> folders_;

@@ -22,6 +22,7 @@
 #include "driver/overwriting.h"
 #include "driver/progress.h"
 #include "reader/include_folders.h"
+#include "settings/project.h"
 #include "sources/main_scripts.h"
 #include "sources/source_file.h"
 #include "support/failure.h"
@@ -171,8 +172,10 @@ std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
   const bool is_human = options.reporting.format == "human";
   std::vector<CompileOptions> runs;
   for (const std::string& script : options.scripts) {
-    CompileOptions& one = runs.emplace_back(options);
+    // The first one brings the projects that all share.
+    CompileOptions& one = runs.emplace_back(runs.empty() ? options : runs.front());
     one.scripts = {script};
+    UseProject(one);
     one.reporting.is_piece = are_several && !is_human && !IsPerScript(file);
     one.reporting.file = ExpandFileName(one.script_name(), file);
     one.reporting.makes_folder = HasScriptFolder(file);
@@ -183,14 +186,30 @@ std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
   return runs;
 }
 
+namespace {
+
+// Those of the project before those of the nearest folder.
+std::vector<std::string> FindMainScripts(const CompileOptions& run, const std::string& part) {
+  if (!sources::IsPart(part)) return {};
+  if (run.project != nullptr) {
+    std::vector<std::string> mains =
+        sources::MainScriptsOf(part, settings::MainScriptsOf(*run.project));
+    if (!mains.empty()) return mains;
+  }
+  return sources::FindMainScripts(part);
+}
+
+}  // namespace
+
 std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& runs) {
   std::vector<CompileOptions> all;
   for (const CompileOptions& run : runs) {
     const std::string part = sources::ToOpenablePath(run.script_name());
     std::vector<std::string> mains;
     if (!run.reads_standard_input()) {
-      const ruxcomp::reader::IncludeFolders folders(run.include_folders);
-      mains = sources::FindMainScripts(part);
+      const std::vector<std::string> names = run.all_include_folders();
+      const ruxcomp::reader::IncludeFolders folders(names);
+      mains = FindMainScripts(run, part);
     }
     if (mains.empty()) all.push_back(run);
     if (mains.size() > 1 && IsDocumentOfOne(run.reporting)) mains.resize(1);
@@ -198,6 +217,7 @@ std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& r
       CompileOptions& one = all.emplace_back(run);
       one.scripts = {main};
       one.part = part;
+      UseProject(one);
     }
   }
   return all;

@@ -15,6 +15,7 @@
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
+#include "support/folders.h"
 #include "support/text_file.h"
 
 namespace rux::sources {
@@ -80,29 +81,23 @@ std::vector<std::string> ScriptsIn(const fs::path& folder) {
   return scripts;
 }
 
-// The folder above, as it can be opened from here; the same one at the top.
-fs::path Above(const fs::path& folder) {
-  if (folder.empty()) return "..";
-  const bool is_upwards = folder.filename() == ".." || folder.filename() == ".";
-  return is_upwards ? folder / ".." : folder.parent_path();
-}
-
-bool IsTop(const fs::path& folder) {
-  std::error_code ignored;
-  const fs::path here = folder.empty() ? "." : folder;
-  return fs::exists(here / ".git", ignored) || fs::equivalent(here, here / "..", ignored);
-}
-
 }  // namespace
 
+bool IsPart(const std::string& path) {
+  return IsRegular(path) && !Mentions(path, kMainSection) && !HasMainSection(LoadFile(path));
+}
+
+std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts) {
+  scripts.erase(std::remove_if(scripts.begin(), scripts.end(),
+                               [&](const std::string& each) { return !IsMainOf(each, part); }),
+                scripts.end());
+  return scripts;
+}
+
 std::vector<std::string> FindMainScripts(const std::string& part) {
-  if (!IsRegular(part) || IsMain(part)) return {};
-  for (fs::path folder = fs::path(part).parent_path();; folder = Above(folder)) {
-    std::vector<std::string> scripts = ScriptsIn(folder);
-    scripts.erase(std::remove_if(scripts.begin(), scripts.end(),
-                                 [&](const std::string& each) { return !IsMainOf(each, part); }),
-                  scripts.end());
-    if (!scripts.empty() || IsTop(folder)) return scripts;
+  for (fs::path folder = fs::path(part).parent_path();; folder = support::FolderAbove(folder)) {
+    std::vector<std::string> scripts = MainScriptsOf(part, ScriptsIn(folder));
+    if (!scripts.empty() || support::IsTopFolder(folder)) return scripts;
   }
 }
 

@@ -10,10 +10,17 @@
 
 namespace rux::sources {
 
-// A main script has a MORVRUX section, of its own or in a file that it includes. For any other
-// file: the main scripts that include it, from the nearest folder, upwards from its own, that holds
-// one. The search ends at the top of a repository. Paths are as they can be opened; the result is
-// empty for a main script, a file that cannot be read, and one that no main script includes.
+// Paths are as they can be opened.
+
+// Whether a file that can be read is not a main script, which has a MORVRUX section, of its own or
+// in a file that it includes.
+bool IsPart(const std::string& path);
+
+// Of these scripts, the main scripts that include the part.
+std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts);
+
+// The main scripts that include the part, from the nearest folder, upwards from its own, that holds
+// one; empty when none does. The search ends at the top of a repository.
 std::vector<std::string> FindMainScripts(const std::string& part);
 
 // The scripts below a folder, whose names end in .rux, each list in the order of the paths; what is

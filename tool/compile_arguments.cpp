@@ -30,6 +30,15 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
         return std::string(folder.empty() ? "the name of the folder is empty" : "");
       });
   arguments
+      .Add("--project", &options.project_choice.path,
+           "Use this project file for all scripts, not the nearest .rux.json of each")
+      .File("FILE")
+      .Check([](const std::string& file) {
+        return std::string(file.empty() ? "the name of the file is empty" : "");
+      });
+  arguments.Add("--no-project", &options.project_choice.has_none, "Use no project file")
+      .Without("--project");
+  arguments
       .Add("--stdin-name", &options.stdin_name,
            "With -: the name of the script, for messages and the folder of its INCLUDEs")
       .File("NAME");

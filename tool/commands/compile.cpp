@@ -108,13 +108,19 @@ Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
   if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
   if (files.meta == kStandardStream) UseStandardOutput(options);
   options.run.stores_paths = !files.debug_meta.empty();
+  files.project_file = run.project_file();
   files.creation_time = driver::SourceDateEpoch();
   return options;
 }
 
 support::ExitStatus Compile(const Options& options) {
   const std::string script = sources::ToOpenablePath(options.run.script_name());
-  KeepApart({"script", script}, WrittenFor(options));
+  const std::vector<driver::NamedFile> written = WrittenFor(options);
+  KeepApart({"script", script}, written);
+  const std::string& project = options.files.project_file;
+  for (const driver::NamedFile& file : written) {
+    if (!project.empty()) driver::RefuseToOverwrite({"project file", project}, file);
+  }
   driver::MetaFiles product(options.files);
   return driver::RunCompile(options.run, &product);
 }

@@ -1,0 +1,18 @@
+// Searches upwards: what concerns a file may be in a folder above its own.
+#ifndef SUPPORT_FOLDERS_H_
+#define SUPPORT_FOLDERS_H_
+
+#include <filesystem>
+
+namespace rux::support {
+
+// The folder above, as it can be opened from here; the same one at the top. An empty path is the
+// working folder.
+std::filesystem::path FolderAbove(const std::filesystem::path& folder);
+
+// Whether a search ends here: at the top of a repository or of the file system.
+bool IsTopFolder(const std::filesystem::path& folder);
+
+}  // namespace rux::support
+
+#endif  // SUPPORT_FOLDERS_H_
