@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "advice/allowances.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
@@ -45,7 +46,8 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     "file by itself.",
     "",
     ""};
-inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart};
+inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart,
+                                                                 &kUnusedAllow};
 
 // Which files of a script are reported on: all, or one.
 class Scope {

@@ -25,7 +25,7 @@ class TypeNotes {
 
  private:
   const sources::SourceSet& sources_;
-  rules::RuleReport unread_{1, false};
+  rules::RuleReport unread_{{1}, false};
   std::optional<rules::DefinedWords> words_;
 };
 

@@ -33,7 +33,7 @@ class Wordings {
   const rules::DefinedWords& words();
 
   const sources::SourceSet& sources_;
-  rules::RuleReport unread_{1, false};  // other rules report words
+  rules::RuleReport unread_{{1}, false};  // other rules report words
   std::optional<rules::DefinedWords> words_;
 };
 

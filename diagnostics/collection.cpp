@@ -17,6 +17,13 @@ std::size_t Collection::CountOf(const MessageRow& row) const {
   return found == counts_by_row_.end() ? 0 : found->second;
 }
 
+bool Collection::IsTaken(const Diagnostic& warning, const Ruling& ruling) {
+  // Also one that a setting drops makes use of the comment.
+  if (allowances_ == nullptr || !allowances_->Takes(warning)) return false;
+  if (!ruling.is_dropped || ruling.is_suppressed) ++suppressed_;
+  return true;
+}
+
 bool Collection::Count(const MessageRow& row, const Ruling& ruling, std::size_t count) {
   if (ruling.is_suppressed) suppressed_ += count;
   if (ruling.is_dropped) return false;

@@ -3,6 +3,7 @@
 #define DIAGNOSTICS_COLLECTION_H_
 
 #include <cstddef>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -12,6 +13,16 @@
 #include "findings/tally.h"
 
 namespace rux::diagnostics {
+
+// Takes warnings out of what is reported.
+class Filter {
+ public:
+  virtual ~Filter() = default;
+
+  // Whether it may take any warning with the message.
+  virtual bool Concerns(const MessageRow& row) const = 0;
+  virtual bool Takes(const Diagnostic& warning) = 0;
+};
 
 // Counts all, but makes and keeps only what is shown: up to a limit of errors and, before the last
 // of them, up to another limit of warnings and of remarks.
@@ -25,13 +36,21 @@ class Collection {
         most_warnings_(most_warnings),
         has_remarks_(has_remarks) {}
 
+  // What the comments of the script allow counts as suppressed.
+  void SetAllowances(Filter* allowances) { allowances_ = allowances; }
+
   // One more with the message and the severity that it has by itself. make() is called when it is
   // shown.
   template <class Make>
   void Add(const MessageRow& row, Severity severity, Make make) {
     const Ruling ruling = severities_.RulingOn(row, severity);
+    std::optional<Diagnostic> made;
+    if (severity == Severity::kWarning && IsFiltered(row)) {
+      made = make();
+      if (IsTaken(*made, ruling)) return;
+    }
     if (!Count(row, ruling, 1)) return;
-    Diagnostic& added = kept_.emplace_back(make());
+    Diagnostic& added = kept_.emplace_back(made ? std::move(*made) : make());
     added.severity = ruling.severity;
   }
 
@@ -54,7 +73,7 @@ class Collection {
   void ForEachCount(Use use) const {
     for (const auto& [row, count] : counts_by_row_) use(*row, count);
   }
-  // Warnings that a setting drops.
+  // Warnings that a setting drops, or a comment of the script.
   std::size_t suppressed() const { return suppressed_; }
   // Errors and warnings that are not kept.
   std::size_t not_shown() const { return not_shown_; }
@@ -63,6 +82,11 @@ class Collection {
 
  private:
   std::size_t CountOf(Severity severity) const { return counts_[static_cast<int>(severity)]; }
+  bool IsFiltered(const MessageRow& row) const {
+    return allowances_ != nullptr && allowances_->Concerns(row);
+  }
+  // Counts a warning that a filter takes.
+  bool IsTaken(const Diagnostic& warning, const Ruling& ruling);
   // Answers whether to show the first one.
   bool Count(const MessageRow& row, const Ruling& ruling, std::size_t count);
 
@@ -70,6 +94,7 @@ class Collection {
   const ruxcomp::findings::Most most_errors_;
   const ruxcomp::findings::Most most_warnings_;
   const bool has_remarks_;
+  Filter* allowances_ = nullptr;
   std::vector<Diagnostic> kept_;
   std::size_t counts_[3] = {};  // by severity
   std::unordered_map<const MessageRow*, std::size_t> counts_by_row_;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "advice/advice.h"
+#include "advice/allowances.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
@@ -27,9 +28,11 @@
 #include "run/readers.h"
 #include "run/run.h"
 #include "ruxcomp/language/paths.h"
+#include "sources/allow_comments.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
+#include "support/text_file.h"
 
 namespace rux::driver {
 namespace {
@@ -43,24 +46,27 @@ class CompileRun {
         include_folders_(folders_),
         root_(FolderOf(LibraryName(options)), FolderOf(options.script_name())),
         run_(LibraryName(options), TextOf(options), MostKept(options),
-             ruxcomp::findings::RowsOf(rules::kTakenOver)),
+             ruxcomp::findings::RowsOf(rules::kTakenOver), sources::kAllowMarker),
         severities_(AllMessages()),
         diagnostics_(severities_, options.reporting.most_errors(),
                      options.reporting.most_warnings(), options.reporting.verbose) {
-    if (options.werror) severities_.RaiseAll();
-    for (const std::string& setting : options.warnings) severities_.Set(setting);
     if (options.project != nullptr) {
       for (const std::string& setting : options.project->warnings) severities_.Set(setting);
     }
     severities_.EndProject();
+    if (options.werror) severities_.RaiseAll();
+    for (const std::string& setting : options.warnings) severities_.Set(setting);
   }
 
   support::ExitStatus Run(CompileProduct* product) {
     run_.ReadAndCheck();
     RefuseForPlugin();
+    allowances_.emplace(result().sources, AllMessages());
+    diagnostics_.SetAllowances(&*allowances_);
     const bool is_script = !advice::AddFilesThatAreNoScripts(result(), script_, diagnostics_);
     if (is_script) AddFindings();
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
+    if (is_script) AddUnusedAllowances();
     if (is_script && result().raised) AddRaised();
     const bool is_part = !options_.part.empty();
     const bool is_done = (result().accepted || is_part) && !Fails();
@@ -124,7 +130,11 @@ class CompileRun {
     if (!options_.part.empty()) scope_ = advice::Scope(result().sources, options_.part);
     advice::AddDiagnosticsOf(result(), script_, scope_, diagnostics_);
     if (result().opened && !result().raised) {
-      AddWarnings(rules::CheckScript(result().sources, MostKept(options_)));
+      AddWarnings(rules::CheckScript(
+          result().sources, {MostKept(options_), [&](const ruxcomp::findings::MessageRow& row,
+                                                     const support::TextFile* file) {
+                               return allowances_->MayTake(row, file);
+                             }}));
     }
     advice::Advise(result(), diagnostics_.kept());
   }
@@ -148,6 +158,14 @@ class CompileRun {
 
   void AddWarnings(rules::Warnings warnings) {
     advice::AddWarnings(result(), script_, std::move(warnings), scope_, diagnostics_);
+  }
+
+  // After an error, not all warnings were looked for.
+  void AddUnusedAllowances() {
+    const bool has_all = result().accepted && !result().raised && result().files.complete;
+    for (const bool is_second : {false, true}) {
+      AddWarnings(allowances_->Unused(has_all, is_second));
+    }
   }
 
   std::vector<std::string> FilesRead() const {
@@ -182,11 +200,13 @@ class CompileRun {
 
   const CompileOptions& options_;
   const std::string script_;  // as it can be opened
+  const std::vector<std::string> folders_;
   const ruxcomp::reader::IncludeFolders include_folders_;
   const ruxcomp::reader::ScriptRoot root_;
   run::Run run_;
   diagnostics::Severities severities_;
   advice::Scope scope_;
+  std::optional<advice::Allowances> allowances_;
   diagnostics::Collection diagnostics_;
   std::optional<support::Failure> failure_;
 };
@@ -198,4 +218,3 @@ support::ExitStatus RunCompile(const CompileOptions& options, CompileProduct* pr
 }
 
 }  // namespace rux::driver
-  const std::vector<std::string> folders_;

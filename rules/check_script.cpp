@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "findings/tally.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/rule_list.h"
@@ -107,9 +107,9 @@ class Walk {
 
 }  // namespace
 
-Warnings CheckScript(const Script& script, ruxcomp::findings::Most most) {
+Warnings CheckScript(const Script& script, Keeping keeping) {
   if (!IsComplete(script)) return {};
-  RuleReport report(most, HasRepeatedIncludes(script));
+  RuleReport report(std::move(keeping), HasRepeatedIncludes(script));
   const DefinedWords words(script, report);
   Walk walk({words, report});
   for (const ScriptSection& section : script.sections()) walk.Show(section);

@@ -5,7 +5,6 @@
 
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
-#include "findings/tally.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 
@@ -19,10 +18,10 @@ inline constexpr const ruxcomp::findings::MessageRow* kTakenOver[] = {
     &ruxcomp::findings::rows::kSmbusBusType,
 };
 
-// The warnings about a script that was read, so many of each rule; without the INCLUDEs that lead
+// The warnings about a script that was read; without the INCLUDEs that lead
 // there. The script may have errors: items that the library refuses are passed over. Empty when the
 // script is not complete.
-Warnings CheckScript(const Script& script, ruxcomp::findings::Most most);
+Warnings CheckScript(const Script& script, Keeping keeping);
 
 }  // namespace rux::rules
 

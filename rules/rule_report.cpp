@@ -70,7 +70,8 @@ Warning RuleReport::Add(RuleId rule, const WarningText& text) {
 diagnostics::Diagnostic* RuleReport::Begin(const ruxcomp::findings::MessageRow& row,
                                            const Bytes& bytes, const WarningText& text) {
   if (drops_repeated_ && IsRepeated(row, bytes, text)) return nullptr;
-  if (!warnings_.tally.Add(row)) return nullptr;
+  const bool may_go = keeping_.may_go && keeping_.may_go(row, bytes.file);
+  if (!may_go && !warnings_.tally.Add(row)) return nullptr;
   diagnostics::Diagnostic& warning = warnings_.kept.emplace_back();
   warning.row = &row;
   warning.severity = row.severity;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -88,12 +89,21 @@ class Warning {
   diagnostics::Diagnostic* const diagnostic_;  // null: it is not kept
 };
 
+// How many warnings are kept of each rule: so many, and all that may not be shown in the end. What
+// is not kept is counted.
+struct Keeping {
+  ruxcomp::findings::Most most = 0;
+  std::function<bool(const ruxcomp::findings::MessageRow&, const ScriptFile*)> may_go = {};
+};
+
 class RuleReport {
  public:
-  // Keeps so many warnings of each rule. A file that is included twice yields its warnings twice:
-  // with `drops_repeated`, one that is the same as another is none.
-  RuleReport(ruxcomp::findings::Most most, bool drops_repeated)
-      : warnings_{{}, ruxcomp::findings::Tally(most)}, drops_repeated_(drops_repeated) {}
+  // A file that is included twice yields its warnings twice: with `drops_repeated`, one that is the
+  // same as another is none.
+  RuleReport(Keeping keeping, bool drops_repeated)
+      : keeping_(std::move(keeping)),
+        warnings_{{}, ruxcomp::findings::Tally(keeping_.most)},
+        drops_repeated_(drops_repeated) {}
 
   // A warning about an item, with the part of its value that is meant; without one, the key is.
   Warning Add(RuleId rule, const ItemRef& item, const WarningText& text,
@@ -122,6 +132,7 @@ class RuleReport {
   using Known = std::tuple<const ruxcomp::findings::MessageRow*, const ScriptFile*, std::uint32_t,
                            std::size_t>;
 
+  const Keeping keeping_;
   Warnings warnings_;
   const bool drops_repeated_;
   std::set<Known> known_;

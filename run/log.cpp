@@ -20,9 +20,9 @@ void Log::Begin(Phase phase) {
   }
 }
 
-bool Log::Wants(const ruxcomp::findings::MessageRow& row, const Origin& origin) {
+bool Log::Wants(const ruxcomp::findings::MessageRow& row, const Origin& origin, bool may_go) {
   if (std::find(left_out_.begin(), left_out_.end(), &row) != left_out_.end()) return false;
-  return !IsRepeated(row, origin) && tally_.Add(row);
+  return !IsRepeated(row, origin) && (may_go || tally_.Add(row));
 }
 
 bool Log::IsBefore(const Known& a, const Known& b) {

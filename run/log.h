@@ -58,7 +58,9 @@ class Log {
 
   // Call it once for each finding, before making it: counts the finding and answers whether to keep
   // it. What the check repeats about a part of the script after the reading counts once.
-  bool Wants(const ruxcomp::findings::MessageRow& row, const ruxcomp::findings::Origin& origin);
+  // With `may_go`, it is kept in any case.
+  bool Wants(const ruxcomp::findings::MessageRow& row, const ruxcomp::findings::Origin& origin,
+             bool may_go = false);
   void Keep(Finding finding) { kept_.push_back(std::move(finding)); }
 
   const ruxcomp::findings::Tally& tally() const { return tally_; }

@@ -1,5 +1,6 @@
 #include "run/run.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <functional>
@@ -44,7 +45,7 @@ const char* const kPluginPath = ruxcomp::core::plugin::kPath;
 void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
   Log& log = ProcessLog();
   Finding kept{&ruxcomp::findings::RowOf(finding.message), finding.origin, finding.other};
-  if (!log.Wants(*kept.row, kept.origin)) return;
+  if (!log.Wants(*kept.row, kept.origin, run_.IsMarked(finding.origin.script))) return;
   if (finding.place) kept.place = Place{std::string(finding.place->file), finding.place->line};
   kept.arguments.reserve(finding.arguments.size());
   for (const ruxcomp::findings::Argument& argument : finding.arguments) {
@@ -54,11 +55,13 @@ void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
 }
 
 Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most,
-         ruxcomp::findings::MessageRows left_out)
+         ruxcomp::findings::MessageRows left_out, std::string_view marker)
     : script_(std::move(script)),
       text_path_(
           text ? ruxcomp::language::WithSlashes(ruxcomp::reader::ScriptRoot::ActualPath(script_))
                : ""),
+      marker_(marker),
+      sink_(*this),
       sink_before_(ruxcomp::findings::SetSink(&sink_)),
       choice_(text.has_value()) {
   ProcessLog().Limit(most, left_out);
@@ -86,14 +89,33 @@ void Run::Write(const std::function<void()>& step) {
 void Run::ReadSources() {
   {
     const ruxcomp::reader::Archive archive;
+    archive_ = &archive;
     Guarded(Phase::kStart, [&] { result_.opened = gccCompStart(script_) != 0; });
     if (result_.opened) Guarded(Phase::kParse, [] { gccParse(); });
     result_.has_foreign_reader = choice_.is_foreign();
+    archive_ = nullptr;
     if (!result_.has_foreign_reader) result_.sources = sources::SourceSet(archive);
   }
   if (result_.has_foreign_reader) result_.sources = sources::Load(script_);
   // The library has not seen what follows an error that it raised.
   result_.files = result_.raised ? sources::Load(script_).files() : result_.sources.files();
+}
+
+// A script is looked through once, when something is found in it.
+bool Run::IsMarked(std::uint32_t script) {
+  const std::size_t known =
+      archive_ != nullptr ? archive_->scripts().size() : result_.sources.openings().size();
+  if (marker_.empty() || script >= known) return false;
+  if (script >= is_marked_.size()) is_marked_.resize(known);
+  if (is_marked_[script]) return *is_marked_[script];
+  const std::string* text = nullptr;
+  if (archive_ == nullptr) {
+    text = &result_.sources.openings()[script].file->text();
+  } else if (const auto& archived = archive_->scripts()[script].script; archived != nullptr) {
+    text = &archived->text();
+  }
+  if (text == nullptr) return false;
+  return *(is_marked_[script] = text->find(marker_) != std::string::npos);
 }
 
 void Run::Guarded(Phase phase, const std::function<void()>& step) {

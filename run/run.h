@@ -2,13 +2,16 @@
 #ifndef RUN_RUN_H_
 #define RUN_RUN_H_
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "findings/finding.h"
 #include "findings/tally.h"
+#include "reader/archive.h"
 #include "run/log.h"
 #include "run/readers.h"
 #include "sources/source_set.h"
@@ -41,8 +44,10 @@ class Run {
   // `script`: the library's path of it. `text`: what to read instead of the file, if anything.
   // `most`: how many findings to keep of each message. `left_out`: messages that somebody else
   // reports.
+  // `marker`: what is found in scripts with that text is all kept; empty: in none.
   explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
-               ruxcomp::findings::Most most = 0, ruxcomp::findings::MessageRows left_out = {});
+               ruxcomp::findings::Most most = 0, ruxcomp::findings::MessageRows left_out = {},
+               std::string_view marker = {});
   ~Run();
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
@@ -59,9 +64,14 @@ class Run {
  private:
   class LogSink : public ruxcomp::findings::Sink {
    public:
+    explicit LogSink(Run& run) : run_(run) {}
     void Take(const ruxcomp::findings::Finding& finding) override;
+
+   private:
+    Run& run_;
   };
 
+  bool IsMarked(std::uint32_t script);
   void Guarded(Phase phase, const std::function<void()>& step);
   void ReadSources();
 
@@ -69,6 +79,9 @@ class Run {
   // The last name that a text in memory is looked for under, so that it replaces the file under
   // any.
   const std::string text_path_;
+  const std::string_view marker_;
+  std::vector<std::optional<bool>> is_marked_;         // of the scripts in which anything was found
+  const ruxcomp::reader::Archive* archive_ = nullptr;  // while the scripts are read
   LogSink sink_;
   ruxcomp::findings::Sink* const sink_before_;
   const ReaderChoice choice_;

@@ -29,16 +29,40 @@ std::string_view SourceFile::Line(std::uint32_t line) const {
   return line == 0 || line > line_count() ? std::string_view() : script_->Line(line);
 }
 
+support::ByteRange SourceFile::JoinedLines(std::uint32_t line) const {
+  const auto goes_on = [&](std::uint32_t above) {
+    const std::string_view text = Line(above);
+    return !text.empty() && text.back() == '\\';
+  };
+  while (line > 1 && goes_on(line - 1)) --line;
+  const ruxcomp::reader::Range range = script_->JoinedLines(line);
+  return {range.begin, range.end};
+}
+
+namespace {
+
+bool IsBefore(std::uint32_t line, const ruxcomp::reader::Section& section) {
+  return line < section.line;
+}
+bool IsBeforeItem(std::uint32_t line, const ruxcomp::reader::Item& item) {
+  return line < item.line;
+}
+
+}  // namespace
+
+const ruxcomp::reader::Section* SourceFile::SectionAt(std::uint32_t line) const {
+  const auto after = std::upper_bound(sections().begin(), sections().end(), line, IsBefore);
+  return after == sections().begin() ? nullptr : &after[-1];
+}
+
 std::optional<SourceSpot> SourceFile::At(std::uint32_t line) const {
-  const auto by_line = [](std::uint32_t wanted, const auto& has) { return wanted < has.line; };
-  const auto section_after = std::upper_bound(sections().begin(), sections().end(), line, by_line);
-  if (section_after == sections().begin()) return std::nullopt;
-  const ruxcomp::reader::Section& section = section_after[-1];
-  if (section.line == line) return SourceSpot{&section, nullptr};
-  const ruxcomp::reader::Item* end = section.items + section.item_count;
-  const ruxcomp::reader::Item* item_after = std::upper_bound(section.items, end, line, by_line);
-  if (item_after == section.items || item_after[-1].line != line) return std::nullopt;
-  return SourceSpot{&section, item_after - 1};
+  const ruxcomp::reader::Section* section = SectionAt(line);
+  if (section == nullptr) return std::nullopt;
+  if (section->line == line) return SourceSpot{section, nullptr};
+  const ruxcomp::reader::Item* end = section->items + section->item_count;
+  const ruxcomp::reader::Item* after = std::upper_bound(section->items, end, line, IsBeforeItem);
+  if (after == section->items || after[-1].line != line) return std::nullopt;
+  return SourceSpot{section, after - 1};
 }
 
 support::ByteRange SourceFile::RangeOf(std::string_view view) const {

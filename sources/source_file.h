@@ -46,8 +46,13 @@ class SourceFile : public support::TextFile {
   // Empty for lines that the file does not have.
   std::string_view Line(std::uint32_t line) const override;
 
+  // The line with those that backslashes join to it: from the first of them to the end of the last.
+  support::ByteRange JoinedLines(std::uint32_t line) const;
+
   // The item or header that begins on the line.
   std::optional<SourceSpot> At(std::uint32_t line) const;
+  // The section that the line is in; null above the first one.
+  const ruxcomp::reader::Section* SectionAt(std::uint32_t line) const;
 
   // Where a name, a header, a key, a value or a part of one is.
   support::ByteRange RangeOf(std::string_view view) const;
