@@ -65,7 +65,8 @@ void Allowances::Add(const sources::SourceFile& file, const sources::AllowCommen
   for (const std::string_view id : comment.ids) {
     const MessageRow* row = registry_.Find(id);
     const bool is_warning = row != nullptr && row->severity == Severity::kWarning;
-    Allowed& added = all_.emplace_back(Allowed{&file, &comment, id, is_warning ? row : nullptr});
+    all_.push_back({&file, &comment, id, is_warning ? row : nullptr});
+    Allowed& added = all_.back();
     if (!is_warning || comment.scope == AllowScope::kNowhere) continue;
     rows_.insert(row);
     Places& places = places_[{&file, row}];

@@ -19,8 +19,12 @@ std::size_t Collection::CountOf(const MessageRow& row) const {
 
 bool Collection::IsTaken(const Diagnostic& warning, const Ruling& ruling) {
   // Also one that a setting drops makes use of the comment.
-  if (allowances_ == nullptr || !allowances_->Takes(warning)) return false;
-  if (!ruling.is_dropped || ruling.is_suppressed) ++suppressed_;
+  if (allowances_ != nullptr && allowances_->Takes(warning)) {
+    if (!ruling.is_dropped || ruling.is_suppressed) ++suppressed_;
+    return true;
+  }
+  if (ruling.is_dropped || baseline_ == nullptr || !baseline_->Takes(warning)) return false;
+  ++in_baseline_;
   return true;
 }
 

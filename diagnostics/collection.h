@@ -39,6 +39,9 @@ class Collection {
   // What the comments of the script allow counts as suppressed.
   void SetAllowances(Filter* allowances) { allowances_ = allowances; }
 
+  // What the baseline takes is not reported.
+  void SetBaseline(Filter* baseline) { baseline_ = baseline; }
+
   // One more with the message and the severity that it has by itself. make() is called when it is
   // shown.
   template <class Make>
@@ -75,6 +78,8 @@ class Collection {
   }
   // Warnings that a setting drops, or a comment of the script.
   std::size_t suppressed() const { return suppressed_; }
+  // Warnings that the baseline takes.
+  std::size_t in_baseline() const { return in_baseline_; }
   // Errors and warnings that are not kept.
   std::size_t not_shown() const { return not_shown_; }
 
@@ -83,7 +88,8 @@ class Collection {
  private:
   std::size_t CountOf(Severity severity) const { return counts_[static_cast<int>(severity)]; }
   bool IsFiltered(const MessageRow& row) const {
-    return allowances_ != nullptr && allowances_->Concerns(row);
+    return (allowances_ != nullptr && allowances_->Concerns(row)) ||
+           (baseline_ != nullptr && baseline_->Concerns(row));
   }
   // Counts a warning that a filter takes.
   bool IsTaken(const Diagnostic& warning, const Ruling& ruling);
@@ -95,11 +101,13 @@ class Collection {
   const ruxcomp::findings::Most most_warnings_;
   const bool has_remarks_;
   Filter* allowances_ = nullptr;
+  Filter* baseline_ = nullptr;
   std::vector<Diagnostic> kept_;
   std::size_t counts_[3] = {};  // by severity
   std::unordered_map<const MessageRow*, std::size_t> counts_by_row_;
   std::size_t not_shown_ = 0;
   std::size_t suppressed_ = 0;
+  std::size_t in_baseline_ = 0;
 };
 
 }  // namespace rux::diagnostics

@@ -259,11 +259,15 @@ std::string MessageTable(const std::vector<MessageCount>& by_message) {
 }
 
 std::string SummaryLine(const Report& report) {
-  const std::string suppressed =
-      report.suppressed == 0 ? "" : fmt::format(" ({} suppressed)", report.suppressed);
+  std::string others;
+  const auto add = [&](std::size_t count, std::string_view what) {
+    if (count > 0) others += fmt::format("{}{} {}", others.empty() ? " (" : ", ", count, what);
+  };
+  add(report.suppressed, "suppressed");
+  add(report.in_baseline, "in the baseline");
+  if (!others.empty()) others += ')';
   return fmt::format("{}: {}, {}{}\n", support::SafePath(report.script),
-                     Counted(report.errors, "error"), Counted(report.warnings, "warning"),
-                     suppressed);
+                     Counted(report.errors, "error"), Counted(report.warnings, "warning"), others);
 }
 
 }  // namespace rux::diagnostics

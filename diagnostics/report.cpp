@@ -78,6 +78,7 @@ Report ReportOf(std::string script, Collection& diagnostics,
   report.warnings = diagnostics.warnings();
   report.not_shown = diagnostics.not_shown();
   report.suppressed = diagnostics.suppressed();
+  report.in_baseline = diagnostics.in_baseline();
   report.diagnostics = std::move(diagnostics.kept());
   Excerpts().AddTo(report.diagnostics);
   SortByPlace(files, report.diagnostics);
@@ -92,6 +93,7 @@ void SetCounts(const Report& report, Counts& counts) {
   counts.warnings = report.warnings;
   counts.not_shown = report.not_shown;
   counts.suppressed = report.suppressed;
+  counts.in_baseline = report.in_baseline;
   counts.is_complete = report.is_complete;
   std::copy(report.by_message.begin(), report.by_message.end(), counts.by_message);
 }

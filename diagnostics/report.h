@@ -28,7 +28,8 @@ struct Report {
   std::size_t errors = 0;               // those that are not shown counted in
   std::size_t warnings = 0;
   std::size_t not_shown = 0;             // errors and warnings
-  std::size_t suppressed = 0;            // warnings that a setting leaves out
+  std::size_t suppressed = 0;            // warnings that a setting or a comment leaves out
+  std::size_t in_baseline = 0;           // warnings that are not new
   std::vector<MessageCount> by_message;  // the most frequent first
   bool is_complete = true;               // false: the run ended in trouble that is not the script's
 };
@@ -64,7 +65,7 @@ std::string MessageTable(const std::vector<MessageCount>& by_message);
 // The most frequent first.
 void SortByCount(std::vector<MessageCount>& by_message);
 
-// "boards/server.rux: 2 errors, 1 warning (9 suppressed)" with a line feed.
+// "boards/server.rux: 2 errors, 1 warning (9 suppressed, 5 in the baseline)" with a line feed.
 std::string SummaryLine(const Report& report);
 
 // The numbers of a report.
@@ -73,6 +74,7 @@ struct Counts {
   std::size_t warnings;
   std::size_t not_shown;
   std::size_t suppressed;
+  std::size_t in_baseline;
   bool is_complete;
   bool is_written;           // the machine form, to its end
   MessageCount* by_message;  // room for all messages; the first one without a row ends it

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "diagnostics/report.h"
+#include "driver/baseline.h"
 #include "settings/project.h"
 
 namespace rux::driver {
@@ -46,6 +47,9 @@ struct CompileOptions {
   settings::ProjectChoice project_choice;
   std::shared_ptr<settings::Projects> projects;      // of all scripts of the command
   std::shared_ptr<const settings::Project> project;  // of the script; null: none
+
+  BaselineFiles baseline_files;
+  std::shared_ptr<Baseline> baseline;  // of all scripts of the command; null: none
 
   bool werror = false;
   std::vector<std::string> warnings;  // each fit for Severities

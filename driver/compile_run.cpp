@@ -13,6 +13,7 @@
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
 #include "diagnostics/severities.h"
+#include "driver/baseline.h"
 #include "driver/compile_options.h"
 #include "driver/messages.h"
 #include "driver/overwriting.h"
@@ -63,6 +64,10 @@ class CompileRun {
     RefuseForPlugin();
     allowances_.emplace(result().sources, AllMessages());
     diagnostics_.SetAllowances(&*allowances_);
+    if (options_.baseline != nullptr) {
+      baseline_.emplace(*options_.baseline, result().sources, script_);
+      diagnostics_.SetBaseline(&*baseline_);
+    }
     const bool is_script = !advice::AddFilesThatAreNoScripts(result(), script_, diagnostics_);
     if (is_script) AddFindings();
     if (result().accepted && !Fails() && product != nullptr) Make(*product);
@@ -96,9 +101,10 @@ class CompileRun {
     return ReadStandardInput(options.script_name());
   }
 
-  // Of a part, what is found first may be in other files.
+  // Of a part, what is found first may be in other files. Of a baseline, the new ones may come
+  // last.
   static ruxcomp::findings::Most MostKept(const CompileOptions& options) {
-    return options.part.empty() ? options.reporting.most() : 0;
+    return options.part.empty() && options.baseline == nullptr ? options.reporting.most() : 0;
   }
 
   void RefuseForPlugin() const {
@@ -161,10 +167,13 @@ class CompileRun {
   }
 
   // After an error, not all warnings were looked for.
+  bool HasAllWarnings() const {
+    return result().accepted && !result().raised && result().files.complete;
+  }
+
   void AddUnusedAllowances() {
-    const bool has_all = result().accepted && !result().raised && result().files.complete;
     for (const bool is_second : {false, true}) {
-      AddWarnings(allowances_->Unused(has_all, is_second));
+      AddWarnings(allowances_->Unused(HasAllWarnings(), is_second));
     }
   }
 
@@ -196,6 +205,10 @@ class CompileRun {
     report.is_complete = result().opened && !failure_ && !RanOutOfMemory();
     if (!reporting.file.empty()) KeepSources(result().files, {"diagnostics file", reporting.file});
     diagnostics::WriteReport(report, result().opened, reporting);
+    if (baseline_) {
+      baseline_->Note(is_part ? std::vector<std::string>{options_.part} : FilesRead(),
+                      report.is_complete && HasAllWarnings());
+    }
   }
 
   const CompileOptions& options_;
@@ -207,6 +220,7 @@ class CompileRun {
   diagnostics::Severities severities_;
   advice::Scope scope_;
   std::optional<advice::Allowances> allowances_;
+  std::optional<BaselineFilter> baseline_;
   diagnostics::Collection diagnostics_;
   std::optional<support::Failure> failure_;
 };

@@ -139,7 +139,7 @@ support::NewFile MetaFiles::Depfile(const sources::SourceFiles& sources) {
   if (!options_.debug_meta.empty()) targets.push_back(options_.debug_meta);
   std::vector<std::string> prerequisites = sources.paths;
   if (options_.reads_standard_input) prerequisites.erase(prerequisites.begin());
-  if (!options_.project_file.empty()) prerequisites.push_back(options_.project_file);
+  prerequisites.insert(prerequisites.end(), options_.settings.begin(), options_.settings.end());
   return {options_.depfile,
           texts_.emplace_back(DepfileText(options_.depfile, targets, prerequisites))};
 }

@@ -32,7 +32,7 @@ struct MetaOptions {
   std::vector<std::string> in_new_folders;     // of these files: their folders are made
   bool if_changed = false;                     // keep files whose bytes would not change
   bool reads_standard_input = false;           // the script is not a file
-  std::string project_file;                    // that the outcome depends on; empty: none
+  std::vector<std::string> settings;           // files that the outcome depends on
 };
 
 // The meta file and, if they are asked for, the debug meta file and the dependency file: all or

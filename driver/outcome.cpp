@@ -55,6 +55,7 @@ diagnostics::Report Outcome::Total() const {
     all.warnings += one.warnings;
     all.not_shown += one.not_shown;
     all.suppressed += one.suppressed;
+    all.in_baseline += one.in_baseline;
     for (const auto* each = one.by_message; each->row != nullptr; ++each) {
       diagnostics::MessageCount& sum = by_row[each->row];
       sum = {each->row, sum.all + each->all, sum.kept + each->kept};

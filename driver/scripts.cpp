@@ -8,6 +8,7 @@
 #include <cstring>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -15,6 +16,7 @@
 
 #include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
+#include "driver/baseline.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "driver/outcome.h"
@@ -60,6 +62,22 @@ bool IsDocumentOfOne(const diagnostics::ReportOptions& reporting) {
   return form != nullptr && (form->is_document() || !reporting.file.empty());
 }
 
+// Whether there are messages for people.
+bool HasSummary(const diagnostics::ReportOptions& reporting) {
+  return reporting.format == "human" || !reporting.file.empty();
+}
+
+// The first run brings the baseline that all share.
+void UseBaseline(CompileOptions& options) {
+  const BaselineFiles& files = options.baseline_files;
+  if (!files.is_used()) return;
+  const std::string project = options.project_file();
+  if (!files.written.empty() && !project.empty()) {
+    RefuseToOverwrite({"project file", project}, {"baseline", files.written});
+  }
+  if (options.baseline == nullptr) options.baseline = std::make_shared<Baseline>(files);
+}
+
 // No diagnostics are written where there is a script, or what belongs to another one.
 void KeepApart(const std::vector<CompileOptions>& runs) {
   std::deque<std::string> scripts;
@@ -101,8 +119,7 @@ class SeveralRuns {
     } else {
       document = support::WrittenText([&](support::TextStream& out) { WriteDocument(out); });
     }
-    if (reporting_.format == "human" || !reporting_.file.empty())
-      support::PrintError(outcome_.Summary(!reporting_.shows_all()));
+    if (HasSummary(reporting_)) support::PrintError(outcome_.Summary(!reporting_.shows_all()));
     // Then the document may be in the place of a script.
     if (has_file && !outcome_.has_wrong_usage()) support::PutInPlace({{reporting_.file, document}});
     return outcome_.worst();
@@ -176,6 +193,7 @@ std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
     CompileOptions& one = runs.emplace_back(runs.empty() ? options : runs.front());
     one.scripts = {script};
     UseProject(one);
+    UseBaseline(one);
     one.reporting.is_piece = are_several && !is_human && !IsPerScript(file);
     one.reporting.file = ExpandFileName(one.script_name(), file);
     one.reporting.makes_folder = HasScriptFolder(file);
@@ -225,8 +243,14 @@ std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& r
 
 support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
                            const std::function<support::ExitStatus(const CompileOptions&)>& run) {
-  const bool is_one = runs.size() == 1 && !runs.front().are_several();
-  return is_one ? run(runs.front()) : SeveralRuns(runs, run).Run();
+  const CompileOptions& first = runs.front();
+  const bool is_one = runs.size() == 1 && !first.are_several();
+  const support::ExitStatus status = is_one ? run(first) : SeveralRuns(runs, run).Run();
+  // What could not be read is not known.
+  if (first.baseline == nullptr || status > support::ExitStatus::kFindings) return status;
+  const std::string line = first.baseline->End();
+  if (HasSummary(first.reporting)) support::PrintError(line);
+  return status;
 }
 
 }  // namespace rux::driver

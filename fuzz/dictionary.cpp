@@ -1,4 +1,5 @@
-// Prints a dictionary for libFuzzer: words of scripts, of meta files or of debug meta files.
+// Prints a dictionary for libFuzzer: words of scripts, of meta files, of debug meta files or of
+// files of settings.
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
@@ -71,6 +72,31 @@ void PrintDebugMetaTokens() {
   for (std::uint32_t i = 0; i < g_dwNTMEntry; ++i) Print(g_NTMapEntry[i].identifier);
 }
 
+void PrintSettingsTokens() {
+  for (const char* token : {"\"warnings\":",
+                            "\"include_folders\":",
+                            "\"main_scripts\":",
+                            "\"$schema\":",
+                            "\"schema\":1",
+                            "\"script\":",
+                            "\"id\":",
+                            "\"section\":",
+                            "\"name\":",
+                            "\"entry\":",
+                            "\"count\":",
+                            "\"loss\"",
+                            "[",
+                            "]",
+                            "{",
+                            "}",
+                            ",",
+                            "null",
+                            "true",
+                            "\\u0000"}) {
+    Print(token);
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -78,4 +104,5 @@ int main(int count, char** arguments) {
   if (of == "script") PrintScriptTokens();
   if (of == "meta") PrintMetaTokens();
   if (of == "debug_meta") PrintDebugMetaTokens();
+  if (of == "settings") PrintSettingsTokens();
 }

@@ -9,9 +9,14 @@
 #include "tool/command.h"
 
 namespace rux::tool {
+namespace {
 
-void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
-  diagnostics::ReportOptions& reporting = options.reporting;
+std::string CheckFileName(const std::string& name) {
+  return name.empty() ? "the name of the file is empty" : "";
+}
+
+// What is read.
+void AddInputOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments
       .Add("SCRIPT", &options.scripts,
            "The scripts to read; - for standard input, a folder for the main scripts below it, "
@@ -33,15 +38,17 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Add("--project", &options.project_choice.path,
            "Use this project file for all scripts, not the nearest .rux.json of each")
       .File("FILE")
-      .Check([](const std::string& file) {
-        return std::string(file.empty() ? "the name of the file is empty" : "");
-      });
+      .Check(CheckFileName);
   arguments.Add("--no-project", &options.project_choice.has_none, "Use no project file")
       .Without("--project");
   arguments
       .Add("--stdin-name", &options.stdin_name,
            "With -: the name of the script, for messages and the folder of its INCLUDEs")
       .File("NAME");
+}
+
+// Which warnings count.
+void AddWarningOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments.Add("--werror", &options.werror,
                 "Treat the reported warnings as errors, like -W error");
   arguments
@@ -55,6 +62,20 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Check([](const std::string& text) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);
       });
+  arguments
+      .Add("--baseline", &options.baseline_files.read,
+           "Leave out the warnings that this file lists: only new ones count")
+      .File("FILE")
+      .Check(CheckFileName);
+  arguments
+      .Add("--write-baseline", &options.baseline_files.written,
+           "List all warnings that are reported in this file, for --baseline")
+      .File("FILE")
+      .Check(CheckFileName);
+}
+
+// What is shown, and how.
+void AddReportOptions(Arguments& arguments, diagnostics::ReportOptions& reporting) {
   arguments
       .Add("--max-errors", CommandArgument::Limit{&reporting.max_errors},
            "Show at most N errors, and as many warnings (default: 1000; 0: all)")
@@ -79,6 +100,14 @@ void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments.Add("--color", &reporting.color, "auto (default: on a terminal), always or never")
       .OneOf("WHEN", {"auto", "always", "never"});
   arguments.Add("--verbose", &reporting.verbose, "Also show the library's informational messages");
+}
+
+}  // namespace
+
+void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
+  AddInputOptions(arguments, options);
+  AddWarningOptions(arguments, options);
+  AddReportOptions(arguments, options.reporting);
 }
 
 }  // namespace rux::tool

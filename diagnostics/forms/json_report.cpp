@@ -68,6 +68,7 @@ void WriteCounts(const Report& report, JsonObject& json) {
   json.Member("warnings", report.warnings);
   json.Member("not_shown", report.not_shown);
   json.Member("suppressed", report.suppressed);
+  json.Member("in_baseline", report.in_baseline);
 }
 
 void WriteScript(const Report& report, JsonObject& json) {

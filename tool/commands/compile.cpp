@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "diagnostics/report.h"
+#include "driver/baseline.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "driver/meta_files.h"
@@ -108,7 +109,9 @@ Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
   if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
   if (files.meta == kStandardStream) UseStandardOutput(options);
   options.run.stores_paths = !files.debug_meta.empty();
-  files.project_file = run.project_file();
+  if (!run.project_file().empty()) files.settings.push_back(run.project_file());
+  const driver::BaselineFiles& baseline = run.baseline_files;
+  if (!baseline.read.empty() && baseline.written.empty()) files.settings.push_back(baseline.read);
   files.creation_time = driver::SourceDateEpoch();
   return options;
 }
@@ -117,9 +120,14 @@ support::ExitStatus Compile(const Options& options) {
   const std::string script = sources::ToOpenablePath(options.run.script_name());
   const std::vector<driver::NamedFile> written = WrittenFor(options);
   KeepApart({"script", script}, written);
-  const std::string& project = options.files.project_file;
-  for (const driver::NamedFile& file : written) {
-    if (!project.empty()) driver::RefuseToOverwrite({"project file", project}, file);
+  const std::string project = options.run.project_file();
+  const driver::BaselineFiles& baseline = options.run.baseline_files;
+  for (const driver::NamedFile& kept : {driver::NamedFile{"project file", project},
+                                        {"baseline", baseline.read},
+                                        {"baseline", baseline.written}}) {
+    for (const driver::NamedFile& file : written) {
+      if (!kept.path.empty()) driver::RefuseToOverwrite(kept, file);
+    }
   }
   driver::MetaFiles product(options.files);
   return driver::RunCompile(options.run, &product);
