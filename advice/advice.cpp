@@ -144,7 +144,7 @@ class RefusedByItem {
 std::string TextOf(const ruxcomp::reader::RefusedScript& refused) {
   const std::string path = sources::ToOpenablePath(refused.path);
   if (refused.reason == ruxcomp::reader::Refusal::kIsOpenAlready) {
-    return path + " is open already: the INCLUDEs form a loop";
+    return path + " is already open: the INCLUDEs form a loop";
   }
   return "cannot read " + path + ": " + sources::ReasonOf(refused);
 }

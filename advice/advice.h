@@ -22,9 +22,9 @@ inline constexpr ruxcomp::findings::MessageRow kUnreadIncludes = {
     "",
     "unread-includes",
     ruxcomp::findings::Level::kNote,
-    "errors may come of files that could not be included",
-    "Some INCLUDEs could not be read, see missing-include. What stands in those files is missing: "
-    "look there first.",
+    "errors may follow from files that could not be included",
+    "Some INCLUDEs could not be read, see missing-include. What those files define is missing: "
+    "correct the INCLUDEs first.",
     R"([INCLUDE]
 FILE = machin.rux
 [GLOBAL]
@@ -39,11 +39,10 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     "",
     "checked-as-part",
     ruxcomp::findings::Level::kNote,
-    "a file is checked as a part of the machine that includes it",
-    "The file has no MORVRUX section. rux check takes the main scripts that include it from the "
-    "project file or, when that names none, from the nearest folder, upwards from its own, that "
-    "holds one, checks those, and reports what concerns the file. With --as-main, it checks the "
-    "file by itself.",
+    "a file is checked as part of the machine that includes it",
+    "The file has no MORVRUX section. rux check finds the main scripts that include it, in the "
+    "project file or, when that names none, in the nearest folder upwards that has one, checks "
+    "those, and reports only what concerns the file. With --as-main, it checks the file by itself.",
     "",
     ""};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart,

@@ -124,7 +124,7 @@ Diagnostic DiagnosticOfRaised(const run::Result& result, const std::string& scri
   const std::string what = spot.item != nullptr ? WhatRaised(places, at) : "";
   if (what.empty()) {
     diagnostic.row = &run::kLibraryError;
-    diagnostic.text = "the library cannot go on: " + result.raised->text;
+    diagnostic.text = "the library cannot continue: " + result.raised->text;
     diagnostic.at.path = script;
     return diagnostic;
   }

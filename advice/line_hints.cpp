@@ -104,11 +104,10 @@ std::string HintOnKey(const sources::SourceFile& file, const ruxcomp::reader::It
   if (HasForeignComment(item.key)) return std::string(kComments);
   if (const std::uint32_t cut = LineCutBefore(file, item); cut != 0) {
     const bool has_backslash = WithoutBlanksAtEnd(file.Line(cut)).back() == '\\';
-    return has_backslash ? fmt::format(
-                               "a blank follows the backslash of line {}, so that it does "
-                               "not join this line",
-                               cut)
-                         : fmt::format("to continue line {} here, end it with a backslash", cut);
+    return has_backslash
+               ? fmt::format(
+                     "a blank follows the backslash of line {}, so it does not join this line", cut)
+               : fmt::format("to continue line {} here, end it with a backslash", cut);
   }
   if (HasEquals(file, item)) return HiddenCharacterHint(item.key);
   const bool has_colon = item.key.find(':') != kNone;

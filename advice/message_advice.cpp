@@ -79,7 +79,7 @@ constexpr MessageAdvice kFacts[] = {
     Other(rows::kRedefinedEntry, kFirstDefined),
     Other(rows::kRedefinedSection, kFirstDefined, Underline::kSectionName),
     Other(rows::kParentDefinedLater,
-          "the parent begins here; its line number must be smaller, also in another file",
+          "the parent begins here; its line number must be smaller, even in another file",
           Underline::kHeader),
     Other(rows::kArgumentCount, "defined here"),
 
@@ -87,11 +87,12 @@ constexpr MessageAdvice kFacts[] = {
     Suggest(rows::kUnknownEntry, Keywords),
     Suggest(rows::kInvalidEntryName, Keywords),
     Hint(Suggest(rows::kUndefinedWord, WordsAndOperands), NamesLongNumber,
-         "a number has ten characters at most"),
+         "a number has at most ten characters"),
     Suggest(RowOf(rules::RuleId::kDefineUnknownWord), DefinedWords),
     Suggest(RowOf(rules::RuleId::kFalseIfdef), DefinedWords),
     Hint(Suggest(rows::kUnknownValueType, DefinedWords), NamesNumber,
-         "a value begins with a defined word for the number of its type, not with the number"),
+         "a value begins with a word that is defined as the number of its type, not with the "
+         "number itself"),
     Suggest(rows::kUnknownOperator, Operators),
     Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
          "only a group can have the root as its parent; a sensor needs a group"),

@@ -178,7 +178,7 @@ std::string Counted(std::size_t count, std::string_view noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
-// Of so many equal messages, all are shown; of more, the first ones.
+// Up to this many equal messages are all shown; of more, only the first ones.
 constexpr std::size_t kFew = 10;
 constexpr std::size_t kFirst = 3;
 

@@ -35,16 +35,15 @@ std::string Registry::UnknownText(const std::string& id) const {
   std::vector<std::string> ids;
   ids.reserve(rows_.size());
   for (const MessageRow* row : rows_) ids.emplace_back(row->id);
-  return "there is no message " + support::NameText(id) +
+  return "no such message: " + support::NameText(id) +
          support::NearText(id, ids, "'rux explain' lists them all");
 }
 
 namespace {
 
-constexpr std::string_view kNoExample =
-    "No pair of scripts, a wrong one and a right one, shows it.";
+constexpr std::string_view kNoExample = "There is no example script for this message.";
 constexpr std::string_view kMachineNote =
-    "machine.rux holds the rest of a machine; 'rux explain all' ends with one.";
+    "machine.rux is the rest of a machine; 'rux explain all' prints one at its end.";
 
 constexpr std::size_t kWidth = 80;
 
@@ -171,9 +170,8 @@ std::string ExplanationMarkdown(const MessageRow& row) {
 
 std::string MessagesMarkdown(const Registry& registry) {
   std::string text =
-      "# Messages\n\nEverything that `rux check` and `rux compile` say of a script, by the id that "
-      "ends "
-      "each message. This page\nis what `rux explain --format markdown` prints.\n";
+      "# Messages\n\nAll messages of `rux check` and `rux compile` about scripts, by the id at the "
+      "end of each message. This\npage is what `rux explain --format markdown` prints.\n";
   for (const MessageRow* row : registry.rows()) text += '\n' + ExplanationMarkdown(*row);
   return text + "\n## machine.rux\n\nThe examples above include this script.\n\n" +
          Indented(kMachineScript);

@@ -23,7 +23,7 @@ struct Group {
 };
 inline constexpr Group kGroups[] = {
     {Level::kLoss, "something is dropped, or compiled differently from what is written"},
-    {Level::kSuspect, "nothing is lost, but it is hardly meant"},
+    {Level::kSuspect, "nothing is lost, but the script probably does not say what was meant"},
     {Level::kStyle, "a matter of opinion or of the firmware; off by default"},
 };
 
@@ -40,7 +40,7 @@ class Registry {
   // All whose id, summary or explanation has that text in it, in any case.
   std::vector<const MessageRow*> About(std::string_view text) const;
 
-  // "there is no message undefind-word; did you mean undefined-word?"
+  // "no such message: undefind-word; did you mean undefined-word?"
   std::string UnknownText(const std::string& id) const;
 
  private:

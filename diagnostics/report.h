@@ -56,7 +56,7 @@ struct HumanStyle {
 };
 void WriteHumanText(const Report& report, HumanStyle style, support::TextStream& out);
 
-// Whether there are so many of them that a table helps.
+// Whether there are enough of them for a table to help.
 bool IsLong(const std::vector<MessageCount>& by_message);
 
 // The messages with how often they occur, a line for each.

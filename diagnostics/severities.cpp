@@ -60,7 +60,7 @@ std::vector<SeveritySetting> SeveritySettings(const Registry& registry) {
   std::vector<SeveritySetting> settings = {
       {std::string(kAll), "all warnings"},
       {std::string(kNone), "no warnings"},
-      {std::string(kError), "what is reported is an error"},
+      {std::string(kError), "every reported warning is an error"},
   };
   const auto add = [&](std::string_view name, std::string_view about) {
     for (const std::string_view prefix : {kReport, kDrop, kRaise, kLower}) {
@@ -104,8 +104,8 @@ std::string Severities::SetOne(std::string_view setting) {
   if (target == nullptr) return UnknownText(name);
   const MessageRow* row = registry_.Find(name);
   if (row != nullptr && row->may_be_lowered() && !prefix->choice.is_reported.value_or(true)) {
-    return fmt::format("{0} is an error: {1}{0} makes it a warning, nothing leaves it out", name,
-                       kLower);
+    return fmt::format("{0} is an error: {1}{0} makes it a warning, but it cannot be suppressed",
+                       name, kLower);
   }
   Apply(prefix->choice, *target);
   return "";
@@ -127,7 +127,7 @@ std::string Severities::UnknownText(std::string_view name) const {
   for (const SeveritySetting& setting : SeveritySettings(registry_)) names.push_back(setting.text);
   const std::vector<std::string> near = support::Nearest(std::string(name), names, 1);
   if (!near.empty()) {
-    return fmt::format("there is no warning or group {}; did you mean {}?", support::NameText(name),
+    return fmt::format("no such warning or group: {}; did you mean {}?", support::NameText(name),
                        near.front());
   }
   return fmt::format(

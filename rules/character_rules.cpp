@@ -27,10 +27,10 @@ struct Hidden {
 };
 
 constexpr std::int32_t kByteOrderMark = 0xFEFF;
-constexpr char kInvisible[] = "cannot be seen";
+constexpr char kInvisible[] = "is invisible";
 constexpr char kLineEnd[] = "looks like the end of the line";
-constexpr char kTurning[] = "turns the direction of what is written";
-constexpr char kBlank[] = "looks like a blank and is part of the text";
+constexpr char kTurning[] = "changes the direction of the text";
+constexpr char kBlank[] = "looks like a blank but is part of the text";
 constexpr Hidden kHidden[] = {
     {0x00A0, 0x00A0, kBlank},
     {0x1680, 0x1680, kBlank},

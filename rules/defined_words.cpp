@@ -130,7 +130,7 @@ void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, cons
   report_
       .Add(RuleId::kRedefinedWord, item,
            [&] {
-             return fmt::format("{} was {} and becomes {}, also for the entries above", item.name(),
+             return fmt::format("{} was {} and becomes {}, even for the entries above", item.name(),
                                 known.value, value);
            })
       .Note("first defined here", known.place);

@@ -75,7 +75,7 @@ class IdRule : public Rule {
         .Add(
             RuleId::kDuplicateId, given.item,
             [&] {
-              return fmt::format("another {} has the ID 0x{:X}, too",
+              return fmt::format("another {} also has the ID 0x{:X}",
                                  language::KindOf(given.kind).keyword, given.number);
             },
             given.text)

@@ -88,7 +88,7 @@ class JoinedLines {
     is_comment_ = HasComment(line);
     if (is_comment_ && !IsBlankLine(next) && !IsComment(next)) {
       report_.Add(RuleId::kJoinedComment, PlaceOf(line),
-                  "the comment ends in a backslash: the next line belongs to it");
+                  "the comment ends with a backslash: the next line is part of it");
     } else if (has_value_ && !is_comment_ && !is_quoted_ && LooksLikeItem(next)) {
       report_.Add(RuleId::kJoinedItem, PlaceOf(next),
                   "a backslash joins this line to the line above: it is not an item of its own");

@@ -66,7 +66,7 @@ class SharedNameRule : public Rule {
     report_
         .Add(RuleId::kSharedName, item,
              [&] {
-               return fmt::format("{} and {} have one name for hosts, {}", known.item.name(),
+               return fmt::format("{} and {} have the same name for hosts: {}", known.item.name(),
                                   item.name(), name);
              })
         .Note("the other one", known.item.place());
@@ -121,14 +121,14 @@ class MisspelledValueRule : public Rule {
 
 void CheckQuotedKey(const ScriptItem& item, const RuleContext& context) {
   if (item.name().front() != '"') return;
-  context.report.Add(RuleId::kQuotedKey, item, "the quotes belong to the name");
+  context.report.Add(RuleId::kQuotedKey, item, "the quotes are part of the name");
 }
 
 void CheckPropertyPrefix(const ScriptItem& item, const RuleContext& context) {
   const std::string_view name = item.name();
   if (!HasPrefix(name, kPropertyPrefix)) return;
   context.report.Add(RuleId::kPropertyPrefix, item, [&] {
-    return fmt::format("the name is {} here, and not {} as in other sections", name,
+    return fmt::format("the name is {} here, not {} as in other sections", name,
                        name.substr(kPropertyPrefix.size()));
   });
 }
@@ -146,7 +146,7 @@ void CheckNamelessEntry(const ScriptItem& item, const RuleContext& context) {
 void CheckBareValueName(const ScriptItem& item, const RuleContext& context) {
   if (item.name() != kValuePrefix) return;
   context.report.Add(RuleId::kBareValueName, item,
-                     "without a name behind it, this is compiled as one more VALUE");
+                     "without a name after it, this is compiled as another VALUE");
 }
 
 std::unique_ptr<Rule> MakeSharedNameRule(const RuleContext& context) {

@@ -1,4 +1,4 @@
-// Numbers that are read otherwise than they look.
+// Numbers that are not read as they look.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -36,7 +36,7 @@ struct Flaw {
 // What is missing without the number.
 std::string DependentOf(const ScriptItem& item) {
   if (item.entry == language::ENTRY_DEFINED_WORD) {
-    return fmt::format("what uses {}", item.name());
+    return fmt::format("whatever uses {}", item.name());
   }
   const bool is_part = language::PayloadOf(item.entry) == language::PAYLOAD_VALUE ||
                        language::PayloadOf(item.entry) == language::PAYLOAD_REPEATER ||

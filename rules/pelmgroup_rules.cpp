@@ -125,7 +125,7 @@ class PelmgroupTreeRule : public Rule {
     Given parent;
   };
 
-  // A group with the ID 0, and another one that seems to hang below it.
+  // A group with the ID 0, and another one that seems to be below it.
   void CheckRoots() {
     const auto has_none_above = [](const Group& group) { return group.parent.number == 0U; };
     const auto first = std::find_if(groups_.begin(), groups_.end(), has_none_above);
@@ -136,9 +136,9 @@ class PelmgroupTreeRule : public Rule {
       if (group.id.number != 0U || below == groups_.end()) continue;
       context_.report
           .Add(RuleId::kRootPelmgroup, *group.id.item,
-               "a PID of 0 means that there is none above: no group hangs below this one",
+               "a PID of 0 means that there is no parent: no group is below this one",
                group.id.item->item->value)
-          .Note("has none above", below->parent.item->place());
+          .Note("has no parent", below->parent.item->place());
     }
   }
 

@@ -125,7 +125,7 @@ class SensorListRule : public Rule {
       if (above && below && tree.IsAbove(*above, *below)) continue;
       const bool is_later = lists[i].list > lists[i - 1].list;
       ReportAgain(RuleId::kSharedSensor, lists[is_later ? i : i - 1], lists[is_later ? i - 1 : i],
-                  "in the list of another group, too");
+                  "also in the list of another group");
     }
   }
 

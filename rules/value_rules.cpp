@@ -1,4 +1,4 @@
-// Entries that are compiled otherwise than they look.
+// Entries that are not compiled as they look.
 #include <fmt/format.h>
 
 #include <cstddef>
@@ -40,7 +40,7 @@ void CheckTypeTooLarge(const ScriptItem& item, const RuleContext& context) {
   if (item.type <= language::kOrdinalMask) return;
   context.report.Add(
       RuleId::kTypeTooLarge, item,
-      [&] { return fmt::format("the type {} does not fit into what is compiled", item.type); },
+      [&] { return fmt::format("the type {} does not fit into 24 bits", item.type); },
       item.first());
 }
 
@@ -101,8 +101,8 @@ class DroppedOperandsRule : public Rule {
   };
 
   static std::string TextOf(const First& first) {
-    std::string text =
-        fmt::format("values of type {} have no operands: all but the type is dropped", first.type);
+    std::string text = fmt::format(
+        "values of type {} have no operands: everything after the type is dropped", first.type);
     const std::size_t others = first.values - 1;
     if (others > 0) {
       text += fmt::format(", here and in {} other value{}", others, others == 1 ? "" : "s");
@@ -135,7 +135,7 @@ void CheckHiddenOperand(const ScriptItem& item, std::string_view text, const Rul
   context.report.Add(
       RuleId::kHiddenOperand, item,
       [&] {
-        return fmt::format("{} is a defined word, too: its number {} is compiled", text, *word);
+        return fmt::format("{} is also a defined word: its number {} is compiled", text, *word);
       },
       text);
 }
@@ -150,7 +150,7 @@ void CheckRepeaterArgument(const ScriptItem& item, std::string_view text, std::u
       RuleId::kRepeaterArgument, item,
       [&] {
         return number.is_number ? fmt::format("{} names an argument that no caller passes", text)
-                                : fmt::format("{} names no argument and becomes 0xFFFFFFFF", text);
+                                : fmt::format("{} is not an argument and becomes 0xFFFFFFFF", text);
       },
       text);
 }

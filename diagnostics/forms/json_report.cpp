@@ -15,7 +15,7 @@ namespace {
 using support::JsonArray;
 using support::JsonObject;
 
-// Raised when a member goes away or changes its meaning.
+// Raised when a member is removed or changes its meaning.
 constexpr std::size_t kSchema = 1;
 
 // Longer ones are nothing to show, and may be as long as a script.
