@@ -52,7 +52,7 @@ support::Failure WrongForm(const std::string& path, Form form) {
 }  // namespace
 
 support::Failure TooLarge(const char* what, const std::string& path) {
-  return support::Failure(support::ExitStatus::kTrouble, "{} {}: it has more than {} MiB", what,
+  return support::Failure(support::ExitStatus::kTrouble, "{} {}: it is larger than {} MiB", what,
                           path, kLargestFile >> 20);
 }
 

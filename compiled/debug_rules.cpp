@@ -72,18 +72,18 @@ void DebugRules::OnSectionBegin(Cursor& cursor, const DebugSectionView& section)
   begins_with_include_ |= sections_++ == 0 && is_include;
   has_other_kinds_ |= !is_include;
   if (section.ordinal > 0 && kind_->uniqueness == language::Uniqueness::kSingle) {
-    ReportObject(cursor, "identifier", section.offset, "there is a {} section before it",
+    ReportObject(cursor, "identifier", section.offset, "there is an earlier {} section",
                  kind_->keyword);
   }
   if (section.notation != kind_->notation) {
-    ReportObject(cursor, "notation", section.notation_offset(), "it is {}, right is {}",
+    ReportObject(cursor, "notation", section.notation_offset(), "expected {1}, found {0}",
                  section.notation, kind_->notation);
   }
   if (section.name != kind_->keyword) {
-    ReportObject(cursor, "name", section.name_offset(), "right is {}", kind_->keyword);
+    ReportObject(cursor, "name", section.name_offset(), "expected {}", kind_->keyword);
   }
   if (section.entry_count < kind_->templates.size()) {
-    cursor.Report("entry count", section.entry_count_offset, "it is {}, needed are {}",
+    cursor.Report("entry count", section.entry_count_offset, "expected at least {1}, found {0}",
                   section.entry_count, kind_->templates.size());
   }
   if (kind_->uniqueness != language::Uniqueness::kKeys) entry_names_.Clear();
@@ -93,7 +93,7 @@ void DebugRules::OnEntry(Cursor& cursor, DebugEntryView& entry) {
   const std::optional<language::Notation> notation = NotationOf(cursor, entry);
   if (!notation) return;
   if (entry.notation != *notation) {
-    ReportObject(cursor, "notation", entry.notation_offset(), "it is {}, right is {}",
+    ReportObject(cursor, "notation", entry.notation_offset(), "expected {1}, found {0}",
                  entry.notation, *notation);
   }
   if (entry.is_given()) {
@@ -111,14 +111,14 @@ std::optional<language::Notation> DebugRules::NotationOf(Cursor& cursor,
   if (entry.ordinal < kind_->templates.size()) {
     const language::EntryTemplate& row = kind_->templates[entry.ordinal];
     if (entry.identifier == row.identifier) return row.notation;
-    ReportObject(cursor, "identifier", entry.offset, "it is 0x{:08X}, right is 0x{:08X} ({})",
+    ReportObject(cursor, "identifier", entry.offset, "expected 0x{1:08X} ({2}), found 0x{0:08X}",
                  entry.identifier, row.identifier, KeywordOf(row.identifier));
     return std::nullopt;
   }
   for (const language::FreeEntryRule& row : kind_->free_entries) {
     if (entry.identifier == row.identifier) return row.notation;
   }
-  ReportObject(cursor, "identifier", entry.offset, "no 0x{:08X} can stand here in a {} section",
+  ReportObject(cursor, "identifier", entry.offset, "a {1} section cannot have 0x{0:08X} here",
                entry.identifier, kind_->keyword);
   return std::nullopt;
 }
@@ -128,15 +128,15 @@ void DebugRules::CheckNotGiven(Cursor& cursor, const DebugEntryView& entry, bool
     ReportPayload(cursor, "payload type", entry.payload_extent.offset, "the entry must be given");
   }
   if (!entry.name.empty()) {
-    ReportObject(cursor, "name", entry.name_offset(), "an entry that is not given has none");
+    ReportObject(cursor, "name", entry.name_offset(), "an entry that is not given has no name");
   }
   if (entry.line != 0) {
-    ReportObject(cursor, "line", entry.line_offset(), "it is {} of an entry that is not given",
-                 entry.line);
+    ReportObject(cursor, "line", entry.line_offset(),
+                 "expected 0 for an entry that is not given, found {}", entry.line);
   }
   if (entry.file_index != 0) {
     ReportObject(cursor, "file index", entry.file_index_offset(),
-                 "it is {} of an entry that is not given", entry.file_index);
+                 "expected 0 for an entry that is not given, found {}", entry.file_index);
   }
 }
 
@@ -145,7 +145,7 @@ void DebugRules::CheckGiven(Cursor& cursor, const DebugEntryView& entry, bool is
   if (entry.identifier == language::ENTRY_NAME &&
       !section_names_.Insert(entry.fields[0].texts.front())) {
     ReportPayload(cursor, "Text", entry.fields[0].extent.offset,
-                  "a section of this kind before it has the name");
+                  "an earlier section of this kind has the same name");
   }
   if (entry.identifier == language::ENTRY_DEFINED_WORD) CheckDefinition(cursor, entry);
   if (language::PayloadOf(entry.identifier) == language::PAYLOAD_VALUE) CheckValue(cursor, entry);
@@ -157,13 +157,13 @@ void DebugRules::CheckName(Cursor& cursor, const DebugEntryView& entry, bool is_
   const bool fits =
       is_free ? entry.name.substr(0, keyword.size()) == keyword : entry.name == keyword;
   if (!fits) {
-    ReportObject(cursor, "name", entry.name_offset(), "right is {}{}", keyword,
+    ReportObject(cursor, "name", entry.name_offset(), "expected {}{}", keyword,
                  is_free ? "..." : "");
   } else if (MustNotBeginWithDigit(entry.identifier) && BeginsWithDigit(entry.name)) {
     ReportObject(cursor, "name", entry.name_offset(), "a name must not begin with a digit");
   } else if (kind_->uniqueness != language::Uniqueness::kNothing &&
              !entry_names_.Insert(entry.name)) {
-    ReportObject(cursor, "name", entry.name_offset(), "an entry before it has the same name");
+    ReportObject(cursor, "name", entry.name_offset(), "an earlier entry has the same name");
   }
 }
 
@@ -171,7 +171,7 @@ void DebugRules::CheckDefinition(Cursor& cursor, const DebugEntryView& entry) {
   if (Word* word = FindWord(entry.name)) {
     word->is_defined = true;
   } else {
-    ReportObject(cursor, "name", entry.name_offset(), "there is no such defined word");
+    ReportObject(cursor, "name", entry.name_offset(), "no such defined word");
   }
 }
 
@@ -180,10 +180,10 @@ void DebugRules::CheckValue(Cursor& cursor, const DebugEntryView& entry) {
   const DebugFieldView& name = entry.fields[0];
   const Word* type = FindWord(name.texts.front());
   if (type == nullptr) {
-    ReportValue(cursor, "Type", name.extent.offset, "there is no such defined word");
+    ReportValue(cursor, "Type", name.extent.offset, "no such defined word");
   } else if (type->value != entry.value_type) {
     ReportValue(cursor, "type code", entry.value_type_offset,
-                "it is {}, the type's name stands for {}", entry.value_type, type->value);
+                "it is {}, but the type's name stands for {}", entry.value_type, type->value);
   }
   if (entry.value_type == language::kComparison.code) return CheckCalculation(cursor, entry);
   const language::ValueType& value = language::FindValueType(entry.value_type);
@@ -191,10 +191,10 @@ void DebugRules::CheckValue(Cursor& cursor, const DebugEntryView& entry) {
   const DebugFieldView& list = entry.fields[entry.field_count - 1];
   const std::size_t parts = 1 + value.TextCount() + list.texts.size();
   if (parts < value.least) {
-    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, needed are {}",
+    ReportValue(cursor, list.name, list.extent.offset, "expected at least {1}, found {0}",
                 list.texts.size(), value.least - 1 - value.TextCount());
   } else if (parts > value.MostKept()) {
-    ReportValue(cursor, list.name, list.extent.offset, "elements: {}, the most are {}",
+    ReportValue(cursor, list.name, list.extent.offset, "expected at most {1}, found {0}",
                 list.texts.size(), value.MostKept() - 1 - value.TextCount());
   }
 }
@@ -204,7 +204,7 @@ void DebugRules::CheckCalculation(Cursor& cursor, const DebugEntryView& entry) {
   const std::uint32_t code = language::OperatorCode(parts[0].texts.front());
   const bool compares = language::IsComparison(code);
   if (code == 0) {
-    ReportValue(cursor, parts[0].name, parts[0].extent.offset, "there is no such operator");
+    ReportValue(cursor, parts[0].name, parts[0].extent.offset, "no such operator");
     return;
   }
   // Only a comparison has as many as the record; the others are empty.

@@ -115,7 +115,7 @@ TEST_F(OpenTest, EachWayGivesTheSameReason) {
   bytes[256] = 2;  // so many sections
   Write("damaged.meta", bytes);
   const std::string reason =
-      "offset 0x1D5CC, sections, section 1, identifier: no kind has 0x00000000";
+      "offset 0x1D5CC, sections, section 1, identifier: no such kind: 0x00000000";
   Fault fault;
   EXPECT_FALSE(Model::Open(Path("damaged.meta"), &fault));
   EXPECT_EQ(FaultText(fault), reason);

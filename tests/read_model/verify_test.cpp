@@ -96,9 +96,9 @@ TEST_F(VerifyTest, TheFirstFaultInTheFileIsTheOneThatIsReported) {
   EXPECT_EQ(fault->offset, 16u);
   EXPECT_EQ(fault->record, "header");
   EXPECT_EQ(fault->field, "version");
-  EXPECT_EQ(fault->reason, "it is 0x01000002, readable is 0x01000000");
+  EXPECT_EQ(fault->reason, "expected 0x01000000, found 0x01000002");
   EXPECT_EQ(FaultText(*fault),
-            "offset 0x10, header, version: it is 0x01000002, readable is 0x01000000");
+            "offset 0x10, header, version: expected 0x01000000, found 0x01000002");
 }
 
 TEST_F(VerifyTest, ReasonsAreGivenForEveryFileThatIsNotLoaded) {
@@ -109,7 +109,7 @@ TEST_F(VerifyTest, ReasonsAreGivenForEveryFileThatIsNotLoaded) {
   EXPECT_EQ(ReasonAgainst(Path("empty.meta")),
             "offset 0x0, header, magic: bytes needed: 15, left: 0");
   Write("debug.metad", DebugMetaSample());
-  EXPECT_EQ(ReasonAgainst(Path("debug.metad")), "offset 0x0, header, magic: this is no meta file");
+  EXPECT_EQ(ReasonAgainst(Path("debug.metad")), "offset 0x0, header, magic: this is not a meta file");
   EXPECT_FALSE(Model::LoadVerified(Path("none.meta"))) << "the reason need not be asked for";
 }
 
@@ -127,7 +127,7 @@ TEST_F(VerifyTest, WhatIsNoRegularFileIsNotOpened) {
 TEST_F(VerifyTest, FilesThatAreTooLargeAreNotRead) {
   Write("large.meta", sample_);
   ASSERT_EQ(truncate(Path("large.meta").c_str(), (256 << 20) + 1), 0);
-  EXPECT_EQ(ReasonAgainst(Path("large.meta")), "offset 0x0, file, path: it has more than 256 MiB");
+  EXPECT_EQ(ReasonAgainst(Path("large.meta")), "offset 0x0, file, path: it is larger than 256 MiB");
 }
 
 TEST_F(VerifyTest, TheReasonOfASoundFileIsLeftAlone) {

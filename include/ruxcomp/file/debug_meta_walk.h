@@ -74,7 +74,7 @@ class DebugMetaWalk {
     word.extent = record.extent();
     if (ordinal > 0 && word.name <= last_word_) {
       cursor_.Report("name", word.extent.offset,
-                     "it does not come after the name of the word before it");
+                     "it must sort after the name of the word before it");
     }
     last_word_ = word.name;
     visitor_.OnWord(cursor_, word);
@@ -85,7 +85,7 @@ class DebugMetaWalk {
     const std::uint32_t count = ReadCount("kinds", kLeastKind);
     if (count > language::kSectionKindCount) {
       const Record record(cursor_, "kinds");
-      cursor_.Fail("count", begin, "it is {}, there are {} kinds", count,
+      cursor_.Fail("count", begin, "it is {}, but there are {} kinds", count,
                    language::kSectionKindCount);
     }
     if (cursor_.ok()) visitor_.OnKindCount({begin, cursor_.offset() - begin});
@@ -157,7 +157,7 @@ class DebugMetaWalk {
     object.offset = cursor_.offset();
     object.identifier = cursor_.Word("identifier");
     if (!is_known(object.identifier)) {
-      return cursor_.Fail("identifier", object.offset, "there is no identifier 0x{:08X}",
+      return cursor_.Fail("identifier", object.offset, "no such identifier: 0x{:08X}",
                           object.identifier);
     }
     object.notation = cursor_.Word("notation");

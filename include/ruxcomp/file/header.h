@@ -67,12 +67,12 @@ inline FileHeader ReadFileHeader(Cursor& cursor, Form form, bool keeps_pieces) {
   const Record record(cursor, "header", Record::kNoOrdinal,
                       keeps_pieces ? &header.pieces : nullptr);
   if (cursor.Bytes("magic", MagicOf(form).size()) != MagicOf(form)) {
-    cursor.Fail("magic", 0, "this is no {}", FormName(form));
+    cursor.Fail("magic", 0, "this is not a {}", FormName(form));
   }
   if (cursor.ok()) cursor.Zeros("gap", kVersionOffset - cursor.offset());
   header.version = cursor.Word("version");
   if (header.version != kVersion) {
-    cursor.Fail("version", kVersionOffset, "it is 0x{:08X}, readable is 0x{:08X}", header.version,
+    cursor.Fail("version", kVersionOffset, "expected 0x{1:08X}, found 0x{0:08X}", header.version,
                 kVersion);
   }
   header.creation_time = cursor.Word("creation time");

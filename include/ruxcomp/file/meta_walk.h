@@ -90,7 +90,7 @@ class MetaWalk {
     const std::uint32_t wanted = language::kBlocks[table.ordinal].base;
     table.base = cursor_.Word("class");
     if (table.base != wanted) {
-      cursor_.Fail("class", at, "it is 0x{:08X}, needed is 0x{:08X}", table.base, wanted);
+      cursor_.Fail("class", at, "expected 0x{1:08X}, found 0x{0:08X}", table.base, wanted);
     }
     table.length_offset = cursor_.offset();
     table.length = cursor_.Word("length");
@@ -139,7 +139,7 @@ class MetaWalk {
   void ReadTexts(MetaTableView& table) {
     const std::string_view block = bytes_.substr(cursor_.offset(), cursor_.left());
     const std::optional<std::size_t> size = SizeOfTexts(block, table.length);
-    if (!size) return cursor_.Fail("texts", cursor_.offset(), "they are not ended by padding");
+    if (!size) return cursor_.Fail("texts", cursor_.offset(), "no padding follows them");
     table.block = block.substr(0, *size);
     std::size_t empty_texts = 0;
     for (std::size_t begin = 0; begin < *size;) {
@@ -178,7 +178,8 @@ class MetaWalk {
   void ExpectPadding() {
     const std::size_t size = cursor_.left();
     if (size == 0 || size > kAlignment) {
-      cursor_.Fail("padding", cursor_.offset(), "bytes: {}, right are 1 to {}", size, kAlignment);
+      cursor_.Fail("padding", cursor_.offset(), "expected 1 to {1} bytes, found {0}", size,
+                   kAlignment);
     }
     cursor_.Zeros("padding", cursor_.left());
   }
@@ -201,7 +202,7 @@ class MetaWalk {
     section.identifier = cursor_.Word("identifier");
     const language::SectionKind* kind = language::FindCompiledKind(section.identifier);
     if (kind == nullptr || !kind->IsCompiled()) {
-      cursor_.Fail("identifier", section.offset, "no kind has 0x{:08X}", section.identifier);
+      cursor_.Fail("identifier", section.offset, "no such kind: 0x{:08X}", section.identifier);
     }
     section.entry_count = cursor_.Count("entry count", kLeastRecord);
     if (!cursor_.ok()) return;

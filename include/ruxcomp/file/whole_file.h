@@ -59,7 +59,7 @@ class WholeFile {
     if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
     if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
     if (static_cast<unsigned long long>(status.st_size) > kMostFileBytes) {
-      return FaultOf(ReasonText("it has more than {} MiB", {kMostFileBytes >> 20}));
+      return FaultOf(ReasonText("it is larger than {} MiB", {kMostFileBytes >> 20}));
     }
     size_ = static_cast<std::size_t>(status.st_size);
     return std::nullopt;
@@ -76,7 +76,7 @@ class WholeFile {
       if (read_now == 0) break;
       size += static_cast<std::size_t>(read_now);
     }
-    if (size == content.size()) return FaultOf("it grows while it is read");
+    if (size == content.size()) return FaultOf("it grew while it was read");
     content.resize(size);
     bytes = std::move(content);
     return std::nullopt;

@@ -129,7 +129,7 @@ inline void MetaReferences::CheckUses(file::Cursor& cursor, std::uint32_t base) 
   const Names& names = NamesOf(base);
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (names[i].first_use.offset == 0 || names[i].is_defined) continue;
-    ReportAt(cursor, names[i].first_use, "it is {} {}, which stands nowhere in the file",
+    ReportAt(cursor, names[i].first_use, "it is {} {}, which is not in the file",
              language::FindClass(base)->title, i);
   }
 }
@@ -147,7 +147,7 @@ inline void MetaReferences::CheckParents(file::Cursor& cursor) {
     if (group == kRoot || came_from[group] != first || groups_[group].parent_place.offset == 0) {
       continue;
     }
-    ReportAt(cursor, groups_[group].parent_place, "the group is above itself");
+    ReportAt(cursor, groups_[group].parent_place, "the group is its own ancestor");
   }
 }
 

@@ -49,7 +49,7 @@ class MetaRules : public file::MetaVisitor {
                                          std::size_t offset);
   [[gnu::cold]] static void ReportMissing(file::Cursor& cursor, const char* field,
                                           std::size_t offset, const language::CompiledEntry& key) {
-    cursor.Report(field, offset, "there is no {} before it", key.keyword);
+    cursor.Report(field, offset, "expected {} before it", key.keyword);
   }
   void CheckValueKey(file::Cursor& cursor, const file::MetaEntryView& entry);
   void CheckNamedEntry(file::Cursor& cursor, const file::MetaEntryView& entry);
@@ -100,10 +100,10 @@ inline void MetaRules::CheckKind(file::Cursor& cursor, const file::MetaSectionVi
   const bool was_there = (kinds_ & BitOf(section.identifier)) != 0;
   kinds_ |= BitOf(section.identifier);
   if (was_there && kind_->uniqueness == language::Uniqueness::kSingle) {
-    cursor.Report("identifier", section.offset, "there is a {} section before it", kind_->keyword);
+    cursor.Report("identifier", section.offset, "there is an earlier {} section", kind_->keyword);
   } else if (was_there && !goes_on) {
     cursor.Report("identifier", section.offset,
-                  "sections of kind {} stand before those of another kind, too", kind_->keyword);
+                  "other {} sections come before those of another kind", kind_->keyword);
   }
 }
 
@@ -159,10 +159,9 @@ inline bool MetaRules::IsNamedEntry(file::Cursor& cursor, const file::MetaEntryV
   const language::EntryRow* fixed = language::FindCompiledEntryRow(entry.identifier());
   const language::ClassRow* named = language::FindClass(base);
   if (fixed == nullptr && named == nullptr) {
-    cursor.Report("identifier", entry.offset, "there is no identifier 0x{:08X}",
-                  entry.identifier());
+    cursor.Report("identifier", entry.offset, "no such identifier: 0x{:08X}", entry.identifier());
   } else {
-    cursor.Report("identifier", entry.offset, "no {} can stand here in a {} section",
+    cursor.Report("identifier", entry.offset, "a {1} section cannot have {0} here",
                   fixed != nullptr ? fixed->keyword : named->title, kind_->keyword);
   }
   return false;
@@ -174,7 +173,7 @@ inline void MetaRules::CheckTwice(file::Cursor& cursor, const file::MetaEntryVie
   if (scopes.empty()) scopes.resize(tables_.CountOf(base));
   std::uint32_t& scope = scopes[language::OrdinalOf(entry.identifier())];
   if (std::exchange(scope, name_scope_) != name_scope_) return;
-  cursor.Report("identifier", entry.offset, "an entry before it has the same name");
+  cursor.Report("identifier", entry.offset, "an earlier entry has the same name");
 }
 
 inline void MetaRules::OnSectionEnd(file::Cursor& cursor, const file::MetaSectionView&) {

@@ -99,8 +99,8 @@ class MetaTables {
 inline void MetaTables::CheckTexts(file::Cursor& cursor, const file::MetaTableView& table) {
   const language::Rows<language::FixedKey> fixed = language::FixedKeysOf(table.base);
   if (table.ends.size() < fixed.size()) {
-    cursor.Report("texts", table.length_offset + file::kWordSize, "there are {}, needed are {}",
-                  table.ends.size(), fixed.size());
+    cursor.Report("texts", table.length_offset + file::kWordSize,
+                  "expected at least {1}, found {0}", table.ends.size(), fixed.size());
   }
   const detail::SeededHash hash;
   Distinct texts(table.ends.size());
@@ -118,7 +118,7 @@ inline void MetaTables::CheckTexts(file::Cursor& cursor, const file::MetaTableVi
       cursor.Report("text", table.OffsetOf(i), "a name must not be empty");
     } else if (!texts.Insert(hash(text), static_cast<std::uint32_t>(i),
                              [&](std::size_t other) { return table.TextAt(other) == text; })) {
-      cursor.Report("text", table.OffsetOf(i), "there is the same text before it");
+      cursor.Report("text", table.OffsetOf(i), "an earlier text is the same");
     }
   }
 }
@@ -130,17 +130,17 @@ inline void MetaTables::CheckNumbers(file::Cursor& cursor, const file::MetaTable
     const std::uint32_t number = table.numbers[i];
     const auto is_same = [&](std::size_t other) { return table.numbers[other] == number; };
     if (numbers.Insert(hash(number), static_cast<std::uint32_t>(i), is_same)) continue;
-    cursor.Report("number", table.OffsetOf(i), "there is the same number before it");
+    cursor.Report("number", table.OffsetOf(i), "an earlier number is the same");
   }
 }
 
 inline void MetaTables::Report(file::Cursor& cursor, const char* field, std::size_t offset,
                                std::uint32_t word, std::uint32_t base) const {
   if (language::ClassOf(word) == base) {
-    cursor.Report(field, offset, "it is {0} {1}, the table has {2}", TitleOf(base),
+    cursor.Report(field, offset, "it is {0} {1}, but the table has {2}", TitleOf(base),
                   language::OrdinalOf(word), CountOf(base));
   } else {
-    cursor.Report(field, offset, "it is 0x{:08X}, needed is one of class 0x{:02X} ({})", word,
+    cursor.Report(field, offset, "expected class 0x{1:02X} ({2}), found 0x{0:08X}", word,
                   base >> language::kClassShift, TitleOf(base));
   }
 }

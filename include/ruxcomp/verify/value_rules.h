@@ -116,7 +116,7 @@ class ValueRules {
     local_values_.Mention(values[i], PlaceOf(values, i));
   }
   static void ReportNoOperand(Values values, std::size_t i) {
-    values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is no operand", values[i]);
+    values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is not an operand", values[i]);
   }
   WordPlace PlaceOf(Values values, std::size_t i) const {
     return {section_, static_cast<std::uint32_t>(values.entry.ordinal),
@@ -166,7 +166,7 @@ inline void ValueRules::ReportCount(Values values, Range right) {
   } else if (right.most != right.least) {
     text += " to " + std::to_string(right.most);
   }
-  values.cursor.Report("value count", values.entry.count_offset(), "it is {}, right is {}",
+  values.cursor.Report("value count", values.entry.count_offset(), "expected {1}, found {0}",
                        values.size(), text);
 }
 
@@ -201,7 +201,7 @@ inline void ValueRules::CheckSingle(Values values, language::Content content) {
   if (!tables_.Has(values[0], language::CLASS_String)) return;
   if (references_.NameSection(identifier_, values[0])) return;
   values.cursor.Report("value", values.OffsetOf(0),
-                       "a section of this kind before it has the name");
+                       "an earlier section of this kind has the same name");
 }
 
 inline void ValueRules::CheckNumber(Values values) {
@@ -236,7 +236,7 @@ inline void ValueRules::CheckNumber(Values values) {
   if (!tables_.Has(values[0], base)) return Report(values, 0, base);
   if (!references_.Define(values[0])) {
     values.cursor.Report("value", values.OffsetOf(0),
-                         "a section of this kind before it has the name");
+                         "an earlier section of this kind has the same name");
   } else if (base == language::CLASS_Group && parent_place_.offset != 0) {
     references_.SetParent(values[0], parent_, parent_place_);
   }
@@ -313,7 +313,8 @@ inline void ValueRules::CheckOperand(Values values, std::size_t i, std::size_t l
       return UseLocalValue(values, i);
     case language::CLASS_Small:
       if (has_argument_number_ || language::OrdinalOf(values[i]) <= last_argument) return;
-      return values.cursor.Report("value", values.OffsetOf(i), "it is argument {}, the last is {}",
+      return values.cursor.Report("value", values.OffsetOf(i),
+                                  "it is argument {}, but the last one is {}",
                                   language::OrdinalOf(values[i]), last_argument);
     default:
       return ReportNoOperand(values, i);
@@ -325,7 +326,7 @@ inline void ValueRules::CheckOperator(Values values, std::size_t i) {
       language::FindOperator(language::OrdinalOf(values[i])) != nullptr) {
     return;
   }
-  values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is no operator", values[i]);
+  values.cursor.Report("value", values.OffsetOf(i), "0x{:08X} is not an operator", values[i]);
 }
 
 }  // namespace ruxcomp::verify

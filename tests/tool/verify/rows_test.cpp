@@ -116,7 +116,7 @@ void TestRows(const std::string& form, const std::string& sample) {
 // What no row can say.
 const std::string kTooManyItems =
     "offset 0x3F4, table 0, length: there are more than 16777216 items";
-const std::string kForeign = "offset 0x0, header, magic: this is no meta file";
+const std::string kForeign = "offset 0x0, header, magic: this is not a meta file";
 
 // An index tells that many of them from each other.
 TEST(VerifyRows, TablesHaveNoMoreItemsThanThereAreIndices) {
