@@ -59,8 +59,8 @@ std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
       const auto parent = name == language::kRootGroup ? ordinals.end() : ordinals.find(name);
       if (parent == ordinals.end() || parent->second <= i) continue;
       return fmt::format(
-          "{}: [GROUP] {} stands before its parent {} ({}): several files can have that order, one "
-          "script cannot",
+          "{}: [GROUP] {} comes before its parent {} ({}): several files can have that order, a "
+          "single script cannot",
           PlaceOf(meta, kind[i]), support::NameText(TextOf(kind[i], language::ENTRY_NAME)),
           support::NameText(parent->first), PlaceOf(meta, kind[parent->second]));
     }
@@ -78,8 +78,9 @@ std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
     for (std::size_t i = 0; i < section.items.size(); ++i) {
       const ScriptItem& item = section.items[i];
       if (is_there && i < read->item_count && IsReadAs(read->items[i], item)) continue;
-      return fmt::format("{}: [{}] {} has bytes that no script can say", PlaceOf(meta, *item.entry),
-                         section.keyword, support::NameText(item.entry->name));
+      return fmt::format("{}: [{}] {} has bytes that no script can express",
+                         PlaceOf(meta, *item.entry), section.keyword,
+                         support::NameText(item.entry->name));
     }
     if (read != script.sections().end()) ++read;
   }

@@ -83,14 +83,14 @@ std::string NumberText(std::uint32_t number) {
 
 constexpr std::string_view kHead =
     R"(# Decompiled from a debug meta file. This script compiles to the same meta file as the script that
-# the debug meta file was made of, but a debug meta file does not keep
+# the debug meta file was made from, but a debug meta file does not keep
 #   - comments and the layout of lines;
-#   - INCLUDE sections: what they included stands here itself;
-#   - the order of sections of different kinds, nor that of entries whose keys the section knows;
+#   - INCLUDE sections: the included text is here in their place;
+#   - the order of sections of different kinds, and of entries whose keys the section knows;
 #   - parts of a value beyond those that the entry takes;
 #   - sections and entries that were ignored because their names are unknown;
-#   - how the values of DEFINE and IFDEF words were written: they are numbers here, and of several
-#     values of a word the last one here is the one that counted.
+#   - how the values of DEFINE and IFDEF words were written: they are numbers here; if a word has
+#     several values, the last one here is the one that counted.
 )";
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }

@@ -117,7 +117,7 @@ class CompileRun {
     }
     if (!options_.reads_standard_input()) return;
     throw support::Failure(support::ExitStatus::kTrouble,
-                           "cannot read standard input: the reader plug-in {} reads files only",
+                           "cannot read standard input: the reader plug-in {} reads only files",
                            run::kPluginPath);
   }
 
@@ -148,7 +148,7 @@ class CompileRun {
   support::Failure CannotRead() const {
     const std::vector<ruxcomp::reader::RefusedScript>& refused = result().sources.refused();
     const std::string reason =
-        refused.empty() ? "the reader does not open it" : sources::ReasonOf(refused.front());
+        refused.empty() ? "the reader cannot open it" : sources::ReasonOf(refused.front());
     return support::Failure(support::ExitStatus::kTrouble, "cannot read {}: {}", script_, reason);
   }
 

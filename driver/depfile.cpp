@@ -48,7 +48,7 @@ std::string EscapedName(const std::string& path, const std::string& name) {
     if (escaped.empty()) {
       throw support::Failure(
           support::ExitStatus::kTrouble,
-          "cannot write {}: make and ninja have no common way to write the '{}' in {}", path,
+          "cannot write {}: the '{}' in {} cannot be written for both make and ninja", path,
           name.substr(i, 1), name);
     }
     text += escaped;

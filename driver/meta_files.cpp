@@ -128,10 +128,10 @@ void MetaFiles::PutFilesInPlace() {
 
 support::NewFile MetaFiles::Depfile(const sources::SourceFiles& sources) {
   if (!sources.complete) {
-    throw support::Failure(support::ExitStatus::kTrouble,
-                           "cannot write {}: the script cannot be read again to tell which files "
-                           "it includes",
-                           options_.depfile);
+    throw support::Failure(
+        support::ExitStatus::kTrouble,
+        "cannot write {}: the script cannot be read again to find out which files it includes",
+        options_.depfile);
   }
   KeepSources(sources, {"dependency file", options_.depfile});
   std::vector<std::string> targets;

@@ -89,7 +89,7 @@ void RequireNamePerScript(const CompileOptions& options, const char* option,
   if (!options.are_several() || name.empty() || IsPerScript(name)) return;
   throw support::Failure(
       support::ExitStatus::kWrongUsage, "{}",
-      fmt::format("for several scripts, {} needs {{}} or {{dir}} in the name", option));
+      fmt::format("with several scripts, {} needs {{}} or {{dir}} in the file name", option));
 }
 
 }  // namespace rux::driver

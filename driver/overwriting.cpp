@@ -86,7 +86,7 @@ void RefusePossibleSource(const NamedFile& written) {
   if (!HoldsSomethingElse(written.path)) return;
   throw support::Failure(support::ExitStatus::kTrouble,
                          "the {} would overwrite {}, which is not compiled\nIt may be a file "
-                         "that the script includes: the script cannot be read again to tell",
+                         "that the script includes: the script cannot be read again to find out",
                          written.what, written.path);
 }
 

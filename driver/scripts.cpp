@@ -45,12 +45,12 @@ support::Failure WrongUsage(const std::string& text) {
 void ExpectForOne(const CompileOptions& options) {
   const diagnostics::ReportOptions& reporting = options.reporting;
   if (!reporting.file.empty() && reporting.format == "human") {
-    throw WrongUsage("--diagnostics-file needs a --format for programs");
+    throw WrongUsage("--diagnostics-file needs a machine-readable --format");
   }
   const std::vector<std::string>& scripts = options.scripts;
   const auto inputs = std::count(scripts.begin(), scripts.end(), CompileOptions::kStandardInput);
   if (inputs == 0 && !options.stdin_name.empty()) {
-    throw WrongUsage("--stdin-name needs - for a script");
+    throw WrongUsage("--stdin-name needs - as the script");
   }
   if (inputs != 0 && scripts.size() > 1) throw WrongUsage("- cannot be one of several scripts");
 }
@@ -158,7 +158,7 @@ class SeveralRuns {
     support::PrintError(done.errors);
     if (done.signal != 0) {
       support::PrintError(
-          fmt::format("rux: error: {}: the process that read it was ended by signal {} ({})\n",
+          fmt::format("rux: error: {}: the process that read it was killed by signal {} ({})\n",
                       support::SafeText(script), done.signal, strsignal(done.signal)));
     }
     progress_.Show(i + 1, script);

@@ -130,7 +130,7 @@ std::vector<DebugFound> FindWord(const compiled::DebugMeta& meta, const std::str
   std::vector<std::string> names;
   names.reserve(meta.words.size());
   for (const compiled::DebugWord& word : meta.words) names.push_back(word.name);
-  throw NotFound("there is no defined word " + support::NameText(name) +
+  throw NotFound("no such defined word: " + support::NameText(name) +
                  support::NearText(name, names, "'rux where FILE WORD' lists all"));
 }
 
@@ -145,7 +145,7 @@ std::string ExpectKeyword(const std::string& keyword) {
   for (const std::string& each : keywords) {
     if (strcasecmp(each.c_str(), keyword.c_str()) == 0) return each;
   }
-  throw NotFound("there is no kind " + support::NameText(keyword) +
+  throw NotFound("no such kind: " + support::NameText(keyword) +
                  support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
 }
 
@@ -166,7 +166,7 @@ std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<
   const language::SectionKind* kind = language::FindKind(keyword);
   const bool names_section =
       keyword != kWordKind && ((kind != nullptr && kind->HasNames()) || OrdinalOf(step));
-  if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path goes on after an entry");
+  if (path.size() > (names_section ? 3 : 2)) throw WrongPath("the path continues after an entry");
   if (keyword == kWordKind) return FindWord(meta, step.text);
   const Sections sections(meta, keyword);
   if (!names_section) return sections.FindEntries(step.text);

@@ -76,7 +76,7 @@ std::string FormatText(std::uint32_t version, std::uint32_t creation_time) {
 
 void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
   json.Member("schema", kSchema);
   WriteForm(json, form);
   WriteText(json, "file", path);

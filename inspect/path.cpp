@@ -31,7 +31,7 @@ PathStep TakeQuoted(std::string_view& path) {
   while (true) {
     const std::size_t quote = path.find('"');
     if (quote == std::string_view::npos) {
-      throw BadPath("a double quote in the path has no end");
+      throw BadPath("a double quote in the path is not closed");
     }
     step.text += path.substr(0, quote);
     path.remove_prefix(quote + 1);
@@ -101,7 +101,7 @@ std::optional<std::uint32_t> PathStep::NumberAfter(char sign) const {
   const char* end = digits.data() + digits.size();
   const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
   if (error != std::errc() || stop != end) {
-    throw BadPath("no number follows the " + std::string(1, sign) + " in " + text);
+    throw BadPath("expected a number after the " + std::string(1, sign) + " in " + text);
   }
   return number;
 }
@@ -137,7 +137,7 @@ void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<Pat
                          "the path names no section ('rux ls FILE {}' lists them)", kind.keyword);
 }
 
-support::Failure PathTooLong() { return BadPath("the path goes on after a part of an entry"); }
+support::Failure PathTooLong() { return BadPath("the path continues after a part of an entry"); }
 
 support::Failure NoValueAt(std::uint32_t n, std::size_t count) {
   return NotFound(fmt::format("there is no value @{}; the entry has {}", n, count));

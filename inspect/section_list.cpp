@@ -159,9 +159,9 @@ void WriteLabel(support::JsonObject& json, const SectionLabel& label) {
 std::vector<std::size_t> SectionsThatFit(const FileView& view, const SectionKind& kind,
                                          const SectionFilter& filter) {
   if (!filter.file.empty() && view.form() != compiled::Form::kDebugMeta) {
-    throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "--file needs a debug meta file: {} does not name the source files",
-                           view.path());
+    throw support::Failure(
+        support::ExitStatus::kWrongUsage,
+        "--file needs a debug meta file: {} does not have the names of source files", view.path());
   }
   std::vector<std::size_t> ordinals;
   for (std::size_t i = 0; i < view.CountOf(kind); ++i) {

@@ -45,8 +45,8 @@ std::vector<DebugFound> FindPlaces(const std::string& file, const compiled::Debu
     const compiled::DebugObject& object = ObjectOf(found);
     if (object.file_index < meta.files.size()) continue;
     throw support::Failure(support::ExitStatus::kFindings,
-                           "{} does not list its source files; it is line {} of file {}", file,
-                           object.line, object.file_index);
+                           "{} does not list its source files; the place is line {} of file {}",
+                           file, object.line, object.file_index);
   }
   return places;
 }
@@ -69,7 +69,7 @@ std::string PlacesText(const compiled::DebugMeta& meta, const std::vector<DebugF
 
 void WritePlaces(support::JsonObject& json, const std::string& file,
                  const compiled::DebugMeta& meta, const std::vector<DebugFound>& places) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
   json.Member("schema", kSchema);
   json.Member("file", file);
   json.Objects("places", places, [&](support::JsonObject& object, const DebugFound& found) {

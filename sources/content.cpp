@@ -34,7 +34,7 @@ std::string_view WhyNotAScript(std::string_view bytes) {
     return "this is a compiled meta file, not a script";
   }
   if (BeginsWithMagic(bytes, language::debug_meta_format::kMagic)) {
-    return "this is a debug meta file, not a script; 'rux decompile' makes a script of it";
+    return "this is a debug meta file, not a script; 'rux decompile' turns it into a script";
   }
   const bool has_mark = BeginsWith(bytes, "\xFF\xFE") || BeginsWith(bytes, "\xFE\xFF");
   if (has_mark || LooksLikeUtf16(bytes)) return "this is UTF-16 text; save it as UTF-8";

@@ -1,4 +1,4 @@
-// What is in a file that is no script.
+// What is in a file that is not a script.
 #ifndef SOURCES_CONTENT_H_
 #define SOURCES_CONTENT_H_
 

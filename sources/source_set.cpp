@@ -125,7 +125,7 @@ std::string ReasonOf(const ruxcomp::reader::RefusedScript& refused) {
       return "a pipe or device cannot be included";
     case ruxcomp::reader::Refusal::kIsOpenAlready:
     case ruxcomp::reader::Refusal::kTooMany:
-      return "the reader does not open it";
+      return "the reader cannot open it";
     default:
       return std::strerror(refused.error);
   }

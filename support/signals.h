@@ -15,7 +15,7 @@ namespace rux::support {
 // with SIGBUS, ends the process as trouble.
 inline void ReportShortenedFiles() {
   std::signal(SIGBUS, [](int) {
-    constexpr std::string_view kText = "rux: error: a file became shorter while it was read\n";
+    constexpr std::string_view kText = "rux: error: a file was truncated while it was being read\n";
     const ssize_t written = write(STDERR_FILENO, kText.data(), kText.size());
     static_cast<void>(written);
     _exit(static_cast<int>(ExitStatus::kTrouble));

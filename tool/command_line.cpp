@@ -41,7 +41,7 @@ std::string ReasonAgainstLimit(const std::string& text) {
 
 std::string ReasonAgainstChoice(const std::vector<std::string>& choices, const std::string& text) {
   if (std::find(choices.begin(), choices.end(), text) != choices.end()) return "";
-  return "there is no value " + support::NameText(text) + support::NearText(text, choices);
+  return "no such value: " + support::NameText(text) + support::NearText(text, choices);
 }
 
 // Adds an argument to the command `app` by the type of its target.
@@ -153,7 +153,7 @@ std::string UnexpectedText(const CLI::App& app, const Arguments& arguments) {
   // Half of the word is to be right, the dashes not counted.
   const std::size_t farthest = std::clamp<std::size_t>(name.size() / 2 - 1, 1, 3);
   const std::optional<std::string> meant = support::ClosestName(name, names, farthest);
-  return "there is no option " + support::NameText(name) +
+  return "no such option: " + support::NameText(name) +
          (meant ? "; did you mean " + *meant + '?' : "");
 }
 

@@ -29,7 +29,7 @@ void AddInputOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Value("N");
   arguments
       .Add("-I,--include-folder", &options.include_folders,
-           "Also look for included files in this folder, after that of the including file")
+           "Also look for included files in this folder, after the including file's own")
       .File("FOLDER")
       .Check([](const std::string& folder) {
         return std::string(folder.empty() ? "the name of the folder is empty" : "");
@@ -43,7 +43,7 @@ void AddInputOptions(Arguments& arguments, driver::CompileOptions& options) {
       .Without("--project");
   arguments
       .Add("--stdin-name", &options.stdin_name,
-           "With -: the name of the script, for messages and the folder of its INCLUDEs")
+           "With -: the name of the script, for messages and to find its included files")
       .File("NAME");
 }
 
@@ -52,12 +52,11 @@ void AddWarningOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments.Add("--werror", &options.werror,
                 "Treat the reported warnings as errors, like -W error");
   arguments
-      .Add(
-          "-W", &options.warnings,
-          "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
-          "none; no-WHAT leaves it out, error=WHAT makes it an error; error: whatever is reported "
-          "is an error. Several with commas (default: loss,suspect). no-error=missing-include goes "
-          "on without a file that cannot be included")
+      .Add("-W", &options.warnings,
+           "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
+           "none; no-WHAT suppresses it, error=WHAT makes it an error; error: every reported "
+           "warning is an error. Separate several with commas (default: loss,suspect). "
+           "no-error=missing-include continues without a file that cannot be included")
       .Value("WHAT")
       .Check([](const std::string& text) {
         return diagnostics::Severities(driver::AllMessages()).Set(text);
@@ -85,7 +84,7 @@ void AddReportOptions(Arguments& arguments, diagnostics::ReportOptions& reportin
            "Show at most N warnings (0: all)")
       .Value("N");
   arguments.Add("--all", &reporting.all,
-                "Show all errors and warnings, also where many have the same id");
+                "Show all errors and warnings, even if many have the same id");
   arguments
       .Add("--format", &reporting.format,
            "human (default), or a machine-readable form on standard output: gcc, json, sarif, "

@@ -133,7 +133,7 @@ const Command& ExpectCommand(const std::string& name) {
   }
   throw support::Failure(
       support::ExitStatus::kWrongUsage, "{}\nSee 'rux help'.",
-      "there is no command " + support::NameText(name) + support::NearText(name, names));
+      "no such command: " + support::NameText(name) + support::NearText(name, names));
 }
 
 }  // namespace rux::tool

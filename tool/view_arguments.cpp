@@ -16,11 +16,12 @@ void AddViewedFile(Arguments& arguments, std::string& file) {
 void AddSectionFilter(Arguments& arguments, inspect::SectionFilter& filter) {
   arguments
       .Add("--name", &filter.name,
-           "Only sections whose name, or a key of which, matches the pattern (*, ?, [...])")
+           "Show only sections whose name (or key, if they have no names) matches the pattern "
+           "(*, ?, [...])")
       .Value("PATTERN");
   arguments
       .Add("--file", &filter.file,
-           "Only sections from source files that match the pattern (debug meta files only)")
+           "Show only sections from source files that match the pattern (debug meta files only)")
       .Value("PATTERN");
 }
 

@@ -109,7 +109,8 @@ TEST_F(VerifyTest, ReasonsAreGivenForEveryFileThatIsNotLoaded) {
   EXPECT_EQ(ReasonAgainst(Path("empty.meta")),
             "offset 0x0, header, magic: bytes needed: 15, left: 0");
   Write("debug.metad", DebugMetaSample());
-  EXPECT_EQ(ReasonAgainst(Path("debug.metad")), "offset 0x0, header, magic: this is not a meta file");
+  EXPECT_EQ(ReasonAgainst(Path("debug.metad")),
+            "offset 0x0, header, magic: this is not a meta file");
   EXPECT_FALSE(Model::LoadVerified(Path("none.meta"))) << "the reason need not be asked for";
 }
 

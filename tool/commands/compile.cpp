@@ -66,13 +66,14 @@ support::Failure WrongUsage(const char* text) {
 void UseStandardOutput(Options& options) {
   const diagnostics::ReportOptions& reporting = options.run.reporting;
   if (reporting.format != "human" && reporting.file.empty()) {
-    throw WrongUsage("-o - leaves no room for --format: give it a --diagnostics-file");
+    throw WrongUsage("-o - and --format cannot share standard output: give a --diagnostics-file");
   }
   if (!options.files.depfile.empty() && options.files.debug_meta.empty()) {
-    throw WrongUsage("--depfile needs a file that depends on others: -o - is none");
+    throw WrongUsage("--depfile needs an output file: -o - has none");
   }
   if (isatty(STDOUT_FILENO) != 0) {
-    throw WrongUsage("a meta file is not for a terminal: give -o FILE, or redirect the output");
+    throw WrongUsage(
+        "cannot write a meta file to a terminal: give -o FILE, or redirect the output");
   }
   options.files.prints_meta = true;
   options.files.meta = "standard output";
@@ -184,20 +185,19 @@ Action SetUpCompile(Arguments& arguments) {
       .File("DIR");
   arguments
       .Add("--path-prefix-map", &options->run.prefix_map,
-           "In the debug meta file, call scripts below OLD by paths below NEW (default: paths "
-           "relative to the script's folder)")
+           "In the debug meta file, replace OLD at the beginning of script paths by NEW (default: "
+           "paths relative to the script's folder)")
       .Value("OLD=NEW")
       .Check([](const std::string& map) {
         return std::string(map.find('=') == std::string::npos ? "expected OLD=NEW" : "");
       });
   arguments
       .Add("--depfile", &files.depfile,
-           "Also write a rule for make or ninja that tells which files were read")
+           "Also write a rule for make or ninja that lists the files read")
       .File("FILE");
-  arguments.Add("--if-changed", &files.if_changed,
-                "Leave files alone that would be replaced by the same");
+  arguments.Add("--if-changed", &files.if_changed, "Leave alone files that would not change");
   arguments.Footer(
-      "In the names of files to write, {} stands for that of the script, and {dir} for its "
+      "In the names of files to write, {} stands for the name of the script and {dir} for its "
       "folder.\n\n"
       "Examples:\n  rux compile boards/server.rux -o server.meta -g server.metad\n"
       "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'\n"

@@ -42,10 +42,9 @@ std::string Decompiled(const std::string& path) {
 // A script is printed as it is, and what it holds could steer the terminal.
 void PrintScript(const std::string& script) {
   if (isatty(STDOUT_FILENO) != 0 && !support::AreSafeLines(script)) {
-    throw support::Failure(
-        support::ExitStatus::kWrongUsage,
-        "the script has characters that are not for a terminal: give -o FILE, or redirect the "
-        "output");
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "the script has characters that could control a terminal: give -o FILE, "
+                           "or redirect the output");
   }
   support::PrintOut(script);
 }
@@ -68,8 +67,8 @@ Action SetUpDecompile(Arguments& arguments) {
   arguments.Add("-o,--output", &options->script, "The script to write (default: standard output)")
       .File("SCRIPT");
   arguments.Footer(
-      "The script compiles to the same meta file as the one that the debug meta file was made of.\n"
-      "Its first lines tell what debug meta files do not keep.\n\n"
+      "The script compiles to the same meta file as the script that the debug meta file was\n"
+      "made from. Its first lines list what debug meta files do not keep.\n\n"
       "Example:\n  rux decompile server.metad -o server.rux");
   return [options] { return Decompile(*options); };
 }

@@ -80,7 +80,7 @@ support::ExitStatus Dump(const Options& options) {
 Action SetUpDump(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
   AddViewedFile(arguments, options->file);
-  arguments.Add("KIND", &options->kind, "Only sections of this kind, such as SENSOR");
+  arguments.Add("KIND", &options->kind, "Print only sections of this kind, such as SENSOR");
   AddSectionFilter(arguments, options->filter);
   arguments.Add("--types", &options->types,
                 "Also print identifiers, classes and notations, and the symbol tables");

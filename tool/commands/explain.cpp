@@ -76,10 +76,9 @@ support::ExitStatus Explain(const Options& options) {
 
 Action SetUpExplain(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add(
-      "ID", &options->ids,
-      "Ids of messages, the words in [brackets] at their ends; or one word to search for; "
-      "or all (default: list the messages)");
+  arguments.Add("ID", &options->ids,
+                "Ids of messages, as in the [brackets] at their end; or one word to search for; or "
+                "all (default: list the messages)");
   arguments.Add("--format", &options->format, "text (default) or markdown")
       .OneOf("FORMAT", {"text", "markdown"});
   arguments

@@ -105,11 +105,11 @@ Action SetUpGet(Arguments& arguments) {
   AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/get.schema.json)");
   arguments.Footer(
-      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
-      "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it. PART is\n"
+      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the entry\n"
+      "follows directly: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it. PART is\n"
       "Type, the name of a part, or @n for the n-th value. A name in double quotes is taken\n"
-      "literally, \"\" in it for a quote. Of a debug meta file, numbers and types are printed as\n"
-      "the script writes them, and WORD/NAME is a defined word.\n\n"
+      "literally; \"\" in it is one quote. For a debug meta file, numbers and types are printed\n"
+      "as the script writes them, and WORD/NAME is a defined word.\n\n"
       "Example:\n  rux get server.meta SENSOR/CPU0_TEMP/THRESHOLD_FH");
   return [options] { return Get(*options); };
 }

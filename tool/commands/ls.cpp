@@ -102,8 +102,8 @@ Action SetUpLs(Arguments& arguments) {
   AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/ls.schema.json)");
   arguments.Footer(
-      "Without KIND, the kinds are listed with their numbers of sections; with --long, --name or\n"
-      "--file, the sections of all kinds.\n\n"
+      "Without KIND, the kinds are listed with the number of sections of each; with --long,\n"
+      "--name or --file, the sections of all kinds.\n\n"
       "Examples:\n  rux ls server.meta SENSOR\n  rux ls -l server.meta sensor --name 'CPU*'");
   return [options] { return Ls(*options); };
 }

@@ -124,7 +124,7 @@ bool VerifyEach(const std::vector<std::string>& files, Report report) {
 }
 
 bool VerifyForPrograms(const std::vector<std::string>& files) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or goes away
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
   bool are_sound = false;
   support::PrintOut(support::JsonDocument([&](JsonObject& json) {
     json.Member("schema", kSchema);
@@ -167,10 +167,8 @@ Action SetUpVerify(Arguments& arguments) {
   arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file").Without("--json");
   arguments.Footer(
       "Every offset, length, count, identifier and reference is checked. A fault is reported with\n"
-      "its offset, the record and the field that it is in, and the reason; first comes what may\n"
-      "have happened, such as that the file appears truncated. The exit status is 3 when a file "
-      "is\n"
-      "not sound or cannot be read.\n\n"
+      "its offset, record, field and reason. A likely cause comes first, such as that the file\n"
+      "appears truncated. The exit status is 3 when a file is not sound or cannot be read.\n\n"
       "Example:\n  rux verify server.meta server.metad");
   return [options] { return VerifyFiles(*options); };
 }

@@ -44,9 +44,9 @@ Action SetUpWhere(Arguments& arguments) {
   arguments.Add("PATH", &options->path, "KIND[/SECTION[/ENTRY]] or WORD[/NAME]").Required();
   arguments.Add("--json", &options->json, "Print JSON (docs/where.schema.json)");
   arguments.Footer(
-      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the path goes\n"
-      "on with the entry: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it, NAME that\n"
-      "of a defined word. A name in double quotes is taken literally, \"\" in it for a quote. A\n"
+      "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the entry\n"
+      "follows directly: GLOBAL/G_FAN_MAX. ENTRY is the key as the script writes it, NAME that\n"
+      "of a defined word. A name in double quotes is taken literally; \"\" in it is one quote. A\n"
       "KIND alone lists its sections, and WORD the defined words.\n\n"
       "Examples:\n  rux where server.metad SENSOR/CPU0_TEMP/THRESHOLD_FH\n"
       "  rux where server.metad WORD/VT_READ");

@@ -43,7 +43,7 @@ TEST_F(MappedFileTest, OneThatIsShortenedEndsTheProcessWithAReason) {
     _exit(bytes.view().back() == 'x' ? 10 : 11);
   };
   EXPECT_EXIT(look(), testing::ExitedWithCode(3),
-              "^rux: error: a file became shorter while it was read\n$");
+              "^rux: error: a file was truncated while it was being read\n$");
 }
 
 TEST_F(MappedFileTest, ASmallOneMayBeShortened) {
