@@ -5,12 +5,12 @@
 // Marks what the library exports; everything else in it is hidden.
 #define RUX_API __attribute__((visibility("default")))
 
-// Standard strings, vectors and maps go to and fro between the library and a program: both must be
-// compiled with the same C++ library in the same form, or the program crashes or gets nonsense. The
+// Standard strings, vectors and maps pass between the library and a program: both must be compiled
+// with the same C++ library in the same configuration, or the program crashes or reads garbage. The
 // library is compiled with libstdc++ as it comes unless a RUXCOMP_WITH_... is defined; pkg-config
 // and the CMake package define those of the library that they belong to.
 #ifdef __cplusplus
-#include <cstddef>  // defines what the C++ library is known by
+#include <cstddef>  // defines the macros that identify the C++ library
 #if defined(_LIBCPP_VERSION) != defined(RUXCOMP_WITH_LIBCXX)
 #error \
     "libruxcomp and this program use different C++ libraries, libstdc++ and libc++: \

@@ -10,16 +10,16 @@
 //   gccCompEnd();
 //
 // Problems are reported through the host's Output (output.h). A text that is read as a number and
-// has no digit raises std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or
+// has no digit throws std::out_of_range: an empty operand, a bare "0x" (also as in ARG0x or
 // VALUE_0x), an empty half of a table row's key. A host that compiles scripts from outside catches
 // it around gccParse, gccCheck and gccOutput, and still calls gccCompEnd.
 //
-// The path of a script names folders with backslashes: what follows the last one is the name that
-// messages show, what precedes it is where included files are looked for. The reader opens
-// such a path where folders are separated by slashes, too. A path with slashes is opened as well,
-// but has no folder then: messages show all of it, and included files are looked for in the current
-// folder, where they are missing, which is no more than a warning, or are others. The paths of the
-// files to write are the system's.
+// In the path of a script, backslashes separate folders: what follows the last one is the name that
+// messages show, what precedes it is where included files are looked for. The reader opens such a
+// path even where the system separates folders by slashes. A path with slashes is opened, too, but
+// then has no folder: messages show all of it, and included files are looked for in the current
+// folder, where they may be missing, which is only a warning, or be different files. The paths of
+// the files to write are ordinary paths of the system.
 #ifndef RUXCOMP_COMPILE_H_
 #define RUXCOMP_COMPILE_H_
 
@@ -53,7 +53,7 @@ RUX_API std::uint32_t gccOutput(const std::string& path);
 // source files, and one whose first section is an INCLUDE.
 RUX_API std::uint32_t gccOutputD(const std::string& path);
 
-// Drops the source model and the defined words, also after a step that failed or raised. Does
+// Drops the source model and the defined words, even after a step that failed or threw. Does
 // nothing when there are none.
 RUX_API void gccCompEnd();
 

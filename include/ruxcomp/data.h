@@ -1,9 +1,9 @@
 // The library's exported data: keyword tables, symbol tables, version and last-error words.
 //
 // Everything here belongs to the library. Hosts read it and change nothing but the last-error
-// words; the tables change with gccOutput and gcInit. A host that changes a table all the same
-// takes its answered texts away with their keys, and queries by name or ID answer what the table
-// was at the last query until one of the tables has another size.
+// words; the tables change with gccOutput and gcInit. If a host changes a table all the same, texts
+// that queries returned go away with their keys, and queries by name or ID answer from the table as
+// it was at the last query, until the size of one of the tables changes.
 #ifndef RUXCOMP_DATA_H_
 #define RUXCOMP_DATA_H_
 

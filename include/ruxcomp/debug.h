@@ -1,4 +1,4 @@
-// Asking a debug meta file: the sections and entries of a script with their texts.
+// Querying a debug meta file: the sections and entries of a script with their texts.
 //
 //   if (!gdInit("board.metad")) return Fail();
 //   for (std::uint32_t i = 0; GDSECTION sensor = gdGetSectByIndex(RUX_SECT_SENSOR, i); ++i) {
@@ -10,8 +10,8 @@
 //
 // The loaded model is the one that a compile run builds: start from an empty one, that is before
 // any gccParse and gdInit, or after gccCompEnd and gdUnInit. gdInit adds to what is there and
-// clears nothing. A second load in one process finds its sections, entries and texts all right, but
-// the list of source files is taken from the first file that the process loads only.
+// clears nothing. A second load in one process gets its own sections, entries and texts, but the
+// list of source files is only taken from the first file that the process loads.
 //
 // Handles and texts point into the model and stay valid until gdUnInit or gccCompEnd. Call
 // everything from one thread. The last-error word is gdGetLastError's; where a comment says
@@ -43,7 +43,7 @@ RUX_API std::uint32_t gdGetLastError();
 
 // Loads a debug meta file. `info`, when not null, receives format version and creation time.
 // Returns 1 (OK on the compiled side), or 0, reported through Output, when the file is missing or
-// of another format or version (no code). Raises std::out_of_range ("vector") for a file whose
+// of another format or version (no code). Throws std::out_of_range ("vector") for a file whose
 // records are shorter than they say, for one that was not the first that its process wrote (its
 // list of source files is missing), and for one whose first section is an INCLUDE; what was read
 // until then stays, so call gdUnInit. A file that ends early is read as if zeros followed.
@@ -62,7 +62,7 @@ RUX_API const char* gdGetSectName(GDSECTION section);
 RUX_API const char* gdGetSectPName(GDSECTION section);
 
 // The number that the section's ID gives. 0xFFFFFFFF: codes as above, NO_VALUE also for a text that
-// is not a number (a defined word is not one). Raises std::out_of_range for an empty text and a
+// is not a number (a defined word is not one). Throws std::out_of_range for an empty text and a
 // bare "0x".
 RUX_API std::uint32_t gdGetSectID(GDSECTION section);
 
@@ -75,8 +75,8 @@ RUX_API const char* gdGetEntryName(GDENTRY entry);
 
 // The entry's value as text, zero-terminated, in the caller's buffer; returns 1, or 0 with NO_ENTRY
 // for a null handle. No size is passed. With a null buffer nothing is written and the result is the
-// size that the buffer for this entry needs, terminating zero included: ask first. A damaged file
-// may hold long texts, so that no fixed size is enough.
+// size that the buffer for this entry needs, terminating zero included: call it that way first. A
+// damaged file may hold long texts, so that no fixed size is enough.
 RUX_API std::uint32_t gdGetValue(GDENTRY entry, char* text);
 
 }  // extern "C"

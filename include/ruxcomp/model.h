@@ -39,23 +39,22 @@
 // The first four refuse what is not sound (verify.h) and give the reason. They need no library:
 // a program that makes its models by them need not link it.
 //
-// Errors: accessors throw nothing and need no memory. A question for which there is no memory to
-// make an index is answered by a walk. Making a model takes memory and throws std::bad_alloc, which
-// ends a program that is built without exceptions. No header needs exceptions or RTTI.
+// Errors: accessors throw nothing and need no memory. A query for which there is no memory to build
+// an index is answered by a walk. Making a model takes memory and throws std::bad_alloc, which ends
+// a program that is built without exceptions. No header needs exceptions or RTTI.
 //
-// Lifetime: a Model owns all that it answers with but for the bytes that OpenBytes is given, and
+// Lifetime: a Model owns all that it returns, except for the bytes that OpenBytes is given, and
 // nothing changes it. Sections, entries, values, texts and ranges are small, are passed by value,
-// and are good for as long as their Model, also when that is moved; neither gcUnInit nor another
+// and are valid as long as their Model, even when it is moved; neither gcUnInit nor another
 // gcInit touches them. There may be any number of models.
 //
-// Threads: models that need no library may be made on any thread. Load and OfLoaded ask the
-// library, so they belong on the library's thread. What is made may be read on any number of
-// threads.
+// Threads: models that need no library may be made on any thread. Load and OfLoaded call the
+// library, so they belong on the library's thread. Any number of threads may read a model.
 //
 // Cost: opening a file is one pass over its bytes, which verifies it, and memory of 8 bytes for
 // each text and number and 4 for each section; LoadVerified and OfLoaded also copy the bytes.
 // Sections and entries are read where they are. The first look-up by ID or by name is a walk over
-// the sections, the second one makes an index, and from then on they are looked up by hash; so are
+// the sections, the second one builds an index, and from then on they are looked up by hash; so are
 // the entries of large sections, while those of small ones are walked over. What a value stands for
 // is read from arrays, without a search. An ordinal() is a binary search.
 #ifndef RUXCOMP_MODEL_H_
@@ -86,7 +85,7 @@ class Model {
   // Empty. A moved-from model is empty, too.
   Model() noexcept = default;
 
-  // Of what the builder was given; that is used up then.
+  // Of what the builder was given; the builder is used up then.
   explicit Model(ModelBuilder&& builder) : records_(builder.Take()) {}
 
   // What gcInit loaded; after one that failed, what it could read. Leaves the last-error code as it
@@ -104,16 +103,16 @@ class Model {
     return OfLoaded();
   }
 
-  // Opens a meta file when it is sound (verify.h). None otherwise: `fault`, unless null, gets the
-  // reason, also that of a file that cannot be read or is not a regular one (offset 0, record
+  // Opens a meta file when it is sound (verify.h). None otherwise: `fault`, unless null, receives
+  // the reason, even for a file that cannot be read or is not a regular one (offset 0, record
   // "file"). What the library has loaded stays as it is. Refuses some files that gcInit loads, such
-  // as one whose end became zeros; the models of all others are those that Load makes.
+  // as one whose end has become zeros; of all others, it makes the same models as Load.
   //
   // The file is mapped, unless it is small, and must stay as it is while the model lives. A program
   // that writes another file and renames it, as `rux compile` does, leaves it alone. One that
   // writes into the file, as gccOutput does, changes what handles read, where nothing is verified
-  // any more; when it makes the file shorter, the next question raises SIGBUS. Where that can
-  // happen, LoadVerified is safe.
+  // any more; when it truncates the file, the next query raises SIGBUS. Where that can happen,
+  // LoadVerified is safe.
   static std::optional<Model> Open(const std::string& path, Fault* fault = nullptr) {
     return Opened([&](auto& kept) { return file::WholeFile(path.c_str()).Map(kept); }, fault);
   }
@@ -124,7 +123,8 @@ class Model {
     return Opened([&](auto& kept) { return kept.Borrow(bytes), std::nullopt; }, fault);
   }
 
-  // The same of a file that is read into memory: what becomes of it then does not matter.
+  // The same of a file that is read into memory: what happens to the file afterwards does not
+  // matter.
   static std::optional<Model> LoadVerified(const std::string& path, Fault* fault = nullptr) {
     return Opened([&](auto& kept) { return file::WholeFile(path.c_str()).ReadInto(kept); }, fault);
   }

@@ -20,7 +20,7 @@
 extern "C" {
 
 // size    always 2048: room enough for the formatted text of any message with short names
-// format  a printf format that ends in a line feed; %s takes const char*, %u unsigned int. The
+// format  a printf format that ends with a line feed; %s takes const char*, %u unsigned int. The
 //         texts are valid during the call only.
 void Output(unsigned int size, const char* format, ...) __attribute__((format(printf, 2, 3)));
 

@@ -1,4 +1,4 @@
-// Asking a meta file.
+// Querying a meta file.
 //
 //   if (!gcInit("board.meta", nullptr)) return Fail(gcGetLastError());
 //   const std::uint32_t count = gcGetSectCount(RUX_SECT_SENSOR);
@@ -11,17 +11,17 @@
 //   gcUnInit();
 //
 // One meta file is loaded at a time; call everything from one thread, or with one lock around every
-// call. Queries raise nothing and need no memory. Handles point into the loaded data, which hosts
+// call. Queries throw nothing and need no memory. Handles point into the loaded data, which hosts
 // only read, a section handle at a tagGCSECT and an entry handle at a tagGCENTRY (records.h): they
 // stay valid until gcUnInit or the next gcInit, strings until the next gcInit. Release a loaded
 // file with gcUnInit before loading the next: gcInit does not.
 //
 // Cost: sections are found, or known to be missing, by ordinal, ID and name in constant time after
-// the first question of that sort, which makes an index. Each value that is looked up
-// (gcGetValueByIndex, gcGetValueByID) is a walk over its symbol table, linear in the different
-// texts or numbers of the file. Entries are found by a walk over their section. The read model
-// (model.h) walks over the entries of small sections only, and over nothing else: a host that asks
-// much takes that.
+// the first query of that sort, which builds an index. Each value that is looked up
+// (gcGetValueByIndex, gcGetValueByID) is a walk over its symbol table, linear in the number of
+// distinct texts or numbers in the file. Entries are found by a walk over their section. The read
+// model (model.h) walks over the entries of small sections only, and over nothing else: a host that
+// makes many queries should use it.
 //
 // Numbers have no sign: a -20 of the script is 0xFFFFFFEC in `data.number`. Convert it to
 // std::int32_t where it may be below 0. A -1 is 0xFFFFFFFF, which is of kind RUX_DATA_NONE.
@@ -29,8 +29,8 @@
 // Each function but gcUnInit stores a last-error code, 0 on success; gcGetLastError reads it. The
 // codes are named in identifiers.h and explained in language/last_errors.def. Before a gcInit every
 // query sees empty data. Damaged files are refused by gcInit; what it could read until then stays
-// visible. It refuses what it cannot read, not all that is wrong: it loads a file whose end became
-// zeros, which Verify (verify.h) refuses.
+// visible. It refuses what it cannot read, not all that is wrong: it loads a file whose end has
+// become zeros, which Verify (verify.h) refuses.
 #ifndef RUXCOMP_QUERY_H_
 #define RUXCOMP_QUERY_H_
 

@@ -1,5 +1,5 @@
 // How compiled records are read: what an entry offers as the ID or as a name of its section, and
-// which of its values a selector picks. The queries and the read model (model.h) both go by this.
+// which of its values a selector picks. The queries and the read model (model.h) both use this.
 #ifndef RUXCOMP_RECORD_RULES_H_
 #define RUXCOMP_RECORD_RULES_H_
 
@@ -52,8 +52,8 @@ constexpr Selection SelectByType(std::uint32_t type, std::size_t count, std::uin
   return {RUX_ERROR_NO_VALUE, 0};
 }
 
-// Among the `count` values of an entry. type() is asked for the number that the first of them
-// stands for, nothing when it is none.
+// Among the `count` values of an entry. type() returns the number that the first of them stands
+// for, or nothing if it stands for none.
 template <class Type>
 constexpr Selection Select(std::uint32_t identifier, std::size_t count, std::uint32_t selector,
                            Type type) {

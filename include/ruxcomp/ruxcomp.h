@@ -1,5 +1,5 @@
-// The whole interface of libruxcomp: compiling scripts, asking meta files and debug meta files, and
-// the read model and the verifier of meta files.
+// The whole interface of libruxcomp: compiling scripts, querying meta files and debug meta files,
+// and the read model and the verifier of meta files.
 #ifndef RUXCOMP_RUXCOMP_H_
 #define RUXCOMP_RUXCOMP_H_
 

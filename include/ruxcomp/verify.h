@@ -3,18 +3,18 @@
 //
 //   if (const std::optional<ruxcomp::Fault> fault = ruxcomp::Verify(bytes)) {
 //     std::fprintf(stderr, "board.meta: %s\n", ruxcomp::FaultText(*fault).c_str());
-//     return false;  // board.meta: offset 0x2F0, table 3, class: it is 0x00000000, needed is ...
+//     return false;  // board.meta: offset 0x2F0, table 3, class: expected 0x06000000, found ...
 //   }
 //
 // A file is sound when the compiler can have written it for a script that passed its checks:
 // header, directory and every block have their places and sizes, every section its required
 // entries, every entry as many values as its type has, and every value is in the table that it must
-// be in, refers to what there is, and is defined once. gcInit asks for much less: it also loads
-// files whose end became zeros.
+// be in, refers to something that exists, and is defined once. gcInit checks much less: it even
+// loads files whose end has become zeros.
 //
-// What no check of a file can see: another creation time, another number or name in a place where
-// any is right, other cells of a table. The cells of all tables are the end of a file, so that
-// zeros from there on pass. Sign or checksum a file where that matters.
+// What no check of a file can detect: a different creation time, a different number or name where
+// any would be valid, different cells of a table. The cells of all tables are at the end of a file,
+// so zeros from there on pass. Sign or checksum a file where that matters.
 //
 // Cost: time in proportion to the bytes, whatever they are; memory only for as long as the call
 // takes, some words for every text, number and name of the file. Throws nothing but std::bad_alloc.

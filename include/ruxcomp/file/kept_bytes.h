@@ -11,11 +11,11 @@
 
 namespace ruxcomp::file {
 
-// To map a file of fewer bytes costs as much as to read it.
+// Mapping a file of fewer bytes costs as much as reading it.
 inline constexpr std::size_t kLeastMapped = std::size_t{64} << 10;
 
-// Some in memory, those of a file that is mapped, or those of somebody else, who keeps them. They
-// stay where they are.
+// Bytes in memory, those of a mapped file, or those that somebody else keeps. They stay where they
+// are.
 class KeptBytes {
  public:
   KeptBytes() = default;
@@ -25,13 +25,13 @@ class KeptBytes {
   KeptBytes(const KeptBytes&) = delete;
   KeptBytes& operator=(const KeptBytes&) = delete;
 
-  // In place of what there was, whose views end.
+  // Replaces the previous bytes, whose views end.
   void Keep(std::string bytes) {
     own_ = std::move(bytes);
     view_ = own_;
   }
   void Borrow(std::string_view bytes) { view_ = bytes; }
-  // So many bytes of an open file. False when the system does not map it.
+  // This many bytes of an open file. False when the system does not map it.
   bool Map(int descriptor, std::size_t size) {
     void* const begin = mmap(nullptr, size, PROT_READ, kFlags, descriptor, 0);
     if (begin == MAP_FAILED) return false;

@@ -60,7 +60,7 @@ constexpr const ClassRow* FindClass(std::uint32_t index) {
   return FindRow(kClasses, [&](const ClassRow& row) { return row.base == ClassOf(index); });
 }
 
-// What a lookup answers for a number that no table has; the number itself cannot be found.
+// What a lookup returns for a number that no table has; the number itself cannot be found.
 inline constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
 // What compiled values hold for a text that means nothing.

@@ -175,7 +175,7 @@ inline constexpr ValueType kValueTypes[] = {
 };
 static_assert(AreDistinct(kValueTypes, [](const ValueType& type) { return type.code; }));
 
-// A calculation whose operator compares. FindValueType answers with the other one.
+// A calculation whose operator compares. FindValueType returns the other one.
 inline constexpr ValueType kComparison =
 #define COMPARISON_TYPE(code, shape, least, most, flags) \
   MakeValueType(code, Shape::k##shape, least, most, flags);

@@ -16,11 +16,11 @@
 
 namespace ruxcomp {
 
-// For those who have the content of a meta file by other ways than its bytes: tables and sections
-// go in, and Model(std::move(builder)) comes out.
+// For programs that have the content of a meta file in a form other than its bytes: tables and
+// sections go in, and Model(std::move(builder)) comes out.
 class ModelBuilder {
  public:
-  // How much there will be: what goes in then finds its place made.
+  // How much there will be, so that room for it is made once.
   void ReserveIndices(std::uint32_t index_class, std::size_t count) {
     model_->tables.Reserve(index_class, count);
   }
@@ -29,7 +29,7 @@ class ModelBuilder {
     words_.reserve(((sections + entries) * detail::kHeadWords + values) * language::kWordSize);
   }
 
-  // What an index of a symbol table stands for. The first that is said of an index counts.
+  // What an index of a symbol table stands for. The first one given for an index counts.
   void AddText(std::uint32_t index, std::string_view text) {
     if (text.size() >= detail::TableItem::kNumber - texts_.size()) return;  // more than 4 GiB
     model_->tables.Add(index, {static_cast<std::uint32_t>(text.size()),

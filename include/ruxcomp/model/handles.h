@@ -77,7 +77,7 @@ class Entry {
 
   explicit operator bool() const noexcept { return at_ != nullptr; }
 
-  // A RUX_ENTRY_... or the table index of the entry's name; 0xFFFFFFFF of no entry.
+  // A RUX_ENTRY_... or the table index of the entry's name; 0xFFFFFFFF for no entry.
   std::uint32_t identifier() const noexcept {
     return *this ? detail::IdentifierOf(at_) : 0xFFFFFFFF;
   }
@@ -97,11 +97,11 @@ class Entry {
     return {{{model_, at_ + detail::kHeadWords}}, detail::CountOf(at_)};
   }
 
-  // The n-th value, from 0, or the first one: what gcGetValueByIndex answers.
+  // The n-th value, from 0, or the first one: what gcGetValueByIndex returns.
   Value value(std::size_t n) const noexcept { return values()[n]; }
   Value value() const noexcept { return *this ? model_->FirstValue(at_) : Value(); }
 
-  // The part that a RUX_SELECT_... names: what gcGetValueByID answers.
+  // The part that a RUX_SELECT_... names: what gcGetValueByID returns.
   Value part(std::uint32_t selector) const noexcept {
     const auto type = [this]() -> std::optional<std::uint32_t> {
       const Value first = value();
@@ -129,7 +129,7 @@ class Section {
 
   explicit operator bool() const noexcept { return at_ != nullptr; }
 
-  // A RUX_SECT_...; 0 of no section.
+  // A RUX_SECT_...; 0 for no section.
   std::uint32_t kind() const noexcept { return *this ? detail::IdentifierOf(at_) : 0; }
 
   // Among the sections of its kind, from 0.

@@ -1,4 +1,4 @@
-// What the read model makes when a question needs it; see model.h.
+// What the read model builds when a query needs it; see model.h.
 #ifndef RUXCOMP_MODEL_LAZY_H_
 #define RUXCOMP_MODEL_LAZY_H_
 
@@ -8,8 +8,8 @@
 
 namespace ruxcomp::detail {
 
-// An Index that the second question makes, so that one question alone costs a walk and no memory.
-// Threads may ask at once: each sees none or a whole one. When two make it, the later one drops
+// An Index that the second query builds, so that a single query costs a walk and no memory. Threads
+// may query at once: each sees no index or a complete one. When two build it, the later one drops
 // its own.
 template <class Index>
 class Lazy {
@@ -19,8 +19,8 @@ class Lazy {
   Lazy(const Lazy&) = delete;
   Lazy& operator=(const Lazy&) = delete;
 
-  // Null when there is none, so that the question has to be answered by a walk. fill(index) answers
-  // false when there is no memory; the next question tries again.
+  // Null when there is none, so that the query has to be answered by a walk. fill(index) returns
+  // false when there is no memory; the next query tries again.
   template <class Fill>
   const Index* Get(Fill fill) const noexcept {
     const Index* const made = made_.load(std::memory_order_acquire);

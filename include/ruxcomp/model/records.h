@@ -26,7 +26,8 @@ using TableCells = std::array<std::uint8_t, RUX_TABLE_CELLS>;
 namespace detail {
 
 // The bytes of a meta file, or bytes that are laid out like its sections, and what it takes to read
-// them where they are. Nothing in it changes once it is made but the indices that questions make.
+// them where they are. Once it is made, nothing in it changes except the indices that queries
+// build.
 class Records {
  public:
   // In sections with more entries, these are looked up by hash.

@@ -14,7 +14,7 @@ namespace ruxcomp {
 // gcGetValueByIndex, it does not distinguish the number 0xFFFFFFFF from nothing.
 class Value {
  public:
-  // What is not there, and an index that stands for nothing.
+  // A value that is not there, or an index that stands for nothing.
   constexpr Value() noexcept = default;
   constexpr explicit Value(std::uint32_t index) noexcept : index_(index) {}
   // An index that stands for that. The text is not copied; a zero byte must follow it.
@@ -22,7 +22,7 @@ class Value {
       : index_(index), number_(number) {}
   constexpr Value(std::uint32_t index, std::string_view text) noexcept
       : Value(index, static_cast<std::uint32_t>(text.size()), text.data()) {}
-  // That text with so many bytes, or the number when `text` is null.
+  // The text of this many bytes, or the number when `text` is null.
   constexpr Value(std::uint32_t index, std::uint32_t number, const char* text) noexcept
       : index_(index), number_(number), text_(text) {}
 
@@ -32,7 +32,7 @@ class Value {
   }
   constexpr explicit operator bool() const noexcept { return kind() != RUX_DATA_NONE; }
 
-  // The index, as it is in the file; 0xFFFFFFFF of what is not there.
+  // The index, as it is in the file; 0xFFFFFFFF for a value that is not there.
   constexpr std::uint32_t index() const noexcept { return index_; }
 
   // 0 unless kind() is RUX_DATA_NUMBER.
@@ -41,8 +41,8 @@ class Value {
   }
 
   // The same as a number with a sign, 0 unless kind() is RUX_DATA_NUMBER. Files have no sign: a -20
-  // of the script is 0xFFFFFFEC, and only who knows what the number means knows that it is below 0.
-  // A -1 is 0xFFFFFFFF, which is indistinguishable from nothing.
+  // of the script is 0xFFFFFFEC, and only a program that knows what the number means knows that it
+  // is below 0. A -1 is 0xFFFFFFFF, which is indistinguishable from nothing.
   constexpr std::int32_t signed_number() const noexcept {
     return static_cast<std::int32_t>(number());
   }

@@ -30,7 +30,7 @@ class MetaReferences {
   // The tables must be complete when the first index comes in.
   explicit MetaReferences(const MetaTables& tables) : tables_(tables) {}
 
-  // A group, action or global, and what refers to one: in any order. Define() answers false when
+  // A group, action or global, and what refers to one: in any order. Define() returns false when
   // the name was defined before.
   bool Define(std::uint32_t index) { return !std::exchange(NameOf(index).is_defined, true); }
   void Use(std::uint32_t index, WordPlace place) {
@@ -53,8 +53,8 @@ class MetaReferences {
     name.parent_place = place;
   }
 
-  // Once all sections are read: reports what is referred to and defined nowhere, groups that are
-  // above themselves, and tables without cells.
+  // Once all sections are read: reports what is referred to but not defined, groups that are their
+  // own ancestors, and tables without cells.
   void Check(file::Cursor& cursor) {
     DefineTables();
     for (const std::uint32_t base : {language::CLASS_Group, language::CLASS_Action,

@@ -114,7 +114,7 @@ inline void MetaRules::OnEntry(file::Cursor& cursor, const file::MetaEntryView& 
   value_rules_.CheckEntry(cursor, entry, key->content);
 }
 
-// The key of the schema that the entry is; null when it is another entry. Behind the first other
+// The key of the schema that the entry is; null when it is another entry. After the first other
 // entry there are no more keys.
 inline const language::CompiledEntry* MetaRules::TakeKey(file::Cursor& cursor,
                                                          std::uint32_t identifier,
