@@ -46,10 +46,10 @@ void PrintTo(const Trial& trial, std::ostream* out) { *out << trial.name; }
 
 const Trial kTrials[] = {
     {Form::kMeta, Damage::kCut, "meta file, cut"},
-    {Form::kMeta, Damage::kBit, "meta file, one bit turned over"},
+    {Form::kMeta, Damage::kBit, "meta file, one bit flipped"},
     {Form::kMeta, Damage::kWord, "meta file, one word extreme"},
     {Form::kDebugMeta, Damage::kCut, "debug meta file, cut"},
-    {Form::kDebugMeta, Damage::kBit, "debug meta file, one bit turned over"},
+    {Form::kDebugMeta, Damage::kBit, "debug meta file, one bit flipped"},
     {Form::kDebugMeta, Damage::kWord, "debug meta file, one word extreme"},
 };
 

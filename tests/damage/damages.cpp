@@ -59,7 +59,7 @@ std::string Damages::Name(std::size_t i) const {
     case Damage::kCut:
       return "cut to " + std::to_string(i) + " bytes";
     case Damage::kBit:
-      return "byte " + std::to_string(i / 8) + ", bit " + std::to_string(i % 8) + " turned over";
+      return "byte " + std::to_string(i / 8) + ", bit " + std::to_string(i % 8) + " flipped";
     case Damage::kWord:
       return "word at " + std::to_string(i / Words().size() * kWordSize) + " set to " +
              std::to_string(ExtremesFor(file_)[i % Words().size()]);

@@ -7,7 +7,7 @@
 
 enum class Damage {
   kCut,   // every shorter length, 0 included
-  kBit,   // every single bit of the first 4 KiB turned over
+  kBit,   // every single bit of the first 4 KiB flipped
   kWord,  // every aligned word set to each of eight extreme numbers
 };
 

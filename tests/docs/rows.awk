@@ -59,7 +59,7 @@ what == "value types" {
   if (type != "") print row counts " "
   type = $1
   row = "| " $1 " | " parts() " | "
-  counts = $4 == "keeps-surplus" ? $2 " or more, warned of beyond" : range($2, $3, " or more")
+  counts = $4 == "keeps-surplus" ? $2 "; more draw a warning" : range($2, $3, " or more")
 }
 
 what == "last errors" { print "| " $1 " | " code("RUX_ERROR_" $2) " | " $3 " " }
