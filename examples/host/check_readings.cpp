@@ -1,4 +1,4 @@
-// Holds readings of sensors, "NAME NUMBER" a line, against the thresholds of a meta file:
+// Compares readings of sensors, "NAME NUMBER" a line, with the thresholds of a meta file:
 //
 //   $ printf 'CPU0_TEMP 104\nCPU1_TEMP 60\nCPU9_TEMP 60\n' | check_readings server.meta
 //   CPU0_TEMP: 104 is above THRESHOLD_WH (92)
@@ -31,7 +31,7 @@ constexpr Threshold kThresholds[] = {
     {"THRESHOLD_FH", RUX_ENTRY_THRESHOLD_FH, true},
 };
 
-// Tells every threshold that the reading is beyond; whether there is one.
+// Reports every threshold that the reading is beyond; returns whether there is one.
 bool IsBeyond(const ruxcomp::Section sensor, std::int32_t reading) {
   bool is_beyond = false;
   for (const Threshold& threshold : kThresholds) {

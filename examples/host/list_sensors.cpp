@@ -14,8 +14,8 @@
 #include "ruxcomp/ruxcomp.h"
 
 // Every host gives the library a place for its messages. They come from compiling scripts, and from
-// loading the library where the reader of scripts is not installed: a program that only asks has no
-// use for either.
+// loading the library where the reader of scripts is not installed: a program that only queries has
+// no use for either.
 extern "C" RUX_API void Output(unsigned int /*size*/, const char* /*format*/, ...) {}
 
 namespace {
@@ -69,7 +69,7 @@ std::vector<Row> SensorRows() {
   return rows;
 }
 
-// ID and NAME stand left in their columns, numbers right.
+// ID and NAME are aligned left in their columns, numbers right.
 void PrintTable(const std::vector<Row>& rows) {
   Row titles;
   std::transform(kColumns.begin(), kColumns.end(), titles.begin(),
