@@ -51,7 +51,7 @@ rux_meta = rule(
             doc = "All files that it includes, directly or not.",
             allow_files = True,
         ),
-        "debug_meta": attr.bool(doc = "Whether there is to be a debug meta file."),
+        "debug_meta": attr.bool(doc = "Whether to make a debug meta file."),
         "options": attr.string_list(doc = "Further options of rux compile."),
         "time": attr.int(doc = "The time of creation in the files, in seconds since 1970."),
         "_rux": attr.label(
@@ -72,7 +72,7 @@ def _local_rux_impl(repository_ctx):
 
 local_rux = repository_rule(
     implementation = _local_rux_impl,
-    doc = "The rux of this machine, as @rux//:rux. Its content counts as an input of every action.",
+    doc = "The rux of this machine, as @rux//:rux. Its content is an input of every action.",
     attrs = {"path": attr.string(doc = "Where it is; without a path, the one on the PATH.")},
     environ = ["PATH"],
     local = True,

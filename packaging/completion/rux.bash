@@ -2,7 +2,7 @@
 
 # Splits the command line up to the cursor into words, without their quotes. Leaves in:
 #   words     the words, the one at the cursor last
-#   fragment  how much of it stands before what readline replaces: readline takes an open quote and
+#   fragment  how much of it precedes what readline replaces: readline takes an open quote and
 #             each of $COMP_WORDBREAKS for the beginning of a word
 #   quote     the quote that is open at the cursor
 _rux_split() {
@@ -70,11 +70,11 @@ _rux_words() {
   done
   ((${#COMPREPLY[@]} == 1)) && [[ $rest || $text == *[/=] ]] || return
   compopt -o nospace
-  # Readline would close the quote behind the only word, but not behind what two have in common.
+  # Readline would close the quote after the only word, but not after what two have in common.
   [[ $quote ]] && COMPREPLY+=("$quoted${rest:-...}")
 }
 
-# Files behind the first $2 bytes of the word $1: those with an extension of $3 ... and folders, or all
+# Files after the first $2 bytes of the word $1: those with an extension of $3 ... and folders, or all
 # when there are none.
 _rux_files() {
   local word=$1 front=${1:0:$2} name extension all=() fitting=()

@@ -3,7 +3,7 @@
 function __rux_words --description 'What the word may become, from the lines about it' --argument-names word
     set -l lines $argv[2..]
     string replace --regex '\t[^\t]*\t' '\t' -- $lines
-    # Fish puts a blank behind the only word that fits, which is in the way when the word may go on.
+    # Fish puts a blank after the only word that fits, which is in the way when the word may go on.
     set -l fitting (string match --regex -- '^'(string escape --style=regex -- $word)'.*' $lines)
     if test (count $fitting) -eq 1
         set -l fields (string split \t -- $fitting)
@@ -11,7 +11,7 @@ function __rux_words --description 'What the word may become, from the lines abo
     end
 end
 
-function __rux_files --description 'Files with these extensions behind the first bytes of the word' --argument-names word size
+function __rux_files --description 'Files with these extensions after the first bytes of the word' --argument-names word size
     set -l prefix (string sub --length $size -- $word)
     set -l start (math $size + 1)
     set -l files (complete --do-complete "'' "(string escape -- (string sub --start $start -- $word)))

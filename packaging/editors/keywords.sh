@@ -4,7 +4,7 @@
 #
 #   keywords.sh [--update] FILE BUILD
 #
-# FILE is vim/syntax/rux.vim or vscode/syntaxes/rux.tmLanguage.json. What stands between the lines
+# FILE is vim/syntax/rux.vim or vscode/syntaxes/rux.tmLanguage.json. What is between the lines
 # with "generated: LIST" and "end of what is generated" is replaced by what generate/*.awk make of the
 # lists. Those come from the program language_tables, which prints them for the manual as well.
 set -eu

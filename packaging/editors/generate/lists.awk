@@ -23,7 +23,7 @@ function add(style, pattern, value,    i) {
   rule_pattern[rule_count] = pattern
 }
 
-# What stands behind the "=". The rows of a table are texts only to the library.
+# What follows the "=". The rows of a table are texts only to the library.
 function value_form() {
   if ($5 == "text" && !($1 == "TABLE" && $2 == "any")) return "Texts"
   return $5 == "value" ? "Values" : "Numbers"

@@ -7,16 +7,16 @@ syntax case match
 " A value may go on for many lines.
 syntax sync fromstart
 
-" Comments begin at the beginning of a line or behind a blank. A backslash at the end joins the next
+" Comments begin at the beginning of a line or after a blank. A backslash at the end joins the next
 " line to them as well.
 syntax region ruxComment start=/\%(^\|[[:blank:]]\)\@1<=[#;]/ skip=/\\$/ end=/$/ contains=ruxTodo,@Spell
 syntax keyword ruxTodo contained TODO FIXME XXX
 
-" Sections of a kind that is not known are skipped, and what stands in front of the first one.
+" Sections of a kind that is not known are skipped, and so is what precedes the first one.
 syntax match ruxSkipped /^\s*[^#;[:blank:][].*$/
 syntax region ruxUnknown matchgroup=ruxError start=/^\s*\[[^]]*\]\?/ end=/^\ze\s*\[/ contains=ruxComment,ruxSkipped
 
-" What stands behind the "=".
+" What follows the "=".
 syntax region ruxTexts contained keepend start=/=/ skip=/\\$/ end=/$/ contains=ruxComment,ruxString,ruxUnclosed,ruxJoin
 syntax region ruxNumbers contained keepend start=/=/ skip=/\\$/ end=/$/ contains=@ruxPart
 syntax region ruxValues contained keepend start=/=/ skip=/\\$/ end=/$/ contains=@ruxPart,ruxType
