@@ -14,7 +14,8 @@ struct Usage {
 };
 
 // Runs the command with its output thrown away. Throws std::runtime_error when it cannot be started
-// or does not end with `status`. The peak is never told below that of the process that calls this.
+// or does not end with `status`. The peak is never reported as less
+// than that of the process that calls this.
 Usage Run(const Command& command, int status = 0);
 
 #endif  // BENCH_FILES_PROCESS_H_

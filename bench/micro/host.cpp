@@ -9,7 +9,7 @@
 #include "bench/files/model_files.h"
 #include "ruxcomp/ruxcomp.h"
 
-// Nothing is wrong with generated machines. What the library tells while it is loaded, that the
+// Nothing is wrong with generated machines. What the library reports while it is loaded, that the
 // reader plug-in is not installed, does not matter: the reader is part of the program.
 extern "C" __attribute__((visibility("default"))) void Output(unsigned int /*size*/,
                                                               const char* /*format*/, ...) {}

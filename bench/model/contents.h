@@ -1,4 +1,4 @@
-// The kinds of content that are measured: what is quick with one may be slow with another.
+// The kinds of content that are measured: what is fast with one may be slow with another.
 #ifndef BENCH_MODEL_CONTENTS_H_
 #define BENCH_MODEL_CONTENTS_H_
 
@@ -16,12 +16,12 @@ Machine MakeRealMachine(std::uint32_t sensors);
 struct Content {
   const char* name;
   Machine (*make)(std::uint32_t sensors);
-  // For rux: what its author means, and would have rux not warn of.
+  // For rux: turns off the warnings about what the author intends.
   std::vector<const char*> options;
 };
 inline const std::vector<Content>& Contents() {
   static const std::vector<Content> contents = {
-      // Few entries, and much that is said again and again.
+      // Few entries, and much repetition.
       {"plain", MakePlainMachine, {}},
       // Long comments, limits that nearly all differ, values of all types.
       {"rich", MakeRichMachine, {}},

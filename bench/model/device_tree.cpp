@@ -201,7 +201,7 @@ class DeviceTreeWriter {
     Operands(value.operands);
   }
 
-  // A cell each; arguments and steps are told from numbers by bits that no number here has.
+  // A cell each; bits that no number here has distinguish arguments and steps from numbers.
   void Operands(const std::vector<Operand>& operands) {
     for (const Operand& operand : operands) {
       out_ << ' ';

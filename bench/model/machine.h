@@ -1,4 +1,4 @@
-// What a machine's description holds: groups that hang in trees, sensors, the actions, tables and
+// What a machine's description holds: groups in trees, sensors, the actions, tables and
 // globals that their readings go through, devices, and the lists of what reports events. It is
 // independent of any language: writers.h writes it for each compiler in the comparison, and
 // contents.h lists the machines.
@@ -57,7 +57,7 @@ struct Threshold {
 struct Group {
   std::string name;
   std::uint32_t parent;    // an index into groups, or kRoot
-  std::uint32_t children;  // how many groups hang in it
+  std::uint32_t children;  // how many groups are directly below it
 };
 constexpr std::uint32_t kRoot = 0xFFFFFFFF;
 

@@ -1,4 +1,4 @@
-// Areas that hang in a tree, about twenty sensors in each.
+// A tree of areas, about twenty sensors in each.
 #include <cstdint>
 #include <iterator>
 #include <string>

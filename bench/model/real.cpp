@@ -1,5 +1,5 @@
-// Machines with the content of real descriptions; README.md has the figures. A large one is made of
-// many boards.
+// Machines with the content of real descriptions; README.md has the figures. A large one consists
+// of many boards.
 #include <cstdint>
 #include <iterator>
 #include <string>

@@ -77,7 +77,7 @@ void Globals(std::uint32_t count, const std::string& folder) {
   });
 }
 
-// Every range of cells once, at most 32,896. So many rows must hide one another, which is told.
+// Every range of cells once, at most 32,896. So many rows must hide one another, which is reported.
 void Rows(std::uint32_t count, const std::string& folder) {
   std::uint32_t first = 0, last = 0;
   Section(count, folder, "[TABLE]\nNAME = CURVE\nTYPE = 1",
@@ -221,7 +221,7 @@ const std::vector<Shape>& Shapes() {
       {"local-values", "values of one ACTION section", 100000, Verdict::kClean, LocalValues},
       {"value-loop", "globals in one loop", 100000, Verdict::kWarned, ValueLoop},
       {"value-loops", "loops of globals", 100000, Verdict::kWarned, ValueLoops},
-      {"hidden-characters", "characters that are warned of", 100000, Verdict::kWarned,
+      {"hidden-characters", "characters that draw a warning", 100000, Verdict::kWarned,
        HiddenCharacters},
   };
   return shapes;
