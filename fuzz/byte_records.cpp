@@ -78,7 +78,7 @@ std::unique_ptr<Object> New() {
   return std::make_unique<Object>();
 }
 
-// Records that nest no other: all that is taken stands in them as it is written.
+// Records that nest no other: all that is taken is in them as it is written.
 template <class Object>
 void PlainRoundTrips(const Bytes& record) {
   RoundTrips(New<Object>, record);

@@ -153,7 +153,7 @@ std::string Decompiled(const std::string& debug_meta) {
       rux::decompile::ScriptSectionsOf(meta);
   std::string text = rux::decompile::ScriptText(sections);
   Expect(!rux::decompile::MisreadItem(meta, sections, text),
-         "what came out of a script can stand in one");
+         "what came out of a script can be written in one");
   return text;
 }
 

@@ -54,12 +54,12 @@ void AskEverything() {
   }
   AskForTexts(nullptr);
   AskForEntries(nullptr);
-  Expect(gdGetLastError() == RUX_ERROR_NO_SECTION, "the last error tells that there is no section");
+  Expect(gdGetLastError() == RUX_ERROR_NO_SECTION, "the last error says that there is no section");
   gdGetEntryName(nullptr);
   gdGetValue(nullptr);
 }
 
-// Answers 0 also when the end of a record was raised.
+// Returns 0 also when the library threw at the end of a record.
 std::uint32_t Load(const std::string& path, tagMETAFILEINFO& info) {
   try {
     return gdInit(path, &info);

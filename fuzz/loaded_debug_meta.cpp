@@ -102,7 +102,7 @@ void ExpectLoaded(const rux::compiled::DebugMeta& meta) {
     if (kind.empty()) continue;
     const std::uint32_t count = ExpectSections(kind);
     Expect(gdGetSectByIndex(kind.front().identifier, count) == nullptr,
-           "no section is loaded that does not stand in the file");
+           "no section is loaded that is not in the file");
   }
 }
 

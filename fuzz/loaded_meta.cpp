@@ -52,7 +52,7 @@ bool AreEqual(const tagTBLDATA& one, const tagTBLDATA& other) {
 }
 
 // Whether the length of a table counts names without an index: how these are read depends on what
-// the file happens to hold behind the names.
+// the file happens to hold after the names.
 bool HasNotes(const rux::compiled::CompiledMeta& meta) {
   return std::any_of(meta.tables.begin(), meta.tables.end(),
                      [](const rux::compiled::CompiledTable& table) { return !table.note.empty(); });
@@ -84,8 +84,7 @@ void ExpectLoaded(const rux::compiled::CompiledMeta& meta) {
     }
   }
   for (std::uint32_t kind = RUX_SECT_MORVRUX; kind <= RUX_SECT_INCLUDE; ++kind) {
-    Expect(gcGetSectCount(kind) == ordinals[kind],
-           "no section is loaded that does not stand in the file");
+    Expect(gcGetSectCount(kind) == ordinals[kind], "no section is loaded that is not in the file");
   }
 }
 

@@ -183,7 +183,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   tagMETAFILEINFO info{};
   const std::uint32_t loaded = gcInit(folder / "meta", &info);
   Expect(gcGetLastError() == (loaded ? RUX_ERROR_OK : RUX_ERROR_CANNOT_READ),
-         "the last error tells whether the file was loaded");
+         "the last error says whether the file was loaded");
   if (faults.empty()) {
     Expect(loaded == 1, "a sound file can be loaded");
     Expect(info.version == meta.version && info.creationTime == meta.creation_time,

@@ -20,7 +20,7 @@ void AskWithoutRoom(void* section, std::size_t name_length) {
   auto size = static_cast<std::uint32_t>(name_length);
   std::uint32_t line = 0;
   Expect(!RSGetSectInfo(section, buffer.data(), &size, &line), "a small buffer is refused");
-  Expect(size == name_length + 1, "a refusal tells the size that is needed");
+  Expect(size == name_length + 1, "a refusal gives the size that is needed");
   Expect(buffer == std::string(name_length, '-'), "a small buffer is left alone");
 }
 

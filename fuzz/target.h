@@ -1,4 +1,4 @@
-// What every fuzz target is made of: the function that takes one input, and how it tells a find.
+// What every fuzz target has: the function that takes one input, and how it reports a find.
 //
 // A target feeds its input to the library, and ends the process when anything but a promised
 // outcome comes of it. The sanitizers see to the rest.

@@ -100,7 +100,7 @@ void ExpectSectionById(std::uint32_t kind, std::uint32_t id) {
   });
   Expect(gcGetSectByID(kind, id) == walk.found, "the first section with an ID is found");
   Expect(gcGetLastError() == walk.Code(RUX_ERROR_ID_NOT_FOUND, RUX_ERROR_NO_IDS),
-         "the last error tells why there is no section with the ID");
+         "the last error says why there is no section with the ID");
 }
 
 void ExpectSectionByName(std::uint32_t kind, const std::string& name) {
@@ -115,7 +115,7 @@ void ExpectSectionByName(std::uint32_t kind, const std::string& name) {
   });
   Expect(gcGetSectByName(kind, name) == walk.found, "the first section with a name is found");
   Expect(gcGetLastError() == walk.Code(RUX_ERROR_NAME_NOT_FOUND, RUX_ERROR_NO_NAMES),
-         "the last error tells why there is no section with the name");
+         "the last error says why there is no section with the name");
 }
 
 void ExpectEntryByName(GCSECTION section, const std::string& name) {
@@ -133,7 +133,7 @@ void ExpectValue(GCENTRY entry, std::uint32_t ordinal) {
   const tagTBLDATA expected = Resolve(static_cast<tagGCENTRY*>(entry)->values[ordinal]);
   Expect(AreEqual(gcGetValueByIndex(entry, ordinal), expected), "values are looked up right");
   Expect(gcGetLastError() == (expected.kind ? RUX_ERROR_OK : RUX_ERROR_UNRESOLVED),
-         "the last error tells whether a value can be looked up");
+         "the last error says whether a value can be looked up");
 }
 
 }  // namespace fuzz
