@@ -16,11 +16,11 @@
 // terminating zero included, and nothing else; with buffers of at least these sizes it fills them.
 // A buffer that is too small gets its needed size stored and nothing is filled.
 //
-// Any number of files may be open at once. A file whose sections were asked for may include what is
-// opened next: such a file is not opened again, nor is another one when there are a thousand of
-// them. Handles stay valid until their file is closed; every function accepts a null handle and
-// answers 0 or null. Problems of a script go to the function Output of the host program, if it has
-// one (messages.h). One thread at a time.
+// Any number of files may be open at once. A file whose sections were requested may include the
+// file that is opened next: such a file is not opened again, and when there are a thousand of them,
+// no further one is opened. Handles stay valid until their file is closed; every function accepts a
+// null handle and returns 0 or null. Problems of a script go to the function Output of the host
+// program, if it has one (messages.h). One thread at a time.
 #ifndef READER_EXPORTS_H_
 #define READER_EXPORTS_H_
 
@@ -31,14 +31,14 @@
 
 extern "C" {
 
-// Opens and reads a script. Returns a file handle, or null when there is no such file, it cannot be
-// read, would include itself, or is too large, and when a thousand include each other. A path is
-// tried as it is and then, when there is no such file, with backslashes read as slashes. Of pipes
-// and devices, only those that the process already has open are read, as /dev/stdin or /dev/fd/N:
-// opening another one may block for ever.
+// Opens and reads a script. Returns a file handle, or null when the file does not exist, cannot be
+// read, would include itself or is too large, or when a thousand files include each other. A path
+// is tried as it is and then, when there is no such file, with backslashes read as slashes. Of
+// pipes and devices, only those that the process already has open are read, as /dev/stdin or
+// /dev/fd/N: opening another one may block for ever.
 RS_EXPORT void* RSOpenFile(const std::string& path);
 
-// Splits the script into sections and items and reports its problems; a second time, does nothing.
+// Splits the script into sections and items and reports its problems; a second call does nothing.
 // Returns 1, or 0 for a null handle and when memory runs out.
 RS_EXPORT std::uint32_t RSParse(void* file);
 
@@ -60,7 +60,8 @@ RS_EXPORT std::uint32_t RSEnumItem(void* section, std::uint32_t index, char* key
 // capital E is part of the exported name.
 RS_EXPORT void* RSFindSEction(void* file, const std::string& name, std::uint32_t reserved);
 
-// Closes the file and sets the caller's handle to null. Returns 1, or 0 when it already is null.
+// Closes the file and sets the caller's handle to null. Returns 1, or 0 when the handle is null
+// already.
 RS_EXPORT std::uint32_t RSCloseFile(void** file);
 
 }  // extern "C"
