@@ -84,10 +84,10 @@ void KeepApart(const std::vector<CompileOptions>& runs) {
   std::vector<NamedFile> kept;
   std::vector<NamedFile> written;
   for (const CompileOptions& run : runs) {
-    const std::string& script = scripts.emplace_back(sources::ToOpenablePath(run.script_name()));
-    kept.push_back({"script", script});
+    scripts.push_back(sources::ToOpenablePath(run.script_name()));
+    kept.push_back({"script", scripts.back()});
     if (!run.reporting.is_piece)
-      written.push_back({"diagnostics file", run.reporting.file, &script});
+      written.push_back({"diagnostics file", run.reporting.file, &scripts.back()});
   }
   const diagnostics::ReportOptions& reporting = runs.front().reporting;
   if (reporting.is_piece) written.push_back({"diagnostics file", reporting.file});

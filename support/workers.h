@@ -23,8 +23,9 @@ struct JobResult {
 // reported on its standard error, as main() does it.
 //
 // A signal that ends this process (SIGINT, SIGTERM, SIGHUP, SIGQUIT) ends those others first, and
-// interrupted() is called; when nothing can hold it back (SIGKILL), the system ends them. Throws a Failure when no process can be
-// started, and passes on what `report` throws; those that are under way are ended then.
+// interrupted() is called; when nothing can hold it back (SIGKILL), the system ends them. Throws a
+// Failure when no process can be started, and passes on what `report` throws; those that are under
+// way are ended then.
 void RunJobs(std::size_t count, std::size_t most,
              const std::function<ExitStatus(std::size_t)>& work,
              const std::function<void(std::size_t, const JobResult&)>& report,
