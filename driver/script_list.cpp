@@ -1,5 +1,8 @@
 #include "driver/script_list.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
@@ -9,12 +12,15 @@
 #include <utility>
 #include <vector>
 
+#include "diagnostics/report.h"
 #include "driver/compile_options.h"
 #include "reader/include_folders.h"
 #include "sources/main_scripts.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/input_file.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 
 namespace rux::driver {
 namespace {
@@ -25,9 +31,25 @@ support::Failure WrongUsage(const char* text, const std::string& name) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{} {}", text, name);
 }
 
-std::vector<std::string> MainScriptsBelow(const std::string& folder) {
+// The header of a main script may be misspelt.
+void ReportUnused(const std::string& folder, const std::vector<std::string>& scripts) {
+  constexpr std::size_t kMost = 3;
+  std::string names;
+  for (std::size_t i = 0; i < std::min(scripts.size(), kMost); ++i) {
+    names += (i == 0 ? "" : ", ") + scripts[i];
+  }
+  if (scripts.size() > kMost) names += fmt::format(" and {} more", scripts.size() - kMost);
+  support::PrintError(support::SafeFormat(
+      "rux: note: skipped (no MORVRUX section, and no main script below {} includes it): {}\n",
+      folder, names));
+}
+
+std::vector<std::string> MainScriptsBelow(const std::string& folder, bool reports_unused) {
   const sources::FolderScripts scripts = sources::ScriptsBelow(folder);
-  if (!scripts.mains.empty()) return scripts.mains;
+  if (!scripts.mains.empty()) {
+    if (!scripts.unused.empty() && reports_unused) ReportUnused(folder, scripts.unused);
+    return scripts.mains;
+  }
   if (scripts.others.empty()) throw WrongUsage("there are no scripts (*.rux) below", folder);
   throw support::Failure(
       support::ExitStatus::kWrongUsage,
@@ -63,6 +85,9 @@ std::vector<std::string> LinesOf(const std::string& list) {
 
 class ScriptList {
  public:
+  // `reports_unused`: people are told which scripts of folders are part of no machine.
+  explicit ScriptList(bool reports_unused) : reports_unused_(reports_unused) {}
+
   void Add(const std::string& argument) {
     if (argument.front() != kListMark) return AddNamed(argument);
     is_list_ = true;
@@ -85,10 +110,11 @@ class ScriptList {
     std::error_code none_there;
     if (!std::filesystem::is_directory(name, none_there)) return scripts_.push_back(name);
     is_list_ = true;
-    const std::vector<std::string> scripts = MainScriptsBelow(name);
+    const std::vector<std::string> scripts = MainScriptsBelow(name, reports_unused_);
     scripts_.insert(scripts_.end(), scripts.begin(), scripts.end());
   }
 
+  const bool reports_unused_;
   std::vector<std::string> scripts_;
   bool is_list_ = false;
 };
@@ -97,7 +123,8 @@ class ScriptList {
 
 void ExpandScripts(CompileOptions& options) {
   const ruxcomp::reader::IncludeFolders folders(options.include_folders);
-  ScriptList list;
+  const diagnostics::ReportOptions& reporting = options.reporting;
+  ScriptList list(reporting.format == "human" || !reporting.file.empty());
   for (const std::string& argument : options.scripts) list.Add(argument);
   list.MoveTo(options);
 }

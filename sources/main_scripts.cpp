@@ -6,6 +6,7 @@
 #include <fstream>
 #include <ios>
 #include <iterator>
+#include <set>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -47,6 +48,18 @@ bool Mentions(const fs::path& path, const char* word) {
   return text.find(word) != std::string::npos;
 }
 
+// Whether a line begins like the header of the section, which spares most main scripts from being
+// loaded twice.
+bool HasMainHeader(const fs::path& path) {
+  const std::string header = std::string("[") + kMainSection;
+  std::ifstream file(path, std::ios::binary);
+  for (std::string line; std::getline(file, line);) {
+    const std::size_t begin = line.find_first_not_of(" \t");
+    if (begin != std::string::npos && line.compare(begin, header.size(), header) == 0) return true;
+  }
+  return false;
+}
+
 bool HasMainSection(const SourceSet& sources) {
   const std::vector<SourceSection>& sections = sources.sections();
   return std::any_of(sections.begin(), sections.end(), [](const SourceSection& section) {
@@ -56,9 +69,10 @@ bool HasMainSection(const SourceSet& sources) {
 
 SourceSet LoadFile(const std::string& path) { return Load(language::ToLibraryPath(path)); }
 
-bool IsMain(const std::string& script) {
-  return (Mentions(script, kMainSection) || Mentions(script, kInclude)) &&
-         HasMainSection(LoadFile(script));
+// With all that it includes; nothing when it cannot be a main script.
+SourceSet LoadIfMain(const std::string& script) {
+  const bool may_be = Mentions(script, kMainSection) || Mentions(script, kInclude);
+  return may_be ? LoadFile(script) : SourceSet();
 }
 
 bool IsMainOf(const std::string& script, const std::string& part) {
@@ -84,7 +98,7 @@ std::vector<std::string> ScriptsIn(const fs::path& folder) {
 }  // namespace
 
 bool IsPart(const std::string& path) {
-  return IsRegular(path) && !Mentions(path, kMainSection) && !HasMainSection(LoadFile(path));
+  return IsRegular(path) && !HasMainHeader(path) && !HasMainSection(LoadIfMain(path));
 }
 
 std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts) {
@@ -114,10 +128,22 @@ FolderScripts ScriptsBelow(const std::string& folder) {
   if (error) throw support::SystemFailure("cannot read", folder, error.value());
   std::sort(paths.begin(), paths.end());
   FolderScripts scripts;
+  std::set<fs::path> included;
   for (const fs::path& path : paths) {
     const std::string script = (folder == "." ? path.lexically_relative(folder) : path).string();
-    (IsMain(script) ? scripts.mains : scripts.others).push_back(script);
+    const SourceSet sources = LoadIfMain(script);
+    const bool is_main = HasMainSection(sources);
+    (is_main ? scripts.mains : scripts.others).push_back(script);
+    if (!is_main) continue;
+    for (const Opening& opening : sources.openings()) {
+      included.insert(fs::weakly_canonical(opening.file->path(), error));
+    }
   }
+  const auto is_included = [&](const std::string& script) {
+    return included.count(fs::weakly_canonical(script, error)) != 0;
+  };
+  std::copy_if(scripts.others.begin(), scripts.others.end(), std::back_inserter(scripts.unused),
+               [&](const std::string& script) { return !is_included(script); });
   return scripts;
 }
 

@@ -29,6 +29,7 @@ std::vector<std::string> FindMainScripts(const std::string& part);
 struct FolderScripts {
   std::vector<std::string> mains;
   std::vector<std::string> others;
+  std::vector<std::string> unused;  // those of the others that none of the main scripts includes
 };
 FolderScripts ScriptsBelow(const std::string& folder);
 
