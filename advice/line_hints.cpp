@@ -136,8 +136,7 @@ std::uint32_t LineCutBefore(const sources::SourceFile& file, const ruxcomp::read
   if (item.line < 2 || HasEquals(file, item)) return 0;
   const std::string_view before = WithoutBlanksAtEnd(file.Line(item.line - 1));
   const bool is_cut = !before.empty() && (before.back() == ',' || before.back() == '\\');
-  const bool is_comment = Trim(before).find_first_of("#;") == 0;
-  return is_cut && !is_comment ? item.line - 1 : 0;
+  return is_cut && !ruxcomp::reader::IsCommentLine(before) ? item.line - 1 : 0;
 }
 
 bool AddLineHint(const sources::SourceSet& sources, Diagnostic& diagnostic) {

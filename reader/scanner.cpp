@@ -20,8 +20,6 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-bool IsCommentSign(char c) { return c == '#' || c == ';'; }
-
 // What a line looks like outside its quotes.
 struct Outline {
   std::string_view content;        // without comment and trailing blanks
@@ -34,7 +32,8 @@ struct Outline {
 // The characters that an outline looks at; most characters of a script are others.
 constexpr std::array<bool, 256> kIsSpecial = [] {
   std::array<bool, 256> turns{};
-  for (const char c : {'"', '=', ',', '#', ';'}) turns[static_cast<unsigned char>(c)] = true;
+  for (const char c : {'"', '=', ','}) turns[static_cast<unsigned char>(c)] = true;
+  for (const char c : kCommentSigns) turns[static_cast<unsigned char>(c)] = true;
   return turns;
 }();
 

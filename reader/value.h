@@ -22,6 +22,16 @@ inline std::string_view Trim(std::string_view text) {
   return text;
 }
 
+// What begins a comment.
+inline constexpr char kCommentSigns[] = {'#', ';'};
+
+inline bool IsCommentSign(char c) { return c == kCommentSigns[0] || c == kCommentSigns[1]; }
+
+inline bool IsCommentLine(std::string_view line) {
+  const std::string_view text = Trim(line);
+  return !text.empty() && IsCommentSign(text.front());
+}
+
 // A comma outside double quotes, with the blanks next to it: only the comma is delivered.
 struct Separator {
   std::size_t begin;

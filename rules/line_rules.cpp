@@ -22,20 +22,16 @@
 namespace rux::rules {
 namespace {
 
+using ruxcomp::reader::IsCommentLine;
+using ruxcomp::reader::IsCommentSign;
+
 constexpr std::size_t kNone = std::string_view::npos;
 
 bool IsBlankLine(std::string_view line) { return ruxcomp::reader::Trim(line).empty(); }
 
-bool IsCommentSign(char c) { return c == '#' || c == ';'; }
-
-bool IsComment(std::string_view line) {
-  const std::string_view text = ruxcomp::reader::Trim(line);
-  return !text.empty() && IsCommentSign(text.front());
-}
-
 // Whether the line has a comment: at its beginning, or after a blank outside quotes.
 bool HasComment(std::string_view line) {
-  if (IsComment(line)) return true;
+  if (IsCommentLine(line)) return true;
   bool is_quoted = false;
   for (std::size_t i = 1; i < line.size(); ++i) {
     if (line[i] == '"') is_quoted = !is_quoted;
@@ -86,7 +82,7 @@ class JoinedLines {
     if (std::count(line.begin(), line.end(), '"') % 2 != 0) is_quoted_ = !is_quoted_;
     if (is_comment_) return;
     is_comment_ = HasComment(line);
-    if (is_comment_ && !IsBlankLine(next) && !IsComment(next)) {
+    if (is_comment_ && !IsBlankLine(next) && !IsCommentLine(next)) {
       report_.Add(RuleId::kJoinedComment, PlaceOf(line),
                   "the comment ends with a backslash: the next line is part of it");
     } else if (has_value_ && !is_comment_ && !is_quoted_ && LooksLikeItem(next)) {

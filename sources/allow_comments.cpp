@@ -17,22 +17,20 @@ namespace rux::sources {
 namespace {
 
 using ruxcomp::reader::IsBlank;
+using ruxcomp::reader::IsCommentLine;
+using ruxcomp::reader::IsCommentSign;
 using support::ByteRange;
 
 constexpr std::size_t kNone = std::string_view::npos;
-constexpr std::string_view kSigns = "#;";
 
 // Whether nothing but the sign of a comment is there. A backslash may have joined lines before it.
 bool BeginsComment(std::string_view text) {
   constexpr std::string_view kBlank = " \t\\\r\n";
   const std::size_t sign = text.find_first_not_of(kBlank);
-  return sign != kNone && kSigns.find(text[sign]) != kNone &&
-         text.find_first_not_of("#; \t", sign) == kNone;
-}
-
-bool IsCommentLine(std::string_view line) {
-  const std::string_view text = ruxcomp::reader::Trim(line);
-  return !text.empty() && kSigns.find(text.front()) != kNone;
+  if (sign == kNone || !IsCommentSign(text[sign])) return false;
+  const std::string_view comment = text.substr(sign);
+  return std::all_of(comment.begin(), comment.end(),
+                     [](char c) { return IsCommentSign(c) || IsBlank(c); });
 }
 
 // The ids after the marker, up to what no comma joins to them.
