@@ -23,8 +23,8 @@ inline constexpr ruxcomp::findings::MessageRow kUnreadIncludes = {
     "unread-includes",
     ruxcomp::findings::Level::kNote,
     "errors may follow from files that could not be included",
-    "Some INCLUDEs could not be read, see missing-include. What those files define is missing: "
-    "correct the INCLUDEs first.",
+    "Some INCLUDEs could not be read (see missing-include), so what those files define is missing. "
+    "Correct the INCLUDEs first.",
     R"([INCLUDE]
 FILE = machin.rux
 [GLOBAL]
@@ -40,9 +40,10 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     "checked-as-part",
     ruxcomp::findings::Level::kNote,
     "a file is checked as part of the machine that includes it",
-    "The file has no MORVRUX section. rux check finds the main scripts that include it, in the "
-    "project file or, when that names none, in the nearest folder upwards that has one, checks "
-    "those, and reports only what concerns the file. With --as-main, it checks the file by itself.",
+    "The file has no MORVRUX section, so rux check checks the main scripts that include it: those "
+    "that the project file names, or else those in the nearest folder that has one, from the "
+    "file's own folder upwards. Only what concerns the file is reported. With --as-main, the file "
+    "is checked by itself.",
     "",
     ""};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart,

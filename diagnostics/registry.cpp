@@ -43,7 +43,7 @@ namespace {
 
 constexpr std::string_view kNoExample = "There is no example script for this message.";
 constexpr std::string_view kMachineNote =
-    "machine.rux is the rest of a machine; 'rux explain all' prints one at its end.";
+    "machine.rux is the rest of the machine; 'rux explain all' prints it at the end.";
 
 constexpr std::size_t kWidth = 80;
 

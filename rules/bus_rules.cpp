@@ -60,7 +60,7 @@ void CheckMisplacedBusType(const ScriptItem& item, const RuleContext& context) {
     if (is_field && item.record->fields[field].name == kBusType) continue;
     context.report.Add(
         RuleId::kMisplacedBusType, item,
-        [&] { return fmt::format("{} is not in the place of a bus type", text); }, text);
+        [&] { return fmt::format("{} is in a part that is not the bus type", text); }, text);
   }
 }
 

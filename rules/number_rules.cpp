@@ -52,7 +52,7 @@ constexpr Flaw kFlaws[] = {
     {[](const Number& number) { return number.is_cut; }, "{} has more than 32 bits: it becomes {}",
      RuleId::kNumberTooLarge, true},
     {[](const Number& number) { return number.value == language::kNoNumber; },
-     "{2} will be missing at run time: the number 0x{1:X} cannot be read back",
+     "{2} is missing at run time: the number 0x{1:X} cannot be read back",
      RuleId::kUnfindableNumber, true},
     {[](const Number& number) { return number.is_negative; }, "{0} is stored as {1} (0x{1:X})",
      RuleId::kNegativeNumber, false},

@@ -104,7 +104,7 @@ class SensorListRule : public Rule {
     });
     const auto times = static_cast<std::size_t>(end - first);
     if (times > 1) {
-      ReportAgain(RuleId::kRepeatedSensor, first[1], *first, TimesText(times) + " in the list");
+      ReportAgain(RuleId::kRepeatedSensor, first[1], *first, "in the list " + TimesText(times));
     }
     return end;
   }
@@ -139,7 +139,7 @@ class SensorListRule : public Rule {
     context_.report
         .Add(
             rule, lists_[again.list],
-            [&] { return fmt::format("the sensor {} is {}", again.text, where); }, again.text)
+            [&] { return fmt::format("sensor {} is {}", again.text, where); }, again.text)
         .Note("listed here", lists_[before.list], before.text);
   }
 
