@@ -82,7 +82,7 @@ std::string Baseline::NameInBaseline(const std::string& whole_name) const {
 // One write keeps the notes of a process together: all processes share the end of the file.
 void Baseline::Note(std::string_view notes) {
   if (!support::WriteAll(notes_.number(), notes)) {
-    throw support::SystemFailure("cannot note", "warnings");
+    throw support::SystemFailure("cannot record", "warnings");
   }
 }
 

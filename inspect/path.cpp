@@ -56,7 +56,9 @@ constexpr char kOrdinalSign = '@';
 
 // IDs that look alike need have nothing in common: a wrong one gets no suggestions.
 std::string ListerOf(const NamedSections& sections) {
-  return "'rux ls FILE " + sections.keyword + "' lists all " + std::to_string(sections.count);
+  const std::string which =
+      sections.count == 1 ? "the only one" : fmt::format("all {}", sections.count);
+  return fmt::format("'rux ls FILE {}' lists {}", sections.keyword, which);
 }
 
 std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }

@@ -88,7 +88,7 @@ std::vector<std::string> MainScriptsOf(const Project& project) {
   for (const auto& [pattern, line] : project.main_scripts) {
     const std::vector<std::string> found = Expanded((fs::path(folder) / pattern).string());
     if (found.empty()) {
-      throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: no script fits {}",
+      throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: no script matches {}",
                              project.path, line, support::Shortened(pattern));
     }
     scripts.insert(found.begin(), found.end());
