@@ -20,7 +20,7 @@ void AddInputOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments
       .Add("SCRIPT", &options.scripts,
            "The scripts to read; - for standard input, a folder for the main scripts below it, "
-           "@FILE for those in the lines of a file")
+           "@FILE for those that a file lists")
       .File()
       .Required();
   arguments
@@ -63,12 +63,12 @@ void AddWarningOptions(Arguments& arguments, driver::CompileOptions& options) {
       });
   arguments
       .Add("--baseline", &options.baseline_files.read,
-           "Leave out the warnings that this file lists: only new ones count")
+           "Report only warnings that this file does not list")
       .File("FILE")
       .Check(CheckFileName);
   arguments
       .Add("--write-baseline", &options.baseline_files.written,
-           "List all warnings that are reported in this file, for --baseline")
+           "List the current warnings in this file, for --baseline")
       .File("FILE")
       .Check(CheckFileName);
 }

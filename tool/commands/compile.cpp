@@ -180,13 +180,13 @@ Action SetUpCompile(Arguments& arguments) {
       .File("METAD");
   arguments
       .Add("--output-dir", &options->folder,
-           "Write the files below this folder, in folders for those of the scripts below the "
-           "working folder")
+           "Write the files below this folder, in subfolders that mirror those of the scripts")
       .File("DIR");
   arguments
-      .Add("--path-prefix-map", &options->run.prefix_map,
-           "In the debug meta file, replace OLD at the beginning of script paths by NEW (default: "
-           "paths relative to the script's folder)")
+      .Add(
+          "--path-prefix-map", &options->run.prefix_map,
+          "In the debug meta file, replace OLD at the beginning of script paths with NEW (default: "
+          "paths relative to the script's folder)")
       .Value("OLD=NEW")
       .Check([](const std::string& map) {
         return std::string(map.find('=') == std::string::npos ? "expected OLD=NEW" : "");

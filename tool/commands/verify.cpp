@@ -167,8 +167,8 @@ Action SetUpVerify(Arguments& arguments) {
   arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file").Without("--json");
   arguments.Footer(
       "Every offset, length, count, identifier and reference is checked. A fault is reported with\n"
-      "its offset, record, field and reason. A likely cause comes first, such as that the file\n"
-      "appears truncated. The exit status is 3 when a file is not sound or cannot be read.\n\n"
+      "its offset, record, field and reason. A likely cause, such as a truncated file, comes\n"
+      "first. The exit status is 3 when a file is not sound or cannot be read.\n\n"
       "Example:\n  rux verify server.meta server.metad");
   return [options] { return VerifyFiles(*options); };
 }
