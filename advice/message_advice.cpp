@@ -116,7 +116,7 @@ const char* SentenceOf(language::NameForm form) {
     case language::NameForm::kNumber:
       return "are {} and a number here";
     case language::NameForm::kCells:
-      return "are a cell here, or the first and the last one, such as 0.255";
+      return "are a cell here, or a range of cells, such as 0.255";
   }
   return "begin with {} here";
 }

@@ -165,8 +165,7 @@ class LineRule : public Rule {
     const std::string_view comment = ruxcomp::reader::Lines(text.substr(at)).Take();
     report_.Add(
         RuleId::kNumberSign, *item,
-        [&] { return fmt::format("{} begins a comment: what is left is {}", comment, value); },
-        value);
+        [&] { return fmt::format("{} begins a comment, leaving {}", comment, value); }, value);
     return true;
   }
 
@@ -215,8 +214,7 @@ void CheckTextBesideQuotes(const ScriptItem& item, const RuleContext& context) {
   context.report.Add(
       RuleId::kTextBesideQuotes, item,
       [&] {
-        return fmt::format("text beside double quotes is dropped: what is left is {}",
-                           Quoted(item.parts));
+        return fmt::format("text beside double quotes is dropped, leaving {}", Quoted(item.parts));
       },
       beside);
 }
