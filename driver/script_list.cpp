@@ -79,7 +79,7 @@ std::vector<std::string> LinesOf(const std::string& list) {
     line = Trimmed(line);
     if (!line.empty() && line.front() != '#') lines.push_back(std::move(line));
   }
-  if (lines.empty()) throw WrongUsage("there are no scripts in the lines of", name);
+  if (lines.empty()) throw WrongUsage("no scripts are listed in", name);
   return lines;
 }
 

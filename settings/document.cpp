@@ -55,7 +55,9 @@ Document::Strings Document::StringsOf(const JsonValue* array, std::string_view w
   if (array == nullptr) return strings;
   for (const JsonValue& item : array->items) {
     Expect(item, JsonValue::Kind::kString, what);
-    if (item.text.empty()) Refuse(item.line, fmt::format("{} is empty", what));
+    if (item.text.empty()) {
+      Refuse(item.line, fmt::format("expected {}, found an empty string", what));
+    }
     strings.emplace_back(item.text, item.line);
   }
   return strings;

@@ -139,7 +139,7 @@ void MakeFolderOf(const std::string& file) {
   const fs::path folder = fs::path(file).parent_path();
   std::error_code error;
   if (!folder.empty()) fs::create_directories(folder, error);
-  if (error) throw SystemFailure("cannot make", folder.string(), error.value());
+  if (error) throw SystemFailure("cannot create", folder.string(), error.value());
 }
 
 }  // namespace rux::support
