@@ -183,7 +183,8 @@ void DebugRules::CheckValue(Cursor& cursor, const DebugEntryView& entry) {
     ReportValue(cursor, "Type", name.extent.offset, "no such defined word");
   } else if (type->value != entry.value_type) {
     ReportValue(cursor, "type code", entry.value_type_offset,
-                "it is {}, but the type's name stands for {}", entry.value_type, type->value);
+                "expected {}, the code of the type's name, found {}", type->value,
+                entry.value_type);
   }
   if (entry.value_type == language::kComparison.code) return CheckCalculation(cursor, entry);
   const language::ValueType& value = language::FindValueType(entry.value_type);

@@ -14,12 +14,12 @@ struct Report;
 // Writes a report.
 using WriteForm = void(const Report& report, support::TextStream& out);
 
-// What a document about several scripts is made of. The pieces are not there yet when it begins, so
-// that what is written need not be kept.
+// The contents of a document about several scripts. The pieces are produced while it is written, so
+// that none has to be kept.
 struct Pieces {
   // Calls add() with the piece of each script, as the form writes it, in the order of the scripts.
   std::function<void(const std::function<void(std::string_view piece)>& add)> add_all;
-  // All scripts together, without their diagnostics. To be asked for after the pieces.
+  // All scripts together, without their diagnostics. Call it after add_all.
   std::function<Report()> total;
 };
 

@@ -48,8 +48,8 @@ std::string NotShownText(std::size_t count);
 //         = did you mean hot?
 //   boards/board.rux:3: note: included from here
 //
-// and so on. With `folds`, of many equal messages the first ones stand for all, with a line for
-// each such message and a table of all messages at the end.
+// and so on. With `folds`, only the first of many equal messages are printed, followed by a
+// line that counts the rest; a table of all messages ends the report.
 struct HumanStyle {
   bool colour = false;
   bool folds = false;
