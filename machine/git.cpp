@@ -1,0 +1,152 @@
+#include "machine/git.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <stdlib.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "compiled/compiled_file.h"
+#include "ruxcomp/file/uninterrupted.h"
+#include "support/descriptor.h"
+#include "support/failure.h"
+
+namespace rux::machine {
+namespace {
+
+using support::Descriptor;
+using support::ExitStatus;
+
+struct Pipe {
+  Descriptor read;
+  Descriptor write;
+};
+
+Pipe MakePipe() {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) throw support::SystemFailure("cannot run", "git");
+  return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+// Without a shell: names are arguments whatever is in them.
+pid_t StartGit(std::vector<std::string> words, int input, int output) {
+  std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t files;
+  posix_spawn_file_actions_init(&files);
+  posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
+  posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t process = -1;
+  const int error =
+      posix_spawnp(&process, arguments.front(), &files, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&files);
+  if (error == ENOENT) {
+    throw support::Failure(ExitStatus::kTrouble,
+                           "a file of a revision is read by the program git, which is not "
+                           "installed");
+  }
+  if (error != 0) throw support::SystemFailure("cannot run", "git", error);
+  return process;
+}
+
+// The exit status; -1 when a signal ended it.
+int StatusOf(pid_t process) {
+  int status = 0;
+  ruxcomp::file::Uninterrupted([&] { return waitpid(process, &status, 0); });
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace
+
+GitRevision::GitRevision(std::string revision) : revision_(std::move(revision)) {
+  Pipe questions = MakePipe();
+  Pipe answers = MakePipe();
+  process_ =
+      StartGit({"git", "cat-file", "--batch"}, questions.read.number(), answers.write.number());
+  questions_ = std::move(questions.write);
+  answers_ = std::move(answers.read);
+}
+
+GitRevision::~GitRevision() {
+  questions_.Close();
+  answers_.Close();
+  StatusOf(process_);
+}
+
+void GitRevision::ThrowBroken() const {
+  throw support::Failure(ExitStatus::kTrouble,
+                         "git does not read revision {}: is the working folder in a repository?",
+                         revision_);
+}
+
+std::string GitRevision::Bytes(std::size_t count) {
+  std::string bytes(count, '\0');
+  for (std::size_t used = 0; used < count;) {
+    const ssize_t read = ruxcomp::file::Uninterrupted(
+        [&] { return ::read(answers_.number(), &bytes[used], count - used); });
+    if (read <= 0) ThrowBroken();
+    used += static_cast<std::size_t>(read);
+  }
+  return bytes;
+}
+
+std::string GitRevision::Line() {
+  std::string line;
+  for (char c = Bytes(1).front(); c != '\n'; c = Bytes(1).front()) line += c;
+  return line;
+}
+
+std::optional<std::string> GitRevision::Read(const std::string& path) {
+  // A line is a question, and git knows no way to quote what ends one.
+  if (path.find('\n') != std::string::npos) return std::nullopt;
+  const auto before = signal(SIGPIPE, SIG_IGN);
+  const bool is_asked = support::WriteAll(questions_.number(), revision_ + ':' + path + '\n');
+  signal(SIGPIPE, before);
+  if (!is_asked) ThrowBroken();
+  const std::string answer = Line();
+  // "HASH blob SIZE"; of anything else the second word is another, or the last is no number.
+  const std::size_t last = answer.rfind(' ');
+  std::size_t size = 0;
+  const char* const end = answer.data() + answer.size();
+  const bool has_size =
+      last != std::string::npos && std::from_chars(answer.data() + last + 1, end, size).ptr == end;
+  if (!has_size || last + 1 == answer.size()) return std::nullopt;
+  if (size > compiled::kLargestFile) throw compiled::TooLarge("cannot load", path);
+  std::string bytes = Bytes(size);
+  Bytes(1);
+  constexpr std::string_view kFile = " blob";
+  const bool is_file =
+      last >= kFile.size() && answer.compare(last - kFile.size(), kFile.size(), kFile) == 0;
+  return is_file ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+std::string FolderInRepository() {
+  const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  Pipe answer = MakePipe();
+  const pid_t process =
+      StartGit({"git", "rev-parse", "--show-prefix"}, nothing.number(), answer.write.number());
+  answer.write.Close();
+  std::string folder;
+  support::ReadAll(answer.read.number(), compiled::kLargestFile, folder);
+  if (StatusOf(process) != 0) {
+    throw support::Failure(ExitStatus::kTrouble, "the working folder is not in a git repository");
+  }
+  if (!folder.empty() && folder.back() == '\n') folder.pop_back();
+  return folder;
+}
+
+}  // namespace rux::machine

@@ -1,0 +1,44 @@
+// Files as they are in a revision of the git repository that the working folder is in.
+#ifndef MACHINE_GIT_H_
+#define MACHINE_GIT_H_
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+
+#include "support/descriptor.h"
+
+namespace rux::machine {
+
+// One run of the git program, which answers as long as this lives.
+class GitRevision {
+ public:
+  // Throws a Failure when git does not run.
+  explicit GitRevision(std::string revision);
+  ~GitRevision();
+  GitRevision(const GitRevision&) = delete;
+  GitRevision& operator=(const GitRevision&) = delete;
+
+  // The bytes of a file; none when the revision, or the file in it, is not there. The path is
+  // relative to the top of the repository. Throws a Failure when git breaks off.
+  std::optional<std::string> Read(const std::string& path);
+
+ private:
+  std::string Line();
+  std::string Bytes(std::size_t count);
+  [[noreturn]] void ThrowBroken() const;
+
+  const std::string revision_;
+  pid_t process_ = -1;
+  support::Descriptor questions_;
+  support::Descriptor answers_;
+};
+
+// The folder of the repository that the working folder is: "" at the top, or "boards/". Throws a
+// Failure when it is in none.
+std::string FolderInRepository();
+
+}  // namespace rux::machine
+
+#endif  // MACHINE_GIT_H_

@@ -1,0 +1,212 @@
+#include "machine/load.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "compiled/compiled_file.h"
+#include "compiled/debug_meta.h"
+#include "compiled/verify.h"
+#include "decompile/decompile.h"
+#include "machine/machine.h"
+#include "machine/origins.h"
+#include "machine/source.h"
+#include "reader/include_folders.h"
+#include "run/readers.h"
+#include "run/run.h"
+#include "ruxcomp/compile.h"
+#include "ruxcomp/file/fault.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/language/paths.h"
+#include "ruxcomp/language/words.h"
+#include "settings/project.h"
+#include "support/failure.h"
+#include "support/memory_file.h"
+#include "support/standard_streams.h"
+#include "support/workers.h"
+
+namespace rux::machine {
+namespace {
+
+using ruxcomp::file::Form;
+using support::ExitStatus;
+
+support::Failure NotCompiled(const Source& source, const char* reason) {
+  return support::Failure(ExitStatus::kTrouble, "cannot compile {}: {}", source.name, reason);
+}
+
+// What a process that compiles prints: the size of the meta file, that file, the debug meta file.
+struct Compiled {
+  std::string meta;
+  std::string debug_meta;
+};
+
+void Print(std::string_view meta, std::string_view debug_meta) {
+  std::string size(ruxcomp::language::kWordSize, '\0');
+  ruxcomp::language::StoreWord(size, 0, static_cast<std::uint32_t>(meta.size()));
+  support::PrintOut(size);
+  support::PrintOut(meta);
+  support::PrintOut(debug_meta);
+}
+
+Compiled Parsed(const std::string& output) {
+  constexpr std::size_t kBegin = ruxcomp::language::kWordSize;
+  const std::uint32_t size = ruxcomp::language::LoadWord(output.data());
+  return {output.substr(kBegin, size), output.substr(kBegin + size)};
+}
+
+// The script that a debug meta file keeps. Throws a Failure when no script can say it.
+std::string ScriptOf(const Source& source) {
+  const std::string_view bytes = source.bytes->view();
+  ruxcomp::file::Faults faults = compiled::Verify(bytes);
+  if (!faults.empty()) throw compiled::Unsound(source.name, bytes);
+  const compiled::DebugMeta meta = compiled::DecodeDebugMeta(bytes, faults);
+  const std::vector<decompile::ScriptSection> sections = decompile::ScriptSectionsOf(meta);
+  std::string text = decompile::ScriptText(sections);
+  std::optional<std::string> obstacle = decompile::GroupBeforeParent(meta);
+  if (!obstacle) obstacle = decompile::MisreadItem(meta, sections, text);
+  if (obstacle) throw NotCompiled(source, obstacle->c_str());
+  return text;
+}
+
+void Write(run::Run& run, const Source& source, bool (*write)(const std::string&),
+           support::MemoryFile& file) {
+  run.Write([&] {
+    if (!write(file.Path())) file.ThrowIncomplete();
+  });
+  if (run.result().raised) throw NotCompiled(source, "the library raised an error");
+}
+
+// In a process of its own.
+ExitStatus Compile(const Source& source, const std::vector<std::string>& folders, bool is_copy) {
+  const ruxcomp::reader::IncludeFolders include_folders(folders);
+  std::optional<run::Text> text;
+  if (is_copy) text = run::Text{std::string(source.bytes->view())};
+  if (source.form == Form::kDebugMeta) text = run::Text{ScriptOf(source)};
+  ReadScriptsOf(source);
+  run::Run run(ruxcomp::language::ToLibraryPath(source.path), text);
+  run.ReadAndCheck();
+  if (!run.result().opened) throw NotCompiled(source, "it cannot be read");
+  if (!run.result().accepted || run.result().raised)
+    throw NotCompiled(source, "it has errors, which rux check lists");
+  support::MemoryFile meta(source.name);
+  support::MemoryFile debug_meta(source.name);
+  Write(
+      run, source, [](const std::string& path) { return gccOutput(path) != 0; }, meta);
+  Write(
+      run, source, [](const std::string& path) { return gccOutputD(path) != 0; }, debug_meta);
+  const bool has_places = source.form == Form::kNone;
+  Print(meta.Bytes(), has_places ? debug_meta.Bytes() : source.bytes->view());
+  return ExitStatus::kDone;
+}
+
+void ExpectOwnReader(const Source& source, bool is_copy) {
+  if (source.form != Form::kDebugMeta && source.revision.empty() && !is_copy) return;
+  if (!run::IsForeignReaderInstalled()) return;
+  throw support::Failure(ExitStatus::kTrouble,
+                         "cannot compile {}: the reader plug-in {} reads only files", source.name,
+                         run::kPluginPath);
+}
+
+// What the process printed after "rux: error: " is for this one to report.
+[[noreturn]] void ThrowError(const Source& source, const support::JobResult& job) {
+  constexpr std::string_view kLead = "rux: error: ";
+  std::string text = job.errors;
+  if (text.compare(0, kLead.size(), kLead) == 0) text.erase(0, kLead.size());
+  while (!text.empty() && text.back() == '\n') text.pop_back();
+  if (text.empty()) throw NotCompiled(source, "the compiler ended early");
+  throw support::Failure(ExitStatus::kTrouble, "{}", text);
+}
+
+class Loader {
+ public:
+  Loader(const std::vector<std::string>& names, const LoadOptions& options) : options_(options) {
+    sources_.reserve(names.size());
+    for (const std::string& name : names) {
+      sources_.push_back(ReadSource(name));
+      if (is_copy()) sources_.back().path = options.place;
+    }
+    projects_.reserve(names.size());
+    for (const Source& source : sources_) projects_.push_back(ProjectOf(source));
+  }
+
+  std::vector<Machine> Load() {
+    CompileAll();
+    std::vector<Machine> machines;
+    machines.reserve(sources_.size());
+    for (std::size_t i = 0; i < sources_.size(); ++i) machines.push_back(MachineOf(i));
+    return machines;
+  }
+
+ private:
+  bool is_copy() const { return !options_.place.empty(); }
+
+  std::shared_ptr<const settings::Project> ProjectOf(const Source& source) const {
+    if (options_.projects == nullptr) return nullptr;
+    return options_.projects->For(std::filesystem::path(source.path).parent_path().string());
+  }
+
+  std::vector<std::string> FoldersOf(std::size_t i) const {
+    std::vector<std::string> folders = options_.include_folders;
+    if (projects_[i] != nullptr) {
+      const std::vector<std::string>& more = projects_[i]->include_folders;
+      folders.insert(folders.end(), more.begin(), more.end());
+    }
+    return folders;
+  }
+
+  void CompileAll() {
+    std::vector<std::size_t> scripts;
+    for (std::size_t i = 0; i < sources_.size(); ++i) {
+      if (sources_[i].form == Form::kMeta || sources_[i].is_empty()) continue;
+      ExpectOwnReader(sources_[i], is_copy());
+      scripts.push_back(i);
+    }
+    if (scripts.empty()) return;
+    compiled_.resize(sources_.size());
+    support::RunJobs(
+        scripts.size(), std::max(std::thread::hardware_concurrency(), 1U),
+        [&](std::size_t job) {
+          return Compile(sources_[scripts[job]], FoldersOf(scripts[job]), is_copy());
+        },
+        [&](std::size_t job, const support::JobResult& done) {
+          const Source& source = sources_[scripts[job]];
+          if (done.status != ExitStatus::kDone) ThrowError(source, done);
+          compiled_[scripts[job]] = Parsed(done.output);
+        },
+        [] {});
+  }
+
+  Machine MachineOf(std::size_t i) {
+    Source& source = sources_[i];
+    if (source.is_empty()) return Machine(source.name);
+    std::unique_ptr<const Origins> origins;
+    if (source.form != Form::kMeta) {
+      source.bytes->Keep(std::move(compiled_[i].meta));
+      origins = std::make_unique<Origins>(compiled_[i].debug_meta, source.Prefix());
+    }
+    return {source.name, std::move(source.bytes), std::move(origins), projects_[i]};
+  }
+
+  const LoadOptions& options_;
+  std::vector<Source> sources_;
+  std::vector<std::shared_ptr<const settings::Project>> projects_;
+  std::vector<Compiled> compiled_;
+};
+
+}  // namespace
+
+std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options) {
+  return Loader(names, options).Load();
+}
+
+}  // namespace rux::machine

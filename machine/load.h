@@ -1,0 +1,30 @@
+// Reading machines.
+#ifndef MACHINE_LOAD_H_
+#define MACHINE_LOAD_H_
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "machine/machine.h"
+#include "settings/project.h"
+
+namespace rux::machine {
+
+struct LoadOptions {
+  std::vector<std::string> include_folders;  // those of the project come after them
+  std::shared_ptr<settings::Projects> projects;
+  // Where the files belong, when they are copies that were made of revisions: a script includes
+  // what is there. Empty: where they are.
+  std::string place;
+};
+
+// Each of a meta file, a debug meta file, a script, or one of these in a git revision
+// ("HEAD~1:boards/board.rux", with all that it includes from there). Scripts, and what debug meta
+// files keep of them, are compiled by processes of their own. An empty file is a machine without
+// sections. Throws a Failure.
+std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options);
+
+}  // namespace rux::machine
+
+#endif  // MACHINE_LOAD_H_

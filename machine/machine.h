@@ -1,0 +1,65 @@
+// A machine as a whole: what its meta file says, in one model for every command that looks at all
+// of it, whatever the machine was read from.
+#ifndef MACHINE_MACHINE_H_
+#define MACHINE_MACHINE_H_
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "machine/origins.h"
+#include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
+#include "settings/project.h"
+
+namespace rux::machine {
+
+// What the limits of a sensor are numbers of. What is not stated is not known.
+struct Quantity {
+  std::optional<std::string> unit;
+  std::optional<std::uint64_t> divisor;  // of the number, for the amount in the unit
+  std::optional<bool> is_signed;
+
+  bool operator==(const Quantity& other) const {
+    return unit == other.unit && divisor == other.divisor && is_signed == other.is_signed;
+  }
+
+  // The amount that a stored number is: "-5 C", "1.05 V". Without a known sign, the number as it is
+  // stored.
+  std::string TextOf(std::uint32_t number) const;
+};
+
+class Machine {
+ public:
+  // Without any section.
+  explicit Machine(std::string name) : name_(std::move(name)) {}
+  // Of the bytes of a meta file. Throws a Failure when it is not sound.
+  Machine(std::string name, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,
+          std::unique_ptr<const Origins> origins, std::shared_ptr<const settings::Project> project);
+
+  // As the user called it.
+  const std::string& name() const { return name_; }
+  // Sections, entries and values, with IDs, names and ordinals; value.h has the parts of values.
+  const ruxcomp::Model& model() const { return model_; }
+  // Null when the machine was read from a file that does not say where anything comes from.
+  const Origins* origins() const { return origins_.get(); }
+
+  // Whether the project states anything about limits.
+  bool has_quantities() const { return project_ != nullptr && !project_->limits.empty(); }
+  // What the project and the sensor's properties state.
+  Quantity QuantityOf(const ruxcomp::Section& sensor) const;
+
+ private:
+  std::string name_;
+  std::unique_ptr<ruxcomp::file::KeptBytes> bytes_;
+  ruxcomp::Model model_;  // of these bytes
+  std::unique_ptr<const Origins> origins_;
+  std::shared_ptr<const settings::Project> project_;  // null: none
+};
+
+}  // namespace rux::machine
+
+#endif  // MACHINE_MACHINE_H_

@@ -1,0 +1,69 @@
+// Where scripts said what a machine is: what only a debug meta file knows.
+#ifndef MACHINE_ORIGINS_H_
+#define MACHINE_ORIGINS_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ruxcomp/language/sections.h"
+
+namespace rux::machine {
+
+struct Place {
+  std::string path;  // as it can be opened
+  std::uint32_t line;
+};
+
+class Origins {
+ public:
+  // Of the bytes of a sound debug meta file. `revision` is put in front of paths: "HEAD~1:".
+  explicit Origins(const std::string& bytes, std::string revision = {});
+
+  // Of the ordinal-th section of a kind, which is the same in the compiled file. None when the file
+  // does not say.
+  std::optional<Place> OfSection(const ruxcomp::language::SectionKind& kind,
+                                 std::size_t ordinal) const;
+  // The same of the entry with that key in it; of the section when it does not have the key.
+  std::optional<Place> OfEntry(const ruxcomp::language::SectionKind& kind, std::size_t ordinal,
+                               std::string_view key) const;
+
+  // The defined words with their numbers, by name.
+  using Word = std::pair<std::string_view, std::uint32_t>;
+  const std::vector<Word>& words() const { return words_; }
+
+ private:
+  class Reader;
+
+  struct Spot {
+    std::uint32_t file;
+    std::uint32_t line;
+  };
+  struct EntrySpot {
+    std::string_view key;
+    Spot at;
+  };
+  struct SectionSpot {
+    Spot at;
+    std::size_t first_entry;
+    std::size_t entry_count;
+  };
+  const SectionSpot* Find(const ruxcomp::language::SectionKind& kind, std::size_t ordinal) const;
+  std::optional<Place> PlaceOf(Spot spot) const;
+
+  std::vector<char> bytes_;  // what the views below look at
+  const std::string revision_;
+  std::vector<std::string> files_;
+  std::vector<Word> words_;
+  std::array<std::vector<SectionSpot>, ruxcomp::language::kSectionKindCount> sections_;
+  std::vector<EntrySpot> entries_;
+};
+
+}  // namespace rux::machine
+
+#endif  // MACHINE_ORIGINS_H_

@@ -1,0 +1,87 @@
+#include "machine/source.h"
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "compiled/compiled_file.h"
+#include "machine/git.h"
+#include "reader/texts.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
+#include "support/failure.h"
+
+namespace rux::machine {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Where git knows a file that is at a path from the working folder.
+std::string PathInRepository(const std::string& folder, const std::string& path) {
+  return (fs::path(folder) / path).lexically_normal().string();
+}
+
+// A path that begins with ./ or ../ is relative to the working folder, as git has it; any other to
+// the top of the repository.
+std::string PathFromHere(const std::string& folder, const std::string& path) {
+  const bool is_from_here = path.rfind("./", 0) == 0 || path.rfind("../", 0) == 0;
+  if (is_from_here || folder.empty()) return fs::path(path).lexically_normal().string();
+  return fs::path(path).lexically_relative(folder).string();
+}
+
+Source ReadRevision(const std::string& name, std::size_t colon) {
+  Source source{name,
+                "",
+                name.substr(0, colon),
+                FolderInRepository(),
+                std::make_unique<ruxcomp::file::KeptBytes>(),
+                ruxcomp::file::Form::kNone};
+  source.path = PathFromHere(source.folder, name.substr(colon + 1));
+  std::optional<std::string> bytes =
+      GitRevision(source.revision).Read(PathInRepository(source.folder, source.path));
+  if (!bytes) {
+    throw support::Failure(support::ExitStatus::kTrouble, "git has no file {} in revision {}",
+                           PathInRepository(source.folder, source.path), source.revision);
+  }
+  source.bytes->Keep(std::move(*bytes));
+  return source;
+}
+
+}  // namespace
+
+Source ReadSource(const std::string& name) {
+  const std::size_t colon = name.find(':');
+  const bool names_revision =
+      colon != std::string::npos && colon > 0 && access(name.c_str(), F_OK) != 0;
+  Source source = names_revision ? ReadRevision(name, colon)
+                                 : Source{name,
+                                          name,
+                                          "",
+                                          "",
+                                          std::make_unique<ruxcomp::file::KeptBytes>(),
+                                          ruxcomp::file::Form::kNone};
+  // What git calls a file that is not there.
+  const bool is_missing = name == "/dev/null";
+  if (!names_revision && !is_missing) compiled::MapWholeFile(name, *source.bytes);
+  const std::string_view bytes = source.bytes->view();
+  source.form = ruxcomp::file::FormOf(bytes);
+  const bool is_script = bytes.find('\0') == std::string_view::npos;
+  if (source.form == ruxcomp::file::Form::kNone && !is_script) throw compiled::Unsound(name, bytes);
+  return source;
+}
+
+void ReadScriptsOf(const Source& source) {
+  if (source.revision.empty()) return;
+  const auto git = std::make_shared<GitRevision>(source.revision);
+  ruxcomp::reader::Texts::ReplaceFiles([git, folder = source.folder](const std::string& path) {
+    return git->Read(PathInRepository(folder, path));
+  });
+}
+
+}  // namespace rux::machine

@@ -1,0 +1,36 @@
+// What a machine is read from: a file, or one of a git revision.
+#ifndef MACHINE_SOURCE_H_
+#define MACHINE_SOURCE_H_
+
+#include <memory>
+#include <string>
+
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/file/kept_bytes.h"
+
+namespace rux::machine {
+
+// What a REVISION:PATH names. A file of that name takes precedence.
+struct Source {
+  std::string name;  // as the user called it
+  std::string path;  // of the file, relative to the working folder unless the user made it whole
+  std::string revision;  // empty: the file is one of the file system
+  std::string folder;    // of the repository that the working folder is; "" or "boards/"
+  std::unique_ptr<ruxcomp::file::KeptBytes> bytes;
+  ruxcomp::file::Form form;  // kNone: a script
+
+  // What is put in front of the paths of its scripts where they are shown.
+  std::string Prefix() const { return revision.empty() ? "" : revision + ':'; }
+  // A machine that is not there yet, or no longer: git calls it /dev/null.
+  bool is_empty() const { return bytes->view().empty(); }
+};
+
+// Throws a Failure when it cannot be read, or is neither a compiled file nor a script.
+Source ReadSource(const std::string& name);
+
+// Lets the reader of scripts find all files in the revision of the source, if it is of one.
+void ReadScriptsOf(const Source& source);
+
+}  // namespace rux::machine
+
+#endif  // MACHINE_SOURCE_H_
