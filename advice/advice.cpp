@@ -2,14 +2,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
+#include <iterator>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "advice/fixes.h"
 #include "advice/line_hints.h"
 #include "advice/message_advice.h"
 #include "advice/places.h"
@@ -20,6 +24,7 @@
 #include "findings/message_rows.h"
 #include "findings/origin.h"
 #include "reader/archive.h"
+#include "reader/include_folders.h"
 #include "rules/rule_report.h"
 #include "run/log.h"
 #include "run/run.h"
@@ -67,10 +72,12 @@ std::size_t AddSuggestion(const sources::SourceSet& sources, const MessageAdvice
     if (has(whole)) diagnostic.suggestion = std::move(whole);
   }
   if (diagnostic.suggestion) return names.size();
-  const std::size_t skipped = advice.prefix.size();
+  // A jump may name anything.
+  const bool has_prefix = wanted->compare(0, advice.prefix.size(), advice.prefix) == 0;
+  const std::size_t skipped = has_prefix ? advice.prefix.size() : 0;
   for (std::string& name : names) name.erase(0, skipped);
   diagnostic.suggestion = support::ClosestName(wanted->substr(skipped), names);
-  if (diagnostic.suggestion) diagnostic.suggestion->insert(0, advice.prefix);
+  if (diagnostic.suggestion) diagnostic.suggestion->insert(0, advice.prefix.substr(0, skipped));
   return names.size();
 }
 
@@ -142,11 +149,23 @@ class RefusedByItem {
 };
 
 std::string TextOf(const ruxcomp::reader::RefusedScript& refused) {
-  const std::string path = sources::ToOpenablePath(refused.path);
+  const std::string path = sources::ToShownPath(refused.path);
   if (refused.reason == ruxcomp::reader::Refusal::kIsOpenAlready) {
     return path + " is already open: the INCLUDEs form a loop";
   }
   return "cannot read " + path + ": " + sources::ReasonOf(refused);
+}
+
+// Where else it was looked for, in vain; empty when nowhere.
+std::string FoldersText(const ruxcomp::reader::RefusedScript& refused) {
+  std::string text;
+  if (refused.reason != ruxcomp::reader::Refusal::kNotFound) return text;
+  for (const std::string& folder : ruxcomp::reader::IncludeFolders::Current()) {
+    text += (text.empty() ? "also looked in " : ", ") + folder;
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(folder, ignored)) text += " (no such folder)";
+  }
+  return text;
 }
 
 }  // namespace
@@ -199,10 +218,14 @@ void Advise(const run::Result& result, std::vector<Diagnostic>& diagnostics) {
     const MessageAdvice& advice = AdviceFor(diagnostic.row);
     if (compared < kMostCompared && !diagnostic.suggestion)
       compared += AddSuggestion(result.sources, advice, diagnostic);
+    if (!diagnostic.fix) AddFix(result.sources, diagnostic);
     AddOtherPlace(result.sources, advice, diagnostic);
     AddHint(result.sources, advice, diagnostic);
     if (diagnostic.row == &ruxcomp::findings::rows::kUnlistedSensor) {
       AddListToExtend(result.sources, diagnostic);
+    }
+    if (diagnostic.row == &RowOf(rules::RuleId::kMissingSection)) {
+      AddSwallowedSection(result.sources, diagnostic);
     }
     if (diagnostic.row == &ruxcomp::findings::rows::kTooFewOperands) types.AddNote(diagnostic);
   }
@@ -214,11 +237,15 @@ void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& coll
   for (Diagnostic& diagnostic : collection.kept()) {
     if (diagnostic.row != &row) continue;
     const ruxcomp::reader::RefusedScript* refused = refused_by_item.Find(diagnostic);
-    if (refused != nullptr) diagnostic.notes.push_back({TextOf(*refused), {}});
+    if (refused == nullptr) continue;
+    const auto at = diagnostic.notes.insert(diagnostic.notes.begin(), {TextOf(*refused), {}});
+    std::string folders = FoldersText(*refused);
+    if (!folders.empty()) diagnostic.notes.insert(std::next(at), {std::move(folders), {}});
   }
+  // What follows from an error is part of it.
   const std::size_t missing = collection.CountOf(row);
   const bool are_errors = collection.SeverityOf(row) == diagnostics::Severity::kError;
-  if (missing == 0 || collection.errors() == (are_errors ? missing : 0)) return;
+  if (missing == 0 || are_errors || collection.errors() == 0) return;
   Diagnostic note;
   note.row = &kUnreadIncludes;
   note.severity = diagnostics::Severity::kNote;

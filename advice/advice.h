@@ -3,10 +3,12 @@
 #define ADVICE_ADVICE_H_
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "advice/allowances.h"
+#include "advice/consequences.h"
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
@@ -23,8 +25,8 @@ inline constexpr ruxcomp::findings::MessageRow kUnreadIncludes = {
     "unread-includes",
     ruxcomp::findings::Level::kNote,
     "errors may follow from files that could not be included",
-    "Some INCLUDEs could not be read (see missing-include), so what those files define is missing. "
-    "Correct the INCLUDEs first.",
+    "Some INCLUDEs could not be read, and -W no-error=missing-include makes that a warning: what "
+    "those files define is missing. Correct the INCLUDEs first.",
     R"([INCLUDE]
 FILE = machin.rux
 [GLOBAL]
@@ -42,32 +44,40 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     "a file is checked as part of the machine that includes it",
     "The file has no MORVRUX section, so rux check checks the main scripts that include it: those "
     "that the project file names, or else those in the nearest folder that has one, from the "
-    "file's own folder upwards. Only what concerns the file is reported. With --as-main, the file "
-    "is checked by itself.",
+    "file's own folder upwards. Only what concerns the file is reported, and what several machines "
+    "have in common is reported once. A main script that is given together with its parts only "
+    "has a note on the errors in them. With --as-main, the file is checked by itself.",
     "",
     ""};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart,
                                                                  &kUnusedAllow};
 
-// Which files of a script are reported on: all, or one.
+// Which files of a script are reported on: all, one, or all but some.
 class Scope {
  public:
   Scope() = default;  // all
   // The file at the path, as it can be opened.
   Scope(const sources::SourceSet& sources, const std::string& path);
+  // All but those at the paths.
+  Scope(const sources::SourceSet& sources, const std::vector<std::string>& left_out);
 
-  bool Includes(const run::Result& result, const run::Finding& finding);
+  // `severity`: that of the finding.
+  bool Includes(const run::Result& result, const run::Finding& finding,
+                diagnostics::Severity severity);
   bool Includes(const diagnostics::Diagnostic& warning);
 
   // Lets places in the part have the path that it was given by, not that of the INCLUDE.
   void UsePath(const std::string& part, std::vector<diagnostics::Diagnostic>& diagnostics) const;
 
-  // What is reported of the part: which script it was checked as a part of.
-  diagnostics::Diagnostic NoteOn(const std::string& part, const std::string& main) const;
+  // How many errors of the library are in other files.
+  std::size_t errors_elsewhere() const { return errors_elsewhere_; }
 
  private:
+  bool Includes(const support::TextFile* file) const;
+
   bool is_limited_ = false;
   const support::TextFile* file_ = nullptr;
+  std::set<const support::TextFile*> left_out_;
   std::size_t errors_elsewhere_ = 0;
 };
 
@@ -85,13 +95,14 @@ void AddWarnings(const run::Result& result, const std::string& script, rules::Wa
 // exist, the other place that a message is about, and what its text leaves open.
 void Advise(const run::Result& result, std::vector<diagnostics::Diagnostic>& diagnostics);
 
-// Adds why files could not be included and, when there are errors, a note at the end that counts
-// these files.
+// Adds why files could not be included and, when that is a warning beside errors, a note at the end
+// that counts these files.
 void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& collection);
 
 // Adds what was found up to the check, in order and with places. `script`: its path, as it can be
 // opened.
-void AddDiagnosticsOf(const run::Result& result, const std::string& script, Scope& scope,
+void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+                      const Consequences& consequences, Scope& scope,
                       diagnostics::Collection& collection);
 
 // The error that the library raised instead of reporting it.

@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -96,12 +98,13 @@ Allowances::Allowed* Allowances::Find(const Diagnostic& warning) {
   return allowed != nullptr ? allowed : places.file;
 }
 
-rules::Warnings Allowances::Unused(bool has_all, bool is_second) const {
+rules::Warnings Allowances::Unused(const Knows& knows, bool is_second) const {
   rules::Warnings unused;
   for (const Allowed& allowed : all_) {
-    const bool is_known = allowed.row != nullptr && allowed.comment->scope != AllowScope::kNowhere;
-    if (allowed.is_used || (is_known && !has_all)) continue;
-    if ((allowed.row == &kUnusedAllow) != is_second) continue;
+    if (allowed.is_used || (allowed.row == &kUnusedAllow) != is_second) continue;
+    const bool may_be_used =
+        allowed.row != nullptr && allowed.comment->scope != AllowScope::kNowhere;
+    if (may_be_used && !knows(*allowed.file, *allowed.row)) continue;
     Diagnostic& warning = unused.kept.emplace_back();
     warning.row = &kUnusedAllow;
     warning.severity = kUnusedAllow.severity;
@@ -109,11 +112,49 @@ rules::Warnings Allowances::Unused(bool has_all, bool is_second) const {
     warning.at = diagnostics::LocationIn(*allowed.file, allowed.id.empty()
                                                             ? allowed.comment->range
                                                             : allowed.file->RangeOf(allowed.id));
+    if (may_be_used) warning.fix = RemovalOf(allowed);
   }
   return unused;
 }
 
+// Of the id, with its comma, or else of the comment; what follows for people stays.
+std::optional<diagnostics::Fix> Allowances::RemovalOf(const Allowed& allowed) {
+  const sources::SourceFile& file = *allowed.file;
+  const sources::AllowComment& comment = *allowed.comment;
+  const auto range_of = [&](std::string_view id) { return file.RangeOf(id); };
+  if (comment.ids.size() > 1) {
+    const auto at = std::find_if(comment.ids.begin(), comment.ids.end(), [&](std::string_view id) {
+      return id.data() == allowed.id.data();
+    });
+    const bool is_first = at == comment.ids.begin();
+    const support::ByteRange removed =
+        is_first ? support::ByteRange{range_of(*at).begin, range_of(at[1]).begin}
+                 : support::ByteRange{range_of(at[-1]).end, range_of(*at).end};
+    return diagnostics::Fix{removed, "", true};
+  }
+  const std::uint32_t line = file.LineAt(comment.range.begin);
+  const std::uint32_t start = file.LineStart(line);
+  const std::string_view text = file.Line(line);
+  const std::size_t rest = text.find_first_not_of(":; \t", range_of(allowed.id).end - start);
+  if (rest != std::string_view::npos) {
+    return diagnostics::Fix{
+        {comment.range.begin, start + static_cast<std::uint32_t>(rest)}, "", true};
+  }
+  const std::size_t before = text.find_last_not_of("#; \t", comment.range.begin - start - 1);
+  const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
+  // Then the backslash would join the next line.
+  if (begin > 0 && text[before] == '\\') return std::nullopt;
+  return diagnostics::Fix{
+      {start + static_cast<std::uint32_t>(begin), start + static_cast<std::uint32_t>(text.size())},
+      "",
+      true};
+}
+
 std::string Allowances::WhyUnused(const Allowed& allowed) const {
+  if (const std::string_view instead = allowed.comment->instead; !instead.empty()) {
+    return fmt::format("expected {} and the id of a warning, found {}", sources::kAllowMarker,
+                       instead);
+  }
   const std::string id = support::Shortened(allowed.id);
   if (id.empty()) return "expected the id of a warning after allow";
   if (allowed.row == nullptr) {

@@ -3,7 +3,9 @@
 #define ADVICE_ALLOWANCES_H_
 
 #include <deque>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -27,12 +29,11 @@ inline constexpr ruxcomp::findings::MessageRow kUnusedAllow = {
     ruxcomp::findings::Level::kSuspect,
     "a comment allows a warning that does not occur",
     "A comment \"# rux: allow ID\" suppresses the warnings with the id: at the end of a line, "
-    "those of "
-    "the line; by itself directly above or below the header of a section, those of the section; "
-    "above "
-    "the first section, those of the file. This one suppresses nothing. Delete it, or correct the "
-    "id. "
-    "Errors cannot be allowed.",
+    "those of the line; on a line of its own directly above or below the header of a section, "
+    "those of the section; above the first section, those of the file. This one suppresses "
+    "nothing. Delete it, or correct its words or the id. Errors cannot be allowed. A comment in a "
+    "file that several machines include is reported when rux check of that file, or of a folder "
+    "with all of them, finds that none of them uses it.",
     R"([DEFINE]
 FAST = 1 # rux: allow surplus-values
 )",
@@ -56,10 +57,13 @@ class Allowances : public diagnostics::Filter {
     return places_.count({file, &row}) != 0;
   }
 
-  // The comments that allow nothing, because of what they say; with `has_all`, which is when all
-  // warnings were looked for, also those that nothing made use of. Ids of this message are left for
-  // a second call, after it took the result of the first.
-  rules::Warnings Unused(bool has_all, bool is_second) const;
+  // Whether all that a comment of the file may allow with that message was looked for.
+  using Knows = std::function<bool(const sources::SourceFile&, const diagnostics::MessageRow&)>;
+
+  // The comments that allow nothing, because of what they say; and those that nothing made use of,
+  // where that is known. Ids of this message are left for a second call, after it took the result
+  // of the first.
+  rules::Warnings Unused(const Knows& knows, bool is_second) const;
 
  private:
   // An id of a comment.
@@ -80,6 +84,7 @@ class Allowances : public diagnostics::Filter {
   void Add(const sources::SourceFile& file, const sources::AllowComment& comment);
   Allowed* Find(const diagnostics::Diagnostic& warning);
   std::string WhyUnused(const Allowed& allowed) const;
+  static std::optional<diagnostics::Fix> RemovalOf(const Allowed& allowed);
 
   const diagnostics::Registry& registry_;
   const sources::SourceFile* script_ = nullptr;

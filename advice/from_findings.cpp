@@ -13,6 +13,7 @@
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "findings/origin.h"
 #include "run/log.h"
 #include "run/run.h"
 #include "sources/source_set.h"
@@ -22,7 +23,6 @@ namespace {
 
 using diagnostics::Argument;
 using diagnostics::Diagnostic;
-using ruxcomp::findings::Severity;
 
 const std::string& TextAt(const run::Finding& finding, std::size_t at) {
   return std::get<std::string>(finding.arguments[at]);
@@ -81,9 +81,16 @@ void SetWording(Wordings& wordings, Diagnostic& diagnostic) {
   if (auto text = wordings.TextOf(diagnostic)) diagnostic.text = std::move(*text);
 }
 
-// The check calls some messages errors and accepts the script all the same.
-Severity SeverityOf(const ruxcomp::findings::MessageRow& row, bool accepted) {
-  return row.lead.is_error && !accepted ? Severity::kError : row.severity;
+// A section that refers to itself has no other place to show.
+void SetTextOfItself(Diagnostic& diagnostic) {
+  const char* text = AdviceFor(diagnostic.row).of_itself;
+  const ruxcomp::findings::Origin& other = diagnostic.other;
+  const bool is_same = other.section != ruxcomp::findings::Origin::kNone &&
+                       other.script == diagnostic.origin.script &&
+                       other.section == diagnostic.origin.section;
+  if (text == nullptr || !is_same) return;
+  diagnostic.text = text;
+  diagnostic.other = ruxcomp::findings::Origin();
 }
 
 // What cannot be read as a number; empty when it can.
@@ -96,23 +103,28 @@ std::string WhatRaised(Places& places, const ruxcomp::findings::Origin& at) {
 
 }  // namespace
 
-void AddDiagnosticsOf(const run::Result& result, const std::string& script, Scope& scope,
+void AddDiagnosticsOf(const run::Result& result, const std::string& script,
+                      const Consequences& consequences, Scope& scope,
                       diagnostics::Collection& collection) {
   Places places(result.sources, script);
   Wordings wordings(result.sources);
-  const Consequences consequences(result);
   for (const run::Finding& finding : result.findings) {
-    if (consequences.Includes(finding) || !scope.Includes(result, finding)) continue;
-    collection.Add(*finding.row, SeverityOf(*finding.row, result.accepted), [&] {
+    if (consequences.Includes(finding)) continue;
+    const diagnostics::Severity severity = consequences.SeverityOf(finding);
+    if (!scope.Includes(result, finding, severity)) continue;
+    collection.Add(*finding.row, severity, [&] {
       Diagnostic diagnostic = DiagnosticOf(finding);
       places.Locate(finding, diagnostic);
       SetWording(wordings, diagnostic);
-      consequences.AddNotes(finding, places, diagnostic);
+      SetTextOfItself(diagnostic);
+      consequences.AddNotes(finding, diagnostic);
       return diagnostic;
     });
   }
   result.tally.ForEachRest([&](const ruxcomp::findings::MessageRow& row, std::size_t count) {
-    collection.AddRest(row, SeverityOf(row, result.accepted), count);
+    if (!consequences.IncludesRest(row)) {
+      collection.AddRest(row, consequences.SeverityOf(row), count);
+    }
   });
 }
 

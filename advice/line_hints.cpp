@@ -13,6 +13,7 @@
 #include "diagnostics/diagnostic.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "reader/scanner.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "ruxcomp/language/entries.h"
@@ -31,6 +32,7 @@ namespace rows = ruxcomp::findings::rows;
 using diagnostics::Diagnostic;
 using ruxcomp::reader::IsBlank;
 using ruxcomp::reader::Trim;
+using ruxcomp::reader::WithoutComment;
 
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::string_view kComments = "comments begin with # or ;";
@@ -42,7 +44,8 @@ bool MayComeOfSlip(const Diagnostic& diagnostic) {
       &rows::kMissingValueType, &rows::kUndefinedWord,     &rows::kUnknownValueType,
       &rows::kUnknownOperator,  &rows::kTooFewOperands,    &rows::kIncompleteRepeater,
       &rows::kUnknownSensor,    &rows::kUnknownAction,     &rows::kUnknownTable,
-      &rows::kUnknownGlobal,    &rows::kTextBeforeSection, &rows::kUnknownParentPelmgroup};
+      &rows::kUnknownGlobal,    &rows::kTextBeforeSection, &rows::kUnknownParentPelmgroup,
+      &rows::kSurplusValues};
   return std::find(std::begin(kRows), std::end(kRows), diagnostic.row) != std::end(kRows);
 }
 
@@ -78,6 +81,9 @@ std::string MissingCommaHint(std::string_view part) {
   const std::size_t end = part.find_first_not_of(" \t", begin);
   if (end == kNone) return "";
   const std::string_view next = part.substr(end, part.find_first_of(" \t", end) - end);
+  // A backslash above joined an item or a header: a comma would not part them.
+  const bool is_item = next.front() == '=' && next.substr(0, 2) != "==";
+  if (is_item || next.front() == '[') return "";
   return fmt::format("is a comma missing between {} and {}?", part.substr(0, begin), next);
 }
 
@@ -91,25 +97,57 @@ bool TakesSeveralParts(const ruxcomp::reader::Section& section, const ruxcomp::r
          payload == language::PAYLOAD_REPEATER;
 }
 
-std::string_view WithoutBlanksAtEnd(std::string_view text) {
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
+bool HasEquals(const sources::SourceFile& file, const ruxcomp::reader::Item& item) {
+  return !item.value.empty() || WithoutComment(file.Line(item.line)).find('=') != kNone;
 }
 
-bool HasEquals(const sources::SourceFile& file, const ruxcomp::reader::Item& item) {
-  return !item.value.empty() || file.Line(item.line).find('=') != kNone;
+bool EndsWith(std::string_view text, char c) { return !text.empty() && text.back() == c; }
+
+// The line before an item that was to go on in it, and what keeps it from that: a format of the
+// number of the line. No format: there is no such line.
+struct Cut {
+  std::uint32_t line = 0;
+  const char* hint = nullptr;
+};
+
+// Of a line that joins nothing: does it look as if it should?
+Cut CutAfter(const sources::SourceFile& file, std::uint32_t line) {
+  const std::string_view text = file.Line(line);
+  const std::string_view content = WithoutComment(text);
+  const bool has_comment = content.size() != Trim(text).size();
+  if (EndsWith(content, ',')) {
+    return {line, has_comment ? "to continue line {} here, end it with a backslash, not a comment"
+                              : "to continue line {} here, end it with a backslash"};
+  }
+  if (!EndsWith(content, '\\')) return {};
+  return {line, has_comment
+                    ? "a comment follows the backslash of line {}, so it does not join this line"
+                    : "a blank follows the backslash of line {}, so it does not join this line"};
+}
+
+Cut CutBefore(const sources::SourceFile& file, const ruxcomp::reader::Item& item) {
+  if (item.line < 2 || HasEquals(file, item)) return {};
+  const std::uint32_t before = item.line - 1;
+  if (!WithoutComment(file.Line(before)).empty()) return CutAfter(file, before);
+  // A backslash joins a line, even if it is empty.
+  if (before < 2 || !EndsWith(file.Line(before - 1), '\\')) return {};
+  if (!EndsWith(WithoutComment(file.Line(before - 1)), '\\')) return {};
+  const bool is_empty = Trim(file.Line(before)).empty();
+  return {before - 1, is_empty ? "the backslash of line {} joins only the empty line after it"
+                               : "the backslash of line {} joins only the comment after it"};
+}
+
+bool IsBetweenApostrophes(std::string_view value) {
+  return value.size() > 1 && value.front() == '\'' && value.back() == '\'';
 }
 
 std::string HintOnKey(const sources::SourceFile& file, const ruxcomp::reader::Item& item) {
   if (HasForeignComment(item.key)) return std::string(kComments);
-  if (const std::uint32_t cut = LineCutBefore(file, item); cut != 0) {
-    const bool has_backslash = WithoutBlanksAtEnd(file.Line(cut)).back() == '\\';
-    return has_backslash
-               ? fmt::format(
-                     "a blank follows the backslash of line {}, so it does not join this line", cut)
-               : fmt::format("to continue line {} here, end it with a backslash", cut);
+  if (const Cut cut = CutBefore(file, item); cut.hint != nullptr) {
+    return fmt::format(fmt::runtime(cut.hint), cut.line);
   }
   if (HasEquals(file, item)) return HiddenCharacterHint(item.key);
+  if (EndsWith(item.key, ']')) return "a section header begins with [";
   const bool has_colon = item.key.find(':') != kNone;
   return has_colon ? "expected = after the key, found :" : "expected KEY = VALUE, found no =";
 }
@@ -117,9 +155,13 @@ std::string HintOnKey(const sources::SourceFile& file, const ruxcomp::reader::It
 std::string HintOnValue(const sources::OriginSpot& spot) {
   const std::string_view value = spot.item->value;
   if (HasForeignComment(value)) return std::string(kComments);
+  if (IsBetweenApostrophes(value)) return "only double quotes enclose a text";
   std::string hint = HiddenCharacterHint(value);
   if (!hint.empty() || !TakesSeveralParts(*spot.section, *spot.item)) return hint;
   for (const std::string_view part : ruxcomp::reader::Parts(*spot.item)) {
+    if (part == "\\") return "a backslash joins lines only as the last character of a line";
+    // Between quotes, commas part nothing.
+    if (part.data() != value.data() && *(part.data() - 1) == '"') continue;
     if (hint = MissingCommaHint(part); !hint.empty()) return hint;
   }
   return hint;
@@ -133,10 +175,7 @@ std::string HintOn(const sources::OriginSpot& spot) {
 }  // namespace
 
 std::uint32_t LineCutBefore(const sources::SourceFile& file, const ruxcomp::reader::Item& item) {
-  if (item.line < 2 || HasEquals(file, item)) return 0;
-  const std::string_view before = WithoutBlanksAtEnd(file.Line(item.line - 1));
-  const bool is_cut = !before.empty() && (before.back() == ',' || before.back() == '\\');
-  return is_cut && !ruxcomp::reader::IsCommentLine(before) ? item.line - 1 : 0;
+  return CutBefore(file, item).line;
 }
 
 bool AddLineHint(const sources::SourceSet& sources, Diagnostic& diagnostic) {

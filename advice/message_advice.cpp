@@ -56,15 +56,25 @@ constexpr MessageAdvice Other(const ruxcomp::findings::MessageRow& row, const ch
                               Underline underline = Underline::kPlace) {
   return {&row, underline, other};
 }
+constexpr MessageAdvice OfItself(MessageAdvice advice, const char* text) {
+  advice.of_itself = text;
+  return advice;
+}
 constexpr MessageAdvice Suggest(const ruxcomp::findings::MessageRow& row,
                                 decltype(MessageAdvice::names) names, std::string_view prefix = {},
                                 Underline underline = Underline::kPlace) {
-  return {&row, underline, nullptr, names, prefix};
+  return {&row, underline, nullptr, nullptr, names, prefix};
 }
 constexpr MessageAdvice Hint(MessageAdvice advice, decltype(MessageAdvice::needs_hint) needs_hint,
                              const char* hint) {
   advice.needs_hint = needs_hint;
   advice.hint = hint;
+  return advice;
+}
+
+constexpr MessageAdvice Lacks(MessageAdvice advice, language::SectionId kind,
+                              language::EntryId entry = {}) {
+  advice.missing = {kind, entry};
   return advice;
 }
 
@@ -78,27 +88,36 @@ constexpr MessageAdvice kFacts[] = {
     Other(rows::kRedefinedId, kFirstDefined),
     Other(rows::kRedefinedEntry, kFirstDefined),
     Other(rows::kRedefinedSection, kFirstDefined, Underline::kSectionName),
-    Other(rows::kParentDefinedLater,
-          "the parent begins here; its line number must be smaller, even in another file",
-          Underline::kHeader),
+    OfItself(Other(rows::kParentDefinedLater,
+                   "the parent begins here; its line number must be smaller, even in another file",
+                   Underline::kHeader),
+             "the group cannot be its own parent"),
     Other(rows::kArgumentCount, "defined here"),
 
     Suggest(rows::kUnknownSection, SectionKeywords, {}, Underline::kSectionName),
     Suggest(rows::kUnknownEntry, Keywords),
     Suggest(rows::kInvalidEntryName, Keywords),
-    Hint(Suggest(rows::kUndefinedWord, WordsAndOperands), NamesLongNumber,
-         "a number has at most ten characters"),
+    Lacks(Hint(Suggest(rows::kUndefinedWord, WordsAndOperands), NamesLongNumber,
+               "a number has at most ten characters"),
+          language::SECTION_DEFINE),
     Suggest(RowOf(rules::RuleId::kDefineUnknownWord), DefinedWords),
     Suggest(RowOf(rules::RuleId::kFalseIfdef), DefinedWords),
-    Hint(Suggest(rows::kUnknownValueType, DefinedWords), NamesNumber,
-         "a value begins with a word that is defined as the number of its type, not with the "
-         "number itself"),
+    Lacks(Hint(Suggest(rows::kUnknownValueType, DefinedWords), NamesNumber,
+               "a value begins with a word that is defined as the number of its type, not with the "
+               "number itself"),
+          language::SECTION_DEFINE),
     Suggest(rows::kUnknownOperator, Operators),
-    Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
-         "only a group can have the root as its parent; a sensor needs a group"),
-    Suggest(rows::kUnknownAction, ActionNames),
-    Suggest(rows::kUnknownTable, TableNames),
-    Suggest(rows::kUnknownGlobal, Globals, language::kGlobalPrefix),
+    Lacks(Hint(Suggest(rows::kUnknownParentGroup, GroupNames), IsSensorInRoot,
+               "only a group can have the root as its parent; a sensor needs a group"),
+          language::SECTION_GROUP, language::ENTRY_NAME),
+    Lacks({&rows::kUnknownParentPelmgroup}, language::SECTION_PELMGROUP, language::ENTRY_ID),
+    Lacks({&rows::kUnlistedSensor}, language::SECTION_PELMGROUP, language::ENTRY_SENSORS),
+    Lacks({&rows::kUnknownSensor}, language::SECTION_SENSOR, language::ENTRY_ID),
+    Lacks(Suggest(rows::kUnknownAction, ActionNames), language::SECTION_ACTION,
+          language::ENTRY_NAME),
+    Lacks(Suggest(rows::kUnknownTable, TableNames), language::SECTION_TABLE, language::ENTRY_NAME),
+    Lacks(Suggest(rows::kUnknownGlobal, Globals, language::kGlobalPrefix),
+          language::SECTION_GLOBAL),
     Hint(Suggest(rows::kUnknownValue, LocalValues, language::kValuePrefix), IsOutsideAction,
          "only the values of an ACTION can be operands"),
 
@@ -124,11 +143,11 @@ const char* SentenceOf(language::NameForm form) {
 }  // namespace
 
 const MessageAdvice& AdviceFor(const ruxcomp::findings::MessageRow* row) {
-  static constexpr MessageAdvice kNone;
+  static constexpr MessageAdvice kNoAdvice;
   const MessageAdvice* found =
       std::find_if(std::begin(kFacts), std::end(kFacts),
                    [&](const MessageAdvice& advice) { return advice.row == row; });
-  return found == std::end(kFacts) ? kNone : *found;
+  return found == std::end(kFacts) ? kNoAdvice : *found;
 }
 
 std::string KeyRuleOf(std::string_view section) {

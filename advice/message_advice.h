@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "sources/source_set.h"
 
 namespace rux::advice {
@@ -39,10 +41,20 @@ enum class Underline {
 
 using Names = std::vector<std::string>;
 
+// The sections of a kind that have a text in an entry; without one, those that have it as a key.
+struct Definition {
+  ruxcomp::language::SectionId kind = {};  // 0: none
+  ruxcomp::language::EntryId entry = {};
+
+  bool is_any() const { return kind != ruxcomp::language::SectionId{}; }
+  bool is_key() const { return is_any() && entry == ruxcomp::language::EntryId{}; }
+};
+
 struct MessageAdvice {
   const ruxcomp::findings::MessageRow* row = nullptr;
   Underline underline = Underline::kPlace;
-  const char* other = nullptr;  // what the other place is
+  const char* other = nullptr;      // what the other place is
+  const char* of_itself = nullptr;  // the text when that is the same section
 
   // The names to suggest from, and what all of them begin with: nothing that they are alike in.
   Names (*names)(const sources::SourceSet& sources,
@@ -52,6 +64,9 @@ struct MessageAdvice {
   // A sentence for where the text leaves something open.
   bool (*needs_hint)(const diagnostics::Diagnostic& diagnostic) = nullptr;
   const char* hint = nullptr;
+
+  // What the scripts lack when they have the message.
+  Definition missing = {};
 };
 
 // A message without a row has the defaults above.

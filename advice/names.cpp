@@ -1,12 +1,14 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "advice/message_advice.h"
 #include "diagnostics/diagnostic.h"
 #include "reader/script.h"
 #include "reader/value.h"
+#include "rules/cell_range.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
@@ -82,6 +84,9 @@ Names Keywords(const SourceSet&, const Diagnostic& diagnostic) {
     if ((rule.notation & language::kFreeName) != 0) continue;
     names.emplace_back(language::KeywordOf(rule.identifier));
   }
+  if (kind->source != language::SECTION_TABLE || !diagnostic.entry) return names;
+  std::string cells = rules::MeantCells(*diagnostic.entry);
+  if (!cells.empty()) names.push_back(std::move(cells));
   return names;
 }
 

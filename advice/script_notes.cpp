@@ -10,11 +10,12 @@
 #include <string_view>
 #include <vector>
 
+#include "advice/entry_text.h"
+#include "advice/missing_header.h"
 #include "diagnostics/diagnostic.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/script_item.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
@@ -29,20 +30,6 @@ using sources::SourceSection;
 
 bool IsOf(const SourceSection& section, language::SectionId kind) {
   return section.section->name == language::KindOf(kind).keyword;
-}
-
-const ruxcomp::reader::Item* FindItem(const ruxcomp::reader::Section& section,
-                                      language::EntryId entry) {
-  const ruxcomp::reader::Item* end = section.items + section.item_count;
-  const auto* found = std::find_if(section.items, end, [&](const ruxcomp::reader::Item& item) {
-    return item.key == language::KeywordOf(entry);
-  });
-  return found == end ? nullptr : found;
-}
-
-std::string_view TextOf(const ruxcomp::reader::Section& section, language::EntryId entry) {
-  const ruxcomp::reader::Item* item = FindItem(section, entry);
-  return item == nullptr ? std::string_view() : ruxcomp::reader::FirstPart(*item);
 }
 
 std::uint32_t NumberOf(std::string_view text) {
@@ -100,6 +87,19 @@ void AddListToExtend(const sources::SourceSet& sources, Diagnostic& diagnostic) 
   diagnostic.notes.push_back(
       {fmt::format("add it here, to the SENSORS of {}, or to another [PELMGROUP]", name),
        diagnostics::LocationIn(file, file.RangeOf(list.item->key))});
+}
+
+void AddSwallowedSection(const sources::SourceSet& sources, Diagnostic& diagnostic) {
+  const auto no = [](std::string_view) { return false; };
+  for (const SourceSection& section : sources.sections()) {
+    const auto header = FindMissingHeader(*section.section, {no, no});
+    if (!header || diagnostic.text.find(header->kind->keyword) == std::string::npos) continue;
+    const sources::SourceFile& file = *section.file;
+    diagnostic.notes.push_back(
+        {HintAbove(*header->kind, header->swallowed.first->line),
+         diagnostics::LocationIn(file, file.RangeOf(header->swallowed.first->key))});
+    return;
+  }
 }
 
 void TypeNotes::AddNote(Diagnostic& diagnostic) {

@@ -15,6 +15,9 @@ namespace rux::advice {
 // or the only one there is.
 void AddListToExtend(const sources::SourceSet& sources, diagnostics::Diagnostic& diagnostic);
 
+// Adds where the header of a section may be missing that the script does not have.
+void AddSwallowedSection(const sources::SourceSet& sources, diagnostics::Diagnostic& diagnostic);
+
 // Of one run.
 class TypeNotes {
  public:

@@ -129,6 +129,7 @@ void ModelCompiler::SetEntryValues(std::uint32_t section_id, const CRUXEntry& en
         return out_.words.push_back(interner_.Name<CLASS_Action>(*text));
       case TextUse::kPlain:
       case TextUse::kMayBeEmpty:
+      case TextUse::kWord:
         break;
     }
   }

@@ -14,10 +14,12 @@
 #include "frontend/text_errors.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/names.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
 
 namespace ruxcomp::core {
 
@@ -164,18 +166,18 @@ std::uint32_t CGESTRINGLIST::IsValidEx(const CheckContext& context, unsigned int
 std::uint32_t CGEREPEATER::IsValidEx(const CheckContext& context, unsigned int) {
   const RepeaterRecord* record = m_RuxEntryData.repeater();
   if (!record) return 1;
-  const auto check_number = [&](std::string_view text, std::uint32_t part) {
+  const auto check = [&](Role role, std::string_view text, std::uint32_t part) {
     const CheckContext of_text = context.At(part);
-    return HasPrefix(text, kGlobalPrefix) ? ChkGlobalName(text, of_text)
-                                          : ChkDigital(text, of_text);
+    const NamedEntry* named = FindNamed(role, text);
+    if (!named) return ChkDigital(text, of_text);
+    // Arguments pass unchecked here; only their number counts.
+    return named->entry == ENTRY_ARGNUMBER ? 1 : ChkGlobalName(text, of_text);
   };
   std::uint32_t ok = ChkActionName(record->Action, context.At(kRepeatedAction));
-  ok &= check_number(record->Count, 0);
+  ok &= check(Role::kRepeatCount, record->Count, 0);
   std::uint32_t part = kRepeatedAction;
   for (const std::string_view argument : record->Args) {
-    ++part;
-    // Arguments pass unchecked here; only their number counts.
-    if (!HasPrefix(argument, kArgumentPrefix)) ok &= check_number(argument, part);
+    ok &= check(Role::kRepeatArgument, argument, ++part);
   }
   return ok & ChkActionParamNum(record->Action, static_cast<std::uint32_t>(record->Args.size()),
                                 context.At(kRepeatedAction));

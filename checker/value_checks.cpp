@@ -17,6 +17,7 @@
 #include "frontend/text.h"
 #include "frontend/value_records.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/names.h"
 #include "ruxcomp/language/parts.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/spelling.h"
@@ -256,10 +257,16 @@ std::uint32_t CGEVALUE::IsValidEx(const CheckContext& context, unsigned int) {
 
 std::uint32_t CGEVALUE::IsValidSubValue(std::string_view text, const CheckContext& context,
                                         std::uint32_t index) {
-  if (HasPrefix(text, kValuePrefix)) return ChkValueName(text, context);
-  if (HasPrefix(text, kArgumentPrefix)) return ChkArgName(text, context, index);
-  if (HasPrefix(text, kGlobalPrefix)) return ChkGlobalName(text, context);
-  return ChkDigital(text, context);
+  const NamedEntry* named = FindNamed(Role::kOperand, text);
+  if (!named) return ChkDigital(text, context);
+  switch (named->entry) {
+    case ENTRY_VALUE_OF_ACTION:
+      return ChkValueName(text, context);
+    case ENTRY_ARGNUMBER:
+      return ChkArgName(text, context, index);
+    default:
+      return ChkGlobalName(text, context);
+  }
 }
 
 std::uint32_t CGEVALUE::ChkValueName(std::string_view value, const CheckContext& context) {

@@ -20,9 +20,9 @@
 namespace rux::compiled {
 namespace {
 
-class Builder : public DebugMetaVisitor {
+class DebugMetaBuilder : public DebugMetaVisitor {
  public:
-  explicit Builder(DebugMeta& meta) : meta_(meta) {}
+  explicit DebugMetaBuilder(DebugMeta& meta) : meta_(meta) {}
 
   void OnWordCount(Extent extent) { meta_.word_count = extent; }
   void OnWord(Cursor&, DebugWordView& view) {
@@ -100,7 +100,7 @@ bool IsDebugMetaBytes(std::string_view bytes) { return FormOf(bytes) == Form::kD
 
 DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep) {
   DebugMeta meta;
-  Builder builder(meta);
+  DebugMetaBuilder builder(meta);
   FileHeader header = WalkDebugMeta(bytes, faults, builder, keep == Keep::kPieces);
   if (!faults.empty()) return {};
   meta.version = header.version;

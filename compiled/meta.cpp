@@ -17,9 +17,9 @@
 namespace rux::compiled {
 namespace {
 
-class Builder : public MetaVisitor {
+class MetaBuilder : public MetaVisitor {
  public:
-  explicit Builder(CompiledMeta& meta) : meta_(meta) {}
+  explicit MetaBuilder(CompiledMeta& meta) : meta_(meta) {}
 
   void OnTable(Cursor&, MetaTableView view) {
     CompiledTable& table = meta_.tables.emplace_back();
@@ -72,7 +72,7 @@ bool IsMetaBytes(std::string_view bytes) { return FormOf(bytes) == Form::kMeta; 
 
 CompiledMeta DecodeMeta(std::string_view bytes, Faults& faults, Keep keep) {
   CompiledMeta meta;
-  Builder builder(meta);
+  MetaBuilder builder(meta);
   MetaFrame frame = WalkMeta(bytes, faults, builder, keep == Keep::kPieces);
   if (!faults.empty()) return {};
   meta.version = frame.header.version;

@@ -1,6 +1,10 @@
 #include "diagnostics/collection.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <utility>
+#include <vector>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
@@ -32,15 +36,30 @@ bool Collection::Count(const MessageRow& row, const Ruling& ruling, std::size_t 
   if (ruling.is_suppressed) suppressed_ += count;
   if (ruling.is_dropped) return false;
   const Severity severity = ruling.severity;
-  counts_by_row_[&row] += count;
-  // What follows the last error that is shown is not shown, whatever it is.
-  const bool is_closed = most_errors_ != 0 && errors() >= most_errors_;
+  std::size_t& of_row = counts_by_row_[&row];
+  of_row += count;
   counts_[static_cast<int>(severity)] += count;
   if (severity == Severity::kNote && !has_remarks_) return false;
-  const ruxcomp::findings::Most most = severity == Severity::kError ? most_errors_ : most_warnings_;
-  const bool is_shown = !is_closed && ruxcomp::findings::IsWithin(CountOf(severity), most);
-  if (!is_shown && severity != Severity::kNote) not_shown_ += count;
-  return is_shown;
+  return ruxcomp::findings::IsWithin(of_row, MostOf(severity));
+}
+
+std::vector<Diagnostic> Collection::TakeShown() {
+  std::vector<Diagnostic> shown;
+  std::size_t counts[3] = {};
+  const auto count_of = [&](Severity severity) -> std::size_t& {
+    return counts[static_cast<int>(severity)];
+  };
+  for (Diagnostic& each : kept_) {
+    // What follows the last error that is shown is not shown, whatever it is.
+    if (most_errors_ != 0 && count_of(Severity::kError) >= most_errors_) break;
+    const ruxcomp::findings::Most most = MostOf(each.severity);
+    if (most != 0 && count_of(each.severity) >= most) continue;
+    ++count_of(each.severity);
+    shown.push_back(std::move(each));
+  }
+  not_shown_ = errors() + warnings() - count_of(Severity::kError) - count_of(Severity::kWarning);
+  std::move(conclusions_.begin(), conclusions_.end(), std::back_inserter(shown));
+  return shown;
 }
 
 }  // namespace rux::diagnostics

@@ -24,8 +24,8 @@ class Filter {
   virtual bool Takes(const Diagnostic& warning) = 0;
 };
 
-// Counts all, but makes and keeps only what is shown: up to a limit of errors and, before the last
-// of them, up to another limit of warnings and of remarks.
+// Counts all, but makes and keeps only what may be shown: of each message, as many as are shown at
+// most of all. Which are shown depends on their places.
 class Collection {
  public:
   // `has_remarks`: what is a note by itself is shown, too.
@@ -61,7 +61,12 @@ class Collection {
   void AddRest(const MessageRow& row, Severity severity, std::size_t count);
 
   // What there is to say of all the others; shown in any case.
-  void AddConclusion(Diagnostic diagnostic) { kept_.push_back(std::move(diagnostic)); }
+  void AddConclusion(Diagnostic diagnostic) { conclusions_.push_back(std::move(diagnostic)); }
+
+  // What is shown of those that are kept, which are in the order of their places by now: up to a
+  // limit of errors and, before the last of them, up to another limit of warnings and of remarks;
+  // then the conclusions. Called once, at the end.
+  std::vector<Diagnostic> TakeShown();
 
   std::size_t errors() const { return CountOf(Severity::kError); }
   std::size_t warnings() const { return CountOf(Severity::kWarning); }
@@ -80,20 +85,23 @@ class Collection {
   std::size_t suppressed() const { return suppressed_; }
   // Warnings that the baseline takes.
   std::size_t in_baseline() const { return in_baseline_; }
-  // Errors and warnings that are not kept.
+  // Errors and warnings that are not shown. Known after TakeShown.
   std::size_t not_shown() const { return not_shown_; }
 
   std::vector<Diagnostic>& kept() { return kept_; }
 
  private:
   std::size_t CountOf(Severity severity) const { return counts_[static_cast<int>(severity)]; }
+  ruxcomp::findings::Most MostOf(Severity severity) const {
+    return severity == Severity::kError ? most_errors_ : most_warnings_;
+  }
   bool IsFiltered(const MessageRow& row) const {
     return (allowances_ != nullptr && allowances_->Concerns(row)) ||
            (baseline_ != nullptr && baseline_->Concerns(row));
   }
   // Counts a warning that a filter takes.
   bool IsTaken(const Diagnostic& warning, const Ruling& ruling);
-  // Answers whether to show the first one.
+  // Answers whether to keep the first one.
   bool Count(const MessageRow& row, const Ruling& ruling, std::size_t count);
 
   const Severities& severities_;
@@ -103,6 +111,7 @@ class Collection {
   Filter* allowances_ = nullptr;
   Filter* baseline_ = nullptr;
   std::vector<Diagnostic> kept_;
+  std::vector<Diagnostic> conclusions_;
   std::size_t counts_[3] = {};  // by severity
   std::unordered_map<const MessageRow*, std::size_t> counts_by_row_;
   std::size_t not_shown_ = 0;

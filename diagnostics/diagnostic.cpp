@@ -1,13 +1,17 @@
 #include "diagnostics/diagnostic.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/text_file.h"
 #include "support/utf8.h"
@@ -37,6 +41,48 @@ std::string Label(const Diagnostic& diagnostic) {
 
 std::string SuggestionText(const Diagnostic& diagnostic) {
   return "did you mean " + support::Shortened(*diagnostic.suggestion) + '?';
+}
+
+namespace {
+
+// Whether the suggestion is what is to be in the place of the meant text.
+bool IsReplacement(const Diagnostic& diagnostic) {
+  const auto& excerpt = diagnostic.at.excerpt;
+  const std::string* wanted = FirstMentioned(diagnostic);
+  if (wanted == nullptr && diagnostic.entry) wanted = &*diagnostic.entry;
+  return diagnostic.suggestion && excerpt && wanted != nullptr && excerpt->meant() == *wanted;
+}
+
+// A part may go on behind a backslash: without that, the lines below would move.
+bool IsOnOneLine(const support::TextFile& file, support::ByteRange range) {
+  return file.LineAt(range.begin) == file.LineAt(range.end);
+}
+
+}  // namespace
+
+std::optional<Fix> FixOf(const Diagnostic& diagnostic) {
+  if (!diagnostic.at.excerpt) return std::nullopt;
+  if (diagnostic.fix) {
+    return IsOnOneLine(*diagnostic.at.file, diagnostic.fix->range) ? diagnostic.fix : std::nullopt;
+  }
+  if (!IsReplacement(diagnostic)) return std::nullopt;
+  const std::string written(diagnostic.at.excerpt->meant());
+  const bool is_safe = diagnostic.row->severity == Severity::kError &&
+                       support::IsSlipOf(*diagnostic.suggestion, written);
+  return Fix{diagnostic.at.range, *diagnostic.suggestion, is_safe};
+}
+
+std::string FixText(const Fix& fix, std::string_view replaced) {
+  const auto shown = [](std::string_view text) {
+    const std::size_t first = std::min(text.find_first_not_of(" \t\r\n"), text.size());
+    const std::size_t end = text.find_last_not_of(" \t\r\n") + 1;
+    return support::Shortened(std::string(text.substr(first, std::max(end, first) - first)));
+  };
+  const std::string before = shown(replaced);
+  const std::string after = shown(fix.text);
+  if (fix.text.empty()) return "remove " + (before.empty() ? "blanks" : before);
+  if (after.empty()) return "insert a line end";
+  return before.empty() ? "insert " + after : fmt::format("replace {} with {}", before, after);
 }
 
 namespace {

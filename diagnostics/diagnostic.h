@@ -60,6 +60,15 @@ struct Note {
 
 using Argument = std::variant<std::string, std::uint32_t>;
 
+// What to put in the place of bytes of a file.
+struct Fix {
+  support::ByteRange range;
+  std::string text;
+  // Safe to apply unasked: what is compiled stays as it is, or this is the only way to make the
+  // script compile. Other fixes are offered.
+  bool is_safe = false;
+};
+
 struct Diagnostic {
   const MessageRow* row = nullptr;
   Severity severity = Severity::kError;
@@ -77,6 +86,7 @@ struct Diagnostic {
   std::vector<Note> included_from;  // the INCLUDE items that lead there, the nearest first
 
   std::optional<std::string> suggestion;  // what was probably meant
+  std::optional<Fix> fix;                 // in the file of `at`; beside a suggestion
   std::vector<Note> notes;
 };
 
@@ -91,6 +101,13 @@ std::string Label(const Diagnostic& diagnostic);
 
 // "did you mean ...?"
 std::string SuggestionText(const Diagnostic& diagnostic);
+
+// The fix; without one, the suggestion where it is known what it would replace. None without an
+// excerpt, and none for bytes of several lines.
+std::optional<Fix> FixOf(const Diagnostic& diagnostic);
+
+// "replace hto with hot", "insert ]" or "remove ..." for a fix of those bytes.
+std::string FixText(const Fix& fix, std::string_view replaced);
 
 // A line may be long and be the place of many diagnostics: its characters are counted once.
 class Excerpts {

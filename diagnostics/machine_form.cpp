@@ -10,11 +10,11 @@ namespace rux::diagnostics {
 namespace {
 
 constexpr MachineForm kForms[] = {
-    {"gcc", WriteGccText, WriteGccText, WriteInARow},
+    {"gcc", WriteGccText, WriteGccPiece, WriteInARow},
     {"json", WriteJsonReport, WriteJsonPiece, WriteJsonReports},
     {"sarif", WriteSarifReport, WriteSarifPiece, WriteSarifReports},
     {"junit", WriteJunitReport, WriteJunitPiece, WriteJunitReports},
-    {"github", WriteGithubText, WriteGithubText, WriteInARow},
+    {"github", WriteGithubText, WriteGithubPiece, WriteInARow},
 };
 
 }  // namespace

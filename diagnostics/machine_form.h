@@ -31,9 +31,6 @@ struct MachineForm {
   WriteForm* write;        // a document about one script
   WriteForm* write_piece;  // its piece of a document about several
   WriteMany* write_many;
-
-  // Whether several documents in a row are none.
-  bool is_document() const { return write != write_piece; }
 };
 
 // Null for an unknown name. "human" is not a machine form.
@@ -46,6 +43,7 @@ WriteMany WriteInARow;
 //   boards/server.rux:12:16: error: [SENSOR] THRESHOLD_FH: hto has not been defined
 //   [undefined-word]
 WriteForm WriteGccText;
+WriteForm WriteGccPiece;
 
 // docs/diagnostics.schema.json
 WriteForm WriteJsonReport;
@@ -65,6 +63,7 @@ WriteMany WriteJunitReports;
 
 // Workflow commands: lines that GitHub shows beside the sources.
 WriteForm WriteGithubText;
+WriteForm WriteGithubPiece;
 
 }  // namespace rux::diagnostics
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
+#include "diagnostics/repeated.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
@@ -25,7 +26,7 @@ constexpr std::string_view kGreen = "\x1B[1;32m";
 constexpr std::string_view kPlain = "\x1B[0m";
 
 // Of a longer source line only the surroundings of the offending text are shown.
-constexpr std::size_t kLongestLine = 160;
+constexpr std::size_t kLongestShownLine = 160;
 constexpr std::size_t kShownBefore = 60;
 
 std::string_view ColourOf(Severity severity) {
@@ -95,8 +96,8 @@ Shown Clipped(const Excerpt& whole) {
   const std::string_view text = whole.text;
   Window window(text, whole.begin);
   window.GrowLeft(kShownBefore);
-  window.GrowRight(kLongestLine);
-  window.GrowLeft(kLongestLine);
+  window.GrowRight(kLongestShownLine);
+  window.GrowLeft(kLongestShownLine);
   const std::size_t begin = window.begin();
   const std::size_t end = window.end();
   const std::string_view left = begin > 0 ? "..." : "";
@@ -122,12 +123,24 @@ std::string Indent(std::string_view before) {
 
 class Printer {
  public:
-  Printer(bool colour, support::TextStream& out) : colour_(colour), out_(out) {}
+  Printer(const Report& report, bool colour, support::TextStream& out)
+      : report_(report), colour_(colour), out_(out) {}
 
   void Print(const Diagnostic& diagnostic) {
+    Repeatable repeatable(report_, true, diagnostic,
+                          fmt::format("{}: {}: in {} (--all shows them)\n",
+                                      PlaceText(diagnostic.at), diagnostic.row->id, kOthers),
+                          out_);
     PrintMessage(diagnostic.at, diagnostic.severity, WholeText(diagnostic), Label(diagnostic));
     if (diagnostic.suggestion) PrintAside(SuggestionText(diagnostic));
-    for (const Note& note : diagnostic.notes) PrintNote(note);
+    // What has no place of its own belongs to the message, not to a note.
+    for (const Note& note : diagnostic.notes) {
+      if (note.at.path.empty()) PrintNote(note);
+    }
+    for (const Note& note : diagnostic.notes) {
+      if (!note.at.path.empty()) PrintNote(note);
+    }
+    repeatable.BeginOwn();
     // Of several diagnostics in a row that are in one file, the first shows how it is reached.
     if (diagnostic.at.path != last_path_) {
       for (const Note& include : diagnostic.included_from) PrintNote(include);
@@ -138,10 +151,7 @@ class Printer {
  private:
   void PrintMessage(const Location& at, Severity severity, std::string_view text,
                     std::string_view id) {
-    std::string place = support::SafePath(at.path.empty() ? "rux" : at.path);
-    if (at.line() != 0) place += fmt::format(":{}", at.line());
-    if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
-    out_ += Paint(place + ":", kBold) + ' ' +
+    out_ += Paint(PlaceText(at) + ":", kBold) + ' ' +
             Paint(fmt::format("{}:", WordOf(severity)), ColourOf(severity)) + ' ' +
             support::SafeText(text) + std::string(id) + '\n';
     if (at.excerpt) PrintExcerpt(*at.excerpt);
@@ -169,6 +179,7 @@ class Printer {
     return fmt::format("{}{}{}", colour, text, kPlain);
   }
 
+  const Report& report_;
   const bool colour_;
   std::string last_path_;
   support::TextStream& out_;
@@ -181,13 +192,6 @@ std::string Counted(std::size_t count, std::string_view noun) {
 // Up to this many equal messages are all shown; of more, only the first ones.
 constexpr std::size_t kFew = 10;
 constexpr std::size_t kFirst = 3;
-
-// "1,997"
-std::string Grouped(std::size_t number) {
-  std::string text = std::to_string(number);
-  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
-  return text;
-}
 
 // Which diagnostics are shown when equal ones are folded.
 class Folding {
@@ -214,7 +218,7 @@ class Folding {
   std::string Text(const std::string& script) const {
     std::string text;
     for (const Folded& each : folded_) {
-      text += fmt::format("{}: {} more (--all shows them)\n", each.row->id, Grouped(each.more));
+      text += fmt::format("{}: {} more (--all shows them)\n", each.row->id, each.more);
     }
     if (not_shown_ > 0) {
       text += fmt::format("{}: {}\n", support::SafePath(script), NotShownText(not_shown_));
@@ -234,8 +238,15 @@ class Folding {
 
 }  // namespace
 
+std::string PlaceText(const Location& at) {
+  std::string place = support::SafePath(at.path.empty() ? "rux" : at.path);
+  if (at.line() != 0) place += fmt::format(":{}", at.line());
+  if (at.excerpt) place += fmt::format(":{}", at.excerpt->first_column);
+  return place;
+}
+
 void WriteHumanText(const Report& report, HumanStyle style, support::TextStream& out) {
-  Printer printer(style.colour, out);
+  Printer printer(report, style.colour, out);
   Folding folding(report, style.folds);
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (folding.Shows(diagnostic)) printer.Print(diagnostic);
@@ -252,8 +263,7 @@ std::string MessageTable(const std::vector<MessageCount>& by_message) {
   std::string table;
   for (const MessageCount& count : by_message) {
     if (count.all == 0) continue;
-    table += fmt::format("{:>9}  {} ({})\n", Grouped(count.all), count.row->id,
-                         WordOf(count.row->level));
+    table += fmt::format("{:>9}  {} ({})\n", count.all, count.row->id, WordOf(count.row->level));
   }
   return table;
 }

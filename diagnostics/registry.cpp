@@ -32,16 +32,20 @@ const MessageRow* Registry::Find(std::string_view id) const {
 }
 
 std::string Registry::UnknownText(const std::string& id) const {
+  return "no such message: " + support::NameText(id) +
+         support::NearText(id, Ids(), "'rux explain' lists them all");
+}
+
+std::vector<std::string> Registry::Ids() const {
   std::vector<std::string> ids;
   ids.reserve(rows_.size());
   for (const MessageRow* row : rows_) ids.emplace_back(row->id);
-  return "no such message: " + support::NameText(id) +
-         support::NearText(id, ids, "'rux explain' lists them all");
+  return ids;
 }
 
 namespace {
 
-constexpr std::string_view kNoExample = "There is no example script for this message.";
+constexpr std::string_view kNoExample = "This message has no example script.";
 constexpr std::string_view kMachineNote =
     "machine.rux is the rest of the machine; 'rux explain all' prints it at the end.";
 
@@ -52,9 +56,9 @@ std::string Wrapped(std::string_view text) { return support::Wrapped(text, kWidt
 std::string Indented(std::string_view text) {
   std::string lines;
   while (!text.empty()) {
-    const std::size_t end = text.find('\n') + 1;
-    lines.append("    ").append(text.substr(0, end));
-    text.remove_prefix(end);
+    const std::string_view line = text.substr(0, text.find('\n'));
+    lines.append("    ").append(line) += '\n';
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
   }
   return lines;
 }
@@ -98,7 +102,14 @@ std::string Example(const char* title, std::string_view script) {
 
 }  // namespace
 
-std::vector<const MessageRow*> Registry::About(std::string_view text) const {
+std::vector<const MessageRow*> Registry::About(const std::string& text) const {
+  std::vector<const MessageRow*> found = With(text);
+  if (!found.empty() || support::ClosestName(text, Ids())) return found;
+  const std::size_t family = text.rfind('_');
+  return family == 0 || family == std::string::npos ? found : With(text.substr(0, family));
+}
+
+std::vector<const MessageRow*> Registry::With(std::string_view text) const {
   std::vector<const MessageRow*> found;
   for (const MessageRow* row : rows_) {
     if (HasText(row->id, text) || HasText(row->summary, text) || HasText(row->explanation, text))

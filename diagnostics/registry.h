@@ -37,13 +37,17 @@ class Registry {
   // Null when there is none.
   const MessageRow* Find(std::string_view id) const;
 
-  // All whose id, summary or explanation has that text in it, in any case.
-  std::vector<const MessageRow*> About(std::string_view text) const;
+  // All whose id, summary or explanation has that text in it, in any case. When none has
+  // THRESHOLD_WH, those that have THRESHOLD, unless the text is nearly an id.
+  std::vector<const MessageRow*> About(const std::string& text) const;
 
   // "no such message: undefind-word; did you mean undefined-word?"
   std::string UnknownText(const std::string& id) const;
 
  private:
+  std::vector<std::string> Ids() const;
+  std::vector<const MessageRow*> With(std::string_view text) const;
+
   std::vector<const MessageRow*> rows_;
   std::unordered_map<std::string_view, const MessageRow*> by_id_;
 };

@@ -21,9 +21,12 @@
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
+std::string NotShown(std::size_t count) {
+  return fmt::format("{} more diagnostic{} not shown", count, count == 1 ? "" : "s");
+}
+
 std::string NotShownText(std::size_t count) {
-  return fmt::format("{} more diagnostic{} not shown (--all shows {})", count,
-                     count == 1 ? "" : "s", count == 1 ? "it" : "them");
+  return fmt::format("{} (--all shows {})", NotShown(count), count == 1 ? "it" : "them");
 }
 
 void SortByCount(std::vector<MessageCount>& by_message) {
@@ -36,9 +39,6 @@ void SortByCount(std::vector<MessageCount>& by_message) {
 
 bool UsesColour(const std::string& color) { return support::UsesColour(color, STDERR_FILENO); }
 
-namespace {
-
-// Sorts diagnostics with excerpts. Those of one place stay in their order.
 void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>& diagnostics) {
   std::map<std::string_view, std::size_t> ranks;
   for (const std::string& file : files) ranks.try_emplace(file, ranks.size());
@@ -52,6 +52,8 @@ void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>&
   std::stable_sort(diagnostics.begin(), diagnostics.end(),
                    [&](const Diagnostic& a, const Diagnostic& b) { return key_of(a) < key_of(b); });
 }
+
+namespace {
 
 std::vector<MessageCount> CountByMessage(const Collection& diagnostics,
                                          const std::vector<Diagnostic>& kept) {
@@ -76,11 +78,12 @@ Report ReportOf(std::string script, Collection& diagnostics,
   report.script = std::move(script);
   report.errors = diagnostics.errors();
   report.warnings = diagnostics.warnings();
-  report.not_shown = diagnostics.not_shown();
   report.suppressed = diagnostics.suppressed();
   report.in_baseline = diagnostics.in_baseline();
-  report.diagnostics = std::move(diagnostics.kept());
-  Excerpts().AddTo(report.diagnostics);
+  Excerpts().AddTo(diagnostics.kept());
+  SortByPlace(files, diagnostics.kept());
+  report.diagnostics = diagnostics.TakeShown();
+  report.not_shown = diagnostics.not_shown();
   SortByPlace(files, report.diagnostics);
   report.by_message = CountByMessage(diagnostics, report.diagnostics);
   return report;

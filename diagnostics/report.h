@@ -31,13 +31,19 @@ struct Report {
   std::size_t suppressed = 0;            // warnings that a setting or a comment leaves out
   std::size_t in_baseline = 0;           // warnings that are not new
   std::vector<MessageCount> by_message;  // the most frequent first
+  bool is_one_of_many = false;           // what other scripts may have as well is marked
   bool is_complete = true;               // false: the run ended in trouble that is not the script's
 };
 
 // The diagnostic and its notes, in the form gcc.
 void WriteGccLines(const Diagnostic& diagnostic, support::TextStream& out);
 
-// So many are not shown, and how to have them shown.
+// "boards/server.rux:12:16", or the tool when the place is nothing of the script.
+std::string PlaceText(const Location& at);
+
+// "7 more diagnostics not shown"
+std::string NotShown(std::size_t count);
+// The same with how to have them shown.
 std::string NotShownText(std::size_t count);
 
 // The form for terminals, which editors can jump from:
@@ -101,6 +107,8 @@ struct ReportOptions {
   ruxcomp::findings::Most most() const {
     return shows_all() ? 0 : std::max(most_errors(), most_warnings());
   }
+  // Whether a report of one of several scripts marks what others may have, too.
+  bool folds_over_scripts() const { return counts != nullptr && !shows_all(); }
   bool shows_all() const { return most_errors() == 0 || most_warnings() == 0; }
 
   bool verbose = false;
@@ -109,6 +117,10 @@ struct ReportOptions {
 
 // Whether the output is in colours, for a value of --color.
 bool UsesColour(const std::string& color);
+
+// By file and line; what has no place comes last. For diagnostics with excerpts. Those of one place
+// stay in their order. `files`: paths, in the order that they are to have.
+void SortByPlace(const std::vector<std::string>& files, std::vector<Diagnostic>& diagnostics);
 
 // The report of a run with those diagnostics, by file and line; what has no place comes last.
 // `files`: the paths of the script and what it includes, in the order of reading.

@@ -153,7 +153,9 @@ Ruling Severities::RulingOn(const MessageRow& row, Severity severity) const {
     if (group != choices->by_group.end()) Apply(group->second, choice);
     ApplyOwn(*choices, row, choice);
   }
-  if (!choice.is_reported.value_or(row.level != Level::kStyle)) {
+  const bool is_for_purpose =
+      purpose_ == Purpose::kFix || (row.level == Level::kStyle) == (purpose_ == Purpose::kLint);
+  if (!choice.is_reported.value_or(is_for_purpose)) {
     return {severity, true, choice.is_reported.has_value()};
   }
   return {choice.is_raised.value_or(false) ? Severity::kError : severity};

@@ -30,15 +30,23 @@ struct Ruling {
   bool is_suppressed = false;  // dropped because a setting says so
 };
 
+// Which groups are reported without a setting.
+enum class Purpose {
+  kCheck,  // all but style
+  kLint,   // style alone
+  kFix,    // all
+};
+
 // Warnings may be left out or made errors: all of them, those of a group, those of an id. Without a
-// setting, warnings of the group style are left out. What is set for an id counts more than what is
+// setting, the purpose decides. What is set for an id counts more than what is
 // set for its group, and that more than what is set for all; otherwise the last setting counts.
 // Errors stay errors, except those that may be lowered: "no-error=ID" makes them warnings.
 //
 // Settings come from two sources: those of the command line count more than those of the project.
 class Severities {
  public:
-  explicit Severities(const Registry& registry) : registry_(registry) {}
+  explicit Severities(const Registry& registry, Purpose purpose = Purpose::kCheck)
+      : registry_(registry), purpose_(purpose) {}
 
   // Takes settings, separated by commas: "NAME", "no-NAME", "error=NAME" or "no-error=NAME" of a
   // group, an id or all; "none" is "no-all", and "error" makes what is reported errors. Returns why
@@ -77,6 +85,7 @@ class Severities {
   static void ApplyOwn(const Choices& choices, const MessageRow& row, Choice& choice);
 
   const Registry& registry_;
+  const Purpose purpose_;
   Choices project_;
   Choices own_;
 };

@@ -26,6 +26,7 @@
 #include "sources/source_set.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/folders.h"
 #include "support/placement.h"
 #include "support/safe_text.h"
 
@@ -53,7 +54,7 @@ std::string TakeText(std::string_view& notes) {
 }
 
 std::string FolderOf(const std::string& file) {
-  return fs::path(Baseline::WholeName(file)).parent_path().string();
+  return fs::path(support::WholeName(file)).parent_path().string();
 }
 
 // What JSON cannot have is escaped.
@@ -69,12 +70,6 @@ Baseline::Baseline(BaselineFiles files)
       folder_(FolderOf(files_.read)),
       notes_(files_.written) {}
 
-std::string Baseline::WholeName(const std::string& script) {
-  std::error_code error;
-  const fs::path whole = fs::weakly_canonical(fs::absolute(script, error), error);
-  return error ? script : whole.string();
-}
-
 std::string Baseline::NameInBaseline(const std::string& whole_name) const {
   return NameFrom(folder_, whole_name);
 }
@@ -89,8 +84,8 @@ void Baseline::Note(std::string_view notes) {
 // What all runs noted.
 struct Baseline::Noted {
   std::set<std::string> files;
-  std::set<std::string> complete_files;
-  BaselineCounts found;  // by whole names
+  std::map<std::string, std::set<std::string>> complete_files;  // with the scripts that read them
+  BaselineCounts found;                                         // by whole names
 };
 
 Baseline::Noted Baseline::ReadNotes() {
@@ -101,7 +96,7 @@ Baseline::Noted Baseline::ReadNotes() {
     BaselineKey key;
     key.script = TakeText(notes);
     if (kind == NoteKind::kFile) noted.files.insert(key.script);
-    if (kind == NoteKind::kCompleteFile) noted.complete_files.insert(key.script);
+    if (kind == NoteKind::kCompleteFile) noted.complete_files[key.script].insert(TakeText(notes));
     if (kind != NoteKind::kWarnings) continue;
     for (std::string* text : {&key.id, &key.section, &key.name, &key.entry}) {
       *text = TakeText(notes);
@@ -115,14 +110,14 @@ Baseline::Noted Baseline::ReadNotes() {
   return noted;
 }
 
-std::string Baseline::End() {
+std::string Baseline::End(const FindMains& find_mains) {
   const Noted noted = ReadNotes();
   if (!files_.written.empty()) Write(noted);
-  return files_.written.empty() ? OutdatedText(noted) : "";
+  return files_.written.empty() ? OutdatedText(noted, find_mains) : "";
 }
 
 void Baseline::Write(const Noted& noted) const {
-  const std::string whole = WholeName(files_.written);
+  const std::string whole = support::WholeName(files_.written);
   if (noted.files.count(whole) != 0) {
     RefuseToOverwrite({"script", files_.written}, {"baseline", files_.written});
   }
@@ -137,24 +132,63 @@ void Baseline::Write(const Noted& noted) const {
   support::PutInPlace({{files_.written, text}});
 }
 
-std::string Baseline::OutdatedText(const Noted& noted) const {
-  std::set<std::string> complete;
-  for (const std::string& file : noted.complete_files) complete.insert(NameInBaseline(file));
-  BaselineCounts found;
-  for (const auto& [key, count] : noted.found) {
-    BaselineKey named = key;
-    named.script = NameInBaseline(key.script);
-    found[named] = count;
+// Counts the entries that do not occur any more.
+class Baseline::Outdated {
+ public:
+  Outdated(const Baseline& baseline, const Noted& noted, const FindMains& find_mains)
+      : baseline_(baseline), noted_(noted), find_mains_(find_mains) {
+    for (const auto& [key, count] : noted.found) {
+      BaselineKey named = key;
+      named.script = baseline.NameInBaseline(key.script);
+      found_[named] = count;
+    }
+    for (const auto& [file, scripts] : noted.complete_files) {
+      whole_names_[baseline.NameInBaseline(file)] = file;
+    }
   }
-  std::uint64_t outdated = 0;
-  for (const auto& [key, count] : known_) {
-    const bool is_known = complete.count(key.script) != 0;
-    const auto now = found.find(key);
-    const std::uint64_t left = now == found.end() ? 0 : now->second;
+
+  std::uint64_t Count() {
+    std::uint64_t outdated = 0;
+    for (const auto& [key, count] : baseline_.known_) {
+      const auto now = found_.find(key);
+      const std::uint64_t left = now == found_.end() ? 0 : now->second;
+      if (left < count && IsKnown(key.script)) outdated += count - left;
+    }
+    return outdated;
+  }
+
+ private:
+  // Whether all warnings of the file are known: it is gone, or was checked in all that includes it.
+  bool IsKnown(const std::string& name) {
+    const auto [known, is_new] = is_known_.try_emplace(name);
+    if (!is_new) return known->second;
+    const auto file = whole_names_.find(name);
     std::error_code ignored;
-    const bool is_gone = !is_known && !fs::exists(fs::path(folder_) / key.script, ignored);
-    if ((is_known || is_gone) && left < count) outdated += count - left;
+    known->second = file != whole_names_.end()
+                        ? IsCheckedInAll(file->second)
+                        : !fs::exists(fs::path(baseline_.folder_) / name, ignored);
+    return known->second;
   }
+
+  bool IsCheckedInAll(const std::string& file) const {
+    const std::set<std::string>& scripts = noted_.complete_files.at(file);
+    std::vector<std::string> mains = find_mains_(file);
+    if (mains.empty()) mains = {file};
+    return std::all_of(mains.begin(), mains.end(), [&](const std::string& main) {
+      return scripts.count(support::WholeName(main)) != 0;
+    });
+  }
+
+  const Baseline& baseline_;
+  const Noted& noted_;
+  const FindMains& find_mains_;
+  BaselineCounts found_;                            // by names in the baseline
+  std::map<std::string, std::string> whole_names_;  // by those in the baseline
+  std::map<std::string, bool> is_known_;
+};
+
+std::string Baseline::OutdatedText(const Noted& noted, const FindMains& find_mains) const {
+  const std::uint64_t outdated = Outdated(*this, noted, find_mains).Count();
   if (outdated == 0) return "";
   return fmt::format("{0}: {1} warning{2} no longer occur{3}; --write-baseline {0} drops {4}\n",
                      support::SafePath(files_.read), outdated, outdated == 1 ? "" : "s",
@@ -190,7 +224,7 @@ bool BaselineFilter::Takes(const diagnostics::Diagnostic& warning) {
 const BaselineFilter::FileNames& BaselineFilter::NamesOf(const std::string& path) {
   const auto [names, is_new] = names_.try_emplace(path);
   if (is_new) {
-    names->second.whole = Baseline::WholeName(path);
+    names->second.whole = support::WholeName(path);
     names->second.in_baseline = baseline_.NameInBaseline(names->second.whole);
   }
   return names->second;
@@ -216,7 +250,7 @@ void BaselineFilter::Note(const std::vector<std::string>& files, bool is_complet
   for (const std::string& file : files) {
     const std::string& whole = NamesOf(file).whole;
     AppendNote(NoteKind::kFile, {whole}, notes);
-    if (is_complete) AppendNote(NoteKind::kCompleteFile, {whole}, notes);
+    if (is_complete) AppendNote(NoteKind::kCompleteFile, {whole, NamesOf(script_).whole}, notes);
   }
   for (const auto& [key, count] : found_) {
     AppendNote(NoteKind::kWarnings,

@@ -3,6 +3,7 @@
 #define DRIVER_BASELINE_H_
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -36,23 +37,26 @@ class Baseline {
   const BaselineFiles& files() const { return files_; }
   const settings::BaselineCounts& known() const { return known_; }
 
-  // The whole name of a script, and that name as the baseline that is read has it.
-  static std::string WholeName(const std::string& script);
+  // A whole name as the baseline that is read has it.
   std::string NameInBaseline(const std::string& whole_name) const;
 
   // Called by each run, when it is done.
   void Note(std::string_view notes);
 
+  // The main scripts that include a file; none when it is one, or when they are not known.
+  using FindMains = std::function<std::vector<std::string>(const std::string& file)>;
+
   // Called when all runs are done: writes the baseline and returns a line about entries of the one
   // that was read that do not occur any more; empty when there are none. A file that several
   // machines include has as many warnings as the machine with the most. Throws a Failure.
-  std::string End();
+  std::string End(const FindMains& find_mains);
 
  private:
   struct Noted;
+  class Outdated;
   Noted ReadNotes();
   void Write(const Noted& noted) const;
-  std::string OutdatedText(const Noted& noted) const;
+  std::string OutdatedText(const Noted& noted, const FindMains& find_mains) const;
 
   const BaselineFiles files_;
   const settings::BaselineCounts known_;

@@ -2,8 +2,10 @@
 
 #include "advice/advice.h"
 #include "diagnostics/registry.h"
+#include "diff/classes.h"
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "lint/lint_rows.h"
 #include "rules/rule_report.h"
 #include "run/log.h"
 
@@ -16,6 +18,8 @@ const diagnostics::Registry& AllMessages() {
       ruxcomp::findings::RowsOf(advice::kRows),
       ruxcomp::findings::RowsOf(kRows),
       ruxcomp::findings::RowsOf(rules::kRows),
+      ruxcomp::findings::RowsOf(lint::kRows),
+      ruxcomp::findings::RowsOf(diff::kRows),
   };
   return registry;
 }

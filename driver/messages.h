@@ -26,7 +26,7 @@ FILE = machine.rux
 )"};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kIncludeFirst};
 
-// Of the library and its reader, of runs, and of the rules.
+// Of the library and its reader, of runs, of the rules, and the classes of changes.
 const diagnostics::Registry& AllMessages();
 
 }  // namespace rux::driver

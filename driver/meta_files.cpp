@@ -82,6 +82,10 @@ std::vector<diagnostics::Diagnostic> MetaFiles::Make(const run::Result& result) 
   return WarningsOf(compiled::DecodeDebugMeta(bytes, faults), result.sources);
 }
 
+bool MetaFiles::LooksFor(const diagnostics::MessageRow& row) const {
+  return &row == &kIncludeFirst && !options_.debug_meta.empty();
+}
+
 void MetaFiles::Keep(const run::Result& result) {
   const sources::SourceFiles& sources = result.files;
   const auto keep = [&](const NamedFile& written) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/diagnostic.h"
 #include "driver/compile_run.h"
 #include "support/memory_file.h"
 #include "support/placement.h"
@@ -42,6 +43,7 @@ class MetaFiles : public CompileProduct {
   explicit MetaFiles(const MetaOptions& options) : options_(options) {}
 
   std::vector<diagnostics::Diagnostic> Make(const run::Result& result) override;
+  bool LooksFor(const diagnostics::MessageRow& row) const override;
   void Keep(const run::Result& result) override;
   void Discard(const run::Result& result) override;
 

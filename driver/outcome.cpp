@@ -11,6 +11,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "driver/listed.h"
 #include "driver/messages.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
@@ -37,6 +38,7 @@ diagnostics::Counts& SharedCounts::operator[](std::size_t i) const {
 }
 
 void Outcome::Add(std::size_t i, const std::string& script, const support::JobResult& done) {
+  ++scripts_;
   worst_ = std::max(worst_, done.status);
   if (done.status != support::ExitStatus::kDone) failed_.push_back(support::SafeText(script));
   if (done.status > support::ExitStatus::kFindings) ++undone_;
@@ -49,7 +51,7 @@ diagnostics::Report Outcome::Total() const {
   all.script = fmt::format("{} script{}", scripts_, scripts_ == 1 ? "" : "s");
   all.is_complete = is_complete_;
   std::map<const diagnostics::MessageRow*, diagnostics::MessageCount> by_row;
-  for (std::size_t i = 0; i < scripts_; ++i) {
+  for (std::size_t i = 0; i < most_; ++i) {
     const diagnostics::Counts& one = counts_[i];
     all.errors += one.errors;
     all.warnings += one.warnings;
@@ -66,13 +68,20 @@ diagnostics::Report Outcome::Total() const {
   return all;
 }
 
+// Over several scripts, what occurs twice may be far apart.
+bool Outcome::HasTable(const std::vector<diagnostics::MessageCount>& by_message) const {
+  const auto is_repeated = [](const diagnostics::MessageCount& count) { return count.all > 1; };
+  return diagnostics::IsLong(by_message) ||
+         (scripts_ > 1 && std::any_of(by_message.begin(), by_message.end(), is_repeated));
+}
+
 std::string Outcome::Summary(bool folds) const {
   const diagnostics::Report all = Total();
   std::string line = diagnostics::SummaryLine(all);
   if (undone_ > 0) {
     line.insert(line.size() - 1, fmt::format("; {} could not be processed", undone_));
   }
-  const bool has_table = folds && diagnostics::IsLong(all.by_message);
+  const bool has_table = folds && HasTable(all.by_message);
   return (has_table ? diagnostics::MessageTable(all.by_message) : "") + FailedText() + line;
 }
 
@@ -80,13 +89,8 @@ std::string Outcome::Summary(bool folds) const {
 std::string Outcome::FailedText() const {
   constexpr std::size_t kMost = 10;
   if (failed_.empty()) return "";
-  std::string text =
-      fmt::format("{} of {} script{} failed: ", failed_.size(), scripts_, scripts_ == 1 ? "" : "s");
-  for (std::size_t i = 0; i < std::min(failed_.size(), kMost); ++i) {
-    text += (i == 0 ? "" : ", ") + failed_[i];
-  }
-  if (failed_.size() > kMost) text += fmt::format(" and {} more", failed_.size() - kMost);
-  return text + '\n';
+  return fmt::format("{} of {} script{} failed: {}\n", failed_.size(), scripts_,
+                     scripts_ == 1 ? "" : "s", Listed(failed_, kMost));
 }
 
 }  // namespace rux::driver

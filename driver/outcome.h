@@ -32,7 +32,8 @@ class SharedCounts {
 
 class Outcome {
  public:
-  explicit Outcome(std::size_t scripts) : counts_(scripts), scripts_(scripts) {}
+  // At most so many.
+  explicit Outcome(std::size_t scripts) : counts_(scripts), most_(scripts) {}
 
   // For the process of that script.
   diagnostics::Counts& CountsOf(std::size_t i) const { return counts_[i]; }
@@ -42,17 +43,19 @@ class Outcome {
   // All scripts, without their diagnostics.
   diagnostics::Report Total() const;
 
-  // What people are told at the end. `folds`: with a table of messages that occur often.
+  // What people are told at the end. `folds`: with a table of messages that occur several times.
   std::string Summary(bool folds) const;
 
   support::ExitStatus worst() const { return worst_; }
   bool has_wrong_usage() const { return has_wrong_usage_; }
 
  private:
+  bool HasTable(const std::vector<diagnostics::MessageCount>& by_message) const;
   std::string FailedText() const;
 
   const SharedCounts counts_;
-  const std::size_t scripts_;
+  const std::size_t most_;
+  std::size_t scripts_ = 0;  // so far
   std::vector<std::string> failed_;
   std::size_t undone_ = 0;
   bool is_complete_ = true;

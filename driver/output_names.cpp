@@ -39,9 +39,11 @@ fs::path FolderFromHere(const fs::path& script) {
 std::string FolderIn(const std::string& name, std::size_t at, const fs::path& script) {
   const fs::path folder = FolderFromHere(script);
   if (at == 0 || !IsOutside(folder)) return folder.string();
+  const fs::path above = name.substr(0, at);
   throw support::Failure(support::ExitStatus::kWrongUsage,
-                         "cannot write {} for {}: the script is not below the working folder", name,
-                         script.string());
+                         "{} has no folder below {}: it is not below the working folder",
+                         script.string(),
+                         (above.has_filename() ? above : above.parent_path()).string());
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "driver/script_list.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <set>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -14,7 +14,9 @@
 
 #include "diagnostics/report.h"
 #include "driver/compile_options.h"
+#include "driver/listed.h"
 #include "reader/include_folders.h"
+#include "sources/allow_comments.h"
 #include "sources/main_scripts.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
@@ -31,30 +33,47 @@ support::Failure WrongUsage(const char* text, const std::string& name) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{} {}", text, name);
 }
 
-// The header of a main script may be misspelt.
-void ReportUnused(const std::string& folder, const std::vector<std::string>& scripts) {
-  constexpr std::size_t kMost = 3;
-  std::string names;
-  for (std::size_t i = 0; i < std::min(scripts.size(), kMost); ++i) {
-    names += (i == 0 ? "" : ", ") + scripts[i];
-  }
-  if (scripts.size() > kMost) names += fmt::format(" and {} more", scripts.size() - kMost);
-  support::PrintError(support::SafeFormat(
-      "rux: note: skipped (no MORVRUX section, and no main script below {} includes it): {}\n",
-      folder, names));
+support::Failure NoScripts(const std::string& folder) {
+  return WrongUsage("there are no scripts (*.rux) below", folder);
 }
 
-std::vector<std::string> MainScriptsBelow(const std::string& folder, bool reports_unused) {
+// The header of a main script may be misspelt.
+void ReportUnused(const std::string& folder, const sources::FolderScripts& found) {
+  constexpr std::size_t kMost = 3;
+  std::vector<std::string> scripts;
+  for (const auto& [script, mains] : found.mains_of) {
+    if (mains.empty()) scripts.push_back(script);
+  }
+  if (scripts.empty()) return;
+  support::PrintError(support::SafeFormat(
+      "rux: note: skipped (no MORVRUX section, and no main script below {} includes it): {}\n",
+      folder, Listed(scripts, kMost)));
+}
+
+std::vector<std::string> MainScriptsBelow(const std::string& folder, bool reports_unused,
+                                          MainsOfParts& shared) {
   const sources::FolderScripts scripts = sources::ScriptsBelow(folder);
   if (!scripts.mains.empty()) {
-    if (!scripts.unused.empty() && reports_unused) ReportUnused(folder, scripts.unused);
+    if (reports_unused) ReportUnused(folder, scripts);
+    for (const auto& [part, mains] : scripts.mains_of) {
+      if (mains.size() > 1 && sources::Mentions(part, sources::kAllowMarker)) shared[part] = mains;
+    }
     return scripts.mains;
   }
-  if (scripts.others.empty()) throw WrongUsage("there are no scripts (*.rux) below", folder);
+  if (scripts.others.empty()) throw NoScripts(folder);
   throw support::Failure(
       support::ExitStatus::kWrongUsage,
       "there are no main scripts below {}: no script there, such as {}, has a MORVRUX section",
       folder, scripts.others.front());
+}
+
+std::vector<std::string> AllScriptsBelow(const std::string& folder) {
+  sources::FolderScripts scripts = sources::ScriptsBelow(folder);
+  std::vector<std::string> all = std::move(scripts.mains);
+  all.insert(all.end(), scripts.others.begin(), scripts.others.end());
+  if (all.empty()) throw NoScripts(folder);
+  std::sort(all.begin(), all.end());
+  return all;
 }
 
 std::string Trimmed(const std::string& line) {
@@ -85,8 +104,8 @@ std::vector<std::string> LinesOf(const std::string& list) {
 
 class ScriptList {
  public:
-  // `reports_unused`: people are told which scripts of folders are part of no machine.
-  explicit ScriptList(bool reports_unused) : reports_unused_(reports_unused) {}
+  using ScriptsBelow = std::function<std::vector<std::string>(const std::string& folder)>;
+  explicit ScriptList(ScriptsBelow scripts_below) : scripts_below_(std::move(scripts_below)) {}
 
   void Add(const std::string& argument) {
     if (argument.front() != kListMark) return AddNamed(argument);
@@ -108,25 +127,48 @@ class ScriptList {
  private:
   void AddNamed(const std::string& name) {
     std::error_code none_there;
-    if (!std::filesystem::is_directory(name, none_there)) return scripts_.push_back(name);
+    if (!std::filesystem::is_directory(name, none_there)) return AddScript(name);
     is_list_ = true;
-    const std::vector<std::string> scripts = MainScriptsBelow(name, reports_unused_);
-    scripts_.insert(scripts_.end(), scripts.begin(), scripts.end());
+    for (const std::string& script : scripts_below_(name)) AddScript(script);
   }
 
-  const bool reports_unused_;
+  // One that is given again does not count, but is one of several.
+  void AddScript(const std::string& script) {
+    if (known_.insert(script).second) {
+      scripts_.push_back(script);
+    } else {
+      is_list_ = true;
+    }
+  }
+
+  const ScriptsBelow scripts_below_;
   std::vector<std::string> scripts_;
+  std::set<std::string> known_;
   bool is_list_ = false;
 };
+
+void Expand(CompileOptions& options, ScriptList list) {
+  const ruxcomp::reader::IncludeFolders folders(options.include_folders);
+  for (const std::string& argument : options.scripts) list.Add(argument);
+  list.MoveTo(options);
+}
 
 }  // namespace
 
 void ExpandScripts(CompileOptions& options) {
-  const ruxcomp::reader::IncludeFolders folders(options.include_folders);
   const diagnostics::ReportOptions& reporting = options.reporting;
-  ScriptList list(reporting.format == "human" || !reporting.file.empty());
-  for (const std::string& argument : options.scripts) list.Add(argument);
-  list.MoveTo(options);
+  // People are told which scripts of folders are part of no machine.
+  const bool reports_unused = reporting.format == "human" || !reporting.file.empty();
+  Expand(options, ScriptList([&](const std::string& folder) {
+           return MainScriptsBelow(folder, reports_unused, *options.shared_parts);
+         }));
 }
+
+void AddSharedParts(CompileOptions& options) {
+  for (const std::string& given : options.scripts) options.shared_parts->erase(given);
+  for (const auto& [part, mains] : *options.shared_parts) options.scripts.push_back(part);
+}
+
+void ExpandAllScripts(CompileOptions& options) { Expand(options, ScriptList(AllScriptsBelow)); }
 
 }  // namespace rux::driver

@@ -12,6 +12,13 @@ namespace rux::driver {
 // for none or cannot be read.
 void ExpandScripts(CompileOptions& options);
 
+// After that, adds the files below folders that several of the main scripts there include and that
+// have allow comments: which of these comments are of no use shows only when all are checked.
+void AddSharedParts(CompileOptions& options);
+
+// The same as ExpandScripts with all scripts below a folder.
+void ExpandAllScripts(CompileOptions& options);
+
 }  // namespace rux::driver
 
 #endif  // DRIVER_SCRIPT_LIST_H_

@@ -8,26 +8,30 @@
 #include <cstring>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/machine_form.h"
+#include "diagnostics/repeated.h"
 #include "diagnostics/report.h"
 #include "driver/baseline.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
+#include "driver/machines.h"
 #include "driver/outcome.h"
 #include "driver/output_names.h"
 #include "driver/overwriting.h"
 #include "driver/progress.h"
-#include "reader/include_folders.h"
-#include "settings/project.h"
-#include "sources/main_scripts.h"
+#include "reader/texts.h"
+#include "run/run.h"
 #include "sources/source_file.h"
 #include "support/failure.h"
+#include "support/folders.h"
 #include "support/placement.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
@@ -42,6 +46,8 @@ support::Failure WrongUsage(const std::string& text) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
+}  // namespace
+
 void ExpectForOne(const CompileOptions& options) {
   const diagnostics::ReportOptions& reporting = options.reporting;
   if (!reporting.file.empty() && reporting.format == "human") {
@@ -52,15 +58,10 @@ void ExpectForOne(const CompileOptions& options) {
   if (inputs == 0 && !options.stdin_name.empty()) {
     throw WrongUsage("--stdin-name needs - as the script");
   }
-  if (inputs != 0 && scripts.size() > 1) throw WrongUsage("- cannot be one of several scripts");
+  if (inputs != 0 && options.are_several()) throw WrongUsage("- cannot be one of several scripts");
 }
 
-// Whether what programs get is about one script.
-bool IsDocumentOfOne(const diagnostics::ReportOptions& reporting) {
-  if (reporting.is_piece) return false;
-  const diagnostics::MachineForm* form = diagnostics::FindMachineForm(reporting.format);
-  return form != nullptr && (form->is_document() || !reporting.file.empty());
-}
+namespace {
 
 // Whether there are messages for people.
 bool HasSummary(const diagnostics::ReportOptions& reporting) {
@@ -148,20 +149,35 @@ class SeveralRuns {
         },
         [&](std::size_t i, const support::JobResult& done) { Report(i, done, add); },
         [&] { progress_.Erase(); });
+    if (const std::string lines = printed_.Lines(); !lines.empty()) add(lines);
+    support::PrintError(shown_.Lines());
   }
 
   void Report(std::size_t i, const support::JobResult& done, const AddPiece& add) {
-    const std::string script = sources::ToOpenablePath(runs_[i].script_name());
+    const std::string script = sources::ToShownPath(runs_[i].script_name());
+    const bool has_report = outcome_.CountsOf(i).is_written;
     progress_.Erase();
-    outcome_.Add(i, script, done);
-    add(form_ == nullptr || outcome_.CountsOf(i).is_written ? done.output : PieceOnTrouble(script));
-    support::PrintError(done.errors);
+    if (!IsSilent(i, done)) {
+      outcome_.Add(i, script, done);
+      if (form_ == nullptr) {
+        add(done.output);
+      } else {
+        add(has_report ? printed_.Without(done.output) : PieceOnTrouble(script));
+      }
+    }
+    support::PrintError(shown_.Without(done.errors));
     if (done.signal != 0) {
       support::PrintError(
           fmt::format("rux: error: {}: the process that read it was killed by signal {} ({})\n",
                       support::SafeText(script), done.signal, strsignal(done.signal)));
     }
     progress_.Show(i + 1, script);
+  }
+
+  // A file that several scripts share counts when something is found in it.
+  bool IsSilent(std::size_t i, const support::JobResult& done) const {
+    return runs_[i].is_shared_part() && !outcome_.CountsOf(i).is_complete &&
+           done.status == support::ExitStatus::kDone;
   }
 
   // For a process that ended before it had written its own.
@@ -176,6 +192,8 @@ class SeveralRuns {
   const RunOne& run_;
   const diagnostics::ReportOptions& reporting_;
   const diagnostics::MachineForm* const form_;  // of the document about all; null: none
+  diagnostics::RepeatedOnce printed_;           // on standard output
+  diagnostics::RepeatedOnce shown_;             // on standard error
   Outcome outcome_;
   Progress progress_;
 };
@@ -206,39 +224,71 @@ std::vector<CompileOptions> OptionsPerScript(const CompileOptions& options) {
 
 namespace {
 
-// Those of the project before those of the nearest folder.
-std::vector<std::string> FindMainScripts(const CompileOptions& run, const std::string& part) {
-  if (!sources::IsPart(part)) return {};
-  if (run.project != nullptr) {
-    std::vector<std::string> mains =
-        sources::MainScriptsOf(part, settings::MainScriptsOf(*run.project));
-    if (!mains.empty()) return mains;
+// Those of the text on standard input, which takes the place of the file of its name.
+std::vector<std::string> FindMachinesWithText(const std::string& part, const CompileOptions& run) {
+  ruxcomp::reader::Texts::Put(part, run.text->bytes);
+  std::vector<std::string> machines = FindMachinesWith(part, run);
+  ruxcomp::reader::Texts::Remove(part);
+  return machines;
+}
+
+std::string WholeNameOf(const CompileOptions& run) {
+  return support::WholeName(sources::ToOpenablePath(run.script_name()));
+}
+
+std::vector<std::string> MachinesOf(const std::string& part, const CompileOptions& run) {
+  if (run.text) return FindMachinesWithText(part, run);
+  std::vector<std::string> mains = FindMachinesWith(part, run);
+  if (!run.is_shared_part()) return mains;
+  // Those below the folder, and what others the project has.
+  std::vector<std::string> all = run.shared_parts->at(run.scripts.front());
+  for (std::string& main : mains) {
+    const bool is_known = std::any_of(all.begin(), all.end(), [&](const std::string& each) {
+      return support::WholeName(each) == support::WholeName(main);
+    });
+    if (!is_known) all.push_back(std::move(main));
   }
-  return sources::FindMainScripts(part);
+  return all;
+}
+
+// A main script does not repeat what is found in its parts that are given as well.
+void ReportPartsOnce(std::vector<CompileOptions>& runs) {
+  const diagnostics::ReportOptions& reporting = runs.front().reporting;
+  const bool has_own_documents = !reporting.file.empty() && !reporting.is_piece;
+  if (has_own_documents) return;
+  std::map<std::string, std::vector<std::string>> parts;  // by whole names of main scripts
+  for (const CompileOptions& run : runs) {
+    if (run.is_shared_part()) continue;
+    for (const CompileOptions& machine : run.machines) {
+      parts[WholeNameOf(machine)].push_back(machine.part);
+    }
+  }
+  for (CompileOptions& run : runs) {
+    const auto found = parts.find(WholeNameOf(run));
+    if (found != parts.end()) run.left_out = found->second;
+  }
 }
 
 }  // namespace
 
-std::vector<CompileOptions> WithMainScripts(const std::vector<CompileOptions>& runs) {
-  std::vector<CompileOptions> all;
-  for (const CompileOptions& run : runs) {
-    const std::string part = sources::ToOpenablePath(run.script_name());
-    std::vector<std::string> mains;
-    if (!run.reads_standard_input()) {
-      const std::vector<std::string> names = run.all_include_folders();
-      const ruxcomp::reader::IncludeFolders folders(names);
-      mains = FindMainScripts(run, part);
-    }
-    if (mains.empty()) all.push_back(run);
-    if (mains.size() > 1 && IsDocumentOfOne(run.reporting)) mains.resize(1);
-    for (const std::string& main : mains) {
-      CompileOptions& one = all.emplace_back(run);
+std::vector<CompileOptions> WithMainScripts(std::vector<CompileOptions> runs) {
+  for (CompileOptions& run : runs) {
+    const bool is_text = run.reads_standard_input();
+    if (is_text && run.stdin_name.empty()) continue;
+    if (is_text) run.text = run::Text{ReadStandardInput(run.script_name())};
+    std::vector<CompileOptions> machines;
+    const std::string part = sources::ToShownPath(run.script_name());
+    for (const std::string& main : MachinesOf(part, run)) {
+      CompileOptions& one = machines.emplace_back(run);
       one.scripts = {main};
       one.part = part;
+      if (is_text) one.text->path = part;
       UseProject(one);
     }
+    run.machines = std::move(machines);
   }
-  return all;
+  ReportPartsOnce(runs);
+  return runs;
 }
 
 support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
@@ -248,7 +298,8 @@ support::ExitStatus RunAll(const std::vector<CompileOptions>& runs,
   const support::ExitStatus status = is_one ? run(first) : SeveralRuns(runs, run).Run();
   // What could not be read is not known.
   if (first.baseline == nullptr || status > support::ExitStatus::kFindings) return status;
-  const std::string line = first.baseline->End();
+  const std::string line =
+      first.baseline->End([&](const std::string& file) { return FindMachinesWith(file, first); });
   if (HasSummary(first.reporting)) support::PrintError(line);
   return status;
 }

@@ -31,7 +31,7 @@ std::uint32_t CRUXParse::Start(const std::string& path) {
   if (!fileHandle) return 0;
   script_ = m_opened++;
   RSParse(fileHandle);
-  filePath = path;
+  filePath = operations_ && operations_->path_of ? operations_->path_of(fileHandle) : path;
   return 1;
 }
 

@@ -34,6 +34,9 @@ struct Item {
 // texts. `room` is for a value that the script does not have in one piece. False when there is no
 // such item.
 using ViewItem = bool(void* section, std::uint32_t index, std::string& room, Item& item);
+// What such a reader calls an open file: a path other than the one it was opened by when it
+// searched for the file elsewhere.
+using PathOf = const std::string&(void* file);
 
 // All operations of a plug-in; null where it lacks one.
 struct Operations {
@@ -44,7 +47,8 @@ struct Operations {
   RSEnumItem* enum_item = nullptr;
   RSFindSection* find_section = nullptr;
   RSCloseFile* close_file = nullptr;
-  ViewItem* view_item = nullptr;  // no plug-in has it
+  ViewItem* view_item = nullptr;  // no plug-in has this or the next one
+  PathOf* path_of = nullptr;
 };
 
 // An operation: the name that plug-ins export, and its member of Operations.

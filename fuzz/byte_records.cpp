@@ -55,7 +55,7 @@ void RoundTrip(Make make, const RecordView& record) {
   Expect(first == second, "what was written and taken is written the same again");
 }
 
-// A record with the zeros behind it that stand for the missing end of a file.
+// A record, followed by the zeros that replace the missing end of a file.
 RecordView Padded(const Bytes& record) { return {record, record.size() + record.size() / 2}; }
 
 template <class Make>
@@ -86,7 +86,7 @@ void PlainRoundTrips(const Bytes& record) {
   if (!RewriteAfresh(New<Object>, record, written)) return;
   Expect(
       written.size() <= record.size() && std::equal(written.begin(), written.end(), record.begin()),
-      "what was taken is written as it stood");
+      "what was taken is written as it was");
 }
 
 void ChooseClass(std::uint8_t choice, const Bytes& record) {

@@ -1,5 +1,5 @@
-// Prints a dictionary for libFuzzer: words of scripts, of meta files, of debug meta files or of
-// files of settings.
+// Prints a dictionary for libFuzzer: words of scripts, of meta files, of debug meta files, of files
+// of settings or of messages of an editor.
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
@@ -76,6 +76,9 @@ void PrintSettingsTokens() {
   for (const char* token : {"\"warnings\":",
                             "\"include_folders\":",
                             "\"main_scripts\":",
+                            "\"limits\":",
+                            "\"divisor\":",
+                            "\"sign\": \"signed\"",
                             "\"$schema\":",
                             "\"schema\":1",
                             "\"script\":",
@@ -97,6 +100,32 @@ void PrintSettingsTokens() {
   }
 }
 
+void PrintMessageTokens() {
+  for (const char* token : {"Content-Length: ",
+                            "content-length:2",
+                            "Content-Type: x",
+                            "\r\n",
+                            "\r\n\r\n",
+                            "\r",
+                            "\n",
+                            "\"jsonrpc\":\"2.0\"",
+                            "\"id\":1",
+                            "\"method\":\"x\"",
+                            "\"params\":",
+                            "\"result\":null",
+                            "{",
+                            "}",
+                            "[",
+                            "]",
+                            "\xC3\xA9",
+                            "\xE2\x82\xAC",
+                            "\xF0\x9F\x98\x80",
+                            "\xFF",
+                            "\\ud83d"}) {
+    Print(token);
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -105,4 +134,5 @@ int main(int count, char** arguments) {
   if (of == "meta") PrintMetaTokens();
   if (of == "debug_meta") PrintDebugMetaTokens();
   if (of == "settings") PrintSettingsTokens();
+  if (of == "messages") PrintMessageTokens();
 }

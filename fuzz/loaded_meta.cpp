@@ -24,8 +24,8 @@ bool IsFirst(const std::vector<Item>& items, std::size_t ordinal) {
   return std::find(items.begin(), at, *at) == at;
 }
 
-// What a word stands for, going by what was decoded. Of equal items of a table only the first has
-// an index, and the largest number cannot be told from none.
+// What a word refers to, going by what was decoded. Of equal items of a table only the first has
+// an index, and the largest number looks like none.
 tagTBLDATA ExpectedData(const rux::compiled::CompiledMeta& meta, std::uint32_t index) {
   tagTBLDATA data = {RUX_DATA_NONE, index, {nullptr}};
   const std::uint32_t base = ruxcomp::language::ClassOf(index);
@@ -65,7 +65,7 @@ void CompareValues(const rux::compiled::CompiledMeta& meta,
     const tagTBLDATA data = gcGetValueByIndex(entry, i);
     Expect(data.index == decoded.values[i], "values are those of the file");
     Expect(HasNotes(meta) || AreEqual(data, ExpectedData(meta, data.index)),
-           "values stand for what the file's tables say");
+           "values refer to what the file's tables have");
   }
 }
 

@@ -76,7 +76,7 @@ void AskForEntries(GCSECTION section) {
   gcGetEntryByName(section, nullptr, nullptr);
 }
 
-// Kind 0 stands for all that are none.
+// Kind 0 is for all that are none.
 void AskForSections(std::uint32_t kind) {
   const std::uint32_t count = gcGetSectCount(kind);
   for (std::uint32_t i = 0; i < count; ++i) {

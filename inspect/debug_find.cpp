@@ -26,14 +26,6 @@ support::Failure WrongPath(const std::string& text) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
-std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {
-  for (const compiled::DebugWord& word : meta.words) {
-    if (word.name == text) return word.value;
-  }
-  const language::Number number = language::ReadNumber(text);
-  return number.is_number ? std::optional(number.value) : std::nullopt;
-}
-
 // The text of the first entry of that identifier, when it was given.
 std::optional<std::string> TextOf(const compiled::DebugSection& section, std::uint32_t identifier) {
   for (const compiled::DebugEntry& entry : section.entries) {
@@ -149,6 +141,15 @@ std::string ExpectKeyword(const std::string& keyword) {
                  support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
 }
 
+std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {
+  const auto word = std::lower_bound(meta.words.begin(), meta.words.end(), text,
+                                     [](const compiled::DebugWord& each,
+                                        const std::string& sought) { return each.name < sought; });
+  if (word != meta.words.end() && word->name == text) return word->value;
+  const language::Number number = language::ReadNumber(text);
+  return number.is_number ? std::optional(number.value) : std::nullopt;
+}
+
 std::optional<std::string> NameOf(const compiled::DebugSection& section) {
   return TextOf(section, language::ENTRY_NAME);
 }
@@ -161,7 +162,10 @@ std::optional<std::uint32_t> IdOf(const compiled::DebugMeta& meta,
 
 std::vector<DebugFound> Find(const compiled::DebugMeta& meta, const std::vector<PathStep>& path) {
   const std::string keyword = ExpectKeyword(path.front().text);
-  if (path.size() == 1) throw WrongPath("the path names nothing of kind " + keyword);
+  if (path.size() == 1 && keyword == kWordKind) {
+    throw NotFound("the path names no word ('rux where FILE WORD' lists them)");
+  }
+  if (path.size() == 1) throw NotFound("the path names nothing of kind " + keyword);
   const PathStep& step = path[1];
   const language::SectionKind* kind = language::FindKind(keyword);
   const bool names_section =

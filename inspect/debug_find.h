@@ -19,6 +19,9 @@ inline constexpr char kWordKind[] = "WORD";
 // a Failure that names those near it.
 std::string ExpectKeyword(const std::string& keyword);
 
+// A defined word's number, or that of a text which is one; none for any other text.
+std::optional<std::uint32_t> NumberOf(const compiled::DebugMeta& meta, const std::string& text);
+
 // What a path may call the section: its NAME, and the number of its ID. None when it was not given,
 // or is not a number.
 std::optional<std::string> NameOf(const compiled::DebugSection& section);

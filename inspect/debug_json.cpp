@@ -48,15 +48,28 @@ void WriteObject(JsonObject& json, const compiled::DebugObject& object) {
   json.Member("line", object.line);
 }
 
-void WriteField(JsonObject& json, const compiled::DebugField& field) {
-  json.Member("name", field.name);
-  json.Member("list", field.is_list);
-  json.Objects("values", field.texts, [](JsonObject& object, const std::string& text) {
-    WriteText(object, "value", text);
+// What is written of each section.
+struct Written {
+  const EntryTexts texts;
+  const Selection& selection;
+  const RawJson& raw;
+};
+
+void WriteParts(JsonObject& json, const Written& written, const compiled::DebugSection& section,
+                const compiled::DebugEntry& entry) {
+  json.Objects("parts", entry.fields, [&](JsonObject& part, const compiled::DebugField& field) {
+    part.Member("name", field.name);
+    part.Member("list", field.is_list);
+    part.Objects("values", field.texts, [&](JsonObject& value, const std::string& text) {
+      WriteText(value, "value", text);
+      const std::string name = written.texts.NameFor(section, entry, text);
+      if (!name.empty()) value.Member("name", name);
+    });
   });
 }
 
-void WriteEntry(JsonObject& json, const compiled::DebugEntry& entry, const RawJson& raw) {
+void WriteEntry(JsonObject& json, const Written& written, const compiled::DebugSection& section,
+                const compiled::DebugEntry& entry) {
   WriteObject(json, entry);
   json.Member("keyword", ruxcomp::language::FindEntryRow(entry.identifier)->keyword);
   json.Member("given", entry.payload_type != 0);
@@ -65,41 +78,40 @@ void WriteEntry(JsonObject& json, const compiled::DebugEntry& entry, const RawJs
     const bool is_number = payload == ruxcomp::language::PAYLOAD_DWORD;
     if (is_number) json.Member("number", entry.number);
     if (payload == ruxcomp::language::PAYLOAD_VALUE) json.Member("type", entry.value_type);
-    if (!is_number) json.Objects("parts", entry.fields, WriteField);
+    if (!is_number) WriteParts(json, written, section, entry);
   }
-  raw.Write(json, entry.pieces);
+  written.raw.Write(json, entry.pieces);
 }
 
-void WriteSection(JsonObject& json, const compiled::DebugSection& section, std::size_t ordinal,
-                  const RawJson& raw) {
+void WriteSection(JsonObject& json, const Written& written, const compiled::DebugSection& section,
+                  std::size_t ordinal) {
   WriteObject(json, section);
   json.Member("ordinal", ordinal);
-  raw.Write(json, section.pieces);
+  written.raw.Write(json, section.pieces);
   json.Objects("entries", section.entries,
                [&](JsonObject& object, const compiled::DebugEntry& entry) {
-                 WriteEntry(object, entry, raw);
+                 WriteEntry(object, written, section, entry);
                });
 }
 
-void WriteKind(JsonObject& json, const std::vector<compiled::DebugSection>& sections,
-               const compiled::Piece& count, const Selection& selection, const RawJson& raw) {
-  raw.Write(json, {count});
+void WriteKind(JsonObject& json, const Written& written,
+               const std::vector<compiled::DebugSection>& sections, const compiled::Piece& count) {
+  written.raw.Write(json, {count});
   json.Array("sections", [&](JsonArray& list) {
     for (std::size_t i = 0; i < sections.size(); ++i) {
       const auto kind = ruxcomp::language::FindSourceKind(sections[i].identifier)->source;
-      if (!selection.Has(kind, i)) continue;
-      list.Object([&](JsonObject& object) { WriteSection(object, sections[i], i, raw); });
+      if (!written.selection.Has(kind, i)) continue;
+      list.Object([&](JsonObject& object) { WriteSection(object, written, sections[i], i); });
     }
   });
 }
 
-void WriteKinds(JsonObject& json, const compiled::DebugMeta& meta, const Selection& selection,
-                const RawJson& raw) {
+void WriteKinds(JsonObject& json, const Written& written, const compiled::DebugMeta& meta) {
   std::size_t kind = 0;
   json.Objects(
       "kinds", meta.kinds,
       [&](JsonObject& object, const std::vector<compiled::DebugSection>& sections) {
-        WriteKind(object, sections, {"section count", meta.section_counts[kind++]}, selection, raw);
+        WriteKind(object, written, sections, {"section count", meta.section_counts[kind++]});
       });
 }
 
@@ -115,7 +127,7 @@ void WriteDebugMetaJson(const std::string& path, const compiled::DebugMeta& meta
     raw.Write(json, pieces);
     WriteFiles(json, meta);
     WriteWords(json, meta, raw);
-    WriteKinds(json, meta, selection, raw);
+    WriteKinds(json, {EntryTexts(meta), selection, raw}, meta);
   });
 }
 

@@ -4,14 +4,18 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "compiled/debug_meta.h"
+#include "inspect/debug_find.h"
 #include "inspect/entry_value.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
 #include "support/safe_text.h"
+#include "support/wrap.h"
 
 namespace rux::inspect {
 namespace {
@@ -32,24 +36,42 @@ std::size_t CountOfGivenFields(const std::vector<compiled::DebugField>& fields) 
   return count;
 }
 
+// The value in pieces, each text shown by `shown`.
+template <class Shown>
+std::vector<std::string> ValuePiecesBy(const compiled::DebugEntry& entry, Shown shown) {
+  if (ruxcomp::language::PayloadOf(entry.payload_type) == ruxcomp::language::PAYLOAD_DWORD) {
+    return {NumberText(entry.number)};
+  }
+  std::vector<std::string> pieces;
+  const std::size_t count = CountOfGivenFields(entry.fields);
+  for (std::size_t i = 0; i < count; ++i) {
+    for (const std::string& text : entry.fields[i].texts) support::AddToList(pieces, shown(text));
+  }
+  if (pieces.empty()) pieces.emplace_back("(none)");
+  return pieces;
+}
+
 }  // namespace
 
 std::string ValueText(const compiled::DebugEntry& entry) {
-  if (ruxcomp::language::PayloadOf(entry.payload_type) == ruxcomp::language::PAYLOAD_DWORD) {
-    return NumberText(entry.number);
-  }
-  std::string joined;
-  const std::size_t count = CountOfGivenFields(entry.fields);
-  for (std::size_t i = 0; i < count; ++i) {
-    for (const std::string& text : entry.fields[i].texts) {
-      joined += (joined.empty() ? "" : ", ") + ScriptText(text);
-    }
-  }
-  return joined.empty() ? "(none)" : joined;
+  return support::WrappedLine(ValuePiecesBy(entry, ScriptText), support::kEndless, 0);
 }
 
-std::string EntryText(const compiled::DebugEntry& entry) {
-  return KeyText(entry) + " = " + ValueText(entry);
+std::vector<std::string> EntryTexts::Of(const compiled::DebugSection& section,
+                                        const compiled::DebugEntry& entry) const {
+  std::vector<std::string> pieces = ValuePiecesBy(entry, [&](const std::string& text) {
+    const std::string name = NameFor(section, entry, text);
+    return name.empty() ? ScriptText(text) : ScriptText(text) + ' ' + support::NameText(name);
+  });
+  pieces.front().insert(0, KeyText(entry) + " = ");
+  return pieces;
+}
+
+std::string EntryTexts::NameFor(const compiled::DebugSection& section,
+                                const compiled::DebugEntry& entry, const std::string& text) const {
+  const ruxcomp::language::SectionKind* kind = KindOfIds(section.identifier, entry.identifier);
+  const auto id = kind == nullptr ? std::nullopt : NumberOf(meta_, text);
+  return id ? names_.Of(kind, *id) : "";
 }
 
 std::string KeyText(const compiled::DebugEntry& entry) {

@@ -10,6 +10,7 @@
 
 #include "compiled/datum.h"
 #include "compiled/debug_meta.h"
+#include "inspect/debug_find.h"
 #include "inspect/entry_value.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
@@ -28,30 +29,22 @@ Datum TextOfClass(std::uint32_t index_class, const std::string& text) {
   return {language::FindClass(index_class), 0, text};
 }
 
-const compiled::DebugWord* FindWord(const compiled::DebugMeta& meta, const std::string& name) {
-  const auto found = std::lower_bound(meta.words.begin(), meta.words.end(), name,
-                                      [](const compiled::DebugWord& word,
-                                         const std::string& wanted) { return word.name < wanted; });
-  return found != meta.words.end() && found->name == name ? &*found : nullptr;
-}
-
 // A number or a defined word; none for any other text.
-std::optional<Datum> NumberOf(const compiled::DebugMeta& meta, const std::string& text) {
-  const language::Number number = language::ReadNumber(text);
-  const compiled::DebugWord* word = FindWord(meta, text);
-  if (word == nullptr && !number.is_number) return std::nullopt;
-  Datum datum = compiled::NumberDatum(word != nullptr ? word->value : number.value);
+std::optional<Datum> WrittenNumber(const compiled::DebugMeta& meta, const std::string& text) {
+  const std::optional<std::uint32_t> number = NumberOf(meta, text);
+  if (!number) return std::nullopt;
+  Datum datum = compiled::NumberDatum(*number);
   datum.written = text;
   return datum;
 }
 
 Datum NumberOrNothing(const compiled::DebugMeta& meta, const std::string& text) {
-  return NumberOf(meta, text).value_or(Datum());
+  return WrittenNumber(meta, text).value_or(Datum());
 }
 
 // A number, a defined word, or the name of a value, a global or an argument.
 Datum OperandOf(const compiled::DebugMeta& meta, const std::string& text) {
-  if (std::optional<Datum> number = NumberOf(meta, text)) return *number;
+  if (std::optional<Datum> number = WrittenNumber(meta, text)) return *number;
   for (const std::uint32_t index_class :
        {language::CLASS_Value, language::CLASS_Global, language::CLASS_Small}) {
     const language::ClassRow* row = language::FindClass(index_class);

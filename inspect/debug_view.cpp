@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,7 +41,7 @@ EntryPart ValueAt(const EntryValue& value, std::uint32_t n) {
 }  // namespace
 
 DebugView::DebugView(const std::string& path, std::string_view bytes)
-    : FileView(path), meta_(Decoded(path, bytes)), places_(meta_) {
+    : FileView(path), meta_(Decoded(path, bytes)), places_(meta_), names_(meta_) {
   for (const std::vector<Section>& kind : meta_.kinds) {
     for (const Section& section : kind) {
       sections_[(section.identifier & ruxcomp::language::kKindMask) - 1].push_back(&section);
@@ -95,28 +94,14 @@ std::string DebugView::SourceFileOf(const SectionKind& kind, std::size_t ordinal
   return file < places_.paths().size() ? places_.paths()[file] : "";
 }
 
-const std::map<std::uint32_t, std::string>& DebugView::NamesOf(const SectionKind& kind) const {
-  const auto [found, is_new] = names_.try_emplace(kind.source);
-  if (is_new) {
-    for (const Section* section : SectionsOf(kind)) {
-      const std::optional<std::uint32_t> id = IdOf(meta_, *section);
-      const std::optional<std::string> name = NameOf(*section);
-      if (id && name) found->second.emplace(*id, *name);
-    }
-  }
-  return found->second;
-}
-
 EntryValue DebugView::NamedValueOf(const Section& section,
                                    const compiled::DebugEntry& entry) const {
   EntryValue value = ValueOf(meta_, section, entry);
   const SectionKind* target = KindOfIds(section.identifier, entry.identifier);
   if (target == nullptr) return value;
-  const std::map<std::uint32_t, std::string>& names = NamesOf(*target);
   for (EntryPart& part : value.parts) {
     for (compiled::Datum& item : part.items) {
-      const auto name = names.find(item.number);
-      if (name != names.end()) item.name = name->second;
+      if (item.IsNumber()) item.name = names_.Of(target, item.number);
     }
   }
   return value;
@@ -125,7 +110,7 @@ EntryValue DebugView::NamedValueOf(const Section& section,
 Found DebugView::Find(const std::vector<PathStep>& path) const {
   const std::string keyword = ExpectKeyword(path.front().text);
   const SectionKind* named = ruxcomp::language::FindKind(keyword);
-  if (named != nullptr) CheckForm(*named, path);
+  if (named != nullptr) ExpectSection(*named, path);
   // The first steps lead to an entry, or to a section when they are two and the second names one.
   const bool names_section = named != nullptr && path.size() > 1 &&
                              (named->HasNames() || inspect::OrdinalOf(path[1]).has_value());

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +17,7 @@
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
 #include "inspect/path.h"
+#include "inspect/section_names.h"
 #include "ruxcomp/language/sections.h"
 
 namespace rux::inspect {
@@ -51,13 +51,11 @@ class DebugView : public FileView {
 
   const std::vector<const Section*>& SectionsOf(const SectionKind& kind) const;
   EntryValue NamedValueOf(const Section& section, const compiled::DebugEntry& entry) const;
-  // The names of the sections of a kind by their IDs.
-  const std::map<std::uint32_t, std::string>& NamesOf(const SectionKind& kind) const;
 
   compiled::DebugMeta meta_;
   SourcePlaces places_;
   std::array<std::vector<const Section*>, ruxcomp::language::kSectionKindCount> sections_;
-  mutable std::map<std::uint32_t, std::map<std::uint32_t, std::string>> names_;  // by kind
+  SectionNames names_;
 };
 
 }  // namespace rux::inspect

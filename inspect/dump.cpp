@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <ctime>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inspect/entry_value.h"
@@ -16,6 +17,8 @@
 #include "ruxcomp/file/views.h"
 #include "support/json.h"
 #include "support/safe_text.h"
+#include "support/terminal.h"
+#include "support/wrap.h"
 
 namespace rux::inspect {
 namespace {
@@ -27,12 +30,22 @@ constexpr char kColumns[] = "{:<45}{:<2} | {}\n";
 
 }  // namespace
 
+void Listing::Title(const std::string& text, compiled::Extent extent) {
+  const std::string title = support::Bold(text, options_.style.uses_colour);
+  return extent.size == 0 ? Line(title) : Line(title, extent);
+}
+
 void Listing::Line(const std::string& text) {
-  out_ += raw_ ? fmt::format(kColumns, "", "", text) : text + '\n';
+  out_ += raw() ? fmt::format(kColumns, "", "", text) : text + '\n';
+}
+
+void Listing::Line(const std::vector<std::string>& pieces) {
+  constexpr std::size_t kIndent = 6;
+  Line(support::WrappedLine(pieces, raw() ? support::kEndless : options_.style.width, kIndent));
 }
 
 void Listing::Line(const std::string& text, compiled::Extent extent) {
-  if (!raw_) return Line(text);
+  if (!raw()) return Line(text);
   const std::string shown =
       fmt::format("{:08X}:", extent.offset) +
       support::Hex(bytes_.substr(extent.offset, std::min(extent.size, kMostShown)), " ");
@@ -43,7 +56,7 @@ void Listing::Line(const std::string& text, compiled::Extent extent) {
 
 void Listing::Line(const std::string& text, const std::vector<compiled::Piece>& pieces,
                    std::size_t piece) {
-  Line(text, raw_ ? pieces[piece].extent : compiled::Extent());
+  Line(text, raw() ? pieces[piece].extent : compiled::Extent());
 }
 
 void Listing::Pieces(const std::string& indent, const std::vector<compiled::Piece>& pieces,
@@ -65,13 +78,24 @@ void RawJson::Write(support::JsonObject& json, const std::vector<compiled::Piece
 
 std::string TitleText(const std::string& path, compiled::Form form, std::uint32_t version,
                       std::uint32_t creation_time) {
-  return fmt::format("{}: {}, {}", support::SafePath(path), compiled::FormName(form),
-                     FormatText(version, creation_time));
+  return support::WrappedLine(TitlePieces(path, form, version, creation_time), support::kEndless,
+                              0);
 }
 
-std::string FormatText(std::uint32_t version, std::uint32_t creation_time) {
-  return fmt::format("format 0x{:08X}, created {:%Y-%m-%d %H:%M:%S} UTC", version,
-                     fmt::gmtime(static_cast<std::time_t>(creation_time)));
+std::vector<std::string> TitlePieces(const std::string& path, compiled::Form form,
+                                     std::uint32_t version, std::uint32_t creation_time) {
+  std::vector<std::string> pieces = {support::SafePath(path) + ":",
+                                     std::string(compiled::FormName(form)) + ","};
+  for (std::string& piece : FormatPieces(version, creation_time)) {
+    pieces.push_back(std::move(piece));
+  }
+  return pieces;
+}
+
+std::vector<std::string> FormatPieces(std::uint32_t version, std::uint32_t creation_time) {
+  return {fmt::format("format 0x{:08X},", version),
+          fmt::format("created {:%Y-%m-%d %H:%M:%S} UTC",
+                      fmt::gmtime(static_cast<std::time_t>(creation_time)))};
 }
 
 void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,

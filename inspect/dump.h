@@ -13,6 +13,7 @@
 #include "compiled/meta.h"
 #include "inspect/section_list.h"
 #include "support/json.h"
+#include "support/terminal.h"
 #include "support/text_stream.h"
 
 namespace rux::inspect {
@@ -22,17 +23,27 @@ namespace rux::inspect {
 //   00000094: 05 00 00 20                         |   identifier
 class Listing {
  public:
-  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`. With `types`, or
-  // with the bytes, lines also name the identifiers, classes and notations of what they are about.
-  Listing(std::string_view bytes, bool raw, bool types, support::TextStream& out)
-      : bytes_(bytes), raw_(raw), types_(types || raw), out_(out) {}
+  struct Options {
+    bool raw = false;    // with the bytes
+    bool types = false;  // with identifiers, classes and notations; so it is with the bytes, too
+    support::OutputStyle style = {};
+  };
 
-  bool raw() const { return raw_; }
-  bool types() const { return types_; }
+  // `bytes` is the whole file; it must outlive the listing. The lines go to `out`.
+  Listing(std::string_view bytes, Options options, support::TextStream& out)
+      : bytes_(bytes), options_(options), out_(out) {}
+
+  bool raw() const { return options_.raw; }
+  bool types() const { return options_.types || options_.raw; }
+
+  // The first line about a section, or about something else that has several.
+  void Title(const std::string& text, compiled::Extent extent = {});
 
   // A line for what has no bytes of its own, or whose bytes follow piece by piece.
   void Line(const std::string& text);
   void Line(const std::string& text, compiled::Extent extent);
+  // One of such pieces, between which it is broken to fit the width; beside bytes it never is.
+  void Line(const std::vector<std::string>& pieces);
   // Of a record's pieces, which there are only when bytes are asked for: a line that describes one
   // of them, and one for each of some.
   void Line(const std::string& text, const std::vector<compiled::Piece>& pieces, std::size_t piece);
@@ -42,8 +53,7 @@ class Listing {
 
  private:
   const std::string_view bytes_;
-  const bool raw_;
-  const bool types_;
+  const Options options_;
   support::TextStream& out_;
 };
 
@@ -80,8 +90,11 @@ std::string TitleText(const std::string& path, compiled::Form form, std::uint32_
 void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time);
 
-// Of that, what follows the form: "format 0x01000000, created ...".
-std::string FormatText(std::uint32_t version, std::uint32_t creation_time);
+// The same in pieces, between which the line may be broken; and of that, what follows the form:
+// "format 0x01000000, created ...".
+std::vector<std::string> TitlePieces(const std::string& path, compiled::Form form,
+                                     std::uint32_t version, std::uint32_t creation_time);
+std::vector<std::string> FormatPieces(std::uint32_t version, std::uint32_t creation_time);
 
 // "form": "meta" or "debug meta"; null for what is neither.
 void WriteForm(support::JsonObject& json, compiled::Form form);

@@ -2,71 +2,34 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "compiled/datum.h"
 #include "compiled/meta.h"
-#include "inspect/meta_view.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/number.h"
-#include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/selectors.h"
 #include "ruxcomp/language/symbols.h"
-#include "ruxcomp/language/values.h"
-#include "ruxcomp/model/handles.h"
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/utf8.h"
+#include "support/wrap.h"
 
 namespace rux::inspect {
 namespace {
 
 namespace language = ruxcomp::language;
 
-// The values from one position up to, and not with, another.
-EntryPart PartOf(const ruxcomp::Values& values, const char* name, bool is_list, std::size_t begin,
-                 std::size_t end) {
-  EntryPart part{name, is_list, {}};
-  for (std::size_t i = begin; i < std::min(end, values.size()); ++i) {
-    part.items.push_back(DatumOf(values[i]));
-  }
-  return part;
-}
-
-// The parts of an entry whose values from `begin` on are described by a type.
-std::vector<EntryPart> PartsOf(const ruxcomp::Values& values, std::uint32_t type,
-                               std::size_t begin) {
-  std::vector<EntryPart> parts;
-  for (const ruxcomp::language::SelectorRow& row : ruxcomp::language::kSelectorRows) {
-    if (!row.Fits(type, values.size())) continue;
-    // The items of a group follow the value that its bare selector picks.
-    const bool is_list = row.last > row.first;
-    const std::size_t first = std::size_t{row.first} + (is_list ? 1 : 0);
-    parts.push_back(PartOf(values, row.part, is_list, first, std::size_t{row.last} + 1));
-    parts.back().is_address = IsAddress(type, row.part);
-  }
-  if (parts.empty() && values.size() > begin) {
-    parts.push_back(PartOf(values, "Values", true, begin, values.size()));
-  }
-  return parts;
-}
-
 bool HasTopBit(std::uint32_t number) { return number >> 31 != 0; }
 
 // Among the parts of a value, where one form has to do: small numbers in decimal, as scripts most
-// often write counts and limits.
+// often write counts and limits. A number that may have a sign looks the same everywhere.
 std::string InnerNumberText(std::uint32_t number, bool is_address) {
+  if (HasTopBit(number) && !is_address) return NumberText(number);
   const std::uint32_t last_decimal = is_address ? 9 : 999;
-  if (number <= last_decimal) return std::to_string(number);
-  return HasTopBit(number) && !is_address
-             ? fmt::format("0x{0:X} ({1})", number, static_cast<std::int32_t>(number))
-             : fmt::format("0x{:X}", number);
+  return number <= last_decimal ? std::to_string(number) : fmt::format("0x{:X}", number);
 }
 
 // Short, and clear of what separates the parts of a value.
@@ -107,10 +70,7 @@ template <class Text>
 std::vector<std::string> PiecesOf(const std::vector<compiled::Datum>& items, Text text) {
   std::vector<std::string> pieces;
   pieces.reserve(items.size());
-  for (const compiled::Datum& item : items) {
-    if (!pieces.empty()) pieces.back() += ',';
-    pieces.push_back(text(item));
-  }
+  for (const compiled::Datum& item : items) support::AddToList(pieces, text(item));
   return pieces;
 }
 
@@ -124,6 +84,7 @@ std::vector<std::string> NamedPartPieces(const EntryPart& part) {
 }
 
 std::string BriefItem(const compiled::Datum& datum) {
+  if (!datum.name.empty()) return OuterText(datum);
   const bool is_bare = datum.IsNumber() && datum.written.empty() && !HasTopBit(datum.number);
   return is_bare ? std::to_string(datum.number) : InnerText(datum, false);
 }
@@ -151,37 +112,6 @@ void WriteValues(support::JsonObject& json, const EntryPart& part) {
 }
 
 }  // namespace
-
-EntryValue ValueOf(const ruxcomp::Entry& entry) {
-  const ruxcomp::Values values = entry.values();
-  const std::uint32_t entry_class = ruxcomp::language::ClassOf(entry.identifier());
-  if (entry_class == RUX_CLASS_Repeater) {
-    return {std::nullopt, PartsOf(values, ruxcomp::language::kRepeaterType, 0)};
-  }
-  if (entry_class == RUX_CLASS_Value || entry_class == RUX_CLASS_Global) {
-    const compiled::Datum type = DatumOf(entry.value());
-    if (type.Is(ruxcomp::language::CLASS_ValueType))
-      return {type.number, PartsOf(values, type.number, 1)};
-  }
-  return {std::nullopt, {PartOf(values, "", values.size() != 1, 0, values.size())}};
-}
-
-std::string NumberText(std::uint32_t number) {
-  if (!HasTopBit(number)) return fmt::format("{0} (0x{0:X})", number);
-  return fmt::format("{0} (0x{0:X}, {1})", number, static_cast<std::int32_t>(number));
-}
-
-bool IsAddress(std::uint32_t type, std::string_view part) {
-  const language::Shape shape = language::FindValueType(type).shape;
-  return (shape == language::Shape::kBus || shape == language::Shape::kBusArgs) &&
-         (part == "Operand" || part == "BaseAddress");
-}
-
-const language::SectionKind* KindOfIds(std::uint32_t section, std::uint32_t entry) {
-  const language::Reference* reference = language::FindReference(section, entry);
-  const bool is_id = reference != nullptr && reference->key == language::ENTRY_ID;
-  return is_id ? language::FindSourceKind(reference->target) : nullptr;
-}
 
 EntryPart TypePart(const EntryValue& value) {
   compiled::Datum type = compiled::NumberDatum(*value.type);
@@ -222,10 +152,13 @@ std::vector<std::string> ValuePieces(const EntryValue& value) {
 
 std::string ValueText(const EntryValue& value) { return Joined(ValuePieces(value)); }
 
-std::string BriefText(const std::string& key, const EntryValue& value) {
+std::vector<std::string> BriefPieces(const std::string& key, const EntryValue& value) {
   const bool is_plain = value.parts.size() == 1 && value.parts.front().name.empty();
-  if (!is_plain) return support::SafeText(key) + '=' + ValueText(value);
-  return support::SafeText(key) + '=' + Joined(PiecesOf(value.parts.front().items, BriefItem));
+  std::vector<std::string> pieces =
+      is_plain ? PiecesOf(value.parts.front().items, BriefItem) : ValuePieces(value);
+  if (pieces.empty()) pieces.emplace_back();
+  pieces.front().insert(0, support::SafeText(key) + '=');
+  return pieces;
 }
 
 std::string CellsText(const compiled::TableCells& cells) {

@@ -11,24 +11,18 @@
 
 #include "compiled/datum.h"
 #include "compiled/meta.h"
-#include "ruxcomp/language/sections.h"
-#include "ruxcomp/model.h"
+#include "machine/value.h"
 #include "support/json.h"
+#include "support/number_text.h"
 
 namespace rux::inspect {
 
-struct EntryPart {
-  std::string name;  // empty: the whole of an entry that has no named parts
-  bool is_list;
-  std::vector<compiled::Datum> items;
-  bool is_address = false;  // of a register or a bus, for people in hexadecimal
-};
-
-struct EntryValue {
-  std::optional<std::uint32_t> type;  // of a value or global entry
-  std::vector<EntryPart> parts;
-  std::string written_type = {};  // as the script wrote it; empty when that is not known
-};
+using machine::EntryPart;
+using machine::EntryValue;
+using machine::IsAddress;
+using machine::KindOfCompiledIds;
+using machine::KindOfIds;
+using machine::ValueOf;
 
 // The type as a part of the value, which has one.
 EntryPart TypePart(const EntryValue& value);
@@ -36,20 +30,7 @@ EntryPart TypePart(const EntryValue& value);
 // All values of the entry, one after the other, as a path counts them.
 std::vector<compiled::Datum> ItemsOf(const EntryValue& value);
 
-// Whether the part of a value of that type is where something is on a bus.
-bool IsAddress(std::uint32_t type, std::string_view part);
-
-// The kind of sections whose IDs an entry gives, both named by their identifiers in the source
-// model; null when it gives none.
-const ruxcomp::language::SectionKind* KindOfIds(std::uint32_t section, std::uint32_t entry);
-
-// Value, global and repeater entries have the parts that the library's selectors pick; what no
-// selector fits is one part "Values". All other entries are one nameless part.
-EntryValue ValueOf(const ruxcomp::Entry& entry);
-
-// "85 (0x55)"; with the top bit set, also the number that a script may have written with a sign:
-// "4294967276 (0xFFFFFFEC, -20)".
-std::string NumberText(std::uint32_t number);
+using support::NumberText;
 
 // One line: "85 (0x55)", "CPUS", "257 (0x101), 258 (0x102)", or
 // "type 5: Operand=0x2E Number=8 BusType=1 BaseAddress=0 Args=[G_FAN_MAX, 3]".
@@ -62,9 +43,10 @@ std::vector<std::string> ValuePieces(const EntryValue& value);
 std::string PartText(const EntryPart& part);
 std::vector<std::string> PartPieces(const EntryPart& part);
 
-// "THRESHOLD_FH=1200", "VALUE=type 5: Operand=...": an entry among others in a line. Numbers are in
-// decimal, which is what limits are compared in.
-std::string BriefText(const std::string& key, const EntryValue& value);
+// "THRESHOLD_FH=1200", "VALUE=type 5: Operand=...", "PID=0x10 CPUS": an entry among others in a
+// line, in such pieces. Numbers are in decimal, which is what limits are compared in; IDs have
+// their names.
+std::vector<std::string> BriefPieces(const std::string& key, const EntryValue& value);
 
 // The cells of a table, a line for each stretch of equal ones: "0..31  40 (0x28)".
 std::string CellsText(const compiled::TableCells& cells);

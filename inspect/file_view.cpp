@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "compiled/compiled_file.h"
+#include "inspect/debug_find.h"
 #include "inspect/debug_view.h"
 #include "inspect/entry_value.h"
 #include "inspect/meta_view.h"
@@ -29,8 +30,11 @@ const SectionKind& FileView::KindNamed(const std::string& keyword, bool only_com
     if (strcasecmp(kind.keyword, keyword.c_str()) == 0) return kind;
     keywords.emplace_back(kind.keyword);
   }
+  const bool is_word = !only_compiled && strcasecmp(kWordKind, keyword.c_str()) == 0;
   throw NotFound(holder + (" have no kind " + support::NameText(keyword)) +
-                 support::NearText(keyword, keywords, "'rux ls FILE' lists the kinds"));
+                 support::NearText(keyword, keywords,
+                                   is_word ? "'rux where FILE WORD' lists the words"
+                                           : "'rux ls FILE' lists the kinds"));
 }
 
 namespace {

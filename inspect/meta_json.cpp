@@ -10,6 +10,7 @@
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
 #include "inspect/section_list.h"
+#include "inspect/section_names.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/views.h"
 #include "ruxcomp/language/sections.h"
@@ -24,33 +25,39 @@ using support::JsonArray;
 using support::JsonObject;
 
 // The values as `rux get` prints them, with the words that are in the file.
-void WriteValues(JsonObject& json, const compiled::CompiledMeta& meta,
-                 const std::vector<std::uint32_t>& words) {
+void WriteTypedValues(JsonObject& json, const std::vector<compiled::Datum>& values,
+                      const std::vector<std::uint32_t>& words) {
+  std::size_t next = 0;
   json.Objects("values", words, [&](JsonObject& value, std::uint32_t word) {
-    WriteDatum(value, compiled::Resolve(meta, word));
+    WriteDatum(value, values[next++]);
     value.Member("word", word);
   });
 }
 
-void WriteEntry(JsonObject& json, const compiled::CompiledMeta& meta,
-                const compiled::CompiledSection& section, const compiled::CompiledEntry& entry,
-                const RawJson& raw) {
-  WriteText(json, "name", compiled::KeyOf(meta, section, entry));
+// What is written of each section.
+struct WrittenMeta {
+  const compiled::CompiledMeta& meta;
+  const CompiledValues values;
+  const RawJson& raw;
+};
+
+void WriteEntry(JsonObject& json, const WrittenMeta& written,
+                const compiled::CompiledSection& section, const compiled::CompiledEntry& entry) {
+  WriteText(json, "name", compiled::KeyOf(written.meta, section, entry));
   json.Member("identifier", entry.identifier);
-  WriteValues(json, meta, entry.values);
-  raw.Write(json, entry.pieces);
+  WriteTypedValues(json, written.values.Of(section, entry), entry.values);
+  written.raw.Write(json, entry.pieces);
 }
 
-void WriteSection(JsonObject& json, const compiled::CompiledMeta& meta,
-                  const compiled::CompiledSection& section, std::size_t ordinal,
-                  const RawJson& raw) {
+void WriteSection(JsonObject& json, const WrittenMeta& written,
+                  const compiled::CompiledSection& section, std::size_t ordinal) {
   json.Member("kind", ruxcomp::language::FindCompiledKind(section.identifier)->keyword);
   json.Member("ordinal", ordinal);
   json.Member("identifier", section.identifier);
-  raw.Write(json, section.pieces);
+  written.raw.Write(json, section.pieces);
   json.Objects("entries", section.entries,
                [&](JsonObject& object, const compiled::CompiledEntry& entry) {
-                 WriteEntry(object, meta, section, entry, raw);
+                 WriteEntry(object, written, section, entry);
                });
 }
 
@@ -89,12 +96,13 @@ void WriteMetaJson(const std::string& path, const compiled::CompiledMeta& meta,
     pieces.insert(pieces.end(), meta.frame.begin(), meta.frame.end());
     raw.Write(json, pieces);
     json.Array("sections", [&](JsonArray& list) {
+      const WrittenMeta written{meta, CompiledValues(meta), raw};
       std::map<std::uint32_t, std::size_t> counts;
       for (const compiled::CompiledSection& section : meta.sections) {
         const std::size_t ordinal = counts[section.identifier]++;
         const auto kind = ruxcomp::language::FindCompiledKind(section.identifier)->source;
         if (!selection.Has(kind, ordinal)) continue;
-        list.Object([&](JsonObject& object) { WriteSection(object, meta, section, ordinal, raw); });
+        list.Object([&](JsonObject& object) { WriteSection(object, written, section, ordinal); });
       }
     });
     json.Objects("tables", meta.tables,

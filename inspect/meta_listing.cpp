@@ -6,12 +6,14 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "compiled/datum.h"
 #include "compiled/meta.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
 #include "inspect/section_list.h"
+#include "inspect/section_names.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
@@ -31,16 +33,16 @@ std::string IndexText(std::uint32_t index) {
              : fmt::format("{}  {} {}", text, row->title, ruxcomp::language::OrdinalOf(index));
 }
 
-// The same with what it stands for.
-std::string WordText(const compiled::CompiledMeta& meta, std::uint32_t word) {
-  const std::string text = PartText({"", false, {compiled::Resolve(meta, word)}});
-  return fmt::format("{:<26}{}", IndexText(word), text.empty() ? kEmptyText : text);
+std::vector<std::string> ValuesPieces(const std::vector<compiled::Datum>& values) {
+  std::vector<std::string> pieces = PartPieces({"", false, values});
+  if (pieces.size() == 1 && pieces.front().empty()) pieces.front() = kEmptyText;
+  return pieces;
 }
 
 class MetaLister {
  public:
   MetaLister(const compiled::CompiledMeta& meta, const Selection& selection, Listing& listing)
-      : meta_(meta), selection_(selection), listing_(listing) {}
+      : meta_(meta), values_(meta), selection_(selection), listing_(listing) {}
 
   void List() {
     const bool lists_all = listing_.types() && selection_.is_all();
@@ -65,8 +67,8 @@ class MetaLister {
                    const ruxcomp::language::SectionKind& kind, std::size_t ordinal) {
     listing_.Blank();
     const std::string title = fmt::format("[{}] @{}", kind.keyword, ordinal);
-    listing_.Line(listing_.types() ? title + fmt::format("  (0x{:08X})", section.identifier)
-                                   : title);
+    listing_.Title(listing_.types() ? title + fmt::format("  (0x{:08X})", section.identifier)
+                                    : title);
     listing_.Pieces("  ", section.pieces);
     for (const compiled::CompiledEntry& entry : section.entries) ListEntry(section, entry);
     if (!listing_.types() && kind.source == ruxcomp::language::SECTION_TABLE) ListCellsOf(ordinal);
@@ -75,22 +77,21 @@ class MetaLister {
   void ListEntry(const compiled::CompiledSection& section, const compiled::CompiledEntry& entry) {
     const std::string name = compiled::KeyOf(meta_, section, entry);
     const std::string key = name.empty() ? "(unresolved)" : support::SafeText(name);
-    if (!listing_.types()) return listing_.Line("  " + key + " = " + ValuesText(entry));
+    const std::vector<compiled::Datum> values = values_.Of(section, entry);
+    if (!listing_.types()) {
+      std::vector<std::string> pieces = ValuesPieces(values);
+      pieces.front().insert(0, "  " + key + " = ");
+      return listing_.Line(pieces);
+    }
     listing_.Line(fmt::format("  {}  ({})", key, IndexText(entry.identifier)));
     // What an entry is made of before its values.
     constexpr std::size_t kHead = 2;
     listing_.Pieces("    ", entry.pieces, 0, kHead);
     for (std::size_t i = 0; i < entry.values.size(); ++i) {
-      listing_.Line("    " + WordText(meta_, entry.values[i]), entry.pieces, kHead + i);
+      listing_.Line(fmt::format("    {:<26}{}", IndexText(entry.values[i]),
+                                ValuesPieces({values[i]}).front()),
+                    entry.pieces, kHead + i);
     }
-  }
-
-  std::string ValuesText(const compiled::CompiledEntry& entry) const {
-    EntryPart part;
-    for (const std::uint32_t word : entry.values)
-      part.items.push_back(compiled::Resolve(meta_, word));
-    const std::string text = PartText(part);
-    return text.empty() ? kEmptyText : text;
   }
 
   // The cells that belong to the TABLE section of that ordinal.
@@ -104,8 +105,8 @@ class MetaLister {
     constexpr std::size_t kHead = 2;  // class and length
     const std::size_t count = table.texts.size() + table.numbers.size() + table.cells.size();
     listing_.Blank();
-    listing_.Line(fmt::format("table of class {}: {}",
-                              ruxcomp::language::FindClass(table.base)->title, count));
+    listing_.Title(fmt::format("table of class {}: {}",
+                               ruxcomp::language::FindClass(table.base)->title, count));
     if (!table.note.empty()) listing_.Line("  note: " + table.note);
     listing_.Pieces("  ", table.pieces, 0, kHead);
     for (std::size_t i = 0; i < count; ++i) ListItem(table, i, kHead + i);
@@ -134,6 +135,7 @@ class MetaLister {
   }
 
   const compiled::CompiledMeta& meta_;
+  const CompiledValues values_;
   const Selection& selection_;
   Listing& listing_;
 };
@@ -142,7 +144,7 @@ class MetaLister {
 
 void ListMeta(const std::string& path, const compiled::CompiledMeta& meta,
               const Selection& selection, Listing& listing) {
-  listing.Line(TitleText(path, compiled::Form::kMeta, meta.version, meta.creation_time));
+  listing.Line(TitlePieces(path, compiled::Form::kMeta, meta.version, meta.creation_time));
   listing.Pieces("  ", meta.header);
   if (listing.raw()) listing.Line("directory of the tables");
   listing.Pieces("  ", meta.directory);

@@ -1,7 +1,5 @@
 #include "inspect/meta_view.h"
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -14,42 +12,23 @@
 #include "compiled/meta.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
-#include "inspect/meta_model.h"
 #include "inspect/path.h"
+#include "machine/meta_model.h"
+#include "machine/value.h"
 #include "ruxcomp/file/kept_bytes.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
-#include "ruxcomp/model/value.h"
-#include "ruxcomp/records.h"
 
 namespace rux::inspect {
 
 MetaView::MetaView(const std::string& path, std::unique_ptr<ruxcomp::file::KeptBytes> bytes)
-    : FileView(path), bytes_(std::move(bytes)), model_(OpenModel(path, bytes_->view())) {}
-
-compiled::Datum DatumOf(const ruxcomp::Value& value) {
-  if (const std::optional<compiled::Datum> immediate = compiled::ImmediateDatum(value.index()))
-    return *immediate;
-  switch (value.kind()) {
-    case RUX_DATA_NUMBER:
-      return compiled::NumberDatum(value.number());
-    case RUX_DATA_STRING:
-      return compiled::TextDatum(value.index(), value.text());
-    default:
-      return {};
-  }
-}
+    : FileView(path), bytes_(std::move(bytes)), model_(machine::OpenModel(path, bytes_->view())) {}
 
 namespace {
 
-// The key of an entry as a script writes it in such a section.
-std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
-  std::string key =
-      compiled::KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));
-  return key.empty() ? fmt::format("(entry 0x{:08X})", entry.identifier()) : key;
-}
+using machine::DatumOf;
+using machine::KeyOf;
 
 std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
   if (!section) return std::nullopt;
@@ -119,12 +98,6 @@ EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
   throw NoValueAt(n, values.size());
 }
 
-// Of a compiled entry; 0 for one without a fixed identifier.
-std::uint32_t SourceEntry(std::uint32_t identifier) {
-  const ruxcomp::language::EntryRow* row = ruxcomp::language::FindCompiledEntryRow(identifier);
-  return row == nullptr ? 0 : static_cast<std::uint32_t>(row->source);
-}
-
 }  // namespace
 
 const SectionKind& MetaView::ExpectKind(const std::string& keyword) const {
@@ -176,12 +149,11 @@ const compiled::TableCells* MetaView::CellsOf(const SectionKind& kind, std::size
 EntryValue MetaView::NamedValueOf(const ruxcomp::Section& section,
                                   const ruxcomp::Entry& entry) const {
   EntryValue value = ValueOf(entry);
-  const SectionKind* target =
-      KindOfIds(ruxcomp::language::SourceSection(section.kind()), SourceEntry(entry.identifier()));
+  const SectionKind* target = KindOfCompiledIds(section.kind(), entry.identifier());
   if (target == nullptr) return value;
   for (EntryPart& part : value.parts) {
     for (compiled::Datum& item : part.items) {
-      const ruxcomp::Section named = model_.section_with_id(target->compiled, item.number);
+      const ruxcomp::Section named = machine::SectionFor(model_, target, item);
       if (named && named.has_name()) item.name = named.name();
     }
   }
@@ -190,7 +162,7 @@ EntryValue MetaView::NamedValueOf(const ruxcomp::Section& section,
 
 Found MetaView::Find(const std::vector<PathStep>& path) const {
   const SectionKind& kind = ExpectKind(path.front().text);
-  CheckForm(kind, path);
+  ExpectSection(kind, path);
   const ruxcomp::Sections sections = SectionsOf(kind);
   if (sections.empty()) throw NotFound(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;

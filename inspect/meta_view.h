@@ -51,9 +51,6 @@ class MetaView : public FileView {
   ruxcomp::Model model_;  // of these bytes
 };
 
-// What a value stands for, with names as a script writes them.
-compiled::Datum DatumOf(const ruxcomp::Value& value);
-
 }  // namespace rux::inspect
 
 #endif  // INSPECT_META_VIEW_H_

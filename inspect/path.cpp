@@ -133,10 +133,10 @@ std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
   return ByName(sections, step.text);
 }
 
-void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
+void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
   if (path.size() > 1) return;
-  throw support::Failure(support::ExitStatus::kWrongUsage,
-                         "the path names no section ('rux ls FILE {}' lists them)", kind.keyword);
+  throw NotFound(
+      fmt::format("the path names no section ('rux ls FILE {}' lists them)", kind.keyword));
 }
 
 support::Failure PathTooLong() { return BadPath("the path continues after a part of an entry"); }

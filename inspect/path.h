@@ -48,9 +48,10 @@ std::optional<std::uint32_t> OrdinalOf(const PathStep& step);
 // findings that names what is near it.
 std::size_t FindSection(const NamedSections& sections, const PathStep& step);
 
-// The ends of questions that are no paths: one that names a kind only, one that goes on after a
-// part.
-void CheckForm(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path);
+// Throws a Failure of findings when the path names a kind only.
+void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path);
+
+// The end of a question that goes on after a part.
 support::Failure PathTooLong();
 // There is no n-th value.
 support::Failure NoValueAt(std::uint32_t n, std::size_t count);

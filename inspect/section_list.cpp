@@ -12,6 +12,7 @@
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
+#include "inspect/grid.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -86,27 +87,27 @@ std::vector<KeyedValue> LongEntries(const FileView& view, const SectionKind& kin
   return entries;
 }
 
-std::string CellText(const KeyedValue& entry) {
-  if (entry.value.parts.empty() && !entry.value.type) return "";
-  return BriefText(entry.key, entry.value);
-}
+bool IsMissing(const KeyedValue& entry) { return entry.value.parts.empty() && !entry.value.type; }
 
-using Row = std::vector<std::string>;
+Cell CellOf(const KeyedValue& entry) {
+  return IsMissing(entry) ? Cell() : BriefPieces(entry.key, entry.value);
+}
 
 Row NamedRow(const FileView& view, const SectionKind& kind, std::size_t ordinal, bool is_long) {
   const SectionLabel label = view.LabelOf(kind, ordinal);
-  Row row = {fmt::format("@{}", ordinal), label.id ? fmt::format("#0x{:X}", *label.id) : "",
-             label.name ? support::NameText(*label.name) : ""};
+  Row row = {{fmt::format("@{}", ordinal)},
+             label.id ? Cell{fmt::format("#0x{:X}", *label.id)} : Cell(),
+             label.name ? Cell{support::NameText(*label.name)} : Cell()};
   if (!is_long) return row;
-  for (const KeyedValue& entry : LongEntries(view, kind, ordinal)) row.push_back(CellText(entry));
+  for (const KeyedValue& entry : LongEntries(view, kind, ordinal)) row.push_back(CellOf(entry));
   return row;
 }
 
 Row KeysRow(const FileView& view, const SectionKind& kind, std::size_t ordinal) {
-  std::string keys;
+  Cell keys;
   for (const std::string& key : view.KeysOf(kind, ordinal))
-    keys += (keys.empty() ? "" : ", ") + support::NameText(key);
-  return {fmt::format("@{}", ordinal), keys};
+    support::AddToList(keys, support::NameText(key));
+  return {{fmt::format("@{}", ordinal)}, keys};
 }
 
 // Appends what distinguishes a section from the others of its kind, in a long list with the entries
@@ -119,33 +120,8 @@ void AddRows(const FileView& view, const SectionKind& kind, std::size_t ordinal,
     rows.push_back(KeysRow(view, kind, ordinal));
   } else {
     for (const KeyedValue& entry : LongEntries(view, kind, ordinal))
-      rows.push_back({fmt::format("@{}", ordinal), CellText(entry)});
+      rows.push_back({{fmt::format("@{}", ordinal)}, CellOf(entry)});
   }
-}
-
-constexpr std::size_t kNameColumn = 2;  // in kinds with names
-
-std::vector<std::size_t> WidthsOf(const std::vector<Row>& rows) {
-  std::vector<std::size_t> widths;
-  for (const Row& row : rows) {
-    widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i)
-      widths[i] = std::max(widths[i], support::Columns(row[i]));
-  }
-  return widths;
-}
-
-// A column that is empty in all rows is left out; the last one in a row is not padded.
-std::string LineOf(const Row& row, const std::vector<std::size_t>& widths, bool has_bold_name) {
-  std::string line;
-  for (std::size_t i = 0; i < row.size(); ++i) {
-    if (widths[i] == 0) continue;
-    if (i > 0) line += "  ";
-    line += has_bold_name && i == kNameColumn ? support::Bold(row[i], true) : row[i];
-    if (i + 1 < row.size()) line.append(widths[i] - support::Columns(row[i]), ' ');
-  }
-  line.erase(line.find_last_not_of(' ') + 1);
-  return line;
 }
 
 }  // namespace
@@ -182,9 +158,11 @@ Selection::Selection(const FileView& view, const std::string& kind, const Sectio
   }
 }
 
-std::string KindsText(const FileView& view) {
-  std::string text = fmt::format("{}: {}\n", support::SafePath(view.path()),
-                                 FormatText(view.version(), view.creation_time()));
+std::string KindsText(const FileView& view, std::size_t width) {
+  std::vector<std::string> title = FormatPieces(view.version(), view.creation_time());
+  title.insert(title.begin(), support::SafePath(view.path()) + ":");
+  constexpr std::size_t kIndent = 6;
+  std::string text = support::WrappedLine(title, width, kIndent) + '\n';
   for (const SectionKind& kind : language::kSectionKinds) {
     const std::size_t count = view.CountOf(kind);
     if (count > 0) text += fmt::format("{:<10}{}\n", kind.keyword, count);
@@ -207,18 +185,13 @@ void WriteKinds(support::JsonObject& json, const FileView& view) {
 }
 
 std::string SectionsText(const FileView& view, const SectionKind& kind,
-                         const std::vector<std::size_t>& ordinals, const ListStyle& style) {
+                         const std::vector<std::size_t>& ordinals, bool is_long,
+                         support::OutputStyle style) {
   std::vector<Row> rows;
-  for (const std::size_t ordinal : ordinals) AddRows(view, kind, ordinal, style.is_long, rows);
-  const std::vector<std::size_t> widths = WidthsOf(rows);
-  std::vector<std::string> lines;
-  std::vector<std::string> shown;
-  for (const Row& row : rows) {
-    lines.push_back(LineOf(row, widths, false));
-    if (style.uses_colour) shown.push_back(LineOf(row, widths, kind.HasNames()));
-  }
-  return support::InColumns(lines, style.uses_colour ? shown : lines,
-                            style.is_long ? support::kEndless : style.width);
+  for (const std::size_t ordinal : ordinals) AddRows(view, kind, ordinal, is_long, rows);
+  const std::size_t labels = kind.HasNames() ? 3 : 1;  // ordinal, ID, name; or the ordinal
+  const Grid grid(rows, labels, style);
+  return is_long || !kind.HasNames() ? grid.Text() : grid.TextInColumns();
 }
 
 void WriteSections(support::JsonObject& json, const FileView& view, const SectionKind& kind,
@@ -234,8 +207,7 @@ void WriteSections(support::JsonObject& json, const FileView& view, const Sectio
     if (!file.empty()) WriteText(object, "file", file);
     if (is_long) {
       std::vector<KeyedValue> entries = LongEntries(view, kind, ordinal);
-      const auto is_missing = [](const KeyedValue& entry) { return CellText(entry).empty(); };
-      entries.erase(std::remove_if(entries.begin(), entries.end(), is_missing), entries.end());
+      entries.erase(std::remove_if(entries.begin(), entries.end(), IsMissing), entries.end());
       object.Objects("entries", entries, [](support::JsonObject& each, const KeyedValue& entry) {
         WriteEntry(each, entry.key, entry.value);
       });

@@ -12,6 +12,7 @@
 #include "inspect/file_view.h"
 #include "ruxcomp/language/sections.h"
 #include "support/json.h"
+#include "support/terminal.h"
 
 namespace rux::inspect {
 
@@ -40,24 +41,19 @@ class Selection {
   std::set<std::pair<ruxcomp::language::SectionId, std::size_t>> sections_;
 };
 
-struct ListStyle {
-  bool is_long = false;  // with the entries that matter most: types, limits, parents
-  std::size_t width;     // of a line
-  bool uses_colour = false;
-};
-
 // The ordinals of the sections of a kind that fit. Throws a Failure of wrong usage for a filter by
 // files that the compiled file does not know.
 std::vector<std::size_t> SectionsThatFit(const FileView& view, const SectionKind& kind,
                                          const SectionFilter& filter);
 
 // The kinds with the numbers of their sections.
-std::string KindsText(const FileView& view);
+std::string KindsText(const FileView& view, std::size_t width);
 void WriteKinds(support::JsonObject& json, const FileView& view);
 
-// The sections of a kind.
+// The sections of a kind; in a long list with the entries that matter most: types, limits, parents.
 std::string SectionsText(const FileView& view, const SectionKind& kind,
-                         const std::vector<std::size_t>& ordinals, const ListStyle& style);
+                         const std::vector<std::size_t>& ordinals, bool is_long,
+                         support::OutputStyle style);
 void WriteSections(support::JsonObject& json, const FileView& view, const SectionKind& kind,
                    const std::vector<std::size_t>& ordinals, bool is_long);
 
@@ -65,7 +61,7 @@ void WriteSections(support::JsonObject& json, const FileView& view, const Sectio
 void WriteLabel(support::JsonObject& json, const SectionLabel& label);
 
 // The GROUPs with their SENSORs, and the PELMGROUPs with those that they list.
-std::string TreeText(const FileView& view, bool uses_colour);
+std::string TreeText(const FileView& view, support::OutputStyle style);
 void WriteTree(support::JsonObject& json, const FileView& view);
 
 }  // namespace rux::inspect

@@ -18,6 +18,7 @@
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/terminal.h"
+#include "support/wrap.h"
 
 namespace rux::inspect {
 namespace {
@@ -104,21 +105,38 @@ std::vector<compiled::Datum> ListedBy(const FileView& view, std::size_t ordinal)
                                         : std::vector<compiled::Datum>();
 }
 
-std::string Indented(std::size_t depth, const std::string& text) {
-  constexpr std::size_t kDeepest = 40;  // what is further down stays there
-  return std::string(2 * (std::min(depth, kDeepest) + 1), ' ') + text + '\n';
+// What a line of the tree names: an ID, if it has one, and a name.
+struct Label {
+  std::string id;
+  std::string name;
+};
+
+Label LabelOf(const SectionLabel& section) {
+  return {section.id ? fmt::format("0x{:X}", *section.id) : "",
+          section.name ? support::NameText(*section.name) : fmt::format("@{}", section.ordinal)};
 }
 
-std::string LabelText(const SectionLabel& label, bool uses_colour) {
-  std::string text = label.id ? fmt::format("0x{:X} ", *label.id) : "";
-  text += label.name ? support::Bold(support::NameText(*label.name), uses_colour)
-                     : fmt::format("@{}", label.ordinal);
-  return text;
+Label LabelOf(const compiled::Datum& listed) {
+  return {fmt::format("0x{:X}", listed.number),
+          listed.name.empty() ? "" : support::NameText(listed.name)};
 }
 
-std::string ListedText(const compiled::Datum& datum) {
-  return datum.name.empty() ? fmt::format("0x{:X}", datum.number)
-                            : fmt::format("0x{:X} {}", datum.number, support::NameText(datum.name));
+// A line of its own, in two where it is too long. What is far down stays in the left half.
+std::string Indented(std::size_t depth, const Label& label, support::OutputStyle style) {
+  constexpr std::size_t kDeepest = 40;
+  const std::size_t deepest = std::min(kDeepest, style.width / 4);
+  const std::size_t indent = 2 * (std::min(depth, deepest) + 1);
+  std::vector<std::string> pieces;
+  for (const std::string& each : {label.id, label.name}) {
+    if (!each.empty()) pieces.push_back(each);
+  }
+  pieces.front().insert(0, indent, ' ');
+  std::string line = support::WrappedLine(pieces, style.width, indent + 2);
+  if (style.uses_colour) {
+    const std::size_t name = line.size() - label.name.size();
+    line.replace(name, label.name.size(), support::Bold(label.name, true));
+  }
+  return line + '\n';
 }
 
 void WriteNode(support::JsonObject& json, const SectionLabel& label, std::size_t depth) {
@@ -130,22 +148,23 @@ void WriteNode(support::JsonObject& json, const SectionLabel& label, std::size_t
 
 }  // namespace
 
-std::string TreeText(const FileView& view, bool uses_colour) {
+std::string TreeText(const FileView& view, support::OutputStyle style) {
+  const support::OutputStyle plain{style.width, false};
   std::string text = view.CountOf(Groups()) > 0 ? fmt::format("{}\n", Groups().keyword) : "";
   const auto sensors = SensorsByGroup(view);
   for (const Node& node : GroupTree(view)) {
     const SectionLabel label = view.LabelOf(Groups(), node.ordinal);
-    text += Indented(node.depth, LabelText(label, uses_colour));
+    text += Indented(node.depth, LabelOf(label), style);
     const auto own = sensors.find(label.name.value_or(""));
     if (own == sensors.end()) continue;
     for (const std::size_t sensor : own->second)
-      text += Indented(node.depth + 1, LabelText(view.LabelOf(Sensors(), sensor), false));
+      text += Indented(node.depth + 1, LabelOf(view.LabelOf(Sensors(), sensor)), plain);
   }
   if (view.CountOf(Lists()) > 0) text += fmt::format("{}\n", Lists().keyword);
   for (const Node& node : ListTree(view)) {
-    text += Indented(node.depth, LabelText(view.LabelOf(Lists(), node.ordinal), uses_colour));
+    text += Indented(node.depth, LabelOf(view.LabelOf(Lists(), node.ordinal)), style);
     for (const compiled::Datum& listed : ListedBy(view, node.ordinal))
-      text += Indented(node.depth + 1, ListedText(listed));
+      text += Indented(node.depth + 1, LabelOf(listed), plain);
   }
   return text;
 }

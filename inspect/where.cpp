@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +15,8 @@
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/safe_text.h"
+#include "support/terminal.h"
+#include "support/wrap.h"
 
 namespace rux::inspect {
 namespace {
@@ -27,12 +27,12 @@ const compiled::DebugObject& ObjectOf(const DebugFound& found) {
 }
 
 // What a path may call the section.
-std::string LabelText(const compiled::DebugMeta& meta, const compiled::DebugSection& section) {
-  const std::optional<std::uint32_t> id = IdOf(meta, section);
-  const std::optional<std::string> name = NameOf(section);
-  std::string text = id ? fmt::format(" #0x{:X}", *id) : "";
-  if (name) text += ' ' + support::NameText(*name);
-  return text;
+std::vector<std::string> LabelPieces(const compiled::DebugMeta& meta,
+                                     const compiled::DebugSection& section) {
+  std::vector<std::string> pieces;
+  if (const auto id = IdOf(meta, section)) pieces.push_back(fmt::format("#0x{:X}", *id));
+  if (const auto name = NameOf(section)) pieces.push_back(support::NameText(*name));
+  return pieces;
 }
 
 }  // namespace
@@ -52,17 +52,19 @@ std::vector<DebugFound> FindPlaces(const std::string& file, const compiled::Debu
 }
 
 std::string PlacesText(const compiled::DebugMeta& meta, const std::vector<DebugFound>& places,
-                       bool is_list) {
+                       support::OutputStyle style) {
+  constexpr std::size_t kIndent = 4;
   const SourcePlaces sources(meta);
+  const EntryTexts texts(meta);
   std::string text;
   for (const DebugFound& found : places) {
-    text += sources.Of(ObjectOf(found)) + ": [" + support::SafeText(found.section->name) + ']';
-    if (found.entry != nullptr) {
-      text += ' ' + EntryText(*found.entry);
-    } else if (is_list) {
-      text += LabelText(meta, *found.section);
-    }
-    text += '\n';
+    const std::string place = sources.Of(ObjectOf(found)) + ':';
+    std::vector<std::string> pieces = found.entry != nullptr
+                                          ? texts.Of(*found.section, *found.entry)
+                                          : LabelPieces(meta, *found.section);
+    pieces.insert(pieces.begin(), {place, '[' + support::SafeText(found.section->name) + ']'});
+    const std::string line = support::WrappedLine(pieces, style.width, kIndent);
+    text += support::Bold(place, style.uses_colour) + line.substr(place.size()) + '\n';
   }
   return text;
 }

@@ -9,6 +9,7 @@
 #include "inspect/debug_find.h"
 #include "inspect/path.h"
 #include "support/json.h"
+#include "support/terminal.h"
 
 namespace rux::inspect {
 
@@ -18,10 +19,10 @@ namespace rux::inspect {
 std::vector<DebugFound> FindPlaces(const std::string& file, const compiled::DebugMeta& meta,
                                    const std::vector<PathStep>& path);
 
-// A line for each: "boards/cpu.rux:20: [SENSOR] THRESHOLD_FH = 100". Of a kind, with the IDs and
-// names of the sections.
+// A line for each: "boards/cpu.rux:12: [SENSOR] #0x101 CPU0_TEMP" for a section, and
+// "boards/cpu.rux:20: [SENSOR] THRESHOLD_FH = 100" for an entry.
 std::string PlacesText(const compiled::DebugMeta& meta, const std::vector<DebugFound>& places,
-                       bool is_list);
+                       support::OutputStyle style);
 
 // The members that docs/where.schema.json describes.
 void WritePlaces(support::JsonObject& json, const std::string& file,

@@ -13,11 +13,11 @@ namespace ruxcomp::reader {
 namespace {
 
 Archive* g_archive = nullptr;
-std::uint64_t g_last_id = 0;
+std::uint64_t g_last_archive = 0;
 
 }  // namespace
 
-Archive::Archive() : id_(++g_last_id) {
+Archive::Archive() : id_(++g_last_archive) {
   if (g_archive != nullptr) throw std::logic_error("there is an archive already");
   g_archive = this;
 }

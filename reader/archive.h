@@ -26,7 +26,7 @@ struct ArchivedItem {
 using Includer = std::optional<ArchivedItem>;
 
 struct ArchivedScript {
-  std::string path;    // as given
+  std::string path;    // what it is called
   std::string opened;  // the path under which it was found
   Includer includer;
   std::shared_ptr<Script> script;  // null when it was never parsed, or did not fit into memory

@@ -16,6 +16,8 @@ class Arena {
   // `text` must outlive the arena.
   explicit Arena(std::string_view text) : text_(text) {}
 
+  std::string_view text() const { return text_; }
+
   // Joins the pieces to one text; a single piece stays where it is. There is at least one piece,
   // none is empty, and all are views of the file's text or of the arena.
   std::string_view Join(const std::vector<std::string_view>& pieces);

@@ -2,6 +2,7 @@
 #ifndef READER_INCLUDE_FOLDERS_H_
 #define READER_INCLUDE_FOLDERS_H_
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,21 @@ namespace ruxcomp::reader {
 // file that includes it. One at a time; without one there are no such folders.
 class IncludeFolders {
  public:
-  explicit IncludeFolders(const std::vector<std::string>& folders);
+  using Naming = std::function<std::string(const std::string& path)>;
+
+  // `naming`: what a script that is found at a path in one of them is called; none: that path. Both
+  // are paths as the library takes them.
+  explicit IncludeFolders(const std::vector<std::string>& folders, Naming naming = nullptr);
   ~IncludeFolders();
   IncludeFolders(const IncludeFolders&) = delete;
   IncludeFolders& operator=(const IncludeFolders&) = delete;
 
   static const std::vector<std::string>& Current();
+  static std::string NameOf(const std::string& path);
+
+ private:
+  const std::vector<std::string>& folders_;
+  const Naming naming_;
 };
 
 }  // namespace ruxcomp::reader

@@ -6,17 +6,19 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "reader/arena.h"
+#include "reader/byte_order_mark.h"
 #include "reader/messages.h"
+#include "reader/recorded_line.h"
 #include "reader/script.h"
 #include "reader/value.h"
 
 namespace ruxcomp::reader {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr std::size_t kNone = std::string_view::npos;
 
@@ -70,17 +72,23 @@ Outline FindOutline(std::string_view line) {
   return outline;
 }
 
+// Takes no lines, and no time.
+struct NoRecorder {};
+
 // One walk over a script's text.
+template <class Recorder>
 class Scanner {
  public:
-  Scanner(std::string_view text, const Scanned& scanned, const ProblemSink& report)
+  Scanner(std::string_view text, const Scanned& scanned, const ProblemSink& report,
+          const Recorder& record)
       : text_(text),
-        lines_(text.substr(StartsWithMark(text) ? kByteOrderMark.size() : 0)),
+        lines_(WithoutMark(text)),
         next_nul_(std::min(text.find('\0'), text.size())),
         arena_(scanned.arena),
         sections_(scanned.sections),
         items_(scanned.items),
-        report_(report) {}
+        report_(report),
+        record_(record) {}
 
   void Run() {
     while (!lines_.is_at_end()) ScanLine();
@@ -93,21 +101,32 @@ class Scanner {
   }
 
  private:
-  static bool StartsWithMark(std::string_view text) {
-    return text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  }
-
   void ScanLine() {
     const std::string_view line = Trim(TakeLine());
-    if (line.empty() || IsCommentSign(line.front())) return;
+    if (line.empty()) return Record(LineKind::kEmpty, line);
+    if (IsCommentSign(line.front())) return Record(LineKind::kComment, line);
     const Outline outline = FindOutline(line);
     if (outline.open_quote != kNone) {
       Report(MessageId::kUnclosedQuote, outline.content.substr(outline.open_quote));
     }
     if (line.front() == '[') {
       OpenSection(outline.content);
+      Record(LineKind::kHeader, line, outline);
     } else {
-      AddItem(outline);
+      const bool is_item = AddItem(outline);
+      Record(is_item ? LineKind::kItem : LineKind::kDropped, line, outline);
+    }
+  }
+
+  void Record(LineKind kind, std::string_view line,
+              const Outline& outline = {{}, kNone, kNone, 0, 0}) {
+    if constexpr (!std::is_same_v<Recorder, NoRecorder>) {
+      const bool has_item = kind == LineKind::kItem;
+      record_({kind, line_, static_cast<std::uint32_t>(text_.size() - lines_.left()),
+               std::exchange(is_interrupted_, false), line, outline.content,
+               outline.equals == kNone ? nullptr : &line[outline.equals],
+               has_item || kind == LineKind::kHeader ? &sections_.back() : nullptr,
+               has_item ? &items_.back() : nullptr, arena_});
     }
   }
 
@@ -120,6 +139,7 @@ class Scanner {
   }
 
   std::string_view JoinLines(std::string_view line) {
+    is_interrupted_ = true;
     pieces_.clear();
     std::size_t first_nul = kNone;
     for (bool goes_on = true; goes_on;) {
@@ -172,15 +192,19 @@ class Scanner {
     return arena_.Join(pieces_);
   }
 
-  void AddItem(const Outline& outline) {
+  // False: the line is dropped.
+  bool AddItem(const Outline& outline) {
     const std::string_view content = outline.content;
     if (sections_.empty()) {
       if (!std::exchange(reported_text_before_section_, true))
         Report(MessageId::kTextBeforeSection, content);
-      return;
+      return false;
     }
     const std::string_view key = Trim(content.substr(0, outline.equals));
-    if (key.empty()) return Report(MessageId::kMissingKey, content);
+    if (key.empty()) {
+      Report(MessageId::kMissingKey, content);
+      return false;
+    }
     const std::size_t value_at = outline.equals == kNone ? content.size() : outline.equals + 1;
     const std::string_view value = Trim(content.substr(value_at));
     items_.push_back({key, value, line_, outline.blanks_at_commas});
@@ -188,6 +212,7 @@ class Scanner {
       StoreUnlessPartsAreWhole(items_.back());
     }
     ++sections_.back().item_count;
+    return true;
   }
 
   // A quoted part ends at the next quote; splitting ignores what follows up to the next comma, even
@@ -227,15 +252,28 @@ class Scanner {
   std::vector<Section>& sections_;
   std::vector<Item>& items_;
   const ProblemSink& report_;
+  const Recorder& record_;
   std::vector<std::string_view> pieces_;  // of what is being joined
   std::uint32_t line_ = 0;  // the number of the line being scanned, the first one of joined lines
   bool reported_text_before_section_ = false;
+  bool is_interrupted_ = false;  // the line being scanned
 };
 
 }  // namespace
 
+std::string_view WithoutComment(std::string_view line) {
+  line = Trim(line);
+  if (line.empty() || IsCommentSign(line.front())) return {};
+  return FindOutline(line).content;
+}
+
 void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report) {
-  Scanner(text, scanned, report).Run();
+  Scanner<NoRecorder>(text, scanned, report, {}).Run();
+}
+
+void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report,
+          const LineRecorder& record) {
+  Scanner<LineRecorder>(text, scanned, report, record).Run();
 }
 
 }  // namespace ruxcomp::reader

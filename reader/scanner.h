@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "reader/arena.h"
+#include "reader/recorded_line.h"
 #include "reader/script.h"
 
 namespace ruxcomp::reader {
@@ -17,6 +18,7 @@ class Lines {
   explicit Lines(std::string_view text) : rest_(text) {}
 
   bool is_at_end() const { return rest_.empty(); }
+  std::size_t left() const { return rest_.size(); }
   std::uint32_t taken() const { return taken_; }
 
   // Takes the next line, without its LF or CRLF; not at the end.
@@ -51,8 +53,13 @@ struct Scanned {
   std::vector<Item>& items;
 };
 
-// Scans the text of a script in one pass.
+// What a comment leaves of a line, without the blanks around it; empty when there is nothing else.
+std::string_view WithoutComment(std::string_view line);
+
+// Scans the text of a script in one pass. A recorder gets every line.
 void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report);
+void Scan(std::string_view text, const Scanned& scanned, const ProblemSink& report,
+          const LineRecorder& record);
 
 }  // namespace ruxcomp::reader
 

@@ -9,20 +9,25 @@
 #include <utility>
 #include <vector>
 
+#include "reader/recorded_line.h"
 #include "reader/scanner.h"
 
 namespace ruxcomp::reader {
 
 Script::Script(std::string text, const ProblemSink& report)
     : text_(std::move(text)), arena_(text_) {
-  ScanAll(report);
-}
-
-void Script::ScanAll(const ProblemSink& report) {
-  // No more than one for each line; what is not used of it is never touched.
-  items_.reserve(line_count());
+  Reserve();
   Scan(text_, {arena_, sections_, items_}, report);
 }
+
+Script::Script(std::string text, const ProblemSink& report, const LineRecorder& record)
+    : text_(std::move(text)), arena_(text_) {
+  Reserve();
+  Scan(text_, {arena_, sections_, items_}, report, record);
+}
+
+// No more items than one for each line; what is not used of it is never touched.
+void Script::Reserve() { items_.reserve(line_count()); }
 
 void Script::DropSections() {
   sections_ = std::vector<Section>();
@@ -33,7 +38,8 @@ void Script::DropSections() {
 
 void Script::ScanAgain() {
   DropSections();
-  ScanAll([](const Problem&) {});
+  Reserve();
+  Scan(text_, {arena_, sections_, items_}, [](const Problem&) {});
 }
 
 bool Script::Holds(const Item& item) const {

@@ -24,6 +24,7 @@
 
 #include "findings/messages.h"
 #include "reader/arena.h"
+#include "reader/recorded_line.h"
 
 namespace ruxcomp::reader {
 
@@ -84,6 +85,8 @@ class Script {
   //   quote without its end           the rest of the line belongs to the quote
   //   NUL bytes                       dropped; reported once per line
   Script(std::string text, const ProblemSink& report);
+  // The same, with every line for the recorder.
+  Script(std::string text, const ProblemSink& report, const LineRecorder& record);
   Script(const Script&) = delete;
   Script& operator=(const Script&) = delete;
 
@@ -116,7 +119,7 @@ class Script {
   Range JoinedLines(std::uint32_t line) const;
 
  private:
-  void ScanAll(const ProblemSink& report);
+  void Reserve();
   std::uint32_t OffsetOf(std::string_view line) const;
   const std::vector<std::uint32_t>& LineStarts() const;
 

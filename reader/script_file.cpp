@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "findings/origin.h"
@@ -87,50 +88,65 @@ std::unique_ptr<ScriptFile> ScriptFile::TryOpen(const std::string& path, std::si
     refused = {reason, error};
     return nullptr;
   };
-  const std::optional<Source> source = FindScript(path);
-  if (!source) return refuse(ReasonOf(errno), errno);
-  if (IsIncluding(source->identity)) return refuse(Refusal::kIsOpenAlready);
-  if (source->kind == SourceKind::kStream && streams == Streams::kOpen) {
+  const std::optional<Found> found = FindScript(path);
+  if (!found) return refuse(ReasonOf(errno), errno);
+  const Source& source = found->source;
+  if (IsIncluding(source.identity)) return refuse(Refusal::kIsOpenAlready);
+  if (source.kind == SourceKind::kStream && streams == Streams::kOpen) {
     return refuse(Refusal::kIsStream);
   }
   if (AreTooMany()) return refuse(Refusal::kTooMany);
-  if (source->size > largest) return refuse(Refusal::kTooLarge);
-  std::optional<std::string> text = ReadSource(*source, largest);
+  if (source.size > largest) return refuse(Refusal::kTooLarge);
+  std::optional<std::string> text = ReadSource(source, largest);
   if (!text) return refuse(ReasonOf(errno), errno);
   if (text->size() > largest) return refuse(Refusal::kTooLarge);
-  std::unique_ptr<ScriptFile> file(new ScriptFile(path, *source, std::move(*text)));
-  file->EnterArchive(source->path);
+  std::unique_ptr<ScriptFile> file(new ScriptFile(*found, std::move(*text)));
+  file->EnterArchive(source.path);
   return file;
 }
 
-// The error number is that of the path itself.
-std::optional<Source> ScriptFile::FindScript(const std::string& path) {
-  std::optional<Source> source = FindSource(ScriptRoot::ActualPath(path));
-  const int error = errno;
-  if (!source && !IncludeFolders::Current().empty() && ReasonOf(error) == Refusal::kNotFound) {
-    source = FindInFolders(path);
-    errno = error;
-  }
-  return source;
+// The innermost open file that may include what is opened next; null when there is none.
+const ScriptFile* ScriptFile::FindIncluding() {
+  const ScriptFile* file = g_open_files;
+  while (file != nullptr && !file->is_including_) file = file->next_open_;
+  return file;
 }
 
-std::optional<Source> ScriptFile::FindInFolders(const std::string& path) {
-  const ScriptFile* includer = g_open_files;
-  while (includer != nullptr && !includer->is_including_) includer = includer->next_open_;
+std::string ScriptFile::ActualPath(const std::string& path) {
+  const ScriptFile* includer = FindIncluding();
+  if (includer == nullptr) return ScriptRoot::ActualPath(path);
+  // The library puts the folder of the including file before what the item names.
+  const std::string_view folder = language::FolderOf(includer->path_);
+  if (path.compare(0, folder.size(), folder) != 0) return path;
+  return std::string(language::FolderOf(includer->actual_path_)).append(path, folder.size());
+}
+
+// The error number is that of the path itself.
+std::optional<ScriptFile::Found> ScriptFile::FindScript(const std::string& path) {
+  const std::string actual = ActualPath(path);
+  if (const std::optional<Source> source = FindSource(actual)) return Found{*source, path, actual};
+  const int error = errno;
+  std::optional<Found> found;
+  if (ReasonOf(error) == Refusal::kNotFound) found = FindInFolders(path);
+  errno = error;
+  return found;
+}
+
+std::optional<ScriptFile::Found> ScriptFile::FindInFolders(const std::string& path) {
+  const ScriptFile* includer = FindIncluding();
   if (includer == nullptr) return std::nullopt;
-  // What the item names: the library puts the folder of the including file before it.
   const std::size_t folder_size = language::FolderSize(includer->path_);
   if (path.size() < folder_size) return std::nullopt;
   const std::string name = language::WithSlashes(path.substr(folder_size));
-  // A file that was found in one of these folders has its own includes beside it.
-  const std::string found = language::WithSlashes(includer->found_at_);
-  std::optional<Source> source =
-      FindSource(std::string(found, 0, found.rfind('/') + 1).append(name));
   for (const std::string& folder : IncludeFolders::Current()) {
     const char* separator = folder.back() == '/' ? "" : "/";
-    if (!source) source = FindSource(std::string(folder).append(separator).append(name));
+    const std::optional<Source> source =
+        FindSource(std::string(folder).append(separator).append(name));
+    if (!source) continue;
+    const std::string actual = language::ToLibraryPath(source->path);
+    return Found{*source, IncludeFolders::NameOf(actual), actual};
   }
-  return source;
+  return std::nullopt;
 }
 
 void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
@@ -138,15 +154,15 @@ void ScriptFile::Refuse(const std::string& path, const Refused& refused) {
   Archive* archive = Archive::Current();
   if (archive == nullptr) return;
   RecordInMemory([&] {
-    archive->refused_.push_back({ScriptRoot::ActualPath(path), refused.reason, refused.error,
-                                 FindIncluder(), archive->scripts_.size()});
+    archive->refused_.push_back({ActualPath(path), refused.reason, refused.error, FindIncluder(),
+                                 archive->scripts_.size()});
   });
 }
 
-ScriptFile::ScriptFile(const std::string& path, const Source& source, std::string text)
-    : path_(path),
-      found_at_(source.path),
-      identity_(source.identity),
+ScriptFile::ScriptFile(const Found& found, std::string text)
+    : path_(found.path),
+      actual_path_(found.actual),
+      identity_(found.source.identity),
       text_(std::move(text)),
       next_open_(std::exchange(g_open_files, this)),
       includer_(delivered_) {

@@ -51,10 +51,16 @@ class ScriptFile {
   // Whether an open file may include what is opened next.
   static bool IsAnyIncluding();
 
+  // Where a script that is opened next by this path is looked for first: beside the file that
+  // includes it, wherever that is. The path itself without a script root and include folders.
+  static std::string ActualPath(const std::string& path);
+
   // Notes the item of an open file that is being delivered: it includes what is opened next.
   static void NoteDelivery(const Item& item) { delivered_ = &item; }
 
-  const std::string& path() const { return path_; }       // as given to Open
+  // What the script is called: the path that Open was given or, when the file was found in an
+  // include folder, what files there are called.
+  const std::string& path() const { return path_; }
   const Script* script() const { return script_.get(); }  // null before Parse
 
  private:
@@ -63,11 +69,18 @@ class ScriptFile {
     int error;
   };
 
-  ScriptFile(const std::string& path, const Source& source, std::string text);
+  struct Found {
+    Source source;
+    std::string path;    // what the script is called
+    std::string actual;  // where it is
+  };
+
+  ScriptFile(const Found& found, std::string text);
   static std::unique_ptr<ScriptFile> TryOpen(const std::string& path, std::size_t largest,
                                              Streams streams, Refused& refused);
-  static std::optional<Source> FindScript(const std::string& path);
-  static std::optional<Source> FindInFolders(const std::string& path);
+  static const ScriptFile* FindIncluding();
+  static std::optional<Found> FindScript(const std::string& path);
+  static std::optional<Found> FindInFolders(const std::string& path);
   static void Refuse(const std::string& path, const Refused& refused);
   static bool IsIncluding(const SourceIdentity& identity);
   static Includer FindIncluder();
@@ -82,7 +95,7 @@ class ScriptFile {
   static inline const Item* delivered_ = nullptr;
 
   const std::string path_;
-  const std::string found_at_;
+  const std::string actual_path_;  // the folder in it is that of the files that this one includes
   const SourceIdentity identity_;
   std::string text_;  // empty from Parse on
   std::shared_ptr<Script> script_;

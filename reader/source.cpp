@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -57,6 +58,10 @@ int OpenForReading(const Source& source) {
 std::optional<Source> FindSource(const std::string& path) {
   if (const Texts::Text* text = Texts::Find(path)) {
     return Source{text->path, {0, 0, text->id}, text->bytes.size(), SourceKind::kFile};
+  }
+  if (Texts::AreFilesReplaced()) {
+    errno = ENOENT;
+    return std::nullopt;
   }
   return ruxcomp::language::FindByPath(path, FindFile);
 }

@@ -1,6 +1,7 @@
 // Accesses to buses that are compiled differently from what their types need.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -9,10 +10,12 @@
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
 #include "rules/defined_words.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "rules/wording.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
@@ -47,20 +50,36 @@ bool IsSmbus(std::string_view text, const DefinedWords& words) {
 
 constexpr std::string_view kBusTypePrefix = "BUSTYPE_";
 
+// Of values that are accesses to a bus, all that the library accepts name its type.
+bool LacksBusType(const ScriptItem& item) {
+  const auto& fields = item.record->fields;
+  const bool is_access = std::any_of(fields.begin(), fields.end(), [](const language::Field& each) {
+    return each.name == kBusType;
+  });
+  return is_access && PartOf(item, kBusType).empty();
+}
+
+// Whether a part of a value is the bus type, or an argument, which may pass one on.
+bool MayBeBusType(const language::ValueType& record, std::size_t field) {
+  if (record.Has(language::kCountsArguments) && field >= record.TextCount()) return true;
+  return field < record.fields.size() && record.fields[field].name == kBusType;
+}
+
 }  // namespace
 
-// Other values may well use the number of a bus type, to pass it on.
 void CheckMisplacedBusType(const ScriptItem& item, const RuleContext& context) {
-  if (item.record == nullptr || PartOf(item, kBusType).empty()) return;
+  const bool is_value = language::PayloadOf(item.entry) == language::PAYLOAD_VALUE;
+  if (is_value) {
+    const bool has_known_parts = item.record != nullptr && !item.record->fields.empty();
+    if (!has_known_parts || LacksBusType(item)) return;
+  }
   for (std::size_t part = item.first_field; part < item.parts.size(); ++part) {
     const std::string_view text = item.parts[part];
     if (!language::HasPrefix(text, kBusTypePrefix) || !context.words.Find(text)) continue;
-    const std::size_t field = part - item.first_field;
-    const bool is_field = field < item.record->fields.size();
-    if (is_field && item.record->fields[field].name == kBusType) continue;
+    if (is_value && MayBeBusType(*item.record, part - item.first_field)) continue;
     context.report.Add(
         RuleId::kMisplacedBusType, item,
-        [&] { return fmt::format("{} is in a part that is not the bus type", text); }, text);
+        [&] { return fmt::format("{} is used where no bus type belongs", text); }, text);
   }
 }
 

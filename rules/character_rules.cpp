@@ -10,6 +10,7 @@
 #include <optional>
 #include <string_view>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"

@@ -1,8 +1,10 @@
 #include "rules/check_script.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -10,6 +12,7 @@
 
 #include "reader/script.h"
 #include "reader/value.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -37,8 +40,10 @@ struct KindRules {
 // Shows a script to all rules.
 class Walk {
  public:
-  explicit Walk(const RuleContext& context) : words_(context.words) {
+  Walk(const RuleContext& context, std::vector<std::unique_ptr<Rule>> more)
+      : words_(context.words) {
     for (const MakeRule make : kRules) rules_.push_back(make(context));
+    std::move(more.begin(), more.end(), std::back_inserter(rules_));
   }
 
   void Show(const ScriptSection& section) {
@@ -89,7 +94,7 @@ class Walk {
 
   void SetRecord(ScriptItem& item) const {
     const std::uint32_t payload = language::PayloadOf(item.entry);
-    if (payload == language::PAYLOAD_REPEATER) item.record = &kRepeaterRecord;
+    if (payload == language::PAYLOAD_REPEATER) item.record = &language::kRepeaterRecord;
     if (payload != language::PAYLOAD_VALUE) return;
     const auto type = words_.Find(item.first());
     if (!type) return;
@@ -107,11 +112,12 @@ class Walk {
 
 }  // namespace
 
-Warnings CheckScript(const Script& script, Keeping keeping) {
+Warnings CheckScript(const Script& script, Keeping keeping, const MakeMoreRules& more) {
   if (!IsComplete(script)) return {};
   RuleReport report(std::move(keeping), HasRepeatedIncludes(script));
   const DefinedWords words(script, report);
-  Walk walk({words, report});
+  const RuleContext context{words, report};
+  Walk walk(context, more(context));
   for (const ScriptSection& section : script.sections()) walk.Show(section);
   walk.End(script);
   return report.Take();

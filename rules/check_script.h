@@ -3,8 +3,13 @@
 #ifndef RULES_CHECK_SCRIPT_H_
 #define RULES_CHECK_SCRIPT_H_
 
+#include <functional>
+#include <memory>
+#include <vector>
+
 #include "findings/message_row.h"
 #include "findings/message_rows.h"
+#include "rules/rule.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 
@@ -20,8 +25,9 @@ inline constexpr const ruxcomp::findings::MessageRow* kTakenOver[] = {
 
 // The warnings about a script that was read; without the INCLUDEs that lead
 // there. The script may have errors: items that the library refuses are passed over. Empty when the
-// script is not complete.
-Warnings CheckScript(const Script& script, Keeping keeping);
+// script is not complete. `more`: makes rules of other rooms.
+using MakeMoreRules = std::function<std::vector<std::unique_ptr<Rule>>(const RuleContext&)>;
+Warnings CheckScript(const Script& script, Keeping keeping, const MakeMoreRules& more);
 
 }  // namespace rux::rules
 

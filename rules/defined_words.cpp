@@ -6,15 +6,17 @@
 #include <cstdint>
 #include <optional>
 
+#include "index/words.h"
 #include "reader/script.h"
 #include "reader/value.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/keys.h"
+#include "ruxcomp/language/names.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/spelling.h"
+#include "ruxcomp/language/values.h"
 
 namespace rux::rules {
 namespace {
@@ -43,9 +45,7 @@ void ForEachDefinition(const ScriptSection& section, const SectionKind& kind, Us
 }  // namespace
 
 bool LooksLikeOperand(std::string_view text) {
-  return language::HasPrefix(text, language::kGlobalPrefix) ||
-         language::HasPrefix(text, language::kArgumentPrefix) ||
-         language::HasPrefix(text, language::kValuePrefix);
+  return language::FindNamed(language::Role::kOperand, text) != nullptr;
 }
 
 DefinedWords::DefinedWords(const Script& script, RuleReport& report)
@@ -63,20 +63,9 @@ void DefinedWords::Read(const ScriptSection& section, const SectionKind& kind) {
   });
 }
 
-std::optional<std::uint32_t> DefinedWords::Find(std::string_view word) const {
-  const auto found = words_.find(word);
-  return found == words_.end() ? std::nullopt : std::make_optional(found->second.value);
-}
-
 const Place* DefinedWords::FindPlace(std::string_view word) const {
-  const auto found = words_.find(word);
-  return found == words_.end() ? nullptr : &found->second.place;
-}
-
-std::optional<std::uint32_t> DefinedWords::WordOrNumber(std::string_view text) const {
-  if (const auto word = Find(text)) return word;
-  const language::Number number = language::ReadNumber(text);
-  return number.is_number ? std::make_optional(number.value) : std::nullopt;
+  const Words::Word* found = words_.FindWord(word);
+  return found == nullptr ? nullptr : &found->origin;
 }
 
 bool DefinedWords::IsOnlyWord(std::string_view text) const {
@@ -86,15 +75,12 @@ bool DefinedWords::IsOnlyWord(std::string_view text) const {
 
 void DefinedWords::Define(const ItemRef& item) {
   const std::string_view word = item.name();
-  // The library refuses these.
-  if (item.item->value.empty() || IsDigit(word.front())) return;
+  if (!index::DefinesWord(*item.item)) return;
   const std::uint32_t value = ValueOf(item);
   CheckNumberLike(item, value);
   has_operand_names_ |= LooksLikeOperand(word);
-  const auto [place, is_new] = words_.try_emplace(word, Word{value, item.place()});
-  if (is_new) return;
-  CheckRedefined(item, value, place->second);
-  place->second = {value, item.place()};
+  const auto known = words_.Define(word, {value, item.place()});
+  if (known) CheckRedefined(item, value, *known);
 }
 
 std::uint32_t DefinedWords::ValueOf(const ItemRef& item) {
@@ -121,10 +107,11 @@ void DefinedWords::CheckNumberLike(const ItemRef& item, std::uint32_t value) {
   });
 }
 
-void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, const Word& known) {
-  const bool is_same_section = known.place.file == item.file &&
-                               known.place.line >= item.section->line &&
-                               known.place.line <= item.item->line;
+void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value,
+                                  const Words::Word& known) {
+  const bool is_same_section = known.origin.file == item.file &&
+                               known.origin.line >= item.section->line &&
+                               known.origin.line <= item.item->line;
   // Within one section, the library refuses it.
   if (known.value == value || is_same_section) return;
   report_
@@ -133,7 +120,7 @@ void DefinedWords::CheckRedefined(const ItemRef& item, std::uint32_t value, cons
              return fmt::format("{} was {} and becomes {}, even for the entries above", item.name(),
                                 known.value, value);
            })
-      .Note("first defined here", known.place);
+      .Note("first defined here", known.origin);
 }
 
 void DefinedWords::CheckCondition(const ItemRef& condition) {

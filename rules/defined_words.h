@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "index/words.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 
@@ -20,13 +21,15 @@ class DefinedWords {
   DefinedWords(const Script& script, RuleReport& report);
 
   // The number of a word once everything is read.
-  std::optional<std::uint32_t> Find(std::string_view word) const;
+  std::optional<std::uint32_t> Find(std::string_view word) const { return words_.Find(word); }
 
   // Where that number comes from; null for what is no word.
   const Place* FindPlace(std::string_view word) const;
 
   // The number that a text stands for in entries, where words come first.
-  std::optional<std::uint32_t> WordOrNumber(std::string_view text) const;
+  std::optional<std::uint32_t> WordOrNumber(std::string_view text) const {
+    return words_.WordOrNumber(text);
+  }
 
   // Whether a text is a word and cannot be read as a number.
   bool IsOnlyWord(std::string_view text) const;
@@ -35,23 +38,20 @@ class DefinedWords {
   bool has_operand_names() const { return has_operand_names_; }
 
  private:
-  struct Word {
-    std::uint32_t value;
-    Place place;
-  };
+  using Words = index::Words<Place>;
 
   void Read(const ScriptSection& section, const language::SectionKind& kind);
   void Define(const ItemRef& item);
   std::uint32_t ValueOf(const ItemRef& item);
   void CheckNumberLike(const ItemRef& item, std::uint32_t value);
-  void CheckRedefined(const ItemRef& item, std::uint32_t value, const Word& known);
+  void CheckRedefined(const ItemRef& item, std::uint32_t value, const Words::Word& known);
   void CheckCondition(const ItemRef& condition);
 
   const Place* FindDefinition(std::string_view word);
 
   const Script& script_;
   RuleReport& report_;
-  TextMap<Word> words_;
+  Words words_;
   TextMap<Place> definitions_;  // the first one of each word, found when one is asked for
   bool has_operand_names_ = false;
 };

@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -63,7 +64,7 @@ class IdRule : public Rule {
     context_.report.Add(
         RuleId::kIdWord, given.item,
         [&] {
-          return fmt::format("the ID is given by a word, which stands for 0x{:X}", given.number);
+          return fmt::format("the ID is given by a word; its number is 0x{:X}", given.number);
         },
         given.text);
   }

@@ -12,6 +12,7 @@
 
 #include "reader/scanner.h"
 #include "reader/value.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -23,7 +24,6 @@ namespace rux::rules {
 namespace {
 
 using ruxcomp::reader::IsCommentLine;
-using ruxcomp::reader::IsCommentSign;
 
 constexpr std::size_t kNone = std::string_view::npos;
 
@@ -31,13 +31,7 @@ bool IsBlankLine(std::string_view line) { return ruxcomp::reader::Trim(line).emp
 
 // Whether the line has a comment: at its beginning, or after a blank outside quotes.
 bool HasComment(std::string_view line) {
-  if (IsCommentLine(line)) return true;
-  bool is_quoted = false;
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    if (line[i] == '"') is_quoted = !is_quoted;
-    if (IsCommentSign(line[i]) && !is_quoted && ruxcomp::reader::IsBlank(line[i - 1])) return true;
-  }
-  return false;
+  return ruxcomp::reader::WithoutComment(line).size() != ruxcomp::reader::Trim(line).size();
 }
 
 bool MayBeInKey(char c) {

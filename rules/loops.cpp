@@ -9,10 +9,10 @@ namespace {
 
 // Follows the edges depth first. Each node is entered once; the path to the one that is examined is
 // kept here and not on the stack, which a long chain would exhaust.
-class Walk {
+class LoopSearch {
  public:
-  Walk(const std::vector<Edge>& edges, std::uint32_t node_count,
-       const std::function<void(const Loop& loop)>& use)
+  LoopSearch(const std::vector<Edge>& edges, std::uint32_t node_count,
+             const std::function<void(const Loop& loop)>& use)
       : edges_(edges), use_(use), next_(node_count + 1), depths_(node_count, kNew) {
     for (const Edge& edge : edges) ++next_[edge.from + 1];
     for (std::uint32_t node = 0; node < node_count; ++node) next_[node + 1] += next_[node];
@@ -67,7 +67,7 @@ class Walk {
 
 void ForEachLoop(const std::vector<Edge>& edges, std::uint32_t node_count,
                  const std::function<void(const Loop& loop)>& use) {
-  Walk walk(edges, node_count, use);
+  LoopSearch walk(edges, node_count, use);
   for (std::uint32_t node = 0; node < node_count; ++node) walk.Start(node);
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -41,7 +42,7 @@ std::string DependentOf(const ScriptItem& item) {
   const bool is_part = language::PayloadOf(item.entry) == language::PAYLOAD_VALUE ||
                        language::PayloadOf(item.entry) == language::PAYLOAD_REPEATER ||
                        language::PayloadOf(item.entry) == language::PAYLOAD_STRINGLIST;
-  return is_part ? "this part" : std::string(item.name());
+  return is_part ? "this part" : "the entry";
 }
 
 constexpr const char* kTrailingText = "{} is read as {}: what follows the number is ignored";

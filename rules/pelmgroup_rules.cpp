@@ -9,6 +9,7 @@
 
 #include "rules/loops.h"
 #include "rules/pelmgroup_tree.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"

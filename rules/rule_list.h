@@ -1,60 +1,16 @@
-// What a rule is, and the list of all rules.
+// The list of all rules about what is lost or hardly meant.
 #ifndef RULES_RULE_LIST_H_
 #define RULES_RULE_LIST_H_
 
-#include <cstdint>
 #include <memory>
 #include <string_view>
 
-#include "rules/defined_words.h"
+#include "rules/rule.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
+#include "ruxcomp/language/entries.h"
 
 namespace rux::rules {
-
-struct RuleContext {
-  const DefinedWords& words;
-  RuleReport& report;
-};
-
-// A rule gets the items that it wants, once, in the order in which the library reads them. There
-// may be millions: what is done for each must be cheap. Items that the library rejects are among
-// them.
-class Rule {
- public:
-  virtual ~Rule() = default;
-
-  // Whether the rule is about items with such an entry; asked once for each kind and entry. An
-  // entry of 0 stands for the keys that the kind does not take.
-  virtual bool WantsItems(language::SectionId, std::uint32_t) const { return false; }
-  // Whether BeginSection and EndSection are called for sections of the kind.
-  virtual bool WantsSections(language::SectionId) const { return false; }
-
-  virtual void BeginSection(const ScriptSection&, language::SectionId) {}
-  virtual void Check(const ScriptItem&) {}
-  virtual void EndSection() {}
-  virtual void EndScript(const Script&) {}
-};
-
-using MakeRule = std::unique_ptr<Rule> (*)(const RuleContext& context);
-
-// A rule that needs no more than the item.
-using WantsItems = bool (*)(language::SectionId kind, std::uint32_t entry);
-using CheckItem = void (*)(const ScriptItem& item, const RuleContext& context);
-
-template <WantsItems wants, CheckItem check>
-class ItemRule : public Rule {
- public:
-  explicit ItemRule(const RuleContext& context) : context_(context) {}
-
-  bool WantsItems(language::SectionId kind, std::uint32_t entry) const override {
-    return wants(kind, entry);
-  }
-  void Check(const ScriptItem& item) override { check(item, context_); }
-
- private:
-  const RuleContext context_;
-};
 
 // A check of numbers that several rules share (number_rules.cpp). `read` is the number that the
 // library reads the text as.
@@ -62,26 +18,6 @@ void ReportTrailingText(const ScriptItem& item, std::string_view text, std::stri
                         RuleReport& report);
 // Of FE20h, suggests 0xFE20.
 void SuggestPrefix(std::string_view text, Warning& warning);
-
-// What items an item rule is about.
-inline bool Any(language::SectionId, std::uint32_t) { return true; }
-template <std::uint32_t... entries>
-bool Of(language::SectionId, std::uint32_t entry) {
-  return ((entry == entries) || ...);
-}
-template <language::SectionId... kinds>
-bool In(language::SectionId kind, std::uint32_t) {
-  return ((kind == kinds) || ...);
-}
-template <std::uint32_t payload>
-bool With(language::SectionId, std::uint32_t entry) {
-  return language::PayloadOf(entry) == payload;
-}
-
-template <WantsItems wants, CheckItem check>
-std::unique_ptr<Rule> Each(const RuleContext& context) {
-  return std::make_unique<ItemRule<wants, check>>(context);
-}
 
 // number_rules.cpp
 std::unique_ptr<Rule> MakeNumberRule(const RuleContext& context);
@@ -127,6 +63,7 @@ std::unique_ptr<Rule> MakeMisspelledValueRule(const RuleContext& context);
 // script_rules.cpp
 std::unique_ptr<Rule> MakeEmptyScriptRule(const RuleContext& context);
 std::unique_ptr<Rule> MakeMissingSectionRule(const RuleContext& context);
+std::unique_ptr<Rule> MakeSwallowedSectionRule(const RuleContext& context);
 
 // In the order in which they report on one item, and at the end. What is wrong with the definitions
 // of words is reported before all of them (defined_words.h).
@@ -151,12 +88,10 @@ inline constexpr MakeRule kRules[] = {
     Each<With<language::PAYLOAD_VALUE>, CheckTooManyOperands>,
     MakeDroppedOperandsRule,
     Each<With<language::PAYLOAD_VALUE>, CheckSmbus>,
-    Each<With<language::PAYLOAD_VALUE>, CheckMisplacedBusType>,
+    Each<TakesNumbers, CheckMisplacedBusType>,
     Each<With<language::PAYLOAD_VALUE>, CheckValueOperands>,
     MakeValueLoopRule,
-    Each<In<language::SECTION_PROPERTY, language::SECTION_REPEATER, language::SECTION_DEFINE,
-            language::SECTION_IFDEF>,
-         CheckQuotedKey>,
+    Each<kOfPlainNames, CheckQuotedKey>,
     Each<Of<language::ENTRY_PROPERTY>, CheckPropertyPrefix>,
     Each<Of<language::ENTRY_P, language::ENTRY_G>, CheckNamelessEntry>,
     MakeSharedNameRule,
@@ -164,6 +99,7 @@ inline constexpr MakeRule kRules[] = {
     MakeMisspelledValueRule,
     MakeEmptyScriptRule,
     MakeMissingSectionRule,
+    MakeSwallowedSectionRule,
 };
 
 }  // namespace rux::rules

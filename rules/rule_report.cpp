@@ -8,6 +8,7 @@
 #include "findings/message_row.h"
 #include "rules/script_item.h"
 #include "support/safe_text.h"
+#include "support/text_file.h"
 
 namespace rux::rules {
 
@@ -30,9 +31,14 @@ Warning& Warning::Suggest(std::string meant) {
   return *this;
 }
 
-Warning RuleReport::Add(RuleId rule, const ItemRef& item, const WarningText& text,
-                        std::string_view meant) {
-  return Add(RowOf(rule), item, text, meant);
+Warning& Warning::Fix(support::ByteRange range, std::string text) {
+  if (diagnostic_ != nullptr) diagnostic_->fix = diagnostics::Fix{range, std::move(text), true};
+  return *this;
+}
+
+Warning& Warning::Offer(support::ByteRange range, std::string text) {
+  if (diagnostic_ != nullptr) diagnostic_->fix = diagnostics::Fix{range, std::move(text), false};
+  return *this;
 }
 
 Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const ItemRef& item,
@@ -47,24 +53,27 @@ Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const ItemRef&
   return Warning(warning);
 }
 
-Warning RuleReport::Add(RuleId rule, const ScriptSection& section, const WarningText& text) {
+Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const ScriptSection& section,
+                        const WarningText& text) {
   const ruxcomp::reader::Section& found = *section.section;
   diagnostics::Diagnostic* warning =
-      Begin(RowOf(rule), {section.file, section.file->RangeOf(found.header)}, text);
+      Begin(row, {section.file, section.file->RangeOf(found.header)}, text);
   if (warning != nullptr) warning->section = support::Excerpted(found.name);
   return Warning(warning);
 }
 
-Warning RuleReport::Add(RuleId rule, const Place& place, const WarningText& text) {
-  return Add(rule, Bytes{place.file, place.file->RangeOfLine(place.line)}, text);
+Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const Place& place,
+                        const WarningText& text) {
+  return Add(row, Bytes{place.file, place.file->RangeOfLine(place.line)}, text);
 }
 
-Warning RuleReport::Add(RuleId rule, const Bytes& bytes, const WarningText& text) {
-  return Warning(Begin(RowOf(rule), bytes, text));
+Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const Bytes& bytes,
+                        const WarningText& text) {
+  return Warning(Begin(row, bytes, text));
 }
 
-Warning RuleReport::Add(RuleId rule, const WarningText& text) {
-  return Warning(Begin(RowOf(rule), {}, text));
+Warning RuleReport::Add(const ruxcomp::findings::MessageRow& row, const WarningText& text) {
+  return Warning(Begin(row, {}, text));
 }
 
 diagnostics::Diagnostic* RuleReport::Begin(const ruxcomp::findings::MessageRow& row,

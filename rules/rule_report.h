@@ -85,6 +85,11 @@ class Warning {
   // What was probably meant by the name that the warning is about.
   Warning& Suggest(std::string meant);
 
+  // What to put in the place of bytes of the file that the warning is about: what is compiled stays
+  // as it is, or else it changes.
+  Warning& Fix(support::ByteRange range, std::string text);
+  Warning& Offer(support::ByteRange range, std::string text);
+
  private:
   diagnostics::Diagnostic* const diagnostic_;  // null: it is not kept
 };
@@ -106,18 +111,23 @@ class RuleReport {
         drops_repeated_(drops_repeated) {}
 
   // A warning about an item, with the part of its value that is meant; without one, the key is.
-  Warning Add(RuleId rule, const ItemRef& item, const WarningText& text,
-              std::string_view meant = {});
-  // The same with a message of the library that the rules report in its place.
   Warning Add(const ruxcomp::findings::MessageRow& row, const ItemRef& item,
-              const WarningText& text, std::string_view meant);
+              const WarningText& text, std::string_view meant = {});
   // About a section as a whole.
-  Warning Add(RuleId rule, const ScriptSection& section, const WarningText& text);
+  Warning Add(const ruxcomp::findings::MessageRow& row, const ScriptSection& section,
+              const WarningText& text);
   // About a line of a file, or bytes of it.
-  Warning Add(RuleId rule, const Place& place, const WarningText& text);
-  Warning Add(RuleId rule, const Bytes& bytes, const WarningText& text);
+  Warning Add(const ruxcomp::findings::MessageRow& row, const Place& place,
+              const WarningText& text);
+  Warning Add(const ruxcomp::findings::MessageRow& row, const Bytes& bytes,
+              const WarningText& text);
   // About the script as a whole.
-  Warning Add(RuleId rule, const WarningText& text);
+  Warning Add(const ruxcomp::findings::MessageRow& row, const WarningText& text);
+
+  template <class... What>
+  Warning Add(RuleId rule, const What&... what) {
+    return Add(RowOf(rule), what...);
+  }
 
   Warnings Take() { return std::move(warnings_); }
 

@@ -75,10 +75,6 @@ struct ScriptItem : ItemRef {
   bool IsIn(language::SectionId id) const { return kind->source == id; }
 };
 
-// The parts of a REPEATER entry, which has no type.
-inline constexpr language::ValueType kRepeaterRecord = language::MakeValueType(
-    language::kAnyNumber, language::Shape::kRepeater, 2, language::kAnyNumber, 0);
-
 // The fields of each shape.
 inline constexpr std::size_t kShapeCount = static_cast<std::size_t>(language::Shape::kRepeater) + 1;
 using FieldsByShape = std::array<language::Rows<language::Field>, kShapeCount>;

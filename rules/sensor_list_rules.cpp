@@ -12,11 +12,13 @@
 #include <vector>
 
 #include "rules/pelmgroup_tree.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "support/text_file.h"
 
 namespace rux::rules {
 namespace {
@@ -104,9 +106,21 @@ class SensorListRule : public Rule {
     });
     const auto times = static_cast<std::size_t>(end - first);
     if (times > 1) {
-      ReportAgain(RuleId::kRepeatedSensor, first[1], *first, "in the list " + TimesText(times));
+      Warning warning =
+          ReportAgain(RuleId::kRepeatedSensor, first[1], *first, "in the list " + TimesText(times));
+      OfferRemoval(first[1], warning);
     }
     return end;
+  }
+
+  // With the comma before it.
+  void OfferRemoval(const Listed& listed, Warning& warning) const {
+    const ScriptFile& file = *lists_[listed.list].file;
+    const support::ByteRange range = file.RangeOf(listed.text);
+    const std::size_t comma = file.text().rfind(',', range.begin);
+    if (comma != std::string::npos) {
+      warning.Offer({static_cast<std::uint32_t>(comma), range.end}, "");
+    }
   }
 
   // A group and the groups above it may well list the same sensor: all lists of one are on one
@@ -135,8 +149,9 @@ class SensorListRule : public Rule {
         [&] { return fmt::format("{} is a word: the compiled list ends before it", word); }, word);
   }
 
-  void ReportAgain(RuleId rule, const Listed& again, const Listed& before, std::string_view where) {
-    context_.report
+  Warning ReportAgain(RuleId rule, const Listed& again, const Listed& before,
+                      std::string_view where) {
+    return context_.report
         .Add(
             rule, lists_[again.list],
             [&] { return fmt::format("sensor {} is {}", again.text, where); }, again.text)

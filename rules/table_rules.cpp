@@ -8,8 +8,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "rules/cell_range.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
@@ -128,10 +131,9 @@ class TableRule : public Rule {
     Warning warning = report_.Add(RuleId::kTrailingText, item, [&] {
       return fmt::format("{} is read as {}: what follows a number is ignored", item.name(), read);
     });
-    // Most likely a range is meant.
-    const std::size_t dash = item.name().find('-');
-    if (dash == std::string_view::npos || dash == 0) return;
-    warning.Suggest(std::string(item.name()).replace(dash, 1, "."));
+    std::string meant = MeantCells(item.name());
+    if (meant.empty()) return;
+    warning.Suggest(std::move(meant));
     has_misread_rows_ = true;
   }
 

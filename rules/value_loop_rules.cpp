@@ -12,12 +12,13 @@
 #include <vector>
 
 #include "rules/loops.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/names.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 
 namespace rux::rules {
@@ -134,9 +135,11 @@ class ValueLoopRule : public Rule {
     if (role != Role::kOperand && role != Role::kLocalValue) return Named::kNothing;
     // A word stands for its number.
     if (context_.words.has_operand_names() && context_.words.Find(part)) return Named::kNothing;
-    if (language::HasPrefix(part, language::kGlobalPrefix)) return Named::kGlobal;
+    const language::NamedEntry* named = language::FindNamed(role, part);
+    if (named == nullptr) return Named::kNothing;
+    if (named->entry == language::ENTRY_G) return Named::kGlobal;
     const bool is_local =
-        item.IsIn(language::SECTION_ACTION) && language::HasPrefix(part, language::kValuePrefix);
+        item.IsIn(named->section) && named->entry == language::ENTRY_VALUE_OF_ACTION;
     return is_local ? Named::kLocalValue : Named::kNothing;
   }
 

@@ -11,6 +11,7 @@
 
 #include "findings/message_rows.h"
 #include "rules/defined_words.h"
+#include "rules/rule.h"
 #include "rules/rule_list.h"
 #include "rules/rule_report.h"
 #include "rules/script_item.h"

@@ -17,17 +17,6 @@ namespace {
 
 namespace language = ruxcomp::language;
 
-// "base address" for BaseAddress.
-std::string InWords(std::string_view field) {
-  std::string words;
-  for (const char c : field) {
-    const bool is_capital = c >= 'A' && c <= 'Z';
-    if (is_capital && !words.empty()) words += ' ';
-    words += is_capital ? static_cast<char>(c - 'A' + 'a') : c;
-  }
-  return words;
-}
-
 std::string PartCount(const language::ValueType& type) {
   if (type.most == language::kAnyNumber) return fmt::format("at least {} parts", type.least);
   if (type.most != type.least) return fmt::format("{} to {} parts", type.least, type.most);
@@ -45,6 +34,16 @@ std::string PartNames(const language::ValueType& type) {
 }
 
 }  // namespace
+
+std::string InWords(std::string_view name) {
+  std::string words;
+  for (const char c : name) {
+    const bool is_capital = c >= 'A' && c <= 'Z';
+    if (is_capital && !words.empty()) words += ' ';
+    words += is_capital ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return words;
+}
 
 std::string PartsText(const language::ValueType& type) {
   return fmt::format("{} ({})", PartCount(type), PartNames(type));

@@ -16,6 +16,9 @@ namespace rux::rules {
 // operand2)".
 std::string PartsText(const ruxcomp::language::ValueType& type);
 
+// A name of the language as people say it: "base address" for BaseAddress.
+std::string InWords(std::string_view name);
+
 // What a wording names, and what is filled in for it.
 struct Fact {
   std::string_view name;

@@ -48,8 +48,13 @@ bool ViewItem(void* section, std::uint32_t index, std::string& room, plugin::Ite
   return true;
 }
 
-constexpr plugin::Operations kInside = {OpenScript, RSParse,       RSEnumSection, RSGetSectInfo,
-                                        RSEnumItem, RSFindSEction, RSCloseFile,   ViewItem};
+const std::string& PathOf(void* file) {
+  return static_cast<const ruxcomp::reader::ScriptFile*>(file)->path();
+}
+
+constexpr plugin::Operations kInside = {OpenScript,    RSParse,    RSEnumSection,
+                                        RSGetSectInfo, RSEnumItem, RSFindSEction,
+                                        RSCloseFile,   ViewItem,   PathOf};
 
 // Called again for every included file.
 bool IsInside(void* handle) {

@@ -21,7 +21,7 @@
 #include "findings/tally.h"
 #include "frontend/plugin.h"
 #include "reader/archive.h"
-#include "reader/script_root.h"
+#include "reader/script_file.h"
 #include "reader/texts.h"
 #include "run/log.h"
 #include "ruxcomp/compile.h"
@@ -54,18 +54,20 @@ void Run::LogSink::Take(const ruxcomp::findings::Finding& finding) {
   log.Keep(std::move(kept));
 }
 
-Run::Run(std::string script, const std::optional<std::string>& text, ruxcomp::findings::Most most,
+Run::Run(std::string script, const std::optional<Text>& text, ruxcomp::findings::Most most,
          ruxcomp::findings::MessageRows left_out, std::string_view marker)
     : script_(std::move(script)),
-      text_path_(
-          text ? ruxcomp::language::WithSlashes(ruxcomp::reader::ScriptRoot::ActualPath(script_))
-               : ""),
       marker_(marker),
       sink_(*this),
       sink_before_(ruxcomp::findings::SetSink(&sink_)),
       choice_(text.has_value()) {
   ProcessLog().Limit(most, left_out);
-  if (text) ruxcomp::reader::Texts::Put(text_path_, *text);
+  if (!text) return;
+  text_path_ =
+      text->path.empty()
+          ? ruxcomp::language::WithSlashes(ruxcomp::reader::ScriptFile::ActualPath(script_))
+          : text->path;
+  ruxcomp::reader::Texts::Put(text_path_, text->bytes);
 }
 
 Run::~Run() {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "findings/finding.h"
@@ -38,14 +39,20 @@ struct Result {
   std::optional<Raised> raised;
 };
 
+// What is read instead of a file.
+struct Text {
+  std::string bytes;
+  std::string path = {};  // of the file, as it can be opened; empty: the script
+};
+
 // There is one at a time. Lets std::bad_alloc through, and the failures that a step throws.
 class Run {
  public:
-  // `script`: the library's path of it. `text`: what to read instead of the file, if anything.
+  // `script`: the library's path of it. `text`: what to read instead of a file, if anything.
   // `most`: how many findings to keep of each message. `left_out`: messages that somebody else
   // reports.
   // `marker`: what is found in scripts with that text is all kept; empty: in none.
-  explicit Run(std::string script, const std::optional<std::string>& text = std::nullopt,
+  explicit Run(std::string script, const std::optional<Text>& text = std::nullopt,
                ruxcomp::findings::Most most = 0, ruxcomp::findings::MessageRows left_out = {},
                std::string_view marker = {});
   ~Run();
@@ -60,6 +67,9 @@ class Run {
   void Write(const std::function<void()>& step);
 
   const Result& result() const { return result_; }
+
+  // For what outlives the run; the result has none then.
+  sources::SourceSet TakeSources() { return std::move(result_.sources); }
 
  private:
   class LogSink : public ruxcomp::findings::Sink {
@@ -76,9 +86,9 @@ class Run {
   void ReadSources();
 
   const std::string script_;
-  // The last name that a text in memory is looked for under, so that it replaces the file under
-  // any.
-  const std::string text_path_;
+  // Of the text in memory. For the script, the last name that is looked for, so that the text
+  // replaces the file under any.
+  std::string text_path_;
   const std::string_view marker_;
   std::vector<std::optional<bool>> is_marked_;         // of the scripts in which anything was found
   const ruxcomp::reader::Archive* archive_ = nullptr;  // while the scripts are read

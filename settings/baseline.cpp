@@ -21,8 +21,8 @@ constexpr std::size_t kLargestBaseline = std::size_t{1} << 25;
 // Raised when a member goes away or changes its meaning.
 constexpr std::uint64_t kVersion = 1;
 
-enum Member : std::size_t { kSchemaPath, kSchema, kWarnings };
-constexpr Key kKeys[] = {
+enum BaselineMember : std::size_t { kSchemaPath, kVersionNumber, kAcceptedWarnings };
+constexpr Key kBaselineKeys[] = {
     {"$schema", JsonValue::Kind::kString},
     {"schema", JsonValue::Kind::kNumber},
     {"warnings", JsonValue::Kind::kArray},
@@ -67,14 +67,15 @@ std::pair<BaselineKey, std::uint64_t> ParseEntry(const Document& document, const
 
 BaselineCounts ParseBaseline(const std::string& path, std::string_view text) {
   const Document document(path, text);
-  const std::vector<const JsonValue*> members = document.Members(document.root(), kKeys);
-  const JsonValue& version = Required(document, document.root(), members, kSchema, kKeys);
+  const std::vector<const JsonValue*> members = document.Members(document.root(), kBaselineKeys);
+  const JsonValue& version =
+      Required(document, document.root(), members, kVersionNumber, kBaselineKeys);
   if (version.number != kVersion) {
     document.Refuse(version.line, "schema must be " + std::to_string(kVersion));
   }
   BaselineCounts counts;
   for (const JsonValue& entry :
-       Required(document, document.root(), members, kWarnings, kKeys).items) {
+       Required(document, document.root(), members, kAcceptedWarnings, kBaselineKeys).items) {
     // Merging branches may leave an entry twice: the larger count is right for one of them.
     const auto [key, count] = ParseEntry(document, entry);
     std::uint64_t& known = counts[key];

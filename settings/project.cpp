@@ -4,8 +4,10 @@
 #include <glob.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,6 +16,8 @@
 
 #include "settings/document.h"
 #include "settings/json_file.h"
+#include "settings/limit_rule.h"
+#include "settings/lint_settings.h"
 #include "support/failure.h"
 #include "support/folders.h"
 #include "support/safe_text.h"
@@ -26,12 +30,39 @@ namespace fs = std::filesystem;
 // More is no list that people write.
 constexpr std::size_t kLargestProject = std::size_t{1} << 20;
 
-enum Member : std::size_t { kSchema, kWarnings, kIncludeFolders, kMainScripts };
-constexpr Key kKeys[] = {
-    {"$schema", JsonValue::Kind::kString},
-    {"warnings", JsonValue::Kind::kArray},
-    {"include_folders", JsonValue::Kind::kArray},
-    {"main_scripts", JsonValue::Kind::kArray},
+enum ProjectMember : std::size_t {
+  kSchema,
+  kWarnings,
+  kIncludeFolders,
+  kMainScripts,
+  kLimits,
+  kLint
+};
+constexpr Key kProjectKeys[] = {
+    {"$schema", JsonValue::Kind::kString},        {"warnings", JsonValue::Kind::kArray},
+    {"include_folders", JsonValue::Kind::kArray}, {"main_scripts", JsonValue::Kind::kArray},
+    {"limits", JsonValue::Kind::kArray},          {"lint", JsonValue::Kind::kObject},
+};
+
+enum LimitMember : std::size_t {
+  kSensors,
+  kType,
+  kUnit,
+  kDivisor,
+  kSign,
+  kUnitProperty,
+  kDivisorProperty,
+  kSignProperty
+};
+constexpr Key kLimitKeys[] = {
+    {"sensors", JsonValue::Kind::kString},
+    {"type", JsonValue::Kind::kNumber},
+    {"unit", JsonValue::Kind::kString},
+    {"divisor", JsonValue::Kind::kNumber},
+    {"sign", JsonValue::Kind::kString},
+    {"unit_property", JsonValue::Kind::kString},
+    {"divisor_property", JsonValue::Kind::kString},
+    {"sign_property", JsonValue::Kind::kString},
 };
 
 // A path of the file, which is relative to the file's folder.
@@ -63,12 +94,44 @@ std::vector<std::string> Expanded(const std::string& pattern) {
   return paths;
 }
 
+std::string TextOf(const JsonValue* value) { return value == nullptr ? "" : value->text; }
+
+// None when there is no value.
+std::optional<std::uint64_t> CountOf(const Document& document, const JsonValue* value,
+                                     std::string_view what, std::uint64_t least) {
+  constexpr std::uint32_t kMost = 0xFFFFFFFF;
+  if (value == nullptr) return std::nullopt;
+  if (!value->number || *value->number < least || *value->number > kMost) {
+    document.Refuse(value->line,
+                    fmt::format("{} must be a whole number from {} to {}", what, least, kMost));
+  }
+  return value->number;
+}
+
+LimitRule LimitRuleOf(const Document& document, const JsonValue& item) {
+  document.Expect(item, JsonValue::Kind::kObject, "a rule for limits");
+  const std::vector<const JsonValue*> members = document.Members(item, kLimitKeys);
+  LimitRule rule{TextOf(members[kSensors]),
+                 CountOf(document, members[kType], "type", 0),
+                 TextOf(members[kUnit]),
+                 CountOf(document, members[kDivisor], "divisor", 1).value_or(0),
+                 TextOf(members[kSign]),
+                 TextOf(members[kUnitProperty]),
+                 TextOf(members[kDivisorProperty]),
+                 TextOf(members[kSignProperty])};
+  if (!rule.sign.empty() && rule.sign != kSigned && rule.sign != kUnsigned) {
+    document.Refuse(members[kSign]->line,
+                    fmt::format("sign must be \"{}\" or \"{}\"", kSigned, kUnsigned));
+  }
+  return rule;
+}
+
 }  // namespace
 
 Project ParseProject(const std::string& path, std::string_view text, const CheckWarnings& check) {
   const Document document(path, text);
-  const std::vector<const JsonValue*> members = document.Members(document.root(), kKeys);
-  Project project{path, {}, {}, {}};
+  const std::vector<const JsonValue*> members = document.Members(document.root(), kProjectKeys);
+  Project project{path, {}, {}, {}, {}};
   for (const auto& [setting, line] : document.StringsOf(members[kWarnings], "a warning level")) {
     const std::string trouble = check(setting);
     if (!trouble.empty()) document.Refuse(line, trouble);
@@ -79,6 +142,11 @@ Project ParseProject(const std::string& path, std::string_view text, const Check
     project.include_folders.push_back(PathFrom(path, folder));
   }
   project.main_scripts = document.StringsOf(members[kMainScripts], "a main script");
+  if (members[kLimits] != nullptr) {
+    for (const JsonValue& item : members[kLimits]->items)
+      project.limits.push_back(LimitRuleOf(document, item));
+  }
+  if (members[kLint] != nullptr) project.lint = ParseLintSettings(document, *members[kLint]);
   return project;
 }
 

@@ -1,4 +1,4 @@
-// The project file: what every rux check and rux compile of a tree of scripts goes by.
+// The project file: what every run of rux over a tree of scripts goes by.
 //
 //   docs/project.schema.json
 #ifndef SETTINGS_PROJECT_H_
@@ -8,10 +8,14 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "settings/limit_rule.h"
+#include "settings/lint_settings.h"
 
 namespace rux::settings {
 
@@ -23,6 +27,8 @@ struct Project {
   std::vector<std::string> include_folders;  // in the order of the search
   // Names and patterns with the lines that they are on; see MainScriptsOf().
   std::vector<std::pair<std::string, std::uint32_t>> main_scripts;
+  std::vector<LimitRule> limits;  // the first one that fits a sensor and says so counts
+  LintSettings lint = {};
 };
 
 // Returns why a text is no value for -W; empty when it is one.

@@ -8,37 +8,28 @@
 #include <utility>
 #include <vector>
 
+#include "reader/byte_order_mark.h"
 #include "reader/script.h"
 #include "reader/value.h"
+#include "sources/comment_marks.h"
 #include "sources/source_file.h"
 #include "support/text_file.h"
 
 namespace rux::sources {
 namespace {
 
-using ruxcomp::reader::IsBlank;
 using ruxcomp::reader::IsCommentLine;
-using ruxcomp::reader::IsCommentSign;
 using support::ByteRange;
 
+constexpr std::string_view kToolName = kAllowMarker.substr(0, 3);
 constexpr std::size_t kNone = std::string_view::npos;
-
-// Whether nothing but the sign of a comment is there. A backslash may have joined lines before it.
-bool BeginsComment(std::string_view text) {
-  constexpr std::string_view kBlank = " \t\\\r\n";
-  const std::size_t sign = text.find_first_not_of(kBlank);
-  if (sign == kNone || !IsCommentSign(text[sign])) return false;
-  const std::string_view comment = text.substr(sign);
-  return std::all_of(comment.begin(), comment.end(),
-                     [](char c) { return IsCommentSign(c) || IsBlank(c); });
-}
 
 // The ids after the marker, up to what no comma joins to them.
 std::vector<std::string_view> IdsIn(std::string_view text) {
   std::vector<std::string_view> ids;
   while (true) {
     text = ruxcomp::reader::Trim(text);
-    const std::size_t end = std::min(text.find_first_of(", \t"), text.size());
+    const std::size_t end = std::min(text.find_first_of(",:; \t"), text.size());
     if (end != 0) ids.push_back(text.substr(0, end));
     text = ruxcomp::reader::Trim(text.substr(end));
     if (text.empty() || text.front() != ',') return ids;
@@ -46,35 +37,73 @@ std::vector<std::string_view> IdsIn(std::string_view text) {
   }
 }
 
+// What was probably meant as the marker, at the beginning of the text: its words in another case,
+// without the colon, or with a word for the same. Empty for what is none.
+std::string_view MarkerLike(std::string_view text) {
+  constexpr std::string_view kVerbs[] = {"allow", "ignore", "disable", "suppress"};
+  std::size_t at = text.find_first_not_of(" \t", kToolName.size());
+  const bool has_colon = at != kNone && text[at] == ':';
+  if (has_colon) at = text.find_first_not_of(" \t", at + 1);
+  // Prose may be about the tool.
+  if (at == kNone || (!has_colon && at == kToolName.size())) return {};
+  for (const std::string_view verb : kVerbs) {
+    const std::string_view found = text.substr(at, verb.size());
+    const std::string_view rest = text.substr(std::min(at + verb.size(), text.size()));
+    const bool is_verb = std::equal(found.begin(), found.end(), verb.begin(), verb.end(),
+                                    [](char c, char lower) { return (c | 0x20) == lower; });
+    const std::vector<std::string_view> ids = IdsIn(rest);
+    const bool has_id = !ids.empty() && ids.front().find('-') != kNone;
+    if (is_verb && EndsMark(rest) && (has_colon || has_id)) {
+      return text.substr(0, at + verb.size());
+    }
+  }
+  return {};
+}
+
 class Finder {
  public:
   explicit Finder(const SourceFile& file) : file_(file), text_(file.text()) {}
 
   std::vector<AllowComment> Find() {
-    for (std::size_t at = text_.find(kAllowMarker); at != kNone;
-         at = text_.find(kAllowMarker, at + 1)) {
-      Add(static_cast<std::uint32_t>(at));
-    }
+    FindAfter(kToolName);
+    FindAfter("RUX");
+    std::stable_sort(found_.begin(), found_.end(), [](const auto& one, const auto& other) {
+      return one.range.begin < other.range.begin;
+    });
     return std::move(found_);
   }
 
  private:
-  void Add(std::uint32_t at) {
-    const auto end = static_cast<std::uint32_t>(at + kAllowMarker.size());
+  void FindAfter(std::string_view name) {
+    joined_ = {};
+    block_first_ = block_last_ = 0;
+    for (std::size_t at = text_.find(name); at != kNone; at = text_.find(name, at + 1)) {
+      const std::size_t line_end = std::min(text_.find_first_of("\r\n", at), text_.size());
+      const std::string_view marker = MarkerLike(text_.substr(at, line_end - at));
+      if (!marker.empty()) Add(static_cast<std::uint32_t>(at), marker);
+    }
+  }
+
+  void Add(std::uint32_t at, std::string_view marker) {
+    const auto end = static_cast<std::uint32_t>(at + marker.size());
     const std::uint32_t line = file_.LineAt(at);
     const std::string_view whole = file_.Line(line);
     const std::string_view rest = whole.substr(end - file_.LineStart(line));
-    // A longer word is another one.
-    if (!rest.empty() && !IsBlank(rest.front())) return;
     if (at >= joined_.end) joined_ = file_.JoinedLines(line);
     const std::uint32_t first = file_.LineAt(joined_.begin);
     const std::optional<SourceSpot> spot = file_.At(first);
     const std::uint32_t taken = spot ? EndOf(*spot) : joined_.begin;
     const bool is_first = taken == 0 && !spot;
-    if (at < taken || !BeginsComment(WithoutMark(text_.substr(taken, at - taken), is_first)))
-      return;
+    if (at < taken) return;
+    const std::string_view before = text_.substr(taken, at - taken);
+    if (!BeginsComment(is_first ? ruxcomp::reader::WithoutMark(before) : before)) return;
     AllowComment& added = found_.emplace_back();
     added.range = {at, end};
+    if (marker != kAllowMarker) {
+      added.instead = marker;
+      added.scope = AllowScope::kNowhere;
+      return;
+    }
     added.ids = IdsIn(rest);
     if (spot) {
       added.scope = AllowScope::kLine;
@@ -82,11 +111,6 @@ class Finder {
     } else {
       SetScope(line, added);
     }
-  }
-
-  static std::string_view WithoutMark(std::string_view text, bool is_first) {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    return is_first && text.substr(0, kMark.size()) == kMark ? text.substr(kMark.size()) : text;
   }
 
   // Where what the reader took from a line ends.

@@ -27,6 +27,7 @@ enum class AllowScope {
 
 struct AllowComment {
   support::ByteRange range;  // of the marker
+  std::string_view instead;  // of the marker, what is there: it allows nothing; empty: the marker
   AllowScope scope;
   support::ByteRange allowed;         // the bytes of the line with those joined to it, the section
                                       // or the file

@@ -9,7 +9,6 @@
 #include "reader/archive.h"
 #include "reader/script.h"
 #include "reader/script_file.h"
-#include "reader/script_root.h"
 #include "reader/texts.h"
 #include "reader/value.h"
 #include "ruxcomp/language/entries.h"
@@ -37,7 +36,7 @@ class Silence : public ruxcomp::findings::Sink {
 // Whether reading it takes its text away from others.
 bool IsStream(const std::string& library_path) {
   struct stat status;
-  const std::string path = ruxcomp::reader::ScriptRoot::ActualPath(library_path);
+  const std::string path = ruxcomp::reader::ScriptFile::ActualPath(library_path);
   return ruxcomp::reader::Texts::Find(path) == nullptr &&
          stat(ToOpenablePath(path).c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
          !S_ISDIR(status.st_mode);
@@ -59,7 +58,7 @@ class Loader {
     if (file == nullptr || !file->Parse()) return;
     file->NoteRequest();
     for (const ruxcomp::reader::Section& section : file->script()->sections()) {
-      if (section.name == kInclude) FollowIncludes(library_path, section);
+      if (section.name == kInclude) FollowIncludes(file->path(), section);
     }
   }
 

@@ -3,14 +3,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
-#include <ios>
-#include <iterator>
+#include <map>
+#include <optional>
 #include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
+#include "reader/script.h"
+#include "reader/source.h"
+#include "reader/texts.h"
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
@@ -24,36 +28,40 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace language = ruxcomp::language;
+using ruxcomp::reader::Source;
 
 constexpr const char* kMainSection = language::KindOf(language::SECTION_MORVRUX).keyword;
-constexpr const char* kInclude = language::KindOf(language::SECTION_INCLUDE).keyword;
+constexpr const char* kIncludeKeyword = language::KindOf(language::SECTION_INCLUDE).keyword;
 
 // Whoever keeps more scripts in one folder has the machines elsewhere.
 constexpr std::size_t kMostScripts = 1000;
 
+// Files are what the reader takes for them: texts in memory replace them.
+
 bool IsRegular(const fs::path& path) {
   std::error_code ignored;
-  return fs::is_regular_file(path, ignored);
+  return ruxcomp::reader::Texts::Find(path) != nullptr || fs::is_regular_file(path, ignored);
 }
 
 bool AreOneFile(const std::string& one, const std::string& other) {
-  std::error_code ignored;
-  return fs::equivalent(one, other, ignored);
+  const std::optional<Source> first = ruxcomp::reader::FindSource(one);
+  const std::optional<Source> second = ruxcomp::reader::FindSource(other);
+  return first && second && first->identity == second->identity;
 }
 
-// Whether the text has a word; saves the look at most files.
-bool Mentions(const fs::path& path, const char* word) {
-  std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  return text.find(word) != std::string::npos;
+// Empty when it cannot be read.
+std::string TextOf(const fs::path& path) {
+  const std::optional<Source> source = ruxcomp::reader::FindSource(path);
+  if (!source) return {};
+  return ruxcomp::reader::ReadSource(*source, ruxcomp::reader::kLargestScript).value_or("");
 }
 
 // Whether a line begins like the header of the section, which spares most main scripts from being
 // loaded twice.
-bool HasMainHeader(const fs::path& path) {
+bool HasMainHeader(const std::string& text) {
   const std::string header = std::string("[") + kMainSection;
-  std::ifstream file(path, std::ios::binary);
-  for (std::string line; std::getline(file, line);) {
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
     const std::size_t begin = line.find_first_not_of(" \t");
     if (begin != std::string::npos && line.compare(begin, header.size(), header) == 0) return true;
   }
@@ -71,12 +79,12 @@ SourceSet LoadFile(const std::string& path) { return Load(language::ToLibraryPat
 
 // With all that it includes; nothing when it cannot be a main script.
 SourceSet LoadIfMain(const std::string& script) {
-  const bool may_be = Mentions(script, kMainSection) || Mentions(script, kInclude);
+  const bool may_be = Mentions(script, kMainSection) || Mentions(script, kIncludeKeyword);
   return may_be ? LoadFile(script) : SourceSet();
 }
 
 bool IsMainOf(const std::string& script, const std::string& part) {
-  if (AreOneFile(script, part) || !Mentions(script, kInclude)) return false;
+  if (AreOneFile(script, part) || !Mentions(script, kIncludeKeyword)) return false;
   const SourceSet sources = LoadFile(script);
   return FindFile(sources, part) != nullptr && HasMainSection(sources);
 }
@@ -98,7 +106,12 @@ std::vector<std::string> ScriptsIn(const fs::path& folder) {
 }  // namespace
 
 bool IsPart(const std::string& path) {
-  return IsRegular(path) && !HasMainHeader(path) && !HasMainSection(LoadIfMain(path));
+  return IsRegular(path) && !HasMainHeader(TextOf(path)) && !HasMainSection(LoadIfMain(path));
+}
+
+// Saves the look at most files.
+bool Mentions(const std::string& path, std::string_view text) {
+  return TextOf(path).find(text) != std::string::npos;
 }
 
 std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts) {
@@ -128,7 +141,7 @@ FolderScripts ScriptsBelow(const std::string& folder) {
   if (error) throw support::SystemFailure("cannot read", folder, error.value());
   std::sort(paths.begin(), paths.end());
   FolderScripts scripts;
-  std::set<fs::path> included;
+  std::map<fs::path, std::set<std::string>> mains_of;
   for (const fs::path& path : paths) {
     const std::string script = (folder == "." ? path.lexically_relative(folder) : path).string();
     const SourceSet sources = LoadIfMain(script);
@@ -136,15 +149,27 @@ FolderScripts ScriptsBelow(const std::string& folder) {
     (is_main ? scripts.mains : scripts.others).push_back(script);
     if (!is_main) continue;
     for (const Opening& opening : sources.openings()) {
-      included.insert(fs::weakly_canonical(opening.file->path(), error));
+      mains_of[fs::weakly_canonical(opening.file->path(), error)].insert(script);
     }
   }
-  const auto is_included = [&](const std::string& script) {
-    return included.count(fs::weakly_canonical(script, error)) != 0;
-  };
-  std::copy_if(scripts.others.begin(), scripts.others.end(), std::back_inserter(scripts.unused),
-               [&](const std::string& script) { return !is_included(script); });
+  for (const std::string& other : scripts.others) {
+    const std::set<std::string>& mains = mains_of[fs::weakly_canonical(other, error)];
+    scripts.mains_of.emplace(other, std::vector<std::string>(mains.begin(), mains.end()));
+  }
   return scripts;
+}
+
+std::string ShapeOf(const SourceSet& sources) {
+  std::string shape;
+  for (const Opening& opening : sources.openings()) {
+    const std::vector<ruxcomp::reader::Section>& sections = opening.file->sections();
+    const bool has_main = HasMainHeader(opening.file->text()) ||
+                          std::any_of(sections.begin(), sections.end(), [](const auto& section) {
+                            return section.name == kMainSection;
+                          });
+    shape.append(opening.file->path()).append(has_main ? "\n+" : "\n");
+  }
+  return shape;
 }
 
 const support::TextFile* FindFile(const SourceSet& sources, const std::string& path) {

@@ -2,7 +2,9 @@
 #ifndef SOURCES_MAIN_SCRIPTS_H_
 #define SOURCES_MAIN_SCRIPTS_H_
 
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sources/source_set.h"
@@ -15,6 +17,9 @@ namespace rux::sources {
 // Whether a file that can be read is not a main script, which has a MORVRUX section, of its own or
 // in a file that it includes.
 bool IsPart(const std::string& path);
+
+// Whether a file that can be read has the text.
+bool Mentions(const std::string& path, std::string_view text);
 
 // Of these scripts, the main scripts that include the part.
 std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts);
@@ -29,9 +34,14 @@ std::vector<std::string> FindMainScripts(const std::string& part);
 struct FolderScripts {
   std::vector<std::string> mains;
   std::vector<std::string> others;
-  std::vector<std::string> unused;  // those of the others that none of the main scripts includes
+  // Of each of the others, the main scripts that include it.
+  std::map<std::string, std::vector<std::string>> mains_of;
 };
 FolderScripts ScriptsBelow(const std::string& folder);
+
+// What of the files decides which machines they belong to: while it stays the same for all scripts,
+// so do the answers above.
+std::string ShapeOf(const SourceSet& sources);
 
 // The file of the set that is at the path, under whatever name; null when there is none.
 const support::TextFile* FindFile(const SourceSet& sources, const std::string& path);

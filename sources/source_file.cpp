@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "reader/script.h"
 #include "reader/value.h"
@@ -89,6 +91,21 @@ std::string ToOpenablePath(const std::string& library_path) {
   struct stat status;
   std::string path = ruxcomp::language::WithSlashes(library_path);
   return path != library_path && stat(library_path.c_str(), &status) == 0 ? library_path : path;
+}
+
+std::string ToShownPath(const std::string& library_path) {
+  namespace fs = std::filesystem;
+  const fs::path path = ToOpenablePath(library_path);
+  const fs::path normal = path.lexically_normal();
+  const auto folder_of = [](const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
+  };
+  std::error_code ignored;
+  // An argument that begins with a dash means something else.
+  const bool is_name = normal.string().substr(0, 1) != "-";
+  const bool is_same = is_name && path.filename() == normal.filename() &&
+                       fs::equivalent(folder_of(path), folder_of(normal), ignored);
+  return (is_same ? normal : path).string();
 }
 
 }  // namespace rux::sources

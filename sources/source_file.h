@@ -73,6 +73,10 @@ class SourceFile : public support::TextFile {
 // The name under which the reader finds the file of one of the library's paths.
 std::string ToOpenablePath(const std::string& library_path);
 
+// The same for people and for services that know files by one name: without "." and, where no link
+// makes a difference, without "..".
+std::string ToShownPath(const std::string& library_path);
+
 }  // namespace rux::sources
 
 #endif  // SOURCES_SOURCE_FILE_H_

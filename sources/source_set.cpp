@@ -33,7 +33,7 @@ const Row* Find(const Row* rows, std::size_t count, std::size_t at) {
 
 SourceSet::SourceSet(const ruxcomp::reader::Archive& archive) : refused_(archive.refused()) {
   AddOpenings(archive);
-  AddPaths();
+  AddPaths(archive);
   if (!openings_.empty()) AddSections(0);
 }
 
@@ -46,8 +46,8 @@ void SourceSet::AddOpenings(const ruxcomp::reader::Archive& archive) {
     if (file == nullptr) {
       const auto text = script.script != nullptr ? script.script : NoScript();
       file = distinct_
-                 .emplace_back(std::make_unique<const SourceFile>(
-                     script.path, ToOpenablePath(script.opened), text))
+                 .emplace_back(std::make_unique<const SourceFile>(script.path,
+                                                                  ToShownPath(script.opened), text))
                  .get();
     }
     first_openings_.emplace(file, openings_.size());
@@ -55,7 +55,7 @@ void SourceSet::AddOpenings(const ruxcomp::reader::Archive& archive) {
   }
 }
 
-void SourceSet::AddPaths() {
+void SourceSet::AddPaths(const ruxcomp::reader::Archive& archive) {
   ruxcomp::detail::HashSet<std::string> known;
   const auto add = [&](const std::string& path) {
     if (known.insert(path).second) files_.paths.push_back(path);
@@ -65,7 +65,7 @@ void SourceSet::AddPaths() {
     for (; next < refused_.size() && refused_[next].opened_before == opened; ++next) {
       add(ToOpenablePath(refused_[next].path));
     }
-    if (opened < openings_.size()) add(openings_[opened].file->path());
+    if (opened < openings_.size()) add(ToOpenablePath(archive.scripts()[opened].opened));
   }
 }
 

@@ -82,7 +82,7 @@ class SourceSet {
 
  private:
   void AddOpenings(const ruxcomp::reader::Archive& archive);
-  void AddPaths();
+  void AddPaths(const ruxcomp::reader::Archive& archive);
   std::size_t AddSections(std::size_t opening);
 
   std::vector<std::unique_ptr<const SourceFile>> distinct_;

@@ -1,8 +1,9 @@
-// Searches upwards: what concerns a file may be in a folder above its own.
+// Where files are, and searches upwards: what concerns a file may be in a folder above its own.
 #ifndef SUPPORT_FOLDERS_H_
 #define SUPPORT_FOLDERS_H_
 
 #include <filesystem>
+#include <string>
 
 namespace rux::support {
 
@@ -12,6 +13,9 @@ std::filesystem::path FolderAbove(const std::filesystem::path& folder);
 
 // Whether a search ends here: at the top of a repository or of the file system.
 bool IsTopFolder(const std::filesystem::path& folder);
+
+// The same for all paths that lead to a file or would, if it were there.
+std::string WholeName(const std::string& path);
 
 }  // namespace rux::support
 

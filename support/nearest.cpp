@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -76,6 +77,20 @@ std::string Joined(const std::vector<std::string>& names, const char* last) {
 
 }  // namespace
 
+bool IsSlipOf(const std::string& name, const std::string& written) {
+  const std::string a = InCapitals(name);
+  const std::string b = InCapitals(written);
+  const auto digits_of = [](const std::string& text) {
+    std::string digits;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
+                 [](unsigned char c) { return std::isdigit(c) != 0; });
+    return digits;
+  };
+  if (digits_of(a) != digits_of(b)) return false;
+  if (LengthDifference(a, b) == 1) return Distance(a, b) == 1;
+  return HasSameCharacters(a, b);
+}
+
 std::vector<std::string> Nearest(const std::string& wanted,
                                  const std::vector<std::string>& candidates, std::size_t most) {
   const std::string goal = InCapitals(wanted);
@@ -84,7 +99,9 @@ std::vector<std::string> Nearest(const std::string& wanted,
   for (const std::string& candidate : candidates) {
     if (LengthDifference(candidate, goal) > farthest) continue;
     const std::size_t distance = Distance(goal, InCapitals(candidate));
-    if (distance <= farthest) near.emplace_back(distance, &candidate);
+    // Of a misspelling, some of the characters are right.
+    const bool is_near = distance <= farthest && distance < goal.size();
+    if (is_near) near.emplace_back(distance, &candidate);
   }
   std::stable_sort(near.begin(), near.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -21,6 +21,10 @@ std::optional<std::string> ClosestName(const std::string& wanted,
                                        const std::vector<std::string>& candidates,
                                        std::size_t farthest = 2);
 
+// Whether a name is most likely written as that text: but for case, both have the same characters,
+// or one has one more, which is no digit; digits are in the same order.
+bool IsSlipOf(const std::string& name, const std::string& written);
+
 // For the end of a message: "; did you mean A or B?". When none is near, the candidates if they are
 // few ("; there are: A, B"), or else `lister`, which says how to list them; "; there are none".
 std::string NearText(const std::string& wanted, const std::vector<std::string>& candidates,

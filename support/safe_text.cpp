@@ -96,7 +96,9 @@ bool AreSafeLines(std::string_view text) {
   while (!text.empty()) {
     const Character character = FirstCharacter(text);
     text.remove_prefix(character.bytes.size());
-    if (!IsSafe(character) && character.code != '\t' && character.code != '\n') return false;
+    const bool ends_line =
+        character.code == '\n' || (character.code == '\r' && text.substr(0, 1) == "\n");
+    if (!IsSafe(character) && character.code != '\t' && !ends_line) return false;
   }
   return true;
 }

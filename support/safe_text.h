@@ -29,7 +29,7 @@ std::string SafeText(std::string_view text);
 // The same for source lines, which keep their tabs.
 std::string SafeLine(std::string_view line);
 
-// Whether that leaves all lines of a text as they are.
+// Whether that leaves all lines of a text, which end in LF or CRLF, as they are.
 bool AreSafeLines(std::string_view text);
 
 // SafeText() for a path that begins a line. Lines that begin with "::" are commands to some

@@ -11,6 +11,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "support/failure.h"
+#include "support/safe_text.h"
+#include "support/standard_streams.h"
 #include "support/wrap.h"
 
 namespace rux::support {
@@ -54,7 +57,13 @@ std::size_t StatusWidth() {
   return can_erase ? WidthOn(STDERR_FILENO) : 0;
 }
 
-std::size_t OutputWidth() { return isatty(STDOUT_FILENO) != 0 ? TextWidth() : kEndless; }
+void PrintScript(std::string_view text, std::string_view advice) {
+  if (isatty(STDOUT_FILENO) != 0 && !AreSafeLines(text)) {
+    throw Failure(ExitStatus::kWrongUsage,
+                  "the script has characters that could control a terminal: {}", advice);
+  }
+  PrintOut(text);
+}
 
 bool UsesColour(const std::string& color, int descriptor) {
   if (color != "auto") return color == "always";
@@ -64,6 +73,10 @@ bool UsesColour(const std::string& color, int descriptor) {
 
 std::string Bold(std::string_view text, bool uses_colour) {
   return uses_colour ? "\033[1m" + std::string(text) + "\033[0m" : std::string(text);
+}
+
+OutputStyle StyleOfOutput(const std::string& color) {
+  return {isatty(STDOUT_FILENO) != 0 ? TextWidth() : kEndless, UsesColour(color, STDOUT_FILENO)};
 }
 
 }  // namespace rux::support

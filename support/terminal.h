@@ -12,13 +12,13 @@ namespace rux::support {
 // or 80. Never fewer than 20.
 std::size_t TextWidth();
 
-// The same for what programs may read, too: when standard output is not a terminal, lines have no
-// end.
-std::size_t OutputWidth();
-
 // The columns of the terminal that standard error is, for a line that is erased again; zero when it
 // is none, or one that cannot erase.
 std::size_t StatusWidth();
+
+// Prints the text of a script as it is. Throws a Failure of wrong usage when standard output is a
+// terminal that the text could control; `advice` is what to do about it.
+void PrintScript(std::string_view text, std::string_view advice);
 
 // Whether what goes to the descriptor is in colours, for a value of --color: "auto", "always" or
 // "never".
@@ -26,6 +26,15 @@ bool UsesColour(const std::string& color, int descriptor);
 
 // The text in bold, if colours are used.
 std::string Bold(std::string_view text, bool uses_colour);
+
+// How standard output shows what both people and programs read.
+struct OutputStyle {
+  std::size_t width;  // of a line; kEndless (wrap.h) when standard output is not a terminal
+  bool uses_colour;
+};
+
+// For a value of --color.
+OutputStyle StyleOfOutput(const std::string& color);
 
 }  // namespace rux::support
 

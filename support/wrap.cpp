@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "support/safe_text.h"
@@ -14,7 +15,8 @@ namespace {
 // Lines that pieces of text are added to, each of which stays whole.
 class Lines {
  public:
-  Lines(std::size_t width, std::size_t column) : width_(width), indent_(column), column_(column) {}
+  Lines(std::size_t width, std::size_t indent, std::size_t column)
+      : width_(width), indent_(indent), column_(column) {}
 
   void Add(std::string_view piece) {
     const std::size_t columns = Columns(piece);
@@ -31,6 +33,10 @@ class Lines {
     is_at_begin_ = false;
   }
 
+  void Add(const std::vector<std::string>& pieces) {
+    for (const std::string& piece : pieces) Add(piece);
+  }
+
   const std::string& text() const { return text_; }
 
  private:
@@ -43,8 +49,13 @@ class Lines {
 
 }  // namespace
 
+void AddToList(std::vector<std::string>& pieces, std::string text) {
+  if (!pieces.empty()) pieces.back() += ',';
+  pieces.push_back(std::move(text));
+}
+
 std::string Wrapped(std::string_view text, std::size_t width, std::size_t column) {
-  Lines lines(width, column);
+  Lines lines(width, column, column);
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(' '), text.size());
     if (end > 0) lines.Add(text.substr(0, end));
@@ -55,8 +66,15 @@ std::string Wrapped(std::string_view text, std::size_t width, std::size_t column
 
 std::string WrappedPieces(const std::vector<std::string>& pieces, std::size_t width,
                           std::size_t column) {
-  Lines lines(width, column);
-  for (const std::string& piece : pieces) lines.Add(piece);
+  Lines lines(width, column, column);
+  lines.Add(pieces);
+  return lines.text();
+}
+
+std::string WrappedLine(const std::vector<std::string>& pieces, std::size_t width,
+                        std::size_t indent) {
+  Lines lines(width, indent, 0);
+  lines.Add(pieces);
   return lines.text();
 }
 

@@ -1,1 +1,1 @@
-// Nothing: CMakeLists.txt tells what this is for.
+// Empty; CMakeLists.txt says what it is for.

@@ -32,8 +32,8 @@ CommandArgument& CommandArgument::Required() {
   return *this;
 }
 
-CommandArgument& CommandArgument::Without(const char* option) {
-  excluded = option;
+CommandArgument& CommandArgument::Without(std::vector<std::string> others) {
+  excluded = std::move(others);
   return *this;
 }
 

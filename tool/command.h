@@ -37,8 +37,8 @@ struct CommandArgument {
   bool is_file = false;              // the value is the name of a file
   std::vector<std::string> choices;  // all that the value may be; none: more than can be listed
   bool is_required = false;
-  std::string excluded;  // the option that it cannot be given with; empty: none
-  Validate validate;     // empty: every value is valid
+  std::vector<std::string> excluded;  // the names of those that it cannot be given with
+  Validate validate;                  // empty: every value is valid
 
   bool is_option() const { return names.front() == '-'; }
   bool takes_value() const;
@@ -52,7 +52,7 @@ struct CommandArgument {
   CommandArgument& OneOf(const char* name, std::vector<std::string> values);
   CommandArgument& Check(Validate check);
   CommandArgument& Required();
-  CommandArgument& Without(const char* option);  // which was added before
+  CommandArgument& Without(std::vector<std::string> others);  // which were added before
 };
 
 // The arguments of one command.

@@ -91,7 +91,7 @@ void AddTo(CLI::App& app, const CommandArgument& argument) {
     });
   }
   if (argument.validate) option->check(argument.validate);
-  if (!argument.excluded.empty()) option->excludes(app.get_option(argument.excluded));
+  for (const std::string& other : argument.excluded) option->excludes(app.get_option(other));
 }
 
 // The program, and those of its commands that occur among the words: what is not asked for needs no

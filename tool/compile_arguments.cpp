@@ -1,11 +1,18 @@
 #include "tool/compile_arguments.h"
 
+#include <fmt/format.h>
+
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "diagnostics/report.h"
 #include "diagnostics/severities.h"
 #include "driver/compile_options.h"
+#include "driver/compile_run.h"
 #include "driver/messages.h"
+#include "driver/script_list.h"
+#include "settings/project.h"
 #include "tool/command.h"
 
 namespace rux::tool {
@@ -17,58 +24,44 @@ std::string CheckFileName(const std::string& name) {
 
 // What is read.
 void AddInputOptions(Arguments& arguments, driver::CompileOptions& options) {
-  arguments
-      .Add("SCRIPT", &options.scripts,
-           "The scripts to read; - for standard input, a folder for the main scripts below it, "
-           "@FILE for those that a file lists")
-      .File()
-      .Required();
+  AddScripts(arguments, options,
+             "The scripts to read; - for standard input, a folder for the main scripts below it, "
+             "@FILE for those that a file lists");
   arguments
       .Add("-j,--jobs", &options.jobs,
-           "Process up to N scripts in parallel (default: one for each processor)")
+           "Process up to N scripts in parallel (default: one per processor)")
       .Value("N");
-  arguments
-      .Add("-I,--include-folder", &options.include_folders,
-           "Also look for included files in this folder, after the including file's own")
-      .File("FOLDER")
-      .Check([](const std::string& folder) {
-        return std::string(folder.empty() ? "the name of the folder is empty" : "");
-      });
-  arguments
-      .Add("--project", &options.project_choice.path,
-           "Use this project file for all scripts, not the nearest .rux.json of each")
-      .File("FILE")
-      .Check(CheckFileName);
-  arguments.Add("--no-project", &options.project_choice.has_none, "Use no project file")
-      .Without("--project");
-  arguments
-      .Add("--stdin-name", &options.stdin_name,
-           "With -: the name of the script, for messages and to find its included files")
-      .File("NAME");
+  AddProjectOptions(arguments, options);
 }
+
+std::string WhatToReport(diagnostics::Purpose purpose) {
+  const char* const groups = purpose == diagnostics::Purpose::kLint ? "style" : "loss,suspect";
+  return fmt::format(
+      "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
+      "none; no-WHAT suppresses it, error=WHAT makes it an error; error: every reported "
+      "warning is an error. Separate several with commas (default: {}). "
+      "no-error=missing-include continues without a file that cannot be included",
+      groups);
+}
+
+}  // namespace
+
+void AddWarningChoice(Arguments& arguments, driver::CompileOptions& options, const char* help) {
+  arguments.Add("-W", &options.warnings, help).Value("WHAT").Check([](const std::string& text) {
+    return diagnostics::Severities(driver::AllMessages()).Set(text);
+  });
+}
+
+namespace {
 
 // Which warnings count.
 void AddWarningOptions(Arguments& arguments, driver::CompileOptions& options) {
   arguments.Add("--werror", &options.werror,
                 "Treat the reported warnings as errors, like -W error");
-  arguments
-      .Add("-W", &options.warnings,
-           "Which warnings to report: a group (loss, suspect, style), the id of a warning, all or "
-           "none; no-WHAT suppresses it, error=WHAT makes it an error; error: every reported "
-           "warning is an error. Separate several with commas (default: loss,suspect). "
-           "no-error=missing-include continues without a file that cannot be included")
-      .Value("WHAT")
-      .Check([](const std::string& text) {
-        return diagnostics::Severities(driver::AllMessages()).Set(text);
-      });
+  AddWarningChoice(arguments, options, WhatToReport(options.purpose).c_str());
   arguments
       .Add("--baseline", &options.baseline_files.read,
            "Report only warnings that this file does not list")
-      .File("FILE")
-      .Check(CheckFileName);
-  arguments
-      .Add("--write-baseline", &options.baseline_files.written,
-           "List the current warnings in this file, for --baseline")
       .File("FILE")
       .Check(CheckFileName);
 }
@@ -103,10 +96,66 @@ void AddReportOptions(Arguments& arguments, diagnostics::ReportOptions& reportin
 
 }  // namespace
 
+void AddSearchOptions(Arguments& arguments, std::vector<std::string>& include_folders,
+                      settings::ProjectChoice& project) {
+  arguments
+      .Add("-I,--include-folder", &include_folders,
+           "Also look for included files in this folder, after the including file's own")
+      .File("FOLDER")
+      .Check([](const std::string& folder) {
+        return std::string(folder.empty() ? "the name of the folder is empty" : "");
+      });
+  arguments
+      .Add("--project", &project.path,
+           "Use this project file for all scripts, not the nearest .rux.json of each")
+      .File("FILE")
+      .Check(CheckFileName);
+  arguments.Add("--no-project", &project.has_none, "Use no project file").Without({"--project"});
+}
+
+void AddScripts(Arguments& arguments, driver::CompileOptions& options, const char* help) {
+  arguments.Add("SCRIPT", &options.scripts, help).File().Required();
+}
+
+void AddProjectOptions(Arguments& arguments, driver::CompileOptions& options) {
+  AddSearchOptions(arguments, options.include_folders, options.project_choice);
+  arguments
+      .Add("--stdin-name", &options.stdin_name,
+           "With -: the name of the script, for messages and to find its included files")
+      .File("NAME");
+}
+
+void AddMachineOptions(Arguments& arguments, driver::CompileOptions& options) {
+  AddSearchOptions(arguments, options.include_folders, options.project_choice);
+  AddWarningOptions(arguments, options);
+}
+
 void AddCompileOptions(Arguments& arguments, driver::CompileOptions& options) {
   AddInputOptions(arguments, options);
   AddWarningOptions(arguments, options);
+  arguments
+      .Add("--write-baseline", &options.baseline_files.written,
+           "List the current warnings in this file, for --baseline")
+      .File("FILE")
+      .Check(CheckFileName);
   AddReportOptions(arguments, options.reporting);
+}
+
+Action SetUpReporting(Arguments& arguments, diagnostics::Purpose purpose) {
+  const auto options = std::make_shared<driver::CompileOptions>();
+  const auto as_main = std::make_shared<bool>(false);
+  options->purpose = purpose;
+  AddCompileOptions(arguments, *options);
+  arguments.Add("--as-main", as_main.get(),
+                "Check an included file by itself, not as part of the script that includes it");
+  return [options, as_main] {
+    driver::ExpandScripts(*options);
+    if (!*as_main) driver::AddSharedParts(*options);
+    const std::vector<driver::CompileOptions> runs = driver::OptionsPerScript(*options);
+    return driver::RunAll(
+        *as_main ? runs : driver::WithMainScripts(runs),
+        [](const driver::CompileOptions& one) { return driver::RunCompile(one); });
+  };
 }
 
 }  // namespace rux::tool

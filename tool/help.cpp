@@ -74,13 +74,28 @@ std::string NameOf(const CommandArgument& argument) {
   return argument.takes_value() ? names + ' ' + argument.value_name : names;
 }
 
+bool Excludes(const Arguments& arguments, const CommandArgument& argument,
+              const CommandArgument& other) {
+  return std::any_of(argument.excluded.begin(), argument.excluded.end(),
+                     [&](const std::string& name) { return arguments.Find(name) == &other; });
+}
+
+// "--name", "KIND or --name", "KIND, --long or --name".
+std::string Alternatives(const std::vector<std::string>& names) {
+  std::string text = names.front();
+  for (std::size_t i = 1; i < names.size(); ++i)
+    text += (i + 1 < names.size() ? ", " : " or ") + names[i];
+  return text;
+}
+
 std::string AboutText(const Arguments& arguments, const CommandArgument& argument) {
-  std::string others;
+  std::vector<std::string> others;
   for (const CommandArgument& other : arguments.all()) {
-    if (arguments.Find(argument.excluded) == &other || arguments.Find(other.excluded) == &argument)
-      others += (others.empty() ? "" : " or ") + other.each_name().back();
+    if (Excludes(arguments, argument, other) || Excludes(arguments, other, argument))
+      others.push_back(other.each_name().back());
   }
-  return others.empty() ? argument.help : argument.help + " (not with " + others + ")";
+  return others.empty() ? argument.help
+                        : argument.help + " (not with " + Alternatives(others) + ")";
 }
 
 std::string UsageLine(const Command& command, const Arguments& arguments) {

@@ -19,6 +19,13 @@ void CompileMachines(Report& report, std::uint32_t most);
 // Scripts with very many of one thing.
 void CompileShapes(Report& report);
 
+// Formatting a script of 10,000 lines: one that is formatted, and one that is not, whose machine is
+// compiled twice for comparison.
+void FormatScripts(Report& report);
+
+// Comparing two compiled machines, and the same by comparing their sorted texts.
+void CompareModels(Report& report);
+
 // Asking a file for one value with a program, and starting the program at all.
 void AskAndStart(Report& report);
 

@@ -40,6 +40,8 @@ int main(int argc, char** argv) try {
   Report report;
   CompileMachines(report, most);
   CompileShapes(report);
+  FormatScripts(report);
+  CompareModels(report);
   AskAndStart(report);
   MicroBenchmarks(report, most);
   report.Print();

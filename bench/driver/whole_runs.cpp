@@ -38,6 +38,34 @@ void CompileShapes(Report& report) {
   }
 }
 
+void FormatScripts(Report& report) {
+  constexpr std::uint32_t kSensors = 760;  // of a script with so many lines
+  constexpr std::uint32_t kLines = 10000;
+  const std::string script = ModelFile{kSensors, "rux"}.Made();
+  const std::string formatted = ScratchFolder() + "/formatted.rux";
+  std::filesystem::copy_file(script, formatted, std::filesystem::copy_options::overwrite_existing);
+  Run({RUX_PROGRAM, "fmt", formatted});
+  const auto usage = Race(
+      {{{RUX_PROGRAM, "fmt", "--check", formatted}}, {{RUX_PROGRAM, "fmt", "--check", script}, 1}});
+  const std::vector<Target> targets = {{Target::kValue, 30e-3}};
+  AddTimes(report, {"plain", "fmt, formatted lines", kLines}, usage[0], "", {}, targets);
+  AddTimes(report, {"plain", "fmt, other lines", kLines}, usage[1], "", {}, targets);
+}
+
+void CompareModels(Report& report) {
+  // One sensor more.
+  const ModelFile before[] = {{kTargetSize, "meta"}, {kTargetSize, "dtb"}};
+  const ModelFile after[] = {{kTargetSize + 1, "meta"}, {kTargetSize + 1, "dtb"}};
+  const std::string texts = ScratchFolder() + "/compared";
+  const std::string sorted = "dtc -q -s -I dtb -O dts -o ";
+  const std::string by_text = sorted + texts + ".1 " + before[1].Made() + " && " + sorted + texts +
+                              ".2 " + after[1].Made() + " && diff " + texts + ".1 " + texts + ".2";
+  const auto usage = Race(
+      {{{RUX_PROGRAM, "diff", before[0].Made(), after[0].Made()}}, {{"sh", "-c", by_text}, 1}});
+  AddTimes(report, {"plain", "diff, one sensor more", kTargetSize}, usage[0], "dtc -s and diff",
+           usage[1], {{Target::kValue, 50e-3}});
+}
+
 void AskAndStart(Report& report) {
   for (const std::uint32_t size : {1000u, kTargetSize}) {
     const KnownSensor sensor = SensorsOf(size)[size / 2];

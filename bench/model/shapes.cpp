@@ -157,7 +157,7 @@ void ForeignKeys(std::uint32_t count, const std::string& folder) {
 
 void MissingGroups(std::uint32_t count, const std::string& folder) {
   Script script(folder);
-  for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "BOARDS", "90");
+  for (std::uint32_t i = 1; i <= count; ++i) script.Sensor(i, "ELSEWHERE", "90");
   script.Events(count);
 }
 

@@ -9,7 +9,7 @@
 #include "bench/model/machine.h"
 
 // Each writes the file and, beside it, those that it includes, and throws std::ios_base::failure
-// when it cannot. Comments of sensors and limits stand in all of them.
+// when it cannot. Comments of sensors and limits are in all of them.
 
 // A script for rux: names and defined words, as people write them.
 void WriteScript(const Machine& machine, const std::string& path);

@@ -6,6 +6,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/machine_form.h"
+#include "diagnostics/repeated.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/safe_text.h"
@@ -40,9 +41,7 @@ std::string PropertiesOf(const Diagnostic& diagnostic) {
   return properties + fmt::format("title={}", EscapedProperty(diagnostic.row->id));
 }
 
-}  // namespace
-
-void WriteGithubText(const Report& report, support::TextStream& out) {
+void WriteGithub(const Report& report, bool is_piece, support::TextStream& out) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     std::string message = support::SafeText(WholeText(diagnostic));
     if (diagnostic.suggestion) message += '\n' + support::SafeText(SuggestionText(diagnostic));
@@ -52,11 +51,25 @@ void WriteGithubText(const Report& report, support::TextStream& out) {
       message += '\n' + support::SafeText(place + note.text);
     }
     const bool is_note = diagnostic.severity == Severity::kNote;
+    const Repeatable repeatable(report, is_piece, diagnostic,
+                                fmt::format("::notice {}::{} is in {}\n", PropertiesOf(diagnostic),
+                                            diagnostic.row->id, kOthers),
+                                out);
     out += fmt::format("::{} {}::{}\n", is_note ? "notice" : WordOf(diagnostic.severity),
                        PropertiesOf(diagnostic), EscapedText(message));
   }
   if (report.not_shown > 0)
     out += fmt::format("::notice title=not-shown::{}\n", NotShownText(report.not_shown));
+}
+
+}  // namespace
+
+void WriteGithubText(const Report& report, support::TextStream& out) {
+  WriteGithub(report, false, out);
+}
+
+void WriteGithubPiece(const Report& report, support::TextStream& out) {
+  WriteGithub(report, true, out);
 }
 
 }  // namespace rux::diagnostics

@@ -1,9 +1,11 @@
 // docs/diagnostics.schema.json
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/machine_form.h"
+#include "diagnostics/repeated.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/json.h"
@@ -42,7 +44,18 @@ void WriteNote(JsonObject& json, const Note& note) {
   WriteLocationOf(note.at, json);
 }
 
-void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
+void WriteFix(const Diagnostic& diagnostic, JsonObject& json) {
+  const std::optional<Fix> found = FixOf(diagnostic);
+  if (!found) return;
+  json.Object("fix", [&](JsonObject& fix) {
+    fix.Member("begin", found->range.begin);
+    fix.Member("end", found->range.end);
+    fix.Member("text", found->text);
+    fix.Member("safe", found->is_safe);
+  });
+}
+
+void WriteFinding(JsonObject& json, const Diagnostic& diagnostic) {
   json.Member("id", diagnostic.row->id);
   json.Member("severity", WordOf(diagnostic.severity));
   if (diagnostic.row->severity == Severity::kWarning)
@@ -53,7 +66,27 @@ void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
   if (!diagnostic.library_text.empty()) json.Member("library_text", diagnostic.library_text);
   WriteLocationOf(diagnostic.at, json);
   if (diagnostic.suggestion) json.Member("suggestion", *diagnostic.suggestion);
+  WriteFix(diagnostic, json);
   json.Objects("notes", diagnostic.notes, WriteNote);
+}
+
+void WriteDiagnostic(JsonObject& json, const Diagnostic& diagnostic) {
+  WriteFinding(json, diagnostic);
+  json.Objects("included_from", diagnostic.included_from, WriteNote);
+}
+
+// With what comes together with other scripts.
+void WriteOneOfMany(const Report& report, const Diagnostic& diagnostic, support::TextStream& out,
+                    JsonObject& json) {
+  constexpr const char* kRepeated = "repeated";
+  const auto write_finding = [&] { WriteFinding(json, diagnostic); };
+  const auto write_first = [&] { json.Member(kRepeated, false); };
+  if (MayBeRepeated(report, diagnostic)) {
+    WriteComparable(out, write_finding, write_first, [&] { json.Member(kRepeated, true); });
+  } else {
+    write_finding();
+    write_first();
+  }
   json.Objects("included_from", diagnostic.included_from, WriteNote);
 }
 
@@ -71,10 +104,12 @@ void WriteCounts(const Report& report, JsonObject& json) {
   json.Member("in_baseline", report.in_baseline);
 }
 
-void WriteScript(const Report& report, JsonObject& json) {
+// write(JsonObject&, diagnostic)
+template <class Write>
+void WriteScript(const Report& report, JsonObject& json, Write write) {
   json.Member("script", report.script);
   WriteCounts(report, json);
-  json.Objects("diagnostics", report.diagnostics, WriteDiagnostic);
+  json.Objects("diagnostics", report.diagnostics, write);
 }
 
 }  // namespace
@@ -82,14 +117,17 @@ void WriteScript(const Report& report, JsonObject& json) {
 void WriteJsonReport(const Report& report, support::TextStream& out) {
   support::WriteJson(out, [&](JsonObject& json) {
     WriteVersion(json);
-    WriteScript(report, json);
+    WriteScript(report, json, WriteDiagnostic);
   });
 }
 
 void WriteJsonPiece(const Report& report, support::TextStream& out) {
   constexpr std::size_t kDepth = 2;
   JsonArray scripts(out, kDepth);
-  scripts.Object([&](JsonObject& json) { WriteScript(report, json); });
+  const auto write = [&](JsonObject& json, const Diagnostic& diagnostic) {
+    WriteOneOfMany(report, diagnostic, out, json);
+  };
+  scripts.Object([&](JsonObject& json) { WriteScript(report, json, write); });
 }
 
 void WriteJsonReports(const Pieces& pieces, support::TextStream& out) {

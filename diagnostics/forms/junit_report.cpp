@@ -10,6 +10,7 @@
 #include "diagnostics/machine_form.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
+#include "support/markup_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -20,32 +21,8 @@ constexpr std::string_view kHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"rux\">\n";
 constexpr std::string_view kTail = "</testsuites>\n";
 
-// Of a text that is safe to show: XML cannot have most of what is not.
-std::string Escaped(std::string_view safe_text) {
-  std::string escaped;
-  for (const char c : safe_text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
-}
-
 std::string Attribute(std::string_view name, std::string_view text) {
-  return fmt::format(" {}=\"{}\"", name, Escaped(support::SafeText(text)));
+  return fmt::format(" {}=\"{}\"", name, support::MarkupText(support::SafeText(text)));
 }
 
 // The tests of one script.
@@ -93,7 +70,7 @@ class Suite {
     out_ += fmt::format("    <testcase{}{}{}>\n      <failure{}{}>{}</failure>\n    </testcase>\n",
                         class_, Attribute("name", lines.substr(0, lines.find('\n'))), place,
                         Attribute("type", WordOf(diagnostic.severity)),
-                        Attribute("message", WholeText(diagnostic)), Escaped(lines));
+                        Attribute("message", WholeText(diagnostic)), support::MarkupText(lines));
   }
 
   void WriteNotShown() {

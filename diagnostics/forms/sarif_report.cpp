@@ -1,6 +1,7 @@
 // Static Analysis Results Interchange Format, version 2.1.0.
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,26 +10,15 @@
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "support/json.h"
-#include "support/safe_text.h"
+#include "support/text_file.h"
 #include "support/text_stream.h"
+#include "support/uri.h"
 
 namespace rux::diagnostics {
 namespace {
 
 using support::JsonArray;
 using support::JsonObject;
-
-// A path as a URI reference: relative ones stay relative to where the run was made.
-std::string UriOf(std::string_view path) {
-  constexpr std::string_view kPlain = "-._~/";
-  std::string uri = path.substr(0, 1) == "/" ? "file://" : "";
-  for (const char c : path) {
-    const bool is_plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-                          (c >= '0' && c <= '9') || kPlain.find(c) != std::string_view::npos;
-    uri += is_plain ? std::string(1, c) : support::Hex({&c, 1}, "%");
-  }
-  return uri;
-}
 
 void WriteMessage(const char* key, std::string_view text, JsonObject& json) {
   json.Object(key, [&](JsonObject& message) { message.Member("text", text); });
@@ -44,11 +34,11 @@ void WriteRegion(const char* key, const Excerpt& excerpt, JsonObject& json) {
 
 void WriteArtifact(const Location& at, JsonObject& json) {
   json.Object("artifactLocation",
-              [&](JsonObject& artifact) { artifact.Member("uri", UriOf(at.path)); });
+              [&](JsonObject& artifact) { artifact.Member("uri", support::UriOf(at.path)); });
 }
 
 // The members of a location, without its braces.
-void WriteLocation(const Location& at, JsonObject& json) {
+void WriteSarifLocation(const Location& at, JsonObject& json) {
   json.Object("physicalLocation", [&](JsonObject& location) {
     WriteArtifact(at, location);
     if (at.excerpt) {
@@ -72,7 +62,7 @@ void WriteRelated(const Diagnostic& diagnostic, JsonObject& json) {
       for (const Note& note : *notes) {
         list.Object([&](JsonObject& related) {
           related.Member("id", id++);
-          if (!note.at.path.empty()) WriteLocation(note.at, related);
+          if (!note.at.path.empty()) WriteSarifLocation(note.at, related);
           WriteMessage("message", note.text, related);
         });
       }
@@ -80,20 +70,25 @@ void WriteRelated(const Diagnostic& diagnostic, JsonObject& json) {
   });
 }
 
-// What was probably meant, where it is known what it would replace.
-void WriteFix(const Diagnostic& diagnostic, JsonObject& json) {
-  const auto& excerpt = diagnostic.at.excerpt;
-  const std::string* wanted = FirstMentioned(diagnostic);
-  if (wanted == nullptr && diagnostic.entry) wanted = &*diagnostic.entry;
-  if (!diagnostic.suggestion || !excerpt || wanted == nullptr || excerpt->meant() != *wanted)
-    return;
+// Bytes that may be others than those that are meant.
+void WriteBytes(const char* key, support::ByteRange range, JsonObject& json) {
+  json.Object(key, [&](JsonObject& region) {
+    region.Member("byteOffset", range.begin);
+    region.Member("byteLength", range.end - range.begin);
+  });
+}
+
+void WriteSarifFix(const Diagnostic& diagnostic, JsonObject& json) {
+  const std::optional<Fix> found = FixOf(diagnostic);
+  if (!found) return;
   WriteOnly("fixes", json, [&](JsonObject& fix) {
-    WriteMessage("description", SuggestionText(diagnostic), fix);
+    if (diagnostic.suggestion) WriteMessage("description", SuggestionText(diagnostic), fix);
     WriteOnly("artifactChanges", fix, [&](JsonObject& change) {
       WriteArtifact(diagnostic.at, change);
       WriteOnly("replacements", change, [&](JsonObject& replacement) {
-        WriteRegion("deletedRegion", *excerpt, replacement);
-        WriteMessage("insertedContent", *diagnostic.suggestion, replacement);
+        diagnostic.fix ? WriteBytes("deletedRegion", found->range, replacement)
+                       : WriteRegion("deletedRegion", *diagnostic.at.excerpt, replacement);
+        WriteMessage("insertedContent", found->text, replacement);
       });
     });
   });
@@ -105,10 +100,10 @@ void WriteResult(JsonObject& json, const Diagnostic& diagnostic) {
   WriteMessage("message", WholeText(diagnostic), json);
   if (!diagnostic.at.path.empty()) {
     WriteOnly("locations", json,
-              [&](JsonObject& location) { WriteLocation(diagnostic.at, location); });
+              [&](JsonObject& location) { WriteSarifLocation(diagnostic.at, location); });
   }
   WriteRelated(diagnostic, json);
-  WriteFix(diagnostic, json);
+  WriteSarifFix(diagnostic, json);
 }
 
 using RowsById = std::map<std::string_view, const MessageRow*>;

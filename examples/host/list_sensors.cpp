@@ -90,7 +90,7 @@ void PrintTable(const std::vector<Row>& rows) {
   };
   print(titles);
   std::for_each(rows.begin(), rows.end(), print);
-  std::printf("%zu sensors\n", rows.size());
+  std::printf("%zu sensor%s\n", rows.size(), rows.size() == 1 ? "" : "s");
 }
 
 }  // namespace

@@ -362,7 +362,7 @@ struct ValueRow {
 };
 std::ostream& operator<<(std::ostream& out, const ValueRow& row) { return out << row.text; }
 
-// In each row the numbers 5, 6, 7, ... stand for themselves and are interned in this order.
+// In each row 5, 6, 7, ... are plain numbers, and are interned in this order.
 class ValuePartsTest : public MetaTest, public testing::WithParamInterface<ValueRow> {};
 
 TEST_P(ValuePartsTest, FollowTheType) {

@@ -99,7 +99,7 @@ TEST_F(DamagedFileTest, WrongCountOrLengthRaisesOrTakesLess) {
       {145, 2, "vector"},   // the second one has no bytes
       {149, 0, "vector"},   // section
       {149, 86, "vector"},  // its last byte is missing
-      {149, 88, same},      // takes a zero from behind the end
+      {149, 88, same},      // takes a zero from past the end
       {153, 0, "vector"},   // its object
       {153, 36, "vector"},  // the last byte of the path is missing
       {153, 38, "vector"},  // takes a byte of the count of entries, which gets huge
@@ -210,7 +210,7 @@ TEST_F(DamagedFileTest, EveryWrongCountOrLengthLeadsWhereItMust) {
       InOwnProcess([&] { EXPECT_EQ(Load(damaged), outcome); });
     }
   }
-  // The file is rich enough to tell something: both outcomes come up.
+  // The file is rich enough: both outcomes come up.
   EXPECT_GT(whole, 20);
   EXPECT_GT(raised, 100);
 }

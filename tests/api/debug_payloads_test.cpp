@@ -110,7 +110,7 @@ std::vector<Payload> Payloads() {
       {"Type7OfSixElements", kValueEntry,
        ValuePayload(kValueEntry, 7, "T", List({"1", "2", "3", "4", "5", "6"})), "T,1,2,3,4,5,6"},
       {"ValueUnread", kValueEntry, ValuePayload(kValueEntry, 0, "", ""), ""},
-      // The payload tells its class itself.
+      // The payload itself says which class it has.
       {"NumberInAStringEntry", string, Numbers({kWordEntry, 255}), "0xff"},
   };
   for (const Value& value : kValues) {

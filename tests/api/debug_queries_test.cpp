@@ -293,7 +293,7 @@ TEST_F(DebugQueriesTest, EntriesThatWereGivenComeInTheirOrder) {
   const auto property = [](const std::string& name) {
     return Entry(Object(0x10020018, 10, 2, 0, name), StringPayload(0x10020018, "x"));
   };
-  // The kind's own entries stand in front, with gaps where nothing was given.
+  // The kind's own entries come first, with gaps where nothing was given.
   LoadSensors({{property("P_X"), Text(0x10028002, "TYPE", "1"), Name("CPU"), property("P_Y")}});
   std::uint32_t ordinal = 0;
   for (const char* name : {"NAME", "TYPE", "P_X", "P_Y"}) {

@@ -78,7 +78,8 @@ VALUE = CURVE,curve,1
 G_SPEED = RAW,anything
 )";
 
-// What the debug queries tell of both: per section its kind, name, parent and ID, then its entries.
+// What the debug queries answer about both: of each section its kind, name, parent and ID, then its
+// entries.
 // The ID of the inlet is a word, and a value of type 13 has no parts that are known.
 constexpr char kAnswers[] = R"(1 - - -
   VERSION = 1.0

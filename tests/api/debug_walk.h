@@ -1,4 +1,4 @@
-// A second reading of debug meta files, to tell where damaged ones lead.
+// A second reading of debug meta files, to find out where damaged ones lead.
 #ifndef TESTS_API_DEBUG_WALK_H_
 #define TESTS_API_DEBUG_WALK_H_
 
@@ -9,7 +9,7 @@
 #include <utility>
 
 // Follows the lengths and counts of a file as the reader must, keeps nothing, and notes where they
-// stand.
+// are.
 class DebugWalk {
  public:
   // The lengths and counts of a whole file, by their offsets.
@@ -37,7 +37,7 @@ class DebugWalk {
 
   explicit DebugWalk(const std::string& file) : file_(file) {}
 
-  // What lies behind the end of the file reads as zero.
+  // What is past the end of the file reads as zero.
   std::uint32_t Number(Range& range) {
     const std::size_t begin = Take(range, 4).begin;
     std::uint32_t number = 0;

@@ -1,5 +1,5 @@
 # guards.sh CXX INCLUDE: programs that are compiled with another C++ library than libruxcomp, or with the
-# same in another form, are refused, and told why; those that say that the library is so, too, are not.
+# same in another form, are refused with the reason; those that say that the library is so, too, are not.
 set -eu
 cxx=$1
 include=$2

@@ -95,7 +95,7 @@ TEST_F(MetaReadTest, AWrongByteInTheMagicIsRefused) {
 
 TEST_F(MetaReadTest, NothingIsReadOfTheBytesThatTheLayoutDoesNotName) {
   std::string meta = CompleteMeta().str();
-  meta = Replaced(meta, 15, "x");                       // behind the magic's terminating zero
+  meta = Replaced(meta, 15, "x");                       // after the magic's terminating zero
   meta = Replaced(meta, 24, std::string(104, '\xFF'));  // up to the directory
   meta = Replaced(meta, 172, std::string(84, '\xFF'));  // from its end to the sections
   meta = Replaced(meta, 860, std::string(4, '\xFF'));   // padding
@@ -302,7 +302,7 @@ TEST_F(MetaReadTest, ABlockThatIsLongerThanTheFileIsRefused) {
   }
 }
 
-// Zero words behind the header end a directory of any length; here none stands there.
+// Zero words after the header end a directory of any length; here it has none.
 TEST_F(MetaReadTest, ADirectoryWithoutEndIsRefused) {
   std::string meta = MetaBytes().Section(0x01000002, {}).Strings(0x03000000, {"A"}).str();
   for (std::size_t slot = 132; slot < 256; slot += 4) meta.replace(slot, 4, meta, 128, 4);

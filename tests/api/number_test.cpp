@@ -7,7 +7,7 @@ namespace {
 
 using NumberTest = CheckTest;
 
-// Two devices with one ID: they clash when the texts of their IDs stand for the same number.
+// Two devices with one ID: they clash when the texts of their IDs mean the same number.
 TEST_F(NumberTest, TextsStandForNumbers) {
   const std::pair<const char*, std::string> rows[] = {
       {"7", "7"},

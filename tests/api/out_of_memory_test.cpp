@@ -50,7 +50,7 @@ constexpr char kScript[] =
     "P_A_PROPERTY_OF_THE_SECOND_FAN = red\n"
     "[GLOBAL]\nG_DUTY_CYCLE_OF_ALL_THE_FANS = T5,1,2,BUS,0,1\n";
 
-// What a query answers: a handle, or a number; for texts, one that tells them apart.
+// What a query answers: a handle, or a number; for texts, one that differs between them.
 using Answer = std::uintptr_t;
 Answer Of(const void* handle) { return reinterpret_cast<Answer>(handle); }
 Answer Of(const tagTBLDATA& data) {

@@ -1,6 +1,7 @@
 // DEFINE, IFDEF and INCLUDE sections, by what becomes of the rest of the script.
 //
-// The value of a word shows in the value that it is the type of: type 0 stands alone, type 1 takes
+// The value of a word shows in the value that it is the type of: type 0 takes nothing more, type 1
+// takes
 // one sub-string more, type 2 takes three.
 #include <filesystem>
 #include <stdexcept>
@@ -108,7 +109,7 @@ TEST_F(PreprocessTest, EndOfTheRunForgetsTheWords) {
                    "Error[board.rux:3]: [GLOBAL]:G_Y, Value operator type(VU) is invalid.\n"}));
 }
 
-// A number is looked for in a text that has no digit to look at; hosts are told to expect it.
+// A number is looked for in a text that has no digit to look at; hosts have to expect it.
 TEST_F(PreprocessTest, EmptyDefinitionRaisesAndLeavesNoScriptOpen) {
   Write("board.rux", "[INCLUDE]\nFILE = words.rux\n");
   Write("words.rux", "[DEFINE]\nVT = \"\"\n");

@@ -146,7 +146,7 @@ TEST_F(QuerySectionsTest, AnIdThatIsNoNumberCountsAsCompared) {
             .Strings(kString, {"5"})
             .str());
   EXPECT_NONE(gcGetSectByID(kDevice, 5), 5u);
-  EXPECT_NONE(gcGetSectByID(kSensor, 0), 5u);  // its index stands for nothing
+  EXPECT_NONE(gcGetSectByID(kSensor, 0), 5u);  // its index refers to nothing
 }
 
 TEST_F(QuerySectionsTest, ASectionIsFoundByItsName) {
@@ -227,8 +227,8 @@ TEST_F(QuerySectionsTest, KindsWithoutNamesAre8) {
             .Section(kMorvrux, {{0x02000001, {kString}}})
             .Section(kPropertySection, {})
             .Section(kDevice, {{kName, {}}})
-            .Section(kSensor, {{kName, {kString + 5}}})      // stands for nothing
-            .Section(kTable, {{kName, {0x11000000}}})        // stands for a number
+            .Section(kSensor, {{kName, {kString + 5}}})      // refers to nothing
+            .Section(kTable, {{kName, {0x11000000}}})        // refers to a number
             .Section(kGlobal, {{0x04000000, {0x1E000000}}})  // its own name is missing
             .Strings(kString, {"A"})
             .Numbers({1})

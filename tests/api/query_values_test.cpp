@@ -34,7 +34,7 @@ class QueryValuesTest : public MetaTest {
     return entry;
   }
 
-  // `first`, and then what stands for 101, 102, ... at the positions 1, 2, ...
+  // `first`, and then the indices of 101, 102, ... at the positions 1, 2, ...
   static Words Values(std::uint32_t first, std::uint32_t count) {
     Words values(count);
     for (std::uint32_t i = 0; i < count; ++i) values[i] = 0x11000000 + i;

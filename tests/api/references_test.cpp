@@ -10,7 +10,7 @@ const std::string kPelmGroup = PelmGroup();
 const std::string kTypes = Types();
 
 TEST_F(ReferenceTest, ParentOfASensorIsAGroup) {
-  // The groups may stand before or after it.
+  // The groups may be before or after it.
   EXPECT_EQ(Accepted({Sensor(), Group().With("NAME", "other"), kGroup, kPelmGroup, kTypes}),
             Lines{});
   for (const char* parent : {"none", "Group", "grou", "0"}) {
@@ -110,7 +110,7 @@ TEST_F(ReferenceTest, EmptyElementOfSensorsRaises) {
   ExpectRaise({PelmGroup().With("SENSORS", "1, , 1"), kGroup, Sensor(), kTypes});
 }
 
-// The repeater stands in line 2.
+// The repeater is in line 2.
 Section Repeater(const std::string& value) { return Section("REPEATER").With("R", value); }
 
 const std::string kTwoArgs = Action().With("ARGNUMBER", "2");

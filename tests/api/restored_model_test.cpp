@@ -10,7 +10,7 @@ constexpr std::uint32_t kChildGroupEntry = 0x10028007;
 
 class RestoredModelTest : public DebugTest {
  protected:
-  // Checks the model; returns its messages, behind them the error that was raised.
+  // Checks the model; returns its messages and, after them, the error that was raised.
   Lines CheckRestored(std::uint32_t valid) {
     host::TakeMessages();
     Lines lines;

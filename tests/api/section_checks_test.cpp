@@ -1,4 +1,4 @@
-// What a check of a whole model says: its two passes, their order, and what may stand only once.
+// What a check of a whole model says: its two passes, their order, and what may be given only once.
 #include "tests/api/sample_script.h"
 #include "tests/support/bytes.h"
 
@@ -113,7 +113,7 @@ TEST_F(SectionCheckTest, EachOfSeveralSystemOrMorvruxSectionsIsReported) {
                    "one.\n"}));
 }
 
-// Two sections of a kind, in which lines their entry of interest stands, and what they refer to.
+// Two sections of a kind, the lines of their entry of interest, and what they refer to.
 struct Pair {
   Section first, second;
   const char* first_line;
@@ -301,8 +301,8 @@ TEST_F(SectionCheckTest, GroupWithoutADefinedParentIsNotComparedByName) {
                   "Line[board.rux:3].\n"});
 }
 
-TEST_F(SectionCheckTest, LineOfAParentInAnotherFileIsComparedAsItStands) {
-  // Read before its child, but from a line behind the child's.
+TEST_F(SectionCheckTest, LineOfAParentInAnotherFileIsComparedAsItIs) {
+  // Read before its child, but from a line with a higher number than the child's.
   Write("part.rux", std::string(20, '\n') + std::string(Group()));
   EXPECT_EQ(Rejected({kIncludePart, Child()}),
             Lines{"Error[board.rux:3]: Parent of this group hasn't been defined.\n"});

@@ -12,7 +12,7 @@ std::string Complaint(const std::string& section, std::size_t line, const std::s
   return "Error[board.rux:" + std::to_string(line) + "]: [" + section + "]:" + complaint + "\n";
 }
 
-// What an entry without a text is told; empty for lists, which may be empty.
+// What is reported about an entry without a text; empty for lists, which may be empty.
 std::string EmptyComplaint(const TemplateRow& row) {
   switch (row.identifier & 0xFFFF0000) {
     case 0x10020000:
@@ -49,7 +49,7 @@ TEST_P(KindTest, EveryTemplateTakesItsKeyAndKeepsItsPlace) {
   Lines expected;
   for (std::size_t i = 0; i < templates.size(); ++i) {
     const std::string complaint = EmptyComplaint(templates[i]);
-    // The last template stands in line 2, the first in the last line.
+    // The last template is in line 2, the first in the last line.
     if (!complaint.empty()) {
       expected.push_back(Complaint(keyword, templates.size() + 1 - i, complaint));
     }

@@ -1,4 +1,4 @@
-// The symbol tables: what fills them, in which order, and what an index stands for.
+// The symbol tables: what fills them, in which order, and what an index refers to.
 #include <stdexcept>
 
 #include "tests/api/meta_bytes.h"
@@ -297,7 +297,7 @@ TEST_F(SymbolTablesTest, OtherClassesAndMissingKeysStandForNothing) {
   ASSERT_EQ(Load(MetaBytes()
                      .Section(0x01000002, {{0, indices}})
                      .Strings(0x03000000, {"only"})
-                     .Numbers({0xFFFFFFFF, 1})  // that number cannot be told from one not found
+                     .Numbers({0xFFFFFFFF, 1})  // that number looks like one not found
                      .Strings(0x18000000, {"0"})
                      .str()),
             1u);

@@ -180,7 +180,7 @@ TEST_F(ValueTest, EveryKindOfValueEntryIsChecked) {
                    "Error[board.rux:9]: [ACTION]:VALUE_1, Value operator type(B) is invalid.\n"}));
 }
 
-// Values with the four bus fields; the part behind the base address completes the list types.
+// Values with the four bus fields; the part after the base address completes the list types.
 struct BusType {
   const char* type;
   const char* args;

@@ -291,7 +291,7 @@ TEST_F(ValueReferenceTest, ValueNameIsANumberedValueOfTheSameAction) {
   }
 }
 
-// Their values stand under the other identifier of the keyword "VALUE_".
+// Their values are under the other identifier of the keyword "VALUE_".
 TEST_F(ValueReferenceTest, ValuesOfSensorsAndDevicesCannotBeNamed) {
   EXPECT_EQ(Rejected({Device().With("VALUE_1", "T0").With("VALUE_2", "T1, VALUE_1"), kTypes}),
             Lines{"Error[board.rux:7]: [DEVICE]:VALUE_2, The VALUE name VALUE_1 is not valid in "

@@ -17,7 +17,7 @@ NOT_PRODUCT = {"tests", "bench", "fuzz", "examples", "docs", "packaging", "scrip
 SOURCES = {".h", ".cpp", ".def"}
 # Where others choose the keys of tables, the hash has a seed.
 SEEDED = ("include/", "reader/", "frontend/", "checker/", "backend/", "debugmeta/", "query/",
-          "rules/")
+          "rules/", "index/")
 SEEDED_HASH = "include/ruxcomp/model/seeded_hash.h"
 INCLUDE = re.compile(r'^\s*#include "([^"]+)"', re.MULTILINE)
 ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE)

@@ -1,5 +1,5 @@
 // Every small damage to a compiled file ends in an outcome that is fixed for it: with the verifier,
-// with the library and with the program. What was counted stands in docs/reliability.md; to get the
+// with the library and with the program. The numbers are in docs/reliability.md; to get the
 // rows of its table:
 //
 //   build/tests/damage_test | grep '^|'

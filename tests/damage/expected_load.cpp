@@ -41,7 +41,7 @@ class MetaWalk {
     return word;
   }
 
-  // The byte behind the magic's zero does not count.
+  // The byte after the magic's zero does not count.
   bool HasHeader() const {
     return file_.size() >= 20 && file_.substr(0, 15) == "MORV RUX meta.\0"s &&
            file_.substr(16, 4) == kVersion;

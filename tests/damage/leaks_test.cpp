@@ -161,7 +161,7 @@ TEST_F(LeaksTest, Loads) {
   }
 }
 
-// Hosts that do not release what they loaded lose it: query.h tells them so.
+// Hosts that do not release what they loaded lose it, as query.h says.
 TEST_F(LeaksTest, LoadOverALoadLosesTheSectionsOfTheFirst) {
   Write("sample.meta", MetaSample());
   const LeaksAllowed allowed;

@@ -13,7 +13,7 @@ enum class Load {
   kRaised,  // the error that a debug meta file raises whose records are shorter than they say
 };
 
-// In this process. What gcInit or gdInit left behind is asked and released, whatever it answered.
+// In this process. What gcInit or gdInit left is queried and released, whatever it answered.
 // Every other error is let through.
 Load LoadFile(Form form, const std::string& path);
 

@@ -125,7 +125,7 @@ TYPE = 1
 
 using Write = std::uint32_t(const std::string& path);
 
-// Names no folder: the paths of scripts stand in the file.
+// Names no folder: the paths of scripts are in the file.
 bool Compile(const std::string& folder, const char* script, Write* write, std::size_t findings) {
   if (chdir(folder.c_str()) != 0) return false;
   std::ofstream("board.rux") << script;
@@ -137,7 +137,7 @@ bool Compile(const std::string& folder, const char* script, Write* write, std::s
   return host::TakeMessages().size() == findings && write("sample");
 }
 
-// Of a script about which the check has that many things to tell.
+// Of a script about which the check reports that many findings.
 std::string Sample(const char* script, Write* write, std::size_t findings) {
   const TempFolder folder;
   const pid_t process = fork();

@@ -12,7 +12,7 @@ struct Usage {
 
 Usage CurrentUsage();
 
-// Whether memory was lost that nothing points to any more; the sanitizer tells what on standard
+// Whether memory was lost that nothing points to any more; the sanitizer prints which to standard
 // error. Without AddressSanitizer the answer is always no.
 bool FoundLeaks();
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs the commands of a CI file as its service would, and tells whether the files are there that the
+"""Runs the commands of a CI file as its service would, and reports whether the files are there that the
 service takes.
 
   ci_commands.py FILE [CHANGED...]

@@ -57,8 +57,8 @@ awk '
       anchor = at == 0 ? "" : substr(links[i], at)
       path = path == "" ? from[i] : plain(folder_of(from[i]) path)
       linked[from[i] " " path]
-      if (system("test -e \"" path "\"") != 0) tell(i, "there is no " path)
-      else if (anchor != "" && !((path anchor) in anchors)) tell(i, path " has no " anchor)
+      if (system("test -e \"" path "\"") != 0) report(i, "no such file: " path)
+      else if (anchor != "" && !((path anchor) in anchors)) report(i, "no such heading in " path ": " anchor)
     }
     for (i = 1; i < ARGC; ++i)
       if (ARGV[i] ~ /^docs\/[^\/]*$/ && ARGV[i] != "docs/README.md" &&
@@ -68,7 +68,7 @@ awk '
       }
     exit failed
   }
-  function tell(i, what) {
+  function report(i, what) {
     print from[i] ":" line[i] ": " links[i] ": " what
     failed = 1
   }

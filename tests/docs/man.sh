@@ -1,7 +1,7 @@
 #!/bin/sh
-# Tells what is wrong with the manual pages: their form, options that a command has and its page does
-# not tell of or the other way round, keywords and functions that are missing (functions also in
-# docs/hosts.md), pages that are not there.
+# Reports what is wrong with the manual pages: their form, options that a command has and its page does
+# not describe or the other way round, keywords and functions that are missing (functions also in
+# docs/hosts.md), pages that are missing.
 #
 #   man.sh SOURCE BUILD
 set -eu
@@ -26,7 +26,7 @@ expect_all() {
 }
 
 # The options in what a command prints as its help, and in its page, in one line.
-told_options() {
+helped_options() {
   sed -n '/^Options:/,/^$/s/^  \(-.*\)/\1/p' | sed 's/  .*//' | grep -o -e '--*[a-zA-Z][a-zA-Z-]*' | tr '\n' ' '
 }
 written_options() {
@@ -35,13 +35,13 @@ written_options() {
 check_options() {
   page=$sources/$1.scd
   if [ ! -e "$page" ]; then
-    complain "there is no docs/man/$1.scd"
+    complain "docs/man/$1.scd is missing"
     return
   fi
-  told=$(shift; "$@" --help | told_options)
+  helped=$(shift; "$@" --help | helped_options)
   written=$(written_options "$page")
-  expect_all "$told" "$written" "docs/man/$1.scd does not tell of"
-  expect_all "$written" "$told" "docs/man/$1.scd tells of an option that is not there:"
+  expect_all "$helped" "$written" "docs/man/$1.scd does not describe"
+  expect_all "$written" "$helped" "docs/man/$1.scd describes an option that does not exist:"
 }
 
 check_options rux.1 rux
@@ -49,7 +49,7 @@ commands=$(rux --help | sed -n '/^Commands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p')
 for command in $commands; do
   check_options "rux-$command.1" rux "$command"
   grep -q "^\*rux-$command\*(1)$" "$sources/rux.1.scd" ||
-    complain "docs/man/rux.1.scd does not tell of $command"
+    complain "docs/man/rux.1.scd does not describe $command"
 done
 
 for page in "$pages"/*.[135]; do
@@ -61,7 +61,7 @@ done
 # Other pages that a page names.
 for source in "$sources"/*.scd; do
   for name in $(grep -o '\*[a-z-]*\*([135])' "$source" | tr -d '*' | tr '()' '. ' | sort -u); do
-    [ -e "$sources/$name.scd" ] || complain "$source names $name, which is not there"
+    [ -e "$sources/$name.scd" ] || complain "$source names $name, which does not exist"
   done
 done
 
@@ -71,10 +71,10 @@ part() { printf '%s\n' "$script" | sed -n "/^\*$1\*\$/,/^\$/p" | tr -s '[], .;\t
 for kind in $(language_tables sections | cut -f 1); do
   expect_all "$(language_tables keys | awk -v kind="$kind" '$1 == kind && $2 == "key" { print $3 }')" \
     "$(part "\[$kind\]")" \
-    "docs/man/rux-script.5.scd, [$kind], does not tell of"
+    "docs/man/rux-script.5.scd, [$kind], does not describe"
   printf '%s\n' "$script" | grep -q "^\*\[$kind\]\*\$" ||
-    complain "docs/man/rux-script.5.scd does not tell of [$kind]"
-  grep -q "^### $kind\$" "$1/docs/script.md" || complain "docs/script.md does not tell of [$kind]"
+    complain "docs/man/rux-script.5.scd does not describe [$kind]"
+  grep -q "^### $kind\$" "$1/docs/script.md" || complain "docs/script.md does not describe [$kind]"
 done
 rows="$1/tests/docs/rows.awk"
 language_tables value-types | awk -v what='value types' -f "$rows" | while IFS='|' read -r _ code parts _; do
@@ -86,24 +86,24 @@ done | grep . && failed=1
 set -f
 operators=$(printf '%s\n' "$script" | sed -n '/^# OPERATORS/,/^# SEE/p' | tr -s ':.\n' ' ')
 expect_all "$(language_tables operators | cut -f 1)" "$operators" \
-  'docs/man/rux-script.5.scd does not tell of the operator'
+  'docs/man/rux-script.5.scd does not describe the operator'
 set +f
 
 # The library's functions, codes, classes of words and identifiers.
 functions=$(nm -D --defined-only "$2/lib/libruxcomp.so" | sed -n 's/.* T \(g[cd][A-Za-z]*\)$/\1/p')
 expect_all "$functions" "$(tr -cs 'A-Za-z' ' ' <"$sources/libruxcomp.3.scd")" \
-  'docs/man/libruxcomp.3.scd does not tell of'
+  'docs/man/libruxcomp.3.scd does not describe'
 expect_all "$functions" "$(sed -n 's/^| `\(g[cd][A-Za-z]*\)(.*/\1/p' "$1/docs/hosts.md" | tr '\n' ' ')" \
-  'the tables of docs/hosts.md do not tell of'
+  'the tables of docs/hosts.md do not describe'
 expect_all "$(language_tables last-errors | awk '{ print $1 ":" $2 }')" \
   "$(sed 's/\([0-9]\)  *\([A-Z]\)/\1:\2/g' "$sources/libruxcomp.3.scd" | tr -s ' \n' ' ')" \
-  'docs/man/libruxcomp.3.scd does not tell of the code'
+  'docs/man/libruxcomp.3.scd does not describe the code'
 identifiers=$(language_tables sections | awk '$3 != "-" { print $3 ":" $1 }'
   language_tables entries | awk '$4 != "-" { print $4 ":" $2 }')
 expect_all "$identifiers" \
   "$(sed 's/\(0x[0-9A-F]*\)  */\1:/g' "$sources/rux-meta.5.scd" | tr -s ' \n' ' ')" \
-  'docs/man/rux-meta.5.scd does not tell of the identifier'
+  'docs/man/rux-meta.5.scd does not describe the identifier'
 expect_all "$(language_tables symbol-tables | cut -f 1)" \
-  "$(tr -s ' \n' ' ' <"$sources/rux-meta.5.scd")" 'docs/man/rux-meta.5.scd does not tell of the class'
+  "$(tr -s ' \n' ' ' <"$sources/rux-meta.5.scd")" 'docs/man/rux-meta.5.scd does not describe the class'
 
 exit $failed

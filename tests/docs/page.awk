@@ -1,10 +1,10 @@
-# Does what a Markdown page shows and prints the page as it is then: a page that tells the truth comes
-# out unchanged. Run by page.sh, in a folder of the page's own.
+# Does what a Markdown page shows and prints the page as it is then: a page that is true comes out
+# unchanged. Run by page.sh, in a folder of the page's own.
 #
 # What it looks at are fenced blocks, by their first word, and tables between comments:
 #
 #   ```console                 every line "$ COMMAND" is run; what follows is what it prints
-#   ```console from=FILE       commands that stand in FILE of the tree, which is run elsewhere
+#   ```console from=FILE       commands that are in FILE of the tree, which is run elsewhere
 #   ```console needs=PROGRAM   the same, unless the program is not installed
 #   ```rux accepted            a script that rux check says nothing about
 #   ```rux warned, rejected    one that it warns of, or refuses, with these comments:
@@ -12,11 +12,11 @@
 #       #^ warning: TEXT           the same of the line above
 #   ```rux unchecked           a script that commands further down look at
 #   ```bytes FILE              lines "OFFSET  BYTES | MEANING" that make up all of FILE; xx is any
-#                              byte, "00 * 12" stands for twelve bytes
+#                              byte, "00 * 12" is twelve bytes
 #   <!-- table WHAT -->        rows whose first columns are made of what language_tables prints; see
 #   <!-- end -->               facts_of; further columns belong to the page
 #
-# "save=NAME" behind the first words keeps a block as a file for commands further down, "with=NAME"
+# "save=NAME" after the first words keeps a block as a file for commands further down, "with=NAME"
 # lets a script be followed by one that was kept. Blocks that begin with text, sh or cmake are for
 # people alone, as are cpp blocks that are not kept.
 
@@ -89,7 +89,7 @@ function read_messages(file,    n, i, lines, line, text) {
     if (!match(text, /^[0-9]+[-:0-9]*: (error|warning): /)) continue
     line = text + 0
     sub(/^[-:0-9]+: /, "", text)
-    # The names of section and entry stand in the line itself; of the message, its text is enough.
+    # The names of section and entry are in the line itself; of the message, its text is enough.
     sub(/ \[[a-z0-9-]+\]$/, "", text)
     sub(/: \[[^]]*\][^:]*: /, ": ", text)
     messages[line] = messages[line] text "\n"

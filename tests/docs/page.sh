@@ -1,5 +1,5 @@
 #!/bin/sh
-# Tells whether what a page of the manual shows is what happens; with --update, makes it so.
+# Checks whether what a page of the manual shows is what happens; with --update, makes it so.
 #
 #   page.sh [--update] PAGE SOURCE BUILD
 #

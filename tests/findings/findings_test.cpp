@@ -28,18 +28,18 @@ class FindingsTest : public ScriptTest {
       const std::size_t at = line.find("FOLDER");
       if (at != std::string::npos) line.replace(at, 6, folder());
     }
-    std::vector<std::string> told;
+    std::vector<std::string> heard;
     {
       Recorder recorder;
       run();
       EXPECT_EQ(recorder.findings, expected);
       EXPECT_EQ(host::TakeMessages(), std::vector<std::string>{});
-      told = recorder.messages;
+      heard = recorder.messages;
       seen_.insert(recorder.seen.begin(), recorder.seen.end());
     }
     ruxcomp::core::ResetProcessState();
     run();
-    EXPECT_EQ(host::TakeMessages(), told);
+    EXPECT_EQ(host::TakeMessages(), heard);
     ruxcomp::core::ResetProcessState();
   }
 

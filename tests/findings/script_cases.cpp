@@ -69,7 +69,7 @@ const std::vector<ScriptCase> kReferences = {
       "InvalidArgument(board.rux, 4, GLOBAL, G_1, ARG1) in board.rux:4 at 0/1/0/2",
       "UnknownValue(board.rux, 4, GLOBAL, G_1, VALUE_9) in board.rux:4 at 0/1/0/3",
       "UndefinedWord(board.rux, 4, GLOBAL, G_1, x) in board.rux:4 at 0/1/0/4"}},
-    // Plain numbers are checked after the references before and behind them.
+    // Plain numbers are checked after the references on both sides of them.
     {"[DEFINE]\nVT = 5\n[GLOBAL]\nG_1 = VT, a, b, c, d, e\n",
      {"UndefinedWord(board.rux, 4, GLOBAL, G_1, a) in board.rux:4 at 0/1/0/1",
       "UndefinedWord(board.rux, 4, GLOBAL, G_1, d) in board.rux:4 at 0/1/0/4",

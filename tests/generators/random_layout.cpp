@@ -8,7 +8,7 @@ namespace {
 
 using Sections = std::vector<RandomSection>;
 
-// Texts that need no quotes wherever they stand.
+// Texts that need no quotes wherever they are.
 bool IsPlain(const std::string& text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.';
@@ -52,12 +52,12 @@ class FileWriter {
     item.place = WriteLine(line);
   }
 
-  // What stands before and behind quotes is dropped.
+  // What is before and after quotes is dropped.
   std::string Spelled(const std::string& part) {
     if (IsPlain(part) && !random_.Chance(20)) return part;
     const std::string before = random_.Chance(5) ? "dropped" : "";
-    const std::string behind = random_.Chance(5) ? " [dropped]" : "";
-    return before + '"' + part + '"' + behind;
+    const std::string after = random_.Chance(5) ? " [dropped]" : "";
+    return before + '"' + part + '"' + after;
   }
 
   Place WriteLine(std::string line) {
@@ -113,7 +113,7 @@ class Layout {
     files_.emplace_back(folder + name, file.Finish());
   }
 
-  // Groups stay in one file: their lines tell which one is the earlier.
+  // Groups stay in one file: their lines decide which one is the earlier.
   bool HasGroup(std::size_t begin, std::size_t end) const {
     for (; begin < end; ++begin) {
       if (sections_[begin].name == "GROUP") return true;

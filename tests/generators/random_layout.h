@@ -9,7 +9,7 @@
 
 // Spread over a main script, which comes first, and files that it includes; with comments, joined
 // lines, blanks, quotes and line ends as they come. Notes in the sections and items where they
-// stand.
+// are.
 SourceFiles RandomLayout(Random& random, std::vector<RandomSection>& sections);
 
 #endif  // TESTS_GENERATORS_RANDOM_LAYOUT_H_

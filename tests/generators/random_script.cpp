@@ -49,7 +49,7 @@ class ScriptMaker {
   }
   std::string UniqueText() { return Unique(RandomText(random_) + '_'); }
 
-  // A text, often with parts behind it that nobody takes.
+  // A text, often followed by parts that nobody takes.
   Parts Text() { return WithSurplus(RandomText(random_)); }
   Parts Digital() { return WithSurplus(RandomDigital(random_, names_)); }
   Parts WithSurplus(const std::string& text) {
@@ -218,7 +218,7 @@ class ScriptMaker {
     Mix(section);
   }
 
-  // Some names stand in several sections, and for properties and values alike.
+  // Some names are in several sections, and name properties and values alike.
   void AddFree(RandomSection& section, const std::string& beginning, const Parts& parts) {
     std::string key = beginning + random_.Pick(shared_);
     const auto& items = section.items;
@@ -238,7 +238,7 @@ class ScriptMaker {
     }
     ValuePlace place{true, arguments, {}};
     for (std::uint32_t i = random_.Below(4); i > 0; --i) {
-      // In the key a number may have anything behind it.
+      // In a key, anything may follow the number.
       place.values.push_back("VALUE_" + std::to_string(i) + (random_.Chance(30) ? " , x" : ""));
     }
     for (const std::string& value : place.values) action.items.push_back({value, Value(place)});

@@ -8,7 +8,7 @@
 
 #include "tests/generators/random_texts.h"
 
-// Where something stands in the source files, once they are laid out.
+// Where something is in the source files, once they are laid out.
 struct Place {
   std::string file;  // without folders
   std::uint32_t line = 0;
@@ -27,7 +27,7 @@ struct RandomSection {
 };
 
 struct ScriptOptions {
-  // With what the check takes but tells of: surplus parts, odd bus addresses; unknown sections and
+  // With what the check accepts but reports: surplus parts, odd bus addresses; unknown sections and
   // keys.
   bool remarkable = true;
   // With PELMGROUP sections that have properties. The tables have no names for these, so that the

@@ -32,7 +32,7 @@ std::string RandomText(Random& random) {
 }
 
 std::string RandomKey(Random& random, const std::string& beginning) {
-  // A comment sign behind a blank would end the key, and so would a blank at its end.
+  // A comment sign after a blank would end the key, and so would a blank at its end.
   static const std::vector<std::string> pieces = {"a",   "_",  "9",  "-",        "[",    "]",
                                                   ",",   "\\", ".",  "'",        "\r",   " b",
                                                   "\tc", "d#", "e;", "\xC3\xA4", "\x01", "\xFF"};

@@ -149,7 +149,7 @@ std::string RandomOperand(Random& random, const ScriptNames& names, const ValueP
       if (!place.values.empty()) return random.Pick(place.values);
       break;
     case 2:
-      // Elsewhere only the first one, which stands for a round of a repeater.
+      // Elsewhere only the first one, which is the number of a repeater's round.
       return "ARG" + RandomNumber(random, random.Below(place.in_action ? place.arguments + 1 : 1));
     default:
       break;

@@ -16,10 +16,10 @@ struct ScriptNames {
   std::vector<std::string> globals;                            // G_...
   std::vector<std::pair<std::string, std::uint32_t>> actions;  // NAME and ARGNUMBER
   std::vector<std::string> tables;                             // NAME
-  bool remarkable = true;  // values may be such as the check tells of
+  bool remarkable = true;  // values may be such as the check reports
 };
 
-// Where a value stands: what it may refer to besides.
+// Where a value is: what else it may refer to.
 struct ValuePlace {
   bool in_action = false;
   std::uint32_t arguments = 0;      // of the action

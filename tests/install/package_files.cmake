@@ -1,5 +1,5 @@
-# Tells whether what is installed and what the Debian packages take agree: every installed file is in
-# one package, and every pattern of packaging/debian/*.install stands for something.
+# Checks whether what is installed and what the Debian packages take agree: every installed file is in
+# one package, and every pattern of packaging/debian/*.install matches something.
 include(${CMAKE_CURRENT_LIST_DIR}/installed_tree.cmake)
 
 # Sets files to the installed files that a pattern takes. Only packages have a folder of the

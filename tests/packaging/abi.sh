@@ -1,5 +1,5 @@
 #!/bin/sh
-# Compares what the library exports with what the last release exported; and tells whether the
+# Compares what the library exports with what the last release exported; and checks whether the
 # comparison would see what programs cannot bear.
 #
 #   abi.sh SOURCE LIBRARY

@@ -12,7 +12,7 @@ work=$(mktemp -d)
 trap 'rm -r "$work"' EXIT
 sed -n 's/^ *\([A-Za-z_][A-Za-z0-9_]*\);$/\1/p' "$source/include/libruxcomp.map" >"$work/exported"
 
-# As they are linked: shown in C++, the name of a function may come behind its type.
+# As they are linked: shown in C++, the name of a function may come after its type.
 "$nm" -g --defined-only "$archive" 2>"$work/said" | sed -n 's/^[0-9a-f]* [A-Za-z] //p' |
   LC_ALL=C sort -u >"$work/names"
 grep -qx gccParse "$work/names" || { cat "$work/said"; echo "$archive has no gccParse"; exit 1; }

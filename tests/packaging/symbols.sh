@@ -19,7 +19,7 @@ diff "$work/map" "$work/symbols" || {
   exit 1
 }
 
-# Packages made before or after a release have ~ or + and more behind it.
+# Packages made before or after a release have ~ or + and more after it.
 packaged=$(sed -n '1s/^ruxcomp (\([0-9.]*\).*/\1/p' packaging/debian/changelog)
 test "$packaged" = "$version" || {
   echo "packaging/debian/changelog is of version $packaged, the project of $version"

@@ -1,4 +1,4 @@
-// What the queries on a meta file tell is what the script says, and the read model tells it, too.
+// The queries on a meta file answer what the script says, and so does the read model.
 #include "compiled/verify.h"
 #include "ruxcomp/model.h"
 #include "tests/properties/expected_answers.h"

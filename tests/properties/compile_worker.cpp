@@ -3,7 +3,7 @@
 //   compile_worker FOLDER COUNT DIRT
 //
 // The scripts are FOLDER/0/board.rux and so on; beside each go its meta file, its debug meta file
-// and "messages", which tells also what the functions answered. DIRT is a number: of bytes that
+// and "messages", which also has what the functions answered. DIRT is a number: of bytes that
 // every process uses and gives back before it compiles.
 #include <sys/wait.h>
 #include <unistd.h>
@@ -45,7 +45,7 @@ class Run {
     Step("debug output", [] { return gccOutputD("board.metad"); });
   }
 
-  const std::string& told() const { return told_; }
+  const std::string& reported() const { return reported_; }
 
  private:
   // False when the step answered 0 or raised an error.
@@ -58,12 +58,12 @@ class Run {
     } catch (const std::exception& raised) {
       end = raised.what();
     }
-    for (const std::string& message : host::TakeMessages()) told_ += message;
-    told_ += std::string(name) + ": " + end + '\n';
+    for (const std::string& message : host::TakeMessages()) reported_ += message;
+    reported_ += std::string(name) + ": " + end + '\n';
     return answer != 0;
   }
 
-  std::string told_;
+  std::string reported_;
 };
 
 // 0, or what went wrong with the process.
@@ -76,7 +76,7 @@ int CompileIn(const std::string& folder, std::size_t dirt) {
     Run run;
     run.Compile();
     std::ofstream messages("messages", std::ios::binary);
-    messages << run.told();
+    messages << run.reported();
     _exit(messages.flush() ? 0 : 3);
   }
   int status = 0;

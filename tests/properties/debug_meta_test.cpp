@@ -8,7 +8,7 @@
 
 namespace {
 
-// All that the debug queries tell of the model that is there. INCLUDE sections are left out: no
+// All that the debug queries answer about the loaded model. INCLUDE sections are left out: no
 // file gives them back.
 std::string DebugAnswers() {
   constexpr std::uint32_t kKinds = 13;

@@ -1,4 +1,4 @@
-// What the check tells of a script follows from what is wrong with the script, to the letter.
+// What the check reports about a script follows from what is wrong with the script, to the letter.
 #include "tests/properties/model_test.h"
 #include "tests/properties/random_fault.h"
 

@@ -1,7 +1,8 @@
 // A fixture for tests of what must hold for every model.
 //
 // RUX_MODELS      how many models each property is tried on (each test says how many by itself)
-// RUX_FIRST_SEED  the seed of the first one; the others follow. A failure tells its seed: with that
+// RUX_FIRST_SEED  the seed of the first one; the others follow. A failure prints its seed: with
+// that
 //                 one and RUX_MODELS=1 it comes up again alone.
 #ifndef TESTS_PROPERTIES_MODEL_TEST_H_
 #define TESTS_PROPERTIES_MODEL_TEST_H_

@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
-// The number that a text begins with: of at most ten characters, hexadecimal behind "0x", else
-// decimal behind blanks and a sign. What follows the digits does not count. None when there is no
-// digit, and for a zero that does not stand at once.
+// The number that a text begins with: of at most ten characters, hexadecimal after "0x", else
+// decimal after blanks and a sign. What follows the digits does not count. None when there is no
+// digit, and for a zero that is not the first character.
 inline std::optional<std::uint32_t> ReadNumber(const std::string& text) {
   if (text.size() > 10) return std::nullopt;
   const bool hexadecimal = text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');

@@ -104,7 +104,7 @@ class FaultMaker {
     });
   }
 
-  // A word that stands for that number.
+  // A word that is defined as that number.
   std::string WordFor(std::uint32_t number) const {
     return std::find_if(words_.begin(), words_.end(),
                         [&](const auto& word) { return word.second == number; })
@@ -276,7 +276,7 @@ class FaultMaker {
     };
   }
 
-  // A message about something that stood earlier already.
+  // A message about something that was given earlier already.
   static FaultMessages Redefined(ItemAt later, ItemAt earlier, const std::string& what) {
     return [=](const Sections& sections) -> Parts {
       return {"Error[" + At(later.In(sections).place) + "]: [" + later.SectionIn(sections).name +

@@ -73,7 +73,7 @@ bool Begins(const std::string& text, const std::string& beginning) {
 // Of an index that carries its number itself.
 Datum Immediate(std::uint32_t index) { return {index & 0xFF000000, index & 0x00FFFFFF}; }
 
-// The largest number cannot be told from one that the table does not have.
+// The largest number looks like one that the table does not have.
 Datum Number(std::uint32_t number) {
   if (number == 0xFFFFFFFF) return {kNumber, {}};
   return {kNumber, number};

@@ -12,7 +12,7 @@
 
 #include "tests/generators/random_script.h"
 
-// What a value of an entry stands for.
+// What the index of a value refers to.
 struct Datum {
   std::uint32_t index_class = 0;  // of its index: the top byte, the rest clear
   std::variant<std::monostate, std::uint32_t, std::string> meaning = {};  // nothing: unresolved
@@ -20,7 +20,7 @@ struct Datum {
 
 struct MeantEntry {
   std::uint32_t identifier = 0;  // the whole of it, or the class when the entry has a name
-  std::string name;              // that its identifier stands for
+  std::string name;              // that its identifier refers to
   std::vector<Datum> values;
 };
 

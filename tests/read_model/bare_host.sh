@@ -7,7 +7,7 @@ trap 'rm -r "$folder"' EXIT
 "$rux" compile "$3/server/server.rux" -o "$folder/server.meta" >"$folder/compiled" 2>&1
 cd "$folder"
 
-"$program" first.meta server.meta >told
+"$program" first.meta server.meta >printed
 for meta in first.meta server.meta; do
   "$rux" ls $meta SENSOR | while read -r ordinal id name; do
     limit=$("$rux" get $meta "SENSOR/$ordinal/THRESHOLD_FH" 2>/dev/null) || limit=
@@ -15,13 +15,13 @@ for meta in first.meta server.meta; do
   done
 done >expected
 [ "$(wc -l <expected)" -gt 5 ]
-diff expected told
+diff expected printed
 
 # The reason against a damaged file is the one that `rux verify` gives first.
 dd if=/dev/zero of=server.meta bs=1 seek=256 count=4 conv=notrunc 2>/dev/null
 status=0
-"$program" first.meta server.meta >told 2>reason || status=$?
+"$program" first.meta server.meta >printed 2>reason || status=$?
 [ $status -eq 1 ]
-[ ! -s told ]
+[ ! -s printed ]
 grep -q '^server.meta: offset 0x[0-9A-F]*, ' reason
 "$rux" verify server.meta 2>&1 | grep -qF "$(sed 's/^server.meta: //' reason)"

@@ -1,4 +1,5 @@
-// The read model by itself: what it tells of small files, how long that lives, and what null is.
+// The read model by itself: what it answers about small files, how long that lives, and what null
+// is.
 #include "ruxcomp/model.h"
 
 #include <algorithm>

@@ -52,7 +52,7 @@ std::set<std::string> AllNames() {
   return names;
 }
 
-// All numbers that an ID may stand for, and some more.
+// All numbers that an ID may be, and some more.
 std::set<std::uint32_t> AllNumbers() {
   std::set<std::uint32_t> numbers = {0, 1, 2, 0x00FFFFFF, 0x7FFFFFFF, kNone};
   for (const auto& [number, index] : g_tblDword) numbers.insert(number);

@@ -50,7 +50,7 @@ TEST_F(SameAnswers, OfTheExamples) {
   }
 }
 
-// What was released leaves the tables, and a file that is refused what stood before its fault.
+// What was released leaves the tables, and a refused file leaves in them what is before its fault.
 struct Trial {
   const char* name;
   Damage damage;

@@ -299,7 +299,7 @@ TEST_F(ExportsTest, AFileWithBackslashesInItsNameIsTakenFirst) {
   close_file(&file);
 }
 
-// As it stands, the path is one name that no file system would take.
+// As it is, the path is one name that no file system would take.
 TEST_F(ExportsTest, ALongPathOfBackslashesIsRead) {
   const std::string part(200, 'd');
   fs::create_directories(folder / (part + "/" + part));

@@ -1,4 +1,4 @@
-// What the plug-in tells the host's Output.
+// What the plug-in reports to the host's Output.
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <unistd.h>

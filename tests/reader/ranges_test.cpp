@@ -247,8 +247,8 @@ TEST(RangesTest, OfListsWithDroppedBytes) {
   ExpectRandomScripts({",", "\"", " ", "a", "\nK = ", "[ a b]", kNul, "\\\n", "\\\r\n"}, 10000);
 }
 
-// What one line of three bytes has; the text is told by its range.
-std::string Told(const Script& script, std::string_view view) {
+// What one line of three bytes has; the text is found by its range.
+std::string Described(const Script& script, std::string_view view) {
   const Range range = script.RangeOf(view);
   return script.text().substr(range.begin, range.size());
 }
@@ -256,10 +256,10 @@ std::string Told(const Script& script, std::string_view view) {
 TEST(RangesTest, OfSections) {
   const Script script("\n [ SEN SOR ] x\n[AB\\\nC", [](const ruxcomp::reader::Problem&) {});
   EXPECT_EQ(script.sections()[0].name, "SENSOR");
-  EXPECT_EQ(Told(script, script.sections()[0].name), "SEN SOR");
-  EXPECT_EQ(Told(script, script.sections()[0].header), "[ SEN SOR ]");
+  EXPECT_EQ(Described(script, script.sections()[0].name), "SEN SOR");
+  EXPECT_EQ(Described(script, script.sections()[0].header), "[ SEN SOR ]");
   EXPECT_EQ(script.sections()[1].name, "ABC");
-  EXPECT_EQ(Told(script, script.sections()[1].header), "[AB\\\nC");
+  EXPECT_EQ(Described(script, script.sections()[1].header), "[AB\\\nC");
 }
 
 // The second text in quotes is no part of its own: blanks are dropped outside of it, but within
@@ -270,7 +270,7 @@ TEST(RangesTest, OfAPartThatLosesBlanks) {
   EXPECT_EQ(ruxcomp::reader::CookedValue(item), "\"a\" \"b,c\",d");
   const std::vector<std::string_view> parts = ruxcomp::reader::Parts(item);
   ASSERT_EQ(parts, (std::vector<std::string_view>{"a", ",d"}));
-  EXPECT_EQ(Told(script, parts[1]), ", d");
+  EXPECT_EQ(Described(script, parts[1]), ", d");
 }
 
 TEST(RangesTest, OfAnEmptyPart) {

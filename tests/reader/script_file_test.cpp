@@ -38,7 +38,7 @@ TEST(ScriptFileTest, AFileAboveTheLimitIsRefused) {
   EXPECT_EQ(ScriptFile::Open(folder.Write("a.rux", ScriptOfSize(101)), 100), nullptr);
 }
 
-// A pipe does not tell its size beforehand.
+// The size of what comes through a pipe is not known beforehand.
 class PipeTest : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(PipeTest, IsReadUpToTheLimit) {

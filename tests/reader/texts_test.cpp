@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "reader/script_file.h"
 #include "reader/value.h"
@@ -40,6 +41,43 @@ TEST_F(TextsTest, AreReadInsteadOfAFile) {
   EXPECT_TRUE(Texts::Remove(path));
   EXPECT_EQ(SectionOf(path), "FILE");
   EXPECT_FALSE(Texts::Remove(path));
+}
+
+TEST_F(TextsTest, AreFoundUnderEveryPathOfTheirFile) {
+  const TempFolder folder;
+  const std::string path = folder.Write("a.rux", "[FILE]\n");
+  const std::string link = folder.Write("other.rux", "");
+  std::filesystem::remove(link);
+  std::filesystem::create_symlink(path, link);
+  std::filesystem::create_directory(folder / "parts");
+  Texts::Put(path, "[TEXT]\n");
+  EXPECT_EQ(SectionOf(folder / "parts/../a.rux"), "TEXT");
+  EXPECT_EQ(SectionOf(folder / "parts\\..\\a.rux"), "TEXT");
+  EXPECT_EQ(SectionOf(link), "TEXT");
+  Texts::Remove(path);
+  EXPECT_EQ(SectionOf(link), "FILE");
+}
+
+TEST_F(TextsTest, AreFoundUnderOtherPathsWithoutAFile) {
+  const TempFolder folder;
+  std::filesystem::create_directory(folder / "parts");
+  Texts::Put(folder / "new.rux", "[TEXT]\n");
+  EXPECT_EQ(SectionOf(folder / "parts/../new.rux"), "TEXT");
+  EXPECT_EQ(SectionOf(folder / "parts/new.rux"), "");
+}
+
+TEST_F(TextsTest, AreLookedUpInsteadOfFiles) {
+  const TempFolder folder;
+  const std::string there = folder.Write("there.rux", "[FILE]\n");
+  Texts::ReplaceFiles([](const std::string& path) -> std::optional<std::string> {
+    if (path != "none/a.rux") return std::nullopt;
+    return "[TEXT]\n";
+  });
+  EXPECT_EQ(SectionOf("none\\a.rux"), "TEXT");
+  EXPECT_EQ(SectionOf("none/a.rux"), "TEXT");
+  EXPECT_EQ(SectionOf(there), "");
+  Texts::ReplaceFiles(nullptr);
+  EXPECT_EQ(SectionOf(there), "FILE");
 }
 
 TEST_F(TextsTest, AreReplaced) {

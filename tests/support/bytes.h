@@ -12,7 +12,7 @@
 class ByteString {
  public:
   ByteString& Words(std::initializer_list<std::uint32_t> words);  // little-endian
-  ByteString& Text(const std::string& text);                      // as it stands
+  ByteString& Text(const std::string& text);                      // as it is
   ByteString& Terminated(const std::string& text);                // with a zero byte
   ByteString& Zeros(std::size_t count);
   ByteString& ZerosUpTo(std::size_t offset);

@@ -1,4 +1,4 @@
-// Preloaded into rux: at the place of the reader plug-in stands what RUX_TEST_PLUGIN names.
+// Preloaded into rux: the file that RUX_TEST_PLUGIN names takes the place of the reader plug-in.
 #include <dlfcn.h>
 
 #include <cstdlib>

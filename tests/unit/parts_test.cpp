@@ -24,7 +24,7 @@ TEST(SplitTest, Rows) {
       {",", {"", ""}},
       {",,", {"", "", ""}},
       {" a , b ", {" a ", " b "}},
-      // Quotes hide commas and go; what stands beside them goes too.
+      // Quotes hide commas and go; what is beside them goes too.
       {"\"a\"", {"a"}},
       {"\"\"", {""}},
       {"\"a,b\"", {"a,b"}},
@@ -44,7 +44,7 @@ TEST(SplitTest, Rows) {
       {"\"", {""}},
       {"a\"", {""}},
       {"\"a\",\"b,c", {"a", "b,c"}},
-      // A quote behind the comma belongs to the next part.
+      // A quote after the comma belongs to the next part.
       {"a,b\"c\"", {"a", "c"}},
   };
   for (const SplitRow& row : rows) {

@@ -104,7 +104,11 @@ Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
     throw WrongUsage("only the meta file can be written to standard output");
   }
   if (run.reads_standard_input()) {
-    if (files.meta.empty()) throw WrongUsage("a script from standard input needs -o");
+    if (files.meta.empty()) {
+      throw WrongUsage(all.folder.empty()
+                           ? "a script from standard input needs -o"
+                           : "a script from standard input needs --stdin-name or -o");
+    }
     files.reads_standard_input = true;
   }
   if (files.meta.empty()) files.meta = DefaultMeta(sources::ToOpenablePath(script));
@@ -195,9 +199,9 @@ Action SetUpCompile(Arguments& arguments) {
       .Add("--depfile", &files.depfile,
            "Also write a rule for make or ninja that lists the files read")
       .File("FILE");
-  arguments.Add("--if-changed", &files.if_changed, "Leave alone files that would not change");
+  arguments.Add("--if-changed", &files.if_changed, "Write only files whose content changes");
   arguments.Footer(
-      "In the names of files to write, {} stands for the name of the script and {dir} for its "
+      "In the names of output files, {} is replaced by the name of the script and {dir} by its "
       "folder.\n\n"
       "Examples:\n  rux compile boards/server.rux -o server.meta -g server.metad\n"
       "  rux compile -j 4 boards/*.rux -o 'out/{}.meta'\n"

@@ -1,8 +1,6 @@
 // rux decompile METAD [-o SCRIPT]
 #include "decompile/decompile.h"
 
-#include <unistd.h>
-
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,8 +10,7 @@
 #include "driver/overwriting.h"
 #include "support/failure.h"
 #include "support/placement.h"
-#include "support/safe_text.h"
-#include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "tool/command.h"
 
 namespace rux::tool {
@@ -39,19 +36,9 @@ std::string Decompiled(const std::string& path) {
   return text;
 }
 
-// A script is printed as it is, and what it holds could steer the terminal.
-void PrintScript(const std::string& script) {
-  if (isatty(STDOUT_FILENO) != 0 && !support::AreSafeLines(script)) {
-    throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "the script has characters that could control a terminal: give -o FILE, "
-                           "or redirect the output");
-  }
-  support::PrintOut(script);
-}
-
 support::ExitStatus Decompile(const Options& options) {
   if (options.script.empty()) {
-    PrintScript(Decompiled(options.debug_meta));
+    support::PrintScript(Decompiled(options.debug_meta), "give -o FILE, or redirect the output");
   } else {
     driver::RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
     support::PutInPlace({{options.script, Decompiled(options.debug_meta)}});
@@ -67,8 +54,8 @@ Action SetUpDecompile(Arguments& arguments) {
   arguments.Add("-o,--output", &options->script, "The script to write (default: standard output)")
       .File("SCRIPT");
   arguments.Footer(
-      "The script compiles to the same meta file as the script that the debug meta file was\n"
-      "made from. Its first lines list what debug meta files do not keep.\n\n"
+      "The script compiles to the same meta file as the original. Its first lines list what debug\n"
+      "meta files do not keep.\n\n"
       "Example:\n  rux decompile server.metad -o server.rux");
   return [options] { return Decompile(*options); };
 }

@@ -15,6 +15,7 @@
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "support/text_stream.h"
 #include "tool/command.h"
 #include "tool/view_arguments.h"
@@ -26,6 +27,7 @@ struct Options {
   std::string file;
   std::string kind;
   inspect::SectionFilter filter;
+  std::string color = "auto";
   bool types = false;
   bool json = false;
   bool raw = false;
@@ -60,7 +62,8 @@ void DumpForm(const Options& options, std::string_view bytes) {
       return Traits::kWriteJson(options.file, meta, selection, inspect::RawJson(bytes, options.raw),
                                 out);
     }
-    inspect::Listing listing(bytes, options.raw, options.types, out);
+    inspect::Listing listing(
+        bytes, {options.raw, options.types, support::StyleOfOutput(options.color)}, out);
     Traits::kList(options.file, meta, selection, listing);
   });
 }
@@ -85,6 +88,7 @@ Action SetUpDump(Arguments& arguments) {
   arguments.Add("--types", &options->types,
                 "Also print identifiers, classes and notations, and the symbol tables");
   arguments.Add("--raw", &options->raw, "Also print the offset and the bytes of every field");
+  AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/dump-json.md)");
   arguments.Footer(
       "A debug meta file is printed with the files and lines of the script, a meta file with the\n"

@@ -76,14 +76,15 @@ support::ExitStatus Explain(const Options& options) {
 
 Action SetUpExplain(Arguments& arguments) {
   const auto options = std::make_shared<Options>();
-  arguments.Add("ID", &options->ids,
-                "Ids of messages, as in the [brackets] at their end; or one word to search for; or "
-                "all (default: list the messages)");
+  arguments.Add(
+      "ID", &options->ids,
+      "Message ids, as shown in [brackets] at the end of messages; a word to search for; or "
+      "all (default: list the messages)");
   arguments.Add("--format", &options->format, "text (default) or markdown")
       .OneOf("FORMAT", {"text", "markdown"});
   arguments
       .Add("-l,--list", &options->list, "List messages, one per line, instead of explaining them")
-      .Without("--format");
+      .Without({"--format"});
   arguments.Footer("Examples:\n  rux explain undefined-word\n  rux explain threshold");
   return [options] { return Explain(*options); };
 }

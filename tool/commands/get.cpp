@@ -1,6 +1,4 @@
 // rux get FILE PATH
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -32,18 +30,17 @@ struct Options {
 };
 
 std::string SectionText(const inspect::FileView& view, const inspect::Found& found,
-                        bool uses_colour) {
+                        support::OutputStyle style) {
   const std::vector<inspect::KeyedValue> entries = view.EntriesOf(*found.kind, found.ordinal);
   std::size_t width = 0;
   for (const inspect::KeyedValue& entry : entries)
     width = std::max(width, support::Columns(support::SafeText(entry.key)));
-  const std::size_t line = support::OutputWidth();
   std::string text;
   for (const inspect::KeyedValue& entry : entries) {
     const std::string key = support::SafeText(entry.key);
-    text += support::Bold(key, uses_colour);
+    text += support::Bold(key, style.uses_colour);
     text.append(width - support::Columns(key) + 2, ' ');
-    text += support::WrappedPieces(inspect::ValuePieces(entry.value), line, width + 2);
+    text += support::WrappedPieces(inspect::ValuePieces(entry.value), style.width, width + 2);
     text += '\n';
   }
   if (const auto* cells = view.CellsOf(*found.kind, found.ordinal))
@@ -63,12 +60,13 @@ void WriteSection(JsonObject& json, const inspect::FileView& view, const inspect
 
 std::string FoundText(const inspect::FileView& view, const inspect::Found& found,
                       const std::string& color) {
-  const auto wrapped = [](const std::vector<std::string>& pieces) {
-    return support::WrappedPieces(pieces, support::OutputWidth(), 0) + '\n';
+  const support::OutputStyle style = support::StyleOfOutput(color);
+  const auto wrapped = [&](const std::vector<std::string>& pieces) {
+    return support::WrappedPieces(pieces, style.width, 0) + '\n';
   };
   if (found.part) return wrapped(inspect::PartPieces(*found.part));
   if (found.entry) return wrapped(inspect::ValuePieces(found.entry->value));
-  return SectionText(view, found, support::UsesColour(color, STDOUT_FILENO));
+  return SectionText(view, found, style);
 }
 
 std::string FoundJson(const inspect::FileView& view, const inspect::Found& found) {

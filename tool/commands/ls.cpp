@@ -1,6 +1,4 @@
 // rux ls FILE [KIND]
-#include <unistd.h>
-
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -52,17 +50,16 @@ std::vector<Selected> SelectedOf(const inspect::FileView& view, const Options& o
 }
 
 std::string ListText(const inspect::FileView& view, const Options& options) {
-  const bool uses_colour = support::UsesColour(options.color, STDOUT_FILENO);
-  if (options.tree) return inspect::TreeText(view, uses_colour);
+  const support::OutputStyle style = support::StyleOfOutput(options.color);
+  if (options.tree) return inspect::TreeText(view, style);
   const bool lists_sections =
       !options.kind.empty() || options.is_long || !options.filter.is_empty();
-  if (!lists_sections) return inspect::KindsText(view);
-  const inspect::ListStyle style{options.is_long, support::OutputWidth(), uses_colour};
+  if (!lists_sections) return inspect::KindsText(view, style.width);
   std::string text;
   for (const Selected& each : SelectedOf(view, options)) {
     if (options.kind.empty())
       text += (text.empty() ? "[" : "\n[") + std::string(each.kind->keyword) + "]\n";
-    text += inspect::SectionsText(view, *each.kind, each.ordinals, style);
+    text += inspect::SectionsText(view, *each.kind, each.ordinals, options.is_long, style);
   }
   return text;
 }
@@ -96,9 +93,10 @@ Action SetUpLs(Arguments& arguments) {
   AddViewedFile(arguments, options->file);
   arguments.Add("KIND", &options->kind, "List the sections of this kind, such as SENSOR");
   arguments.Add("-l,--long", &options->is_long, "Also show types, limits and parents");
-  arguments.Add("--tree", &options->tree, "Show the groups with their sensors as trees")
-      .Without("--long");
   AddSectionFilter(arguments, options->filter);
+  // It shows the whole machine.
+  arguments.Add("--tree", &options->tree, "Show the groups and their sensors as trees")
+      .Without({"KIND", "--long", "--name", "--file"});
   AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/ls.schema.json)");
   arguments.Footer(

@@ -164,7 +164,8 @@ Action SetUpVerify(Arguments& arguments) {
       .File()
       .Required();
   arguments.Add("--json", &options->json, "Print JSON (docs/verify-json.md)");
-  arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file").Without("--json");
+  arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file")
+      .Without({"--json"});
   arguments.Footer(
       "Every offset, length, count, identifier and reference is checked. A fault is reported with\n"
       "its offset, record, field and reason. A likely cause, such as a truncated file, comes\n"

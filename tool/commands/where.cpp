@@ -11,7 +11,9 @@
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/standard_streams.h"
+#include "support/terminal.h"
 #include "tool/command.h"
+#include "tool/view_arguments.h"
 
 namespace rux::tool {
 namespace {
@@ -19,6 +21,7 @@ namespace {
 struct Options {
   std::string metad;
   std::string path;
+  std::string color = "auto";
   bool json = false;
 };
 
@@ -29,8 +32,9 @@ support::ExitStatus Where(const Options& options) {
   const auto write = [&](support::JsonObject& json) {
     inspect::WritePlaces(json, options.metad, meta, places);
   };
-  support::PrintOut(options.json ? support::JsonDocument(write)
-                                 : inspect::PlacesText(meta, places, path.size() == 1));
+  support::PrintOut(options.json
+                        ? support::JsonDocument(write)
+                        : inspect::PlacesText(meta, places, support::StyleOfOutput(options.color)));
   return support::ExitStatus::kDone;
 }
 
@@ -42,6 +46,7 @@ Action SetUpWhere(Arguments& arguments) {
       .File()
       .Required();
   arguments.Add("PATH", &options->path, "KIND[/SECTION[/ENTRY]] or WORD[/NAME]").Required();
+  AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/where.schema.json)");
   arguments.Footer(
       "SECTION is a name, #ID or @ordinal (from 0); where sections have no names, the entry\n"

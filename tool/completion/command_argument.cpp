@@ -24,6 +24,8 @@ std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
   if (argument.value_name == "SCRIPT") return {".rux"};
   if (argument.value_name == "META") return {".meta"};
   if (argument.value_name == kDebugMeta) return {".metad"};
+  if (argument.value_name == "OLD" || argument.value_name == "NEW")
+    return {".rux", ".meta", ".metad"};
   // What an option calls a FILE is any file; without an option, it is a compiled one of either
   // form.
   if (argument.value_name == kFile && !argument.is_option()) return {".meta", ".metad"};

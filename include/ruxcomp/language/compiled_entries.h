@@ -48,6 +48,7 @@ constexpr Content ContentOf(const EntryTemplate& row) {
     case TextUse::kActionName:
       return Content::kActionName;
     case TextUse::kPlain:
+    case TextUse::kWord:
       break;
   }
   return row.identifier == ENTRY_NAME ? Content::kName : Content::kText;

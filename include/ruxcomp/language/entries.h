@@ -113,6 +113,25 @@ constexpr NameForm NameFormOf(std::uint32_t entry) {
   return found != nullptr ? found->form : NameForm::kAny;
 }
 
+// Which readings a limit keeps out; see LIMIT_OF in entries.def.
+enum class LimitSide : std::uint8_t {
+  kMost,   // those above it
+  kLeast,  // those below it
+};
+struct LimitRow {
+  EntryId entry;
+  LimitSide side;
+};
+inline constexpr LimitRow kLimits[] = {
+#define LIMIT_OF(name, side) {ENTRY_##name, LimitSide::side},
+#include "ruxcomp/language/entries.def"
+};
+
+// Null for an entry that is not a limit.
+constexpr const LimitRow* FindLimit(std::uint32_t entry) {
+  return FindRow(kLimits, [&](const LimitRow& row) { return row.entry == entry; });
+}
+
 struct EntryRow {
   const char* name;         // of the row
   const char* keyword;      // "" for a name of the script's own

@@ -51,6 +51,7 @@ enum class TextUse : std::uint8_t {
   kMayBeEmpty,  // the empty text is allowed
   kGroupName,   // compiles to the index of a group
   kActionName,  // compiles to the index of an action
+  kWord,        // a word, which need not be defined
 };
 
 // An empty entry that every new section of the kind starts with.

@@ -185,6 +185,10 @@ inline constexpr ValueType kComparison =
     inline constexpr ValueType kNoRecord =
         MakeValueType(kAnyNumber, Shape::kNone, 1, kAnyNumber, kPlainType);
 
+// The parts of a REPEATER entry, which has no type.
+inline constexpr ValueType kRepeaterRecord =
+    MakeValueType(kAnyNumber, Shape::kRepeater, 2, kAnyNumber, kPlainType);
+
 constexpr bool ListsComeLast() {
   for (std::size_t i = 0; i + 1 < std::size(kFields); ++i) {
     const bool is_last = kFields[i + 1].shape != kFields[i].shape;

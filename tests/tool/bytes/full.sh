@@ -1,5 +1,5 @@
 # Writes two compiled files with all that can be in one, byte by byte:
-# . "$BOARDS/../bytes/full.sh". The comments tell the offsets; lengths and counts are written out.
+# . "$BOARDS/../bytes/full.sh". The comments give the offsets; lengths and counts are written out.
 . "$BOARDS/../bytes/functions.sh"
 
 # full.meta: a section of every kind, 0x618 bytes.

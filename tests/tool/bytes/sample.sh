@@ -2,7 +2,7 @@
 . "$BOARDS/../bytes/functions.sh"
 
 # sample.metad: a script of one defined word and one action, whose ARGNUMBER and VALUE_IPMI were not
-# given. The comments tell the offsets; lengths and counts are written out.
+# given. The comments give the offsets; lengths and counts are written out.
 {
   printf 'MORV RUX metaD.\000'
   word 0x01000000 0
@@ -92,7 +92,7 @@
   word 0x01000008 2
   word 0x02000015 1 0x12000000
   word 0x02000002 1 0x11000000
-  # 140 padding behind what ends on a boundary
+  # 140 padding after what ends on a boundary
   zeros 16
   # 150 properties
   word 0x03000000 0

@@ -7,7 +7,7 @@
 #include "compiled/debug_meta.h"
 
 // The first difference, for people; empty when there is none. Not compared are INCLUDE sections,
-// places in files, and the numbers of definitions: the table of words tells what those came to.
+// places in files, and the numbers of definitions: the table of words has what those came to.
 std::string DifferenceOf(const rux::compiled::DebugMeta& one,
                          const rux::compiled::DebugMeta& other);
 

@@ -16,6 +16,7 @@
 
 #include "diagnostics/registry.h"
 #include "driver/messages.h"
+#include "lint/lint_rows.h"
 #include "rules/rule_report.h"
 #include "tests/support/temp_folder.h"
 
@@ -35,7 +36,7 @@ class ExamplesTest : public testing::Test {
  protected:
   void SetUp() override { folder_.Write("machine.rux", rux::diagnostics::kMachineScript); }
 
-  // The ids of all that compiling the script tells.
+  // The ids of all that compiling the script reports.
   std::set<std::string> IdsOf(std::string_view script, const char* options) const {
     folder_.Write("board.rux", script);
     const std::string output =
@@ -64,8 +65,9 @@ TEST_F(ExamplesTest, WrongOnesYieldTheirMessageAndRightOnesNone) {
     // That one is about the debug meta file.
     const char* options = each == &rux::driver::kIncludeFirst ? " -g board.metad" : "";
     if (row.severity == rux::diagnostics::Severity::kNote) {
-      EXPECT_EQ(IdsOf(row.wrong, " --verbose").count(std::string(row.id)), 1U) << row.wrong;
-      EXPECT_EQ(IdsOf(row.right, " --verbose").count(std::string(row.id)), 0U) << row.right;
+      const char* const with_notes = " --verbose -W no-error=missing-include";
+      EXPECT_EQ(IdsOf(row.wrong, with_notes).count(std::string(row.id)), 1U) << row.wrong;
+      EXPECT_EQ(IdsOf(row.right, with_notes).count(std::string(row.id)), 0U) << row.right;
       continue;
     }
     EXPECT_EQ(IdsOf(row.wrong, options), std::set<std::string>({std::string(row.id)})) << row.wrong;
@@ -82,7 +84,10 @@ TEST(RuleRowsTest, EveryRuleHasACase) {
     std::ifstream stream(file.path());
     cases.append(std::istreambuf_iterator<char>(stream), {});
   }
-  for (const rux::diagnostics::MessageRow* row : rux::rules::kRows) {
+  std::vector<const rux::diagnostics::MessageRow*> rules(std::begin(rux::rules::kRows),
+                                                         std::end(rux::rules::kRows));
+  rules.insert(rules.end(), std::begin(rux::lint::kRows), std::end(rux::lint::kRows));
+  for (const rux::diagnostics::MessageRow* row : rules) {
     EXPECT_NE(cases.find('[' + std::string(row->id) + "]\n"), std::string::npos)
         << "no case in tests/tool/cases shows " << row->id;
   }
@@ -100,6 +105,9 @@ TEST(MessageRowsTest, IdsAreKebabCaseAndSummariesOneLine) {
     EXPECT_NE(row.summary.back(), '.');
     EXPECT_EQ(row.explanation.back(), '.');
     EXPECT_EQ(row.wrong.empty(), row.right.empty());
+    for (const std::string_view example : {row.wrong, row.right}) {
+      EXPECT_TRUE(example.empty() || example.back() == '\n');
+    }
   }
 }
 

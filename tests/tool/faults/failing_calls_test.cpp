@@ -134,9 +134,9 @@ TEST_P(FailingCallsOnTest, EachEndsInAReasonAndChangesNothing) {
       for (const int error : ErrorsOf(call.call)) {
         const Ended ended = RunWithFailing(task, call.ordinal, error);
         std::string wrong = WrongEnd(task, ended, After(task, ended, call));
-        // Where the reason would be told, it cannot.
-        const bool is_told = call.call == Call::kWrite && call.arguments[0] == STDERR_FILENO;
-        if (is_told && wrong == "no reason is told") wrong.clear();
+        // A reason that cannot be written is missing.
+        const bool is_reason = call.call == Call::kWrite && call.arguments[0] == STDERR_FILENO;
+        if (is_reason && wrong == "no reason is given") wrong.clear();
         if (IsNeeded(call.call) && ended.exit_status == 0) wrong = "this cannot be done";
         EXPECT_EQ(wrong, "") << task.name << ", call " << call.ordinal << " (" << NameOf(call.call)
                              << "): " << std::strerror(error) << "\nexit status "
@@ -179,7 +179,7 @@ TEST_F(FailingCallsTest, NobodyElseCanOpenWhatIsToReplaceAFile) {
 constexpr char kPieceByPiece[] =
     "glibc.malloc.mmap_threshold=1:glibc.malloc.mmap_max=1000000000:glibc.malloc.tcache_count=0";
 
-TEST_F(FailingCallsTest, MemoryThatRunsOutAtAnyTimeIsTold) {
+TEST_F(FailingCallsTest, MemoryThatRunsOutAtAnyTimeIsReported) {
   setenv("GLIBC_TUNABLES", kPieceByPiece, 1);
   for (const Task& task : Tasks()) {
     constexpr std::size_t kStep = 53;

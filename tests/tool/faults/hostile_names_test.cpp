@@ -116,15 +116,15 @@ class HostileNamesTest : public testing::TestWithParam<std::size_t> {
                           dup2(STDERR_FILENO, STDOUT_FILENO);
                           alarm(20);  // nothing of this is to be waited for
                         }).Wait();
-    const auto told = [&] { return testing::PrintToString(arguments) + " with " + there; };
+    const auto task = [&] { return testing::PrintToString(arguments) + " with " + there; };
     EXPECT_TRUE(ended.exit_status >= 0 && ended.exit_status <= kLastStatus)
-        << told() << ": " << ended.exit_status << ", signal " << ended.signal;
+        << task() << ": " << ended.exit_status << ", signal " << ended.signal;
     const bool has_commands =
         std::find(arguments.begin(), arguments.end(), "github") != arguments.end();
     std::istringstream lines(ended.errors);
     for (std::string line; std::getline(lines, line);) {
       EXPECT_EQ(WrongWith(line, has_commands), "")
-          << testing::PrintToString(line) << " of " << told();
+          << testing::PrintToString(line) << " of " << task();
     }
   }
 
@@ -251,7 +251,12 @@ TEST_P(HostileNamesTest, InTheEnvironmentStayInTheirLines) {
   unsetenv("SOURCE_DATE_EPOCH");
 }
 
-INSTANTIATE_TEST_SUITE_P(Names, HostileNamesTest,
-                         testing::Range(std::size_t{0}, std::size(kNames)));
+// What sanitizers find, they find with one name as with several.
+#ifdef RUX_SANITIZED
+constexpr std::size_t kNameCount = 1;
+#else
+constexpr std::size_t kNameCount = std::size(kNames);
+#endif
+INSTANTIATE_TEST_SUITE_P(Names, HostileNamesTest, testing::Range(std::size_t{0}, kNameCount));
 
 }  // namespace

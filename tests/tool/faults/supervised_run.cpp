@@ -147,7 +147,7 @@ class Supervision {
       answer.id = notice.id;
       answer.error = -Decide(notice);
       if (answer.error == 0) answer.flags = SECCOMP_USER_NOTIF_FLAG_CONTINUE;
-      // This one does not tell of errors: it answers an end of the memory that is not the wanted.
+      // This one does not answer errors but an end of the memory other than the wanted one.
       if (notice.data.nr == SYS_brk) answer.error = 0;
       ioctl(listener_, SECCOMP_IOCTL_NOTIF_SEND, &answer);
     }

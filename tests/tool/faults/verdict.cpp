@@ -14,7 +14,7 @@ Contents CompiledScript() {
   return {{"board.metad", all.at("board.metad")}};
 }
 
-// A script with errors still leaves the file that tells what it is made of.
+// A script with errors still leaves the file that lists what it includes.
 Contents WithDepfile(const Task& task) {
   Contents after = task.before;
   const auto depfile = task.done.find("board.d");
@@ -53,8 +53,7 @@ std::string WrongEnd(const Task& task, const Ended& ended, const Contents& after
   if (after != task.before && (ended.exit_status != 1 || after != WithDepfile(task))) {
     return "it is not done, but something has changed";
   }
-  if (ended.exit_status == 3) return Says(ended, "rux: error: ") ? "" : "no reason is told";
-  if (ended.exit_status == 1)
-    return Says(ended, "INCLUDE could not be read") ? "" : "what finding?";
+  if (ended.exit_status == 3) return Says(ended, "rux: error: ") ? "" : "no reason is given";
+  if (ended.exit_status == 1) return Says(ended, "cannot include words.rux") ? "" : "what finding?";
   return "this is no end for a fault";
 }

@@ -21,7 +21,7 @@ const std::vector<Task>& Tasks();
 std::vector<Task> LongestTask();
 
 // Why the end of the task is not one of those that may come of a fault: it is done, without an
-// error; or it is not, nothing has changed, and the error is told (3), be it as a file of the
+// error; or it is not, nothing has changed, and the error is reported (3), be it as a file of the
 // script that is missing (1), when only the dependency file may be new. Empty: it is.
 std::string WrongEnd(const Task& task, const Ended& ended, const Contents& after);
 

@@ -32,7 +32,7 @@ std::string ReadFile(const fs::path& path) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// A block of meta_rows.txt, whose beginning tells the form.
+// A block of meta_rows.txt, whose beginning says which form it is about.
 struct Row {
   std::string name;
   Lines changes;
@@ -118,11 +118,11 @@ const std::string kTooManyItems =
     "offset 0x3F4, table 0, length: there are more than 16777216 items";
 const std::string kForeign = "offset 0x0, header, magic: this is not a meta file";
 
-// An index tells that many of them from each other.
+// There are indices for that many items.
 TEST(VerifyRows, TablesHaveNoMoreItemsThanThereAreIndices) {
   std::string bytes = SampleFile("full.meta");
   constexpr std::uint32_t kItems = 0x1000010;
-  bytes.insert(0x402, kItems, '\0');  // behind the names of the properties
+  bytes.insert(0x402, kItems, '\0');  // after the names of the properties
   for (std::size_t slot = 0x84; slot < 0xA8; slot += 4) {
     const std::uint32_t offset = ruxcomp::language::LoadWord(&bytes[slot]) + kItems;
     Change(std::to_string(slot) + ' ' + std::to_string(offset), bytes);
@@ -142,7 +142,7 @@ TEST(VerifyRows, OtherFilesAreNotDecoded) {
 TEST(VerifyRows, OfMetaFiles) { TestRows("meta", "full.meta"); }
 TEST(VerifyRows, OfDebugMetaFiles) { TestRows("debug", "full.metad"); }
 
-// The arguments of a call, from behind its opening parenthesis on.
+// The arguments of a call, from after its opening parenthesis on.
 Lines ArgumentsAt(const std::string& source, std::size_t at) {
   Lines arguments(1);
   bool is_quoted = false;

@@ -1,0 +1,16 @@
+// Numbers as people read them.
+#ifndef SUPPORT_NUMBER_TEXT_H_
+#define SUPPORT_NUMBER_TEXT_H_
+
+#include <cstdint>
+#include <string>
+
+namespace rux::support {
+
+// "85 (0x55)"; with the top bit set, also the number that a script may have written with a sign:
+// "4294967276 (0xFFFFFFEC, -20)".
+std::string NumberText(std::uint32_t number);
+
+}  // namespace rux::support
+
+#endif  // SUPPORT_NUMBER_TEXT_H_

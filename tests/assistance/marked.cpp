@@ -1,0 +1,33 @@
+#include "tests/assistance/marked.h"
+
+#include <stdexcept>
+#include <utility>
+
+Marked::Marked(SourceFiles files)
+    : machine_(WithoutMark(std::move(files), path_, offset_)),
+      file_(machine_.index().FindFile(path_)) {}
+
+SourceFiles Marked::WithoutMark(SourceFiles files, std::string& path, std::uint32_t& offset) {
+  for (auto& [name, text] : files) {
+    const std::size_t mark = text.find('^');
+    if (mark == std::string::npos) continue;
+    text.erase(mark, 1);
+    path = name;
+    offset = static_cast<std::uint32_t>(mark);
+    return files;
+  }
+  throw std::logic_error("no mark");
+}
+
+std::string Marked::Shown(const rux::assistance::Location& at) const {
+  const rux::sources::SourceFile& file = *machine_.index().files()[at.file];
+  const std::string line = std::to_string(file.LineAt(at.range.begin));
+  return (at.file == 0 ? line : file.path() + ":" + line) + ": " +
+         machine_.TextAt(at.file, at.range);
+}
+
+std::vector<std::string> Marked::Shown(const std::vector<rux::assistance::Location>& places) const {
+  std::vector<std::string> rows;
+  for (const auto& each : places) rows.push_back(Shown(each));
+  return rows;
+}
