@@ -1,4 +1,4 @@
-" Writes the classes of the texts of marks.txt, "LINE TEXT CLASS", and behind them what is wrong in the
+" Writes the classes of the texts of marks.txt, "LINE TEXT CLASS", and after them what is wrong in the
 " examples, in which there is nothing wrong.
 set nocompatible nomore
 execute 'set runtimepath^=' . $VIM_FILES

@@ -21,7 +21,7 @@ compare() {
   rux compile "$script" -o script.meta -g script.metad 2>/dev/null
   ctags --options="$definition" -f tags $2
   for kind in $(rux complete ls script.meta '' | sed '1d; s/\t.*//'); do
-    # MORVRUX and SYSTEM stand for themselves, and have no tags.
+    # MORVRUX and SYSTEM sections have no names, and so no tags.
     case $kind in MORVRUX | SYSTEM) continue ;; esac
     letter=$(ctags --options="$definition" --list-kinds-full=Rux |
       awk -v kind="$(echo "$kind" | tr A-Z a-z)" '$2 == kind { print $1 }')

@@ -1,0 +1,189 @@
+#!/usr/bin/env python3
+"""How long an editor waits for a language server: for findings after a change, and for completions.
+
+    latency.py RUX [--lines N]... [--edits N] [--rival COMMAND...]
+
+Types into a generated machine as a person would, one character at a time, and waits for what is found each time;
+asks for completions after each character. With a rival, which speaks the same protocol about JSON, the same
+content is a JSON document, with the same edits. Times are those of the wall, from sending to receiving.
+"""
+import argparse
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tests/lsp"))
+from conversation import Server
+
+HEAD = """[MORVRUX]
+VERSION = 1.0
+[SYSTEM]
+TYPE = 1
+ID = 1
+SIZE = 1
+VERSION = 1
+[DEFINE]
+VT_CALL = 3
+MASK = 3
+INIT = 3
+[ACTION]
+NAME = READ
+ARGNUMBER = 1
+VALUE = VT_CALL, READ, ARG1
+[GROUP]
+NAME = BOARD
+PARENT = 0
+CHILDGROUP = 0
+"""
+SENSOR = """[SENSOR]
+NAME = S{0}
+ID = {1}
+PARENT = BOARD
+TYPE = 1
+INITFLAG = INIT
+CONTROLMASK = MASK
+THRESHOLD_FH = 90
+THRESHOLD_WH = 80
+VALUE = VT_CALL, READ, {0}
+"""
+
+def machine(lines):
+    """A script with so many lines, and the line that is typed in: the first sensor's CONTROLMASK."""
+    count = lines // SENSOR.count("\n")
+    text = HEAD + "".join(SENSOR.format(i, i + 1) for i in range(count))
+    return text, text[:text.index("CONTROLMASK")].count("\n")
+
+
+def document(lines):
+    """The same sensors as JSON, each entry on a line; and the line that is typed in."""
+    sensors = []
+    for i in range(lines // SENSOR.count("\n")):
+        lines_of_one = SENSOR.format(i, i + 1).splitlines()[1:]
+        sensors.append(dict(line.split(" = ", 1) for line in lines_of_one))
+    text = json.dumps({"sensors": sensors}, indent=1)
+    return text, text[:text.index("\"CONTROLMASK\"")].count("\n")
+
+
+class Rival(Server):
+    """Any other program that speaks the protocol."""
+
+    def __init__(self, command, folder):  # pylint: disable=super-init-not-called
+        self.process = subprocess.Popen(command, cwd=folder, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.bytes = b""
+
+
+class Client:
+    def __init__(self, server, uri):
+        self.server = server
+        self.uri = uri
+        self.version = 0
+        self.id = 0
+
+    def notify(self, method, params):
+        self.server.send({"method": method, "params": params})
+
+    def request(self, method, params):
+        self.id += 1
+        self.server.send({"id": self.id, "method": method, "params": params})
+        while True:
+            message = self.server.receive()
+            if message.get("id") == self.id and "method" not in message:
+                return
+
+    def start(self, folder):
+        self.request("initialize", {"processId": None, "rootUri": folder.as_uri(), "capabilities": {
+            "textDocument": {"publishDiagnostics": {"versionSupport": True},
+                             "completion": {"completionItem": {"snippetSupport": True}}}}})
+        self.notify("initialized", {})
+
+    def open(self, text):
+        self.version += 1
+        self.notify("textDocument/didOpen", {"textDocument": {
+            "uri": self.uri, "languageId": "any", "version": self.version, "text": text}})
+        self.wait()
+
+    def wait(self):
+        """Until what is found in the text as it is has come."""
+        while True:
+            message = self.server.receive()
+            if "id" in message and "method" in message:
+                self.server.send({"id": message["id"], "result": None})
+            if message.get("method") == "textDocument/publishDiagnostics" \
+                    and message["params"].get("version", self.version) == self.version:
+                return
+
+    def change(self, line, column, end, text):
+        self.version += 1
+        self.notify("textDocument/didChange", {
+            "textDocument": {"uri": self.uri, "version": self.version}, "contentChanges": [{
+                "range": {"start": {"line": line, "character": column},
+                          "end": {"line": line, "character": end}}, "text": text}]})
+
+    def memory(self):
+        """The most that the process had, in MiB."""
+        status = pathlib.Path(f"/proc/{self.server.process.pid}/status").read_text()
+        return int(re.search(r"VmHWM:\s*(\d+)", status)[1]) / 1024
+
+
+def typed(client, line, column, edits):
+    """Seconds for findings and for completions, while a character comes and goes."""
+    found, completed = [], []
+    for _ in range(edits):
+        start = time.perf_counter()
+        client.change(line, column, column, "x")
+        client.request("textDocument/completion", {
+            "textDocument": {"uri": client.uri}, "position": {"line": line, "character": column + 1}})
+        completed.append(time.perf_counter() - start)
+        start = time.perf_counter()
+        client.change(line, column, column + 1, "")
+        client.wait()
+        found.append(time.perf_counter() - start)
+    return found, completed
+
+
+def row(name, lines, seconds):
+    seconds = sorted(seconds)
+    middle, late = (seconds[int(part * (len(seconds) - 1))] * 1e3 for part in (0.5, 0.95))
+    print(f"| {name} | {lines:,} | {middle:.1f} ms | {late:.1f} ms |")
+
+
+def measure(name, start, extension, make, lines, edits):
+    with tempfile.TemporaryDirectory() as folder:
+        folder = pathlib.Path(folder).resolve()
+        text, line = make(lines)
+        path = folder / f"main{extension}"
+        path.write_text(text)
+        client = Client(start(folder), path.as_uri())
+        client.start(folder)
+        client.open(text)
+        found, completed = typed(client, line, text.split("\n")[line].index("MAS") + 1, edits)
+        row(f"{name}: findings", lines, found)
+        row(f"{name}: completions", lines, completed)
+        print(f"| {name}: memory | {lines:,} | {client.memory():.0f} MiB | |")
+        client.server.process.kill()
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("rux")
+    parser.add_argument("--lines", type=int, action="append")
+    parser.add_argument("--edits", type=int, default=60)
+    parser.add_argument("--rival", nargs=argparse.REMAINDER)
+    options = parser.parse_args()
+    print("| | Lines | middle | 95 % below |\n|---|---|---|---|")
+    program = pathlib.Path(options.rux).resolve()
+    for lines in options.lines or [1000, 10000, 100000]:
+        measure("rux lsp", lambda folder: Server(program, [], folder, None), ".rux", machine, lines,
+                options.edits)
+        if options.rival:
+            measure("rival", lambda folder: Rival(options.rival, folder), ".json", document, lines,
+                    options.edits)
+
+
+if __name__ == "__main__":
+    main()
