@@ -148,7 +148,7 @@ class RefusedByItem {
   std::map<Key, const ruxcomp::reader::RefusedScript*> items_;
 };
 
-std::string TextOf(const ruxcomp::reader::RefusedScript& refused) {
+std::string RefusalText(const ruxcomp::reader::RefusedScript& refused) {
   const std::string path = sources::ToShownPath(refused.path);
   if (refused.reason == ruxcomp::reader::Refusal::kIsOpenAlready) {
     return path + " is already open: the INCLUDEs form a loop";
@@ -238,7 +238,7 @@ void AddNotesOnIncludes(const run::Result& result, diagnostics::Collection& coll
     if (diagnostic.row != &row) continue;
     const ruxcomp::reader::RefusedScript* refused = refused_by_item.Find(diagnostic);
     if (refused == nullptr) continue;
-    const auto at = diagnostic.notes.insert(diagnostic.notes.begin(), {TextOf(*refused), {}});
+    const auto at = diagnostic.notes.insert(diagnostic.notes.begin(), {RefusalText(*refused), {}});
     std::string folders = FoldersText(*refused);
     if (!folders.empty()) diagnostic.notes.insert(std::next(at), {std::move(folders), {}});
   }

@@ -23,34 +23,34 @@ namespace {
 
 using index::Index;
 using index::Use;
-using Kind = Token::Kind;
+using TokenKind = Token::Kind;
 
-Kind KindOfSpace(const index::Space& space) {
-  if (space == index::kWords) return Kind::kWord;
-  if (space == index::kArguments) return Kind::kArgument;
-  if (space == index::kFiles) return Kind::kText;
-  if (index::HasNumbers(space)) return Kind::kNumber;
+TokenKind KindOfSpace(const index::Space& space) {
+  if (space == index::kWords) return TokenKind::kWord;
+  if (space == index::kArguments) return TokenKind::kArgument;
+  if (space == index::kFiles) return TokenKind::kText;
+  if (index::HasNumbers(space)) return TokenKind::kNumber;
   const bool is_name = space.entry == language::ENTRY_NAME;
-  if (is_name && space.section == language::SECTION_ACTION) return Kind::kAction;
-  if (is_name && space.section == language::SECTION_TABLE) return Kind::kTable;
-  if (is_name) return Kind::kName;
-  if (space.section == language::SECTION_GLOBAL) return Kind::kGlobal;
-  return language::PayloadOf(space.entry) == language::PAYLOAD_VALUE ? Kind::kValue
-                                                                     : Kind::kProperty;
+  if (is_name && space.section == language::SECTION_ACTION) return TokenKind::kAction;
+  if (is_name && space.section == language::SECTION_TABLE) return TokenKind::kTable;
+  if (is_name) return TokenKind::kName;
+  if (space.section == language::SECTION_GLOBAL) return TokenKind::kGlobal;
+  return language::PayloadOf(space.entry) == language::PAYLOAD_VALUE ? TokenKind::kValue
+                                                                     : TokenKind::kProperty;
 }
 
-std::optional<Kind> KindOfUse(const index::PartUse& use, std::string_view part) {
+std::optional<TokenKind> KindOfUse(const index::PartUse& use, std::string_view part) {
   const bool is_number = language::ReadNumber(part).is_number;
   switch (use.use) {
     case Use::kText:
     case Use::kPath:
-      return Kind::kText;
+      return TokenKind::kText;
     case Use::kField:
-      if (use.role == language::Role::kOperator) return Kind::kOperator;
-      if (use.role == language::Role::kNone) return Kind::kText;
+      if (use.role == language::Role::kOperator) return TokenKind::kOperator;
+      if (use.role == language::Role::kNone) return TokenKind::kText;
       [[fallthrough]];
     case Use::kNumber:
-      return is_number ? std::optional(Kind::kNumber) : std::nullopt;
+      return is_number ? std::optional(TokenKind::kNumber) : std::nullopt;
     default:
       return std::nullopt;
   }
@@ -64,7 +64,7 @@ class TokenReader {
   void Read(Id section) {
     const index::SectionRecord& record = index_.sections()[section];
     if (record.kind == nullptr) return;
-    Add(record.section->name, Kind::kSection, false);
+    Add(record.section->name, TokenKind::kSection, false);
     for (const index::ItemRecord& item : index_.ItemsOf(section)) {
       const auto id = static_cast<Id>(&item - index_.items().data());
       ReadKey(id, item);
@@ -75,12 +75,12 @@ class TokenReader {
   std::vector<Token> Take() { return std::move(tokens_); }
 
  private:
-  void Add(std::string_view text, Kind kind, bool is_definition) {
+  void Add(std::string_view text, TokenKind kind, bool is_definition) {
     if (!text.empty()) tokens_.push_back({file_.RangeOf(text), kind, is_definition});
   }
 
   // What the text defines; none: nothing.
-  std::optional<Kind> DefinedBy(Id item, std::string_view text) const {
+  std::optional<TokenKind> DefinedBy(Id item, std::string_view text) const {
     const ByteRange range = file_.RangeOf(text);
     for (const index::Definition& each : index_.DefinitionsIn(item)) {
       if (each.symbol == kNone || each.name.begin != range.begin) continue;
@@ -95,12 +95,12 @@ class TokenReader {
     if (const auto defined = DefinedBy(id, item.item->key)) {
       Add(item.item->key, *defined, true);
     } else if (item.entry != 0) {
-      Add(item.item->key, Kind::kKey, false);
+      Add(item.item->key, TokenKind::kKey, false);
     }
   }
 
   // What the part refers to; none: nothing that is defined.
-  std::optional<Kind> ReferredBy(Id item, std::uint32_t part) const {
+  std::optional<TokenKind> ReferredBy(Id item, std::uint32_t part) const {
     for (const index::Reference& each : index_.ReferencesIn(item)) {
       if (each.part != part || each.symbol == kNone) continue;
       if (IsName(index_.symbols()[each.symbol])) return KindOfSpace(each.space);
@@ -115,8 +115,8 @@ class TokenReader {
       const index::PartUse use = index::UseOfPart(kind.source, item.entry, record, i);
       if (use.use == Use::kDropped) continue;
       const auto defined = DefinedBy(id, parts[i]);
-      std::optional<Kind> found = defined ? defined : ReferredBy(id, i);
-      if (use.use == Use::kType && found) found = Kind::kType;
+      std::optional<TokenKind> found = defined ? defined : ReferredBy(id, i);
+      if (use.use == Use::kType && found) found = TokenKind::kType;
       if (!found) found = KindOfUse(use, parts[i]);
       if (found) Add(parts[i], *found, defined.has_value());
     }

@@ -19,8 +19,6 @@ namespace ruxcomp::core {
 
 namespace {
 
-using namespace meta_format;
-
 // Reads a count of things of at least `size` bytes each; false when the file cannot hold as many.
 bool ReadCount(FileReader& file, std::size_t size, std::uint32_t& count) {
   return file.Word(count) && count <= file.Remaining() / size;
@@ -34,7 +32,8 @@ bool ReadEntry(FileReader& file, tagGCENTRY& entry) {
 
 bool ReadSection(FileReader& file, tagGCSECT& section) {
   std::uint32_t count = 0;
-  if (!file.Word(section.identifier) || !ReadCount(file, kRecordHeadSize, count)) return false;
+  if (!file.Word(section.identifier) || !ReadCount(file, meta_format::kRecordHeadSize, count))
+    return false;
   section.entries.resize(count);
   for (tagGCENTRY& entry : section.entries) {
     if (!ReadEntry(file, entry)) return false;
@@ -44,7 +43,7 @@ bool ReadSection(FileReader& file, tagGCSECT& section) {
 
 bool ReadSections(FileReader& file) {
   std::uint32_t count = 0;
-  if (!ReadCount(file, kRecordHeadSize, count)) return false;
+  if (!ReadCount(file, meta_format::kRecordHeadSize, count)) return false;
   for (; count > 0; --count) {
     auto section = std::make_unique<tagGCSECT>();
     if (!ReadSection(file, *section)) return false;
@@ -108,7 +107,8 @@ bool ReadTbl(FileReader& file) {
 // Reads the blocks that the directory lists, up to its ending zero. A directory that runs into the
 // sections is damaged: each of its slots could name the whole file once more.
 bool ReadTables(FileReader& file) {
-  for (std::size_t slot = kDirectoryOffset; slot < kSectionsOffset; slot += kWordSize) {
+  for (std::size_t slot = meta_format::kDirectoryOffset; slot < meta_format::kSectionsOffset;
+       slot += kWordSize) {
     std::uint32_t offset = 0;
     file.Seek(slot);
     if (!file.Word(offset)) return false;
@@ -120,8 +120,9 @@ bool ReadTables(FileReader& file) {
 }
 
 bool ReadHeader(FileReader& file, tagMETAFILEINFO& info) {
-  char magic[kMagicSize] = {};
-  if (!file.Bytes(magic, sizeof magic) || std::strncmp(magic, kMagic, sizeof magic) != 0)
+  char magic[meta_format::kMagicSize] = {};
+  if (!file.Bytes(magic, sizeof magic) ||
+      std::strncmp(magic, meta_format::kMagic, sizeof magic) != 0)
     return false;
   if (!file.Word(info.version) || info.version != RUX_VERSION) return false;
   file.Word(info.creationTime);
@@ -142,7 +143,7 @@ std::uint32_t ReadMeta(const std::string& path, tagMETAFILEINFO* info) {
     return 0;
   }
   if (info) *info = header;
-  file.Seek(kSectionsOffset);
+  file.Seek(meta_format::kSectionsOffset);
   InvalidateRecords();
   g_GCHead.clear();
   return ReadSections(file) && ReadTables(file) ? 1 : 0;

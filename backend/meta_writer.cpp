@@ -24,10 +24,6 @@ namespace ruxcomp::core {
 
 namespace {
 
-using namespace meta_format;
-
-using Bytes = std::vector<std::uint8_t>;
-
 constexpr std::size_t kWordsAtOnce = std::size_t{16} << 10;
 using Keys =
     std::variant<std::vector<const std::string*>, std::vector<const std::uint32_t*>>;  // or null
@@ -39,7 +35,7 @@ struct TableBlock {
   std::size_t payload = 0;  // in bytes
   Keys keys;
 
-  std::size_t size() const { return kRecordHeadSize + payload; }
+  std::size_t size() const { return meta_format::kRecordHeadSize + payload; }
 };
 
 // The length counts the keys of the table, the payload has a place for every index: they differ
@@ -73,9 +69,9 @@ std::vector<TableBlock> SymbolBlocks() {
 }
 
 std::size_t SizeOf(const tagGCSECT& section) {
-  std::size_t size = kRecordHeadSize;
+  std::size_t size = meta_format::kRecordHeadSize;
   for (const tagGCENTRY& entry : section.entries) {
-    size += kRecordHeadSize + entry.values.size() * kWordSize;
+    size += meta_format::kRecordHeadSize + entry.values.size() * kWordSize;
   }
   return size;
 }
@@ -87,24 +83,25 @@ std::size_t SectionsSize(const CompiledSections& compiled) {
 }
 
 // The head of the file: all that comes before the sections. `end` is where they end.
-Bytes Head(const std::vector<TableBlock>& blocks, std::size_t end) {
-  Bytes head(kMagic, kMagic + sizeof(kMagic));
-  head.resize(kSectionsOffset);
-  StoreWord(head, kVersionOffset, RUX_VERSION);
-  StoreWord(head, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
-  std::size_t slot = kDirectoryOffset;
+std::vector<std::uint8_t> Head(const std::vector<TableBlock>& blocks, std::size_t end) {
+  std::vector<std::uint8_t> head(meta_format::kMagic,
+                                 meta_format::kMagic + sizeof(meta_format::kMagic));
+  head.resize(meta_format::kSectionsOffset);
+  StoreWord(head, meta_format::kVersionOffset, RUX_VERSION);
+  StoreWord(head, meta_format::kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
+  std::size_t slot = meta_format::kDirectoryOffset;
   const auto add = [&](std::size_t size) {
-    const std::size_t start = NextBlock(end);
+    const std::size_t start = meta_format::NextBlock(end);
     StoreWord(head, slot, static_cast<std::uint32_t>(start));
     slot += kWordSize;
     end = start + size;
   };
   for (const TableBlock& block : blocks) add(block.size());
-  add(kRecordHeadSize + g_tblTableData.size());
+  add(meta_format::kRecordHeadSize + g_tblTableData.size());
   return head;
 }
 
-void AppendSection(Bytes& bytes, const tagGCSECT& section) {
+void AppendSection(std::vector<std::uint8_t>& bytes, const tagGCSECT& section) {
   std::size_t at = bytes.size();
   bytes.resize(at + SizeOf(section));
   const auto write = [&](std::size_t word) {
@@ -140,7 +137,7 @@ void WriteSections(FileWriter& file, const CompiledSections& compiled) {
 
 void WriteKeys(FileWriter& file, const std::vector<const std::string*>& keys) {
   for (const std::string* key : keys) {
-    Bytes& bytes = file.bytes();
+    std::vector<std::uint8_t>& bytes = file.bytes();
     if (key) bytes.insert(bytes.end(), key->begin(), key->end());
     bytes.push_back(0);
     file.WriteWhenLarge();
@@ -156,8 +153,8 @@ void WriteKeys(FileWriter& file, const std::vector<const std::uint32_t*>& keys) 
 
 // Starts a block with its class and length.
 void StartBlock(FileWriter& file, std::uint32_t base, std::uint32_t length) {
-  Bytes& bytes = file.bytes();
-  bytes.resize(bytes.size() + NextBlock(file.position()) - file.position());
+  std::vector<std::uint8_t>& bytes = file.bytes();
+  bytes.resize(bytes.size() + meta_format::NextBlock(file.position()) - file.position());
   AppendWords(bytes, {base, length});
 }
 
@@ -177,7 +174,7 @@ std::uint32_t WriteMeta(const std::string& path, const CompiledSections& compile
   FileWriter file(path);
   if (!file.is_open()) return 0;
   const std::vector<TableBlock> blocks = SymbolBlocks();
-  file.bytes() = Head(blocks, kSectionsOffset + SectionsSize(compiled));
+  file.bytes() = Head(blocks, meta_format::kSectionsOffset + SectionsSize(compiled));
   WriteSections(file, compiled);
   for (const TableBlock& block : blocks) WriteTbl(file, block);
   WriteTableData(file);

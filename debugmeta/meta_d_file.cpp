@@ -29,13 +29,12 @@ namespace ruxcomp::core {
 
 namespace {
 
-using namespace debug_meta_format;
-
 void WriteHeader(Bytes& bytes) {
-  bytes.assign(kMagic, kMagic + sizeof(kMagic));
+  bytes.assign(debug_meta_format::kMagic,
+               debug_meta_format::kMagic + sizeof(debug_meta_format::kMagic));
   bytes.resize(RUXD_DATA_OFFSET);
-  StoreWord(bytes, kVersionOffset, RUXD_VERSION);
-  StoreWord(bytes, kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
+  StoreWord(bytes, debug_meta_format::kVersionOffset, RUXD_VERSION);
+  StoreWord(bytes, debug_meta_format::kTimeOffset, static_cast<std::uint32_t>(std::time(nullptr)));
 }
 
 void WriteDefinedWords(Bytes& bytes) {
@@ -92,7 +91,7 @@ CRUXSection* MakeSection(std::uint32_t id) {
   return kSectionMakers[kind - kSectionKinds].make_empty();
 }
 
-void ReadSections(FileReader& file) {
+void RestoreSections(FileReader& file) {
   for (std::uint32_t kinds = PaddedWord(file); kinds > 0; --kinds) {
     if (file.Remaining() == 0) return;  // kinds without sections
     for (std::uint32_t count = PaddedWord(file); count > 0; --count) {
@@ -125,22 +124,22 @@ std::uint32_t ReadMetaD(const std::string& path, tagMETAFILEINFO* info) {
     Report<MessageId::kDebugMetaNotOpened>({}, path);
     return 0;
   }
-  char magic[sizeof(kMagic)] = {};
+  char magic[sizeof(debug_meta_format::kMagic)] = {};
   file.PaddedBytes(magic, sizeof magic);
-  if (std::memcmp(magic, kMagic, sizeof magic) != 0) {
+  if (std::memcmp(magic, debug_meta_format::kMagic, sizeof magic) != 0) {
     Report<MessageId::kDebugMetaInvalid>({}, path);
     return 0;
   }
   tagMETAFILEINFO header{PaddedWord(file), 0};
-  if (header.version != kVersion) {
+  if (header.version != debug_meta_format::kVersion) {
     Report<MessageId::kDebugMetaVersion>({}, path);
     return 0;
   }
   header.creationTime = PaddedWord(file);
   if (info) *info = header;
-  file.Seek(kDataOffset);
+  file.Seek(debug_meta_format::kDataOffset);
   ReadDefinedWords(file);
-  ReadSections(file);
+  RestoreSections(file);
   return 1;
 }
 

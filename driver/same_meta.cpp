@@ -35,32 +35,32 @@ namespace rux::driver {
 namespace {
 
 // A main script, and those of the changed scripts that it includes or is.
-struct Machine {
+struct FormattedMachine {
   CompileOptions options;
   std::string script;  // as it can be opened
   std::vector<FormattedScript*> changed;
 };
 
 // Texts in place of files.
-struct Texts {
+struct ServedTexts {
   std::vector<const FormattedScript*> scripts;
   std::string FormattedScript::*text;
 };
 
 // Files are read as they are; what came from standard input has no other place.
-Texts TextsBefore(const Machine& machine) {
-  Texts texts{{}, &FormattedScript::text};
+ServedTexts TextsBefore(const FormattedMachine& machine) {
+  ServedTexts texts{{}, &FormattedScript::text};
   std::copy_if(machine.changed.begin(), machine.changed.end(), std::back_inserter(texts.scripts),
                [](const FormattedScript* script) { return !script->is_file; });
   return texts;
 }
 
-Texts TextsAfter(const Machine& machine) {
+ServedTexts TextsAfter(const FormattedMachine& machine) {
   return {{machine.changed.begin(), machine.changed.end()}, &FormattedScript::formatted};
 }
 
 // Prints the meta file, with no time of creation.
-support::ExitStatus PrintMeta(const Machine& machine, const Texts& texts) {
+support::ExitStatus PrintMeta(const FormattedMachine& machine, const ServedTexts& texts) {
   const std::vector<std::string> folders = machine.options.all_include_folders();
   const ruxcomp::reader::IncludeFolders include_folders(folders);
   // The reader finds them under every name by which the machine includes their files.
@@ -82,8 +82,8 @@ support::ExitStatus PrintMeta(const Machine& machine, const Texts& texts) {
 }
 
 // By the whole names of the main scripts.
-std::map<std::string, Machine> MachinesOf(const CompileOptions& options,
-                                          std::vector<FormattedScript>& scripts) {
+std::map<std::string, FormattedMachine> MachinesOf(const CompileOptions& options,
+                                                   std::vector<FormattedScript>& scripts) {
   CompileOptions changed_ones = options;
   changed_ones.stdin_name.clear();
   changed_ones.scripts.clear();
@@ -93,15 +93,16 @@ std::map<std::string, Machine> MachinesOf(const CompileOptions& options,
     changed_ones.scripts.push_back(script.path);
     changed.push_back(&script);
   }
-  std::map<std::string, Machine> machines;
+  std::map<std::string, FormattedMachine> machines;
   if (changed.empty()) return machines;
   const std::vector<CompileOptions> runs = WithMainScripts(OptionsPerScript(changed_ones));
   for (std::size_t i = 0; i < runs.size(); ++i) {
     const std::vector<CompileOptions> itself = {runs[i]};
     for (const CompileOptions& run : runs[i].machines.empty() ? itself : runs[i].machines) {
       const std::string script = sources::ToOpenablePath(run.script_name());
-      Machine& machine =
-          machines.try_emplace(support::WholeName(script), Machine{run, script, {}}).first->second;
+      FormattedMachine& machine =
+          machines.try_emplace(support::WholeName(script), FormattedMachine{run, script, {}})
+              .first->second;
       machine.changed.push_back(changed[i]);
     }
   }
@@ -122,7 +123,7 @@ std::string ReasonOf(Obstacle obstacle, const std::string& named, const std::str
   }
 }
 
-void Refuse(const Machine& machine, Obstacle obstacle) {
+void Refuse(const FormattedMachine& machine, Obstacle obstacle) {
   for (FormattedScript* script : machine.changed) {
     const bool is_itself = support::WholeName(script->path) == support::WholeName(machine.script);
     const std::string named =
@@ -145,12 +146,12 @@ std::optional<Obstacle> ObstacleOf(const support::JobResult& before,
 }
 
 // Refuses the scripts of those that do not compile, or not to the same.
-void CompareMachines(const std::vector<const Machine*>& machines) {
+void CompareMachines(const std::vector<const FormattedMachine*>& machines) {
   support::JobResult before;
   support::RunJobs(
       2 * machines.size(), std::max(std::thread::hardware_concurrency(), 1u),
       [&](std::size_t i) {
-        const Machine& machine = *machines[i / 2];
+        const FormattedMachine& machine = *machines[i / 2];
         return PrintMeta(machine, i % 2 == 0 ? TextsBefore(machine) : TextsAfter(machine));
       },
       [&](std::size_t i, const support::JobResult& done) {
@@ -167,9 +168,9 @@ void CompareMachines(const std::vector<const Machine*>& machines) {
 }  // namespace
 
 void RefuseOtherMeaning(const CompileOptions& options, std::vector<FormattedScript>& scripts) {
-  std::map<std::string, Machine> machines = MachinesOf(options, scripts);
+  std::map<std::string, FormattedMachine> machines = MachinesOf(options, scripts);
   if (!machines.empty()) RefuseOtherReader("compare what formatted scripts compile to");
-  std::vector<const Machine*> to_compare;
+  std::vector<const FormattedMachine*> to_compare;
   to_compare.reserve(machines.size());
   for (const auto& [name, machine] : machines) to_compare.push_back(&machine);
   // What is left of a machine after some of its scripts were refused is compared again.

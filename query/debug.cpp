@@ -89,8 +89,8 @@ Value CrossedResult(RuxLastError code, Value value) {
   return value;
 }
 
-CRUXSection* Section(GDSECTION handle) { return static_cast<CRUXSection*>(handle); }
-CRUXEntry* Entry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
+CRUXSection* RestoredSection(GDSECTION handle) { return static_cast<CRUXSection*>(handle); }
+CRUXEntry* RestoredEntry(GDENTRY handle) { return static_cast<CRUXEntry*>(handle); }
 
 // The text of the section's first entry with that identifier, or why there is none.
 struct FoundText {
@@ -99,12 +99,12 @@ struct FoundText {
 };
 FoundText EntryText(GDSECTION section, std::uint32_t id) {
   if (!section) return {std::nullopt, RUX_ERROR_NO_SECTION};
-  if (const CRUXEntry* entry = FindEntry(Section(section), id)) {
+  if (const CRUXEntry* entry = FindEntry(RestoredSection(section), id)) {
     const std::optional<Text> text = entry->m_RuxEntryData.text();
     return {text, text ? RUX_ERROR_OK : RUX_ERROR_NO_VALUE};
   }
   return {std::nullopt,
-          Section(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY};
+          RestoredSection(section)->HasEmptySlot(id) ? RUX_ERROR_NO_VALUE : RUX_ERROR_NO_ENTRY};
 }
 
 const char* Answer(const FoundText& found) {
@@ -154,7 +154,7 @@ GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
   constexpr GDENTRY kNone = nullptr;
   if (!section) return ResultD(RUX_ERROR_NO_SECTION, kNone);
   std::uint32_t count = 0;
-  for (CRUXEntry* entry : Section(section)->entries) {
+  for (CRUXEntry* entry : RestoredSection(section)->entries) {
     if (!IsGiven(entry)) continue;
     if (count++ == ordinal) return ResultD(RUX_ERROR_OK, GDENTRY{entry});
   }
@@ -164,12 +164,12 @@ GDENTRY gdGetEntryByIndex(GDSECTION section, std::uint32_t ordinal) {
 const char* gdGetEntryName(GDENTRY entry) {
   constexpr const char* kNone = nullptr;
   if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, kNone);
-  return ResultD(RUX_ERROR_OK, Entry(entry)->name.c_str());
+  return ResultD(RUX_ERROR_OK, RestoredEntry(entry)->name.c_str());
 }
 
 std::uint32_t gdGetValue(GDENTRY entry, char* text) {
   if (!entry) return ResultD(RUX_ERROR_NO_ENTRY, 0u);
-  const CRuxEntryData& data = Entry(entry)->m_RuxEntryData;
+  const CRuxEntryData& data = RestoredEntry(entry)->m_RuxEntryData;
   if (!text) {
     return ResultD(RUX_ERROR_OK, static_cast<std::uint32_t>(WriteValueText(data, nullptr) + 1));
   }

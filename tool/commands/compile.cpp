@@ -24,7 +24,7 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct CompileOptions {
   driver::CompileOptions run;
   driver::MetaOptions files;
   std::string folder;  // of these files, with folders below it for those of the scripts; or empty
@@ -37,7 +37,7 @@ std::string DefaultMeta(const std::string& script) {
 }
 
 // The files that a script has written. `script`: its path when there are others.
-std::vector<driver::NamedFile> WrittenFor(const Options& options,
+std::vector<driver::NamedFile> WrittenFor(const CompileOptions& options,
                                           const std::string* script = nullptr) {
   const driver::MetaOptions& files = options.files;
   std::vector<driver::NamedFile> written;
@@ -63,7 +63,7 @@ support::Failure WrongUsage(const char* text) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
-void UseStandardOutput(Options& options) {
+void UseStandardOutput(CompileOptions& options) {
   const diagnostics::ReportOptions& reporting = options.run.reporting;
   if (reporting.format != "human" && reporting.file.empty()) {
     throw WrongUsage("-o - and --format cannot share standard output: give a --diagnostics-file");
@@ -80,7 +80,7 @@ void UseStandardOutput(Options& options) {
 }
 
 // Lets the names begin with the folder that all of them are to be in.
-void UseFolder(Options& all) {
+void UseFolder(CompileOptions& all) {
   if (all.folder.empty()) return;
   const bool has_name = !all.run.reads_standard_input() || !all.run.stdin_name.empty();
   if (all.files.meta.empty() && has_name) all.files.meta = "{}.meta";
@@ -90,8 +90,8 @@ void UseFolder(Options& all) {
 }
 
 // The options for one script out of those for all.
-Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
-  Options options = all;
+CompileOptions OptionsFor(const driver::CompileOptions& run, const CompileOptions& all) {
+  CompileOptions options = all;
   options.run = run;
   driver::MetaOptions& files = options.files;
   const std::string script = run.script_name();
@@ -121,7 +121,7 @@ Options OptionsFor(const driver::CompileOptions& run, const Options& all) {
   return options;
 }
 
-support::ExitStatus Compile(const Options& options) {
+support::ExitStatus Compile(const CompileOptions& options) {
   const std::string script = sources::ToOpenablePath(options.run.script_name());
   const std::vector<driver::NamedFile> written = WrittenFor(options);
   KeepApart({"script", script}, written);
@@ -139,13 +139,13 @@ support::ExitStatus Compile(const Options& options) {
 }
 
 // No script has a file written that is another one's.
-void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs, const Options& all) {
-  std::deque<Options> each;
+void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs, const CompileOptions& all) {
+  std::deque<CompileOptions> each;
   std::deque<std::string> scripts;
   std::vector<driver::NamedFile> kept;
   std::vector<driver::NamedFile> written;
   for (const driver::CompileOptions& run : runs) {
-    const Options& options = each.emplace_back(OptionsFor(run, all));
+    const CompileOptions& options = each.emplace_back(OptionsFor(run, all));
     const std::string& script = scripts.emplace_back(sources::ToOpenablePath(run.script_name()));
     for (const driver::NamedFile& file : WrittenFor(options, &script)) written.push_back(file);
     kept.push_back({"script", script});
@@ -156,7 +156,7 @@ void KeepScriptsApart(const std::vector<driver::CompileOptions>& runs, const Opt
   driver::RefuseToWriteTwice(kept, written);
 }
 
-support::ExitStatus CompileAll(Options all) {
+support::ExitStatus CompileAll(CompileOptions all) {
   driver::ExpandScripts(all.run);
   UseFolder(all);
   driver::RequireNamePerScript(all.run, "--output", all.files.meta);
@@ -171,7 +171,7 @@ support::ExitStatus CompileAll(Options all) {
 }  // namespace
 
 Action SetUpCompile(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CompileOptions>();
   driver::MetaOptions& files = options->files;
   AddCompileOptions(arguments, options->run);
   arguments

@@ -16,7 +16,7 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct DecompileOptions {
   std::string debug_meta;
   std::string script;  // empty: standard output
 };
@@ -36,7 +36,7 @@ std::string Decompiled(const std::string& path) {
   return text;
 }
 
-support::ExitStatus Decompile(const Options& options) {
+support::ExitStatus Decompile(const DecompileOptions& options) {
   if (options.script.empty()) {
     support::PrintScript(Decompiled(options.debug_meta), "give -o FILE, or redirect the output");
   } else {
@@ -49,7 +49,7 @@ support::ExitStatus Decompile(const Options& options) {
 }  // namespace
 
 Action SetUpDecompile(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<DecompileOptions>();
   arguments.Add("METAD", &options->debug_meta, "The debug meta file to read").File().Required();
   arguments.Add("-o,--output", &options->script, "The script to write (default: standard output)")
       .File("SCRIPT");

@@ -24,7 +24,7 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct DiffOptions {
   std::string before;
   std::string after;
   std::string format = "text";
@@ -40,7 +40,7 @@ struct Options {
   settings::ProjectChoice project;
 };
 
-void WriteReport(const Options& options, const diff::Report& report) {
+void WriteReport(const DiffOptions& options, const diff::Report& report) {
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     if (options.stat) return diff::WriteStatistics(report, out);
     for (const diff::Form& form : diff::kForms) {
@@ -51,7 +51,7 @@ void WriteReport(const Options& options, const diff::Report& report) {
   });
 }
 
-support::ExitStatus Diff(const Options& options) {
+support::ExitStatus Diff(const DiffOptions& options) {
   const std::vector<const diff::ClassRow*> fails = diff::ClassesFor(options.fail_on);
   const std::vector<machine::Machine> machines =
       machine::Load({options.before, options.after},
@@ -81,7 +81,7 @@ std::vector<std::string> FormNames() {
   return names;
 }
 
-void AddOutput(Arguments& arguments, Options& options) {
+void AddOutput(Arguments& arguments, DiffOptions& options) {
   arguments
       .Add("--format", &options.format,
            "text (default), json (docs/diff.schema.json), markdown for a review, github, sarif or "
@@ -94,7 +94,7 @@ void AddOutput(Arguments& arguments, Options& options) {
   AddOutputColor(arguments, options.color);
 }
 
-void AddSelection(Arguments& arguments, Options& options) {
+void AddSelection(Arguments& arguments, DiffOptions& options) {
   arguments
       .Add("--only", &options.only,
            "Report only sections of that kind or NAME, which may be a pattern")
@@ -113,7 +113,7 @@ void AddSelection(Arguments& arguments, Options& options) {
 }  // namespace
 
 Action SetUpDiff(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<DiffOptions>();
   arguments
       .Add("OLD", &options->before,
            "A meta file, a debug meta file or a script; or REVISION:PATH for one of a git revision")

@@ -23,7 +23,7 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct DumpOptions {
   std::string file;
   std::string kind;
   inspect::SectionFilter filter;
@@ -46,13 +46,13 @@ struct MetaTraits {
   static constexpr auto kWriteJson = inspect::WriteMetaJson;
 };
 
-inspect::Selection SelectionOf(const Options& options, std::string_view bytes) {
+inspect::Selection SelectionOf(const DumpOptions& options, std::string_view bytes) {
   if (options.kind.empty() && options.filter.is_empty()) return {};
   return {*inspect::ViewOf(options.file, bytes), options.kind, options.filter};
 }
 
 template <class Traits>
-void DumpForm(const Options& options, std::string_view bytes) {
+void DumpForm(const DumpOptions& options, std::string_view bytes) {
   const inspect::Selection selection = SelectionOf(options, bytes);
   compiled::Faults none;  // of a file that was verified
   const auto meta = Traits::kDecode(
@@ -68,7 +68,7 @@ void DumpForm(const Options& options, std::string_view bytes) {
   });
 }
 
-support::ExitStatus Dump(const Options& options) {
+support::ExitStatus Dump(const DumpOptions& options) {
   const compiled::CompiledFile file(options.file);
   if (file.form() == compiled::Form::kDebugMeta) {
     DumpForm<DebugMetaTraits>(options, file.bytes());
@@ -81,7 +81,7 @@ support::ExitStatus Dump(const Options& options) {
 }  // namespace
 
 Action SetUpDump(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<DumpOptions>();
   AddViewedFile(arguments, options->file);
   arguments.Add("KIND", &options->kind, "Print only sections of this kind, such as SENSOR");
   AddSectionFilter(arguments, options->filter);

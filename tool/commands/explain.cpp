@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kAll = "all";
 
-struct Options {
+struct ExplainOptions {
   std::vector<std::string> ids;
   bool list = false;
   std::string format = "text";
@@ -51,7 +51,7 @@ std::string Explanations(const Rows& rows, bool is_markdown) {
   return text;
 }
 
-support::ExitStatus Explain(const Options& options) {
+support::ExitStatus Explain(const ExplainOptions& options) {
   const diagnostics::Registry& registry = driver::AllMessages();
   const bool is_markdown = options.format == "markdown";
   const std::vector<std::string>& ids = options.ids;
@@ -75,7 +75,7 @@ support::ExitStatus Explain(const Options& options) {
 }  // namespace
 
 Action SetUpExplain(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<ExplainOptions>();
   arguments.Add(
       "ID", &options->ids,
       "Message ids, as shown in [brackets] at the end of messages; a word to search for; or "

@@ -22,7 +22,7 @@ namespace {
 
 using support::JsonObject;
 
-struct Options {
+struct GetOptions {
   std::string file;
   std::string path;
   std::string color = "auto";
@@ -85,7 +85,7 @@ std::string FoundJson(const inspect::FileView& view, const inspect::Found& found
   });
 }
 
-support::ExitStatus Get(const Options& options) {
+support::ExitStatus Get(const GetOptions& options) {
   const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
   const std::unique_ptr<inspect::FileView> view = inspect::OpenView(options.file);
   const inspect::Found found = view->Find(path);
@@ -97,7 +97,7 @@ support::ExitStatus Get(const Options& options) {
 }  // namespace
 
 Action SetUpGet(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<GetOptions>();
   AddViewedFile(arguments, options->file);
   arguments.Add("PATH", &options->path, "KIND/SECTION[/ENTRY[/PART]]").Required();
   AddOutputColor(arguments, options->color);

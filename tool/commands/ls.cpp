@@ -20,7 +20,7 @@ namespace {
 
 using support::JsonObject;
 
-struct Options {
+struct LsOptions {
   std::string file;
   std::string kind;
   inspect::SectionFilter filter;
@@ -36,7 +36,7 @@ struct Selected {
   std::vector<std::size_t> ordinals;
 };
 
-std::vector<Selected> SelectedOf(const inspect::FileView& view, const Options& options) {
+std::vector<Selected> SelectedOf(const inspect::FileView& view, const LsOptions& options) {
   if (!options.kind.empty()) {
     const inspect::SectionKind& kind = view.ExpectKind(options.kind);
     return {{&kind, inspect::SectionsThatFit(view, kind, options.filter)}};
@@ -49,7 +49,7 @@ std::vector<Selected> SelectedOf(const inspect::FileView& view, const Options& o
   return all;
 }
 
-std::string ListText(const inspect::FileView& view, const Options& options) {
+std::string ListText(const inspect::FileView& view, const LsOptions& options) {
   const support::OutputStyle style = support::StyleOfOutput(options.color);
   if (options.tree) return inspect::TreeText(view, style);
   const bool lists_sections =
@@ -64,7 +64,7 @@ std::string ListText(const inspect::FileView& view, const Options& options) {
   return text;
 }
 
-void WriteList(JsonObject& json, const inspect::FileView& view, const Options& options) {
+void WriteList(JsonObject& json, const inspect::FileView& view, const LsOptions& options) {
   if (options.tree) return inspect::WriteTree(json, view);
   if (options.kind.empty() && !options.is_long && options.filter.is_empty())
     return inspect::WriteKinds(json, view);
@@ -78,7 +78,7 @@ void WriteList(JsonObject& json, const inspect::FileView& view, const Options& o
   });
 }
 
-support::ExitStatus Ls(const Options& options) {
+support::ExitStatus Ls(const LsOptions& options) {
   const std::unique_ptr<inspect::FileView> view = inspect::OpenView(options.file);
   support::PrintOut(options.json ? support::JsonDocument(
                                        [&](JsonObject& json) { WriteList(json, *view, options); })
@@ -89,7 +89,7 @@ support::ExitStatus Ls(const Options& options) {
 }  // namespace
 
 Action SetUpLs(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<LsOptions>();
   AddViewedFile(arguments, options->file);
   arguments.Add("KIND", &options->kind, "List the sections of this kind, such as SENSOR");
   arguments.Add("-l,--long", &options->is_long, "Also show types, limits and parents");

@@ -25,7 +25,7 @@ namespace {
 using support::JsonArray;
 using support::JsonObject;
 
-struct Options {
+struct VerifyOptions {
   std::vector<std::string> files;
   bool json = false;
   bool quiet = false;
@@ -148,7 +148,7 @@ bool VerifyAsText(const std::vector<std::string>& files, bool quiet) {
   });
 }
 
-support::ExitStatus VerifyFiles(const Options& options) {
+support::ExitStatus VerifyFiles(const VerifyOptions& options) {
   const bool are_sound =
       options.json ? VerifyForPrograms(options.files) : VerifyAsText(options.files, options.quiet);
   return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
@@ -157,7 +157,7 @@ support::ExitStatus VerifyFiles(const Options& options) {
 }  // namespace
 
 Action SetUpVerify(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<VerifyOptions>();
   arguments
       .Add("FILE", &options->files,
            "The meta files and debug meta files to check; - for standard input")

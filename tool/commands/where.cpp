@@ -18,14 +18,14 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct WhereOptions {
   std::string metad;
   std::string path;
   std::string color = "auto";
   bool json = false;
 };
 
-support::ExitStatus Where(const Options& options) {
+support::ExitStatus Where(const WhereOptions& options) {
   const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
   const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
   const std::vector<inspect::DebugFound> places = inspect::FindPlaces(options.metad, meta, path);
@@ -41,7 +41,7 @@ support::ExitStatus Where(const Options& options) {
 }  // namespace
 
 Action SetUpWhere(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<WhereOptions>();
   arguments.Add("METAD", &options->metad, "The debug meta file to read; - for standard input")
       .File()
       .Required();

@@ -174,10 +174,10 @@ class Supervision {
 }  // namespace
 
 const char* NameOf(Call call) {
-  constexpr const char* kNames[] = {"access", "chmod", "close", "link",     "memfd_create",
-                                    "memory", "open",  "read",  "readlink", "rename",
-                                    "seek",   "stat",  "fsync", "unlink",   "write"};
-  return kNames[static_cast<std::size_t>(call)];
+  constexpr const char* kCallNames[] = {"access", "chmod", "close", "link",     "memfd_create",
+                                        "memory", "open",  "read",  "readlink", "rename",
+                                        "seek",   "stat",  "fsync", "unlink",   "write"};
+  return kCallNames[static_cast<std::size_t>(call)];
 }
 
 std::optional<Ended> RunSupervised(const std::filesystem::path& folder, const Arguments& arguments,
