@@ -24,10 +24,6 @@
 namespace rux::diff {
 namespace {
 
-std::string CountText(std::size_t count) {
-  return count == 1 ? "1 change" : fmt::format("{} changes", count);
-}
-
 // "old.rux:12 -> new.rux:14", or the place that is known; empty when none is.
 std::string PlacesText(const Change& change) {
   std::string text;
@@ -100,10 +96,11 @@ void WriteSide(const char* key, const Side& side, support::JsonObject& json) {
   });
 }
 
-void WriteChange(const Report& report, const Change& change, support::JsonObject& json) {
+}  // namespace
+
+void WriteChange(const Change& change, support::JsonObject& json) {
   json.Member("class", change.row->message->id);
   json.Member("category", WordOf(change.row->category));
-  json.Member("fails", report.Fails(change));
   json.Member("kind", change.kind->keyword);
   if (!change.entry.empty()) json.Member("entry", change.entry);
   if (!change.part.empty()) json.Member("part", change.part);
@@ -112,7 +109,9 @@ void WriteChange(const Report& report, const Change& change, support::JsonObject
   json.Member("fingerprint", change.Fingerprint());
 }
 
-}  // namespace
+std::string CountText(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
 
 bool Report::Fails(const Change& change) const {
   return std::find(fails.begin(), fails.end(), change.row) != fails.end();
@@ -128,7 +127,7 @@ std::string SummaryText(const Report& report) {
   std::string text = support::SafePath(report.before);
   if (report.after != report.before) text += " -> " + support::SafePath(report.after);
   text += ": ";
-  text += report.changes.empty() ? "no changes" : CountText(report.changes.size());
+  text += report.changes.empty() ? "no changes" : CountText(report.changes.size(), "change");
   const char* separator = ": ";
   for (std::size_t i = 0; i < kCategoryCount; ++i) {
     const std::size_t count = report.CountOf(static_cast<Category>(i));
@@ -142,8 +141,12 @@ std::string SummaryText(const Report& report) {
 
 void WriteText(const Report& report, bool uses_colour, support::TextStream& out) {
   out += SummaryText(report);
+  WriteChanges(report.changes, uses_colour, out);
+}
+
+void WriteChanges(const std::vector<Change>& changes, bool uses_colour, support::TextStream& out) {
   std::string last;
-  for (const Change& change : report.changes) {
+  for (const Change& change : changes) {
     std::string section = change.SectionText();
     if (section != last) out += support::Bold(section, uses_colour) + '\n';
     last = std::move(section);
@@ -175,7 +178,8 @@ void WriteJson(const Report& report, support::TextStream& out) {
     });
     json.Member("in_baseline", report.in_baseline);
     json.Objects("changes", report.changes, [&](support::JsonObject& object, const Change& change) {
-      WriteChange(report, change, object);
+      WriteChange(change, object);
+      object.Member("fails", report.Fails(change));
     });
   });
 }

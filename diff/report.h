@@ -10,6 +10,7 @@
 
 #include "diff/change.h"
 #include "diff/classes.h"
+#include "support/json.h"
 #include "support/text_stream.h"
 
 namespace rux::diff {
@@ -29,14 +30,23 @@ struct Report {
 // "boards/old.meta -> boards/new.meta: 3 changes: 1 id, 2 limits (1 in the baseline)"
 std::string SummaryText(const Report& report);
 
+// "1 change", "2 changes"
+std::string CountText(std::size_t count, std::string_view what);
+
 // The summary, then section by section; with places in the scripts where they are known.
 void WriteText(const Report& report, bool uses_colour, support::TextStream& out);
+
+// What that writes after the summary.
+void WriteChanges(const std::vector<Change>& changes, bool uses_colour, support::TextStream& out);
 
 // The summary, then how many changes there are of each class.
 void WriteStatistics(const Report& report, support::TextStream& out);
 
 // docs/diff.schema.json
 void WriteJson(const Report& report, support::TextStream& out);
+
+// The members of a change there, but for "fails".
+void WriteChange(const Change& change, support::JsonObject& json);
 
 // For the text of a review: a table of the limits before and after, then one of all else.
 void WriteMarkdown(const Report& report, support::TextStream& out);

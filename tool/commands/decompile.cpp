@@ -12,12 +12,14 @@
 #include "support/placement.h"
 #include "support/terminal.h"
 #include "tool/command.h"
+#include "tool/pair_arguments.h"
 
 namespace rux::tool {
 namespace {
 
 struct DecompileOptions {
   std::string debug_meta;
+  std::string meta;
   std::string script;  // empty: standard output
 };
 
@@ -37,6 +39,7 @@ std::string Decompiled(const std::string& path) {
 }
 
 support::ExitStatus Decompile(const DecompileOptions& options) {
+  WarnUnlessPair(options.meta, options.debug_meta);
   if (options.script.empty()) {
     support::PrintScript(Decompiled(options.debug_meta), "give -o FILE, or redirect the output");
   } else {
@@ -53,6 +56,8 @@ Action SetUpDecompile(Arguments& arguments) {
   arguments.Add("METAD", &options->debug_meta, "The debug meta file to read").File().Required();
   arguments.Add("-o,--output", &options->script, "The script to write (default: standard output)")
       .File("SCRIPT");
+  AddMetaOfPair(arguments, "--meta", options->meta,
+                "Warn if METAD does not belong to this meta file");
   arguments.Footer(
       "The script compiles to the same meta file as the original. Its first lines list what debug\n"
       "meta files do not keep.\n\n"

@@ -19,6 +19,7 @@
 #include "support/text_stream.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
+#include "tool/pair_arguments.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
@@ -27,6 +28,8 @@ namespace {
 struct DiffOptions {
   std::string before;
   std::string after;
+  std::string meta_before;
+  std::string meta_after;
   std::string format = "text";
   std::string color = "auto";
   bool stat = false;
@@ -53,6 +56,8 @@ void WriteReport(const DiffOptions& options, const diff::Report& report) {
 
 support::ExitStatus Diff(const DiffOptions& options) {
   const std::vector<const diff::ClassRow*> fails = diff::ClassesFor(options.fail_on);
+  WarnUnlessPair(options.meta_before, options.before);
+  WarnUnlessPair(options.meta_after, options.after);
   const std::vector<machine::Machine> machines =
       machine::Load({options.before, options.after},
                     {options.include_folders, driver::ProjectsOf(options.project), options.name});
@@ -124,6 +129,9 @@ Action SetUpDiff(Arguments& arguments) {
       .Add("--name", &options->name,
            "Both are copies of PATH: call them that, and include what is there")
       .File("PATH");
+  AddMetaOfPair(arguments, "--old-meta", options->meta_before,
+                "Warn if OLD, a debug meta file or script, does not belong to this meta file");
+  AddMetaOfPair(arguments, "--new-meta", options->meta_after, "The same for NEW");
   AddOutput(arguments, *options);
   AddSelection(arguments, *options);
   AddSearchOptions(arguments, options->include_folders, options->project);

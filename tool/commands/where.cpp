@@ -13,6 +13,7 @@
 #include "support/standard_streams.h"
 #include "support/terminal.h"
 #include "tool/command.h"
+#include "tool/pair_arguments.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
@@ -21,12 +22,14 @@ namespace {
 struct WhereOptions {
   std::string metad;
   std::string path;
+  std::string meta;
   std::string color = "auto";
   bool json = false;
 };
 
 support::ExitStatus Where(const WhereOptions& options) {
   const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
+  WarnUnlessPair(options.meta, options.metad);
   const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
   const std::vector<inspect::DebugFound> places = inspect::FindPlaces(options.metad, meta, path);
   const auto write = [&](support::JsonObject& json) {
@@ -46,6 +49,8 @@ Action SetUpWhere(Arguments& arguments) {
       .File()
       .Required();
   arguments.Add("PATH", &options->path, "KIND[/SECTION[/ENTRY]] or WORD[/NAME]").Required();
+  AddMetaOfPair(arguments, "--meta", options->meta,
+                "Warn if METAD does not belong to this meta file");
   AddOutputColor(arguments, options->color);
   arguments.Add("--json", &options->json, "Print JSON (docs/where.schema.json)");
   arguments.Footer(
