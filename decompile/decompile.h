@@ -18,6 +18,7 @@ struct ScriptItem {
 
 struct ScriptSection {
   const char* keyword;
+  const compiled::DebugSection* source;  // the section it comes from
   std::vector<ScriptItem> items;
 };
 

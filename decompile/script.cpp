@@ -135,7 +135,7 @@ std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta) {
   const Definitions definitions(meta);
   std::vector<ScriptSection> sections;
   ForEachSection(meta, [&](const char* keyword, const compiled::DebugSection& source) {
-    ScriptSection section{keyword, {}};
+    ScriptSection section{keyword, &source, {}};
     for (const compiled::DebugEntry& entry : source.entries) {
       if (IsDefinition(entry)) {
         section.items.push_back({&entry, {NumberText(definitions.NumberOf(entry))}});

@@ -81,12 +81,12 @@ class FileView {
   // of wrong usage for a path of another form.
   virtual Found Find(const std::vector<PathStep>& path) const = 0;
 
- protected:
-  explicit FileView(std::string path) : path_(std::move(path)) {}
-
   // The kind of that keyword; `holder` is what has none of others: "meta files".
   static const SectionKind& KindNamed(const std::string& keyword, bool only_compiled,
                                       const char* holder);
+
+ protected:
+  explicit FileView(std::string path) : path_(std::move(path)) {}
 
  private:
   const std::string path_;

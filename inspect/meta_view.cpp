@@ -29,6 +29,7 @@ namespace {
 
 using machine::DatumOf;
 using machine::KeyOf;
+using machine::NamedValueOf;
 
 std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
   if (!section) return std::nullopt;
@@ -100,8 +101,8 @@ EntryPart ValueAt(const ruxcomp::Entry& entry, std::uint32_t n) {
 
 }  // namespace
 
-const SectionKind& MetaView::ExpectKind(const std::string& keyword) const {
-  return KindNamed(keyword, true, "meta files");
+const SectionKind& KindInMeta(const std::string& keyword) {
+  return FileView::KindNamed(keyword, true, "meta files");
 }
 
 std::size_t MetaView::CountOf(const SectionKind& kind) const {
@@ -126,7 +127,7 @@ std::vector<KeyedValue> MetaView::EntriesOf(const SectionKind& kind, std::size_t
   const ruxcomp::Section section = SectionsOf(kind)[ordinal];
   std::vector<KeyedValue> entries;
   for (const ruxcomp::Entry entry : section.entries()) {
-    entries.push_back({KeyOf(section, entry), NamedValueOf(section, entry)});
+    entries.push_back({KeyOf(section, entry), NamedValueOf(model_, section, entry)});
   }
   return entries;
 }
@@ -136,7 +137,7 @@ std::optional<EntryValue> MetaView::EntryOf(const SectionKind& kind, std::size_t
   const ruxcomp::Section section = SectionsOf(kind)[ordinal];
   std::vector<std::string> keys;
   const ruxcomp::Entry entry = FindEntry(section, key, keys);
-  return entry ? std::make_optional(NamedValueOf(section, entry)) : std::nullopt;
+  return entry ? std::make_optional(NamedValueOf(model_, section, entry)) : std::nullopt;
 }
 
 const compiled::TableCells* MetaView::CellsOf(const SectionKind& kind, std::size_t ordinal) const {
@@ -145,40 +146,25 @@ const compiled::TableCells* MetaView::CellsOf(const SectionKind& kind, std::size
              : nullptr;
 }
 
-// With the names of the sections whose IDs it gives.
-EntryValue MetaView::NamedValueOf(const ruxcomp::Section& section,
-                                  const ruxcomp::Entry& entry) const {
-  EntryValue value = ValueOf(entry);
-  const SectionKind* target = KindOfCompiledIds(section.kind(), entry.identifier());
-  if (target == nullptr) return value;
-  for (EntryPart& part : value.parts) {
-    for (compiled::Datum& item : part.items) {
-      const ruxcomp::Section named = machine::SectionFor(model_, target, item);
-      if (named && named.has_name()) item.name = named.name();
-    }
-  }
-  return value;
-}
-
-Found MetaView::Find(const std::vector<PathStep>& path) const {
-  const SectionKind& kind = ExpectKind(path.front().text);
+Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path) {
+  const SectionKind& kind = KindInMeta(path.front().text);
   ExpectSection(kind, path);
-  const ruxcomp::Sections sections = SectionsOf(kind);
+  const ruxcomp::Sections sections = model.sections(kind.compiled);
   if (sections.empty()) throw NotFound(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;
   FoundEntry at;
   if (kind.HasNames() || inspect::OrdinalOf(*step)) {
-    at.section = sections[FindSection(NamesOf(&model_, kind), *step++)];
+    at.section = sections[FindSection(NamesOf(&model, kind), *step++)];
     if (step == path.end()) return {&kind, at.section.ordinal()};
     std::vector<std::string> keys;
     at.entry = FindEntry(at.section, step->text, keys);
     if (!at.entry)
       throw EntryNotFound(std::string("the ") + kind.keyword + " section has no", step->text, keys);
   } else {
-    at = FindInAny(model_, kind, step->text);
+    at = FindInAny(model, kind, step->text);
   }
   Found found{&kind, at.section.ordinal(),
-              KeyedValue{KeyOf(at.section, at.entry), NamedValueOf(at.section, at.entry)}};
+              KeyedValue{KeyOf(at.section, at.entry), NamedValueOf(model, at.section, at.entry)}};
   if (++step == path.end()) return found;
   const auto number = inspect::OrdinalOf(*step);
   found.part = number ? ValueAt(at.entry, *number) : PartNamed(found.entry->value, step->text);

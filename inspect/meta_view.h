@@ -21,6 +21,12 @@
 
 namespace rux::inspect {
 
+// The kind of that keyword, in any case. Throws a Failure that names the kinds near it.
+const SectionKind& KindInMeta(const std::string& keyword);
+
+// What a path leads to in a model (FileView::Find).
+Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path);
+
 class MetaView : public FileView {
  public:
   // Throws a Failure when the bytes of the file are not those of a sound meta file.
@@ -30,7 +36,9 @@ class MetaView : public FileView {
   std::uint32_t version() const override { return model_.info().version; }
   std::uint32_t creation_time() const override { return model_.info().creationTime; }
 
-  const SectionKind& ExpectKind(const std::string& keyword) const override;
+  const SectionKind& ExpectKind(const std::string& keyword) const override {
+    return KindInMeta(keyword);
+  }
   std::size_t CountOf(const SectionKind& kind) const override;
   SectionLabel LabelOf(const SectionKind& kind, std::size_t ordinal) const override;
   std::vector<std::string> KeysOf(const SectionKind& kind, std::size_t ordinal) const override;
@@ -39,13 +47,12 @@ class MetaView : public FileView {
                                     const std::string& key) const override;
   std::string SourceFileOf(const SectionKind&, std::size_t) const override { return ""; }
   const compiled::TableCells* CellsOf(const SectionKind& kind, std::size_t ordinal) const override;
-  Found Find(const std::vector<PathStep>& path) const override;
+  Found Find(const std::vector<PathStep>& path) const override { return FindIn(model_, path); }
 
  private:
   ruxcomp::Sections SectionsOf(const SectionKind& kind) const {
     return model_.sections(kind.compiled);
   }
-  EntryValue NamedValueOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) const;
 
   std::unique_ptr<ruxcomp::file::KeptBytes> bytes_;
   ruxcomp::Model model_;  // of these bytes

@@ -127,6 +127,12 @@ void ExpectOwnReader(const Source& source, bool is_copy) {
   throw support::Failure(ExitStatus::kTrouble, "{}", text);
 }
 
+std::shared_ptr<const settings::Project> ProjectOf(const Source& source,
+                                                   const LoadOptions& options) {
+  if (options.projects == nullptr) return nullptr;
+  return options.projects->For(std::filesystem::path(source.path).parent_path().string());
+}
+
 class Loader {
  public:
   Loader(const std::vector<std::string>& names, const LoadOptions& options) : options_(options) {
@@ -136,7 +142,7 @@ class Loader {
       if (is_copy()) sources_.back().path = options.place;
     }
     projects_.reserve(names.size());
-    for (const Source& source : sources_) projects_.push_back(ProjectOf(source));
+    for (const Source& source : sources_) projects_.push_back(ProjectOf(source, options));
   }
 
   std::vector<Machine> Load() {
@@ -150,20 +156,6 @@ class Loader {
  private:
   bool is_copy() const { return !options_.place.empty(); }
 
-  std::shared_ptr<const settings::Project> ProjectOf(const Source& source) const {
-    if (options_.projects == nullptr) return nullptr;
-    return options_.projects->For(std::filesystem::path(source.path).parent_path().string());
-  }
-
-  std::vector<std::string> FoldersOf(std::size_t i) const {
-    std::vector<std::string> folders = options_.include_folders;
-    if (projects_[i] != nullptr) {
-      const std::vector<std::string>& more = projects_[i]->include_folders;
-      folders.insert(folders.end(), more.begin(), more.end());
-    }
-    return folders;
-  }
-
   void CompileAll() {
     std::vector<std::size_t> scripts;
     for (std::size_t i = 0; i < sources_.size(); ++i) {
@@ -176,7 +168,8 @@ class Loader {
     support::RunJobs(
         scripts.size(), std::max(std::thread::hardware_concurrency(), 1U),
         [&](std::size_t job) {
-          return Compile(sources_[scripts[job]], FoldersOf(scripts[job]), is_copy());
+          return Compile(sources_[scripts[job]],
+                         IncludeFoldersFor(sources_[scripts[job]], options_), is_copy());
         },
         [&](std::size_t job, const support::JobResult& done) {
           const Source& source = sources_[scripts[job]];
@@ -204,6 +197,15 @@ class Loader {
 };
 
 }  // namespace
+
+std::vector<std::string> IncludeFoldersFor(const Source& source, const LoadOptions& options) {
+  std::vector<std::string> folders = options.include_folders;
+  if (const auto project = ProjectOf(source, options)) {
+    const std::vector<std::string>& more = project->include_folders;
+    folders.insert(folders.end(), more.begin(), more.end());
+  }
+  return folders;
+}
 
 std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options) {
   return Loader(names, options).Load();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "machine/machine.h"
+#include "machine/source.h"
 #include "settings/project.h"
 
 namespace rux::machine {
@@ -18,6 +19,9 @@ struct LoadOptions {
   // what is there. Empty: where they are.
   std::string place;
 };
+
+// Where the files that a script includes are looked for, after its own folder.
+std::vector<std::string> IncludeFoldersFor(const Source& source, const LoadOptions& options);
 
 // Each of a meta file, a debug meta file, a script, or one of these in a git revision
 // ("HEAD~1:boards/board.rux", with all that it includes from there). Scripts, and what debug meta

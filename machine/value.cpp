@@ -117,6 +117,20 @@ ruxcomp::Section SectionFor(const ruxcomp::Model& model, const language::Section
   return kind == nullptr ? ruxcomp::Section() : model.section_named(kind->compiled, datum.text);
 }
 
+EntryValue NamedValueOf(const ruxcomp::Model& model, const ruxcomp::Section& section,
+                        const ruxcomp::Entry& entry) {
+  EntryValue value = ValueOf(entry);
+  const language::SectionKind* target = KindOfCompiledIds(section.kind(), entry.identifier());
+  if (target == nullptr) return value;
+  for (EntryPart& part : value.parts) {
+    for (compiled::Datum& item : part.items) {
+      const ruxcomp::Section named = SectionFor(model, target, item);
+      if (named && named.has_name()) item.name = named.name();
+    }
+  }
+  return value;
+}
+
 std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
   std::string key =
       compiled::KeyText(section.kind(), entry.identifier(), DatumOf(entry.identity()));

@@ -52,6 +52,10 @@ compiled::Datum DatumOf(const ruxcomp::Value& value);
 // selector fits is one part "Values". All other entries are one nameless part.
 EntryValue ValueOf(const ruxcomp::Entry& entry);
 
+// The same, with the names of the sections whose IDs it gives.
+EntryValue NamedValueOf(const ruxcomp::Model& model, const ruxcomp::Section& section,
+                        const ruxcomp::Entry& entry);
+
 // The key of an entry as a script writes it in such a section.
 std::string KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
 

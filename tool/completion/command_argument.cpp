@@ -15,6 +15,7 @@ namespace rux::tool {
 namespace {
 
 constexpr char kFile[] = "FILE";
+constexpr char kMachine[] = "MACHINE";  // a compiled file, or a script
 constexpr char kDebugMeta[] = "METAD";
 
 Candidates Words(std::vector<Candidate> words) { return {std::move(words), false, {}}; }
@@ -24,8 +25,8 @@ std::vector<std::string> ExtensionsOf(const CommandArgument& argument) {
   if (argument.value_name == "SCRIPT") return {".rux"};
   if (argument.value_name == "META") return {".meta"};
   if (argument.value_name == kDebugMeta) return {".metad"};
-  if (argument.value_name == "OLD" || argument.value_name == "NEW")
-    return {".rux", ".meta", ".metad"};
+  const std::string& name = argument.value_name;
+  if (name == "OLD" || name == "NEW" || name == kMachine) return {".rux", ".meta", ".metad"};
   // What an option calls a FILE is any file; without an option, it is a compiled one of either
   // form.
   if (argument.value_name == kFile && !argument.is_option()) return {".meta", ".metad"};
@@ -54,7 +55,9 @@ Candidates Kinds(const GivenValues& given, const std::string&) {
 }
 
 Candidates Paths(const GivenValues& given, const std::string& typed) {
-  if (const std::string* file = FindFile(given, kFile)) return Words(PathWords(*file, typed));
+  for (const char* name : {kFile, kMachine}) {
+    if (const std::string* file = FindFile(given, name)) return Words(PathWords(*file, typed));
+  }
   const std::string* debug_meta = FindFile(given, kDebugMeta);
   return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
 }
@@ -84,7 +87,7 @@ struct Vocabulary {
 };
 constexpr Vocabulary kVocabularies[] = {
     {"COMMAND", CommandNames}, {"KIND", Kinds},    {"PATH", Paths},
-    {"ID", MessageIds},        {"WHAT", Settings},
+    {"NAME", Paths},           {"ID", MessageIds}, {"WHAT", Settings},
 };
 
 }  // namespace

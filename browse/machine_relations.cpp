@@ -1,0 +1,153 @@
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include "browse/relations.h"
+#include "compiled/datum.h"
+#include "machine/machine.h"
+#include "machine/origins.h"
+#include "machine/value.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::browse {
+namespace {
+
+bool IsLabel(const ruxcomp::Entry& entry) {
+  return entry.identifier() == RUX_ENTRY_NAME || entry.identifier() == RUX_ENTRY_ID;
+}
+
+bool IsMembership(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
+  return row != nullptr &&
+         language::FindReference(language::SourceSection(section.kind()), row->source) != nullptr;
+}
+
+// The kind whose entries have the keys that are in a symbol table; null when it has others.
+const language::SectionKind* KindOfKeys(std::uint32_t index_class) {
+  for (const language::KeySource& source : language::KeySourcesOf(index_class)) {
+    const language::SectionKind& kind = language::KindOf(source.section);
+    if (!source.is_text && kind.naming == language::Naming::kByKeys) return &kind;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+class MachineRelations::Reader {
+ public:
+  Reader(const machine::Machine& machine, MachineRelations& relations)
+      : machine_(machine), relations_(relations) {}
+
+  void AddThings() {
+    ForEachSection([&](const language::SectionKind& kind, const ruxcomp::Section& section,
+                       std::size_t ordinal) {
+      if (kind.naming == language::Naming::kByKeys) {
+        for (const ruxcomp::Entry entry : section.entries())
+          AddEntry(kind, ordinal, machine::KeyOf(section, entry));
+        return;
+      }
+      Thing thing{&kind, std::nullopt, section.id()};
+      if (section.has_name()) thing.name = std::string(section.name());
+      thing.place = PlaceOf(kind, ordinal, "");
+      relations_.AddAt({&kind, ordinal, ""}, std::move(thing));
+    });
+  }
+
+  void AddLinks() {
+    ForEachSection([&](const language::SectionKind& kind, const ruxcomp::Section& section,
+                       std::size_t ordinal) {
+      for (const ruxcomp::Entry entry : section.entries()) {
+        if (!IsLabel(entry)) AddLinksOf(kind, ordinal, section, entry);
+      }
+    });
+  }
+
+ private:
+  template <class Use>
+  void ForEachSection(Use use) {
+    for (const language::SectionKind& kind : language::kSectionKinds) {
+      if (!kind.IsCompiled()) continue;
+      std::size_t ordinal = 0;
+      for (const ruxcomp::Section section : machine_.model().sections(kind.compiled))
+        use(kind, section, ordinal++);
+    }
+  }
+
+  std::optional<machine::Place> PlaceOf(const language::SectionKind& kind, std::size_t ordinal,
+                                        const std::string& key) const {
+    const machine::Origins* origins = machine_.origins();
+    if (origins == nullptr) return std::nullopt;
+    return key.empty() ? origins->OfSection(kind, ordinal) : origins->OfEntry(kind, ordinal, key);
+  }
+
+  void AddEntry(const language::SectionKind& kind, std::size_t ordinal, const std::string& key) {
+    Thing thing{&kind};
+    thing.key = key;
+    thing.place = PlaceOf(kind, ordinal, key);
+    by_key_.emplace(std::pair(&kind, key),
+                    relations_.AddAt({&kind, ordinal, key}, std::move(thing)));
+  }
+
+  void AddLinksOf(const language::SectionKind& kind, std::size_t ordinal,
+                  const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+    const std::string key = machine::KeyOf(section, entry);
+    const bool is_membership = IsMembership(section, entry);
+    const language::SectionKind* ids =
+        machine::KindOfCompiledIds(section.kind(), entry.identifier());
+    for (const machine::EntryPart& part : machine::ValueOf(entry).parts) {
+      for (const compiled::Datum& datum : part.items) {
+        const std::optional<std::size_t> to = NumberFor(ids, datum);
+        if (!to) continue;
+        const std::size_t from = relations_.NumberOf(kind, ordinal, key);
+        relations_.Add(Link{from, *to, key, is_membership, PlaceOf(kind, ordinal, key)});
+      }
+    }
+  }
+
+  // What the datum refers to; none when it is a plain value.
+  std::optional<std::size_t> NumberFor(const language::SectionKind* ids,
+                                       const compiled::Datum& datum) const {
+    const ruxcomp::Section section = machine::SectionFor(machine_.model(), ids, datum);
+    if (section) {
+      return relations_.NumberOf(*language::FindSourceKind(language::SourceSection(section.kind())),
+                                 section.ordinal(), "");
+    }
+    const language::SectionKind* kind =
+        datum.row == nullptr ? nullptr : KindOfKeys(datum.row->base);
+    const auto found = by_key_.find(std::pair(kind, datum.text));
+    return found == by_key_.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  const machine::Machine& machine_;
+  MachineRelations& relations_;
+  std::map<std::pair<const language::SectionKind*, std::string>, std::size_t> by_key_;
+};
+
+MachineRelations::MachineRelations(const machine::Machine& machine) {
+  Reader reader(machine, *this);
+  reader.AddThings();
+  reader.AddLinks();
+}
+
+std::size_t MachineRelations::AddAt(Position position, Thing thing) {
+  const std::size_t number = Add(std::move(thing));
+  positions_.push_back(position);
+  numbers_.emplace(std::move(position), number);
+  return number;
+}
+
+std::size_t MachineRelations::NumberOf(const language::SectionKind& kind, std::size_t ordinal,
+                                       const std::string& key) const {
+  const bool is_entry = kind.naming == language::Naming::kByKeys;
+  return numbers_.at({&kind, ordinal, is_entry ? key : std::string()});
+}
+
+}  // namespace rux::browse

@@ -1,0 +1,216 @@
+#include "browse/page.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "browse/refs.h"
+#include "browse/relations.h"
+#include "compiled/datum.h"
+#include "inspect/entry_value.h"
+#include "inspect/file_view.h"
+#include "inspect/meta_view.h"
+#include "inspect/path.h"
+#include "machine/machine.h"
+#include "machine/origins.h"
+#include "machine/value.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
+#include "support/failure.h"
+#include "support/json.h"
+#include "support/safe_text.h"
+#include "support/terminal.h"
+#include "support/text_stream.h"
+#include "support/wrap.h"
+
+namespace rux::browse {
+namespace {
+
+// The number of a limit with what it is a number of.
+struct Limit {
+  std::uint32_t number;
+  machine::Quantity quantity;
+
+  std::string Text() const {
+    std::string text = quantity.TextOf(number);
+    if (quantity.is_signed) text += *quantity.is_signed ? " (signed)" : " (unsigned)";
+    return text;
+  }
+};
+
+std::optional<Limit> LimitIn(const machine::Machine& machine, const ruxcomp::Section& section,
+                             const ruxcomp::Entry& entry) {
+  const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
+  if (row == nullptr || language::FindLimit(row->source) == nullptr) return std::nullopt;
+  const compiled::Datum datum = machine::DatumOf(entry.value());
+  if (!datum.IsNumber()) return std::nullopt;
+  return Limit{datum.number, machine.QuantityOf(section)};
+}
+
+}  // namespace
+
+struct Page::Item {
+  std::string key;
+  inspect::EntryValue value;
+  std::optional<Limit> limit;
+  std::optional<machine::Place> place;
+};
+
+Page::Page(const machine::Machine& machine, const std::string& path)
+    : machine_(machine),
+      relations_(machine),
+      subject_(SubjectAt(path)),
+      thing_(relations_.NumberOf(*subject_.kind, subject_.ordinal, subject_.key)) {
+  FindUsed();
+}
+
+Page::Subject Page::SubjectAt(const std::string& path) const {
+  const inspect::Found found = inspect::FindIn(machine_.model(), inspect::ParsePath(path));
+  const bool has_entries = found.kind->naming == language::Naming::kByKeys;
+  if (found.part || found.entry.has_value() != has_entries) {
+    throw support::Failure(support::ExitStatus::kWrongUsage, "{} must be {}/{}", path,
+                           found.kind->keyword, has_entries ? "KEY" : "SECTION");
+  }
+  return {found.kind, found.ordinal, has_entries ? found.entry->key : ""};
+}
+
+void Page::FindUsed() {
+  std::set<std::size_t> known = {thing_};
+  used_ = {thing_};
+  for (std::size_t i = 0; i < used_.size(); ++i) {
+    for (const Link* link : relations_.From(used_[i])) {
+      if (!link->is_membership && known.insert(link->to).second) used_.push_back(link->to);
+    }
+  }
+  used_.erase(used_.begin());
+}
+
+Page::Subject Page::SubjectOf(std::size_t thing) const {
+  const auto& [kind, ordinal, key] = relations_.PositionOf(thing);
+  return {kind, ordinal, key};
+}
+
+std::vector<Page::Item> Page::ItemsOf(const Subject& subject) const {
+  const ruxcomp::Section section =
+      machine_.model().sections(subject.kind->compiled)[subject.ordinal];
+  const machine::Origins* origins = machine_.origins();
+  std::vector<Item> items;
+  for (const ruxcomp::Entry entry : section.entries()) {
+    Item item{machine::KeyOf(section, entry),
+              machine::NamedValueOf(machine_.model(), section, entry),
+              LimitIn(machine_, section, entry), std::nullopt};
+    if (!subject.key.empty() && item.key != subject.key) continue;
+    if (origins != nullptr) item.place = origins->OfEntry(*subject.kind, subject.ordinal, item.key);
+    items.push_back(std::move(item));
+  }
+  return items;
+}
+
+const compiled::TableCells* Page::CellsOf(const Subject& subject) const {
+  const bool is_table = subject.kind->source == language::SECTION_TABLE;
+  return is_table ? machine_.model().table(static_cast<std::uint32_t>(subject.ordinal)) : nullptr;
+}
+
+// From the outermost one. A damaged machine may have a loop.
+std::vector<std::string> Page::Groups() const {
+  std::vector<std::string> names;
+  std::set<std::uint32_t> known;
+  const ruxcomp::Sections sections = machine_.model().sections(subject_.kind->compiled);
+  ruxcomp::Section group = sections[subject_.ordinal].parent();
+  while (group && known.insert(group.ordinal()).second) {
+    names.emplace_back(group.name());
+    group = group.parent();
+  }
+  std::reverse(names.begin(), names.end());
+  return names;
+}
+
+std::vector<const Thing*> Page::Lists() const {
+  std::vector<const Thing*> lists;
+  for (const Link* link : relations_.To(thing_)) {
+    const Thing& thing = relations_.things()[link->from];
+    if (thing.kind->source == language::SECTION_PELMGROUP && thing.kind != subject_.kind)
+      lists.push_back(&thing);
+  }
+  return lists;
+}
+
+void Page::WriteItems(const Subject& subject, support::OutputStyle style,
+                      support::TextStream& out) const {
+  const std::vector<Item> items = ItemsOf(subject);
+  std::size_t width = 0;
+  for (const Item& item : items)
+    width = std::max(width, support::Columns(support::SafeText(item.key)));
+  for (const Item& item : items) {
+    const std::string key = support::SafeText(item.key);
+    out += "  " + key + std::string(width - support::Columns(key) + 2, ' ');
+    std::vector<std::string> pieces = item.limit ? std::vector<std::string>{item.limit->Text()}
+                                                 : inspect::ValuePieces(item.value);
+    pieces.back() += PlaceText(item.place);
+    out += support::WrappedPieces(pieces, style.width, width + 4) + '\n';
+  }
+  if (const compiled::TableCells* cells = CellsOf(subject)) out += inspect::CellsText(*cells);
+}
+
+void Page::Write(support::OutputStyle style, support::TextStream& out) const {
+  const auto write_title = [&](const Thing& thing) {
+    out += support::Bold(thing.Title(), style.uses_colour) + PlaceText(thing.place) + '\n';
+  };
+  write_title(relations_.things()[thing_]);
+  std::vector<std::string> groups = Groups();
+  for (std::string& group : groups) group = support::SafeText(group);
+  if (!groups.empty()) out += fmt::format("  in the group {}\n", fmt::join(groups, " / "));
+  for (const Thing* list : Lists()) out += "  in the list of " + list->Title() + '\n';
+  WriteItems(subject_, style, out);
+  WriteLinks(relations_, thing_, out);
+  for (const std::size_t used : used_) {
+    out += '\n';
+    write_title(relations_.things()[used]);
+    WriteItems(SubjectOf(used), style, out);
+  }
+}
+
+void Page::WriteItems(const Subject& subject, support::JsonObject& json) const {
+  json.Objects("entries", ItemsOf(subject), [](support::JsonObject& object, const Item& item) {
+    inspect::WriteEntry(object, item.key, item.value);
+    WritePlace(object, item.place);
+    if (!item.limit) return;
+    object.Object("limit", [&](support::JsonObject& limit) {
+      limit.Member("number", item.limit->number);
+      limit.Member("amount", item.limit->quantity.TextOf(item.limit->number));
+      const machine::Quantity& quantity = item.limit->quantity;
+      if (quantity.unit) limit.Member("unit", *quantity.unit);
+      if (quantity.divisor) limit.Member("divisor", *quantity.divisor);
+      if (quantity.is_signed) limit.Member("signed", *quantity.is_signed);
+    });
+  });
+  if (const compiled::TableCells* cells = CellsOf(subject))
+    json.Array("cells", [&](support::JsonArray& list) { list.Items(*cells); });
+}
+
+void Page::Write(support::JsonObject& json) const {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
+  json.Member("schema", kSchema);
+  json.Member("file", machine_.name());
+  WriteThing(json, relations_.things()[thing_]);
+  json.Array("groups", [&](support::JsonArray& groups) { groups.Items(Groups()); });
+  json.Objects("lists", Lists(),
+               [](support::JsonObject& object, const Thing* list) { WriteThing(object, *list); });
+  WriteItems(subject_, json);
+  WriteLinks(relations_, thing_, json);
+  json.Objects("uses", used_, [&](support::JsonObject& object, std::size_t used) {
+    WriteThing(object, relations_.things()[used]);
+    WriteItems(SubjectOf(used), object);
+  });
+}
+
+}  // namespace rux::browse

@@ -1,0 +1,129 @@
+#include "browse/refs.h"
+
+#include <strings.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "browse/relations.h"
+#include "inspect/path.h"
+#include "support/failure.h"
+#include "support/json.h"
+#include "support/nearest.h"
+#include "support/safe_text.h"
+#include "support/terminal.h"
+#include "support/text_stream.h"
+
+namespace rux::browse {
+namespace {
+
+struct Query {
+  std::optional<std::string> kind;
+  std::optional<std::uint32_t> id;
+  std::string name;
+
+  bool IsOfKind(const Thing& thing) const {
+    return !kind || strcasecmp(kind->c_str(), thing.kind->keyword) == 0;
+  }
+  bool Fits(const Thing& thing) const {
+    if (!IsOfKind(thing)) return false;
+    return id ? thing.id == id : thing.name == name || (!thing.key.empty() && thing.key == name);
+  }
+};
+
+Query QueryOf(const std::string& text) {
+  const std::vector<inspect::PathStep> steps = inspect::ParsePath(text);
+  if (steps.size() > 2) {
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "{} has too many steps: expected NAME, #ID or KIND/NAME", text);
+  }
+  Query query;
+  if (steps.size() == 2) query.kind = steps.front().text;
+  query.id = steps.back().NumberAfter('#');
+  query.name = steps.back().text;
+  return query;
+}
+
+support::Failure NothingFound(const Relations& relations, const Query& query,
+                              const std::string& text) {
+  std::vector<std::string> names;
+  for (const Thing& thing : relations.things()) {
+    if (!query.IsOfKind(thing)) continue;
+    if (thing.name) names.push_back(*thing.name);
+    if (!thing.key.empty()) names.push_back(thing.key);
+  }
+  const std::string near =
+      query.id ? "" : support::NearText(query.name, names, "'rux ls' lists them");
+  return inspect::NotFound("nothing is called " + text + near);
+}
+
+using Member = std::size_t Link::*;
+
+void WriteList(const char* title, const Relations& relations, const std::vector<const Link*>& links,
+               Member other, support::TextStream& out) {
+  if (links.empty()) return;
+  out += title;
+  for (const Link* link : links) {
+    out += "    " + relations.things()[link->*other].Title() + "  " + support::SafeText(link->key) +
+           PlaceText(link->place) + '\n';
+  }
+}
+
+void WriteList(const char* title, const Relations& relations, const std::vector<const Link*>& links,
+               Member other, support::JsonObject& json) {
+  json.Objects(title, links, [&](support::JsonObject& object, const Link* link) {
+    object.Member("entry", link->key);
+    WritePlace(object, link->place);
+    object.Object("thing", [&](support::JsonObject& thing) {
+      WriteThing(thing, relations.things()[link->*other]);
+    });
+  });
+}
+
+}  // namespace
+
+std::vector<std::size_t> FindThings(const Relations& relations, const std::string& query) {
+  const Query wanted = QueryOf(query);
+  std::vector<std::size_t> found;
+  for (std::size_t i = 0; i < relations.things().size(); ++i) {
+    if (wanted.Fits(relations.things()[i])) found.push_back(i);
+  }
+  if (found.empty()) throw NothingFound(relations, wanted, query);
+  return found;
+}
+
+void WriteLinks(const Relations& relations, std::size_t thing, support::TextStream& out) {
+  WriteList("  referred to by\n", relations, relations.To(thing), &Link::from, out);
+  WriteList("  refers to\n", relations, relations.From(thing), &Link::to, out);
+}
+
+void WriteLinks(const Relations& relations, std::size_t thing, support::JsonObject& json) {
+  WriteList("referred_by", relations, relations.To(thing), &Link::from, json);
+  WriteList("refers_to", relations, relations.From(thing), &Link::to, json);
+}
+
+void WriteRefs(const Relations& relations, const std::vector<std::size_t>& things, bool uses_colour,
+               support::TextStream& out) {
+  for (const std::size_t number : things) {
+    const Thing& thing = relations.things()[number];
+    out += support::Bold(thing.Title(), uses_colour) + PlaceText(thing.place) + '\n';
+    WriteLinks(relations, number, out);
+  }
+}
+
+void WriteRefs(const Relations& relations, const std::vector<std::size_t>& things,
+               const std::string& file, support::JsonObject& json) {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
+  json.Member("schema", kSchema);
+  json.Member("file", file);
+  json.Objects("things", things, [&](support::JsonObject& object, std::size_t number) {
+    WriteThing(object, relations.things()[number]);
+    WriteLinks(relations, number, object);
+  });
+}
+
+}  // namespace rux::browse

@@ -1,0 +1,61 @@
+#include "browse/relations.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "machine/origins.h"
+#include "support/json.h"
+#include "support/number_text.h"
+#include "support/safe_text.h"
+
+namespace rux::browse {
+
+std::string Thing::Title() const {
+  std::string text = kind->keyword;
+  if (id) text += fmt::format(" #0x{:X}", *id);
+  if (name) text += ' ' + support::NameText(*name);
+  if (!key.empty()) text += ' ' + support::SafeText(key);
+  if (number) text += " = " + support::NumberText(*number);
+  return text;
+}
+
+std::size_t Relations::Add(Thing thing) {
+  things_.push_back(std::move(thing));
+  from_.emplace_back();
+  to_.emplace_back();
+  return things_.size() - 1;
+}
+
+void Relations::Add(Link link) {
+  if (!known_.emplace(link.from, link.to, link.key).second) return;
+  const Link& added = links_.emplace_back(std::move(link));
+  from_[added.from].push_back(&added);
+  to_[added.to].push_back(&added);
+}
+
+std::string PlaceText(const std::optional<machine::Place>& place) {
+  return place ? fmt::format("  {}:{}", support::SafePath(place->path), place->line) : "";
+}
+
+void WritePlace(support::JsonObject& json, const std::optional<machine::Place>& place) {
+  if (!place) return;
+  json.Object("place", [&](support::JsonObject& object) {
+    object.Member("file", place->path);
+    object.Member("line", place->line);
+  });
+}
+
+void WriteThing(support::JsonObject& json, const Thing& thing) {
+  json.Member("kind", thing.kind->keyword);
+  if (thing.name) json.Member("name", *thing.name);
+  if (thing.id) json.Member("id", *thing.id);
+  if (!thing.key.empty()) json.Member("key", thing.key);
+  if (thing.number) json.Member("number", *thing.number);
+  WritePlace(json, thing.place);
+}
+
+}  // namespace rux::browse
