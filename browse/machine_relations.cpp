@@ -1,8 +1,8 @@
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 
 #include "browse/relations.h"
@@ -12,7 +12,6 @@
 #include "machine/value.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"

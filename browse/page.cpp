@@ -14,6 +14,7 @@
 #include "browse/refs.h"
 #include "browse/relations.h"
 #include "compiled/datum.h"
+#include "compiled/meta.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
 #include "inspect/meta_view.h"

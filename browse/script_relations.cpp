@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "machine/source.h"
 #include "reader/include_folders.h"
 #include "reader/texts.h"
+#include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/paths.h"

@@ -5,6 +5,7 @@
 
 #include "driver/meta_files.h"
 #include "ruxcomp/model/seeded_hash.h"
+#include "settings/json_file.h"
 #include "support/failure.h"
 
 namespace rux::driver {
@@ -56,7 +57,72 @@ std::string EscapedName(const std::string& path, const std::string& name) {
   return text;
 }
 
+// The names of a rule, which ends with its line. A backslash before the end of a line joins the
+// next one; before a character that needs it, it is no part of the name.
+class RuleReader {
+ public:
+  explicit RuleReader(std::string_view text) : text_(text) {}
+
+  // False at a character that no rule has there.
+  bool Read(DepfileRule& rule) {
+    std::vector<std::string>* names = &rule.targets;
+    while (at_ < text_.size() && text_[at_] != '\n') {
+      if (SkipBlank()) continue;
+      if (text_[at_] == ':') {
+        if (names == &rule.prerequisites || rule.targets.empty()) return false;
+        names = &rule.prerequisites;
+        ++at_;
+        continue;
+      }
+      names->push_back(Name());
+      if (names->back().empty()) return false;
+    }
+    return names == &rule.prerequisites;
+  }
+
+ private:
+  bool SkipBlank() {
+    if (text_[at_] == ' ') {
+      ++at_;
+    } else if (text_.substr(at_, 2) == "\\\n") {
+      at_ += 2;
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  // Up to a blank, the end of the line, or a colon that no name goes on after.
+  std::string Name() {
+    constexpr std::string_view kEscaped = " #:";
+    std::string name;
+    for (; at_ < text_.size(); ++at_) {
+      const char c = text_[at_];
+      const char next = at_ + 1 < text_.size() ? text_[at_ + 1] : '\n';
+      if (c == ' ' || c == '\n' || c == ':') break;
+      const bool is_escape =
+          (c == '\\' && kEscaped.find(next) != std::string_view::npos) || (c == '$' && next == '$');
+      if (c == '\\' && next == '\n') break;
+      if (is_escape) ++at_;
+      name += text_[at_];
+    }
+    return name;
+  }
+
+  const std::string_view text_;
+  std::size_t at_ = 0;
+};
+
 }  // namespace
+
+DepfileRule ReadDepfile(const std::string& path) {
+  constexpr std::size_t kLargestDepfile = std::size_t{1} << 27;
+  const std::string text = settings::ReadTextFile(path, kLargestDepfile);
+  DepfileRule rule;
+  if (RuleReader(text).Read(rule)) return rule;
+  throw support::Failure(support::ExitStatus::kTrouble,
+                         "{} is not a dependency file: its first line must be a rule", path);
+}
 
 std::string DepfileText(const std::string& path, const std::vector<std::string>& targets,
                         const std::vector<std::string>& prerequisites) {

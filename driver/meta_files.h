@@ -24,6 +24,14 @@ namespace rux::driver {
 std::string DepfileText(const std::string& path, const std::vector<std::string>& targets,
                         const std::vector<std::string>& prerequisites);
 
+// Such a rule, read back from the file at `path`. Throws a Failure when it cannot be read or is of
+// another form.
+struct DepfileRule {
+  std::vector<std::string> targets;
+  std::vector<std::string> prerequisites;
+};
+DepfileRule ReadDepfile(const std::string& path);
+
 struct MetaOptions {
   std::string meta;                            // with prints_meta, for messages only
   bool prints_meta = false;                    // to standard output

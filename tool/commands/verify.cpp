@@ -1,4 +1,4 @@
-// rux verify FILE...
+// rux verify FILE... | --manifest MANIFEST
 #include "compiled/verify.h"
 
 #include <fmt/format.h>
@@ -9,8 +9,11 @@
 #include <vector>
 
 #include "compiled/compiled_file.h"
+#include "diff/report.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
+#include "release/inspection.h"
+#include "release/manifest.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
@@ -27,6 +30,7 @@ using support::JsonObject;
 
 struct VerifyOptions {
   std::vector<std::string> files;
+  release::Inspection release;
   bool json = false;
   bool quiet = false;
 };
@@ -148,7 +152,30 @@ bool VerifyAsText(const std::vector<std::string>& files, bool quiet) {
   });
 }
 
+support::ExitStatus VerifyRelease(const VerifyOptions& options) {
+  const release::Manifest manifest = release::ReadManifest(options.release.manifest);
+  const std::vector<release::Problem> problems = release::ProblemsIn(manifest, options.release);
+  if (options.json) {
+    support::PrintOut(support::JsonDocument([&](JsonObject& json) {
+      release::WriteProblems(json, options.release, manifest, problems);
+    }));
+  } else {
+    for (const release::Problem& problem : problems)
+      support::PrintError(support::SafeFormat("rux: error: {}: {}\n", problem.path, problem.text));
+    if (problems.empty() && !options.quiet) {
+      support::PrintOut(
+          support::SafePath(options.release.manifest) +
+          fmt::format(": {} as recorded\n", diff::CountText(manifest.files.size(), "file")));
+    }
+  }
+  return problems.empty() ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
+}
+
 support::ExitStatus VerifyFiles(const VerifyOptions& options) {
+  if (!options.release.manifest.empty()) return VerifyRelease(options);
+  if (options.files.empty())
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "FILE is required, or --manifest\nSee 'rux help verify'.");
   const bool are_sound =
       options.json ? VerifyForPrograms(options.files) : VerifyAsText(options.files, options.quiet);
   return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
@@ -161,16 +188,30 @@ Action SetUpVerify(Arguments& arguments) {
   arguments
       .Add("FILE", &options->files,
            "The meta files and debug meta files to check; - for standard input")
-      .File()
-      .Required();
-  arguments.Add("--json", &options->json, "Print JSON (docs/verify-json.md)");
+      .File();
+  arguments
+      .Add("--manifest", &options->release.manifest,
+           "Verify the files of a release instead: all that this manifest lists, and no others")
+      .File("FILE")
+      .Without({"FILE"});
+  arguments
+      .Add("--folder", &options->release.folder,
+           "The folder of the release (default: that of the manifest)")
+      .File("FOLDER");
+  arguments.Add("--sources", &options->release.with_sources,
+                "Also verify the sources that the manifest lists");
+  arguments.Add("--json", &options->json,
+                "Print JSON (docs/verify-json.md; docs/release.schema.json for --manifest)");
   arguments.Add("-q,--quiet", &options->quiet, "Print nothing for a sound file")
       .Without({"--json"});
   arguments.Footer(
       "Every offset, length, count, identifier and reference is checked. A fault is reported with\n"
       "its offset, record, field and reason. A likely cause, such as a truncated file, comes\n"
-      "first. The exit status is 3 when a file is not sound or cannot be read.\n\n"
-      "Example:\n  rux verify server.meta server.metad");
+      "first. The exit status is 3 when a file is not sound or cannot be read; for --manifest, it\n"
+      "is 1 when a file is missing, extra or not as recorded.\n\n"
+      "Examples:\n"
+      "  rux verify server.meta server.metad\n"
+      "  rux verify --manifest out/manifest.json");
   return [options] { return VerifyFiles(*options); };
 }
 
