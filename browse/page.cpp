@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "browse/limit.h"
 #include "browse/refs.h"
 #include "browse/relations.h"
-#include "compiled/datum.h"
 #include "compiled/meta.h"
 #include "inspect/entry_value.h"
 #include "inspect/file_view.h"
@@ -34,30 +34,6 @@
 #include "support/wrap.h"
 
 namespace rux::browse {
-namespace {
-
-// The number of a limit with what it is a number of.
-struct Limit {
-  std::uint32_t number;
-  machine::Quantity quantity;
-
-  std::string Text() const {
-    std::string text = quantity.TextOf(number);
-    if (quantity.is_signed) text += *quantity.is_signed ? " (signed)" : " (unsigned)";
-    return text;
-  }
-};
-
-std::optional<Limit> LimitIn(const machine::Machine& machine, const ruxcomp::Section& section,
-                             const ruxcomp::Entry& entry) {
-  const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
-  if (row == nullptr || language::FindLimit(row->source) == nullptr) return std::nullopt;
-  const compiled::Datum datum = machine::DatumOf(entry.value());
-  if (!datum.IsNumber()) return std::nullopt;
-  return Limit{datum.number, machine.QuantityOf(section)};
-}
-
-}  // namespace
 
 struct Page::Item {
   std::string key;
@@ -187,7 +163,7 @@ void Page::WriteItems(const Subject& subject, support::JsonObject& json) const {
     if (!item.limit) return;
     object.Object("limit", [&](support::JsonObject& limit) {
       limit.Member("number", item.limit->number);
-      limit.Member("amount", item.limit->quantity.TextOf(item.limit->number));
+      limit.Member("amount", item.limit->Amount());
       const machine::Quantity& quantity = item.limit->quantity;
       if (quantity.unit) limit.Member("unit", *quantity.unit);
       if (quantity.divisor) limit.Member("divisor", *quantity.divisor);

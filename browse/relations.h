@@ -51,8 +51,8 @@ struct Link {
 class Relations {
  public:
   Relations() = default;
-  Relations(Relations&&) = default;
-  Relations& operator=(Relations&&) = default;
+  Relations(Relations&&) noexcept = default;
+  Relations& operator=(Relations&&) noexcept = default;
 
   std::size_t Add(Thing thing);
   // Does nothing when that entry refers to that thing already.

@@ -143,11 +143,11 @@ Relations OfDebugMeta(const machine::Source& source) {
     throw support::Failure(support::ExitStatus::kTrouble, "cannot read {}: {}", source.name,
                            *obstacle);
   }
-  const char* const kName = "decompiled";
+  const char* const script = "decompiled";
   ruxcomp::reader::Texts::ReplaceFiles([&](const std::string& path) -> std::optional<std::string> {
-    return path == kName ? std::optional(text) : std::nullopt;
+    return path == script ? std::optional(text) : std::nullopt;
   });
-  const sources::SourceSet sources = sources::Load(kName);
+  const sources::SourceSet sources = sources::Load(script);
   const Index index(sources);
   return Reader(index,
                 [&](Id section, Id item) -> std::optional<machine::Place> {

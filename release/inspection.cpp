@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "compiled/compiled_file.h"

@@ -1,6 +1,7 @@
 #include "support/sha256.h"
 
 #include <sha2.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <array>
