@@ -12,7 +12,7 @@
 namespace rux::diff {
 namespace {
 
-std::string TextOrNone(const Side& side) { return side.text.value_or("(none)"); }
+std::string TextOrNone(const Side& side) { return support::SafeText(side.text.value_or("(none)")); }
 
 // FNV-1a, of each text and what separates it from the next one.
 void Add(std::uint64_t& hash, std::string_view text) {

@@ -35,7 +35,7 @@ struct Change {
   std::string SectionText() const;
   // "THRESHOLD_FH", "VALUE/Args"
   std::string EntryText() const;
-  // "THRESHOLD_FH: 100 -> 105"; without an entry: "CPU0 -> CPU1".
+  // "THRESHOLD_FH: 100 -> 105"; without an entry: "CPU0 -> CPU1". All three are safe to show.
   std::string WhatText() const;
   // Of class, kind, ID, NAME and entry: 16 hexadecimal digits.
   std::string Fingerprint() const;

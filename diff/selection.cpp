@@ -40,7 +40,8 @@ constexpr settings::Key kEntryKeys[] = {
 };
 
 bool IsOf(const Change& change, const std::string& word) {
-  if (word == change.kind->keyword) return true;
+  if (word == change.kind->keyword || word == change.row->message->id) return true;
+  if (word == WordOf(change.row->category)) return true;
   for (const Side* side : {&change.before, &change.after}) {
     if (side->name && fnmatch(word.c_str(), side->name->c_str(), 0) == 0) return true;
   }

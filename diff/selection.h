@@ -10,8 +10,8 @@
 
 namespace rux::diff {
 
-// Leaves those of sections whose kind or NAME is one of these; a NAME may be a pattern as shells
-// have it. Without any, leaves all.
+// Leaves those that have one of these: the kind or NAME of their section, their category or their
+// class; a NAME may be a pattern as shells have it. Without any, leaves all.
 void KeepOnly(const std::vector<std::string>& only, std::vector<Change>& changes);
 
 // The classes that a word means: those of a category with those nested in it, a class by its id, or

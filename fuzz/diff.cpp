@@ -14,6 +14,7 @@
 #include "machine/machine.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/model.h"
+#include "support/safe_text.h"
 #include "support/text_stream.h"
 
 namespace {
@@ -37,6 +38,7 @@ void WriteAll(const rux::diff::Report& report) {
     });
     const bool has_text = !text.empty() || report.changes.empty();
     Expect(has_text, "a form says something of a change");
+    Expect(rux::support::AreSafeLines(text), "no text of a machine controls a terminal");
   }
 }
 

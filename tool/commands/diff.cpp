@@ -102,8 +102,8 @@ void AddOutput(Arguments& arguments, DiffOptions& options) {
 void AddSelection(Arguments& arguments, DiffOptions& options) {
   arguments
       .Add("--only", &options.only,
-           "Report only sections of that kind or NAME, which may be a pattern")
-      .Value("KIND|NAME");
+           "Report only changes of that section kind or NAME (may be a pattern), category or class")
+      .Value("KIND|NAME|CATEGORY|ID");
   arguments
       .Add("--fail-on", &options.fail_on,
            "Exit with 1 for changes of that class or category: position, name, id, limits, "
