@@ -52,7 +52,7 @@ bool EndsWord(const std::string& text) { return text.empty() || IsWordCharacter(
 
 }  // namespace
 
-LogPattern::LogPattern(const std::string& text) : field_(Field::kName) {
+LogPattern::LogPattern(const std::string& text) {
   std::size_t count = 0;
   for (const std::string_view& field : kFields) {
     for (std::size_t at = text.find(field); at != std::string::npos;
@@ -89,7 +89,7 @@ void LogFilter::Names::Add(std::string_view name, Ordinal sensor) {
 }
 
 LogFilter::LogFilter(const machine::Machine& machine, std::vector<LogPattern> patterns)
-    : machine_(machine), patterns_(std::move(patterns)), longest_(0) {
+    : machine_(machine), patterns_(std::move(patterns)) {
   for (const ruxcomp::Section sensor : machine.model().sections(RUX_SECT_SENSOR))
     names_.Add(sensor.name(), sensor.ordinal());
   for (const LogPattern& pattern : patterns_) {

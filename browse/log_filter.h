@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "machine/machine.h"
@@ -36,7 +37,7 @@ class LogPattern {
  private:
   std::string before_;
   std::string after_;
-  Field field_;
+  Field field_ = Field::kName;
 };
 
 // Without any of the user's own: NAMEs, and IDs as 0x101.
@@ -79,13 +80,13 @@ class LogFilter {
   Match NameAt(const LogPattern& pattern, std::size_t at) const;
   Match IdAt(const LogPattern& pattern, std::size_t at) const;
   bool EndsAt(const LogPattern& pattern, std::size_t at) const;
-  const std::string& TextOf(Ordinal sensor);
+  const std::string& TextOf(Ordinal ordinal);
 
   const machine::Machine& machine_;
   const std::vector<LogPattern> patterns_;
   Names names_;
   std::map<Ordinal, std::string> texts_;  // as they were needed
-  std::size_t longest_;                   // match, and the byte after it
+  std::size_t longest_ = 0;               // match, and the byte after it
   std::string waiting_;
   char last_ = '\n';  // before the waiting bytes
 };

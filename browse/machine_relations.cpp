@@ -15,6 +15,8 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/value.h"
+#include "ruxcomp/records.h"
 
 namespace rux::browse {
 namespace {
@@ -97,17 +99,16 @@ class MachineRelations::Reader {
 
   void AddLinksOf(const language::SectionKind& kind, std::size_t ordinal,
                   const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
-    const std::string key = machine::KeyOf(section, entry);
-    const bool is_membership = IsMembership(section, entry);
     const language::SectionKind* ids =
         machine::KindOfCompiledIds(section.kind(), entry.identifier());
-    for (const machine::EntryPart& part : machine::ValueOf(entry).parts) {
-      for (const compiled::Datum& datum : part.items) {
-        const std::optional<std::size_t> to = NumberFor(ids, datum);
-        if (!to) continue;
-        const std::size_t from = relations_.NumberOf(kind, ordinal, key);
-        relations_.Add(Link{from, *to, key, is_membership, PlaceOf(kind, ordinal, key)});
-      }
+    for (const ruxcomp::Value value : entry.values()) {
+      // Most values are plain numbers.
+      if (value.kind() == RUX_DATA_NUMBER && ids == nullptr) continue;
+      const std::optional<std::size_t> to = NumberFor(ids, machine::DatumOf(value));
+      if (!to) continue;
+      const std::string key = machine::KeyOf(section, entry);
+      relations_.Add(Link{relations_.NumberOf(kind, ordinal, key), *to, key,
+                          IsMembership(section, entry), PlaceOf(kind, ordinal, key)});
     }
   }
 

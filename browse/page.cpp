@@ -22,7 +22,6 @@
 #include "machine/machine.h"
 #include "machine/origins.h"
 #include "machine/value.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"

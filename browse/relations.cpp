@@ -31,7 +31,10 @@ std::size_t Relations::Add(Thing thing) {
 }
 
 void Relations::Add(Link link) {
-  if (!known_.emplace(link.from, link.to, link.key).second) return;
+  const bool is_of_last =
+      !links_.empty() && links_.back().from == link.from && links_.back().key == link.key;
+  if (!is_of_last) known_.clear();
+  if (!known_.insert(link.to).second) return;
   const Link& added = links_.emplace_back(std::move(link));
   from_[added.from].push_back(&added);
   to_[added.to].push_back(&added);

@@ -7,9 +7,9 @@
 #include <deque>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <tuple>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -55,7 +55,8 @@ class Relations {
   Relations& operator=(Relations&&) noexcept = default;
 
   std::size_t Add(Thing thing);
-  // Does nothing when that entry refers to that thing already.
+  // Does nothing when the entry refers to that thing already. The links of an entry follow each
+  // other.
   void Add(Link link);
 
   const std::vector<Thing>& things() const { return things_; }
@@ -68,7 +69,7 @@ class Relations {
   std::deque<Link> links_;
   std::vector<std::vector<const Link*>> from_;  // by things
   std::vector<std::vector<const Link*>> to_;
-  std::set<std::tuple<std::size_t, std::size_t, std::string>> known_;
+  std::unordered_set<std::size_t> known_;  // to what the entry of the last link refers
 };
 
 // Of a script with all that it includes, a debug meta file, or a meta file; also of a git revision.
