@@ -21,7 +21,7 @@ struct Limit {
   std::string Text() const;
 };
 
-// None for an entry that is no limit, or not a number.
+// None for an entry that is not a limit, or has no number.
 std::optional<Limit> LimitIn(const machine::Machine& machine, const ruxcomp::Section& section,
                              const ruxcomp::Entry& entry);
 

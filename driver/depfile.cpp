@@ -58,7 +58,7 @@ std::string EscapedName(const std::string& path, const std::string& name) {
 }
 
 // The names of a rule, which ends with its line. A backslash before the end of a line joins the
-// next one; before a character that needs it, it is no part of the name.
+// next one; before a blank, # or :, that character is part of the name.
 class RuleReader {
  public:
   explicit RuleReader(std::string_view text) : text_(text) {}

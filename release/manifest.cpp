@@ -62,7 +62,7 @@ class ManifestReader {
     const JsonValue& root = document_.root();
     const auto members = document_.Members(root, kKeys);
     if (members[kSchemaNumber] == nullptr || members[kSchemaNumber]->number != kSchema)
-      document_.Refuse(root.line, "it is no manifest of schema " + std::to_string(kSchema));
+      document_.Refuse(root.line, "it is not a manifest of schema " + std::to_string(kSchema));
     Require(root, members, kKeys, kSources + 1, kRevision);
     const std::string revision = members[kRevision] == nullptr ? "" : members[kRevision]->text;
     return {members[kTool]->text, TimeOf(*members[kCreated]), revision, FilesOf(*members[kFiles]),

@@ -33,7 +33,7 @@ struct Manifest {
 
 std::string ManifestText(const Manifest& manifest);
 
-// Throws a Failure for a file that cannot be read or is no such manifest, which names the line.
+// Throws a Failure for a file that cannot be read or is not such a manifest, which names the line.
 Manifest ReadManifest(const std::string& path);
 
 // What the forms of compiled files are called there; that of a file, which is empty for any other

@@ -3,10 +3,10 @@
 #include "browse/relations.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,6 +22,8 @@
 #include "tests/generators/garbage.h"
 #include "tests/generators/random_layout.h"
 #include "tests/generators/random_script.h"
+#include "tests/generators/random_texts.h"
+#include "tests/generators/source_files.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The manifest of a release finds each byte that changes; what dependency files say comes back as
 // it was written, and what is written into a manifest by others is refused or read.
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
