@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -51,22 +50,27 @@ class MachineRelations::Reader {
     ForEachSection([&](const language::SectionKind& kind, const ruxcomp::Section& section,
                        std::size_t ordinal) {
       if (kind.naming == language::Naming::kByKeys) {
+        std::size_t number = 0;
         for (const ruxcomp::Entry entry : section.entries())
-          AddEntry(kind, ordinal, machine::KeyOf(section, entry));
+          AddEntry({&kind, ordinal, number++}, machine::KeyOf(section, entry));
         return;
       }
       Thing thing{&kind, std::nullopt, section.id()};
       if (section.has_name()) thing.name = std::string(section.name());
       thing.place = PlaceOf(kind, ordinal, "");
-      relations_.AddAt({&kind, ordinal, ""}, std::move(thing));
+      relations_.AddAt({&kind, ordinal, kWhole}, std::move(thing));
     });
   }
 
   void AddLinks() {
     ForEachSection([&](const language::SectionKind& kind, const ruxcomp::Section& section,
                        std::size_t ordinal) {
+      std::size_t number = 0;
       for (const ruxcomp::Entry entry : section.entries()) {
-        if (!IsLabel(entry)) AddLinksOf(kind, ordinal, section, entry);
+        const bool is_thing = kind.naming == language::Naming::kByKeys;
+        if (!IsLabel(entry))
+          AddLinksOf({&kind, ordinal, is_thing ? number : kWhole}, section, entry);
+        ++number;
       }
     });
   }
@@ -89,16 +93,17 @@ class MachineRelations::Reader {
     return key.empty() ? origins->OfSection(kind, ordinal) : origins->OfEntry(kind, ordinal, key);
   }
 
-  void AddEntry(const language::SectionKind& kind, std::size_t ordinal, const std::string& key) {
-    Thing thing{&kind};
+  void AddEntry(const Position& position, const std::string& key) {
+    const auto& [kind, ordinal, number] = position;
+    Thing thing{kind};
     thing.key = key;
-    thing.place = PlaceOf(kind, ordinal, key);
-    by_key_.emplace(std::pair(&kind, key),
-                    relations_.AddAt({&kind, ordinal, key}, std::move(thing)));
+    thing.place = PlaceOf(*kind, ordinal, key);
+    relations_.keys_.emplace(std::pair(kind, key), relations_.AddAt(position, std::move(thing)));
   }
 
-  void AddLinksOf(const language::SectionKind& kind, std::size_t ordinal,
-                  const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  void AddLinksOf(const Position& position, const ruxcomp::Section& section,
+                  const ruxcomp::Entry& entry) {
+    const auto& [kind, ordinal, number] = position;
     const language::SectionKind* ids =
         machine::KindOfCompiledIds(section.kind(), entry.identifier());
     for (const ruxcomp::Value value : entry.values()) {
@@ -107,8 +112,8 @@ class MachineRelations::Reader {
       const std::optional<std::size_t> to = NumberFor(ids, machine::DatumOf(value));
       if (!to) continue;
       const std::string key = machine::KeyOf(section, entry);
-      relations_.Add(Link{relations_.NumberOf(kind, ordinal, key), *to, key,
-                          IsMembership(section, entry), PlaceOf(kind, ordinal, key)});
+      relations_.Add(Link{relations_.NumberAt(position), *to, key, IsMembership(section, entry),
+                          PlaceOf(*kind, ordinal, key)});
     }
   }
 
@@ -117,18 +122,15 @@ class MachineRelations::Reader {
                                        const compiled::Datum& datum) const {
     const ruxcomp::Section section = machine::SectionFor(machine_.model(), ids, datum);
     if (section) {
-      return relations_.NumberOf(*language::FindSourceKind(language::SourceSection(section.kind())),
-                                 section.ordinal(), "");
+      return relations_.NumberAt({language::FindSourceKind(language::SourceSection(section.kind())),
+                                  section.ordinal(), kWhole});
     }
-    const language::SectionKind* kind =
-        datum.row == nullptr ? nullptr : KindOfKeys(datum.row->base);
-    const auto found = by_key_.find(std::pair(kind, datum.text));
-    return found == by_key_.end() ? std::nullopt : std::optional(found->second);
+    return relations_.FindKey(datum.row == nullptr ? nullptr : KindOfKeys(datum.row->base),
+                              datum.text);
   }
 
   const machine::Machine& machine_;
   MachineRelations& relations_;
-  std::map<std::pair<const language::SectionKind*, std::string>, std::size_t> by_key_;
 };
 
 MachineRelations::MachineRelations(const machine::Machine& machine) {
@@ -137,17 +139,17 @@ MachineRelations::MachineRelations(const machine::Machine& machine) {
   reader.AddLinks();
 }
 
-std::size_t MachineRelations::AddAt(Position position, Thing thing) {
+std::size_t MachineRelations::AddAt(const Position& position, Thing thing) {
   const std::size_t number = Add(std::move(thing));
   positions_.push_back(position);
-  numbers_.emplace(std::move(position), number);
+  numbers_.emplace(position, number);
   return number;
 }
 
-std::size_t MachineRelations::NumberOf(const language::SectionKind& kind, std::size_t ordinal,
-                                       const std::string& key) const {
-  const bool is_entry = kind.naming == language::Naming::kByKeys;
-  return numbers_.at({&kind, ordinal, is_entry ? key : std::string()});
+std::optional<std::size_t> MachineRelations::FindKey(const language::SectionKind* kind,
+                                                     const std::string& key) const {
+  const auto found = keys_.find(std::pair(kind, key));
+  return found == keys_.end() ? std::nullopt : std::optional(found->second);
 }
 
 }  // namespace rux::browse

@@ -42,21 +42,19 @@ struct Page::Item {
 };
 
 Page::Page(const machine::Machine& machine, const std::string& path)
-    : machine_(machine),
-      relations_(machine),
-      subject_(SubjectAt(path)),
-      thing_(relations_.NumberOf(*subject_.kind, subject_.ordinal, subject_.key)) {
+    : machine_(machine), relations_(machine), thing_(ThingAt(path)) {
   FindUsed();
 }
 
-Page::Subject Page::SubjectAt(const std::string& path) const {
+std::size_t Page::ThingAt(const std::string& path) const {
   const inspect::Found found = inspect::FindIn(machine_.model(), inspect::ParsePath(path));
   const bool has_entries = found.kind->naming == language::Naming::kByKeys;
   if (found.part || found.entry.has_value() != has_entries) {
     throw support::Failure(support::ExitStatus::kWrongUsage, "{} must be {}/{}", path,
                            found.kind->keyword, has_entries ? "KEY" : "SECTION");
   }
-  return {found.kind, found.ordinal, has_entries ? found.entry->key : ""};
+  if (has_entries) return relations_.FindKey(found.kind, found.entry->key).value();
+  return relations_.NumberAt({found.kind, found.ordinal, MachineRelations::kWhole});
 }
 
 void Page::FindUsed() {
@@ -70,38 +68,44 @@ void Page::FindUsed() {
   used_.erase(used_.begin());
 }
 
-Page::Subject Page::SubjectOf(std::size_t thing) const {
-  const auto& [kind, ordinal, key] = relations_.PositionOf(thing);
-  return {kind, ordinal, key};
+ruxcomp::Section Page::SectionOf(std::size_t thing) const {
+  const auto& [kind, ordinal, entry] = relations_.PositionOf(thing);
+  return machine_.model().sections(kind->compiled)[ordinal];
 }
 
-std::vector<Page::Item> Page::ItemsOf(const Subject& subject) const {
-  const ruxcomp::Section section =
-      machine_.model().sections(subject.kind->compiled)[subject.ordinal];
-  const machine::Origins* origins = machine_.origins();
+std::vector<Page::Item> Page::ItemsOf(std::size_t thing) const {
+  const std::size_t number = std::get<2>(relations_.PositionOf(thing));
+  const ruxcomp::Entries entries = SectionOf(thing).entries();
   std::vector<Item> items;
-  for (const ruxcomp::Entry entry : section.entries()) {
-    Item item{machine::KeyOf(section, entry),
-              machine::NamedValueOf(machine_.model(), section, entry),
-              LimitIn(machine_, section, entry), std::nullopt};
-    if (!subject.key.empty() && item.key != subject.key) continue;
-    if (origins != nullptr) item.place = origins->OfEntry(*subject.kind, subject.ordinal, item.key);
-    items.push_back(std::move(item));
+  if (number != MachineRelations::kWhole) {
+    items.push_back(ItemOf(thing, entries[number]));
+  } else {
+    for (const ruxcomp::Entry entry : entries) items.push_back(ItemOf(thing, entry));
   }
   return items;
 }
 
-const compiled::TableCells* Page::CellsOf(const Subject& subject) const {
-  const bool is_table = subject.kind->source == language::SECTION_TABLE;
-  return is_table ? machine_.model().table(static_cast<std::uint32_t>(subject.ordinal)) : nullptr;
+Page::Item Page::ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const {
+  const auto& [kind, ordinal, number] = relations_.PositionOf(thing);
+  const ruxcomp::Section section = SectionOf(thing);
+  Item item{machine::KeyOf(section, entry), machine::NamedValueOf(machine_.model(), section, entry),
+            LimitIn(machine_, section, entry), std::nullopt};
+  if (const machine::Origins* origins = machine_.origins())
+    item.place = origins->OfEntry(*kind, ordinal, item.key);
+  return item;
+}
+
+const compiled::TableCells* Page::CellsOf(std::size_t thing) const {
+  const auto& [kind, ordinal, entry] = relations_.PositionOf(thing);
+  const bool is_table = kind->source == language::SECTION_TABLE;
+  return is_table ? machine_.model().table(static_cast<std::uint32_t>(ordinal)) : nullptr;
 }
 
 // From the outermost one. A damaged machine may have a loop.
 std::vector<std::string> Page::Groups() const {
   std::vector<std::string> names;
   std::set<std::uint32_t> known;
-  const ruxcomp::Sections sections = machine_.model().sections(subject_.kind->compiled);
-  ruxcomp::Section group = sections[subject_.ordinal].parent();
+  ruxcomp::Section group = SectionOf(thing_).parent();
   while (group && known.insert(group.ordinal()).second) {
     names.emplace_back(group.name());
     group = group.parent();
@@ -114,15 +118,16 @@ std::vector<const Thing*> Page::Lists() const {
   std::vector<const Thing*> lists;
   for (const Link* link : relations_.To(thing_)) {
     const Thing& thing = relations_.things()[link->from];
-    if (thing.kind->source == language::SECTION_PELMGROUP && thing.kind != subject_.kind)
+    if (thing.kind->source == language::SECTION_PELMGROUP &&
+        thing.kind != relations_.things()[thing_].kind)
       lists.push_back(&thing);
   }
   return lists;
 }
 
-void Page::WriteItems(const Subject& subject, support::OutputStyle style,
+void Page::WriteItems(std::size_t thing, support::OutputStyle style,
                       support::TextStream& out) const {
-  const std::vector<Item> items = ItemsOf(subject);
+  const std::vector<Item> items = ItemsOf(thing);
   std::size_t width = 0;
   for (const Item& item : items)
     width = std::max(width, support::Columns(support::SafeText(item.key)));
@@ -134,7 +139,7 @@ void Page::WriteItems(const Subject& subject, support::OutputStyle style,
     pieces.back() += PlaceText(item.place);
     out += support::WrappedPieces(pieces, style.width, width + 4) + '\n';
   }
-  if (const compiled::TableCells* cells = CellsOf(subject)) out += inspect::CellsText(*cells);
+  if (const compiled::TableCells* cells = CellsOf(thing)) out += inspect::CellsText(*cells);
 }
 
 void Page::Write(support::OutputStyle style, support::TextStream& out) const {
@@ -146,17 +151,17 @@ void Page::Write(support::OutputStyle style, support::TextStream& out) const {
   for (std::string& group : groups) group = support::SafeText(group);
   if (!groups.empty()) out += fmt::format("  in the group {}\n", fmt::join(groups, " / "));
   for (const Thing* list : Lists()) out += "  in the list of " + list->Title() + '\n';
-  WriteItems(subject_, style, out);
+  WriteItems(thing_, style, out);
   WriteLinks(relations_, thing_, out);
   for (const std::size_t used : used_) {
     out += '\n';
     write_title(relations_.things()[used]);
-    WriteItems(SubjectOf(used), style, out);
+    WriteItems(used, style, out);
   }
 }
 
-void Page::WriteItems(const Subject& subject, support::JsonObject& json) const {
-  json.Objects("entries", ItemsOf(subject), [](support::JsonObject& object, const Item& item) {
+void Page::WriteItems(std::size_t thing, support::JsonObject& json) const {
+  json.Objects("entries", ItemsOf(thing), [](support::JsonObject& object, const Item& item) {
     inspect::WriteEntry(object, item.key, item.value);
     WritePlace(object, item.place);
     if (!item.limit) return;
@@ -169,7 +174,7 @@ void Page::WriteItems(const Subject& subject, support::JsonObject& json) const {
       if (quantity.is_signed) limit.Member("signed", *quantity.is_signed);
     });
   });
-  if (const compiled::TableCells* cells = CellsOf(subject))
+  if (const compiled::TableCells* cells = CellsOf(thing))
     json.Array("cells", [&](support::JsonArray& list) { list.Items(*cells); });
 }
 
@@ -181,11 +186,11 @@ void Page::Write(support::JsonObject& json) const {
   json.Array("groups", [&](support::JsonArray& groups) { groups.Items(Groups()); });
   json.Objects("lists", Lists(),
                [](support::JsonObject& object, const Thing* list) { WriteThing(object, *list); });
-  WriteItems(subject_, json);
+  WriteItems(thing_, json);
   WriteLinks(relations_, thing_, json);
   json.Objects("uses", used_, [&](support::JsonObject& object, std::size_t used) {
     WriteThing(object, relations_.things()[used]);
-    WriteItems(SubjectOf(used), object);
+    WriteItems(used, object);
   });
 }
 

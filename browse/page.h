@@ -9,6 +9,7 @@
 #include "browse/relations.h"
 #include "compiled/meta.h"
 #include "machine/machine.h"
+#include "ruxcomp/model/handles.h"
 #include "support/json.h"
 #include "support/terminal.h"
 #include "support/text_stream.h"
@@ -30,27 +31,21 @@ class Page {
 
  private:
   struct Item;  // an entry of a thing
-  struct Subject {
-    const language::SectionKind* kind;
-    std::size_t ordinal;
-    std::string key;  // of an entry; empty: a section
-  };
 
-  Subject SubjectAt(const std::string& path) const;
-  Subject SubjectOf(std::size_t thing) const;
-  std::vector<Item> ItemsOf(const Subject& subject) const;
-  const compiled::TableCells* CellsOf(const Subject& subject) const;
+  std::size_t ThingAt(const std::string& path) const;
+  ruxcomp::Section SectionOf(std::size_t thing) const;
+  std::vector<Item> ItemsOf(std::size_t thing) const;
+  Item ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const;
+  const compiled::TableCells* CellsOf(std::size_t thing) const;
   std::vector<std::string> Groups() const;
   std::vector<const Thing*> Lists() const;
   void FindUsed();
 
-  void WriteItems(const Subject& subject, support::OutputStyle style,
-                  support::TextStream& out) const;
-  void WriteItems(const Subject& subject, support::JsonObject& json) const;
+  void WriteItems(std::size_t thing, support::OutputStyle style, support::TextStream& out) const;
+  void WriteItems(std::size_t thing, support::JsonObject& json) const;
 
   const machine::Machine& machine_;
   const MachineRelations relations_;
-  const Subject subject_;
   const std::size_t thing_;
   std::vector<std::size_t> used_;  // what its values use, directly or not; each once
 };

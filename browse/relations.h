@@ -82,19 +82,23 @@ class MachineRelations : public Relations {
  public:
   explicit MachineRelations(const machine::Machine& machine);
 
-  // Where a thing is in the machine: kind, ordinal of the section, key of the entry or nothing.
-  using Position = std::tuple<const language::SectionKind*, std::size_t, std::string>;
+  // Where a thing is in the machine: kind, ordinal of the section, ordinal of the entry or kWhole.
+  using Position = std::tuple<const language::SectionKind*, std::size_t, std::size_t>;
+  static constexpr std::size_t kWhole = static_cast<std::size_t>(-1);
   const Position& PositionOf(std::size_t thing) const { return positions_[thing]; }
-  // Of the thing that the entry at the position is, or belongs to.
-  std::size_t NumberOf(const language::SectionKind& kind, std::size_t ordinal,
-                       const std::string& key) const;
+  // Of the thing that is there.
+  std::size_t NumberAt(const Position& position) const { return numbers_.at(position); }
+  // Of the first entry with that key in sections of the kind; none when there is none.
+  std::optional<std::size_t> FindKey(const language::SectionKind* kind,
+                                     const std::string& key) const;
 
  private:
   class Reader;
-  std::size_t AddAt(Position position, Thing thing);
+  std::size_t AddAt(const Position& position, Thing thing);
 
   std::map<Position, std::size_t> numbers_;
   std::vector<Position> positions_;  // by things
+  std::map<std::pair<const language::SectionKind*, std::string>, std::size_t> keys_;
 };
 
 // Members "kind", "name", "id", "key", "number", "place" of those that are known.

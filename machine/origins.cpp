@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -72,15 +73,30 @@ std::optional<Place> Origins::OfSection(const language::SectionKind& kind,
   return section == nullptr ? std::nullopt : PlaceOf(section->at);
 }
 
+const Origins::EntrySpot* Origins::FindEntry(const SectionSpot& section,
+                                             std::string_view key) const {
+  constexpr std::size_t kMostWalked = 64;
+  const EntrySpot* const begin = entries_.data() + section.first_entry;
+  const EntrySpot* const end = begin + section.entry_count;
+  if (section.entry_count <= kMostWalked) {
+    const EntrySpot* const found =
+        std::find_if(begin, end, [&](const EntrySpot& entry) { return entry.key == key; });
+    return found == end ? nullptr : found;
+  }
+  auto& by_key = by_key_[section.first_entry];
+  if (by_key.empty()) {
+    for (const EntrySpot* entry = begin; entry != end; ++entry) by_key.emplace(entry->key, entry);
+  }
+  const auto found = by_key.find(key);
+  return found == by_key.end() ? nullptr : found->second;
+}
+
 std::optional<Place> Origins::OfEntry(const language::SectionKind& kind, std::size_t ordinal,
                                       std::string_view key) const {
   const SectionSpot* section = Find(kind, ordinal);
   if (section == nullptr) return std::nullopt;
-  const auto begin = entries_.begin() + static_cast<std::ptrdiff_t>(section->first_entry);
-  const auto end = begin + static_cast<std::ptrdiff_t>(section->entry_count);
-  const auto found =
-      std::find_if(begin, end, [&](const EntrySpot& entry) { return entry.key == key; });
-  return PlaceOf(found == end ? section->at : found->at);
+  const EntrySpot* entry = FindEntry(*section, key);
+  return PlaceOf(entry == nullptr ? section->at : entry->at);
 }
 
 }  // namespace rux::machine

@@ -5,9 +5,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -54,6 +56,7 @@ class Origins {
     std::size_t entry_count;
   };
   const SectionSpot* Find(const ruxcomp::language::SectionKind& kind, std::size_t ordinal) const;
+  const EntrySpot* FindEntry(const SectionSpot& section, std::string_view key) const;
   std::optional<Place> PlaceOf(Spot spot) const;
 
   std::vector<char> bytes_;  // what the views below look at
@@ -62,6 +65,8 @@ class Origins {
   std::vector<Word> words_;
   std::array<std::vector<SectionSpot>, ruxcomp::language::kSectionKindCount> sections_;
   std::vector<EntrySpot> entries_;
+  // The entries of large sections by their keys, when first needed; by the first entry.
+  mutable std::map<std::size_t, std::unordered_map<std::string_view, const EntrySpot*>> by_key_;
 };
 
 }  // namespace rux::machine
