@@ -47,16 +47,6 @@ void ForEachTable(const Report& report, Write write) {
   }
 }
 
-// A text as Markdown that means nothing but itself.
-std::string InMarkdown(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (std::string_view("\\`*_{}[]<#|~&").find(c) != std::string_view::npos) escaped += '\\';
-    escaped += c;
-  }
-  return escaped;
-}
-
 // The summary without the line feed.
 std::string Summary(const Report& report) {
   std::string text = SummaryText(report);
@@ -64,28 +54,10 @@ std::string Summary(const Report& report) {
   return text;
 }
 
-constexpr std::string_view kHtmlHead = R"(<!DOCTYPE html>
-<html lang="en">
-<head>
-<meta charset="utf-8">
-<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline'">
-<meta name="viewport" content="width=device-width, initial-scale=1">
-<title>Changes of a machine</title>
-<style>
-body { font-family: sans-serif; margin: 2em; }
-table { border-collapse: collapse; }
-th, td { border: 1px solid #999; padding: 0.3em 0.6em; text-align: left; }
-tr.fails td { background: #fdd; color: #000; }
-</style>
-</head>
-<body>
-<h1>Changes of a machine</h1>
-)";
-
 }  // namespace
 
 void WriteMarkdown(const Report& report, support::TextStream& out) {
-  out += InMarkdown(Summary(report)) + '\n';
+  out += support::MarkdownText(Summary(report)) + '\n';
   ForEachTable(report, [&](const char* title, const std::vector<const Change*>& changes) {
     out += fmt::format("\n### {}\n\n|", title);
     for (const std::string_view column : kTitles) out += fmt::format(" {} |", column);
@@ -94,15 +66,15 @@ void WriteMarkdown(const Report& report, support::TextStream& out) {
     out += '\n';
     for (const Change* change : changes) {
       const Cells cells = CellsOf(*change);
-      out += fmt::format("| {} | {} | {} | {} | {} |\n", InMarkdown(cells.section),
-                         InMarkdown(cells.entry), InMarkdown(cells.before), InMarkdown(cells.after),
-                         cells.change);
+      out += fmt::format("| {} | {} | {} | {} | {} |\n", support::MarkdownText(cells.section),
+                         support::MarkdownText(cells.entry), support::MarkdownText(cells.before),
+                         support::MarkdownText(cells.after), cells.change);
     }
   });
 }
 
 void WriteHtml(const Report& report, support::TextStream& out) {
-  out += kHtmlHead;
+  out += support::HtmlHead("Changes of a machine");
   out += fmt::format("<p>{}</p>\n", support::MarkupText(Summary(report)));
   ForEachTable(report, [&](const char* title, const std::vector<const Change*>& changes) {
     out += fmt::format("<h2>{}</h2>\n<table>\n<tr>", title);
@@ -119,7 +91,7 @@ void WriteHtml(const Report& report, support::TextStream& out) {
     }
     out += "</table>\n";
   });
-  out += "</body>\n</html>\n";
+  out += support::kHtmlEnd;
 }
 
 }  // namespace rux::diff

@@ -20,6 +20,11 @@ namespace rux::support {
 // steer a terminal or hide there (IsSafe()) is escaped.
 std::string JsonString(std::string_view text);
 
+// A number as it is written, such as "1.05".
+struct JsonNumber {
+  std::string_view text;
+};
+
 // The values of an object or a list: each on a line of its own, further to the right than what it
 // is in.
 class JsonScope {
@@ -38,6 +43,8 @@ class JsonScope {
       text_ += "null";
     } else if constexpr (std::is_same_v<Value, bool>) {
       text_ += value ? "true" : "false";
+    } else if constexpr (std::is_same_v<Value, JsonNumber>) {
+      text_ += value.text;
     } else if constexpr (std::is_arithmetic_v<Value>) {
       text_ += std::to_string(value);
     } else {
