@@ -62,12 +62,13 @@ void Complete(Quantity& quantity, const settings::LimitRule& rule, const ruxcomp
   }
 }
 
-// Exactly, where a few decimals do.
+// Exactly, where a few decimals do, and otherwise with so many that each number has a text of its
+// own.
 std::string QuotientText(std::int64_t number, std::uint64_t divisor) {
   const auto magnitude = static_cast<std::uint64_t>(number < 0 ? -number : number);
   std::string text = (number < 0 ? "-" : "") + std::to_string(magnitude / divisor);
   std::uint64_t rest = magnitude % divisor;
-  constexpr std::size_t kMostDecimals = 9;
+  constexpr std::size_t kMostDecimals = 10;
   for (std::size_t i = 0; rest != 0 && i < kMostDecimals; ++i) {
     if (i == 0) text += '.';
     text += static_cast<char>('0' + rest * 10 / divisor);
@@ -81,9 +82,13 @@ std::string QuotientText(std::int64_t number, std::uint64_t divisor) {
 std::string Quantity::TextOf(std::uint32_t number) const {
   const std::string after = unit ? ' ' + *unit : "";
   if (!is_signed && number >> 31 != 0) return support::NumberText(number) + after;
+  return AmountText(number) + after;
+}
+
+std::string Quantity::AmountText(std::uint32_t number) const {
   const std::int64_t amount = is_signed.value_or(false) ? static_cast<std::int32_t>(number)
                                                         : static_cast<std::int64_t>(number);
-  return QuotientText(amount, divisor.value_or(1)) + after;
+  return QuotientText(amount, divisor.value_or(1));
 }
 
 Machine::Machine(std::string name, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,

@@ -30,6 +30,8 @@ struct Quantity {
   // The amount that a stored number is: "-5 C", "1.05 V". Without a known sign, the number as it is
   // stored.
   std::string TextOf(std::uint32_t number) const;
+  // The same without the unit, and as one number: "-5", "1.05". Without a known sign, not below 0.
+  std::string AmountText(std::uint32_t number) const;
 };
 
 class Machine {
