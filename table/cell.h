@@ -1,0 +1,35 @@
+// What is where a row and a column of a table meet.
+#ifndef TABLE_CELL_H_
+#define TABLE_CELL_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace rux::table {
+
+struct Cell {
+  std::vector<std::string> texts;       // as they are, not made safe; none: the cell is empty
+  std::optional<std::uint32_t> number;  // the stored one that the only text is about
+  bool is_list = false;                 // there may be other than one text
+
+  bool empty() const { return texts.empty(); }
+};
+
+Cell TextCell(std::string text);
+Cell ListCell(std::vector<std::string> texts);
+
+// What the forms show: the texts, separated by commas.
+std::string TextOf(const Cell& cell);
+
+// What a table is sorted by: -1, 0 or 1. Numbers by what they are, and before texts; what is empty
+// comes last.
+int Compare(const Cell& a, const Cell& b);
+
+// A whole text as a number, such as "-5", "1.05", "2e3" or "0x1F"; none when it is anything else.
+std::optional<double> NumberIn(const std::string& text);
+
+}  // namespace rux::table
+
+#endif  // TABLE_CELL_H_

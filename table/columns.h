@@ -1,0 +1,90 @@
+// The columns that tables of sections may have: each key that a section of the kind takes, as a
+// script writes it, and what is worked out.
+#ifndef TABLE_COLUMNS_H_
+#define TABLE_COLUMNS_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "machine/machine.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+#include "table/cell.h"
+
+namespace rux::table {
+
+namespace language = ruxcomp::language;
+
+// A section of a machine, with what several of its cells need.
+struct Subject {
+  const machine::Machine& machine;
+  const language::SectionKind& kind;
+  ruxcomp::Section section;
+  std::size_t ordinal;
+  machine::Quantity quantity;  // of its limits
+};
+
+class Lists;
+
+// What is worked out.
+struct DerivedColumn {
+  const char* name;
+  const char* about;
+  bool is_of_sensors;  // only they have it
+  Cell (*cell)(const Subject& subject, const Lists& lists);
+};
+
+struct Column {
+  std::string name;  // which heads it
+  const DerivedColumn* derived = nullptr;
+  // Of a key: the row of its entry; the identifier in the meta file of a fixed one, or the class
+  // and the name of one of the script's own.
+  const language::EntryRow* entry = nullptr;
+  std::uint32_t identifier = 0;
+  std::uint32_t entry_class = 0;
+  std::string entry_name = {};
+
+  bool is_limit() const {
+    return entry != nullptr && language::FindLimit(entry->source) != nullptr;
+  }
+  // Whether the entry is a number of its section alone: not an ID, which others give.
+  bool is_number() const;
+  bool is_text() const;
+};
+
+// Throws a Failure of wrong usage when there is no such column. Case makes no difference, but in
+// names of the script's own.
+Column ColumnFor(const language::SectionKind& kind, const std::string& name);
+
+// The columns of a table of which none are named.
+std::vector<Column> DefaultColumns(const language::SectionKind& kind);
+
+// All names that are not the script's own, for help and suggestions.
+std::vector<std::string> ColumnNames(const language::SectionKind& kind);
+
+// The columns that are worked out, for the manual.
+const std::vector<DerivedColumn>& DerivedColumns();
+
+// The entry that the column is about; none when the section does not have it.
+ruxcomp::Entry EntryOf(const Subject& subject, const Column& column);
+
+// Which PELMGROUPs list a sensor.
+class Lists {
+ public:
+  explicit Lists(const machine::Machine& machine);
+
+  // Their NAMEs.
+  std::vector<std::string> With(std::uint32_t id) const;
+
+ private:
+  std::vector<std::pair<std::uint32_t, std::string>> members_;  // sorted by ID
+};
+
+Cell CellOf(const Subject& subject, const Column& column, const Lists& lists);
+
+}  // namespace rux::table
+
+#endif  // TABLE_COLUMNS_H_

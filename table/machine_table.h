@@ -1,0 +1,43 @@
+// The sections of a kind as a table.
+#ifndef TABLE_MACHINE_TABLE_H_
+#define TABLE_MACHINE_TABLE_H_
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "machine/machine.h"
+#include "ruxcomp/language/sections.h"
+#include "table/cell.h"
+#include "table/columns.h"
+
+namespace rux::table {
+
+struct Row {
+  Subject subject;
+  std::vector<Cell> cells;  // one for each column
+};
+
+// The machine must outlive it.
+struct MachineTable {
+  const machine::Machine& machine;
+  const language::SectionKind& kind;
+  std::vector<Column> columns;
+  std::vector<Row> rows;  // in the order of the machine
+
+  // The place of that column; columns.size() when it is not there.
+  std::size_t Find(const std::string& name) const;
+};
+
+// The keywords of the kinds that have tables: those whose sections have NAMEs.
+std::vector<std::string> KindNames();
+
+MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
+                       std::vector<Column> columns);
+
+// Takes out the columns in which all cells are empty. A table without rows keeps all.
+void DropEmptyColumns(MachineTable& table);
+
+}  // namespace rux::table
+
+#endif  // TABLE_MACHINE_TABLE_H_
