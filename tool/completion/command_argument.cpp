@@ -98,10 +98,11 @@ Candidates CandidatesFor(const CommandArgument& argument, const GivenValues& giv
   std::vector<Candidate> choices;
   choices.reserve(argument.choices.size());
   for (const std::string& choice : argument.choices) choices.push_back({choice, ""});
+  if (!choices.empty()) return Words(std::move(choices));
   for (const Vocabulary& vocabulary : kVocabularies) {
     if (argument.value_name == vocabulary.argument) return vocabulary.candidates(given, typed);
   }
-  return Words(std::move(choices));
+  return {};
 }
 
 }  // namespace rux::tool
