@@ -71,19 +71,19 @@ class Builder {
 
   bool null() { return Add(JsonValue::Kind::kNull); }
   bool boolean(bool) { return Add(JsonValue::Kind::kBoolean); }
-  bool number_integer(json::number_integer_t) { return Add(JsonValue::Kind::kNumber); }
+  bool number_integer(json::number_integer_t number) {
+    return Add(JsonValue::Kind::kNumber, std::to_string(number));
+  }
   bool number_unsigned(json::number_unsigned_t number) {
     JsonValue& added = Begin(JsonValue::Kind::kNumber);
     added.number = number;
+    added.text = std::to_string(number);
     return true;
   }
-  bool number_float(json::number_float_t, const std::string&) {
-    return Add(JsonValue::Kind::kNumber);
+  bool number_float(json::number_float_t, const std::string& written) {
+    return Add(JsonValue::Kind::kNumber, written);
   }
-  bool string(std::string& text) {
-    Begin(JsonValue::Kind::kString).text = std::move(text);
-    return true;
-  }
+  bool string(std::string& text) { return Add(JsonValue::Kind::kString, std::move(text)); }
   bool binary(json::binary_t&) { return false; }
   bool start_object(std::size_t) { return Open(JsonValue::Kind::kObject); }
   bool start_array(std::size_t) { return Open(JsonValue::Kind::kArray); }
@@ -121,8 +121,8 @@ class Builder {
     value->line = line_;
     return *value;
   }
-  bool Add(JsonValue::Kind kind) {
-    Begin(kind);
+  bool Add(JsonValue::Kind kind, std::string text = {}) {
+    Begin(kind).text = std::move(text);
     return true;
   }
   bool Open(JsonValue::Kind kind) {

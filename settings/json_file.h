@@ -18,7 +18,7 @@ struct JsonValue {
 
   Kind kind = Kind::kNull;
   std::uint32_t line = 0;               // on which it begins
-  std::string text;                     // of a string
+  std::string text;                     // of a string; of a number, as it is written
   std::optional<std::uint64_t> number;  // of a whole number from 0 on
   std::vector<JsonValue> items;         // of an array
   std::vector<JsonMember> members;      // of an object, in the order of the file
