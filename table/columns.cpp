@@ -35,9 +35,9 @@ namespace {
 
 // The columns of a table of which none are named, in this order, as far as the kind has them.
 constexpr std::string_view kDefaultColumns[] = {
-    "NAME",         "ID",    "PID",     "TYPE",         "ARGNUMBER",
-    "group",        "lists", "SENSORS", "THRESHOLD_FL", "THRESHOLD_WL", "THRESHOLD_WH",
-    "THRESHOLD_FH", "unit",  "VALUE",   "place"};
+    "NAME",         "ID",           "PID",     "TYPE",         "ARGNUMBER",
+    "group",        "lists",        "SENSORS", "THRESHOLD_FL", "THRESHOLD_WL",
+    "THRESHOLD_WH", "THRESHOLD_FH", "unit",    "VALUE",        "place"};
 
 // A damaged machine may have groups that contain each other.
 constexpr std::size_t kDeepestGroup = 1000;
@@ -96,26 +96,6 @@ Column FixedColumn(const language::EntryTemplate& row, const language::CompiledE
   return column;
 }
 
-std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name) {
-  const auto is_it = [&](const char* other) { return strcasecmp(other, name.c_str()) == 0; };
-  for (const DerivedColumn& derived : DerivedColumns()) {
-    const bool is_had = !derived.is_of_sensors || kind.source == language::SECTION_SENSOR;
-    if (is_it(derived.name) && is_had) return Column{derived.name, &derived};
-  }
-  const language::CompiledEntry* compiled = language::CompiledEntriesOf(kind).begin();
-  for (const language::EntryTemplate& row : kind.templates) {
-    if (is_it(compiled->keyword)) return FixedColumn(row, *compiled);
-    ++compiled;
-  }
-  const language::EntryRow* row = FreeEntryFor(kind, name);
-  if (row == nullptr) return std::nullopt;
-  Column column{name};
-  column.entry = row;
-  column.entry_class = row->table;
-  column.entry_name = language::NameInKey(*row, name);
-  return column;
-}
-
 Cell NumberCell(std::string text, std::uint32_t number) {
   Cell cell = TextCell(std::move(text));
   cell.number = number;
@@ -151,6 +131,26 @@ const std::vector<DerivedColumn>& DerivedColumns() {
   return columns;
 }
 
+std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name) {
+  const auto is_it = [&](const char* other) { return strcasecmp(other, name.c_str()) == 0; };
+  for (const DerivedColumn& derived : DerivedColumns()) {
+    const bool is_had = !derived.is_of_sensors || kind.source == language::SECTION_SENSOR;
+    if (is_it(derived.name) && is_had) return Column{derived.name, &derived};
+  }
+  const language::CompiledEntry* compiled = language::CompiledEntriesOf(kind).begin();
+  for (const language::EntryTemplate& row : kind.templates) {
+    if (is_it(compiled->keyword)) return FixedColumn(row, *compiled);
+    ++compiled;
+  }
+  const language::EntryRow* row = FreeEntryFor(kind, name);
+  if (row == nullptr) return std::nullopt;
+  Column column{name};
+  column.entry = row;
+  column.entry_class = row->table;
+  column.entry_name = language::NameInKey(*row, name);
+  return column;
+}
+
 std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
   std::vector<std::string> names;
   for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind))
@@ -164,9 +164,9 @@ std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
 Column ColumnFor(const language::SectionKind& kind, const std::string& name) {
   std::optional<Column> column = FindColumn(kind, name);
   if (column) return std::move(*column);
-  throw support::Failure(support::ExitStatus::kWrongUsage, "a table of {} has no column {}{}",
-                         kind.keyword, name, support::NearText(name, ColumnNames(kind),
-                                           "rux help table describes them"));
+  throw support::Failure(
+      support::ExitStatus::kWrongUsage, "a table of {} has no column {}{}", kind.keyword, name,
+      support::NearText(name, ColumnNames(kind), "rux help table describes them"));
 }
 
 std::vector<Column> DefaultColumns(const language::SectionKind& kind) {

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "machine/machine.h"
@@ -55,8 +57,9 @@ struct Column {
   bool is_text() const;
 };
 
-// Throws a Failure of wrong usage when there is no such column. Case makes no difference, but in
-// names of the script's own.
+// None when there is no such column. Case makes no difference, but in names of the script's own.
+std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name);
+// The same; throws a Failure of wrong usage when there is none.
 Column ColumnFor(const language::SectionKind& kind, const std::string& name);
 
 // The columns of a table of which none are named.

@@ -102,15 +102,24 @@ bool Condition::Fits(const Cell& cell) const {
   }
 }
 
-void KeepFitting(const std::vector<Condition>& conditions, MachineTable& table) {
+std::vector<bool> FittingRows(const std::vector<Condition>& conditions, const MachineTable& table) {
+  std::vector<bool> fits(table.rows.size(), true);
   for (const Condition& condition : conditions) {
     const std::vector<Cell> cells = CellsOf(condition.column(), table);
-    std::vector<std::size_t> kept;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      if (condition.Fits(cells[i])) kept.push_back(i);
+      if (!condition.Fits(cells[i])) fits[i] = false;
     }
-    Take(kept, table);
   }
+  return fits;
+}
+
+void KeepFitting(const std::vector<Condition>& conditions, MachineTable& table) {
+  const std::vector<bool> fits = FittingRows(conditions, table);
+  std::vector<std::size_t> kept;
+  for (std::size_t i = 0; i < fits.size(); ++i) {
+    if (fits[i]) kept.push_back(i);
+  }
+  Take(kept, table);
 }
 
 void Sort(const std::vector<Column>& columns, bool is_reversed, MachineTable& table) {

@@ -35,7 +35,10 @@ class Condition {
   std::optional<double> number_;  // that the operand is
 };
 
-// Leaves the rows that fit all conditions.
+// Which rows fit all conditions.
+std::vector<bool> FittingRows(const std::vector<Condition>& conditions, const MachineTable& table);
+
+// Leaves these.
 void KeepFitting(const std::vector<Condition>& conditions, MachineTable& table);
 
 // By the columns, the first one first; rows that are the same there stay in their order.

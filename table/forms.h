@@ -34,7 +34,8 @@ void WriteMarkdown(const Sheet& sheet, support::TextStream& out);
 // A page that needs no other file.
 void WriteHtml(const Sheet& sheet, support::TextStream& out);
 
-// The member "rows" of docs/table.schema.json: an object for each row, without what is empty.
+// The members "columns" and "rows" of docs/table.schema.json: an object for each row, without what
+// is empty.
 void WriteRows(const Sheet& sheet, support::JsonObject& json);
 
 // The forms for people by name. JSON has more to say than a sheet.

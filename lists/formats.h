@@ -1,0 +1,34 @@
+// The files that lists are read from: tables that people keep, and what programs print of a running
+// machine.
+#ifndef LISTS_FORMATS_H_
+#define LISTS_FORMATS_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lists/list.h"
+
+namespace rux::lists {
+
+struct Format {
+  std::string_view name;
+  // Whether a text is likely to be of that format, unless it is of one before.
+  bool (*fits)(std::string_view text);
+  // Throws a Failure that names the line of what is wrong.
+  List (*read)(const std::string& path, std::string_view text);
+  std::vector<Meaning> meanings;
+};
+
+// The last one takes every text.
+const std::vector<Format>& Formats();
+
+// The one of that name or, without a name, the first one that fits.
+const Format& FormatFor(const std::string& name, std::string_view text);
+
+// The bytes of a file, or of standard input ("-"). Throws a Failure.
+std::string ReadListFile(const std::string& path);
+
+}  // namespace rux::lists
+
+#endif  // LISTS_FORMATS_H_

@@ -1,0 +1,36 @@
+// A list of sensors that others keep, as its file has it.
+#ifndef LISTS_LIST_H_
+#define LISTS_LIST_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rux::lists {
+
+struct ListRow {
+  std::uint32_t line;              // from 1
+  std::vector<std::string> cells;  // one for each column
+};
+
+struct List {
+  std::vector<std::string> columns;  // by the names that the file or its program gives them
+  std::vector<ListRow> rows;         // in the order of the file
+};
+
+// What a program's name of a column means in ours.
+struct Meaning {
+  std::string_view column;  // ours: "THRESHOLD_FH"
+  std::string_view name;    // in the list: "ucr"
+};
+
+// The text without blanks at its ends.
+std::string_view Trimmed(std::string_view text);
+
+// Whether that is how lists say that there is no number: "", "na", "N/A", "-".
+bool IsNothing(std::string_view text);
+
+}  // namespace rux::lists
+
+#endif  // LISTS_LIST_H_

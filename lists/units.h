@@ -1,0 +1,21 @@
+// Units, whatever they are called.
+#ifndef LISTS_UNITS_H_
+#define LISTS_UNITS_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace rux::lists {
+
+// How many `to` one `from` is: 0.001 of mV to V; 1 of "degrees C" to Cel, and of texts that are the
+// same. None when they are of other kinds, or one is not known.
+std::optional<double> UnitFactor(std::string_view from, std::string_view to);
+
+// The unit in brackets or parentheses at the end of what heads a column, such as "Max [mV]", which
+// is taken off it; empty when there is none.
+std::string TakeUnit(std::string& header);
+
+}  // namespace rux::lists
+
+#endif  // LISTS_UNITS_H_
