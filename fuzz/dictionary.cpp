@@ -1,5 +1,5 @@
 // Prints a dictionary for libFuzzer: words of scripts, of meta files, of debug meta files, of files
-// of settings or of messages of an editor.
+// of settings, of messages of an editor or of lists of sensors.
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
@@ -126,6 +126,31 @@ void PrintMessageTokens() {
   }
 }
 
+void PrintListTokens() {
+  for (const char* token : {"NAME",
+                            ",",
+                            ";",
+                            " | ",
+                            "\"",
+                            "\"\"",
+                            "\r\n",
+                            "\xEF\xBB\xBF",
+                            "ID,Name,Type",
+                            ",ok\n",
+                            "{",
+                            "}",
+                            "[",
+                            "]",
+                            "\"Name\":\"x\"",
+                            "\"Reading\":1",
+                            "\"Thresholds\":{\"UpperCritical\":{\"Reading\":1.5}}",
+                            "\"@odata.id\":\"x\"",
+                            "\"temp1_max\":-2.5",
+                            "\"x\":{"}) {
+    Print(token);
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -135,4 +160,5 @@ int main(int count, char** arguments) {
   if (of == "debug_meta") PrintDebugMetaTokens();
   if (of == "settings") PrintSettingsTokens();
   if (of == "messages") PrintMessageTokens();
+  if (of == "lists") PrintListTokens();
 }

@@ -1,0 +1,70 @@
+// Lists of others: arbitrary bytes in every format. Each is read, or refused with one line that
+// names the place; all rows have the same columns, and what was read of lines of fields is read
+// again when it was written.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/target.h"
+#include "lists/csv.h"
+#include "lists/formats.h"
+#include "lists/list.h"
+#include "support/csv_text.h"
+#include "support/failure.h"
+#include "support/text_stream.h"
+
+namespace {
+
+using fuzz::Expect;
+using rux::lists::List;
+using rux::lists::ListRow;
+
+constexpr char kPath[] = "list.csv";
+
+template <class Read>
+bool IsRead(Read read) {
+  try {
+    read();
+    return true;
+  } catch (const rux::support::Failure& failure) {
+    const std::string_view text = failure.what();
+    Expect(text.substr(0, sizeof kPath) == std::string(kPath) + ':', "a refusal names the line");
+    Expect(text.find('\n') == std::string_view::npos, "a refusal is one line");
+    return false;
+  }
+}
+
+void ReadAs(const rux::lists::Format& format, std::string_view bytes) {
+  List list;
+  if (!IsRead([&] { list = format.read(kPath, bytes); })) return;
+  std::uint32_t line = 0;
+  for (const ListRow& row : list.rows) {
+    Expect(row.cells.size() == list.columns.size(), "a row has a cell for each column");
+    Expect(row.line >= line && row.line > 0, "lines go up");
+    line = row.line;
+  }
+}
+
+void WriteAgain(std::string_view bytes) {
+  std::vector<ListRow> rows;
+  if (!IsRead([&] { rows = rux::lists::ReadCsv(kPath, bytes, ','); })) return;
+  const std::string text = rux::support::WrittenText([&](rux::support::TextStream& out) {
+    for (const ListRow& row : rows) rux::support::WriteCsvLine(row.cells, out);
+  });
+  const std::vector<ListRow> again = rux::lists::ReadCsv(kPath, text, ',');
+  Expect(again.size() == rows.size(), "all rows come back");
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    Expect(again[i].cells == rows[i].cells, "all cells come back");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string bytes(data, data + size);
+  for (const rux::lists::Format& format : rux::lists::Formats()) ReadAs(format, bytes);
+  Expect(rux::lists::FormatFor("", bytes).read != nullptr, "every list has a format");
+  WriteAgain(bytes);
+  return 0;
+}

@@ -1,0 +1,239 @@
+#include "reconcile/compare.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "lists/list.h"
+#include "lists/units.h"
+#include "machine/machine.h"
+#include "machine/origins.h"
+#include "reconcile/amount.h"
+#include "reconcile/pairing.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
+#include "table/cell.h"
+#include "table/columns.h"
+#include "table/machine_table.h"
+
+namespace rux::reconcile {
+namespace {
+
+constexpr char kNames[] = "NAME";
+constexpr char kIds[] = "ID";
+constexpr char kUnits[] = "unit";
+
+bool IsOfNumbers(const table::Column& column) {
+  return column.entry != nullptr && ruxcomp::language::IsNumericString(column.entry->source);
+}
+
+// The texts of a list, as a set; numbers however they are written.
+std::set<std::string> SetOf(const std::string& joined) {
+  std::set<std::string> texts;
+  for (std::size_t begin = 0; begin <= joined.size();) {
+    const std::size_t end = std::min(joined.find_first_of(",;", begin), joined.size());
+    const std::string text(lists::Trimmed(std::string_view(joined).substr(begin, end - begin)));
+    const std::optional<double> number = table::NumberIn(text);
+    if (!text.empty()) texts.insert(number ? std::to_string(*number) : text);
+    begin = end + 1;
+  }
+  return texts;
+}
+
+class Comparer {
+ public:
+  Comparer(const table::MachineTable& table, const std::vector<bool>& is_chosen,
+           const lists::List& list, const Pairing& pairing)
+      : is_chosen_(is_chosen),
+        result_{table, list, pairing, {}, 0, 0},
+        name_(pairing.Find(kNames)),
+        id_(pairing.Find(kIds)),
+        unit_(pairing.Find(kUnits)) {}
+
+  Comparison Run() {
+    Match();
+    for (std::size_t i = 0; i < result_.list.rows.size(); ++i) CompareListed(i);
+    for (std::size_t i = 0; i < result_.table.rows.size(); ++i) {
+      if (!is_listed_[i] && is_chosen_[i]) AddRow(DifferenceKind::kExtra, &RowAt(i), nullptr);
+    }
+    return std::move(result_);
+  }
+
+ private:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+  const table::Row& RowAt(std::size_t i) const { return result_.table.rows[i]; }
+
+  static std::string NameIn(const lists::ListRow& listed, const ColumnPair* pair) {
+    return pair == nullptr ? "" : listed.cells[pair->place];
+  }
+
+  std::optional<std::uint32_t> IdIn(const lists::ListRow& listed) const {
+    const std::optional<Amount> id = AmountIn(NameIn(listed, id_));
+    if (!id || !id->unit.empty()) return std::nullopt;
+    return NumberToStore(id->number, "", {});
+  }
+
+  // Finds the section of each row, by NAME where that is possible.
+  void Match() {
+    std::unordered_map<std::string, std::size_t> by_name;
+    std::unordered_map<std::uint32_t, std::size_t> by_id;
+    for (std::size_t i = 0; i < result_.table.rows.size(); ++i) {
+      const ruxcomp::Section& section = RowAt(i).subject.section;
+      by_name.emplace(section.name(), i);
+      if (section.id()) by_id.emplace(*section.id(), i);
+    }
+    const std::vector<lists::ListRow>& listed = result_.list.rows;
+    matches_.assign(listed.size(), kNone);
+    is_listed_.assign(result_.table.rows.size(), false);
+    for (std::size_t i = 0; i < listed.size() && name_ != nullptr; ++i) {
+      const auto found = by_name.find(NameIn(listed[i], name_));
+      if (found != by_name.end()) Take(i, found->second);
+    }
+    for (std::size_t i = 0; i < listed.size(); ++i) {
+      const std::optional<std::uint32_t> id = IdIn(listed[i]);
+      if (matches_[i] != kNone || !id) continue;
+      const auto found = by_id.find(*id);
+      const bool is_free = found != by_id.end() && (name_ == nullptr || !is_listed_[found->second]);
+      if (is_free) Take(i, found->second);
+    }
+  }
+
+  void Take(std::size_t listed, std::size_t row) {
+    matches_[listed] = row;
+    is_listed_[row] = true;
+  }
+
+  void CompareListed(std::size_t i) {
+    const lists::ListRow& listed = result_.list.rows[i];
+    if (matches_[i] == kNone) return AddRow(DifferenceKind::kMissing, nullptr, &listed);
+    if (!is_chosen_[matches_[i]]) return;
+    const table::Row& row = RowAt(matches_[i]);
+    if (!compared_.insert(matches_[i]).second)
+      return AddRow(DifferenceKind::kDuplicate, &row, &listed);
+    ++result_.compared;
+    CompareCells(row, listed);
+  }
+
+  void CompareCells(const table::Row& row, const lists::ListRow& listed) {
+    bool has_limits = false;
+    for (std::size_t i = 0; i < result_.pairing.columns.size(); ++i) {
+      const ColumnPair& pair = result_.pairing.columns[i];
+      const table::Cell& ours = row.cells[i];
+      const std::string& theirs = listed.cells[pair.place];
+      has_limits |= pair.column.is_limit() && !(ours.empty() && lists::IsNothing(theirs));
+      const std::optional<DifferenceKind> kind = KindOf(pair, row, ours, listed);
+      if (kind) AddCell(*kind, pair, row, ours, listed);
+    }
+    const machine::Quantity& quantity = row.subject.quantity;
+    if (has_limits && (!quantity.unit || !quantity.is_signed)) ++result_.stored;
+  }
+
+  // None when both cells are the same.
+  std::optional<DifferenceKind> KindOf(const ColumnPair& pair, const table::Row& row,
+                                       const table::Cell& ours,
+                                       const lists::ListRow& listed) const {
+    const std::string& theirs = listed.cells[pair.place];
+    if (IsOfNumbers(pair.column)) return KindOfNumber(pair, row, ours, listed);
+    if (table::TextOf(ours) == theirs) return std::nullopt;
+    bool is_same = false;
+    if (pair.column.name == kUnits) {
+      is_same = lists::IsNothing(theirs) ? ours.empty() : AreSameUnits(ours, theirs);
+    } else if (ours.is_list) {
+      is_same = SetOf(table::TextOf(ours)) == SetOf(theirs);
+    }
+    return is_same ? std::nullopt : std::optional(DifferenceKind::kDiffers);
+  }
+
+  // Amounts in mV are compared with amounts in V.
+  static bool AreSameUnits(const table::Cell& ours, const std::string& theirs) {
+    return !ours.empty() && lists::UnitFactor(theirs, ours.texts.front()).has_value();
+  }
+
+  std::optional<DifferenceKind> KindOfNumber(const ColumnPair& pair, const table::Row& row,
+                                             const table::Cell& ours,
+                                             const lists::ListRow& listed) const {
+    const std::string& theirs = listed.cells[pair.place];
+    if (lists::IsNothing(theirs))
+      return ours.empty() ? std::nullopt : std::optional(DifferenceKind::kDiffers);
+    const std::optional<Amount> amount = AmountIn(theirs);
+    if (!amount) return DifferenceKind::kIncomparable;
+    const machine::Quantity quantity =
+        pair.column.is_limit() ? row.subject.quantity : machine::Quantity();
+    const std::optional<double> wanted = StoredAmount(*amount, UnitOf(pair, listed), quantity);
+    if (!wanted) return DifferenceKind::kIncomparable;
+    if (ours.empty()) return DifferenceKind::kDiffers;
+    const bool is_same = IsWithin(*ours.number, *wanted, pair.tolerance, quantity) ||
+                         NumberToStore(*wanted, theirs, quantity) == ours.number;
+    return is_same ? std::nullopt : std::optional(DifferenceKind::kDiffers);
+  }
+
+  std::string UnitOf(const ColumnPair& pair, const lists::ListRow& listed) const {
+    if (!pair.unit.empty() || unit_ == nullptr) return pair.unit;
+    const std::string& unit = listed.cells[unit_->place];
+    return lists::IsNothing(unit) ? "" : unit;
+  }
+
+  void AddRow(DifferenceKind kind, const table::Row* row, const lists::ListRow* listed) {
+    Difference difference{kind, row, listed, "", std::nullopt};
+    if (row != nullptr) {
+      difference.name = row->subject.section.name();
+      difference.id = row->subject.section.id();
+      difference.place = PlaceOf(*row, "");
+    } else {
+      difference.name = NameIn(*listed, name_);
+      difference.id = IdIn(*listed);
+    }
+    result_.differences.push_back(std::move(difference));
+  }
+
+  void AddCell(DifferenceKind kind, const ColumnPair& pair, const table::Row& row,
+               const table::Cell& ours, const lists::ListRow& listed) {
+    AddRow(kind, &row, &listed);
+    Difference& difference = result_.differences.back();
+    difference.column = &pair;
+    difference.ours = ours;
+    difference.theirs = listed.cells[pair.place];
+    difference.place = PlaceOf(row, pair.column.name);
+  }
+
+  // Of the entry with that key; of the section without one.
+  std::optional<machine::Place> PlaceOf(const table::Row& row, std::string_view key) const {
+    const table::Subject& subject = row.subject;
+    const machine::Origins* origins = subject.machine.origins();
+    if (origins == nullptr) return std::nullopt;
+    return key.empty() ? origins->OfSection(subject.kind, subject.ordinal)
+                       : origins->OfEntry(subject.kind, subject.ordinal, key);
+  }
+
+  const std::vector<bool>& is_chosen_;
+  Comparison result_;
+  const ColumnPair* const name_;
+  const ColumnPair* const id_;
+  const ColumnPair* const unit_;
+  std::vector<std::size_t> matches_;  // of the list's rows, in the table; kNone: none
+  std::vector<bool> is_listed_;       // of the table's rows
+  std::set<std::size_t> compared_;    // of them
+};
+
+}  // namespace
+
+std::size_t Comparison::CountOf(DifferenceKind kind) const {
+  return static_cast<std::size_t>(
+      std::count_if(differences.begin(), differences.end(),
+                    [&](const Difference& difference) { return difference.kind == kind; }));
+}
+
+Comparison Compare(const table::MachineTable& table, const std::vector<bool>& is_chosen,
+                   const lists::List& list, const Pairing& pairing) {
+  return Comparer(table, is_chosen, list, pairing).Run();
+}
+
+}  // namespace rux::reconcile

@@ -1,0 +1,119 @@
+#include "reconcile/report.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lists/list.h"
+#include "reconcile/compare.h"
+#include "reconcile/pairing.h"
+#include "support/json.h"
+#include "support/safe_text.h"
+#include "table/cell.h"
+#include "table/forms.h"
+
+namespace rux::reconcile {
+namespace {
+
+using table::Cell;
+
+// "server.rux, sensors.csv: 3 differences: 1 differs, 2 missing (48 rows compared)"
+std::string SummaryLine(const Comparison& comparison, const std::string& list_path) {
+  const std::size_t count = comparison.differences.size();
+  std::string line = support::SafePath(comparison.table.machine.name()) + ", " +
+                     support::SafePath(list_path) + ": " +
+                     (count == 0   ? "no differences"
+                      : count == 1 ? "1 difference"
+                                   : fmt::format("{} differences", count));
+  const char* separator = ": ";
+  for (std::size_t i = 0; i < kDifferenceCount; ++i) {
+    const std::size_t of_kind = comparison.CountOf(static_cast<DifferenceKind>(i));
+    if (of_kind == 0) continue;
+    line += fmt::format("{}{} {}", separator, of_kind, kDifferenceWords[i]);
+    separator = ", ";
+  }
+  return line + fmt::format(" ({} compared)", comparison.compared);
+}
+
+std::vector<std::string> LinesOf(const Comparison& comparison, const std::string& list_path) {
+  std::vector<std::string> lines = {SummaryLine(comparison, list_path)};
+  if (!comparison.pairing.ignored.empty()) {
+    std::string names;
+    for (const std::string& name : comparison.pairing.ignored)
+      names += (names.empty() ? "" : ", ") + support::SafeText(name);
+    lines.push_back("columns of the list that are not compared: " + names);
+  }
+  if (comparison.stored > 0) {
+    lines.push_back(
+        fmt::format("limits that are compared as stored numbers, as the project file does not "
+                    "state their unit and sign: those of {}",
+                    comparison.stored));
+  }
+  return lines;
+}
+
+// What the machine has, with the unit of a limit.
+std::string OursOf(const Difference& difference) {
+  if (difference.column == nullptr || difference.ours.empty()) return "";
+  const machine::Quantity& quantity = difference.row->subject.quantity;
+  if (difference.column->column.is_limit() && difference.ours.number)
+    return quantity.TextOf(*difference.ours.number);
+  return table::TextOf(difference.ours);
+}
+
+Cell CellOrNone(const std::string& text) { return text.empty() ? Cell() : table::TextCell(text); }
+
+std::vector<Cell> CellsOf(const Difference& difference, const std::string& list_path) {
+  Cell id;
+  if (difference.id) {
+    id = table::TextCell(fmt::format("0x{:X}", *difference.id));
+    id.number = difference.id;
+  }
+  const std::string place =
+      difference.place ? fmt::format("{}:{}", difference.place->path, difference.place->line) : "";
+  const std::string listed =
+      difference.listed == nullptr ? "" : fmt::format("{}:{}", list_path, difference.listed->line);
+  return {table::TextCell(std::string(kDifferenceWords[static_cast<std::size_t>(difference.kind)])),
+          CellOrNone(difference.name),
+          id,
+          CellOrNone(difference.column == nullptr ? "" : difference.column->column.name),
+          CellOrNone(OursOf(difference)),
+          CellOrNone(difference.theirs),
+          CellOrNone(place),
+          CellOrNone(listed)};
+}
+
+}  // namespace
+
+table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path) {
+  table::Sheet sheet;
+  sheet.title = "A machine and a list";
+  sheet.lines = LinesOf(comparison, list_path);
+  sheet.columns = {"difference", "NAME", "ID", "column", "machine", "list", "place", "listed"};
+  sheet.rows.reserve(comparison.differences.size());
+  for (const Difference& difference : comparison.differences)
+    sheet.rows.push_back(CellsOf(difference, list_path));
+  return sheet;
+}
+
+void WriteComparison(const Comparison& comparison, const std::string& list_path,
+                     support::JsonObject& json) {
+  json.Member("schema", 1);
+  json.Member("file", comparison.table.machine.name());
+  json.Member("list", list_path);
+  json.Member("kind", comparison.table.kind.keyword);
+  json.Member("compared", comparison.compared);
+  json.Member("stored", comparison.stored);
+  json.Object("counts", [&](support::JsonObject& counts) {
+    for (std::size_t i = 0; i < kDifferenceCount; ++i)
+      counts.Member(kDifferenceWords[i], comparison.CountOf(static_cast<DifferenceKind>(i)));
+  });
+  json.Array("ignored",
+             [&](support::JsonArray& names) { names.Items(comparison.pairing.ignored); });
+  table::WriteRows(SheetOf(comparison, list_path), json);
+}
+
+}  // namespace rux::reconcile

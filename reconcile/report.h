@@ -1,0 +1,23 @@
+// What was found when a machine and a list were compared, for people and programs.
+#ifndef RECONCILE_REPORT_H_
+#define RECONCILE_REPORT_H_
+
+#include <string>
+
+#include "reconcile/compare.h"
+#include "support/json.h"
+#include "table/forms.h"
+
+namespace rux::reconcile {
+
+// A row for each difference, with its places on both sides; before them a summary, and what was not
+// compared or not known.
+table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path);
+
+// The object of docs/table-check.schema.json.
+void WriteComparison(const Comparison& comparison, const std::string& list_path,
+                     support::JsonObject& json);
+
+}  // namespace rux::reconcile
+
+#endif  // RECONCILE_REPORT_H_
