@@ -1,4 +1,4 @@
-// rux table FILE
+// rux table MACHINE
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -7,8 +7,13 @@
 #include <vector>
 
 #include "driver/compile_options.h"
+#include "lists/formats.h"
+#include "lists/list.h"
 #include "machine/load.h"
 #include "machine/machine.h"
+#include "reconcile/compare.h"
+#include "reconcile/pairing.h"
+#include "reconcile/report.h"
 #include "ruxcomp/language/sections.h"
 #include "settings/project.h"
 #include "support/failure.h"
@@ -36,6 +41,9 @@ struct Options {
   bool is_reversed = false;
   std::string format = "text";
   std::string color = "auto";
+  std::string list;  // to compare with
+  std::string list_format;
+  reconcile::PairingOptions pairing;
   std::vector<std::string> include_folders;
   settings::ProjectChoice project;
 };
@@ -54,17 +62,28 @@ std::vector<table::Column> ColumnsFor(const ruxcomp::language::SectionKind& kind
   return columns;
 }
 
-table::MachineTable TableFor(const Options& options, const machine::Machine& machine) {
-  const ruxcomp::language::SectionKind& kind = *ruxcomp::language::FindKind(options.kind);
-  std::vector<table::Column> columns = ColumnsFor(kind, options.columns);
-  const std::vector<table::Column> order = ColumnsFor(kind, options.order);
+// What is to be done with a table once the machine is known.
+struct Request {
+  const ruxcomp::language::SectionKind& kind;
+  std::vector<table::Column> columns;
+  std::vector<table::Column> order;
   std::vector<table::Condition> conditions;
-  for (const std::string& text : options.conditions) conditions.emplace_back(kind, text);
-  const bool are_chosen = !columns.empty();
-  if (!are_chosen) columns = table::DefaultColumns(kind);
-  table::MachineTable table = table::MakeTable(machine, kind, std::move(columns));
-  table::KeepFitting(conditions, table);
-  table::Sort(order, options.is_reversed, table);
+};
+
+Request RequestOf(const Options& options) {
+  const ruxcomp::language::SectionKind& kind = *ruxcomp::language::FindKind(options.kind);
+  Request request{kind, ColumnsFor(kind, options.columns), ColumnsFor(kind, options.order), {}};
+  for (const std::string& text : options.conditions) request.conditions.emplace_back(kind, text);
+  return request;
+}
+
+table::MachineTable TableFor(const Options& options, const Request& request,
+                             const machine::Machine& machine) {
+  const bool are_chosen = !request.columns.empty();
+  table::MachineTable table = table::MakeTable(
+      machine, request.kind, are_chosen ? request.columns : table::DefaultColumns(request.kind));
+  table::KeepFitting(request.conditions, table);
+  table::Sort(request.order, options.is_reversed, table);
   if (!are_chosen) table::DropEmptyColumns(table);
   return table;
 }
@@ -83,25 +102,49 @@ void PrintSheet(const Options& options, const table::Sheet& sheet) {
   });
 }
 
+// Prints the object that write(JsonObject&) fills, or the sheet, as the options say.
+template <class Write>
+void PrintForm(const Options& options, const table::Sheet& sheet, Write write) {
+  if (options.format != table::kJson) return PrintSheet(options, sheet);
+  support::Print(support::PrintOut,
+                 [&](support::TextStream& out) { support::WriteJson(out, write); });
+}
+
 void PrintTable(const Options& options, const table::MachineTable& table) {
   const table::Sheet sheet = table::SheetOf(table);
-  if (options.format == table::kJson) {
-    return support::Print(support::PrintOut, [&](support::TextStream& out) {
-      support::WriteJson(out, [&](support::JsonObject& json) {
-        json.Member("schema", 1);
-        json.Member("file", options.file);
-        json.Member("kind", table.kind.keyword);
-        table::WriteRows(sheet, json);
-      });
-    });
-  }
-  PrintSheet(options, sheet);
+  PrintForm(options, sheet, [&](support::JsonObject& json) {
+    json.Member("schema", 1);
+    json.Member("file", options.file);
+    json.Member("kind", table.kind.keyword);
+    table::WriteRows(sheet, json);
+  });
+}
+
+support::ExitStatus Check(const Options& options, const Request& request,
+                          const machine::Machine& machine) {
+  const std::string text = lists::ReadListFile(options.list);
+  const lists::Format& format = lists::FormatFor(options.list_format, text);
+  const lists::List list = format.read(options.list, text);
+  reconcile::Pairing pairing =
+      reconcile::PairColumns(request.kind, format, options.list, list, options.pairing);
+  std::vector<table::Column> columns;
+  for (const reconcile::ColumnPair& pair : pairing.columns) columns.push_back(pair.column);
+  const table::MachineTable table = table::MakeTable(machine, request.kind, std::move(columns));
+  const reconcile::Comparison comparison =
+      reconcile::Compare(table, table::FittingRows(request.conditions, table), list, pairing);
+  PrintForm(options, reconcile::SheetOf(comparison, options.list), [&](support::JsonObject& json) {
+    reconcile::WriteComparison(comparison, options.list, json);
+  });
+  return comparison.differences.empty() ? support::ExitStatus::kDone
+                                        : support::ExitStatus::kFindings;
 }
 
 support::ExitStatus Table(const Options& options) {
+  const Request request = RequestOf(options);
   const std::vector<machine::Machine> machines = machine::Load(
       {options.file}, {options.include_folders, driver::ProjectsOf(options.project), ""});
-  PrintTable(options, TableFor(options, machines.front()));
+  if (!options.list.empty()) return Check(options, request, machines.front());
+  PrintTable(options, TableFor(options, request, machines.front()));
   return support::ExitStatus::kDone;
 }
 
@@ -110,6 +153,39 @@ std::vector<std::string> TableForms() {
   for (const table::Form& form : table::kForms) names.emplace_back(form.name);
   names.emplace_back(table::kJson);
   return names;
+}
+
+std::vector<std::string> ListFormats() {
+  std::vector<std::string> names;
+  for (const lists::Format& format : lists::Formats()) names.emplace_back(format.name);
+  return names;
+}
+
+void AddComparison(Arguments& arguments, Options& options) {
+  arguments
+      .Add(
+          "--check", &options.list,
+          "Compare with a list that others keep, or with what a program reads of a running machine")
+      .File("LIST")
+      .Without({"--columns", "--sort", "--reverse"});
+  arguments
+      .Add(
+          "--from", &options.list_format,
+          "The format of LIST: redfish, sensors (sensors -j), ipmitool-sensor (ipmitool sensor), "
+          "ipmitool-sdr (ipmitool -c sdr elist), ipmi-sensors or csv. Without it, it is recognised")
+      .OneOf("FORMAT", ListFormats());
+  arguments
+      .Add("--map", &options.pairing.names,
+           "The column of LIST that is this one of the machine, such as NAME='Sensor name'")
+      .Value("COLUMN=NAME");
+  arguments
+      .Add(
+          "--tolerance", &options.pairing.tolerances,
+          "By how much numbers may differ: an amount in the unit of the machine, or N%. COLUMN may "
+          "be a pattern")
+      .Value("COLUMN=AMOUNT");
+  arguments.Add("--unit", &options.pairing.units, "What LIST measures in. COLUMN may be a pattern")
+      .Value("COLUMN=UNIT");
 }
 
 void AddContents(Arguments& arguments, Options& options) {
@@ -141,9 +217,11 @@ Action SetUpTable(Arguments& arguments) {
       .File()
       .Required();
   AddContents(arguments, *options);
+  AddComparison(arguments, *options);
   arguments
       .Add("--format", &options->format,
-           "text (default), csv, markdown, html or json (docs/table.schema.json)")
+           "text (default), csv, markdown, html or json (docs/table.schema.json, with --check "
+           "docs/table-check.schema.json)")
       .OneOf("FORMAT", TableForms());
   AddOutputColor(arguments, options->color);
   AddSearchOptions(arguments, options->include_folders, options->project);
@@ -152,7 +230,8 @@ Action SetUpTable(Arguments& arguments) {
       "Examples:\n"
       "  rux table board.rux\n"
       "  rux table board.meta --columns NAME,ID,THRESHOLD_FH --where 'NAME=FAN*' --sort ID\n"
-      "  rux table board.rux --format csv > sensors.csv");
+      "  rux table board.rux --format csv > sensors.csv\n"
+      "  rux table board.rux --check sensors.csv --tolerance 'THRESHOLD_*=2%'");
   return [options] { return Table(*options); };
 }
 
