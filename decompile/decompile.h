@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "compiled/debug_meta.h"
@@ -38,6 +39,10 @@ std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta);
 // them at all (see GroupBeforeParent and MisreadItem). Parts get double quotes only where they need
 // them.
 std::string ScriptText(const std::vector<ScriptSection>& sections);
+
+// A part of a value as a script has it: in double quotes where it needs them. No part has a double
+// quote or a line end.
+std::string PartText(std::string_view part);
 
 // Both return the first obstacle as a text for a message, with its place in the script that was
 // compiled; none: null.

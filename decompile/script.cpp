@@ -113,23 +113,23 @@ bool NeedsQuotes(std::string_view part) {
          std::any_of(part.begin(), part.end(), IsControl) || BeginsComment(part);
 }
 
-void AppendPart(std::string_view part, std::string& text) {
-  const std::string_view quote = NeedsQuotes(part) ? "\"" : "";
-  text.append(quote).append(part).append(quote);
-}
-
 void AppendItem(const ScriptItem& item, std::string& text) {
   text.append(item.entry->name).append(" =");
   const char* separator = " ";
   for (const std::string& part : item.parts) {
     text += separator;
-    AppendPart(part, text);
+    text += PartText(part);
     separator = ", ";
   }
   text += '\n';
 }
 
 }  // namespace
+
+std::string PartText(std::string_view part) {
+  const std::string_view quote = NeedsQuotes(part) ? "\"" : "";
+  return std::string(quote).append(part).append(quote);
+}
 
 std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta) {
   const Definitions definitions(meta);
