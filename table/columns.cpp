@@ -79,6 +79,13 @@ Cell PlaceOf(const Subject& subject, const Lists&) {
   return place ? TextCell(fmt::format("{}:{}", place->path, place->line)) : Cell();
 }
 
+// What is worked out.
+constexpr DerivedColumn kDerivedColumns[] = {{"group", false, GroupPath},
+                                             {"lists", true, ListsOf},
+                                             {"unit", true, UnitOf},
+                                             {"properties", false, PropertiesOf},
+                                             {"place", false, PlaceOf}};
+
 // The row of the entry that a key makes in sections of the kind; null when it makes none.
 const language::EntryRow* FreeEntryFor(const language::SectionKind& kind, std::string_view key) {
   for (const language::FreeEntryRule& rule : kind.free_entries) {
@@ -109,6 +116,17 @@ std::string ItemText(const compiled::Datum& datum, bool is_id) {
   return fmt::format(is_id ? "0x{:X}" : "{}", datum.number);
 }
 
+// Those that are not the script's own, for suggestions.
+std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
+  std::vector<std::string> names;
+  for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind))
+    names.emplace_back(entry.keyword);
+  for (const DerivedColumn& derived : kDerivedColumns) {
+    if (FindColumn(kind, derived.name)) names.emplace_back(derived.name);
+  }
+  return names;
+}
+
 }  // namespace
 
 bool Column::is_number() const {
@@ -120,20 +138,9 @@ bool Column::is_text() const {
   return entry != nullptr && entry->payload == language::EntryPayload::kText;
 }
 
-const std::vector<DerivedColumn>& DerivedColumns() {
-  static const std::vector<DerivedColumn> columns = {
-      {"group", "the groups that a sensor or group is in, from the outermost", false, GroupPath},
-      {"lists", "the PELMGROUPs that list the sensor", true, ListsOf},
-      {"unit", "what limits are measured in, where the project states it", true, UnitOf},
-      {"properties", "all properties", false, PropertiesOf},
-      {"place", "file and line of the section, where they are known", false, PlaceOf},
-  };
-  return columns;
-}
-
 std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name) {
   const auto is_it = [&](const char* other) { return strcasecmp(other, name.c_str()) == 0; };
-  for (const DerivedColumn& derived : DerivedColumns()) {
+  for (const DerivedColumn& derived : kDerivedColumns) {
     const bool is_had = !derived.is_of_sensors || kind.source == language::SECTION_SENSOR;
     if (is_it(derived.name) && is_had) return Column{derived.name, &derived};
   }
@@ -149,16 +156,6 @@ std::optional<Column> FindColumn(const language::SectionKind& kind, const std::s
   column.entry_class = row->table;
   column.entry_name = language::NameInKey(*row, name);
   return column;
-}
-
-std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
-  std::vector<std::string> names;
-  for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind))
-    names.emplace_back(entry.keyword);
-  for (const DerivedColumn& derived : DerivedColumns()) {
-    if (FindColumn(kind, derived.name)) names.emplace_back(derived.name);
-  }
-  return names;
 }
 
 Column ColumnFor(const language::SectionKind& kind, const std::string& name) {

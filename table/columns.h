@@ -34,7 +34,6 @@ class Lists;
 // What is worked out.
 struct DerivedColumn {
   const char* name;
-  const char* about;
   bool is_of_sensors;  // only they have it
   Cell (*cell)(const Subject& subject, const Lists& lists);
 };
@@ -64,12 +63,6 @@ Column ColumnFor(const language::SectionKind& kind, const std::string& name);
 
 // The columns of a table of which none are named.
 std::vector<Column> DefaultColumns(const language::SectionKind& kind);
-
-// All names that are not the script's own, for help and suggestions.
-std::vector<std::string> ColumnNames(const language::SectionKind& kind);
-
-// The columns that are worked out, for the manual.
-const std::vector<DerivedColumn>& DerivedColumns();
 
 // The entry that the column is about; none when the section does not have it.
 ruxcomp::Entry EntryOf(const Subject& subject, const Column& column);

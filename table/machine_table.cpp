@@ -13,12 +13,6 @@
 
 namespace rux::table {
 
-std::size_t MachineTable::Find(const std::string& name) const {
-  const auto found = std::find_if(columns.begin(), columns.end(),
-                                  [&](const Column& column) { return column.name == name; });
-  return static_cast<std::size_t>(found - columns.begin());
-}
-
 std::vector<std::string> KindNames() {
   std::vector<std::string> names;
   for (const language::SectionKind& kind : language::kSectionKinds) {
@@ -29,11 +23,18 @@ std::vector<std::string> KindNames() {
 
 MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
                        std::vector<Column> columns) {
+  return MakeTable(machine, kind, std::move(columns), machine);
+}
+
+MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
+                       std::vector<Column> columns, const machine::Machine& measured) {
   MachineTable table{machine, kind, std::move(columns), {}};
   const Lists lists(machine);
+  const ruxcomp::Sections sections = measured.model().sections(kind.compiled);
   std::size_t ordinal = 0;
   for (const ruxcomp::Section section : machine.model().sections(kind.compiled)) {
-    Row row{{machine, kind, section, ordinal++, machine.QuantityOf(section)}, {}};
+    Row row{{machine, kind, section, ordinal, measured.QuantityOf(sections[ordinal])}, {}};
+    ++ordinal;
     row.cells.reserve(table.columns.size());
     for (const Column& column : table.columns)
       row.cells.push_back(CellOf(row.subject, column, lists));

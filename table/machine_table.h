@@ -2,7 +2,6 @@
 #ifndef TABLE_MACHINE_TABLE_H_
 #define TABLE_MACHINE_TABLE_H_
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -24,9 +23,6 @@ struct MachineTable {
   const language::SectionKind& kind;
   std::vector<Column> columns;
   std::vector<Row> rows;  // in the order of the machine
-
-  // The place of that column; columns.size() when it is not there.
-  std::size_t Find(const std::string& name) const;
 };
 
 // The keywords of the kinds that have tables: those whose sections have NAMEs.
@@ -34,6 +30,9 @@ std::vector<std::string> KindNames();
 
 MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
                        std::vector<Column> columns);
+// The same with the limits measured as those of another machine, which has the same sections.
+MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
+                       std::vector<Column> columns, const machine::Machine& measured);
 
 // Takes out the columns in which all cells are empty. A table without rows keeps all.
 void DropEmptyColumns(MachineTable& table);
