@@ -18,7 +18,7 @@
 #include "reconcile/amount.h"
 #include "reconcile/pairing.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
 #include "table/cell.h"
 #include "table/columns.h"
 #include "table/machine_table.h"
@@ -49,13 +49,12 @@ std::set<std::string> SetOf(const std::string& joined) {
 
 class Comparer {
  public:
-  Comparer(const table::MachineTable& table, const std::vector<bool>& is_chosen,
-           const lists::List& list, const Pairing& pairing)
+  Comparer(table::MachineTable table, const std::vector<bool>& is_chosen, const lists::List& list,
+           const Pairing& pairing)
       : is_chosen_(is_chosen),
-        result_{table, list, pairing, {}, 0, 0},
+        result_{std::move(table), list, pairing, {}, 0, 0},
         name_(pairing.Find(kNames)),
-        id_(pairing.Find(kIds)),
-        unit_(pairing.Find(kUnits)) {}
+        id_(pairing.Find(kIds)) {}
 
   Comparison Run() {
     Match();
@@ -165,20 +164,14 @@ class Comparer {
       return ours.empty() ? std::nullopt : std::optional(DifferenceKind::kDiffers);
     const std::optional<Amount> amount = AmountIn(theirs);
     if (!amount) return DifferenceKind::kIncomparable;
-    const machine::Quantity quantity =
-        pair.column.is_limit() ? row.subject.quantity : machine::Quantity();
-    const std::optional<double> wanted = StoredAmount(*amount, UnitOf(pair, listed), quantity);
+    const machine::Quantity quantity = QuantityFor(pair, row);
+    const std::optional<double> wanted =
+        StoredAmount(*amount, UnitOf(result_, pair, listed), quantity);
     if (!wanted) return DifferenceKind::kIncomparable;
     if (ours.empty()) return DifferenceKind::kDiffers;
     const bool is_same = IsWithin(*ours.number, *wanted, pair.tolerance, quantity) ||
                          NumberToStore(*wanted, theirs, quantity) == ours.number;
     return is_same ? std::nullopt : std::optional(DifferenceKind::kDiffers);
-  }
-
-  std::string UnitOf(const ColumnPair& pair, const lists::ListRow& listed) const {
-    if (!pair.unit.empty() || unit_ == nullptr) return pair.unit;
-    const std::string& unit = listed.cells[unit_->place];
-    return lists::IsNothing(unit) ? "" : unit;
   }
 
   void AddRow(DifferenceKind kind, const table::Row* row, const lists::ListRow* listed) {
@@ -217,7 +210,6 @@ class Comparer {
   Comparison result_;
   const ColumnPair* const name_;
   const ColumnPair* const id_;
-  const ColumnPair* const unit_;
   std::vector<std::size_t> matches_;  // of the list's rows, in the table; kNone: none
   std::vector<bool> is_listed_;       // of the table's rows
   std::set<std::size_t> compared_;    // of them
@@ -231,9 +223,21 @@ std::size_t Comparison::CountOf(DifferenceKind kind) const {
                     [&](const Difference& difference) { return difference.kind == kind; }));
 }
 
-Comparison Compare(const table::MachineTable& table, const std::vector<bool>& is_chosen,
+machine::Quantity QuantityFor(const ColumnPair& pair, const table::Row& row) {
+  return pair.column.is_limit() ? row.subject.quantity : machine::Quantity();
+}
+
+std::string UnitOf(const Comparison& comparison, const ColumnPair& pair,
+                   const lists::ListRow& listed) {
+  const ColumnPair* units = comparison.pairing.Find(kUnits);
+  if (!pair.unit.empty() || units == nullptr) return pair.unit;
+  const std::string& unit = listed.cells[units->place];
+  return lists::IsNothing(unit) ? "" : unit;
+}
+
+Comparison Compare(table::MachineTable table, const std::vector<bool>& is_chosen,
                    const lists::List& list, const Pairing& pairing) {
-  return Comparer(table, is_chosen, list, pairing).Run();
+  return Comparer(std::move(table), is_chosen, list, pairing).Run();
 }
 
 }  // namespace rux::reconcile

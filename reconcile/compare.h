@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lists/list.h"
+#include "machine/machine.h"
 #include "machine/origins.h"
 #include "reconcile/pairing.h"
 #include "table/cell.h"
@@ -41,7 +42,7 @@ struct Difference {
 };
 
 struct Comparison {
-  const table::MachineTable& table;
+  table::MachineTable table;
   const lists::List& list;
   const Pairing& pairing;
   std::vector<Difference> differences;  // by the rows of the list, then what it does not have
@@ -52,10 +53,17 @@ struct Comparison {
 };
 
 // Sections and rows match by NAME, then by ID. The table has the columns of the pairing. Only the
-// differences of rows that `is_chosen` (one for each of the table's) are in the result. All must
-// outlive it.
-Comparison Compare(const table::MachineTable& table, const std::vector<bool>& is_chosen,
+// differences of rows that `is_chosen` (one for each of the table's) are in the result. List and
+// pairing must outlive it.
+Comparison Compare(table::MachineTable table, const std::vector<bool>& is_chosen,
                    const lists::List& list, const Pairing& pairing);
+
+// What a number of a section is a number of, in that column.
+machine::Quantity QuantityFor(const ColumnPair& pair, const table::Row& row);
+
+// What the list measures in, in that column and row; empty: it does not say.
+std::string UnitOf(const Comparison& comparison, const ColumnPair& pair,
+                   const lists::ListRow& listed);
 
 }  // namespace rux::reconcile
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "lists/list.h"
+#include "machine/machine.h"
 #include "reconcile/compare.h"
 #include "reconcile/pairing.h"
 #include "support/json.h"
@@ -38,8 +38,21 @@ std::string SummaryLine(const Comparison& comparison, const std::string& list_pa
   return line + fmt::format(" ({} compared)", comparison.compared);
 }
 
-std::vector<std::string> LinesOf(const Comparison& comparison, const std::string& list_path) {
-  std::vector<std::string> lines = {SummaryLine(comparison, list_path)};
+// What the machine has, with the unit of a limit.
+std::string OursOf(const Difference& difference) {
+  if (difference.column == nullptr || difference.ours.empty()) return "";
+  const machine::Quantity& quantity = difference.row->subject.quantity;
+  if (difference.column->column.is_limit() && difference.ours.number)
+    return quantity.TextOf(*difference.ours.number);
+  return table::TextOf(difference.ours);
+}
+
+Cell CellOrNone(const std::string& text) { return text.empty() ? Cell() : table::TextCell(text); }
+
+}  // namespace
+
+std::vector<std::string> NotesOf(const Comparison& comparison) {
+  std::vector<std::string> lines;
   if (!comparison.pairing.ignored.empty()) {
     std::string names;
     for (const std::string& name : comparison.pairing.ignored)
@@ -55,16 +68,9 @@ std::vector<std::string> LinesOf(const Comparison& comparison, const std::string
   return lines;
 }
 
-// What the machine has, with the unit of a limit.
-std::string OursOf(const Difference& difference) {
-  if (difference.column == nullptr || difference.ours.empty()) return "";
-  const machine::Quantity& quantity = difference.row->subject.quantity;
-  if (difference.column->column.is_limit() && difference.ours.number)
-    return quantity.TextOf(*difference.ours.number);
-  return table::TextOf(difference.ours);
+std::vector<std::string> DifferenceColumns() {
+  return {"difference", "NAME", "ID", "column", "machine", "list", "place", "listed"};
 }
-
-Cell CellOrNone(const std::string& text) { return text.empty() ? Cell() : table::TextCell(text); }
 
 std::vector<Cell> CellsOf(const Difference& difference, const std::string& list_path) {
   Cell id;
@@ -86,17 +92,22 @@ std::vector<Cell> CellsOf(const Difference& difference, const std::string& list_
           CellOrNone(listed)};
 }
 
-}  // namespace
-
 table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path) {
   table::Sheet sheet;
   sheet.title = "A machine and a list";
-  sheet.lines = LinesOf(comparison, list_path);
-  sheet.columns = {"difference", "NAME", "ID", "column", "machine", "list", "place", "listed"};
+  sheet.lines = NotesOf(comparison);
+  sheet.lines.insert(sheet.lines.begin(), SummaryLine(comparison, list_path));
+  sheet.columns = DifferenceColumns();
   sheet.rows.reserve(comparison.differences.size());
   for (const Difference& difference : comparison.differences)
     sheet.rows.push_back(CellsOf(difference, list_path));
   return sheet;
+}
+
+void WriteNotes(const Comparison& comparison, support::JsonObject& json) {
+  json.Member("stored", comparison.stored);
+  json.Array("ignored",
+             [&](support::JsonArray& names) { names.Items(comparison.pairing.ignored); });
 }
 
 void WriteComparison(const Comparison& comparison, const std::string& list_path,
@@ -106,13 +117,11 @@ void WriteComparison(const Comparison& comparison, const std::string& list_path,
   json.Member("list", list_path);
   json.Member("kind", comparison.table.kind.keyword);
   json.Member("compared", comparison.compared);
-  json.Member("stored", comparison.stored);
   json.Object("counts", [&](support::JsonObject& counts) {
     for (std::size_t i = 0; i < kDifferenceCount; ++i)
       counts.Member(kDifferenceWords[i], comparison.CountOf(static_cast<DifferenceKind>(i)));
   });
-  json.Array("ignored",
-             [&](support::JsonArray& names) { names.Items(comparison.pairing.ignored); });
+  WriteNotes(comparison, json);
   table::WriteRows(SheetOf(comparison, list_path), json);
 }
 

@@ -3,9 +3,11 @@
 #define RECONCILE_REPORT_H_
 
 #include <string>
+#include <vector>
 
 #include "reconcile/compare.h"
 #include "support/json.h"
+#include "table/cell.h"
 #include "table/forms.h"
 
 namespace rux::reconcile {
@@ -13,6 +15,14 @@ namespace rux::reconcile {
 // A row for each difference, with its places on both sides; before them a summary, and what was not
 // compared or not known.
 table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path);
+
+// What was not compared, and what is not known: a line each; as the members "stored" and "ignored".
+std::vector<std::string> NotesOf(const Comparison& comparison);
+void WriteNotes(const Comparison& comparison, support::JsonObject& json);
+
+// The columns of such a row, and its cells.
+std::vector<std::string> DifferenceColumns();
+std::vector<table::Cell> CellsOf(const Difference& difference, const std::string& list_path);
 
 // The object of docs/table-check.schema.json.
 void WriteComparison(const Comparison& comparison, const std::string& list_path,

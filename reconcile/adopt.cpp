@@ -1,0 +1,253 @@
+#include "reconcile/adopt.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "decompile/decompile.h"
+#include "lists/list.h"
+#include "machine/machine.h"
+#include "machine/source.h"
+#include "reader/script.h"
+#include "reader/texts.h"
+#include "reconcile/amount.h"
+#include "reconcile/compare.h"
+#include "reconcile/listing.h"
+#include "reconcile/script_edits.h"
+#include "ruxcomp/file/header.h"
+#include "ruxcomp/language/compiled_entries.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/paths.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
+#include "settings/json_file.h"
+#include "support/failure.h"
+#include "support/placement.h"
+#include "table/columns.h"
+
+namespace rux::reconcile {
+namespace {
+
+namespace language = ruxcomp::language;
+using support::ExitStatus;
+using support::Failure;
+
+// The number as a script writes it: as it is there now, in hexadecimal or with a sign.
+std::string NumberValue(std::uint32_t number, double wanted, std::string_view now) {
+  if (language::IsHexadecimal(now)) return fmt::format("0x{:X}", number);
+  std::string text =
+      wanted < 0 ? std::to_string(static_cast<std::int32_t>(number)) : std::to_string(number);
+  return text.size() > language::kLongestNumber ? std::to_string(number) : text;
+}
+
+bool IsOfLimit(const Difference& difference) {
+  return difference.column != nullptr && difference.column->column.is_limit();
+}
+
+bool IsRequired(const Difference& difference) {
+  const language::SectionKind& kind = difference.row->subject.kind;
+  for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind)) {
+    if (entry.keyword == difference.column->column.name) return entry.is_required;
+  }
+  return false;
+}
+
+class Planner {
+ public:
+  explicit Planner(const Comparison& comparison) : comparison_(comparison) {}
+
+  Adoption Plan(bool has_limits) {
+    for (const Difference& difference : comparison_.differences) {
+      if (!has_limits && IsOfLimit(difference)) continue;
+      Edit edit{&difference, ReasonToLeave(difference), ""};
+      if (edit.reason.empty()) edit.reason = Make(difference, edit.value);
+      adoption_.edits.push_back(std::move(edit));
+    }
+    for (const auto& [path, edits] : scripts_) {
+      if (edits.are_any()) adoption_.texts.emplace(path, edits.Text());
+    }
+    return std::move(adoption_);
+  }
+
+ private:
+  // What a list cannot say, or is not to decide. Empty: it can.
+  static std::string ReasonToLeave(const Difference& difference) {
+    switch (difference.kind) {
+      case DifferenceKind::kMissing:
+        return "a list does not say how it is read";
+      case DifferenceKind::kExtra:
+        return "sections are not removed";
+      case DifferenceKind::kDuplicate:
+        return "the list has it twice";
+      case DifferenceKind::kIncomparable:
+        return "it is not a number, or has another unit";
+      case DifferenceKind::kDiffers:
+        break;
+    }
+    const table::Column& column = difference.column->column;
+    if (column.derived != nullptr) return "it is worked out";
+    if (column.entry->source == language::ENTRY_ID) return "other sections refer to it";
+    if (!column.is_number() && !column.is_text()) return "only numbers and texts are edited";
+    return "";
+  }
+
+  // Returns why that is not possible.
+  std::string Make(const Difference& difference, std::string& value) {
+    const std::string& key = difference.column->column.name;
+    if (!difference.place) return "its place is not known";
+    ScriptEdits& script = ScriptAt(difference.place->path);
+    const std::uint32_t line = difference.place->line;
+    const std::optional<std::string_view> now = script.ValueAt(line, key);
+    const bool is_there = difference.ours.empty() ? script.HasSectionAt(line) : now.has_value();
+    if (!is_there) return "the script does not have it at that place";
+    const bool is_number = difference.column->column.is_number();
+    const bool is_gone =
+        is_number ? lists::IsNothing(difference.theirs) : difference.theirs.empty();
+    if (is_gone && IsRequired(difference)) return "it is required";
+    if (is_gone) {
+      script.Remove(line);
+      return "";
+    }
+    std::string reason = is_number ? SetNumber(difference, now.value_or(""), value)
+                                   : SetText(difference.theirs, value);
+    if (!reason.empty()) return reason;
+    if (difference.ours.empty()) {
+      script.Add(difference.row->subject.kind, line, key, value);
+    } else {
+      script.Replace(line, value);
+    }
+    return "";
+  }
+
+  std::string SetNumber(const Difference& difference, std::string_view now,
+                        std::string& value) const {
+    const ColumnPair& pair = *difference.column;
+    const machine::Quantity quantity = QuantityFor(pair, *difference.row);
+    const std::optional<double> wanted = StoredAmount(
+        *AmountIn(difference.theirs), UnitOf(comparison_, pair, *difference.listed), quantity);
+    const std::optional<std::uint32_t> number = NumberToStore(*wanted, difference.theirs, quantity);
+    if (!number) return "no stored number is that amount";
+    if (*number == language::kNoNumber) return "a script cannot have that number";
+    value = NumberValue(*number, *wanted, now);
+    return "";
+  }
+
+  static std::string SetText(const std::string& theirs, std::string& value) {
+    if (theirs.find_first_of(std::string_view("\"\n\r\0", 4)) != std::string::npos)
+      return "a script cannot have that text";
+    value = decompile::PartText(theirs);
+    return "";
+  }
+
+  ScriptEdits& ScriptAt(const std::string& path) {
+    const auto known = scripts_.find(path);
+    if (known != scripts_.end()) return known->second;
+    std::string text = settings::ReadTextFile(path, ruxcomp::reader::kLargestScript);
+    return scripts_.emplace(path, ScriptEdits(std::move(text))).first->second;
+  }
+
+  const Comparison& comparison_;
+  std::map<std::string, ScriptEdits> scripts_;
+  Adoption adoption_{&comparison_, {}, {}};
+};
+
+// What a difference is known by in another machine, where its section may have another NAME.
+std::string KeyOf(const Difference& difference) {
+  if (difference.listed == nullptr) return difference.name;
+  const ColumnPair* pair = difference.column;
+  return fmt::format("{}:{}", difference.listed->line, pair == nullptr ? "" : pair->column.name);
+}
+
+// Whether the script compiles.
+bool IsSound(const std::string& script, const LoadMachine& load) {
+  try {
+    load(script);
+    return true;
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
+// The machine of an edited script.
+machine::Machine LoadEdited(const std::string& script, const LoadMachine& load) {
+  try {
+    return load(script);
+  } catch (const Failure&) {
+    throw Failure(ExitStatus::kFindings,
+                  "the scripts stay as they are: after the edits, {} would not compile", script);
+  }
+}
+
+void ExpectScript(const std::string& name) {
+  const machine::Source source = machine::ReadSource(name);
+  if (source.form != ruxcomp::file::Form::kNone || !source.revision.empty())
+    throw Failure(ExitStatus::kWrongUsage, "cannot edit {}: it is not a script in a file", name);
+}
+
+// Machines are read with these texts from now on.
+void UseTexts(const Adoption& adoption) {
+  for (const auto& [path, text] : adoption.texts)
+    ruxcomp::reader::Texts::Put(language::WithSlashes(path), text);
+}
+
+}  // namespace
+
+std::size_t Adoption::CountOfMade() const {
+  return static_cast<std::size_t>(std::count_if(
+      edits.begin(), edits.end(), [](const Edit& edit) { return edit.reason.empty(); }));
+}
+
+Comparison CompareToAdopt(const machine::Machine& machine, const Listing& listing,
+                          const LoadMachine& load) {
+  ExpectScript(machine.name());
+  Comparison comparison = CompareWith(machine, listing);
+  const Adoption adoption = Planner(comparison).Plan(false);
+  if (adoption.texts.empty()) return comparison;
+  UseTexts(adoption);
+  const machine::Machine measured = LoadEdited(machine.name(), load);
+  ruxcomp::reader::Texts::Clear();
+  return CompareWith(machine, listing, measured);
+}
+
+Adoption PlanAdoption(const Comparison& comparison) { return Planner(comparison).Plan(true); }
+
+void VerifyAdoption(const Adoption& adoption, const Listing& listing, const std::string& name,
+                    const std::vector<std::string>& others, const LoadMachine& load) {
+  std::vector<std::string> sound;
+  std::copy_if(others.begin(), others.end(), std::back_inserter(sound),
+               [&](const std::string& other) { return IsSound(other, load); });
+  UseTexts(adoption);
+  const machine::Machine machine = LoadEdited(name, load);
+  for (const std::string& other : sound) LoadEdited(other, load);
+  std::vector<std::string> left;
+  for (const Edit& edit : adoption.edits) {
+    if (!edit.reason.empty()) left.push_back(KeyOf(*edit.difference));
+  }
+  std::sort(left.begin(), left.end());
+  for (const Difference& difference : CompareWith(machine, listing).differences) {
+    if (std::binary_search(left.begin(), left.end(), KeyOf(difference))) continue;
+    throw Failure(ExitStatus::kFindings,
+                  "the scripts stay as they are: after the edits, {} of {} would not be what the "
+                  "list says",
+                  difference.column == nullptr ? "NAME" : difference.column->column.name,
+                  difference.name);
+  }
+}
+
+void WriteScripts(const Adoption& adoption) {
+  std::vector<support::NewFile> files;
+  files.reserve(adoption.texts.size());
+  for (const auto& [path, text] : adoption.texts) files.push_back({path, text});
+  support::PutInPlace(files);
+}
+
+}  // namespace rux::reconcile

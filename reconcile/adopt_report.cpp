@@ -1,0 +1,82 @@
+// What became of the differences between a machine and a list.
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "reconcile/adopt.h"
+#include "reconcile/compare.h"
+#include "reconcile/listing.h"
+#include "reconcile/report.h"
+#include "support/json.h"
+#include "support/safe_text.h"
+#include "table/cell.h"
+#include "table/forms.h"
+
+namespace rux::reconcile {
+namespace {
+
+const char* WordOf(const Edit& edit) {
+  if (!edit.reason.empty()) return "left";
+  if (edit.value.empty()) return "removed";
+  return edit.difference->ours.empty() ? "added" : "changed";
+}
+
+std::string Numbered(std::size_t count, const char* what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+// "board.rux, sensors.csv: 3 edits to be made in 1 file, 2 differences left"
+std::string EditsLine(const Adoption& adoption, const Listing& listing, const std::string& machine,
+                      bool is_made) {
+  const std::size_t made = adoption.CountOfMade();
+  const std::size_t left = adoption.edits.size() - made;
+  std::string line = support::SafePath(machine) + ", " + support::SafePath(listing.path) + ": ";
+  line += Numbered(made, "edit");
+  if (made > 0)
+    line += (is_made ? " in " : " to be made in ") + Numbered(adoption.texts.size(), "file");
+  if (left > 0) line += ", " + Numbered(left, "difference") + " left";
+  return line;
+}
+
+}  // namespace
+
+table::Sheet SheetOf(const Adoption& adoption, const Listing& listing, const std::string& machine,
+                     bool is_made) {
+  table::Sheet sheet;
+  sheet.title = "Edits of a machine";
+  sheet.lines = NotesOf(*adoption.comparison);
+  sheet.lines.insert(sheet.lines.begin(), EditsLine(adoption, listing, machine, is_made));
+  sheet.columns = DifferenceColumns();
+  sheet.columns.insert(sheet.columns.begin(), "edit");
+  sheet.columns.emplace_back("value");
+  sheet.columns.emplace_back("reason");
+  for (const Edit& edit : adoption.edits) {
+    std::vector<table::Cell> cells = CellsOf(*edit.difference, listing.path);
+    cells.insert(cells.begin(), table::TextCell(WordOf(edit)));
+    for (const std::string* text : {&edit.value, &edit.reason})
+      cells.push_back(text->empty() ? table::Cell() : table::TextCell(*text));
+    sheet.rows.push_back(std::move(cells));
+  }
+  return sheet;
+}
+
+void WriteAdoption(const Adoption& adoption, const Listing& listing, const std::string& machine,
+                   bool is_made, support::JsonObject& json) {
+  json.Member("schema", 1);
+  json.Member("file", machine);
+  json.Member("list", listing.path);
+  json.Member("kind", listing.kind.keyword);
+  json.Member("written", is_made);
+  json.Member("edits", adoption.CountOfMade());
+  json.Member("left", adoption.edits.size() - adoption.CountOfMade());
+  WriteNotes(*adoption.comparison, json);
+  json.Array("files", [&](support::JsonArray& files) {
+    for (const auto& [path, text] : adoption.texts) files.Item(path);
+  });
+  table::WriteRows(SheetOf(adoption, listing, machine, is_made), json);
+}
+
+}  // namespace rux::reconcile
