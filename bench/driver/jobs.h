@@ -26,6 +26,9 @@ void FormatScripts(Report& report);
 // Comparing two compiled machines, and the same by comparing their sorted texts.
 void CompareModels(Report& report);
 
+// The table of a compiled machine, and the comparison with it.
+void MakeTables(Report& report);
+
 // Asking a file for one value with a program, and starting the program at all.
 void AskAndStart(Report& report);
 

@@ -42,6 +42,7 @@ int main(int argc, char** argv) try {
   CompileShapes(report);
   FormatScripts(report);
   CompareModels(report);
+  MakeTables(report);
   AskAndStart(report);
   MicroBenchmarks(report, most);
   report.Print();

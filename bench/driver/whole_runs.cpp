@@ -66,6 +66,18 @@ void CompareModels(Report& report) {
            usage[1], {{Target::kValue, 50e-3}});
 }
 
+void MakeTables(Report& report) {
+  const std::string machine = ModelFile{kTargetSize, "meta"}.Made();
+  const std::string table = ScratchFolder() + "/table.csv";
+  const std::string write =
+      std::string(RUX_PROGRAM) + " table --format csv " + machine + " > " + table;
+  const auto usage =
+      Race({{{"sh", "-c", write}}, {{RUX_PROGRAM, "table", machine, "--check", table}}});
+  const std::vector<Target> targets = {{Target::kValue, 100e-3}};
+  AddTimes(report, {"plain", "table, as CSV", kTargetSize}, usage[0], "", {}, targets);
+  AddTimes(report, {"plain", "table, compared with that", kTargetSize}, usage[1], "", {}, targets);
+}
+
 void AskAndStart(Report& report) {
   for (const std::uint32_t size : {1000u, kTargetSize}) {
     const KnownSensor sensor = SensorsOf(size)[size / 2];
