@@ -2,21 +2,25 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "driver/compile_options.h"
+#include "driver/machines.h"
 #include "lists/formats.h"
-#include "lists/list.h"
 #include "machine/load.h"
 #include "machine/machine.h"
+#include "reconcile/adopt.h"
 #include "reconcile/compare.h"
+#include "reconcile/listing.h"
 #include "reconcile/pairing.h"
 #include "reconcile/report.h"
 #include "ruxcomp/language/sections.h"
 #include "settings/project.h"
 #include "support/failure.h"
+#include "support/folders.h"
 #include "support/json.h"
 #include "support/standard_streams.h"
 #include "support/terminal.h"
@@ -32,7 +36,7 @@
 namespace rux::tool {
 namespace {
 
-struct Options {
+struct TableOptions {
   std::string file;
   std::string kind = "SENSOR";
   std::vector<std::string> columns;
@@ -41,9 +45,9 @@ struct Options {
   bool is_reversed = false;
   std::string format = "text";
   std::string color = "auto";
-  std::string list;  // to compare with
-  std::string list_format;
-  reconcile::PairingOptions pairing;
+  reconcile::ListingOptions list;  // to compare with
+  std::string applied;             // the list that the machine is to be made
+  bool is_dry = false;
   std::vector<std::string> include_folders;
   settings::ProjectChoice project;
 };
@@ -70,14 +74,14 @@ struct Request {
   std::vector<table::Condition> conditions;
 };
 
-Request RequestOf(const Options& options) {
+Request RequestOf(const TableOptions& options) {
   const ruxcomp::language::SectionKind& kind = *ruxcomp::language::FindKind(options.kind);
   Request request{kind, ColumnsFor(kind, options.columns), ColumnsFor(kind, options.order), {}};
   for (const std::string& text : options.conditions) request.conditions.emplace_back(kind, text);
   return request;
 }
 
-table::MachineTable TableFor(const Options& options, const Request& request,
+table::MachineTable TableFor(const TableOptions& options, const Request& request,
                              const machine::Machine& machine) {
   const bool are_chosen = !request.columns.empty();
   table::MachineTable table = table::MakeTable(
@@ -88,7 +92,7 @@ table::MachineTable TableFor(const Options& options, const Request& request,
   return table;
 }
 
-void PrintSheet(const Options& options, const table::Sheet& sheet) {
+void PrintSheet(const TableOptions& options, const table::Sheet& sheet) {
   if (options.format == "csv") {
     return support::PrintScript(
         support::WrittenText([&](support::TextStream& out) { table::WriteCsv(sheet, out); }),
@@ -104,13 +108,13 @@ void PrintSheet(const Options& options, const table::Sheet& sheet) {
 
 // Prints the object that write(JsonObject&) fills, or the sheet, as the options say.
 template <class Write>
-void PrintForm(const Options& options, const table::Sheet& sheet, Write write) {
+void PrintForm(const TableOptions& options, const table::Sheet& sheet, Write write) {
   if (options.format != table::kJson) return PrintSheet(options, sheet);
   support::Print(support::PrintOut,
                  [&](support::TextStream& out) { support::WriteJson(out, write); });
 }
 
-void PrintTable(const Options& options, const table::MachineTable& table) {
+void PrintTable(const TableOptions& options, const table::MachineTable& table) {
   const table::Sheet sheet = table::SheetOf(table);
   PrintForm(options, sheet, [&](support::JsonObject& json) {
     json.Member("schema", 1);
@@ -120,32 +124,82 @@ void PrintTable(const Options& options, const table::MachineTable& table) {
   });
 }
 
-support::ExitStatus Check(const Options& options, const Request& request,
-                          const machine::Machine& machine) {
-  const std::string text = lists::ReadListFile(options.list);
-  const lists::Format& format = lists::FormatFor(options.list_format, text);
-  const lists::List list = format.read(options.list, text);
-  reconcile::Pairing pairing =
-      reconcile::PairColumns(request.kind, format, options.list, list, options.pairing);
-  std::vector<table::Column> columns;
-  for (const reconcile::ColumnPair& pair : pairing.columns) columns.push_back(pair.column);
-  const table::MachineTable table = table::MakeTable(machine, request.kind, std::move(columns));
-  const reconcile::Comparison comparison =
-      reconcile::Compare(table, table::FittingRows(request.conditions, table), list, pairing);
-  PrintForm(options, reconcile::SheetOf(comparison, options.list), [&](support::JsonObject& json) {
-    reconcile::WriteComparison(comparison, options.list, json);
+support::ExitStatus Check(const TableOptions& options, const machine::Machine& machine,
+                          const reconcile::Listing& listing) {
+  const reconcile::Comparison comparison = reconcile::CompareWith(machine, listing);
+  PrintForm(options, reconcile::SheetOf(comparison, listing.path), [&](support::JsonObject& json) {
+    reconcile::WriteComparison(comparison, listing.path, json);
   });
   return comparison.differences.empty() ? support::ExitStatus::kDone
                                         : support::ExitStatus::kFindings;
 }
 
-support::ExitStatus Table(const Options& options) {
-  const Request request = RequestOf(options);
-  const std::vector<machine::Machine> machines = machine::Load(
-      {options.file}, {options.include_folders, driver::ProjectsOf(options.project), ""});
-  if (!options.list.empty()) return Check(options, request, machines.front());
-  PrintTable(options, TableFor(options, request, machines.front()));
-  return support::ExitStatus::kDone;
+machine::Machine LoadMachine(const TableOptions& options, const std::string& name) {
+  std::vector<machine::Machine> machines =
+      machine::Load({name}, {options.include_folders, driver::ProjectsOf(options.project), ""});
+  return std::move(machines.front());
+}
+
+// The other main scripts that include some of the scripts.
+std::vector<std::string> OtherMachines(const TableOptions& options,
+                                       const reconcile::Adoption& adoption) {
+  driver::CompileOptions compile;
+  compile.include_folders = options.include_folders;
+  compile.project_choice = options.project;
+  std::set<std::string> machines;
+  for (const auto& [path, text] : adoption.texts) {
+    for (const std::string& main : driver::FindMachinesWith(path, compile)) {
+      if (support::WholeName(main) != support::WholeName(options.file)) machines.insert(main);
+    }
+  }
+  return {machines.begin(), machines.end()};
+}
+
+support::ExitStatus Apply(const TableOptions& options, const machine::Machine& machine,
+                          const reconcile::Listing& listing) {
+  const auto load = [&](const std::string& name) { return LoadMachine(options, name); };
+  const reconcile::Comparison comparison = reconcile::CompareToAdopt(machine, listing, load);
+  const reconcile::Adoption adoption = reconcile::PlanAdoption(comparison);
+  reconcile::VerifyAdoption(adoption, listing, options.file, OtherMachines(options, adoption),
+                            load);
+  if (!options.is_dry) reconcile::WriteScripts(adoption);
+  PrintForm(options, reconcile::SheetOf(adoption, listing, options.file, !options.is_dry),
+            [&](support::JsonObject& json) {
+              reconcile::WriteAdoption(adoption, listing, options.file, !options.is_dry, json);
+            });
+  const std::size_t made = options.is_dry ? 0 : adoption.CountOfMade();
+  return made == adoption.edits.size() ? support::ExitStatus::kDone
+                                       : support::ExitStatus::kFindings;
+}
+
+// Throws a Failure of wrong usage for options that say nothing without a list.
+void ExpectList(const TableOptions& options) {
+  const reconcile::PairingOptions& pairing = options.list.pairing;
+  const bool has_list = !options.list.path.empty() || !options.applied.empty();
+  const bool is_about_list = !options.list.format.empty() || !pairing.names.empty() ||
+                             !pairing.tolerances.empty() || !pairing.units.empty();
+  if (is_about_list && !has_list) {
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "--from, --map, --tolerance and --unit need --check or --apply");
+  }
+  if (options.is_dry && options.applied.empty())
+    throw support::Failure(support::ExitStatus::kWrongUsage, "--dry-run needs --apply");
+}
+
+support::ExitStatus Table(const TableOptions& options) {
+  ExpectList(options);
+  Request request = RequestOf(options);
+  const machine::Machine machine = LoadMachine(options, options.file);
+  if (options.list.path.empty() && options.applied.empty()) {
+    PrintTable(options, TableFor(options, request, machine));
+    return support::ExitStatus::kDone;
+  }
+  reconcile::ListingOptions list = options.list;
+  if (!options.applied.empty()) list.path = options.applied;
+  const reconcile::Listing listing =
+      reconcile::ReadListing(list, request.kind, std::move(request.conditions));
+  return options.applied.empty() ? Check(options, machine, listing)
+                                 : Apply(options, machine, listing);
 }
 
 std::vector<std::string> TableForms() {
@@ -161,34 +215,41 @@ std::vector<std::string> ListFormats() {
   return names;
 }
 
-void AddComparison(Arguments& arguments, Options& options) {
+void AddComparison(Arguments& arguments, TableOptions& options) {
   arguments
       .Add(
-          "--check", &options.list,
+          "--check", &options.list.path,
           "Compare with a list that others keep, or with what a program reads of a running machine")
       .File("LIST")
       .Without({"--columns", "--sort", "--reverse"});
   arguments
+      .Add("--apply", &options.applied,
+           "Edit the script and what it includes: numbers and texts become those of this list")
+      .File("LIST")
+      .Without({"--check", "--columns", "--sort", "--reverse"});
+  arguments.Add("--dry-run", &options.is_dry, "Change nothing: list the edits of --apply");
+  arguments
       .Add(
-          "--from", &options.list_format,
+          "--from", &options.list.format,
           "The format of LIST: redfish, sensors (sensors -j), ipmitool-sensor (ipmitool sensor), "
           "ipmitool-sdr (ipmitool -c sdr elist), ipmi-sensors or csv. Without it, it is recognised")
       .OneOf("FORMAT", ListFormats());
   arguments
-      .Add("--map", &options.pairing.names,
+      .Add("--map", &options.list.pairing.names,
            "The column of LIST that is this one of the machine, such as NAME='Sensor name'")
       .Value("COLUMN=NAME");
   arguments
       .Add(
-          "--tolerance", &options.pairing.tolerances,
+          "--tolerance", &options.list.pairing.tolerances,
           "By how much numbers may differ: an amount in the unit of the machine, or N%. COLUMN may "
           "be a pattern")
       .Value("COLUMN=AMOUNT");
-  arguments.Add("--unit", &options.pairing.units, "What LIST measures in. COLUMN may be a pattern")
+  arguments
+      .Add("--unit", &options.list.pairing.units, "What LIST measures in. COLUMN may be a pattern")
       .Value("COLUMN=UNIT");
 }
 
-void AddContents(Arguments& arguments, Options& options) {
+void AddContents(Arguments& arguments, TableOptions& options) {
   arguments.Add("--kind", &options.kind, "The sections of the table; without it, SENSOR")
       .OneOf("KIND", table::KindNames());
   arguments
@@ -204,13 +265,13 @@ void AddContents(Arguments& arguments, Options& options) {
   arguments
       .Add("--sort", &options.order, "Sort by these columns; without it, as the machine has them")
       .Value("COLUMN,...");
-  arguments.Add("--reverse", &options.is_reversed, "The other way round");
+  arguments.Add("--reverse", &options.is_reversed, "Sort the other way round");
 }
 
 }  // namespace
 
 Action SetUpTable(Arguments& arguments) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<TableOptions>();
   arguments
       .Add("MACHINE", &options->file,
            "A meta file, a debug meta file or a script; or REVISION:PATH for one of a git revision")
@@ -231,7 +292,8 @@ Action SetUpTable(Arguments& arguments) {
       "  rux table board.rux\n"
       "  rux table board.meta --columns NAME,ID,THRESHOLD_FH --where 'NAME=FAN*' --sort ID\n"
       "  rux table board.rux --format csv > sensors.csv\n"
-      "  rux table board.rux --check sensors.csv --tolerance 'THRESHOLD_*=2%'");
+      "  rux table board.rux --check sensors.csv --tolerance 'THRESHOLD_*=2%'\n"
+      "  rux table board.rux --apply sensors.csv --dry-run");
   return [options] { return Table(*options); };
 }
 
