@@ -8,11 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "compiled/compiled_file.h"
 #include "ruxcomp/file/header.h"
-#include "ruxcomp/file/kept_bytes.h"
 #include "settings/document.h"
 #include "settings/json_file.h"
+#include "support/descriptor.h"
+#include "support/failure.h"
+#include "support/input_file.h"
 #include "support/json.h"
 
 namespace rux::release {
@@ -126,9 +127,12 @@ std::string ManifestText(const Manifest& manifest) {
 }
 
 std::string FormOf(const std::string& path) {
-  ruxcomp::file::KeptBytes bytes;
-  compiled::MapWholeFile(path, bytes);
-  switch (ruxcomp::file::FormOf(bytes.view())) {
+  constexpr std::size_t kEnough = 64;  // other files may have any size
+  const support::Descriptor file = support::OpenInput(path);
+  std::string bytes;
+  if (!support::ReadAll(file.number(), kEnough, bytes))
+    throw support::SystemFailure("cannot load", path);
+  switch (ruxcomp::file::FormOf(bytes)) {
     case ruxcomp::file::Form::kMeta:
       return kMetaForm;
     case ruxcomp::file::Form::kDebugMeta:
