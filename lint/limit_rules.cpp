@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,9 +18,10 @@
 #include "lint/lint_rule.h"
 #include "rules/rule.h"
 #include "rules/script_item.h"
+#include "ruxcomp/language/limits.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
-#include "settings/limit_rule.h"
+#include "settings/quantity.h"
 
 namespace rux::lint {
 namespace {
@@ -28,15 +30,14 @@ using rules::ItemRef;
 using rules::ScriptItem;
 using rules::ScriptSection;
 
-// From the lowest up.
+// As language::kLimitsUpwards has them.
 enum Place : std::size_t { kFailedLow, kWarningLow, kTheory, kWarningHigh, kFailedHigh, kPlaces };
-constexpr std::array<std::uint32_t, kPlaces> kEntries = {
-    language::ENTRY_THRESHOLD_FL, language::ENTRY_THRESHOLD_WL, language::ENTRY_THEORY,
-    language::ENTRY_THRESHOLD_WH, language::ENTRY_THRESHOLD_FH};
+static_assert(std::size(language::kLimitsUpwards) == kPlaces);
 
 std::size_t PlaceOf(std::uint32_t entry) {
-  return static_cast<std::size_t>(std::find(kEntries.begin(), kEntries.end(), entry) -
-                                  kEntries.begin());
+  return static_cast<std::size_t>(
+      std::find(std::begin(language::kLimitsUpwards), std::end(language::kLimitsUpwards), entry) -
+      std::begin(language::kLimitsUpwards));
 }
 
 // What a host reads as no limit.
@@ -90,14 +91,11 @@ class SensorRule : public rules::Rule {
 
   // Whether its limits may be negative; no answer when the project does not say it.
   std::optional<bool> is_signed() const {
-    for (const settings::LimitRule& rule : context_.limits) {
-      if (!settings::Fits(rule, name_, type_)) continue;
-      const auto own = properties_.find(rule.sign_property);
-      const auto found =
-          settings::IsSigned(rule, own == properties_.end() ? std::string_view() : own->second);
-      if (found) return found;
-    }
-    return std::nullopt;
+    const auto property = [&](const std::string& name) {
+      const auto own = properties_.find(name);
+      return std::string(own == properties_.end() ? std::string_view() : own->second);
+    };
+    return settings::QuantityOf(context_.limits, {name_, type_, property}).is_signed;
   }
 
  private:

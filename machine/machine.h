@@ -3,9 +3,7 @@
 #ifndef MACHINE_MACHINE_H_
 #define MACHINE_MACHINE_H_
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -14,25 +12,11 @@
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 #include "settings/project.h"
+#include "settings/quantity.h"
 
 namespace rux::machine {
 
-// What the limits of a sensor are numbers of. What is not stated is not known.
-struct Quantity {
-  std::optional<std::string> unit;
-  std::optional<std::uint64_t> divisor;  // of the number, for the amount in the unit
-  std::optional<bool> is_signed;
-
-  bool operator==(const Quantity& other) const {
-    return unit == other.unit && divisor == other.divisor && is_signed == other.is_signed;
-  }
-
-  // The amount that a stored number is: "-5 C", "1.05 V". Without a known sign, the number as it is
-  // stored.
-  std::string TextOf(std::uint32_t number) const;
-  // The same without the unit, and as one number: "-5", "1.05". Without a known sign, not below 0.
-  std::string AmountText(std::uint32_t number) const;
-};
+using settings::Quantity;
 
 class Machine {
  public:

@@ -14,10 +14,4 @@ bool Fits(const LimitRule& rule, std::string_view name, std::optional<std::uint6
   return rule.sensors.empty() || fnmatch(rule.sensors.c_str(), std::string(name).c_str(), 0) == 0;
 }
 
-std::optional<bool> IsSigned(const LimitRule& rule, std::string_view own) {
-  const std::string_view sign = own.empty() ? std::string_view(rule.sign) : own;
-  if (sign != kSigned && sign != kUnsigned) return std::nullopt;
-  return sign == kSigned;
-}
-
 }  // namespace rux::settings

@@ -29,9 +29,6 @@ struct LimitRule {
 // Whether the rule is about sensors of that NAME and TYPE.
 bool Fits(const LimitRule& rule, std::string_view name, std::optional<std::uint64_t> type);
 
-// `own`: what the sensor itself says; empty: nothing. No answer when neither gives one.
-std::optional<bool> IsSigned(const LimitRule& rule, std::string_view own);
-
 }  // namespace rux::settings
 
 #endif  // SETTINGS_LIMIT_RULE_H_
