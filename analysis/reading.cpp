@@ -11,6 +11,7 @@
 #include "protocol/positions.h"
 #include "reader/include_folders.h"
 #include "reader/texts.h"
+#include "settings/limit_rule.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
@@ -35,11 +36,15 @@ driver::CompileOptions WholeOptionsFor(const Surroundings& surroundings,
   return options;
 }
 
-sources::SourceSet Load(const Surroundings& surroundings, const std::string& script) {
-  const driver::CompileOptions options = WholeOptionsFor(surroundings, script);
+sources::SourceSet Load(const driver::CompileOptions& options) {
   const std::vector<std::string> names = options.all_include_folders();
   const ruxcomp::reader::IncludeFolders folders(names);
   return sources::Load(options.script_name());
+}
+
+std::vector<settings::LimitRule> LimitRulesOf(const driver::CompileOptions& options) {
+  if (options.project == nullptr) return {};
+  return options.project->limits;
 }
 
 }  // namespace
@@ -59,10 +64,13 @@ class Reading::OpenTexts {
 };
 
 Reading::Reading(const Surroundings& surroundings, const std::string& script)
-    : Reading(surroundings, script, OpenTexts(surroundings.documents)) {}
+    : Reading(surroundings, WholeOptionsFor(surroundings, script),
+              OpenTexts(surroundings.documents)) {}
 
-Reading::Reading(const Surroundings& surroundings, const std::string& script, const OpenTexts&)
-    : sources_(Load(surroundings, script)),
+Reading::Reading(const Surroundings& surroundings, const driver::CompileOptions& options,
+                 const OpenTexts&)
+    : limits_(LimitRulesOf(options)),
+      sources_(Load(options)),
       index_(sources_),
       files_(sources_, {}, surroundings.documents, surroundings.encoding) {
   for (const sources::SourceFile* file : index_.files()) {

@@ -10,9 +10,11 @@
 #include "analysis/findings.h"
 #include "analysis/places.h"
 #include "analysis/surroundings.h"
+#include "driver/compile_options.h"
 #include "index/index.h"
 #include "index/records.h"
 #include "protocol/positions.h"
+#include "settings/limit_rule.h"
 #include "sources/source_set.h"
 #include "support/text_file.h"
 
@@ -26,6 +28,8 @@ class Reading {
   Reading& operator=(const Reading&) = delete;
 
   const index::Index& index() const { return index_; }
+  // What the project states about the limits of sensors.
+  const std::vector<settings::LimitRule>& limits() const { return limits_; }
 
   // kNone: not a file of the machine.
   index::Id NumberOf(const std::string& whole_name) const;
@@ -35,8 +39,10 @@ class Reading {
 
  private:
   class OpenTexts;
-  Reading(const Surroundings& surroundings, const std::string& script, const OpenTexts& texts);
+  Reading(const Surroundings& surroundings, const driver::CompileOptions& options,
+          const OpenTexts& texts);
 
+  std::vector<settings::LimitRule> limits_;
   const sources::SourceSet sources_;
   const index::Index index_;
   mutable Files files_;               // notes the lines of a file when they are asked for

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "reader/byte_order_mark.h"
+#include "assistance/edit.h"
 #include "reader/scanner.h"
 #include "reader/script.h"
 #include "reader/value.h"
@@ -74,12 +74,10 @@ AllowEdit OnLine(const SourceFile& file, std::uint32_t offset, const std::string
 
 AllowEdit NewComment(const SourceFile& file, std::uint32_t offset, const std::string& id,
                      AllowScope scope) {
-  const bool has_returns = file.text().find("\r\n") != std::string::npos;
-  const std::string line_end = has_returns ? "\r\n" : "\n";
+  const std::string line_end(LineEndOf(file));
   if (scope == AllowScope::kLine) return OnLine(file, offset, id);
   if (scope == AllowScope::kFile) {
-    const std::size_t begin = file.text().size() - ruxcomp::reader::WithoutMark(file.text()).size();
-    return {static_cast<std::uint32_t>(begin), Marked(id) + line_end + line_end};
+    return {BeginOf(file), Marked(id) + line_end + line_end};
   }
   const ruxcomp::reader::Section* section = file.SectionAt(file.LineAt(offset));
   if (section == nullptr) return {offset, ""};

@@ -31,6 +31,7 @@ struct Proposal {
   std::string detail;
   std::string text;         // to be put in the place of the range
   bool is_snippet = false;  // the text has places to fill in: ${1:name}
+  Id symbol = kNone;        // of a name of the script's own
 };
 
 struct Proposals {

@@ -153,16 +153,23 @@ std::string WhyNoNameIn(const Index& index, const index::Symbol& symbol, std::st
   return no_key.empty() && space == index::kWords ? WhyNoWord(name) : no_key;
 }
 
+std::string WhyNotNamed(const Index& index, const index::Symbol& symbol, std::string_view name) {
+  std::string why = WhyNoText(name);
+  if (why.empty()) why = WhyNoNameIn(index, symbol, name);
+  if (why.empty()) why = WhyTaken(index, symbol, name);
+  return why;
+}
+
 }  // namespace
 
 bool NeedsQuotes(std::string_view name) { return IsCut(name); }
 
 std::string WhyNoName(const Index& index, Id symbol, std::string_view name) {
-  const index::Symbol& named = index.symbols()[symbol];
-  std::string why = WhyNoText(name);
-  if (why.empty()) why = WhyNoNameIn(index, named, name);
-  if (why.empty()) why = WhyTaken(index, named, name);
-  return why;
+  return WhyNotNamed(index, index.symbols()[symbol], name);
+}
+
+std::string WhyNoNewWord(const Index& index, std::string_view name) {
+  return WhyNotNamed(index, {index::kWords, kNone, 0, {}}, name);
 }
 
 }  // namespace rux::assistance

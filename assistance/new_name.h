@@ -15,6 +15,8 @@ bool NeedsQuotes(std::string_view name);
 
 // Why not; empty when it can.
 std::string WhyNoName(const index::Index& index, Id symbol, std::string_view name);
+// The same of a word that is to be defined.
+std::string WhyNoNewWord(const index::Index& index, std::string_view name);
 
 }  // namespace rux::assistance
 

@@ -14,6 +14,7 @@
 #include "assistance/wording.h"
 #include "index/index.h"
 #include "index/records.h"
+#include "reader/value.h"
 #include "ruxcomp/language/sections.h"
 #include "sources/source_file.h"
 
@@ -27,11 +28,21 @@ bool IsKey(const index::Index& index, const index::Definition& definition) {
          file.RangeOf(index.items()[definition.item].item->key).begin == definition.name.begin;
 }
 
+// With one blank for several: values may be on many lines.
+std::string OnOneLine(std::string_view text) {
+  std::string line;
+  for (const char c : text) {
+    const bool is_more = ruxcomp::reader::IsBlank(c) && !line.empty() && line.back() == ' ';
+    if (!is_more) line += ruxcomp::reader::IsBlank(c) ? ' ' : c;
+  }
+  return line;
+}
+
 OutlineEntry EntryOf(const index::Index& index, const index::Definition& definition) {
   const index::Space& space = index.symbols()[definition.symbol].space;
   const index::ItemRecord& item = index.items()[definition.item];
   return {std::string(item.item->key),
-          std::string(item.item->value),
+          OnOneLine(item.item->value),
           space,
           space.section,
           index.RangeOfItem(definition.item),
@@ -53,6 +64,7 @@ OutlineEntry EntryOf(const index::Index& index, Id id) {
   const Id number_at = name != kNone ? name : index.DefinitionIn(id, language::ENTRY_ID);
   entry.is_named = number_at != kNone;
   if (entry.is_named) entry.name_range = index.definitions()[number_at].name;
+  entry.id = id;
   if (entry.name.empty()) std::swap(entry.name, entry.detail);
   const std::string_view number = index.TextOf(id, language::ENTRY_ID);
   if (!number.empty()) entry.detail += fmt::format(" {}", number);

@@ -23,6 +23,7 @@ struct OutlineEntry {
   ByteRange name_range;
   std::vector<OutlineEntry> children;
   bool is_named = false;  // a section with a name or an ID
+  Id id = kNone;          // of a section
 };
 
 // The sections of a file, with the entries whose keys are names of the script's own.

@@ -38,6 +38,16 @@ void Add(Kind kind, std::string_view name, std::string detail, ProposalList& pro
   proposals.push_back({kind, std::string(name), std::move(detail), std::string(name)});
 }
 
+Id IdOf(const Index& index, const index::Symbol& symbol) {
+  return static_cast<Id>(&symbol - index.symbols().data());
+}
+
+void AddSymbol(const Index& index, Kind kind, const index::Symbol& symbol, std::string detail,
+               ProposalList& proposals) {
+  Add(kind, symbol.name, std::move(detail), proposals);
+  proposals.back().symbol = IdOf(index, symbol);
+}
+
 // Calls use(symbol, definition) for the names of a space, in a section where they are local to one.
 template <class Use>
 void ForEachName(const Writing& writing, const Space& space, Use use) {
@@ -98,8 +108,12 @@ Proposal TypeProposal(const Writing& writing, const index::Symbol& symbol, std::
   const language::ValueType& type = language::FindValueType(code);
   const Snippet snippet = TypeSnippet(symbol.name, type);
   const bool is_snippet = snippet.has_places() && !HasMoreParts(writing);
-  return {Kind::kType, std::string(symbol.name), rules::PartsText(type),
-          is_snippet ? snippet.text() : std::string(symbol.name), is_snippet};
+  return {Kind::kType,
+          std::string(symbol.name),
+          rules::PartsText(type),
+          is_snippet ? snippet.text() : std::string(symbol.name),
+          is_snippet,
+          IdOf(writing.index, symbol)};
 }
 
 // An action with a place for each argument, when it is the last part.
@@ -109,9 +123,12 @@ Proposal ActionProposal(const Writing& writing, const index::Symbol& symbol,
   Snippet snippet{std::string(symbol.name)};
   for (std::uint32_t i = 1; i <= count; ++i) snippet.Add(ArgumentText(i));
   const bool is_snippet = snippet.has_places() && !HasMoreParts(writing);
-  return {Kind::kName, std::string(symbol.name),
+  return {Kind::kName,
+          std::string(symbol.name),
           fmt::format("{} argument{}", count, count == 1 ? "" : "s"),
-          is_snippet ? snippet.text() : std::string(symbol.name), is_snippet};
+          is_snippet ? snippet.text() : std::string(symbol.name),
+          is_snippet,
+          IdOf(writing.index, symbol)};
 }
 
 void ProposeArguments(const Writing& writing, ProposalList& proposals) {
@@ -132,17 +149,18 @@ void ProposeNamed(const Writing& writing, const language::NamedEntry& named,
       writing.index.sections()[writing.spot.section].kind->source != named.section) {
     return;
   }
-  ForEachName(writing, space,
-              [&](const index::Symbol& symbol, const index::Definition& definition) {
-                if (named.section == language::SECTION_ACTION && !is_key) {
-                  proposals.push_back(ActionProposal(writing, symbol, definition));
-                } else if (is_key && definition.item != writing.spot.item) {
-                  Add(index::IsLocal(space) ? Kind::kValue : Kind::kGlobal, symbol.name,
-                      std::string(writing.index.items()[definition.item].item->value), proposals);
-                } else if (!is_key) {
-                  Add(Kind::kName, symbol.name, language::KindOf(named.section).keyword, proposals);
-                }
-              });
+  ForEachName(
+      writing, space, [&](const index::Symbol& symbol, const index::Definition& definition) {
+        if (named.section == language::SECTION_ACTION && !is_key) {
+          proposals.push_back(ActionProposal(writing, symbol, definition));
+        } else if (is_key && definition.item != writing.spot.item) {
+          AddSymbol(writing.index, index::IsLocal(space) ? Kind::kValue : Kind::kGlobal, symbol,
+                    std::string(writing.index.items()[definition.item].item->value), proposals);
+        } else if (!is_key) {
+          AddSymbol(writing.index, Kind::kName, symbol, language::KindOf(named.section).keyword,
+                    proposals);
+        }
+      });
 }
 
 void ProposeOperators(ProposalList& proposals) {
@@ -187,7 +205,7 @@ void ProposeWords(const Writing& writing, ProposalList& proposals) {
   ForEachName(writing, index::kWords,
               [&](const index::Symbol& symbol, const index::Definition& definition) {
                 if (definition.item == writing.spot.item) return;
-                Add(Kind::kWord, symbol.name, WordDetail(definition), proposals);
+                AddSymbol(writing.index, Kind::kWord, symbol, WordDetail(definition), proposals);
               });
 }
 
@@ -218,8 +236,8 @@ void ProposeReferents(const Writing& writing, ProposalList& proposals) {
         const bool is_there = std::find(parts.begin(), parts.end(), symbol.name) != parts.end();
         const bool is_list = language::PayloadOf(row.entry) == language::PAYLOAD_STRINGLIST;
         if (is_list && is_there) return;
-        Add(has_numbers ? Kind::kId : Kind::kName, symbol.name, TitleOf(writing.index, definition),
-            proposals);
+        AddSymbol(writing.index, has_numbers ? Kind::kId : Kind::kName, symbol,
+                  TitleOf(writing.index, definition), proposals);
       });
   if (row.unless != language::RefersUnless::kNever) {
     Add(has_numbers ? Kind::kId : Kind::kName, language::kRootGroup, "none above", proposals);

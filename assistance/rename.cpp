@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "assistance/edit.h"
 #include "assistance/new_name.h"
 #include "assistance/place.h"
 #include "assistance/targets.h"
@@ -14,7 +15,6 @@
 #include "index/records.h"
 #include "index/spot.h"
 #include "ruxcomp/language/spelling.h"
-#include "sources/source_file.h"
 
 namespace rux::assistance {
 namespace {
@@ -97,17 +97,6 @@ std::vector<Mention> MentionsOf(const Index& index, Id symbol) {
   return mentions;
 }
 
-// Whether the name is a part in quotes, which may begin on the line above.
-bool IsQuoted(const Index& index, const Mention& mention) {
-  const sources::SourceFile& file = *index.files()[mention.at.file];
-  const std::string_view value = index.items()[mention.item].item->value;
-  const std::vector<std::string_view> parts = index::PartsOf(index, mention.item);
-  return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) {
-    const bool is_here = Location{mention.at.file, file.RangeOf(part)} == mention.at;
-    return is_here && part.data() != value.data() && *(part.data() - 1) == '"';
-  });
-}
-
 // IDs are written in many ways: what is no plain number is a word, whose definition is elsewhere.
 std::string WhyNotAt(const Index& index, const Location& at, bool is_number) {
   const std::string_view text = TextAt(index, at);
@@ -139,9 +128,7 @@ Renaming Rename(const Place& at, std::string_view name) {
   const bool is_number = index::HasNumbers(symbol.space);
   for (const Mention& mention : MentionsOf(at.index, target.symbol)) {
     if (renaming.refusal.empty()) renaming.refusal = WhyNotAt(at.index, mention.at, is_number);
-    const bool needs_quotes = NeedsQuotes(name) && !IsQuoted(at.index, mention);
-    renaming.edits.push_back(
-        {mention.at, needs_quotes ? fmt::format("\"{}\"", name) : std::string(name)});
+    renaming.edits.push_back(NewPart(at.index, mention.at, mention.item, name));
   }
   if (!renaming.refusal.empty()) renaming.edits.clear();
   return renaming;

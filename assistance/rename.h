@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "assistance/edit.h"
 #include "assistance/place.h"
 
 namespace rux::assistance {
@@ -17,11 +18,6 @@ struct Renamable {
   std::string refusal;  // why it cannot; empty when it can
 };
 Renamable RenamableAt(const Place& at);
-
-struct Edit {
-  Location at;
-  std::string text;  // what is to be there instead
-};
 
 struct Renaming {
   std::vector<Edit> edits;  // of all files, those of one in any order

@@ -10,6 +10,7 @@
 #include "assistance/highlights.h"
 #include "assistance/hints.h"
 #include "assistance/hover.h"
+#include "assistance/refactorings.h"
 #include "assistance/references.h"
 #include "assistance/rename.h"
 #include "assistance/selection.h"
@@ -81,6 +82,11 @@ const char* AskAll(const Place& at) {
   if (signature && signature->parameters.empty()) return "a signature has parameters";
   if (!inside(ProposalsAt(at).range)) return "what proposals replace is in the file";
   if (!inside(RenamableAt(at).range)) return "what can be renamed is in the file";
+  for (const Refactoring& each : RefactoringsAt(at)) {
+    const bool are_inside = std::all_of(each.edits.begin(), each.edits.end(),
+                                        [&](const Edit& edit) { return inside(edit.at); });
+    if (!are_inside) return "edits are in their files";
+  }
   if (at.offset % 64 == 0) {
     if (const char* fault = AskAboutFile(at, inside)) return fault;
   }

@@ -1,5 +1,6 @@
 #include "tests/assistance/marked.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -30,4 +31,19 @@ std::vector<std::string> Marked::Shown(const std::vector<rux::assistance::Locati
   std::vector<std::string> rows;
   for (const auto& each : places) rows.push_back(Shown(each));
   return rows;
+}
+
+std::string Edited(const rux::index::Index& index, rux::index::Id file,
+                   const std::vector<rux::assistance::Edit>& edits) {
+  std::vector<rux::assistance::Edit> own;
+  for (const auto& each : edits) {
+    if (each.at.file == file) own.push_back(each);
+  }
+  std::sort(own.begin(), own.end(),
+            [](const auto& a, const auto& b) { return a.at.range.begin > b.at.range.begin; });
+  std::string text = index.files()[file]->text();
+  for (const auto& each : own) {
+    text.replace(each.at.range.begin, each.at.range.end - each.at.range.begin, each.text);
+  }
+  return text;
 }

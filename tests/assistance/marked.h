@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "assistance/edit.h"
 #include "assistance/place.h"
 #include "tests/generators/source_files.h"
 #include "tests/index/machine.h"
@@ -30,5 +31,9 @@ class Marked {
   Machine machine_;
   rux::index::Id file_;
 };
+
+// The text of a file of the machine after those of the edits that are in it.
+std::string Edited(const rux::index::Index& index, rux::index::Id file,
+                   const std::vector<rux::assistance::Edit>& edits);
 
 #endif  // TESTS_ASSISTANCE_MARKED_H_
