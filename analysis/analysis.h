@@ -55,6 +55,12 @@ class Analysis {
   // Whether what is known of the file is about the texts as they are.
   bool IsUpToDate(const std::string& whole_name) const;
   bool IsAllUpToDate() const;
+  // How many of the machines that are known have been checked at all.
+  struct Checked {
+    std::size_t machines;
+    std::size_t all;
+  };
+  Checked checked() const;
 
   // What all machines find in the file; with what they have not in common labelled. What is pointed
   // at here is there until something happens or is collected.

@@ -1,5 +1,6 @@
 // What is known of a file.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -34,6 +35,12 @@ bool Analysis::IsAllUpToDate() const {
   return HasAllMachines() && std::none_of(machines_.begin(), machines_.end(), [](const auto& each) {
            return each.second.is_under_way();
          });
+}
+
+Analysis::Checked Analysis::checked() const {
+  const auto known = std::count_if(machines_.begin(), machines_.end(),
+                                   [](const auto& each) { return each.second.is_known; });
+  return {static_cast<std::size_t>(known), machines_.size()};
 }
 
 std::vector<const Analysis::State*> Analysis::WithFile(const std::string& whole_name) const {

@@ -53,6 +53,7 @@ Message ParseMessage(std::string_view text, Json& id) {
   const Json& method = At(json, "method");
   if (method.is_null() && (json.contains("result") || json.contains("error"))) {
     message.kind = Message::Kind::kAnswer;
+    message.is_refusal = json.contains("error");
     return message;
   }
   if (!method.is_string()) throw Invalid("the message has no method");

@@ -37,7 +37,8 @@ struct Message {
   Kind kind = Kind::kNotification;
   Json id;  // null: none
   std::string method;
-  Json params;  // null: none
+  Json params;              // null: none
+  bool is_refusal = false;  // an answer that has an error for a result
 };
 
 // Throws a RequestError; `id` is then that of the message, where it has one.

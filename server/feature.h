@@ -28,7 +28,7 @@ struct RequestRow {
 };
 
 struct Feature {
-  const char* capability;  // "documentLinkProvider"
+  const char* capability;  // "documentLinkProvider"; of one inside another: "workspace/..."
   protocol::Json options;  // its value
   std::vector<RequestRow> requests;
   // Whether the client is to know of it; null: each is. Requests are answered in any case.

@@ -12,6 +12,7 @@
 #include "findings/message_row.h"
 #include "protocol/json.h"
 #include "protocol/positions.h"
+#include "server/explanation.h"
 #include "server/session.h"
 #include "support/safe_text.h"
 #include "support/uri.h"
@@ -54,6 +55,14 @@ Json AtTheTop(ruxcomp::findings::Severity severity, const std::string& text) {
           {"message", text}};
 }
 
+// With a link to what explains it, for clients that show links.
+void AddId(const Session& session, const std::string& id, Json& json) {
+  json["code"] = id;
+  if (!session.client.can("textDocument", "publishDiagnostics", "codeDescriptionSupport")) return;
+  const std::string explanation = ExplanationOf(id);
+  if (!explanation.empty()) json["codeDescription"] = {{"href", explanation}};
+}
+
 // For clients that show no other places.
 std::string TextWithPlaces(const analysis::Analysis::Located& located) {
   std::string text;
@@ -77,7 +86,7 @@ Json DiagnosticOf(const Session& session, const analysis::Analysis::Located& loc
   const auto severity = static_cast<ruxcomp::findings::Severity>(finding.severity);
   Json json = {
       {"range", finding.at.range}, {"severity", SeverityOf(severity)}, {"source", kSource}};
-  if (!finding.id.empty()) json["code"] = finding.id;
+  if (!finding.id.empty()) AddId(session, finding.id, json);
   std::string text = finding.text;
   if (!located.label.empty()) text += '\n' + support::SafeText(located.label);
   if (session.client.can("textDocument", "publishDiagnostics", "relatedInformation")) {

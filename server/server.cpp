@@ -35,7 +35,7 @@ Json CapabilitiesFor(const Session& session) {
   AddSynchronisation(capabilities);
   for (const Feature& feature : Features()) {
     if (feature.is_for != nullptr && !feature.is_for(session.client)) continue;
-    capabilities[feature.capability] = feature.options;
+    capabilities[Json::json_pointer(std::string("/") + feature.capability)] = feature.options;
   }
   return capabilities;
 }
@@ -48,6 +48,7 @@ void Server::Take(const std::string& text) {
     const Message message = protocol::ParseMessage(text, id);
     if (message.kind == Message::Kind::kRequest) TakeRequest(message);
     if (message.kind == Message::Kind::kNotification) TakeNotice(message);
+    if (message.kind == Message::Kind::kAnswer) progress_.TakeAnswer(message);
   } catch (const RequestError& error) {
     session_.client.Send(protocol::ErrorAnswer(id, error.code(), error.what()));
   }
@@ -158,6 +159,7 @@ void Server::Advance() {
   if (state_ != State::kRunning) return;
   session_.analysis.Collect();
   session_.analysis.Start();
+  progress_.Update(session_);
   const std::set<std::string> changed = session_.analysis.TakeChanged();
   if (!session_.client.asks_for_findings()) {
     for (const std::string& file : changed) publisher_.Publish(session_, file);

@@ -12,6 +12,7 @@
 #include "protocol/json.h"
 #include "protocol/message.h"
 #include "server/feature.h"
+#include "server/progress.h"
 #include "server/publisher.h"
 #include "server/session.h"
 #include "support/failure.h"
@@ -67,6 +68,7 @@ class Server {
 
   Session session_;
   Publisher publisher_;
+  Progress progress_;
   std::vector<Waiting> waiting_;
   State state_ = State::kNew;
   bool is_over_ = false;

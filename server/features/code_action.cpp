@@ -1,4 +1,5 @@
-// textDocument/codeAction: the fixes of findings; comments that allow a warning.
+// textDocument/codeAction: the fixes of findings; comments that allow a warning; what can be added,
+// and numbers that can be words.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -20,6 +21,7 @@
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/finding_json.h"
+#include "server/refactoring_actions.h"
 #include "server/session.h"
 #include "sources/allow_comments.h"
 #include "support/text_file.h"
@@ -32,7 +34,6 @@ using analysis::Finding;
 using protocol::Json;
 using Located = analysis::Analysis::Located;
 
-constexpr const char* kQuickFix = "quickfix";
 constexpr const char* kFixAll = "source.fixAll";
 
 // A client may ask for kinds, each with those below it: "source" has "source.fixAll".
@@ -65,6 +66,7 @@ class ActionList {
   Json Take() {
     if (IsWanted(params_, kQuickFix)) AddQuickFixes();
     if (IsWanted(params_, kFixAll)) AddFixAll();
+    AddRefactorings();
     return std::move(actions_);
   }
 
@@ -154,6 +156,19 @@ class ActionList {
     Add("Fix all", kFixAll, fixes, nullptr);
   }
 
+  // Those that mend something are fixes of it.
+  void AddRefactorings() {
+    const Json& begin = params_.at("range").at("start");
+    for (OfferedAction& each : RefactoringActions(session_, document_, begin)) {
+      if (!IsWanted(params_, each.json["kind"].get<std::string>())) continue;
+      for (const Located& located : findings_) {
+        const bool is_mended = located.finding->id == each.mends && IsSelected(located);
+        if (is_mended) each.json["diagnostics"].push_back(DiagnosticOf(session_, located));
+      }
+      actions_.push_back(std::move(each.json));
+    }
+  }
+
   const Session& session_;
   const Json& params_;
   const workspace::Document& document_;
@@ -170,7 +185,7 @@ Json Actions(const Session& session, const Json& params) {
 
 Feature CodeActions() {
   return {"codeActionProvider",
-          {{"codeActionKinds", {kQuickFix, kFixAll}}},
+          {{"codeActionKinds", {kQuickFix, kRewrite, kExtract, kFixAll}}},
           {{"textDocument/codeAction", Timing::kWithFindings, Actions}}};
 }
 

@@ -1,4 +1,5 @@
-// textDocument/codeLens: how often each section with a name or an ID is referred to.
+// textDocument/codeLens: how often each section with a name or an ID is referred to; the limits of
+// sensors.
 #include <cstddef>
 #include <cstdint>
 #include <set>
@@ -6,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "assistance/limits.h"
 #include "assistance/outline.h"
 #include "assistance/place.h"
 #include "assistance/references.h"
@@ -13,6 +15,7 @@
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/session.h"
+#include "support/safe_text.h"
 
 namespace rux::server {
 namespace {
@@ -32,23 +35,29 @@ std::size_t CountOf(const std::vector<Asked>& places, const OutlineEntry& entry)
   return found.size();
 }
 
-// A command without a name does nothing: the count is for reading.
-Json LensJson(const Asked& asked, const OutlineEntry& entry, std::size_t count) {
-  const std::string title = std::to_string(count) + (count == 1 ? " reference" : " references");
+std::string CountText(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " reference" : " references");
+}
+
+// A command without a name does nothing: the text is for reading.
+Json LensJson(const Asked& asked, const OutlineEntry& entry, const std::string& title) {
   return {{"range", RangeJson(asked, entry.name_range)},
           {"command", {{"title", title}, {"command", ""}}}};
 }
 
 Json LensesOf(const Session& session, const Json& params) {
-  Json lenses = Json::array();
+  OnceList lenses;
   const std::vector<Asked> places = AskedBy(session, params);
-  if (places.empty()) return lenses;
+  if (places.empty()) return lenses.Take();
   const Asked& asked = places.front();
   for (const OutlineEntry& entry : assistance::OutlineOf(asked.at.index, asked.at.file)) {
     if (!entry.is_named) continue;
-    lenses.push_back(LensJson(asked, entry, CountOf(places, entry)));
+    lenses.Add(LensJson(asked, entry, CountText(CountOf(places, entry))));
+    const std::string limits =
+        assistance::LimitsText(asked.at.index, entry.id, asked.machine.limits());
+    if (!limits.empty()) lenses.Add(LensJson(asked, entry, support::SafeText(limits)));
   }
-  return lenses;
+  return lenses.Take();
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// textDocument/completion: what may be written at a place.
+// textDocument/completion: what may be written at a place. completionItem/resolve: what one of
+// these is.
 #include "assistance/completion.h"
 
 #include <fmt/format.h>
@@ -8,6 +9,10 @@
 #include <string>
 #include <utility>
 
+#include "assistance/hover.h"
+#include "assistance/place.h"
+#include "index/index.h"
+#include "index/records.h"
 #include "protocol/json.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
@@ -52,6 +57,15 @@ Json ReplacedRange(const Asked& asked, support::ByteRange bytes) {
   return RangeJson(asked, {asked.at.offset, asked.at.offset});
 }
 
+// Where its name is defined, by which its documentation is found later; null: it is no name.
+Json DataOf(const Session& session, const Asked& asked, const Proposal& proposal) {
+  if (proposal.symbol == assistance::kNone) return nullptr;
+  const index::Index& index = asked.at.index;
+  const index::Definition& taken = index.definitions()[index.TakenDefinitionOf(proposal.symbol)];
+  const Json at = LocationJson(session, asked.machine, assistance::LocationOf(taken));
+  return {{"uri", at.at("uri")}, {"position", at.at("range").at("start")}};
+}
+
 Json ItemJson(const Session& session, const Proposal& proposal, const Json& range,
               std::size_t number) {
   const bool has_snippets =
@@ -76,17 +90,35 @@ Json Completions(const Session& session, const Json& params) {
     for (const Proposal& proposal : found.proposals) {
       if (!known.emplace(proposal.label, proposal.text).second) continue;
       items.push_back(ItemJson(session, proposal, range, items.size()));
+      Json data = DataOf(session, asked, proposal);
+      if (!data.is_null()) items.back()["data"] = std::move(data);
     }
   }
   return {{"isIncomplete", false}, {"items", items}};
+}
+
+// With what is shown of the name where it is defined, in the texts as they are now.
+Json Resolved(const Session& session, const Json& params) {
+  Json item = params;
+  const Json& data = protocol::At(params, "data");
+  if (!data.is_object()) return item;
+  const auto position = data.at("position").get<protocol::Position>();
+  for (const Asked& asked : AskedInFile(session, data.at("uri"), position)) {
+    const auto hover = assistance::HoverAt(asked.at);
+    if (!hover) continue;
+    item["documentation"] = {{"kind", "markdown"}, {"value", hover->markdown}};
+    break;
+  }
+  return item;
 }
 
 }  // namespace
 
 Feature Completion() {
   return {"completionProvider",
-          {{"triggerCharacters", {"[", "=", ",", " ", "\\", "/", "_"}}},
-          {{"textDocument/completion", Timing::kWithMachines, Completions}}};
+          {{"resolveProvider", true}, {"triggerCharacters", {"[", "=", ",", " ", "\\", "/", "_"}}},
+          {{"textDocument/completion", Timing::kWithMachines, Completions},
+           {"completionItem/resolve", Timing::kWithMachines, Resolved}}};
 }
 
 }  // namespace rux::server

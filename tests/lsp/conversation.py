@@ -11,6 +11,7 @@ import os
 import pathlib
 import re
 import select
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -79,8 +80,8 @@ class Talk:
         self.server = server
         self.folder = folder
         self.root = folder.as_uri()
-        self.texts = {}
         self.held = None
+        self.result_ids = []
 
     def uri(self, name):
         return name if ":" in name else (self.folder / name).as_uri()
@@ -89,7 +90,14 @@ class Talk:
         return uri[len(self.root) + 1:] if uri.startswith(self.root + "/") else uri
 
     def json(self, text):
+        text = re.sub(r'"@(\d+)"', lambda at: json.dumps(self.result_ids[int(at[1]) - 1]), text)
         return json.loads(text.replace("$ROOT", self.root)) if text else None
+
+    def result_id(self, value):
+        """By its number: what servers make of it is their own."""
+        if value not in self.result_ids:
+            self.result_ids.append(value)
+        return f"@{self.result_ids.index(value) + 1}"
 
     def send(self, message):
         if self.held is None:
@@ -112,12 +120,21 @@ class Talk:
     def do_notify(self, method, params=""):
         self.notify(method, self.json(params))
 
+    def do_answer(self, number, result):
+        """To a request of the server's."""
+        self.send({"id": json.loads(number), "result": self.json(result)})
+
     def do_raw(self, text):
         self.server.write(text.encode().decode("unicode_escape").encode("latin-1"))
 
     def do_start(self, capabilities="{}"):
-        self.server.send({"id": 0, "method": "initialize", "params": {
-            "processId": None, "rootUri": self.root, "capabilities": self.json(capabilities)}})
+        self.start({"rootUri": self.root, "capabilities": self.json(capabilities)})
+
+    def do_start_without_folder(self, capabilities="{}"):
+        self.start({"rootUri": None, "capabilities": self.json(capabilities)})
+
+    def start(self, params):
+        self.server.send({"id": 0, "method": "initialize", "params": {"processId": None, **params}})
         assert self.server.receive()["id"] == 0
         self.notify("initialized", {})
 
@@ -155,7 +172,8 @@ class Talk:
 
     def run(self, line):
         verb, _, rest = line.partition(" ")
-        counts = {"raw": 1, "notify": 2, "request": 3, "start": 1, "open": 3, "change": 4,
+        counts = {"raw": 1, "notify": 2, "request": 3, "start": 1, "start_without_folder": 1,
+                  "answer": 2, "open": 3, "change": 4,
                   "close": 1, "shell": 1, "watched": -1, "hold": 0, "go": 0}
         most = counts[verb]
         arguments = rest.split(" ", most - 1) if most > 0 and rest else rest.split()
@@ -171,6 +189,8 @@ class Talk:
         label += [{1: "faded"}[tag] for tag in each.get("tags", [])]
         yield f"  {shown(each['range'])} {' '.join(label)}: {lines[0]}"
         yield from (f"    {line}".replace(str(self.folder), "$FOLDER") for line in lines[1:])
+        if "codeDescription" in each:
+            yield f"    see {self.name(each['codeDescription']['href'])}"
         for related in each.get("relatedInformation", []):
             at = related["location"]
             yield f"    @ {self.name(at['uri'])} {shown(at['range'])} {related['message']}"
@@ -196,9 +216,43 @@ class Talk:
             return [f"< error {json.dumps(message['id'])} {message['error']['code']} "
                     f"{message['error']['message']}"
                     .replace(self.root, "$ROOT").replace(str(self.folder), "$FOLDER")]
-        text = json.dumps(message["result"], ensure_ascii=False, sort_keys=True)
-        return [f"< answer {message['id']} {text}".replace(self.root, "$ROOT")
+        result = with_result_ids(message["result"], self.result_id)
+        return [answer(message["id"], result).replace(self.root, "$ROOT")
                 .replace(str(self.folder), "$FOLDER")]
+
+
+def answer(number, result):
+    short = with_places(result)
+    return f"< answer {number} {json.dumps(short, ensure_ascii=False, sort_keys=True)}"
+
+
+def with_places(value):
+    """The same with ranges and positions as the lines have them."""
+    if isinstance(value, list):
+        return [with_places(each) for each in value]
+    if not isinstance(value, dict):
+        return value
+    if value.keys() == {"start", "end"}:
+        return shown(value)
+    if value.keys() == {"line", "character"}:
+        return f"{value['line']}:{value['character']}"
+    return {key: with_places(each) for key, each in value.items()}
+
+
+def with_result_ids(value, of):
+    """The same with other ids of results, which are texts of the server's own."""
+    if isinstance(value, list):
+        return [with_result_ids(each, of) for each in value]
+    if isinstance(value, dict):
+        return {key: of(each) if key == "resultId" else with_result_ids(each, of)
+                for key, each in value.items()}
+    return value
+
+
+def expected(lines):
+    """An answer may be written on several lines."""
+    found = re.match(r"< answer (\S+) (.*)", "\n".join(lines), re.DOTALL)
+    return [answer(found[1], json.loads(found[2]))] if found else lines
 
 
 def range_of(text):
@@ -215,13 +269,14 @@ def shown(where):
 def read_case(text):
     """The parts of a case: files, arguments, lines of the talk, exit status, errors."""
     parts = re.split(r"^=== (.*)\n", text, flags=re.MULTILINE)[1:]
-    case = {"files": [], "arguments": [], "talk": "", "exit": 0, "stderr": ""}
+    case = {"files": [], "arguments": [], "talk": "", "exit": 0, "stderr": "",
+            "installed": []}
     for title, content in zip(parts[::2], parts[1::2]):
         word, _, name = title.partition(" ")
         if word == "file":
             case["files"].append((name, content))
-        elif word == "arguments":
-            case["arguments"] = content.split()
+        elif word in ("arguments", "installed"):
+            case[word] = content.split()
         elif word == "exit":
             case["exit"] = int(content)
         elif word in ("talk", "stderr"):
@@ -236,13 +291,13 @@ def steps(talk):
     messages = []
     for line in talk.splitlines():
         if line.startswith("> "):
-            yield messages, line[2:]
+            yield list(map(expected, messages)), line[2:]
             messages = []
         elif line.startswith("< "):
             messages.append([line])
         elif line:
             messages[-1].append(line)
-    yield messages, None
+    yield list(map(expected, messages)), None
 
 
 def hold_talk(case, talk):
@@ -270,6 +325,17 @@ def hold_talk(case, talk):
     return went, wanted
 
 
+def install(program, prefix, beside):
+    """A copy of the program, and empty files in the places of others."""
+    copy = prefix / "bin" / program.name
+    copy.parent.mkdir(parents=True)
+    shutil.copy(program, copy)
+    for name in beside:
+        (prefix / name).parent.mkdir(parents=True)
+        (prefix / name).touch()
+    return copy
+
+
 def main():
     program, path = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
     preloaded = sys.argv[3] if len(sys.argv) > 3 else None
@@ -279,6 +345,8 @@ def main():
         for file, content in case["files"]:
             (folder / file).parent.mkdir(parents=True, exist_ok=True)
             (folder / file).write_text(content)
+        if case["installed"]:
+            program = install(program, folder / "usr", case["installed"])
         before = sorted(folder.rglob("*"))
         talk = Talk(Server(program, case["arguments"], folder, preloaded), folder)
         went, wanted = hold_talk(case, talk)
