@@ -40,9 +40,10 @@ std::string Folders::RootOf(const Document& document) const {
 }
 
 bool Folders::MayChange(const std::string& path) const {
-  return paths_.empty() || std::any_of(paths_.begin(), paths_.end(), [&](const auto& folder) {
-           return PathFrom(folder, path) != path;
-         });
+  const bool is_file = fs::path(path).is_absolute();
+  return !is_file || paths_.empty() ||
+         std::any_of(paths_.begin(), paths_.end(),
+                     [&](const auto& folder) { return PathFrom(folder, path) != path; });
 }
 
 std::string PathFrom(const std::string& folder, const std::string& path) {
