@@ -1,16 +1,18 @@
 #!/usr/bin/env python3
 """How long an editor waits for a language server: for findings after a change, and for completions.
 
-    latency.py RUX [--lines N]... [--edits N] [--rival COMMAND...]
+    latency.py RUX [--lines N]... [--edits N] [--rival FORM COMMAND]...
 
 Types into a generated machine as a person would, one character at a time, and waits for what is found each time;
-asks for completions after each character. With a rival, which speaks the same protocol about JSON, the same
-content is a JSON document, with the same edits. Times are those of the wall, from sending to receiving.
+asks for completions after each character. A rival speaks the same protocol about FORM: json, toml or proto. It
+gets the same content in that form, as long, with the same edits. Times are those of the wall, from sending to
+receiving.
 """
 import argparse
 import json
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -51,21 +53,60 @@ THRESHOLD_WH = 80
 VALUE = VT_CALL, READ, {0}
 """
 
-def machine(lines):
-    """A script with so many lines, and the line that is typed in: the first sensor's CONTROLMASK."""
-    count = lines // SENSOR.count("\n")
-    text = HEAD + "".join(SENSOR.format(i, i + 1) for i in range(count))
-    return text, text[:text.index("CONTROLMASK")].count("\n")
+# Entries are fields, and what an entry refers to is a type.
+MESSAGES = """syntax = "proto3";
+package machine;
+message BOARD {}
+message INIT {}
+message CONTROLMASK {}
+"""
+MESSAGE = """message S{0} {{
+  string NAME = 1;
+  uint32 ID = 2;
+  BOARD PARENT = 3;
+  uint32 TYPE = 4;
+  INIT INITFLAG = 5;
+  CONTROLMASK MASK = 6;
+  uint32 THRESHOLD_FH = 7;
+  uint32 THRESHOLD_WH = 8;
+}}
+"""
 
 
-def document(lines):
-    """The same sensors as JSON, each entry on a line; and the line that is typed in."""
-    sensors = []
-    for i in range(lines // SENSOR.count("\n")):
-        lines_of_one = SENSOR.format(i, i + 1).splitlines()[1:]
-        sensors.append(dict(line.split(" = ", 1) for line in lines_of_one))
-    text = json.dumps({"sensors": sensors}, indent=1)
-    return text, text[:text.index("\"CONTROLMASK\"")].count("\n")
+def script(count):
+    return HEAD + "".join(SENSOR.format(i, i + 1) for i in range(count))
+
+
+def entries(count):
+    """Of each sensor, keys with values."""
+    for i in range(count):
+        yield dict(line.split(" = ", 1) for line in SENSOR.format(i, i + 1).splitlines()[1:])
+
+
+def json_text(count):
+    return json.dumps({"sensors": list(entries(count))}, indent=1)
+
+
+def toml_text(count):
+    return "".join("[[sensors]]\n" + "".join(f"{key} = {json.dumps(value)}\n"
+                                             for key, value in sensor.items())
+                   for sensor in entries(count))
+
+
+def proto_text(count):
+    return MESSAGES + "".join(MESSAGE.format(i) for i in range(count))
+
+
+# By the extensions of their files.
+FORMS = {"rux": script, "json": json_text, "toml": toml_text, "proto": proto_text}
+
+
+def typing_place(text):
+    """Within the first sensor's CONTROLMASK: line and column."""
+    at = [found.start() for found in re.finditer("CONTROLMASK", text)]
+    place = at[1] if text.startswith("syntax") else at[0]  # the first one is the type itself
+    place += len("CONTROLM")
+    return text.count("\n", 0, place), place - text.rfind("\n", 0, place) - 1
 
 
 class Rival(Server):
@@ -83,6 +124,8 @@ class Client:
         self.uri = uri
         self.version = 0
         self.id = 0
+        self.lines = []
+        self.takes_ranges = True
 
     def notify(self, method, params):
         self.server.send({"method": method, "params": params})
@@ -93,16 +136,19 @@ class Client:
         while True:
             message = self.server.receive()
             if message.get("id") == self.id and "method" not in message:
-                return
+                return message.get("result")
 
     def start(self, folder):
-        self.request("initialize", {"processId": None, "rootUri": folder.as_uri(), "capabilities": {
+        answer = self.request("initialize", {"processId": None, "rootUri": folder.as_uri(), "capabilities": {
             "textDocument": {"publishDiagnostics": {"versionSupport": True},
                              "completion": {"completionItem": {"snippetSupport": True}}}}})
+        sync = answer["capabilities"]["textDocumentSync"]
+        self.takes_ranges = (sync["change"] if isinstance(sync, dict) else sync) == 2
         self.notify("initialized", {})
 
     def open(self, text):
         self.version += 1
+        self.lines = text.split("\n")
         self.notify("textDocument/didOpen", {"textDocument": {
             "uri": self.uri, "languageId": "any", "version": self.version, "text": text}})
         self.wait()
@@ -118,11 +164,15 @@ class Client:
                 return
 
     def change(self, line, column, end, text):
+        """A range or, for those that take nothing else, all."""
         self.version += 1
+        self.lines[line] = self.lines[line][:column] + text + self.lines[line][end:]
+        change = {"range": {"start": {"line": line, "character": column},
+                            "end": {"line": line, "character": end}}, "text": text}
+        if not self.takes_ranges:
+            change = {"text": "\n".join(self.lines)}
         self.notify("textDocument/didChange", {
-            "textDocument": {"uri": self.uri, "version": self.version}, "contentChanges": [{
-                "range": {"start": {"line": line, "character": column},
-                          "end": {"line": line, "character": end}}, "text": text}]})
+            "textDocument": {"uri": self.uri, "version": self.version}, "contentChanges": [change]})
 
     def memory(self):
         """The most that the process had, in MiB."""
@@ -152,16 +202,16 @@ def row(name, lines, seconds):
     print(f"| {name} | {lines:,} | {middle:.1f} ms | {late:.1f} ms |")
 
 
-def measure(name, start, extension, make, lines, edits):
+def measure(name, start, form, lines, edits):
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder).resolve()
-        text, line = make(lines)
-        path = folder / f"main{extension}"
+        text = FORMS[form](lines // SENSOR.count("\n"))
+        path = folder / f"main.{form}"
         path.write_text(text)
         client = Client(start(folder), path.as_uri())
         client.start(folder)
         client.open(text)
-        found, completed = typed(client, line, text.split("\n")[line].index("MAS") + 1, edits)
+        found, completed = typed(client, *typing_place(text), edits)
         row(f"{name}: findings", lines, found)
         row(f"{name}: completions", lines, completed)
         print(f"| {name}: memory | {lines:,} | {client.memory():.0f} MiB | |")
@@ -173,16 +223,16 @@ def main():
     parser.add_argument("rux")
     parser.add_argument("--lines", type=int, action="append")
     parser.add_argument("--edits", type=int, default=60)
-    parser.add_argument("--rival", nargs=argparse.REMAINDER)
+    parser.add_argument("--rival", nargs=2, action="append", default=[], metavar=("FORM", "COMMAND"))
     options = parser.parse_args()
     print("| | Lines | middle | 95 % below |\n|---|---|---|---|")
     program = pathlib.Path(options.rux).resolve()
     for lines in options.lines or [1000, 10000, 100000]:
-        measure("rux lsp", lambda folder: Server(program, [], folder, None), ".rux", machine, lines,
+        measure("rux lsp", lambda folder: Server(program, [], folder, None), "rux", lines,
                 options.edits)
-        if options.rival:
-            measure("rival", lambda folder: Rival(options.rival, folder), ".json", document, lines,
-                    options.edits)
+        for form, command in options.rival:
+            measure(form, lambda folder, command=command: Rival(shlex.split(command), folder), form,
+                    lines, options.edits)
 
 
 if __name__ == "__main__":
