@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "settings/limit_rule.h"
 #include "tests/index/machine.h"
 
 namespace {

@@ -7,7 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "assistance/edit.h"
+#include "assistance/place.h"
+#include "sources/source_file.h"
 #include "tests/assistance/marked.h"
+#include "tests/generators/source_files.h"
 #include "tests/index/machine.h"
 
 namespace {

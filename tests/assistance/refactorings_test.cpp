@@ -8,6 +8,7 @@
 
 #include "assistance/place.h"
 #include "tests/assistance/marked.h"
+#include "tests/generators/source_files.h"
 
 namespace {
 
