@@ -61,6 +61,14 @@ REQUESTS = {
     "workspace/diagnostic": lambda _: {"previousResultIds": []},
 }
 
+# The same, for those that name the document elsewhere.
+REQUESTS_ABOUT = {
+    "completionItem/resolve": lambda uri, place: {
+        "label": "A", "data": {"uri": uri, "position": place}},
+    "workspace/willRenameFiles": lambda uri, _: {
+        "files": [{"oldUri": uri, "newUri": uri.replace("/machine/", "/machine/other/")}]},
+}
+
 
 class Asker(Editor):
     def __init__(self, server, folder):
@@ -98,6 +106,10 @@ class Asker(Editor):
             asked[f"ask {method}"] = method
             self.server.send({"id": f"ask {method}", "method": method, "params": {
                 "textDocument": {"uri": self.uri(name)}, **params(place)}})
+        for method, params in REQUESTS_ABOUT.items():
+            asked[f"ask {method}"] = method
+            self.server.send({"id": f"ask {method}", "method": method,
+                              "params": params(self.uri(name), place)})
         while asked:
             message = self.server.receive()
             method = asked.pop(message.get("id"), None)
