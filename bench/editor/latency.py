@@ -25,20 +25,17 @@ HEAD = """[MORVRUX]
 VERSION = 1.0
 [SYSTEM]
 TYPE = 1
-ID = 1
-SIZE = 1
-VERSION = 1
+MODEL = Bench
+FLAG = 0
+RUXLOOP = 1000
 [DEFINE]
-VT_CALL = 3
+VT_SMBUS_READ = 12
+BUSTYPE_SMBUS = 2
 MASK = 3
 INIT = 3
-[ACTION]
-NAME = READ
-ARGNUMBER = 1
-VALUE = VT_CALL, READ, ARG1
 [GROUP]
-NAME = BOARD
 PARENT = 0
+NAME = BOARD
 CHILDGROUP = 0
 """
 SENSOR = """[SENSOR]
@@ -50,8 +47,15 @@ INITFLAG = INIT
 CONTROLMASK = MASK
 THRESHOLD_FH = 90
 THRESHOLD_WH = 80
-VALUE = VT_CALL, READ, {0}
+VALUE = VT_SMBUS_READ, {1}, 1, BUSTYPE_SMBUS, 0x00
 """
+LIST = """[PELMGROUP]
+NAME = L{0}
+ID = {0}
+PID = 0
+SENSORS = {1}
+"""
+LISTED = 100
 
 # Entries are fields, and what an entry refers to is a type.
 MESSAGES = """syntax = "proto3";
@@ -74,7 +78,11 @@ MESSAGE = """message S{0} {{
 
 
 def script(count):
-    return HEAD + "".join(SENSOR.format(i, i + 1) for i in range(count))
+    """A machine without a fault."""
+    sensors = "".join(SENSOR.format(i, i + 1) for i in range(count))
+    lists = (range(first + 1, min(first + LISTED, count) + 1) for first in range(0, count, LISTED))
+    return HEAD + sensors + "".join(LIST.format(number, ", ".join(map(str, ids)))
+                                    for number, ids in enumerate(lists, 1))
 
 
 def entries(count):
@@ -88,8 +96,9 @@ def json_text(count):
 
 
 def toml_text(count):
-    return "".join("[[sensors]]\n" + "".join(f"{key} = {json.dumps(value)}\n"
-                                             for key, value in sensor.items())
+    """A table for each sensor: lists of tables take the rival far longer."""
+    return "".join(f"[{sensor['NAME']}]\n" + "".join(f"{key} = {json.dumps(value)}\n"
+                                                     for key, value in sensor.items())
                    for sensor in entries(count))
 
 
