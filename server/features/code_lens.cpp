@@ -46,18 +46,18 @@ Json LensJson(const Asked& asked, const OutlineEntry& entry, const std::string& 
 }
 
 Json LensesOf(const Session& session, const Json& params) {
-  OnceList lenses;
+  Json lenses = Json::array();
   const std::vector<Asked> places = AskedBy(session, params);
-  if (places.empty()) return lenses.Take();
+  if (places.empty()) return lenses;
   const Asked& asked = places.front();
   for (const OutlineEntry& entry : assistance::OutlineOf(asked.at.index, asked.at.file)) {
     if (!entry.is_named) continue;
-    lenses.Add(LensJson(asked, entry, CountText(CountOf(places, entry))));
+    lenses.push_back(LensJson(asked, entry, CountText(CountOf(places, entry))));
     const std::string limits =
         assistance::LimitsText(asked.at.index, entry.id, asked.machine.limits());
-    if (!limits.empty()) lenses.Add(LensJson(asked, entry, support::SafeText(limits)));
+    if (!limits.empty()) lenses.push_back(LensJson(asked, entry, support::SafeText(limits)));
   }
-  return lenses.Take();
+  return lenses;
 }
 
 }  // namespace
