@@ -2,6 +2,7 @@
 #ifndef SERVER_CLIENT_H_
 #define SERVER_CLIENT_H_
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -26,6 +27,21 @@ class Client {
   template <class... Keys>
   bool can(const Keys&... keys) const {
     return protocol::Has(capabilities_, keys...);
+  }
+  // What it said of the findings that it is sent or asks for.
+  template <class... Keys>
+  const protocol::Json& capability_of_findings(const Keys&... keys) const {
+    const char* const way = asks_for_findings() ? "diagnostic" : "publishDiagnostics";
+    return capability("textDocument", way, keys...);
+  }
+  // The form of a text in Markdown for a client that takes the formats at that path: one that names
+  // none takes this one.
+  template <class... Keys>
+  protocol::Json MarkupOf(const std::string& markdown, const Keys&... keys) const {
+    const protocol::Json& formats = capability(keys...);
+    const bool is_taken = !formats.is_array() ||
+                          std::find(formats.begin(), formats.end(), "markdown") != formats.end();
+    return {{"kind", is_taken ? "markdown" : "plaintext"}, {"value", markdown}};
   }
   // Whether it asks for findings, and takes none that are sent: one that does both would show each
   // twice, and is sent them.

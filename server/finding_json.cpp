@@ -33,8 +33,7 @@ int SeverityOf(ruxcomp::findings::Severity severity) {
 }
 
 bool CanFade(const Session& session) {
-  const Json& tags =
-      session.client.capability("textDocument", "publishDiagnostics", "tagSupport", "valueSet");
+  const Json& tags = session.client.capability_of_findings("tagSupport", "valueSet");
   return tags.is_array() && std::find(tags.begin(), tags.end(), kUnnecessary) != tags.end();
 }
 
@@ -58,7 +57,7 @@ Json AtTheTop(ruxcomp::findings::Severity severity, const std::string& text) {
 // With a link to what explains it, for clients that show links.
 void AddId(const Session& session, const std::string& id, Json& json) {
   json["code"] = id;
-  if (!session.client.can("textDocument", "publishDiagnostics", "codeDescriptionSupport")) return;
+  if (session.client.capability_of_findings("codeDescriptionSupport") != true) return;
   const std::string explanation = ExplanationOf(id);
   if (!explanation.empty()) json["codeDescription"] = {{"href", explanation}};
 }
@@ -89,7 +88,7 @@ Json DiagnosticOf(const Session& session, const analysis::Analysis::Located& loc
   if (!finding.id.empty()) AddId(session, finding.id, json);
   std::string text = finding.text;
   if (!located.label.empty()) text += '\n' + support::SafeText(located.label);
-  if (session.client.can("textDocument", "publishDiagnostics", "relatedInformation")) {
+  if (session.client.capability_of_findings("relatedInformation") == true) {
     if (!finding.related.empty()) json["relatedInformation"] = RelatedOf(session, located);
   } else {
     text += TextWithPlaces(located);

@@ -106,7 +106,8 @@ Json Resolved(const Session& session, const Json& params) {
   for (const Asked& asked : AskedInFile(session, data.at("uri"), position)) {
     const auto hover = assistance::HoverAt(asked.at);
     if (!hover) continue;
-    item["documentation"] = {{"kind", "markdown"}, {"value", hover->markdown}};
+    item["documentation"] = session.client.MarkupOf(hover->markdown, "textDocument", "completion",
+                                                    "completionItem", "documentationFormat");
     break;
   }
   return item;

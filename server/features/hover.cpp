@@ -18,7 +18,8 @@ Json HoverOf(const Session& session, const Json& params) {
   for (const Asked& asked : AskedBy(session, params)) {
     const std::optional<assistance::Hover> hover = assistance::HoverAt(asked.at);
     if (!hover) continue;
-    return {{"contents", {{"kind", "markdown"}, {"value", hover->markdown}}},
+    return {{"contents",
+             session.client.MarkupOf(hover->markdown, "textDocument", "hover", "contentFormat")},
             {"range", RangeJson(asked, hover->range)}};
   }
   return nullptr;
