@@ -163,16 +163,9 @@ void Server::Advance() {
   const std::set<std::string> changed = session_.analysis.TakeChanged();
   if (!session_.client.asks_for_findings()) {
     for (const std::string& file : changed) publisher_.Publish(session_, file);
-  } else if (!changed.empty()) {
-    AskToAskAgain();
   }
+  refresher_.Update(session_, changed);
   AnswerWaiting();
-}
-
-void Server::AskToAskAgain() const {
-  if (!session_.client.can("workspace", "diagnostics", "refreshSupport")) return;
-  session_.client.Send(
-      protocol::Request("refresh-findings", "workspace/diagnostic/refresh", nullptr));
 }
 
 void Server::AnswerWaiting() {

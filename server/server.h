@@ -14,6 +14,7 @@
 #include "server/feature.h"
 #include "server/progress.h"
 #include "server/publisher.h"
+#include "server/refresher.h"
 #include "server/session.h"
 #include "support/failure.h"
 
@@ -58,8 +59,6 @@ class Server {
   protocol::Json ShutDown();
   void Cancel(const protocol::Json& id);
   bool IsEarly(const RequestRow& row, const protocol::Json& params) const;
-  // Clients that ask for findings are told that there are others.
-  void AskToAskAgain() const;
   void AnswerWaiting();
 
   // Sends the result of answer(), or why there is none.
@@ -69,6 +68,7 @@ class Server {
   Session session_;
   Publisher publisher_;
   Progress progress_;
+  Refresher refresher_;
   std::vector<Waiting> waiting_;
   State state_ = State::kNew;
   bool is_over_ = false;

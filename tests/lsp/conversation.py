@@ -126,6 +126,9 @@ class Talk:
         """To a request of the server's."""
         self.send({"id": json.loads(number), "result": self.json(result)})
 
+    def do_refuse(self, number):
+        self.send({"id": json.loads(number), "error": {"code": -32603, "message": "no"}})
+
     def do_raw(self, text):
         self.server.write(text.encode().decode("unicode_escape").encode("latin-1"))
 
@@ -175,7 +178,7 @@ class Talk:
     def run(self, line):
         verb, _, rest = line.partition(" ")
         counts = {"raw": 1, "notify": 2, "request": 3, "start": 1, "start_without_folder": 1,
-                  "answer": 2, "open": 3, "change": 4,
+                  "answer": 2, "refuse": 1, "open": 3, "change": 4,
                   "close": 1, "shell": 1, "watched": -1, "hold": 0, "go": 0}
         most = counts[verb]
         arguments = rest.split(" ", most - 1) if most > 0 and rest else rest.split()
