@@ -107,6 +107,25 @@ local function format()
   show("no findings")
 end
 
+-- The section with the definition is above the comment of the sensor's.
+local function extract_word()
+  vim.ui.select = function(actions, _, choose)
+    for _, action in ipairs(actions) do
+      if action[2].kind == "refactor.extract" then
+        show("")
+        show("A word for the number, ", action[2].title, ":")
+        return choose(action)
+      end
+    end
+  end
+  vim.api.nvim_win_set_cursor(0, { 30, 16 })
+  vim.lsp.buf.code_action()
+  wait(function() return vim.fn.getline(20) == "[DEFINE]" end)
+  for _, line in ipairs({ 20, 21, 33 }) do show(vim.fn.getline(line)) end
+  wait(function() return #findings() == 0 end)
+  show("no findings")
+end
+
 local function session()
   vim.cmd("edit fans.rux")
   wait(function() return #vim.lsp.buf_get_clients(0) > 0 end)
@@ -116,6 +135,7 @@ local function session()
   go_to_definition()
   rename()
   format()
+  extract_word()
 end
 
 local done, reason = xpcall(session, debug.traceback)
