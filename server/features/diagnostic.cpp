@@ -35,6 +35,16 @@ Json FileDiagnostics(const Session& session, const Json& params) {
   return ReportJson(ReportOf(session, name), protocol::At(params, "previousResultId"));
 }
 
+// A client that takes parts is sent one for each file, and nothing more at the end.
+Json InParts(const Session& session, const Json& token, Json items) {
+  if (token.is_null()) return {{"items", std::move(items)}};
+  for (Json& item : items) {
+    session.client.Notify(
+        "$/progress", {{"token", token}, {"value", {{"items", Json::array({std::move(item)})}}}});
+  }
+  return {{"items", Json::array()}};
+}
+
 // Of files that the client has findings of and that are in no machine any more, there are none.
 Json WorkspaceDiagnostics(const Session& session, const Json& params) {
   std::map<std::string, Json> previous;
@@ -57,7 +67,7 @@ Json WorkspaceDiagnostics(const Session& session, const Json& params) {
     item["version"] = report.version ? Json(*report.version) : Json();
     items.push_back(std::move(item));
   }
-  return {{"items", items}};
+  return InParts(session, protocol::At(params, "partialResultToken"), std::move(items));
 }
 
 bool AsksForFindings(const Client& client) { return client.asks_for_findings(); }

@@ -215,7 +215,8 @@ class Talk:
             return lines
         if "method" in message:
             kind = "request" if "id" in message else "notify"
-            text = json.dumps(message.get("params"), ensure_ascii=False, sort_keys=True)
+            params = with_result_ids(message.get("params"), self.result_id)
+            text = json.dumps(params, ensure_ascii=False, sort_keys=True)
             return [f"< {kind} {message['method']} {text}".replace(self.root, "$ROOT")]
         if "error" in message:
             return [f"< error {json.dumps(message['id'])} {message['error']['code']} "
