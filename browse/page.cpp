@@ -19,6 +19,7 @@
 #include "inspect/file_view.h"
 #include "inspect/meta_view.h"
 #include "inspect/path.h"
+#include "machine/groups.h"
 #include "machine/machine.h"
 #include "machine/origins.h"
 #include "machine/value.h"
@@ -101,19 +102,6 @@ const compiled::TableCells* Page::CellsOf(std::size_t thing) const {
   return is_table ? machine_.model().table(static_cast<std::uint32_t>(ordinal)) : nullptr;
 }
 
-// From the outermost one. A damaged machine may have a loop.
-std::vector<std::string> Page::Groups() const {
-  std::vector<std::string> names;
-  std::set<std::uint32_t> known;
-  ruxcomp::Section group = SectionOf(thing_).parent();
-  while (group && known.insert(group.ordinal()).second) {
-    names.emplace_back(group.name());
-    group = group.parent();
-  }
-  std::reverse(names.begin(), names.end());
-  return names;
-}
-
 std::vector<const Thing*> Page::Lists() const {
   std::vector<const Thing*> lists;
   for (const Link* link : relations_.To(thing_)) {
@@ -147,7 +135,7 @@ void Page::Write(support::OutputStyle style, support::TextStream& out) const {
     out += support::Bold(thing.Title(), style.uses_colour) + PlaceText(thing.place) + '\n';
   };
   write_title(relations_.things()[thing_]);
-  std::vector<std::string> groups = Groups();
+  std::vector<std::string> groups = machine::GroupsOf(SectionOf(thing_));
   for (std::string& group : groups) group = support::SafeText(group);
   if (!groups.empty()) out += fmt::format("  in the group {}\n", fmt::join(groups, " / "));
   for (const Thing* list : Lists()) out += "  in the list of " + list->Title() + '\n';
@@ -183,7 +171,9 @@ void Page::Write(support::JsonObject& json) const {
   json.Member("schema", kSchema);
   json.Member("file", machine_.name());
   WriteThing(json, relations_.things()[thing_]);
-  json.Array("groups", [&](support::JsonArray& groups) { groups.Items(Groups()); });
+  json.Array("groups", [&](support::JsonArray& groups) {
+    groups.Items(machine::GroupsOf(SectionOf(thing_)));
+  });
   json.Objects("lists", Lists(),
                [](support::JsonObject& object, const Thing* list) { WriteThing(object, *list); });
   WriteItems(thing_, json);

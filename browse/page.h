@@ -37,7 +37,6 @@ class Page {
   std::vector<Item> ItemsOf(std::size_t thing) const;
   Item ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const;
   const compiled::TableCells* CellsOf(std::size_t thing) const;
-  std::vector<std::string> Groups() const;
   std::vector<const Thing*> Lists() const;
   void FindUsed();
 

@@ -14,6 +14,7 @@
 
 #include "compiled/datum.h"
 #include "inspect/entry_value.h"
+#include "machine/groups.h"
 #include "machine/machine.h"
 #include "machine/origins.h"
 #include "machine/value.h"
@@ -39,19 +40,11 @@ constexpr std::string_view kDefaultColumns[] = {
     "group",        "lists",        "SENSORS", "THRESHOLD_FL", "THRESHOLD_WL",
     "THRESHOLD_WH", "THRESHOLD_FH", "unit",    "VALUE",        "place"};
 
-// A damaged machine may have groups that contain each other.
-constexpr std::size_t kDeepestGroup = 1000;
-
 Cell GroupPath(const Subject& subject, const Lists&) {
-  std::vector<std::string> names;  // from the innermost
-  for (ruxcomp::Section group = subject.section.parent(); group && names.size() < kDeepestGroup;
-       group = group.parent())
-    names.push_back(support::NameInPath(group.name()));
+  std::vector<std::string> names = machine::GroupsOf(subject.section);
   if (names.empty()) return {};
-  std::string path;
-  for (auto name = names.rbegin(); name != names.rend(); ++name)
-    path.append(path.empty() ? "" : "/").append(*name);
-  return TextCell(path);
+  for (std::string& name : names) name = support::NameInPath(name);
+  return TextCell(fmt::to_string(fmt::join(names, "/")));
 }
 
 Cell ListsOf(const Subject& subject, const Lists& lists) {

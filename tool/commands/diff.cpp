@@ -109,10 +109,11 @@ void AddSelection(Arguments& arguments, DiffOptions& options) {
            "Exit with 1 for changes of that class or category: position, name, id, limits, "
            "behaviour, other or any")
       .Value("CATEGORY|ID");
-  arguments.Add("--baseline", &options.baseline, "Leave out the changes that FILE accepts").File();
+  arguments.Add("--baseline", &options.baseline, "Leave out the changes that FILE accepts")
+      .File("FILE");
   arguments
-      .Add("--write-baseline", &options.written_baseline, "Write a file that accepts all changes")
-      .File();
+      .Add("--write-baseline", &options.written_baseline, "Write a FILE that accepts all changes")
+      .File("FILE");
 }
 
 }  // namespace
