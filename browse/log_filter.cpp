@@ -54,12 +54,12 @@ bool EndsWord(const std::string& text) { return text.empty() || IsWordCharacter(
 
 LogPattern::LogPattern(const std::string& text) {
   std::size_t count = 0;
-  for (const std::string_view& field : kFields) {
-    for (std::size_t at = text.find(field); at != std::string::npos;
-         at = text.find(field, at + field.size())) {
+  for (const std::string_view& name : kFields) {
+    for (std::size_t at = text.find(name); at != std::string::npos;
+         at = text.find(name, at + name.size())) {
       before_ = text.substr(0, at);
-      after_ = text.substr(at + field.size());
-      field_ = static_cast<Field>(&field - std::begin(kFields));
+      after_ = text.substr(at + name.size());
+      field_ = static_cast<Field>(&name - std::begin(kFields));
       ++count;
     }
   }

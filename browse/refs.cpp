@@ -60,10 +60,10 @@ support::Failure NothingFound(const Relations& relations, const Query& query,
   return inspect::NotFound("nothing is called " + text + near);
 }
 
-using Member = std::size_t Link::*;
+using End = std::size_t Link::*;
 
 void WriteList(const char* title, const Relations& relations, const std::vector<const Link*>& links,
-               Member other, support::TextStream& out) {
+               End other, support::TextStream& out) {
   if (links.empty()) return;
   out += title;
   for (const Link* link : links) {
@@ -73,13 +73,12 @@ void WriteList(const char* title, const Relations& relations, const std::vector<
 }
 
 void WriteList(const char* title, const Relations& relations, const std::vector<const Link*>& links,
-               Member other, support::JsonObject& json) {
+               End other, support::JsonObject& json) {
   json.Objects(title, links, [&](support::JsonObject& object, const Link* link) {
     object.Member("entry", link->key);
     WritePlace(object, link->place);
-    object.Object("thing", [&](support::JsonObject& thing) {
-      WriteThing(thing, relations.things()[link->*other]);
-    });
+    const Thing& linked = relations.things()[link->*other];
+    object.Object("thing", [&](support::JsonObject& thing) { WriteThing(thing, linked); });
   });
 }
 
