@@ -1,5 +1,7 @@
 #include "machine/load.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -16,6 +18,7 @@
 #include "compiled/debug_meta.h"
 #include "compiled/verify.h"
 #include "decompile/decompile.h"
+#include "findings/message_row.h"
 #include "machine/machine.h"
 #include "machine/origins.h"
 #include "machine/source.h"
@@ -29,6 +32,8 @@
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/words.h"
 #include "settings/project.h"
+#include "sources/source_file.h"
+#include "sources/source_set.h"
 #include "support/failure.h"
 #include "support/memory_file.h"
 #include "support/standard_streams.h"
@@ -40,7 +45,7 @@ namespace {
 using ruxcomp::file::Form;
 using support::ExitStatus;
 
-support::Failure NotCompiled(const Source& source, const char* reason) {
+support::Failure NotCompiled(const Source& source, const std::string& reason) {
   return support::Failure(ExitStatus::kTrouble, "cannot compile {}: {}", source.name, reason);
 }
 
@@ -74,8 +79,30 @@ std::string ScriptOf(const Source& source) {
   std::string text = decompile::ScriptText(sections);
   std::optional<std::string> obstacle = decompile::GroupBeforeParent(meta);
   if (!obstacle) obstacle = decompile::MisreadItem(meta, sections, text);
-  if (obstacle) throw NotCompiled(source, obstacle->c_str());
+  if (obstacle) throw NotCompiled(source, *obstacle);
   return text;
+}
+
+// "fans.rux:3: "; empty for what is about no line.
+std::string PlaceText(const run::Result& result, const run::Finding& finding) {
+  const sources::OriginSpot spot = result.sources.At(finding.origin);
+  if (spot.opening != nullptr && spot.section != nullptr) {
+    const std::uint32_t line = spot.item != nullptr ? spot.item->line : spot.section->line;
+    return fmt::format("{}:{}: ", spot.opening->file->path(), line);
+  }
+  return finding.place ? fmt::format("{}:{}: ", finding.place->file, finding.place->line) : "";
+}
+
+// A machine with an error is not what its script says, also where the library goes on without what
+// it cannot read.
+void ExpectNoError(const Source& source, const run::Result& result) {
+  for (const run::Finding& finding : result.findings) {
+    if (finding.row->severity != ruxcomp::findings::Severity::kError) continue;
+    throw NotCompiled(source, fmt::format("{}{} [{}]", PlaceText(result, finding),
+                                          finding.row->summary, finding.row->id));
+  }
+  if (!result.accepted || result.raised) throw NotCompiled(source, "the library raised an error");
+  if (result.sources.sections().empty()) throw NotCompiled(source, "it has no sections");
 }
 
 void Write(run::Run& run, const Source& source, bool (*write)(const std::string&),
@@ -96,8 +123,7 @@ ExitStatus Compile(const Source& source, const std::vector<std::string>& folders
   run::Run run(ruxcomp::language::ToLibraryPath(source.path), text);
   run.ReadAndCheck();
   if (!run.result().opened) throw NotCompiled(source, "it cannot be read");
-  if (!run.result().accepted || run.result().raised)
-    throw NotCompiled(source, "it has errors, which rux check lists");
+  ExpectNoError(source, run.result());
   support::MemoryFile meta(source.name);
   support::MemoryFile debug_meta(source.name);
   Write(
@@ -159,7 +185,7 @@ class Loader {
   void CompileAll() {
     std::vector<std::size_t> scripts;
     for (std::size_t i = 0; i < sources_.size(); ++i) {
-      if (sources_[i].form == Form::kMeta || sources_[i].is_empty()) continue;
+      if (sources_[i].form == Form::kMeta || sources_[i].is_missing) continue;
       ExpectOwnReader(sources_[i], is_copy());
       scripts.push_back(i);
     }
@@ -181,7 +207,7 @@ class Loader {
 
   Machine MachineOf(std::size_t i) {
     Source& source = sources_[i];
-    if (source.is_empty()) return Machine(source.name);
+    if (source.is_missing) return Machine(source.name);
     std::unique_ptr<const Origins> origins;
     if (source.form != Form::kMeta) {
       source.bytes->Keep(std::move(compiled_[i].meta));

@@ -66,10 +66,11 @@ Source ReadSource(const std::string& name) {
                                           "",
                                           std::make_unique<ruxcomp::file::KeptBytes>(),
                                           ruxcomp::file::Form::kNone};
-  // What git calls a file that is not there.
-  const bool is_missing = name == "/dev/null";
-  if (!names_revision && !is_missing) compiled::MapWholeFile(name, *source.bytes);
+  source.is_missing = name == "/dev/null";
+  if (!names_revision && !source.is_missing) compiled::MapWholeFile(name, *source.bytes);
   const std::string_view bytes = source.bytes->view();
+  if (bytes.empty() && !source.is_missing)
+    throw support::Failure(support::ExitStatus::kTrouble, "{} is empty", name);
   source.form = ruxcomp::file::FormOf(bytes);
   const bool is_script = bytes.find('\0') == std::string_view::npos;
   if (source.form == ruxcomp::file::Form::kNone && !is_script) throw compiled::Unsound(name, bytes);

@@ -21,8 +21,8 @@ struct Source {
 
   // What is put in front of the paths of its scripts where they are shown.
   std::string Prefix() const { return revision.empty() ? "" : revision + ':'; }
-  // A machine that is not there yet, or no longer: git calls it /dev/null.
-  bool is_empty() const { return bytes->view().empty(); }
+  // A machine that is not there: git calls it /dev/null.
+  bool is_missing = false;
 };
 
 // Throws a Failure when it cannot be read, or is neither a compiled file nor a script.
