@@ -23,6 +23,7 @@
 #include "machine/origins.h"
 #include "machine/source.h"
 #include "reader/include_folders.h"
+#include "run/log.h"
 #include "run/readers.h"
 #include "run/run.h"
 #include "ruxcomp/compile.h"

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/findings.h"
+#include "assistance/edit.h"
 #include "assistance/place.h"
 #include "protocol/json.h"
 #include "protocol/message.h"
