@@ -1,5 +1,5 @@
 // Lists of others: arbitrary bytes in every format. Each is read, or refused with one line that
-// names the place; all rows have the same columns, and what was read of lines of fields is read
+// names the place; all cells are of columns, and what was read of lines of fields is read
 // again when it was written.
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +18,9 @@
 namespace {
 
 using fuzz::Expect;
+using rux::lists::FieldLine;
 using rux::lists::List;
+using rux::lists::ListCell;
 using rux::lists::ListRow;
 
 constexpr char kPath[] = "list.csv";
@@ -41,22 +43,26 @@ void ReadAs(const rux::lists::Format& format, std::string_view bytes) {
   if (!IsRead([&] { list = format.read(kPath, bytes); })) return;
   std::uint32_t line = 0;
   for (const ListRow& row : list.rows) {
-    Expect(row.cells.size() == list.columns.size(), "a row has a cell for each column");
+    std::size_t next = 0;
+    for (const ListCell& cell : row.cells) {
+      Expect(cell.column >= next && cell.column < list.columns.size(), "cells have columns");
+      next = cell.column + 1;
+    }
     Expect(row.line >= line && row.line > 0, "lines go up");
     line = row.line;
   }
 }
 
 void WriteAgain(std::string_view bytes) {
-  std::vector<ListRow> rows;
-  if (!IsRead([&] { rows = rux::lists::ReadCsv(kPath, bytes, ','); })) return;
+  std::vector<FieldLine> lines;
+  if (!IsRead([&] { lines = rux::lists::ReadCsv(kPath, bytes, ','); })) return;
   const std::string text = rux::support::WrittenText([&](rux::support::TextStream& out) {
-    for (const ListRow& row : rows) rux::support::WriteCsvLine(row.cells, out);
+    for (const FieldLine& line : lines) rux::support::WriteCsvLine(line.fields, out);
   });
-  const std::vector<ListRow> again = rux::lists::ReadCsv(kPath, text, ',');
-  Expect(again.size() == rows.size(), "all rows come back");
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    Expect(again[i].cells == rows[i].cells, "all cells come back");
+  const std::vector<FieldLine> again = rux::lists::ReadCsv(kPath, text, ',');
+  Expect(again.size() == lines.size(), "all lines come back");
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    Expect(again[i].fields == lines[i].fields, "all fields come back");
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ namespace rux::lists {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kListBlanks = " \t\r\n\v\f";
 
 std::string_view WithoutMark(std::string_view text) {
   return text.substr(0, kByteOrderMark.size()) == kByteOrderMark
@@ -28,15 +27,15 @@ class CsvReader {
   CsvReader(const std::string& path, std::string_view text, char separator)
       : path_(path), text_(WithoutMark(text)), separator_(separator) {}
 
-  std::vector<ListRow> Read() {
+  std::vector<FieldLine> Read() {
     while (at_ < text_.size()) {
       if (TakeLineEnd()) continue;
-      rows_.push_back({line_, {}});
-      do rows_.back().cells.push_back(Field());
+      lines_.push_back({line_, {}});
+      do lines_.back().fields.push_back(Field());
       while (Take(separator_));
       if (at_ < text_.size() && !TakeLineEnd()) Refuse("text after a field in double quotes");
     }
-    return std::move(rows_);
+    return std::move(lines_);
   }
 
  private:
@@ -94,31 +93,17 @@ class CsvReader {
   const char separator_;
   std::size_t at_ = 0;
   std::uint32_t line_ = 1;
-  std::vector<ListRow> rows_;
+  std::vector<FieldLine> lines_;
 };
 
 }  // namespace
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kListBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kListBlanks) - first + 1);
-}
-
-bool IsNothing(std::string_view text) {
-  const std::string_view trimmed = Trimmed(text);
-  for (const std::string_view nothing : {"", "na", "n/a", "NA", "N/A", "-"}) {
-    if (trimmed == nothing) return true;
-  }
-  return false;
-}
-
-std::vector<ListRow> ReadCsv(const std::string& path, std::string_view text, char separator) {
+std::vector<FieldLine> ReadCsv(const std::string& path, std::string_view text, char separator) {
   return CsvReader(path, text, separator).Read();
 }
 
-std::vector<ListRow> ReadBars(std::string_view text) {
-  std::vector<ListRow> rows;
+std::vector<FieldLine> ReadBars(std::string_view text) {
+  std::vector<FieldLine> lines;
   std::uint32_t number = 0;
   for (text = WithoutMark(text); !text.empty();) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -126,14 +111,14 @@ std::vector<ListRow> ReadBars(std::string_view text) {
     text.remove_prefix(std::min(end + 1, text.size()));
     ++number;
     if (Trimmed(line).empty()) continue;
-    rows.push_back({number, {}});
+    lines.push_back({number, {}});
     for (std::size_t bar = 0; bar != std::string_view::npos;) {
       bar = line.find('|');
-      rows.back().cells.emplace_back(Trimmed(line.substr(0, bar)));
+      lines.back().fields.emplace_back(Trimmed(line.substr(0, bar)));
       if (bar != std::string_view::npos) line.remove_prefix(bar + 1);
     }
   }
-  return rows;
+  return lines;
 }
 
 std::string_view FirstLine(std::string_view text) {
@@ -153,26 +138,31 @@ char SeparatorOf(std::string_view text) {
   return separator;
 }
 
-List WithHeader(const std::string& path, std::vector<ListRow> rows) {
-  List list;
-  if (rows.empty()) return list;
-  list.columns = std::move(rows.front().cells);
-  rows.erase(rows.begin());
-  for (ListRow& row : rows) {
-    if (row.cells.size() > list.columns.size()) {
+List WithHeader(const std::string& path, std::vector<FieldLine> lines) {
+  if (lines.empty()) return {};
+  std::vector<std::string> columns = std::move(lines.front().fields);
+  lines.erase(lines.begin());
+  for (const FieldLine& line : lines) {
+    if (line.fields.size() > columns.size()) {
       throw support::Failure(support::ExitStatus::kTrouble,
-                             "{}:{}: {} fields, but the first line has {}", path, row.line,
-                             row.cells.size(), list.columns.size());
+                             "{}:{}: {} fields, but the first line has {}", path, line.number,
+                             line.fields.size(), columns.size());
     }
-    row.cells.resize(list.columns.size());
   }
-  list.rows = std::move(rows);
-  return list;
+  return WithColumns(std::move(columns), std::move(lines));
 }
 
-List WithColumns(std::vector<std::string> columns, std::vector<ListRow> rows) {
-  for (ListRow& row : rows) row.cells.resize(columns.size());
-  return {std::move(columns), std::move(rows)};
+List WithColumns(std::vector<std::string> columns, std::vector<FieldLine> lines) {
+  List list{std::move(columns), {}};
+  list.rows.reserve(lines.size());
+  for (FieldLine& line : lines) {
+    ListRow& row = list.rows.emplace_back();
+    row.line = line.number;
+    for (std::size_t i = 0; i < std::min(line.fields.size(), list.columns.size()); ++i) {
+      if (!line.fields[i].empty()) row.cells.push_back({i, std::move(line.fields[i])});
+    }
+  }
+  return list;
 }
 
 }  // namespace rux::lists

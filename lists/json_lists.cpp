@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,24 +22,32 @@ using settings::JsonValue;
 // A list whose columns are found on the way.
 class Collector {
  public:
-  void Begin(std::uint32_t line) { list_.rows.push_back({line, {}}); }
+  void Begin(std::uint32_t line) {
+    End();
+    list_.rows.push_back({line, {}});
+  }
 
   void Put(const std::string& column, std::string text) {
     const auto [known, is_new] = places_.try_emplace(column, list_.columns.size());
     if (is_new) list_.columns.push_back(column);
-    std::vector<std::string>& cells = list_.rows.back().cells;
-    cells.resize(std::max(cells.size(), known->second + 1));
-    cells[known->second] = std::move(text);
+    cells_[known->second] = std::move(text);
   }
 
   List Take() {
-    for (ListRow& row : list_.rows) row.cells.resize(list_.columns.size());
+    End();
     return std::move(list_);
   }
 
  private:
+  void End() {
+    for (auto& [column, text] : cells_)
+      list_.rows.back().cells.push_back({column, std::move(text)});
+    cells_.clear();
+  }
+
   List list_;
   std::unordered_map<std::string, std::size_t> places_;
+  std::map<std::size_t, std::string> cells_;  // of the last row
 };
 
 // What a reading is measured in, by the beginning of its name.

@@ -2,6 +2,7 @@
 #ifndef LISTS_LIST_H_
 #define LISTS_LIST_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -9,9 +10,19 @@
 
 namespace rux::lists {
 
+struct ListCell {
+  std::size_t column;  // its place in List::columns
+  std::string text;
+};
+
+// Rows keep only what they have: the cells of a file are as many as its bytes at most, those of all
+// rows and columns would be as many as the product.
 struct ListRow {
-  std::uint32_t line;              // from 1
-  std::vector<std::string> cells;  // one for each column
+  std::uint32_t line;           // from 1
+  std::vector<ListCell> cells;  // in the order of the columns; the others are empty
+
+  // The text of that cell; empty when the row does not have it.
+  const std::string& CellIn(std::size_t column) const;
 };
 
 struct List {

@@ -71,7 +71,7 @@ class Comparer {
   const table::Row& RowAt(std::size_t i) const { return result_.table.rows[i]; }
 
   static std::string NameIn(const lists::ListRow& listed, const ColumnPair* pair) {
-    return pair == nullptr ? "" : listed.cells[pair->place];
+    return pair == nullptr ? "" : listed.CellIn(pair->place);
   }
 
   std::optional<std::uint32_t> IdIn(const lists::ListRow& listed) const {
@@ -126,7 +126,7 @@ class Comparer {
     for (std::size_t i = 0; i < result_.pairing.columns.size(); ++i) {
       const ColumnPair& pair = result_.pairing.columns[i];
       const table::Cell& ours = row.cells[i];
-      const std::string& theirs = listed.cells[pair.place];
+      const std::string& theirs = listed.CellIn(pair.place);
       has_limits |= pair.column.is_limit() && !(ours.empty() && lists::IsNothing(theirs));
       const std::optional<DifferenceKind> kind = KindOf(pair, row, ours, listed);
       if (kind) AddCell(*kind, pair, row, ours, listed);
@@ -139,7 +139,7 @@ class Comparer {
   std::optional<DifferenceKind> KindOf(const ColumnPair& pair, const table::Row& row,
                                        const table::Cell& ours,
                                        const lists::ListRow& listed) const {
-    const std::string& theirs = listed.cells[pair.place];
+    const std::string& theirs = listed.CellIn(pair.place);
     if (IsOfNumbers(pair.column)) return KindOfNumber(pair, row, ours, listed);
     if (table::TextOf(ours) == theirs) return std::nullopt;
     bool is_same = false;
@@ -159,7 +159,7 @@ class Comparer {
   std::optional<DifferenceKind> KindOfNumber(const ColumnPair& pair, const table::Row& row,
                                              const table::Cell& ours,
                                              const lists::ListRow& listed) const {
-    const std::string& theirs = listed.cells[pair.place];
+    const std::string& theirs = listed.CellIn(pair.place);
     if (lists::IsNothing(theirs))
       return ours.empty() ? std::nullopt : std::optional(DifferenceKind::kDiffers);
     const std::optional<Amount> amount = AmountIn(theirs);
@@ -193,7 +193,7 @@ class Comparer {
     Difference& difference = result_.differences.back();
     difference.column = &pair;
     difference.ours = ours;
-    difference.theirs = listed.cells[pair.place];
+    difference.theirs = listed.CellIn(pair.place);
     difference.place = PlaceOf(row, pair.column.name);
   }
 
@@ -231,7 +231,7 @@ std::string UnitOf(const Comparison& comparison, const ColumnPair& pair,
                    const lists::ListRow& listed) {
   const ColumnPair* units = comparison.pairing.Find(kUnits);
   if (!pair.unit.empty() || units == nullptr) return pair.unit;
-  const std::string& unit = listed.cells[units->place];
+  const std::string& unit = listed.CellIn(units->place);
   return lists::IsNothing(unit) ? "" : unit;
 }
 
