@@ -8,8 +8,10 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -160,11 +162,13 @@ class Planner {
   Adoption adoption_{&comparison_, {}, {}};
 };
 
-// What a difference is known by in another machine, where its section may have another NAME.
-std::string KeyOf(const Difference& difference) {
-  if (difference.listed == nullptr) return difference.name;
-  const ColumnPair* pair = difference.column;
-  return fmt::format("{}:{}", difference.listed->line, pair == nullptr ? "" : pair->column.name);
+// What a difference is known by in another machine: the row of the list, or the NAME of a section
+// that the list does not have; the column. A section with a row may have another NAME there.
+using DifferenceKey = std::tuple<const lists::ListRow*, std::string, std::string>;
+
+DifferenceKey KeyOf(const Difference& difference) {
+  return {difference.listed, difference.listed == nullptr ? difference.name : "",
+          difference.column == nullptr ? "" : difference.column->column.name};
 }
 
 // Whether the script compiles.
@@ -228,13 +232,12 @@ void VerifyAdoption(const Adoption& adoption, const Listing& listing, const std:
   UseTexts(adoption);
   const machine::Machine machine = LoadEdited(name, load);
   for (const std::string& other : sound) LoadEdited(other, load);
-  std::vector<std::string> left;
+  std::set<DifferenceKey> left;
   for (const Edit& edit : adoption.edits) {
-    if (!edit.reason.empty()) left.push_back(KeyOf(*edit.difference));
+    if (!edit.reason.empty()) left.insert(KeyOf(*edit.difference));
   }
-  std::sort(left.begin(), left.end());
   for (const Difference& difference : CompareWith(machine, listing).differences) {
-    if (std::binary_search(left.begin(), left.end(), KeyOf(difference))) continue;
+    if (left.count(KeyOf(difference)) > 0) continue;
     throw Failure(ExitStatus::kFindings,
                   "the scripts stay as they are: after the edits, {} of {} would not be what the "
                   "list says",
