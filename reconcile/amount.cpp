@@ -1,14 +1,11 @@
 #include "reconcile/amount.h"
 
-#include <charconv>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "lists/list.h"
 #include "lists/units.h"
@@ -34,18 +31,13 @@ double NumberOf(std::uint32_t stored, bool has_sign) {
 }  // namespace
 
 std::optional<Amount> AmountIn(const std::string& text) {
-  const std::string_view trimmed = lists::Trimmed(text);
-  if (const std::optional<double> number = table::NumberIn(std::string(trimmed)))
-    return Amount{*number, ""};
-  double number = 0;
-  const char* const end = trimmed.data() + trimmed.size();
-  const auto [rest, error] = std::from_chars(trimmed.data(), end, number);
-  if (error != std::errc() || !std::isfinite(number)) return std::nullopt;
-  const std::string_view unit = lists::Trimmed({rest, static_cast<std::size_t>(end - rest)});
-  // "0x1G", "1,5", "1-2" are mistakes, not units.
+  const std::optional<table::LeadingNumber> leading = table::LeadingNumberIn(lists::Trimmed(text));
+  if (!leading) return std::nullopt;
+  const std::string_view unit = lists::Trimmed(leading->rest);
+  // "1,5", "1-2" and "0 x1" are mistakes, not units.
   constexpr std::string_view kNoUnits = "0123456789+-.,;:xX";
-  if (kNoUnits.find(unit.front()) != std::string_view::npos) return std::nullopt;
-  return Amount{number, std::string(unit)};
+  if (!unit.empty() && kNoUnits.find(unit.front()) != std::string_view::npos) return std::nullopt;
+  return Amount{leading->number, std::string(unit)};
 }
 
 std::optional<double> StoredAmount(const Amount& amount, const std::string& unit,

@@ -2,9 +2,11 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -32,19 +34,27 @@ int Compare(const Cell& a, const Cell& b) {
   return order < 0 ? -1 : static_cast<int>(order > 0);
 }
 
-std::optional<double> NumberIn(const std::string& text) {
-  const char* const end = text.data() + text.size();
+std::optional<LeadingNumber> LeadingNumberIn(std::string_view text) {
   if (ruxcomp::language::IsHexadecimal(text)) {
+    const char* const end = text.data() + text.size();
     std::uint64_t number = 0;
     const auto [last, error] = std::from_chars(text.data() + 2, end, number, 16);
     if (error != std::errc() || last != end) return std::nullopt;
-    return static_cast<double>(number);
+    return LeadingNumber{static_cast<double>(number), ""};
   }
-  const bool has_plus = !text.empty() && text.front() == '+';
+  constexpr std::string_view kFirstOfNumber = "0123456789.";
+  const bool has_plus =
+      text.size() > 1 && text[0] == '+' && kFirstOfNumber.find(text[1]) != std::string_view::npos;
+  if (has_plus) text.remove_prefix(1);
   double number = 0;
-  const auto [last, error] = std::from_chars(text.data() + (has_plus ? 1 : 0), end, number);
-  if (error != std::errc() || last != end || !std::isfinite(number)) return std::nullopt;
-  return number;
+  const auto [last, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || !std::isfinite(number)) return std::nullopt;
+  return LeadingNumber{number, text.substr(static_cast<std::size_t>(last - text.data()))};
+}
+
+std::optional<double> NumberIn(std::string_view text) {
+  const std::optional<LeadingNumber> leading = LeadingNumberIn(text);
+  return leading && leading->rest.empty() ? std::optional(leading->number) : std::nullopt;
 }
 
 }  // namespace rux::table

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace rux::table {
@@ -27,8 +28,15 @@ std::string TextOf(const Cell& cell);
 // comes last.
 int Compare(const Cell& a, const Cell& b);
 
-// A whole text as a number, such as "-5", "1.05", "2e3" or "0x1F"; none when it is anything else.
-std::optional<double> NumberIn(const std::string& text);
+// A whole text as a number, such as "-5", "+1.05", "2e3" or "0x1F"; none when it is anything else.
+std::optional<double> NumberIn(std::string_view text);
+
+// The same with a text after the number, which a hexadecimal one does not have.
+struct LeadingNumber {
+  double number;
+  std::string_view rest;  // of the given text
+};
+std::optional<LeadingNumber> LeadingNumberIn(std::string_view text);
 
 }  // namespace rux::table
 
