@@ -14,18 +14,10 @@
 namespace rux::lists {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view WithoutMark(std::string_view text) {
-  return text.substr(0, kByteOrderMark.size()) == kByteOrderMark
-             ? text.substr(kByteOrderMark.size())
-             : text;
-}
-
 class CsvReader {
  public:
   CsvReader(const std::string& path, std::string_view text, char separator)
-      : path_(path), text_(WithoutMark(text)), separator_(separator) {}
+      : path_(path), text_(text), separator_(separator) {}
 
   std::vector<FieldLine> Read() {
     while (at_ < text_.size()) {
@@ -105,7 +97,7 @@ std::vector<FieldLine> ReadCsv(const std::string& path, std::string_view text, c
 std::vector<FieldLine> ReadBars(std::string_view text) {
   std::vector<FieldLine> lines;
   std::uint32_t number = 0;
-  for (text = WithoutMark(text); !text.empty();) {
+  while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));
@@ -121,10 +113,7 @@ std::vector<FieldLine> ReadBars(std::string_view text) {
   return lines;
 }
 
-std::string_view FirstLine(std::string_view text) {
-  text = WithoutMark(text);
-  return text.substr(0, text.find('\n'));
-}
+std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
 char SeparatorOf(std::string_view text) {
   const std::string_view line = FirstLine(text);

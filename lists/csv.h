@@ -18,9 +18,9 @@ struct FieldLine {
 };
 
 // What RFC 4180 says of the file: fields between separators, in double quotes where they have one
-// of these, a line end or a double quote, which is doubled. A byte order mark at the beginning and
-// empty lines are passed over; lines end in LF or CRLF. Throws a Failure that names the line: for a
-// quote without its end, text after one, or a double quote in a field without quotes.
+// of these, a line end or a double quote, which is doubled. Empty lines are passed over; lines end
+// in LF or CRLF. Throws a Failure that names the line: for a quote without its end, text after one,
+// or a double quote in a field without quotes.
 std::vector<FieldLine> ReadCsv(const std::string& path, std::string_view text, char separator);
 
 // Lines of fields between bars, without quotes; blanks around the fields are dropped.
@@ -30,7 +30,6 @@ std::vector<FieldLine> ReadBars(std::string_view text);
 // and tab, which programs for spreadsheets write by country.
 char SeparatorOf(std::string_view text);
 
-// The first line of a text, without a byte order mark.
 std::string_view FirstLine(std::string_view text);
 
 // Lines whose first one has the names of the columns. Throws a Failure when a line has more fields

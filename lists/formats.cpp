@@ -9,6 +9,7 @@
 #include "lists/csv.h"
 #include "lists/json_lists.h"
 #include "lists/list.h"
+#include "reader/byte_order_mark.h"
 #include "settings/json_file.h"
 
 namespace rux::lists {
@@ -137,7 +138,9 @@ const Format& FormatFor(const std::string& name, std::string_view text) {
 }
 
 std::string ReadListFile(const std::string& path) {
-  return settings::ReadTextFile(path, kLargestList);
+  std::string text = settings::ReadTextFile(path, kLargestList);
+  if (ruxcomp::reader::StartsWithMark(text)) text.erase(0, ruxcomp::reader::kMark.size());
+  return text;
 }
 
 }  // namespace rux::lists

@@ -26,7 +26,7 @@ const std::vector<Format>& Formats();
 // The one of that name or, without a name, the first one that fits.
 const Format& FormatFor(const std::string& name, std::string_view text);
 
-// The bytes of a file, or of standard input ("-"). Throws a Failure.
+// The text of a file, or of standard input ("-"), without a byte order mark. Throws a Failure.
 std::string ReadListFile(const std::string& path);
 
 }  // namespace rux::lists
