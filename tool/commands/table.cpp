@@ -172,8 +172,14 @@ support::ExitStatus Apply(const TableOptions& options, const machine::Machine& m
                                        : support::ExitStatus::kFindings;
 }
 
-// Throws a Failure of wrong usage for options that say nothing without a list.
+// Throws a Failure of wrong usage for options that say nothing without a list, and for a list where
+// the machine is.
 void ExpectList(const TableOptions& options) {
+  const bool is_input = options.list.path == "-" || options.applied == "-";
+  if (is_input && options.file == "-") {
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "standard input is the list; give the name of the machine's file");
+  }
   const reconcile::PairingOptions& pairing = options.list.pairing;
   const bool has_list = !options.list.path.empty() || !options.applied.empty();
   const bool is_about_list = !options.list.format.empty() || !pairing.names.empty() ||
