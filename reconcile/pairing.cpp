@@ -48,10 +48,10 @@ std::vector<Setting> SettingsIn(const char* option, const std::vector<std::strin
   return settings;
 }
 
-Tolerance ToleranceIn(std::string text) {
+Tolerance ToleranceIn(const std::string& text) {
   const bool is_share = text.back() == '%';
-  if (is_share) text.pop_back();
-  const std::optional<double> number = table::NumberIn(text);
+  const std::optional<double> number =
+      table::NumberIn(std::string_view(text).substr(0, text.size() - (is_share ? 1 : 0)));
   if (!number || *number < 0)
     throw Failure(ExitStatus::kWrongUsage, "--tolerance: {} is neither an amount nor a percentage",
                   text);
