@@ -57,9 +57,9 @@ void WriteScripts(const Adoption& adoption);
 table::Sheet SheetOf(const Adoption& adoption, const Listing& listing, const std::string& machine,
                      bool is_made);
 
-// The object of docs/table-apply.schema.json.
+// The object of docs/table-apply.schema.json; `sheet`: of the adoption.
 void WriteAdoption(const Adoption& adoption, const Listing& listing, const std::string& machine,
-                   bool is_made, support::JsonObject& json);
+                   bool is_made, const table::Sheet& sheet, support::JsonObject& json);
 
 }  // namespace rux::reconcile
 

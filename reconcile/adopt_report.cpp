@@ -64,8 +64,9 @@ table::Sheet SheetOf(const Adoption& adoption, const Listing& listing, const std
 }
 
 void WriteAdoption(const Adoption& adoption, const Listing& listing, const std::string& machine,
-                   bool is_made, support::JsonObject& json) {
-  json.Member("schema", 1);
+                   bool is_made, const table::Sheet& sheet, support::JsonObject& json) {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
+  json.Member("schema", kSchema);
   json.Member("file", machine);
   json.Member("list", listing.path);
   json.Member("kind", listing.kind.keyword);
@@ -76,7 +77,7 @@ void WriteAdoption(const Adoption& adoption, const Listing& listing, const std::
   json.Array("files", [&](support::JsonArray& files) {
     for (const auto& [path, text] : adoption.texts) files.Item(path);
   });
-  table::WriteRows(SheetOf(adoption, listing, machine, is_made), json);
+  table::WriteRows(sheet, json);
 }
 
 }  // namespace rux::reconcile

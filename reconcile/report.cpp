@@ -111,8 +111,9 @@ void WriteNotes(const Comparison& comparison, support::JsonObject& json) {
 }
 
 void WriteComparison(const Comparison& comparison, const std::string& list_path,
-                     support::JsonObject& json) {
-  json.Member("schema", 1);
+                     const table::Sheet& sheet, support::JsonObject& json) {
+  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
+  json.Member("schema", kSchema);
   json.Member("file", comparison.table.machine.name());
   json.Member("list", list_path);
   json.Member("kind", comparison.table.kind.keyword);
@@ -122,7 +123,7 @@ void WriteComparison(const Comparison& comparison, const std::string& list_path,
       counts.Member(kDifferenceWords[i], comparison.CountOf(static_cast<DifferenceKind>(i)));
   });
   WriteNotes(comparison, json);
-  table::WriteRows(SheetOf(comparison, list_path), json);
+  table::WriteRows(sheet, json);
 }
 
 }  // namespace rux::reconcile

@@ -24,9 +24,9 @@ void WriteNotes(const Comparison& comparison, support::JsonObject& json);
 std::vector<std::string> DifferenceColumns();
 std::vector<table::Cell> CellsOf(const Difference& difference, const std::string& list_path);
 
-// The object of docs/table-check.schema.json.
+// The object of docs/table-check.schema.json; `sheet`: of the comparison.
 void WriteComparison(const Comparison& comparison, const std::string& list_path,
-                     support::JsonObject& json);
+                     const table::Sheet& sheet, support::JsonObject& json);
 
 }  // namespace rux::reconcile
 

@@ -117,7 +117,8 @@ void PrintForm(const TableOptions& options, const table::Sheet& sheet, Write wri
 void PrintTable(const TableOptions& options, const table::MachineTable& table) {
   const table::Sheet sheet = table::SheetOf(table);
   PrintForm(options, sheet, [&](support::JsonObject& json) {
-    json.Member("schema", 1);
+    constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
+    json.Member("schema", kSchema);
     json.Member("file", options.file);
     json.Member("kind", table.kind.keyword);
     table::WriteRows(sheet, json);
@@ -127,8 +128,9 @@ void PrintTable(const TableOptions& options, const table::MachineTable& table) {
 support::ExitStatus Check(const TableOptions& options, const machine::Machine& machine,
                           const reconcile::Listing& listing) {
   const reconcile::Comparison comparison = reconcile::CompareWith(machine, listing);
-  PrintForm(options, reconcile::SheetOf(comparison, listing.path), [&](support::JsonObject& json) {
-    reconcile::WriteComparison(comparison, listing.path, json);
+  const table::Sheet sheet = reconcile::SheetOf(comparison, listing.path);
+  PrintForm(options, sheet, [&](support::JsonObject& json) {
+    reconcile::WriteComparison(comparison, listing.path, sheet, json);
   });
   return comparison.differences.empty() ? support::ExitStatus::kDone
                                         : support::ExitStatus::kFindings;
@@ -162,12 +164,13 @@ support::ExitStatus Apply(const TableOptions& options, const machine::Machine& m
   const reconcile::Adoption adoption = reconcile::PlanAdoption(comparison);
   reconcile::VerifyAdoption(adoption, listing, options.file, OtherMachines(options, adoption),
                             load);
-  if (!options.is_dry) reconcile::WriteScripts(adoption);
-  PrintForm(options, reconcile::SheetOf(adoption, listing, options.file, !options.is_dry),
-            [&](support::JsonObject& json) {
-              reconcile::WriteAdoption(adoption, listing, options.file, !options.is_dry, json);
-            });
-  const std::size_t made = options.is_dry ? 0 : adoption.CountOfMade();
+  const bool is_made = !options.is_dry;
+  if (is_made) reconcile::WriteScripts(adoption);
+  const table::Sheet sheet = reconcile::SheetOf(adoption, listing, options.file, is_made);
+  PrintForm(options, sheet, [&](support::JsonObject& json) {
+    reconcile::WriteAdoption(adoption, listing, options.file, is_made, sheet, json);
+  });
+  const std::size_t made = is_made ? adoption.CountOfMade() : 0;
   return made == adoption.edits.size() ? support::ExitStatus::kDone
                                        : support::ExitStatus::kFindings;
 }
