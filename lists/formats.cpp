@@ -10,10 +10,13 @@
 #include "lists/json_lists.h"
 #include "lists/list.h"
 #include "reader/byte_order_mark.h"
+#include "ruxcomp/language/entries.h"
 #include "settings/json_file.h"
 
 namespace rux::lists {
 namespace {
+
+namespace language = ruxcomp::language;
 
 constexpr std::size_t kLargestList = std::size_t{1} << 28;
 
@@ -36,7 +39,7 @@ std::vector<std::string> FirstFields(std::string_view text, char separator) {
   return fields;
 }
 
-// A table of people may also begin with ID and Name.
+// A table that people keep may also begin with ID and Name.
 bool HasHeaderOfIpmiSensors(std::string_view text) {
   const std::vector<std::string> names =
       FirstFields(text, CountInFirstLine(text, '|') > 0 ? '|' : ',');
@@ -93,41 +96,41 @@ const std::vector<Format>& Formats() {
       {"redfish",
        IsRedfish,
        ReadRedfish,
-       {{"NAME", "Name"},
-        {"unit", "ReadingUnits"},
-        {"THRESHOLD_FL", "LowerCritical"},
-        {"THRESHOLD_WL", "LowerCaution"},
-        {"THRESHOLD_WH", "UpperCaution"},
-        {"THRESHOLD_FH", "UpperCritical"}}},
+       "ReadingUnits",
+       {{language::ENTRY_NAME, "Name"},
+        {language::ENTRY_THRESHOLD_FL, "LowerCritical"},
+        {language::ENTRY_THRESHOLD_WL, "LowerCaution"},
+        {language::ENTRY_THRESHOLD_WH, "UpperCaution"},
+        {language::ENTRY_THRESHOLD_FH, "UpperCritical"}}},
       {"sensors",
        IsJson,
        ReadSensorsJson,
-       {{"NAME", "label"},
-        {"unit", "unit"},
-        {"THRESHOLD_FL", "lcrit"},
-        {"THRESHOLD_WL", "min"},
-        {"THRESHOLD_WH", "max"},
-        {"THRESHOLD_FH", "crit"}}},
+       "unit",
+       {{language::ENTRY_NAME, "label"},
+        {language::ENTRY_THRESHOLD_FL, "lcrit"},
+        {language::ENTRY_THRESHOLD_WL, "min"},
+        {language::ENTRY_THRESHOLD_WH, "max"},
+        {language::ENTRY_THRESHOLD_FH, "crit"}}},
       {"ipmitool-sensor",
        IsIpmitoolSensor,
        ReadIpmitoolSensor,
-       {{"NAME", "name"},
-        {"unit", "unit"},
-        {"THRESHOLD_FL", "lcr"},
-        {"THRESHOLD_WL", "lnc"},
-        {"THRESHOLD_WH", "unc"},
-        {"THRESHOLD_FH", "ucr"}}},
-      {"ipmitool-sdr", IsIpmitoolSdr, ReadIpmitoolSdr, {{"NAME", "name"}, {"unit", "unit"}}},
+       "unit",
+       {{language::ENTRY_NAME, "name"},
+        {language::ENTRY_THRESHOLD_FL, "lcr"},
+        {language::ENTRY_THRESHOLD_WL, "lnc"},
+        {language::ENTRY_THRESHOLD_WH, "unc"},
+        {language::ENTRY_THRESHOLD_FH, "ucr"}}},
+      {"ipmitool-sdr", IsIpmitoolSdr, ReadIpmitoolSdr, "unit", {{language::ENTRY_NAME, "name"}}},
       {"ipmi-sensors",
        HasHeaderOfIpmiSensors,
        ReadIpmiSensors,
-       {{"NAME", "Name"},
-        {"unit", "Units"},
-        {"THRESHOLD_FL", "Lower C"},
-        {"THRESHOLD_WL", "Lower NC"},
-        {"THRESHOLD_WH", "Upper NC"},
-        {"THRESHOLD_FH", "Upper C"}}},
-      {"csv", IsAnything, ReadPlain, {}}};
+       "Units",
+       {{language::ENTRY_NAME, "Name"},
+        {language::ENTRY_THRESHOLD_FL, "Lower C"},
+        {language::ENTRY_THRESHOLD_WL, "Lower NC"},
+        {language::ENTRY_THRESHOLD_WH, "Upper NC"},
+        {language::ENTRY_THRESHOLD_FH, "Upper C"}}},
+      {"csv", IsAnything, ReadPlain, "", {}}};
   return formats;
 }
 

@@ -17,6 +17,8 @@ struct Format {
   bool (*fits)(std::string_view text);
   // Throws a Failure that names the line of what is wrong.
   List (*read)(const std::string& path, std::string_view text);
+  // Of its columns; no meanings: people name them.
+  std::string_view unit;  // the one that has the unit of the others; empty: none
   std::vector<Meaning> meanings;
 };
 

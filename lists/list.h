@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "ruxcomp/language/entries.h"
+
 namespace rux::lists {
 
 struct ListCell {
@@ -30,10 +32,10 @@ struct List {
   std::vector<ListRow> rows;         // in the order of the file
 };
 
-// What a program's name of a column means in ours.
+// The entry of sections that a column has.
 struct Meaning {
-  std::string_view column;  // ours: "THRESHOLD_FH"
-  std::string_view name;    // in the list: "ucr"
+  ruxcomp::language::EntryId entry;  // ENTRY_THRESHOLD_FH
+  std::string_view name;             // of the column: "ucr"
 };
 
 // The text without blanks at its ends.

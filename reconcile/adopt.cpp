@@ -75,7 +75,7 @@ class Planner {
       adoption_.edits.push_back(std::move(edit));
     }
     for (const auto& [path, edits] : scripts_) {
-      if (edits.are_any()) adoption_.texts.emplace(path, edits.Text());
+      if (edits.has_edits()) adoption_.texts.emplace(path, edits.Text());
     }
     return std::move(adoption_);
   }
@@ -238,11 +238,12 @@ void VerifyAdoption(const Adoption& adoption, const Listing& listing, const std:
   }
   for (const Difference& difference : CompareWith(machine, listing).differences) {
     if (left.count(KeyOf(difference)) > 0) continue;
-    throw Failure(ExitStatus::kFindings,
-                  "the scripts stay as they are: after the edits, {} of {} would not be what the "
-                  "list says",
-                  difference.column == nullptr ? "NAME" : difference.column->column.name,
-                  difference.name);
+    throw Failure(
+        ExitStatus::kFindings,
+        "the scripts stay as they are: after the edits, {} of {} would not be what the "
+        "list says",
+        difference.column == nullptr ? table::kNameColumn : difference.column->column.name,
+        difference.name);
   }
 }
 

@@ -26,10 +26,6 @@
 namespace rux::reconcile {
 namespace {
 
-constexpr char kNames[] = "NAME";
-constexpr char kIds[] = "ID";
-constexpr char kUnits[] = "unit";
-
 bool IsOfNumbers(const table::Column& column) {
   return column.entry != nullptr && ruxcomp::language::IsNumericString(column.entry->source);
 }
@@ -53,8 +49,8 @@ class Comparer {
            const Pairing& pairing)
       : is_chosen_(is_chosen),
         result_{std::move(table), list, pairing, {}, 0, 0},
-        name_(pairing.Find(kNames)),
-        id_(pairing.Find(kIds)) {}
+        name_(pairing.Find(table::kNameColumn)),
+        id_(pairing.Find(table::kIdColumn)) {}
 
   Comparison Run() {
     Match();
@@ -143,7 +139,7 @@ class Comparer {
     if (IsOfNumbers(pair.column)) return KindOfNumber(pair, row, ours, listed);
     if (table::TextOf(ours) == theirs) return std::nullopt;
     bool is_same = false;
-    if (pair.column.name == kUnits) {
+    if (pair.column.name == table::kUnitColumn) {
       is_same = lists::IsNothing(theirs) ? ours.empty() : AreSameUnits(ours, theirs);
     } else if (ours.is_list) {
       is_same = SetOf(table::TextOf(ours)) == SetOf(theirs);
@@ -229,7 +225,7 @@ machine::Quantity QuantityFor(const ColumnPair& pair, const table::Row& row) {
 
 std::string UnitOf(const Comparison& comparison, const ColumnPair& pair,
                    const lists::ListRow& listed) {
-  const ColumnPair* units = comparison.pairing.Find(kUnits);
+  const ColumnPair* units = comparison.pairing.Find(table::kUnitColumn);
   if (!pair.unit.empty() || units == nullptr) return pair.unit;
   const std::string& unit = listed.CellIn(units->place);
   return lists::IsNothing(unit) ? "" : unit;

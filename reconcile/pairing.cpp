@@ -13,6 +13,7 @@
 #include "lists/formats.h"
 #include "lists/list.h"
 #include "lists/units.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/nearest.h"
@@ -24,10 +25,6 @@ namespace {
 
 using support::ExitStatus;
 using support::Failure;
-
-constexpr char kNameColumn[] = "NAME";
-constexpr char kIdColumn[] = "ID";
-constexpr char kPlaceColumn[] = "place";
 
 struct Setting {
   std::string name;
@@ -74,10 +71,12 @@ class Pairer {
     if (list_.columns.empty()) throw Failure(ExitStatus::kTrouble, "{} has no rows", path_);
     ExpectMappedNames();
     for (std::size_t i = 0; i < list_.columns.size(); ++i) Add(i);
-    if (pairing_.Find(kNameColumn) == nullptr && pairing_.Find(kIdColumn) == nullptr) {
+    if (pairing_.Find(table::kNameColumn) == nullptr &&
+        pairing_.Find(table::kIdColumn) == nullptr) {
       throw Failure(ExitStatus::kTrouble,
-                    "{} has no column NAME or ID: say which one it is with --map NAME=COLUMN{}",
-                    path_, support::NearText(kNameColumn, list_.columns));
+                    "{} has no column {} or {}: say which one it is with --map {}=COLUMN{}", path_,
+                    table::kNameColumn, table::kIdColumn, table::kNameColumn,
+                    support::NearText(std::string(table::kNameColumn), list_.columns));
     }
     ExpectUsed("--tolerance", tolerances_);
     ExpectUsed("--unit", units_);
@@ -117,8 +116,11 @@ class Pairer {
       if (setting.value == header) return table::ColumnFor(kind_, setting.name);
     }
     for (const lists::Meaning& meaning : format_.meanings) {
-      if (meaning.name == name) return table::FindColumn(kind_, std::string(meaning.column));
+      if (meaning.name != name) continue;
+      return table::FindColumn(kind_, std::string(ruxcomp::language::KeywordOf(meaning.entry)));
     }
+    if (!format_.unit.empty() && format_.unit == name)
+      return table::FindColumn(kind_, table::kUnitColumn);
     return format_.meanings.empty() ? table::FindColumn(kind_, name) : std::nullopt;
   }
 
@@ -138,7 +140,7 @@ class Pairer {
       if (!header.empty()) pairing_.ignored.push_back(header);
       return;
     }
-    if (column->name == kPlaceColumn) return;
+    if (column->name == table::kPlaceColumn) return;
     if (pairing_.Find(column->name) != nullptr)
       throw Failure(ExitStatus::kTrouble, "{} has two columns for {}", path_, column->name);
     ColumnPair pair{std::move(*column), place, std::move(unit), {}};
@@ -163,7 +165,7 @@ class Pairer {
 
 }  // namespace
 
-const ColumnPair* Pairing::Find(const std::string& name) const {
+const ColumnPair* Pairing::Find(std::string_view name) const {
   const auto found = std::find_if(columns.begin(), columns.end(),
                                   [&](const ColumnPair& pair) { return pair.column.name == name; });
   return found == columns.end() ? nullptr : &*found;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lists/formats.h"
@@ -38,7 +39,7 @@ struct Pairing {
   std::vector<std::string> ignored;  // columns of the list that are not compared
 
   // The pair of that column; null when there is none.
-  const ColumnPair* Find(const std::string& name) const;
+  const ColumnPair* Find(std::string_view name) const;
 };
 
 // A column of a table that people keep is compared when it has our name, one of a program when its

@@ -13,6 +13,7 @@
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "table/cell.h"
+#include "table/columns.h"
 #include "table/forms.h"
 
 namespace rux::reconcile {
@@ -69,7 +70,14 @@ std::vector<std::string> NotesOf(const Comparison& comparison) {
 }
 
 std::vector<std::string> DifferenceColumns() {
-  return {"difference", "NAME", "ID", "column", "machine", "list", "place", "listed"};
+  return {"difference",
+          std::string(table::kNameColumn),
+          std::string(table::kIdColumn),
+          "column",
+          "machine",
+          "list",
+          table::kPlaceColumn,
+          "listed"};
 }
 
 std::vector<Cell> CellsOf(const Difference& difference, const std::string& list_path) {

@@ -35,7 +35,7 @@ class ScriptEdits {
   void Add(const ruxcomp::language::SectionKind& kind, std::uint32_t header, std::string_view key,
            std::string_view value);
 
-  bool are_any() const { return !edits_.empty(); }
+  bool has_edits() const { return !edits_.empty(); }
   // The text with the edits made.
   std::string Text() const;
 

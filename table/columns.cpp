@@ -33,11 +33,26 @@
 namespace rux::table {
 namespace {
 
+constexpr char kGroupColumn[] = "group";
+constexpr char kListsColumn[] = "lists";
 // The columns of a table of which none are named, in this order, as far as the kind has them.
 constexpr std::string_view kDefaultColumns[] = {
-    "NAME",         "ID",           "PID",     "TYPE",         "ARGNUMBER",
-    "group",        "lists",        "SENSORS", "THRESHOLD_FL", "THRESHOLD_WL",
-    "THRESHOLD_WH", "THRESHOLD_FH", "unit",    "VALUE",        "place"};
+    kNameColumn,
+    kIdColumn,
+    language::KeywordOf(language::ENTRY_PID),
+    language::KeywordOf(language::ENTRY_TYPE),
+    language::KeywordOf(language::ENTRY_ARGNUMBER),
+    kGroupColumn,
+    kListsColumn,
+    language::KeywordOf(language::ENTRY_SENSORS),
+    language::KeywordOf(language::ENTRY_THRESHOLD_FL),
+    language::KeywordOf(language::ENTRY_THRESHOLD_WL),
+    language::KeywordOf(language::ENTRY_THRESHOLD_WH),
+    language::KeywordOf(language::ENTRY_THRESHOLD_FH),
+    kUnitColumn,
+    language::KeywordOf(language::ENTRY_VALUE),
+    kPlaceColumn,
+};
 
 Cell GroupPath(const Subject& subject, const Lists&) {
   std::vector<std::string> names = machine::GroupsOf(subject.section);
@@ -72,11 +87,11 @@ Cell PlaceOf(const Subject& subject, const Lists&) {
 }
 
 // What is worked out.
-constexpr DerivedColumn kDerivedColumns[] = {{"group", false, GroupPath},
-                                             {"lists", true, ListsOf},
-                                             {"unit", true, UnitOf},
+constexpr DerivedColumn kDerivedColumns[] = {{kGroupColumn, false, GroupPath},
+                                             {kListsColumn, true, ListsOf},
+                                             {kUnitColumn, true, UnitOf},
                                              {"properties", false, PropertiesOf},
-                                             {"place", false, PlaceOf}};
+                                             {kPlaceColumn, false, PlaceOf}};
 
 // The row of the entry that a key makes in sections of the kind; null when it makes none.
 const language::EntryRow* FreeEntryFor(const language::SectionKind& kind, std::string_view key) {
@@ -131,14 +146,14 @@ bool Column::is_text() const {
 }
 
 std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name) {
-  const auto is_it = [&](const char* other) { return strcasecmp(other, name.c_str()) == 0; };
+  const auto is_name = [&](const char* other) { return strcasecmp(other, name.c_str()) == 0; };
   for (const DerivedColumn& derived : kDerivedColumns) {
-    const bool is_had = !derived.is_of_sensors || kind.source == language::SECTION_SENSOR;
-    if (is_it(derived.name) && is_had) return Column{derived.name, &derived};
+    const bool kind_has_it = !derived.is_of_sensors || kind.source == language::SECTION_SENSOR;
+    if (is_name(derived.name) && kind_has_it) return Column{derived.name, &derived};
   }
   const language::CompiledEntry* compiled = language::CompiledEntriesOf(kind).begin();
   for (const language::EntryTemplate& row : kind.templates) {
-    if (is_it(compiled->keyword)) return FixedColumn(row, *compiled);
+    if (is_name(compiled->keyword)) return FixedColumn(row, *compiled);
     ++compiled;
   }
   const language::EntryRow* row = FreeEntryFor(kind, name);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,12 @@
 namespace rux::table {
 
 namespace language = ruxcomp::language;
+
+// Columns that others ask for.
+inline constexpr std::string_view kNameColumn = language::KeywordOf(language::ENTRY_NAME);
+inline constexpr std::string_view kIdColumn = language::KeywordOf(language::ENTRY_ID);
+inline constexpr char kUnitColumn[] = "unit";    // of limits
+inline constexpr char kPlaceColumn[] = "place";  // of the section in a script
 
 // A section of a machine, with what several of its cells need.
 struct Subject {
