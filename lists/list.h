@@ -41,7 +41,7 @@ struct Meaning {
 // The text without blanks at its ends.
 std::string_view Trimmed(std::string_view text);
 
-// Whether that is how lists say that there is no number: "", "na", "N/A", "-".
+// Whether that is how lists leave a number out: "", "na", "N/A", "-".
 bool IsNothing(std::string_view text);
 
 }  // namespace rux::lists

@@ -13,7 +13,7 @@ namespace rux::lists {
 std::optional<double> UnitFactor(std::string_view from, std::string_view to);
 
 // The unit in brackets or parentheses at the end of what heads a column, such as "Max [mV]", which
-// is taken off it; empty when there is none.
+// is taken off it; empty when it has none.
 std::string TakeUnit(std::string& header);
 
 }  // namespace rux::lists

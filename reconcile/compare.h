@@ -20,7 +20,7 @@ namespace rux::reconcile {
 
 enum class DifferenceKind : std::uint8_t {
   kDiffers,       // a cell of both
-  kIncomparable,  // a cell of the list that is no number where ours is one, or of another unit
+  kIncomparable,  // a cell of the list without a number where ours is one, or in another unit
   kMissing,       // a row of the list that the machine does not have
   kExtra,         // a section that the list does not have
   kDuplicate,     // a further row for a section

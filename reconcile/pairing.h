@@ -38,7 +38,7 @@ struct Pairing {
   std::vector<ColumnPair> columns;
   std::vector<std::string> ignored;  // columns of the list that are not compared
 
-  // The pair of that column; null when there is none.
+  // The pair of that column; null without one.
   const ColumnPair* Find(std::string_view name) const;
 };
 

@@ -19,8 +19,8 @@ class ScriptEdits {
  public:
   explicit ScriptEdits(std::string text);
 
-  // What the script has after the equals sign of the item with that key on a line; none when there
-  // is no such item.
+  // What the script has after the equals sign of the item with that key on a line; none without
+  // such an item.
   std::optional<std::string_view> ValueAt(std::uint32_t line, std::string_view key) const;
 
   // Whether a section begins on the line.

@@ -274,7 +274,7 @@ void AddContents(Arguments& arguments, TableOptions& options) {
   arguments
       .Add("--sort", &options.order, "Sort by these columns; without it, as the machine has them")
       .Value("COLUMN,...");
-  arguments.Add("--reverse", &options.is_reversed, "Sort the other way round");
+  arguments.Add("--reverse", &options.is_reversed, "Sort in reverse order");
 }
 
 }  // namespace
