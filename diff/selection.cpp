@@ -1,7 +1,6 @@
 #include "diff/selection.h"
 
 #include <fmt/format.h>
-#include <fnmatch.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -16,6 +15,7 @@
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/nearest.h"
+#include "support/pattern.h"
 #include "support/safe_text.h"
 
 namespace rux::diff {
@@ -43,7 +43,7 @@ bool IsOf(const Change& change, const std::string& word) {
   if (word == change.kind->keyword || word == change.row->message->id) return true;
   if (word == WordOf(change.row->category)) return true;
   for (const Side* side : {&change.before, &change.after}) {
-    if (side->name && fnmatch(word.c_str(), side->name->c_str(), 0) == 0) return true;
+    if (side->name && support::FitsPattern(word, *side->name)) return true;
   }
   return false;
 }

@@ -1,7 +1,6 @@
 #include "inspect/section_list.h"
 
 #include <fmt/format.h>
-#include <fnmatch.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -18,6 +17,7 @@
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/pattern.h"
 #include "support/safe_text.h"
 #include "support/terminal.h"
 #include "support/wrap.h"
@@ -48,27 +48,24 @@ constexpr LongKey kLongKeys[] = {
     {language::SECTION_PELMGROUP, language::ENTRY_PID},
 };
 
-bool Fits(const std::string& pattern, const std::string& text) {
-  return fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
-}
-
 bool NameFits(const FileView& view, const SectionKind& kind, std::size_t ordinal,
               const std::string& pattern) {
   if (pattern.empty()) return true;
   if (kind.HasNames()) {
     const std::optional<std::string> name = view.LabelOf(kind, ordinal).name;
-    return name && Fits(pattern, *name);
+    return name && support::FitsPattern(pattern, *name);
   }
   const std::vector<std::string> keys = view.KeysOf(kind, ordinal);
   return std::any_of(keys.begin(), keys.end(),
-                     [&](const std::string& key) { return Fits(pattern, key); });
+                     [&](const std::string& key) { return support::FitsPattern(pattern, key); });
 }
 
 bool FileFits(const FileView& view, const SectionKind& kind, std::size_t ordinal,
               const std::string& pattern) {
   if (pattern.empty()) return true;
   const std::string file = view.SourceFileOf(kind, ordinal);
-  return Fits(pattern, file) || Fits(pattern, file.substr(file.rfind('/') + 1));
+  return support::FitsPattern(pattern, file) ||
+         support::FitsPattern(pattern, file.substr(file.rfind('/') + 1));
 }
 
 // The entries of a section that a long list shows, in the order of the columns; those that it does

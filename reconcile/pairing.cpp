@@ -1,7 +1,5 @@
 #include "reconcile/pairing.h"
 
-#include <fnmatch.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -17,6 +15,7 @@
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/nearest.h"
+#include "support/pattern.h"
 #include "table/cell.h"
 #include "table/columns.h"
 
@@ -107,7 +106,7 @@ class Pairer {
   }
 
   static bool IsMeant(const Setting& setting, const std::string& column) {
-    return fnmatch(setting.name.c_str(), column.c_str(), FNM_CASEFOLD) == 0;
+    return support::FitsPatternInAnyCase(setting.name, column);
   }
 
   // What the column of the list is in ours.

@@ -1,7 +1,5 @@
 #include "table/condition.h"
 
-#include <fnmatch.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
@@ -12,6 +10,7 @@
 
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
+#include "support/pattern.h"
 #include "table/cell.h"
 #include "table/columns.h"
 #include "table/machine_table.h"
@@ -33,10 +32,6 @@ std::string NameIn(const std::string& text) {
   const std::size_t end = text.find_first_of(kOperatorSigns);
   if (end == std::string::npos || end == 0) throw NotACondition(text);
   return text.substr(0, end);
-}
-
-bool FitsPattern(const std::string& pattern, const std::string& text) {
-  return fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
 }
 
 // The cells of one column in all rows.
@@ -78,9 +73,9 @@ Condition::Condition(const ruxcomp::language::SectionKind& kind, const std::stri
 }
 
 bool Condition::IsEqual(const Cell& cell) const {
-  if (cell.empty()) return FitsPattern(operand_, "");
+  if (cell.empty()) return support::FitsPattern(operand_, "");
   return std::any_of(cell.texts.begin(), cell.texts.end(), [&](const std::string& text) {
-    return FitsPattern(operand_, text) || (number_ && NumberIn(text) == number_);
+    return support::FitsPattern(operand_, text) || (number_ && NumberIn(text) == number_);
   });
 }
 
