@@ -11,6 +11,7 @@
 #include "diagnostics/repeated.h"
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 #include "support/utf8.h"
@@ -185,10 +186,6 @@ class Printer {
   support::TextStream& out_;
 };
 
-std::string Counted(std::size_t count, std::string_view noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
-
 // Up to this many equal messages are all shown; of more, only the first ones.
 constexpr std::size_t kFew = 10;
 constexpr std::size_t kFirst = 3;
@@ -277,7 +274,8 @@ std::string SummaryLine(const Report& report) {
   add(report.in_baseline, "in the baseline");
   if (!others.empty()) others += ')';
   return fmt::format("{}: {}, {}{}\n", support::SafePath(report.script),
-                     Counted(report.errors, "error"), Counted(report.warnings, "warning"), others);
+                     support::CountText(report.errors, "error"),
+                     support::CountText(report.warnings, "warning"), others);
 }
 
 }  // namespace rux::diagnostics

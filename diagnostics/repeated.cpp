@@ -8,6 +8,7 @@
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
+#include "support/number_text.h"
 #include "support/text_stream.h"
 
 namespace rux::diagnostics {
@@ -100,7 +101,7 @@ std::string RepeatedOnce::Lines() const {
     if (others == 0) continue;
     std::string_view rest = line;
     lines += TakeUpTo(kOthers.front(), rest);
-    lines += fmt::format("{} more script{}", others, others == 1 ? "" : "s").append(rest);
+    lines += support::CountText(others, "more script").append(rest);
   }
   return lines;
 }

@@ -15,6 +15,7 @@
 #include "diagnostics/collection.h"
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/machine_form.h"
+#include "support/number_text.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
 #include "support/terminal.h"
@@ -22,7 +23,7 @@
 
 namespace rux::diagnostics {
 std::string NotShown(std::size_t count) {
-  return fmt::format("{} more diagnostic{} not shown", count, count == 1 ? "" : "s");
+  return support::CountText(count, "more diagnostic") + " not shown";
 }
 
 std::string NotShownText(std::size_t count) {

@@ -12,6 +12,7 @@
 #include "machine/machine.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -34,7 +35,7 @@ std::string ResultText(const Pairing& pairing) {
       support::SafePath(pairing.meta) + " and " + support::SafePath(pairing.debug_meta);
   if (pairing.belongs()) return files + " belong together";
   return fmt::format("{} do not belong together: {}", files,
-                     CountText(pairing.differences.size(), "difference"));
+                     support::CountText(pairing.differences.size(), "difference"));
 }
 
 void WriteText(const Pairing& pairing, bool uses_colour, support::TextStream& out) {

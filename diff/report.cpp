@@ -17,6 +17,7 @@
 #include "findings/message_row.h"
 #include "machine/origins.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/terminal.h"
 #include "support/text_stream.h"
@@ -109,10 +110,6 @@ void WriteChange(const Change& change, support::JsonObject& json) {
   json.Member("fingerprint", change.Fingerprint());
 }
 
-std::string CountText(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-}
-
 bool Report::Fails(const Change& change) const {
   return std::find(fails.begin(), fails.end(), change.row) != fails.end();
 }
@@ -127,7 +124,8 @@ std::string SummaryText(const Report& report) {
   std::string text = support::SafePath(report.before);
   if (report.after != report.before) text += " -> " + support::SafePath(report.after);
   text += ": ";
-  text += report.changes.empty() ? "no changes" : CountText(report.changes.size(), "change");
+  text +=
+      report.changes.empty() ? "no changes" : support::CountText(report.changes.size(), "change");
   const char* separator = ": ";
   for (std::size_t i = 0; i < kCategoryCount; ++i) {
     const std::size_t count = report.CountOf(static_cast<Category>(i));

@@ -30,9 +30,6 @@ struct Report {
 // "boards/old.meta -> boards/new.meta: 3 changes: 1 id, 2 limits (1 in the baseline)"
 std::string SummaryText(const Report& report);
 
-// "1 change", "2 changes"
-std::string CountText(std::size_t count, std::string_view what);
-
 // The summary, then section by section; with places in the scripts where they are known.
 void WriteText(const Report& report, bool uses_colour, support::TextStream& out);
 

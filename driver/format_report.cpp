@@ -10,6 +10,7 @@
 #include "driver/formatted_script.h"
 #include "format/line_diff.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::driver {
@@ -50,7 +51,7 @@ std::string SummaryText(const std::vector<FormattedScript>& scripts, bool is_don
   const std::size_t left =
       CountOf(scripts, FormatState::kRefused) + CountOf(scripts, FormatState::kUnreadable);
   std::string text = fmt::format(
-      "{} script{}: {} {}, {} unchanged", scripts.size(), scripts.size() == 1 ? "" : "s", changed,
+      "{}: {} {}, {} unchanged", support::CountText(scripts.size(), "script"), changed,
       is_done ? "formatted" : "to be formatted", CountOf(scripts, FormatState::kUnchanged));
   if (left > 0) text += fmt::format(", {} not formatted", left);
   return text + '\n';

@@ -14,6 +14,7 @@
 #include "driver/listed.h"
 #include "driver/messages.h"
 #include "support/failure.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/workers.h"
 
@@ -48,7 +49,7 @@ void Outcome::Add(std::size_t i, const std::string& script, const support::JobRe
 
 diagnostics::Report Outcome::Total() const {
   diagnostics::Report all;
-  all.script = fmt::format("{} script{}", scripts_, scripts_ == 1 ? "" : "s");
+  all.script = support::CountText(scripts_, "script");
   all.is_complete = is_complete_;
   std::map<const diagnostics::MessageRow*, diagnostics::MessageCount> by_row;
   for (std::size_t i = 0; i < most_; ++i) {
@@ -89,8 +90,8 @@ std::string Outcome::Summary(bool folds) const {
 std::string Outcome::FailedText() const {
   constexpr std::size_t kMost = 10;
   if (failed_.empty()) return "";
-  return fmt::format("{} of {} script{} failed: {}\n", failed_.size(), scripts_,
-                     scripts_ == 1 ? "" : "s", Listed(failed_, kMost));
+  return fmt::format("{} of {} failed: {}\n", failed_.size(),
+                     support::CountText(scripts_, "script"), Listed(failed_, kMost));
 }
 
 }  // namespace rux::driver

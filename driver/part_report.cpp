@@ -15,6 +15,7 @@
 #include "driver/common_findings.h"
 #include "driver/listed.h"
 #include "findings/message_row.h"
+#include "support/number_text.h"
 
 namespace rux::driver {
 namespace {
@@ -31,7 +32,7 @@ std::size_t CountKept(const Report& report, Severity severity) {
 }
 
 std::string ErrorsIn(std::size_t errors, const char* files) {
-  return fmt::format("{} error{} in other {}", errors, errors == 1 ? "" : "s", files);
+  return fmt::format("{} in other {}", support::CountText(errors, "error"), files);
 }
 
 std::string ErrorsElsewhere(std::size_t errors) { return ErrorsIn(errors, "files"); }

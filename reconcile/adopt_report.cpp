@@ -1,6 +1,4 @@
 // What became of the differences between a machine and a list.
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -11,6 +9,7 @@
 #include "reconcile/listing.h"
 #include "reconcile/report.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "table/cell.h"
 #include "table/forms.h"
@@ -24,20 +23,17 @@ const char* WordOf(const Edit& edit) {
   return edit.difference->ours.empty() ? "added" : "changed";
 }
 
-std::string Numbered(std::size_t count, const char* what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-}
-
 // "board.rux, sensors.csv: 3 edits to be made in 1 file, 2 differences left"
 std::string EditsLine(const Adoption& adoption, const Listing& listing, const std::string& machine,
                       bool is_made) {
   const std::size_t made = adoption.CountOfMade();
   const std::size_t left = adoption.edits.size() - made;
   std::string line = support::SafePath(machine) + ", " + support::SafePath(listing.path) + ": ";
-  line += Numbered(made, "edit");
+  line += support::CountText(made, "edit");
   if (made > 0)
-    line += (is_made ? " in " : " to be made in ") + Numbered(adoption.texts.size(), "file");
-  if (left > 0) line += ", " + Numbered(left, "difference") + " left";
+    line +=
+        (is_made ? " in " : " to be made in ") + support::CountText(adoption.texts.size(), "file");
+  if (left > 0) line += ", " + support::CountText(left, "difference") + " left";
   return line;
 }
 

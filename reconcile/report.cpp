@@ -11,6 +11,7 @@
 #include "reconcile/compare.h"
 #include "reconcile/pairing.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "table/cell.h"
 #include "table/columns.h"
@@ -26,9 +27,7 @@ std::string SummaryLine(const Comparison& comparison, const std::string& list_pa
   const std::size_t count = comparison.differences.size();
   std::string line = support::SafePath(comparison.table.machine.name()) + ", " +
                      support::SafePath(list_path) + ": " +
-                     (count == 0   ? "no differences"
-                      : count == 1 ? "1 difference"
-                                   : fmt::format("{} differences", count));
+                     (count == 0 ? "no differences" : support::CountText(count, "difference"));
   const char* separator = ": ";
   for (std::size_t i = 0; i < kDifferenceCount; ++i) {
     const std::size_t of_kind = comparison.CountOf(static_cast<DifferenceKind>(i));

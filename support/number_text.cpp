@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace rux::support {
 
@@ -11,6 +13,10 @@ std::string NumberText(std::uint32_t number) {
   const auto with_sign = static_cast<std::int32_t>(number);
   if (with_sign >= 0) return fmt::format("{0} (0x{0:X})", number);
   return fmt::format("{0} (0x{0:X}, {1})", number, with_sign);
+}
+
+std::string CountText(std::size_t count, std::string_view noun) {
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
 }  // namespace rux::support

@@ -2,14 +2,19 @@
 #ifndef SUPPORT_NUMBER_TEXT_H_
 #define SUPPORT_NUMBER_TEXT_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace rux::support {
 
 // "85 (0x55)"; with the top bit set, also the number that a script may have written with a sign:
 // "4294967276 (0xFFFFFFEC, -20)".
 std::string NumberText(std::uint32_t number);
+
+// "1 change", "2 changes"
+std::string CountText(std::size_t count, std::string_view noun);
 
 }  // namespace rux::support
 

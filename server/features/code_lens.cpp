@@ -15,6 +15,7 @@
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/session.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::server {
@@ -35,10 +36,6 @@ std::size_t CountOf(const std::vector<Asked>& places, const OutlineEntry& entry)
   return found.size();
 }
 
-std::string CountText(std::size_t count) {
-  return std::to_string(count) + (count == 1 ? " reference" : " references");
-}
-
 // A command without a name does nothing: the text is for reading.
 Json LensJson(const Asked& asked, const OutlineEntry& entry, const std::string& title) {
   return {{"range", RangeJson(asked, entry.name_range)},
@@ -52,7 +49,8 @@ Json LensesOf(const Session& session, const Json& params) {
   const Asked& asked = places.front();
   for (const OutlineEntry& entry : assistance::OutlineOf(asked.at.index, asked.at.file)) {
     if (!entry.is_named) continue;
-    lenses.push_back(LensJson(asked, entry, CountText(CountOf(places, entry))));
+    lenses.push_back(
+        LensJson(asked, entry, support::CountText(CountOf(places, entry), "reference")));
     const std::string limits =
         assistance::LimitsText(asked.at.index, entry.id, asked.machine.limits());
     if (!limits.empty()) lenses.push_back(LensJson(asked, entry, support::SafeText(limits)));

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "compiled/compiled_file.h"
-#include "diff/report.h"
 #include "inspect/dump.h"
 #include "inspect/entry_value.h"
 #include "release/inspection.h"
@@ -18,6 +17,7 @@
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "tool/command.h"
@@ -165,7 +165,7 @@ support::ExitStatus VerifyRelease(const VerifyOptions& options) {
     if (problems.empty() && !options.quiet) {
       support::PrintOut(
           support::SafePath(options.release.manifest) +
-          fmt::format(": {} as recorded\n", diff::CountText(manifest.files.size(), "file")));
+          fmt::format(": {} as recorded\n", support::CountText(manifest.files.size(), "file")));
     }
   }
   return problems.empty() ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
