@@ -317,7 +317,7 @@ class FixRun {
       return support::PrintOut(FixesJson(scripts_, writes));
     }
     if (options_.diffs) {
-      support::PrintScript(DiffText(scripts_), "redirect the output");
+      support::PrintAsIs("the script", DiffText(scripts_), "redirect the output");
     } else {
       support::PrintOut(FixesText(scripts_));
     }

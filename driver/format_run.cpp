@@ -115,8 +115,8 @@ class FormatRun {
   void Report(bool writes, bool is_input) const {
     if (options_.checks && options_.form == "json") return support::PrintOut(FormatJson(scripts_));
     if (options_.checks) support::PrintOut(NamesText(scripts_));
-    if (options_.diffs) support::PrintScript(DiffText(scripts_), kAdvice);
-    if (writes && is_input) support::PrintScript(TextOf(scripts_.front()), kAdvice);
+    if (options_.diffs) support::PrintAsIs("the script", DiffText(scripts_), kAdvice);
+    if (writes && is_input) support::PrintAsIs("the script", TextOf(scripts_.front()), kAdvice);
     support::PrintError(RefusalsText(scripts_));
     if (!is_input) support::PrintError(SummaryText(scripts_, writes));
   }

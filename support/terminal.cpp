@@ -57,10 +57,10 @@ std::size_t StatusWidth() {
   return can_erase ? WidthOn(STDERR_FILENO) : 0;
 }
 
-void PrintScript(std::string_view text, std::string_view advice) {
+void PrintAsIs(std::string_view what, std::string_view text, std::string_view advice) {
   if (isatty(STDOUT_FILENO) != 0 && !AreSafeLines(text)) {
-    throw Failure(ExitStatus::kWrongUsage,
-                  "the script has characters that could control a terminal: {}", advice);
+    throw Failure(ExitStatus::kWrongUsage, "{} has characters that could control a terminal: {}",
+                  what, advice);
   }
   PrintOut(text);
 }

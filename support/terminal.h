@@ -16,9 +16,9 @@ std::size_t TextWidth();
 // is none, or one that cannot erase.
 std::size_t StatusWidth();
 
-// Prints the text of a script as it is. Throws a Failure of wrong usage when standard output is a
-// terminal that the text could control; `advice` is what to do about it.
-void PrintScript(std::string_view text, std::string_view advice);
+// Prints a text as it is. Throws a Failure of wrong usage when standard output is a terminal that
+// the text could control; `what` is the text ("the script"), `advice` what to do about it.
+void PrintAsIs(std::string_view what, std::string_view text, std::string_view advice);
 
 // Whether what goes to the descriptor is in colours, for a value of --color: "auto", "always" or
 // "never".

@@ -41,7 +41,8 @@ std::string Decompiled(const std::string& path) {
 support::ExitStatus Decompile(const DecompileOptions& options) {
   WarnUnlessPair(options.meta, options.debug_meta);
   if (options.script.empty()) {
-    support::PrintScript(Decompiled(options.debug_meta), "give -o FILE, or redirect the output");
+    support::PrintAsIs("the script", Decompiled(options.debug_meta),
+                       "give -o FILE, or redirect the output");
   } else {
     driver::RefuseToOverwrite({"debug meta file", options.debug_meta}, {"script", options.script});
     support::PutInPlace({{options.script, Decompiled(options.debug_meta)}});

@@ -94,9 +94,10 @@ table::MachineTable TableFor(const TableOptions& options, const Request& request
 
 void PrintSheet(const TableOptions& options, const table::Sheet& sheet) {
   if (options.format == "csv") {
-    return support::PrintScript(
-        support::WrittenText([&](support::TextStream& out) { table::WriteCsv(sheet, out); }),
-        "redirect the output");
+    return support::PrintAsIs("the table", support::WrittenText([&](support::TextStream& out) {
+                                table::WriteCsv(sheet, out);
+                              }),
+                              "redirect the output");
   }
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     for (const table::Form& form : table::kForms) {
