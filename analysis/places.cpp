@@ -11,6 +11,7 @@
 #include "analysis/findings.h"
 #include "diagnostics/diagnostic.h"
 #include "protocol/positions.h"
+#include "reader/byte_order_mark.h"
 #include "reader/texts.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
@@ -22,8 +23,6 @@ namespace rux::analysis {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -61,8 +60,8 @@ const Files::Lines& Files::LinesOf(const sources::SourceFile& file) {
   if (known != lines_.end()) return known->second;
   const std::string_view text = file.text();
   const bool is_open = open_.count(&file) != 0;
-  const bool has_mark = !is_open && text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  const std::uint32_t mark = has_mark ? kByteOrderMark.size() : 0;
+  const bool has_mark = !is_open && ruxcomp::reader::StartsWithMark(text);
+  const std::uint32_t mark = has_mark ? ruxcomp::reader::kMark.size() : 0;
   return lines_.emplace(&file, Lines{mark, protocol::TextLines(text.substr(mark))}).first->second;
 }
 

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "reader/byte_order_mark.h"
 #include "support/nearest.h"
 #include "support/safe_text.h"
 #include "support/text_file.h"
@@ -87,8 +88,6 @@ std::string FixText(const Fix& fix, std::string_view replaced) {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 // The line that a place begins on, with the part of the place that is on it.
 Excerpt LineOf(const Location& location) {
   Excerpt excerpt;
@@ -96,9 +95,9 @@ Excerpt LineOf(const Location& location) {
   if (excerpt.line == 0) return excerpt;
   excerpt.text = location.file->Line(excerpt.line);
   std::size_t start = location.file->LineStart(excerpt.line);
-  if (excerpt.line == 1 && excerpt.text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    excerpt.text.remove_prefix(kByteOrderMark.size());
-    start += kByteOrderMark.size();
+  if (excerpt.line == 1 && ruxcomp::reader::StartsWithMark(excerpt.text)) {
+    excerpt.text.remove_prefix(ruxcomp::reader::kMark.size());
+    start += ruxcomp::reader::kMark.size();
   }
   const std::size_t begin = std::max<std::size_t>(location.range.begin, start) - start;
   excerpt.begin = std::min(begin, excerpt.text.size());
