@@ -18,8 +18,9 @@
 
 namespace rux::diff {
 
-Pairing PairingOf(const std::string& meta, const std::string& debug_meta) {
-  const std::vector<machine::Machine> machines = machine::Load({meta, debug_meta}, {});
+Pairing PairingOf(const std::string& meta, const std::string& debug_meta,
+                  const machine::LoadOptions& options) {
+  const std::vector<machine::Machine> machines = machine::Load({meta, debug_meta}, options);
   if (machines[0].origins() != nullptr) {
     throw support::Failure(support::ExitStatus::kTrouble, "{} must be a meta file", meta);
   }

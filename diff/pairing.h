@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "diff/change.h"
+#include "machine/load.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
@@ -23,7 +24,8 @@ struct Pairing {
 
 // Of a meta file and a debug meta file, or a script in its place. Costs what compiling the script
 // does. Throws a Failure when a file is not what it has to be, or cannot be compared.
-Pairing PairingOf(const std::string& meta, const std::string& debug_meta);
+Pairing PairingOf(const std::string& meta, const std::string& debug_meta,
+                  const machine::LoadOptions& options);
 
 // "a.meta and b.metad do not belong together: 2 differences"
 std::string ResultText(const Pairing& pairing);

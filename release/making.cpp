@@ -93,7 +93,7 @@ class Maker {
   }
 
   static void ExpectPair(const std::string& meta, const std::string& debug_meta) {
-    const diff::Pairing pairing = diff::PairingOf(meta, debug_meta);
+    const diff::Pairing pairing = diff::PairingOf(meta, debug_meta, {});
     if (pairing.belongs()) return;
     throw Failure(ExitStatus::kFindings, "{}; 'rux match' shows the first",
                   diff::ResultText(pairing));

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "machine/load.h"
 #include "tool/command.h"
 
 namespace rux::tool {
@@ -14,7 +15,8 @@ void AddMetaOfPair(Arguments& arguments, const char* names, std::string& meta, c
 // Warns on standard error when the debug meta file belongs to another meta file, or when that
 // cannot be found out. Without a meta file (empty), does nothing. Throws a Failure of wrong usage
 // for a debug meta file that can be read only once.
-void WarnUnlessPair(const std::string& meta, const std::string& debug_meta);
+void WarnUnlessPair(const std::string& meta, const std::string& debug_meta,
+                    const machine::LoadOptions& options);
 
 }  // namespace rux::tool
 

@@ -39,7 +39,7 @@ std::string Decompiled(const std::string& path) {
 }
 
 support::ExitStatus Decompile(const DecompileOptions& options) {
-  WarnUnlessPair(options.meta, options.debug_meta);
+  WarnUnlessPair(options.meta, options.debug_meta, {});
   if (options.script.empty()) {
     support::PrintAsIs("the script", Decompiled(options.debug_meta),
                        "give -o FILE, or redirect the output");

@@ -56,11 +56,12 @@ void WriteReport(const DiffOptions& options, const diff::Report& report) {
 
 support::ExitStatus Diff(const DiffOptions& options) {
   const std::vector<const diff::ClassRow*> fails = diff::ClassesFor(options.fail_on);
-  WarnUnlessPair(options.meta_before, options.before);
-  WarnUnlessPair(options.meta_after, options.after);
+  const machine::LoadOptions load{options.include_folders, driver::ProjectsOf(options.project),
+                                  options.name};
+  WarnUnlessPair(options.meta_before, options.before, load);
+  WarnUnlessPair(options.meta_after, options.after, load);
   const std::vector<machine::Machine> machines =
-      machine::Load({options.before, options.after},
-                    {options.include_folders, driver::ProjectsOf(options.project), options.name});
+      machine::Load({options.before, options.after}, load);
   const bool is_named = !options.name.empty();
   diff::Report report{is_named ? options.name : options.before,
                       is_named ? options.name : options.after,

@@ -1,14 +1,18 @@
 // rux match META METAD
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "diff/pairing.h"
+#include "driver/compile_options.h"
+#include "settings/project.h"
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/standard_streams.h"
 #include "support/terminal.h"
 #include "support/text_stream.h"
 #include "tool/command.h"
+#include "tool/compile_arguments.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
@@ -20,10 +24,14 @@ struct MatchOptions {
   std::string color = "auto";
   bool json = false;
   bool quiet = false;
+  std::vector<std::string> include_folders;
+  settings::ProjectChoice project;
 };
 
 support::ExitStatus Match(const MatchOptions& options) {
-  const diff::Pairing pairing = diff::PairingOf(options.meta, options.metad);
+  const diff::Pairing pairing =
+      diff::PairingOf(options.meta, options.metad,
+                      {options.include_folders, driver::ProjectsOf(options.project), ""});
   if (!options.quiet) {
     support::Print(support::PrintOut, [&](support::TextStream& out) {
       if (!options.json)
@@ -47,6 +55,7 @@ Action SetUpMatch(Arguments& arguments) {
   arguments.Add("--json", &options->json, "Print JSON (docs/match.schema.json)");
   arguments.Add("-q,--quiet", &options->quiet, "Print nothing; the exit status answers")
       .Without({"--json"});
+  AddSearchOptions(arguments, options->include_folders, options->project);
   arguments.Footer(
       "Both belong together when they describe the same machine, whenever they were made. Either\n"
       "may be of a git revision: REVISION:PATH. The exit status is 1 when they differ.\n\n"

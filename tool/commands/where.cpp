@@ -29,7 +29,7 @@ struct WhereOptions {
 
 support::ExitStatus Where(const WhereOptions& options) {
   const std::vector<inspect::PathStep> path = inspect::ParsePath(options.path);
-  WarnUnlessPair(options.meta, options.metad);
+  WarnUnlessPair(options.meta, options.metad, {});
   const compiled::DebugMeta meta = compiled::ReadDebugMeta(options.metad);
   const std::vector<inspect::DebugFound> places = inspect::FindPlaces(options.metad, meta, path);
   const auto write = [&](support::JsonObject& json) {
