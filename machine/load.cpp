@@ -36,6 +36,7 @@
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
+#include "support/input_file.h"
 #include "support/memory_file.h"
 #include "support/standard_streams.h"
 #include "support/workers.h"
@@ -163,6 +164,8 @@ std::shared_ptr<const settings::Project> ProjectOf(const Source& source,
 class Loader {
  public:
   Loader(const std::vector<std::string>& names, const LoadOptions& options) : options_(options) {
+    if (std::count(names.begin(), names.end(), support::kStandardInput) > 1)
+      throw support::Failure(ExitStatus::kWrongUsage, "standard input can be read only once");
     sources_.reserve(names.size());
     for (const std::string& name : names) {
       sources_.push_back(ReadSource(name));

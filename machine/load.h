@@ -26,7 +26,8 @@ std::vector<std::string> IncludeFoldersFor(const Source& source, const LoadOptio
 // Each of a meta file, a debug meta file, a script, or one of these in a git revision
 // ("HEAD~1:boards/board.rux", with all that it includes from there). Scripts, and what debug meta
 // files keep of them, are compiled by processes of their own. /dev/null is a machine without
-// sections. Throws a Failure, also for a script in which the check finds an error.
+// sections. Throws a Failure, also for a script in which the check finds an error, and of wrong
+// usage when standard input is given twice.
 std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options);
 
 }  // namespace rux::machine
