@@ -57,6 +57,8 @@ std::string EscapedName(const std::string& path, const std::string& name) {
   return text;
 }
 
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
 // The names of a rule, which ends with its line. A backslash before the end of a line joins the
 // next one; before a blank, # or :, that character is part of the name.
 class RuleReader {
@@ -82,7 +84,7 @@ class RuleReader {
 
  private:
   bool SkipBlank() {
-    if (text_[at_] == ' ') {
+    if (IsBlank(text_[at_])) {
       ++at_;
     } else if (text_.substr(at_, 2) == "\\\n") {
       at_ += 2;
@@ -94,12 +96,12 @@ class RuleReader {
 
   // Up to a blank, the end of the line, or a colon that no name goes on after.
   std::string Name() {
-    constexpr std::string_view kEscaped = " #:";
+    constexpr std::string_view kEscaped = " \t#:";
     std::string name;
     for (; at_ < text_.size(); ++at_) {
       const char c = text_[at_];
       const char next = at_ + 1 < text_.size() ? text_[at_ + 1] : '\n';
-      if (c == ' ' || c == '\n' || c == ':') break;
+      if (IsBlank(c) || c == '\n' || c == ':') break;
       const bool is_escape =
           (c == '\\' && kEscaped.find(next) != std::string_view::npos) || (c == '$' && next == '$');
       if (c == '\\' && next == '\n') break;
