@@ -30,8 +30,8 @@ class Maker {
 
   Manifest Make() {
     Manifest manifest{contents_.tool, contents_.created, contents_.revision};
-    ReadDepfiles();
     for (const std::string& file : contents_.files) AddFile(file);
+    for (const std::string& depfile : contents_.depfiles) AddSources(depfile);
     FindPairs();
     for (auto& [path, record] : files_) manifest.files.push_back(std::move(record));
     for (auto& [path, record] : sources_) manifest.sources.push_back(std::move(record));
@@ -51,41 +51,64 @@ class Maker {
     return {NameOf(path), digest.bytes, std::move(digest.sha256)};
   }
 
-  void ReadDepfiles() {
-    for (const std::string& path : contents_.depfiles) {
-      const driver::DepfileRule rule = driver::ReadDepfile(path);
-      std::vector<std::string> names;
-      for (const std::string& source : rule.prerequisites) {
-        names.push_back(NameOf(source));
-        if (sources_.count(names.back()) == 0) sources_.emplace(names.back(), RecordOf(source));
-      }
-      std::sort(names.begin(), names.end());
-      for (const std::string& target : rule.targets) sources_of_[NameOf(target)] = names;
-    }
-  }
-
   void AddFile(const std::string& path) {
     FileRecord record = RecordOf(path);
     record.form = FormOf(path);
     if (!record.form.empty()) record.created = compiled::CompiledFile(path).summary().creation_time;
-    const auto sources = sources_of_.find(record.path);
-    if (sources != sources_of_.end()) record.sources = sources->second;
     paths_[record.path] = path;
     files_.insert_or_assign(record.path, std::move(record));
   }
 
+  // A dependency file may be about more files than the release has, but at least about one of them.
+  void AddSources(const std::string& depfile) {
+    const driver::DepfileRule rule = driver::ReadDepfile(depfile);
+    std::vector<FileRecord*> released;
+    for (const std::string& target : rule.targets) {
+      const auto file = files_.find(NameOf(target));
+      if (file != files_.end()) released.push_back(&file->second);
+    }
+    if (released.empty()) {
+      throw Failure(ExitStatus::kFindings, "{} is about {}, which is not one of the files", depfile,
+                    rule.targets.front());
+    }
+    std::vector<std::string> names;
+    for (const std::string& source : rule.prerequisites) {
+      names.push_back(NameOf(source));
+      if (sources_.count(names.back()) == 0) sources_.emplace(names.back(), RecordOf(source));
+    }
+    std::sort(names.begin(), names.end());
+    for (FileRecord* file : released) file->sources = names;
+  }
+
   void FindPairs() {
-    std::map<std::string, FileRecord*> meta_files;
+    struct Stem {
+      std::vector<FileRecord*> meta;
+      std::vector<FileRecord*> debug_meta;
+    };
+    std::map<std::string, Stem> stems;
     for (auto& [name, record] : files_) {
-      if (record.form == kMetaForm) meta_files[StemOf(name)] = &record;
+      if (record.form == kMetaForm) stems[StemOf(name)].meta.push_back(&record);
+      if (record.form == kDebugMetaForm) stems[StemOf(name)].debug_meta.push_back(&record);
     }
-    for (auto& [name, record] : files_) {
-      const auto meta = meta_files.find(StemOf(name));
-      if (record.form != kDebugMetaForm || meta == meta_files.end()) continue;
-      ExpectPair(paths_.at(meta->second->path), paths_.at(name));
-      meta->second->pair = name;
-      record.pair = meta->second->path;
+    for (const auto& [stem, files] : stems) {
+      if (files.meta.empty() || files.debug_meta.empty()) continue;
+      ExpectOne(files.meta, *files.debug_meta.front());
+      ExpectOne(files.debug_meta, *files.meta.front());
+      Pair(*files.meta.front(), *files.debug_meta.front());
     }
+  }
+
+  static void ExpectOne(const std::vector<FileRecord*>& files, const FileRecord& other) {
+    if (files.size() == 1) return;
+    throw Failure(ExitStatus::kFindings,
+                  "{} and {} are both {} files: only one can be the pair of {}", files[0]->path,
+                  files[1]->path, files[0]->form, other.path);
+  }
+
+  void Pair(FileRecord& meta, FileRecord& debug_meta) const {
+    ExpectPair(paths_.at(meta.path), paths_.at(debug_meta.path));
+    meta.pair = debug_meta.path;
+    debug_meta.pair = meta.path;
   }
 
   static std::string StemOf(const std::string& name) {
@@ -104,7 +127,6 @@ class Maker {
   std::map<std::string, FileRecord> files_;
   std::map<std::string, std::string> paths_;  // of the files, from the working folder
   std::map<std::string, FileRecord> sources_;
-  std::map<std::string, std::vector<std::string>> sources_of_;
 };
 
 }  // namespace

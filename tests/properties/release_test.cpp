@@ -117,7 +117,7 @@ TEST_F(Release, DependencyFilesComeBackAsTheyWereWritten) {
   EXPECT_GT(written, 75U);
 }
 
-TEST_F(Release, GarbageIsNoDependencyFileOrHasNames) {
+TEST_F(Release, GarbageIsRefusedAsADependencyFileOrHasNames) {
   for (std::uint32_t seed = 0; seed < 200; ++seed) {
     Random random(seed);
     const std::string path = Write("rule.d", "a: " + RandomGarbage(random));

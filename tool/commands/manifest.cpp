@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "driver/compile_options.h"
+#include "driver/overwriting.h"
 #include "release/making.h"
 #include "support/failure.h"
 #include "support/placement.h"
@@ -22,6 +24,22 @@ struct ManifestOptions {
   std::string output;  // empty: standard output
 };
 
+// Neither the files that the manifest is about nor what it was made from may be lost to it.
+void RefuseToOverwriteListed(const release::Contents& contents, const release::Manifest& manifest,
+                             const std::string& output) {
+  const driver::NamedFile written{"manifest", output};
+  for (const std::string& depfile : contents.depfiles)
+    driver::RefuseToOverwrite({"dependency file", depfile}, written);
+  const auto refuse_each = [&](const char* what, const std::vector<release::FileRecord>& records) {
+    for (const release::FileRecord& record : records) {
+      const std::filesystem::path path = std::filesystem::path(contents.folder) / record.path;
+      driver::RefuseToOverwrite({what, path.lexically_normal().string()}, written);
+    }
+  };
+  refuse_each("file of the release", manifest.files);
+  refuse_each("source", manifest.sources);
+}
+
 support::ExitStatus WriteManifest(const ManifestOptions& options) {
   release::Contents contents = options.contents;
   contents.tool = VersionText();
@@ -29,11 +47,12 @@ support::ExitStatus WriteManifest(const ManifestOptions& options) {
       driver::SourceDateEpoch().value_or(static_cast<std::uint32_t>(std::time(nullptr)));
   if (contents.folder.empty())
     contents.folder = std::filesystem::path(options.output).parent_path().string();
-  const std::string text = release::ManifestText(release::ManifestOf(contents));
+  const release::Manifest manifest = release::ManifestOf(contents);
   if (options.output.empty()) {
-    support::PrintOut(text);
+    support::PrintOut(release::ManifestText(manifest));
   } else {
-    support::PutInPlace({{options.output, text}});
+    RefuseToOverwriteListed(contents, manifest, options.output);
+    support::PutInPlace({{options.output, release::ManifestText(manifest)}});
   }
   return support::ExitStatus::kDone;
 }
