@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "compiled/compiled_file.h"
 #include "release/manifest.h"
 #include "support/failure.h"
+#include "support/input_file.h"
 #include "support/json.h"
 #include "support/sha256.h"
 
@@ -35,7 +37,7 @@ class Inspector {
     if (inspection_.with_sources) {
       for (const FileRecord& source : manifest_.sources) Inspect(source);
     }
-    for (const FileRecord& file : manifest_.files) InspectPair(file);
+    InspectPairs();
     FindExtraFiles();
     std::stable_sort(problems_.begin(), problems_.end(),
                      [](const Problem& a, const Problem& b) { return a.path < b.path; });
@@ -46,7 +48,7 @@ class Inspector {
   void Inspect(const FileRecord& record) {
     const std::string path = (folder_ / record.path).string();
     std::error_code error;
-    if (!fs::exists(path, error)) return Add(record.path, "missing", "it is missing");
+    if (!fs::exists(path, error) && !error) return Add(record.path, "missing", "it is missing");
     try {
       InspectBytes(record, path);
     } catch (const support::Failure& failure) {
@@ -70,29 +72,56 @@ class Inspector {
       Add(record.path, "changed", "it was made at another time");
   }
 
-  void InspectPair(const FileRecord& record) {
-    if (record.pair.empty()) return;
-    const bool is_there =
-        std::any_of(manifest_.files.begin(), manifest_.files.end(), [&](const FileRecord& other) {
-          return other.path == record.pair && other.pair == record.path;
-        });
-    if (!is_there) Add(record.path, "unpaired", "its pair is not in the manifest: " + record.pair);
+  void InspectPairs() {
+    std::set<std::pair<std::string_view, std::string_view>> pairs;
+    for (const FileRecord& file : manifest_.files) pairs.emplace(file.path, file.pair);
+    for (const FileRecord& file : manifest_.files) {
+      if (file.pair.empty() || pairs.count({file.pair, file.path}) > 0) continue;
+      Add(file.path, "unpaired", "its pair is not in the manifest: " + file.pair);
+    }
   }
 
+  // Paths are compared as they are from the root of the file system, however the user spells them.
   void FindExtraFiles() {
-    std::set<fs::path> known;
+    const fs::path root = fs::canonical(OrWorkingFolder(folder_));
+    std::set<std::string> known;
     for (const auto* list : {&manifest_.files, &manifest_.sources}) {
-      for (const FileRecord& file : *list) known.insert((folder_ / file.path).lexically_normal());
+      for (const FileRecord& file : *list)
+        known.insert((root / file.path).lexically_normal().string());
     }
-    const fs::path root = folder_.empty() ? fs::path(".") : folder_;
-    const std::string own = fs::path(inspection_.manifest).lexically_normal().string();
+    const fs::path own = OwnPath();
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root)) {
       if (entry.is_directory() && !entry.is_symlink()) continue;
-      const fs::path path = entry.path().lexically_normal();
-      if (known.count(path) > 0 || path.string().compare(0, own.size(), own) == 0) continue;
-      Add(path.lexically_relative(root.lexically_normal()).generic_string(), "extra",
+      if (Has(known, entry.path().string()) || BelongsTo(own, entry.path())) continue;
+      Add(entry.path().lexically_relative(root).generic_string(), "extra",
           "it is not in the manifest");
     }
+  }
+
+  static fs::path OrWorkingFolder(const fs::path& folder) {
+    return folder.empty() ? fs::path(".") : folder;
+  }
+
+  // Of the manifest; empty on standard input.
+  fs::path OwnPath() const {
+    if (inspection_.manifest == support::kStandardInput) return {};
+    const fs::path path(inspection_.manifest);
+    return fs::canonical(OrWorkingFolder(path.parent_path())) / path.filename();
+  }
+
+  // Whether it is one of the paths, or the folder of some: that may be a symbolic link.
+  static bool Has(const std::set<std::string>& paths, const std::string& path) {
+    if (paths.count(path) > 0) return true;
+    const std::string folder = path + '/';
+    const auto next = paths.lower_bound(folder);
+    return next != paths.end() && next->compare(0, folder.size(), folder) == 0;
+  }
+
+  // Whether the path is that of the manifest itself or of a signature beside it.
+  static bool BelongsTo(const fs::path& manifest, const fs::path& path) {
+    if (path.parent_path() != manifest.parent_path()) return false;
+    const std::string lead = manifest.filename().string() + '.';
+    return (path.filename().string() + '.').compare(0, lead.size(), lead) == 0;
   }
 
   void Add(const std::string& path, const char* what, const std::string& text) {

@@ -16,6 +16,7 @@
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "support/failure.h"
+#include "support/input_file.h"
 #include "support/json.h"
 #include "support/number_text.h"
 #include "support/safe_text.h"
@@ -115,6 +116,10 @@ void WriteResult(JsonObject& json, const Result& result) {
   if (!result.cause.empty()) json.Member("cause", result.cause);
 }
 
+support::Failure WrongVerifyUsage(const char* reason) {
+  return support::Failure(support::ExitStatus::kWrongUsage, "{}\nSee 'rux help verify'.", reason);
+}
+
 // Whether all files are sound, which `report` is to say of each.
 template <class Report>
 bool VerifyEach(const std::vector<std::string>& files, Report report) {
@@ -153,6 +158,8 @@ bool VerifyAsText(const std::vector<std::string>& files, bool quiet) {
 }
 
 support::ExitStatus VerifyRelease(const VerifyOptions& options) {
+  if (options.release.manifest == support::kStandardInput && options.release.folder.empty())
+    throw WrongVerifyUsage("a manifest on standard input needs --folder");
   const release::Manifest manifest = release::ReadManifest(options.release.manifest);
   const std::vector<release::Problem> problems = release::ProblemsIn(manifest, options.release);
   if (options.json) {
@@ -173,9 +180,9 @@ support::ExitStatus VerifyRelease(const VerifyOptions& options) {
 
 support::ExitStatus VerifyFiles(const VerifyOptions& options) {
   if (!options.release.manifest.empty()) return VerifyRelease(options);
-  if (options.files.empty())
-    throw support::Failure(support::ExitStatus::kWrongUsage,
-                           "FILE is required, or --manifest\nSee 'rux help verify'.");
+  if (!options.release.folder.empty() || options.release.with_sources)
+    throw WrongVerifyUsage("--folder and --sources need --manifest");
+  if (options.files.empty()) throw WrongVerifyUsage("FILE is required, or --manifest");
   const bool are_sound =
       options.json ? VerifyForPrograms(options.files) : VerifyAsText(options.files, options.quiet);
   return are_sound ? support::ExitStatus::kDone : support::ExitStatus::kTrouble;
@@ -191,7 +198,7 @@ Action SetUpVerify(Arguments& arguments) {
       .File();
   arguments
       .Add("--manifest", &options->release.manifest,
-           "Verify the files of a release instead: all that this manifest lists, and no others")
+           "Verify the files of a release instead: exactly those that this manifest lists")
       .File("FILE")
       .Without({"FILE"});
   arguments
