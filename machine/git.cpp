@@ -75,10 +75,12 @@ int StatusOf(pid_t process) {
 GitRevision::GitRevision(std::string revision) : revision_(std::move(revision)) {
   Pipe questions = MakePipe();
   Pipe answers = MakePipe();
-  process_ =
-      StartGit({"git", "cat-file", "--batch"}, questions.read.number(), answers.write.number());
+  process_ = StartGit({"git", "cat-file", "--batch", "--follow-symlinks"}, questions.read.number(),
+                      answers.write.number());
   questions_ = std::move(questions.write);
   answers_ = std::move(answers.read);
+  if (!Ask("^{tree}"))
+    throw support::Failure(ExitStatus::kTrouble, "git has no revision {}", revision_);
 }
 
 GitRevision::~GitRevision() {
@@ -111,10 +113,20 @@ std::string GitRevision::Line() {
 }
 
 std::optional<std::string> GitRevision::Read(const std::string& path) {
+  if (path.empty()) {
+    throw support::Failure(ExitStatus::kWrongUsage, "{}: names no file; expected REVISION:PATH",
+                           revision_);
+  }
+  std::optional<Object> object = Ask(':' + path);
+  return object && object->is_file ? std::optional(std::move(object->bytes)) : std::nullopt;
+}
+
+std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
+  const std::string question = revision_ + what;
   // A line is a question, and git knows no way to quote what ends one.
-  if (path.find('\n') != std::string::npos) return std::nullopt;
+  if (question.find('\n') != std::string::npos) return std::nullopt;
   const auto before = signal(SIGPIPE, SIG_IGN);
-  const bool is_asked = support::WriteAll(questions_.number(), revision_ + ':' + path + '\n');
+  const bool is_asked = support::WriteAll(questions_.number(), question + '\n');
   signal(SIGPIPE, before);
   if (!is_asked) ThrowBroken();
   const std::string answer = Line();
@@ -125,13 +137,13 @@ std::optional<std::string> GitRevision::Read(const std::string& path) {
   const bool has_size =
       last != std::string::npos && std::from_chars(answer.data() + last + 1, end, size).ptr == end;
   if (!has_size || last + 1 == answer.size()) return std::nullopt;
-  if (size > compiled::kLargestFile) throw compiled::TooLarge("cannot load", path);
+  if (size > compiled::kLargestFile) throw compiled::TooLarge("cannot load", question);
   std::string bytes = Bytes(size);
   Bytes(1);
   constexpr std::string_view kFile = " blob";
   const bool is_file =
       last >= kFile.size() && answer.compare(last - kFile.size(), kFile.size(), kFile) == 0;
-  return is_file ? std::optional(std::move(bytes)) : std::nullopt;
+  return Object{is_file, std::move(bytes)};
 }
 
 std::string FolderInRepository() {

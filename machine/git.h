@@ -14,17 +14,24 @@ namespace rux::machine {
 // One run of the git program, which answers as long as this lives.
 class GitRevision {
  public:
-  // Throws a Failure when git does not run.
+  // Throws a Failure when git does not run or does not have the revision.
   explicit GitRevision(std::string revision);
   ~GitRevision();
   GitRevision(const GitRevision&) = delete;
   GitRevision& operator=(const GitRevision&) = delete;
 
-  // The bytes of a file; none when the revision, or the file in it, is not there. The path is
-  // relative to the top of the repository. Throws a Failure when git breaks off.
+  // The bytes of a file; none when the revision does not have it. The path is relative to the top
+  // of the repository; symbolic links are followed within the revision. Throws a Failure when git
+  // breaks off.
   std::optional<std::string> Read(const std::string& path);
 
  private:
+  struct Object {
+    bool is_file;
+    std::string bytes;
+  };
+  // What the revision with that appended is for git; none when it is nothing.
+  std::optional<Object> Ask(const std::string& what);
   std::string Line();
   std::string Bytes(std::size_t count);
   [[noreturn]] void ThrowBroken() const;
