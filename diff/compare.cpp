@@ -54,13 +54,21 @@ class Comparison {
   }
 
  private:
-  static PlacedSection At(const machine::Machine& machine, const language::SectionKind& kind,
-                          std::uint32_t ordinal) {
-    return {&machine, &kind, ordinal, machine.model().sections(kind.compiled)[ordinal]};
+  // A project file that only one of them has holds for both: the other was moved or copied away
+  // from it, and its numbers are the same.
+  const machine::Machine& RulesFor(const machine::Machine& machine) const {
+    const bool is_before = &machine == &before_;
+    return is_before == machine.has_quantities() ? before_ : after_;
   }
 
-  static std::vector<PlacedEntry> EntriesOf(const machine::Machine& machine,
-                                            const language::SectionKind& kind) {
+  PlacedSection At(const machine::Machine& machine, const language::SectionKind& kind,
+                   std::uint32_t ordinal) const {
+    return {&machine, &RulesFor(machine), &kind, ordinal,
+            machine.model().sections(kind.compiled)[ordinal]};
+  }
+
+  std::vector<PlacedEntry> EntriesOf(const machine::Machine& machine,
+                                     const language::SectionKind& kind) const {
     std::vector<PlacedEntry> entries;
     const auto count = static_cast<std::uint32_t>(machine.model().sections(kind.compiled).size());
     for (std::uint32_t i = 0; i < count; ++i) {

@@ -61,8 +61,7 @@ std::string IdText(const machine::Machine& machine, const language::SectionKind&
 std::string TextOf(const PlacedEntry& entry) {
   const machine::Machine& machine = *entry.section.machine;
   const std::optional<std::uint32_t> number = NumberOf(entry.entry.value());
-  if (number && LimitOf(entry) != nullptr)
-    return machine.QuantityOf(entry.section.section).TextOf(*number);
+  if (number && LimitOf(entry) != nullptr) return entry.section.Quantity().TextOf(*number);
   const language::SectionKind* kind = KindOfIds(entry);
   if (number && kind != nullptr && entry.entry.values().size() == 1)
     return IdText(machine, *kind, *number);

@@ -18,12 +18,14 @@ namespace rux::diff {
 // A section, with the machine that it is of.
 struct PlacedSection {
   const machine::Machine* machine;
+  const machine::Machine* rules;  // whose project file states what its limits are numbers of
   const language::SectionKind* kind;
   std::uint32_t ordinal;
   ruxcomp::Section section;
 
   // What is said of it, or of one of its entries.
   Side SideFor(std::string_view key = {}) const;
+  machine::Quantity Quantity() const { return rules->QuantityOf(section); }
 };
 
 // An entry with the section that it is in.

@@ -106,7 +106,7 @@ bool SectionComparer::AreAlike(const PlacedSection& before, const PlacedSection&
 void SectionComparer::CompareEntries(const PlacedSection& before, const PlacedSection& after) {
   if (!AreAlike(before, after)) return CompareKeys(EntriesOf(before), EntriesOf(after));
   // A limit may be another one although its number is the same.
-  if (!before.machine->has_quantities() && !after.machine->has_quantities()) return;
+  if (!before.rules->has_quantities() && !after.rules->has_quantities()) return;
   auto other = after.section.entries().begin();
   for (const ruxcomp::Entry entry : before.section.entries()) {
     const PlacedEntry limit{before, entry};
@@ -169,8 +169,7 @@ void SectionComparer::CompareEntry(const PlacedEntry& before, const PlacedEntry&
 
 void SectionComparer::CompareLimit(const PlacedEntry& before, const PlacedEntry& after) {
   const auto amount = [](const PlacedEntry& entry) {
-    return Amount{NumberOf(entry.entry.value()),
-                  entry.section.machine->QuantityOf(entry.section.section)};
+    return Amount{NumberOf(entry.entry.value()), entry.section.Quantity()};
   };
   const std::optional<ClassId> id =
       ClassOfLimit(LimitOf(before)->side, amount(before), amount(after));
