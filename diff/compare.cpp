@@ -162,6 +162,10 @@ class Comparison {
         At(before_, kind, order.before.before), At(after_, kind, order.after.after));
     change.before.text = OrdinalText(order.before.before);
     change.after.text = OrdinalText(order.after.after);
+    if (order.order == Order::kShifted) return;
+    // The ordinal is the same: which section has it is what differs.
+    *change.before.text += ' ' + change.before.name.value_or("");
+    *change.after.text += ' ' + change.after.name.value_or("");
   }
 
   void CompareCells(const PlacedSection& before, const PlacedSection& after) {
