@@ -10,6 +10,10 @@
 
 #include "diff/change.h"
 #include "diff/classes.h"
+#include "machine/machine.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
 #include "settings/document.h"
 #include "settings/json_file.h"
 #include "support/failure.h"
@@ -62,14 +66,49 @@ std::vector<const ClassRow*> ClassesWithin(const std::string& word) {
   return rows;
 }
 
+// Categories and classes.
 std::vector<std::string> KnownWords() {
-  std::vector<std::string> words = {kAnyClass};
-  words.insert(words.end(), std::begin(kCategoryWords), std::end(kCategoryWords));
+  std::vector<std::string> words(std::begin(kCategoryWords), std::end(kCategoryWords));
   for (const ClassRow& row : kClasses) words.emplace_back(row.message->id);
   return words;
 }
 
+// Of all sections of the machines.
+std::set<std::string> NamesIn(const std::vector<machine::Machine>& machines) {
+  std::set<std::string> names;
+  for (const machine::Machine& machine : machines) {
+    for (const language::SectionKind& kind : language::kSectionKinds) {
+      if (!kind.HasNames()) continue;
+      for (const ruxcomp::Section section : machine.model().sections(kind.compiled)) {
+        if (section.has_name()) names.emplace(section.name());
+      }
+    }
+  }
+  return names;
+}
+
 }  // namespace
+
+void CheckOnly(const std::vector<std::string>& only,
+               const std::vector<machine::Machine>& machines) {
+  if (only.empty()) return;
+  std::vector<std::string> words = KnownWords();
+  for (const language::SectionKind& kind : language::kSectionKinds)
+    words.emplace_back(kind.keyword);
+  const std::set<std::string> names = NamesIn(machines);
+  for (const std::string& word : only) {
+    if (std::find(words.begin(), words.end(), word) != words.end()) continue;
+    const bool is_name = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+      return support::FitsPattern(word, name);
+    });
+    if (is_name) continue;
+    words.insert(words.end(), names.begin(), names.end());
+    throw support::Failure(
+        support::ExitStatus::kWrongUsage, "--only: no such kind, NAME, category or class: {}{}",
+        support::Shortened(word),
+        support::NearText(word, words, "'rux explain -l all' lists the classes"));
+  }
+}
 
 void KeepOnly(const std::vector<std::string>& only, std::vector<Change>& changes) {
   if (only.empty()) return;
@@ -82,15 +121,16 @@ void KeepOnly(const std::vector<std::string>& only, std::vector<Change>& changes
 
 std::vector<const ClassRow*> ClassesFor(const std::vector<std::string>& words) {
   std::vector<const ClassRow*> rows;
+  std::vector<std::string> known = KnownWords();
+  known.emplace_back(kAnyClass);
   for (const std::string& word : words) {
     const std::vector<const ClassRow*> within = ClassesWithin(word);
     rows.insert(rows.end(), within.begin(), within.end());
     if (const ClassRow* row = FindClass(word)) rows.push_back(row);
     if (!within.empty() || FindClass(word) != nullptr) continue;
-    throw support::Failure(
-        support::ExitStatus::kWrongUsage, "--fail-on: no such category or class: {}{}",
-        support::Shortened(word),
-        support::NearText(word, KnownWords(), "'rux explain -l all' lists them"));
+    throw support::Failure(support::ExitStatus::kWrongUsage,
+                           "--fail-on: no such category or class: {}{}", support::Shortened(word),
+                           support::NearText(word, known, "'rux explain -l all' lists them"));
   }
   return rows;
 }
@@ -128,8 +168,9 @@ std::string Accepted::UnmatchedText(const std::vector<Change>& changes) const {
   std::string text;
   for (const Entry& entry : entries_) {
     if (found.count(entry.fingerprint) > 0) continue;
-    text += fmt::format("rux: note: {}: no such change any more: {}{}\n", support::SafePath(path_),
-                        support::SafeText(entry.fingerprint), support::SafeText(entry.text));
+    text += fmt::format("rux: note: {}: the baseline lists a change that did not occur: {}{}\n",
+                        support::SafePath(path_), support::SafeText(entry.fingerprint),
+                        support::SafeText(entry.text));
   }
   return text;
 }

@@ -7,8 +7,13 @@
 
 #include "diff/change.h"
 #include "diff/classes.h"
+#include "machine/machine.h"
 
 namespace rux::diff {
+
+// Throws a Failure of wrong usage for a word that selects nothing in these machines, whatever has
+// changed: it is neither a kind, a category nor a class, and none of their sections has that NAME.
+void CheckOnly(const std::vector<std::string>& only, const std::vector<machine::Machine>& machines);
 
 // Leaves those that have one of these: the kind or NAME of their section, their category or their
 // class; a NAME may be a pattern as shells have it. Without any, leaves all.

@@ -66,6 +66,7 @@ support::ExitStatus Diff(const DiffOptions& options) {
   diff::Report report{is_named ? options.name : options.before,
                       is_named ? options.name : options.after,
                       diff::Compare(machines[0], machines[1]), 0, fails};
+  diff::CheckOnly(options.only, machines);
   diff::KeepOnly(options.only, report.changes);
   if (!options.written_baseline.empty())
     support::PutInPlace({{options.written_baseline, diff::AcceptedText(report.changes)}});
