@@ -2,7 +2,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,6 +21,7 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/values.h"
 #include "sources/source_file.h"
+#include "support/ascii.h"
 
 namespace rux::assistance {
 namespace {
@@ -53,10 +53,7 @@ bool CanBeWord(const Place& at, const Spot& spot, std::string_view text) {
 // In capitals, with '_' for all that is neither a letter nor a digit.
 std::string InCapitals(std::string_view text) {
   std::string name;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    name += std::isalnum(byte) != 0 ? static_cast<char>(std::toupper(byte)) : '_';
-  }
+  for (const char c : text) name += support::IsLetterOrDigit(c) ? support::ToUpper(c) : '_';
   return name;
 }
 

@@ -22,6 +22,7 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
+#include "support/ascii.h"
 #include "support/failure.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
@@ -43,8 +44,7 @@ constexpr const char* kDefaults[] = {"{name}", "0x{hex}"};
 
 // Whether a name or a number goes on with it.
 bool IsWordCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-         static_cast<unsigned char>(c) >= 0x80;
+  return support::IsLetterOrDigit(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 bool BeginsWord(const std::string& text) { return text.empty() || IsWordCharacter(text.front()); }

@@ -1,7 +1,6 @@
 #include "support/nearest.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -9,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/ascii.h"
 #include "support/safe_text.h"
 
 namespace rux::support {
@@ -18,7 +18,7 @@ constexpr std::size_t kMostShown = 5;   // names in a message
 constexpr std::size_t kMostListed = 6;  // where nothing is near
 
 std::string InCapitals(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  for (char& c : text) c = ToUpper(c);
   return text;
 }
 
@@ -82,8 +82,7 @@ bool IsSlipOf(const std::string& name, const std::string& written) {
   const std::string b = InCapitals(written);
   const auto digits_of = [](const std::string& text) {
     std::string digits;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
-                 [](unsigned char c) { return std::isdigit(c) != 0; });
+    std::copy_if(text.begin(), text.end(), std::back_inserter(digits), IsDigit);
     return digits;
   };
   if (digits_of(a) != digits_of(b)) return false;

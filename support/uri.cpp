@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/ascii.h"
 #include "support/safe_text.h"
 
 namespace rux::support {
@@ -16,8 +17,7 @@ constexpr std::string_view kThisMachine = "localhost";
 
 bool IsUnreserved(char c) {
   constexpr std::string_view kPlain = "-._~/";
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-         kPlain.find(c) != std::string_view::npos;
+  return IsLetterOrDigit(c) || kPlain.find(c) != std::string_view::npos;
 }
 
 // What is no escape stays as it is.

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -24,6 +23,7 @@
 #include "server/refactoring_actions.h"
 #include "server/session.h"
 #include "sources/allow_comments.h"
+#include "support/ascii.h"
 #include "support/text_file.h"
 #include "workspace/documents.h"
 
@@ -121,7 +121,7 @@ class ActionList {
   void AddFix(const Located& located) {
     const Finding& finding = *located.finding;
     std::string title = finding.fix->title;
-    title.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(title.front())));
+    title.front() = support::ToUpper(title.front());
     Add(title, kQuickFix, {FixOf(finding)}, &located);
     actions_.back()["isPreferred"] = finding.fix->is_safe;
     const auto alike = FixesOf([&](const Finding& other) { return other.id == finding.id; });
