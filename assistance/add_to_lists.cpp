@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,9 @@ namespace {
 
 using index::Index;
 using index::Spot;
+
+// What a menu can show.
+constexpr std::size_t kMostLists = 50;
 
 // Where one looks for what a section is: elsewhere, a menu would be full of lists.
 bool IsAboutSection(const Index& index, const Spot& spot) {
@@ -67,12 +71,14 @@ void AddToLists(const Place& at, Refactorings& refactorings) {
   const std::string_view text = index.TextOf(spot.section, language::ENTRY_ID);
   const auto number = index.words().NumberOrWord(text);
   if (!number) return;
-  for (Id section = 0; section < index.sections().size(); ++section) {
+  std::size_t offered = 0;
+  for (Id section = 0; section < index.sections().size() && offered < kMostLists; ++section) {
     const language::SectionKind* other = index.sections()[section].kind;
     if (other == nullptr || other->source != row->target) continue;
     const Id list = index.FindItem(section, row->key);
     if (list == kNone || !CanGrow(index, list) || HasNumber(index, list, *number)) continue;
     AddToList(index, list, text, refactorings);
+    ++offered;
   }
 }
 

@@ -27,7 +27,8 @@ using Refactorings = std::vector<Refactoring>;
 // Entries that the section lacks: those that its kind requires, and those that at least half of the
 // others of its kind in the machine have. What follows the '=' is left to write.
 void CompleteSection(const Place& at, Refactorings& refactorings);
-// At the header, NAME or ID of a section: its ID put into each list of such IDs that lacks it.
+// At the header, NAME or ID of a section: its ID put into each list of such IDs that lacks it; into
+// the first ones of very many.
 void AddToLists(const Place& at, Refactorings& refactorings);
 // At a number: a word in a DEFINE section of the file instead. What is compiled stays the same.
 void ExtractWord(const Place& at, Refactorings& refactorings);

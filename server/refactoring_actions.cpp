@@ -1,7 +1,7 @@
 #include "server/refactoring_actions.h"
 
-#include <algorithm>
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -57,13 +57,21 @@ std::optional<Candidate> CandidateOf(const Session& session, const Asked& asked,
   return candidate;
 }
 
-void AddOrCount(Candidate candidate, std::vector<Candidate>& candidates) {
-  const auto same = std::find_if(candidates.begin(), candidates.end(), [&](const Candidate& other) {
-    return other.action.json == candidate.action.json;
-  });
-  if (same == candidates.end()) return candidates.push_back(std::move(candidate));
-  ++same->machines;
-}
+// In the order in which they were first found.
+class Candidates {
+ public:
+  void AddOrCount(Candidate candidate) {
+    const auto [same, is_new] = known_.try_emplace(candidate.action.json, all_.size());
+    if (is_new) return all_.push_back(std::move(candidate));
+    ++all_[same->second].machines;
+  }
+
+  std::vector<Candidate>& all() { return all_; }
+
+ private:
+  std::vector<Candidate> all_;
+  std::map<Json, std::size_t> known_;
+};
 
 }  // namespace
 
@@ -71,15 +79,15 @@ std::vector<OfferedAction> RefactoringActions(const Session& session,
                                               const workspace::Document& document,
                                               protocol::Position position) {
   const std::vector<Asked> places = AskedAt(session, document, position);
-  std::vector<Candidate> candidates;
+  Candidates candidates;
   for (const Asked& asked : places) {
     for (const Refactoring& refactoring : assistance::RefactoringsAt(asked.at)) {
       std::optional<Candidate> candidate = CandidateOf(session, asked, refactoring);
-      if (candidate) AddOrCount(std::move(*candidate), candidates);
+      if (candidate) candidates.AddOrCount(std::move(*candidate));
     }
   }
   std::vector<OfferedAction> actions;
-  for (Candidate& each : candidates) {
+  for (Candidate& each : candidates.all()) {
     if (each.is_local && each.machines < places.size()) continue;
     actions.push_back(std::move(each.action));
   }

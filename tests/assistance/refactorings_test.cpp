@@ -100,6 +100,16 @@ TEST(AddToListsTest, IsAboutASensorWithAnIdAndAListWithOne) {
               IsEmpty());
 }
 
+TEST(AddToListsTest, OffersNoMoreThanAMenuShows) {
+  const auto offered_for = [](int lists) {
+    std::string script = "[SENSOR]^\nNAME = CPU\nID = 4\n";
+    for (int i = 0; i < lists; ++i) script += "[PELMGROUP]\nNAME = A\nSENSORS = 1\n";
+    return TitlesOf(AddToLists, script).size();
+  };
+  EXPECT_EQ(offered_for(50), 50U);
+  EXPECT_EQ(offered_for(51), 50U);
+}
+
 TEST(ExtractWordTest, DefinesAWordAboveTheSection) {
   EXPECT_EQ(After(ExtractWord,
                   "[SYSTEM]\nTYPE = 1\n\n# The CPU\n[SENSOR]\nNAME = CPU 0\n"
@@ -108,6 +118,18 @@ TEST(ExtractWordTest, DefinesAWordAboveTheSection) {
             "NAME = CPU 0\nTHRESHOLD_FH = CPU_0_THRESHOLD_FH\n");
   EXPECT_EQ(After(ExtractWord, "\xEF\xBB\xBF[SYSTEM]\r\nTYPE = ^0x1\r\n"),
             "\xEF\xBB\xBF[DEFINE]\r\nSYSTEM_TYPE = 0x1\r\n\r\n[SYSTEM]\r\nTYPE = SYSTEM_TYPE\r\n");
+}
+
+// A byte of any other character becomes a low line.
+TEST(ExtractWordTest, NamesWordsInAscii) {
+  EXPECT_THAT(TitlesOf(ExtractWord,
+                       "[SENSOR]\nNAME = L\xFC"
+                       "fter\nTHEORY = 10^0\n"),
+              ElementsAre("Define L_FTER_THEORY as 100"));
+  EXPECT_THAT(TitlesOf(ExtractWord,
+                       "[SENSOR]\nNAME = L\xC3\xBC"
+                       "fter\nTHEORY = 10^0\n"),
+              ElementsAre("Define L__FTER_THEORY as 100"));
 }
 
 TEST(ExtractWordTest, UsesTheDefineSectionBefore) {
