@@ -1,7 +1,8 @@
-// A log filter adds to a log and takes nothing away, in the same way however the log is cut into
-// pieces.
+// A log filter adds to a log what belongs to each sensor and takes nothing away, in the same way
+// however the log is cut into pieces.
 #include "browse/log_filter.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 
 #include "machine/load.h"
 #include "machine/machine.h"
+#include "support/ascii.h"
 #include "support/text_stream.h"
 #include "tests/generators/random_texts.h"
 
@@ -59,6 +61,40 @@ std::string WithoutAdded(std::string text) {
   return text;
 }
 
+std::size_t CountIn(std::string_view text, const std::string& wanted) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(wanted); at != std::string_view::npos;
+       at = text.find(wanted, at + 1))
+    ++count;
+  return count;
+}
+
+// How often the name is in the log by itself, not within a longer one.
+std::size_t CountOfWord(const std::string& log, const std::string& name) {
+  const auto is_in_word = [](char c) {
+    return rux::support::IsLetterOrDigit(c) || c == '_' || static_cast<signed char>(c) < 0;
+  };
+  std::size_t count = 0;
+  for (std::size_t at = log.find(name); at != std::string::npos; at = log.find(name, at + 1)) {
+    const std::size_t end = at + name.size();
+    const bool begins = at == 0 || !is_in_word(log[at - 1]);
+    if (begins && (end == log.size() || !is_in_word(log[end]))) ++count;
+  }
+  return count;
+}
+
+// That each sensor that the log names has what is its own after it.
+void ExpectEachNamed(const std::string& log, const std::string& filtered) {
+  constexpr const char* kSensors[][2] = {
+      {"CPU0_TEMP", "0x101"}, {"FAN0_A", "0x301"}, {"INLET_TEMP", "0x601"}};
+  for (const auto& [name, id] : kSensors) {
+    const std::string added = fmt::format(" [#{} {},", id, name);
+    EXPECT_EQ(CountIn(filtered, name + added) + CountIn(filtered, std::string(name) + '>' + added),
+              CountOfWord(log, name))
+        << name;
+  }
+}
+
 TEST(LogFilter, AddsAndTakesNothingAwayHoweverTheLogIsCut) {
   const std::vector<rux::machine::Machine> machines =
       rux::machine::Load({RUX_EXAMPLES "/server/server.rux"}, {});
@@ -69,6 +105,7 @@ TEST(LogFilter, AddsAndTakesNothingAwayHoweverTheLogIsCut) {
     const std::string log = RandomLog(random);
     const std::string whole = Filtered(machine, log, log.size());
     EXPECT_EQ(WithoutAdded(whole), log) << "seed " << seed;
+    ExpectEachNamed(log, whole);
     EXPECT_EQ(Filtered(machine, log, random.Between(1, 7)), whole) << "seed " << seed;
     added += whole.size() > log.size() ? 1 : 0;
   }
