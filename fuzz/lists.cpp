@@ -7,17 +7,18 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/reading.h"
 #include "fuzz/target.h"
 #include "lists/csv.h"
 #include "lists/formats.h"
 #include "lists/list.h"
 #include "support/csv_text.h"
-#include "support/failure.h"
 #include "support/text_stream.h"
 
 namespace {
 
 using fuzz::Expect;
+using fuzz::IsRead;
 using rux::lists::FieldLine;
 using rux::lists::List;
 using rux::lists::ListCell;
@@ -25,22 +26,9 @@ using rux::lists::ListRow;
 
 constexpr char kPath[] = "list.csv";
 
-template <class Read>
-bool IsRead(Read read) {
-  try {
-    read();
-    return true;
-  } catch (const rux::support::Failure& failure) {
-    const std::string_view text = failure.what();
-    Expect(text.substr(0, sizeof kPath) == std::string(kPath) + ':', "a refusal names the line");
-    Expect(text.find('\n') == std::string_view::npos, "a refusal is one line");
-    return false;
-  }
-}
-
 void ReadAs(const rux::lists::Format& format, std::string_view bytes) {
   List list;
-  if (!IsRead([&] { list = format.read(kPath, bytes); })) return;
+  if (!IsRead(kPath, [&] { list = format.read(kPath, bytes); })) return;
   std::uint32_t line = 0;
   for (const ListRow& row : list.rows) {
     std::size_t next = 0;
@@ -55,7 +43,7 @@ void ReadAs(const rux::lists::Format& format, std::string_view bytes) {
 
 void WriteAgain(std::string_view bytes) {
   std::vector<FieldLine> lines;
-  if (!IsRead([&] { lines = rux::lists::ReadCsv(kPath, bytes, ','); })) return;
+  if (!IsRead(kPath, [&] { lines = rux::lists::ReadCsv(kPath, bytes, ','); })) return;
   const std::string text = rux::support::WrittenText([&](rux::support::TextStream& out) {
     for (const FieldLine& line : lines) rux::support::WriteCsvLine(line.fields, out);
   });

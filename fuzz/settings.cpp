@@ -5,39 +5,24 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/reading.h"
 #include "fuzz/target.h"
 #include "settings/baseline.h"
 #include "settings/project.h"
-#include "support/failure.h"
-#include "support/utf8.h"
 
 namespace {
 
 using fuzz::Expect;
+using fuzz::IsRead;
 using rux::settings::BaselineCounts;
 
 constexpr char kPath[] = "file.json";
-
-// What read() returns; nothing after a refusal.
-template <class Read>
-bool IsRead(Read read) {
-  try {
-    read();
-    return true;
-  } catch (const rux::support::Failure& failure) {
-    const std::string_view text = failure.what();
-    Expect(text.substr(0, sizeof kPath) == std::string(kPath) + ':', "a refusal names the line");
-    Expect(text.find('\n') == std::string_view::npos, "a refusal is one line");
-    Expect(rux::support::IsUtf8(text), "a refusal is text");
-    return false;
-  }
-}
 
 void ReadProject(std::string_view bytes) {
   const auto check = [](const std::string& level) {
     return std::string(level == "loss" ? "" : "no such level");
   };
-  IsRead([&] {
+  IsRead(kPath, [&] {
     const rux::settings::Project project = rux::settings::ParseProject(kPath, bytes, check);
     for (const std::string& level : project.warnings) Expect(level == "loss", "levels are checked");
     for (const std::string& folder : project.include_folders) {
@@ -48,10 +33,10 @@ void ReadProject(std::string_view bytes) {
 
 void ReadBaseline(std::string_view bytes) {
   BaselineCounts counts;
-  if (!IsRead([&] { counts = rux::settings::ParseBaseline(kPath, bytes); })) return;
+  if (!IsRead(kPath, [&] { counts = rux::settings::ParseBaseline(kPath, bytes); })) return;
   const std::string text = rux::settings::BaselineText(counts);
   BaselineCounts again;
-  Expect(IsRead([&] { again = rux::settings::ParseBaseline(kPath, text); }),
+  Expect(IsRead(kPath, [&] { again = rux::settings::ParseBaseline(kPath, text); }),
          "what was written can be read");
   Expect(rux::settings::BaselineText(again) == text, "what was read is written the same again");
   Expect(again.size() == counts.size(), "nothing gets lost");

@@ -11,36 +11,30 @@
 #include <vector>
 
 #include "browse/log_filter.h"
-#include "driver/compile_options.h"
-#include "machine/load.h"
 #include "machine/machine.h"
-#include "settings/project.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "support/text_stream.h"
 #include "tool/command.h"
-#include "tool/compile_arguments.h"
+#include "tool/machine_arguments.h"
 
 namespace rux::tool {
 namespace {
 
 struct AnnotateOptions {
-  std::string machine;
+  MachineOptions machine;
   std::vector<std::string> patterns;
   bool unbuffered = false;
-  std::vector<std::string> include_folders;
-  settings::ProjectChoice project;
 };
 
 support::ExitStatus Annotate(const AnnotateOptions& options) {
   std::vector<browse::LogPattern> patterns = browse::PatternsOf(options.patterns);
-  if (options.machine == "-") {
+  if (options.machine.file == "-") {
     throw support::Failure(support::ExitStatus::kWrongUsage,
                            "standard input is the log; give the name of the machine's file");
   }
-  const std::vector<machine::Machine> machines = machine::Load(
-      {options.machine}, {options.include_folders, driver::ProjectsOf(options.project), ""});
-  browse::LogFilter filter(machines.front(), std::move(patterns));
+  const machine::Machine machine = LoadMachine(options.machine);
+  browse::LogFilter filter(machine, std::move(patterns));
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     std::array<char, std::size_t{1} << 16> bytes;
     while (true) {
@@ -59,18 +53,14 @@ support::ExitStatus Annotate(const AnnotateOptions& options) {
 
 Action SetUpAnnotate(Arguments& arguments) {
   const auto options = std::make_shared<AnnotateOptions>();
-  arguments
-      .Add("MACHINE", &options->machine,
-           "A debug meta file, a script or a meta file; or REVISION:PATH for one of a git revision")
-      .File()
-      .Required();
+  AddMachine(arguments, options->machine);
   arguments
       .Add("--pattern", &options->patterns,
            "Where the log names a sensor: a text with {name}, {id} or {hex} in it (default: {name} "
            "and 0x{hex})")
       .Value("TEXT");
   arguments.Add("-u,--unbuffered", &options->unbuffered, "Write each line as soon as it is read");
-  AddSearchOptions(arguments, options->include_folders, options->project);
+  AddSearchOptions(arguments, options->machine);
   arguments.Footer(
       "Copies standard input to standard output, and adds ID, name, limits and script line after\n"
       "each sensor. {id} is a decimal number, or a hexadecimal one after 0x; {hex} has "

@@ -10,7 +10,6 @@
 #include "driver/compile_options.h"
 #include "driver/machines.h"
 #include "lists/formats.h"
-#include "machine/load.h"
 #include "machine/machine.h"
 #include "reconcile/adopt.h"
 #include "reconcile/compare.h"
@@ -18,7 +17,6 @@
 #include "reconcile/pairing.h"
 #include "reconcile/report.h"
 #include "ruxcomp/language/sections.h"
-#include "settings/project.h"
 #include "support/failure.h"
 #include "support/folders.h"
 #include "support/json.h"
@@ -30,14 +28,14 @@
 #include "table/forms.h"
 #include "table/machine_table.h"
 #include "tool/command.h"
-#include "tool/compile_arguments.h"
+#include "tool/machine_arguments.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
 namespace {
 
 struct TableOptions {
-  std::string file;
+  MachineOptions machine;
   std::string kind = "SENSOR";
   std::vector<std::string> columns;
   std::vector<std::string> conditions;
@@ -48,8 +46,6 @@ struct TableOptions {
   reconcile::ListingOptions list;  // to compare with
   std::string applied;             // the list that the machine is to be made
   bool is_dry = false;
-  std::vector<std::string> include_folders;
-  settings::ProjectChoice project;
 };
 
 // The names in texts that each may have several, between commas.
@@ -120,7 +116,7 @@ void PrintTable(const TableOptions& options, const table::MachineTable& table) {
   PrintForm(options, sheet, [&](support::JsonObject& json) {
     constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
     json.Member("schema", kSchema);
-    json.Member("file", options.file);
+    json.Member("file", options.machine.file);
     json.Member("kind", table.kind.keyword);
     table::WriteRows(sheet, json);
   });
@@ -137,22 +133,22 @@ support::ExitStatus Check(const TableOptions& options, const machine::Machine& m
                                         : support::ExitStatus::kFindings;
 }
 
-machine::Machine LoadMachine(const TableOptions& options, const std::string& name) {
-  std::vector<machine::Machine> machines =
-      machine::Load({name}, {options.include_folders, driver::ProjectsOf(options.project), ""});
-  return std::move(machines.front());
+machine::Machine LoadAs(MachineOptions options, const std::string& name) {
+  options.file = name;
+  return LoadMachine(options);
 }
 
 // The other main scripts that include some of the scripts.
 std::vector<std::string> OtherMachines(const TableOptions& options,
                                        const reconcile::Adoption& adoption) {
   driver::CompileOptions compile;
-  compile.include_folders = options.include_folders;
-  compile.project_choice = options.project;
+  compile.include_folders = options.machine.include_folders;
+  compile.project_choice = options.machine.project;
   std::set<std::string> machines;
   for (const auto& [path, text] : adoption.texts) {
     for (const std::string& main : driver::FindMachinesWith(path, compile)) {
-      if (support::WholeName(main) != support::WholeName(options.file)) machines.insert(main);
+      if (support::WholeName(main) != support::WholeName(options.machine.file))
+        machines.insert(main);
     }
   }
   return {machines.begin(), machines.end()};
@@ -160,16 +156,16 @@ std::vector<std::string> OtherMachines(const TableOptions& options,
 
 support::ExitStatus Apply(const TableOptions& options, const machine::Machine& machine,
                           const reconcile::Listing& listing) {
-  const auto load = [&](const std::string& name) { return LoadMachine(options, name); };
+  const auto load = [&](const std::string& name) { return LoadAs(options.machine, name); };
   const reconcile::Comparison comparison = reconcile::CompareToAdopt(machine, listing, load);
   const reconcile::Adoption adoption = reconcile::PlanAdoption(comparison);
-  reconcile::VerifyAdoption(adoption, listing, options.file, OtherMachines(options, adoption),
-                            load);
+  reconcile::VerifyAdoption(adoption, listing, options.machine.file,
+                            OtherMachines(options, adoption), load);
   const bool is_made = !options.is_dry;
   if (is_made) reconcile::WriteScripts(adoption);
-  const table::Sheet sheet = reconcile::SheetOf(adoption, listing, options.file, is_made);
+  const table::Sheet sheet = reconcile::SheetOf(adoption, listing, options.machine.file, is_made);
   PrintForm(options, sheet, [&](support::JsonObject& json) {
-    reconcile::WriteAdoption(adoption, listing, options.file, is_made, sheet, json);
+    reconcile::WriteAdoption(adoption, listing, options.machine.file, is_made, sheet, json);
   });
   const std::size_t made = is_made ? adoption.CountOfMade() : 0;
   return made == adoption.edits.size() ? support::ExitStatus::kDone
@@ -199,7 +195,7 @@ void ExpectList(const TableOptions& options) {
 support::ExitStatus Table(const TableOptions& options) {
   ExpectList(options);
   Request request = RequestOf(options);
-  const machine::Machine machine = LoadMachine(options, options.file);
+  const machine::Machine machine = LoadMachine(options.machine);
   if (options.list.path.empty() && options.applied.empty()) {
     PrintTable(options, TableFor(options, request, machine));
     return support::ExitStatus::kDone;
@@ -282,11 +278,7 @@ void AddContents(Arguments& arguments, TableOptions& options) {
 
 Action SetUpTable(Arguments& arguments) {
   const auto options = std::make_shared<TableOptions>();
-  arguments
-      .Add("MACHINE", &options->file,
-           "A meta file, a debug meta file or a script; or REVISION:PATH for one of a git revision")
-      .File()
-      .Required();
+  AddMachine(arguments, options->machine);
   AddContents(arguments, *options);
   AddComparison(arguments, *options);
   arguments
@@ -295,7 +287,7 @@ Action SetUpTable(Arguments& arguments) {
            "docs/table-check.schema.json)")
       .OneOf("FORMAT", TableForms());
   AddOutputColor(arguments, options->color);
-  AddSearchOptions(arguments, options->include_folders, options->project);
+  AddSearchOptions(arguments, options->machine);
   arguments.Footer(
       "Limits are amounts in the unit that the project file states, or stored numbers.\n\n"
       "Examples:\n"
