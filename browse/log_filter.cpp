@@ -200,8 +200,7 @@ const std::string& LogFilter::TextOf(Ordinal ordinal) {
       text +=
           fmt::format(", {} {}", machine::KeyOf(sensor, entry), support::SafeText(limit->Amount()));
   }
-  const machine::Origins* origins = machine_.origins();
-  if (const auto place = origins == nullptr ? std::nullopt : origins->OfSection(kind, ordinal))
+  if (const auto place = machine_.PlaceOf(kind, ordinal))
     text += fmt::format(", {}:{}", support::Shortened(support::SafeText(place->path)), place->line);
   text += ']';
   return text;

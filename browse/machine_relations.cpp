@@ -57,7 +57,7 @@ class MachineRelations::Reader {
       }
       Thing thing{&kind, std::nullopt, section.id()};
       if (section.has_name()) thing.name = std::string(section.name());
-      thing.place = PlaceOf(kind, ordinal, "");
+      thing.place = machine_.PlaceOf(kind, ordinal, "");
       relations_.AddAt({&kind, ordinal, kWhole}, std::move(thing));
     });
   }
@@ -86,18 +86,11 @@ class MachineRelations::Reader {
     }
   }
 
-  std::optional<machine::Place> PlaceOf(const language::SectionKind& kind, std::size_t ordinal,
-                                        const std::string& key) const {
-    const machine::Origins* origins = machine_.origins();
-    if (origins == nullptr) return std::nullopt;
-    return key.empty() ? origins->OfSection(kind, ordinal) : origins->OfEntry(kind, ordinal, key);
-  }
-
   void AddEntry(const Position& position, const std::string& key) {
     const auto& [kind, ordinal, number] = position;
     Thing thing{kind};
     thing.key = key;
-    thing.place = PlaceOf(*kind, ordinal, key);
+    thing.place = machine_.PlaceOf(*kind, ordinal, key);
     relations_.keys_.emplace(std::pair(kind, key), relations_.AddAt(position, std::move(thing)));
   }
 
@@ -113,7 +106,7 @@ class MachineRelations::Reader {
       if (!to) continue;
       const std::string key = machine::KeyOf(section, entry);
       relations_.Add(Link{relations_.NumberAt(position), *to, key, IsMembership(section, entry),
-                          PlaceOf(*kind, ordinal, key)});
+                          machine_.PlaceOf(*kind, ordinal, key)});
     }
   }
 

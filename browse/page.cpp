@@ -91,8 +91,7 @@ Page::Item Page::ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const {
   const ruxcomp::Section section = SectionOf(thing);
   Item item{machine::KeyOf(section, entry), machine::NamedValueOf(machine_.model(), section, entry),
             LimitIn(machine_, section, entry), std::nullopt};
-  if (const machine::Origins* origins = machine_.origins())
-    item.place = origins->OfEntry(*kind, ordinal, item.key);
+  item.place = machine_.PlaceOf(*kind, ordinal, item.key);
   return item;
 }
 

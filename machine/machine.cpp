@@ -1,15 +1,18 @@
 #include "machine/machine.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "machine/meta_model.h"
 #include "machine/origins.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
@@ -40,6 +43,12 @@ Machine::Machine(std::string name, std::unique_ptr<ruxcomp::file::KeptBytes> byt
       model_(OpenModel(name_, bytes_->view())),
       origins_(std::move(origins)),
       project_(std::move(project)) {}
+
+std::optional<Place> Machine::PlaceOf(const language::SectionKind& kind, std::size_t ordinal,
+                                      std::string_view key) const {
+  if (origins_ == nullptr) return std::nullopt;
+  return key.empty() ? origins_->OfSection(kind, ordinal) : origins_->OfEntry(kind, ordinal, key);
+}
 
 Quantity Machine::QuantityOf(const ruxcomp::Section& sensor) const {
   if (project_ == nullptr) return {};

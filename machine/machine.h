@@ -3,12 +3,16 @@
 #ifndef MACHINE_MACHINE_H_
 #define MACHINE_MACHINE_H_
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "machine/origins.h"
 #include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 #include "settings/project.h"
@@ -32,6 +36,10 @@ class Machine {
   const ruxcomp::Model& model() const { return model_; }
   // Null when the machine was read from a file that does not say where anything comes from.
   const Origins* origins() const { return origins_.get(); }
+  // Of the ordinal-th section of a kind, or the entry with that key in it. None when it is not
+  // known.
+  std::optional<Place> PlaceOf(const ruxcomp::language::SectionKind& kind, std::size_t ordinal,
+                               std::string_view key = {}) const;
 
   // Whether the project states anything about limits.
   bool has_quantities() const { return project_ != nullptr && !project_->limits.empty(); }

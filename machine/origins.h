@@ -20,6 +20,9 @@ namespace rux::machine {
 struct Place {
   std::string path;  // as it can be opened
   std::uint32_t line;
+
+  // "cpu.rux:12"
+  std::string Text() const { return path + ':' + std::to_string(line); }
 };
 
 class Origins {

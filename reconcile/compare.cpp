@@ -196,10 +196,7 @@ class Comparer {
   // Of the entry with that key; of the section without one.
   std::optional<machine::Place> PlaceOf(const table::Row& row, std::string_view key) const {
     const table::Subject& subject = row.subject;
-    const machine::Origins* origins = subject.machine.origins();
-    if (origins == nullptr) return std::nullopt;
-    return key.empty() ? origins->OfSection(subject.kind, subject.ordinal)
-                       : origins->OfEntry(subject.kind, subject.ordinal, key);
+    return subject.machine.PlaceOf(subject.kind, subject.ordinal, key);
   }
 
   const std::vector<bool>& is_chosen_;

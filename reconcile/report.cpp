@@ -85,8 +85,7 @@ std::vector<Cell> CellsOf(const Difference& difference, const std::string& list_
     id = table::TextCell(fmt::format("0x{:X}", *difference.id));
     id.number = difference.id;
   }
-  const std::string place =
-      difference.place ? fmt::format("{}:{}", difference.place->path, difference.place->line) : "";
+  const std::string place = difference.place ? difference.place->Text() : "";
   const std::string listed =
       difference.listed == nullptr ? "" : fmt::format("{}:{}", list_path, difference.listed->line);
   return {table::TextCell(std::string(kDifferenceWords[static_cast<std::size_t>(difference.kind)])),

@@ -80,10 +80,8 @@ Cell PropertiesOf(const Subject& subject, const Lists&) {
 }
 
 Cell PlaceOf(const Subject& subject, const Lists&) {
-  const machine::Origins* origins = subject.machine.origins();
-  if (origins == nullptr) return {};
-  const std::optional<machine::Place> place = origins->OfSection(subject.kind, subject.ordinal);
-  return place ? TextCell(fmt::format("{}:{}", place->path, place->line)) : Cell();
+  const auto place = subject.machine.PlaceOf(subject.kind, subject.ordinal);
+  return place ? TextCell(place->Text()) : Cell();
 }
 
 // What is worked out.
