@@ -31,7 +31,7 @@ constexpr std::size_t kLargestAnswer = std::size_t{64} << 20;
 // Much longer than any machine takes.
 constexpr std::chrono::seconds kLongest(60);
 
-// What the library or the system prints is no message of the protocol.
+// What the library or the system prints would be taken for messages of the protocol.
 void LeaveStandardStreams() {
   const support::Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
   if (dup2(nothing.number(), STDIN_FILENO) < 0 || dup2(nothing.number(), STDOUT_FILENO) < 0) {
@@ -77,7 +77,7 @@ void Child::Work(const std::function<std::string()>& work, const support::Descri
   try {
     LeaveStandardStreams();
     if (support::WriteAll(pipe.number(), work())) status = 0;
-  } catch (const std::exception&) {  // there is no answer
+  } catch (const std::exception&) {  // without an answer
   }
   _exit(status);
 }

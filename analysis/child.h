@@ -12,7 +12,7 @@
 
 namespace rux::analysis {
 
-// The process may raise, crash or hang: this one only notices that there is no answer. It ends with
+// The process may raise, crash or hang: this one only notices that the answer is missing. It ends with
 // this object and with this process. Its standard output is none.
 class Child {
  public:
@@ -26,7 +26,7 @@ class Child {
   int descriptor() const { return answers_.number(); }
   // Takes what there is, without waiting. Answers whether that is all.
   bool Read();
-  // To be asked when that is all: why there is no answer; empty when there is one.
+  // To be asked when that is all: why the answer is missing; empty when it came.
   std::string Trouble();
   const std::string& answer() const { return answer_; }
 

@@ -15,7 +15,7 @@ namespace rux::analysis {
 
 // A file of a machine, or one that it lacks.
 struct File {
-  std::string path;        // absolute, as it is reached; of a document that is no file, its URI
+  std::string path;        // absolute, as it is reached; of a document without a file, its URI
   std::string whole_name;  // the same for all paths of the file
   bool is_read = false;
 };

@@ -97,7 +97,7 @@ std::vector<Mention> MentionsOf(const Index& index, Id symbol) {
   return mentions;
 }
 
-// IDs are written in many ways: what is no plain number is a word, whose definition is elsewhere.
+// IDs are written in many ways: all but plain numbers are words, whose definition is elsewhere.
 std::string WhyNotAt(const Index& index, const Location& at, bool is_number) {
   const std::string_view text = TextAt(index, at);
   if (text.find('\n') != std::string_view::npos) {

@@ -103,8 +103,8 @@ class Reader {
     }
   }
 
-  // A sensor's ID is looked for in the lists, which refer to the sensor themselves. Files are no
-  // things, and neither is what has a name inside its section only.
+  // A sensor's ID is looked for in the lists, which refer to the sensor themselves. Files, and
+  // what has a name inside its section only, are left out.
   static bool IsToThing(const index::Reference& reference) {
     return reference.space != index::kFiles && !index::IsLocal(reference.space) &&
            language::PayloadOf(reference.space.entry) != language::PAYLOAD_STRINGLIST;

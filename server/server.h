@@ -53,7 +53,7 @@ class Server {
 
   void TakeRequest(const protocol::Message& request);
   void TakeNotice(const protocol::Message& notice);
-  // Of requests that are no feature's.
+  // Of requests that features do not answer.
   protocol::Json ResultOf(const protocol::Message& request);
   protocol::Json Initialize(const protocol::Json& params);
   protocol::Json ShutDown();

@@ -16,9 +16,9 @@ class Folders {
   void Remove(const std::string& uri);
 
   // The folder to check a document from, relative to which paths are shown: the innermost one that
-  // it is in, else its own. Of a document that is no file, the first one.
+  // it is in, else its own. Of a document without a file, the first one.
   std::string RootOf(const Document& document) const;
-  // Whether the file is in one of the folders; without any, each is. A document that is no file may
+  // Whether the file is in one of the folders; without any, each is. A document without a file may
   // be changed, too.
   bool MayChange(const std::string& path) const;
 
