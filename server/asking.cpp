@@ -14,6 +14,7 @@
 #include "assistance/place.h"
 #include "index/records.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/finding_json.h"
 #include "server/session.h"
@@ -70,10 +71,10 @@ std::vector<Asked> AskedInFile(const Session& session, const std::string& uri,
 
 std::vector<Asked> AskedBy(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
-  const bool has_place = params.contains("position");
-  return AskedAt(
-      session, document,
-      has_place ? params.at("position").get<protocol::Position>() : protocol::Position());
+  const bool has_place = !protocol::At(params, "position").is_null();
+  return AskedAt(session, document,
+                 has_place ? protocol::Required<protocol::Position>(params, "position")
+                           : protocol::Position());
 }
 
 void AskEverywhere(const Session& session, std::vector<Asked> asked,

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "protocol/json.h"
 #include "protocol/message.h"
+#include "protocol/params.h"
 #include "server/session.h"
 #include "settings/project.h"
 #include "support/uri.h"
@@ -15,28 +17,32 @@ namespace {
 
 using protocol::At;
 using protocol::Json;
+using protocol::Required;
+using protocol::RequiredMember;
 
 void Open(Session& session, const Json& params) {
-  const Json& item = params.at("textDocument");
-  const workspace::Document& document = session.documents.Open(
-      item.at("uri").get<std::string>(), item.at("version").get<std::int64_t>(), item.at("text"));
+  const auto uri = Required<std::string>(params, "textDocument", "uri");
+  const auto version = Required<std::int64_t>(params, "textDocument", "version");
+  auto text = Required<std::string>(params, "textDocument", "text");
+  const workspace::Document& document = session.documents.Open(uri, version, std::move(text));
   session.analysis.OpenedOrClosing(document);
 }
 
 // The changes count one after the other, each in the text that those before it have left.
 void Change(Session& session, const Json& params) {
-  const Json& item = params.at("textDocument");
-  workspace::Document* document = session.documents.Find(item.at("uri").get<std::string>());
+  workspace::Document* document =
+      session.documents.Find(Required<std::string>(params, "textDocument", "uri"));
   if (document == nullptr) return;
   session.analysis.TextChanged(document->whole_name());
-  const Json& version = At(item, "version");
+  const Json& version = At(params, "textDocument", "version");
   document->SetVersion(version.is_number_integer() ? version.get<std::int64_t>()
                                                    : document->version() + 1);
-  for (const Json& change : params.at("contentChanges")) document->Apply(change, session.encoding);
+  for (const Json& change : RequiredMember(params, "contentChanges"))
+    document->Apply(change, session.encoding);
 }
 
 void Close(Session& session, const Json& params) {
-  const auto uri = params.at("textDocument").at("uri").get<std::string>();
+  const auto uri = Required<std::string>(params, "textDocument", "uri");
   const workspace::Document* document = session.documents.Find(uri);
   if (document == nullptr) return;
   session.analysis.OpenedOrClosing(*document);
@@ -50,9 +56,12 @@ void Save(Session& session, const Json&) { session.analysis.AllChanged(); }
 void ChangeFiles(Session& session, const Json&) { session.analysis.AllChanged(); }
 
 void ChangeFolders(Session& session, const Json& params) {
-  const Json& event = params.at("event");
-  for (const Json& folder : event.at("removed")) session.folders.Remove(folder.at("uri"));
-  for (const Json& folder : event.at("added")) session.folders.Add(folder.at("uri"));
+  for (const Json& folder : RequiredMember(params, "event", "removed")) {
+    session.folders.Remove(Required<std::string>(folder, "uri"));
+  }
+  for (const Json& folder : RequiredMember(params, "event", "added")) {
+    session.folders.Add(Required<std::string>(folder, "uri"));
+  }
   session.analysis.FoldersChanged();
 }
 
@@ -76,7 +85,7 @@ void TakeNotification(Session& session, const std::string& method, const Json& p
     if (method != row.method) continue;
     try {
       row.take(session, params);
-    } catch (const Json::exception& error) {
+    } catch (const protocol::RequestError& error) {
       session.client.Log(method + ": " + error.what());
     }
   }
@@ -106,7 +115,7 @@ void WatchFiles(const Session& session) {
 void AddFolders(Session& session, const Json& params) {
   const Json& folders = At(params, "workspaceFolders");
   if (folders.is_array()) {
-    for (const Json& folder : folders) session.folders.Add(folder.at("uri"));
+    for (const Json& folder : folders) session.folders.Add(Required<std::string>(folder, "uri"));
   } else if (At(params, "rootUri").is_string()) {
     session.folders.Add(params["rootUri"]);
   } else if (At(params, "rootPath").is_string()) {

@@ -64,8 +64,9 @@ void Server::Answer(const Json& id, Function answer) {
     session_.client.Send(protocol::Answer(id, answer()));
   } catch (const RequestError& error) {
     session_.client.Send(protocol::ErrorAnswer(id, error.code(), error.what()));
-  } catch (const Json::exception& error) {
-    session_.client.Send(protocol::ErrorAnswer(id, ErrorCode::kInvalidParams, error.what()));
+  } catch (const Json::exception&) {
+    session_.client.Send(
+        protocol::ErrorAnswer(id, ErrorCode::kInvalidParams, "the parameters are malformed"));
   } catch (const std::exception& error) {  // of the system's: the server goes on
     session_.client.Send(protocol::ErrorAnswer(id, ErrorCode::kInternalError, error.what()));
   }

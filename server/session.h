@@ -9,6 +9,7 @@
 #include "driver/compile_options.h"
 #include "protocol/json.h"
 #include "protocol/message.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/client.h"
 #include "server/token_memory.h"
@@ -25,7 +26,7 @@ struct Session {
 
   // The document that the parameters of a request name. Throws a RequestError.
   const workspace::Document& DocumentOf(const protocol::Json& params) const {
-    const auto uri = params.at("textDocument").at("uri").get<std::string>();
+    const auto uri = protocol::Required<std::string>(params, "textDocument", "uri");
     if (const workspace::Document* document = documents.Find(uri)) return *document;
     throw protocol::RequestError(protocol::ErrorCode::kInvalidParams, "not open: " + uri);
   }

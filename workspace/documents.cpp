@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "support/descriptor.h"
 #include "support/folders.h"
@@ -41,9 +42,9 @@ bool Document::is_saved() const {
 }
 
 void Document::Apply(const protocol::Json& change, protocol::Encoding encoding) {
-  const auto replacement = change.at("text").get<std::string>();
-  if (change.contains("range")) {
-    const auto range = change.at("range").get<protocol::Range>();
+  const auto replacement = protocol::Required<std::string>(change, "text");
+  if (!protocol::At(change, "range").is_null()) {
+    const auto range = protocol::Required<protocol::Range>(change, "range");
     const support::ByteRange bytes = lines().BytesOf(range, encoding);
     text_.replace(bytes.begin, bytes.end - bytes.begin, replacement);
   } else {

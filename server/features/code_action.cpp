@@ -16,6 +16,7 @@
 #include "assistance/allowing.h"
 #include "findings/message_row.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
@@ -59,8 +60,8 @@ class ActionList {
       : session_(session),
         params_(params),
         document_(session.DocumentOf(params)),
-        selected_(
-            document_.lines().BytesOf(params.at("range").get<protocol::Range>(), session.encoding)),
+        selected_(document_.lines().BytesOf(protocol::Required<protocol::Range>(params, "range"),
+                                            session.encoding)),
         findings_(session.analysis.FindingsIn(document_.whole_name())) {}
 
   Json Take() {

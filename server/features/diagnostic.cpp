@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "server/client.h"
 #include "server/feature.h"
 #include "server/file_report.h"
@@ -51,7 +52,8 @@ Json WorkspaceDiagnostics(const Session& session, const Json& params) {
   const Json& known = protocol::At(params, "previousResultIds");
   if (known.is_array()) {
     for (const Json& each : known) {
-      previous[each.at("uri").get<std::string>()] = each.at("value");
+      previous[protocol::Required<std::string>(each, "uri")] =
+          protocol::Required<std::string>(each, "value");
     }
   }
   std::map<std::string, FileReport> reports;

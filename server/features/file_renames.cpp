@@ -9,6 +9,7 @@
 #include "assistance/edit.h"
 #include "assistance/moved_files.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/finding_json.h"
@@ -26,9 +27,9 @@ using Moves = std::vector<std::pair<std::string, std::string>>;
 
 Moves MovesOf(const Json& params) {
   Moves moves;
-  for (const Json& file : params.at("files")) {
-    const auto from = support::PathOfUri(file.at("oldUri").get<std::string>());
-    const auto to = support::PathOfUri(file.at("newUri").get<std::string>());
+  for (const Json& file : protocol::RequiredMember(params, "files")) {
+    const auto from = support::PathOfUri(protocol::Required<std::string>(file, "oldUri"));
+    const auto to = support::PathOfUri(protocol::Required<std::string>(file, "newUri"));
     if (from && to) moves.emplace_back(*from, *to);
   }
   return moves;

@@ -14,6 +14,7 @@
 #include "format/format.h"
 #include "format/line_edits.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
@@ -95,7 +96,7 @@ support::ByteRange WholeLines(const std::string& text, support::ByteRange range)
 
 Json RangeFormattingOf(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
-  const auto range = params.at("range").get<protocol::Range>();
+  const auto range = protocol::Required<protocol::Range>(params, "range");
   const auto edits = EditsOf(session, document);
   if (!edits) return nullptr;
   const support::ByteRange bytes = document.lines().BytesOf(range, session.encoding);
@@ -125,7 +126,7 @@ support::ByteRange RunAround(const std::string& text, std::uint32_t begin, std::
 // below it together. What has errors stays as it is, while it is being written.
 Json OnTypeFormattingOf(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
-  const auto position = params.at("position").get<protocol::Position>();
+  const auto position = protocol::Required<protocol::Position>(params, "position");
   const auto at = static_cast<std::uint32_t>(document.lines().OffsetOf(position, session.encoding));
   const support::ByteRange line = WholeLines(document.text(), {at, at});
   std::string text = document.text();

@@ -3,6 +3,7 @@
 
 #include "assistance/hints.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
@@ -24,7 +25,7 @@ Json HintJson(const Asked& asked, const assistance::Hint& hint) {
 }
 
 Json HintsOf(const Session& session, const Json& params) {
-  const auto range = params.at("range").get<protocol::Range>();
+  const auto range = protocol::Required<protocol::Range>(params, "range");
   Json hints = Json::array();
   const std::vector<Asked> places = AskedBy(session, params);
   if (places.empty()) return hints;

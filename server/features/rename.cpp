@@ -12,6 +12,7 @@
 #include "assistance/place.h"
 #include "protocol/json.h"
 #include "protocol/message.h"
+#include "protocol/params.h"
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/finding_json.h"
@@ -54,7 +55,7 @@ std::vector<assistance::Location> AddEdits(const Session& session, const Asked& 
 }
 
 Json RenamingOf(const Session& session, const Json& params) {
-  const auto name = params.at("newName").get<std::string>();
+  const auto name = protocol::Required<std::string>(params, "newName");
   const std::vector<Asked> places = AskedBy(session, params);
   if (places.empty()) return nullptr;
   Edits edits;

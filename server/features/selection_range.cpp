@@ -4,6 +4,7 @@
 
 #include "assistance/selection.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
@@ -36,7 +37,7 @@ Json SelectionOf(const Session& session, const workspace::Document& document,
 Json SelectionsOf(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
   Json selections = Json::array();
-  for (const Json& position : params.at("positions")) {
+  for (const Json& position : protocol::RequiredMember(params, "positions")) {
     selections.push_back(SelectionOf(session, document, position.get<protocol::Position>()));
   }
   return selections;

@@ -10,6 +10,7 @@
 #include "assistance/place.h"
 #include "assistance/tokens.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
@@ -123,7 +124,7 @@ Json TokensOfAll(const Session& session, const Json& params) {
 }
 
 Json TokensOfRange(const Session& session, const Json& params) {
-  const auto range = params.at("range").get<protocol::Range>();
+  const auto range = protocol::Required<protocol::Range>(params, "range");
   return {{"data", NumbersOf(AskedBy(session, params), &range)}};
 }
 
@@ -140,7 +141,7 @@ Json EditOf(const TokenNumbers& before, const TokenNumbers& now) {
 
 Json TokensOfChange(const Session& session, const Json& params) {
   const std::string& uri = session.DocumentOf(params).uri();
-  const auto id = params.at("previousResultId").get<std::string>();
+  const auto id = protocol::Required<std::string>(params, "previousResultId");
   const TokenMemory::Sent* sent = session.tokens.Find(uri, id);
   if (sent == nullptr) return TokensOfAll(session, params);
   TokenNumbers numbers = NumbersOf(AskedBy(session, params), nullptr);

@@ -5,6 +5,7 @@
 #include "analysis/reading.h"
 #include "assistance/outline.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "server/asking.h"
 #include "server/feature.h"
 #include "server/session.h"
@@ -19,7 +20,7 @@ using protocol::Json;
 constexpr std::size_t kMostSymbols = 1000;
 
 Json WorkspaceSymbolsOf(const Session& session, const Json& params) {
-  const auto query = params.at("query").get<std::string>();
+  const auto query = protocol::Required<std::string>(params, "query");
   OnceList symbols;
   for (const analysis::Reading* machine : session.analysis.AllReadings()) {
     for (const assistance::FoundSymbol& found :
