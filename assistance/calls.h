@@ -1,4 +1,4 @@
-// Which sections call which actions.
+// Which sections and globals call which actions.
 #ifndef ASSISTANCE_CALLS_H_
 #define ASSISTANCE_CALLS_H_
 
@@ -10,19 +10,20 @@
 
 namespace rux::assistance {
 
-// A section, and the places of calls: in it, or of it.
+// A section, or one global of it, and the places of calls: in it, or of it.
 struct Calls {
   Id section;
+  Id global;  // a definition; kNone: the section
   std::vector<ByteRange> places;
 };
 
 // The action whose name is at the place; kNone: none that is defined.
 Id ActionAt(const Place& at);
 
-// The sections that call an action, with the places in them; the actions that a section calls, with
-// the places in that section.
+// What calls an action, with the places in it; the actions that the global or else the section at
+// the place calls, with the places there.
 std::vector<Calls> CallersOf(const index::Index& index, Id action);
-std::vector<Calls> CallsIn(const index::Index& index, Id section);
+std::vector<Calls> CallsAt(const Place& at);
 
 }  // namespace rux::assistance
 

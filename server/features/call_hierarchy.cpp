@@ -1,4 +1,4 @@
-// callHierarchy: which sections call an action, and which actions a section calls.
+// callHierarchy: which sections and globals call an action, and which actions these call.
 #include <map>
 #include <string>
 #include <utility>
@@ -9,8 +9,8 @@
 #include "assistance/wording.h"
 #include "index/index.h"
 #include "index/records.h"
-#include "index/spot.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "ruxcomp/language/entries.h"
 #include "server/asking.h"
@@ -28,7 +28,20 @@ using assistance::Calls;
 using assistance::Id;
 using protocol::Json;
 
-Json CallItem(const Session& session, const Asked& asked, Id section) {
+Json GlobalItem(const Session& session, const Asked& asked, Id global) {
+  const index::Index& index = asked.at.index;
+  const index::Definition& definition = index.definitions()[global];
+  const index::Space& space = index.symbols()[definition.symbol].space;
+  const std::string keyword = index.sections()[definition.section].kind->keyword;
+  return {{"name", index.items()[definition.item].item->key},
+          {"detail", "[" + keyword + "]"},
+          {"kind", SymbolKindOf(space.section, space)},
+          {"uri", UriOf(session, asked.machine.FileAt(definition.file))},
+          {"range", asked.machine.RangeOf(definition.file, index.RangeOfItem(definition.item))},
+          {"selectionRange", asked.machine.RangeOf(definition.file, definition.name)}};
+}
+
+Json SectionItem(const Session& session, const Asked& asked, Id section) {
   const index::Index& index = asked.at.index;
   const index::SectionRecord& record = index.sections()[section];
   const Id name = index.DefinitionIn(section, ruxcomp::language::ENTRY_NAME);
@@ -47,16 +60,15 @@ Json CallItem(const Session& session, const Asked& asked, Id section) {
 
 // An item that was answered leads back to its place.
 std::vector<Asked> AskedByItem(const Session& session, const Json& params) {
-  const Json& item = params.at("item");
-  const auto range = item.at("selectionRange").get<protocol::Range>();
-  return AskedInFile(session, item.at("uri").get<std::string>(), range.start);
+  const auto range = protocol::Required<protocol::Range>(params, "item", "selectionRange");
+  return AskedInFile(session, protocol::Required<std::string>(params, "item", "uri"), range.start);
 }
 
 Json PreparedCalls(const Session& session, const Json& params) {
   OnceList items;
   for (const Asked& asked : AskedBy(session, params)) {
     const Id action = assistance::ActionAt(asked.at);
-    if (action != index::kNone) items.Add(CallItem(session, asked, action));
+    if (action != index::kNone) items.Add(SectionItem(session, asked, action));
   }
   Json list = items.Take();
   return list.empty() ? Json() : list;
@@ -68,7 +80,9 @@ class CallList {
   CallList(const Session& session, const char* end) : session_(session), end_(end) {}
 
   void Add(const Asked& asked, const Calls& calls, Id file) {
-    OnceList& ranges = ranges_[CallItem(session_, asked, calls.section)];
+    OnceList& ranges =
+        ranges_[calls.global == index::kNone ? SectionItem(session_, asked, calls.section)
+                                             : GlobalItem(session_, asked, calls.global)];
     for (const support::ByteRange& place : calls.places) {
       ranges.Add(asked.machine.RangeOf(file, place));
     }
@@ -103,9 +117,7 @@ Json IncomingCalls(const Session& session, const Json& params) {
 Json OutgoingCalls(const Session& session, const Json& params) {
   CallList list(session, "to");
   for (const Asked& asked : AskedByItem(session, params)) {
-    const Id section = index::SpotAt(asked.at.index, asked.at.file, asked.at.offset).section;
-    if (section == index::kNone) continue;
-    for (const Calls& calls : assistance::CallsIn(asked.at.index, section)) {
+    for (const Calls& calls : assistance::CallsAt(asked.at)) {
       list.Add(asked, calls, asked.at.file);
     }
   }

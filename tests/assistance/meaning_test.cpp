@@ -7,6 +7,7 @@
 #include "assistance/calls.h"
 #include "assistance/hints.h"
 #include "assistance/tokens.h"
+#include "support/text_file.h"
 #include "tests/assistance/marked.h"
 
 namespace {
@@ -84,11 +85,30 @@ TEST(CallsTest, HaveSectionsWithTheirPlaces) {
   EXPECT_EQ(callers[0].section, 2U);
   EXPECT_THAT(callers[0].places.size(), 2U);
   EXPECT_EQ(marked.Shown({0, callers[1].places[0]}), "10: STOP");
-  const std::vector<Calls> calls = CallsIn(index, 2);
-  ASSERT_EQ(calls.size(), 1U);
-  EXPECT_EQ(calls[0].section, action);
-  EXPECT_EQ(marked.Shown({0, calls[0].places[1]}), "8: STOP");
-  EXPECT_THAT(CallsIn(index, action), IsEmpty());
+  EXPECT_EQ(callers[0].global, kNone);
+  EXPECT_EQ(marked.Shown({0, index.definitions()[callers[1].global].name}), "10: G_A");
+  EXPECT_THAT(CallsAt(marked.place()), IsEmpty());
+}
+
+// The lines of the calls at a place, "7: STOP".
+std::vector<std::string> CallsIn(const std::string& script) {
+  const Marked marked(script);
+  std::vector<std::string> places;
+  for (const Calls& calls : CallsAt(marked.place())) {
+    for (const rux::support::ByteRange& place : calls.places) {
+      places.push_back(marked.Shown({0, place}));
+    }
+  }
+  return places;
+}
+
+TEST(CallsTest, AreThoseOfASectionOrOfOneGlobal) {
+  const std::string actions = "[DEFINE]\nVT_CALL = 3\n[ACTION]\nNAME = STOP\n";
+  EXPECT_THAT(CallsIn(actions + "[ACTION]\n^NAME = SPIN\nVALUE = VT_CALL, STOP\n"
+                                "VALUE_B = VT_CALL, STOP\n"),
+              ElementsAre("7: STOP", "8: STOP"));
+  const std::string globals = "G_A = VT_CALL, STOP\n^G_B = VT_CALL, STOP\n";
+  EXPECT_THAT(CallsIn(actions + "[GLOBAL]\n" + globals), ElementsAre("7: STOP"));
 }
 
 TEST(CallsTest, AreOfActionsOnly) {
