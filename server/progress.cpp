@@ -21,8 +21,12 @@ void NotifyProgress(const Session& session, const Json& value) {
 
 Json ShownJson(const analysis::Analysis::Checked& checked, bool is_first) {
   Json value = {{"kind", is_first ? "begin" : "report"},
-                {"message", fmt::format("{} of {} machines", checked.machines, checked.all)},
                 {"percentage", checked.all == 0 ? 0 : checked.machines * 100 / checked.all}};
+  // Before the machines are known, nobody knows how many there are.
+  if (checked.all > 0) {
+    value["message"] = fmt::format("{} of {} machine{}", checked.machines, checked.all,
+                                   checked.all == 1 ? "" : "s");
+  }
   if (is_first) value["title"] = "Checking scripts";
   return value;
 }
