@@ -36,13 +36,17 @@ bool LooksLikeUtf16(std::string_view bytes) {
   return first != second;
 }
 
-// Whether a good part of the beginning is zeros, far more than a slip puts into a text.
+// Of a byte of ASCII that texts do not have: neither a character nor a blank nor a line end.
+bool IsControl(char c) { return (c >= 0 && c < '\t') || (c > '\r' && c < ' ') || c == 0x7F; }
+
+// Whether a good part of the beginning is control characters, far more than a slip puts into a
+// text: of random bytes, a tenth is.
 bool LooksBinary(std::string_view bytes) {
   constexpr std::size_t kLooked = 4096;
   constexpr std::ptrdiff_t kFewest = 16;
   const std::string_view beginning = bytes.substr(0, kLooked);
-  const std::ptrdiff_t zeros = std::count(beginning.begin(), beginning.end(), '\0');
-  return zeros >= kFewest && static_cast<std::size_t>(zeros) >= beginning.size() / 10;
+  const std::ptrdiff_t controls = std::count_if(beginning.begin(), beginning.end(), IsControl);
+  return controls >= kFewest && static_cast<std::size_t>(controls) >= beginning.size() / 20;
 }
 
 }  // namespace
