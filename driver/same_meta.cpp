@@ -13,6 +13,8 @@
 #include <vector>
 
 #include "compiled/file.h"  // IWYU pragma: keep
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/severities.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "driver/formatted_script.h"
@@ -59,6 +61,18 @@ ServedTexts TextsAfter(const FormattedMachine& machine) {
   return {{machine.changed.begin(), machine.changed.end()}, &FormattedScript::formatted};
 }
 
+// As rux check sees it: the library accepts some errors, settings make warnings of others. What
+// settings make an error of keeps nothing from being compared.
+bool HasErrors(const run::Result& result, const CompileOptions& options) {
+  if (!result.accepted || result.raised) return true;
+  const diagnostics::Severities severities = SeveritiesOf(options);
+  return std::any_of(result.findings.begin(), result.findings.end(), [&](const auto& finding) {
+    const diagnostics::MessageRow& row = *finding.row;
+    return row.severity == diagnostics::Severity::kError &&
+           severities.RulingOn(row, row.severity).severity == diagnostics::Severity::kError;
+  });
+}
+
 // Prints the meta file, with no time of creation.
 support::ExitStatus PrintMeta(const FormattedMachine& machine, const ServedTexts& texts) {
   const std::vector<std::string> folders = machine.options.all_include_folders();
@@ -69,7 +83,7 @@ support::ExitStatus PrintMeta(const FormattedMachine& machine, const ServedTexts
   }
   run::Run run(machine.options.script_name());
   run.ReadAndCheck();
-  if (!run.result().accepted || run.result().raised) return support::ExitStatus::kFindings;
+  if (HasErrors(run.result(), machine.options)) return support::ExitStatus::kFindings;
   support::MemoryFile meta(machine.script);
   run.Write([&] {
     if (gccOutput(meta.Path()) == 0) meta.ThrowIncomplete();
