@@ -225,7 +225,7 @@ class LimitsOfTypeRule : public SensorRule {
         .report
         .Add(RowOf(rule), sensor.section,
              [&] {
-               return fmt::format("there are {}; {} of {} sensors of TYPE {} have some", lacking,
+               return fmt::format("has {}; {} of {} sensors of TYPE {} have some", lacking,
                                   others.count, count, sensor.type);
              })
         .Note("the first of those that have some",

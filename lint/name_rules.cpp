@@ -149,7 +149,7 @@ class SensorSettingsRule : public rules::Rule {
       if (std::find(properties_.begin(), properties_.end(), property) != properties_.end())
         continue;
       context_.report.Add(RowOf(RuleId::kMissingProperty), *section_,
-                          [&] { return fmt::format("there is no {}", property); });
+                          [&] { return fmt::format("{} is missing", property); });
     }
   }
 
