@@ -132,7 +132,7 @@ void Baseline::Write(const Noted& noted) const {
   support::PutInPlace({{files_.written, text}});
 }
 
-// Counts the entries that do not occur any more.
+// Counts the entries that did not occur.
 class Baseline::Outdated {
  public:
   Outdated(const Baseline& baseline, const Noted& noted, const FindMains& find_mains)
@@ -190,9 +190,9 @@ class Baseline::Outdated {
 std::string Baseline::OutdatedText(const Noted& noted, const FindMains& find_mains) const {
   const std::uint64_t outdated = Outdated(*this, noted, find_mains).Count();
   if (outdated == 0) return "";
-  return fmt::format("{0}: {1} warning{2} no longer occur{3}; --write-baseline {0} drops {4}\n",
+  return fmt::format("{0}: {1} listed warning{2} did not occur; --write-baseline {0} drops {3}\n",
                      support::SafePath(files_.read), outdated, outdated == 1 ? "" : "s",
-                     outdated == 1 ? "s" : "", outdated == 1 ? "it" : "them");
+                     outdated == 1 ? "it" : "them");
 }
 
 BaselineFilter::BaselineFilter(Baseline& baseline, const sources::SourceSet& sources,

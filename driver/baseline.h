@@ -47,7 +47,7 @@ class Baseline {
   using FindMains = std::function<std::vector<std::string>(const std::string& file)>;
 
   // Called when all runs are done: writes the baseline and returns a line about entries of the one
-  // that was read that do not occur any more; empty when there are none. A file that several
+  // that was read that did not occur; empty when there are none. A file that several
   // machines include has as many warnings as the machine with the most. Throws a Failure.
   std::string End(const FindMains& find_mains);
 
