@@ -85,7 +85,7 @@ class Conversation {
         case FrameReader::Outcome::kBroken:
           server_.Refuse(protocol::ErrorCode::kParseError, "the message has no Content-Length");
           throw support::Failure(support::ExitStatus::kTrouble,
-                                 "what comes on standard input are no messages of an editor");
+                                 "standard input does not carry language server messages");
       }
     }
   }
