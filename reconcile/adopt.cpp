@@ -67,8 +67,10 @@ class Planner {
  public:
   explicit Planner(const Comparison& comparison) : comparison_(comparison) {}
 
-  Adoption Plan(bool has_limits) {
-    for (const Difference& difference : comparison_.differences) {
+  // Of the differences before that one.
+  Adoption Plan(bool has_limits, std::size_t end) {
+    for (std::size_t i = 0; i < end; ++i) {
+      const Difference& difference = comparison_.differences[i];
       if (!has_limits && IsOfLimit(difference)) continue;
       Edit edit{&difference, ReasonToLeave(difference), ""};
       if (edit.reason.empty()) edit.reason = Make(difference, edit.value);
@@ -171,23 +173,59 @@ DifferenceKey KeyOf(const Difference& difference) {
           difference.column == nullptr ? "" : difference.column->column.name};
 }
 
-// Whether the script compiles.
-bool IsSound(const std::string& script, const LoadMachine& load) {
+// Why the script does not compile; empty: it does.
+std::string ErrorIn(const std::string& script, const LoadMachine& load) {
   try {
     load(script);
-    return true;
-  } catch (const Failure&) {
-    return false;
+    return "";
+  } catch (const Failure& failure) {
+    return failure.what();
   }
 }
 
+// Machines are read with these texts from now on.
+void UseTexts(const Adoption& adoption) {
+  ruxcomp::reader::Texts::Clear();
+  for (const auto& [path, text] : adoption.texts)
+    ruxcomp::reader::Texts::Put(language::WithSlashes(path), text);
+}
+
+// Edits of a machine, for scripts that must compile with them.
+struct Attempt {
+  const Comparison& comparison;
+  const Listing& listing;
+  bool has_limits;
+};
+
+// Names the first edit with which, after those before it, the script does not compile. Compiles it
+// as often as the number of edits can be halved. `error`: with all of them.
+Failure RefusedEdit(const Attempt& attempt, std::string error, const std::string& script,
+                    const LoadMachine& load) {
+  const std::vector<Difference>& differences = attempt.comparison.differences;
+  std::size_t sound = 0;
+  std::size_t unsound = differences.size();
+  while (unsound - sound > 1) {
+    const std::size_t end = sound + (unsound - sound) / 2;
+    UseTexts(Planner(attempt.comparison).Plan(attempt.has_limits, end));
+    std::string other = ErrorIn(script, load);
+    (other.empty() ? sound : unsound) = end;
+    if (!other.empty()) error = std::move(other);
+  }
+  const Difference& refused = differences[unsound - 1];
+  if (refused.column == nullptr) return Failure(ExitStatus::kTrouble, "{}", error);
+  return Failure(
+      ExitStatus::kFindings,
+      "the scripts stay as they are: {} of {} as the list has it ({}:{}) is an error: {}",
+      refused.column->column.name, refused.name, attempt.listing.path, refused.listed->line, error);
+}
+
 // The machine of an edited script.
-machine::Machine LoadEdited(const std::string& script, const LoadMachine& load) {
+machine::Machine LoadEdited(const Attempt& attempt, const std::string& script,
+                            const LoadMachine& load) {
   try {
     return load(script);
-  } catch (const Failure&) {
-    throw Failure(ExitStatus::kFindings,
-                  "the scripts stay as they are: after the edits, {} would not compile", script);
+  } catch (const Failure& failure) {
+    throw RefusedEdit(attempt, failure.what(), script, load);
   }
 }
 
@@ -195,12 +233,6 @@ void ExpectScript(const std::string& name) {
   const machine::Source source = machine::ReadSource(name);
   if (source.form != ruxcomp::file::Form::kNone || !source.revision.empty())
     throw Failure(ExitStatus::kWrongUsage, "cannot edit {}: it is not a script in a file", name);
-}
-
-// Machines are read with these texts from now on.
-void UseTexts(const Adoption& adoption) {
-  for (const auto& [path, text] : adoption.texts)
-    ruxcomp::reader::Texts::Put(language::WithSlashes(path), text);
 }
 
 }  // namespace
@@ -214,29 +246,35 @@ Comparison CompareToAdopt(const machine::Machine& machine, const Listing& listin
                           const LoadMachine& load) {
   ExpectScript(machine.name());
   Comparison comparison = CompareWith(machine, listing);
-  const Adoption adoption = Planner(comparison).Plan(false);
+  const Adoption adoption = Planner(comparison).Plan(false, comparison.differences.size());
   if (adoption.texts.empty()) return comparison;
   UseTexts(adoption);
-  const machine::Machine measured = LoadEdited(machine.name(), load);
+  const machine::Machine measured = LoadEdited({comparison, listing, false}, machine.name(), load);
   ruxcomp::reader::Texts::Clear();
-  return CompareWith(machine, listing, measured);
+  return CompareChosen(machine, listing, measured, std::move(comparison.are_chosen));
 }
 
-Adoption PlanAdoption(const Comparison& comparison) { return Planner(comparison).Plan(true); }
+Adoption PlanAdoption(const Comparison& comparison) {
+  return Planner(comparison).Plan(true, comparison.differences.size());
+}
 
 void VerifyAdoption(const Adoption& adoption, const Listing& listing, const std::string& name,
                     const std::vector<std::string>& others, const LoadMachine& load) {
+  if (adoption.texts.empty()) return;
   std::vector<std::string> sound;
   std::copy_if(others.begin(), others.end(), std::back_inserter(sound),
-               [&](const std::string& other) { return IsSound(other, load); });
+               [&](const std::string& other) { return ErrorIn(other, load).empty(); });
   UseTexts(adoption);
-  const machine::Machine machine = LoadEdited(name, load);
-  for (const std::string& other : sound) LoadEdited(other, load);
+  const Attempt attempt{*adoption.comparison, listing, true};
+  const machine::Machine machine = LoadEdited(attempt, name, load);
+  for (const std::string& other : sound) LoadEdited(attempt, other, load);
   std::set<DifferenceKey> left;
   for (const Edit& edit : adoption.edits) {
     if (!edit.reason.empty()) left.insert(KeyOf(*edit.difference));
   }
-  for (const Difference& difference : CompareWith(machine, listing).differences) {
+  const Comparison result =
+      CompareChosen(machine, listing, machine, adoption.comparison->are_chosen);
+  for (const Difference& difference : result.differences) {
     if (left.count(KeyOf(difference)) > 0) continue;
     throw Failure(
         ExitStatus::kFindings,

@@ -17,7 +17,9 @@
 #include "machine/origins.h"
 #include "reconcile/amount.h"
 #include "reconcile/pairing.h"
+#include "ruxcomp/language/compiled_entries.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
 #include "table/cell.h"
 #include "table/columns.h"
@@ -45,10 +47,9 @@ std::set<std::string> SetOf(const std::string& joined) {
 
 class Comparer {
  public:
-  Comparer(table::MachineTable table, const std::vector<bool>& is_chosen, const lists::List& list,
+  Comparer(table::MachineTable table, std::vector<bool> are_chosen, const lists::List& list,
            const Pairing& pairing)
-      : is_chosen_(is_chosen),
-        result_{std::move(table), list, pairing, {}, 0, 0},
+      : result_{std::move(table), list, pairing, std::move(are_chosen), {}},
         name_(pairing.Find(table::kNameColumn)),
         id_(pairing.Find(table::kIdColumn)) {}
 
@@ -56,8 +57,10 @@ class Comparer {
     Match();
     for (std::size_t i = 0; i < result_.list.rows.size(); ++i) CompareListed(i);
     for (std::size_t i = 0; i < result_.table.rows.size(); ++i) {
-      if (!is_listed_[i] && is_chosen_[i]) AddRow(DifferenceKind::kExtra, &RowAt(i), nullptr);
+      if (!is_listed_[i] && result_.are_chosen[i])
+        AddRow(DifferenceKind::kExtra, &RowAt(i), nullptr);
     }
+    FindUnlisted();
     return std::move(result_);
   }
 
@@ -109,7 +112,7 @@ class Comparer {
   void CompareListed(std::size_t i) {
     const lists::ListRow& listed = result_.list.rows[i];
     if (matches_[i] == kNone) return AddRow(DifferenceKind::kMissing, nullptr, &listed);
-    if (!is_chosen_[matches_[i]]) return;
+    if (!result_.are_chosen[matches_[i]]) return;
     const table::Row& row = RowAt(matches_[i]);
     if (!compared_.insert(matches_[i]).second)
       return AddRow(DifferenceKind::kDuplicate, &row, &listed);
@@ -140,7 +143,7 @@ class Comparer {
     if (table::TextOf(ours) == theirs) return std::nullopt;
     bool is_same = false;
     if (pair.column.name == table::kUnitColumn) {
-      is_same = lists::IsNothing(theirs) ? ours.empty() : AreSameUnits(ours, theirs);
+      is_same = ours.empty() || lists::IsNothing(theirs) || AreSameUnits(ours, theirs);
     } else if (ours.is_list) {
       is_same = SetOf(table::TextOf(ours)) == SetOf(theirs);
     }
@@ -149,7 +152,7 @@ class Comparer {
 
   // Amounts in mV are compared with amounts in V.
   static bool AreSameUnits(const table::Cell& ours, const std::string& theirs) {
-    return !ours.empty() && lists::UnitFactor(theirs, ours.texts.front()).has_value();
+    return lists::UnitFactor(theirs, ours.texts.front()).has_value();
   }
 
   std::optional<DifferenceKind> KindOfNumber(const ColumnPair& pair, const table::Row& row,
@@ -168,6 +171,24 @@ class Comparer {
     const bool is_same = IsWithin(*ours.number, *wanted, pair.tolerance, quantity) ||
                          NumberToStore(*wanted, theirs, quantity) == ours.number;
     return is_same ? std::nullopt : std::optional(DifferenceKind::kDiffers);
+  }
+
+  void FindUnlisted() {
+    const ruxcomp::language::SectionKind& kind = result_.table.kind;
+    for (const ruxcomp::language::CompiledEntry& entry :
+         ruxcomp::language::CompiledEntriesOf(kind)) {
+      const table::Column column = table::ColumnFor(kind, entry.keyword);
+      if (!column.is_limit() || result_.pairing.Find(column.name) != nullptr) continue;
+      if (HasChosen(column)) result_.unlisted.push_back(column.name);
+    }
+  }
+
+  // Whether a chosen section has that entry.
+  bool HasChosen(const table::Column& column) const {
+    for (std::size_t i = 0; i < result_.table.rows.size(); ++i) {
+      if (result_.are_chosen[i] && table::EntryOf(RowAt(i).subject, column)) return true;
+    }
+    return false;
   }
 
   void AddRow(DifferenceKind kind, const table::Row* row, const lists::ListRow* listed) {
@@ -199,7 +220,6 @@ class Comparer {
     return subject.machine.PlaceOf(subject.kind, subject.ordinal, key);
   }
 
-  const std::vector<bool>& is_chosen_;
   Comparison result_;
   const ColumnPair* const name_;
   const ColumnPair* const id_;
@@ -228,9 +248,9 @@ std::string UnitOf(const Comparison& comparison, const ColumnPair& pair,
   return lists::IsNothing(unit) ? "" : unit;
 }
 
-Comparison Compare(table::MachineTable table, const std::vector<bool>& is_chosen,
-                   const lists::List& list, const Pairing& pairing) {
-  return Comparer(std::move(table), is_chosen, list, pairing).Run();
+Comparison Compare(table::MachineTable table, std::vector<bool> are_chosen, const lists::List& list,
+                   const Pairing& pairing) {
+  return Comparer(std::move(table), std::move(are_chosen), list, pairing).Run();
 }
 
 }  // namespace rux::reconcile

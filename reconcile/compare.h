@@ -45,18 +45,20 @@ struct Comparison {
   table::MachineTable table;
   const lists::List& list;
   const Pairing& pairing;
+  std::vector<bool> are_chosen;         // of the table's rows, which are compared
   std::vector<Difference> differences;  // by the rows of the list, then what it does not have
   std::size_t compared = 0;             // sections that the list has
   std::size_t stored = 0;  // of these, with limits whose unit or sign the project does not state
+  std::vector<std::string> unlisted = {};  // limits of chosen sections, of which it has no column
 
   std::size_t CountOf(DifferenceKind kind) const;
 };
 
 // Sections and rows match by NAME, then by ID. The table has the columns of the pairing. Only the
-// differences of rows that `is_chosen` (one for each of the table's) are in the result. List and
+// differences of chosen rows (a flag for each of the table's) are in the result. List and
 // pairing must outlive it.
-Comparison Compare(table::MachineTable table, const std::vector<bool>& is_chosen,
-                   const lists::List& list, const Pairing& pairing);
+Comparison Compare(table::MachineTable table, std::vector<bool> are_chosen, const lists::List& list,
+                   const Pairing& pairing);
 
 // What a number of a section is a number of, in that column.
 machine::Quantity QuantityFor(const ColumnPair& pair, const table::Row& row);

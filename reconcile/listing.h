@@ -32,11 +32,13 @@ struct Listing {
 Listing ReadListing(const ListingOptions& options, const ruxcomp::language::SectionKind& kind,
                     std::vector<table::Condition> conditions);
 
-// Both must outlive the comparison.
+// Both must outlive the comparison. Throws a Failure of wrong usage when the conditions fit no
+// section.
 Comparison CompareWith(const machine::Machine& machine, const Listing& listing);
-// The same with the limits measured as those of another machine, which has the same sections.
-Comparison CompareWith(const machine::Machine& machine, const Listing& listing,
-                       const machine::Machine& measured);
+// The sections that were chosen once, of a machine that has the same sections, with the limits
+// measured as those of `measured`, which has them as well.
+Comparison CompareChosen(const machine::Machine& machine, const Listing& listing,
+                         const machine::Machine& measured, std::vector<bool> are_chosen);
 
 }  // namespace rux::reconcile
 

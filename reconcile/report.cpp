@@ -53,17 +53,17 @@ Cell CellOrNone(const std::string& text) { return text.empty() ? Cell() : table:
 
 std::vector<std::string> NotesOf(const Comparison& comparison) {
   std::vector<std::string> lines;
-  if (!comparison.pairing.ignored.empty()) {
-    std::string names;
-    for (const std::string& name : comparison.pairing.ignored)
-      names += (names.empty() ? "" : ", ") + support::SafeText(name);
-    lines.push_back("columns of the list that are not compared: " + names);
-  }
+  const auto add_names = [&](const char* what, const std::vector<std::string>& names) {
+    if (names.empty()) return;
+    lines.push_back(what + support::SafeText(fmt::to_string(fmt::join(names, ", "))));
+  };
+  add_names("columns of the list that are not compared: ", comparison.pairing.ignored);
+  add_names("limits of the machine that the list has no columns for: ", comparison.unlisted);
   if (comparison.stored > 0) {
     lines.push_back(
-        fmt::format("limits that are compared as stored numbers, as the project file does not "
-                    "state their unit and sign: those of {}",
-                    comparison.stored));
+        fmt::format("{} sensor{}: limits compared as stored numbers; the project file states no "
+                    "unit or sign",
+                    comparison.stored, comparison.stored == 1 ? "" : "s"));
   }
   return lines;
 }
@@ -114,6 +114,7 @@ void WriteNotes(const Comparison& comparison, support::JsonObject& json) {
   json.Member("stored", comparison.stored);
   json.Array("ignored",
              [&](support::JsonArray& names) { names.Items(comparison.pairing.ignored); });
+  json.Array("unlisted", [&](support::JsonArray& names) { names.Items(comparison.unlisted); });
 }
 
 void WriteComparison(const Comparison& comparison, const std::string& list_path,

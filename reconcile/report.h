@@ -16,7 +16,7 @@ namespace rux::reconcile {
 // compared or not known.
 table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path);
 
-// What was not compared, and what is not known: a line each; as the members "stored" and "ignored".
+// What was not compared, and what is not known: a line each; as members of the object.
 std::vector<std::string> NotesOf(const Comparison& comparison);
 void WriteNotes(const Comparison& comparison, support::JsonObject& json);
 

@@ -90,6 +90,7 @@ table::MachineTable TableFor(const TableOptions& options, const Request& request
 
 void PrintSheet(const TableOptions& options, const table::Sheet& sheet) {
   if (options.format == "csv") {
+    for (const std::string& line : sheet.lines) support::PrintError(line + '\n');
     return support::PrintAsIs("the table", support::WrittenText([&](support::TextStream& out) {
                                 table::WriteCsv(sheet, out);
                               }),
