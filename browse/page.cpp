@@ -35,6 +35,21 @@
 
 namespace rux::browse {
 
+namespace {
+
+// Throws a Failure for what is the NAME of a section instead.
+void ExpectKind(const Relations& relations, const std::string& keyword) {
+  if (language::FindKind(keyword) != nullptr) return;
+  for (const Thing& thing : relations.things()) {
+    if (thing.name != keyword) continue;
+    throw inspect::NotFound(fmt::format("there is no kind {}; did you mean {}/{}?",
+                                        support::NameText(keyword), thing.kind->keyword,
+                                        support::NameInPath(keyword)));
+  }
+}
+
+}  // namespace
+
 struct Page::Item {
   std::string key;
   inspect::EntryValue value;
@@ -48,7 +63,9 @@ Page::Page(const machine::Machine& machine, const std::string& path)
 }
 
 std::size_t Page::ThingAt(const std::string& path) const {
-  const inspect::Found found = inspect::FindIn(machine_.model(), inspect::ParsePath(path));
+  const std::vector<inspect::PathStep> steps = inspect::ParsePath(path);
+  if (steps.size() == 1) ExpectKind(relations_, steps.front().text);
+  const inspect::Found found = inspect::FindIn(machine_.model(), steps);
   const bool has_entries = found.kind->naming == language::Naming::kByKeys;
   if (found.part || found.entry.has_value() != has_entries) {
     throw support::Failure(support::ExitStatus::kWrongUsage, "{} must be {}/{}", path,

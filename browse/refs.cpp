@@ -2,14 +2,17 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "browse/relations.h"
 #include "inspect/path.h"
+#include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/json.h"
 #include "support/nearest.h"
@@ -47,16 +50,32 @@ Query QueryOf(const std::string& text) {
   return query;
 }
 
+bool IsKind(const std::string& keyword) {
+  return std::any_of(
+      std::begin(ruxcomp::language::kSectionKinds), std::end(ruxcomp::language::kSectionKinds),
+      [&](const auto& kind) { return strcasecmp(kind.keyword, keyword.c_str()) == 0; });
+}
+
 support::Failure NothingFound(const Relations& relations, const Query& query,
                               const std::string& text) {
   std::vector<std::string> names;
+  if (query.kind && !IsKind(*query.kind)) {
+    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds)
+      names.emplace_back(kind.keyword);
+    return inspect::NotFound(
+        "there is no kind " + support::NameText(*query.kind) +
+        support::NearText(*query.kind, names,
+                          "kinds are the keywords of sections, such as SENSOR"));
+  }
   for (const Thing& thing : relations.things()) {
     if (!query.IsOfKind(thing)) continue;
     if (thing.name) names.push_back(*thing.name);
     if (!thing.key.empty()) names.push_back(thing.key);
   }
   const std::string near =
-      query.id ? "" : support::NearText(query.name, names, "'rux ls' lists them");
+      query.id
+          ? ""
+          : support::NearText(query.name, names, "'rux table MACHINE --kind KIND' lists sections");
   return inspect::NotFound("nothing is called " + text + near);
 }
 
