@@ -12,6 +12,7 @@
 #include "reader/byte_order_mark.h"
 #include "ruxcomp/language/entries.h"
 #include "settings/json_file.h"
+#include "support/failure.h"
 
 namespace rux::lists {
 namespace {
@@ -142,6 +143,10 @@ const Format& FormatFor(const std::string& name, std::string_view text) {
 
 std::string ReadListFile(const std::string& path) {
   std::string text = settings::ReadTextFile(path, kLargestList);
+  for (const char* mark : {"\xFF\xFE", "\xFE\xFF"}) {
+    if (text.compare(0, 2, mark) != 0) continue;
+    throw support::Failure(support::ExitStatus::kTrouble, "{} is UTF-16; save it as UTF-8", path);
+  }
   if (ruxcomp::reader::StartsWithMark(text)) text.erase(0, ruxcomp::reader::kMark.size());
   return text;
 }

@@ -30,17 +30,19 @@ struct Setting {
   std::string value;
 };
 
-Setting SettingIn(const char* option, const std::string& text) {
+// `form`: of the text, as the help has it.
+Setting SettingIn(const char* option, const char* form, const std::string& text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string::npos || equals == 0 || equals + 1 == text.size())
-    throw Failure(ExitStatus::kWrongUsage, "{}: expected COLUMN=VALUE, found {}", option, text);
+    throw Failure(ExitStatus::kWrongUsage, "{}: expected {}, found {}", option, form, text);
   return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-std::vector<Setting> SettingsIn(const char* option, const std::vector<std::string>& texts) {
+std::vector<Setting> SettingsIn(const char* option, const char* form,
+                                const std::vector<std::string>& texts) {
   std::vector<Setting> settings;
   settings.reserve(texts.size());
-  for (const std::string& text : texts) settings.push_back(SettingIn(option, text));
+  for (const std::string& text : texts) settings.push_back(SettingIn(option, form, text));
   return settings;
 }
 
@@ -62,9 +64,9 @@ class Pairer {
         format_(format),
         path_(path),
         list_(list),
-        names_(SettingsIn("--map", options.names)),
-        tolerances_(SettingsIn("--tolerance", options.tolerances)),
-        units_(SettingsIn("--unit", options.units)) {}
+        names_(SettingsIn("--map", "COLUMN=NAME", options.names)),
+        tolerances_(SettingsIn("--tolerance", "COLUMN=AMOUNT", options.tolerances)),
+        units_(SettingsIn("--unit", "COLUMN=UNIT", options.units)) {}
 
   Pairing Pair() {
     if (list_.columns.empty()) throw Failure(ExitStatus::kTrouble, "{} has no rows", path_);

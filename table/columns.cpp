@@ -4,6 +4,7 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -166,9 +167,13 @@ std::optional<Column> FindColumn(const language::SectionKind& kind, const std::s
 Column ColumnFor(const language::SectionKind& kind, const std::string& name) {
   std::optional<Column> column = FindColumn(kind, name);
   if (column) return std::move(*column);
-  throw support::Failure(
-      support::ExitStatus::kWrongUsage, "a table of {} has no column {}{}", kind.keyword, name,
-      support::NearText(name, ColumnNames(kind), "rux help table describes them"));
+  std::vector<std::string> names = ColumnNames(kind);
+  std::string capitals = name;
+  for (char& c : capitals) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (FreeEntryFor(kind, capitals) != nullptr) names = {capitals};
+  throw support::Failure(support::ExitStatus::kWrongUsage, "a table of {} has no column {}{}",
+                         kind.keyword, support::NameText(name),
+                         support::NearText(name, names, "rux help table describes them"));
 }
 
 std::vector<Column> DefaultColumns(const language::SectionKind& kind) {
