@@ -110,13 +110,19 @@ std::string ScriptEdits::NewLine(const reader::SyntaxLine& before, std::string_v
   std::string line;
   if (first != nullptr) line = text.substr(whole.begin, first->begin - whole.begin);
   line += key;
-  if (first != nullptr && equals != nullptr) {
+  const reader::Item* item = tree_->ItemOf(before);
+  const bool is_tight =
+      equals != nullptr && text[equals->begin - 1] != ' ' && text[equals->begin - 1] != '\t';
+  if (first != nullptr && equals != nullptr && !is_tight) {
     const std::size_t width = equals->begin - first->begin;
     line.append(width > key.size() ? width - key.size() : 1, ' ');
-  } else {
+  } else if (!is_tight) {
     line += ' ';
   }
-  line.append("= ").append(value);
+  const bool has_value = is_tight && item != nullptr && !item->value.empty();
+  const bool is_close =
+      has_value && tree_->script().RangeOf(item->value).begin == equals->begin + 1;
+  line.append(is_close ? "=" : "= ").append(value);
   const bool has_crlf = whole.size() > 1 && text.compare(whole.end - 2, 2, "\r\n") == 0;
   return line + (has_crlf ? "\r\n" : "\n");
 }
