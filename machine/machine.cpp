@@ -1,5 +1,6 @@
 #include "machine/machine.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -16,6 +17,7 @@
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
+#include "settings/limit_rule.h"
 #include "settings/project.h"
 #include "settings/quantity.h"
 
@@ -48,6 +50,15 @@ std::optional<Place> Machine::PlaceOf(const language::SectionKind& kind, std::si
                                       std::string_view key) const {
   if (origins_ == nullptr) return std::nullopt;
   return key.empty() ? origins_->OfSection(kind, ordinal) : origins_->OfEntry(kind, ordinal, key);
+}
+
+bool Machine::DependsOn(const std::string& property) const {
+  if (project_ == nullptr || property.empty()) return false;
+  return std::any_of(project_->limits.begin(), project_->limits.end(),
+                     [&](const settings::LimitRule& rule) {
+                       return rule.unit_property == property || rule.divisor_property == property ||
+                              rule.sign_property == property;
+                     });
 }
 
 Quantity Machine::QuantityOf(const ruxcomp::Section& sensor) const {

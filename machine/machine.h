@@ -43,6 +43,8 @@ class Machine {
 
   // Whether the project states anything about limits.
   bool has_quantities() const { return project_ != nullptr && !project_->limits.empty(); }
+  // Whether a property of that name, without P_, can decide what limits are numbers of.
+  bool DependsOn(const std::string& property) const;
   // What the project and the sensor's properties state.
   Quantity QuantityOf(const ruxcomp::Section& sensor) const;
 

@@ -55,6 +55,14 @@ bool IsOfLimit(const Difference& difference) {
   return difference.column != nullptr && difference.column->column.is_limit();
 }
 
+// Whether the entry can decide what the limits of its section are numbers of.
+bool IsMeasure(const Difference& difference) {
+  const table::Column& column = difference.column->column;
+  if (column.entry->source == language::ENTRY_TYPE) return true;
+  const bool is_property = column.entry_class == language::CLASS_Property;
+  return is_property && difference.row->subject.machine.DependsOn(column.entry_name);
+}
+
 bool IsRequired(const Difference& difference) {
   const language::SectionKind& kind = difference.row->subject.kind;
   for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind)) {
@@ -84,7 +92,7 @@ class Planner {
 
  private:
   // What a list cannot say, or is not to decide. Empty: it can.
-  static std::string ReasonToLeave(const Difference& difference) {
+  std::string ReasonToLeave(const Difference& difference) const {
     switch (difference.kind) {
       case DifferenceKind::kMissing:
         return "a list does not say how it is read";
@@ -101,6 +109,8 @@ class Planner {
     if (column.derived != nullptr) return "it is worked out";
     if (column.entry->source == language::ENTRY_ID) return "other sections refer to it";
     if (!column.is_number() && !column.is_text()) return "only numbers and texts are edited";
+    if (comparison_.held.count(difference.row->subject.ordinal) > 0 && IsMeasure(difference))
+      return "limits that stay are measured by it";
     return "";
   }
 
@@ -171,6 +181,32 @@ using DifferenceKey = std::tuple<const lists::ListRow*, std::string, std::string
 DifferenceKey KeyOf(const Difference& difference) {
   return {difference.listed, difference.listed == nullptr ? difference.name : "",
           difference.column == nullptr ? "" : difference.column->column.name};
+}
+
+// Whether numbers of the one quantity are other amounts of the other one.
+bool AreMeasuredAnew(const machine::Quantity& now, const machine::Quantity& then) {
+  const auto is_other = [](const auto& a, const auto& b) { return a && a != b; };
+  return is_other(now.unit, then.unit) || is_other(now.divisor, then.divisor) ||
+         is_other(now.is_signed, then.is_signed);
+}
+
+// Adds the rows of a comparison with new measures of which some limits would stay as numbers.
+void HoldRows(const Comparison& comparison, std::set<std::size_t>& held) {
+  std::set<std::size_t> staying;
+  for (const Edit& edit : Planner(comparison).Plan(true, comparison.differences.size()).edits) {
+    if (!edit.reason.empty() && IsOfLimit(*edit.difference))
+      staying.insert(edit.difference->row->subject.ordinal);
+  }
+  for (const table::Row& row : comparison.table.rows) {
+    const table::Subject& subject = row.subject;
+    if (!comparison.are_chosen[subject.ordinal]) continue;
+    if (!AreMeasuredAnew(subject.machine.QuantityOf(subject.section), subject.quantity)) continue;
+    const bool has_unlisted = std::any_of(
+        comparison.unlisted.begin(), comparison.unlisted.end(), [&](const std::string& name) {
+          return table::EntryOf(subject, table::ColumnFor(subject.kind, name));
+        });
+    if (has_unlisted || staying.count(subject.ordinal) > 0) held.insert(subject.ordinal);
+  }
 }
 
 // Why the script does not compile; empty: it does.
@@ -246,12 +282,19 @@ Comparison CompareToAdopt(const machine::Machine& machine, const Listing& listin
                           const LoadMachine& load) {
   ExpectScript(machine.name());
   Comparison comparison = CompareWith(machine, listing);
-  const Adoption adoption = Planner(comparison).Plan(false, comparison.differences.size());
-  if (adoption.texts.empty()) return comparison;
-  UseTexts(adoption);
-  const machine::Machine measured = LoadEdited({comparison, listing, false}, machine.name(), load);
-  ruxcomp::reader::Texts::Clear();
-  return CompareChosen(machine, listing, measured, std::move(comparison.are_chosen));
+  for (;;) {
+    const Adoption adoption = Planner(comparison).Plan(false, comparison.differences.size());
+    if (adoption.texts.empty()) return comparison;
+    UseTexts(adoption);
+    const machine::Machine measured =
+        LoadEdited({comparison, listing, false}, machine.name(), load);
+    ruxcomp::reader::Texts::Clear();
+    Comparison result = CompareChosen(machine, listing, measured, comparison.are_chosen);
+    result.held = comparison.held;
+    const std::size_t held = comparison.held.size();
+    HoldRows(result, comparison.held);
+    if (comparison.held.size() == held) return result;
+  }
 }
 
 Adoption PlanAdoption(const Comparison& comparison) {

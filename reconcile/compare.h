@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +48,10 @@ struct Comparison {
   const Pairing& pairing;
   std::vector<bool> are_chosen;         // of the table's rows, which are compared
   std::vector<Difference> differences;  // by the rows of the list, then what it does not have
-  std::size_t compared = 0;             // sections that the list has
-  std::size_t stored = 0;  // of these, with limits whose unit or sign the project does not state
+  // Rows of the table in which what limits are numbers of stays, as some of their limits stay.
+  std::set<std::size_t> held = {};
+  std::size_t compared = 0;  // sections that the list has
+  std::size_t stored = 0;    // of these, with limits whose unit or sign the project does not state
   std::vector<std::string> unlisted = {};  // limits of chosen sections, of which it has no column
 
   std::size_t CountOf(DifferenceKind kind) const;

@@ -41,7 +41,8 @@ std::string SummaryLine(const Comparison& comparison, const std::string& list_pa
 // What the machine has, with the unit of a limit.
 std::string OursOf(const Difference& difference) {
   if (difference.column == nullptr || difference.ours.empty()) return "";
-  const machine::Quantity& quantity = difference.row->subject.quantity;
+  const table::Subject& subject = difference.row->subject;
+  const machine::Quantity quantity = subject.machine.QuantityOf(subject.section);
   if (difference.column->column.is_limit() && difference.ours.number)
     return quantity.TextOf(*difference.ours.number);
   return table::TextOf(difference.ours);

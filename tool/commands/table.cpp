@@ -177,7 +177,7 @@ support::ExitStatus Apply(const TableOptions& options, const machine::Machine& m
 // the machine is.
 void ExpectList(const TableOptions& options) {
   const bool is_input = options.list.path == "-" || options.applied == "-";
-  if (is_input && options.file == "-") {
+  if (is_input && options.machine.file == "-") {
     throw support::Failure(support::ExitStatus::kWrongUsage,
                            "standard input is the list; give the name of the machine's file");
   }
