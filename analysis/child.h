@@ -12,8 +12,8 @@
 
 namespace rux::analysis {
 
-// The process may raise, crash or hang: this one only notices that the answer is missing. It ends with
-// this object and with this process. Its standard output is none.
+// The process may raise, crash or hang: this one only notices that the answer is missing. It ends
+// with this object and with this process. Its standard output is none.
 class Child {
  public:
   // When no process can be started, it has ended at once.

@@ -40,11 +40,12 @@ bool LooksLikeUtf16(std::string_view bytes) {
 bool IsControl(char c) { return (c >= 0 && c < '\t') || (c > '\r' && c < ' ') || c == 0x7F; }
 
 // Whether a good part of the beginning is control characters, far more than a slip puts into a
-// text: of random bytes, a tenth is.
+// text: of random bytes, a tenth is. Without a zero, it may be a text of any kind.
 bool LooksBinary(std::string_view bytes) {
   constexpr std::size_t kLooked = 4096;
   constexpr std::ptrdiff_t kFewest = 16;
   const std::string_view beginning = bytes.substr(0, kLooked);
+  if (beginning.find('\0') == std::string_view::npos) return false;
   const std::ptrdiff_t controls = std::count_if(beginning.begin(), beginning.end(), IsControl);
   return controls >= kFewest && static_cast<std::size_t>(controls) >= beginning.size() / 20;
 }

@@ -63,7 +63,8 @@ struct Column {
   bool is_text() const;
 };
 
-// None when the kind does not have such a column. Case makes no difference, but in names of the script's own.
+// None when the kind does not have such a column. Case makes no difference, but in names of the
+// script's own.
 std::optional<Column> FindColumn(const language::SectionKind& kind, const std::string& name);
 // The same; throws a Failure of wrong usage instead of none.
 Column ColumnFor(const language::SectionKind& kind, const std::string& name);

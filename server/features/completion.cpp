@@ -57,7 +57,8 @@ Json ReplacedRange(const Asked& asked, support::ByteRange bytes) {
   return RangeJson(asked, {asked.at.offset, asked.at.offset});
 }
 
-// Where its name is defined, by which its documentation is found later; null for all that has no name.
+// Where its name is defined, by which its documentation is found later; null for all that has no
+// name.
 Json DataOf(const Session& session, const Asked& asked, const Proposal& proposal) {
   if (proposal.symbol == assistance::kNone) return nullptr;
   const index::Index& index = asked.at.index;
