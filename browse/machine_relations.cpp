@@ -7,7 +7,6 @@
 #include "browse/relations.h"
 #include "compiled/datum.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
 #include "machine/value.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"

@@ -10,7 +10,6 @@
 #include "lists/json_lists.h"
 #include "lists/list.h"
 #include "reader/byte_order_mark.h"
-#include "ruxcomp/language/entries.h"
 #include "settings/json_file.h"
 #include "support/failure.h"
 
