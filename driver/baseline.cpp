@@ -68,13 +68,15 @@ Baseline::Baseline(BaselineFiles files)
     : files_(std::move(files)),
       known_(files_.read.empty() ? BaselineCounts() : settings::ReadBaseline(files_.read)),
       folder_(FolderOf(files_.read)),
-      notes_(files_.written) {}
+      notes_(files_.written) {
+  notes_.AlwaysAppend();
+}
 
 std::string Baseline::NameInBaseline(const std::string& whole_name) const {
   return NameFrom(folder_, whole_name);
 }
 
-// One write keeps the notes of a process together: all processes share the end of the file.
+// One write keeps the notes of a process together: all of them append to the file.
 void Baseline::Note(std::string_view notes) {
   if (!support::WriteAll(notes_.number(), notes)) {
     throw support::SystemFailure("cannot record", "warnings");

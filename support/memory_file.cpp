@@ -34,6 +34,10 @@ const std::string& MemoryFile::Path() {
   return path_;
 }
 
+void MemoryFile::AlwaysAppend() {
+  if (fcntl(file_.number(), F_SETFL, O_APPEND) != 0) throw SystemFailure("cannot write", wanted_);
+}
+
 void MemoryFile::MoveToDisk() {
   constexpr mode_t kOwnerOnly = 0600;
   std::error_code error;

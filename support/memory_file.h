@@ -27,6 +27,10 @@ class MemoryFile {
   // Under which this process can open the file. To be asked for before anything is written.
   const std::string& Path();
 
+  // From now on, each write goes to the end, also where several processes that share the file write
+  // at the same time. Throws a Failure.
+  void AlwaysAppend();
+
   // Puts other bytes in place of those at an offset. A file that ends before them stays
   // as it is. Throws a Failure.
   void Overwrite(std::size_t offset, std::string_view bytes);
