@@ -98,7 +98,7 @@ class Consequences {
   const run::Result& result_;
   const diagnostics::Collection& collection_;
   std::optional<LostItems> lost_;
-  bool lacks_parent_ = false;  // a group whose parent does not exist is nobody's child
+  bool lacks_parent_ = false;  // the parent of the group does not exist
   std::map<const run::Finding*, Cause> causes_;
   std::map<const run::Finding*, const run::Finding*> cause_of_;
   std::set<const run::Finding*> folded_;

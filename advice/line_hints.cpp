@@ -104,7 +104,7 @@ bool HasEquals(const sources::SourceFile& file, const ruxcomp::reader::Item& ite
 bool EndsWith(std::string_view text, char c) { return !text.empty() && text.back() == c; }
 
 // The line before an item that was to go on in it, and what keeps it from that: a format of the
-// number of the line. No format: there is no such line.
+// number of the line. No format: the script lacks such a line.
 struct Cut {
   std::uint32_t line = 0;
   const char* hint = nullptr;

@@ -42,7 +42,7 @@ void ExpectKind(const Relations& relations, const std::string& keyword) {
   if (language::FindKind(keyword) != nullptr) return;
   for (const Thing& thing : relations.things()) {
     if (thing.name != keyword) continue;
-    throw inspect::NotFound(fmt::format("there is no kind {}; did you mean {}/{}?",
+    throw inspect::NotFound(fmt::format("no such kind: {}; did you mean {}/{}?",
                                         support::NameText(keyword), thing.kind->keyword,
                                         support::NameInPath(keyword)));
   }

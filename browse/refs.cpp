@@ -63,7 +63,7 @@ support::Failure NothingFound(const Relations& relations, const Query& query,
     for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds)
       names.emplace_back(kind.keyword);
     return inspect::NotFound(
-        "there is no kind " + support::NameText(*query.kind) +
+        "no such kind: " + support::NameText(*query.kind) +
         support::NearText(*query.kind, names,
                           "kinds are the keywords of sections, such as SENSOR"));
   }

@@ -15,8 +15,9 @@ class CheckedState {
   explicit CheckedState(const Checked& checked);
 
   // "a warning that it does not have now: ..."; empty when it is at least as good: all is looked
-  // for, no warning of a loss or a suspicion is new, and there are no more errors. An error keeps
-  // the library from looking further: once none of the former ones is left, others may appear.
+  // for, no warning of a loss or a suspicion is new, and the errors are no more than before. An
+  // error keeps the library from looking further: once none of the former ones is left, others may
+  // appear.
   std::string WhyWorseThan(const CheckedState& before) const;
 
  private:

@@ -39,7 +39,7 @@ void CompileShapes(Report& report) {
 }
 
 void FormatScripts(Report& report) {
-  constexpr std::uint32_t kSensors = 760;  // of a script with so many lines
+  constexpr std::uint32_t kSensors = 760;  // give a script of that many lines
   constexpr std::uint32_t kLines = 10000;
   const std::string script = ModelFile{kSensors, "rux"}.Made();
   const std::string formatted = ScratchFolder() + "/formatted.rux";
