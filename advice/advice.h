@@ -44,9 +44,10 @@ inline constexpr ruxcomp::findings::MessageRow kCheckedAsPart = {
     "a file is checked as part of the machine that includes it",
     "The file has no MORVRUX section, so rux check checks the main scripts that include it: those "
     "that the project file names, or else those in the nearest folder that has one, from the "
-    "file's own folder upwards. Only what concerns the file is reported, and what several machines "
-    "have in common is reported once. A main script that is given together with its parts only "
-    "has a note on the errors in them. With --as-main, the file is checked by itself.",
+    "file's own folder upwards, or else those anywhere in the repository. Only what concerns the "
+    "file is reported, and what several machines have in common is reported once. A main script "
+    "that is given together with its parts only has a note on the errors in them. With --as-main, "
+    "the file is checked by itself.",
     "",
     ""};
 inline constexpr const ruxcomp::findings::MessageRow* kRows[] = {&kUnreadIncludes, &kCheckedAsPart,

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -33,8 +35,10 @@ using ruxcomp::reader::Source;
 constexpr const char* kMainSection = language::KindOf(language::SECTION_MORVRUX).keyword;
 constexpr const char* kIncludeKeyword = language::KindOf(language::SECTION_INCLUDE).keyword;
 
-// Whoever keeps more scripts in one folder has the machines elsewhere.
+// Whoever keeps more scripts in one folder has the machines elsewhere; a search below a folder with
+// more in it would take longer than people wait for findings.
 constexpr std::size_t kMostScripts = 1000;
+constexpr std::size_t kMostEntries = 20000;
 
 // Files are what the reader takes for them: texts in memory replace them.
 
@@ -103,6 +107,34 @@ std::vector<std::string> ScriptsIn(const fs::path& folder) {
   return scripts;
 }
 
+// The scripts below a folder, in the order of their paths; what is in folders whose names begin
+// with a dot is not among them. Nothing when the folder holds more than `most_entries`.
+std::vector<fs::path> FindScripts(const fs::path& folder, std::size_t most_entries,
+                                  fs::directory_options options, std::error_code& error) {
+  std::vector<fs::path> paths;
+  std::size_t count = 0;
+  fs::recursive_directory_iterator entry(folder, options, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (++count > most_entries) return {};
+    const fs::path& path = entry->path();
+    const bool is_hidden = path.filename().string().front() == '.';
+    if (is_hidden) entry.disable_recursion_pending();
+    if (!is_hidden && IsScript(path)) paths.push_back(path);
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+// Of a path below the working folder, without the folder.
+std::string ShortName(const fs::path& path, const fs::path& folder) {
+  return (folder == "." ? path.lexically_relative(folder) : path).string();
+}
+
+// Whether it is a relative path that stays there.
+bool IsInWorkingFolder(const fs::path& path) {
+  return path.is_relative() && path.lexically_normal().begin()->string() != "..";
+}
+
 }  // namespace
 
 bool IsPart(const std::string& path) {
@@ -122,28 +154,48 @@ std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std:
 }
 
 std::vector<std::string> FindMainScripts(const std::string& part) {
-  for (fs::path folder = fs::path(part).parent_path();; folder = support::FolderAbove(folder)) {
+  fs::path folder = fs::path(part).parent_path();
+  for (;; folder = support::FolderAbove(folder)) {
     std::vector<std::string> scripts = MainScriptsOf(part, ScriptsIn(folder));
-    if (!scripts.empty() || support::IsTopFolder(folder)) return scripts;
+    if (!scripts.empty()) return scripts;
+    if (support::IsTopFolder(folder)) break;
   }
+  if (!support::IsTopOfRepository(folder)) {
+    if (!IsInWorkingFolder(part)) return {};
+    folder = ".";
+  }
+  return FindMainScriptsBelow(folder.empty() ? "." : folder.string(),
+                              [&](const std::string& path) { return AreOneFile(path, part); });
+}
+
+std::vector<std::string> FindMainScriptsBelow(
+    const std::string& folder, const std::function<bool(const std::string& path)>& is_wanted) {
+  std::error_code ignored;
+  const std::vector<fs::path> paths =
+      FindScripts(folder, kMostEntries, fs::directory_options::skip_permission_denied, ignored);
+  if (paths.size() > kMostScripts) return {};
+  std::vector<std::string> mains;
+  for (const fs::path& path : paths) {
+    const std::string script = ShortName(path, folder);
+    const SourceSet sources = LoadIfMain(script);
+    const std::vector<Opening>& openings = sources.openings();
+    const bool is_wanted_one =
+        std::any_of(openings.begin(), openings.end(),
+                    [&](const Opening& opening) { return is_wanted(opening.file->path()); });
+    if (is_wanted_one && HasMainSection(sources)) mains.push_back(script);
+  }
+  return mains;
 }
 
 FolderScripts ScriptsBelow(const std::string& folder) {
-  std::vector<fs::path> paths;
   std::error_code error;
-  fs::recursive_directory_iterator entry(folder, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    const fs::path& path = entry->path();
-    const bool is_hidden = path.filename().string().front() == '.';
-    if (is_hidden) entry.disable_recursion_pending();
-    if (!is_hidden && IsScript(path)) paths.push_back(path);
-  }
+  const std::vector<fs::path> paths =
+      FindScripts(folder, std::numeric_limits<std::size_t>::max(), fs::directory_options(), error);
   if (error) throw support::SystemFailure("cannot read", folder, error.value());
-  std::sort(paths.begin(), paths.end());
   FolderScripts scripts;
   std::map<fs::path, std::set<std::string>> mains_of;
   for (const fs::path& path : paths) {
-    const std::string script = (folder == "." ? path.lexically_relative(folder) : path).string();
+    const std::string script = ShortName(path, folder);
     const SourceSet sources = LoadIfMain(script);
     const bool is_main = HasMainSection(sources);
     (is_main ? scripts.mains : scripts.others).push_back(script);

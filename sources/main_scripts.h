@@ -2,6 +2,7 @@
 #ifndef SOURCES_MAIN_SCRIPTS_H_
 #define SOURCES_MAIN_SCRIPTS_H_
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -25,8 +26,15 @@ bool Mentions(const std::string& path, std::string_view text);
 std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts);
 
 // The main scripts that include the part, from the nearest folder, upwards from its own, that holds
-// one; empty when none does. The search ends at the top of a repository.
+// one. When none does, up to the top of the repository, all those in the repository; outside of a
+// repository, all those below the working folder, if the part is there. None when there are too
+// many files to look at.
 std::vector<std::string> FindMainScripts(const std::string& part);
+
+// The main scripts below a folder that read a file which is wanted, themselves included; none when
+// there are too many files to look at.
+std::vector<std::string> FindMainScriptsBelow(
+    const std::string& folder, const std::function<bool(const std::string& path)>& is_wanted);
 
 // The scripts below a folder, whose names end in .rux, each list in the order of the paths; what is
 // in folders whose names begin with a dot is not among them. Throws a Failure when a folder cannot

@@ -14,10 +14,20 @@ fs::path FolderAbove(const fs::path& folder) {
   return is_upwards ? folder / ".." : folder.parent_path();
 }
 
+bool IsTopOfRepository(const fs::path& folder) {
+  std::error_code ignored;
+  return fs::exists(folder / ".git", ignored);
+}
+
 bool IsTopFolder(const fs::path& folder) {
   std::error_code ignored;
   const fs::path here = folder.empty() ? "." : folder;
-  return fs::exists(here / ".git", ignored) || fs::equivalent(here, here / "..", ignored);
+  return IsTopOfRepository(folder) || fs::equivalent(here, here / "..", ignored);
+}
+
+bool IsBelow(const std::string& path, const std::string& folder) {
+  return path.compare(0, folder.size(), folder) == 0 &&
+         (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
 std::string WholeName(const std::string& path) {

@@ -11,8 +11,13 @@ namespace rux::support {
 // working folder.
 std::filesystem::path FolderAbove(const std::filesystem::path& folder);
 
+bool IsTopOfRepository(const std::filesystem::path& folder);
+
 // Whether a search ends here: at the top of a repository or of the file system.
 bool IsTopFolder(const std::filesystem::path& folder);
+
+// Whether the path is that of the folder or of something in it; both are whole names.
+bool IsBelow(const std::string& path, const std::string& folder);
 
 // The same for all paths that lead to a file or would, if it were there.
 std::string WholeName(const std::string& path);
