@@ -71,10 +71,11 @@ std::vector<Asked> AskedInFile(const Session& session, const std::string& uri,
 
 std::vector<Asked> AskedBy(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
-  const bool has_place = !protocol::At(params, "position").is_null();
-  return AskedAt(session, document,
-                 has_place ? protocol::Required<protocol::Position>(params, "position")
-                           : protocol::Position());
+  return AskedAt(session, document, protocol::Required<protocol::Position>(params, "position"));
+}
+
+std::vector<Asked> AskedAbout(const Session& session, const Json& params) {
+  return AskedAt(session, session.DocumentOf(params), {});
 }
 
 void AskEverywhere(const Session& session, std::vector<Asked> asked,

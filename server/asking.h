@@ -28,8 +28,10 @@ struct Asked {
 // In all machines that the document is a part of.
 std::vector<Asked> AskedAt(const Session& session, const workspace::Document& document,
                            protocol::Position position);
-// The place that the parameters of a request name; without one, the beginning of the document.
+// The place that the parameters of a request name.
 std::vector<Asked> AskedBy(const Session& session, const protocol::Json& params);
+// The beginning of the document that they name.
+std::vector<Asked> AskedAbout(const Session& session, const protocol::Json& params);
 
 // The same in a file that need not be open.
 std::vector<Asked> AskedInFile(const Session& session, const std::string& uri,

@@ -159,7 +159,7 @@ class ActionList {
 
   // Those that mend something are fixes of it.
   void AddRefactorings() {
-    const Json& begin = params_.at("range").at("start");
+    const auto begin = protocol::Required<protocol::Position>(params_, "range", "start");
     for (OfferedAction& each : RefactoringActions(session_, document_, begin)) {
       if (!IsWanted(params_, each.json["kind"].get<std::string>())) continue;
       for (const Located& located : findings_) {

@@ -44,7 +44,7 @@ Json LensJson(const Asked& asked, const OutlineEntry& entry, const std::string& 
 
 Json LensesOf(const Session& session, const Json& params) {
   Json lenses = Json::array();
-  const std::vector<Asked> places = AskedBy(session, params);
+  const std::vector<Asked> places = AskedAbout(session, params);
   if (places.empty()) return lenses;
   const Asked& asked = places.front();
   for (const OutlineEntry& entry : assistance::OutlineOf(asked.at.index, asked.at.file)) {

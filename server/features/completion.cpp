@@ -101,10 +101,10 @@ Json Completions(const Session& session, const Json& params) {
 // With what is shown of the name where it is defined, in the texts as they are now.
 Json Resolved(const Session& session, const Json& params) {
   Json item = params;
-  const Json& data = protocol::At(params, "data");
-  if (!data.is_object()) return item;
-  const auto position = data.at("position").get<protocol::Position>();
-  for (const Asked& asked : AskedInFile(session, data.at("uri"), position)) {
+  if (protocol::At(params, "data").is_null()) return item;
+  const auto uri = protocol::Required<std::string>(params, "data", "uri");
+  const auto position = protocol::Required<protocol::Position>(params, "data", "position");
+  for (const Asked& asked : AskedInFile(session, uri, position)) {
     const auto hover = assistance::HoverAt(asked.at);
     if (!hover) continue;
     item["documentation"] = session.client.MarkupOf(hover->markdown, "textDocument", "completion",

@@ -43,7 +43,7 @@ Json DocumentSymbolsOf(const Session& session, const Json& params) {
   const bool has_trees =
       session.client.can("textDocument", "documentSymbol", "hierarchicalDocumentSymbolSupport");
   Json symbols = Json::array();
-  const std::vector<Asked> places = AskedBy(session, params);
+  const std::vector<Asked> places = AskedAbout(session, params);
   if (places.empty()) return symbols;
   const Asked& asked = places.front();
   for (const OutlineEntry& entry : assistance::OutlineOf(asked.at.index, asked.at.file)) {

@@ -23,7 +23,7 @@ Json LineJson(const Asked& asked, std::uint32_t line) {
 
 Json FoldsOf(const Session& session, const Json& params) {
   Json folds = Json::array();
-  const std::vector<Asked> places = AskedBy(session, params);
+  const std::vector<Asked> places = AskedAbout(session, params);
   if (places.empty()) return folds;
   const Asked& asked = places.front();
   for (const assistance::Fold& fold : assistance::FoldsOf(asked.at.index, asked.at.file)) {

@@ -27,7 +27,7 @@ Json HintJson(const Asked& asked, const assistance::Hint& hint) {
 Json HintsOf(const Session& session, const Json& params) {
   const auto range = protocol::Required<protocol::Range>(params, "range");
   Json hints = Json::array();
-  const std::vector<Asked> places = AskedBy(session, params);
+  const std::vector<Asked> places = AskedAbout(session, params);
   if (places.empty()) return hints;
   const Asked& asked = places.front();
   const auto offset = [&](protocol::Position at) {

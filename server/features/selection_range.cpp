@@ -37,8 +37,9 @@ Json SelectionOf(const Session& session, const workspace::Document& document,
 Json SelectionsOf(const Session& session, const Json& params) {
   const workspace::Document& document = session.DocumentOf(params);
   Json selections = Json::array();
-  for (const Json& position : protocol::RequiredMember(params, "positions")) {
-    selections.push_back(SelectionOf(session, document, position.get<protocol::Position>()));
+  for (const protocol::Position position :
+       protocol::Required<std::vector<protocol::Position>>(params, "positions")) {
+    selections.push_back(SelectionOf(session, document, position));
   }
   return selections;
 }

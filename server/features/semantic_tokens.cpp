@@ -117,7 +117,7 @@ TokenNumbers NumbersOf(const std::vector<Asked>& places, const protocol::Range* 
 }
 
 Json TokensOfAll(const Session& session, const Json& params) {
-  TokenNumbers numbers = NumbersOf(AskedBy(session, params), nullptr);
+  TokenNumbers numbers = NumbersOf(AskedAbout(session, params), nullptr);
   Json data = numbers;
   const std::string& uri = session.DocumentOf(params).uri();
   return {{"resultId", session.tokens.Keep(uri, std::move(numbers))}, {"data", std::move(data)}};
@@ -125,7 +125,7 @@ Json TokensOfAll(const Session& session, const Json& params) {
 
 Json TokensOfRange(const Session& session, const Json& params) {
   const auto range = protocol::Required<protocol::Range>(params, "range");
-  return {{"data", NumbersOf(AskedBy(session, params), &range)}};
+  return {{"data", NumbersOf(AskedAbout(session, params), &range)}};
 }
 
 // What differs, in one piece.
@@ -144,7 +144,7 @@ Json TokensOfChange(const Session& session, const Json& params) {
   const auto id = protocol::Required<std::string>(params, "previousResultId");
   const TokenMemory::Sent* sent = session.tokens.Find(uri, id);
   if (sent == nullptr) return TokensOfAll(session, params);
-  TokenNumbers numbers = NumbersOf(AskedBy(session, params), nullptr);
+  TokenNumbers numbers = NumbersOf(AskedAbout(session, params), nullptr);
   Json edits = Json::array();
   if (numbers != sent->numbers) edits.push_back(EditOf(sent->numbers, numbers));
   return {{"resultId", session.tokens.Keep(uri, std::move(numbers))}, {"edits", edits}};
