@@ -94,6 +94,9 @@ class Analysis {
   // The same for any file, whose machines are looked for in its folder and above when it is not
   // open.
   Readings FindReadingsOf(const File& file) const;
+  // The machines that read the file, or what is in the folder, among those in the same folder of
+  // the client's.
+  Readings FindReadingsBelow(const File& file_or_folder) const;
 
  private:
   struct State {
@@ -124,6 +127,7 @@ class Analysis {
   void DropUnused();
   void NoteFiles(const State& state);
   std::size_t RunningCount() const;
+  Readings ReadingsOf(const std::string& root, const std::vector<Machine>& machines) const;
   const Reading& ReadingOf(const std::string& root, const std::string& script,
                            const std::string& whole_name) const;
   std::vector<const State*> WithFile(const std::string& whole_name) const;

@@ -164,6 +164,19 @@ std::vector<Machine> MachinesOf(const Surroundings& surroundings,
   return machines;
 }
 
+std::vector<Machine> MachinesBelow(const Surroundings& surroundings,
+                                   const std::string& file_or_folder) {
+  Enter(surroundings);
+  const auto is_wanted = [&](const std::string& path) {
+    return support::IsBelow(support::WholeName(path), file_or_folder);
+  };
+  std::vector<Machine> machines;
+  for (const std::string& script : sources::FindMainScriptsBelow(".", is_wanted)) {
+    machines.push_back({script, support::WholeName(script)});
+  }
+  return machines;
+}
+
 MachineFindings CheckMachine(const Surroundings& surroundings, const std::string& script) {
   MachineFindings machine;
   machine.main = script;

@@ -11,7 +11,7 @@
 
 namespace rux::analysis {
 
-// Both functions change the working folder and the texts that the reader takes instead of files,
+// These functions change the working folder and the texts that the reader takes instead of files,
 // and leave them so.
 
 // A machine, from its folder.
@@ -29,6 +29,11 @@ void Walk(Wire& wire, Machine& machine) {
 // The machines that the document is a part of; itself when it is none of any.
 std::vector<Machine> MachinesOf(const Surroundings& surroundings,
                                 const workspace::Document& document);
+
+// The machines below the root of the surroundings that read the file or one in the folder, of which
+// this is the whole name.
+std::vector<Machine> MachinesBelow(const Surroundings& surroundings,
+                                   const std::string& file_or_folder);
 
 // What rux check finds in a machine.
 MachineFindings CheckMachine(const Surroundings& surroundings, const std::string& script);

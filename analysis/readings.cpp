@@ -47,8 +47,18 @@ Analysis::Readings Analysis::FindReadingsOf(const File& file) const {
   if (open != nullptr && HasMachinesOf(*open)) return ReadingsOf(*open);
   const workspace::Document closed(support::UriOf(file.path), 0, "");
   const std::string root = folders_.RootOf(closed);
+  return ReadingsOf(root, MachinesOf(From(root), closed));
+}
+
+Analysis::Readings Analysis::FindReadingsBelow(const File& file_or_folder) const {
+  const std::string root = folders_.RootOf({support::UriOf(file_or_folder.path), 0, ""});
+  return ReadingsOf(root, MachinesBelow(From(root), file_or_folder.whole_name));
+}
+
+Analysis::Readings Analysis::ReadingsOf(const std::string& root,
+                                        const std::vector<Machine>& machines) const {
   Readings readings;
-  for (const Machine& machine : MachinesOf(From(root), closed)) {
+  for (const Machine& machine : machines) {
     readings.push_back(&ReadingOf(root, machine.script, machine.whole_name));
   }
   ruxcomp::reader::Texts::Clear();

@@ -1,5 +1,7 @@
 // workspace/willRenameFiles: INCLUDE lines that follow files to their new names.
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -38,9 +40,7 @@ Moves MovesOf(const Json& params) {
 // What is in a folder moves with it.
 std::string PathAfter(const Moves& moves, const std::string& path) {
   for (const auto& [from, to] : moves) {
-    const bool is_inside = path.compare(0, from.size(), from) == 0 &&
-                           (path.size() == from.size() || path[from.size()] == '/');
-    if (is_inside) return to + path.substr(from.size());
+    if (support::IsBelow(path, from)) return to + path.substr(from.size());
   }
   return path;
 }
@@ -59,14 +59,17 @@ void AddInclusions(const Session& session, const analysis::Reading& machine, con
 Json EditsForRenames(const Session& session, const Json& params) {
   const Moves moves = MovesOf(params);
   Edits edits;
-  for (const analysis::Reading* machine : session.analysis.AllReadings()) {
-    AddInclusions(session, *machine, moves, edits);
-  }
-  for (const auto& [from, to] : moves) {
-    const analysis::File file{from, support::WholeName(from), true};
-    for (const analysis::Reading* machine : session.analysis.FindReadingsOf(file)) {
+  std::error_code ignored;
+  const auto add = [&](const analysis::Analysis::Readings& machines) {
+    for (const analysis::Reading* machine : machines) {
       AddInclusions(session, *machine, moves, edits);
     }
+  };
+  add(session.analysis.AllReadings());
+  for (const auto& [from, to] : moves) {
+    const analysis::File file{from, support::WholeName(from), true};
+    if (!std::filesystem::is_directory(from, ignored)) add(session.analysis.FindReadingsOf(file));
+    add(session.analysis.FindReadingsBelow(file));
   }
   return edits.empty() ? Json() : WorkspaceEditJson(session, std::move(edits));
 }
