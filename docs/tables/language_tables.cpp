@@ -2,6 +2,7 @@
 // that says nothing.
 //
 //   language_tables TABLE
+//   language_tables python     all of them as python/ruxmeta/_language.py
 //
 //   sections       keyword, source identifier, compiled identifier, form, naming, uniqueness
 //   keys           section; key, prefix or any; the key; required or optional; payload
@@ -18,6 +19,8 @@
 #include <string_view>
 #include <vector>
 
+#include "docs/tables/python_module.h"
+#include "docs/tables/words.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/last_errors.h"
 #include "ruxcomp/language/rows.h"
@@ -50,89 +53,6 @@ std::string Identifier(std::uint32_t number) { return number != 0 ? Hex(number, 
 
 std::string Count(std::uint32_t number) {
   return number == kAnyNumber ? "any" : std::to_string(number);
-}
-
-std::string WordFor(Form form) {
-  switch (form) {
-    case Form::kCompiled:
-      return "compiled";
-    case Form::kSourceOnly:
-      return "source-only";
-    case Form::kNotRestored:
-      return "not-restored";
-  }
-  return "";
-}
-
-std::string WordFor(Naming naming) {
-  switch (naming) {
-    case Naming::kByName:
-      return "by-name";
-    case Naming::kByKeys:
-      return "by-keys";
-    case Naming::kUnnamed:
-      break;
-  }
-  return "";
-}
-
-std::string WordFor(Uniqueness uniqueness) {
-  switch (uniqueness) {
-    case Uniqueness::kSingle:
-      return "single";
-    case Uniqueness::kKeys:
-      return "keys";
-    case Uniqueness::kNameAndId:
-      return "name-and-id";
-    case Uniqueness::kNameAndIdAfterParent:
-      return "name-and-id-after-parent";
-    case Uniqueness::kOwnKeys:
-      return "own-keys";
-    case Uniqueness::kNothing:
-      break;
-  }
-  return "";
-}
-
-std::string WordFor(EntryPayload payload) {
-  switch (payload) {
-    case EntryPayload::kDword:
-    case EntryPayload::kNumberText:
-      return "number";
-    case EntryPayload::kText:
-      return "text";
-    case EntryPayload::kNumberList:
-      return "numbers";
-    case EntryPayload::kValue:
-      return "value";
-    case EntryPayload::kRepeater:
-      return "repeat";
-  }
-  return "";
-}
-
-std::string WordFor(Role role) {
-  switch (role) {
-    case Role::kNone:
-      break;
-    case Role::kOperand:
-      return "operand";
-    case Role::kNumber:
-      return "number";
-    case Role::kLocalValue:
-      return "value";
-    case Role::kAction:
-      return "action";
-    case Role::kTable:
-      return "table";
-    case Role::kOperator:
-      return "operator";
-    case Role::kRepeatCount:
-      return "repeat-count";
-    case Role::kRepeatArgument:
-      return "repeat-argument";
-  }
-  return "";
 }
 
 void PrintSections() {
@@ -216,6 +136,8 @@ void PrintSymbolTables() {
   }
 }
 
+void PrintPython() { std::fputs(PythonModule().c_str(), stdout); }
+
 constexpr struct {
   std::string_view name;
   void (*print)();
@@ -224,6 +146,7 @@ constexpr struct {
     {"entries", PrintEntries},        {"value-types", PrintValueTypes},
     {"operators", PrintOperators},    {"selectors", PrintSelectors},
     {"last-errors", PrintLastErrors}, {"symbol-tables", PrintSymbolTables},
+    {"python", PrintPython},
 };
 
 }  // namespace
