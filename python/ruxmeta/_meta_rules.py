@@ -1,0 +1,181 @@
+"""What a meta file must say, beyond its layout."""
+
+from array import array
+from typing import Dict, List, Optional, Set, Tuple
+
+from ruxmeta._cursor import WORD, Faults
+from ruxmeta._language import (
+    CLASS_Dword,
+    CLASS_Global,
+    CLASS_Value,
+    ENTRIES,
+    KINDS,
+    REQUIRED,
+    SECTIONS_OFFSET,
+)
+from ruxmeta._meta_references import MetaReferences, Place
+from ruxmeta._meta_tables import CLASS_MASK, CLASS_ROWS, MetaTables
+from ruxmeta._rows import Kind, Template
+from ruxmeta._value_rules import ValueRules
+
+KEYWORDS = {row.source: row.keyword for row in ENTRIES}
+FIXED_KEYWORDS = {row.compiled: row.keyword for row in ENTRIES if row.compiled}
+_ARGUMENT_NUMBER = next(row.compiled for row in ENTRIES if row.name == "ARGNUMBER")
+# VALUE, the value without a name of its own.
+PLAIN_VALUE_INDEX = CLASS_Value + CLASS_ROWS[CLASS_Value].fixed_keys.index(b"")
+
+
+class _Schema:
+    """The entries of a kind."""
+
+    def __init__(self, kind: Kind) -> None:
+        # By identifier: the place in the order of the kind, and the content.
+        self.keys: Dict[int, Tuple[int, str]] = {
+            row.compiled: (place, row.content) for place, row in enumerate(kind.templates)
+        }
+        # By class: the content of entries with names of the script's own.
+        self.named: Dict[int, str] = {
+            row.table: row.content for row in kind.free_entries if row.table
+        }
+
+
+_SCHEMAS = {kind.compiled: _Schema(kind) for kind in KINDS if kind.compiled}
+
+
+class MetaRules:
+    """Reports what no compiler writes for a script that passed its checks.
+
+    For files whose tables are all there; without them, nothing is known of the words.
+    """
+
+    def __init__(self, words: "array[int]", tables: MetaTables, faults: Faults) -> None:
+        self._words = words
+        self._tables = tables
+        self._faults = faults
+        self._references = MetaReferences(tables, faults)
+        self._values = ValueRules(words, tables, self._references, faults)
+        self._kinds: Set[int] = set()  # that there were
+        self._kind: Optional[Kind] = None  # of the section, or of the one before
+        self._names: Set[int] = set()  # of entries: no two alike
+
+    def check_section(self, kind: Kind, ordinal: int, begin: int, entries: List[int]) -> None:
+        """The section and its entries, which begin at those words."""
+        self._begin_section(kind, ordinal, begin)
+        words = self._words
+        numbers = self._tables.indices(CLASS_Dword)
+        find_key = _SCHEMAS[kind.compiled].keys.get
+        next_place = 0  # in the order of the kind
+        for entry, at in enumerate(entries):
+            identifier = words[at]
+            key = find_key(identifier)
+            if key is None or key[0] < next_place:
+                # After the first name of the script's own there are no more keys.
+                next_place = self._pass_to(next_place, len(kind.templates), entry, at)
+                self._check_named(kind, entry, at)
+                continue
+            place, content = key
+            if place != next_place:
+                self._pass_to(next_place, place, entry, at)
+            next_place = place + 1
+            # Most entries are numbers.
+            if content == "number" and words[at + 1] == 1 and words[at + 2] in numbers:
+                if identifier == _ARGUMENT_NUMBER:
+                    self._values.take_argument_number(at)
+                continue
+            if content == "typed value":
+                self._check_value_key(entry, at)
+            self._values.check(content, entry, at)
+        self._next_place = next_place
+
+    def end_section(self, offset: int) -> None:
+        """All of it was there; it ends at that place in the file."""
+        assert self._kind is not None
+        for template in self._kind.templates[self._next_place :]:
+            if template.notation & REQUIRED:
+                record = f"sections, section {self._section}"
+                self._faults.report(offset, record, "end", _reason_for_missing(template))
+        self._values.end_section()
+
+    def finish(self) -> None:
+        """All sections were there."""
+        self._references.check()
+
+    def _begin_section(self, kind: Kind, ordinal: int, begin: int) -> None:
+        goes_on = kind is self._kind
+        was_there = kind.compiled in self._kinds
+        if not goes_on or kind.uniqueness != "keys":
+            self._names = set()
+        if was_there and kind.uniqueness == "single":
+            self._report_section(ordinal, begin, f"there is an earlier {kind.keyword} section")
+        elif was_there and not goes_on:
+            reason = f"other {kind.keyword} sections come before those of another kind"
+            self._report_section(ordinal, begin, reason)
+        self._kinds.add(kind.compiled)
+        self._kind = kind
+        self._section = ordinal
+        self._values.begin_section(kind, ordinal)
+
+    def _report_section(self, ordinal: int, begin: int, reason: str) -> None:
+        offset = SECTIONS_OFFSET + begin * WORD
+        self._faults.report(offset, f"sections, section {ordinal}", "identifier", reason)
+
+    def _report(self, entry: int, at: int, reason: str) -> None:
+        Place(self._section, entry, at).report(self._faults, "identifier", reason)
+
+    def _pass_to(self, place: int, end: int, entry: int, at: int) -> int:
+        """Entries that are not there; returns where the next one is in the order of the kind."""
+        assert self._kind is not None
+        for template in self._kind.templates[place:end]:
+            if template.notation & REQUIRED:
+                self._report(entry, at, _reason_for_missing(template))
+        return end
+
+    def _check_value_key(self, entry: int, at: int) -> None:
+        """Keys of values have the indices of their names for identifiers like others."""
+        identifier = self._words[at]
+        if not self._is_index(entry, at, CLASS_Value):
+            return
+        # VALUE, and a "VALUE_" with nothing after it, have the same name.
+        if identifier == PLAIN_VALUE_INDEX:
+            self._values.add_local_value(identifier)
+        else:
+            self._check_twice(entry, at)
+
+    def _check_named(self, kind: Kind, entry: int, at: int) -> None:
+        identifier = self._words[at]
+        base = identifier & CLASS_MASK
+        content = _SCHEMAS[kind.compiled].named.get(base)
+        if content is None:
+            return self._report(entry, at, _reason_against(kind, identifier))
+        if not self._is_index(entry, at, base):
+            return None
+        self._check_twice(entry, at)
+        if base == CLASS_Global:
+            self._references.define(identifier)
+        self._values.add_local_value(identifier)
+        return self._values.check(content, entry, at)
+
+    def _is_index(self, entry: int, at: int, base: int) -> bool:
+        identifier = self._words[at]
+        if identifier in self._tables.indices(base):
+            return True
+        self._report(entry, at, self._tables.reason_against(identifier, base))
+        return False
+
+    def _check_twice(self, entry: int, at: int) -> None:
+        identifier = self._words[at]
+        if identifier in self._names:
+            self._report(entry, at, "an earlier entry has the same name")
+        self._names.add(identifier)
+
+
+def _reason_for_missing(template: Template) -> str:
+    return f"expected {KEYWORDS[template.entry]} before it"
+
+
+def _reason_against(kind: Kind, identifier: int) -> str:
+    row = CLASS_ROWS.get(identifier & CLASS_MASK)
+    title = FIXED_KEYWORDS.get(identifier) or (row.title if row is not None else None)
+    if title is None:
+        return f"no such identifier: 0x{identifier:08X}"
+    return f"a {kind.keyword} section cannot have {title} here"

@@ -1,0 +1,140 @@
+"""What rux verify refuses is refused for the same reason, and all else is read."""
+
+import random
+import struct
+import unittest
+
+import ruxmeta
+from tool import SOURCE, Machines, run_json
+
+EXTREMES = (0, 1, 0xFF, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 0x00FFFFFF, 0xFFFFFFFC)
+
+
+def cut(data):
+    for size in range(len(data)):
+        yield data[:size]
+
+
+def with_other_bytes(data):
+    for offset in range(len(data)):
+        for change in (0x01, 0x10, 0x80, 0xFF):
+            yield data[:offset] + bytes([data[offset] ^ change]) + data[offset + 1 :]
+
+
+def with_extreme_words(data):
+    for offset in range(0, len(data) - 3, 4):
+        for word in EXTREMES:
+            yield data[:offset] + struct.pack("<I", word) + data[offset + 4 :]
+
+
+def with_random_damage(data):
+    source = random.Random(1)
+    for _ in range(3000):
+        damaged = bytearray(data)
+        for _ in range(source.randint(2, 12)):
+            at = source.randrange(16, len(data) - 64) & ~3
+            if source.random() < 0.5:
+                damaged[at + source.randrange(4)] = source.choice((0, 1, 2, 3, 5, 0x11, 0x1E, 0xFF))
+            else:
+                begin = source.randrange(len(data) - 64) & ~3
+                size = 4 * source.randint(1, 16)
+                damaged[at : at + size] = data[begin : begin + size]
+        yield bytes(damaged)
+
+
+def fault_of(load, data):
+    """The fault that the package reports; None when it takes the bytes."""
+    try:
+        machine = load(data)
+    except ruxmeta.DamagedFile as fault:
+        return {name: getattr(fault, name) for name in ("offset", "record", "field", "reason")}
+    look_at(machine)
+    return None
+
+
+def look_at(machine):
+    """Nothing that was verified fails when it is read."""
+    for section in machine.sections:
+        repr(section)
+        for entry in section.entries:
+            repr(entry)
+            repr(entry.parts)
+            if isinstance(entry, ruxmeta.Entry):
+                entry.targets, entry.name
+                for selector in (ruxmeta.Selector.TYPE, ruxmeta.Selector.OPERANDS + 1):
+                    entry.select(selector)
+    for sensor in machine.sensors.all:
+        if isinstance(sensor, ruxmeta.Sensor):
+            sensor.limits, sensor.groups, sensor.lists, sensor.value, sensor.properties
+
+
+class Damage(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.machines = Machines()
+        cls.addClassCleanup(cls.machines.cleanup)
+        meta, debug_meta = cls.machines.compile(SOURCE / "tests/tool/boards/bench.rux")
+        cls.meta = meta.read_bytes()
+        cls.debug_meta = debug_meta.read_bytes()
+
+    def verified(self, files):
+        """What rux verify reports about each of the bytes."""
+        folder = self.machines.folder / "damaged"
+        folder.mkdir(exist_ok=True)
+        paths = []
+        for number, data in enumerate(files):
+            paths.append(folder / str(number))
+            paths[-1].write_bytes(data)
+        return run_json("verify", "--json", *paths, codes=(0, 3))["files"]
+
+    def assert_same_faults(self, load, files):
+        files = list(files)
+        counts = {True: 0, False: 0}
+        for begin in range(0, len(files), 500):
+            batch = files[begin : begin + 500]
+            for data, report in zip(batch, self.verified(batch)):
+                expected = None if report["valid"] else report["faults"][0]
+                self.assertEqual(fault_of(load, data), expected)
+                counts[report["valid"]] += 1
+        return counts
+
+    def test_meta_files_that_are_cut(self):
+        counts = self.assert_same_faults(ruxmeta.load, cut(self.meta))
+        self.assertEqual(counts[True], 0)
+
+    def test_meta_files_with_another_byte(self):
+        counts = self.assert_same_faults(ruxmeta.load, with_other_bytes(self.meta))
+        self.assertGreater(min(counts.values()), 100)
+
+    def test_meta_files_with_an_extreme_word(self):
+        counts = self.assert_same_faults(ruxmeta.load, with_extreme_words(self.meta))
+        self.assertGreater(min(counts.values()), 100)
+
+    def test_meta_files_with_random_damage(self):
+        self.assert_same_faults(ruxmeta.load, with_random_damage(self.meta))
+
+    def test_debug_meta_files_that_are_cut(self):
+        counts = self.assert_same_faults(ruxmeta.load_debug, cut(self.debug_meta))
+        self.assertEqual(counts[True], 0)
+
+    def test_debug_meta_files_with_another_byte(self):
+        counts = self.assert_same_faults(ruxmeta.load_debug, with_other_bytes(self.debug_meta))
+        self.assertGreater(min(counts.values()), 100)
+
+    def test_debug_meta_files_with_an_extreme_word(self):
+        counts = self.assert_same_faults(ruxmeta.load_debug, with_extreme_words(self.debug_meta))
+        self.assertGreater(min(counts.values()), 100)
+
+    def test_debug_meta_files_with_random_damage(self):
+        self.assert_same_faults(ruxmeta.load_debug, with_random_damage(self.debug_meta))
+
+    def test_bytes_of_nothing(self):
+        source = random.Random(2)
+        for size in (0, 1, 15, 16, 17, 256, 4096):
+            for load in (ruxmeta.load, ruxmeta.load_debug):
+                with self.assertRaises(ruxmeta.UnknownFormat):
+                    load(bytes(source.randrange(256) for _ in range(size)))
+
+
+if __name__ == "__main__":
+    unittest.main()
