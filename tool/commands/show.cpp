@@ -2,7 +2,7 @@
 #include <memory>
 #include <string>
 
-#include "browse/page.h"
+#include "browse/overview.h"
 #include "machine/machine.h"
 #include "support/failure.h"
 #include "support/json.h"
@@ -25,10 +25,10 @@ struct ShowOptions {
 
 support::ExitStatus Show(const ShowOptions& options) {
   const machine::Machine machine = LoadMachine(options.machine);
-  const browse::Page page(machine, options.path);
+  const browse::Overview overview(machine, options.path);
   support::Print(support::PrintOut, [&](support::TextStream& out) {
-    if (!options.json) return page.Write(support::StyleOfOutput(options.color), out);
-    support::WriteJson(out, [&](support::JsonObject& json) { page.Write(json); });
+    if (!options.json) return overview.Write(support::StyleOfOutput(options.color), out);
+    support::WriteJson(out, [&](support::JsonObject& json) { overview.Write(json); });
   });
   return support::ExitStatus::kDone;
 }

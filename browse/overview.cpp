@@ -1,5 +1,3 @@
-#include "browse/page.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "browse/limit.h"
+#include "browse/overview.h"
 #include "browse/refs.h"
 #include "browse/relations.h"
 #include "compiled/meta.h"
@@ -50,19 +49,19 @@ void ExpectKind(const Relations& relations, const std::string& keyword) {
 
 }  // namespace
 
-struct Page::Item {
+struct Overview::Item {
   std::string key;
   inspect::EntryValue value;
   std::optional<Limit> limit;
   std::optional<machine::Place> place;
 };
 
-Page::Page(const machine::Machine& machine, const std::string& path)
+Overview::Overview(const machine::Machine& machine, const std::string& path)
     : machine_(machine), relations_(machine), thing_(ThingAt(path)) {
   FindUsed();
 }
 
-std::size_t Page::ThingAt(const std::string& path) const {
+std::size_t Overview::ThingAt(const std::string& path) const {
   const std::vector<inspect::PathStep> steps = inspect::ParsePath(path);
   if (steps.size() == 1) ExpectKind(relations_, steps.front().text);
   const inspect::Found found = inspect::FindIn(machine_.model(), steps);
@@ -75,7 +74,7 @@ std::size_t Page::ThingAt(const std::string& path) const {
   return relations_.NumberAt({found.kind, found.ordinal, MachineRelations::kWhole});
 }
 
-void Page::FindUsed() {
+void Overview::FindUsed() {
   std::set<std::size_t> known = {thing_};
   used_ = {thing_};
   for (std::size_t i = 0; i < used_.size(); ++i) {
@@ -86,12 +85,12 @@ void Page::FindUsed() {
   used_.erase(used_.begin());
 }
 
-ruxcomp::Section Page::SectionOf(std::size_t thing) const {
+ruxcomp::Section Overview::SectionOf(std::size_t thing) const {
   const auto& [kind, ordinal, entry] = relations_.PositionOf(thing);
   return machine_.model().sections(kind->compiled)[ordinal];
 }
 
-std::vector<Page::Item> Page::ItemsOf(std::size_t thing) const {
+std::vector<Overview::Item> Overview::ItemsOf(std::size_t thing) const {
   const std::size_t number = std::get<2>(relations_.PositionOf(thing));
   const ruxcomp::Entries entries = SectionOf(thing).entries();
   std::vector<Item> items;
@@ -103,7 +102,7 @@ std::vector<Page::Item> Page::ItemsOf(std::size_t thing) const {
   return items;
 }
 
-Page::Item Page::ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const {
+Overview::Item Overview::ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const {
   const auto& [kind, ordinal, number] = relations_.PositionOf(thing);
   const ruxcomp::Section section = SectionOf(thing);
   Item item{machine::KeyOf(section, entry), machine::NamedValueOf(machine_.model(), section, entry),
@@ -112,13 +111,13 @@ Page::Item Page::ItemOf(std::size_t thing, const ruxcomp::Entry& entry) const {
   return item;
 }
 
-const compiled::TableCells* Page::CellsOf(std::size_t thing) const {
+const compiled::TableCells* Overview::CellsOf(std::size_t thing) const {
   const auto& [kind, ordinal, entry] = relations_.PositionOf(thing);
   const bool is_table = kind->source == language::SECTION_TABLE;
   return is_table ? machine_.model().table(static_cast<std::uint32_t>(ordinal)) : nullptr;
 }
 
-std::vector<const Thing*> Page::Lists() const {
+std::vector<const Thing*> Overview::Lists() const {
   std::vector<const Thing*> lists;
   for (const Link* link : relations_.To(thing_)) {
     const Thing& thing = relations_.things()[link->from];
@@ -129,8 +128,8 @@ std::vector<const Thing*> Page::Lists() const {
   return lists;
 }
 
-void Page::WriteItems(std::size_t thing, support::OutputStyle style,
-                      support::TextStream& out) const {
+void Overview::WriteItems(std::size_t thing, support::OutputStyle style,
+                          support::TextStream& out) const {
   const std::vector<Item> items = ItemsOf(thing);
   std::size_t width = 0;
   for (const Item& item : items)
@@ -146,7 +145,7 @@ void Page::WriteItems(std::size_t thing, support::OutputStyle style,
   if (const compiled::TableCells* cells = CellsOf(thing)) out += inspect::CellsText(*cells);
 }
 
-void Page::Write(support::OutputStyle style, support::TextStream& out) const {
+void Overview::Write(support::OutputStyle style, support::TextStream& out) const {
   const auto write_title = [&](const Thing& thing) {
     out += support::Bold(thing.Title(), style.uses_colour) + PlaceText(thing.place) + '\n';
   };
@@ -164,7 +163,7 @@ void Page::Write(support::OutputStyle style, support::TextStream& out) const {
   }
 }
 
-void Page::WriteItems(std::size_t thing, support::JsonObject& json) const {
+void Overview::WriteItems(std::size_t thing, support::JsonObject& json) const {
   json.Objects("entries", ItemsOf(thing), [](support::JsonObject& object, const Item& item) {
     inspect::WriteEntry(object, item.key, item.value);
     WritePlace(object, item.place);
@@ -182,7 +181,7 @@ void Page::WriteItems(std::size_t thing, support::JsonObject& json) const {
     json.Array("cells", [&](support::JsonArray& list) { list.Items(*cells); });
 }
 
-void Page::Write(support::JsonObject& json) const {
+void Overview::Write(support::JsonObject& json) const {
   constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
   json.Member("schema", kSchema);
   json.Member("file", machine_.name());

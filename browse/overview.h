@@ -1,6 +1,6 @@
-// All about one section of a machine, on a page.
-#ifndef BROWSE_PAGE_H_
-#define BROWSE_PAGE_H_
+// All about one section of a machine.
+#ifndef BROWSE_OVERVIEW_H_
+#define BROWSE_OVERVIEW_H_
 
 #include <cstddef>
 #include <string>
@@ -16,11 +16,11 @@
 
 namespace rux::browse {
 
-class Page {
+class Overview {
  public:
   // Of the section, or the entry of a kind without NAMEs, at a path as rux get takes it. The
-  // machine must outlive the page. Throws a Failure when nothing is there.
-  Page(const machine::Machine& machine, const std::string& path);
+  // machine must outlive it. Throws a Failure when nothing is there.
+  Overview(const machine::Machine& machine, const std::string& path);
 
   // What it is and belongs to, its entries with the amounts of limits, what its values use with all
   // that this uses, and what refers to it.
@@ -51,4 +51,4 @@ class Page {
 
 }  // namespace rux::browse
 
-#endif  // BROWSE_PAGE_H_
+#endif  // BROWSE_OVERVIEW_H_
