@@ -43,6 +43,13 @@ bool WriteAll(int file, std::string_view bytes) {
   return true;
 }
 
+ssize_t ReadPiece(int file, char* bytes, std::size_t most) {
+  while (true) {
+    const ssize_t count = read(file, bytes, most);
+    if (count >= 0 || !IsWorthAnotherTry(file, POLLIN)) return count;
+  }
+}
+
 bool ReadAll(int file, std::size_t most, std::string& bytes) {
   constexpr std::size_t kFirst = std::size_t{1} << 16;  // of a file that does not report its size
   struct stat status;
@@ -57,9 +64,9 @@ bool ReadAll(int file, std::size_t most, std::string& bytes) {
   ssize_t size = 1;
   while (used <= most && size != 0) {
     if (used == bytes.size()) room_for(used);
-    size = read(file, &bytes[used], bytes.size() - used);
-    if (size > 0) used += static_cast<std::size_t>(size);
-    if (size < 0 && !IsWorthAnotherTry(file, POLLIN)) break;
+    size = ReadPiece(file, &bytes[used], bytes.size() - used);
+    if (size < 0) break;
+    used += static_cast<std::size_t>(size);
   }
   bytes.resize(used);
   return size >= 0;

@@ -47,9 +47,13 @@ class Descriptor {
 // as without a /proc.
 std::string PathOf(const Descriptor& file);
 
-// Each does all that it is asked for, over interruptions and in as many steps as it takes, or
-// answers false with the reason in errno.
+// Each goes on over interruptions, and waits for what is not there yet. WriteAll() and ReadAll() do
+// all that they are asked for, in as many steps as it takes, or answer false with the reason in
+// errno.
 bool WriteAll(int file, std::string_view bytes);
+// What comes next, `most` bytes at most: how many there are, 0 at the end, -1 with the reason in
+// errno.
+ssize_t ReadPiece(int file, char* bytes, std::size_t most);
 // Appends what is left of the file. One that has more than `most` bytes is read no further than one
 // byte beyond.
 bool ReadAll(int file, std::size_t most, std::string& bytes);

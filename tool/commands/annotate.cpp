@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -12,6 +11,7 @@
 
 #include "browse/log_filter.h"
 #include "machine/machine.h"
+#include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/standard_streams.h"
 #include "support/text_stream.h"
@@ -38,8 +38,7 @@ support::ExitStatus Annotate(const AnnotateOptions& options) {
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     std::array<char, std::size_t{1} << 16> bytes;
     while (true) {
-      const ssize_t count = read(STDIN_FILENO, bytes.data(), bytes.size());
-      if (count < 0 && errno == EINTR) continue;
+      const ssize_t count = support::ReadPiece(STDIN_FILENO, bytes.data(), bytes.size());
       if (count < 0) throw support::SystemFailure("cannot read", "standard input");
       if (count == 0) return filter.End(out);
       filter.Add(std::string_view(bytes.data(), static_cast<std::size_t>(count)), out);
