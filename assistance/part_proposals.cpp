@@ -125,7 +125,7 @@ Proposal ActionProposal(const Writing& writing, const index::Symbol& symbol,
   const bool is_snippet = snippet.has_places() && !HasMoreParts(writing);
   return {Kind::kName,
           std::string(symbol.name),
-          fmt::format("{} argument{}", count, count == 1 ? "" : "s"),
+          support::CountText(count, "argument"),
           is_snippet ? snippet.text() : std::string(symbol.name),
           is_snippet,
           IdOf(writing.index, symbol)};

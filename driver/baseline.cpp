@@ -27,6 +27,7 @@
 #include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/folders.h"
+#include "support/number_text.h"
 #include "support/placement.h"
 #include "support/safe_text.h"
 
@@ -192,8 +193,8 @@ class Baseline::Outdated {
 std::string Baseline::OutdatedText(const Noted& noted, const FindMains& find_mains) const {
   const std::uint64_t outdated = Outdated(*this, noted, find_mains).Count();
   if (outdated == 0) return "";
-  return fmt::format("{0}: {1} listed warning{2} did not occur; --write-baseline {0} drops {3}\n",
-                     support::SafePath(files_.read), outdated, outdated == 1 ? "" : "s",
+  return fmt::format("{0}: {1} did not occur; --write-baseline {0} drops {2}\n",
+                     support::SafePath(files_.read), support::CountText(outdated, "listed warning"),
                      outdated == 1 ? "it" : "them");
 }
 

@@ -11,14 +11,11 @@
 #include "driver/fixed_script.h"
 #include "format/line_diff.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::driver {
 namespace {
-
-std::string Counted(std::size_t count, const char* what, const char* whats) {
-  return fmt::format("{} {}", count, count == 1 ? what : whats);
-}
 
 struct FixCounts {
   std::size_t fixes = 0;
@@ -73,10 +70,10 @@ std::string RefusalsText(const std::vector<FixedScript>& scripts) {
 
 std::string SummaryText(const std::vector<FixedScript>& scripts, bool is_done) {
   const FixCounts counts = CountsOf(scripts);
-  std::string text = Counted(counts.fixes, "fix", "fixes");
+  std::string text = support::CountText(counts.fixes, "fix");
   if (!is_done) text += " to be made";
-  if (counts.files > 0) text += " in " + Counted(counts.files, "file", "files");
-  if (counts.refused > 0) text += ", " + Counted(counts.refused, "file", "files") + " not fixed";
+  if (counts.files > 0) text += " in " + support::CountText(counts.files, "file");
+  if (counts.refused > 0) text += ", " + support::CountText(counts.refused, "file") + " not fixed";
   if (counts.offered > 0) text += fmt::format(" ({} more with --unsafe)", counts.offered);
   return text + '\n';
 }

@@ -61,10 +61,8 @@ std::vector<std::string> NotesOf(const Comparison& comparison) {
   add_names("columns of the list that are not compared: ", comparison.pairing.ignored);
   add_names("limits of the machine that the list has no columns for: ", comparison.unlisted);
   if (comparison.stored > 0) {
-    lines.push_back(
-        fmt::format("{} sensor{}: limits compared as stored numbers; the project file states no "
-                    "unit or sign",
-                    comparison.stored, comparison.stored == 1 ? "" : "s"));
+    lines.push_back(support::CountText(comparison.stored, "sensor") +
+                    ": limits compared as stored numbers; the project file states no unit or sign");
   }
   return lines;
 }

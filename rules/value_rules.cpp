@@ -22,6 +22,7 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::rules {
@@ -105,9 +106,7 @@ class DroppedOperandsRule : public Rule {
     std::string text = fmt::format(
         "values of type {} have no operands: everything after the type is dropped", first.type);
     const std::size_t others = first.values - 1;
-    if (others > 0) {
-      text += fmt::format(", here and in {} other value{}", others, others == 1 ? "" : "s");
-    }
+    if (others > 0) text += ", here and in " + support::CountText(others, "other value");
     return text;
   }
 

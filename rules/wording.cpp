@@ -11,6 +11,7 @@
 #include "findings/message_row.h"
 #include "findings/wording.h"
 #include "ruxcomp/language/values.h"
+#include "support/number_text.h"
 
 namespace rux::rules {
 namespace {
@@ -20,7 +21,7 @@ namespace language = ruxcomp::language;
 std::string PartCount(const language::ValueType& type) {
   if (type.most == language::kAnyNumber) return fmt::format("at least {} parts", type.least);
   if (type.most != type.least) return fmt::format("{} to {} parts", type.least, type.most);
-  return fmt::format("{} part{}", type.most, type.most == 1 ? "" : "s");
+  return support::CountText(type.most, "part");
 }
 
 std::string PartNames(const language::ValueType& type) {

@@ -6,6 +6,7 @@
 #include "protocol/json.h"
 #include "protocol/message.h"
 #include "server/session.h"
+#include "support/number_text.h"
 
 namespace rux::server {
 namespace {
@@ -24,8 +25,8 @@ Json ShownJson(const analysis::Analysis::Checked& checked, bool is_first) {
                 {"percentage", checked.all == 0 ? 0 : checked.machines * 100 / checked.all}};
   // Before the machines are known, nobody knows how many there are.
   if (checked.all > 0) {
-    value["message"] = fmt::format("{} of {} machine{}", checked.machines, checked.all,
-                                   checked.all == 1 ? "" : "s");
+    value["message"] =
+        fmt::format("{} of {}", checked.machines, support::CountText(checked.all, "machine"));
   }
   if (is_first) value["title"] = "Checking scripts";
   return value;

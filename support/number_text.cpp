@@ -16,7 +16,8 @@ std::string NumberText(std::uint32_t number) {
 }
 
 std::string CountText(std::size_t count, std::string_view noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+  const std::string_view ending = noun.back() == 'x' ? "es" : "s";
+  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : ending);
 }
 
 }  // namespace rux::support

@@ -13,7 +13,7 @@ namespace rux::support {
 // "4294967276 (0xFFFFFFEC, -20)".
 std::string NumberText(std::uint32_t number);
 
-// "1 change", "2 changes"
+// "1 change", "2 changes", "3 fixes"
 std::string CountText(std::size_t count, std::string_view noun);
 
 }  // namespace rux::support

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "inspect/path.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::tool {
@@ -34,7 +35,7 @@ TypedPath::TypedPath(const std::string& typed)
 }
 
 void TypedPath::AddKind(const std::string& keyword, std::size_t count, const char* what) {
-  if (count > 0) Add(keyword + kGoesOn, fmt::format("{} {}{}", count, what, &"s"[count == 1]), "");
+  if (count > 0) Add(keyword + kGoesOn, support::CountText(count, what), "");
 }
 
 void TypedPath::AddName(const std::string& name, const std::string& description, const char* rest) {
