@@ -16,7 +16,7 @@
 
 #include "browse/limit.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
@@ -201,7 +201,8 @@ const std::string& LogFilter::TextOf(Ordinal ordinal) {
           fmt::format(", {} {}", machine::KeyOf(sensor, entry), support::SafeText(limit->Amount()));
   }
   if (const auto place = machine_.PlaceOf(kind, ordinal))
-    text += fmt::format(", {}:{}", support::Shortened(support::SafeText(place->path)), place->line);
+    text +=
+        fmt::format(", {}:{}", support::Shortened(support::SafeText(place->File())), place->line);
   text += ']';
   return text;
 }

@@ -1,3 +1,5 @@
+#include "browse/overview.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -10,7 +12,6 @@
 #include <vector>
 
 #include "browse/limit.h"
-#include "browse/overview.h"
 #include "browse/refs.h"
 #include "browse/relations.h"
 #include "compiled/meta.h"
@@ -20,7 +21,7 @@
 #include "inspect/path.h"
 #include "machine/groups.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
@@ -166,7 +167,7 @@ void Overview::Write(support::OutputStyle style, support::TextStream& out) const
 void Overview::WriteItems(std::size_t thing, support::JsonObject& json) const {
   json.Objects("entries", ItemsOf(thing), [](support::JsonObject& object, const Item& item) {
     inspect::WriteEntry(object, item.key, item.value);
-    WritePlace(object, item.place);
+    machine::WritePlace(object, item.place);
     if (!item.limit) return;
     object.Object("limit", [&](support::JsonObject& limit) {
       limit.Member("number", item.limit->number);

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "machine/place.h"
+#include "ruxcomp/language/rows.h"
 #include "browse/relations.h"
 #include "inspect/path.h"
 #include "ruxcomp/language/sections.h"
@@ -95,7 +97,7 @@ void WriteList(const char* title, const Relations& relations, const std::vector<
                End other, support::JsonObject& json) {
   json.Objects(title, links, [&](support::JsonObject& object, const Link* link) {
     object.Member("entry", link->key);
-    WritePlace(object, link->place);
+    machine::WritePlace(object, link->place);
     const Thing& linked = relations.things()[link->*other];
     object.Object("thing", [&](support::JsonObject& thing) { WriteThing(thing, linked); });
   });

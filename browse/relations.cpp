@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "support/json.h"
 #include "support/number_text.h"
 #include "support/safe_text.h"
@@ -41,15 +41,7 @@ void Relations::Add(Link link) {
 }
 
 std::string PlaceText(const std::optional<machine::Place>& place) {
-  return place ? fmt::format("  {}:{}", support::SafePath(place->path), place->line) : "";
-}
-
-void WritePlace(support::JsonObject& json, const std::optional<machine::Place>& place) {
-  if (!place) return;
-  json.Object("place", [&](support::JsonObject& object) {
-    object.Member("file", place->path);
-    object.Member("line", place->line);
-  });
+  return place ? "  " + place->SafeText() : "";
 }
 
 void WriteThing(support::JsonObject& json, const Thing& thing) {
@@ -58,7 +50,7 @@ void WriteThing(support::JsonObject& json, const Thing& thing) {
   if (thing.id) json.Member("id", *thing.id);
   if (!thing.key.empty()) json.Member("key", thing.key);
   if (thing.number) json.Member("number", *thing.number);
-  WritePlace(json, thing.place);
+  machine::WritePlace(json, thing.place);
 }
 
 }  // namespace rux::browse

@@ -15,7 +15,7 @@
 
 #include "machine/load.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "ruxcomp/language/sections.h"
 #include "support/json.h"
 
@@ -103,7 +103,6 @@ class MachineRelations : public Relations {
 
 // Members "kind", "name", "id", "key", "number", "place" of those that are known.
 void WriteThing(support::JsonObject& json, const Thing& thing);
-void WritePlace(support::JsonObject& json, const std::optional<machine::Place>& place);
 // "  board.rux:12"; empty when it is not known.
 std::string PlaceText(const std::optional<machine::Place>& place);
 

@@ -15,7 +15,7 @@
 #include "index/index.h"
 #include "index/records.h"
 #include "machine/load.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/source.h"
 #include "reader/include_folders.h"
 #include "reader/texts.h"
@@ -127,7 +127,7 @@ Relations OfScript(const machine::Source& source, const machine::LoadOptions& op
                   const index::SectionRecord& record = index.sections()[section];
                   const std::uint32_t line =
                       item == kNone ? record.section->line : index.items()[item].item->line;
-                  return machine::Place{source.Prefix() + index.files()[record.file]->path(), line};
+                  return machine::Place{index.files()[record.file]->path(), line, source.revision};
                 })
       .Read();
 }
@@ -156,9 +156,8 @@ Relations OfDebugMeta(const machine::Source& source) {
                   if (item != kNone)
                     at = written.items[item - index.sections()[section].first_item].entry;
                   if (at->file_index >= meta.files.size()) return std::nullopt;
-                  return machine::Place{
-                      source.Prefix() + sources::ToOpenablePath(meta.files[at->file_index]),
-                      at->line};
+                  return machine::Place{sources::ToOpenablePath(meta.files[at->file_index]),
+                                        at->line, source.revision};
                 })
       .Read();
 }

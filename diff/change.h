@@ -7,7 +7,7 @@
 #include <string>
 
 #include "diff/classes.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "ruxcomp/language/sections.h"
 
 namespace rux::diff {

@@ -13,7 +13,6 @@
 #include "diff/matching.h"
 #include "inspect/entry_value.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
 #include "machine/value.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
@@ -26,10 +25,7 @@ namespace rux::diff {
 Side PlacedSection::SideFor(std::string_view key) const {
   Side side{section.id(), std::nullopt, std::nullopt, std::nullopt};
   if (section.has_name()) side.name = std::string(section.name());
-  if (const machine::Origins* origins = machine->origins()) {
-    side.place =
-        key.empty() ? origins->OfSection(*kind, ordinal) : origins->OfEntry(*kind, ordinal, key);
-  }
+  side.place = machine->PlaceOf(*kind, ordinal, key);
   return side;
 }
 

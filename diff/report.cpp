@@ -9,13 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "diagnostics/diagnostic.h"
-#include "diagnostics/machine_form.h"
-#include "diagnostics/report.h"
 #include "diff/change.h"
 #include "diff/classes.h"
-#include "findings/message_row.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "support/json.h"
 #include "support/number_text.h"
 #include "support/safe_text.h"
@@ -31,61 +27,9 @@ std::string PlacesText(const Change& change) {
   for (const Side* side : {&change.before, &change.after}) {
     if (!side->place) continue;
     if (!text.empty()) text += " -> ";
-    text += fmt::format("{}:{}", support::SafePath(side->place->path), side->place->line);
+    text += side->place->SafeText();
   }
   return text;
-}
-
-diagnostics::Location LocationOf(const Side& side, const std::string& file) {
-  diagnostics::Location at;
-  at.path = side.place ? side.place->path : file;
-  at.first_line = side.place ? side.place->line : 0;
-  return at;
-}
-
-// In the new machine, where that has it; the other one is a note.
-diagnostics::Diagnostic DiagnosticOf(const Report& report, const Change& change) {
-  using ruxcomp::findings::Severity;
-  const bool is_gone = change.before.place && !change.after.place;
-  diagnostics::Diagnostic diagnostic;
-  diagnostic.row = change.row->message;
-  diagnostic.severity = report.Fails(change) ? Severity::kError : Severity::kNote;
-  const std::string what = change.WhatText();
-  diagnostic.text = fmt::format("{}: {}{}{}", change.SectionText(), change.row->message->summary,
-                                what.empty() ? "" : ": ", what);
-  diagnostic.at =
-      is_gone ? LocationOf(change.before, report.before) : LocationOf(change.after, report.after);
-  if (!is_gone && change.before.place)
-    diagnostic.notes.push_back({"before", LocationOf(change.before, report.before)});
-  return diagnostic;
-}
-
-diagnostics::Report DiagnosticsOf(const Report& report) {
-  diagnostics::Report all;
-  all.script = report.after;
-  for (const Change& change : report.changes) {
-    all.diagnostics.push_back(DiagnosticOf(report, change));
-    if (report.Fails(change)) ++all.errors;
-    auto& counts = all.by_message;
-    const auto known = std::find_if(counts.begin(), counts.end(), [&](const auto& count) {
-      return count.row == change.row->message;
-    });
-    if (known == counts.end()) {
-      counts.push_back({change.row->message, 1, 1});
-    } else {
-      ++known->all;
-      ++known->kept;
-    }
-  }
-  return all;
-}
-
-void WritePlace(const char* key, const Side& side, support::JsonObject& json) {
-  if (!side.place) return;
-  json.Object(key, [&](support::JsonObject& place) {
-    place.Member("file", side.place->path);
-    place.Member("line", side.place->line);
-  });
 }
 
 void WriteSide(const char* key, const Side& side, support::JsonObject& json) {
@@ -93,7 +37,7 @@ void WriteSide(const char* key, const Side& side, support::JsonObject& json) {
     if (side.id) object.Member("id", *side.id);
     if (side.name) object.Member("name", *side.name);
     if (side.text) object.Member("value", *side.text);
-    WritePlace("place", side, object);
+    machine::WritePlace(object, side.place);
   });
 }
 
@@ -121,8 +65,9 @@ std::size_t Report::CountOf(Category category) const {
 }
 
 std::string SummaryText(const Report& report) {
-  std::string text = support::SafePath(report.before);
-  if (report.after != report.before) text += " -> " + support::SafePath(report.after);
+  std::string text = support::SafePath(report.before.name);
+  if (report.after.name != report.before.name)
+    text += " -> " + support::SafePath(report.after.name);
   text += ": ";
   text +=
       report.changes.empty() ? "no changes" : support::CountText(report.changes.size(), "change");
@@ -168,8 +113,8 @@ void WriteStatistics(const Report& report, support::TextStream& out) {
 void WriteJson(const Report& report, support::TextStream& out) {
   support::WriteJson(out, [&](support::JsonObject& json) {
     json.Member("schema", 1);
-    json.Member("before", report.before);
-    json.Member("after", report.after);
+    json.Member("before", report.before.name);
+    json.Member("after", report.after.name);
     json.Object("counts", [&](support::JsonObject& counts) {
       for (std::size_t i = 0; i < kCategoryCount; ++i)
         counts.Member(kCategoryWords[i], report.CountOf(static_cast<Category>(i)));
@@ -180,14 +125,6 @@ void WriteJson(const Report& report, support::TextStream& out) {
       object.Member("fails", report.Fails(change));
     });
   });
-}
-
-void WriteGithub(const Report& report, support::TextStream& out) {
-  diagnostics::WriteGithubText(DiagnosticsOf(report), out);
-}
-
-void WriteSarif(const Report& report, support::TextStream& out) {
-  diagnostics::WriteSarifReport(DiagnosticsOf(report), out);
 }
 
 }  // namespace rux::diff

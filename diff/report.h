@@ -10,15 +10,20 @@
 
 #include "diff/change.h"
 #include "diff/classes.h"
+#include "machine/place.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
 namespace rux::diff {
 
+struct ComparedMachine {
+  std::string name;  // as the user called it
+  machine::Place file;
+};
+
 struct Report {
-  // As the user called the machines.
-  std::string before;
-  std::string after;
+  ComparedMachine before;
+  ComparedMachine after;
   std::vector<Change> changes;
   std::size_t in_baseline = 0;         // that are left out
   std::vector<const ClassRow*> fails;  // the classes that the user does not accept
@@ -51,7 +56,8 @@ void WriteMarkdown(const Report& report, support::TextStream& out);
 // A page that needs no other file.
 void WriteHtml(const Report& report, support::TextStream& out);
 
-// The forms of diagnostics: a note for each change, an error for one that fails.
+// The forms of diagnostics: a note for each change, an error for one that fails. Where a machine is
+// of a git revision, files are called by their paths from the top of the repository.
 void WriteGithub(const Report& report, support::TextStream& out);
 void WriteSarif(const Report& report, support::TextStream& out);
 

@@ -27,7 +27,7 @@ std::optional<Machine> MachineOf(std::string bytes) {
   if (!ruxcomp::Model::OpenBytes(bytes)) return std::nullopt;
   auto kept = std::make_unique<ruxcomp::file::KeptBytes>();
   kept->Keep(std::move(bytes));
-  return Machine("file.meta", std::move(kept), nullptr, nullptr);
+  return Machine("file.meta", {"file.meta"}, std::move(kept), nullptr, nullptr);
 }
 
 void WriteAll(const rux::diff::Report& report) {
@@ -43,7 +43,8 @@ void WriteAll(const rux::diff::Report& report) {
 }
 
 void Compare(const Machine& before, const Machine& after) {
-  WriteAll({"old", "new", rux::diff::Compare(before, after), 0, {}});
+  WriteAll(
+      {{"old", before.file()}, {"new", after.file()}, rux::diff::Compare(before, after), 0, {}});
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -118,7 +119,12 @@ std::optional<std::string> GitRevision::Read(const std::string& path) {
                            revision_);
   }
   std::optional<Object> object = Ask(':' + path);
-  return object && object->is_file ? std::optional(std::move(object->bytes)) : std::nullopt;
+  return object && object->type == "blob" ? std::optional(std::move(object->bytes)) : std::nullopt;
+}
+
+bool GitRevision::HasFolder(const std::string& path) {
+  const std::optional<Object> object = Ask(':' + path);
+  return object && object->type == "tree";
 }
 
 std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
@@ -130,7 +136,8 @@ std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
   signal(SIGPIPE, before);
   if (!is_asked) ThrowBroken();
   const std::string answer = Line();
-  // "HASH blob SIZE"; of anything else the second word is another, or the last is no number.
+  // "HASH TYPE SIZE", or "TYPE SIZE" of a link that leads nowhere; of anything else, the last word
+  // is not a number.
   const std::size_t last = answer.rfind(' ');
   std::size_t size = 0;
   const char* const end = answer.data() + answer.size();
@@ -140,10 +147,8 @@ std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
   if (size > compiled::kLargestFile) throw compiled::TooLarge("cannot load", question);
   std::string bytes = Bytes(size);
   Bytes(1);
-  constexpr std::string_view kFile = " blob";
-  const bool is_file =
-      last >= kFile.size() && answer.compare(last - kFile.size(), kFile.size(), kFile) == 0;
-  return Object{is_file, std::move(bytes)};
+  const std::size_t before_type = answer.rfind(' ', last - 1);  // npos: the type comes first
+  return Object{answer.substr(before_type + 1, last - before_type - 1), std::move(bytes)};
 }
 
 std::string FolderInRepository() {
@@ -159,6 +164,10 @@ std::string FolderInRepository() {
   }
   if (!folder.empty() && folder.back() == '\n') folder.pop_back();
   return folder;
+}
+
+std::string PathInRepository(const std::string& folder, const std::string& path) {
+  return (std::filesystem::path(folder) / path).lexically_normal().string();
 }
 
 }  // namespace rux::machine

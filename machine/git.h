@@ -24,10 +24,11 @@ class GitRevision {
   // of the repository; symbolic links are followed within the revision. Throws a Failure when git
   // breaks off.
   std::optional<std::string> Read(const std::string& path);
+  bool HasFolder(const std::string& path);
 
  private:
   struct Object {
-    bool is_file;
+    std::string type;  // "blob" of a file, "tree" of a folder
     std::string bytes;
   };
   // What the revision with that appended is for git; none when it is nothing.
@@ -45,6 +46,9 @@ class GitRevision {
 // The folder of the repository that the working folder is: "" at the top, or "boards/". Throws a
 // Failure when it is in none.
 std::string FolderInRepository();
+
+// The path from the top of the repository of a file that is at `path` from that folder.
+std::string PathInRepository(const std::string& folder, const std::string& path);
 
 }  // namespace rux::machine
 

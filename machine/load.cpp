@@ -20,6 +20,7 @@
 #include "decompile/decompile.h"
 #include "findings/message_row.h"
 #include "machine/machine.h"
+#include "machine/place.h"
 #include "machine/origins.h"
 #include "machine/source.h"
 #include "reader/include_folders.h"
@@ -215,9 +216,10 @@ class Loader {
     std::unique_ptr<const Origins> origins;
     if (source.form != Form::kMeta) {
       source.bytes->Keep(std::move(compiled_[i].meta));
-      origins = std::make_unique<Origins>(compiled_[i].debug_meta, source.Prefix());
+      origins = std::make_unique<Origins>(compiled_[i].debug_meta, source.revision);
     }
-    return {source.name, std::move(source.bytes), std::move(origins), projects_[i]};
+    return {source.name, Place{source.path, 0, source.revision}, std::move(source.bytes),
+            std::move(origins), projects_[i]};
   }
 
   const LoadOptions& options_;

@@ -11,6 +11,7 @@
 
 #include "machine/meta_model.h"
 #include "machine/origins.h"
+#include "machine/place.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
@@ -37,10 +38,11 @@ std::string PropertyOf(const ruxcomp::Section& sensor, const std::string& name) 
 
 }  // namespace
 
-Machine::Machine(std::string name, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,
+Machine::Machine(std::string name, Place file, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,
                  std::unique_ptr<const Origins> origins,
                  std::shared_ptr<const settings::Project> project)
     : name_(std::move(name)),
+      file_(std::move(file)),
       bytes_(std::move(bytes)),
       model_(OpenModel(name_, bytes_->view())),
       origins_(std::move(origins)),

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "machine/origins.h"
+#include "machine/place.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
@@ -25,13 +26,15 @@ using settings::Quantity;
 class Machine {
  public:
   // Without any section.
-  explicit Machine(std::string name) : name_(std::move(name)) {}
+  explicit Machine(std::string name) : name_(std::move(name)), file_{name_} {}
   // Of the bytes of a meta file. Throws a Failure when it is not sound.
-  Machine(std::string name, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,
+  Machine(std::string name, Place file, std::unique_ptr<ruxcomp::file::KeptBytes> bytes,
           std::unique_ptr<const Origins> origins, std::shared_ptr<const settings::Project> project);
 
   // As the user called it.
   const std::string& name() const { return name_; }
+  // What it was read from.
+  const Place& file() const { return file_; }
   // Sections, entries and values, with IDs, names and ordinals; value.h has the parts of values.
   const ruxcomp::Model& model() const { return model_; }
   // Null when the machine was read from a file that does not say where anything comes from.
@@ -50,6 +53,7 @@ class Machine {
 
  private:
   std::string name_;
+  Place file_;
   std::unique_ptr<ruxcomp::file::KeptBytes> bytes_;
   ruxcomp::Model model_;  // of these bytes
   std::unique_ptr<const Origins> origins_;

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "machine/place.h"
 #include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/debug_meta_records.h"
 #include "ruxcomp/file/debug_meta_walk.h"
@@ -64,7 +65,7 @@ const Origins::SectionSpot* Origins::Find(const language::SectionKind& kind,
 
 std::optional<Place> Origins::PlaceOf(Spot spot) const {
   if (spot.file >= files_.size()) return std::nullopt;
-  return Place{revision_ + files_[spot.file], spot.line};
+  return Place{files_[spot.file], spot.line, revision_};
 }
 
 std::optional<Place> Origins::OfSection(const language::SectionKind& kind,

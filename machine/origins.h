@@ -13,21 +13,14 @@
 #include <utility>
 #include <vector>
 
+#include "machine/place.h"
 #include "ruxcomp/language/sections.h"
 
 namespace rux::machine {
 
-struct Place {
-  std::string path;  // as it can be opened
-  std::uint32_t line;
-
-  // "cpu.rux:12"
-  std::string Text() const { return path + ':' + std::to_string(line); }
-};
-
 class Origins {
  public:
-  // Of the bytes of a sound debug meta file. `revision` is put in front of paths: "HEAD~1:".
+  // Of the bytes of a sound debug meta file, whose scripts are in the revision.
   explicit Origins(const std::string& bytes, std::string revision = {});
 
   // Of the ordinal-th section of a kind, which is the same in the compiled file. None when the file

@@ -22,11 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Where git knows a file that is at a path from the working folder.
-std::string PathInRepository(const std::string& folder, const std::string& path) {
-  return (fs::path(folder) / path).lexically_normal().string();
-}
-
 // A path that begins with ./ or ../ is relative to the working folder, as git has it; any other to
 // the top of the repository.
 std::string PathFromHere(const std::string& folder, const std::string& path) {
@@ -43,11 +38,16 @@ Source ReadRevision(const std::string& name, std::size_t colon) {
                 std::make_unique<ruxcomp::file::KeptBytes>(),
                 ruxcomp::file::Form::kNone};
   source.path = PathFromHere(source.folder, name.substr(colon + 1));
-  std::optional<std::string> bytes =
-      GitRevision(source.revision).Read(PathInRepository(source.folder, source.path));
+  const std::string path = PathInRepository(source.folder, source.path);
+  GitRevision git(source.revision);
+  std::optional<std::string> bytes = git.Read(path);
+  if (!bytes && git.HasFolder(path)) {
+    throw support::Failure(support::ExitStatus::kTrouble, "{} is a folder in revision {}", path,
+                           source.revision);
+  }
   if (!bytes) {
-    throw support::Failure(support::ExitStatus::kTrouble, "git has no file {} in revision {}",
-                           PathInRepository(source.folder, source.path), source.revision);
+    throw support::Failure(support::ExitStatus::kTrouble, "git has no file {} in revision {}", path,
+                           source.revision);
   }
   source.bytes->Keep(std::move(*bytes));
   return source;

@@ -19,8 +19,6 @@ struct Source {
   std::unique_ptr<ruxcomp::file::KeptBytes> bytes;
   ruxcomp::file::Form form;  // kNone: a script
 
-  // What is put in front of the paths of its scripts where they are shown.
-  std::string Prefix() const { return revision.empty() ? "" : revision + ':'; }
   // A machine that is not there: git calls it /dev/null.
   bool is_missing = false;
 };

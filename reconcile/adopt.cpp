@@ -118,7 +118,7 @@ class Planner {
   std::string Make(const Difference& difference, std::string& value) {
     const std::string& key = difference.column->column.name;
     if (!difference.place) return "its place is not known";
-    ScriptEdits& script = ScriptAt(difference.place->path);
+    ScriptEdits& script = ScriptAt(difference.place->File());
     const std::uint32_t line = difference.place->line;
     const std::optional<std::string_view> now = script.ValueAt(line, key);
     const bool is_there = difference.ours.empty() ? script.HasSectionAt(line) : now.has_value();

@@ -14,7 +14,7 @@
 #include "lists/list.h"
 #include "lists/units.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "reconcile/amount.h"
 #include "reconcile/pairing.h"
 #include "ruxcomp/language/compiled_entries.h"

@@ -12,7 +12,7 @@
 
 #include "lists/list.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "reconcile/pairing.h"
 #include "table/cell.h"
 #include "table/machine_table.h"

@@ -16,7 +16,7 @@
 #include "inspect/entry_value.h"
 #include "machine/groups.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/compiled_entries.h"

@@ -63,9 +63,11 @@ support::ExitStatus Diff(const DiffOptions& options) {
   const std::vector<machine::Machine> machines =
       machine::Load({options.before, options.after}, load);
   const bool is_named = !options.name.empty();
-  diff::Report report{is_named ? options.name : options.before,
-                      is_named ? options.name : options.after,
-                      diff::Compare(machines[0], machines[1]), 0, fails};
+  diff::Report report{{is_named ? options.name : options.before, machines[0].file()},
+                      {is_named ? options.name : options.after, machines[1].file()},
+                      diff::Compare(machines[0], machines[1]),
+                      0,
+                      fails};
   diff::CheckOnly(options.only, machines);
   diff::KeepOnly(options.only, report.changes);
   if (!options.written_baseline.empty())
