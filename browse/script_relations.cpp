@@ -8,9 +8,7 @@
 #include <vector>
 
 #include "browse/relations.h"
-#include "compiled/compiled_file.h"
 #include "compiled/debug_meta.h"
-#include "compiled/verify.h"
 #include "decompile/decompile.h"
 #include "index/index.h"
 #include "index/records.h"
@@ -19,7 +17,6 @@
 #include "machine/source.h"
 #include "reader/include_folders.h"
 #include "reader/texts.h"
-#include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/paths.h"
@@ -134,29 +131,26 @@ Relations OfScript(const machine::Source& source, const machine::LoadOptions& op
 
 // A debug meta file is read as the script that it keeps, of which it knows the lines.
 Relations OfDebugMeta(const machine::Source& source) {
-  ruxcomp::file::Faults faults = compiled::Verify(source.bytes->view());
-  if (!faults.empty()) throw compiled::Unsound(source.name, source.bytes->view());
-  const compiled::DebugMeta meta = compiled::DecodeDebugMeta(source.bytes->view(), faults);
-  const std::vector<decompile::ScriptSection> sections = decompile::ScriptSectionsOf(meta);
-  const std::string text = decompile::ScriptText(sections);
-  if (const auto obstacle = decompile::MisreadItem(meta, sections, text)) {
+  const decompile::KeptScript kept =
+      decompile::KeptScriptOf(compiled::SoundDebugMeta(source.name, source.bytes->view()));
+  if (const auto obstacle = decompile::MisreadItem(kept)) {
     throw support::Failure(support::ExitStatus::kTrouble, "cannot read {}: {}", source.name,
                            *obstacle);
   }
   const char* const script = "decompiled";
   ruxcomp::reader::Texts::ReplaceFiles([&](const std::string& path) -> std::optional<std::string> {
-    return path == script ? std::optional(text) : std::nullopt;
+    return path == script ? std::optional(kept.text) : std::nullopt;
   });
   const sources::SourceSet sources = sources::Load(script);
   const Index index(sources);
   return Reader(index,
                 [&](Id section, Id item) -> std::optional<machine::Place> {
-                  const decompile::ScriptSection& written = sections[section];
+                  const decompile::ScriptSection& written = kept.sections[section];
                   const compiled::DebugObject* at = written.source;
                   if (item != kNone)
                     at = written.items[item - index.sections()[section].first_item].entry;
-                  if (at->file_index >= meta.files.size()) return std::nullopt;
-                  return machine::Place{sources::ToOpenablePath(meta.files[at->file_index]),
+                  if (at->file_index >= kept.meta.files.size()) return std::nullopt;
+                  return machine::Place{sources::ToOpenablePath(kept.meta.files[at->file_index]),
                                         at->line, source.revision};
                 })
       .Read();

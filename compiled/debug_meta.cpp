@@ -9,6 +9,7 @@
 
 #include "compiled/compiled_file.h"
 #include "compiled/file.h"
+#include "compiled/verify.h"
 #include "ruxcomp/file/cursor.h"
 #include "ruxcomp/file/debug_meta_records.h"
 #include "ruxcomp/file/debug_meta_walk.h"
@@ -107,6 +108,12 @@ DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep) {
   meta.creation_time = header.creation_time;
   meta.header = std::move(header.pieces);
   return meta;
+}
+
+DebugMeta SoundDebugMeta(const std::string& path, std::string_view bytes) {
+  Faults faults = Verify(bytes);
+  if (!faults.empty()) throw Unsound(path, bytes);
+  return DecodeDebugMeta(bytes, faults);
 }
 
 DebugMeta ReadDebugMeta(const std::string& path) {

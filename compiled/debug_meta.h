@@ -78,6 +78,9 @@ struct DebugMeta {
 bool IsDebugMetaBytes(std::string_view bytes);
 DebugMeta DecodeDebugMeta(std::string_view bytes, Faults& faults, Keep keep = Keep::kRecords);
 
+// Throws a Failure when the bytes of that path are not those of a sound debug meta file.
+DebugMeta SoundDebugMeta(const std::string& path, std::string_view bytes);
+
 // The same for a file. Throws a Failure (trouble) when it is not a debug meta file, or a damaged
 // one.
 DebugMeta ReadDebugMeta(const std::string& path);

@@ -40,6 +40,14 @@ std::vector<ScriptSection> ScriptSectionsOf(const compiled::DebugMeta& meta);
 // them.
 std::string ScriptText(const std::vector<ScriptSection>& sections);
 
+// What a debug meta file keeps of scripts, as one.
+struct KeptScript {
+  compiled::DebugMeta meta;
+  std::vector<ScriptSection> sections;  // of it
+  std::string text;
+};
+KeptScript KeptScriptOf(compiled::DebugMeta meta);
+
 // A part of a value as a script has it: in double quotes where it needs them. No part has a double
 // quote or a line end.
 std::string PartText(std::string_view part);
@@ -51,11 +59,9 @@ std::string PartText(std::string_view part);
 // a script of several files can do that.
 std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta);
 
-// An item that does not come out of `text`, the script of the sections, as it went in: a key or a
-// part of a value with bytes that the reader of scripts never hands out. Another reader may.
-std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
-                                       const std::vector<ScriptSection>& sections,
-                                       const std::string& text);
+// An item that does not come out of the text as it went in: a key or a part of a value with bytes
+// that the reader of scripts never hands out. Another reader may.
+std::optional<std::string> MisreadItem(const KeptScript& kept);
 
 }  // namespace rux::decompile
 

@@ -68,18 +68,16 @@ std::optional<std::string> GroupBeforeParent(const compiled::DebugMeta& meta) {
   return std::nullopt;
 }
 
-std::optional<std::string> MisreadItem(const compiled::DebugMeta& meta,
-                                       const std::vector<ScriptSection>& sections,
-                                       const std::string& text) {
-  const ruxcomp::reader::Script script(text, [](const ruxcomp::reader::Problem&) {});
+std::optional<std::string> MisreadItem(const KeptScript& kept) {
+  const ruxcomp::reader::Script script(kept.text, [](const ruxcomp::reader::Problem&) {});
   auto read = script.sections().begin();
-  for (const ScriptSection& section : sections) {
+  for (const ScriptSection& section : kept.sections) {
     const bool is_there = read != script.sections().end() && read->name == section.keyword;
     for (std::size_t i = 0; i < section.items.size(); ++i) {
       const ScriptItem& item = section.items[i];
       if (is_there && i < read->item_count && IsReadAs(read->items[i], item)) continue;
       return fmt::format("{}: [{}] {} has bytes that no script can express",
-                         PlaceOf(meta, *item.entry), section.keyword,
+                         PlaceOf(kept.meta, *item.entry), section.keyword,
                          support::NameText(item.entry->name));
     }
     if (read != script.sections().end()) ++read;

@@ -157,4 +157,11 @@ std::string ScriptText(const std::vector<ScriptSection>& sections) {
   return text;
 }
 
+KeptScript KeptScriptOf(compiled::DebugMeta meta) {
+  KeptScript kept{std::move(meta), {}, {}};
+  kept.sections = ScriptSectionsOf(kept.meta);
+  kept.text = ScriptText(kept.sections);
+  return kept;
+}
+
 }  // namespace rux::decompile

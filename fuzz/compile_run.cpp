@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -147,14 +148,10 @@ void CompileAgain(const TempFolder& folder, const Outcome& first) {
 
 // The script that a debug meta file was made of, in one file; empty when one cannot say it.
 std::string Decompiled(const std::string& debug_meta) {
-  const rux::compiled::DebugMeta meta = DecodeSound(debug_meta);
-  if (rux::decompile::GroupBeforeParent(meta)) return "";
-  const std::vector<rux::decompile::ScriptSection> sections =
-      rux::decompile::ScriptSectionsOf(meta);
-  std::string text = rux::decompile::ScriptText(sections);
-  Expect(!rux::decompile::MisreadItem(meta, sections, text),
-         "what came out of a script can be written in one");
-  return text;
+  rux::decompile::KeptScript kept = rux::decompile::KeptScriptOf(DecodeSound(debug_meta));
+  if (rux::decompile::GroupBeforeParent(kept.meta)) return "";
+  Expect(!rux::decompile::MisreadItem(kept), "what came out of a script can be written in one");
+  return std::move(kept.text);
 }
 
 std::string WithoutTime(std::string meta) {

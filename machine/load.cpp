@@ -16,19 +16,17 @@
 
 #include "compiled/compiled_file.h"
 #include "compiled/debug_meta.h"
-#include "compiled/verify.h"
 #include "decompile/decompile.h"
 #include "findings/message_row.h"
 #include "machine/machine.h"
-#include "machine/place.h"
 #include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/source.h"
 #include "reader/include_folders.h"
 #include "run/log.h"
 #include "run/readers.h"
 #include "run/run.h"
 #include "ruxcomp/compile.h"
-#include "ruxcomp/file/fault.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/kept_bytes.h"
 #include "ruxcomp/language/paths.h"
@@ -74,16 +72,12 @@ Compiled Parsed(const std::string& output) {
 
 // The script that a debug meta file keeps. Throws a Failure when no script can say it.
 std::string ScriptOf(const Source& source) {
-  const std::string_view bytes = source.bytes->view();
-  ruxcomp::file::Faults faults = compiled::Verify(bytes);
-  if (!faults.empty()) throw compiled::Unsound(source.name, bytes);
-  const compiled::DebugMeta meta = compiled::DecodeDebugMeta(bytes, faults);
-  const std::vector<decompile::ScriptSection> sections = decompile::ScriptSectionsOf(meta);
-  std::string text = decompile::ScriptText(sections);
-  std::optional<std::string> obstacle = decompile::GroupBeforeParent(meta);
-  if (!obstacle) obstacle = decompile::MisreadItem(meta, sections, text);
+  decompile::KeptScript kept =
+      decompile::KeptScriptOf(compiled::SoundDebugMeta(source.name, source.bytes->view()));
+  std::optional<std::string> obstacle = decompile::GroupBeforeParent(kept.meta);
+  if (!obstacle) obstacle = decompile::MisreadItem(kept);
   if (obstacle) throw NotCompiled(source, *obstacle);
-  return text;
+  return std::move(kept.text);
 }
 
 // "fans.rux:3: "; empty for what is about no line.

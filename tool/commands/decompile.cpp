@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "compiled/debug_meta.h"
 #include "driver/overwriting.h"
@@ -30,12 +30,10 @@ void ExpectNone(const std::optional<std::string>& obstacle, const std::string& p
 }
 
 std::string Decompiled(const std::string& path) {
-  const compiled::DebugMeta meta = compiled::ReadDebugMeta(path);
-  ExpectNone(decompile::GroupBeforeParent(meta), path);
-  const std::vector<decompile::ScriptSection> sections = decompile::ScriptSectionsOf(meta);
-  std::string text = decompile::ScriptText(sections);
-  ExpectNone(decompile::MisreadItem(meta, sections, text), path);
-  return text;
+  decompile::KeptScript kept = decompile::KeptScriptOf(compiled::ReadDebugMeta(path));
+  ExpectNone(decompile::GroupBeforeParent(kept.meta), path);
+  ExpectNone(decompile::MisreadItem(kept), path);
+  return std::move(kept.text);
 }
 
 support::ExitStatus Decompile(const DecompileOptions& options) {
