@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
@@ -12,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/compiled_file.h"
 #include "release/manifest.h"
+#include "release/released_file.h"
 #include "support/failure.h"
 #include "support/input_file.h"
 #include "support/json.h"
@@ -23,6 +24,9 @@ namespace rux::release {
 namespace {
 
 namespace fs = std::filesystem;
+
+// What tools that sign put after the name of the file.
+constexpr const char* kSignatures[] = {".asc", ".minisig", ".p7s", ".sig", ".sigstore"};
 
 class Inspector {
  public:
@@ -57,18 +61,16 @@ class Inspector {
   }
 
   void InspectBytes(const FileRecord& record, const std::string& path) {
-    const support::FileDigest digest = support::DigestOf(path);
+    const ReleasedFile file(path);
+    const support::Digest& digest = file.digest();
     if (digest.bytes != record.bytes) {
       return Add(record.path, "changed",
                  fmt::format("it has {} bytes; recorded are {}", digest.bytes, record.bytes));
     }
     if (digest.sha256 != record.sha256)
       return Add(record.path, "changed", "its SHA-256 is " + digest.sha256);
-    const std::string form = FormOf(path);
-    if (form != record.form) return Add(record.path, "changed", "it is of another form");
-    if (form.empty()) return;
-    const compiled::CompiledFile file(path);
-    if (record.created != file.summary().creation_time)
+    if (file.form() != record.form) return Add(record.path, "changed", "it is of another form");
+    if (record.created != file.CreationTime())
       Add(record.path, "changed", "it was made at another time");
   }
 
@@ -119,9 +121,10 @@ class Inspector {
 
   // Whether the path is that of the manifest itself or of a signature beside it.
   static bool BelongsTo(const fs::path& manifest, const fs::path& path) {
-    if (path.parent_path() != manifest.parent_path()) return false;
-    const std::string lead = manifest.filename().string() + '.';
-    return (path.filename().string() + '.').compare(0, lead.size(), lead) == 0;
+    if (path == manifest) return true;
+    return std::any_of(std::begin(kSignatures), std::end(kSignatures), [&](const char* extension) {
+      return path == manifest.string() + extension;
+    });
   }
 
   void Add(const std::string& path, const char* what, const std::string& text) {

@@ -23,8 +23,8 @@ struct Inspection {
 };
 
 // In the order of the paths: files that are missing, are not as recorded, or are not sound; and
-// files below the folder that the manifest does not have, but for itself and signatures beside it,
-// whose names are its own and an extension. Symbolic links to folders are not followed.
+// files below the folder that the manifest does not have, but for itself and signatures beside it:
+// its name and the extension of one. Symbolic links to folders are not followed.
 std::vector<Problem> ProblemsIn(const Manifest& manifest, const Inspection& inspection);
 
 // docs/release.schema.json

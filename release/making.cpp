@@ -7,12 +7,11 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/compiled_file.h"
 #include "diff/pairing.h"
 #include "driver/meta_files.h"
 #include "release/manifest.h"
+#include "release/released_file.h"
 #include "support/failure.h"
-#include "support/sha256.h"
 #include "support/utf8.h"
 
 namespace rux::release {
@@ -47,14 +46,18 @@ class Maker {
   }
 
   FileRecord RecordOf(const std::string& path) const {
-    support::FileDigest digest = support::DigestOf(path);
-    return {NameOf(path), digest.bytes, std::move(digest.sha256)};
+    const ReleasedFile file(path);
+    return {NameOf(path), file.digest().bytes, file.digest().sha256, file.form(),
+            file.CreationTime()};
   }
 
   void AddFile(const std::string& path) {
     FileRecord record = RecordOf(path);
-    record.form = FormOf(path);
-    if (!record.form.empty()) record.created = compiled::CompiledFile(path).summary().creation_time;
+    if (!IsInside(record.path)) {
+      throw Failure(ExitStatus::kTrouble,
+                    "cannot record {}: it is not in the folder of the release, {}", path,
+                    contents_.folder.empty() ? "the working folder" : contents_.folder);
+    }
     paths_[record.path] = path;
     files_.insert_or_assign(record.path, std::move(record));
   }

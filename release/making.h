@@ -21,7 +21,8 @@ struct Contents {
 
 // A meta file and a debug meta file whose paths differ only in their extensions are a pair; the
 // same contents make the same manifest. Throws a Failure for a file that cannot be read, a compiled
-// one that is not sound, a pair that does not belong together or could be several, and a dependency
+// one that is not sound, one
+// outside the folder, a pair that does not belong together or could be several, and a dependency
 // file about none of the files.
 Manifest ManifestOf(const Contents& contents);
 

@@ -2,23 +2,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "ruxcomp/file/header.h"
 #include "settings/document.h"
 #include "settings/json_file.h"
-#include "support/descriptor.h"
-#include "support/failure.h"
-#include "support/input_file.h"
 #include "support/json.h"
+#include "support/sha256.h"
 
 namespace rux::release {
 namespace {
 
+namespace fs = std::filesystem;
 using settings::Document;
 using settings::JsonValue;
 using settings::Key;
@@ -66,8 +65,14 @@ class ManifestReader {
       document_.Refuse(root.line, "it is not a manifest of schema " + std::to_string(kSchema));
     Require(root, members, kKeys, kSources + 1, kRevision);
     const std::string revision = members[kRevision] == nullptr ? "" : members[kRevision]->text;
-    return {members[kTool]->text, TimeOf(*members[kCreated]), revision, FilesOf(*members[kFiles]),
-            FilesOf(*members[kSources])};
+    Manifest manifest{members[kTool]->text, TimeOf(*members[kCreated]), revision,
+                      FilesOf(*members[kFiles]), FilesOf(*members[kSources])};
+    for (std::size_t i = 0; i < manifest.files.size(); ++i) {
+      if (IsInside(manifest.files[i].path)) continue;
+      document_.Refuse(members[kFiles]->items[i].line,
+                       "path must be one in the folder of the release");
+    }
+    return manifest;
   }
 
  private:
@@ -86,6 +91,13 @@ class ManifestReader {
     return static_cast<std::uint32_t>(*value.number);
   }
 
+  std::string FormOf(const JsonValue& value) const {
+    if (value.text != kMetaForm && value.text != kDebugMetaForm)
+      document_.Refuse(value.line,
+                       std::string("form must be ") + kMetaForm + " or " + kDebugMetaForm);
+    return value.text;
+  }
+
   std::vector<FileRecord> FilesOf(const JsonValue& array) const {
     std::vector<FileRecord> files;
     files.reserve(array.items.size());
@@ -99,8 +111,11 @@ class ManifestReader {
     Require(item, members, kFileKeys, kRequiredOfFile, kRequiredOfFile);
     if (!members[kBytes]->number)
       document_.Refuse(members[kBytes]->line, "bytes must be a whole number");
+    if (!support::IsSha256(members[kSha256]->text))
+      document_.Refuse(members[kSha256]->line,
+                       "sha256 must be 64 hexadecimal digits in lower case");
     FileRecord file{members[kPath]->text, *members[kBytes]->number, members[kSha256]->text};
-    if (members[kForm] != nullptr) file.form = members[kForm]->text;
+    if (members[kForm] != nullptr) file.form = FormOf(*members[kForm]);
     if (members[kTime] != nullptr) file.created = TimeOf(*members[kTime]);
     if (members[kPair] != nullptr) file.pair = members[kPair]->text;
     if (members[kFrom] != nullptr) {
@@ -126,20 +141,9 @@ std::string ManifestText(const Manifest& manifest) {
   });
 }
 
-std::string FormOf(const std::string& path) {
-  constexpr std::size_t kEnough = 64;  // other files may have any size
-  const support::Descriptor file = support::OpenInput(path);
-  std::string bytes;
-  if (!support::ReadAll(file.number(), kEnough, bytes))
-    throw support::SystemFailure("cannot load", path);
-  switch (ruxcomp::file::FormOf(bytes)) {
-    case ruxcomp::file::Form::kMeta:
-      return kMetaForm;
-    case ruxcomp::file::Form::kDebugMeta:
-      return kDebugMetaForm;
-    default:
-      return "";
-  }
+bool IsInside(const std::string& path) {
+  const fs::path normal = fs::path(path).lexically_normal();
+  return !normal.empty() && normal.is_relative() && *normal.begin() != "..";
 }
 
 Manifest ReadManifest(const std::string& path) { return ManifestReader(path).Read(); }

@@ -11,7 +11,8 @@
 
 namespace rux::release {
 
-// Paths are relative to the folder of the release, with slashes.
+// Paths are relative to the folder of the release, with slashes. Files are in it; sources may be
+// elsewhere.
 struct FileRecord {
   std::string path;
   std::uint64_t bytes;
@@ -36,11 +37,12 @@ std::string ManifestText(const Manifest& manifest);
 // Throws a Failure for a file that cannot be read or is not such a manifest, which names the line.
 Manifest ReadManifest(const std::string& path);
 
-// What the forms of compiled files are called there; that of a file, which is empty for any other
-// one.
+// What the forms of compiled files are called there.
 inline constexpr char kMetaForm[] = "meta";
 inline constexpr char kDebugMetaForm[] = "debug meta";
-std::string FormOf(const std::string& path);
+
+// Whether a path from the folder of the release leads to what is in it.
+bool IsInside(const std::string& path);
 
 }  // namespace rux::release
 

@@ -1,19 +1,34 @@
-// SHA-256 of files.
+// SHA-256 of what comes in pieces.
 #ifndef SUPPORT_SHA256_H_
 #define SUPPORT_SHA256_H_
 
+#include <sha2.h>
+
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace rux::support {
 
-struct FileDigest {
-  std::uint64_t bytes;  // how many the file has
-  std::string sha256;   // 64 hexadecimal digits, in lower case
+struct Digest {
+  std::uint64_t bytes = 0;  // how many there are
+  std::string sha256;       // 64 hexadecimal digits, in lower case
 };
 
-// Reads the file piece by piece, whatever size it has. Throws a Failure.
-FileDigest DigestOf(const std::string& path);
+// Whether a text is what a digest has.
+bool IsSha256(std::string_view text);
+
+class Sha256 {
+ public:
+  Sha256();
+  void Add(std::string_view bytes);
+  // Of all that was added. To be called once.
+  Digest End();
+
+ private:
+  SHA2_CTX context_;
+  std::uint64_t size_ = 0;
+};
 
 }  // namespace rux::support
 
