@@ -50,6 +50,11 @@ class Collector {
   std::map<std::size_t, std::string> cells_;  // of the last row
 };
 
+// A number or a text; a reading may be either.
+bool IsPlain(const JsonValue& value) {
+  return value.kind == JsonValue::Kind::kString || value.kind == JsonValue::Kind::kNumber;
+}
+
 // What a reading is measured in, by the beginning of its name.
 std::string UnitOfReading(std::string_view name) {
   struct Row {
@@ -73,7 +78,7 @@ void CollectFeature(const std::string& chip, const JsonMember& feature, Collecto
   collector.Put("unit", UnitOfReading(feature.value.members.front().key));
   for (const JsonMember& reading : feature.value.members) {
     const std::size_t end = reading.key.find('_');
-    if (end != std::string::npos && reading.value.kind == JsonValue::Kind::kNumber)
+    if (end != std::string::npos && IsPlain(reading.value))
       collector.Put(reading.key.substr(end + 1), reading.value.text);
   }
 }
@@ -99,9 +104,7 @@ constexpr OlderName kOlderReadings[] = {{"ReadingCelsius", "Cel"}, {"ReadingVolt
 void CollectSensor(const JsonValue& sensor, const JsonValue& name, Collector& collector) {
   collector.Begin(name.line);
   for (const JsonMember& member : sensor.members) {
-    const bool is_plain = member.value.kind == JsonValue::Kind::kString ||
-                          member.value.kind == JsonValue::Kind::kNumber;
-    if (!is_plain) continue;
+    if (!IsPlain(member.value)) continue;
     std::string column = member.key;
     for (const OlderName& row : kOlderNames) {
       if (row.older == member.key) column = row.newer;
@@ -115,8 +118,7 @@ void CollectSensor(const JsonValue& sensor, const JsonValue& name, Collector& co
   if (thresholds == nullptr) return;
   for (const JsonMember& threshold : thresholds->members) {
     const JsonValue* reading = Find(threshold.value, "Reading");
-    if (reading != nullptr && reading->kind == JsonValue::Kind::kNumber)
-      collector.Put(threshold.key, reading->text);
+    if (reading != nullptr && IsPlain(*reading)) collector.Put(threshold.key, reading->text);
   }
 }
 
