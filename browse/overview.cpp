@@ -37,15 +37,25 @@ namespace rux::browse {
 
 namespace {
 
-// Throws a Failure for what is the NAME of a section instead.
-void ExpectKind(const Relations& relations, const std::string& keyword) {
-  if (language::FindKind(keyword) != nullptr) return;
+std::string TableCommand(const std::string& keyword) {
+  return "'rux table MACHINE --kind " + keyword + '\'';
+}
+
+// The kind of that keyword. Throws a Failure, which says what is meant when a section has that
+// NAME.
+const language::SectionKind& ExpectKind(const Relations& relations, const std::string& keyword) {
+  if (const language::SectionKind* kind = FindKindInAnyCase(keyword)) {
+    if (kind->IsCompiled()) return *kind;
+    throw inspect::NotFound(fmt::format(
+        "{} sections are not compiled; 'rux refs MACHINE NAME' shows words", kind->keyword));
+  }
   for (const Thing& thing : relations.things()) {
     if (thing.name != keyword) continue;
     throw inspect::NotFound(fmt::format("no such kind: {}; did you mean {}/{}?",
                                         support::NameText(keyword), thing.kind->keyword,
                                         support::NameInPath(keyword)));
   }
+  throw NoSuchKind(keyword);
 }
 
 }  // namespace
@@ -64,13 +74,16 @@ Overview::Overview(const machine::Machine& machine, const std::string& path)
 
 std::size_t Overview::ThingAt(const std::string& path) const {
   const std::vector<inspect::PathStep> steps = inspect::ParsePath(path);
-  if (steps.size() == 1) ExpectKind(relations_, steps.front().text);
-  const inspect::Found found = inspect::FindIn(machine_.model(), steps);
-  const bool has_entries = found.kind->naming == language::Naming::kByKeys;
-  if (found.part || found.entry.has_value() != has_entries) {
-    throw support::Failure(support::ExitStatus::kWrongUsage, "{} must be {}/{}", path,
-                           found.kind->keyword, has_entries ? "KEY" : "SECTION");
-  }
+  const language::SectionKind& kind = ExpectKind(relations_, steps.front().text);
+  const bool has_entries = kind.naming == language::Naming::kByKeys;
+  const auto expect = [&](bool is_of_form) {
+    if (is_of_form) return;
+    throw support::Failure(support::ExitStatus::kWrongUsage, "{} must be {}/{}", path, kind.keyword,
+                           has_entries ? "KEY" : "SECTION");
+  };
+  expect(steps.size() > 1 || kind.HasNames());
+  const inspect::Found found = inspect::FindIn(machine_.model(), steps, TableCommand);
+  expect(!found.part && found.entry.has_value() == has_entries);
   if (has_entries) return relations_.FindKey(found.kind, found.entry->key).value();
   return relations_.NumberAt({found.kind, found.ordinal, MachineRelations::kWhole});
 }

@@ -2,18 +2,16 @@
 
 #include <strings.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "machine/place.h"
-#include "ruxcomp/language/rows.h"
 #include "browse/relations.h"
 #include "inspect/path.h"
+#include "machine/place.h"
+#include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/json.h"
@@ -52,23 +50,10 @@ Query QueryOf(const std::string& text) {
   return query;
 }
 
-bool IsKind(const std::string& keyword) {
-  return std::any_of(
-      std::begin(ruxcomp::language::kSectionKinds), std::end(ruxcomp::language::kSectionKinds),
-      [&](const auto& kind) { return strcasecmp(kind.keyword, keyword.c_str()) == 0; });
-}
-
 support::Failure NothingFound(const Relations& relations, const Query& query,
                               const std::string& text) {
+  if (query.kind && FindKindInAnyCase(*query.kind) == nullptr) return NoSuchKind(*query.kind);
   std::vector<std::string> names;
-  if (query.kind && !IsKind(*query.kind)) {
-    for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds)
-      names.emplace_back(kind.keyword);
-    return inspect::NotFound(
-        "no such kind: " + support::NameText(*query.kind) +
-        support::NearText(*query.kind, names,
-                          "kinds are the keywords of sections, such as SENSOR"));
-  }
   for (const Thing& thing : relations.things()) {
     if (!query.IsOfKind(thing)) continue;
     if (thing.name) names.push_back(*thing.name);
@@ -104,6 +89,21 @@ void WriteList(const char* title, const Relations& relations, const std::vector<
 }
 
 }  // namespace
+
+const language::SectionKind* FindKindInAnyCase(const std::string& keyword) {
+  return language::FindRow(language::kSectionKinds, [&](const language::SectionKind& kind) {
+    return strcasecmp(kind.keyword, keyword.c_str()) == 0;
+  });
+}
+
+support::Failure NoSuchKind(const std::string& keyword) {
+  std::vector<std::string> keywords;
+  for (const language::SectionKind& kind : language::kSectionKinds)
+    keywords.emplace_back(kind.keyword);
+  return inspect::NotFound(
+      "no such kind: " + support::NameText(keyword) +
+      support::NearText(keyword, keywords, "kinds are the keywords of sections, such as SENSOR"));
+}
 
 std::vector<std::size_t> FindThings(const Relations& relations, const std::string& query) {
   const Query wanted = QueryOf(query);

@@ -7,10 +7,17 @@
 #include <vector>
 
 #include "browse/relations.h"
+#include "ruxcomp/language/sections.h"
+#include "support/failure.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
 namespace rux::browse {
+
+// The kind of that keyword, in any case; null when there is none.
+const language::SectionKind* FindKindInAnyCase(const std::string& keyword);
+// The failure of a keyword without a kind, which names those near it.
+support::Failure NoSuchKind(const std::string& keyword);
 
 // The numbers of the things that a query names, in the order of the relations:
 //

@@ -36,7 +36,7 @@ std::optional<std::size_t> OrdinalOf(const ruxcomp::Section& section) {
   return section.ordinal();
 }
 
-NamedSections NamesOf(const ruxcomp::Model* model, const SectionKind& kind) {
+NamedSections NamesOf(const ruxcomp::Model* model, const SectionKind& kind, Lister lister) {
   const ruxcomp::Sections sections = model->sections(kind.compiled);
   const auto name = [=](std::size_t i) -> std::optional<std::string> {
     if (!sections[i].has_name()) return std::nullopt;
@@ -49,7 +49,8 @@ NamedSections NamesOf(const ruxcomp::Model* model, const SectionKind& kind) {
       name,
       [=](std::size_t i) { return sections[i].id(); },
       [=](const std::string& sought) { return OrdinalOf(model->section_named(section, sought)); },
-      [=](std::uint32_t id) { return OrdinalOf(model->section_with_id(section, id)); }};
+      [=](std::uint32_t id) { return OrdinalOf(model->section_with_id(section, id)); },
+      lister};
 }
 
 // By the names that entries of that key have. Entries of other classes may have these, too: then
@@ -146,15 +147,15 @@ const compiled::TableCells* MetaView::CellsOf(const SectionKind& kind, std::size
              : nullptr;
 }
 
-Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path) {
+Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path, Lister lister) {
   const SectionKind& kind = KindInMeta(path.front().text);
-  ExpectSection(kind, path);
+  ExpectSection(kind, path, lister);
   const ruxcomp::Sections sections = model.sections(kind.compiled);
   if (sections.empty()) throw NotFound(std::string("there is no ") + kind.keyword + " section");
   auto step = path.begin() + 1;
   FoundEntry at;
   if (kind.HasNames() || inspect::OrdinalOf(*step)) {
-    at.section = sections[FindSection(NamesOf(&model, kind), *step++)];
+    at.section = sections[FindSection(NamesOf(&model, kind, lister), *step++)];
     if (step == path.end()) return {&kind, at.section.ordinal()};
     std::vector<std::string> keys;
     at.entry = FindEntry(at.section, step->text, keys);

@@ -25,7 +25,8 @@ namespace rux::inspect {
 const SectionKind& KindInMeta(const std::string& keyword);
 
 // What a path leads to in a model (FileView::Find).
-Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path);
+Found FindIn(const ruxcomp::Model& model, const std::vector<PathStep>& path,
+             Lister lister = LsCommand);
 
 class MetaView : public FileView {
  public:

@@ -55,10 +55,10 @@ constexpr char kIdSign = '#';
 constexpr char kOrdinalSign = '@';
 
 // IDs that look alike need have nothing in common: a wrong one gets no suggestions.
-std::string ListerOf(const NamedSections& sections) {
+std::string ListingHint(const NamedSections& sections) {
   const std::string which =
       sections.count == 1 ? "the only one" : fmt::format("all {}", sections.count);
-  return fmt::format("'rux ls FILE {}' lists {}", sections.keyword, which);
+  return sections.lister(sections.keyword) + " lists " + which;
 }
 
 std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
@@ -71,7 +71,7 @@ std::size_t ById(const NamedSections& sections, std::uint32_t id) {
     if (sections.id(i) == id) return i;
   }
   throw NotFound("there is no " + sections.keyword + " with the ID " + IdText(id) + "; " +
-                 ListerOf(sections));
+                 ListingHint(sections));
 }
 
 std::size_t ByName(const NamedSections& sections, const std::string& name) {
@@ -86,10 +86,12 @@ std::size_t ByName(const NamedSections& sections, const std::string& name) {
     names.push_back(*other);
   }
   throw NotFound("there is no " + sections.keyword + " " + support::NameText(name) +
-                 support::NearText(name, names, ListerOf(sections)));
+                 support::NearText(name, names, ListingHint(sections)));
 }
 
 }  // namespace
+
+std::string LsCommand(const std::string& keyword) { return "'rux ls FILE " + keyword + '\''; }
 
 std::optional<std::uint32_t> PathStep::NumberAfter(char sign) const {
   if (quoted || text.empty() || text.front() != sign) return std::nullopt;
@@ -133,10 +135,10 @@ std::size_t FindSection(const NamedSections& sections, const PathStep& step) {
   return ByName(sections, step.text);
 }
 
-void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path) {
+void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path,
+                   Lister lister) {
   if (path.size() > 1) return;
-  throw NotFound(
-      fmt::format("the path names no section ('rux ls FILE {}' lists them)", kind.keyword));
+  throw NotFound(fmt::format("the path names no section ({} lists them)", lister(kind.keyword)));
 }
 
 support::Failure PathTooLong() { return BadPath("the path continues after a part of an entry"); }

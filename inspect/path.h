@@ -29,6 +29,11 @@ struct PathStep {
 // quote without its end.
 std::vector<PathStep> ParsePath(const std::string& path);
 
+// The command that lists the sections of a kind, for suggestions: of a compiled file, unless it is
+// another one.
+using Lister = std::string (*)(const std::string& keyword);
+std::string LsCommand(const std::string& keyword);
+
 // The sections of one kind, in file order.
 struct NamedSections {
   std::string keyword;
@@ -39,6 +44,7 @@ struct NamedSections {
   // Faster ways to the ordinal of the first section of that name or ID, where there are any.
   std::function<std::optional<std::size_t>(const std::string&)> named = {};
   std::function<std::optional<std::size_t>(std::uint32_t)> with_id = {};
+  Lister lister = LsCommand;
 };
 
 // The number of a step such as "@0".
@@ -49,7 +55,8 @@ std::optional<std::uint32_t> OrdinalOf(const PathStep& step);
 std::size_t FindSection(const NamedSections& sections, const PathStep& step);
 
 // Throws a Failure of findings when the path names a kind only.
-void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path);
+void ExpectSection(const ruxcomp::language::SectionKind& kind, const std::vector<PathStep>& path,
+                   Lister lister = LsCommand);
 
 // The end of a question that goes on after a part.
 support::Failure PathTooLong();
