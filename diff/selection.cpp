@@ -27,7 +27,6 @@ namespace {
 
 using settings::JsonValue;
 
-constexpr char kAnyClass[] = "any";
 constexpr std::size_t kLargestBaseline = std::size_t{64} << 20;
 
 enum Member : std::size_t { kSchema, kChanges };

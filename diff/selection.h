@@ -20,7 +20,8 @@ void CheckOnly(const std::vector<std::string>& only, const std::vector<machine::
 void KeepOnly(const std::vector<std::string>& only, std::vector<Change>& changes);
 
 // The classes that a word means: those of a category with those nested in it, a class by its id, or
-// all for "any". Throws a Failure of wrong usage that says what may be meant.
+// all for this one. Throws a Failure of wrong usage that says what may be meant.
+inline constexpr char kAnyClass[] = "any";
 std::vector<const ClassRow*> ClassesFor(const std::vector<std::string>& words);
 
 // Changes that are accepted: a file with the class, kind, ID, NAME and entry of each, and the

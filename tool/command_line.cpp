@@ -213,8 +213,9 @@ void Take(const CommandArgument& argument, const std::vector<std::string>& value
     if (!value.empty() && value.back() == kCursor) {
       line.argument = &argument;
       line.begin = last_word.size() - (value.size() - 1);
-    } else if (!argument.is_option()) {
-      line.given.emplace_back(argument.value_name, value);
+    } else {
+      line.given.emplace_back(
+          argument.is_option() ? argument.each_name().back() : argument.value_name, value);
     }
   }
 }

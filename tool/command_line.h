@@ -16,7 +16,7 @@ namespace rux::tool {
 // Failure of the command.
 support::ExitStatus RunCommandLine(int argc, const char* const* argv);
 
-// Values that were given to arguments without a dash, by the names that the help gives those.
+// Values that were given, by the names that the help gives the arguments: "META", "--kind".
 using GivenValues = std::vector<std::pair<std::string, std::string>>;
 
 // A command line that is still being typed.

@@ -1,12 +1,18 @@
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
+#include "diff/classes.h"
+#include "diff/selection.h"
 #include "driver/messages.h"
+#include "ruxcomp/language/sections.h"
+#include "table/columns.h"
 #include "tool/command.h"
 #include "tool/command_line.h"
 #include "tool/completion/completion.h"
@@ -62,6 +68,56 @@ Candidates Paths(const GivenValues& given, const std::string& typed) {
   return debug_meta == nullptr ? Candidates() : Words(DebugMetaPathWords(*debug_meta, typed));
 }
 
+Candidates Names(const GivenValues& given, const std::string& typed) {
+  const std::string* file = FindFile(given, kMachine);
+  return file == nullptr ? Candidates() : Words(NameWords(*file, typed));
+}
+
+// Categories and classes.
+std::vector<Candidate> ChangeWords() {
+  std::vector<Candidate> words;
+  for (const std::string_view category : diff::kCategoryWords)
+    words.push_back({std::string(category), "category"});
+  for (const diff::ClassRow& row : diff::kClasses)
+    words.push_back({std::string(row.message->id), std::string(row.message->summary)});
+  return words;
+}
+
+Candidates UnacceptedChanges(const GivenValues&, const std::string&) {
+  std::vector<Candidate> words = ChangeWords();
+  words.push_back({diff::kAnyClass, "all classes"});
+  return Words(std::move(words));
+}
+
+// The NAMEs of sections are left to the user: they may be those of either machine.
+Candidates ReportedChanges(const GivenValues&, const std::string&) {
+  std::vector<Candidate> words = ChangeWords();
+  for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds)
+    words.push_back({kind.keyword, "kind"});
+  return Words(std::move(words));
+}
+
+// The columns of the table that is given, after `front` and before `rest`.
+Candidates Columns(const GivenValues& given, const std::string& front, const char* rest) {
+  const auto is_kind = [](const auto& value) { return value.first == "--kind"; };
+  const auto chosen = std::find_if(given.begin(), given.end(), is_kind);
+  const ruxcomp::language::SectionKind* kind =
+      ruxcomp::language::FindKind(chosen == given.end() ? "SENSOR" : chosen->second);
+  std::vector<Candidate> words;
+  if (kind == nullptr) return {};
+  for (const std::string& column : table::ColumnNames(*kind))
+    words.push_back({front + column + rest, ""});
+  return Words(std::move(words));
+}
+
+Candidates ColumnLists(const GivenValues& given, const std::string& typed) {
+  return Columns(given, typed.substr(0, typed.rfind(',') + 1), "");
+}
+
+Candidates ColumnsWithValues(const GivenValues& given, const std::string&) {
+  return Columns(given, "", "=");
+}
+
 Candidates MessageIds(const GivenValues&, const std::string&) {
   std::vector<Candidate> ids;
   for (const diagnostics::MessageRow* row : driver::AllMessages().rows()) {
@@ -86,8 +142,19 @@ struct Vocabulary {
   Candidates (*candidates)(const GivenValues& given, const std::string& typed);
 };
 constexpr Vocabulary kVocabularies[] = {
-    {"COMMAND", CommandNames}, {"KIND", Kinds},    {"PATH", Paths},
-    {"NAME", Paths},           {"ID", MessageIds}, {"WHAT", Settings},
+    {"COMMAND", CommandNames},
+    {"KIND", Kinds},
+    {"PATH", Paths},
+    {"NAME", Names},
+    {"ID", MessageIds},
+    {"WHAT", Settings},
+    {"CATEGORY|ID", UnacceptedChanges},
+    {"KIND|NAME|CATEGORY|ID", ReportedChanges},
+    {"COLUMN,...", ColumnLists},
+    {"CONDITION", ColumnsWithValues},
+    {"COLUMN=NAME", ColumnsWithValues},
+    {"COLUMN=AMOUNT", ColumnsWithValues},
+    {"COLUMN=UNIT", ColumnsWithValues},
 };
 
 }  // namespace

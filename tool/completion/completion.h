@@ -33,6 +33,10 @@ Candidates CandidatesFor(const CommandArgument& argument, const GivenValues& giv
 // The kinds of sections that the compiled file holds.
 std::vector<Candidate> KindWords(const std::string& file);
 
+// The names of what a machine has, also after a kind, and IDs after a '#': for `rux refs`
+// (browse/refs.h). Throws a Failure when the file cannot be read.
+std::vector<Candidate> NameWords(const std::string& file, const std::string& typed);
+
 // The path as typed so far, with its last step replaced by each that may be there: names, IDs after
 // a '#', ordinals after a '@'. What cannot be typed is left out, or is there as its ordinal.
 //

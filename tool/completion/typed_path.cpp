@@ -46,12 +46,16 @@ void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, 
   Add(fmt::format("@{}", ordinal), description, rest);
 }
 
+void TypedPath::AddId(std::uint32_t id, const std::string& description, const char* rest) {
+  Add(fmt::format("#0x{:X}", id), description, rest);
+}
+
 void TypedPath::AddSection(const SectionWord& section) {
   const std::string id = section.id ? fmt::format("#0x{:X}", *section.id) : "";
   const std::string name = section.name ? support::NameText(*section.name) : "";
   const bool has_typeable_name = section.name && support::CanBeTyped(*section.name);
   if (NextBegins('#')) {
-    if (!id.empty()) Add(id, name, kGoesOn);
+    if (section.id) AddId(*section.id, name, kGoesOn);
   } else if (NextBegins('@') || !has_typeable_name) {
     AddOrdinal(section.ordinal, name, kGoesOn);
   } else {

@@ -36,6 +36,7 @@ class TypedPath {
   void AddKind(const std::string& keyword, std::size_t count, const char* what = "section");
   void AddName(const std::string& name, const std::string& description, const char* rest = "");
   void AddOrdinal(std::size_t ordinal, const std::string& description, const char* rest = "");
+  void AddId(std::uint32_t id, const std::string& description, const char* rest = "");
   void AddSection(const SectionWord& section);
 
   std::vector<Candidate> TakeWords() { return std::move(words_); }
