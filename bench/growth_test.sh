@@ -1,7 +1,7 @@
 #!/bin/sh
 # What is done for ten times as many things of one kind must not cost more than eleven times as much:
-# counts the instructions that compiling, and what verifies the result, take. Times come and go,
-# instructions do not.
+# counts the instructions that compiling, and what verifies the result, take, and those of comparing
+# with a list. Times come and go, instructions do not.
 #
 #   growth_test.sh GENERATOR RUX
 set -eu
@@ -18,6 +18,36 @@ count() {
   sed -n 's/.* Collected : *\([0-9]*\).*/\1/p' log
 }
 
+# expect_growth NAME SMALL LARGE: reports how much more the second one costs.
+expect_growth() {
+  awk -v name="$1" -v small="$2" -v large="$3" -v start="$start" 'BEGIN {
+    growth = (large - start) / (small - start)
+    printf "%-20s %6.2f\n", name, growth
+    exit growth > 11
+  }' || status=1
+}
+
+# own_properties COUNT FOLDER: a machine whose sensors have a property of their own each, and a list
+# with a column for each of these.
+own_properties() {
+  awk -v count="$1" 'BEGIN {
+    print "[MORVRUX]\nVERSION = 1.0\n[DEFINE]\nVT_CONST = 1\n[SYSTEM]\nTYPE = 2\nMODEL = \"A\"\nFLAG = 0\nRUXLOOP = 1000"
+    print "[GROUP]\nPARENT = 0\nNAME = BOARD\nCHILDGROUP = 0"
+    printf "[PELMGROUP]\nNAME = ALL\nID = 1\nPID = 1\nSENSORS = 1"
+    for (i = 2; i <= count; ++i) printf ", %d", i
+    for (i = 1; i <= count; ++i) {
+      printf "\n[SENSOR]\nPARENT = BOARD\nNAME = S%d\nID = %d\nTYPE = 1\n", i, i
+      printf "INITFLAG = 0\nCONTROLMASK = 0\nP_OWN%d = x\nVALUE = VT_CONST, 0\n", i
+    }
+  }' >"$2/main.rux"
+  "$rux" compile "$2/main.rux" -o "$2/main.meta" 2>"$2/log" || { cat "$2/log"; exit 1; }
+  awk -v count="$1" 'BEGIN {
+    printf "NAME"
+    for (i = 1; i <= count; ++i) printf ",P_OWN%d", i
+    for (i = 1; i <= count; ++i) printf "\nS%d", i
+  }' >"$2/list.csv"
+}
+
 start=$(count --version)
 status=0
 "$generator" shapes >list
@@ -28,10 +58,14 @@ while read -r shape _ full _; do
   done
   small=$(count compile "${shape}400/main.rux")
   large=$(count compile "${shape}40/main.rux")
-  awk -v shape="$shape" -v small="$small" -v large="$large" -v start="$start" 'BEGIN {
-    growth = (large - start) / (small - start)
-    printf "%-20s %6.2f\n", shape, growth
-    exit growth > 11
-  }' || status=1
+  expect_growth "$shape" "$small" "$large"
 done <list
+
+for size in 200 2000; do
+  mkdir "table$size"
+  own_properties $size "table$size"
+done
+small=$(count table table200/main.meta --check table200/list.csv)
+large=$(count table table2000/main.meta --check table2000/list.csv)
+expect_growth own-properties "$small" "$large"
 exit $status

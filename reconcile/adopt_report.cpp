@@ -54,7 +54,7 @@ table::Sheet SheetOf(const Adoption& adoption, const Listing& listing, const std
     cells.insert(cells.begin(), table::TextCell(WordOf(edit)));
     for (const std::string* text : {&edit.value, &edit.reason})
       cells.push_back(text->empty() ? table::Cell() : table::TextCell(*text));
-    sheet.rows.push_back(std::move(cells));
+    sheet.rows.push_back(table::RowOf(std::move(cells)));
   }
   return sheet;
 }

@@ -122,16 +122,37 @@ class Comparer {
 
   void CompareCells(const table::Row& row, const lists::ListRow& listed) {
     bool has_limits = false;
-    for (std::size_t i = 0; i < result_.pairing.columns.size(); ++i) {
-      const ColumnPair& pair = result_.pairing.columns[i];
-      const table::Cell& ours = row.cells[i];
+    ForEachCell(row, listed, [&](const ColumnPair& pair, const table::Cell& ours) {
       const std::string& theirs = listed.CellIn(pair.place);
       has_limits |= pair.column.is_limit() && !(ours.empty() && lists::IsNothing(theirs));
       const std::optional<DifferenceKind> kind = KindOf(pair, row, ours, listed);
       if (kind) AddCell(*kind, pair, row, ours, listed);
-    }
+    });
     const machine::Quantity& quantity = row.subject.quantity;
     if (has_limits && (!quantity.unit || !quantity.is_signed)) ++result_.stored;
+  }
+
+  // use(pair, ours) for each column in which the row or the listed one has something.
+  template <class Use>
+  void ForEachCell(const table::Row& row, const lists::ListRow& listed, Use use) {
+    static const table::Cell empty;
+    auto ours = row.cells.begin();
+    const auto use_ours_before = [&](std::size_t place) {
+      for (; ours != row.cells.end(); ++ours) {
+        const ColumnPair& pair = result_.pairing.columns[ours->column];
+        if (pair.place >= place) return;
+        use(pair, ours->cell);
+      }
+    };
+    for (const lists::ListCell& theirs : listed.cells) {
+      use_ours_before(theirs.column);
+      const ColumnPair* const pair = result_.pairing.FindPlace(theirs.column);
+      if (pair == nullptr) continue;
+      const bool is_of_both =
+          ours != row.cells.end() && &result_.pairing.columns[ours->column] == pair;
+      use(*pair, is_of_both ? (ours++)->cell : empty);
+    }
+    use_ours_before(kNone);
   }
 
   // None when both cells are the same.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -66,7 +68,13 @@ class Pairer {
         list_(list),
         names_(SettingsIn("--map", "COLUMN=NAME", options.names)),
         tolerances_(SettingsIn("--tolerance", "COLUMN=AMOUNT", options.tolerances)),
-        units_(SettingsIn("--unit", "COLUMN=UNIT", options.units)) {}
+        units_(SettingsIn("--unit", "COLUMN=UNIT", options.units)) {
+    for (const Setting& setting : names_) {
+      const std::string ours = table::ColumnFor(kind, setting.name).name;
+      ours_.emplace(setting.value, ours);
+      mapped_[ours].insert(setting.value);
+    }
+  }
 
   Pairing Pair() {
     if (list_.columns.empty()) throw Failure(ExitStatus::kTrouble, "{} has no rows", path_);
@@ -86,12 +94,11 @@ class Pairer {
 
  private:
   void ExpectMappedNames() const {
+    const std::set<std::string_view> headers(list_.columns.begin(), list_.columns.end());
     for (const Setting& setting : names_) {
-      table::ColumnFor(kind_, setting.name);
-      const auto& columns = list_.columns;
-      if (std::find(columns.begin(), columns.end(), setting.value) != columns.end()) continue;
+      if (headers.count(setting.value) > 0) continue;
       throw Failure(ExitStatus::kTrouble, "{} has no column {}{}", path_, setting.value,
-                    support::NearText(setting.value, columns));
+                    support::NearText(setting.value, list_.columns));
     }
   }
 
@@ -113,9 +120,8 @@ class Pairer {
 
   // What the column of the list is in ours.
   std::optional<table::Column> ColumnOf(const std::string& header, const std::string& name) const {
-    for (const Setting& setting : names_) {
-      if (setting.value == header) return table::ColumnFor(kind_, setting.name);
-    }
+    const auto mapped = ours_.find(header);
+    if (mapped != ours_.end()) return table::ColumnFor(kind_, mapped->second);
     for (const lists::Meaning& meaning : format_.meanings) {
       if (meaning.name != name) continue;
       return table::FindColumn(kind_, std::string(ruxcomp::language::KeywordOf(meaning.entry)));
@@ -127,9 +133,9 @@ class Pairer {
 
   // Whether the user says that another column of the list is that one.
   bool IsMapped(const std::string& ours, const std::string& header) const {
-    return std::any_of(names_.begin(), names_.end(), [&](const Setting& setting) {
-      return setting.value != header && table::ColumnFor(kind_, setting.name).name == ours;
-    });
+    const auto headers = mapped_.find(ours);
+    return headers != mapped_.end() &&
+           (headers->second.size() > 1 || *headers->second.begin() != header);
   }
 
   void Add(std::size_t place) {
@@ -151,7 +157,7 @@ class Pairer {
     for (const Setting& setting : tolerances_) {
       if (IsMeant(setting, pair.column.name)) pair.tolerance = ToleranceIn(setting.value);
     }
-    pairing_.columns.push_back(std::move(pair));
+    pairing_.Add(std::move(pair));
   }
 
   const ruxcomp::language::SectionKind& kind_;
@@ -161,15 +167,28 @@ class Pairer {
   const std::vector<Setting> names_;
   const std::vector<Setting> tolerances_;
   const std::vector<Setting> units_;
+  std::map<std::string, std::string> ours_;              // by the headers that are mapped to them
+  std::map<std::string, std::set<std::string>> mapped_;  // the reverse
   Pairing pairing_;
 };
 
 }  // namespace
 
 const ColumnPair* Pairing::Find(std::string_view name) const {
-  const auto found = std::find_if(columns.begin(), columns.end(),
-                                  [&](const ColumnPair& pair) { return pair.column.name == name; });
-  return found == columns.end() ? nullptr : &*found;
+  const auto found = by_name_.find(name);
+  return found == by_name_.end() ? nullptr : &columns[found->second];
+}
+
+const ColumnPair* Pairing::FindPlace(std::size_t place) const {
+  const auto found = std::lower_bound(
+      columns.begin(), columns.end(), place,
+      [](const ColumnPair& pair, std::size_t wanted) { return pair.place < wanted; });
+  return found == columns.end() || found->place != place ? nullptr : &*found;
+}
+
+void Pairing::Add(ColumnPair pair) {
+  by_name_.emplace(pair.column.name, columns.size());
+  columns.push_back(std::move(pair));
 }
 
 Pairing PairColumns(const ruxcomp::language::SectionKind& kind, const lists::Format& format,

@@ -3,6 +3,8 @@
 #define RECONCILE_PAIRING_H_
 
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,11 +37,17 @@ struct ColumnPair {
 };
 
 struct Pairing {
-  std::vector<ColumnPair> columns;
+  std::vector<ColumnPair> columns;   // in the order of the list's columns
   std::vector<std::string> ignored;  // columns of the list that are not compared
 
-  // The pair of that column; null without one.
+  // The pair of that column of ours, and of the list's column at that place; null without one.
   const ColumnPair* Find(std::string_view name) const;
+  const ColumnPair* FindPlace(std::size_t place) const;
+
+  void Add(ColumnPair pair);
+
+ private:
+  std::map<std::string, std::size_t, std::less<>> by_name_;
 };
 
 // A column of a table that people keep is compared when it has our name, one of a program when its

@@ -105,7 +105,7 @@ table::Sheet SheetOf(const Comparison& comparison, const std::string& list_path)
   sheet.columns = DifferenceColumns();
   sheet.rows.reserve(comparison.differences.size());
   for (const Difference& difference : comparison.differences)
-    sheet.rows.push_back(CellsOf(difference, list_path));
+    sheet.rows.push_back(table::RowOf(CellsOf(difference, list_path)));
   return sheet;
 }
 

@@ -24,6 +24,14 @@ std::string TextOf(const Cell& cell) {
   return text;
 }
 
+RowCells RowOf(std::vector<Cell> cells) {
+  RowCells row;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (!cells[i].empty()) row.push_back({i, std::move(cells[i])});
+  }
+  return row;
+}
+
 int Compare(const Cell& a, const Cell& b) {
   if (a.empty() || b.empty()) return static_cast<int>(a.empty()) - static_cast<int>(b.empty());
   const std::optional<double> left = NumberIn(a.texts.front());

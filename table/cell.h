@@ -2,6 +2,7 @@
 #ifndef TABLE_CELL_H_
 #define TABLE_CELL_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,6 +24,26 @@ Cell ListCell(std::vector<std::string> texts);
 
 // What the forms show: the texts, separated by commas.
 std::string TextOf(const Cell& cell);
+
+// The cells of a row that are not empty, in the order of the columns. They are as many as sections
+// have entries; the cells of all rows and columns would be as many as the product.
+struct PlacedCell {
+  std::size_t column;
+  Cell cell;
+};
+using RowCells = std::vector<PlacedCell>;
+
+// Of a row that has the cells of all columns.
+RowCells RowOf(std::vector<Cell> cells);
+
+// use(cell) for each of the columns, which are so many.
+template <class Use>
+void ForEachCell(const RowCells& cells, std::size_t columns, Use use) {
+  static const Cell empty;
+  auto next = cells.begin();
+  for (std::size_t i = 0; i < columns; ++i)
+    use(next != cells.end() && next->column == i ? (next++)->cell : empty);
+}
 
 // What a table is sorted by: -1, 0 or 1. Numbers by what they are, and before texts; what is empty
 // comes last.

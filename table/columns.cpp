@@ -122,17 +122,6 @@ std::string ItemText(const compiled::Datum& datum, bool is_id) {
   return fmt::format(is_id ? "0x{:X}" : "{}", datum.number);
 }
 
-// Those that are not the script's own, for suggestions.
-std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
-  std::vector<std::string> names;
-  for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind))
-    names.emplace_back(entry.keyword);
-  for (const DerivedColumn& derived : kDerivedColumns) {
-    if (FindColumn(kind, derived.name)) names.emplace_back(derived.name);
-  }
-  return names;
-}
-
 }  // namespace
 
 bool Column::is_number() const {
@@ -162,6 +151,16 @@ std::optional<Column> FindColumn(const language::SectionKind& kind, const std::s
   column.entry_class = row->table;
   column.entry_name = language::NameInKey(*row, name);
   return column;
+}
+
+std::vector<std::string> ColumnNames(const language::SectionKind& kind) {
+  std::vector<std::string> names;
+  for (const language::CompiledEntry& entry : language::CompiledEntriesOf(kind))
+    names.emplace_back(entry.keyword);
+  for (const DerivedColumn& derived : kDerivedColumns) {
+    if (FindColumn(kind, derived.name)) names.emplace_back(derived.name);
+  }
+  return names;
 }
 
 Column ColumnFor(const language::SectionKind& kind, const std::string& name) {
@@ -214,7 +213,10 @@ std::vector<std::string> Lists::With(std::uint32_t id) const {
 
 Cell CellOf(const Subject& subject, const Column& column, const Lists& lists) {
   if (column.derived != nullptr) return column.derived->cell(subject, lists);
-  const ruxcomp::Entry entry = EntryOf(subject, column);
+  return CellOf(subject, column, EntryOf(subject, column));
+}
+
+Cell CellOf(const Subject& subject, const Column& column, const ruxcomp::Entry& entry) {
   if (!entry) return {};
   const machine::EntryValue value = machine::ValueOf(entry);
   const bool is_plain = !value.type && value.parts.size() == 1 && value.parts.front().name.empty();

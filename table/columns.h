@@ -69,6 +69,9 @@ std::optional<Column> FindColumn(const language::SectionKind& kind, const std::s
 // The same; throws a Failure of wrong usage instead of none.
 Column ColumnFor(const language::SectionKind& kind, const std::string& name);
 
+// All that the kind has, but for names of the script's own.
+std::vector<std::string> ColumnNames(const language::SectionKind& kind);
+
 // The columns of a table of which none are named.
 std::vector<Column> DefaultColumns(const language::SectionKind& kind);
 
@@ -88,6 +91,8 @@ class Lists {
 };
 
 Cell CellOf(const Subject& subject, const Column& column, const Lists& lists);
+// The same of a column about a key, with its entry at hand.
+Cell CellOf(const Subject& subject, const Column& column, const ruxcomp::Entry& entry);
 
 }  // namespace rux::table
 

@@ -29,10 +29,11 @@ inspect::Cell PiecesOf(const Cell& cell) {
   return pieces;
 }
 
-// write(text) for each cell of a row.
+// write(text) for each column of a row.
 template <class Write>
-void ForEachText(const std::vector<Cell>& cells, Write write) {
-  for (const Cell& cell : cells) write(support::SafeText(TextOf(cell)));
+void ForEachText(const RowCells& cells, const Sheet& sheet, Write write) {
+  ForEachCell(cells, sheet.columns.size(),
+              [&](const Cell& cell) { write(support::SafeText(TextOf(cell))); });
 }
 
 void WriteCell(const std::string& column, const Cell& cell, support::JsonObject& json) {
@@ -42,7 +43,7 @@ void WriteCell(const std::string& column, const Cell& cell, support::JsonObject&
     json.Member(column, *cell.number);
   } else if (cell.number) {
     json.Member(column, support::JsonNumber{cell.texts.front()});
-  } else if (!cell.empty()) {
+  } else {
     json.Member(column, cell.texts.front());
   }
 }
@@ -65,9 +66,10 @@ void WriteText(const Sheet& sheet, support::OutputStyle style, support::TextStre
   std::vector<inspect::Row> rows(1);
   for (const std::string& column : sheet.columns)
     rows.front().push_back({support::SafeText(column)});
-  for (const std::vector<Cell>& cells : sheet.rows) {
+  for (const RowCells& cells : sheet.rows) {
     inspect::Row& row = rows.emplace_back();
-    for (const Cell& cell : cells) row.push_back(PiecesOf(cell));
+    ForEachCell(cells, sheet.columns.size(),
+                [&](const Cell& cell) { row.push_back(PiecesOf(cell)); });
   }
   out += inspect::Grid(rows, 1, style).Text();
 }
@@ -75,9 +77,10 @@ void WriteText(const Sheet& sheet, support::OutputStyle style, support::TextStre
 void WriteCsv(const Sheet& sheet, support::TextStream& out) {
   std::vector<std::string> fields = sheet.columns;
   support::WriteCsvLine(fields, out);
-  for (const std::vector<Cell>& cells : sheet.rows) {
+  for (const RowCells& cells : sheet.rows) {
     fields.clear();
-    for (const Cell& cell : cells) fields.push_back(TextOf(cell));
+    ForEachCell(cells, sheet.columns.size(),
+                [&](const Cell& cell) { fields.push_back(TextOf(cell)); });
     support::WriteCsvLine(fields, out);
   }
 }
@@ -93,9 +96,9 @@ void WriteMarkdown(const Sheet& sheet, support::TextStream& out) {
   out += "\n|";
   for (std::size_t i = 0; i < sheet.columns.size(); ++i) out += "---|";
   out += '\n';
-  for (const std::vector<Cell>& cells : sheet.rows) {
+  for (const RowCells& cells : sheet.rows) {
     out += '|';
-    ForEachText(cells, write);
+    ForEachText(cells, sheet, write);
     out += '\n';
   }
 }
@@ -110,9 +113,9 @@ void WriteHtml(const Sheet& sheet, support::TextStream& out) {
       out +=
           fmt::format("<th scope=\"col\">{}</th>", support::MarkupText(support::SafeText(column)));
     out += "</tr>\n";
-    for (const std::vector<Cell>& cells : sheet.rows) {
+    for (const RowCells& cells : sheet.rows) {
       out += "<tr>";
-      ForEachText(cells, [&](const std::string& text) {
+      ForEachText(cells, sheet, [&](const std::string& text) {
         out += fmt::format("<td>{}</td>", support::MarkupText(text));
       });
       out += "</tr>\n";
@@ -124,8 +127,9 @@ void WriteHtml(const Sheet& sheet, support::TextStream& out) {
 
 void WriteRows(const Sheet& sheet, support::JsonObject& json) {
   json.Array("columns", [&](support::JsonArray& columns) { columns.Items(sheet.columns); });
-  json.Objects("rows", sheet.rows, [&](support::JsonObject& row, const std::vector<Cell>& cells) {
-    for (std::size_t i = 0; i < cells.size(); ++i) WriteCell(sheet.columns[i], cells[i], row);
+  json.Objects("rows", sheet.rows, [&](support::JsonObject& row, const RowCells& cells) {
+    for (const PlacedCell& placed : cells)
+      WriteCell(sheet.columns[placed.column], placed.cell, row);
   });
 }
 

@@ -16,10 +16,10 @@ namespace rux::table {
 
 // What is printed: a table of a machine, or one of what was found in it.
 struct Sheet {
-  std::string title;                    // of a page
-  std::vector<std::string> lines;       // before the table, for people
-  std::vector<std::string> columns;     // what heads them
-  std::vector<std::vector<Cell>> rows;  // a cell for each column
+  std::string title;                 // of a page
+  std::vector<std::string> lines;    // before the table, for people
+  std::vector<std::string> columns;  // what heads them
+  std::vector<RowCells> rows;
 };
 
 Sheet SheetOf(const MachineTable& table);

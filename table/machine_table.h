@@ -14,7 +14,7 @@ namespace rux::table {
 
 struct Row {
   Subject subject;
-  std::vector<Cell> cells;  // one for each column
+  RowCells cells;
 };
 
 // The machine must outlive it.
@@ -28,6 +28,7 @@ struct MachineTable {
 // The keywords of the kinds that have tables: those whose sections have NAMEs.
 std::vector<std::string> KindNames();
 
+// Takes time by the columns and the entries of all sections.
 MachineTable MakeTable(const machine::Machine& machine, const language::SectionKind& kind,
                        std::vector<Column> columns);
 // The same with the limits measured as those of another machine, which has the same sections.
