@@ -18,7 +18,7 @@
 #include "diff/matching.h"
 #include "diff/order.h"
 #include "diff/placed.h"
-#include "diff/sections.h"
+#include "diff/section_comparer.h"
 #include "machine/machine.h"
 #include "machine/origins.h"
 #include "ruxcomp/language/entries.h"

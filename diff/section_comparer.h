@@ -1,6 +1,6 @@
 // The differences between two sections that are the same one.
-#ifndef DIFF_SECTIONS_H_
-#define DIFF_SECTIONS_H_
+#ifndef DIFF_SECTION_COMPARER_H_
+#define DIFF_SECTION_COMPARER_H_
 
 #include <vector>
 
@@ -36,4 +36,4 @@ class SectionComparer {
 
 }  // namespace rux::diff
 
-#endif  // DIFF_SECTIONS_H_
+#endif  // DIFF_SECTION_COMPARER_H_

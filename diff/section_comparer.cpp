@@ -1,4 +1,4 @@
-#include "diff/sections.h"
+#include "diff/section_comparer.h"
 
 #include <fmt/format.h>
 
@@ -95,7 +95,7 @@ bool SectionComparer::AreAlike(const PlacedSection& before, const PlacedSection&
     const ruxcomp::Entry match = *other;
     ++other;
     if (!AreSameKeys(entry, match)) return false;
-    if (IsLabel(entry)) continue;
+    if (machine::IsLabel(entry)) continue;
     const language::SectionKind* kind =
         matching_.has_new_ids() ? KindOfIds({before, entry}) : nullptr;
     if (!matching_.AreSameValues(kind, entry.values(), match.values())) return false;
