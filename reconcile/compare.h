@@ -40,6 +40,8 @@ struct Difference {
   table::Cell ours = {};
   std::string theirs = {};
   std::optional<machine::Place> place = {};  // of the entry or section, where that is known
+
+  bool is_of_limit() const { return column != nullptr && column->column.is_limit(); }
 };
 
 struct Comparison {
