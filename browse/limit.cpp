@@ -6,7 +6,6 @@
 #include "compiled/datum.h"
 #include "machine/machine.h"
 #include "machine/value.h"
-#include "ruxcomp/language/entries.h"
 #include "ruxcomp/model/handles.h"
 
 namespace rux::browse {
@@ -19,9 +18,7 @@ std::string Limit::Text() const {
 
 std::optional<Limit> LimitIn(const machine::Machine& machine, const ruxcomp::Section& section,
                              const ruxcomp::Entry& entry) {
-  using ruxcomp::language::FindCompiledEntryRow;
-  const ruxcomp::language::EntryRow* row = FindCompiledEntryRow(entry.identifier());
-  if (row == nullptr || ruxcomp::language::FindLimit(row->source) == nullptr) return std::nullopt;
+  if (machine::LimitWith(entry.identifier()) == nullptr) return std::nullopt;
   const compiled::Datum datum = machine::DatumOf(entry.value());
   if (!datum.IsNumber()) return std::nullopt;
   return Limit{datum.number, machine.QuantityOf(section)};

@@ -19,10 +19,6 @@
 namespace rux::browse {
 namespace {
 
-bool IsLabel(const ruxcomp::Entry& entry) {
-  return entry.identifier() == RUX_ENTRY_NAME || entry.identifier() == RUX_ENTRY_ID;
-}
-
 bool IsMembership(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
   const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
   return row != nullptr &&
@@ -67,7 +63,7 @@ class MachineRelations::Reader {
       std::size_t number = 0;
       for (const ruxcomp::Entry entry : section.entries()) {
         const bool is_thing = kind.naming == language::Naming::kByKeys;
-        if (!IsLabel(entry))
+        if (!machine::IsLabel(entry))
           AddLinksOf({&kind, ordinal, is_thing ? number : kWhole}, section, entry);
         ++number;
       }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "machine/value.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/rows.h"
 #include "ruxcomp/language/sections.h"
@@ -64,9 +65,9 @@ const Row* FindClasses(const Rows& rows, const language::SectionKind& kind, std:
 }  // namespace
 
 EntryClasses ClassesOf(const language::SectionKind& kind, std::uint32_t identifier) {
-  const language::EntryRow* fixed = language::FindCompiledEntryRow(identifier);
-  if (fixed != nullptr && language::FindLimit(fixed->source) != nullptr)
+  if (machine::LimitWith(identifier) != nullptr)
     return {ClassId::kLimitAdded, ClassId::kLimitRemoved, ClassId::kLimitChanged};
+  const language::EntryRow* fixed = language::FindCompiledEntryRow(identifier);
   const Row* row = fixed != nullptr ? FindClasses(kEntryRows, kind, fixed->source)
                                     : FindClasses(kTableRows, kind, language::ClassOf(identifier));
   if (row != nullptr) return row->classes;

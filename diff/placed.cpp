@@ -32,17 +32,12 @@ Side PlacedSection::SideFor(std::string_view key) const {
 std::string PlacedEntry::Key() const { return machine::KeyOf(section.section, entry); }
 Side PlacedEntry::SideOf() const { return section.SideFor(Key()); }
 
-bool IsLabel(const ruxcomp::Entry& entry) {
-  return entry.identifier() == RUX_ENTRY_NAME || entry.identifier() == RUX_ENTRY_ID;
-}
-
 const language::SectionKind* KindOfIds(const PlacedEntry& entry) {
   return machine::KindOfCompiledIds(entry.section.kind->compiled, entry.entry.identifier());
 }
 
 const language::LimitRow* LimitOf(const PlacedEntry& entry) {
-  const language::EntryRow* row = language::FindCompiledEntryRow(entry.entry.identifier());
-  return row == nullptr ? nullptr : language::FindLimit(row->source);
+  return machine::LimitWith(entry.entry.identifier());
 }
 
 std::string IdText(const machine::Machine& machine, const language::SectionKind& kind,
@@ -67,7 +62,7 @@ std::string TextOf(const PlacedEntry& entry) {
 std::vector<PlacedEntry> EntriesOf(const PlacedSection& section) {
   std::vector<PlacedEntry> entries;
   for (const ruxcomp::Entry entry : section.section.entries()) {
-    if (!IsLabel(entry)) entries.push_back({section, entry});
+    if (!machine::IsLabel(entry)) entries.push_back({section, entry});
   }
   return entries;
 }

@@ -52,7 +52,6 @@ std::string TextOf(const PlacedEntry& entry);
 
 // All but those that say what the section is called.
 std::vector<PlacedEntry> EntriesOf(const PlacedSection& section);
-bool IsLabel(const ruxcomp::Entry& entry);
 
 }  // namespace rux::diff
 

@@ -27,6 +27,15 @@ namespace rux::machine {
 
 namespace language = ruxcomp::language;
 
+bool IsLabel(const ruxcomp::Entry& entry) {
+  return entry.identifier() == RUX_ENTRY_NAME || entry.identifier() == RUX_ENTRY_ID;
+}
+
+const language::LimitRow* LimitWith(std::uint32_t identifier) {
+  const language::EntryRow* row = language::FindCompiledEntryRow(identifier);
+  return row == nullptr ? nullptr : language::FindLimit(row->source);
+}
+
 compiled::Datum DatumOf(const ruxcomp::Value& value) {
   if (const std::optional<compiled::Datum> immediate = compiled::ImmediateDatum(value.index()))
     return *immediate;

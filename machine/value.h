@@ -1,4 +1,4 @@
-// The values of a compiled entry, by the names of their parts, and what they stand for.
+// The values of a compiled entry, by the names of their parts, and what they mean.
 #ifndef MACHINE_VALUE_H_
 #define MACHINE_VALUE_H_
 
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "compiled/datum.h"
+#include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
@@ -29,6 +30,12 @@ struct EntryValue {
   std::string written_type = {};  // as the script wrote it; empty when that is not known
 };
 
+// Whether the entry says what its section is called: its NAME or ID.
+bool IsLabel(const ruxcomp::Entry& entry);
+
+// The limit that an entry with that identifier of the meta file is; null for any other entry.
+const ruxcomp::language::LimitRow* LimitWith(std::uint32_t identifier);
+
 // Whether the part of a value of that type is where something is on a bus.
 bool IsAddress(std::uint32_t type, std::string_view part);
 
@@ -45,7 +52,7 @@ const ruxcomp::language::SectionKind* KindOfNames(std::uint32_t index_class);
 ruxcomp::Section SectionFor(const ruxcomp::Model& model, const ruxcomp::language::SectionKind* ids,
                             const compiled::Datum& datum);
 
-// What a value stands for, with names as a script writes them.
+// What a value is, with names as a script writes them.
 compiled::Datum DatumOf(const ruxcomp::Value& value);
 
 // Value, global and repeater entries have the parts that the library's selectors pick; what no
