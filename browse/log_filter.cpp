@@ -24,6 +24,7 @@
 #include "ruxcomp/model/handles.h"
 #include "support/ascii.h"
 #include "support/failure.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -192,7 +193,7 @@ const std::string& LogFilter::TextOf(Ordinal ordinal) {
   const language::SectionKind& kind = language::KindOf(language::SECTION_SENSOR);
   const ruxcomp::Section sensor = machine_.model().sections(kind.compiled)[ordinal];
   text = " [";
-  if (const auto id = sensor.id()) text += fmt::format("#0x{:X} ", *id);
+  if (const auto id = sensor.id()) text += support::IdText(*id) + ' ';
   text += support::Shortened(support::NameText(sensor.name()));
   for (const ruxcomp::Entry entry : sensor.entries()) {
     const std::optional<Limit> limit = LimitIn(machine_, sensor, entry);

@@ -196,8 +196,7 @@ void Overview::WriteItems(std::size_t thing, support::JsonObject& json) const {
 }
 
 void Overview::Write(support::JsonObject& json) const {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("file", machine_.name());
   WriteThing(json, relations_.things()[thing_]);
   json.Array("groups", [&](support::JsonArray& groups) {

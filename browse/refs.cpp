@@ -136,8 +136,7 @@ void WriteRefs(const Relations& relations, const std::vector<std::size_t>& thing
 
 void WriteRefs(const Relations& relations, const std::vector<std::size_t>& things,
                const std::string& file, support::JsonObject& json) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("file", file);
   json.Objects("things", things, [&](support::JsonObject& object, std::size_t number) {
     WriteThing(object, relations.things()[number]);

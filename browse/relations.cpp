@@ -1,7 +1,5 @@
 #include "browse/relations.h"
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -16,7 +14,7 @@ namespace rux::browse {
 
 std::string Thing::Title() const {
   std::string text = kind->keyword;
-  if (id) text += fmt::format(" #0x{:X}", *id);
+  if (id) text += ' ' + support::IdText(*id);
   if (name) text += ' ' + support::NameText(*name);
   if (!key.empty()) text += ' ' + support::SafeText(key);
   if (number) text += " = " + support::NumberText(*number);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::diff {
@@ -26,7 +27,7 @@ void Add(std::uint64_t& hash, std::string_view text) {
 std::string Change::SectionText() const {
   std::string text = kind->keyword;
   const Side& side = subject();
-  if (side.id) text += fmt::format(" #0x{:X}", *side.id);
+  if (side.id) text += ' ' + support::IdText(*side.id);
   if (side.name) text += ' ' + support::NameText(*side.name);
   return text;
 }

@@ -50,8 +50,7 @@ void WriteText(const Pairing& pairing, bool uses_colour, support::TextStream& ou
 }
 
 void WriteMatch(const Pairing& pairing, support::JsonObject& json) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("meta", pairing.meta);
   json.Member("debug_meta", pairing.debug_meta);
   json.Member("match", pairing.belongs());

@@ -112,7 +112,7 @@ void WriteStatistics(const Report& report, support::TextStream& out) {
 
 void WriteJson(const Report& report, support::TextStream& out) {
   support::WriteJson(out, [&](support::JsonObject& json) {
-    json.Member("schema", 1);
+    json.Schema(1);
     json.Member("before", report.before.name);
     json.Member("after", report.after.name);
     json.Object("counts", [&](support::JsonObject& counts) {

@@ -100,8 +100,7 @@ std::vector<std::string> FormatPieces(std::uint32_t version, std::uint32_t creat
 
 void WriteTitle(support::JsonObject& json, const std::string& path, compiled::Form form,
                 std::uint32_t version, std::uint32_t creation_time) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   WriteForm(json, form);
   WriteText(json, "file", path);
   json.Member("version", version);

@@ -15,6 +15,7 @@
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/nearest.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::inspect {
@@ -61,8 +62,6 @@ std::string ListingHint(const NamedSections& sections) {
   return sections.lister(sections.keyword) + " lists " + which;
 }
 
-std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
-
 std::size_t ById(const NamedSections& sections, std::uint32_t id) {
   if (sections.with_id) {
     if (const auto ordinal = sections.with_id(id)) return *ordinal;
@@ -70,7 +69,7 @@ std::size_t ById(const NamedSections& sections, std::uint32_t id) {
   for (std::size_t i = 0; i < sections.count; ++i) {
     if (sections.id(i) == id) return i;
   }
-  throw NotFound("there is no " + sections.keyword + " with the ID " + IdText(id) + "; " +
+  throw NotFound("there is no " + sections.keyword + " with the ID " + support::IdText(id) + "; " +
                  ListingHint(sections));
 }
 

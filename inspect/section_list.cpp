@@ -17,6 +17,7 @@
 #include "ruxcomp/language/sections.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/pattern.h"
 #include "support/safe_text.h"
 #include "support/terminal.h"
@@ -93,7 +94,7 @@ Cell CellOf(const KeyedValue& entry) {
 Row NamedRow(const FileView& view, const SectionKind& kind, std::size_t ordinal, bool is_long) {
   const SectionLabel label = view.LabelOf(kind, ordinal);
   Row row = {{fmt::format("@{}", ordinal)},
-             label.id ? Cell{fmt::format("#0x{:X}", *label.id)} : Cell(),
+             label.id ? Cell{support::IdText(*label.id)} : Cell(),
              label.name ? Cell{support::NameText(*label.name)} : Cell()};
   if (!is_long) return row;
   for (const KeyedValue& entry : LongEntries(view, kind, ordinal)) row.push_back(CellOf(entry));

@@ -1,7 +1,5 @@
 #include "inspect/where.h"
 
-#include <fmt/format.h>
-
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -14,6 +12,7 @@
 #include "sources/source_file.h"
 #include "support/failure.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/terminal.h"
 #include "support/wrap.h"
@@ -30,7 +29,7 @@ const compiled::DebugObject& ObjectOf(const DebugFound& found) {
 std::vector<std::string> LabelPieces(const compiled::DebugMeta& meta,
                                      const compiled::DebugSection& section) {
   std::vector<std::string> pieces;
-  if (const auto id = IdOf(meta, section)) pieces.push_back(fmt::format("#0x{:X}", *id));
+  if (const auto id = IdOf(meta, section)) pieces.push_back(support::IdText(*id));
   if (const auto name = NameOf(section)) pieces.push_back(support::NameText(*name));
   return pieces;
 }
@@ -71,8 +70,7 @@ std::string PlacesText(const compiled::DebugMeta& meta, const std::vector<DebugF
 
 void WritePlaces(support::JsonObject& json, const std::string& file,
                  const compiled::DebugMeta& meta, const std::vector<DebugFound>& places) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("file", file);
   json.Objects("places", places, [&](support::JsonObject& object, const DebugFound& found) {
     const compiled::DebugObject& at = ObjectOf(found);

@@ -61,8 +61,7 @@ table::Sheet SheetOf(const Adoption& adoption, const Listing& listing, const std
 
 void WriteAdoption(const Adoption& adoption, const Listing& listing, const std::string& machine,
                    bool is_made, const table::Sheet& sheet, support::JsonObject& json) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("file", machine);
   json.Member("list", listing.path);
   json.Member("kind", listing.kind.keyword);

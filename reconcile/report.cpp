@@ -118,8 +118,7 @@ void WriteNotes(const Comparison& comparison, support::JsonObject& json) {
 
 void WriteComparison(const Comparison& comparison, const std::string& list_path,
                      const table::Sheet& sheet, support::JsonObject& json) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("file", comparison.table.machine.name());
   json.Member("list", list_path);
   json.Member("kind", comparison.table.kind.keyword);

@@ -149,8 +149,7 @@ std::vector<Problem> ProblemsIn(const Manifest& manifest, const Inspection& insp
 
 void WriteProblems(support::JsonObject& json, const Inspection& inspection,
                    const Manifest& manifest, const std::vector<Problem>& problems) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("manifest", inspection.manifest);
   json.Member("valid", problems.empty());
   json.Member("files", manifest.files.size());

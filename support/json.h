@@ -79,6 +79,10 @@ class JsonObject : public JsonScope {
     Write(value);
   }
 
+  // The member "schema": of what version the document is. To be raised when a member changes its
+  // meaning or is removed.
+  void Schema(std::uint32_t version) { Member("schema", version); }
+
   // fill(JsonObject&)
   template <class Fill>
   void Object(std::string_view key, Fill fill) {

@@ -15,6 +15,8 @@ std::string NumberText(std::uint32_t number) {
   return fmt::format("{0} (0x{0:X}, {1})", number, with_sign);
 }
 
+std::string IdText(std::uint32_t id) { return fmt::format("#0x{:X}", id); }
+
 std::string CountText(std::size_t count, std::string_view noun) {
   const std::string_view ending = noun.back() == 'x' ? "es" : "s";
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : ending);

@@ -13,6 +13,9 @@ namespace rux::support {
 // "4294967276 (0xFFFFFFEC, -20)".
 std::string NumberText(std::uint32_t number);
 
+// An ID, as paths of queries have it: "#0x101"
+std::string IdText(std::uint32_t id);
+
 // "1 change", "2 changes", "3 fixes"
 std::string CountText(std::size_t count, std::string_view noun);
 

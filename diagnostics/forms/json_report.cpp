@@ -17,9 +17,6 @@ namespace {
 using support::JsonArray;
 using support::JsonObject;
 
-// Raised when a member is removed or changes its meaning.
-constexpr std::size_t kSchema = 1;
-
 // Longer ones are nothing to show, and may be as long as a script.
 constexpr std::size_t kLongestLine = 1000;
 
@@ -91,7 +88,7 @@ void WriteOneOfMany(const Report& report, const Diagnostic& diagnostic, support:
 }
 
 void WriteVersion(JsonObject& json) {
-  json.Member("schema", kSchema);
+  json.Schema(1);
   json.Member("version", RUX_TOOL_VERSION);
 }
 

@@ -115,8 +115,7 @@ void PrintForm(const TableOptions& options, const table::Sheet& sheet, Write wri
 void PrintTable(const TableOptions& options, const table::MachineTable& table) {
   const table::Sheet sheet = table::SheetOf(table);
   PrintForm(options, sheet, [&](support::JsonObject& json) {
-    constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
-    json.Member("schema", kSchema);
+    json.Schema(1);
     json.Member("file", options.machine.file);
     json.Member("kind", table.kind.keyword);
     table::WriteRows(sheet, json);

@@ -133,10 +133,9 @@ bool VerifyEach(const std::vector<std::string>& files, Report report) {
 }
 
 bool VerifyForPrograms(const std::vector<std::string>& files) {
-  constexpr std::size_t kSchema = 1;  // raised when a member changes its meaning or is removed
   bool are_sound = false;
   support::PrintOut(support::JsonDocument([&](JsonObject& json) {
-    json.Member("schema", kSchema);
+    json.Schema(1);
     json.Array("files", [&](JsonArray& list) {
       are_sound = VerifyEach(files, [&](const Result& result) {
         list.Object([&](JsonObject& object) { WriteResult(object, result); });

@@ -47,11 +47,11 @@ void TypedPath::AddOrdinal(std::size_t ordinal, const std::string& description, 
 }
 
 void TypedPath::AddId(std::uint32_t id, const std::string& description, const char* rest) {
-  Add(fmt::format("#0x{:X}", id), description, rest);
+  Add(support::IdText(id), description, rest);
 }
 
 void TypedPath::AddSection(const SectionWord& section) {
-  const std::string id = section.id ? fmt::format("#0x{:X}", *section.id) : "";
+  const std::string id = section.id ? support::IdText(*section.id) : "";
   const std::string name = section.name ? support::NameText(*section.name) : "";
   const bool has_typeable_name = section.name && support::CanBeTyped(*section.name);
   if (NextBegins('#')) {
