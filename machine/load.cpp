@@ -14,7 +14,6 @@
 #include <utility>
 #include <vector>
 
-#include "compiled/compiled_file.h"
 #include "compiled/debug_meta.h"
 #include "decompile/decompile.h"
 #include "findings/message_row.h"
