@@ -21,6 +21,10 @@ struct Fault {
   std::string reason;  // what is there and why it cannot be
 };
 
+// Of a file that cannot be read, which has no record.
+inline Fault UnreadableFile(std::string reason) { return {0, "file", "path", std::move(reason)}; }
+inline bool IsUnreadable(const Fault& fault) { return fault.field == "path"; }
+
 // All faults are counted, the first ones are kept. Later ones may follow from earlier ones.
 class Faults {
  public:

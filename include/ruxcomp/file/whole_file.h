@@ -53,13 +53,13 @@ class WholeFile {
   std::optional<Fault> Open() {
     struct stat status {};
     if (stat(path_, &status) != 0) return SystemFault("it cannot be opened: ");
-    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    if (!S_ISREG(status.st_mode)) return UnreadableFile("it is not a regular file");
     number_ =
         Uninterrupted([&] { return open(path_, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
     if (number_ < 0 || fstat(number_, &status) != 0) return SystemFault("it cannot be opened: ");
-    if (!S_ISREG(status.st_mode)) return FaultOf("it is not a regular file");
+    if (!S_ISREG(status.st_mode)) return UnreadableFile("it is not a regular file");
     if (static_cast<unsigned long long>(status.st_size) > kMostFileBytes) {
-      return FaultOf(ReasonText("it is larger than {} MiB", {kMostFileBytes >> 20}));
+      return UnreadableFile(ReasonText("it is larger than {} MiB", {kMostFileBytes >> 20}));
     }
     size_ = static_cast<std::size_t>(status.st_size);
     return std::nullopt;
@@ -76,7 +76,7 @@ class WholeFile {
       if (read_now == 0) break;
       size += static_cast<std::size_t>(read_now);
     }
-    if (size == content.size()) return FaultOf("it grew while it was read");
+    if (size == content.size()) return UnreadableFile("it grew while it was read");
     content.resize(size);
     bytes = std::move(content);
     return std::nullopt;
@@ -89,9 +89,8 @@ class WholeFile {
     return std::nullopt;
   }
 
-  static Fault FaultOf(std::string reason) { return {0, "file", "path", std::move(reason)}; }
   static Fault SystemFault(const char* failure) {
-    return FaultOf(failure + std::generic_category().message(errno));
+    return UnreadableFile(failure + std::generic_category().message(errno));
   }
 
   const char* const path_;
