@@ -2,6 +2,7 @@
 // that says nothing.
 //
 //   language_tables TABLE
+//   language_tables c-header   numbers by name, as include/ruxmeta/numbers.h
 //   language_tables python     all of them as python/ruxmeta/_language.py
 //
 //   sections       keyword, source identifier, compiled identifier, form, naming, uniqueness
@@ -19,6 +20,7 @@
 #include <string_view>
 #include <vector>
 
+#include "docs/tables/c_header.h"
 #include "docs/tables/python_module.h"
 #include "docs/tables/words.h"
 #include "ruxcomp/language/entries.h"
@@ -136,6 +138,8 @@ void PrintSymbolTables() {
   }
 }
 
+void PrintCHeader() { std::fputs(CHeader().c_str(), stdout); }
+
 void PrintPython() { std::fputs(PythonModule().c_str(), stdout); }
 
 constexpr struct {
@@ -146,7 +150,7 @@ constexpr struct {
     {"entries", PrintEntries},        {"value-types", PrintValueTypes},
     {"operators", PrintOperators},    {"selectors", PrintSelectors},
     {"last-errors", PrintLastErrors}, {"symbol-tables", PrintSymbolTables},
-    {"python", PrintPython},
+    {"c-header", PrintCHeader},       {"python", PrintPython},
 };
 
 }  // namespace
