@@ -26,8 +26,8 @@ ROW = re.compile(r"^\| `([a-z_/]+)/` \|([^|]*)\|[^|]*\|([^|]*)\|$", re.MULTILINE
 DECLARATION = re.compile(r"^(?!//|#)\S", re.MULTILINE)
 NAMESPACE = re.compile(r"^namespace (rux\S*) \{\n(?!(?:(?:class|struct) \w+;\n)+\})", re.MULTILINE)
 # The headers that programs include declare records and functions without a namespace.
-INTERFACE = "include/ruxcomp"
-EXPORT_MAPS = ("include/libruxcomp.map", "reader/libruxrsparser.map")
+INTERFACES = ("include", "include/ruxcomp", "include/ruxmeta")
+EXPORT_MAPS = ("include/libruxcomp.map", "reader/libruxrsparser.map", "c_interface/libruxmeta.map")
 
 
 def read_rooms(page):
@@ -71,7 +71,7 @@ def check_namespaces(name, text, namespace, exported, problems):
         if not (other + "::").startswith(namespace + "::"):
             problems.append(f"{name} declares names in {other}, not in {namespace}")
     is_list = name.endswith(".def") or not DECLARATION.search(text)
-    is_interface = pathlib.PurePath(name).parent.as_posix() == INTERFACE
+    is_interface = pathlib.PurePath(name).parent.as_posix() in INTERFACES
     if not declared and not is_list and not is_interface and not exported.search(text):
         problems.append(f"{name} declares names outside of {namespace}")
 
