@@ -12,8 +12,9 @@ constexpr int kRounds = 3;
 // What caches cost: twice the time for ten times the model is still called flat.
 constexpr double kFlat = 0.3;
 
-// Who of ours did the job: the plain functions, or the read model on top of them.
-const char* const kOurs[] = {"ours", "model"};
+// Who of ours did the job: the plain functions, the read model, or the read model through its C
+// interface, which is compared with the read model itself.
+const char* const kOurs[] = {"ours", "model", "c"};
 
 struct MicroTarget {
   const char* job;
@@ -34,6 +35,10 @@ const MicroTarget kTargets[] = {
     {"sensor by name", "model", "flatbuffers", 0, {{Target::kRatio, 2}}},
     {"one field", "model", "", 0, {{Target::kValue, 10e-9}}},
     {"walk", "model", "", 10000, {{Target::kValue, 1e-3}}},
+    {"sensor by ID", "c", "model", 0, {{Target::kRatio, 1.2}}},
+    {"sensor by name", "c", "model", 0, {{Target::kRatio, 1.2}}},
+    {"load", "c", "model", 0, {{Target::kRatio, 1.2}}},
+    {"walk", "c", "model", 10000, {{Target::kRatio, 1.2}}},
 };
 
 struct Job {
@@ -95,12 +100,13 @@ void AddRows(Report& report, const Job& job, const std::string& who) {
     report.Add({"plain", label, size, Unit::kSeconds, our_time, peer, their_time,
                 Targets(job.name, who, peer, size)});
   };
-  const auto is_ours = [](const std::string& name) {
-    return std::find(kOurs, std::end(kOurs), name) != std::end(kOurs);
+  const auto is_peer = [&](const std::string& name) {
+    if (who == "c") return name == "model";
+    return std::find(kOurs, std::end(kOurs), name) == std::end(kOurs);
   };
   for (const auto& [size, our_times] : ours->second) add(size, Median(our_times), "", 0);
   for (const auto& [peer, their_sizes] : job.times) {
-    if (is_ours(peer)) continue;
+    if (!is_peer(peer)) continue;
     for (const auto& [size, our_times] : ours->second) {
       const auto theirs = their_sizes.find(size);
       if (theirs != their_sizes.end()) add(size, Median(our_times), peer, Median(theirs->second));

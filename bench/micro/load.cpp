@@ -7,6 +7,7 @@
 #include "bench/micro/measure.h"
 #include "bench/micro/peers.h"
 #include "ruxcomp/ruxcomp.h"
+#include "ruxmeta.h"
 
 namespace {
 
@@ -27,6 +28,17 @@ void OpenModel(benchmark::State& state) {
     Require(model.has_value(), "Model::Open");
     state.PauseTiming();
     model.reset();
+    state.ResumeTiming();
+  }
+}
+
+void OpenModelForC(benchmark::State& state) {
+  const std::string path = ModelFile{Sensors(state), "meta"}.Made();
+  for (auto _ : state) {
+    ruxmeta_model* model = nullptr;
+    Require(ruxmeta_open(path.c_str(), &model, nullptr) == RUXMETA_OK, "ruxmeta_open");
+    state.PauseTiming();
+    ruxmeta_close(model);
     state.ResumeTiming();
   }
 }
@@ -71,6 +83,7 @@ void CheckFlat(benchmark::State& state) {
 int main(int argc, char** argv) {
   Measure("load/ours", Meta);
   Measure("load/model", OpenModel);
+  Measure("load/c", OpenModelForC);
   Measure("load/libfdt", CheckTree);
   Measure("load/flatbuffers", CheckFlat);
   Measure("model of what is loaded/ours", MakeModel);

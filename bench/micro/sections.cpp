@@ -6,6 +6,7 @@
 #include "bench/micro/measure.h"
 #include "bench/micro/peers.h"
 #include "ruxcomp/ruxcomp.h"
+#include "ruxmeta.h"
 
 namespace {
 
@@ -64,6 +65,20 @@ void ModelByIndex(benchmark::State& state) {
             [&](std::uint32_t i) { return model.sections(RUX_SECT_SENSOR)[i]; });
 }
 
+void CById(benchmark::State& state) {
+  const ruxmeta_model* model = CModelOf(Sensors(state));
+  AskInTurn(state, KnownPicks(Sensors(state), IdOf), [=](std::uint32_t id) {
+    return ruxmeta_find_section_by_id(model, RUXMETA_SECTION_SENSOR, id);
+  });
+}
+
+void CByName(benchmark::State& state) {
+  const ruxmeta_model* model = CModelOf(Sensors(state));
+  AskInTurn(state, KnownPicks(Sensors(state), NameOf), [=](const std::string& name) {
+    return ruxmeta_find_section(model, RUXMETA_SECTION_SENSOR, name.c_str());
+  });
+}
+
 void NodeById(benchmark::State& state) {
   const void* tree = Tree(Sensors(state));
   AskInTurn(state, KnownPicks(Sensors(state), IdOf), [=](std::uint32_t id) {
@@ -112,10 +127,12 @@ void KeyByIndex(benchmark::State& state) {
 int main(int argc, char** argv) {
   Measure("sensor by ID/ours", ById);
   Measure("sensor by ID/model", ModelById);
+  Measure("sensor by ID/c", CById);
   Measure("sensor by ID/libfdt", NodeById);
   Measure("sensor by ID/flatbuffers", KeyById);
   Measure("sensor by name/ours", ByName);
   Measure("sensor by name/model", ModelByName);
+  Measure("sensor by name/c", CByName);
   Measure("sensor by name/libfdt", NodeByName);
   Measure("sensor by name/libfdt, path", NodeByPath);
   Measure("sensor by name/flatbuffers", KeyByName);

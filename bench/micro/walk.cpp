@@ -2,11 +2,13 @@
 #include <libfdt.h>
 
 #include <cstring>
+#include <iterator>
 
 #include "bench/micro/host.h"
 #include "bench/micro/measure.h"
 #include "bench/micro/peers.h"
 #include "ruxcomp/ruxcomp.h"
+#include "ruxmeta.h"
 
 namespace {
 
@@ -51,6 +53,35 @@ void WalkModel(benchmark::State& state) {
         sum += entry.identifier();
         for (const ruxcomp::Value value : entry.values()) {
           sum += value.text().size() + value.number();
+        }
+      }
+    }
+    benchmark::DoNotOptimize(sum);
+  }
+}
+
+std::size_t SumOfValues(ruxmeta_entry entry) {
+  ruxmeta_value values[16];
+  const std::size_t count = ruxmeta_entry_values(entry, values, std::size(values));
+  std::size_t sum = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (i >= std::size(values)) values[0] = ruxmeta_entry_value(entry, i);
+    const ruxmeta_value& value = values[i < std::size(values) ? i : 0];
+    sum += value.text.size + value.number;
+  }
+  return sum;
+}
+
+void WalkC(benchmark::State& state) {
+  const ruxmeta_model* model = CModelOf(Sensors(state));
+  for (auto _ : state) {
+    std::size_t sum = 0;
+    for (std::uint32_t kind = RUXMETA_SECTION_MORVRUX; kind <= RUXMETA_SECTION_REPEATER; ++kind) {
+      const std::size_t sections = ruxmeta_section_count(model, kind);
+      for (std::size_t i = 0; i < sections; ++i) {
+        ruxmeta_entries entries = ruxmeta_section_entries(ruxmeta_section_at(model, kind, i));
+        for (ruxmeta_entry entry; ruxmeta_next_entry(&entries, &entry) != 0;) {
+          sum += ruxmeta_entry_identifier(entry) + SumOfValues(entry);
         }
       }
     }
@@ -156,6 +187,7 @@ int main(int argc, char** argv) {
   // A value's index is looked for in its whole table, so that everything takes the square of it.
   Measure("walk/ours", Plain, 10000);
   Measure("walk/model", WalkModel);
+  Measure("walk/c", WalkC);
   Measure("walk/libfdt", WalkTree);
   Measure("walk/flatbuffers", WalkFlat);
   return RunMeasurements(argc, argv);
