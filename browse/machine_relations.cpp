@@ -8,7 +8,6 @@
 #include "compiled/datum.h"
 #include "machine/machine.h"
 #include "machine/value.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -14,7 +14,6 @@
 #include "inspect/entry_value.h"
 #include "machine/machine.h"
 #include "machine/value.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"

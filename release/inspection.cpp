@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <filesystem>
 #include <iterator>
 #include <set>

@@ -99,7 +99,7 @@ MachineTable MakeTable(const machine::Machine& machine, const language::SectionK
 
 void DropEmptyColumns(MachineTable& table) {
   if (table.rows.empty()) return;
-  constexpr std::size_t kUnused = static_cast<std::size_t>(-1);
+  constexpr auto kUnused = static_cast<std::size_t>(-1);
   std::vector<std::size_t> places(table.columns.size(), kUnused);
   for (const Row& row : table.rows) {
     for (const PlacedCell& cell : row.cells) places[cell.column] = cell.column;
