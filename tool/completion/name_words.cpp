@@ -8,7 +8,6 @@
 #include "browse/refs.h"
 #include "browse/relations.h"
 #include "ruxcomp/language/sections.h"
-#include "support/safe_text.h"
 #include "tool/completion/completion.h"
 #include "tool/completion/typed_path.h"
 #include "tool/machine_arguments.h"

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "inspect/path.h"
