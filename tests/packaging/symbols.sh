@@ -29,3 +29,7 @@ test "$packaged" = "$version" || {
   echo "packaging/debian/changelog is of version $packaged, the project of $version"
   exit 1
 }
+grep -q "^version = \"$version\"$" python/pyproject.toml || {
+  echo "python/pyproject.toml is not of version $version"
+  exit 1
+}
