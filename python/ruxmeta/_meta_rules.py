@@ -1,7 +1,8 @@
 """What a meta file must say, beyond its layout."""
 
 from array import array
-from typing import Dict, List, Optional, Set, Tuple
+from collections import defaultdict
+from typing import Container, DefaultDict, Dict, List, NamedTuple, Optional, Set, Tuple
 
 from ruxmeta._cursor import WORD, Faults
 from ruxmeta._language import (
@@ -25,21 +26,20 @@ _ARGUMENT_NUMBER = next(row.compiled for row in ENTRIES if row.name == "ARGNUMBE
 PLAIN_VALUE_INDEX = CLASS_Value + CLASS_ROWS[CLASS_Value].fixed_keys.index(b"")
 
 
-class _Schema:
+class _Schema(NamedTuple):
     """The entries of a kind."""
 
-    def __init__(self, kind: Kind) -> None:
-        # By identifier: the place in the order of the kind, and the content.
-        self.keys: Dict[int, Tuple[int, str]] = {
-            row.compiled: (place, row.content) for place, row in enumerate(kind.templates)
-        }
-        # By class: the content of entries with names of the script's own.
-        self.named: Dict[int, str] = {
-            row.table: row.content for row in kind.free_entries if row.table
-        }
+    keys: Dict[int, Tuple[int, str]]  # by identifier: place in the order of the kind, content
+    named: Dict[int, str]  # by class: content of entries with names of the script's own
 
 
-_SCHEMAS = {kind.compiled: _Schema(kind) for kind in KINDS if kind.compiled}
+def _schema_of(kind: Kind) -> _Schema:
+    keys = {row.compiled: (place, row.content) for place, row in enumerate(kind.templates)}
+    return _Schema(keys, {row.table: row.content for row in kind.free_entries if row.table})
+
+
+_SCHEMAS = {kind.compiled: _schema_of(kind) for kind in KINDS if kind.compiled}
+_NO_KEY = (-1, "")
 
 
 class MetaRules:
@@ -54,6 +54,10 @@ class MetaRules:
         self._faults = faults
         self._references = MetaReferences(tables, faults)
         self._values = ValueRules(words, tables, self._references, faults)
+        # By content: words that are right for an entry with one value. Others are looked at.
+        self._plain: DefaultDict[str, Container[int]] = defaultdict(tuple)
+        self._plain["number"] = tables.indices(CLASS_Dword)
+        self._plain["text"] = tables.filled_strings()
         self._kinds: Set[int] = set()  # that there were
         self._kind: Optional[Kind] = None  # of the section, or of the one before
         self._names: Set[int] = set()  # of entries: no two alike
@@ -62,29 +66,32 @@ class MetaRules:
         """The section and its entries, which begin at those words."""
         self._begin_section(kind, ordinal, begin)
         words = self._words
-        numbers = self._tables.indices(CLASS_Dword)
-        find_key = _SCHEMAS[kind.compiled].keys.get
+        plain = self._plain
+        keys, named = _SCHEMAS[kind.compiled]
+        end = len(kind.templates)
         next_place = 0  # in the order of the kind
         for entry, at in enumerate(entries):
             identifier = words[at]
-            key = find_key(identifier)
-            if key is None or key[0] < next_place:
+            place, content = keys.get(identifier, _NO_KEY)
+            if place < next_place:
                 # After the first name of the script's own there are no more keys.
-                next_place = self._pass_to(next_place, len(kind.templates), entry, at)
-                self._check_named(kind, entry, at)
-                continue
-            place, content = key
-            if place != next_place:
-                self._pass_to(next_place, place, entry, at)
-            next_place = place + 1
-            # Most entries are numbers.
-            if content == "number" and words[at + 1] == 1 and words[at + 2] in numbers:
+                if next_place < end:
+                    next_place = self._pass_to(next_place, end, entry, at)
+                content = named.get(identifier & CLASS_MASK, "")
+                if not self._check_named(kind, content, entry, at):
+                    continue
+            else:
+                if place > next_place:
+                    self._pass_to(next_place, place, entry, at)
+                next_place = place + 1
+                if content == "typed value":
+                    self._check_value_key(entry, at)
+            # Most entries have one number or text.
+            if words[at + 1] == 1 and words[at + 2] in plain[content]:
                 if identifier == _ARGUMENT_NUMBER:
                     self._values.take_argument_number(at)
-                continue
-            if content == "typed value":
-                self._check_value_key(entry, at)
-            self._values.check(content, entry, at)
+            else:
+                self._values.check(content, entry, at)
         self._next_place = next_place
 
     def end_section(self, offset: int) -> None:
@@ -141,19 +148,21 @@ class MetaRules:
         else:
             self._check_twice(entry, at)
 
-    def _check_named(self, kind: Kind, entry: int, at: int) -> None:
+    def _check_named(self, kind: Kind, content: str, entry: int, at: int) -> bool:
+        """Whether the identifier is the index of a name that such a section can have."""
         identifier = self._words[at]
         base = identifier & CLASS_MASK
-        content = _SCHEMAS[kind.compiled].named.get(base)
-        if content is None:
-            return self._report(entry, at, _reason_against(kind, identifier))
+        if not content:
+            self._report(entry, at, _reason_against(kind, identifier))
+            return False
         if not self._is_index(entry, at, base):
-            return None
+            return False
         self._check_twice(entry, at)
-        if base == CLASS_Global:
-            self._references.define(identifier)
-        self._values.add_local_value(identifier)
-        return self._values.check(content, entry, at)
+        if content == "typed value":
+            if base == CLASS_Global:
+                self._references.define(identifier)
+            self._values.add_local_value(identifier)
+        return True
 
     def _is_index(self, entry: int, at: int, base: int) -> bool:
         identifier = self._words[at]

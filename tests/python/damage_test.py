@@ -7,7 +7,7 @@ import unittest
 import ruxmeta
 from tool import SOURCE, Machines, run_json
 
-EXTREMES = (0, 1, 0xFF, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 0x00FFFFFF, 0xFFFFFFFC)
+EXTREMES = (0, 1, 0x7FFFFFFF, 0xFFFFFFFF, 0x00FFFFFF)
 
 
 def cut(data):
@@ -17,7 +17,7 @@ def cut(data):
 
 def with_other_bytes(data):
     for offset in range(len(data)):
-        for change in (0x01, 0x10, 0x80, 0xFF):
+        for change in (0x01, 0x90):
             yield data[:offset] + bytes([data[offset] ^ change]) + data[offset + 1 :]
 
 
