@@ -12,7 +12,7 @@ if TYPE_CHECKING:
 
 _IDENTIFIERS = {row.name: row.compiled for row in ENTRIES if row.compiled}
 _NAME, _ID = _IDENTIFIERS["NAME"], _IDENTIFIERS["ID"]
-_LIMITS = tuple(row.keyword for row in ENTRIES if row.is_limit)
+_LIMITS = {row.compiled: row.keyword for row in ENTRIES if row.is_limit}
 
 
 class Section(Mapping[str, Entry]):
@@ -140,12 +140,12 @@ class Sensor(Section):
     @property
     def limits(self) -> Mapping[str, int]:
         """The THRESHOLD_ entries that it has, as they are stored: without a sign."""
-        limits = {}
-        for key in _LIMITS:
-            value = self[key].value if key in self else None
-            if isinstance(value, int):
-                limits[key] = value
-        return limits
+        file = self.machine.file
+        return {
+            _LIMITS[file.words[at]]: file.tables.number(file.words[at + 2])
+            for at in file.entries(self._begin)
+            if file.words[at] in _LIMITS
+        }
 
     @property
     def value(self) -> Entry:

@@ -31,6 +31,7 @@ fi
 
 export LC_ALL=C COLUMNS=
 export PATH="$build/bin:$build/docs/tables:$build/tests/docs/bin:$PATH"
+export PYTHONPATH="$source/python" PYTHONDONTWRITEBYTECODE=1
 export CPATH="$source/include" LIBRARY_PATH="$build/lib" LD_LIBRARY_PATH="$build/lib"
 export LD_PRELOAD="$build/tests/docs/bin/plugin_here.so"
 awk -f "$source/tests/docs/page.awk" "$source/$page" >page.md

@@ -8,7 +8,10 @@ source=$1
 version=$2
 rux=$3
 
-/usr/bin/python3 -c 'import pip, setuptools, venv, wheel' 2>/dev/null || {
+/usr/bin/python3 -c '
+import importlib.util, sys
+needed = ("pip", "setuptools", "venv", "wheel")
+sys.exit(None in map(importlib.util.find_spec, needed))' || {
   echo 'skipped: python3-pip, python3-setuptools, python3-venv or python3-wheel is not installed'
   exit
 }
