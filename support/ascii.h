@@ -10,6 +10,9 @@ constexpr bool IsLetterOrDigit(char c) { return IsLetter(c) || IsDigit(c); }
 constexpr char ToUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
+constexpr char ToLower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 }  // namespace rux::support
 
