@@ -16,6 +16,11 @@ namespace {
 // The one blank that is as wide as it should be among its neighbours.
 constexpr std::int32_t kIdeographicSpace = 0x3000;
 
+// What Unicode keeps for programs' own use. Some of it cannot be in XML.
+bool IsNoncharacter(std::int32_t code) {
+  return (code & 0xFFFE) == 0xFFFE || (code >= 0xFDD0 && code <= 0xFDEF);
+}
+
 bool IsPlain(char c) { return c >= ' ' && c <= '~'; }
 
 std::string Escaped(std::string_view text, bool keep_tabs) {
@@ -74,7 +79,7 @@ std::string Hex(std::string_view bytes, std::string_view lead) {
 }
 
 bool IsSafe(const Character& character) {
-  if (!character.is_valid()) return false;
+  if (!character.is_valid() || IsNoncharacter(character.code)) return false;
   const utf8proc_property_t& property = *utf8proc_get_property(character.code);
   switch (property.category) {
     case UTF8PROC_CATEGORY_CC:

@@ -18,7 +18,7 @@ std::string Hex(std::string_view bytes, std::string_view lead = "");
 
 // False for control characters, format characters (those that turn the direction of writing are
 // among them), separators of lines and paragraphs, blanks that only look like the common one, what
-// Unicode makes invisible, and bytes that are not UTF-8.
+// Unicode makes invisible or keeps for other uses, and bytes that are not UTF-8.
 bool IsSafe(const Character& character);
 
 // The text as it can be shown: a name can neither break lines, nor steer the terminal, nor look

@@ -28,6 +28,8 @@ TEST(SafeTextTest, ShowsWhatCannotBeSeenByItsBytes) {
   EXPECT_EQ(SafeText("\xF3\xA0\x80\xA1"), "\\xF3\\xA0\\x80\\xA1");             // U+E0021
   EXPECT_EQ(SafeText("\xE3\x85\xA4"), "\\xE3\\x85\\xA4");                      // U+3164
   EXPECT_EQ(SafeText("1\xC2\xA0\xE2\x80\xAF"), "1\\xC2\\xA0\\xE2\\x80\\xAF");  // U+00A0, U+202F
+  EXPECT_EQ(SafeText("\xEF\xBF\xBF\xEF\xB7\x90"),
+            "\\xEF\\xBF\\xBF\\xEF\\xB7\\x90");  // U+FFFF, U+FDD0
   EXPECT_EQ(SafeText("\xE2\x80\x90 \xE3\x80\x80\xCC\x81"), "\xE2\x80\x90 \xE3\x80\x80\xCC\x81");
 }
 
