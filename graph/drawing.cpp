@@ -35,8 +35,9 @@ std::vector<Component> ComponentsOf(const Units& units) {
     if (is_placed(first)) continue;
     const std::vector<std::size_t>& members = components.emplace_back().units;
     add(first);
-    for (std::size_t i = 0; i < members.size(); ++i) {
-      for (const std::size_t other : neighbours[members[i]]) add(other);
+    std::size_t next = 0;
+    while (next < members.size()) {
+      for (const std::size_t other : neighbours[members[next++]]) add(other);
     }
   }
   for (const UnitLink& link : units.links()) {

@@ -33,7 +33,7 @@ class Layerer {
 
  private:
   static constexpr int kSweeps = 12;
-  static constexpr std::size_t kMostPassed = 16;  // layers, by a line with slots in them
+  static constexpr std::size_t kMostPassed = 64;  // layers, by a line with slots in them
 
   struct Ends {
     std::size_t from;
