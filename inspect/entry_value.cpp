@@ -32,15 +32,6 @@ std::string InnerNumberText(std::uint32_t number, bool is_address) {
   return number <= last_decimal ? std::to_string(number) : fmt::format("0x{:X}", number);
 }
 
-// Short, and clear of what separates the parts of a value.
-std::string InnerText(const compiled::Datum& datum, bool is_address) {
-  if (datum.row == nullptr) return "(unresolved)";
-  if (!datum.written.empty()) return support::NameText(datum.written);
-  if (datum.IsNumber()) return InnerNumberText(datum.number, is_address);
-  return datum.Is(language::CLASS_Operator) ? '"' + datum.text + '"'
-                                            : support::NameText(datum.text);
-}
-
 bool IsLiteral(const std::string& written) {
   return language::IsHexadecimal(written) ||
          written.find_first_not_of("-+0123456789") == std::string::npos;
@@ -76,7 +67,7 @@ std::vector<std::string> PiecesOf(const std::vector<compiled::Datum>& items, Tex
 
 std::vector<std::string> NamedPartPieces(const EntryPart& part) {
   std::vector<std::string> pieces = PiecesOf(
-      part.items, [&](const compiled::Datum& datum) { return InnerText(datum, part.is_address); });
+      part.items, [&](const compiled::Datum& datum) { return ItemText(datum, part.is_address); });
   if (pieces.empty()) pieces.emplace_back();
   pieces.front().insert(0, part.name + (part.is_list ? "=[" : "="));
   if (part.is_list) pieces.back() += ']';
@@ -86,7 +77,7 @@ std::vector<std::string> NamedPartPieces(const EntryPart& part) {
 std::string BriefItem(const compiled::Datum& datum) {
   if (!datum.name.empty()) return OuterText(datum);
   const bool is_bare = datum.IsNumber() && datum.written.empty() && !HasTopBit(datum.number);
-  return is_bare ? std::to_string(datum.number) : InnerText(datum, false);
+  return is_bare ? std::to_string(datum.number) : ItemText(datum, false);
 }
 
 std::string TypeText(const EntryValue& value) {
@@ -112,6 +103,15 @@ void WriteValues(support::JsonObject& json, const EntryPart& part) {
 }
 
 }  // namespace
+
+// Short, and clear of what separates the parts of a value.
+std::string ItemText(const compiled::Datum& datum, bool is_address) {
+  if (datum.row == nullptr) return "(unresolved)";
+  if (!datum.written.empty()) return support::NameText(datum.written);
+  if (datum.IsNumber()) return InnerNumberText(datum.number, is_address);
+  return datum.Is(language::CLASS_Operator) ? '"' + datum.text + '"'
+                                            : support::NameText(datum.text);
+}
 
 EntryPart TypePart(const EntryValue& value) {
   compiled::Datum type = compiled::NumberDatum(*value.type);

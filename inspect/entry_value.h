@@ -39,6 +39,10 @@ std::string ValueText(const EntryValue& value);
 // The same in pieces between which a line may be broken at a blank.
 std::vector<std::string> ValuePieces(const EntryValue& value);
 
+// An item of a part among others, such as "0x2E" or "G_FAN_MAX". Of an address, numbers above 9 are
+// hexadecimal.
+std::string ItemText(const compiled::Datum& datum, bool is_address);
+
 // The same for one part by itself.
 std::string PartText(const EntryPart& part);
 std::vector<std::string> PartPieces(const EntryPart& part);

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace rux::support {
@@ -23,6 +24,22 @@ void Sha256::Add(std::string_view bytes) {
 Digest Sha256::End() {
   std::array<char, SHA256_DIGEST_STRING_LENGTH> text;
   return {size_, SHA256End(&context_, text.data())};
+}
+
+std::string Sha256Base64(std::string_view bytes) {
+  SHA2_CTX context;
+  SHA256Init(&context);
+  SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  std::array<std::uint8_t, SHA256_DIGEST_LENGTH + 1> digest{};  // a multiple of three bytes
+  SHA256Final(digest.data(), &context);
+  constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string text;
+  for (std::size_t i = 0; i < digest.size(); i += 3) {
+    const unsigned group = digest[i] << 16U | digest[i + 1] << 8U | digest[i + 2];
+    for (const unsigned shift : {18U, 12U, 6U, 0U}) text += kDigits[group >> shift & 63U];
+  }
+  text.back() = '=';  // for the byte that was added
+  return text;
 }
 
 }  // namespace rux::support

@@ -1,4 +1,4 @@
-// SHA-256 of what comes in pieces.
+// SHA-256, also of what comes in pieces.
 #ifndef SUPPORT_SHA256_H_
 #define SUPPORT_SHA256_H_
 
@@ -29,6 +29,9 @@ class Sha256 {
   SHA2_CTX context_;
   std::uint64_t size_ = 0;
 };
+
+// Of bytes in memory, as content security policies name it: in Base64.
+std::string Sha256Base64(std::string_view bytes);
 
 }  // namespace rux::support
 

@@ -1,0 +1,56 @@
+#include "page/document.h"
+
+#include <cstddef>
+#include <string>
+
+#include "page/assets.h"
+#include "page/contents.h"
+#include "page/html.h"
+#include "page/limit_bands.h"
+#include "page/parts.h"
+#include "support/sha256.h"
+
+namespace rux::page {
+
+void WriteHead(const std::string& title, const Html& navigation, Html& out) {
+  out.Trusted(kPageBegin)
+      << "\n<html lang=en>\n<head>\n<meta charset=utf-8>\n<meta "
+         "http-equiv=Content-Security-Policy content=\"default-src 'none'; style-src 'sha256-"
+      << Text{support::Sha256Base64(kStyle)} << "'; script-src 'sha256-"
+      << Text{support::Sha256Base64(kScript)}
+      << "'; base-uri 'none'; form-action 'none'\">\n<meta name=viewport "
+         "content=\"width=device-width, initial-scale=1\">\n<meta name=color-scheme "
+         "content=\"light "
+         "dark\">\n<title>"
+      << Text{title} << "</title>\n<style>";
+  out.Trusted(kStyle) << "</style>\n</head>\n<body>\n<a class=skip href=#overview>Skip to the "
+                         "content</a>\n<header><h1>"
+                      << Text{title} << "</h1><nav aria-label=\"Parts of the page\">" << navigation
+                      << "</nav></header>\n<main>\n";
+}
+
+void WriteEnd(Html& out) {
+  out << "</main>\n<script>";
+  out.Trusted(kScript) << "</script>\n</body>\n</html>\n";
+}
+
+std::string PageOf(const Contents& contents) {
+  constexpr std::size_t kBytesOfThing = 3000;  // about as many as are needed
+  Html navigation;
+  WriteNavigation(contents, navigation);
+  const LimitBands bands(contents.machine());
+  Html out;
+  out.Reserve(contents.relations().things().size() * kBytesOfThing);
+  WriteHead(contents.Title(), navigation, out);
+  WriteOverview(contents, out);
+  WriteChanges(contents, out);
+  WriteFindings(contents, out);
+  WriteSensorTable(contents, bands, out);
+  WriteTrees(contents, out);
+  WriteAccesses(contents, out);
+  WriteCards(contents, bands, out);
+  WriteEnd(out);
+  return out.Take();
+}
+
+}  // namespace rux::page

@@ -1,0 +1,120 @@
+#include "page/index_page.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "page/contents.h"
+#include "page/document.h"
+#include "page/grid.h"
+#include "page/html.h"
+#include "ruxcomp/language/sections.h"
+#include "support/number_text.h"
+
+namespace rux::page {
+namespace {
+
+// Those whose numbers say how large a machine is.
+constexpr language::SectionId kCounted[] = {language::SECTION_SENSOR, language::SECTION_DEVICE,
+                                            language::SECTION_ACTION, language::SECTION_TABLE};
+constexpr std::size_t kColumns = 4 + sizeof kCounted / sizeof *kCounted;
+
+Html MachineRow(const Contents& contents, const std::string& machine, const std::string& link) {
+  Html row;
+  row << "<tr><th scope=row><a href=\"" << Text{link} << "\">" << Text{contents.Title()}
+      << "</a><td>" << Text{machine};
+  for (const language::SectionId kind : kCounted) row << "<td>" << contents.Of(kind).size();
+  const auto& report = contents.background().report;
+  row << "<td>";
+  if (report) row << report->errors + report->warnings;
+  const auto& changes = contents.background().changes;
+  row << "<td>";
+  if (changes) row << changes->size();
+  return row;
+}
+
+Html ThingRow(const Contents& contents, Thing thing, const std::string& machine,
+              const std::string& link) {
+  const browse::Thing& what = contents.At(thing);
+  Html row;
+  row << "<tr><th scope=row><a href=\"" << Text{link} << "#t" << thing << "\">"
+      << Text{NameOf(what)} << "</a><td>" << Text{what.kind->keyword} << "<td>";
+  if (what.id) row << "0x" << Text{fmt::format("{:X}", *what.id)};
+  row << "<td>" << Text{machine};
+  return row;
+}
+
+Grid MachineGrid() {
+  Html caption;
+  caption << "All machines";
+  Grid grid("machines", caption);
+  grid.AddColumn(Html() << "machine");
+  grid.AddColumn(Html() << "file");
+  for (const language::SectionId kind : kCounted)
+    grid.AddColumn(Html() << Text{language::KindOf(kind).keyword}, Grid::Align::kNumber);
+  grid.AddColumn(Html() << "findings", Grid::Align::kNumber);
+  grid.AddColumn(Html() << "changes", Grid::Align::kNumber);
+  return grid;
+}
+
+Grid ThingGrid() {
+  Html caption;
+  caption << "What they consist of";
+  Grid grid("sections", caption);
+  for (const char* title : {"name", "kind", "ID", "file"}) grid.AddColumn(Html() << Text{title});
+  return grid;
+}
+
+}  // namespace
+
+IndexPage::IndexPage() : machines_(MachineGrid()), things_(ThingGrid()) {}
+
+std::string IndexPage::EntriesOf(const Contents& contents, const std::string& machine,
+                                 const std::string& link) {
+  Html rows;
+  rows << MachineRow(contents, machine, link) << "\n";
+  for (Thing thing = 0; thing < contents.relations().things().size(); ++thing) {
+    if (contents.At(thing).kind->naming != language::Naming::kUnnamed)
+      rows << ThingRow(contents, thing, machine, link) << "\n";
+  }
+  return rows.markup();
+}
+
+void IndexPage::Add(std::string_view entries) {
+  ++count_;
+  bool is_first = true;
+  while (!entries.empty()) {
+    const std::size_t end = entries.find('\n');
+    Html row;
+    row.Trusted(entries.substr(0, end));
+    (is_first ? machines_ : things_).AddRow(row);
+    is_first = false;
+    entries.remove_prefix(end + 1);
+  }
+}
+
+void IndexPage::AddFailed(const std::string& machine, const std::string& reason) {
+  ++count_;
+  Html row;
+  row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << kColumns - 1
+      << "><em class=w>no page</em> " << Text{reason.substr(0, reason.find('\n'))};
+  machines_.AddRow(row);
+}
+
+std::string IndexPage::Document(const std::string& title) const {
+  Html navigation;
+  navigation << "<a href=#overview>Machines</a><a href=#things>Sections</a>";
+  Html body;
+  WriteHead(title.empty() ? "Machines" : title, navigation, body);
+  body << "<section id=overview><h2>" << Text{support::CountText(count_, "machine")} << "</h2>";
+  machines_.Write(body);
+  body << "</section>\n<section id=things><h2>Sections</h2>";
+  things_.Write(body);
+  body << "</section>\n";
+  WriteEnd(body);
+  return body.Take();
+}
+
+}  // namespace rux::page

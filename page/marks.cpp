@@ -1,0 +1,93 @@
+#include "page/marks.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "diff/change.h"
+#include "diff/classes.h"
+#include "findings/message_row.h"
+#include "page/contents.h"
+#include "page/html.h"
+#include "support/number_text.h"
+
+namespace rux::page {
+namespace {
+
+bool IsAdded(const diff::Change& change) {
+  return change.row->id == diff::ClassId::kSectionAdded ||
+         change.row->id == diff::ClassId::kNamedSectionAdded;
+}
+
+void WriteValue(const std::optional<std::string>& text, Html& out) {
+  if (text) {
+    out << Text{*text};
+  } else {
+    out << "(none)";
+  }
+}
+
+}  // namespace
+
+void WriteMarks(const Contents& contents, Thing thing, Html& out) {
+  const auto& changes = contents.ChangesOf(thing);
+  if (!changes.empty()) {
+    if (IsAdded(*changes.front())) {
+      out << " <em class=c>new</em>";
+    } else {
+      out << " <em class=c>changed</em>";
+    }
+  }
+  const auto& findings = contents.FindingsOf(thing);
+  if (!findings.empty())
+    out << " <em class=w>" << Text{support::CountText(findings.size(), "finding")} << "</em>";
+}
+
+void WriteFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out) {
+  const bool is_error = finding.severity == ruxcomp::findings::Severity::kError;
+  out << "<li><em class=w>" << Text{is_error ? "error" : "warning"} << "</em> "
+      << Text{diagnostics::WholeText(finding)} << " <small>" << Text{finding.row->id} << "</small>";
+  if (finding.suggestion) out << "; " << Text{diagnostics::SuggestionText(finding)};
+  if (!finding.at.path.empty()) {
+    out << " <span class=p>" << Text{contents.PlaceText({finding.at.path, finding.at.line()})}
+        << "</span>";
+  }
+  if (finding.at.excerpt) out << "<code>" << Line{finding.at.excerpt->text} << "</code>";
+  out << "\n";
+}
+
+void WriteChange(const diff::Change& change, Html& out) {
+  const std::string entry = change.EntryText();
+  out << "<li><em class=c>" << Text{change.row->message->id} << "</em> ";
+  if (!entry.empty()) out << Text{entry} << ": ";
+  if (change.before.text || change.after.text) {
+    out << "<del>";
+    WriteValue(change.before.text, out);
+    out << "</del> \u2192 <ins>";
+    WriteValue(change.after.text, out);
+    out << "</ins>";
+  } else {
+    out << Text{change.row->message->summary};
+  }
+  out << "\n";
+}
+
+void WriteFindingsOf(const Contents& contents, Thing thing, Html& out) {
+  const auto& findings = contents.FindingsOf(thing);
+  if (findings.empty()) return;
+  out << "<ul class=notes>";
+  for (const diagnostics::Diagnostic* finding : findings) WriteFinding(contents, *finding, out);
+  out << "</ul>";
+}
+
+void WriteChangesOf(const Contents& contents, Thing thing, Html& out) {
+  const auto& changes = contents.ChangesOf(thing);
+  if (changes.empty()) return;
+  out << "<ul class=notes>";
+  for (const diff::Change* change : changes) WriteChange(*change, out);
+  out << "</ul>";
+}
+
+}  // namespace rux::page

@@ -1,0 +1,167 @@
+#include "page/pages.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "diff/compare.h"
+#include "driver/output_names.h"
+#include "driver/overwriting.h"
+#include "machine/load.h"
+#include "machine/machine.h"
+#include "page/background.h"
+#include "page/contents.h"
+#include "page/document.h"
+#include "page/index_page.h"
+#include "ruxcomp/language/paths.h"
+#include "support/failure.h"
+#include "support/placement.h"
+#include "support/standard_streams.h"
+#include "support/uri.h"
+#include "support/workers.h"
+
+namespace rux::page {
+namespace {
+
+namespace fs = std::filesystem;
+using support::ExitStatus;
+
+constexpr char kStandardOutput[] = "-";
+
+// The path of one file in a page in the folder of another.
+std::string LinkTo(const std::string& path, const std::string& from) {
+  return support::UriOf(fs::path(path).lexically_relative(fs::path(from).parent_path()).string());
+}
+
+// A machine and what is known besides must outlive what is put together of them.
+class Subject {
+ public:
+  Subject(const std::string& machine, const PageRequest& request)
+      : machines_(machine::Load(NamesOf(machine, request), request.load)),
+        background_(BackgroundOf(machine, request.load)) {
+    background_.title = request.title;
+    if (request.before.empty()) return;
+    background_.before = fs::path(request.before).filename().string();
+    background_.changes = diff::Compare(machines_[1], machines_[0]);
+  }
+
+  Background& background() { return background_; }
+  Contents Take() { return {machines_[0], std::move(background_)}; }
+
+ private:
+  static std::vector<std::string> NamesOf(const std::string& machine, const PageRequest& request) {
+    if (request.before.empty()) return {machine};
+    return {machine, request.before};
+  }
+
+  std::vector<machine::Machine> machines_;
+  Background background_;
+};
+
+// Pages take the place of pages alone: a path that was mistyped may be a script's.
+void ExpectPageAt(const std::string& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return;
+  std::string begin(kPageBegin.size(), '\0');
+  std::ifstream file(path, std::ios::binary);
+  file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+  if (file.gcount() == 0 || begin == kPageBegin) return;
+  throw support::Failure(ExitStatus::kWrongUsage, "cannot write {}: what is there is not a page",
+                         path);
+}
+
+void Put(const std::string& path, const std::string& page) {
+  ExpectPageAt(path);
+  support::PutInPlace({{path, page}});
+}
+
+// The pages of a command that writes several.
+class PageSet {
+ public:
+  PageSet(const std::vector<std::string>& machines, const std::string& folder,
+          const PageRequest& request)
+      : machines_(machines), request_(request), index_((fs::path(folder) / "index.html").string()) {
+    for (const std::string& machine : machines) {
+      paths_.push_back(driver::ExpandFileName(ruxcomp::language::ToLibraryPath(machine),
+                                              driver::NameBelow(folder, "{}.html")));
+    }
+    ExpectDistinct();
+  }
+
+  ExitStatus Write() {
+    IndexPage index;
+    support::RunJobs(
+        machines_.size(), std::max(std::thread::hardware_concurrency(), 1U),
+        [&](std::size_t i) { return WriteOne(i); },
+        [&](std::size_t i, const support::JobResult& done) {
+          support::PrintError(done.errors);
+          worst_ = std::max(worst_, done.status);
+          if (done.status == ExitStatus::kDone) {
+            index.Add(done.output);
+          } else {
+            index.AddFailed(machines_[i], done.errors);
+          }
+        },
+        [] {});
+    support::MakeFolderOf(index_);
+    Put(index_, index.Document(request_.title));
+    return worst_;
+  }
+
+ private:
+  void ExpectDistinct() const {
+    std::vector<driver::NamedFile> kept;
+    std::vector<driver::NamedFile> written = {{"index", index_}};
+    for (std::size_t i = 0; i < machines_.size(); ++i) {
+      kept.push_back({"machine", machines_[i]});
+      written.push_back({"page", paths_[i], &machines_[i]});
+    }
+    driver::RefuseToWriteTwice(kept, written);
+  }
+
+  // In a process of its own, whose output is for the index.
+  ExitStatus WriteOne(std::size_t i) {
+    PageRequest request = request_;
+    request.title.clear();
+    Subject subject(machines_[i], request);
+    subject.background().index = LinkTo(index_, paths_[i]);
+    const Contents contents = subject.Take();
+    support::MakeFolderOf(paths_[i]);
+    Put(paths_[i], PageOf(contents));
+    support::PrintOut(IndexPage::EntriesOf(contents, machines_[i], LinkTo(paths_[i], index_)));
+    return ExitStatus::kDone;
+  }
+
+  const std::vector<std::string>& machines_;
+  const PageRequest& request_;
+  const std::string index_;
+  std::vector<std::string> paths_;  // of the pages
+  ExitStatus worst_ = ExitStatus::kDone;
+};
+
+}  // namespace
+
+void WritePage(const std::string& machine, const std::string& path, const PageRequest& request) {
+  if (path != kStandardOutput) {
+    driver::RefuseToOverwrite({"machine", machine}, {"page", path});
+    ExpectPageAt(path);
+  }
+  const std::string page = PageOf(Subject(machine, request).Take());
+  if (path == kStandardOutput) {
+    support::PrintOut(page);
+  } else {
+    support::PutInPlace({{path, page}});
+  }
+}
+
+ExitStatus WritePages(const std::vector<std::string>& machines, const std::string& folder,
+                      const PageRequest& request) {
+  return PageSet(machines, folder, request).Write();
+}
+
+}  // namespace rux::page

@@ -1,0 +1,199 @@
+// Every section with all that is known of it.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "browse/limit.h"
+#include "browse/relations.h"
+#include "inspect/entry_value.h"
+#include "machine/value.h"
+#include "page/contents.h"
+#include "page/html.h"
+#include "page/limit_bands.h"
+#include "page/marks.h"
+#include "page/parts.h"
+#include "page/sources.h"
+#include "page/table_plot.h"
+#include "page/value_flow.h"
+#include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::page {
+namespace {
+
+class Cards {
+ public:
+  Cards(const Contents& contents, const LimitBands& bands, Html& out)
+      : contents_(contents), bands_(bands), out_(out) {}
+
+  void WriteKind(const language::SectionKind& kind) {
+    const Contents::Range range = contents_.Of(kind.source);
+    if (range.size() == 0) return;
+    out_ << "<h3 id=k-" << Text{kind.keyword} << ">" << Text{kind.keyword} << " <small>"
+         << range.size() << "</small></h3>\n";
+    if (contents_.relations().things().size() <= kMostThings || range.size() <= kSmallKind) {
+      for (Thing thing = range.begin; thing < range.end; ++thing) WriteCard(thing);
+      return;
+    }
+    out_ << "<p>Too many to show at once: open a group of " << kGroup << ", or search.</p>\n";
+    for (Thing first = range.begin; first < range.end; first += kGroup)
+      WriteGroup(first, std::min<Thing>(first + kGroup, range.end));
+  }
+
+ private:
+  // A browser lays out so many cards at once; of a larger machine, those of small kinds.
+  static constexpr std::size_t kMostThings = 1000;
+  static constexpr std::size_t kSmallKind = 40;
+  static constexpr std::size_t kGroup = 100;
+
+  // The page's script takes the cards out of the noscript when they are needed.
+  void WriteGroup(Thing begin, Thing end) {
+    out_ << "<details class=group data-from=" << begin << " data-to=" << end << "><summary>"
+         << Text{NameOf(contents_.At(begin))} << " \u2026 " << Text{NameOf(contents_.At(end - 1))}
+         << "</summary><noscript>";
+    for (Thing thing = begin; thing < end; ++thing) WriteCard(thing);
+    out_ << "</noscript></details>\n";
+  }
+
+  void WriteCard(Thing thing) {
+    const browse::Thing& what = contents_.At(thing);
+    out_ << "<article id=t" << thing << "><h4><a href=#t" << thing << ">" << Text{NameOf(what)}
+         << "</a> <small>" << Text{what.kind->keyword};
+    if (what.id && what.name) {
+      out_ << " #0x" << Text{fmt::format("{:X}", *what.id)};
+    }
+    out_ << "</small>";
+    WriteMarks(contents_, thing, out_);
+    out_ << "</h4>";
+    WriteChangesOf(contents_, thing, out_);
+    WriteFindingsOf(contents_, thing, out_);
+    WriteEntries(thing);
+    WriteValues(thing);
+    WriteCells(thing);
+    WriteLinks("referred to by", contents_.relations().To(thing), &browse::Link::from);
+    WriteLinks("refers to", contents_.relations().From(thing), &browse::Link::to);
+    WriteSource(thing);
+    out_ << "</article>\n";
+  }
+
+  void WriteEntries(Thing thing) {
+    const ruxcomp::Section section = contents_.SectionOf(thing);
+    bool has_limit = false;
+    Html list;
+    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
+      if (IsValue(entry) || entry.identifier() == RUX_ENTRY_NAME ||
+          entry.identifier() == RUX_ENTRY_ID || entry.identifier() == RUX_ENTRY_SENSORS)
+        continue;
+      const std::optional<browse::Limit> limit =
+          browse::LimitIn(contents_.machine(), section, entry);
+      has_limit = has_limit || limit;
+      list << "<div><dt>" << Text{machine::KeyOf(section, entry)} << "<dd>";
+      if (limit) {
+        list << Text{limit->Amount()};
+      } else {
+        WriteValue(thing, section, entry, list);
+      }
+      list << "</div>";
+    }
+    if (!list.is_empty()) out_ << "<dl>" << list << "</dl>";
+    if (has_limit) WriteBands(contents_.OrdinalOf(thing));
+  }
+
+  void WriteBands(std::size_t sensor) {
+    const Scale* scale = bands_.ScaleFor(sensor);
+    if (scale == nullptr) return;
+    out_ << "<div class=band>";
+    bands_.Write(sensor, out_);
+    out_ << "<small>" << Text{ScaleEnd(scale->low)} << "</small><small>"
+         << Text{ScaleEnd(scale->high)} << "</small></div>";
+  }
+
+  // A link, where the entry is nothing but what it refers to.
+  void WriteValue(Thing thing, const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                  Html& out) const {
+    const std::string key = machine::KeyOf(section, entry);
+    std::optional<Thing> to;
+    for (const browse::Link* link : contents_.relations().From(thing)) {
+      if (link->key == key) to = link->to;
+    }
+    if (to) return WriteLink(contents_, *to, out);
+    out << Text{inspect::ValueText(machine::ValueOf(entry))};
+  }
+
+  void WriteValues(Thing thing) {
+    const std::vector<ruxcomp::Entry> entries = contents_.EntriesOf(thing);
+    if (std::any_of(entries.begin(), entries.end(), IsValue)) WriteFlow(contents_, thing, out_);
+  }
+
+  void WriteCells(Thing thing) {
+    if (!contents_.Is(thing, language::SECTION_TABLE)) return;
+    const auto ordinal = static_cast<std::uint32_t>(contents_.OrdinalOf(thing));
+    const ruxcomp::TableCells* cells = contents_.machine().model().table(ordinal);
+    if (cells != nullptr) WritePlot(*cells, contents_.ExcerptOf(thing), out_);
+  }
+
+  void WriteLinks(const char* title, const std::vector<const browse::Link*>& links,
+                  std::size_t browse::Link::*other) {
+    if (links.empty()) return;
+    constexpr std::size_t kMost = 500;
+    out_ << "<p><i>" << Text{title} << "</i> ";
+    Thing last = contents_.relations().things().size();
+    for (std::size_t i = 0; i < links.size() && i < kMost; ++i) {
+      const Thing thing = links[i]->*other;
+      if (thing == last) continue;
+      if (i > 0) out_ << ", ";
+      WriteLink(contents_, thing, out_);
+      last = thing;
+    }
+    if (links.size() > kMost) out_ << " and " << links.size() - kMost << " more";
+    out_ << "</p>";
+  }
+
+  void WriteSource(Thing thing) {
+    const std::optional<Excerpt>& source = contents_.ExcerptOf(thing);
+    const std::optional<machine::Place>& place = contents_.At(thing).place;
+    if (!source && !place) return;
+    out_ << "<details class=source><summary>";
+    if (place) {
+      out_ << Text{contents_.PlaceText(*place)};
+    } else {
+      out_ << "script";
+    }
+    out_ << "</summary>";
+    if (source) {
+      out_ << "<pre>";
+      for (const std::string& line : source->lines) out_ << Line{line} << "\n";
+      out_ << "</pre>";
+    }
+    out_ << "</details>";
+  }
+
+  const Contents& contents_;
+  const LimitBands& bands_;
+  Html& out_;
+};
+
+}  // namespace
+
+void WriteCards(const Contents& contents, const LimitBands& bands, Html& out) {
+  out << "<section id=details><h2>Details</h2>\n";
+  Cards cards(contents, bands, out);
+  // What others use, before what uses it.
+  constexpr language::SectionId kFirst[] = {language::SECTION_ACTION, language::SECTION_REPEATER,
+                                            language::SECTION_GLOBAL, language::SECTION_TABLE,
+                                            language::SECTION_DEVICE, language::SECTION_SENSOR};
+  for (const language::SectionId kind : kFirst) cards.WriteKind(language::KindOf(kind));
+  for (const language::SectionKind& kind : language::kSectionKinds) {
+    const bool is_first =
+        std::find(std::begin(kFirst), std::end(kFirst), kind.source) != std::end(kFirst);
+    if (!is_first) cards.WriteKind(kind);
+  }
+  out << "</section>\n";
+}
+
+}  // namespace rux::page
