@@ -109,18 +109,16 @@ LimitBands::LimitBands(const machine::Machine& machine) {
     bool is_known = false;
     bool is_ambiguous = false;
     double largest = 1;
-    std::vector<table::Cell> cells;
-    table::ForEachCell(row.cells, table.columns.size(),
-                       [&](const table::Cell& cell) { cells.push_back(cell); });
     for (std::size_t i = 0; i < kPlaces; ++i) {
-      const table::Cell& cell = cells[i];
+      const table::Cell& cell = table::CellIn(row.cells, i);
       is_ambiguous = is_ambiguous || IsAmbiguous(row, cell);
       limits.amounts.push_back(cell.empty() ? std::nullopt : table::NumberIn(cell.texts.front()));
       largest = std::max(largest, std::abs(limits.amounts.back().value_or(0)));
       is_known = is_known || (limits.amounts.back() && i != kTheory);
     }
     if (is_known && !is_ambiguous)
-      limits.scale = ScaleOf(cells[kPlaces], cells[kPlaces + 1], largest);
+      limits.scale = ScaleOf(table::CellIn(row.cells, kPlaces),
+                             table::CellIn(row.cells, kPlaces + 1), largest);
     sensors_.push_back(std::move(limits));
   }
   for (const Limits& limits : sensors_) {

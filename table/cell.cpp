@@ -1,5 +1,6 @@
 #include "table/cell.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -30,6 +31,14 @@ RowCells RowOf(std::vector<Cell> cells) {
     if (!cells[i].empty()) row.push_back({i, std::move(cells[i])});
   }
   return row;
+}
+
+const Cell& CellIn(const RowCells& cells, std::size_t column) {
+  static const Cell empty;
+  const auto found = std::lower_bound(
+      cells.begin(), cells.end(), column,
+      [](const PlacedCell& cell, std::size_t wanted) { return cell.column < wanted; });
+  return found == cells.end() || found->column != column ? empty : found->cell;
 }
 
 int Compare(const Cell& a, const Cell& b) {

@@ -36,6 +36,9 @@ using RowCells = std::vector<PlacedCell>;
 // Of a row that has the cells of all columns.
 RowCells RowOf(std::vector<Cell> cells);
 
+// The cell of that column.
+const Cell& CellIn(const RowCells& cells, std::size_t column);
+
 // use(cell) for each of the columns, which are so many.
 template <class Use>
 void ForEachCell(const RowCells& cells, std::size_t columns, Use use) {
