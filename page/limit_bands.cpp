@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -123,8 +122,7 @@ LimitBands::LimitBands(const machine::Machine& machine) {
   }
   for (const Limits& limits : sensors_) {
     if (limits.scale.empty()) continue;
-    const double highest = std::numeric_limits<double>::max();
-    Scale& scale = scales_.try_emplace(limits.scale, Scale{highest, -highest, 0}).first->second;
+    Scale& scale = scales_.try_emplace(limits.scale, Scale{0, 0, 0}).first->second;
     ++scale.sensors;
     for (const std::optional<double>& amount : limits.amounts) {
       if (!amount) continue;
@@ -133,12 +131,9 @@ LimitBands::LimitBands(const machine::Machine& machine) {
     }
   }
   for (auto& [name, scale] : scales_) {
-    // Zero belongs to the scale unless several limits are far from it and close to each other.
-    const double extent = scale.high - scale.low;
-    if (scale.low > 0 && (extent == 0 || scale.low < extent * 2)) scale.low = 0;
-    const double margin = std::max((scale.high - scale.low) / 12, std::abs(scale.high) / 1000);
-    if (scale.low != 0) scale.low -= margin;
-    scale.high += std::max(margin, 1e-9);
+    constexpr double kMargin = 1.0 / 12;  // so that what is beyond the last limit is seen
+    if (scale.low < 0) scale.low -= (scale.high - scale.low) * kMargin;
+    scale.high += std::max((scale.high - scale.low) * kMargin, kMargin);
   }
 }
 

@@ -14,7 +14,7 @@
 
 namespace rux::page {
 
-// From the lowest to the highest limit of the sensors, with a margin.
+// With all limits of the sensors, zero, and a margin.
 struct Scale {
   double low;
   double high;

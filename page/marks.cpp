@@ -47,20 +47,21 @@ void WriteMarks(const Contents& contents, Thing thing, Html& out) {
 
 void WriteFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out) {
   const bool is_error = finding.severity == ruxcomp::findings::Severity::kError;
-  out << "<li><em class=w>" << Text{is_error ? "error" : "warning"} << "</em> "
+  out << "<em class=w>" << Text{is_error ? "error" : "warning"} << "</em> "
       << Text{diagnostics::WholeText(finding)} << " <small>" << Text{finding.row->id} << "</small>";
   if (finding.suggestion) out << "; " << Text{diagnostics::SuggestionText(finding)};
   if (!finding.at.path.empty()) {
     out << " <span class=p>" << Text{contents.PlaceText({finding.at.path, finding.at.line()})}
         << "</span>";
   }
-  if (finding.at.excerpt) out << "<code>" << Line{finding.at.excerpt->text} << "</code>";
+  const bool has_item = finding.at.excerpt && finding.entry;
+  if (has_item) out << "<code>" << Line{finding.at.excerpt->text} << "</code>";
   out << "\n";
 }
 
 void WriteChange(const diff::Change& change, Html& out) {
   const std::string entry = change.EntryText();
-  out << "<li><em class=c>" << Text{change.row->message->id} << "</em> ";
+  out << "<em class=c>" << Text{change.row->message->id} << "</em> ";
   if (!entry.empty()) out << Text{entry} << ": ";
   if (change.before.text || change.after.text) {
     out << "<del>";
@@ -78,7 +79,10 @@ void WriteFindingsOf(const Contents& contents, Thing thing, Html& out) {
   const auto& findings = contents.FindingsOf(thing);
   if (findings.empty()) return;
   out << "<ul class=notes>";
-  for (const diagnostics::Diagnostic* finding : findings) WriteFinding(contents, *finding, out);
+  for (const diagnostics::Diagnostic* finding : findings) {
+    out << "<li>";
+    WriteFinding(contents, *finding, out);
+  }
   out << "</ul>";
 }
 
@@ -86,7 +90,10 @@ void WriteChangesOf(const Contents& contents, Thing thing, Html& out) {
   const auto& changes = contents.ChangesOf(thing);
   if (changes.empty()) return;
   out << "<ul class=notes>";
-  for (const diff::Change* change : changes) WriteChange(*change, out);
+  for (const diff::Change* change : changes) {
+    out << "<li>";
+    WriteChange(*change, out);
+  }
   out << "</ul>";
 }
 

@@ -16,7 +16,7 @@ void WriteMarks(const Contents& contents, Thing thing, Html& out);
 void WriteFindingsOf(const Contents& contents, Thing thing, Html& out);
 void WriteChangesOf(const Contents& contents, Thing thing, Html& out);
 
-// One of them as a list item; a change without the thing that it is about.
+// One of them, without the thing that it is about.
 void WriteFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out);
 void WriteChange(const diff::Change& change, Html& out);
 

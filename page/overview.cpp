@@ -82,15 +82,16 @@ void WriteActions(const Contents& contents, Html& out) {
   const Contents::Range actions = contents.Of(language::SECTION_ACTION);
   if (actions.size() == 0) return;
   out << "<div class=scroll role=region tabindex=0 aria-label=\"actions\"><table class=wide>"
-         "<caption>Actions, and what makes each of them run, directly or through other "
-         "actions</caption><thead><tr><th scope=col>action<th scope=col>called by<th scope=col>"
-         "runs for<tbody>\n";
+         "<caption>Actions, and what makes them run</caption><thead><tr><th scope=col>action<th "
+         "scope=col>called by<th scope=col>"
+         "and through these by<tbody>\n";
   for (Thing action = actions.begin; action < actions.end; ++action) {
     std::set<Thing> callers;
     for (const browse::Link* link : contents.relations().To(action)) callers.insert(link->from);
     std::vector<Thing> origins;
     for (const Thing user : contents.UsersOf(action)) {
-      if (!contents.Is(user, language::SECTION_ACTION)) origins.push_back(user);
+      const bool is_new = callers.find(user) == callers.end();
+      if (is_new && !contents.Is(user, language::SECTION_ACTION)) origins.push_back(user);
     }
     out << "<tr><th scope=row>";
     WriteLink(contents, action, out);

@@ -18,11 +18,12 @@ void WriteFindings(const Contents& contents, Html& out) {
   if (!report || report->diagnostics.empty()) return;
   out << "<section id=findings><h2>Findings</h2><ul class=notes>\n";
   for (const diagnostics::Diagnostic& finding : report->diagnostics) {
-    WriteFinding(contents, finding, out);
+    out << "<li>";
     if (const std::optional<Thing> thing = contents.ThingOf(finding)) {
-      out << " in ";
       WriteFullLink(contents, *thing, out);
+      out << ": ";
     }
+    WriteFinding(contents, finding, out);
   }
   out << "</ul>";
   if (report->not_shown > 0) out << "<p>" << Text{diagnostics::NotShown(report->not_shown)};
@@ -48,6 +49,7 @@ void WriteChanges(const Contents& contents, Html& out) {
       }
       out << "\n";
     }
+    out << "<li>";
     WriteChange(change, out);
   }
   out << "</ul></section>\n";

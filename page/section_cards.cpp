@@ -37,7 +37,9 @@ class Cards {
     out_ << "<h3 id=k-" << Text{kind.keyword} << ">" << Text{kind.keyword} << " <small>"
          << range.size() << "</small></h3>\n";
     if (contents_.relations().things().size() <= kMostThings || range.size() <= kSmallKind) {
+      out_ << "<div class=cards>";
       for (Thing thing = range.begin; thing < range.end; ++thing) WriteCard(thing);
+      out_ << "</div>\n";
       return;
     }
     out_ << "<p>Too many to show at once: open a group of " << kGroup << ", or search.</p>\n";
@@ -92,7 +94,8 @@ class Cards {
       const std::optional<browse::Limit> limit =
           browse::LimitIn(contents_.machine(), section, entry);
       has_limit = has_limit || limit;
-      list << "<div><dt>" << Text{machine::KeyOf(section, entry)} << "<dd>";
+      const std::string key = machine::KeyOf(section, entry);
+      list << "<div><dt>" << Text{key == contents_.At(thing).key ? "text" : key} << "<dd>";
       if (limit) {
         list << Text{limit->Amount()};
       } else {

@@ -58,12 +58,10 @@ class Tree {
     if (is_written_[i]) return;
     is_written_[i] = true;
     out << "<li>";
-    if (children_[i].empty() && leaves_[i].empty()) {
-      WriteLabel(thing, out);
-    } else {
-      out << (IsOpen() ? Html() << "<details open><summary>" : Html() << "<details><summary>");
-      WriteLabel(thing, out);
-      if (!leaves_[i].empty()) out << " <small>" << leaves_[i].size() << "</small>";
+    WriteLabel(thing, out);
+    if (!children_[i].empty() || !leaves_[i].empty()) {
+      out << (IsOpen() ? Html() << " <details open><summary>" : Html() << " <details><summary>");
+      WriteCounts(i, out);
       out << "</summary><ul>";
       WriteLeaves(leaves_[i], out);
       if (depth < kDeepest) {
@@ -72,6 +70,15 @@ class Tree {
       out << "</ul></details>";
     }
     out << "\n";
+  }
+
+  // "2 groups, 8 sensors"
+  void WriteCounts(std::size_t i, Html& out) const {
+    const std::size_t below = children_[i].size();
+    const std::size_t leaves = leaves_[i].size();
+    if (below > 0) out << Text{support::CountText(below, "group")};
+    if (below > 0 && leaves > 0) out << ", ";
+    if (leaves > 0) out << Text{support::CountText(leaves, "sensor")};
   }
 
   bool IsOpen() const { return contents_.Of(language::SECTION_SENSOR).size() <= kMostOpen; }

@@ -42,7 +42,7 @@ const reveal = () => {
 };
 document.addEventListener('toggle', ({target}) => { if (target.open) fill(target); }, true);
 addEventListener('hashchange', reveal);
-if (location.hash) reveal();
+addEventListener('load', reveal);  // after the browser has gone to the place itself
 
 // Tables.
 
@@ -93,7 +93,7 @@ const setUpGrid = (grid) => {
     body.innerHTML = first.map(({markup}) => markup).join('');
     shown = fitting.length;
     const part = first.length < shown ? `, the first ${first.length} are shown` : '';
-    count.value = shown < rows.length || part ? `${shown} of ${rows.length} ${things}${part}` : `${shown} ${things}`;
+    count.value = `${shown < rows.length ? `${shown} of ` : ''}${rows.length} ${things}${part}`;
   };
 
   const sortBy = (head, column) => {
@@ -134,15 +134,14 @@ document.querySelectorAll('.grid').forEach(setUpGrid);
 
 const kMostFound = 40;
 let known;
-const things = () => known ||= [...document.querySelectorAll('#details > article, #details > .group')]
+const things = () => known ||= [...document.querySelectorAll('#details .cards, #details .group')]
   .flatMap((element) => {
     const hidden = element.querySelector('noscript');
     const markups = hidden ? hidden.textContent.split(/(?=<article )/) :
-      (element.matches('article') ? [element] : [...element.querySelectorAll('article')])
-        .map(({outerHTML}) => outerHTML);
+      [...element.querySelectorAll('article')].map(({outerHTML}) => outerHTML);
     return markups.map((markup) => {
       const [, id, head] = /id="?(t\d+)"?>.*?<h4>(.*?)<\/h4>/s.exec(markup);
-      const title = plain(head);
+      const title = plain(head.replace(/<em.*/s, ''));
       return {id, title, name: title.toLowerCase(), markup, lower: markup.toLowerCase()};
     });
   });
@@ -153,7 +152,8 @@ const rankOf = (thing, words) => {
     if (!hasAll(thing.lower, words)) return -1;
     return hasAll(thing.text ||= plain(thing.markup).toLowerCase(), words) ? 3 : -1;
   }
-  return words.includes(name) || words.includes(thing.name.split('#')[1]) ? 0 : name.startsWith(words[0]) ? 1 : 2;
+  if (words.includes(name) || words.includes(thing.name.split('#')[1])) return 0;
+  return ['', '_'].some((between) => name.startsWith(words.join(between))) ? 1 : 2;
 };
 const around = (text, word) => {
   const at = text.indexOf(word);
@@ -165,7 +165,7 @@ const found = make('ol', {id: 'found', hidden: true});
 const status = make('output', {className: 'status'});
 const form = make('form', {}, make('label', {htmlFor: 'find'}, 'Find'), box, status, found);
 form.setAttribute('role', 'search');
-document.querySelector('header').append(form);
+if (document.getElementById('details')) document.querySelector('header').append(form);
 
 const close = () => { found.hidden = true; found.replaceChildren(); status.value = ''; };
 const find = () => {
@@ -212,9 +212,10 @@ found.addEventListener('click', (event) => {
   if (link.hash === location.hash) reveal();
 });
 addEventListener('keydown', (event) => {
-  if (event.key === '/' && !/INPUT|SELECT/.test(document.activeElement.tagName)) {
+  const first = document.querySelector('input');
+  if (event.key === '/' && first && !/INPUT|SELECT/.test(document.activeElement.tagName)) {
     event.preventDefault();
-    box.focus();
-    box.select();
+    first.focus();
+    first.select();
   }
 });

@@ -1,0 +1,254 @@
+#!/usr/bin/python3
+"""Opens pages in a browser and uses them as people do.
+
+    pages.py RUX SOURCE WORK [AXE]
+
+SOURCE has the examples; AXE is the script of axe-core, without which accessibility is not looked at.
+"""
+import base64
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+from browser import browser
+
+rux, source = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
+work = pathlib.Path(sys.argv[3])
+axe = pathlib.Path(sys.argv[4]) if len(sys.argv) > 4 else None
+
+
+def make(name, machine, *options):
+    page = work / name
+    subprocess.run([rux, "page", machine, "-o", page, *options], check=True)
+    return page
+
+
+def search(page, text):
+    """What is found for a text."""
+    box = page.one("#find")
+    page.run("arguments[0].value = ''; document.querySelector('.status').value = ''", box)
+    box.send_keys(text)
+    page.wait(lambda: page.run("return document.querySelector('.status').value"))
+    time.sleep(0.2)  # the last letters
+    return page.texts("#found a")
+
+
+def test_search(page):
+    page.open(server)
+    found = search(page, "inlet_temp")
+    assert found[0] == "INLET_TEMP SENSOR #0x601", found
+    assert search(page, "0x601")[0] == "INLET_TEMP SENSOR #0x601"
+    # A register, a bus with an operand, a word of a comment.
+    assert "BOARD_REAR_TEMP SENSOR #0x604" in search(page, "0x4A00")
+    assert "CPU0_MARGIN SENSOR #0x102" in search(page, "bus 5, 0x30 operand 2,")
+    page.one("#find").clear()
+    page.one("#find").send_keys("no such thing")
+    page.wait(lambda: page.one(".status").text == "nothing found")
+    search(page, "FAN_CURVE")
+    page.one("#find").send_keys("\ue007")
+    page.wait(lambda: page.run("return document.activeElement.textContent") == "FAN_CURVE")
+
+
+def test_table(page):
+    page.open(server)
+    names = "#sensors tbody th a"
+    assert len(page.texts(names)) == 156
+    page.one("#sensors .tools input").send_keys("psu0 vout")
+    page.wait(lambda: page.texts(names) == ["PSU0_VOUT"])
+    assert page.one("#sensors output").text == "1 of 156 sensors"
+    page.open(server)
+    columns = [button.text for button in page.all("#sensors .grid thead button")]
+    column = columns.index("FH")
+    page.all("#sensors .grid thead button")[column].click()
+    page.all("#sensors .grid thead button")[column].click()
+    limits = [int(row) for row in page.run(
+        "return [...document.querySelectorAll('#sensors .grid tbody tr')].map(row => row.cells[arguments[0]].textContent)",
+        column) if row]
+    assert limits == sorted(limits, reverse=True) and len(limits) > 50
+    assert page.all("#sensors .grid thead th")[column].get_attribute("aria-sort") == "descending"
+    page.wait(lambda: page.all("#sensors select"))
+    page.one("#sensors select option[value='BOARD/CPU_COMPLEX/CPU0']").click()
+    page.wait(lambda: len(page.texts(names)) == 12)
+
+
+def test_links_both_ways(page):
+    """Every link leads somewhere, and what refers to a thing is referred to from there."""
+    page.open(server)
+    assert page.run("""return [...document.querySelectorAll('a[href^="#"]')].map(link => link.hash.slice(1))
+        .filter(id => !document.getElementById(id))""") == []
+    missing = page.run("""
+        const linked = (article, title) => [...article.querySelectorAll(':scope > p')]
+          .filter(p => p.firstChild.textContent === title).flatMap(p => [...p.querySelectorAll('a')].map(a => a.hash));
+        const missing = [];
+        for (const article of document.querySelectorAll('article'))
+          for (const [there, back] of [['refers to', 'referred to by'], ['referred to by', 'refers to']])
+            for (const hash of linked(article, there))
+              if (!linked(document.querySelector(hash), back).includes('#' + article.id)) missing.push(article.id + hash);
+        return missing;""")
+    assert missing == [], missing
+    assert page.run("return document.querySelectorAll('article').length") > 200
+
+
+def test_keyboard(page):
+    page.open(server)
+    page.one("body").send_keys("/")
+    page.run("document.activeElement.value = ''")
+    page.run("return document.activeElement").send_keys("cpu0_vcore")
+    page.wait(lambda: page.all("#found a"))
+    page.run("return document.activeElement").send_keys("\ue015")
+    assert page.run("return document.activeElement.textContent").startswith("CPU0_VCORE")
+    page.run("return document.activeElement").send_keys("\ue00c")
+    assert page.run("return document.activeElement.id") == "find" and not page.one("#found").is_displayed()
+
+
+def test_stays_inside(page):
+    """No request but for the page itself, nothing that the policy forbids, no error."""
+    for each in (server, changed, hostile, index):
+        page.open(each)
+        page.wait(lambda: page.run("return document.readyState") == "complete")
+        assert page.requests() == [each.resolve().as_uri()], page.requests()
+        assert page.complaints() == [], page.complaints()
+        assert page.run("return document.documentElement.scrollWidth <= innerWidth")
+    # The policy holds: what is added later neither runs nor loads.
+    page.open(server)
+    page.run("""document.body.append(Object.assign(document.createElement('script'), {textContent: 'window.ran = 1'}),
+        Object.assign(document.createElement('img'), {src: 'file:///etc/hostname'}))""")
+    assert page.run("return window.ran") is None
+    assert any("Content Security Policy" in text for text in page.complaints())
+
+
+def test_hostile_texts(page):
+    page.open(hostile)
+    assert page.run("return document.title") == "</title><script>alert(1)</script>"
+    assert "<img src=x onerror=alert(1)>&amp;" in page.texts("#sensors tbody th a")
+    assert page.run("return document.images.length + document.querySelectorAll('[onerror],[style]').length") == 0
+    search(page, "onerror")
+    assert page.texts("#found a")[0].startswith("<img src=x onerror=alert(1)>&amp;")
+    assert page.run("return document.images.length") == 0
+    page.one("#sensors .tools input").send_keys("<img")
+    page.wait(lambda: len(page.all("#sensors .grid tbody tr")) == 1)
+    assert page.run("return document.images.length") == 0
+
+
+def test_changes(page):
+    page.open(changed)
+    assert "CPU0_TEMP" in page.one("#changes").text and "95" in page.one("#changes ins").text
+    card = page.run("return document.getElementById(document.querySelector('#changes a').hash.slice(1))")
+    assert "changed" in card.text and "100" in card.text
+
+
+def test_index(page):
+    page.open(index)
+    assert page.texts("#overview tbody th a") == ["Two-socket rack server, 2U, 8 drive bays", "First board"]
+    page.one("#things .tools input").send_keys("0x601")
+    page.wait(lambda: page.texts("#things tbody th a") == ["INLET_TEMP"])
+    page.one("#things tbody th a").click()
+    page.wait(lambda: page.run("return document.activeElement.textContent") == "INLET_TEMP")
+    assert page.run("return location.pathname").endswith("/server.html")
+    page.one("nav a").click()
+    page.wait(lambda: page.all("#things"))
+
+
+def test_large(page):
+    """Of a large machine, what is searched for is shown, and where a link leads."""
+    page.open(large)
+    assert page.one("#sensors output").text == "1500 sensors, the first 500 are shown"
+    page.one("#sensors .tools input").send_keys("S1234")
+    page.wait(lambda: page.texts("#sensors tbody th a") == ["S1234"])
+    assert "S1234" not in page.texts("article h4 a")
+    page.one("#sensors tbody th a").click()
+    page.wait(lambda: page.run("return document.activeElement.textContent") == "S1234")
+    page.run("location.hash = ''")
+    assert search(page, "s777") == ["S777 SENSOR #0x1309"]
+    page.open(large, page.run("return document.querySelector('#found a').hash"))
+    page.wait(lambda: page.run("return document.activeElement.textContent") == "S777")
+
+
+def test_without_scripts():
+    with browser(scripts=False) as page:
+        page.open(server)
+        text = page.one("main").text
+        for expected in ("INLET_TEMP", "BOARD/CPU_COMPLEX/CPU0", "READ_CHIP_TEMP", "FAN_CURVE", "0x40030000"):
+            assert expected in text, expected
+        assert not page.all("#find")
+        page.open(large)
+        assert len(page.all("#sensors .grid tbody tr")) >= 1500
+        assert "S1234" in page.one("#sensors").text
+
+
+def test_print(page):
+    """On sheets of A4, as the style asks for."""
+    page.open(server)
+    printed = page.driver.execute_cdp_cmd("Page.printToPDF", {"preferCSSPageSize": True, "printBackground": True})
+    width, height = re.search(rb"/MediaBox \[0 0 ([\d.]+) ([\d.]+)\]", base64.b64decode(printed["data"])).groups()
+    assert (round(float(width)), round(float(height))) == (595, 842), (width, height)
+
+
+def test_accessibility(**options):
+    with browser(**options) as page:
+        for each in (first, hostile, index):
+            page.open(each)
+            page.run(axe.read_text())
+            found = page.driver.execute_async_script("""
+                const done = arguments[0];
+                axe.run().then(({violations}) => done(violations.map(each => each.id + ': ' + each.nodes[0].html)));""")
+            assert found == [], (each, found)
+
+
+def write_large(path):
+    """More than a page shows at once."""
+    text = (source / "tests/tool/boards/small.rux").read_text()
+    numbers = range(3, 1500)
+    text = text.replace("0x201\n", "0x201, " + ", ".join(str(4096 + number) for number in numbers) + "\n", 1)
+    for number in numbers:
+        text += (f"\n[SENSOR]\nPARENT = FANS\nNAME = S{number}\nID = {4096 + number}\nTYPE = 1\nINITFLAG = 3\n"
+                 "CONTROLMASK = 0\nVALUE = VT_CONST, G_CPU\n")
+    path.write_text(text)
+    return path
+
+
+def write_hostile(path):
+    text = (source / "tests/tool/boards/small.rux").read_text()
+    text = text.replace("INLET", '"<img src=x onerror=alert(1)>&amp;"')
+    text = text.replace('"Small, 1U"', '"</title><script>alert(1)</script>"').replace("FAN1", "a\x01]b\x1b[31m")
+    path.write_text(text)
+    return path
+
+
+def write_changed(folder):
+    shutil.copytree(source / "examples/server", folder)
+    cpu = folder / "cpu.rux"
+    cpu.write_text(cpu.read_text().replace("= 100", "= 95"))
+    return folder / "server.rux"
+
+
+shutil.rmtree(work, ignore_errors=True)
+work.mkdir(parents=True)
+server = make("server.html", source / "examples/server/server.rux")
+first = make("first.html", source / "examples/first/first.rux")
+hostile = make("hostile.html", write_hostile(work / "hostile.rux"))
+large = make("large.html", write_large(work / "large.rux"))
+changed = make("changed.html", write_changed(work / "changed"), "--diff", source / "examples/server/server.rux")
+(work / "machines").mkdir()
+shutil.copytree(source / "examples/server", work / "machines/server")
+shutil.copy(source / "examples/first/first.rux", work / "machines")
+subprocess.run([rux, "page", "--output-dir", "out", "machines/server/server.rux", "machines/first.rux"],
+               cwd=work, check=True)
+index = work / "out/index.html"
+
+with browser() as shared:
+    for test in (test_search, test_table, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
+                 test_changes, test_index, test_large, test_print):
+        test(shared)
+        print(test.__name__)
+test_without_scripts()
+print("test_without_scripts")
+if axe is None or not axe.exists():
+    print("without axe-core, accessibility is not looked at: scripts/page-tools installs it")
+else:
+    test_accessibility()
+    test_accessibility(dark=True, width=400)
+    print("test_accessibility")
