@@ -12,6 +12,7 @@
 #include "release/manifest.h"
 #include "release/released_file.h"
 #include "support/failure.h"
+#include "support/folders.h"
 #include "support/utf8.h"
 
 namespace rux::release {
@@ -25,7 +26,8 @@ class Maker {
  public:
   explicit Maker(const Contents& contents)
       : contents_(contents),
-        folder_(fs::absolute(contents.folder.empty() ? "." : contents.folder).lexically_normal()) {}
+        folder_(fs::absolute(contents.folder.empty() ? "." : contents.folder).lexically_normal()),
+        whole_folder_(support::WholeName(folder_.string())) {}
 
   Manifest Make() {
     Manifest manifest{contents_.tool, contents_.created, contents_.revision};
@@ -42,7 +44,16 @@ class Maker {
   std::string NameOf(const std::string& path) const {
     if (!support::IsUtf8(path))
       throw Failure(ExitStatus::kTrouble, "cannot record {}: its name must be UTF-8", path);
-    return fs::absolute(path).lexically_normal().lexically_relative(folder_).generic_string();
+    const fs::path spelt = fs::absolute(path).lexically_normal();
+    std::string name = spelt.lexically_relative(folder_).generic_string();
+    if (IsInside(name)) return name;
+    // A folder above may be that of the release by a symbolic link.
+    for (fs::path above = spelt.parent_path(); above.has_relative_path();
+         above = above.parent_path()) {
+      if (support::WholeName(above.string()) == whole_folder_)
+        return spelt.lexically_relative(above).generic_string();
+    }
+    return name;
   }
 
   FileRecord RecordOf(const std::string& path) const {
@@ -127,6 +138,7 @@ class Maker {
 
   const Contents& contents_;
   const fs::path folder_;
+  const std::string whole_folder_;
   std::map<std::string, FileRecord> files_;
   std::map<std::string, std::string> paths_;  // of the files, from the working folder
   std::map<std::string, FileRecord> sources_;
