@@ -4,12 +4,11 @@ import re
 from typing import Dict, Iterator, Mapping, Optional, Tuple
 
 from ruxmeta._debug_meta import DebugMetaFile
-from ruxmeta._debug_records import KEYWORDS, DebugEntryRecord, DebugSectionRecord
-from ruxmeta._language import ENTRIES, KINDS, PAYLOAD_MASK, PAYLOAD_NUMBER, PAYLOAD_VALUE
+from ruxmeta._debug_records import DebugEntryRecord, DebugSectionRecord
+from ruxmeta._language import KINDS, PAYLOAD_MASK, PAYLOAD_NUMBER, PAYLOAD_VALUE
+from ruxmeta._lookup import SOURCE_ENTRIES, SOURCE_KEYWORDS, SOURCE_KINDS
 from ruxmeta._views import Sections, bytes_of, text_of
 
-_IDENTIFIERS = {row.name: row.source for row in ENTRIES}
-_KEYWORDS_OF_KINDS = {kind.source: kind.keyword for kind in KINDS}
 # By kind and entry: the kind of the sections whose IDs the entry has.
 _TARGETS = {
     (kind.keyword, row.entry): row.target for kind in KINDS for row in kind.templates if row.target
@@ -56,7 +55,7 @@ class DebugEntry(DebugObject):
     @property
     def keyword(self) -> str:
         """What the identifier means; empty for names of the script's own."""
-        return KEYWORDS[self.identifier]
+        return SOURCE_KEYWORDS[self.identifier]
 
     @property
     def texts(self) -> Tuple[str, ...]:
@@ -89,7 +88,7 @@ class DebugSection(DebugObject, Mapping[str, DebugEntry]):
         self.notation = record.notation
         self.line = record.line
         self.file_index = record.file_index
-        self.kind = _KEYWORDS_OF_KINDS[record.identifier]
+        self.kind = SOURCE_KINDS[record.identifier].keyword
         self.ordinal = record.ordinal  # among the sections of its kind
         self._record = record
         self._by_key: Optional[Dict[str, DebugEntry]] = None
@@ -103,12 +102,12 @@ class DebugSection(DebugObject, Mapping[str, DebugEntry]):
     @property
     def name(self) -> Optional[str]:
         """The text of its NAME; None in sections without one."""
-        return self._text_of(_IDENTIFIERS["NAME"])
+        return self._text_of(SOURCE_ENTRIES["NAME"])
 
     @property
     def id(self) -> Optional[int]:
         """The number that its ID is; None in sections without one."""
-        text = self._text_of(_IDENTIFIERS["ID"])
+        text = self._text_of(SOURCE_ENTRIES["ID"])
         return None if text is None else self.machine.number(text)
 
     def __getitem__(self, key: str) -> DebugEntry:
@@ -190,7 +189,7 @@ class DebugMachine:
 
     def of_kind(self, keyword: str) -> Tuple[DebugSection, ...]:
         """The sections of a kind, by its keyword: "SENSOR"."""
-        if keyword not in _KEYWORDS_OF_KINDS.values():
+        if all(kind.keyword != keyword for kind in KINDS):
             raise KeyError(keyword)
         return self._kinds.get(keyword, ())
 

@@ -1,11 +1,10 @@
 """A debug meta file: its layout, read from end to end, and what is in it."""
 
 import struct
-from typing import Dict, Iterator, List, Optional, Set, Tuple
+from typing import Iterator, List, Optional, Set, Tuple
 
 from ruxmeta._cursor import WORD, Cursor, Faults, Unreadable, read_header
 from ruxmeta._debug_records import (
-    KEYWORDS,
     DebugEntryRecord,
     DebugObject,
     DebugSectionRecord,
@@ -16,6 +15,7 @@ from ruxmeta._debug_records import (
 )
 from ruxmeta._debug_rules import DebugRules
 from ruxmeta._language import DEBUG_META_MAGIC, KINDS, REQUIRED
+from ruxmeta._lookup import SOURCE_KEYWORDS, SOURCE_KINDS
 from ruxmeta._rows import Kind
 
 # The least that the things take that are counted.
@@ -24,8 +24,6 @@ _LEAST_KIND = WORD
 _LEAST_OBJECT = 6 * WORD
 _LEAST_SECTION = WORD + _LEAST_OBJECT + WORD
 _LEAST_ENTRY = WORD + _LEAST_OBJECT + 2 * WORD
-
-_KINDS: Dict[int, Kind] = {kind.source: kind for kind in KINDS}
 
 
 class DebugMetaFile:
@@ -119,8 +117,8 @@ class _DebugMetaReader:
             section.entries_offset = cursor.offset
             section.end = end
             self._file.kinds[-1].append(section)
-            self._rules.check_section(_KINDS[section.identifier], section, count_offset)
-            self._read_entries(_KINDS[section.identifier], section.entry_count)
+            self._rules.check_section(SOURCE_KINDS[section.identifier], section, count_offset)
+            self._read_entries(SOURCE_KINDS[section.identifier], section.entry_count)
             cursor.expect_end()
         except Unreadable:
             self._recover(depth, end)
@@ -138,7 +136,7 @@ class _DebugMetaReader:
         section.ordinal = ordinal
         outer_end = enter(cursor, "object", "object length")
         may_have_files, self._is_first_object = self._is_first_object, False
-        read_object(cursor, section, _KINDS)
+        read_object(cursor, section, SOURCE_KINDS)
         # The list travels in the first object that a process writes; a later file has none.
         if may_have_files and cursor.left() > 0:
             self._read_files()
@@ -198,7 +196,7 @@ def _read_entry(
     entry = DebugEntryRecord()
     entry.ordinal = ordinal
     outer_end = enter(cursor, "object", "object length")
-    read_object(cursor, entry, KEYWORDS)
+    read_object(cursor, entry, SOURCE_KEYWORDS)
     _check_file_index(cursor, entry, files)
     cursor.expect_end()
     leave(cursor, outer_end)

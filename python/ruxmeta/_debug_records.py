@@ -1,27 +1,18 @@
 """The records of a debug meta file."""
 
-from typing import Collection, Dict, List, Tuple
+from typing import Collection, List, Tuple
 
 from ruxmeta._cursor import WORD, Cursor
 from ruxmeta._language import (
-    ENTRIES,
-    NO_RECORD,
     PAYLOAD_LIST,
     PAYLOAD_MASK,
     PAYLOAD_NUMBER,
     PAYLOAD_TEXT,
     PAYLOAD_VALUE,
     REPEATER_FIELDS,
-    VALUE_TYPES,
 )
-from ruxmeta._rows import Field, ValueType
-
-KEYWORDS: Dict[int, str] = {row.source: row.keyword for row in ENTRIES}
-_TYPES: Dict[int, ValueType] = {row.code: row for row in VALUE_TYPES}
-
-
-def type_of(code: int) -> ValueType:
-    return _TYPES.get(code, NO_RECORD)
+from ruxmeta._lookup import type_of
+from ruxmeta._rows import Field
 
 
 class DebugObject:

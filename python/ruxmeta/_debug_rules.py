@@ -4,29 +4,22 @@ from bisect import bisect_left
 from typing import List, Optional, Set
 
 from ruxmeta._cursor import Cursor
-from ruxmeta._debug_records import (
-    KEYWORDS,
-    DebugEntryRecord,
-    DebugField,
-    DebugSectionRecord,
-    type_of,
-)
+from ruxmeta._debug_records import DebugEntryRecord, DebugField, DebugSectionRecord
 from ruxmeta._language import (
     COMPARISON,
     ENTRIES,
     FIRST_COMPARISON,
     FREE_NAME,
-    OPERATORS,
     PAYLOAD_MASK,
     PAYLOAD_VALUE,
     REQUIRED,
 )
+from ruxmeta._lookup import OPERATOR_CODES, SOURCE_ENTRIES, SOURCE_KEYWORDS, type_of
 from ruxmeta._rows import Kind
 
-_NAME = next(row.source for row in ENTRIES if row.name == "NAME")
-_DEFINED_WORD = next(row.source for row in ENTRIES if row.name == "DEFINED_WORD")
+_NAME = SOURCE_ENTRIES["NAME"]
+_DEFINED_WORD = SOURCE_ENTRIES["DEFINED_WORD"]
 _NOT_DIGIT_FIRST = frozenset(row.source for row in ENTRIES if row.form == "no digit first")
-_OPERATOR_CODES = dict(OPERATORS)
 
 
 class DebugRules:
@@ -109,7 +102,7 @@ class DebugRules:
             if entry.identifier == row.entry:
                 return row.notation
             reason = (
-                f"expected 0x{row.entry:08X} ({KEYWORDS[row.entry]}), "
+                f"expected 0x{row.entry:08X} ({SOURCE_KEYWORDS[row.entry]}), "
                 f"found 0x{entry.identifier:08X}"
             )
             self._report("identifier", entry.offset, reason, "object")
@@ -154,7 +147,7 @@ class DebugRules:
 
     def _check_name(self, entry: DebugEntryRecord, is_free: bool) -> None:
         """The key, or one that begins like it; no two alike."""
-        keyword = KEYWORDS[entry.identifier]
+        keyword = SOURCE_KEYWORDS[entry.identifier]
         name = entry.name
         reason = ""
         if not (name.startswith(keyword.encode()) if is_free else name == keyword.encode()):
@@ -201,7 +194,7 @@ class DebugRules:
             self._report_value(items.name, items.offset, reason)
 
     def _check_calculation(self, parts: List[DebugField]) -> None:
-        code = _OPERATOR_CODES.get(parts[0].texts[0])
+        code = OPERATOR_CODES.get(parts[0].texts[0])
         if code is None:
             self._report_value(parts[0].name, parts[0].offset, "no such operator")
             return

@@ -8,14 +8,14 @@ from ruxmeta._language import (
     CLASS_Repeater,
     CLASS_Value,
     CLASS_ValueType,
-    ENTRIES,
     KINDS,
     PROPERTY_PREFIX,
     REPEATER_TYPE,
     SELECTORS,
     Selector,
 )
-from ruxmeta._meta_tables import CLASS_MASK, CLASS_ROWS, ORDINAL_MASK
+from ruxmeta._lookup import CLASS_ROWS, COMPILED_KEYWORDS
+from ruxmeta._meta_tables import CLASS_MASK, ORDINAL_MASK
 from ruxmeta._rows import SelectorRow
 from ruxmeta._values import Value, value_of
 from ruxmeta._views import text_of
@@ -23,7 +23,6 @@ from ruxmeta._views import text_of
 if TYPE_CHECKING:
     from ruxmeta._sections import Section
 
-_FIXED_KEYWORDS = {row.compiled: row.keyword for row in ENTRIES if row.compiled}
 # By kind and entry: the kind of the sections whose IDs the entry has.
 _TARGETS = {
     (kind.keyword, row.compiled): row.target
@@ -47,7 +46,7 @@ class Entry:
     @property
     def key(self) -> str:
         """As a script writes it: "THRESHOLD_FH", "P_SLOT", "VALUE_INIT"."""
-        fixed = _FIXED_KEYWORDS.get(self.identifier)
+        fixed = COMPILED_KEYWORDS.get(self.identifier)
         if fixed is not None:
             return fixed
         name = value_of(self.section.machine.file.tables, self.identifier).value or ""
@@ -57,7 +56,7 @@ class Entry:
     @property
     def name(self) -> str:
         """The key without its prefix: "THRESHOLD_FH", "SLOT", "INIT"; of VALUE, it is empty."""
-        fixed = _FIXED_KEYWORDS.get(self.identifier)
+        fixed = COMPILED_KEYWORDS.get(self.identifier)
         return fixed or text_of(self.section.machine.file.tables.text(self.identifier))
 
     @property

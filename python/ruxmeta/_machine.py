@@ -3,13 +3,13 @@
 from typing import Dict, List, Mapping, Optional, Tuple, cast
 
 from ruxmeta._entries import Entry
-from ruxmeta._language import KINDS
+from ruxmeta._lookup import COMPILED_KINDS
 from ruxmeta._meta import MetaFile
 from ruxmeta._rows import Kind
 from ruxmeta._sections import CLASS_OF, Group, Section, Sensor, SensorList, Table
 from ruxmeta._views import Sections
 
-_KINDS: Dict[str, Kind] = {kind.keyword: kind for kind in KINDS if kind.compiled}
+_KINDS: Dict[str, Kind] = {kind.keyword: kind for kind in COMPILED_KINDS.values()}
 
 
 class Machine:
@@ -34,8 +34,8 @@ class Machine:
     @property
     def sections(self) -> Tuple[Section, ...]:
         """All sections in the order of the file."""
-        names = {kind.compiled: name for name, kind in _KINDS.items()}
-        return tuple(each for kind in self.file.sections for each in self.of_kind(names[kind]))
+        kinds = [COMPILED_KINDS[identifier].keyword for identifier in self.file.sections]
+        return tuple(section for kind in kinds for section in self.of_kind(kind))
 
     @property
     def sensors(self) -> Sections[Sensor]:

@@ -11,19 +11,16 @@ from ruxmeta._language import (
     CLASS_Dword,
     CLASS_Property,
     CLASS_TableData,
-    CLASSES,
-    KINDS,
     META_MAGIC,
     MOST_ORDINALS,
     SECTIONS_OFFSET,
     TABLE_CELLS,
 )
+from ruxmeta._lookup import CLASS_ROWS, COMPILED_KINDS
 from ruxmeta._meta_rules import MetaRules
 from ruxmeta._meta_tables import MetaTable, MetaTables
 
 _HEAD = 2 * WORD  # what sections, entries and tables begin with
-_TITLES = {row.base: row.title for row in CLASSES}
-_KINDS = {kind.compiled: kind for kind in KINDS if kind.compiled}
 
 
 class MetaFile:
@@ -78,10 +75,10 @@ class _MetaReader:
         least = SECTIONS_OFFSET
         for base in BLOCKS:
             at = cursor.offset
-            offset = cursor.word(_TITLES[base])
+            offset = cursor.word(CLASS_ROWS[base].title)
             if offset % BLOCK_ALIGNMENT or not least < offset < len(self._data):
                 cursor.fail(
-                    _TITLES[base],
+                    CLASS_ROWS[base].title,
                     at,
                     f"it is 0x{offset:X}; it must be a multiple of {BLOCK_ALIGNMENT} above "
                     f"0x{least:X} and below the file's end 0x{len(self._data):X}",
@@ -202,14 +199,14 @@ class _MetaReader:
         cursor = self._cursor
         begin = cursor.offset
         identifier = cursor.word("identifier")
-        if identifier not in _KINDS:
+        if identifier not in COMPILED_KINDS:
             cursor.fail("identifier", begin, f"no such kind: 0x{identifier:08X}")
         count = cursor.count("entry count", _HEAD)
         section = (begin - SECTIONS_OFFSET) // WORD
         self._file.sections.setdefault(identifier, []).append(section)
         entries, is_cut = self._entries(section + 2, count)
         if rules is not None:
-            rules.check_section(_KINDS[identifier], ordinal, section, entries)
+            rules.check_section(COMPILED_KINDS[identifier], ordinal, section, entries)
         if is_cut:
             self._fail_entry(len(entries))
         if rules is not None:

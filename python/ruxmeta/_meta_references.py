@@ -10,7 +10,8 @@ from ruxmeta._language import (
     SECTIONS_OFFSET,
     TABLE_CELLS,
 )
-from ruxmeta._meta_tables import CLASS_ROWS, ORDINAL_MASK, MetaTables
+from ruxmeta._lookup import CLASS_ROWS
+from ruxmeta._meta_tables import ORDINAL_MASK, MetaTables
 from ruxmeta._rows import Kind
 
 

@@ -5,25 +5,17 @@ from collections import defaultdict
 from typing import Container, DefaultDict, Dict, List, NamedTuple, Optional, Set, Tuple
 
 from ruxmeta._cursor import WORD, Faults
-from ruxmeta._language import (
-    CLASS_Dword,
-    CLASS_Global,
-    CLASS_Value,
-    ENTRIES,
-    KINDS,
-    REQUIRED,
-    SECTIONS_OFFSET,
-)
+from ruxmeta._language import CLASS_Dword, CLASS_Global, CLASS_Value, REQUIRED, SECTIONS_OFFSET
+from ruxmeta._lookup import CLASS_ROWS, COMPILED_ENTRIES, COMPILED_KEYWORDS, COMPILED_KINDS
+from ruxmeta._lookup import SOURCE_KEYWORDS
 from ruxmeta._meta_references import MetaReferences, Place
-from ruxmeta._meta_tables import CLASS_MASK, CLASS_ROWS, MetaTables
+from ruxmeta._meta_tables import CLASS_MASK, MetaTables
 from ruxmeta._rows import Kind, Template
 from ruxmeta._value_rules import ValueRules
 
-KEYWORDS = {row.source: row.keyword for row in ENTRIES}
-FIXED_KEYWORDS = {row.compiled: row.keyword for row in ENTRIES if row.compiled}
-_ARGUMENT_NUMBER = next(row.compiled for row in ENTRIES if row.name == "ARGNUMBER")
+_ARGUMENT_NUMBER = COMPILED_ENTRIES["ARGNUMBER"]
 # VALUE, the value without a name of its own.
-PLAIN_VALUE_INDEX = CLASS_Value + CLASS_ROWS[CLASS_Value].fixed_keys.index(b"")
+_PLAIN_VALUE = CLASS_Value + CLASS_ROWS[CLASS_Value].fixed_keys.index(b"")
 
 
 class _Schema(NamedTuple):
@@ -38,7 +30,7 @@ def _schema_of(kind: Kind) -> _Schema:
     return _Schema(keys, {row.table: row.content for row in kind.free_entries if row.table})
 
 
-_SCHEMAS = {kind.compiled: _schema_of(kind) for kind in KINDS if kind.compiled}
+_SCHEMAS = {identifier: _schema_of(kind) for identifier, kind in COMPILED_KINDS.items()}
 _NO_KEY = (-1, "")
 
 
@@ -143,7 +135,7 @@ class MetaRules:
         if not self._is_index(entry, at, CLASS_Value):
             return
         # VALUE, and a "VALUE_" with nothing after it, have the same name.
-        if identifier == PLAIN_VALUE_INDEX:
+        if identifier == _PLAIN_VALUE:
             self._values.add_local_value(identifier)
         else:
             self._check_twice(entry, at)
@@ -179,12 +171,12 @@ class MetaRules:
 
 
 def _reason_for_missing(template: Template) -> str:
-    return f"expected {KEYWORDS[template.entry]} before it"
+    return f"expected {SOURCE_KEYWORDS[template.entry]} before it"
 
 
 def _reason_against(kind: Kind, identifier: int) -> str:
     row = CLASS_ROWS.get(identifier & CLASS_MASK)
-    title = FIXED_KEYWORDS.get(identifier) or (row.title if row is not None else None)
+    title = COMPILED_KEYWORDS.get(identifier) or (row.title if row is not None else None)
     if title is None:
         return f"no such identifier: 0x{identifier:08X}"
     return f"a {kind.keyword} section cannot have {title} here"

@@ -4,13 +4,11 @@ from array import array
 from typing import Container, Dict, List, Optional, Sequence, Set, TypeVar
 
 from ruxmeta._cursor import WORD, Faults
-from ruxmeta._language import CLASS_Dword, CLASS_Property, CLASS_String, CLASSES
-from ruxmeta._rows import IndexClass
+from ruxmeta._language import CLASS_Dword, CLASS_Property, CLASS_String
+from ruxmeta._lookup import CLASS_ROWS
 
 CLASS_MASK = 0xFF000000
 ORDINAL_MASK = 0x00FFFFFF
-
-CLASS_ROWS: Dict[int, IndexClass] = {row.base: row for row in CLASSES}
 
 _Item = TypeVar("_Item", bytes, int)
 _NO_INDICES = range(0)

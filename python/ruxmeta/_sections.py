@@ -4,14 +4,13 @@ from typing import TYPE_CHECKING, Dict, Iterator, Mapping, Optional, Tuple, Type
 
 from ruxmeta._entries import Entry
 from ruxmeta._language import CLASS_Property, ENTRIES, PLAIN_VALUE, TABLE_CELLS, CLASS_TableData
+from ruxmeta._lookup import COMPILED_ENTRIES
 from ruxmeta._meta_tables import CLASS_MASK
 from ruxmeta._rows import Kind
 
 if TYPE_CHECKING:
     from ruxmeta._machine import Machine
 
-_IDENTIFIERS = {row.name: row.compiled for row in ENTRIES if row.compiled}
-_NAME, _ID = _IDENTIFIERS["NAME"], _IDENTIFIERS["ID"]
 _LIMITS = {row.compiled: row.keyword for row in ENTRIES if row.is_limit}
 
 
@@ -34,13 +33,13 @@ class Section(Mapping[str, Entry]):
     @property
     def name(self) -> Optional[str]:
         """Its NAME; None in sections without one."""
-        value = self._first_value(_NAME)
+        value = self._first_value(COMPILED_ENTRIES["NAME"])
         return value if isinstance(value, str) else None
 
     @property
     def id(self) -> Optional[int]:
         """Its ID; None in sections without one."""
-        value = self._first_value(_ID)
+        value = self._first_value(COMPILED_ENTRIES["ID"])
         return value if isinstance(value, int) else None
 
     @property

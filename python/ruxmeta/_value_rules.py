@@ -19,16 +19,13 @@ from ruxmeta._language import (
     COMPARISON,
     FIRST_COMPARISON,
     MOST_ORDINALS,
-    NO_RECORD,
-    OPERATORS,
-    VALUE_TYPES,
 )
+from ruxmeta._lookup import CLASS_ROWS, OPERATOR_CODES, type_of
 from ruxmeta._meta_references import MetaReferences, Place
-from ruxmeta._meta_tables import CLASS_MASK, CLASS_ROWS, ORDINAL_MASK, MetaTables
+from ruxmeta._meta_tables import CLASS_MASK, ORDINAL_MASK, MetaTables
 from ruxmeta._rows import Kind, ValueType
 
-_TYPES: Dict[int, ValueType] = {row.code: row for row in VALUE_TYPES}
-_OPERATOR_CODES = frozenset(code for _, code in OPERATORS)
+_OPERATORS = frozenset(OPERATOR_CODES.values())
 
 
 class ValueRules:
@@ -179,7 +176,7 @@ class ValueRules:
             if count > 1:
                 self._has(at, CLASS_ValueType)
             return None
-        kind = _TYPES.get(word & ORDINAL_MASK, NO_RECORD)
+        kind = type_of(word & ORDINAL_MASK)
         sized = kind
         if kind.code == COMPARISON.code:
             code = self._words[at + 1] & ORDINAL_MASK if count > 1 else FIRST_COMPARISON
@@ -215,7 +212,7 @@ class ValueRules:
         elif role == "operator":
             word = self._words[at]
             is_operator = word & CLASS_MASK == CLASS_Operator
-            if not is_operator or word & ORDINAL_MASK not in _OPERATOR_CODES:
+            if not is_operator or word & ORDINAL_MASK not in _OPERATORS:
                 self._report(at, f"0x{word:08X} is not an operator")
 
     def _check_operand(self, at: int, last_argument: int) -> None:

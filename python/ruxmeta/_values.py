@@ -9,13 +9,13 @@ from ruxmeta._language import (
     CLASS_Small,
     CLASS_Value,
     CLASS_ValueType,
-    OPERATORS,
     PLAIN_VALUE,
 )
-from ruxmeta._meta_tables import CLASS_MASK, CLASS_ROWS, ORDINAL_MASK, MetaTables
+from ruxmeta._lookup import CLASS_ROWS, OPERATOR_CODES
+from ruxmeta._meta_tables import CLASS_MASK, ORDINAL_MASK, MetaTables
 from ruxmeta._views import text_of
 
-_OPERATORS: Dict[int, str] = {code: text.decode() for text, code in OPERATORS}
+_OPERATORS: Dict[int, str] = {code: text.decode() for text, code in OPERATOR_CODES.items()}
 
 
 class Value(NamedTuple):

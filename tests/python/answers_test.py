@@ -124,7 +124,7 @@ def row_of(sensor):
         "properties": [f"{name}={text}" for name, text in sensor.properties.items()],
     }
     row.update(sensor.limits)
-    return row
+    return {column: cell for column, cell in row.items() if cell != []}
 
 
 def without(names, json):

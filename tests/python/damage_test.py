@@ -2,6 +2,7 @@
 
 import random
 import struct
+import time
 import unittest
 
 import ruxmeta
@@ -127,6 +128,35 @@ class Damage(unittest.TestCase):
 
     def test_debug_meta_files_with_random_damage(self):
         self.assert_same_faults(ruxmeta.load_debug, with_random_damage(self.debug_meta))
+
+    def test_many_faults_cost_as_much_as_the_bytes(self):
+        header = self.debug_meta[:128]
+
+        def words(count):
+            return header + struct.pack("<I", count) + bytes(8 * count + 4)
+
+        def sections(count):
+            """No section has an entry, and all but one are too many."""
+            size = (4 + 8 * count) // 16 * 16 + 16
+            section = struct.pack("<2I", 0x01000001, 0)
+            content = (struct.pack("<I", count) + section * count).ljust(size, b"\0")
+            offsets = struct.unpack_from("<10I", self.meta, 128)
+            moved = [offset + 256 + size - offsets[0] for offset in offsets]
+            directory = struct.pack("<10I", *moved).ljust(128, b"\0")
+            return self.meta[:128] + directory + content + self.meta[offsets[0] :]
+
+        for load, make in ((ruxmeta.load_debug, words), (ruxmeta.load, sections)):
+            self.assertIsNotNone(fault_of(load, make(3)))
+            few, many = (self.least_time(load, make(count)) for count in (20_000, 80_000))
+            self.assertLess(many, 12 * few)
+
+    def least_time(self, load, data):
+        times = []
+        for _ in range(3):
+            begin = time.process_time()
+            fault_of(load, data)
+            times.append(time.process_time() - begin)
+        return min(times)
 
     def test_bytes_of_nothing(self):
         source = random.Random(2)
