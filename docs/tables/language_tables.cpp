@@ -99,7 +99,7 @@ void PrintValueType(const ValueType& type) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     cells.emplace_back(fields[i].name);
     cells.emplace_back(fields[i].kind == FieldKind::kList ? "list" : "text");
-    cells.push_back(WordFor(type.roles[i]));
+    cells.emplace_back(WordFor(type.roles[i]));
   }
   Print(cells);
 }

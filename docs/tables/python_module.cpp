@@ -59,9 +59,8 @@ std::string Call(const char* type, const Items& arguments) {
 std::string Tuple(const Items& items, std::size_t indent = 0) {
   if (items.empty()) return "()";
   const std::string margin(indent, ' ');
-  std::string text = "(\n";
-  for (const std::string& item : items) text += margin + "    " + item + ",\n";
-  return text + margin + ')';
+  const std::string separator = ",\n    " + margin;
+  return "(\n    " + margin + Joined(items, separator.c_str()) + ",\n" + margin + ')';
 }
 
 template <class Table, class Text>
@@ -75,7 +74,7 @@ std::string Constant(const char* name, const std::string& value) {
   return std::string(name) + " = " + value + '\n';
 }
 
-// The kind whose IDs the entry has, other than the section's own.
+// The kind of the sections that the entry refers to by their IDs.
 std::string TargetOf(const EntryTemplate& row) {
   const Reference* reference = FindReference(row.section, row.identifier);
   const bool is_id = reference != nullptr && reference->key == ENTRY_ID;
