@@ -42,7 +42,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const rux::machine::Machine machine("file.meta", {"file.meta"}, std::move(kept), nullptr,
                                       nullptr);
   const rux::browse::MachineRelations relations(machine);
-  for (const rux::graph::Selection& selection : rux::graph::kSelections) {
+  for (const rux::graph::Selection& selection : rux::graph::Selections()) {
     const Graph graph = rux::graph::Select(selection, relations, machine.name()).graph;
     WriteAll(graph);
     if (graph.nodes.empty()) continue;

@@ -1,5 +1,6 @@
 #include "graph/drawing.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -59,8 +60,13 @@ bool IsTree(const Component& component) {
 
 namespace {
 
-void Place(const Units& units, const Component& component, const Block& block, Point at,
-           Drawing& drawing) {
+struct LaidOut {
+  Component component;
+  Block block;
+};
+
+void Place(const Units& units, const LaidOut& laid_out, Point at, Drawing& drawing) {
+  const auto& [component, block] = laid_out;
   for (std::size_t i = 0; i < component.units.size(); ++i)
     units.Place(component.units[i], at + block.at[i], drawing);
   for (std::size_t i = 0; i < component.links.size(); ++i) {
@@ -76,23 +82,33 @@ void Place(const Units& units, const Component& component, const Block& block, P
   }
 }
 
+// Trees are in their own order. All else fills columns better if the widest come first.
+std::vector<LaidOut> LayOutAll(const Units& units, bool is_hierarchy) {
+  std::vector<LaidOut> all;
+  for (Component& component : ComponentsOf(units)) {
+    Block block = is_hierarchy && IsTree(component) ? LayOutTree(units, component)
+                                                    : LayOutLayers(units, component);
+    all.push_back({std::move(component), std::move(block)});
+  }
+  if (is_hierarchy) return all;
+  std::stable_sort(all.begin(), all.end(), [](const LaidOut& one, const LaidOut& other) {
+    return one.block.size.width > other.block.size.width;
+  });
+  return all;
+}
+
 }  // namespace
 
 Drawing Draw(const Graph& graph) {
   constexpr Size kGap{40, 24};
   const Units units(graph);
-  const std::vector<Component> components = ComponentsOf(units);
-  std::vector<Block> blocks;
+  const std::vector<LaidOut> all = LayOutAll(units, graph.subject->is_hierarchy);
   std::vector<Size> sizes;
-  for (const Component& component : components) {
-    const bool is_tree = graph.subject->is_hierarchy && IsTree(component);
-    blocks.push_back(is_tree ? LayOutTree(units, component) : LayOutLayers(units, component));
-    sizes.push_back(blocks.back().size);
-  }
+  sizes.reserve(all.size());
+  for (const LaidOut& laid_out : all) sizes.push_back(laid_out.block.size);
   const Columns columns = InColumns(sizes, kGap);
   Drawing drawing{columns.size, std::vector<Box>(graph.nodes.size()), units.texts(), {}, {}};
-  for (std::size_t i = 0; i < components.size(); ++i)
-    Place(units, components[i], blocks[i], columns.at[i], drawing);
+  for (std::size_t i = 0; i < all.size(); ++i) Place(units, all[i], columns.at[i], drawing);
   return drawing;
 }
 

@@ -128,6 +128,22 @@ class Layerer {
     }
   }
 
+  // Where a slot is connected to, as a share of the height of the layers on that side. What few
+  // others are connected to counts more: it can be near to all of them.
+  double Wanted(std::size_t slot, const std::vector<double>& places, bool is_onwards) const {
+    const Slot& wanting = result_.slots[slot];
+    double sum = 0;
+    double weights = 0;
+    for (const std::size_t end : is_onwards ? wanting.before : wanting.after) {
+      const Slot& other = result_.slots[end];
+      const std::size_t sharing = (is_onwards ? other.after : other.before).size();
+      const double weight = 1 / static_cast<double>(sharing);
+      sum += weight * places[end];
+      weights += weight;
+    }
+    return weights > 0 ? sum / weights : places[slot];
+  }
+
   // Sorts each layer by where its slots are connected to in the layers that are sorted already.
   void Sweep(bool is_onwards) {
     std::vector<double> places(result_.slots.size());
@@ -136,21 +152,14 @@ class Layerer {
         places[layer[i]] = (static_cast<double>(i) + 0.5) / static_cast<double>(layer.size());
     };
     for (const std::vector<std::size_t>& layer : result_.layers) note(layer);
+    std::vector<double> wanted(result_.slots.size());
     for (std::size_t i = 0; i < result_.layers.size(); ++i) {
       std::vector<std::size_t>& layer =
           result_.layers[is_onwards ? i : result_.layers.size() - 1 - i];
-      std::vector<std::pair<double, std::size_t>> wanted;
-      for (const std::size_t slot : layer) {
-        const Slot& place = result_.slots[slot];
-        const std::vector<std::size_t>& ends = is_onwards ? place.before : place.after;
-        double sum = 0;
-        for (const std::size_t end : ends) sum += places[end];
-        wanted.emplace_back(ends.empty() ? places[slot] : sum / static_cast<double>(ends.size()),
-                            slot);
-      }
-      std::stable_sort(wanted.begin(), wanted.end(),
-                       [](const auto& a, const auto& b) { return a.first < b.first; });
-      for (std::size_t k = 0; k < layer.size(); ++k) layer[k] = wanted[k].second;
+      for (const std::size_t slot : layer) wanted[slot] = Wanted(slot, places, is_onwards);
+      std::stable_sort(layer.begin(), layer.end(), [&](std::size_t one, std::size_t other) {
+        return wanted[one] < wanted[other];
+      });
       note(layer);
     }
   }

@@ -1,8 +1,6 @@
 #include "graph/selection.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <map>
 #include <optional>
 #include <string>
@@ -88,42 +86,45 @@ class Selector {
 
 }  // namespace
 
-const Selection kSelections[kSelectionCount] = {
-    {{"groups", "groups and sensors", true},
-     [](language::SectionId kind) {
-       return kind == language::SECTION_GROUP || kind == language::SECTION_SENSOR;
-     },
-     [](const Thing&, const Thing& to, bool is_membership) {
-       return is_membership && Is(to, language::SECTION_GROUP);
-     },
-     ReadCompiled},
-    {{"pelm", "PELMGROUPs and sensors", true},
-     [](language::SectionId kind) {
-       return kind == language::SECTION_PELMGROUP || kind == language::SECTION_SENSOR;
-     },
-     [](const Thing& from, const Thing&, bool is_membership) {
-       return is_membership && Is(from, language::SECTION_PELMGROUP);
-     },
-     ReadCompiled},
-    {{"calls", "calls of actions", false},
-     [](language::SectionId kind) { return kind == language::SECTION_ACTION; },
-     [](const Thing&, const Thing& to, bool) { return Is(to, language::SECTION_ACTION); },
-     ReadCompiled},
-    {{"includes", "included files", true},
-     [](language::SectionId) { return true; },
-     [](const Thing&, const Thing&, bool) { return true; },
-     ReadIncludes},
-    {{"references", "what values use", false},
-     [](language::SectionId) { return false; },
-     [](const Thing&, const Thing&, bool is_membership) { return !is_membership; },
-     ReadCompiled},
-};
+const std::vector<Selection>& Selections() {
+  static const std::vector<Selection> selections = {
+      {{"groups", "groups and sensors", true},
+       [](language::SectionId kind) {
+         return kind == language::SECTION_GROUP || kind == language::SECTION_SENSOR;
+       },
+       [](const Thing&, const Thing& to, bool is_membership) {
+         return is_membership && Is(to, language::SECTION_GROUP);
+       },
+       ReadCompiled},
+      {{"pelm", "PELMGROUPs and sensors", true},
+       [](language::SectionId kind) {
+         return kind == language::SECTION_PELMGROUP || kind == language::SECTION_SENSOR;
+       },
+       [](const Thing& from, const Thing&, bool is_membership) {
+         return is_membership && Is(from, language::SECTION_PELMGROUP);
+       },
+       ReadCompiled},
+      {{"calls", "calls of actions", false},
+       [](language::SectionId kind) { return kind == language::SECTION_ACTION; },
+       [](const Thing&, const Thing& to, bool) { return Is(to, language::SECTION_ACTION); },
+       ReadCompiled},
+      {{"includes", "included files", true},
+       [](language::SectionId) { return true; },
+       [](const Thing&, const Thing&, bool) { return true; },
+       ReadIncludes},
+      {{"references", "what values use", false},
+       [](language::SectionId) { return false; },
+       [](const Thing&, const Thing&, bool is_membership) { return !is_membership; },
+       ReadCompiled},
+  };
+  return selections;
+}
 
 const Selection* FindSelection(const std::string& name) {
-  const Selection* const found =
-      std::find_if(std::begin(kSelections), std::end(kSelections),
-                   [&](const Selection& selection) { return selection.subject.name == name; });
-  return found == std::end(kSelections) ? nullptr : found;
+  for (const Selection& selection : Selections()) {
+    if (selection.subject.name == name) return &selection;
+  }
+  return nullptr;
 }
 
 Selected Select(const Selection& selection, const browse::Relations& relations,

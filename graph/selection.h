@@ -25,8 +25,8 @@ struct Selection {
   browse::Relations (*read)(const std::string& machine, const machine::LoadOptions& options);
 };
 
-inline constexpr std::size_t kSelectionCount = 5;
-extern const Selection kSelections[kSelectionCount];  // the first is the one that nobody asked for
+// The first is the one to show when none is asked for.
+const std::vector<Selection>& Selections();
 
 // Null if there is none of that name.
 const Selection* FindSelection(const std::string& name);

@@ -24,7 +24,7 @@ constexpr std::size_t kDefaultDepth = 2;
 
 struct GraphOptions {
   MachineOptions machine;
-  std::string of = graph::kSelections[0].subject.name;
+  std::string of = graph::Selections().front().subject.name;
   std::string around;
   std::size_t depth = 0;  // 0: not given
   std::size_t max_nodes = 500;
@@ -58,7 +58,7 @@ support::ExitStatus PrintGraph(const GraphOptions& options) {
 
 std::vector<std::string> Subjects() {
   std::vector<std::string> names;
-  for (const graph::Selection& selection : graph::kSelections)
+  for (const graph::Selection& selection : graph::Selections())
     names.emplace_back(selection.subject.name);
   return names;
 }
