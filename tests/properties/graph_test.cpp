@@ -18,6 +18,7 @@
 #include "graph/bounds.h"
 #include "graph/drawing.h"
 #include "graph/forms.h"
+#include "graph/forms/svg.h"
 #include "graph/geometry.h"
 #include "graph/selection.h"
 #include "graph/shortcuts.h"
@@ -351,6 +352,10 @@ TEST(Graph, IsSafeInEveryForm) {
             [&](rux::support::TextStream& out) { form.write(part, out); });
         EXPECT_TRUE(rux::support::AreSafeLines(text)) << form.name << ' ' << seed;
       }
+      const std::string element = rux::support::WrittenText(
+          [&](rux::support::TextStream& out) { rux::graph::WriteSvgElement(part, out); });
+      for (const char* const of_a_file : {"<style", " style=", " id=", "\"heading\"", "\"paper\""})
+        EXPECT_EQ(element.find(of_a_file), std::string::npos) << of_a_file;
     }
   }
 }
