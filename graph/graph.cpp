@@ -1,7 +1,5 @@
 #include "graph/graph.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <string>
 
@@ -47,7 +45,7 @@ std::string LabelOf(const Graph& graph, const Node& node) {
     return support::SafeText(thing.name->substr(is_inside ? folder.size() : 0));
   }
   if (thing.name) return support::SafeText(*thing.name);
-  if (thing.id) return fmt::format("#0x{:X}", *thing.id);
+  if (thing.id) return support::IdText(*thing.id);
   return thing.kind->keyword;
 }
 

@@ -31,7 +31,7 @@ std::string PathOf(const browse::Thing& thing) {
   std::string path = thing.kind->keyword;
   if (!thing.key.empty()) return path + '/' + support::NameInPath(thing.key);
   if (thing.name) return path + '/' + support::NameInPath(*thing.name);
-  return thing.id ? fmt::format("{}/#0x{:X}", path, *thing.id) : path;
+  return thing.id ? path + '/' + support::IdText(*thing.id) : path;
 }
 
 std::string Markup(std::string_view text) { return support::MarkupText(support::SafeText(text)); }
