@@ -9,7 +9,7 @@
 namespace rux::graph {
 namespace {
 
-// The colours of a kind: its hue, the same in both themes.
+// The colours of a kind: its hue, the same in both themes. Kinds that graphs hardly have are grey.
 struct Hue {
   language::SectionId kind;
   int degrees;
@@ -44,13 +44,15 @@ struct Theme {
 
 std::string ThemeText(const Theme& theme) {
   return fmt::format(
-      ".rux-graph .paper{{fill:{}}}\n"
+      ".rux-graph rect{{fill:{};stroke:{}}}\n"
+      ".rux-graph .paper{{fill:{};stroke:none}}\n"
       ".rux-graph text{{fill:{}}}\n"
       ".rux-graph .marks,.rux-graph .rest text{{fill:{}}}\n"
       ".rux-graph .line path{{stroke:{}}}\n"
       ".rux-graph .line .arrow{{fill:{}}}\n"
       ".rux-graph .frame rect{{fill:{};stroke:{}}}\n",
-      theme.paper, theme.text, theme.faint, theme.line, theme.line, theme.frame, theme.frame_edge);
+      theme.frame, theme.line, theme.paper, theme.text, theme.faint, theme.line, theme.line,
+      theme.frame, theme.frame_edge);
 }
 
 constexpr Theme kLight{"#ffffff", "#1d2330", "#555d6e", "#767e8f", "#f5f6f9", "#cfd4de"};
