@@ -42,6 +42,7 @@ std::string PartText(const machine::EntryValue& value, const char* name) {
 }
 
 void AddAccess(const ruxcomp::Entry& entry, Thing thing, Users& users) {
+  if (!IsValue(entry)) return;
   const machine::EntryValue value = machine::ValueOf(entry);
   if (!value.type) return;
   const language::Shape shape = language::FindValueType(*value.type).shape;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "browse/relations.h"
+#include "compiled/datum.h"
 #include "diagnostics/diagnostic.h"
 #include "diff/change.h"
 #include "machine/machine.h"
@@ -19,6 +21,7 @@
 #include "page/sources.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/limits.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
@@ -78,6 +81,7 @@ std::vector<ruxcomp::Entry> Contents::EntriesOf(Thing thing) const {
   const ruxcomp::Entries entries = SectionOf(thing).entries();
   if (number != browse::MachineRelations::kWhole) return {entries[number]};
   std::vector<ruxcomp::Entry> all;
+  all.reserve(entries.size());
   for (const ruxcomp::Entry entry : entries) all.push_back(entry);
   return all;
 }
@@ -89,6 +93,17 @@ const std::optional<Excerpt>& Contents::ExcerptOf(Thing thing) const {
     known->second = background_.sources.Of(*what.kind, OrdinalOf(thing), what.key, what.place);
   }
   return known->second;
+}
+
+std::optional<std::string> Contents::AmountOf(Thing thing, const ruxcomp::Entry& entry) const {
+  const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
+  const auto& limits = language::kLimitsUpwards;
+  if (row == nullptr ||
+      std::find(std::begin(limits), std::end(limits), row->source) == std::end(limits))
+    return std::nullopt;
+  const compiled::Datum datum = machine::DatumOf(entry.value());
+  if (!datum.IsNumber()) return std::nullopt;
+  return machine_.QuantityOf(SectionOf(thing)).TextOf(datum.number);
 }
 
 std::string Contents::PathText(const std::string& path) const {

@@ -71,6 +71,9 @@ class Contents {
   std::string PlaceText(const machine::Place& place) const;
   std::string PathText(const std::string& path) const;
 
+  // A limit, or the reading that is expected, with its unit; none of another entry.
+  std::optional<std::string> AmountOf(Thing thing, const ruxcomp::Entry& entry) const;
+
   // What its values use and what uses its values, directly or not; each once, the nearest first.
   std::vector<Thing> UsedBy(Thing thing) const { return Reached(thing, true); }
   std::vector<Thing> UsersOf(Thing thing) const { return Reached(thing, false); }

@@ -97,9 +97,13 @@ void IndexPage::Add(std::string_view entries) {
 
 void IndexPage::AddFailed(const std::string& machine, const std::string& reason) {
   ++count_;
+  // As it is reported, without what names the program.
+  constexpr std::string_view kLead = "rux: error: ";
+  std::string_view text = std::string_view(reason).substr(0, reason.find('\n'));
+  if (text.substr(0, kLead.size()) == kLead) text.remove_prefix(kLead.size());
   Html row;
   row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << kColumns - 1
-      << "><em class=w>no page</em> " << Text{reason.substr(0, reason.find('\n'))};
+      << "><em class=w>no page</em> " << Text{text};
   machines_.AddRow(row);
 }
 

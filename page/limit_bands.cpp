@@ -98,7 +98,11 @@ class Drawing {
 
 }  // namespace
 
-std::string ScaleEnd(double amount) { return fmt::format("{:.4g}", amount); }
+std::string ScaleEnd(double amount) {
+  constexpr double kWithoutFraction = 100;
+  return std::abs(amount) < kWithoutFraction ? fmt::format("{:.3g}", amount)
+                                             : fmt::format("{:.0f}", amount);
+}
 
 LimitBands::LimitBands(const machine::Machine& machine) {
   const table::MachineTable table =
@@ -111,7 +115,9 @@ LimitBands::LimitBands(const machine::Machine& machine) {
     for (std::size_t i = 0; i < kPlaces; ++i) {
       const table::Cell& cell = table::CellIn(row.cells, i);
       is_ambiguous = is_ambiguous || IsAmbiguous(row, cell);
-      limits.amounts.push_back(cell.empty() ? std::nullopt : table::NumberIn(cell.texts.front()));
+      limits.amounts.push_back(cell.number
+                                   ? table::NumberIn(row.subject.quantity.AmountText(*cell.number))
+                                   : std::nullopt);
       largest = std::max(largest, std::abs(limits.amounts.back().value_or(0)));
       is_known = is_known || (limits.amounts.back() && i != kTheory);
     }

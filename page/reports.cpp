@@ -1,7 +1,9 @@
 // What is found in a machine, and what differs from another one.
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "diagnostics/report.h"
 #include "diff/change.h"
@@ -12,12 +14,11 @@
 #include "support/number_text.h"
 
 namespace rux::page {
+namespace {
 
-void WriteFindings(const Contents& contents, Html& out) {
-  const std::optional<diagnostics::Report>& report = contents.background().report;
-  if (!report || report->diagnostics.empty()) return;
-  out << "<section id=findings><h2>Findings</h2><ul class=notes>\n";
-  for (const diagnostics::Diagnostic& finding : report->diagnostics) {
+void WriteRange(const Contents& contents, std::size_t begin, std::size_t end, Html& out) {
+  for (std::size_t i = begin; i < end; ++i) {
+    const diagnostics::Diagnostic& finding = contents.background().report->diagnostics[i];
     out << "<li>";
     if (const std::optional<Thing> thing = contents.ThingOf(finding)) {
       WriteFullLink(contents, *thing, out);
@@ -25,7 +26,25 @@ void WriteFindings(const Contents& contents, Html& out) {
     }
     WriteFinding(contents, finding, out);
   }
+}
+
+}  // namespace
+
+void WriteFindings(const Contents& contents, Html& out) {
+  const std::optional<diagnostics::Report>& report = contents.background().report;
+  if (!report || report->diagnostics.empty()) return;
+  // A browser lays out so many at once.
+  constexpr std::size_t kMostAtOnce = 100;
+  const std::size_t count = report->diagnostics.size();
+  out << "<section id=findings><h2>Findings</h2><ul class=notes>\n";
+  WriteRange(contents, 0, std::min(count, kMostAtOnce), out);
   out << "</ul>";
+  if (count > kMostAtOnce) {
+    out << "<details><summary>" << count - kMostAtOnce
+        << " more</summary><noscript><ul class=notes>";
+    WriteRange(contents, kMostAtOnce, count, out);
+    out << "</ul></noscript></details>";
+  }
   if (report->not_shown > 0) out << "<p>" << Text{diagnostics::NotShown(report->not_shown)};
   out << "</section>\n";
 }

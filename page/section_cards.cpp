@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "browse/limit.h"
 #include "browse/relations.h"
 #include "inspect/entry_value.h"
 #include "machine/value.h"
@@ -91,13 +90,12 @@ class Cards {
       if (IsValue(entry) || entry.identifier() == RUX_ENTRY_NAME ||
           entry.identifier() == RUX_ENTRY_ID || entry.identifier() == RUX_ENTRY_SENSORS)
         continue;
-      const std::optional<browse::Limit> limit =
-          browse::LimitIn(contents_.machine(), section, entry);
-      has_limit = has_limit || limit;
+      const std::optional<std::string> amount = contents_.AmountOf(thing, entry);
+      has_limit = has_limit || amount;
       const std::string key = machine::KeyOf(section, entry);
       list << "<div><dt>" << Text{key == contents_.At(thing).key ? "text" : key} << "<dd>";
-      if (limit) {
-        list << Text{limit->Amount()};
+      if (amount) {
+        list << Text{*amount};
       } else {
         WriteValue(thing, section, entry, list);
       }

@@ -111,7 +111,13 @@ class SensorRows {
   void WriteCells(const table::Row& row, bool are_placements, Html& cells) const {
     auto column = table_.columns.begin();
     table::ForEachCell(row.cells, table_.columns.size(), [&](const table::Cell& cell) {
-      if (IsPlacement(*column++) == are_placements) cells << "<td>" << Text{table::TextOf(cell)};
+      const table::Column& of = *column++;
+      if (IsPlacement(of) != are_placements) return;
+      // In the column of limits, the expected reading is an amount like them.
+      const bool is_expected = of.name == language::KeywordOf(language::ENTRY_THEORY);
+      cells << "<td>"
+            << Text{is_expected && cell.number ? row.subject.quantity.AmountText(*cell.number)
+                                               : table::TextOf(cell)};
     });
   }
 

@@ -54,18 +54,22 @@ std::array<bool, kCells> CellsSetBy(const Excerpt& source) {
 }
 
 void WriteRows(const ruxcomp::TableCells& cells, Html& out) {
-  out << "<details><summary>All cells</summary><table><caption>Cells</caption><thead><tr><th "
-         "scope=col>cells<th scope=col class=n>value"
-         "<tbody>";
-  for (std::size_t first = 0; first < kCells;) {
+  constexpr std::size_t kMostOpen = 24;  // rows beside a drawing
+  Html rows;
+  std::size_t count = 0;
+  for (std::size_t first = 0; first < kCells; ++count) {
     std::size_t last = first;
     while (last + 1 < kCells && cells[last + 1] == cells[first]) ++last;
-    out << "<tr><th scope=row>" << first;
-    if (last > first) out << "\u2013" << last;
-    out << "<td class=n>" << static_cast<unsigned>(cells[first]);
+    rows << "<tr><th scope=row>" << first;
+    if (last > first) rows << "\u2013" << last;
+    rows << "<td class=n>" << static_cast<unsigned>(cells[first]);
     first = last + 1;
   }
-  out << "</table></details>";
+  out << (count <= kMostOpen ? Html() << "<details open>" : Html() << "<details>")
+      << "<summary>All cells</summary><table><caption>Cells</caption><thead><tr><th "
+         "scope=col>cells<th scope=col "
+         "class=n>value<tbody>"
+      << rows << "</table></details>";
 }
 
 }  // namespace

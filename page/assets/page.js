@@ -150,13 +150,13 @@ const rankOf = (thing, words) => {
   const [name] = thing.name.split(' ');
   if (!hasAll(thing.name, words)) {
     if (!hasAll(thing.lower, words)) return -1;
-    return hasAll(thing.text ||= plain(thing.markup).toLowerCase(), words) ? 3 : -1;
+    return hasAll((thing.text ||= plain(thing.markup)).toLowerCase(), words) ? 3 : -1;
   }
   if (words.includes(name) || words.includes(thing.name.split('#')[1])) return 0;
   return ['', '_'].some((between) => name.startsWith(words.join(between))) ? 1 : 2;
 };
 const around = (text, word) => {
-  const at = text.indexOf(word);
+  const at = text.toLowerCase().indexOf(word);
   return (at > 30 ? '\u2026 ' : '') + text.slice(Math.max(at - 30, 0), at + 60).trim() + ' \u2026';
 };
 

@@ -1,0 +1,80 @@
+// A meta file: of what is sound, a page is written, in which every link leads to a card, and no
+// text of the machine is markup.
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "fuzz/target.h"
+#include "machine/machine.h"
+#include "page/contents.h"
+#include "page/document.h"
+#include "ruxcomp/file/kept_bytes.h"
+#include "ruxcomp/model.h"
+#include "support/safe_text.h"
+
+namespace {
+
+using fuzz::Expect;
+using rux::machine::Machine;
+
+// None when the bytes are not those of a sound meta file.
+std::optional<Machine> MachineOf(std::string bytes) {
+  if (!ruxcomp::Model::OpenBytes(bytes)) return std::nullopt;
+  auto kept = std::make_unique<ruxcomp::file::KeptBytes>();
+  kept->Keep(std::move(bytes));
+  return Machine("file.meta", {"file.meta"}, std::move(kept), nullptr, nullptr);
+}
+
+// The numbers that follow each `lead`.
+std::set<std::string> NumbersAfter(std::string_view page, std::string_view lead) {
+  std::set<std::string> numbers;
+  for (std::size_t at = page.find(lead); at != std::string_view::npos; at = page.find(lead, at)) {
+    at += lead.size();
+    std::size_t end = at;
+    while (end < page.size() && std::isdigit(static_cast<unsigned char>(page[end])) != 0) ++end;
+    numbers.emplace(page.substr(at, end - at));
+  }
+  return numbers;
+}
+
+// Elements that the parts of a page consist of; all others would come from a text.
+bool IsOwn(std::string_view name) {
+  static const std::set<std::string_view> names = {
+      "a",       "abbr", "article", "b",     "caption", "code",       "dd",     "del",
+      "details", "div",  "dl",      "dt",    "em",      "figcaption", "figure", "h2",
+      "h3",      "h4",   "i",       "ins",   "li",      "noscript",   "ol",     "p",
+      "path",    "pre",  "section", "small", "span",    "summary",    "svg",    "table",
+      "tbody",   "td",   "text",    "th",    "thead",   "tr",         "ul"};
+  return names.find(name) != names.end();
+}
+
+void ExpectOwnElements(std::string_view main) {
+  for (std::size_t at = main.find('<'); at != std::string_view::npos; at = main.find('<', at)) {
+    ++at;
+    if (main[at] == '/') ++at;
+    Expect(IsOwn(main.substr(at, main.find_first_of(" >", at) - at)), "no element is a text's");
+  }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::optional<Machine> machine = MachineOf(std::string(data, data + size));
+  if (!machine) return 0;
+  const std::string page = rux::page::PageOf(rux::page::Contents(*machine, {}));
+  Expect(rux::support::AreSafeLines(page), "no text of a machine controls anything");
+  const std::size_t begin = page.find("<main>");
+  const std::size_t end = page.rfind("</main>");
+  const std::string_view main = std::string_view(page).substr(begin, end - begin).substr(6);
+  ExpectOwnElements(main);
+  const std::set<std::string> cards = NumbersAfter(main, "<article id=t");
+  for (const std::string& link : NumbersAfter(main, "href=#t"))
+    Expect(cards.count(link) == 1, "a link leads to a card");
+  return 0;
+}
