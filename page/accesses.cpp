@@ -14,7 +14,6 @@
 #include "page/value_flow.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
-#include "support/number_text.h"
 
 namespace rux::page {
 namespace {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "compiled/debug_meta.h"
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -16,6 +18,7 @@
 #include "diagnostics/diagnostic.h"
 #include "diff/change.h"
 #include "machine/machine.h"
+#include "machine/origins.h"
 #include "machine/value.h"
 #include "page/html.h"
 #include "page/sources.h"

@@ -1,7 +1,6 @@
 #include "page/html.h"
 
 #include <algorithm>
-#include <string>
 #include <string_view>
 
 #include "support/markup_text.h"

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "browse/relations.h"
 #include "page/contents.h"
 #include "page/document.h"
 #include "page/grid.h"

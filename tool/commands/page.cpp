@@ -32,7 +32,6 @@ support::Failure WrongUsage(const char* text) {
 
 // Beside the machine, as rux compile puts what it writes.
 std::string PagePathOf(const std::string& machine) {
-  if (machine == "-") throw WrongUsage("a machine from standard input needs -o");
   if (!machine::ReadSource(machine).revision.empty())
     throw WrongUsage("a machine of a git revision needs -o");
   return std::filesystem::path(machine).replace_extension(".html").string();
@@ -54,6 +53,8 @@ support::ExitStatus Page(PageOptions& options) {
     if (machines.size() > 1 || IsList(machines.front()))
       throw WrongUsage("several machines need --output-dir");
     const std::string& machine = machines.front();
+    // It is loaded, and looked at again for what the page shows besides.
+    if (machine == "-") throw WrongUsage("a page is of a file: standard input can be read only once");
     page::WritePage(machine, options.page.empty() ? PagePathOf(machine) : options.page, request);
     return support::ExitStatus::kDone;
   }
