@@ -96,24 +96,13 @@ class MachineRelations::Reader {
     for (const ruxcomp::Value value : entry.values()) {
       // Most values are plain numbers.
       if (value.kind() == RUX_DATA_NUMBER && ids == nullptr) continue;
-      const std::optional<std::size_t> to = NumberFor(ids, machine::DatumOf(value));
+      const std::optional<std::size_t> to =
+          relations_.NumberFor(machine_.model(), ids, machine::DatumOf(value));
       if (!to) continue;
       const std::string key = machine::KeyOf(section, entry);
       relations_.Add(Link{relations_.NumberAt(position), *to, key, IsMembership(section, entry),
                           machine_.PlaceOf(*kind, ordinal, key)});
     }
-  }
-
-  // What the datum refers to; none when it is a plain value.
-  std::optional<std::size_t> NumberFor(const language::SectionKind* ids,
-                                       const compiled::Datum& datum) const {
-    const ruxcomp::Section section = machine::SectionFor(machine_.model(), ids, datum);
-    if (section) {
-      return relations_.NumberAt({language::FindSourceKind(language::SourceSection(section.kind())),
-                                  section.ordinal(), kWhole});
-    }
-    return relations_.FindKey(datum.row == nullptr ? nullptr : KindOfKeys(datum.row->base),
-                              datum.text);
   }
 
   const machine::Machine& machine_;
@@ -131,6 +120,17 @@ std::size_t MachineRelations::AddAt(const Position& position, Thing thing) {
   positions_.push_back(position);
   numbers_.emplace(position, number);
   return number;
+}
+
+std::optional<std::size_t> MachineRelations::NumberFor(const ruxcomp::Model& model,
+                                                       const language::SectionKind* ids,
+                                                       const compiled::Datum& datum) const {
+  const ruxcomp::Section section = machine::SectionFor(model, ids, datum);
+  if (section) {
+    return NumberAt({language::FindSourceKind(language::SourceSection(section.kind())),
+                     section.ordinal(), kWhole});
+  }
+  return FindKey(datum.row == nullptr ? nullptr : KindOfKeys(datum.row->base), datum.text);
 }
 
 std::optional<std::size_t> MachineRelations::FindKey(const language::SectionKind* kind,

@@ -13,10 +13,12 @@
 #include <utility>
 #include <vector>
 
+#include "compiled/datum.h"
 #include "machine/load.h"
 #include "machine/machine.h"
 #include "machine/place.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/model.h"
 #include "support/json.h"
 
 namespace rux::browse {
@@ -88,6 +90,11 @@ class MachineRelations : public Relations {
   const Position& PositionOf(std::size_t thing) const { return positions_[thing]; }
   // Of the thing that is there.
   std::size_t NumberAt(const Position& position) const { return numbers_.at(position); }
+  // What a part of a value refers to: by name, or by ID when the entry gives the IDs of that kind
+  // (null: it gives none). None when it is a plain value.
+  std::optional<std::size_t> NumberFor(const ruxcomp::Model& model,
+                                       const language::SectionKind* ids,
+                                       const compiled::Datum& datum) const;
   // Of the first entry with that key in sections of the kind; none when there is none.
   std::optional<std::size_t> FindKey(const language::SectionKind* kind,
                                      const std::string& key) const;

@@ -11,7 +11,6 @@
 #include "page/grid.h"
 #include "page/html.h"
 #include "page/parts.h"
-#include "page/value_flow.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
 

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -26,6 +28,7 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/limits.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 
@@ -111,28 +114,51 @@ std::optional<std::string> Contents::AmountOf(Thing thing, const ruxcomp::Entry&
 
 std::string Contents::PathText(const std::string& path) const {
   const std::string& folder = background_.folder;
-  return path.compare(0, folder.size(), folder) == 0 ? path.substr(folder.size()) : path;
+  if (path.compare(0, folder.size(), folder) == 0) return path.substr(folder.size());
+  const std::filesystem::path file(path);
+  return file.is_absolute() ? file.filename().string() : path;
 }
 
 std::string Contents::PlaceText(const machine::Place& place) const {
   return fmt::format("{}:{}", PathText(place.path), place.line);
 }
 
-std::vector<Thing> Contents::Reached(Thing thing, bool is_downwards) const {
-  std::vector<bool> known(relations_.things().size());
-  known[thing] = true;
-  std::vector<Thing> reached = {thing};
-  for (std::size_t i = 0; i < reached.size(); ++i) {
-    for (const browse::Link* link :
-         is_downwards ? relations_.From(reached[i]) : relations_.To(reached[i])) {
-      const Thing next = is_downwards ? link->to : link->from;
-      if (link->is_membership || known[next]) continue;
-      known[next] = true;
-      reached.push_back(next);
+std::vector<Thing> Contents::UsersOf(Thing thing) const {
+  // So that the cost stays within a part of the machine, whatever refers to what in it.
+  constexpr std::size_t kMostUsers = 200;
+  constexpr std::size_t kMostLinks = 2000;
+  std::set<Thing> known = {thing};
+  std::vector<Thing> users = {thing};
+  std::size_t links = 0;
+  for (std::size_t i = 0; i < users.size(); ++i) {
+    for (const browse::Link* link : relations_.To(users[i])) {
+      if (users.size() > kMostUsers || ++links > kMostLinks) break;
+      if (!link->is_membership && known.insert(link->from).second) users.push_back(link->from);
     }
   }
-  reached.erase(reached.begin());
-  return reached;
+  users.erase(users.begin());
+  return users;
+}
+
+const std::vector<ruxcomp::Entry>& Contents::ValuesOf(Thing thing) const {
+  const auto [known, is_new] = values_.try_emplace(thing);
+  std::vector<ruxcomp::Entry>& values = known->second;
+  if (!is_new) return values;
+  for (const ruxcomp::Entry& entry : EntriesOf(thing)) {
+    if (IsValue(entry)) values.push_back(entry);
+  }
+  const std::optional<Excerpt>& source = ExcerptOf(thing);
+  if (!source || values.size() < 2) return values;
+  const ruxcomp::Section section = SectionOf(thing);
+  std::vector<std::pair<std::size_t, ruxcomp::Entry>> placed;
+  for (const ruxcomp::Entry& entry : values) {
+    const auto item = source->items.find(machine::KeyOf(section, entry));
+    placed.emplace_back(item == source->items.end() ? 0 : item->second.ordinal, entry);
+  }
+  std::stable_sort(placed.begin(), placed.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t i = 0; i < placed.size(); ++i) values[i] = placed[i].second;
+  return values;
 }
 
 std::optional<Thing> Contents::ThingOf(const diagnostics::Diagnostic& finding) const {
@@ -179,6 +205,17 @@ void Contents::PlaceChanges() {
   if (!background_.changes) return;
   for (const diff::Change& change : *background_.changes) {
     if (const std::optional<Thing> thing = ThingOf(change)) changes_[*thing].push_back(&change);
+  }
+}
+
+bool IsValue(const ruxcomp::Entry& entry) {
+  switch (language::ClassOf(entry.identifier())) {
+    case RUX_CLASS_Repeater:
+    case RUX_CLASS_Value:
+    case RUX_CLASS_Global:
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -65,6 +65,8 @@ class Contents {
   std::size_t OrdinalOf(Thing thing) const;
   // Its entries; the one that it is, for an entry of a kind without NAMEs.
   std::vector<ruxcomp::Entry> EntriesOf(Thing thing) const;
+  // Those that say what to do, in the order of the script where it is known. Valid as long as this.
+  const std::vector<ruxcomp::Entry>& ValuesOf(Thing thing) const;
   // What its script says; none when that is not known. Valid as long as this.
   const std::optional<Excerpt>& ExcerptOf(Thing thing) const;
   // The place as it is shown.
@@ -74,9 +76,8 @@ class Contents {
   // A limit, or the reading that is expected, with its unit; none of another entry.
   std::optional<std::string> AmountOf(Thing thing, const ruxcomp::Entry& entry) const;
 
-  // What its values use and what uses its values, directly or not; each once, the nearest first.
-  std::vector<Thing> UsedBy(Thing thing) const { return Reached(thing, true); }
-  std::vector<Thing> UsersOf(Thing thing) const { return Reached(thing, false); }
+  // What uses it, directly or not; each once, the nearest first, and as many as are shown.
+  std::vector<Thing> UsersOf(Thing thing) const;
 
   const std::vector<const diagnostics::Diagnostic*>& FindingsOf(Thing thing) const {
     return findings_[thing];
@@ -87,7 +88,6 @@ class Contents {
   std::optional<Thing> ThingOf(const diagnostics::Diagnostic& finding) const;
 
  private:
-  std::vector<Thing> Reached(Thing thing, bool is_downwards) const;
   void PlaceFindings();
   void PlaceChanges();
 
@@ -96,9 +96,14 @@ class Contents {
   const browse::MachineRelations relations_;
   std::vector<std::vector<const diagnostics::Diagnostic*>> findings_;  // by things
   std::vector<std::vector<const diff::Change*>> changes_;
-  std::vector<std::pair<machine::Place, Thing>> places_;      // sorted
-  mutable std::map<Thing, std::optional<Excerpt>> excerpts_;  // that were asked for
+  std::vector<std::pair<machine::Place, Thing>> places_;  // sorted
+  // What was asked for.
+  mutable std::map<Thing, std::optional<Excerpt>> excerpts_;
+  mutable std::map<Thing, std::vector<ruxcomp::Entry>> values_;
 };
+
+// Whether an entry says what to do rather than what something is.
+bool IsValue(const ruxcomp::Entry& entry);
 
 // What it is called where its kind is known: its name, its key, or its ID.
 std::string NameOf(const browse::Thing& thing);

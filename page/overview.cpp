@@ -1,5 +1,6 @@
 // The first screen of a page.
 #include <cstddef>
+#include <cstdint>
 #include <ctime>
 #include <optional>
 #include <set>
@@ -7,7 +8,6 @@
 #include <vector>
 
 #include "browse/relations.h"
-#include "compiled/datum.h"
 #include "inspect/entry_value.h"
 #include "machine/value.h"
 #include "page/contents.h"

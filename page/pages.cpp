@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>

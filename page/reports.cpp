@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/diagnostic.h"
 #include "diagnostics/report.h"
 #include "diff/change.h"
 #include "page/contents.h"
 #include "page/html.h"
 #include "page/marks.h"
 #include "page/parts.h"
-#include "support/number_text.h"
 
 namespace rux::page {
 namespace {

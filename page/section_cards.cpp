@@ -3,12 +3,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "browse/relations.h"
 #include "inspect/entry_value.h"
+#include "machine/origins.h"
 #include "machine/value.h"
 #include "page/contents.h"
 #include "page/html.h"
@@ -21,6 +23,7 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/records.h"
 
 namespace rux::page {
 namespace {
@@ -97,7 +100,7 @@ class Cards {
       if (amount) {
         list << Text{*amount};
       } else {
-        WriteValue(thing, section, entry, list);
+        WriteValue(section, entry, list);
       }
       list << "</div>";
     }
@@ -115,20 +118,17 @@ class Cards {
   }
 
   // A link, where the entry is nothing but what it refers to.
-  void WriteValue(Thing thing, const ruxcomp::Section& section, const ruxcomp::Entry& entry,
-                  Html& out) const {
-    const std::string key = machine::KeyOf(section, entry);
-    std::optional<Thing> to;
-    for (const browse::Link* link : contents_.relations().From(thing)) {
-      if (link->key == key) to = link->to;
-    }
+  void WriteValue(const ruxcomp::Section& section, const ruxcomp::Entry& entry, Html& out) const {
+    const language::SectionKind* ids =
+        machine::KindOfCompiledIds(section.kind(), entry.identifier());
+    const std::optional<Thing> to = contents_.relations().NumberFor(
+        contents_.machine().model(), ids, machine::DatumOf(entry.value()));
     if (to) return WriteLink(contents_, *to, out);
     out << Text{inspect::ValueText(machine::ValueOf(entry))};
   }
 
   void WriteValues(Thing thing) {
-    const std::vector<ruxcomp::Entry> entries = contents_.EntriesOf(thing);
-    if (std::any_of(entries.begin(), entries.end(), IsValue)) WriteFlow(contents_, thing, out_);
+    if (!contents_.ValuesOf(thing).empty()) WriteFlow(contents_, thing, out_);
   }
 
   void WriteCells(Thing thing) {

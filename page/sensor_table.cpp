@@ -131,7 +131,7 @@ class SensorRows {
     bands_.Write(row.subject.ordinal, cells);
     cells << "<td>";
     const ruxcomp::Entry value = table::EntryOf(row.subject, value_);
-    if (value) WritePieces(PiecesOf(contents_, thing, value), cells);
+    if (value) WritePieces(PiecesOf(contents_, value), cells);
     WriteCells(row, true, cells);
     return cells;
   }

@@ -45,12 +45,17 @@ void AddLines(const sources::SourceFile& file, std::uint32_t first, std::uint32_
     excerpt.lines.emplace_back(file.Line(line));
 }
 
+void AddItem(std::string_view key, std::string first_part, Excerpt& excerpt) {
+  excerpt.items.try_emplace(std::string(key),
+                            Excerpt::Item{excerpt.items.size(), std::move(first_part)});
+}
+
 void AddItem(const decompile::ScriptItem& item, Excerpt& excerpt) {
   std::string line = item.entry->name + " = ";
   for (const std::string& part : item.parts)
     line += (&part == &item.parts.front() ? "" : ", ") + decompile::PartText(part);
   excerpt.lines.push_back(std::move(line));
-  excerpt.items.emplace_back(item.entry->name, item.parts.empty() ? "" : item.parts.front());
+  AddItem(item.entry->name, item.parts.empty() ? "" : item.parts.front(), excerpt);
 }
 
 }  // namespace
@@ -64,8 +69,12 @@ Sources::Sources(compiled::DebugMeta debug_meta)
     : debug_meta_(std::make_unique<const compiled::DebugMeta>(std::move(debug_meta))),
       sections_(decompile::ScriptSectionsOf(*debug_meta_)) {
   for (const decompile::ScriptSection& section : sections_) {
-    if (const language::SectionKind* kind = language::FindKind(section.keyword))
-      by_kind_[kind->source].push_back(&section);
+    const language::SectionKind* kind = language::FindKind(section.keyword);
+    if (kind == nullptr) continue;
+    by_kind_[kind->source].push_back(&section);
+    if (kind->naming != language::Naming::kByKeys) continue;
+    for (const decompile::ScriptItem& item : section.items)
+      by_key_.try_emplace({&section, item.entry->name}, &item);
   }
 }
 
@@ -83,14 +92,20 @@ std::optional<Excerpt> Sources::InScript(const machine::Place& place, bool is_it
   const ruxcomp::reader::Section* section = file.SectionAt(place.line);
   if (section == nullptr) return std::nullopt;
   Excerpt excerpt;
-  std::uint32_t last = is_item ? LastLineOf(file, place.line) : section->line;
+  if (is_item) {
+    const std::optional<sources::SourceSpot> spot = file.At(place.line);
+    if (!spot || spot->item == nullptr) return std::nullopt;
+    AddItem(spot->item->key, FirstPart(spot->item->value), excerpt);
+    AddLines(file, place.line, LastLineOf(file, place.line), excerpt);
+    return excerpt;
+  }
+  std::uint32_t last = section->line;
   for (std::uint32_t i = 0; i < section->item_count; ++i) {
     const ruxcomp::reader::Item& item = section->items[i];
-    if (is_item && item.line != place.line) continue;
+    AddItem(item.key, FirstPart(item.value), excerpt);
     last = LastLineOf(file, item.line);
-    excerpt.items.emplace_back(item.key, FirstPart(item.value));
   }
-  AddLines(file, is_item ? place.line : section->line, last, excerpt);
+  AddLines(file, section->line, last, excerpt);
   return excerpt;
 }
 
@@ -100,10 +115,14 @@ std::optional<Excerpt> Sources::InDebugMeta(const language::SectionKind& kind, s
   if (found == by_kind_.end() || ordinal >= found->second.size()) return std::nullopt;
   const decompile::ScriptSection& section = *found->second[ordinal];
   Excerpt excerpt;
-  if (key.empty()) excerpt.lines.push_back('[' + std::string(section.keyword) + ']');
-  for (const decompile::ScriptItem& item : section.items) {
-    if (key.empty() || item.entry->name == key) AddItem(item, excerpt);
+  if (!key.empty()) {
+    const auto item = by_key_.find({&section, key});
+    if (item == by_key_.end()) return std::nullopt;
+    AddItem(*item->second, excerpt);
+    return excerpt;
   }
+  excerpt.lines.push_back('[' + std::string(section.keyword) + ']');
+  for (const decompile::ScriptItem& item : section.items) AddItem(item, excerpt);
   return excerpt;
 }
 

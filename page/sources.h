@@ -24,8 +24,11 @@ namespace rux::page {
 // A section, or an item of one.
 struct Excerpt {
   std::vector<std::string> lines;
-  // The keys of its items, with the first part of each value: of a value, the word for its type.
-  std::vector<std::pair<std::string, std::string>> items;
+  struct Item {
+    std::size_t ordinal;     // among those of the section
+    std::string first_part;  // of its value: of one that says what to do, the word for its type
+  };
+  std::map<std::string, Item> items;  // by their keys
 };
 
 class Sources {
@@ -51,6 +54,10 @@ class Sources {
   std::unique_ptr<const compiled::DebugMeta> debug_meta_;
   std::map<ruxcomp::language::SectionId, std::vector<const decompile::ScriptSection*>> by_kind_;
   std::vector<decompile::ScriptSection> sections_;
+  // The items of sections that others refer to by key.
+  std::map<std::pair<const decompile::ScriptSection*, std::string_view>,
+           const decompile::ScriptItem*>
+      by_key_;
 };
 
 }  // namespace rux::page

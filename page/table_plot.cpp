@@ -6,12 +6,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "page/html.h"
 #include "page/sources.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/spelling.h"
-#include "ruxcomp/model.h"
+#include "ruxcomp/model/records.h"
 
 namespace rux::page {
 namespace {
@@ -43,7 +44,7 @@ void ForEachStretch(const std::array<bool, kCells>& is_set, Write write) {
 
 std::array<bool, kCells> CellsSetBy(const Excerpt& source) {
   std::array<bool, kCells> is_set{};
-  for (const auto& [key, word] : source.items) {
+  for (const auto& [key, item] : source.items) {
     const language::CellRange range = language::SplitCellRange(key);
     const language::Number low = language::ReadNumber(range.low);
     const language::Number high = language::ReadNumber(range.high);

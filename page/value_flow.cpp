@@ -1,6 +1,5 @@
 #include "page/value_flow.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -9,15 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "browse/relations.h"
 #include "compiled/datum.h"
 #include "inspect/entry_value.h"
 #include "machine/value.h"
 #include "page/contents.h"
 #include "page/html.h"
 #include "page/sources.h"
-#include "ruxcomp/identifiers.h"
-#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
 
@@ -28,8 +24,8 @@ using language::Shape;
 
 class PieceWriter {
  public:
-  PieceWriter(const Contents& contents, Thing thing, const ruxcomp::Entry& entry)
-      : contents_(contents), thing_(thing), entry_(entry), value_(machine::ValueOf(entry)) {}
+  PieceWriter(const Contents& contents, const ruxcomp::Entry& entry)
+      : contents_(contents), value_(machine::ValueOf(entry)) {}
 
   std::vector<Piece> Write() {
     if (!value_.type) {
@@ -150,19 +146,11 @@ class PieceWriter {
 
   void Add(std::string text) { pieces_.push_back({std::move(text)}); }
 
-  // Numbers among the parts of values name nothing.
   std::optional<Thing> ThingOf(const compiled::Datum& item) const {
-    if (item.row == nullptr || item.IsNumber()) return std::nullopt;
-    for (const browse::Link* link : contents_.relations().From(thing_)) {
-      const browse::Thing& to = contents_.At(link->to);
-      if (to.name == item.text || (!to.key.empty() && to.key == item.text)) return link->to;
-    }
-    return std::nullopt;
+    return contents_.relations().NumberFor(contents_.machine().model(), nullptr, item);
   }
 
   const Contents& contents_;
-  const Thing thing_;
-  const ruxcomp::Entry& entry_;
   const machine::EntryValue value_;
   std::vector<Piece> pieces_;
 };
@@ -172,9 +160,8 @@ std::string TypeText(const machine::EntryValue& value, const std::string& key,
                      const std::optional<Excerpt>& source) {
   if (!value.type) return "";
   if (source) {
-    for (const auto& [name, word] : source->items) {
-      if (name == key) return word;
-    }
+    const auto item = source->items.find(key);
+    if (item != source->items.end()) return item->second.first_part;
   }
   return "type " + std::to_string(*value.type);
 }
@@ -196,29 +183,14 @@ class FlowWriter {
   static constexpr std::size_t kMostDepth = 6;
 
   void WriteSteps(Thing thing) {
-    for (const ruxcomp::Entry& entry : InOrder(thing)) {
+    for (const ruxcomp::Entry& entry : contents_.ValuesOf(thing)) {
+      if (depth_ > 0 && steps_ >= kMostSteps) {
+        out_ << "<li>and more";
+        return;
+      }
       ++steps_;
       WriteStep(thing, entry);
     }
-  }
-
-  // The values as the script writes them, where it is known; else as the meta file has them.
-  std::vector<ruxcomp::Entry> InOrder(Thing thing) const {
-    std::vector<ruxcomp::Entry> values;
-    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
-      if (IsValue(entry)) values.push_back(entry);
-    }
-    const std::optional<Excerpt>& source = contents_.ExcerptOf(thing);
-    if (!source || values.size() < 2) return values;
-    const ruxcomp::Section section = contents_.SectionOf(thing);
-    const auto place = [&](const ruxcomp::Entry& entry) {
-      const std::string key = machine::KeyOf(section, entry);
-      return std::find_if(source->items.begin(), source->items.end(),
-                          [&](const auto& item) { return item.first == key; });
-    };
-    std::stable_sort(values.begin(), values.end(),
-                     [&](const auto& a, const auto& b) { return place(a) < place(b); });
-    return values;
   }
 
   void WriteStep(Thing thing, const ruxcomp::Entry& entry) {
@@ -226,7 +198,7 @@ class FlowWriter {
     const std::string type = TypeText(machine::ValueOf(entry), key, contents_.ExcerptOf(thing));
     out_ << "<li><b>" << Text{key} << "</b> ";
     if (!type.empty()) out_ << "<i>" << Text{type} << "</i> ";
-    const std::vector<Piece> pieces = PiecesOf(contents_, thing, entry);
+    const std::vector<Piece> pieces = PiecesOf(contents_, entry);
     out_ << "<code>";
     WritePieces(pieces, out_);
     out_ << "</code>";
@@ -237,19 +209,12 @@ class FlowWriter {
 
   void WriteUsed(Thing thing) {
     if (depth_ >= kMostDepth || steps_ >= kMostSteps || !shown_.insert(thing).second) return;
-    if (!HasValues(thing)) return;
+    if (contents_.ValuesOf(thing).empty()) return;
     ++depth_;
     out_ << "<ol>";
     WriteSteps(thing);
     out_ << "</ol>";
     --depth_;
-  }
-
-  bool HasValues(Thing thing) const {
-    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
-      if (IsValue(entry)) return true;
-    }
-    return false;
   }
 
   const Contents& contents_;
@@ -261,19 +226,8 @@ class FlowWriter {
 
 }  // namespace
 
-bool IsValue(const ruxcomp::Entry& entry) {
-  switch (language::ClassOf(entry.identifier())) {
-    case RUX_CLASS_Repeater:
-    case RUX_CLASS_Value:
-    case RUX_CLASS_Global:
-      return true;
-    default:
-      return false;
-  }
-}
-
-std::vector<Piece> PiecesOf(const Contents& contents, Thing thing, const ruxcomp::Entry& entry) {
-  return PieceWriter(contents, thing, entry).Write();
+std::vector<Piece> PiecesOf(const Contents& contents, const ruxcomp::Entry& entry) {
+  return PieceWriter(contents, entry).Write();
 }
 
 void WritePieces(const std::vector<Piece>& pieces, Html& out) {

@@ -20,11 +20,8 @@ struct Piece {
   std::optional<Thing> thing = {};
 };
 
-// Whether the entry says what to do rather than what something is.
-bool IsValue(const ruxcomp::Entry& entry);
-
 // "G_A > 80 ? 1 : 0", "READ_NTC(8)", "bus 5, base 0x30, operand 8, number 1", "CURVE[G_A]"
-std::vector<Piece> PiecesOf(const Contents& contents, Thing thing, const ruxcomp::Entry& entry);
+std::vector<Piece> PiecesOf(const Contents& contents, const ruxcomp::Entry& entry);
 
 void WritePieces(const std::vector<Piece>& pieces, Html& out);
 std::string TextOf(const std::vector<Piece>& pieces);
