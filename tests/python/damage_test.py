@@ -1,7 +1,9 @@
 """What rux verify refuses is refused for the same reason, and all else is read."""
 
+import pathlib
 import random
 import struct
+import tempfile
 import time
 import unittest
 
@@ -28,19 +30,34 @@ def with_extreme_words(data):
             yield data[:offset] + struct.pack("<I", word) + data[offset + 4 :]
 
 
-def with_random_damage(data):
-    source = random.Random(1)
-    for _ in range(3000):
+def with_random_damage(data, count, source):
+    for _ in range(count):
         damaged = bytearray(data)
-        for _ in range(source.randint(2, 12)):
-            at = source.randrange(16, len(data) - 64) & ~3
-            if source.random() < 0.5:
-                damaged[at + source.randrange(4)] = source.choice((0, 1, 2, 3, 5, 0x11, 0x1E, 0xFF))
-            else:
-                begin = source.randrange(len(data) - 64) & ~3
-                size = 4 * source.randint(1, 16)
-                damaged[at : at + size] = data[begin : begin + size]
+        for _ in range(source.choice((1, 1, 1, 2, 3, 8))):
+            damage(damaged, source)
         yield bytes(damaged)
+
+
+def damage(data, source):
+    at = source.randrange(16, len(data) - 8)
+    kind = source.randrange(6)
+    if kind == 0:
+        data[at] ^= 1 << source.randrange(8)
+    elif kind == 1:  # the word of another place
+        at, other = at & ~3, source.randrange(len(data) - 8) & ~3
+        data[at : at + 4] = data[other : other + 4]
+    elif kind == 2:  # a word that is a little off, or of another class
+        at &= ~3
+        word = struct.unpack_from("<I", data, at)[0]
+        word += source.choice((-1, 1, 2, 256, 0x01000000))
+        struct.pack_into("<I", data, at, word & 0xFFFFFFFF)
+    elif kind == 3:  # the bytes of another place
+        other, size = source.randrange(16, len(data) - 8), source.randrange(1, 40)
+        data[at : at + size] = data[other : other + size]
+    elif kind == 4:
+        del data[at : at + source.choice((1, 4, 8, 16))]
+    else:
+        data[at:at] = data[at : at + source.choice((1, 4, 8, 16))]
 
 
 def fault_of(load, data):
@@ -80,13 +97,11 @@ class Damage(unittest.TestCase):
 
     def verified(self, files):
         """What rux verify reports about each of the bytes."""
-        folder = self.machines.folder / "damaged"
-        folder.mkdir(exist_ok=True)
-        paths = []
-        for number, data in enumerate(files):
-            paths.append(folder / str(number))
-            paths[-1].write_bytes(data)
-        return run_json("verify", "--json", *paths, codes=(0, 3))["files"]
+        with tempfile.TemporaryDirectory() as folder:
+            paths = [pathlib.Path(folder, str(number)) for number in range(len(files))]
+            for path, data in zip(paths, files):
+                path.write_bytes(data)
+            return run_json("verify", "--json", *paths, codes=(0, 3))["files"]
 
     def assert_same_faults(self, load, files):
         files = list(files)
@@ -112,7 +127,9 @@ class Damage(unittest.TestCase):
         self.assertGreater(min(counts.values()), 100)
 
     def test_meta_files_with_random_damage(self):
-        self.assert_same_faults(ruxmeta.load, with_random_damage(self.meta))
+        self.assert_same_faults(
+            ruxmeta.load, with_random_damage(self.meta, 1000, random.Random(1))
+        )
 
     def test_debug_meta_files_that_are_cut(self):
         counts = self.assert_same_faults(ruxmeta.load_debug, cut(self.debug_meta))
@@ -127,7 +144,19 @@ class Damage(unittest.TestCase):
         self.assertGreater(min(counts.values()), 100)
 
     def test_debug_meta_files_with_random_damage(self):
-        self.assert_same_faults(ruxmeta.load_debug, with_random_damage(self.debug_meta))
+        self.assert_same_faults(
+            ruxmeta.load_debug, with_random_damage(self.debug_meta, 1000, random.Random(2))
+        )
+
+    def test_random_machines_with_random_damage(self):
+        source = random.Random(3)
+        files = {ruxmeta.load: [], ruxmeta.load_debug: []}
+        for paths in self.machines.random(40):
+            for path, load in zip(paths or (), files):
+                files[load] += with_random_damage(path.read_bytes(), 20, source)
+        for load, damaged in files.items():
+            counts = self.assert_same_faults(load, damaged)
+            self.assertGreater(min(counts.values()), 30)
 
     def test_many_faults_cost_as_much_as_the_bytes(self):
         header = self.debug_meta[:128]
