@@ -15,7 +15,8 @@ from ruxmeta._errors import DamagedFile, Error, NotRegular, TooLarge, UnknownFor
 from ruxmeta._language import Selector
 from ruxmeta._load import load, load_debug, open, open_debug
 from ruxmeta._machine import Machine
-from ruxmeta._sections import Group, Section, Sensor, SensorList, Table
+from ruxmeta._sections import Group, NamedSection, NumberedSection
+from ruxmeta._sections import Section, Sensor, SensorList, Table
 from ruxmeta._values import Value
 from ruxmeta._views import Sections, bytes_of
 
@@ -28,7 +29,9 @@ __all__ = [
     "Error",
     "Group",
     "Machine",
+    "NamedSection",
     "NotRegular",
+    "NumberedSection",
     "Section",
     "Sections",
     "Selector",

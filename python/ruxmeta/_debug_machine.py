@@ -63,9 +63,9 @@ class DebugEntry(DebugObject):
         return tuple([text for part in self.parts.values() for text in part])
 
     @property
-    def text(self) -> Optional[str]:
-        """The first of them; None without any."""
-        return next(iter(self.texts), None)
+    def text(self) -> str:
+        """The first of them; empty without any."""
+        return next(iter(self.texts), "")
 
     def target_of(self, text: str) -> Optional["DebugSection"]:
         """The section whose ID one of the texts is; None: the entry has no IDs of others."""

@@ -6,7 +6,16 @@ from ruxmeta._entries import Entry
 from ruxmeta._lookup import COMPILED_KINDS
 from ruxmeta._meta import MetaFile
 from ruxmeta._rows import Kind
-from ruxmeta._sections import CLASS_OF, Group, Section, Sensor, SensorList, Table
+from ruxmeta._sections import (
+    CLASS_OF,
+    Group,
+    NamedSection,
+    NumberedSection,
+    Section,
+    Sensor,
+    SensorList,
+    Table,
+)
 from ruxmeta._views import Sections
 
 _KINDS: Dict[str, Kind] = {kind.keyword: kind for kind in COMPILED_KINDS.values()}
@@ -42,8 +51,8 @@ class Machine:
         return cast(Sections[Sensor], self.by_name("SENSOR"))
 
     @property
-    def devices(self) -> Sections[Section]:
-        return self.by_name("DEVICE")
+    def devices(self) -> Sections[NumberedSection]:
+        return cast(Sections[NumberedSection], self.by_name("DEVICE"))
 
     @property
     def groups(self) -> Sections[Group]:
@@ -55,8 +64,8 @@ class Machine:
         return cast(Sections[SensorList], self.by_name("PELMGROUP"))
 
     @property
-    def actions(self) -> Sections[Section]:
-        return self.by_name("ACTION")
+    def actions(self) -> Sections[NamedSection]:
+        return cast(Sections[NamedSection], self.by_name("ACTION"))
 
     @property
     def tables(self) -> Sections[Table]:
@@ -107,7 +116,7 @@ class Machine:
             }
         return self._keys[keyword]
 
-    def lists_with(self, sensor_id: Optional[int]) -> Tuple[SensorList, ...]:
+    def lists_with(self, sensor_id: int) -> Tuple[SensorList, ...]:
         """The PELMGROUPs that list the ID of a sensor."""
         if self._lists is None:
             lists: Dict[int, List[SensorList]] = {}
@@ -116,7 +125,7 @@ class Machine:
                     if number is not None:
                         lists.setdefault(number, []).append(each)
             self._lists = lists
-        return tuple(self._lists.get(sensor_id, ())) if sensor_id is not None else ()
+        return tuple(self._lists.get(sensor_id, ()))
 
     def members_of(self, group: Group) -> Tuple[Section, ...]:
         """The groups and sensors that are in a group."""

@@ -95,7 +95,24 @@ class Section(Mapping[str, Entry]):
         return targets[0] if targets else None
 
 
-class Group(Section):
+class NamedSection(Section):
+    """A section of a kind whose sections all have a NAME, each another one."""
+
+    @property
+    def name(self) -> str:
+        return str(self._first_value(COMPILED_ENTRIES["NAME"]))
+
+
+class NumberedSection(NamedSection):
+    """A section of a kind whose sections all have an ID as well."""
+
+    @property
+    def id(self) -> int:
+        number = self._first_value(COMPILED_ENTRIES["ID"])
+        return number if isinstance(number, int) else 0
+
+
+class Group(NamedSection):
     """Sensors and other groups."""
 
     @property
@@ -117,7 +134,7 @@ class Group(Section):
         return tuple(each for each in members if isinstance(each, Sensor))
 
 
-class Sensor(Section):
+class Sensor(NumberedSection):
     """What a machine measures."""
 
     @property
@@ -157,7 +174,7 @@ class Sensor(Section):
         return self.machine.lists_with(self.id)
 
 
-class SensorList(Section):
+class SensorList(NumberedSection):
     """A PELMGROUP: sensors that hosts take together."""
 
     @property
@@ -171,7 +188,7 @@ class SensorList(Section):
         return parent if isinstance(parent, SensorList) else None
 
 
-class Table(Section):
+class Table(NamedSection):
     """A table of bytes."""
 
     @property
@@ -184,6 +201,8 @@ class Table(Section):
 CLASS_OF: Dict[str, Type[Section]] = {
     "GROUP": Group,
     "SENSOR": Sensor,
+    "DEVICE": NumberedSection,
+    "ACTION": NamedSection,
     "PELMGROUP": SensorList,
     "TABLE": Table,
 }
