@@ -43,11 +43,15 @@ def open_debug(path: Path) -> DebugMachine:
 
 
 def _expect_form(data: bytes, magic: bytes) -> None:
-    if len(data) > MOST_FILE_BYTES:
-        raise TooLarge(f"it is larger than {MOST_FILE_BYTES >> 20} MiB")
+    _expect_size(len(data))
     if not data.startswith(magic):
         reason = "it is neither a meta file nor a debug meta file"
         raise UnknownFormat(0, "header", "magic", reason)
+
+
+def _expect_size(size: int) -> None:
+    if size > MOST_FILE_BYTES:
+        raise TooLarge(f"it is larger than {MOST_FILE_BYTES >> 20} MiB")
 
 
 def _opened(path: Path, loaded: Callable[[bytes], _Loaded]) -> _Loaded:
@@ -59,13 +63,15 @@ def _opened(path: Path, loaded: Callable[[bytes], _Loaded]) -> _Loaded:
 
 
 def _read(path: Path) -> bytes:
-    # A pipe would wait for a writer; where there are no pipes with paths, there is no such flag.
+    # A pipe would wait for a writer. Systems without such pipes lack the flag.
     flags = os.O_RDONLY | getattr(os, "O_NONBLOCK", 0) | getattr(os, "O_BINARY", 0)
     descriptor = os.open(path, flags)
     try:
-        if not stat.S_ISREG(os.fstat(descriptor).st_mode):
+        status = os.fstat(descriptor)
+        if not stat.S_ISREG(status.st_mode):
             raise NotRegular("it is not a regular file")
+        _expect_size(status.st_size)
         with os.fdopen(descriptor, "rb", closefd=False) as file:
-            return file.read(MOST_FILE_BYTES + 1)
+            return file.read()
     finally:
         os.close(descriptor)

@@ -107,6 +107,14 @@ class Interface(unittest.TestCase):
         with self.assertRaises(FileNotFoundError):
             ruxmeta.open(self.machines.folder / "none.meta")
 
+    def test_files_of_any_size_are_refused_at_once(self):
+        large = self.machines.folder / "large.meta"
+        with open(large, "wb") as file:
+            file.truncate(1 << 40)
+        with self.assertRaises(ruxmeta.TooLarge):
+            ruxmeta.open(large)
+        large.unlink()
+
     def test_pipes_are_refused_at_once(self):
         with tempfile.TemporaryDirectory() as folder:
             pipe = os.path.join(folder, "pipe")
