@@ -10,6 +10,7 @@ from ruxmeta._debug_records import (
     DebugSectionRecord,
     enter,
     leave,
+    pass_text_entry,
     read_object,
     read_payload,
 )
@@ -45,6 +46,10 @@ class DebugMetaFile:
         cursor = Cursor(self.data, Faults())
         cursor.offset, cursor.end = section.entries_offset, section.end
         for ordinal in range(section.entry_count):
+            plain = pass_text_entry(cursor, ordinal)
+            if plain is not None:
+                yield plain
+                continue
             outer_end = enter(cursor, "entry", "record length")
             yield _read_entry(cursor, ordinal, None)
             leave(cursor, outer_end)
@@ -179,6 +184,14 @@ class _DebugMetaReader:
             if blank is not None and cursor.data.startswith(blank, cursor.offset, cursor.end):
                 cursor.offset += len(blank)
                 continue
+            begin = cursor.offset
+            plain = pass_text_entry(cursor, ordinal)
+            if plain is not None and (files is None or plain.file_index < len(files)):
+                cursor.path.append(f"entry {ordinal}")
+                self._rules.check_entry(plain)
+                cursor.path.pop()
+                continue
+            cursor.offset = begin
             outer_end = enter(cursor, f"entry {ordinal}", "record length")
             depth = len(cursor.path)
             end = cursor.end

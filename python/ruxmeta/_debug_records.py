@@ -1,6 +1,7 @@
 """The records of a debug meta file."""
 
-from typing import Collection, List, Tuple
+import struct
+from typing import Collection, List, Optional, Tuple
 
 from ruxmeta._cursor import WORD, Cursor
 from ruxmeta._language import (
@@ -11,7 +12,7 @@ from ruxmeta._language import (
     PAYLOAD_VALUE,
     REPEATER_FIELDS,
 )
-from ruxmeta._lookup import type_of
+from ruxmeta._lookup import SOURCE_KEYWORDS, type_of
 from ruxmeta._rows import Field
 
 
@@ -83,6 +84,11 @@ class DebugEntryRecord(DebugObject):
     fields: List[DebugField]  # of a value: its type first
 
 
+_TEXT_KEYWORDS = frozenset(
+    identifier for identifier in SOURCE_KEYWORDS if identifier & PAYLOAD_MASK == PAYLOAD_TEXT
+)
+
+
 def enter(cursor: Cursor, name: str, length_field: str) -> int:
     """Begins a record with a length; returns where what the cursor was in ends."""
     cursor.path.append(name)
@@ -109,6 +115,44 @@ def read_object(cursor: Cursor, record: DebugObject, known: Collection[int]) -> 
     record.line = cursor.word("line")
     record.file_index = cursor.word("file index")
     record.name = cursor.text("name")
+
+
+# An entry of one text: the words before its name, and those between its name and its text.
+_TEXT_HEAD = struct.Struct("<7I")
+_TEXT_BODY = struct.Struct("<3I")
+_read_text_head, _read_text_body = _TEXT_HEAD.unpack_from, _TEXT_BODY.unpack_from
+
+
+def pass_text_entry(cursor: Cursor, ordinal: int) -> Optional[DebugEntryRecord]:
+    """Reads an entry of one text at once, as most are; None when it is not one, word for word."""
+    at, end, data = cursor.offset, cursor.end, cursor.data
+    if at + _TEXT_HEAD.size > end:
+        return None
+    length, object_length, identifier, notation, line, file_index, size = _read_text_head(data, at)
+    name = at + _TEXT_HEAD.size
+    payload = name + size
+    text = payload + _TEXT_BODY.size
+    if identifier not in _TEXT_KEYWORDS or text > end:
+        return None
+    payload_length, payload_type, text_length = _read_text_body(data, payload)
+    is_plain = (
+        object_length == 5 * WORD + size
+        and payload_type == identifier
+        and payload_length == 2 * WORD + text_length
+        and length == object_length + payload_length + 2 * WORD
+        and at + WORD + length <= end
+    )
+    if not is_plain:
+        return None
+    entry = DebugEntryRecord()
+    entry.ordinal, entry.offset = ordinal, at + 2 * WORD
+    entry.identifier, entry.notation, entry.line = identifier, notation, line
+    entry.file_index, entry.name = file_index, data[name:payload]
+    entry.payload_type, entry.payload_offset = payload_type, payload + WORD
+    content = data[text : text + text_length]
+    entry.fields = [DebugField("Text", False, (content,), text - WORD)]
+    cursor.offset = at + WORD + length
+    return entry
 
 
 def read_payload(cursor: Cursor, entry: DebugEntryRecord) -> None:

@@ -19,6 +19,7 @@ from ruxmeta._rows import Kind
 
 _NAME = SOURCE_ENTRIES["NAME"]
 _DEFINED_WORD = SOURCE_ENTRIES["DEFINED_WORD"]
+_KEYS = {identifier: keyword.encode() for identifier, keyword in SOURCE_KEYWORDS.items()}
 _NOT_DIGIT_FIRST = frozenset(row.source for row in ENTRIES if row.form == "no digit first")
 
 
@@ -147,11 +148,11 @@ class DebugRules:
 
     def _check_name(self, entry: DebugEntryRecord, is_free: bool) -> None:
         """The key, or one that begins like it; no two alike."""
-        keyword = SOURCE_KEYWORDS[entry.identifier]
+        key = _KEYS[entry.identifier]
         name = entry.name
         reason = ""
-        if not (name.startswith(keyword.encode()) if is_free else name == keyword.encode()):
-            reason = f"expected {keyword}..." if is_free else f"expected {keyword}"
+        if name != key and not (is_free and name.startswith(key)):
+            reason = f"expected {key.decode()}{'...' if is_free else ''}"
         elif entry.identifier in _NOT_DIGIT_FIRST and name[:1].isdigit():
             reason = "a name must not begin with a digit"
         elif self._kind.uniqueness:
