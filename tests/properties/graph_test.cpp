@@ -342,20 +342,30 @@ TEST(Graph, CountsWhatItLeavesOut) {
   EXPECT_GT(rests, 1000U);
 }
 
+template <class Write>
+std::string TextOf(const Graph& graph, Write write) {
+  return rux::support::WrittenText([&](rux::support::TextStream& out) { write(graph, out); });
+}
+
+void ExpectSafe(const Graph& graph) {
+  for (const rux::graph::Form& form : rux::graph::kForms)
+    EXPECT_TRUE(rux::support::AreSafeLines(TextOf(graph, form.write))) << form.name;
+}
+
+// What only a file may have: a page has one of each.
+void ExpectPartOfPage(const std::string& element) {
+  for (const char* const of_a_file : {"<style", " style=", " id=", "\"heading\"", "\"paper\""})
+    EXPECT_EQ(element.find(of_a_file), std::string::npos) << of_a_file;
+}
+
 TEST(Graph, IsSafeInEveryForm) {
   for (unsigned seed = 0; seed < 60; ++seed) {
+    SCOPED_TRACE(seed);
     Generator generator(seed);
     const Graph graph = generator.Any(seed % 2 == 0);
     for (const Graph& part : {graph, rux::graph::Bounded(graph, 1 + generator.Below(50))}) {
-      for (const rux::graph::Form& form : rux::graph::kForms) {
-        const std::string text = rux::support::WrittenText(
-            [&](rux::support::TextStream& out) { form.write(part, out); });
-        EXPECT_TRUE(rux::support::AreSafeLines(text)) << form.name << ' ' << seed;
-      }
-      const std::string element = rux::support::WrittenText(
-          [&](rux::support::TextStream& out) { rux::graph::WriteSvgElement(part, out); });
-      for (const char* const of_a_file : {"<style", " style=", " id=", "\"heading\"", "\"paper\""})
-        EXPECT_EQ(element.find(of_a_file), std::string::npos) << of_a_file;
+      ExpectSafe(part);
+      ExpectPartOfPage(TextOf(part, rux::graph::WriteSvgElement));
     }
   }
 }
