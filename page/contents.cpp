@@ -20,7 +20,7 @@
 #include "diagnostics/diagnostic.h"
 #include "diff/change.h"
 #include "machine/machine.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "page/html.h"
 #include "page/sources.h"
@@ -125,7 +125,6 @@ std::string Contents::PlaceText(const machine::Place& place) const {
 
 std::vector<Thing> Contents::UsersOf(Thing thing) const {
   // So that the cost stays within a part of the machine, whatever refers to what in it.
-  constexpr std::size_t kMostUsers = 200;
   constexpr std::size_t kMostLinks = 2000;
   std::set<Thing> known = {thing};
   std::vector<Thing> users = {thing};

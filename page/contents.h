@@ -76,7 +76,8 @@ class Contents {
   // A limit, or the reading that is expected, with its unit; none of another entry.
   std::optional<std::string> AmountOf(Thing thing, const ruxcomp::Entry& entry) const;
 
-  // What uses it, directly or not; each once, the nearest first, and as many as are shown.
+  // What uses it, directly or not; each once, the nearest first, and no more than so many.
+  static constexpr std::size_t kMostUsers = 200;
   std::vector<Thing> UsersOf(Thing thing) const;
 
   const std::vector<const diagnostics::Diagnostic*>& FindingsOf(Thing thing) const {

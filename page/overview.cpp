@@ -74,7 +74,11 @@ void WriteLinks(const Contents& contents, const std::vector<Thing>& things, Html
       WriteFullLink(contents, things[i], out);
     }
   }
-  if (things.size() > kMost) out << " and " << things.size() - kMost << " more";
+  if (things.size() >= Contents::kMostUsers) {
+    out << " and many more";
+  } else if (things.size() > kMost) {
+    out << " and " << things.size() - kMost << " more";
+  }
 }
 
 // Who makes it run: sensors, devices, groups, globals and repeaters whose values lead to it.

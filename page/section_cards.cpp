@@ -10,7 +10,7 @@
 
 #include "browse/relations.h"
 #include "inspect/entry_value.h"
-#include "machine/origins.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "page/contents.h"
 #include "page/html.h"
