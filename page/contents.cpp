@@ -151,8 +151,8 @@ const std::vector<ruxcomp::Entry>& Contents::ValuesOf(Thing thing) const {
   const ruxcomp::Section section = SectionOf(thing);
   std::vector<std::pair<std::size_t, ruxcomp::Entry>> placed;
   for (const ruxcomp::Entry& entry : values) {
-    const auto item = source->items.find(machine::KeyOf(section, entry));
-    placed.emplace_back(item == source->items.end() ? 0 : item->second.ordinal, entry);
+    const Excerpt::Item* item = source->Find(machine::KeyOf(section, entry));
+    placed.emplace_back(item == nullptr ? 0 : item->ordinal, entry);
   }
   std::stable_sort(placed.begin(), placed.end(),
                    [](const auto& a, const auto& b) { return a.first < b.first; });

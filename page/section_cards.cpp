@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "browse/relations.h"
@@ -168,7 +169,7 @@ class Cards {
     out_ << "</summary>";
     if (source) {
       out_ << "<pre>";
-      for (const std::string& line : source->lines) out_ << Line{line} << "\n";
+      for (const std::string_view line : source->lines) out_ << Line{line} << "\n";
       out_ << "</pre>";
     }
     out_ << "</details>";

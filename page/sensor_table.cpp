@@ -1,4 +1,3 @@
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,5 +1,6 @@
 #include "page/sources.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -22,9 +23,9 @@ namespace {
 
 namespace language = ruxcomp::language;
 
-std::string FirstPart(std::string_view value) {
+std::string_view FirstPart(std::string_view value) {
   const std::string_view part = value.substr(0, value.find(','));
-  return std::string(part.substr(0, part.find_last_not_of(" \t") + 1));
+  return part.substr(0, part.find_last_not_of(" \t") + 1);
 }
 
 bool IsComment(std::string_view line) {
@@ -45,20 +46,40 @@ void AddLines(const sources::SourceFile& file, std::uint32_t first, std::uint32_
     excerpt.lines.emplace_back(file.Line(line));
 }
 
-void AddItem(std::string_view key, std::string first_part, Excerpt& excerpt) {
-  excerpt.items.try_emplace(std::string(key),
-                            Excerpt::Item{excerpt.items.size(), std::move(first_part)});
+void SortItems(Excerpt& excerpt) {
+  std::stable_sort(excerpt.items.begin(), excerpt.items.end(),
+                   [](const auto& a, const auto& b) { return a.key < b.key; });
 }
 
-void AddItem(const decompile::ScriptItem& item, Excerpt& excerpt) {
+std::string_view FirstPart(const decompile::ScriptItem& item) {
+  return item.parts.empty() ? std::string_view() : item.parts.front();
+}
+
+std::string LineOf(const decompile::ScriptItem& item) {
   std::string line = item.entry->name + " = ";
   for (const std::string& part : item.parts)
     line += (&part == &item.parts.front() ? "" : ", ") + decompile::PartText(part);
-  excerpt.lines.push_back(std::move(line));
-  AddItem(item.entry->name, item.parts.empty() ? "" : item.parts.front(), excerpt);
+  return line + '\n';
+}
+
+void AddOwnText(std::string text, Excerpt& excerpt) {
+  excerpt.own_text = std::make_shared<const std::string>(std::move(text));
+  std::string_view rest = *excerpt.own_text;
+  while (!rest.empty()) {
+    const std::size_t end = rest.find('\n');
+    excerpt.lines.push_back(rest.substr(0, end));
+    rest.remove_prefix(end + 1);
+  }
 }
 
 }  // namespace
+
+const Excerpt::Item* Excerpt::Find(std::string_view key) const {
+  const auto found =
+      std::lower_bound(items.begin(), items.end(), key,
+                       [](const Item& item, std::string_view wanted) { return item.key < wanted; });
+  return found != items.end() && found->key == key ? &*found : nullptr;
+}
 
 Sources::Sources(sources::SourceSet scripts) : scripts_(std::move(scripts)) {
   for (const sources::Opening& opening : scripts_.openings())
@@ -95,17 +116,18 @@ std::optional<Excerpt> Sources::InScript(const machine::Place& place, bool is_it
   if (is_item) {
     const std::optional<sources::SourceSpot> spot = file.At(place.line);
     if (!spot || spot->item == nullptr) return std::nullopt;
-    AddItem(spot->item->key, FirstPart(spot->item->value), excerpt);
+    excerpt.items.push_back({spot->item->key, 0, FirstPart(spot->item->value)});
     AddLines(file, place.line, LastLineOf(file, place.line), excerpt);
     return excerpt;
   }
   std::uint32_t last = section->line;
   for (std::uint32_t i = 0; i < section->item_count; ++i) {
     const ruxcomp::reader::Item& item = section->items[i];
-    AddItem(item.key, FirstPart(item.value), excerpt);
+    excerpt.items.push_back({item.key, i, FirstPart(item.value)});
     last = LastLineOf(file, item.line);
   }
   AddLines(file, section->line, last, excerpt);
+  SortItems(excerpt);
   return excerpt;
 }
 
@@ -118,11 +140,17 @@ std::optional<Excerpt> Sources::InDebugMeta(const language::SectionKind& kind, s
   if (!key.empty()) {
     const auto item = by_key_.find({&section, key});
     if (item == by_key_.end()) return std::nullopt;
-    AddItem(*item->second, excerpt);
+    excerpt.items.push_back({item->second->entry->name, 0, FirstPart(*item->second)});
+    AddOwnText(LineOf(*item->second), excerpt);
     return excerpt;
   }
-  excerpt.lines.push_back('[' + std::string(section.keyword) + ']');
-  for (const decompile::ScriptItem& item : section.items) AddItem(item, excerpt);
+  std::string text = '[' + std::string(section.keyword) + "]\n";
+  for (const decompile::ScriptItem& item : section.items) {
+    excerpt.items.push_back({item.entry->name, excerpt.items.size(), FirstPart(item)});
+    text += LineOf(item);
+  }
+  AddOwnText(std::move(text), excerpt);
+  SortItems(excerpt);
   return excerpt;
 }
 

@@ -21,14 +21,21 @@
 
 namespace rux::page {
 
-// A section, or an item of one.
+// A section, or an item of one. Valid as long as the sources that it is of.
 struct Excerpt {
-  std::vector<std::string> lines;
   struct Item {
-    std::size_t ordinal;     // among those of the section
-    std::string first_part;  // of its value: of one that says what to do, the word for its type
+    std::string_view key;
+    std::size_t ordinal;  // among those of the section
+    // Of its value: of one that says what to do, the word for its type.
+    std::string_view first_part;
   };
-  std::map<std::string, Item> items;  // by their keys
+  // The first one with that key; null when there is none.
+  const Item* Find(std::string_view key) const;
+
+  std::vector<std::string_view> lines;
+  std::vector<Item> items;  // by their keys
+  std::shared_ptr<const std::string> own_text =
+      {};  // that the lines are of, where no file has them
 };
 
 class Sources {

@@ -1,11 +1,8 @@
 #include "page/table_plot.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <string>
 #include <tuple>
 
 #include "page/html.h"
@@ -44,8 +41,8 @@ void ForEachStretch(const std::array<bool, kCells>& is_set, Write write) {
 
 std::array<bool, kCells> CellsSetBy(const Excerpt& source) {
   std::array<bool, kCells> is_set{};
-  for (const auto& [key, item] : source.items) {
-    const language::CellRange range = language::SplitCellRange(key);
+  for (const Excerpt::Item& item : source.items) {
+    const language::CellRange range = language::SplitCellRange(item.key);
     const language::Number low = language::ReadNumber(range.low);
     const language::Number high = language::ReadNumber(range.high);
     if (!low.is_number || !high.is_number) continue;

@@ -160,8 +160,7 @@ std::string TypeText(const machine::EntryValue& value, const std::string& key,
                      const std::optional<Excerpt>& source) {
   if (!value.type) return "";
   if (source) {
-    const auto item = source->items.find(key);
-    if (item != source->items.end()) return item->second.first_part;
+    if (const Excerpt::Item* item = source->Find(key)) return std::string(item->first_part);
   }
   return "type " + std::to_string(*value.type);
 }
