@@ -72,7 +72,7 @@ void ExpectPageAt(const std::string& path) {
   std::string begin(kPageBegin.size(), '\0');
   std::ifstream file(path, std::ios::binary);
   file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
-  if (file.gcount() == 0 || begin == kPageBegin) return;
+  if (begin == kPageBegin || fs::file_size(path, error) == 0) return;
   throw support::Failure(ExitStatus::kWrongUsage, "cannot write {}: what is there is not a page",
                          path);
 }

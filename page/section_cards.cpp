@@ -69,9 +69,7 @@ class Cards {
     const browse::Thing& what = contents_.At(thing);
     out_ << "<article id=t" << thing << "><h4><a href=#t" << thing << ">" << Text{NameOf(what)}
          << "</a> <small>" << Text{what.kind->keyword};
-    if (what.id && what.name) {
-      out_ << " #0x" << Text{fmt::format("{:X}", *what.id)};
-    }
+    if (what.id && what.name) out_ << " #0x" << Text{fmt::format("{:X}", *what.id)};
     out_ << "</small>";
     WriteMarks(contents_, thing, out_);
     out_ << "</h4>";
@@ -106,7 +104,8 @@ class Cards {
       list << "</div>";
     }
     if (!list.is_empty()) out_ << "<dl>" << list << "</dl>";
-    if (has_limit) WriteBands(contents_.OrdinalOf(thing));
+    if (has_limit && contents_.Is(thing, language::SECTION_SENSOR))
+      WriteBands(contents_.OrdinalOf(thing));
   }
 
   void WriteBands(std::size_t sensor) {

@@ -239,12 +239,6 @@ void WritePieces(const std::vector<Piece>& pieces, Html& out) {
   }
 }
 
-std::string TextOf(const std::vector<Piece>& pieces) {
-  std::string text;
-  for (const Piece& piece : pieces) text += piece.text;
-  return text;
-}
-
 void WriteFlow(const Contents& contents, Thing thing, Html& out) {
   FlowWriter(contents, out).Write(thing);
 }

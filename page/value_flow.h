@@ -24,7 +24,6 @@ struct Piece {
 std::vector<Piece> PiecesOf(const Contents& contents, const ruxcomp::Entry& entry);
 
 void WritePieces(const std::vector<Piece>& pieces, Html& out);
-std::string TextOf(const std::vector<Piece>& pieces);
 
 // The values of a thing as a list, each with all that it uses below it.
 void WriteFlow(const Contents& contents, Thing thing, Html& out);
