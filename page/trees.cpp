@@ -1,6 +1,5 @@
 // GROUPs and PELMGROUPs as trees that open and close.
 #include <cstddef>
-#include <string>
 #include <vector>
 
 #include "browse/relations.h"

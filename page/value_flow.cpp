@@ -1,7 +1,6 @@
 #include "page/value_flow.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
