@@ -3,6 +3,7 @@
 #include <sha2.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -35,7 +36,8 @@ std::string Sha256Base64(std::string_view bytes) {
   constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::string text;
   for (std::size_t i = 0; i < digest.size(); i += 3) {
-    const unsigned group = digest[i] << 16U | digest[i + 1] << 8U | digest[i + 2];
+    const auto byte = [&](std::size_t n) { return static_cast<unsigned>(digest[i + n]); };
+    const unsigned group = byte(0) << 16U | byte(1) << 8U | byte(2);
     for (const unsigned shift : {18U, 12U, 6U, 0U}) text += kDigits[group >> shift & 63U];
   }
   text.back() = '=';  // for the byte that was added
