@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "compiled/debug_meta.h"
-#include "diagnostics/diagnostic.h"
 #include "diagnostics/severities.h"
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"

@@ -1,5 +1,4 @@
 // rux page MACHINE... [-o PAGE] [--output-dir FOLDER]
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -10,7 +9,6 @@
 #include "driver/script_list.h"
 #include "machine/source.h"
 #include "page/pages.h"
-#include "settings/project.h"
 #include "support/failure.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
@@ -26,14 +24,14 @@ struct PageOptions {
   std::string title;
 };
 
-support::Failure WrongUsage(const char* text) {
+support::Failure BadPageUsage(const char* text) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
 // Beside the machine, as rux compile puts what it writes.
 std::string PagePathOf(const std::string& machine) {
   if (!machine::ReadSource(machine).revision.empty())
-    throw WrongUsage("a machine of a git revision needs -o");
+    throw BadPageUsage("a machine of a git revision needs -o");
   return std::filesystem::path(machine).replace_extension(".html").string();
 }
 
@@ -51,10 +49,11 @@ support::ExitStatus Page(PageOptions& options) {
       options.before};
   if (options.folder.empty()) {
     if (machines.size() > 1 || IsList(machines.front()))
-      throw WrongUsage("several machines need --output-dir");
+      throw BadPageUsage("several machines need --output-dir");
     const std::string& machine = machines.front();
     // It is loaded, and looked at again for what the page shows besides.
-    if (machine == "-") throw WrongUsage("a page is of a file: standard input can be read only once");
+    if (machine == "-")
+      throw BadPageUsage("a page is of a file: standard input can be read only once");
     page::WritePage(machine, options.page.empty() ? PagePathOf(machine) : options.page, request);
     return support::ExitStatus::kDone;
   }
