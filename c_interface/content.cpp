@@ -6,6 +6,7 @@
 #include "c_interface/handles.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/model.h"
+#include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/words.h"
 #include "ruxmeta.h"
 

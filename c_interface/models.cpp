@@ -12,6 +12,7 @@
 #include "c_interface/handles.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/model.h"
+#include "ruxcomp/model/records.h"
 #include "ruxcomp/records.h"
 #include "ruxcomp/verify.h"
 #include "ruxmeta.h"

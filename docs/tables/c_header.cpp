@@ -6,9 +6,7 @@
 #include <utility>
 
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/file_format.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/selectors.h"
 #include "ruxcomp/language/symbols.h"
 
 namespace {
@@ -68,9 +66,7 @@ std::string CHeader() {
 #define SELECTOR_CODE(name, code) selectors.Add(#name, code);
 #include "ruxcomp/language/selectors.def"
   }
-  {
-    Enum cells(header, "How many cells a table has.", "");
-    cells.Add("TABLE_CELLS", kTableCells);
-  }
+  header += "\n/* How many cells a table has. */\nenum { RUXMETA_TABLE_CELLS = " +
+            std::to_string(kTableCells) + " };\n";
   return header + "\n#endif /* RUXMETA_NUMBERS_H_ */\n";
 }

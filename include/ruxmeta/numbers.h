@@ -75,8 +75,6 @@ enum {
 };
 
 /* How many cells a table has. */
-enum {
-  RUXMETA_TABLE_CELLS = 0x00000100
-};
+enum { RUXMETA_TABLE_CELLS = 256 };
 
 #endif /* RUXMETA_NUMBERS_H_ */
