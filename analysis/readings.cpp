@@ -1,6 +1,7 @@
 // Machines as their texts are.
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "analysis/analysis.h"
 #include "analysis/check.h"

@@ -14,6 +14,7 @@
 #include "index/index.h"
 #include "index/records.h"
 #include "protocol/json.h"
+#include "protocol/params.h"
 #include "protocol/positions.h"
 #include "server/asking.h"
 #include "server/feature.h"
