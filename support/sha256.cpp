@@ -40,8 +40,7 @@ std::string Sha256Base64(std::string_view bytes) {
     const unsigned group = byte(0) << 16U | byte(1) << 8U | byte(2);
     for (const unsigned shift : {18U, 12U, 6U, 0U}) text += kDigits[group >> shift & 63U];
   }
-  text.back() = '=';  // for the byte that was added
-  return text;
+  return text.substr(0, text.size() - 1) + '=';  // for the byte that was added
 }
 
 }  // namespace rux::support
