@@ -88,8 +88,7 @@ class SensorRows {
   }
 
   void AddTo(Grid& grid) const {
-    Html title;
-    grid.AddColumn(title << "name");
+    grid.AddColumn(Html() << "name");
     AddColumns(false, grid);
     grid.AddColumn(Html() << "bands");
     grid.AddColumn(Html() << Text{value_.name});

@@ -42,7 +42,7 @@ bool IsList(const std::string& name) {
 }
 
 support::ExitStatus Page(PageOptions& options) {
-  std::vector<std::string>& machines = options.machines.scripts;
+  const std::vector<std::string>& machines = options.machines.scripts;
   const page::PageRequest request{
       {options.machines.include_folders, driver::ProjectsOf(options.machines.project_choice), ""},
       options.title,
