@@ -3,13 +3,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "c_interface/handles.h"
+#include "c_interface/handles.h"  // IWYU pragma: keep
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/records.h"
@@ -49,7 +50,9 @@ ruxmeta_status Make(const void* source, Open open, ruxmeta_model** model,
     Fault found;
     std::optional<Model> opened = open(&found);
     if (opened) {
-      *model = new ruxmeta_model{std::move(*opened)};
+      auto made = std::make_unique<ruxmeta_model>();
+      made->model = std::move(*opened);
+      *model = made.release();
       return RUXMETA_OK;
     }
     if (fault != nullptr) Store(found, *fault);

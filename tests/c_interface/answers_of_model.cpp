@@ -44,10 +44,10 @@ void PrintParts(Entry entry) {
 }
 
 void PrintSection(Section section) {
-  std::printf("  section %" PRIX32 " %zu", section.kind(), std::size_t{section.ordinal()});
+  std::printf("  section %" PRIX32 " %" PRIu32, section.kind(), section.ordinal());
   PrintText(section.name());
   PrintValue(section.entry(RUX_ENTRY_ID).value());
-  if (section.parent()) std::printf(" in %zu", std::size_t{section.parent().ordinal()});
+  if (section.parent()) std::printf(" in %" PRIu32, section.parent().ordinal());
   std::printf(" %zu\n", section.entries().size());
   for (const Entry entry : section.entries()) {
     std::printf("    entry %" PRIX32, entry.identifier());
@@ -64,10 +64,10 @@ void PrintKind(const Model& model, std::uint32_t kind) {
   for (const Section section : model.sections(kind)) {
     PrintSection(section);
     const Section named = model.section_named(kind, section.name());
-    std::printf("  named %zu", std::size_t{named.ordinal()});
+    std::printf("  named %" PRIu32, named.ordinal());
     if (section.id()) {
       const Section with_id = model.section_with_id(kind, *section.id());
-      std::printf(" with ID %zu", std::size_t{with_id.ordinal()});
+      std::printf(" with ID %" PRIu32, with_id.ordinal());
     }
     std::printf("\n");
   }
