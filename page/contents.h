@@ -76,7 +76,7 @@ class Contents {
   // A limit, or the reading that is expected, with its unit; none of another entry.
   std::optional<std::string> AmountOf(Thing thing, const ruxcomp::Entry& entry) const;
 
-  // What uses it, directly or not; each once, the nearest first, and no more than so many.
+  // What uses it, directly or not; each once, the nearest first, and at most kMostUsers.
   static constexpr std::size_t kMostUsers = 200;
   std::vector<Thing> UsersOf(Thing thing) const;
 

@@ -33,7 +33,7 @@ void WriteRange(const Contents& contents, std::size_t begin, std::size_t end, Ht
 void WriteFindings(const Contents& contents, Html& out) {
   const std::optional<diagnostics::Report>& report = contents.background().report;
   if (!report || report->diagnostics.empty()) return;
-  // A browser lays out so many at once.
+  // As many as a browser lays out at once.
   constexpr std::size_t kMostAtOnce = 100;
   const std::size_t count = report->diagnostics.size();
   out << "<section id=findings><h2>Findings</h2><ul class=notes>\n";

@@ -51,7 +51,7 @@ class Cards {
   }
 
  private:
-  // A browser lays out so many cards at once; of a larger machine, those of small kinds.
+  // As many cards as a browser lays out at once; of a larger machine, those of small kinds.
   static constexpr std::size_t kMostThings = 1000;
   static constexpr std::size_t kSmallKind = 40;
   static constexpr std::size_t kGroup = 100;

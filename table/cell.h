@@ -39,7 +39,7 @@ RowCells RowOf(std::vector<Cell> cells);
 // The cell of that column.
 const Cell& CellIn(const RowCells& cells, std::size_t column);
 
-// use(cell) for each of the columns, which are so many.
+// use(cell) for each of that number of columns.
 template <class Use>
 void ForEachCell(const RowCells& cells, std::size_t columns, Use use) {
   static const Cell empty;
