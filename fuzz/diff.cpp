@@ -2,18 +2,15 @@
 // and with the other one both ways. All forms of the report can be written.
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "diff/compare.h"
 #include "diff/report.h"
+#include "fuzz/sound_machine.h"
 #include "fuzz/target.h"
 #include "machine/machine.h"
-#include "ruxcomp/file/kept_bytes.h"
-#include "ruxcomp/model.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -21,14 +18,6 @@ namespace {
 
 using fuzz::Expect;
 using rux::machine::Machine;
-
-// None when the bytes are not those of a sound meta file.
-std::optional<Machine> MachineOf(std::string bytes) {
-  if (!ruxcomp::Model::OpenBytes(bytes)) return std::nullopt;
-  auto kept = std::make_unique<ruxcomp::file::KeptBytes>();
-  kept->Keep(std::move(bytes));
-  return Machine("file.meta", {"file.meta"}, std::move(kept), nullptr, nullptr);
-}
 
 void WriteAll(const rux::diff::Report& report) {
   for (const rux::diff::Form& form : rux::diff::kForms) {
@@ -55,12 +44,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t kMagic = 16;
   const std::size_t second =
       size > kMagic ? bytes.find(bytes.substr(0, kMagic), kMagic) : std::string::npos;
-  const std::optional<Machine> before = MachineOf(bytes.substr(0, second));
+  const std::optional<Machine> before = fuzz::SoundMachineOf(bytes.substr(0, second));
   if (!before) return 0;
   Expect(rux::diff::Compare(*before, *before).empty(), "a machine does not differ from itself");
   Compare(*before, Machine("nothing"));
   if (second == std::string::npos) return 0;
-  const std::optional<Machine> after = MachineOf(bytes.substr(second));
+  const std::optional<Machine> after = fuzz::SoundMachineOf(bytes.substr(second));
   if (!after) return 0;
   Compare(*before, *after);
   Compare(*after, *before);

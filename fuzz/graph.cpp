@@ -4,18 +4,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <utility>
 
 #include "browse/relations.h"
+#include "fuzz/sound_machine.h"
 #include "fuzz/target.h"
 #include "graph/bounds.h"
 #include "graph/forms.h"
 #include "graph/selection.h"
-#include "machine/machine.h"
-#include "ruxcomp/file/kept_bytes.h"
-#include "ruxcomp/model.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -35,15 +31,11 @@ void WriteAll(const Graph& graph) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  std::string bytes(data, data + size);
-  if (!ruxcomp::Model::OpenBytes(bytes)) return 0;
-  auto kept = std::make_unique<ruxcomp::file::KeptBytes>();
-  kept->Keep(std::move(bytes));
-  const rux::machine::Machine machine("file.meta", {"file.meta"}, std::move(kept), nullptr,
-                                      nullptr);
-  const rux::browse::MachineRelations relations(machine);
+  const auto machine = fuzz::SoundMachineOf(std::string(data, data + size));
+  if (!machine) return 0;
+  const rux::browse::MachineRelations relations(*machine);
   for (const rux::graph::Selection& selection : rux::graph::Selections()) {
-    const Graph graph = rux::graph::Select(selection, relations, machine.name()).graph;
+    const Graph graph = rux::graph::Select(selection, relations, machine->name()).graph;
     WriteAll(graph);
     if (graph.nodes.empty()) continue;
     constexpr std::size_t kFew = 5;

@@ -3,33 +3,22 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 
+#include "fuzz/sound_machine.h"
 #include "fuzz/target.h"
 #include "machine/machine.h"
 #include "page/contents.h"
 #include "page/document.h"
-#include "ruxcomp/file/kept_bytes.h"
-#include "ruxcomp/model.h"
 #include "support/safe_text.h"
 
 namespace {
 
 using fuzz::Expect;
 using rux::machine::Machine;
-
-// None when the bytes are not those of a sound meta file.
-std::optional<Machine> MachineOf(std::string bytes) {
-  if (!ruxcomp::Model::OpenBytes(bytes)) return std::nullopt;
-  auto kept = std::make_unique<ruxcomp::file::KeptBytes>();
-  kept->Keep(std::move(bytes));
-  return Machine("file.meta", {"file.meta"}, std::move(kept), nullptr, nullptr);
-}
 
 // The numbers that follow each `lead`.
 std::set<std::string> NumbersAfter(std::string_view page, std::string_view lead) {
@@ -65,7 +54,7 @@ void ExpectOwnElements(std::string_view main) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::optional<Machine> machine = MachineOf(std::string(data, data + size));
+  const std::optional<Machine> machine = fuzz::SoundMachineOf(std::string(data, data + size));
   if (!machine) return 0;
   const std::string page = rux::page::PageOf(rux::page::Contents(*machine, {}));
   Expect(rux::support::AreSafeLines(page), "no text of a machine controls anything");
