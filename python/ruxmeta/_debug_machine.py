@@ -5,6 +5,7 @@ from typing import Dict, Iterator, Mapping, Optional, Tuple
 
 from ruxmeta._debug_meta import DebugMetaFile
 from ruxmeta._debug_records import DebugEntryRecord, DebugSectionRecord
+from ruxmeta._keyed import KeyedEntries
 from ruxmeta._language import KINDS, PAYLOAD_MASK, PAYLOAD_NUMBER, PAYLOAD_VALUE
 from ruxmeta._lookup import SOURCE_ENTRIES, SOURCE_KEYWORDS, SOURCE_KINDS
 from ruxmeta._views import Sections, bytes_of, text_of
@@ -79,7 +80,7 @@ class DebugEntry(DebugObject):
         return f"<{self.key or self.keyword} = {', '.join(self.texts)!r}, line {self.line}>"
 
 
-class DebugSection(DebugObject, Mapping[str, DebugEntry]):
+class DebugSection(DebugObject, KeyedEntries[DebugEntry]):
     """The entries that a section gives, by key; of several with the same key, the first."""
 
     def __init__(self, machine: "DebugMachine", record: DebugSectionRecord) -> None:
@@ -91,7 +92,6 @@ class DebugSection(DebugObject, Mapping[str, DebugEntry]):
         self.kind = SOURCE_KINDS[record.identifier].keyword
         self.ordinal = record.ordinal  # among the sections of its kind
         self._record = record
-        self._by_key: Optional[Dict[str, DebugEntry]] = None
 
     @property
     def entries(self) -> Tuple[DebugEntry, ...]:
@@ -110,32 +110,11 @@ class DebugSection(DebugObject, Mapping[str, DebugEntry]):
         text = self._text_of(SOURCE_ENTRIES["ID"])
         return None if text is None else self.machine.number(text)
 
-    def __getitem__(self, key: str) -> DebugEntry:
-        return self._keys()[key]
-
-    def __iter__(self) -> Iterator[str]:
-        return iter(self._keys())
-
-    def __len__(self) -> int:
-        return len(self._keys())
-
-    def __eq__(self, other: object) -> bool:
-        return self is other
-
-    def __hash__(self) -> int:
-        return id(self)
-
     def __repr__(self) -> str:
         return f"<{self.kind} {self.ordinal if self.name is None else self.name}, line {self.line}>"
 
-    def _keys(self) -> Dict[str, DebugEntry]:
-        if self._by_key is None:
-            entries: Dict[str, DebugEntry] = {}
-            for entry in self.entries:
-                if entry.given:
-                    entries.setdefault(entry.key, entry)
-            self._by_key = entries
-        return self._by_key
+    def _listed(self) -> Iterator[DebugEntry]:
+        return (entry for entry in self.entries if entry.given)
 
     def _text_of(self, identifier: int) -> Optional[str]:
         for record in self.machine.records.entries(self._record):

@@ -3,6 +3,7 @@
 from typing import TYPE_CHECKING, Dict, Iterator, Mapping, Optional, Tuple, Type, Union
 
 from ruxmeta._entries import Entry
+from ruxmeta._keyed import KeyedEntries
 from ruxmeta._language import CLASS_Property, ENTRIES, PLAIN_VALUE, TABLE_CELLS, CLASS_TableData
 from ruxmeta._lookup import COMPILED_ENTRIES
 from ruxmeta._meta_tables import CLASS_MASK
@@ -14,7 +15,7 @@ if TYPE_CHECKING:
 _LIMITS = {row.compiled: row.keyword for row in ENTRIES if row.is_limit}
 
 
-class Section(Mapping[str, Entry]):
+class Section(KeyedEntries[Entry]):
     """The entries of a section by key; of several with the same key, the first."""
 
     def __init__(self, machine: "Machine", kind: Kind, ordinal: int, begin: int) -> None:
@@ -23,12 +24,11 @@ class Section(Mapping[str, Entry]):
         self.identifier = kind.compiled  # as it is in the file
         self.ordinal = ordinal  # among the sections of its kind
         self._begin = begin
-        self._by_key: Optional[Dict[str, Entry]] = None
 
     @property
     def entries(self) -> Tuple[Entry, ...]:
         """All entries in the order of the file."""
-        return tuple(self._entries())
+        return tuple(self._listed())
 
     @property
     def name(self) -> Optional[str]:
@@ -47,43 +47,20 @@ class Section(Mapping[str, Entry]):
         """The texts of its P_ entries, or of all entries of a PROPERTY section, by name."""
         return {
             entry.name: str(entry.value)
-            for entry in self._entries()
+            for entry in self._listed()
             if entry.identifier & CLASS_MASK == CLASS_Property
         }
-
-    def __getitem__(self, key: str) -> Entry:
-        return self._keys()[key]
-
-    def __iter__(self) -> Iterator[str]:
-        return iter(self._keys())
-
-    def __len__(self) -> int:
-        return len(self._keys())
-
-    def __eq__(self, other: object) -> bool:
-        return self is other
-
-    def __hash__(self) -> int:
-        return id(self)
 
     def __repr__(self) -> str:
         return f"<{self.kind} {self.ordinal if self.name is None else self.name}>"
 
-    def _entries(self) -> Iterator[Entry]:
+    def _listed(self) -> Iterator[Entry]:
         words = self.machine.file.words
         for at in self.machine.file.entries(self._begin):
             yield Entry(self, words[at], tuple(words[at + 2 : at + 2 + words[at + 1]]))
 
-    def _keys(self) -> Dict[str, Entry]:
-        if self._by_key is None:
-            entries: Dict[str, Entry] = {}
-            for entry in self._entries():
-                entries.setdefault(entry.key, entry)
-            self._by_key = entries
-        return self._by_key
-
     def _first_value(self, identifier: int) -> Union[int, str, None]:
-        for entry in self._entries():
+        for entry in self._listed():
             if entry.identifier == identifier:
                 return entry.value
         return None
