@@ -90,8 +90,8 @@ std::vector<std::size_t> BeginningOf(const Graph& graph) {
   return sources.empty() ? std::vector<std::size_t>{0} : sources;
 }
 
-// How many nodes of a class may be shown, the rest as one of them, so that there are at most so
-// many in all; 1 if there is no way.
+// The most nodes of a class that may be shown, the rest as one of them, for at most `most` in all;
+// 1 if that is impossible.
 std::size_t LargestClass(const std::vector<std::vector<std::size_t>>& classes, std::size_t most) {
   const auto count = [&](std::size_t largest) {
     std::size_t sum = 0;

@@ -28,8 +28,8 @@
  *
  * Memory and time. Opening a file is one pass over its bytes, which verifies it, and 8 bytes of
  * memory for each text and number and 4 for each section. Nothing else reserves memory, except that
- * the second look-up by ID or by name builds an index; when there is no memory for one, look-ups
- * walk. What is at an ordinal is found without a search, except for entries, which are stepped
+ * the second look-up by ID or by name builds an index; without memory for one, look-ups walk.
+ * What is at an ordinal is found without a search, except for entries, which are stepped
  * over.
  *
  * Threads. The library keeps nothing of the process: any number of models may be open, on any

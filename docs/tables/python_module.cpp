@@ -55,7 +55,7 @@ std::string Call(const char* type, const Items& arguments) {
   return std::string(type) + '(' + Joined(arguments, ", ") + ')';
 }
 
-// On lines of their own, so many columns in.
+// Each item on a line of its own, indented by that many columns and four.
 std::string Tuple(const Items& items, std::size_t indent = 0) {
   if (items.empty()) return "()";
   const std::string margin(indent, ' ');

@@ -91,7 +91,7 @@ Action SetUpGraph(Arguments& arguments) {
       .Value("N");
   arguments
       .Add("--max-nodes", CommandArgument::Limit{&options->max_nodes},
-           "Draw at most so many and count the others (default: 500); 0: all")
+           "Draw at most N nodes, count the others (default: 500); 0: all")
       .Value("N");
   arguments
       .Add("--format", &options->format,
