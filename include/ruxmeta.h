@@ -47,6 +47,8 @@
 extern "C" {
 #endif
 
+/* C has no other way to name a type. NOLINTBEGIN(modernize-use-using) */
+
 #define RUXMETA_API __attribute__((visibility("default")))
 
 /* The version of the library as text, "0.1.0". */
@@ -216,6 +218,8 @@ RUXMETA_API int ruxmeta_find_group(const ruxmeta_model* model, const char* name,
 RUXMETA_API const uint8_t* ruxmeta_table_cells(const ruxmeta_model* model, size_t ordinal);
 
 #undef RUXMETA_API
+
+/* NOLINTEND(modernize-use-using) */
 
 #ifdef __cplusplus
 }
