@@ -10,8 +10,8 @@
 
 namespace rux::page {
 
-// All cells as one line over their indices; below it, which cells the rows of the script set, if the
-// script is known.
+// All cells as one line over their indices; below it, which cells the rows of the script set, if
+// the script is known.
 void WritePlot(const ruxcomp::TableCells& cells, const std::optional<Excerpt>& source, Html& out);
 
 }  // namespace rux::page
