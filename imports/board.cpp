@@ -1,0 +1,34 @@
+#include "imports/board.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "imports/decimal.h"
+#include "losses/ledger.h"
+
+namespace rux::imports {
+
+void AddLimit(Sensor& sensor, const Limit& limit, losses::Ledger& ledger) {
+  const bool is_taken = std::any_of(sensor.limits.begin(), sensor.limits.end(),
+                                    [&](const Limit& other) { return other.entry == limit.entry; });
+  if (is_taken) return ledger.Dropped(limit.item, losses::Reason::kDuplicate);
+  sensor.limits.push_back(limit);
+}
+
+void AddLimit(Sensor& sensor, language::EntryId entry, std::string_view number, losses::ItemId item,
+              losses::Ledger& ledger) {
+  const std::optional<Decimal> amount = Decimal::In(number);
+  if (!amount) return ledger.Dropped(item, losses::Reason::kNotANumber);
+  AddLimit(sensor, {entry, *amount, item}, ledger);
+}
+
+std::size_t Board::AreaFor(const Text& area, std::optional<std::size_t> parent,
+                           const Origin& origin) {
+  const auto [found, is_new] = places_.try_emplace({parent, area.text}, areas.size());
+  if (is_new) areas.push_back({area, parent, origin});
+  return found->second;
+}
+
+}  // namespace rux::imports

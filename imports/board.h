@@ -1,0 +1,122 @@
+// What sources describe, whatever their format: what scripts are written of.
+#ifndef IMPORTS_BOARD_H_
+#define IMPORTS_BOARD_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "imports/decimal.h"
+#include "losses/ledger.h"
+#include "ruxcomp/language/entries.h"
+
+namespace rux::imports {
+
+namespace language = ruxcomp::language;
+
+enum class Quantity : std::uint8_t {
+#define QUANTITY(name, word, code, unit) k##name,
+#include "imports/quantities.def"
+};
+
+struct QuantityRow {
+  std::string_view word;
+  std::uint32_t code;
+  std::string_view unit;
+};
+inline constexpr QuantityRow kQuantities[] = {
+#define QUANTITY(name, word, code, unit) {word, code, unit},
+#include "imports/quantities.def"
+};
+constexpr const QuantityRow& RowOf(Quantity quantity) {
+  return kQuantities[static_cast<std::size_t>(quantity)];
+}
+
+// A text of a source with its item: what the scripts get of it counts as used or changed once they
+// have it. A format decides only about items that do not get into the board.
+struct Text {
+  std::string text;
+  losses::ItemId item = losses::kNoItem;
+};
+
+// Where in the source something is described.
+struct Origin {
+  std::uint32_t file = 0;  // its place in Ledger::files()
+  std::uint32_t line = 0;  // from 1; 0: not known
+  std::string path;        // within the file, such as a JSON pointer; may be empty
+};
+
+// Written as P_<key>; characters that a key cannot have become underscores.
+struct Property {
+  std::string key;
+  Text value;
+};
+
+// A limit or THEORY, in the unit of the sensor.
+struct Limit {
+  language::EntryId entry;  // one of language::kLimitsUpwards
+  Decimal amount;
+  losses::ItemId item;
+};
+
+// A number that the source states as scripts have it: ID, TYPE, INITFLAG, CONTROLMASK.
+struct Number {
+  language::EntryId entry;
+  Text value;
+};
+
+// A group: what is in one place.
+struct Area {
+  Text name;
+  std::optional<std::size_t> parent;  // its place in Board::areas, which is before this one
+  Origin origin;
+};
+
+struct Sensor {
+  Text name;
+  std::size_t area = 0;               // its place in Board::areas
+  std::optional<std::size_t> device;  // its place in Board::devices
+  Quantity quantity = Quantity::kOther;
+  Text unit;  // empty: that of the quantity
+  std::vector<Limit> limits;
+  std::vector<Number> numbers;
+  std::vector<Property> properties;
+  std::string comment;  // what people call it; empty: nothing but its name
+  Origin origin;
+};
+
+struct Device {
+  Text name;
+  std::vector<Property> properties;  // chip, bus, address, ...
+  Origin origin;
+};
+
+class Board {
+ public:
+  // The place of the area of that name and parent, which is added when the board does not have it.
+  std::size_t AreaFor(const Text& name, std::optional<std::size_t> parent, const Origin& origin);
+
+  Text name;
+  std::vector<Area> areas;  // to be added by AreaFor()
+  std::vector<Device> devices;
+  std::vector<Sensor> sensors;
+  std::vector<Property> properties;  // of the machine
+
+ private:
+  std::map<std::pair<std::optional<std::size_t>, std::string>, std::size_t> places_;  // of areas
+};
+
+// Adds a limit, unless the text is not a number or the sensor has that limit already: then the item
+// is dropped, with the reason.
+void AddLimit(Sensor& sensor, language::EntryId entry, std::string_view number, losses::ItemId item,
+              losses::Ledger& ledger);
+void AddLimit(Sensor& sensor, const Limit& limit, losses::Ledger& ledger);
+
+}  // namespace rux::imports
+
+#endif  // IMPORTS_BOARD_H_

@@ -1,0 +1,143 @@
+#include "imports/decimal.h"
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "support/ascii.h"
+
+namespace rux::imports {
+namespace {
+
+constexpr std::size_t kMostDigits = 18;
+constexpr int kFarthest = 60;
+constexpr std::int64_t kLargest = 999'999'999'999'999'999;
+
+bool TakeSign(std::string_view& text) {
+  if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
+  const bool is_negative = text.front() == '-';
+  text.remove_prefix(1);
+  return is_negative;
+}
+
+template <class Number>
+std::optional<Number> WholeNumber(std::string_view text, int base = 10) {
+  Number number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+// The power after an e, which is taken off the text; 0 without one.
+std::optional<int> TakePower(std::string_view& text) {
+  const std::size_t mark = text.find_first_of("eE");
+  if (mark == std::string_view::npos) return 0;
+  std::string_view power = text.substr(mark + 1);
+  text = text.substr(0, mark);
+  const bool is_negative = TakeSign(power);
+  if (power.empty() || !support::IsDigit(power.front())) return std::nullopt;
+  const std::optional<int> number = WholeNumber<int>(power);
+  if (!number || *number > 2 * kFarthest) return std::nullopt;
+  return is_negative ? -*number : *number;
+}
+
+std::optional<std::int64_t> Product(std::int64_t a, std::int64_t b) {
+  std::int64_t product = 0;
+  if (__builtin_mul_overflow(a, b, &product) || std::llabs(product) > kLargest) return std::nullopt;
+  return product;
+}
+
+}  // namespace
+
+Decimal::Decimal(std::int64_t digits, int exponent) : digits_(digits), exponent_(exponent) {
+  if (digits_ == 0) exponent_ = 0;
+  while (digits_ != 0 && digits_ % 10 == 0) {
+    digits_ /= 10;
+    ++exponent_;
+  }
+}
+
+std::optional<Decimal> Decimal::In(std::string_view text) {
+  const bool is_negative = TakeSign(text);
+  if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
+    const std::optional<std::uint32_t> number = WholeNumber<std::uint32_t>(text.substr(2), 16);
+    if (!number) return std::nullopt;
+    return Decimal(is_negative ? -std::int64_t{*number} : std::int64_t{*number}, 0);
+  }
+  const std::optional<int> power = TakePower(text);
+  if (!power) return std::nullopt;
+  const std::size_t point = text.find('.');
+  std::string digits(text.substr(0, point));
+  int exponent = *power;
+  if (point != std::string_view::npos) {
+    std::string_view decimals = text.substr(point + 1);
+    while (!decimals.empty() && decimals.back() == '0') decimals.remove_suffix(1);
+    if (digits.empty() && text.size() == 1) return std::nullopt;
+    if (decimals.size() > kMostDigits) return std::nullopt;
+    digits += decimals;
+    exponent -= static_cast<int>(decimals.size());
+  }
+  if (digits.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
+  if (digits.empty() && point == std::string_view::npos) return std::nullopt;
+  digits.erase(0, digits.find_first_not_of('0'));
+  if (digits.empty()) return Decimal();
+  const std::optional<std::int64_t> number =
+      digits.size() > kMostDigits ? std::nullopt : WholeNumber<std::int64_t>(digits);
+  if (!number || std::abs(exponent) > kFarthest) return std::nullopt;
+  return Decimal(is_negative ? -*number : *number, exponent);
+}
+
+std::optional<Decimal> Decimal::Quotient(std::int64_t dividend, std::int64_t divisor) {
+  const std::int64_t common = std::gcd(dividend, divisor);
+  std::int64_t digits = dividend / common;
+  std::int64_t rest = divisor / common;
+  int exponent = 0;
+  // Only twos and fives are left of the divisor: each is a tenth of five or two.
+  for (const auto& [prime, other] : {std::pair(2, 5), std::pair(5, 2)}) {
+    while (rest % prime == 0) {
+      const std::optional<std::int64_t> larger = Product(digits, other);
+      if (!larger) return std::nullopt;
+      digits = *larger;
+      rest /= prime;
+      --exponent;
+    }
+  }
+  if (rest != 1 && rest != -1) return std::nullopt;
+  return Decimal(digits * rest, exponent);
+}
+
+std::optional<Decimal> Decimal::Times(const Decimal& other) const {
+  const std::optional<std::int64_t> digits = Product(digits_, other.digits_);
+  const int exponent = exponent_ + other.exponent_;
+  if (!digits || std::abs(exponent) > kFarthest) return std::nullopt;
+  return Decimal(*digits, exponent);
+}
+
+std::optional<std::int64_t> Decimal::WholeAt(int power) const {
+  if (digits_ == 0) return 0;
+  const int zeros = exponent_ + power;
+  if (zeros < 0) return std::nullopt;
+  std::optional<std::int64_t> number = digits_;
+  for (int i = 0; i < zeros && number; ++i) number = Product(*number, 10);
+  return number;
+}
+
+std::string Decimal::Text() const {
+  std::string text = std::to_string(std::llabs(digits_));
+  if (exponent_ >= 0) {
+    text.append(static_cast<std::size_t>(exponent_), '0');
+  } else {
+    const auto decimals = static_cast<std::size_t>(-exponent_);
+    if (text.size() <= decimals) text.insert(0, decimals + 1 - text.size(), '0');
+    text.insert(text.size() - decimals, ".");
+  }
+  return digits_ < 0 ? '-' + text : text;
+}
+
+}  // namespace rux::imports

@@ -1,0 +1,16 @@
+#include "imports/formats.h"
+
+#include <vector>
+
+#include "imports/formats/readers.h"
+
+namespace rux::imports {
+
+const std::vector<Format>& Formats() {
+  static const std::vector<Format> formats = {
+      {"csv", "sensors in rows and columns, as rux table --check takes them", ReadCsvTable},
+  };
+  return formats;
+}
+
+}  // namespace rux::imports
