@@ -28,6 +28,7 @@ namespace rux::imports {
 namespace {
 
 constexpr std::string_view kGroupColumn = "group";
+constexpr std::string_view kUnitKey = "UNIT";  // of a property, without P_
 constexpr language::EntryId kPlainNumbers[] = {language::ENTRY_ID, language::ENTRY_TYPE,
                                                language::ENTRY_INITFLAG,
                                                language::ENTRY_CONTROLMASK};
@@ -115,12 +116,17 @@ class RowReader {
     }
   }
 
+  // What has a place of its own in a sensor; null: nothing has.
+  Text* TextFor(language::EntryId entry, const std::string& key) {
+    if (entry == language::ENTRY_NAME) return &sensor_.name;
+    if (entry == language::ENTRY_PARENT) return &group_;
+    return key == kUnitKey && sensor_.unit.text.empty() ? &sensor_.unit : nullptr;
+  }
+
   void TakeEntry(const Cell& cell) {
     const language::EntryId entry = EntryOf(cell.pair->column);
-    if (entry == language::ENTRY_NAME) sensor_.name = cell.text;
-    if (entry == language::ENTRY_NAME) return;
-    if (entry == language::ENTRY_PARENT) {
-      group_ = cell.text;
+    if (Text* const text = TextFor(entry, cell.pair->column.entry_name)) {
+      *text = cell.text;
       return;
     }
     for (const language::EntryId number : kPlainNumbers) {
@@ -160,13 +166,16 @@ class RowReader {
   // The groups from the outermost: "BOARD/CPU0"; without any, that of the board.
   std::size_t AreaIn(const Text& path) {
     if (path.text.empty()) return board_.AreaFor({board_.name.text, losses::kNoItem}, {}, origin_);
+    ledger_.Used(path.item);
     std::optional<std::size_t> area;
     for (std::size_t begin = 0; begin <= path.text.size();) {
       const std::size_t end = std::min(path.text.find('/', begin), path.text.size());
-      area = board_.AreaFor({path.text.substr(begin, end - begin), path.item}, area, origin_);
+      const bool is_whole = begin == 0 && end == path.text.size();
+      area = board_.AreaFor(
+          {path.text.substr(begin, end - begin), is_whole ? path.item : losses::kNoItem}, area,
+          origin_);
       begin = end + 1;
     }
-    ledger_.Used(path.item);
     return *area;
   }
 

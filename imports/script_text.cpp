@@ -1,0 +1,90 @@
+#include "imports/script_text.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "decompile/decompile.h"
+#include "format/format.h"
+#include "support/safe_text.h"
+#include "support/utf8.h"
+
+namespace rux::imports {
+namespace {
+
+constexpr std::size_t kLineWidth = 90;
+
+bool IsDoubleQuote(const support::Character& character) {
+  constexpr std::int32_t kFirstTypographic = 0x201C;
+  constexpr std::int32_t kLastTypographic = 0x201F;
+  return character.code == '"' ||
+         (character.code >= kFirstTypographic && character.code <= kLastTypographic);
+}
+
+}  // namespace
+
+std::string PlainText(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const support::Character character = support::FirstCharacter(text);
+    text.remove_prefix(character.bytes.size());
+    if (IsDoubleQuote(character))
+      plain += '\'';
+    else if (character.is_valid() && support::IsSafe(character))
+      plain += character.bytes;
+    else
+      plain += character.is_valid() ? ' ' : '?';
+  }
+  return plain;
+}
+
+void ScriptText::Comment(std::string_view text) {
+  // A backslash at the end would join the next line.
+  text_ += text.empty() ? "#" : fmt::format("# {}", text);
+  if (!text.empty() && text.back() == '\\') text_ += '.';
+  text_ += '\n';
+}
+
+void ScriptText::Gap() { text_ += "\n"; }
+
+void ScriptText::Section(std::string_view keyword) { text_ += fmt::format("[{}]\n", keyword); }
+
+void ScriptText::Entry(std::string_view key, std::string_view value) {
+  text_ += fmt::format("{} = {}\n", key, decompile::PartText(value));
+}
+
+void ScriptText::Entry(std::string_view key, std::string_view value, std::string_view comment,
+                       std::size_t width) {
+  text_ += fmt::format("{} = {:<{}}    # {}\n", key, decompile::PartText(value), width, comment);
+}
+
+void ScriptText::List(std::string_view key, const std::vector<std::string>& numbers) {
+  text_ += fmt::format("{} =", key);
+  std::size_t column = key.size();
+  const char* before = " ";
+  for (const std::string& number : numbers) {
+    if (column > kLineWidth) {
+      text_ += ", \\\n";
+      before = "    ";
+      column = 0;
+    }
+    text_ += before + number;
+    column += number.size() + 2;
+    before = ", ";
+  }
+  text_ += '\n';
+}
+
+std::string ScriptText::Text() const {
+  format::Options options;
+  options.blank_lines = true;
+  return format::Format(text_, options).text;
+}
+
+std::string HexText(std::uint32_t number) { return fmt::format("0x{:X}", number); }
+
+}  // namespace rux::imports

@@ -1,0 +1,159 @@
+#include "imports/sections.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "imports/board.h"
+#include "imports/decimal.h"
+#include "imports/names.h"
+#include "imports/scale.h"
+#include "imports/script_text.h"
+#include "losses/ledger.h"
+#include "ruxcomp/language/entries.h"
+
+namespace rux::imports {
+namespace {
+
+// As people list them.
+constexpr language::EntryId kLimitsDownwards[] = {
+    language::ENTRY_THEORY, language::ENTRY_THRESHOLD_FH, language::ENTRY_THRESHOLD_WH,
+    language::ENTRY_THRESHOLD_WL, language::ENTRY_THRESHOLD_FL};
+
+std::string UnitOf(const Sensor& sensor) {
+  return sensor.unit.text.empty() ? std::string(RowOf(sensor.quantity).unit) : sensor.unit.text;
+}
+
+}  // namespace
+
+void SectionWriter::Settle(const Text& source, const std::string& written, losses::Reason reason) {
+  if (source.item == losses::kNoItem) return;
+  if (ledger_.ItemOf(source.item).value == written)
+    ledger_.Used(source.item);
+  else
+    ledger_.Changed(source.item, written, reason);
+}
+
+void SectionWriter::Comment(const Origin& origin, std::string_view name) {
+  if (ledger_.files().empty()) return;
+  std::string text = std::filesystem::path(ledger_.files()[origin.file]).filename().string();
+  if (origin.line != 0) text += ':' + std::to_string(origin.line);
+  text += fmt::format(": {}", name);
+  if (!origin.path.empty()) text += fmt::format(" ({})", origin.path);
+  script_.Comment(PlainText(text));
+}
+
+void SectionWriter::Write(std::string_view prefix, const std::vector<Property>& properties) {
+  for (const Property& property : properties) {
+    const std::string value = PlainText(property.value.text);
+    const std::string legal = LegalKey(property.key);
+    if (value.empty() || legal.empty()) {
+      ledger_.Dropped(property.value.item, losses::Reason::kNoPlace);
+      continue;
+    }
+    std::string key = legal;
+    for (int number = 2; !keys_.insert(key).second; ++number)
+      key = legal + '_' + std::to_string(number);
+    script_.Entry(std::string(prefix) + key, value);
+    Settle(property.value, value, losses::Reason::kSimplified);
+  }
+}
+
+void SectionWriter::WriteNumber(const Sensor& sensor, language::EntryId entry,
+                                const std::string& otherwise) {
+  std::string text = otherwise;
+  for (const Number& number : sensor.numbers) {
+    if (number.entry != entry) continue;
+    const std::optional<Decimal> amount = Decimal::In(number.value.text);
+    const std::optional<std::string> written =
+        amount ? NumberFor(*amount, {0, false}) : std::nullopt;
+    if (!written) {
+      ledger_.Dropped(number.value.item, losses::Reason::kDoesNotFit);
+      continue;
+    }
+    text = *written;
+    Settle(number.value, text, losses::Reason::kRewritten);
+  }
+  script_.Entry(language::KeywordOf(entry), text);
+}
+
+void SectionWriter::WriteLimits(const Sensor& sensor) {
+  const ScaledLimits scaled = ScaleFor(sensor.limits);
+  const bool is_scaled = scaled.scale.power != 0;
+  const std::string divisor = fmt::format("1{:0<{}}", "", scaled.scale.power);
+  std::vector<std::string> numbers(sensor.limits.size());
+  std::size_t width = 0;
+  for (const std::size_t place : scaled.fitting) {
+    numbers[place] = *NumberFor(sensor.limits[place].amount, scaled.scale);
+    width = std::max(width, numbers[place].size());
+  }
+  for (const language::EntryId entry : kLimitsDownwards) {
+    for (const std::size_t place : scaled.fitting) {
+      const Limit& limit = sensor.limits[place];
+      if (limit.entry != entry) continue;
+      const std::string_view key = language::KeywordOf(entry);
+      if (is_scaled) {
+        script_.Entry(key, numbers[place], limit.amount.Text(), width);
+        Settle({"", limit.item}, numbers[place] + " / " + divisor, losses::Reason::kScaled);
+      } else {
+        script_.Entry(key, numbers[place]);
+        Settle({"", limit.item}, numbers[place], losses::Reason::kRewritten);
+      }
+    }
+  }
+  for (std::size_t i = 0; i < sensor.limits.size(); ++i) {
+    if (numbers[i].empty()) ledger_.Dropped(sensor.limits[i].item, losses::Reason::kDoesNotFit);
+  }
+  script_.Entry("VALUE", "VT_NONE");
+  WriteUnit(sensor);
+  if (is_scaled) script_.Entry(std::string("P_") + kScaleProperty, divisor);
+  if (!scaled.scale.is_signed) script_.Entry(std::string("P_") + kSignProperty, "unsigned");
+}
+
+void SectionWriter::WriteUnit(const Sensor& sensor) {
+  const std::string unit = PlainText(UnitOf(sensor));
+  if (!unit.empty()) script_.Entry(std::string("P_") + kUnitProperty, unit);
+  Settle(sensor.unit, unit, losses::Reason::kSimplified);
+}
+
+void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
+  keys_ = {kUnitProperty, kScaleProperty, kSignProperty, "DEVICE", "LABEL"};
+  Comment(sensor.origin, sensor.comment.empty() ? sensor.name.text : sensor.comment);
+  script_.Section("SENSOR");
+  script_.Entry("NAME", place.name);
+  script_.Entry("ID", HexText(place.id));
+  script_.Entry("PARENT", place.area);
+  const QuantityRow& quantity = RowOf(sensor.quantity);
+  WriteNumber(sensor, language::ENTRY_TYPE, std::string(quantity.word));
+  WriteNumber(sensor, language::ENTRY_INITFLAG, "0");
+  WriteNumber(sensor, language::ENTRY_CONTROLMASK, "0");
+  WriteLimits(sensor);
+  if (!place.device.empty()) script_.Entry("P_DEVICE", place.device);
+  const std::string label = PlainText(sensor.name.text);
+  if (label != place.name && !label.empty()) script_.Entry("P_LABEL", label);
+  Write("P_", sensor.properties);
+  Settle(sensor.name, place.name, losses::Reason::kRenamed);
+}
+
+void SectionWriter::Write(const Device& device, const std::string& name, std::uint32_t id) {
+  keys_ = {"LABEL"};
+  Comment(device.origin, device.name.text);
+  script_.Section("DEVICE");
+  script_.Entry("NAME", name);
+  script_.Entry("ID", HexText(id));
+  script_.Entry("INITFLAG", "0");
+  script_.Entry("CONTROLMASK", "0");
+  const std::string label = PlainText(device.name.text);
+  if (label != name && !label.empty()) script_.Entry("P_LABEL", label);
+  Write("P_", device.properties);
+  Settle(device.name, name, losses::Reason::kRenamed);
+}
+
+}  // namespace rux::imports

@@ -1,0 +1,50 @@
+#include "imports/sound.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "diagnostics/diagnostic.h"
+#include "diagnostics/report.h"
+#include "driver/compile_options.h"
+#include "driver/compile_run.h"
+#include "findings/message_row.h"
+#include "imports/layout.h"
+#include "reader/texts.h"
+#include "support/failure.h"
+
+namespace rux::imports {
+namespace {
+
+bool IsProblem(const diagnostics::Diagnostic& diagnostic) {
+  using ruxcomp::findings::Severity;
+  return diagnostic.severity == Severity::kError || diagnostic.severity == Severity::kWarning;
+}
+
+}  // namespace
+
+void ExpectSound(const std::string& folder, const std::vector<ScriptFile>& files) {
+  std::map<std::string, std::string> texts;
+  for (const ScriptFile& file : files) texts[folder + '/' + file.name] = file.text;
+  ruxcomp::reader::Texts::ReplaceFiles([&](const std::string& path) -> std::optional<std::string> {
+    const auto found = texts.find(path);
+    if (found == texts.end()) return std::nullopt;
+    return found->second;
+  });
+  driver::CompileOptions options;
+  options.scripts = {folder + '/' + kMainScript};
+  const driver::Checked checked = driver::Check(options);
+  ruxcomp::reader::Texts::ReplaceFiles(nullptr);
+  if (checked.failure)
+    throw support::Failure(support::ExitStatus::kTrouble, "{}", *checked.failure);
+  for (const diagnostics::Diagnostic& diagnostic : checked.found.report.diagnostics) {
+    if (!IsProblem(diagnostic)) continue;
+    throw support::Failure(support::ExitStatus::kTrouble,
+                           "nothing is written, for the scripts would not be sound: {}: {} [{}]",
+                           diagnostics::PlaceText(diagnostic.at), WholeText(diagnostic),
+                           diagnostic.row->id);
+  }
+}
+
+}  // namespace rux::imports

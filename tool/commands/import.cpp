@@ -1,0 +1,180 @@
+// rux import FORMAT SOURCE...
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "imports/board.h"
+#include "imports/formats.h"
+#include "imports/layout.h"
+#include "imports/sound.h"
+#include "lists/formats.h"
+#include "losses/ledger.h"
+#include "losses/report.h"
+#include "settings/json_file.h"
+#include "support/failure.h"
+#include "support/number_text.h"
+#include "support/placement.h"
+#include "support/sha256.h"
+#include "support/standard_streams.h"
+#include "support/text_stream.h"
+#include "tool/command.h"
+
+namespace rux::tool {
+namespace {
+
+struct ImportOptions {
+  std::string format;
+  std::vector<std::string> sources;
+  std::string folder;
+  std::string losses;
+  std::string losses_format = "text";
+  bool fails_on_loss = false;
+  imports::ReadOptions reading;
+};
+
+constexpr std::size_t kLargestSource = std::size_t{1} << 28;
+
+const imports::Format& FormatOf(const ImportOptions& options) {
+  return *std::find_if(
+      imports::Formats().begin(), imports::Formats().end(),
+      [&](const imports::Format& format) { return format.name == options.format; });
+}
+
+imports::Sources ReadSources(const ImportOptions& options) {
+  imports::Sources sources;
+  for (const std::string& path : options.sources)
+    sources.push_back({path, settings::ReadTextFile(path, kLargestSource)});
+  return sources;
+}
+
+std::string DigestOf(const std::string& bytes) {
+  support::Sha256 sum;
+  sum.Add(bytes);
+  return sum.End().sha256;
+}
+
+imports::LayoutOptions LayoutFor(const ImportOptions& options, const imports::Sources& sources) {
+  imports::LayoutOptions layout;
+  layout.heading.push_back(fmt::format("Imported by rux import {} from", options.format));
+  for (const imports::Source& source : sources) {
+    layout.heading.push_back(fmt::format("  {} (SHA-256 {})",
+                                         std::filesystem::path(source.path).filename().string(),
+                                         DigestOf(source.text)));
+  }
+  return layout;
+}
+
+void ReportLosses(const ImportOptions& options, const losses::Ledger& ledger) {
+  if (options.losses.empty()) return;
+  const losses::Form* chosen = losses::kForms;
+  for (const losses::Form& form : losses::kForms) {
+    if (form.name == options.losses_format) chosen = &form;
+  }
+  const auto write = [&](support::TextStream& out) { chosen->write(ledger, out); };
+  if (options.losses == "-") return support::Print(support::PrintOut, write);
+  const std::string text = support::WrittenText(write);
+  support::PutInPlace({{options.losses, text}});
+}
+
+void WriteFiles(const std::string& folder, const std::vector<imports::ScriptFile>& files) {
+  std::vector<support::NewFile> placed;
+  std::vector<std::string> paths;
+  paths.reserve(files.size());
+  for (const imports::ScriptFile& file : files) paths.push_back(folder + '/' + file.name);
+  for (std::size_t i = 0; i < files.size(); ++i) placed.push_back({paths[i], files[i].text});
+  support::MakeFolderOf(paths.front());
+  support::PutInPlace(placed);
+}
+
+support::ExitStatus Import(ImportOptions options) {
+  while (options.folder.size() > 1 && options.folder.back() == '/') options.folder.pop_back();
+  const imports::Sources sources = ReadSources(options);
+  losses::Ledger ledger;
+  const imports::Board board = FormatOf(options).read(sources, options.reading, ledger);
+  const std::vector<imports::ScriptFile> files =
+      imports::LayOut(board, LayoutFor(options, sources), ledger);
+  imports::ExpectSound(options.folder, files);
+  ReportLosses(options, ledger);
+  if (options.fails_on_loss && ledger.HasLosses()) {
+    support::PrintError(fmt::format("{}; nothing is written\n", losses::CountsText(ledger)));
+    return support::ExitStatus::kFindings;
+  }
+  WriteFiles(options.folder, files);
+  support::PrintError(fmt::format("{}: {}\n",
+                                  support::SafePath(options.folder + '/' + imports::kMainScript),
+                                  support::CountText(board.sensors.size(), "sensor")) +
+                      losses::CountsText(ledger) + '\n');
+  return support::ExitStatus::kDone;
+}
+
+std::vector<std::string> FormatNames() {
+  std::vector<std::string> names;
+  for (const imports::Format& format : imports::Formats()) names.emplace_back(format.name);
+  return names;
+}
+
+std::vector<std::string> ListFormats() {
+  std::vector<std::string> names;
+  for (const lists::Format& format : lists::Formats()) names.emplace_back(format.name);
+  return names;
+}
+
+std::vector<std::string> LossesForms() {
+  std::vector<std::string> names;
+  for (const losses::Form& form : losses::kForms) names.emplace_back(form.name);
+  return names;
+}
+
+}  // namespace
+
+Action SetUpImport(Arguments& arguments) {
+  const auto options = std::make_shared<ImportOptions>();
+  arguments.Add("FORMAT", &options->format, "What the sources are")
+      .OneOf("FORMAT", FormatNames())
+      .Required();
+  arguments.Add("SOURCE", &options->sources, "The files; several are one machine")
+      .File()
+      .Required();
+  arguments.Add("-o,--output-dir", &options->folder, "The folder of the scripts")
+      .File("DIR")
+      .Required();
+  arguments
+      .Add("--losses", &options->losses,
+           "Report in FILE, or on standard output (-), what became of each item of the sources")
+      .File("FILE");
+  arguments
+      .Add("--losses-format", &options->losses_format,
+           "text (default), or json (docs/losses.schema.json)")
+      .OneOf("FORMAT", LossesForms());
+  arguments.Add("--fail-on-loss", &options->fails_on_loss,
+                "Write no scripts, and exit with 1, if anything gets lost");
+  arguments
+      .Add("--from", &options->reading.list,
+           "csv: the program that the list is from (default: recognised)")
+      .OneOf("FORMAT", ListFormats());
+  arguments
+      .Add("--map", &options->reading.columns.names,
+           "csv: the column of the list that is this one, such as NAME='Sensor name'")
+      .Value("COLUMN=NAME");
+  arguments
+      .Add("--unit", &options->reading.columns.units,
+           "csv: what the limits of a column are measured in, such as 'THRESHOLD_*=mV'")
+      .Value("COLUMN=UNIT");
+  arguments.Footer(
+      "The scripts pass rux check without a warning, or nothing is written. DIR/board.rux is the "
+      "main\nscript.\n\n"
+      "Examples:\n"
+      "  rux import csv sensors.csv -o boards/new --map NAME=Sensor\n"
+      "  rux import csv sensors.csv -o boards/new --losses losses.json --losses-format json\n"
+      "  rux import csv sensors.csv -o boards/new --losses - --fail-on-loss");
+  return [options] { return Import(*options); };
+}
+
+}  // namespace rux::tool
