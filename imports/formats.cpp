@@ -9,6 +9,7 @@ namespace rux::imports {
 const std::vector<Format>& Formats() {
   static const std::vector<Format> formats = {
       {"csv", "sensors in rows and columns, as rux table --check takes them", ReadCsvTable},
+      {"entity-manager", "configurations of OpenBMC's entity-manager", ReadEntityManager},
   };
   return formats;
 }

@@ -70,7 +70,7 @@ class Builder {
   const std::string& trouble() const { return trouble_; }
 
   bool null() { return Add(JsonValue::Kind::kNull); }
-  bool boolean(bool) { return Add(JsonValue::Kind::kBoolean); }
+  bool boolean(bool value) { return Add(JsonValue::Kind::kBoolean, value ? "true" : "false"); }
   bool number_integer(json::number_integer_t number) {
     return Add(JsonValue::Kind::kNumber, std::to_string(number));
   }
@@ -152,11 +152,12 @@ std::string_view NameOf(JsonValue::Kind kind) {
   return kNames[static_cast<std::size_t>(kind)];
 }
 
-JsonValue ParseJson(const std::string& path, std::string_view text) {
+JsonValue ParseJson(const std::string& path, std::string_view text, JsonComments comments) {
   Builder builder(text);
   const char* begin = text.data();
   const char** shown = builder.read();
-  if (!json::sax_parse(Reading(begin, shown), Reading(begin + text.size(), shown), &builder)) {
+  if (!json::sax_parse(Reading(begin, shown), Reading(begin + text.size(), shown), &builder,
+                       json::input_format_t::json, true, comments == JsonComments::kSkipped)) {
     throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: {}", path, builder.line(),
                            builder.trouble());
   }
