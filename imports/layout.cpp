@@ -113,7 +113,7 @@ class Layout {
     }
   }
 
-  void AddFile(std::string name, const ScriptText& script) {
+  void AddFile(std::string name, ScriptText& script) {
     files_.push_back({std::move(name), script.Text()});
   }
 
@@ -216,7 +216,7 @@ class Layout {
       json.Array("limits", [](support::JsonArray& rules) {
         rules.Object([](support::JsonObject& rule) {
           rule.Member("unit_property", kUnitProperty);
-          rule.Member("divisor_property", kScaleProperty);
+          rule.Member("divisor_property", kDivisorProperty);
           rule.Member("sign_property", kSignProperty);
           rule.Member("sign", "signed");
         });
@@ -226,7 +226,7 @@ class Layout {
 
   static Names ReservedFileNames() {
     Names names;
-    for (const char* name : {"board", "words", "groups", "devices"}) names.Take(name, "");
+    for (const char* name : {"main", "words", "groups", "devices"}) names.Take(name, "");
     return names;
   }
 

@@ -18,7 +18,7 @@ struct ScriptFile {
   std::string text;
 };
 
-inline constexpr char kMainScript[] = "board.rux";
+inline constexpr char kMainScript[] = "main.rux";
 
 struct LayoutOptions {
   std::vector<std::string> heading;          // the lines that the main script begins with

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -42,44 +43,60 @@ std::string PlainText(std::string_view text) {
   return plain;
 }
 
+void ScriptText::WriteItems() {
+  std::size_t width = 0;
+  for (const Item& item : items_) width = std::max(width, item.key.size());
+  for (const Item& item : items_) text_ += fmt::format("{:<{}} ={}\n", item.key, width, item.rest);
+  items_.clear();
+}
+
 void ScriptText::Comment(std::string_view text) {
+  WriteItems();
   // A backslash at the end would join the next line.
   text_ += text.empty() ? "#" : fmt::format("# {}", text);
   if (!text.empty() && text.back() == '\\') text_ += '.';
   text_ += '\n';
 }
 
-void ScriptText::Gap() { text_ += "\n"; }
+void ScriptText::Gap() {
+  WriteItems();
+  text_ += '\n';
+}
 
-void ScriptText::Section(std::string_view keyword) { text_ += fmt::format("[{}]\n", keyword); }
+void ScriptText::Section(std::string_view keyword) {
+  WriteItems();
+  text_ += fmt::format("[{}]\n", keyword);
+}
 
 void ScriptText::Entry(std::string_view key, std::string_view value) {
-  text_ += fmt::format("{} = {}\n", key, decompile::PartText(value));
+  items_.push_back({std::string(key), ' ' + decompile::PartText(value)});
 }
 
 void ScriptText::Entry(std::string_view key, std::string_view value, std::string_view comment,
                        std::size_t width) {
-  text_ += fmt::format("{} = {:<{}}    # {}\n", key, decompile::PartText(value), width, comment);
+  items_.push_back({std::string(key),
+                    fmt::format(" {:<{}}    # {}", decompile::PartText(value), width, comment)});
 }
 
 void ScriptText::List(std::string_view key, const std::vector<std::string>& numbers) {
-  text_ += fmt::format("{} =", key);
+  std::string rest;
   std::size_t column = key.size();
   const char* before = " ";
   for (const std::string& number : numbers) {
     if (column > kLineWidth) {
-      text_ += ", \\\n";
+      rest += ", \\\n";
       before = "    ";
       column = 0;
     }
-    text_ += before + number;
+    rest += before + number;
     column += number.size() + 2;
     before = ", ";
   }
-  text_ += '\n';
+  items_.push_back({std::string(key), rest});
 }
 
-std::string ScriptText::Text() const {
+std::string ScriptText::Text() {
+  WriteItems();
   format::Options options;
   options.blank_lines = true;
   return format::Format(text_, options).text;

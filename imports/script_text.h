@@ -29,10 +29,20 @@ class ScriptText {
   void List(std::string_view key, const std::vector<std::string>& numbers);
 
   // As rux fmt writes it.
-  std::string Text() const;
+  std::string Text();
 
  private:
+  struct Item {
+    std::string key;
+    std::string rest;  // of the line, after the '='
+  };
+
+  // Writes the items of the last section, with their values in one column: comments after them
+  // stay in theirs.
+  void WriteItems();
+
   std::string text_;
+  std::vector<Item> items_;
 };
 
 // "0x101"

@@ -104,7 +104,7 @@ void SectionWriter::WriteLimits(const Sensor& sensor) {
         Settle({"", limit.item}, numbers[place] + " / " + divisor, losses::Reason::kScaled);
       } else {
         script_.Entry(key, numbers[place]);
-        Settle({"", limit.item}, numbers[place], losses::Reason::kRewritten);
+        SettleNumber(limit, numbers[place]);
       }
     }
   }
@@ -113,8 +113,18 @@ void SectionWriter::WriteLimits(const Sensor& sensor) {
   }
   script_.Entry("VALUE", "VT_NONE");
   WriteUnit(sensor);
-  if (is_scaled) script_.Entry(std::string("P_") + kScaleProperty, divisor);
+  if (is_scaled) script_.Entry(std::string("P_") + kDivisorProperty, divisor);
   if (!scaled.scale.is_signed) script_.Entry(std::string("P_") + kSignProperty, "unsigned");
+}
+
+// The same number is the same, however it is written.
+void SectionWriter::SettleNumber(const Limit& limit, const std::string& written) {
+  if (limit.item == losses::kNoItem) return;
+  const std::optional<Decimal> before = Decimal::In(ledger_.ItemOf(limit.item).value);
+  if (before && *before == limit.amount)
+    ledger_.Used(limit.item);
+  else
+    ledger_.Changed(limit.item, written, losses::Reason::kRewritten);
 }
 
 void SectionWriter::WriteUnit(const Sensor& sensor) {
@@ -124,7 +134,7 @@ void SectionWriter::WriteUnit(const Sensor& sensor) {
 }
 
 void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
-  keys_ = {kUnitProperty, kScaleProperty, kSignProperty, "DEVICE", "LABEL"};
+  keys_ = {kUnitProperty, kDivisorProperty, kSignProperty, "DEVICE", "LABEL"};
   Comment(sensor.origin, sensor.comment.empty() ? sensor.name.text : sensor.comment);
   script_.Section("SENSOR");
   script_.Entry("NAME", place.name);

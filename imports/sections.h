@@ -16,7 +16,7 @@ namespace rux::imports {
 
 // Names of properties that say what limits are numbers of.
 inline constexpr char kUnitProperty[] = "UNIT";
-inline constexpr char kScaleProperty[] = "SCALE";
+inline constexpr char kDivisorProperty[] = "DIVISOR";
 inline constexpr char kSignProperty[] = "SIGN";
 
 // What other sections call a sensor and what it is in.
@@ -45,6 +45,7 @@ class SectionWriter {
  private:
   void WriteNumber(const Sensor& sensor, language::EntryId entry, const std::string& otherwise);
   void WriteLimits(const Sensor& sensor);
+  void SettleNumber(const Limit& limit, const std::string& written);
   void WriteUnit(const Sensor& sensor);
 
   ScriptText& script_;

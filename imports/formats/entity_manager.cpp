@@ -28,21 +28,19 @@ using losses::Reason;
 using settings::JsonMember;
 using settings::JsonValue;
 
-struct EntityKind {
-  std::string_view type;
+// A word of a source that shows what is measured.
+struct WordKind {
+  std::string_view word;
   Quantity quantity;
 };
-constexpr EntityKind kEntityKinds[] = {
+// Types.
+constexpr WordKind kTypes[] = {
 #define KIND(type, quantity) {type, Quantity::k##quantity},
 #include "imports/formats/entity_kinds.def"
 };
 
-// What a label begins with, the longer ones first; digits follow.
-struct LabelKind {
-  std::string_view stem;
-  Quantity quantity;
-};
-constexpr LabelKind kLabelKinds[] = {
+// Labels, without the digits at their ends.
+constexpr WordKind kLabelKinds[] = {
     {"in_voltage", Quantity::kVoltage}, {"in_current", Quantity::kCurrent},
     {"in_power", Quantity::kPower},     {"maxtemp", Quantity::kTemperature},
     {"maxpin", Quantity::kPower},       {"maxvin", Quantity::kVoltage},
@@ -67,6 +65,17 @@ constexpr NameKey kNameKeys[] = {{"Name", {}},
                                  {"NamePressure", Quantity::kPressure},
                                  {"NameHumidity", Quantity::kHumidity}};
 
+// What Units says of sensors that are worked out.
+constexpr WordKind kUnitsKinds[] = {{"DegreesC", Quantity::kTemperature},
+                                    {"Volts", Quantity::kVoltage},
+                                    {"Amperes", Quantity::kCurrent},
+                                    {"Watts", Quantity::kPower},
+                                    {"RPMS", Quantity::kFan},
+                                    {"Percent", Quantity::kShare},
+                                    {"PercentRH", Quantity::kHumidity},
+                                    {"Pascals", Quantity::kPressure},
+                                    {"Joules", Quantity::kEnergy}};
+
 // Severities 0 and 1 are warning and critical. There are stronger ones, which scripts do not have.
 struct ThresholdKind {
   std::string_view direction;
@@ -80,19 +89,17 @@ constexpr ThresholdKind kThresholdKinds[] = {
     {"less than", "0", language::ENTRY_THRESHOLD_WL, "lower non critical"},
     {"less than", "1", language::ENTRY_THRESHOLD_FL, "lower critical"}};
 
-std::optional<Quantity> KindOf(std::string_view type) {
-  for (const EntityKind& kind : kEntityKinds) {
-    if (kind.type == type) return kind.quantity;
+template <std::size_t kSize>
+std::optional<Quantity> QuantityFor(const WordKind (&rows)[kSize], std::string_view word) {
+  for (const WordKind& row : rows) {
+    if (row.word == word) return row.quantity;
   }
   return std::nullopt;
 }
 
 Quantity QuantityOfLabel(std::string_view label) {
   const std::string_view stem = label.substr(0, label.find_last_not_of("0123456789") + 1);
-  for (const LabelKind& kind : kLabelKinds) {
-    if (kind.stem == stem) return kind.quantity;
-  }
-  return Quantity::kOther;
+  return QuantityFor(kLabelKinds, stem).value_or(Quantity::kOther);
 }
 
 // The text of a member; empty without one.
@@ -140,7 +147,7 @@ class EntityReader {
   }
 
  private:
-  // Those that are listed, have a limit, or a name.
+  // Those that are listed; without a list, those that have a limit or a name.
   std::vector<std::string> LabelsOf() {
     std::vector<std::string> labels;
     const auto add = [&](std::string_view label) {
@@ -153,6 +160,7 @@ class EntityReader {
         ledger_.Used(items_.Take(label).item);
         add(label.text);
       }
+      return labels;
     }
     for (const JsonValue& threshold : ThresholdsOf(entry_)) add(TextIn(threshold, "Label"));
     constexpr std::string_view kEnd = "_Name";
@@ -188,7 +196,8 @@ class EntityReader {
 
   // What is known as a sensor or has limits is one.
   void AddNamed() {
-    const std::optional<Quantity> kind = KindOf(TextIn(entry_, "Type"));
+    std::optional<Quantity> kind = QuantityFor(kTypes, TextIn(entry_, "Type"));
+    if (!kind) kind = QuantityFor(kUnitsKinds, TextIn(entry_, "Units"));
     if (!kind && ThresholdsOf(entry_).empty()) return;
     for (const NameKey& row : kNameKeys) {
       if (TextIn(entry_, row.key).empty()) continue;
@@ -232,8 +241,8 @@ class EntityReader {
     std::size_t place = first;
     if (!channels_.empty()) {
       const auto channel = channels_.find(std::string(TextIn(threshold, "Label")));
-      if (channel == channels_.end() && channels_.size() > 1) return nullptr;
-      if (channel != channels_.end()) place += channel->second;
+      if (channel == channels_.end()) return nullptr;
+      place += channel->second;
     } else if (const JsonValue* const index = Member(threshold, "Index")) {
       constexpr std::uint64_t kMost = sizeof kNameKeys / sizeof *kNameKeys;
       const std::uint64_t number = index->number.value_or(0);

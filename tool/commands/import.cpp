@@ -168,7 +168,7 @@ Action SetUpImport(Arguments& arguments) {
            "csv: what the limits of a column are measured in, such as 'THRESHOLD_*=mV'")
       .Value("COLUMN=UNIT");
   arguments.Footer(
-      "The scripts pass rux check without a warning, or nothing is written. DIR/board.rux is the "
+      "The scripts pass rux check without a warning, or nothing is written. DIR/main.rux is the "
       "main\nscript.\n\n"
       "Examples:\n"
       "  rux import csv sensors.csv -o boards/new --map NAME=Sensor\n"
