@@ -73,6 +73,10 @@ class RowReader {
       const reconcile::ColumnPair* const pair = pairing_.FindPlace(listed.column);
       Cell cell{{listed.text, ledger_.Note({row_.line, list_.columns[listed.column], listed.text})},
                 pair};
+      if (lists::IsNothing(cell.text.text)) {
+        ledger_.Used(cell.text.item);
+        continue;
+      }
       if (pair == nullptr) continue;
       items_.push_back(cell.text.item);
       if (pair->column.is_limit() || IsTheory(pair->column))
@@ -104,7 +108,6 @@ class RowReader {
 
   void Take(const Cell& cell) {
     const table::Column& column = cell.pair->column;
-    if (lists::IsNothing(cell.text.text)) return ledger_.Used(cell.text.item);
     if (column.name == table::kUnitColumn) {
       sensor_.unit = cell.text;
     } else if (column.name == kGroupColumn) {
@@ -147,7 +150,6 @@ class RowReader {
   // The unit of a cell counts more than that of its column, and that more than the row's.
   void TakeLimit(const Cell& cell) {
     const losses::ItemId item = cell.text.item;
-    if (lists::IsNothing(cell.text.text)) return ledger_.Used(item);
     const auto [number, written] = NumberAndUnit(cell.text.text);
     const std::string unit = written.empty() ? cell.pair->unit : std::string(written);
     std::optional<Decimal> amount = Decimal::In(number);

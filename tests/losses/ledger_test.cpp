@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstddef>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "losses/report.h"
@@ -88,6 +90,15 @@ TEST(LedgerReport, NamesReasonsWithTheirItemsSafely) {
             "\n"
             "dropped, disabled (1): the source says that it is not used\n"
             "  board.txt:3: item2 = 1\n");
+}
+
+TEST(LedgerReport, TheSchemaHasAllReasons) {
+  std::ifstream file(RUX_DOCS "/losses.schema.json");
+  const std::string schema{std::istreambuf_iterator<char>(file), {}};
+  std::string reasons;
+  for (const ReasonRow& row : kReasons)
+    reasons += (reasons.empty() ? "\"" : ", \"") + std::string(row.id) + '"';
+  EXPECT_NE(schema.find("\"enum\": [" + reasons + "],"), std::string::npos);
 }
 
 }  // namespace
