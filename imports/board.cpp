@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "imports/decimal.h"
 #include "losses/ledger.h"
+#include "ruxcomp/language/entries.h"
 
 namespace rux::imports {
 
@@ -24,11 +26,21 @@ void AddLimit(Sensor& sensor, language::EntryId entry, std::string_view number, 
   AddLimit(sensor, {entry, *amount, item}, ledger);
 }
 
-std::size_t Board::AreaFor(const Text& area, std::optional<std::size_t> parent,
+std::size_t Board::AreaFor(const Text& title, std::optional<std::size_t> parent,
                            const Origin& origin) {
-  const auto [found, is_new] = places_.try_emplace({parent, area.text}, areas.size());
-  if (is_new) areas.push_back({area, parent, origin});
+  const auto [found, is_new] = places_.try_emplace({parent, title.text}, areas.size());
+  if (is_new) areas.push_back({title, parent, origin});
   return found->second;
+}
+
+std::size_t Board::AreaOf(std::string_view path, const Origin& origin) {
+  std::optional<std::size_t> area;
+  while (true) {
+    const std::size_t slash = path.find('/');
+    area = AreaFor({std::string(path.substr(0, slash)), losses::kNoItem}, area, origin);
+    if (slash == std::string_view::npos) return *area;
+    path.remove_prefix(slash + 1);
+  }
 }
 
 }  // namespace rux::imports

@@ -20,17 +20,18 @@ namespace rux::imports {
 namespace language = ruxcomp::language;
 
 enum class Quantity : std::uint8_t {
-#define QUANTITY(name, word, code, unit) k##name,
+#define QUANTITY(name, id, word, code, unit) k##name,
 #include "imports/quantities.def"
 };
 
 struct QuantityRow {
+  std::string_view id;
   std::string_view word;
   std::uint32_t code;
   std::string_view unit;
 };
 inline constexpr QuantityRow kQuantities[] = {
-#define QUANTITY(name, word, code, unit) {word, code, unit},
+#define QUANTITY(name, id, word, code, unit) {id, word, code, unit},
 #include "imports/quantities.def"
 };
 constexpr const QuantityRow& RowOf(Quantity quantity) {
@@ -98,11 +99,14 @@ struct Device {
 
 class Board {
  public:
-  // The place of the area of that name and parent, which is added when the board does not have it.
-  std::size_t AreaFor(const Text& name, std::optional<std::size_t> parent, const Origin& origin);
+  // The place of the area of that title and parent, which is added when the board does not have it.
+  std::size_t AreaFor(const Text& title, std::optional<std::size_t> parent, const Origin& origin);
+
+  // The place of the innermost one of areas in each other, from the outermost: "BOARD/CPU0".
+  std::size_t AreaOf(std::string_view path, const Origin& origin);
 
   Text name;
-  std::vector<Area> areas;  // to be added by AreaFor()
+  std::vector<Area> areas;  // to be added by these
   std::vector<Device> devices;
   std::vector<Sensor> sensors;
   std::vector<Property> properties;  // of the machine

@@ -1,6 +1,5 @@
 #include "imports/layout.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -17,7 +16,6 @@
 #include "imports/script_text.h"
 #include "imports/sections.h"
 #include "losses/ledger.h"
-#include "ruxcomp/language/entries.h"
 #include "support/ascii.h"
 #include "support/json.h"
 

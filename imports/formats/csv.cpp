@@ -21,7 +21,6 @@
 #include "reconcile/pairing.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
-#include "support/failure.h"
 #include "table/columns.h"
 
 namespace rux::imports {
@@ -169,16 +168,8 @@ class RowReader {
   std::size_t AreaIn(const Text& path) {
     if (path.text.empty()) return board_.AreaFor({board_.name.text, losses::kNoItem}, {}, origin_);
     ledger_.Used(path.item);
-    std::optional<std::size_t> area;
-    for (std::size_t begin = 0; begin <= path.text.size();) {
-      const std::size_t end = std::min(path.text.find('/', begin), path.text.size());
-      const bool is_whole = begin == 0 && end == path.text.size();
-      area = board_.AreaFor(
-          {path.text.substr(begin, end - begin), is_whole ? path.item : losses::kNoItem}, area,
-          origin_);
-      begin = end + 1;
-    }
-    return *area;
+    const bool is_path = path.text.find('/') != std::string::npos;
+    return is_path ? board_.AreaOf(path.text, origin_) : board_.AreaFor(path, {}, origin_);
   }
 
   const lists::List& list_;

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "imports/board.h"
+#include "imports/folder.h"
 #include "imports/formats.h"
 #include "imports/layout.h"
 #include "imports/sound.h"
@@ -21,6 +21,7 @@
 #include "support/failure.h"
 #include "support/number_text.h"
 #include "support/placement.h"
+#include "support/safe_text.h"
 #include "support/sha256.h"
 #include "support/standard_streams.h"
 #include "support/text_stream.h"
@@ -83,18 +84,8 @@ void ReportLosses(const ImportOptions& options, const losses::Ledger& ledger) {
   support::PutInPlace({{options.losses, text}});
 }
 
-void WriteFiles(const std::string& folder, const std::vector<imports::ScriptFile>& files) {
-  std::vector<support::NewFile> placed;
-  std::vector<std::string> paths;
-  paths.reserve(files.size());
-  for (const imports::ScriptFile& file : files) paths.push_back(folder + '/' + file.name);
-  for (std::size_t i = 0; i < files.size(); ++i) placed.push_back({paths[i], files[i].text});
-  support::MakeFolderOf(paths.front());
-  support::PutInPlace(placed);
-}
-
 support::ExitStatus Import(ImportOptions options) {
-  while (options.folder.size() > 1 && options.folder.back() == '/') options.folder.pop_back();
+  options.folder = imports::WithoutSlashAtEnd(options.folder);
   const imports::Sources sources = ReadSources(options);
   losses::Ledger ledger;
   const imports::Board board = FormatOf(options).read(sources, options.reading, ledger);
@@ -106,7 +97,7 @@ support::ExitStatus Import(ImportOptions options) {
     support::PrintError(fmt::format("{}; nothing is written\n", losses::CountsText(ledger)));
     return support::ExitStatus::kFindings;
   }
-  WriteFiles(options.folder, files);
+  imports::PutInFolder(options.folder, files);
   support::PrintError(fmt::format("{}: {}\n",
                                   support::SafePath(options.folder + '/' + imports::kMainScript),
                                   support::CountText(board.sensors.size(), "sensor")) +

@@ -1,0 +1,41 @@
+#include "imports/folder.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "imports/layout.h"
+#include "support/failure.h"
+#include "support/placement.h"
+
+namespace rux::imports {
+
+std::string WithoutSlashAtEnd(std::string folder) {
+  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+  return folder;
+}
+
+void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files) {
+  for (const ScriptFile& file : files) {
+    const std::string path = folder + '/' + file.name;
+    std::error_code ignored;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) continue;
+    throw support::Failure(support::ExitStatus::kTrouble, "{} is already there; nothing is written",
+                           path);
+  }
+}
+
+void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files) {
+  std::vector<std::string> paths;
+  paths.reserve(files.size());
+  for (const ScriptFile& file : files) paths.push_back(folder + '/' + file.name);
+  std::vector<support::NewFile> placed;
+  placed.reserve(files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) placed.push_back({paths[i], files[i].text});
+  support::MakeFolderOf(paths.front());
+  support::PutInPlace(placed);
+}
+
+}  // namespace rux::imports

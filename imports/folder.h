@@ -1,0 +1,23 @@
+// Files that are written into a folder together.
+#ifndef IMPORTS_FOLDER_H_
+#define IMPORTS_FOLDER_H_
+
+#include <string>
+#include <vector>
+
+#include "imports/layout.h"
+
+namespace rux::imports {
+
+// "out" of "out/"; the root stays as it is.
+std::string WithoutSlashAtEnd(std::string folder);
+
+// Throws a Failure when one of them is there already.
+void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files);
+
+// Makes the folder where it is missing, and puts the files there, all or none. Throws a Failure.
+void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files);
+
+}  // namespace rux::imports
+
+#endif  // IMPORTS_FOLDER_H_
