@@ -10,6 +10,7 @@ const std::vector<Format>& Formats() {
   static const std::vector<Format> formats = {
       {"csv", "sensors in rows and columns, as rux table --check takes them", ReadCsvTable},
       {"entity-manager", "configurations of OpenBMC's entity-manager", ReadEntityManager},
+      {"lm-sensors", "sensors.conf of lm-sensors", ReadLmSensors},
   };
   return formats;
 }
