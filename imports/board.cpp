@@ -7,10 +7,20 @@
 #include <string_view>
 
 #include "imports/decimal.h"
+#include "lists/units.h"
 #include "losses/ledger.h"
 #include "ruxcomp/language/entries.h"
 
 namespace rux::imports {
+
+Quantity QuantityIn(std::string_view unit) {
+  std::size_t place = 0;
+  for (const QuantityRow& row : kQuantities) {
+    if (!row.unit.empty() && lists::UnitFactor(unit, row.unit)) return static_cast<Quantity>(place);
+    ++place;
+  }
+  return Quantity::kOther;
+}
 
 void AddLimit(Sensor& sensor, const Limit& limit, losses::Ledger& ledger) {
   const bool is_taken = std::any_of(sensor.limits.begin(), sensor.limits.end(),

@@ -38,6 +38,9 @@ constexpr const QuantityRow& RowOf(Quantity quantity) {
   return kQuantities[static_cast<std::size_t>(quantity)];
 }
 
+// The first one whose unit is of the same kind; other, if there is none.
+Quantity QuantityIn(std::string_view unit);
+
 // A text of a source with its item: what the scripts get of it counts as used or changed once they
 // have it. A format decides only about items that do not get into the board.
 struct Text {

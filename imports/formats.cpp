@@ -11,6 +11,7 @@ const std::vector<Format>& Formats() {
       {"csv", "sensors in rows and columns, as rux table --check takes them", ReadCsvTable},
       {"entity-manager", "configurations of OpenBMC's entity-manager", ReadEntityManager},
       {"lm-sensors", "sensors.conf of lm-sensors", ReadLmSensors},
+      {"freeipmi", "what ipmi-sensors-config --checkout writes", ReadFreeIpmi},
   };
   return formats;
 }

@@ -45,15 +45,6 @@ std::pair<std::string_view, std::string_view> NumberAndUnit(std::string_view tex
   return {text.substr(0, end + 1), text.substr(end + 1)};
 }
 
-Quantity QuantityIn(std::string_view unit) {
-  std::size_t place = 0;
-  for (const QuantityRow& row : kQuantities) {
-    if (!row.unit.empty() && lists::UnitFactor(unit, row.unit)) return static_cast<Quantity>(place);
-    ++place;
-  }
-  return Quantity::kOther;
-}
-
 // One row of a list. The limits come last: they are amounts in the unit of the sensor.
 class RowReader {
  public:
