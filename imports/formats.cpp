@@ -12,6 +12,8 @@ const std::vector<Format>& Formats() {
       {"entity-manager", "configurations of OpenBMC's entity-manager", ReadEntityManager},
       {"lm-sensors", "sensors.conf of lm-sensors", ReadLmSensors},
       {"freeipmi", "what ipmi-sensors-config --checkout writes", ReadFreeIpmi},
+      {"dtb", "a compiled device tree", ReadDeviceTree},
+      {"dts", "the text of a device tree, which the program dtc compiles", ReadDeviceTreeSource},
   };
   return formats;
 }

@@ -10,6 +10,9 @@ namespace rux::imports {
 
 Board ReadCsvTable(const Sources& sources, const ReadOptions& options, losses::Ledger& ledger);
 Board ReadEntityManager(const Sources& sources, const ReadOptions& options, losses::Ledger& ledger);
+Board ReadDeviceTree(const Sources& sources, const ReadOptions& options, losses::Ledger& ledger);
+Board ReadDeviceTreeSource(const Sources& sources, const ReadOptions& options,
+                           losses::Ledger& ledger);
 Board ReadFreeIpmi(const Sources& sources, const ReadOptions& options, losses::Ledger& ledger);
 Board ReadLmSensors(const Sources& sources, const ReadOptions& options, losses::Ledger& ledger);
 
