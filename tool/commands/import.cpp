@@ -89,6 +89,10 @@ support::ExitStatus Import(ImportOptions options) {
   const imports::Sources sources = ReadSources(options);
   losses::Ledger ledger;
   const imports::Board board = FormatOf(options).read(sources, options.reading, ledger);
+  if (board.sensors.empty() && board.devices.empty()) {
+    throw support::Failure(support::ExitStatus::kTrouble,
+                           "{}: describes nothing that can be monitored", sources.front().path);
+  }
   const std::vector<imports::ScriptFile> files =
       imports::LayOut(board, LayoutFor(options, sources), ledger);
   imports::ExpectSound(options.folder, files);
