@@ -10,6 +10,7 @@
 
 #include "support/ascii.h"
 #include "support/failure.h"
+#include "support/utf8.h"
 
 namespace rux::imports {
 namespace {
@@ -95,8 +96,10 @@ class ConfReader {
     const bool is_whole = std::all_of(word.begin(), word.end(), support::IsDigit);
     if (!is_whole) return {ConfToken::Kind::kName, {}, std::string(word)};
     if (!IsAt('.')) {
-      if (word.empty())
-        Refuse("unexpected character; names with others than a-z, 0-9 and _ are in quotes");
+      if (word.empty()) {
+        Refuse("unexpected " + std::string(support::FirstCharacter(text_.substr(at_)).bytes) +
+               "; names with others than letters, digits and _ are in quotes");
+      }
       return {ConfToken::Kind::kNumber, {}, ""};
     }
     ++at_;

@@ -262,6 +262,7 @@ class TreeBoard {
   // A list of handles, each with as many cells after it as its node says.
   void AddChannels(std::size_t place) {
     Drop(place, Reason::kNoPlace);
+    ledger_.Used(Value(place, "compatible").item);
     const TreeProperty* const list = Node(place).Find("io-channels");
     if (list == nullptr) return;
     const ItemId item = ItemFor(place, list);

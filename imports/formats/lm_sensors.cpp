@@ -179,7 +179,7 @@ class ConfBoard {
     const std::string& name = NameAt(line, 0);
     std::size_t at = 1;
     const Formula reading = ReadFormula(path_, line, at);
-    if (!line.HasSign(at, ',')) line.RefuseAt(path_, at, ",");
+    if (!line.HasSign(at, ',')) line.RefuseAt(path_, at, "a comma");
     ++at;
     const Formula writing = ReadFormula(path_, line, at);
     ExpectEnd(line, at);

@@ -46,6 +46,8 @@ std::string WhatIsMissing(const std::string& needs, const std::string& program) 
     std::string reason;
     if (need == "terminal") {
       reason = WhyNoTerminal();
+    } else if (need == "dtc") {
+      reason = Succeeds("command -v dtc") ? "" : "the program dtc is not installed";
     } else if (need == "permissions") {
       reason = WhyNoPermissions(program);
     } else {

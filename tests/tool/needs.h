@@ -10,6 +10,7 @@ std::string LimitedCommand();
 
 // Why the system cannot run a case with these needs, or nothing. They are lines of
 //   terminal     a pseudo-terminal, and the program script
+//   dtc          the program dtc
 //   permissions  $LIMITED runs `program`, and permissions of files hold in it
 // Throws std::runtime_error for any other.
 std::string WhatIsMissing(const std::string& needs, const std::string& program);
