@@ -1,5 +1,5 @@
 // Prints a dictionary for libFuzzer: words of scripts, of meta files, of debug meta files, of files
-// of settings, of messages of an editor or of lists of sensors.
+// of settings, of messages of an editor, of lists of sensors or of machines in other forms.
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
@@ -151,6 +151,17 @@ void PrintListTokens() {
   }
 }
 
+void PrintImportTokens() {
+  for (const char* token :
+       {"chip \"it87-*\"\n", "label in0 \"A\"\n", "compute in0 @*2, @/2\n", "set in0_max ",
+        "ignore in0\n", "bus \"i2c-0\" \"x\"\n", "\\\n", "(6.8/10)", "Section 1_A\n",
+        "EndSection\n", "Upper_Critical_Threshold 1.5\n", "## units; units = Volts\n",
+        "{\"Name\":\"A\",\"Exposes\":[", "\"Thresholds\":[", "\xD0\x0D\xFE\xED", "compatible",
+        "ti,tmp421", "iio-hwmon", "NAME,THRESHOLD_FH\n"}) {
+    Print(token);
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -161,4 +172,5 @@ int main(int count, char** arguments) {
   if (of == "settings") PrintSettingsTokens();
   if (of == "messages") PrintMessageTokens();
   if (of == "lists") PrintListTokens();
+  if (of == "import") PrintImportTokens();
 }
