@@ -109,7 +109,7 @@ void WatchFiles(const Session& session) {
                              {"method", "workspace/didChangeWatchedFiles"},
                              {"registerOptions", {{"watchers", watchers}}}};
   session.client.Send(protocol::Request("register-files", "client/registerCapability",
-                                        {{"registrations", {registration}}}));
+                                        {{"registrations", Json::array({registration})}}));
 }
 
 void AddFolders(Session& session, const Json& params) {

@@ -78,7 +78,7 @@ class ActionList {
 
   void Add(const std::string& title, const char* kind, Json edits, const Located* located) {
     Json action = {{"title", title}, {"kind", kind}, {"edit", EditsOfDocument(std::move(edits))}};
-    if (located != nullptr) action["diagnostics"] = {DiagnosticOf(session_, *located)};
+    if (located != nullptr) action["diagnostics"] = Json::array({DiagnosticOf(session_, *located)});
     actions_.push_back(std::move(action));
   }
 
@@ -123,7 +123,7 @@ class ActionList {
     const Finding& finding = *located.finding;
     std::string title = finding.fix->title;
     title.front() = support::ToUpper(title.front());
-    Add(title, kQuickFix, {FixOf(finding)}, &located);
+    Add(title, kQuickFix, Json::array({FixOf(finding)}), &located);
     actions_.back()["isPreferred"] = finding.fix->is_safe;
     const auto alike = FixesOf([&](const Finding& other) { return other.id == finding.id; });
     if (alike.size() > 1) {
@@ -145,7 +145,8 @@ class ActionList {
                                             located.finding->id, scope);
       if (!edit) continue;
       Add(fmt::format("Allow {} {}", located.finding->id, where), kQuickFix,
-          {TextEditJson(RangeJson(asked, {edit->offset, edit->offset}), edit->text)}, &located);
+          Json::array({TextEditJson(RangeJson(asked, {edit->offset, edit->offset}), edit->text)}),
+          &located);
     }
   }
 

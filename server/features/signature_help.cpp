@@ -39,7 +39,7 @@ Json SignatureHelpOf(const Session& session, const Json& params) {
       parameters.push_back({{"label", LabelJson(session, *signature, each)}});
     }
     const Json information = {{"label", signature->label}, {"parameters", parameters}};
-    return {{"signatures", {information}},
+    return {{"signatures", Json::array({information})},
             {"activeSignature", 0},
             {"activeParameter", signature->active}};
   }
