@@ -76,7 +76,7 @@ int main(int argc, char** argv) {
   }
   status = ruxmeta_open(argv[1], &model, &fault);
   if (status != RUXMETA_OK) {
-    fprintf(stderr, "%s: %s\n", argv[1], *fault.text ? fault.text : ruxmeta_status_text(status));
+    fprintf(stderr, "%s: %s\n", argv[1], *fault.text ? fault.text : ruxmeta_status_text((int)status));
     return 1;
   }
   check_readings(model, stdin);

@@ -154,7 +154,7 @@ TEST(ExportsTest, FileTellsItsSoname) { EXPECT_EQ(Library().soname, "libruxcomp.
 TEST(ExportsTest, NothingButTheStandardLibrariesIsNeeded) {
   Names standard = {"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6", "libdl.so.2"};
 #ifdef RUX_SANITIZED
-  standard.insert({"libasan.so.8", "libubsan.so.1"});
+  standard.insert({"libasan.so.8", "libubsan.so.1", "libclang_rt.asan-x86_64.so"});
 #endif
   for (const std::string& name : Library().needed) {
     EXPECT_TRUE(standard.count(name) || name.rfind("ld-linux", 0) == 0) << name;

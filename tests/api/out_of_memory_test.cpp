@@ -25,7 +25,8 @@ void* Allocate(std::size_t size) {
 
 }  // namespace
 
-// The library's memory comes from here, too.
+// The library's memory comes from here, too: clang hides these like everything else.
+#pragma GCC visibility push(default)
 void* operator new(std::size_t size) { return Allocate(size); }
 void* operator new[](std::size_t size) { return Allocate(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
@@ -39,6 +40,7 @@ void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+#pragma GCC visibility pop
 
 namespace {
 

@@ -64,7 +64,7 @@ TEST(HashIndexTest, IsEmptyOnceCleared) {
   std::vector<std::string> names;
   for (int i = 0; i < 1000; ++i) names.push_back(std::to_string(i));
   HashIndex<TextKey> index;
-  for (const std::size_t count : {1000, 0, 3, 500}) {
+  for (const std::uint32_t count : {1000U, 0U, 3U, 500U}) {
     for (std::uint32_t i = 0; i < count; ++i) EXPECT_TRUE(index.Add(0, names[i], i));
     for (std::uint32_t i = 0; i < count; ++i) EXPECT_EQ(index.Find(0, names[i]), i);
     index.Clear();

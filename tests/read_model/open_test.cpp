@@ -24,8 +24,7 @@ using ruxcomp::Model;
 using ruxcomp::Section;
 using ruxcomp::Value;
 
-constexpr std::uint32_t kProperty = RUX_CLASS_Property, kNumber = RUX_CLASS_Dword,
-                        kString = RUX_CLASS_String;
+constexpr std::uint32_t kProperty = RUX_CLASS_Property, kString = RUX_CLASS_String;
 
 class OpenTest : public MetaTest {
  protected:
