@@ -59,10 +59,13 @@ std::string Quantity::TextOf(std::uint32_t number) const {
   return AmountText(number) + after;
 }
 
+std::int64_t Quantity::SignedNumber(std::uint32_t number) const {
+  return is_signed.value_or(false) ? static_cast<std::int32_t>(number)
+                                   : static_cast<std::int64_t>(number);
+}
+
 std::string Quantity::AmountText(std::uint32_t number) const {
-  const std::int64_t amount = is_signed.value_or(false) ? static_cast<std::int32_t>(number)
-                                                        : static_cast<std::int64_t>(number);
-  return QuotientText(amount, divisor.value_or(1));
+  return QuotientText(SignedNumber(number), divisor.value_or(1));
 }
 
 Quantity QuantityOf(const std::vector<LimitRule>& rules, const SensorTraits& sensor) {

@@ -23,6 +23,8 @@ struct Quantity {
     return unit == other.unit && divisor == other.divisor && is_signed == other.is_signed;
   }
 
+  // The number with the sign that it has. Without a known sign, not below 0.
+  std::int64_t SignedNumber(std::uint32_t number) const;
   // The amount that a stored number is: "-5 C", "1.05 V". Without a known sign, the number as it is
   // stored.
   std::string TextOf(std::uint32_t number) const;
