@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -28,42 +29,38 @@ constexpr UnitName kUnitNames[] = {
 
 struct Prefix {
   std::string_view letter;
-  double factor;
+  int exponent;
 };
-constexpr Prefix kPrefixes[] = {{"m", 1e-3}, {"u", 1e-6}, {"µ", 1e-6}, {"n", 1e-9},
-                                {"k", 1e3},  {"M", 1e6},  {"G", 1e9}};
+constexpr Prefix kPrefixes[] = {{"m", -3}, {"u", -6}, {"µ", -6}, {"n", -9},
+                                {"k", 3},  {"M", 6},  {"G", 9}};
 // The symbols that go with them.
 constexpr std::string_view kWithPrefixes[] = {"V", "A", "W", "Hz", "J", "s", "Pa"};
 
-struct KnownUnit {
-  std::string_view symbol;
-  double factor;
-};
+}  // namespace
 
-std::optional<KnownUnit> FindUnit(std::string_view text) {
-  const std::string name(text);
+std::optional<Unit> FindUnit(std::string_view text) {
+  const std::string name(Trimmed(text));
+  text = name;
   for (const UnitName& row : kUnitNames) {
-    if (strcasecmp(row.name, name.c_str()) == 0) return KnownUnit{row.symbol, 1};
+    if (strcasecmp(row.name, name.c_str()) == 0) return Unit{row.symbol, 0};
   }
   for (const Prefix& prefix : kPrefixes) {
     if (text.substr(0, prefix.letter.size()) != prefix.letter) continue;
     for (const std::string_view symbol : kWithPrefixes) {
-      if (text.substr(prefix.letter.size()) == symbol) return KnownUnit{symbol, prefix.factor};
+      if (text.substr(prefix.letter.size()) == symbol) return Unit{symbol, prefix.exponent};
     }
   }
   return std::nullopt;
 }
 
-}  // namespace
-
 std::optional<double> UnitFactor(std::string_view from, std::string_view to) {
   from = Trimmed(from);
   to = Trimmed(to);
   if (from == to) return 1;
-  const std::optional<KnownUnit> a = FindUnit(from);
-  const std::optional<KnownUnit> b = FindUnit(to);
+  const std::optional<Unit> a = FindUnit(from);
+  const std::optional<Unit> b = FindUnit(to);
   if (!a || !b || a->symbol != b->symbol) return std::nullopt;
-  return a->factor / b->factor;
+  return std::pow(10, a->exponent - b->exponent);
 }
 
 std::string TakeUnit(std::string& header) {

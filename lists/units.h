@@ -8,6 +8,14 @@
 
 namespace rux::lists {
 
+// A unit by its symbol and a power of ten: mV is V, -3.
+struct Unit {
+  std::string_view symbol;
+  int exponent;
+};
+// None of a text that is not known.
+std::optional<Unit> FindUnit(std::string_view text);
+
 // How many `to` one `from` is: 0.001 of mV to V; 1 of "degrees C" to Cel, and of texts that are the
 // same. None when they are of other kinds, or one is not known.
 std::optional<double> UnitFactor(std::string_view from, std::string_view to);
