@@ -1,0 +1,25 @@
+// Exact amounts: what stored numbers measure.
+#ifndef EXPORTS_AMOUNT_H_
+#define EXPORTS_AMOUNT_H_
+
+#include <cstdint>
+#include <string>
+
+namespace rux::exports {
+
+// number / divisor * 10^exponent
+struct Amount {
+  std::int64_t number = 0;
+  std::uint64_t divisor = 1;
+  int exponent = 0;
+
+  // Whether a decimal number is exactly the amount: not of a third.
+  bool IsDecimal() const;
+  // In decimal, without an exponent or zeros at the end: "-0.05", "12600". Of what is no decimal
+  // number, as many digits as make each number a text of its own.
+  std::string Text() const;
+};
+
+}  // namespace rux::exports
+
+#endif  // EXPORTS_AMOUNT_H_

@@ -1,0 +1,43 @@
+#include "exports/formats.h"
+
+#include <string_view>
+#include <vector>
+
+#include "exports/account.h"
+#include "losses/ledger.h"
+#include "machine/machine.h"
+#include "support/text_stream.h"
+
+namespace rux::exports {
+
+const std::vector<Format>& Formats() {
+  static const std::vector<Format> formats = {
+      {"c", WriteC},
+      {"rust", WriteRust},
+      {"go", WriteGo},
+      {"python", WritePython},
+      {"csv", WriteCsv},
+      {"json", WriteJson},
+      {"prometheus", WritePrometheus},
+      {"prometheus-rules", WritePrometheusRules, false},
+      {"prometheus-tests", WritePrometheusTests, false},
+  };
+  return formats;
+}
+
+const Format* FindFormat(std::string_view name) {
+  for (const Format& format : Formats()) {
+    if (format.name == name) return &format;
+  }
+  return nullptr;
+}
+
+void WriteMachine(const Format& format, const machine::Machine& machine, losses::Ledger& ledger,
+                  support::TextStream& out) {
+  losses::Ledger unused;
+  Account account(machine, format.is_of_entries ? ledger : unused);
+  format.write(machine, account, out);
+  account.DropRest(losses::Reason::kNoPlace);
+}
+
+}  // namespace rux::exports
