@@ -11,7 +11,6 @@
 #include "machine/value.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
-#include "support/number_text.h"
 #include "support/safe_text.h"
 
 namespace rux::exports {

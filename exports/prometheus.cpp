@@ -1,6 +1,7 @@
 // A text file of Prometheus: what each sensor is, and its limits.
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>

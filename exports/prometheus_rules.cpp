@@ -1,6 +1,7 @@
 // Alerts of Prometheus for the limits of all sensors of all machines, and their unit tests.
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -1,7 +1,6 @@
 #include "exports/sensors.h"
 
 #include <cstdint>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "ruxcomp/language/limits.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
+#include "ruxcomp/records.h"
 
 namespace rux::exports {
 

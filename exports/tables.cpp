@@ -1,5 +1,4 @@
 // A machine as tables: the sensors as CSV, sections of all kinds as JSON.
-#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
