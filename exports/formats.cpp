@@ -21,6 +21,7 @@ const std::vector<Format>& Formats() {
       {"prometheus", WritePrometheus},
       {"prometheus-rules", WritePrometheusRules, false},
       {"prometheus-tests", WritePrometheusTests, false},
+      {"ipmi-sdr", WriteIpmiSdr},
   };
   return formats;
 }

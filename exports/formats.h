@@ -42,6 +42,7 @@ void WritePrometheusRules(const machine::Machine& machine, Account& account,
 void WritePrometheusTests(const machine::Machine& machine, Account& account,
                           support::TextStream& out);
 void WriteJson(const machine::Machine& machine, Account& account, support::TextStream& out);
+void WriteIpmiSdr(const machine::Machine& machine, Account& account, support::TextStream& out);
 
 }  // namespace rux::exports
 

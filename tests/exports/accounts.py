@@ -29,7 +29,7 @@ def expect_account(folder, form, machine, model):
 
 
 def main(program, examples):
-    forms = ["c", "rust", "go", "python", "csv", "json", "prometheus", *WITHOUT_ENTRIES]
+    forms = ["c", "rust", "go", "python", "csv", "json", "prometheus", "ipmi-sdr", *WITHOUT_ENTRIES]
     with tempfile.TemporaryDirectory() as path:
         folder = Folder(program, path)
         for source in (f"{examples}/server/server.rux", script()):

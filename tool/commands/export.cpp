@@ -88,7 +88,8 @@ Action SetUpExport(Arguments& arguments) {
       .Add("FORMAT", &options->format,
            "Constants as c, rust, go or python; csv of the sensors; json of all sections; "
            "prometheus "
-           "with its rules and tests")
+           "with its rules and "
+           "tests; ipmi-sdr, sensor records for a simulator")
       .OneOf("FORMAT", ExportFormats())
       .Required();
   AddMachine(arguments, options->machine);
