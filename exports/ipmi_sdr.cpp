@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <initializer_list>
 #include <iterator>
 #include <map>
@@ -21,6 +20,7 @@
 #include "machine/machine.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/model/handles.h"
 #include "support/text_stream.h"
 #include "support/utf8.h"
 

@@ -33,6 +33,7 @@ export LC_ALL=C COLUMNS=
 export PATH="$build/bin:$build/docs/tables:$build/tests/docs/bin:$PATH"
 export PYTHONPATH="$source/python" PYTHONDONTWRITEBYTECODE=1
 export CPATH="$source/include" LIBRARY_PATH="$build/lib" LD_LIBRARY_PATH="$build/lib"
+export GOCACHE="$build/go-cache" GO111MODULE=off
 export LD_PRELOAD="$build/tests/docs/bin/plugin_here.so"
 awk -f "$source/tests/docs/page.awk" "$source/$page" >page.md
 unset LD_PRELOAD
