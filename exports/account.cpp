@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "inspect/entry_value.h"
@@ -12,6 +13,7 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
 #include "support/safe_text.h"
+#include "support/utf8.h"
 
 namespace rux::exports {
 namespace {
@@ -64,6 +66,12 @@ void Account::Changed(const ruxcomp::Section& section, std::uint32_t identifier,
 void Account::Dropped(const ruxcomp::Section& section, std::uint32_t identifier,
                       losses::Reason reason) {
   ledger_.Dropped(ItemFor(section, identifier), reason);
+}
+
+void Account::UsedAsUtf8(const ruxcomp::Section& section, std::uint32_t identifier) {
+  const std::string_view text = section.entry(identifier).value().text();
+  if (support::IsUtf8(text)) return Used(section, identifier);
+  Changed(section, identifier, support::SafeText(text), losses::Reason::kSimplified);
 }
 
 void Account::DropRest(const ruxcomp::Section& section, losses::Reason reason) {

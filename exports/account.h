@@ -24,6 +24,8 @@ class Account {
   void Changed(const ruxcomp::Section& section, std::uint32_t identifier, std::string after,
                losses::Reason reason);
   void Dropped(const ruxcomp::Section& section, std::uint32_t identifier, losses::Reason reason);
+  // The same of a text in a form that takes only UTF-8.
+  void UsedAsUtf8(const ruxcomp::Section& section, std::uint32_t identifier);
   // The same of all entries that nothing was stated about.
   void DropRest(const ruxcomp::Section& section, losses::Reason reason);
   void DropRest(losses::Reason reason);

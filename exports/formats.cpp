@@ -21,6 +21,8 @@ const std::vector<Format>& Formats() {
       {"prometheus", WritePrometheus},
       {"prometheus-rules", WritePrometheusRules, false},
       {"prometheus-tests", WritePrometheusTests, false},
+      {"entity-manager", WriteEntityManager},
+      {"lm-sensors", WriteLmSensors},
       {"ipmi-sdr", WriteIpmiSdr},
   };
   return formats;

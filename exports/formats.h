@@ -43,6 +43,9 @@ void WritePrometheusTests(const machine::Machine& machine, Account& account,
                           support::TextStream& out);
 void WriteJson(const machine::Machine& machine, Account& account, support::TextStream& out);
 void WriteIpmiSdr(const machine::Machine& machine, Account& account, support::TextStream& out);
+void WriteLmSensors(const machine::Machine& machine, Account& account, support::TextStream& out);
+void WriteEntityManager(const machine::Machine& machine, Account& account,
+                        support::TextStream& out);
 
 }  // namespace rux::exports
 

@@ -72,7 +72,6 @@ struct CodedSensor {
 };
 
 void Encode(const SensorLimit& limit, const Amount& amount, CodedSensor& coded, Account& account) {
-  const ruxcomp::Section& section = coded.sensor.section;
   const int byte = coded.code.ByteFor(amount);
   for (std::size_t bit = 0; bit < kThresholds; ++bit) {
     if (kEntryOfBit[bit] != limit.row->source) continue;
@@ -83,14 +82,7 @@ void Encode(const SensorLimit& limit, const Amount& amount, CodedSensor& coded, 
     coded.nominal = byte & 0xFF;
     coded.has_nominal = true;
   }
-  const std::string after = coded.code.AmountOf(byte).Text();
-  const bool is_exact = amount.IsDecimal() && after == amount.Text();
-  if (is_exact && after == std::to_string(limit.number)) {
-    account.Used(section, limit.row->compiled);
-  } else {
-    account.Changed(section, limit.row->compiled, after,
-                    is_exact ? losses::Reason::kRewritten : losses::Reason::kRounded);
-  }
+  AccountForLimit(coded.sensor, limit, amount, coded.code.AmountOf(byte).Text(), account);
 }
 
 CodedSensor Coded(const Sensor& sensor, Account& account) {

@@ -1,7 +1,6 @@
 // A text file of Prometheus: what each sensor is, and its limits.
 #include <fmt/format.h>
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,7 +10,6 @@
 #include "exports/formats.h"
 #include "exports/prometheus_series.h"
 #include "exports/sensors.h"
-#include "losses/ledger.h"
 #include "machine/groups.h"
 #include "machine/machine.h"
 #include "ruxcomp/identifiers.h"
@@ -19,7 +17,6 @@
 #include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
-#include "support/utf8.h"
 
 namespace rux::exports {
 namespace {
@@ -27,12 +24,6 @@ namespace {
 void WriteHead(std::string_view name, std::string_view suffix, std::string_view help,
                support::TextStream& out) {
   out += fmt::format("# HELP {0}{1} {2}\n# TYPE {0}{1} gauge\n", name, suffix, help);
-}
-
-void AccountForText(const ruxcomp::Section& section, std::uint32_t identifier, Account& account) {
-  const std::string_view text = section.entry(identifier).value().text();
-  if (support::IsUtf8(text)) return account.Used(section, identifier);
-  account.Changed(section, identifier, support::SafeText(text), losses::Reason::kSimplified);
 }
 
 std::string GroupPathOf(const ruxcomp::Section& sensor) {
@@ -45,7 +36,7 @@ void WriteMachineInfo(const machine::Machine& machine, Account& account, support
   constexpr std::string_view kSeries = "rux_machine_info";
   WriteHead(kSeries, "", "The machine that the sensors are of.", out);
   for (const ruxcomp::Section system : machine.model().sections(RUX_SECT_SYSTEM)) {
-    AccountForText(system, RUX_ENTRY_MODEL, account);
+    account.UsedAsUtf8(system, RUX_ENTRY_MODEL);
     const std::string model(system.entry(RUX_ENTRY_MODEL).value().text());
     out += SeriesText(kSeries, "", {{"model", model}}) + " 1\n";
   }
@@ -57,7 +48,7 @@ void WriteSensorInfo(const std::vector<Sensor>& sensors, Account& account,
   if (sensors.empty()) return;
   WriteHead(kSeries, "", "What each sensor is: its ID, its groups, the unit of its limits.", out);
   for (const Sensor& sensor : sensors) {
-    AccountForText(sensor.section, RUX_ENTRY_NAME, account);
+    account.UsedAsUtf8(sensor.section, RUX_ENTRY_NAME);
     account.Used(sensor.section, RUX_ENTRY_ID);
     account.Used(sensor.section, RUX_ENTRY_PARENT);
     out += SeriesText(kSeries, "",
@@ -73,13 +64,7 @@ void WriteLimit(const Sensor& sensor, const SensorLimit& limit, const SeriesUnit
                 Account& account, support::TextStream& out) {
   const Amount amount = InSeriesUnit(sensor, limit.amount);
   const std::string text = amount.Text();
-  if (!amount.IsDecimal()) {
-    account.Changed(sensor.section, limit.row->compiled, text, losses::Reason::kRounded);
-  } else if (text != std::to_string(limit.number)) {
-    account.Changed(sensor.section, limit.row->compiled, text, losses::Reason::kRewritten);
-  } else {
-    account.Used(sensor.section, limit.row->compiled);
-  }
+  AccountForLimit(sensor, limit, amount, text, account);
   out += SeriesText(kLimitSeries, unit.suffix,
                     {{kSensorLabel, std::string(sensor.section.name())},
                      {kLimitLabel, std::string(LimitName(limit))}}) +

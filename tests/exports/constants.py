@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compilers take the constants of machines, whatever these call their sections, and all have the same values.
 
-    constants.py PROGRAM EXAMPLES
+    constants.py PROGRAM SOURCE
 
 The machine with odd names is made here; what its constants must be, ruxmeta reads of the meta file.
 """
@@ -79,11 +79,11 @@ def expect_sections(constants, model):
             assert entry.identifier in constants.values(), entry.key
 
 
-def main(program, examples):
+def main(program, source_folder):
     languages = [language for language, tool in (("c", "cc"), ("rust", "rustc"), ("go", "go")) if shutil.which(tool)]
     with tempfile.TemporaryDirectory() as path:
         folder = Folder(program, path)
-        for source in (f"{examples}/server/server.rux", script()):
+        for source in (f"{source_folder}/examples/server/server.rux", script()):
             machine = folder.compile(source)
             constants = python_constants(folder.export("python", machine, "machine.py"))
             expect_sections(constants, ruxmeta.open(str(machine)))

@@ -2,7 +2,7 @@
 """The simulator of openipmi takes exported sensor records, and ipmitool reads each limit as it was, or as the report
 of losses says.
 
-    ipmi.py PROGRAM EXAMPLES
+    ipmi.py PROGRAM SOURCE
 """
 import contextlib
 import fractions
@@ -160,15 +160,15 @@ def write(folder, text):
     return path
 
 
-def main(program, examples):
+def main(program, source_folder):
     if not shutil.which("ipmi_sim") or not shutil.which("ipmitool"):
         print("skipped: openipmi or ipmitool is not installed")
         return
     with tempfile.TemporaryDirectory() as path:
         folder = Folder(program, path)
         (folder.path / ".rux.json").write_text(PROJECT)
-        for source in pathlib.Path(examples, "server").glob("**/*.rux"):
-            copy = folder.path / source.relative_to(pathlib.Path(examples, "server"))
+        for source in pathlib.Path(source_folder, "examples/server").glob("**/*.rux"):
+            copy = folder.path / source.relative_to(pathlib.Path(source_folder, "examples/server"))
             copy.parent.mkdir(exist_ok=True)
             shutil.copy(source, copy)
         expect_same(folder, folder.path / "server.rux")

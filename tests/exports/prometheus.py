@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """promtool accepts series and rules of machines with odd names; limits are exact in the base unit.
 
-    prometheus.py PROGRAM EXAMPLES
+    prometheus.py PROGRAM SOURCE
 """
 import fractions
 import itertools
@@ -106,10 +106,10 @@ def expect_exact(folder):
     return len(expected)
 
 
-def main(program, examples):
+def main(program, source_folder):
     with tempfile.TemporaryDirectory() as path:
         folder = Folder(program, path)
-        expect_accepted(folder, folder.compile(pathlib.Path(examples, "server/server.rux")))
+        expect_accepted(folder, folder.compile(pathlib.Path(source_folder, "examples/server/server.rux")))
         odd = expect_accepted(folder, folder.compile(script()))
         names = [dict(labels)["sensor"] for name, labels in odd if name == "rux_sensor_info"]
         assert names == ODD_NAMES, names

@@ -86,10 +86,8 @@ Action SetUpExport(Arguments& arguments) {
   const auto options = std::make_shared<ExportOptions>();
   arguments
       .Add("FORMAT", &options->format,
-           "Constants as c, rust, go or python; csv of the sensors; json of all sections; "
-           "prometheus "
-           "with its rules and "
-           "tests; ipmi-sdr, sensor records for a simulator")
+           "Constants for c, rust, go or python; csv, json; prometheus, prometheus-rules, "
+           "prometheus-tests; entity-manager or lm-sensors configurations; ipmi-sdr records")
       .OneOf("FORMAT", ExportFormats())
       .Required();
   AddMachine(arguments, options->machine);
