@@ -231,7 +231,7 @@ class CompileRun {
     if (&file == result().sources.openings().front().file) return true;
     const auto [known, is_new] = is_in_no_other_.try_emplace(&file, true);
     if (!is_new) return known->second;
-    const std::vector<std::string> mains = MachinesWith(file.path(), options_);
+    const std::vector<std::string> mains = MachinesWith(file.path(), options_, machine_finder_);
     const auto is_this = [&](const std::string& main) {
       return support::WholeName(main) == support::WholeName(script_);
     };
@@ -292,6 +292,7 @@ class CompileRun {
   std::optional<support::Failure> failure_;
   std::optional<diagnostics::Report> report_;
   std::map<const sources::SourceFile*, bool> is_in_no_other_;
+  sources::MachineFinder machine_finder_;
 };
 
 // A run over each machine, and one report.

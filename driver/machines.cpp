@@ -11,14 +11,14 @@
 namespace rux::driver {
 namespace {
 
-std::vector<std::string> MachinesWith(const std::string& part, const settings::Project* project) {
+std::vector<std::string> MachinesWith(const std::string& part, const settings::Project* project,
+                                      sources::MachineFinder& finder) {
   if (!sources::IsPart(part)) return {};
   if (project != nullptr) {
-    std::vector<std::string> mains =
-        sources::MainScriptsOf(part, settings::MainScriptsOf(*project));
+    std::vector<std::string> mains = finder.MainScriptsOf(part, settings::MainScriptsOf(*project));
     if (!mains.empty()) return mains;
   }
-  return sources::FindMainScripts(part);
+  return finder.FindMainScripts(part);
 }
 
 void UseProjectOf(const std::string& file, CompileOptions& options) {
@@ -28,16 +28,18 @@ void UseProjectOf(const std::string& file, CompileOptions& options) {
 
 }  // namespace
 
-std::vector<std::string> MachinesWith(const std::string& file, CompileOptions options) {
+std::vector<std::string> MachinesWith(const std::string& file, CompileOptions options,
+                                      sources::MachineFinder& finder) {
   UseProjectOf(file, options);
-  return MachinesWith(file, options.project.get());
+  return MachinesWith(file, options.project.get(), finder);
 }
 
 std::vector<std::string> FindMachinesWith(const std::string& file, CompileOptions options) {
   UseProjectOf(file, options);
   const std::vector<std::string> names = options.all_include_folders();
   const ruxcomp::reader::IncludeFolders folders(names);
-  return MachinesWith(file, options.project.get());
+  sources::MachineFinder finder;
+  return MachinesWith(file, options.project.get(), finder);
 }
 
 }  // namespace rux::driver

@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -19,6 +20,7 @@
 #include "reader/texts.h"
 #include "ruxcomp/language/paths.h"
 #include "ruxcomp/language/sections.h"
+#include "sources/machine_files.h"
 #include "sources/source_file.h"
 #include "sources/source_set.h"
 #include "support/failure.h"
@@ -31,6 +33,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace language = ruxcomp::language;
 using ruxcomp::reader::Source;
+using ruxcomp::reader::SourceIdentity;
 
 constexpr const char* kMainSection = language::KindOf(language::SECTION_MORVRUX).keyword;
 constexpr const char* kIncludeKeyword = language::KindOf(language::SECTION_INCLUDE).keyword;
@@ -60,18 +63,6 @@ std::string TextOf(const fs::path& path) {
   return ruxcomp::reader::ReadSource(*source, ruxcomp::reader::kLargestScript).value_or("");
 }
 
-// Whether a line begins like the header of the section, which spares most main scripts from being
-// loaded twice.
-bool HasMainHeader(const std::string& text) {
-  const std::string header = std::string("[") + kMainSection;
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) {
-    const std::size_t begin = line.find_first_not_of(" \t");
-    if (begin != std::string::npos && line.compare(begin, header.size(), header) == 0) return true;
-  }
-  return false;
-}
-
 bool HasMainSection(const SourceSet& sources) {
   const std::vector<SourceSection>& sections = sources.sections();
   return std::any_of(sections.begin(), sections.end(), [](const SourceSection& section) {
@@ -85,12 +76,6 @@ SourceSet LoadFile(const std::string& path) { return Load(language::ToLibraryPat
 SourceSet LoadIfMain(const std::string& script) {
   const bool may_be = Mentions(script, kMainSection) || Mentions(script, kIncludeKeyword);
   return may_be ? LoadFile(script) : SourceSet();
-}
-
-bool IsMainOf(const std::string& script, const std::string& part) {
-  if (AreOneFile(script, part) || !Mentions(script, kIncludeKeyword)) return false;
-  const SourceSet sources = LoadFile(script);
-  return FindFile(sources, part) != nullptr && HasMainSection(sources);
 }
 
 bool IsScript(const fs::path& path) { return path.extension() == ".rux" && IsRegular(path); }
@@ -107,10 +92,11 @@ std::vector<std::string> ScriptsIn(const fs::path& folder) {
   return scripts;
 }
 
-// The scripts below a folder, in the order of their paths; what is in folders whose names begin
-// with a dot is not among them. Nothing when the folder holds more than `most_entries`.
-std::vector<fs::path> FindScripts(const fs::path& folder, std::size_t most_entries,
-                                  fs::directory_options options, std::error_code& error) {
+// The files below a folder that are wanted, in the order of their paths; what is in folders whose
+// names begin with a dot is not among them. Nothing when the folder holds more than `most_entries`.
+std::vector<fs::path> FindFiles(const fs::path& folder, bool (*is_wanted)(const fs::path&),
+                                std::size_t most_entries, fs::directory_options options,
+                                std::error_code& error) {
   std::vector<fs::path> paths;
   std::size_t count = 0;
   fs::recursive_directory_iterator entry(folder, options, error);
@@ -119,15 +105,40 @@ std::vector<fs::path> FindScripts(const fs::path& folder, std::size_t most_entri
     const fs::path& path = entry->path();
     const bool is_hidden = path.filename().string().front() == '.';
     if (is_hidden) entry.disable_recursion_pending();
-    if (!is_hidden && IsScript(path)) paths.push_back(path);
+    if (!is_hidden && is_wanted(path)) paths.push_back(path);
   }
   std::sort(paths.begin(), paths.end());
   return paths;
 }
 
+std::vector<fs::path> FindAllFiles(const std::string& folder, bool (*is_wanted)(const fs::path&)) {
+  std::error_code error;
+  std::vector<fs::path> paths =
+      FindFiles(folder, is_wanted, std::numeric_limits<std::size_t>::max(), {}, error);
+  if (error) throw support::SystemFailure("cannot read", folder, error.value());
+  return paths;
+}
+
+bool IsCompiledFile(const fs::path& path) {
+  const FileForm form = FormByName(path);
+  return (form == FileForm::kDebugMeta || form == FileForm::kMeta) && IsRegular(path);
+}
+
 // Of a path below the working folder, without the folder.
 std::string ShortName(const fs::path& path, const fs::path& folder) {
   return (folder == "." ? path.lexically_relative(folder) : path).string();
+}
+
+// None when there are too many.
+std::vector<std::string> FewScriptsBelow(const fs::path& folder) {
+  std::error_code ignored;
+  const std::vector<fs::path> paths = FindFiles(
+      folder, IsScript, kMostEntries, fs::directory_options::skip_permission_denied, ignored);
+  if (paths.size() > kMostScripts) return {};
+  std::vector<std::string> scripts;
+  scripts.reserve(paths.size());
+  for (const fs::path& path : paths) scripts.push_back(ShortName(path, folder));
+  return scripts;
 }
 
 // Whether it is a relative path that stays there.
@@ -146,17 +157,67 @@ bool Mentions(const std::string& path, std::string_view text) {
   return TextOf(path).find(text) != std::string::npos;
 }
 
-std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts) {
+// What the searches have found so far.
+class MachineFinder::Memory {
+ public:
+  bool IsMainOf(const std::string& script, const SourceIdentity& part) {
+    const auto [known, is_new] = parts_of_.try_emplace(script);
+    if (is_new) known->second = PartsOf(script);
+    return std::binary_search(known->second.begin(), known->second.end(), part);
+  }
+
+  const std::vector<std::string>& ScriptsIn(const fs::path& folder) {
+    const auto [known, is_new] = scripts_in_.try_emplace(folder.string());
+    if (is_new) known->second = sources::ScriptsIn(folder);
+    return known->second;
+  }
+
+  const std::vector<std::string>& ScriptsBelow(const fs::path& folder) {
+    const auto [known, is_new] = scripts_below_.try_emplace(folder.string());
+    if (is_new) known->second = FewScriptsBelow(folder);
+    return known->second;
+  }
+
+ private:
+  // What a main script includes, sorted; nothing of another script.
+  static std::vector<SourceIdentity> PartsOf(const std::string& script) {
+    const std::optional<Source> self = ruxcomp::reader::FindSource(script);
+    if (!self || !Mentions(script, kIncludeKeyword)) return {};
+    const SourceSet sources = LoadFile(script);
+    if (!HasMainSection(sources)) return {};
+    std::set<SourceIdentity> parts;
+    for (const Opening& opening : sources.openings()) {
+      if (const std::optional<Source> file = ruxcomp::reader::FindSource(opening.file->path()))
+        parts.insert(file->identity);
+    }
+    parts.erase(self->identity);
+    return {parts.begin(), parts.end()};
+  }
+
+  std::map<std::string, std::vector<SourceIdentity>> parts_of_;
+  std::map<std::string, std::vector<std::string>> scripts_in_;
+  std::map<std::string, std::vector<std::string>> scripts_below_;
+};
+
+MachineFinder::MachineFinder() : memory_(std::make_unique<Memory>()) {}
+MachineFinder::~MachineFinder() = default;
+
+std::vector<std::string> MachineFinder::MainScriptsOf(const std::string& part,
+                                                      std::vector<std::string> scripts) {
+  const std::optional<Source> source = ruxcomp::reader::FindSource(part);
+  if (!source) return {};
   scripts.erase(std::remove_if(scripts.begin(), scripts.end(),
-                               [&](const std::string& each) { return !IsMainOf(each, part); }),
+                               [&](const std::string& each) {
+                                 return !memory_->IsMainOf(each, source->identity);
+                               }),
                 scripts.end());
   return scripts;
 }
 
-std::vector<std::string> FindMainScripts(const std::string& part) {
+std::vector<std::string> MachineFinder::FindMainScripts(const std::string& part) {
   fs::path folder = fs::path(part).parent_path();
   for (;; folder = support::FolderAbove(folder)) {
-    std::vector<std::string> scripts = MainScriptsOf(part, ScriptsIn(folder));
+    std::vector<std::string> scripts = MainScriptsOf(part, memory_->ScriptsIn(folder));
     if (!scripts.empty()) return scripts;
     if (support::IsTopFolder(folder)) break;
   }
@@ -164,19 +225,13 @@ std::vector<std::string> FindMainScripts(const std::string& part) {
     if (!IsInWorkingFolder(part)) return {};
     folder = ".";
   }
-  return FindMainScriptsBelow(folder.empty() ? "." : folder.string(),
-                              [&](const std::string& path) { return AreOneFile(path, part); });
+  return MainScriptsOf(part, memory_->ScriptsBelow(folder.empty() ? "." : folder));
 }
 
 std::vector<std::string> FindMainScriptsBelow(
     const std::string& folder, const std::function<bool(const std::string& path)>& is_wanted) {
-  std::error_code ignored;
-  const std::vector<fs::path> paths =
-      FindScripts(folder, kMostEntries, fs::directory_options::skip_permission_denied, ignored);
-  if (paths.size() > kMostScripts) return {};
   std::vector<std::string> mains;
-  for (const fs::path& path : paths) {
-    const std::string script = ShortName(path, folder);
+  for (const std::string& script : FewScriptsBelow(folder)) {
     const SourceSet sources = LoadIfMain(script);
     const std::vector<Opening>& openings = sources.openings();
     const bool is_wanted_one =
@@ -188,13 +243,10 @@ std::vector<std::string> FindMainScriptsBelow(
 }
 
 FolderScripts ScriptsBelow(const std::string& folder) {
-  std::error_code error;
-  const std::vector<fs::path> paths =
-      FindScripts(folder, std::numeric_limits<std::size_t>::max(), fs::directory_options(), error);
-  if (error) throw support::SystemFailure("cannot read", folder, error.value());
   FolderScripts scripts;
+  std::error_code error;
   std::map<fs::path, std::set<std::string>> mains_of;
-  for (const fs::path& path : paths) {
+  for (const fs::path& path : FindAllFiles(folder, IsScript)) {
     const std::string script = ShortName(path, folder);
     const SourceSet sources = LoadIfMain(script);
     const bool is_main = HasMainSection(sources);
@@ -209,6 +261,23 @@ FolderScripts ScriptsBelow(const std::string& folder) {
     scripts.mains_of.emplace(other, std::vector<std::string>(mains.begin(), mains.end()));
   }
   return scripts;
+}
+
+std::vector<std::string> CompiledFilesBelow(const std::string& folder) {
+  std::vector<std::string> files;
+  for (const fs::path& path : FindAllFiles(folder, IsCompiledFile))
+    files.push_back(ShortName(path, folder));
+  return files;
+}
+
+bool HasMainHeader(const std::string& text) {
+  const std::string header = std::string("[") + kMainSection;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t begin = line.find_first_not_of(" \t");
+    if (begin != std::string::npos && line.compare(begin, header.size(), header) == 0) return true;
+  }
+  return false;
 }
 
 std::string ShapeOf(const SourceSet& sources) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,17 +20,35 @@ namespace rux::sources {
 // in a file that it includes.
 bool IsPart(const std::string& path);
 
+// Whether a line begins like the header of that section, which spares most main scripts from being
+// loaded twice, and says what can be said of one that cannot be loaded.
+bool HasMainHeader(const std::string& text);
+
 // Whether a file that can be read has the text.
 bool Mentions(const std::string& path, std::string_view text);
 
-// Of these scripts, the main scripts that include the part.
-std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts);
+// Finds the machines of parts. Remembers which files the main scripts read: as long as it lives,
+// they must stay as they are, and so must the include folders.
+class MachineFinder {
+ public:
+  MachineFinder();
+  ~MachineFinder();
+  MachineFinder(const MachineFinder&) = delete;
+  MachineFinder& operator=(const MachineFinder&) = delete;
 
-// The main scripts that include the part, from the nearest folder, upwards from its own, that holds
-// one. When none does, up to the top of the repository, all those in the repository; outside of a
-// repository, all those below the working folder, if the part is there. None when there are too
-// many files to look at.
-std::vector<std::string> FindMainScripts(const std::string& part);
+  // Of these scripts, the main scripts that include the part.
+  std::vector<std::string> MainScriptsOf(const std::string& part, std::vector<std::string> scripts);
+
+  // The main scripts that include the part, from the nearest folder, upwards from its own, that
+  // holds one. When none does, up to the top of the repository, all those in the repository;
+  // outside of a repository, all those below the working folder, if the part is there. None when
+  // there are too many files to look at.
+  std::vector<std::string> FindMainScripts(const std::string& part);
+
+ private:
+  class Memory;
+  const std::unique_ptr<Memory> memory_;
+};
 
 // The main scripts below a folder that read a file which is wanted, themselves included; none when
 // there are too many files to look at.
@@ -46,6 +65,9 @@ struct FolderScripts {
   std::map<std::string, std::vector<std::string>> mains_of;
 };
 FolderScripts ScriptsBelow(const std::string& folder);
+
+// The compiled files below a folder, by their suffixes, in the same way.
+std::vector<std::string> CompiledFilesBelow(const std::string& folder);
 
 // What of the files decides which machines they belong to: while it stays the same for all scripts,
 // so do the answers above.
