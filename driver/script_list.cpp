@@ -17,6 +17,7 @@
 #include "driver/listed.h"
 #include "reader/include_folders.h"
 #include "sources/allow_comments.h"
+#include "sources/machine_files.h"
 #include "sources/main_scripts.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
@@ -50,16 +51,24 @@ void ReportUnused(const std::string& folder, const sources::FolderScripts& found
       folder, Listed(scripts, kMost)));
 }
 
-std::vector<std::string> MainScriptsBelow(const std::string& folder, bool reports_unused,
-                                          MainsOfParts& shared) {
+// To people, not to programs.
+bool ReportsUnused(const CompileOptions& options) {
+  return options.reporting.format == "human" || !options.reporting.file.empty();
+}
+
+// Of a folder that holds other machines, there may be none.
+std::vector<std::string> MainScriptsBelow(const std::string& folder, const CompileOptions& options,
+                                          bool has_others = false) {
   const sources::FolderScripts scripts = sources::ScriptsBelow(folder);
   if (!scripts.mains.empty()) {
-    if (reports_unused) ReportUnused(folder, scripts);
+    if (ReportsUnused(options)) ReportUnused(folder, scripts);
     for (const auto& [part, mains] : scripts.mains_of) {
-      if (mains.size() > 1 && sources::Mentions(part, sources::kAllowMarker)) shared[part] = mains;
+      if (mains.size() > 1 && sources::Mentions(part, sources::kAllowMarker))
+        (*options.shared_parts)[part] = mains;
     }
     return scripts.mains;
   }
+  if (has_others) return {};
   if (scripts.others.empty()) throw NoScripts(folder);
   throw support::Failure(
       support::ExitStatus::kWrongUsage,
@@ -156,11 +165,17 @@ void Expand(CompileOptions& options, ScriptList list) {
 }  // namespace
 
 void ExpandScripts(CompileOptions& options) {
-  const diagnostics::ReportOptions& reporting = options.reporting;
-  // People are told which scripts of folders are part of no machine.
-  const bool reports_unused = reporting.format == "human" || !reporting.file.empty();
+  Expand(options,
+         ScriptList([&](const std::string& folder) { return MainScriptsBelow(folder, options); }));
+}
+
+void ExpandMachines(CompileOptions& options) {
   Expand(options, ScriptList([&](const std::string& folder) {
-           return MainScriptsBelow(folder, reports_unused, *options.shared_parts);
+           std::vector<std::string> files = sources::CompiledFilesBelow(folder);
+           const std::vector<std::string> scripts =
+               MainScriptsBelow(folder, options, !files.empty());
+           files.insert(files.end(), scripts.begin(), scripts.end());
+           return sources::OneOfEachMachine(files);
          }));
 }
 

@@ -16,6 +16,10 @@ void ExpandScripts(CompileOptions& options);
 // have allow comments: which of these comments are of no use shows only when all are checked.
 void AddSharedParts(CompileOptions& options);
 
+// The same as ExpandScripts with whole machines: of a folder, also the compiled files below it that
+// have no script beside them.
+void ExpandMachines(CompileOptions& options);
+
 // The same as ExpandScripts with all scripts below a folder.
 void ExpandAllScripts(CompileOptions& options);
 
