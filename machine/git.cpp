@@ -8,12 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -126,6 +128,28 @@ bool GitRevision::HasFolder(const std::string& path) {
   return object && object->type == "tree";
 }
 
+// A tree of git is a list: "MODE NAME", a zero byte, and as many bytes as a hash has.
+std::vector<std::string> GitRevision::FilesBelow(const std::string& folder) {
+  constexpr std::string_view kFolderMode = "40000";
+  std::vector<std::string> files;
+  std::vector<std::string> folders = {folder == "." || folder == "./" ? "" : folder};
+  while (!folders.empty()) {
+    const std::filesystem::path current = std::move(folders.back());
+    folders.pop_back();
+    const std::optional<Object> tree = Ask(':' + current.string());
+    if (!tree || tree->type != "tree") continue;
+    for (std::string_view rest = tree->bytes; !rest.empty();) {
+      const std::size_t blank = rest.find(' ');
+      const std::size_t end = rest.find('\0', blank);
+      const std::string path = (current / rest.substr(blank + 1, end - blank - 1)).string();
+      (rest.substr(0, blank) == kFolderMode ? folders : files).push_back(path);
+      rest.remove_prefix(std::min(end + 1 + tree->hash_size, rest.size()));
+    }
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
 std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
   const std::string question = revision_ + what;
   // A line is a question, and git knows no way to quote what ends one.
@@ -147,7 +171,9 @@ std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
   std::string bytes = Bytes(size);
   Bytes(1);
   const std::size_t before_type = answer.rfind(' ', last - 1);  // npos: the type comes first
-  return Object{answer.substr(before_type + 1, last - before_type - 1), std::move(bytes)};
+  const std::size_t hash_end = before_type == std::string::npos ? 0 : before_type;
+  return Object{answer.substr(before_type + 1, last - before_type - 1), std::move(bytes),
+                hash_end / 2};
 }
 
 std::string FolderInRepository() {

@@ -4,8 +4,10 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "support/descriptor.h"
 
@@ -25,11 +27,14 @@ class GitRevision {
   // breaks off.
   std::optional<std::string> Read(const std::string& path);
   bool HasFolder(const std::string& path);
+  // The paths of all files below a folder of the revision; none when it does not have the folder.
+  std::vector<std::string> FilesBelow(const std::string& folder);
 
  private:
   struct Object {
     std::string type;  // "blob" of a file, "tree" of a folder
     std::string bytes;
+    std::size_t hash_size;  // in bytes; 0 when git does not say
   };
   // What the revision with that appended is for git; none when it is nothing.
   std::optional<Object> Ask(const std::string& what);

@@ -9,12 +9,15 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "compiled/compiled_file.h"
 #include "machine/git.h"
 #include "reader/texts.h"
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/kept_bytes.h"
+#include "sources/machine_files.h"
+#include "sources/main_scripts.h"
 #include "support/failure.h"
 
 namespace rux::machine {
@@ -75,6 +78,29 @@ Source ReadSource(const std::string& name) {
   const bool is_script = bytes.find('\0') == std::string_view::npos;
   if (source.form == ruxcomp::file::Form::kNone && !is_script) throw compiled::Unsound(name, bytes);
   return source;
+}
+
+std::vector<std::string> MachinesOfRevision(const std::string& name) {
+  const std::size_t colon = name.find(':');
+  if (colon == std::string::npos || colon == 0)
+    throw support::Failure(support::ExitStatus::kWrongUsage, "no such folder: {}", name);
+  const std::string here = FolderInRepository();
+  const std::string folder = PathInRepository(here, PathFromHere(here, name.substr(colon + 1)));
+  const bool has_separator = name.back() == ':' || name.back() == '/';
+  const std::string lead = has_separator ? name : name + '/';
+  GitRevision git(name.substr(0, colon));
+  std::vector<std::string> machines;
+  for (const std::string& path : git.FilesBelow(folder)) {
+    const sources::FileForm form = sources::FormByName(path);
+    if (form == sources::FileForm::kOther) continue;
+    const bool is_script = form == sources::FileForm::kScript;
+    if (is_script && !sources::HasMainHeader(git.Read(path).value_or(""))) continue;
+    machines.push_back(lead + fs::path(path).lexically_relative(folder).string());
+  }
+  if (machines.empty()) {
+    throw support::Failure(support::ExitStatus::kWrongUsage, "git has no machines in {}", name);
+  }
+  return sources::OneOfEachMachine(machines);
 }
 
 void ReadScriptsOf(const Source& source) {

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ruxcomp/file/header.h"
 #include "ruxcomp/file/kept_bytes.h"
@@ -25,6 +26,11 @@ struct Source {
 
 // Throws a Failure when it cannot be read, or is neither a compiled file nor a script.
 Source ReadSource(const std::string& name);
+
+// The machines in a folder of a revision, REVISION:FOLDER, each as ReadSource() takes it: main
+// scripts with that section in themselves, and compiled files that have no script beside them.
+// Throws a Failure, of wrong usage when the name is not one of a folder.
+std::vector<std::string> MachinesOfRevision(const std::string& name);
 
 // Lets the reader of scripts find all files in the revision of the source, if it is of one.
 void ReadScriptsOf(const Source& source);
