@@ -2,15 +2,19 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 #include "browse/relations.h"
+#include "diff/change.h"
+#include "diff/classes.h"
 #include "page/contents.h"
 #include "page/document.h"
 #include "page/grid.h"
 #include "page/html.h"
+#include "page/marks.h"
 #include "ruxcomp/language/sections.h"
 #include "support/number_text.h"
 
@@ -22,6 +26,28 @@ constexpr language::SectionId kCounted[] = {language::SECTION_SENSOR, language::
                                             language::SECTION_ACTION, language::SECTION_TABLE};
 constexpr std::size_t kColumns = 4 + sizeof kCounted / sizeof *kCounted;
 
+// "3 name 1, limits 2"
+void WriteChanges(const Contents& contents, const std::string& link, Html& out) {
+  if (contents.background().is_new) out << "<em class=c>new</em>";
+  const auto& changes = contents.background().changes;
+  if (!changes) return;
+  if (changes->empty()) {
+    out << "0";
+    return;
+  }
+  std::array<std::size_t, diff::kCategoryCount> counts{};
+  for (const diff::Change& change : *changes)
+    ++counts[static_cast<std::size_t>(change.row->category)];
+  out << "<a href=\"" << Text{link} << "#changes\">" << changes->size() << "</a> <small>";
+  const char* lead = "";
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    if (counts[i] == 0) continue;
+    out << Text{lead} << Text{diff::kCategoryWords[i]} << " " << counts[i];
+    lead = ", ";
+  }
+  out << "</small>";
+}
+
 Html MachineRow(const Contents& contents, const std::string& machine, const std::string& link) {
   Html row;
   row << "<tr><th scope=row><a href=\"" << Text{link} << "\">" << Text{contents.Title()}
@@ -30,9 +56,8 @@ Html MachineRow(const Contents& contents, const std::string& machine, const std:
   const auto& report = contents.background().report;
   row << "<td>";
   if (report) row << report->errors + report->warnings;
-  const auto& changes = contents.background().changes;
   row << "<td>";
-  if (changes) row << changes->size();
+  WriteChanges(contents, link, row);
   return row;
 }
 
@@ -41,22 +66,25 @@ Html ThingRow(const Contents& contents, Thing thing, const std::string& machine,
   const browse::Thing& what = contents.At(thing);
   Html row;
   row << "<tr><th scope=row><a href=\"" << Text{link} << "#t" << thing << "\">"
-      << Text{NameOf(what)} << "</a><td>" << Text{what.kind->keyword} << "<td>";
+      << Text{NameOf(what)} << "</a>";
+  WriteMarks(contents, thing, row);
+  row << "<td>" << Text{what.kind->keyword} << "<td>";
   if (what.id) row << "0x" << Text{fmt::format("{:X}", *what.id)};
   row << "<td>" << Text{machine};
   return row;
 }
 
-Grid MachineGrid() {
+Grid MachineGrid(const std::string& before) {
   Html caption;
   caption << "All machines";
+  if (!before.empty()) caption << ", compared with " << Text{before};
   Grid grid("machines", caption);
   grid.AddColumn(Html() << "machine");
   grid.AddColumn(Html() << "file");
   for (const language::SectionId kind : kCounted)
     grid.AddColumn(Html() << Text{language::KindOf(kind).keyword}, Grid::Align::kNumber);
   grid.AddColumn(Html() << "findings", Grid::Align::kNumber);
-  grid.AddColumn(Html() << "changes", Grid::Align::kNumber);
+  grid.AddColumn(Html() << "changes");
   return grid;
 }
 
@@ -70,7 +98,8 @@ Grid ThingGrid() {
 
 }  // namespace
 
-IndexPage::IndexPage() : machines_(MachineGrid()), things_(ThingGrid()) {}
+IndexPage::IndexPage(const std::string& before)
+    : machines_(MachineGrid(before)), things_(ThingGrid()) {}
 
 std::string IndexPage::EntriesOf(const Contents& contents, const std::string& machine,
                                  const std::string& link) {
@@ -96,16 +125,23 @@ void IndexPage::Add(std::string_view entries) {
   }
 }
 
+void IndexPage::AddWithoutPage(const std::string& machine, const Html& note) {
+  Html row;
+  row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << kColumns - 1 << ">" << note;
+  machines_.AddRow(row);
+}
+
+void IndexPage::AddGone(const std::string& machine) {
+  AddWithoutPage(machine, Html() << "<em class=c>gone</em>");
+}
+
 void IndexPage::AddFailed(const std::string& machine, const std::string& reason) {
   ++count_;
   // As it is reported, without what names the program.
   constexpr std::string_view kLead = "rux: error: ";
   std::string_view text = std::string_view(reason).substr(0, reason.find('\n'));
   if (text.substr(0, kLead.size()) == kLead) text.remove_prefix(kLead.size());
-  Html row;
-  row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << kColumns - 1
-      << "><em class=w>no page</em> " << Text{text};
-  machines_.AddRow(row);
+  AddWithoutPage(machine, Html() << "<em class=w>no page</em> " << Text{text});
 }
 
 std::string IndexPage::Document(const std::string& title) const {

@@ -13,7 +13,8 @@ namespace rux::page {
 
 class IndexPage {
  public:
-  IndexPage();
+  // `before`: what the machines are compared with; empty: nothing.
+  explicit IndexPage(const std::string& before);
 
   // What Add() takes of a machine: rows of both tables. `link` leads to its page.
   static std::string EntriesOf(const Contents& contents, const std::string& machine,
@@ -21,11 +22,15 @@ class IndexPage {
   void Add(std::string_view entries);
   // A machine without a page, with the reason.
   void AddFailed(const std::string& machine, const std::string& reason);
+  // A machine that was there before.
+  void AddGone(const std::string& machine);
 
   // An empty title is "Machines".
   std::string Document(const std::string& title) const;
 
  private:
+  void AddWithoutPage(const std::string& machine, const Html& note);
+
   std::size_t count_ = 0;
   Grid machines_;
   Grid things_;

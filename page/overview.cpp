@@ -125,6 +125,7 @@ void WriteVerdict(const Contents& contents, Html& out) {
     out << " <a href=#changes>" << Text{support::CountText(background.changes->size(), "change")}
         << "</a> since " << Text{background.before} << ".";
   }
+  if (background.is_new) out << " The machine is new.";
   out << "</p>";
 }
 

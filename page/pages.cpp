@@ -20,6 +20,7 @@
 #include "page/contents.h"
 #include "page/document.h"
 #include "page/index_page.h"
+#include "page/machine_set.h"
 #include "ruxcomp/language/paths.h"
 #include "support/failure.h"
 #include "support/placement.h"
@@ -48,7 +49,8 @@ class Subject {
         background_(BackgroundOf(machine, request.load)) {
     background_.title = request.title;
     if (request.before.empty()) return;
-    background_.before = fs::path(request.before).filename().string();
+    const fs::path before(request.before);
+    background_.before = (before.is_absolute() ? before.filename() : before).string();
     background_.changes = diff::Compare(machines_[1], machines_[0]);
   }
 
@@ -85,20 +87,20 @@ void Put(const std::string& path, const std::string& page) {
 // The pages of a command that writes several.
 class PageSet {
  public:
-  PageSet(const std::vector<std::string>& machines, const std::string& folder,
-          const PageRequest& request)
-      : machines_(machines), request_(request), index_((fs::path(folder) / "index.html").string()) {
-    for (const std::string& machine : machines) {
-      paths_.push_back(driver::ExpandFileName(ruxcomp::language::ToLibraryPath(machine),
-                                              driver::NameBelow(folder, "{}.html")));
-    }
+  PageSet(const MachineSet& set, const PageFolders& folders, const PageRequest& request)
+      : set_(set),
+        request_(request),
+        index_((fs::path(folders.index) / "index.html").lexically_normal().string()) {
+    for (const NamedMachine& machine : set.machines)
+      paths_.push_back(folders.pages.empty() ? PageBeside(machine.name)
+                                             : PageBelow(folders.pages, machine.name));
     ExpectDistinct();
   }
 
   ExitStatus Write() {
-    IndexPage index;
+    IndexPage index(request_.before);
     support::RunJobs(
-        machines_.size(), std::max(std::thread::hardware_concurrency(), 1U),
+        set_.machines.size(), std::max(std::thread::hardware_concurrency(), 1U),
         [&](std::size_t i) { return WriteOne(i); },
         [&](std::size_t i, const support::JobResult& done) {
           support::PrintError(done.errors);
@@ -106,40 +108,49 @@ class PageSet {
           if (done.status == ExitStatus::kDone) {
             index.Add(done.output);
           } else {
-            index.AddFailed(machines_[i], done.errors);
+            index.AddFailed(set_.machines[i].name, done.errors);
           }
         },
         [] {});
+    for (const std::string& machine : set_.gone) index.AddGone(machine);
     support::MakeFolderOf(index_);
     Put(index_, index.Document(request_.title));
     return worst_;
   }
 
  private:
+  static std::string PageBelow(const std::string& folder, const std::string& machine) {
+    return driver::ExpandFileName(ruxcomp::language::ToLibraryPath(machine),
+                                  driver::NameBelow(folder, "{}.html"));
+  }
+
   void ExpectDistinct() const {
     std::vector<driver::NamedFile> kept;
     std::vector<driver::NamedFile> written = {{"index", index_}};
-    for (std::size_t i = 0; i < machines_.size(); ++i) {
-      kept.push_back({"machine", machines_[i]});
-      written.push_back({"page", paths_[i], &machines_[i]});
+    for (std::size_t i = 0; i < paths_.size(); ++i) {
+      kept.push_back({"machine", set_.machines[i].name});
+      written.push_back({"page", paths_[i], &set_.machines[i].name});
     }
     driver::RefuseToWriteTwice(kept, written);
   }
 
   // In a process of its own, whose output is for the index.
   ExitStatus WriteOne(std::size_t i) {
+    const NamedMachine& machine = set_.machines[i];
     PageRequest request = request_;
     request.title.clear();
-    Subject subject(machines_[i], request);
+    request.before = machine.before;
+    Subject subject(machine.name, request);
     subject.background().index = LinkTo(index_, paths_[i]);
+    subject.background().is_new = !request_.before.empty() && machine.before.empty();
     const Contents contents = subject.Take();
     support::MakeFolderOf(paths_[i]);
     Put(paths_[i], PageOf(contents));
-    support::PrintOut(IndexPage::EntriesOf(contents, machines_[i], LinkTo(paths_[i], index_)));
+    support::PrintOut(IndexPage::EntriesOf(contents, machine.name, LinkTo(paths_[i], index_)));
     return ExitStatus::kDone;
   }
 
-  const std::vector<std::string>& machines_;
+  const MachineSet& set_;
   const PageRequest& request_;
   const std::string index_;
   std::vector<std::string> paths_;  // of the pages
@@ -161,9 +172,13 @@ void WritePage(const std::string& machine, const std::string& path, const PageRe
   }
 }
 
-ExitStatus WritePages(const std::vector<std::string>& machines, const std::string& folder,
+ExitStatus WritePages(const MachineSet& machines, const PageFolders& folders,
                       const PageRequest& request) {
-  return PageSet(machines, folder, request).Write();
+  return PageSet(machines, folders, request).Write();
+}
+
+std::string PageBeside(const std::string& machine) {
+  return fs::path(machine).replace_extension(".html").string();
 }
 
 }  // namespace rux::page

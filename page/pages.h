@@ -3,9 +3,9 @@
 #define PAGE_PAGES_H_
 
 #include <string>
-#include <vector>
 
 #include "machine/load.h"
+#include "page/machine_set.h"
 #include "support/failure.h"
 
 namespace rux::page {
@@ -13,17 +13,27 @@ namespace rux::page {
 struct PageRequest {
   machine::LoadOptions load;
   std::string title;   // empty: what the machine calls itself
-  std::string before;  // the machine to compare with; empty: none
+  std::string before;  // the machine, or the folder of machines, to compare with; empty: none
 };
 
 // The page of a machine, put in place at the path; "-": printed. Throws a Failure, also when
 // something that is not a page is there.
 void WritePage(const std::string& machine, const std::string& path, const PageRequest& request);
 
-// The pages of several machines below a folder, each where its file is as the working folder sees
-// it, and index.html, which leads to them and finds everything in them. A machine without a page is
-// reported on standard error, and named there. Returns the worst status. Throws a Failure.
-support::ExitStatus WritePages(const std::vector<std::string>& machines, const std::string& folder,
+// The page beside a machine, as rux compile puts what it writes.
+std::string PageBeside(const std::string& machine);
+
+// Where the pages of several machines are.
+struct PageFolders {
+  std::string index;  // of index.html
+  // Of the pages, each where its machine is as the working folder sees it; empty: beside them.
+  std::string pages;
+};
+
+// The pages of several machines, and index.html, which leads to them and finds everything in them.
+// A machine without a page is reported on standard error, and named there. The machines say
+// themselves what to compare with. Returns the worst status. Throws a Failure.
+support::ExitStatus WritePages(const MachineSet& machines, const PageFolders& folders,
                                const PageRequest& request);
 
 }  // namespace rux::page

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "driver/compile_options.h"
-#include "driver/script_list.h"
 #include "machine/source.h"
+#include "page/machine_set.h"
 #include "page/pages.h"
 #include "support/failure.h"
 #include "tool/command.h"
@@ -28,37 +28,47 @@ support::Failure BadPageUsage(const char* text) {
   return support::Failure(support::ExitStatus::kWrongUsage, "{}", text);
 }
 
-// Beside the machine, as rux compile puts what it writes.
 std::string PagePathOf(const std::string& machine) {
   if (!machine::ReadSource(machine).revision.empty())
     throw BadPageUsage("a machine of a git revision needs -o");
-  return std::filesystem::path(machine).replace_extension(".html").string();
+  return page::PageBeside(machine);
 }
 
-// What stands for several machines.
-bool IsList(const std::string& name) {
+bool IsFolder(const std::string& name) {
   std::error_code error;
-  return name.front() == '@' || std::filesystem::is_directory(name, error);
+  return std::filesystem::is_directory(name, error);
 }
 
-support::ExitStatus Page(PageOptions& options) {
+bool AreSeveral(const PageOptions& options) {
   const std::vector<std::string>& machines = options.machines.scripts;
+  return !options.folder.empty() || machines.size() > 1 || machines.front().front() == '@' ||
+         IsFolder(machines.front());
+}
+
+// A folder gets the index; elsewhere, that needs a folder of its own.
+page::PageFolders FoldersOf(const PageOptions& options) {
+  if (!options.folder.empty()) return {options.folder, options.folder};
+  const std::vector<std::string>& machines = options.machines.scripts;
+  if (machines.size() > 1 || !IsFolder(machines.front()) || !options.page.empty())
+    throw BadPageUsage("several machines need --output-dir");
+  return {machines.front(), ""};
+}
+
+support::ExitStatus Page(const PageOptions& options) {
   const page::PageRequest request{
       {options.machines.include_folders, driver::ProjectsOf(options.machines.project_choice), ""},
       options.title,
       options.before};
-  if (options.folder.empty()) {
-    if (machines.size() > 1 || IsList(machines.front()))
-      throw BadPageUsage("several machines need --output-dir");
-    const std::string& machine = machines.front();
-    // It is loaded, and looked at again for what the page shows besides.
-    if (machine == "-")
-      throw BadPageUsage("a page is of a file: standard input can be read only once");
-    page::WritePage(machine, options.page.empty() ? PagePathOf(machine) : options.page, request);
-    return support::ExitStatus::kDone;
+  if (AreSeveral(options)) {
+    const page::PageFolders folders = FoldersOf(options);
+    return page::WritePages(page::MachinesOf(options.machines, options.before), folders, request);
   }
-  driver::ExpandScripts(options.machines);
-  return page::WritePages(machines, options.folder, request);
+  const std::string& machine = options.machines.scripts.front();
+  // It is loaded, and looked at again for what the page shows besides.
+  if (machine == "-")
+    throw BadPageUsage("a page is of a file: standard input can be read only once");
+  page::WritePage(machine, options.page.empty() ? PagePathOf(machine) : options.page, request);
+  return support::ExitStatus::kDone;
 }
 
 }  // namespace
@@ -68,7 +78,7 @@ Action SetUpPage(Arguments& arguments) {
   arguments
       .Add("MACHINE", &options->machines.scripts,
            "Scripts, debug meta files or meta files; REVISION:PATH for one of a git revision; a "
-           "folder for the main scripts below it, @FILE for those that a file lists")
+           "folder for all machines below it, @FILE for those that a file lists")
       .File()
       .Required();
   arguments
@@ -77,12 +87,15 @@ Action SetUpPage(Arguments& arguments) {
       .File("PAGE");
   arguments
       .Add("--output-dir", &options->folder,
-           "Write a page for each machine below this folder, and index.html, which finds all")
+           "Write a page for each machine below this folder, and index.html, which finds all "
+           "(default for a folder: pages beside the machines, index.html in the folder)")
       .File("FOLDER")
       .Without({"--output"});
-  arguments.Add("--diff", &options->before, "Mark what changed since this machine")
-      .File("OLD")
-      .Without({"--output-dir"});
+  arguments
+      .Add("--diff", &options->before,
+           "Mark what changed since this machine; of several machines, since those of this folder "
+           "or REVISION:FOLDER")
+      .File("OLD");
   arguments
       .Add("--title", &options->title,
            "The title of the page, or of the index (default: the machine's MODEL)")
@@ -94,7 +107,8 @@ Action SetUpPage(Arguments& arguments) {
       "Examples:\n"
       "  rux page boards/server.rux\n"
       "  rux page new.metad -o server.html --diff old.metad\n"
-      "  rux page --output-dir pages boards");
+      "  rux page boards --diff HEAD~1:boards\n"
+      "  rux page --output-dir pages boards out/*.meta");
   return [options] { return Page(*options); };
 }
 
