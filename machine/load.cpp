@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -169,8 +170,8 @@ class Loader {
     for (const Source& source : sources_) projects_.push_back(ProjectOf(source, options));
   }
 
-  std::vector<Machine> Load() {
-    CompileAll();
+  std::vector<Machine> Load(const std::function<void()>& meanwhile) {
+    CompileAll(meanwhile);
     std::vector<Machine> machines;
     machines.reserve(sources_.size());
     for (std::size_t i = 0; i < sources_.size(); ++i) machines.push_back(MachineOf(i));
@@ -180,14 +181,17 @@ class Loader {
  private:
   bool is_copy() const { return !options_.place.empty(); }
 
-  void CompileAll() {
+  void CompileAll(const std::function<void()>& meanwhile) {
     std::vector<std::size_t> scripts;
     for (std::size_t i = 0; i < sources_.size(); ++i) {
       if (sources_[i].form == Form::kMeta || sources_[i].is_missing) continue;
       ExpectOwnReader(sources_[i], is_copy());
       scripts.push_back(i);
     }
-    if (scripts.empty()) return;
+    if (scripts.empty()) {
+      if (meanwhile != nullptr) meanwhile();
+      return;
+    }
     compiled_.resize(sources_.size());
     support::RunJobs(
         scripts.size(), std::max(std::thread::hardware_concurrency(), 1U),
@@ -200,7 +204,7 @@ class Loader {
           if (done.status != ExitStatus::kDone) ThrowError(source, done);
           compiled_[scripts[job]] = Parsed(done.output);
         },
-        [] {});
+        [] {}, meanwhile);
   }
 
   Machine MachineOf(std::size_t i) {
@@ -232,8 +236,9 @@ std::vector<std::string> IncludeFoldersFor(const Source& source, const LoadOptio
   return folders;
 }
 
-std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options) {
-  return Loader(names, options).Load();
+std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options,
+                          const std::function<void()>& meanwhile) {
+  return Loader(names, options).Load(meanwhile);
 }
 
 }  // namespace rux::machine

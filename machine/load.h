@@ -2,6 +2,7 @@
 #ifndef MACHINE_LOAD_H_
 #define MACHINE_LOAD_H_
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,8 +28,10 @@ std::vector<std::string> IncludeFoldersFor(const Source& source, const LoadOptio
 // ("HEAD~1:boards/board.rux", with all that it includes from there). Scripts, and what debug meta
 // files keep of them, are compiled by processes of their own. /dev/null is a machine without
 // sections. Throws a Failure, also for a script in which the check finds an error, and of wrong
-// usage when standard input is given twice.
-std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options);
+// usage when standard input is given twice. While they compile, or else before, this process does
+// what is to be done meanwhile, if anything.
+std::vector<Machine> Load(const std::vector<std::string>& names, const LoadOptions& options,
+                          const std::function<void()>& meanwhile = nullptr);
 
 }  // namespace rux::machine
 

@@ -45,8 +45,9 @@ std::string LinkTo(const std::string& path, const std::string& from) {
 class Subject {
  public:
   Subject(const std::string& machine, const PageRequest& request)
-      : machines_(machine::Load(NamesOf(machine, request), request.load)),
-        background_(BackgroundOf(machine, request.load)) {
+      // The script is checked while it compiles.
+      : machines_(machine::Load(NamesOf(machine, request), request.load,
+                                [&] { background_ = BackgroundOf(machine, request.load); })) {
     background_.title = request.title;
     if (request.before.empty()) return;
     const fs::path before(request.before);
@@ -63,8 +64,8 @@ class Subject {
     return {machine, request.before};
   }
 
-  std::vector<machine::Machine> machines_;
   Background background_;
+  std::vector<machine::Machine> machines_;
 };
 
 // Pages take the place of pages alone: a path that was mistyped may be a script's.

@@ -54,7 +54,8 @@ class AwaitedSignals {
         sigaddset(&awaited_, signal);
       }
     }
-    sigprocmask(SIG_BLOCK, &awaited_, &before_);
+    sigprocmask(SIG_SETMASK, nullptr, &before_);
+    Block();
   }
   ~AwaitedSignals() { Unblock(); }
   AwaitedSignals(const AwaitedSignals&) = delete;
@@ -70,6 +71,9 @@ class AwaitedSignals {
 
   // From here on they have their effect, as for a child process.
   void Unblock() const { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+  // After that, they are awaited again.
+  void Block() const { sigprocmask(SIG_BLOCK, &awaited_, nullptr); }
 
   // Ends this process by the signal.
   void EndWith(int signal) const {

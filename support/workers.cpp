@@ -49,24 +49,40 @@ class Workers {
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
-  void Run() {
+  void Run(const std::function<void()>& meanwhile) {
+    StartAsMany();
+    if (meanwhile != nullptr) {
+      // A signal ends this process then, and the system the others.
+      signals_.Unblock();
+      meanwhile();
+      signals_.Block();
+      TakeOver();
+    }
     while (reported_ < count_) {
-      while (started_ < count_ && under_way_.size() < most_) Start();
+      StartAsMany();
       const int signal = signals_.Wait();
       if (signal != SIGCHLD) {
         End(signal);
         interrupted_();
         signals_.EndWith(signal);
       }
-      Collect();
-      for (; reported_ < count_ && done_[reported_]; ++reported_) {
-        report_(reported_, *done_[reported_]);
-        done_[reported_] = JobResult();
-      }
+      TakeOver();
     }
   }
 
  private:
+  void StartAsMany() {
+    while (started_ < count_ && under_way_.size() < most_) Start();
+  }
+
+  void TakeOver() {
+    Collect();
+    for (; reported_ < count_ && done_[reported_]; ++reported_) {
+      report_(reported_, *done_[reported_]);
+      done_[reported_] = JobResult();
+    }
+  }
+
   void Start() {
     auto worker = std::make_unique<Worker>(started_);
     const pid_t parent = getpid();
@@ -139,8 +155,8 @@ class Workers {
 void RunJobs(std::size_t count, std::size_t most,
              const std::function<ExitStatus(std::size_t)>& work,
              const std::function<void(std::size_t, const JobResult&)>& report,
-             const std::function<void()>& interrupted) {
-  Workers(count, most, work, report, interrupted).Run();
+             const std::function<void()>& interrupted, const std::function<void()>& meanwhile) {
+  Workers(count, most, work, report, interrupted).Run(meanwhile);
 }
 
 }  // namespace rux::support

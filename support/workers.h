@@ -22,14 +22,18 @@ struct JobResult {
 // one; and reports each, in their order, as soon as those before it are done. What work throws is
 // reported on its standard error, as main() does it.
 //
+// Once the first ones are under way, this process does what is to be done meanwhile, if anything;
+// it must not start other such work.
+//
 // A signal that ends this process (SIGINT, SIGTERM, SIGHUP, SIGQUIT) ends those others first, and
 // interrupted() is called; when nothing can hold it back (SIGKILL), the system ends them. Throws a
-// Failure when no process can be started, and passes on what `report` throws; those that are under
-// way are ended then.
+// Failure when no process can be started, and passes on what `report` and
+// `meanwhile` throw; those that are under way are ended then.
 void RunJobs(std::size_t count, std::size_t most,
              const std::function<ExitStatus(std::size_t)>& work,
              const std::function<void(std::size_t, const JobResult&)>& report,
-             const std::function<void()>& interrupted);
+             const std::function<void()>& interrupted,
+             const std::function<void()>& meanwhile = nullptr);
 
 }  // namespace rux::support
 
