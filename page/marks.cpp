@@ -30,6 +30,17 @@ void WriteValue(const std::optional<std::string>& text, Html& out) {
   }
 }
 
+void WriteSeverity(const diagnostics::Diagnostic& finding, Html& out) {
+  const bool is_error = finding.severity == ruxcomp::findings::Severity::kError;
+  out << "<em class=w>" << Text{is_error ? "error" : "warning"} << "</em>";
+}
+
+void WritePlace(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out) {
+  if (finding.at.path.empty()) return;
+  out << " <span class=p>" << Text{contents.PlaceText({finding.at.path, finding.at.line()})}
+      << "</span>";
+}
+
 }  // namespace
 
 void WriteMarks(const Contents& contents, Thing thing, Html& out) {
@@ -46,15 +57,25 @@ void WriteMarks(const Contents& contents, Thing thing, Html& out) {
     out << " <em class=w>" << Text{support::CountText(findings.size(), "finding")} << "</em>";
 }
 
+void WriteRule(const diagnostics::Diagnostic& finding, Html& out) {
+  WriteSeverity(finding, out);
+  out << " " << Text{finding.row->summary} << " <small>" << Text{finding.row->id} << "</small>\n";
+}
+
+void WriteShortFinding(const Contents& contents, const diagnostics::Diagnostic& finding,
+                       Html& out) {
+  if (finding.entry) out << Text{*finding.entry} << ": ";
+  out << Text{finding.text};
+  WritePlace(contents, finding, out);
+  out << "\n";
+}
+
 void WriteFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out) {
-  const bool is_error = finding.severity == ruxcomp::findings::Severity::kError;
-  out << "<em class=w>" << Text{is_error ? "error" : "warning"} << "</em> "
-      << Text{diagnostics::WholeText(finding)} << " <small>" << Text{finding.row->id} << "</small>";
+  WriteSeverity(finding, out);
+  out << " " << Text{diagnostics::WholeText(finding)} << " <small>" << Text{finding.row->id}
+      << "</small>";
   if (finding.suggestion) out << "; " << Text{diagnostics::SuggestionText(finding)};
-  if (!finding.at.path.empty()) {
-    out << " <span class=p>" << Text{contents.PlaceText({finding.at.path, finding.at.line()})}
-        << "</span>";
-  }
+  WritePlace(contents, finding, out);
   const bool has_item = finding.at.excerpt && finding.entry;
   if (has_item) out << "<code>" << Line{finding.at.excerpt->text} << "</code>";
   out << "\n";

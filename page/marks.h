@@ -16,6 +16,10 @@ void WriteMarks(const Contents& contents, Thing thing, Html& out);
 void WriteFindingsOf(const Contents& contents, Thing thing, Html& out);
 void WriteChangesOf(const Contents& contents, Thing thing, Html& out);
 
+// What several findings have in common: severity and rule.
+void WriteRule(const diagnostics::Diagnostic& finding, Html& out);
+// The rest of such a finding, below that and after its section.
+void WriteShortFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out);
 // One of them, without the thing that it is about.
 void WriteFinding(const Contents& contents, const diagnostics::Diagnostic& finding, Html& out);
 void WriteChange(const diff::Change& change, Html& out);
