@@ -3,13 +3,12 @@
 #include <cstdint>
 #include <ctime>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "browse/relations.h"
 #include "inspect/entry_value.h"
 #include "machine/value.h"
+#include "page/actions.h"
 #include "page/contents.h"
 #include "page/html.h"
 #include "page/parts.h"
@@ -62,51 +61,6 @@ void WriteFacts(const Contents& contents, Html& out) {
     }
   }
   out << "</dl>";
-}
-
-void WriteLinks(const Contents& contents, const std::vector<Thing>& things, Html& out) {
-  constexpr std::size_t kMost = 12;
-  for (std::size_t i = 0; i < things.size() && i < kMost; ++i) {
-    if (i > 0) out << ", ";
-    if (contents.Is(things[i], language::SECTION_SENSOR)) {
-      WriteLink(contents, things[i], out);
-    } else {
-      WriteFullLink(contents, things[i], out);
-    }
-  }
-  if (things.size() >= Contents::kMostUsers) {
-    out << " and many more";
-  } else if (things.size() > kMost) {
-    out << " and " << things.size() - kMost << " more";
-  }
-}
-
-// Who makes it run: sensors, devices, groups, globals and repeaters whose values lead to it.
-void WriteActions(const Contents& contents, Html& out) {
-  const Contents::Range actions = contents.Of(language::SECTION_ACTION);
-  if (actions.size() == 0) return;
-  out << "<div class=scroll role=region tabindex=0 aria-label=\"actions\"><table class=wide>"
-         "<caption>Actions, and what makes them run</caption><thead><tr><th scope=col>action<th "
-         "scope=col>called by<th scope=col>"
-         "and through these by<tbody>\n";
-  for (Thing action = actions.begin; action < actions.end; ++action) {
-    std::set<Thing> callers;
-    for (const browse::Link* link : contents.relations().To(action)) callers.insert(link->from);
-    std::vector<Thing> origins;
-    for (const Thing user : contents.UsersOf(action)) {
-      const bool is_new = callers.find(user) == callers.end();
-      if (is_new && !contents.Is(user, language::SECTION_ACTION)) origins.push_back(user);
-    }
-    out << "<tr><th scope=row>";
-    WriteLink(contents, action, out);
-    out << "<td>";
-    WriteLinks(contents, {callers.begin(), callers.end()}, out);
-    if (callers.empty()) out << "nothing in this machine";
-    out << "<td>";
-    WriteLinks(contents, origins, out);
-    out << "\n";
-  }
-  out << "</table></div>";
 }
 
 void WriteVerdict(const Contents& contents, Html& out) {
