@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -72,6 +74,16 @@ void WriteScales(const LimitBands& bands, Html& out) {
   out << "</tbody></table></details>";
 }
 
+// That of a group may be long: a line may end after each slash.
+void WritePath(std::string_view path, Html& out) {
+  while (!path.empty()) {
+    const std::size_t slash = std::min(path.find('/'), path.size() - 1);
+    out << Text{path.substr(0, slash + 1)};
+    path.remove_prefix(slash + 1);
+    if (!path.empty()) out << "<wbr>";
+  }
+}
+
 // Where the drawing and the value are: before what says where the sensor belongs.
 bool IsPlacement(const table::Column& column) {
   return column.derived != nullptr && column.name != table::kUnitColumn;
@@ -113,9 +125,10 @@ class SensorRows {
       if (IsPlacement(of) != are_placements) return;
       // In the column of limits, the expected reading is an amount like them.
       const bool is_expected = of.name == language::KeywordOf(language::ENTRY_THEORY);
-      cells << "<td>"
-            << Text{is_expected && cell.number ? row.subject.quantity.AmountText(*cell.number)
-                                               : table::TextOf(cell)};
+      cells << "<td>";
+      WritePath(is_expected && cell.number ? row.subject.quantity.AmountText(*cell.number)
+                                           : table::TextOf(cell),
+                cells);
     });
   }
 

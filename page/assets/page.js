@@ -10,9 +10,20 @@ const make = (name, properties, ...children) => {
 // The text of markup, in lower case: of the page's own, where < and > are always escaped.
 const characters = {'&lt;': '<', '&gt;': '>', '&quot;': '"', '&amp;': '&'};
 const plain = (markup) => /[<&]/.test(markup) ?
-  markup.replace(/<[^>]*>/g, ' ').replace(/&\w+;/g, (name) => characters[name]).replace(/\s+/g, ' ').trim() : markup;
+  markup.replace(/<wbr>/g, '').replace(/<[^>]*>/g, ' ').replace(/&\w+;/g, (name) => characters[name]).replace(/\s+/g, ' ').trim() : markup;
 const wordsOf = (text) => text.toLowerCase().split(/\s+/).filter(Boolean);
-const hasAll = (text, words) => words.every((word) => text.includes(word));
+// A number is also found as it is written the other way: 0x4A as 74.
+const others = new Map();
+const otherOf = (word) => {
+  if (!others.has(word)) {
+    const number = /^(0x[\da-f]+|\d+)$/.test(word) && Number(word);
+    const digits = number === false ? '' : word.startsWith('0x') ? String(number) : '0x0*' + number.toString(16);
+    others.set(word, digits ? new RegExp(`(?<![\\w.])${digits}(?![\\w.])`) : null);
+  }
+  return others.get(word);
+};
+const has = (text, word) => text.includes(word) || Boolean(otherOf(word)?.test(text));
+const hasAll = (text, words) => words.every((word) => has(text, word));
 const later = (run, delay) => {
   let timer = 0;
   return () => { clearTimeout(timer); timer = setTimeout(run, delay); };
@@ -156,11 +167,12 @@ const rankOf = (thing, words) => {
   return ['', '_'].some((between) => name.startsWith(words.join(between))) ? 1 : 2;
 };
 const around = (text, word) => {
-  const at = text.toLowerCase().indexOf(word);
+  const lower = text.toLowerCase();
+  const at = lower.includes(word) ? lower.indexOf(word) : lower.search(otherOf(word));
   return (at > 30 ? '\u2026 ' : '') + text.slice(Math.max(at - 30, 0), at + 60).trim() + ' \u2026';
 };
 
-const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register, bus \u2026', autocomplete: 'off'});
+const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register \u2026', autocomplete: 'off'});
 const found = make('ol', {id: 'found', hidden: true});
 const status = make('output', {className: 'status'});
 const form = make('form', {}, make('label', {htmlFor: 'find'}, 'Find'), box, status, found);
@@ -182,7 +194,7 @@ const find = () => {
   const first = ranks.flat().slice(0, kMostFound);
   found.replaceChildren(...first.map((thing) => {
     const link = make('a', {href: '#' + thing.id}, thing.title);
-    const other = words.find((word) => !thing.name.includes(word));
+    const other = words.find((word) => !has(thing.name, word));
     return make('li', {}, link, ...(other ? [make('small', {}, around(thing.text, other))] : []));
   }));
   found.hidden = !first.length;

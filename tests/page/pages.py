@@ -44,6 +44,9 @@ def test_search(page):
     # A register, a bus with an operand, a word of a comment.
     assert "BOARD_REAR_TEMP SENSOR #0x604" in search(page, "0x4A00")
     assert "CPU0_MARGIN SENSOR #0x102" in search(page, "bus 5, 0x30 operand 2,")
+    # A number that the page writes the other way: 141 in READ_VR(0x16000, 0, 141, 1).
+    assert "CPU0_CORE_VR_TEMP SENSOR #0x103" in search(page, "0x8D")
+    assert "CPU0_CORE_VR_TEMP SENSOR #0x103" in search(page, "read_vr 90112")
     page.one("#find").clear()
     page.one("#find").send_keys("no such thing")
     page.wait(lambda: page.one(".status").text == "nothing found")
@@ -72,6 +75,16 @@ def test_table(page):
     page.wait(lambda: page.all("#sensors select"))
     page.one("#sensors select option[value='BOARD/CPU_COMPLEX/CPU0']").click()
     page.wait(lambda: len(page.texts(names)) == 12)
+
+
+def test_actions(page):
+    """What the machine does, and the sensors that decide it."""
+    page.open(server)
+    table = "[aria-label='what the machine does'] tbody"
+    assert page.texts(f"{table} th") == ["POWER_OFF", "SET_FAN", "SET_ALL_FANS", "MARK_WORN_DRIVE", "SET_LED"]
+    assert page.texts(f"{table} tr:first-child td") == [
+        "GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1)\nDEVICE MAIN_POWER VALUE_OFF POWER_OFF(2)",
+        "CPU0_TEMP, CPU1_TEMP"]
 
 
 def test_links_both_ways(page):
@@ -240,7 +253,7 @@ subprocess.run([rux, "page", "--output-dir", "out", "machines/server/server.rux"
 index = work / "out/index.html"
 
 with browser() as shared:
-    for test in (test_search, test_table, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
+    for test in (test_search, test_table, test_actions, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
                  test_changes, test_index, test_large, test_print):
         test(shared)
         print(test.__name__)
