@@ -22,6 +22,7 @@ class Grid {
   void AddColumn(const Html& title, Align align = Align::kText) {
     columns_.push_back({title, align});
   }
+  std::size_t columns() const { return columns_.size(); }
   // What begins with <tr>; the first cell is the row's header.
   void AddRow(const Html& row);
 

@@ -24,7 +24,6 @@ namespace {
 // Those whose numbers say how large a machine is.
 constexpr language::SectionId kCounted[] = {language::SECTION_SENSOR, language::SECTION_DEVICE,
                                             language::SECTION_ACTION, language::SECTION_TABLE};
-constexpr std::size_t kColumns = 4 + sizeof kCounted / sizeof *kCounted;
 
 // "3 name 1, limits 2"
 void WriteChanges(const Contents& contents, const std::string& link, Html& out) {
@@ -56,8 +55,10 @@ Html MachineRow(const Contents& contents, const std::string& machine, const std:
   const auto& report = contents.background().report;
   row << "<td>";
   if (report) row << report->errors + report->warnings;
-  row << "<td>";
-  WriteChanges(contents, link, row);
+  if (contents.background().is_new || contents.background().changes) {
+    row << "<td>";
+    WriteChanges(contents, link, row);
+  }
   return row;
 }
 
@@ -84,7 +85,7 @@ Grid MachineGrid(const std::string& before) {
   for (const language::SectionId kind : kCounted)
     grid.AddColumn(Html() << Text{language::KindOf(kind).keyword}, Grid::Align::kNumber);
   grid.AddColumn(Html() << "findings", Grid::Align::kNumber);
-  grid.AddColumn(Html() << "changes");
+  if (!before.empty()) grid.AddColumn(Html() << "changes");
   return grid;
 }
 
@@ -127,11 +128,13 @@ void IndexPage::Add(std::string_view entries) {
 
 void IndexPage::AddWithoutPage(const std::string& machine, const Html& note) {
   Html row;
-  row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << kColumns - 1 << ">" << note;
+  row << "<tr><th scope=row>" << Text{machine} << "<td colspan=" << machines_.columns() - 1 << ">"
+      << note;
   machines_.AddRow(row);
 }
 
 void IndexPage::AddGone(const std::string& machine) {
+  ++gone_;
   AddWithoutPage(machine, Html() << "<em class=c>gone</em>");
 }
 
@@ -149,7 +152,9 @@ std::string IndexPage::Document(const std::string& title) const {
   navigation << "<a href=#overview>Machines</a><a href=#things>Sections</a>";
   Html body;
   WriteHead(title.empty() ? "Machines" : title, navigation, body);
-  body << "<section id=overview><h2>" << Text{support::CountText(count_, "machine")} << "</h2>";
+  body << "<section id=overview><h2>" << Text{support::CountText(count_, "machine")};
+  if (gone_ > 0) body << ", " << gone_ << " gone";
+  body << "</h2>";
   machines_.Write(body);
   body << "</section>\n<section id=things><h2>Sections</h2>";
   things_.Write(body);

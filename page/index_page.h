@@ -32,6 +32,7 @@ class IndexPage {
   void AddWithoutPage(const std::string& machine, const Html& note);
 
   std::size_t count_ = 0;
+  std::size_t gone_ = 0;
   Grid machines_;
   Grid things_;
 };

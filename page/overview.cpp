@@ -28,13 +28,19 @@ std::string TimeText(std::uint32_t seconds) {
   return text;
 }
 
+void WriteCount(const Contents& contents, const language::SectionKind& kind, Html& out) {
+  const Contents::Range range = contents.Of(kind.source);
+  if (kind.naming == language::Naming::kUnnamed || range.size() == 0) return;
+  out << "<li><a href=#k-" << Text{kind.keyword} << "><b>" << range.size() << "</b> "
+      << Text{kind.keyword} << "</a>";
+}
+
+// Of sensors first: how large the machine is.
 void WriteCounts(const Contents& contents, Html& out) {
   out << "<ul class=counts>";
+  WriteCount(contents, language::KindOf(language::SECTION_SENSOR), out);
   for (const language::SectionKind& kind : language::kSectionKinds) {
-    const Contents::Range range = contents.Of(kind.source);
-    if (kind.naming == language::Naming::kUnnamed || range.size() == 0) continue;
-    out << "<li><a href=#k-" << Text{kind.keyword} << "><b>" << range.size() << "</b> "
-        << Text{kind.keyword} << "</a>";
+    if (kind.source != language::SECTION_SENSOR) WriteCount(contents, kind, out);
   }
   out << "</ul>";
 }
