@@ -145,7 +145,8 @@ class ActionTables {
                  {"action", "run by", "decided by"}, effects_, out);
     }
     if (count_ == 0) return;
-    out << (effects_.is_empty() ? Html() << "<details open>" : Html() << "<details>") << "<summary>"
+    const bool is_open = effects_.is_empty() && count_ <= kMostOpen;
+    out << (is_open ? Html() << "<details open>" : Html() << "<details>") << "<summary>"
         << Text{support::CountText(count_, "action")}
         << (effects_.is_empty() ? Html() : Html() << " for readings") << "</summary>";
     WriteTable("actions", "Actions, and what calls them",
@@ -154,7 +155,8 @@ class ActionTables {
   }
 
  private:
-  static constexpr std::size_t kMost = 12;
+  static constexpr std::size_t kMost = 12;      // that a cell names
+  static constexpr std::size_t kMostOpen = 30;  // actions of a table that begins open
 
   static void WriteTable(const char* label, const char* caption,
                          const std::vector<const char*>& columns, const Html& rows, Html& out) {
