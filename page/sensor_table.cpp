@@ -138,7 +138,7 @@ class SensorRows {
     WriteLink(contents_, thing, cells);
     WriteMarks(contents_, thing, cells);
     WriteCells(row, false, cells);
-    cells << "<td>";
+    cells << "<td class=b>";
     bands_.Write(row.subject.ordinal, cells);
     cells << "<td>";
     const ruxcomp::Entry value = table::EntryOf(row.subject, value_);
