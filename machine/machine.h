@@ -44,6 +44,8 @@ class Machine {
   std::optional<Place> PlaceOf(const ruxcomp::language::SectionKind& kind, std::size_t ordinal,
                                std::string_view key = {}) const;
 
+  // Null: there is none.
+  const settings::Project* project() const { return project_.get(); }
   // Whether the project states anything about limits.
   bool has_quantities() const { return project_ != nullptr && !project_->limits.empty(); }
   // Whether a property of that name, without P_, can decide what limits are numbers of.

@@ -36,12 +36,14 @@ enum ProjectMember : std::size_t {
   kIncludeFolders,
   kMainScripts,
   kLimits,
-  kLint
+  kLint,
+  kProfile
 };
 constexpr Key kProjectKeys[] = {
     {"$schema", JsonValue::Kind::kString},        {"warnings", JsonValue::Kind::kArray},
     {"include_folders", JsonValue::Kind::kArray}, {"main_scripts", JsonValue::Kind::kArray},
     {"limits", JsonValue::Kind::kArray},          {"lint", JsonValue::Kind::kObject},
+    {"profile", JsonValue::Kind::kString},
 };
 
 enum LimitMember : std::size_t {
@@ -146,6 +148,8 @@ Project ParseProject(const std::string& path, std::string_view text, const Check
     for (const JsonValue& item : members[kLimits]->items)
       project.limits.push_back(LimitRuleOf(document, item));
   }
+  const std::string profile = TextOf(members[kProfile]);
+  if (!profile.empty()) project.profile = PathFrom(path, profile);
   if (members[kLint] != nullptr) project.lint = ParseLintSettings(document, *members[kLint]);
   return project;
 }

@@ -29,6 +29,7 @@ struct Project {
   std::vector<std::pair<std::string, std::uint32_t>> main_scripts;
   std::vector<LimitRule> limits;  // the first one that fits a sensor and says so counts
   LintSettings lint = {};
+  std::string profile = {};  // the file of the profile; empty: none
 };
 
 // Returns why a text is no value for -W; empty when it is one.
