@@ -4,6 +4,7 @@
 //   language_tables TABLE
 //   language_tables c-header   numbers by name, as include/ruxmeta/numbers.h
 //   language_tables python     all of them as python/ruxmeta/_language.py
+//   language_tables profile-schema   docs/profile.schema.json
 //
 //   sections       keyword, source identifier, compiled identifier, form, naming, uniqueness
 //   keys           section; key, prefix or any; the key; required or optional; payload
@@ -14,6 +15,8 @@
 //   selectors      value type, part, name, code, least values, most values, first, last
 //   last-errors    code, name, sentence
 //   symbol-tables  class byte, name
+//   profile        member, what it decides, what it can be, what the language says
+//   type-meanings  meaning, codes of types, what it does
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -21,6 +24,7 @@
 #include <vector>
 
 #include "docs/tables/c_header.h"
+#include "docs/tables/profile_tables.h"
 #include "docs/tables/python_module.h"
 #include "docs/tables/words.h"
 #include "ruxcomp/language/entries.h"
@@ -140,17 +144,35 @@ void PrintSymbolTables() {
 
 void PrintCHeader() { std::fputs(CHeader().c_str(), stdout); }
 
+void PrintProfile() {
+  for (const Cells& row : ProfileRows()) Print(row);
+}
+
+void PrintTypeMeanings() {
+  for (const Cells& row : MeaningRows()) Print(row);
+}
+
+void PrintProfileSchema() { std::fputs(ProfileSchema().c_str(), stdout); }
+
 void PrintPython() { std::fputs(PythonModule().c_str(), stdout); }
 
 constexpr struct {
   std::string_view name;
   void (*print)();
 } kTables[] = {
-    {"sections", PrintSections},      {"keys", PrintKeys},
-    {"entries", PrintEntries},        {"value-types", PrintValueTypes},
-    {"operators", PrintOperators},    {"selectors", PrintSelectors},
-    {"last-errors", PrintLastErrors}, {"symbol-tables", PrintSymbolTables},
-    {"c-header", PrintCHeader},       {"python", PrintPython},
+    {"sections", PrintSections},
+    {"keys", PrintKeys},
+    {"entries", PrintEntries},
+    {"value-types", PrintValueTypes},
+    {"operators", PrintOperators},
+    {"selectors", PrintSelectors},
+    {"last-errors", PrintLastErrors},
+    {"symbol-tables", PrintSymbolTables},
+    {"c-header", PrintCHeader},
+    {"python", PrintPython},
+    {"profile", PrintProfile},
+    {"type-meanings", PrintTypeMeanings},
+    {"profile-schema", PrintProfileSchema},
 };
 
 }  // namespace

@@ -62,6 +62,9 @@ what == "value types" {
   counts = $4 == "keeps-surplus" ? $2 "; more draw a warning" : range($2, $3, " or more")
 }
 
+what == "profile" { print "| " code($1) " | " $2 " | " $3 " | " $4 " " }
+what == "type meanings" { print "| " code($1) " | " $2 " | " $3 " " }
+
 what == "last errors" { print "| " $1 " | " code("RUX_ERROR_" $2) " | " $3 " " }
 
 what == "symbol tables" {
