@@ -1,0 +1,73 @@
+// Which limits of a sensor its readings are beyond, as a profile has them.
+#ifndef EVALUATION_BANDS_H_
+#define EVALUATION_BANDS_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "evaluation/result.h"
+#include "profile/profile.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::evaluation {
+
+namespace language = ruxcomp::language;
+
+// A limit of a sensor as a number.
+struct SensorLimit {
+  const language::LimitRow* row;
+  ruxcomp::Entry entry;
+  Number number;
+};
+
+// None for a limit whose sign is not known.
+std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32_t stored);
+// Those that the sensor has and the profile counts, from the lowest name up. What is not known says
+// why.
+struct SensorLimits {
+  std::vector<SensorLimit> limits;
+  std::optional<Result> obstacle = {};
+};
+SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor);
+
+// "FH" of THRESHOLD_FH
+std::string BandName(const language::LimitRow& limit);
+// Of readings that no limit keeps out; of sensors without limits that count.
+inline constexpr char kNormalBand[] = "normal";
+inline constexpr char kNoBand[] = "none";
+
+struct Band {
+  std::vector<SensorLimit> beyond = {};  // from the lowest name up
+  bool has_limits = true;
+  std::optional<Result> obstacle = {};  // why it is not known
+
+  // That of the outermost limit: "FH", "WH", "normal", "WL", "FL"; "none" without limits;
+  // "unknown" or "error".
+  std::string Name() const;
+  // "WH", "unknown (...)"
+  std::string Text() const;
+};
+
+// The band that a sensor is in from reading to reading.
+class BandState {
+ public:
+  Band Next(const profile::Profile& profile, const ruxcomp::Section& sensor, const Result& value,
+            const std::optional<Result>& ipmi);
+
+ private:
+  using Limits = std::vector<SensorLimit>;
+  bool WasBeyond(const SensorLimit& limit) const;
+  Result IsBeyond(const profile::Profile& profile, const ruxcomp::Section& sensor,
+                  const SensorLimit& limit, Number reading) const;
+
+  Limits beyond_;
+  Limits candidate_;  // seen, not yet often enough
+  std::uint32_t seen_ = 0;
+};
+
+}  // namespace rux::evaluation
+
+#endif  // EVALUATION_BANDS_H_

@@ -1,0 +1,32 @@
+// What watches an evaluation: a trace, the coverage of tests.
+#ifndef EVALUATION_OBSERVER_H_
+#define EVALUATION_OBSERVER_H_
+
+#include <cstdint>
+#include <vector>
+
+#include "evaluation/readings.h"
+#include "evaluation/result.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::evaluation {
+
+// Calls come in the order of the evaluation; Begin and End are nested. The texts and handles are
+// those of the machine.
+class Observer {
+ public:
+  virtual ~Observer() = default;
+
+  virtual void Begin(const ruxcomp::Section&, const ruxcomp::Entry&) {}
+  virtual void End(const ruxcomp::Section&, const ruxcomp::Entry&, const Result&) {}
+  // An action is called with these arguments.
+  virtual void Call(const ruxcomp::Section&, const std::vector<Result>&) {}
+  virtual void Access(const AccessKey&, bool /*is_write*/, const Result&) {}
+  virtual void Cell(const ruxcomp::Section& /*table*/, std::uint32_t /*index*/) {}
+  // What the entry asks holds, or does not.
+  virtual void Branch(const ruxcomp::Section&, const ruxcomp::Entry&, bool) {}
+};
+
+}  // namespace rux::evaluation
+
+#endif  // EVALUATION_OBSERVER_H_

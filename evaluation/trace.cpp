@@ -1,0 +1,48 @@
+#include "evaluation/trace.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "evaluation/readings.h"
+#include "evaluation/result.h"
+#include "evaluation/target.h"
+#include "inspect/entry_value.h"
+#include "machine/value.h"
+#include "ruxcomp/language/sections.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::evaluation {
+
+std::string CallMade::Text() const {
+  std::string text = action + '(';
+  for (std::size_t i = 0; i < arguments.size(); ++i)
+    text += (i == 0 ? "" : ", ") + (arguments[i].IsNumber() ? arguments[i].Text() : "unknown");
+  return text + ')';
+}
+
+void Effects::Call(const ruxcomp::Section& action, const std::vector<Result>& arguments) {
+  calls_.push_back({std::string(action.name()), arguments});
+}
+
+void Effects::Access(const AccessKey& key, bool is_write, const Result& result) {
+  accesses_.push_back({TextOf(key), is_write, result});
+}
+
+void Trace::Begin(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  const Target target{language::FindCompiledKind(section.kind()), section, entry};
+  open_.push_back(steps_.size());
+  steps_.push_back({open_.size() - 1, target.Path(), inspect::ValueText(machine::ValueOf(entry)),
+                    Result::Unknown(""), PlaceOf(machine_, section, entry)});
+}
+
+void Trace::End(const ruxcomp::Section&, const ruxcomp::Entry&, const Result& result) {
+  steps_[open_.back()].result = result;
+  open_.pop_back();
+}
+
+void Trace::Access(const AccessKey& key, bool is_write, const Result& result) {
+  steps_.push_back({open_.size(), (is_write ? "writes " : "reads ") + TextOf(key), "", result});
+}
+
+}  // namespace rux::evaluation
