@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "evaluation/result.h"
@@ -34,6 +35,8 @@ class Readings {
   //
   // What was given before is replaced. Throws a Failure of findings when it names nothing.
   void Set(const machine::Machine& machine, const std::string& key, Sequence sequence);
+
+  void SetValue(const ValueKey& key, Sequence sequence) { values_[key] = std::move(sequence); }
 
   // Null when there is none.
   const Sequence* OfAccess(const AccessKey& key) const;

@@ -41,8 +41,7 @@ void Rounds::Start(const std::vector<Target>& targets) {
   }
 }
 
-std::vector<Outcome> Rounds::Next(const std::vector<Target>& targets,
-                                  const std::vector<Result>& arguments) {
+std::vector<Outcome> Rounds::Next(const std::vector<Target>& targets) {
   evaluator_.BeginRound();
   const profile::Profile& profile = evaluator_.profile();
   const std::vector<ruxcomp::Section> groups = GroupsOf(targets);
@@ -52,7 +51,7 @@ std::vector<Outcome> Rounds::Next(const std::vector<Target>& targets,
   }
   std::vector<Outcome> outcomes;
   outcomes.reserve(targets.size());
-  for (const Target& target : targets) outcomes.push_back(OutcomeOf(target, arguments));
+  for (const Target& target : targets) outcomes.push_back(OutcomeOf(target));
   if (has_groups) {
     std::for_each(groups.rbegin(), groups.rend(),
                   [&](const ruxcomp::Section& group) { Hook(group, kExit); });
@@ -60,11 +59,11 @@ std::vector<Outcome> Rounds::Next(const std::vector<Target>& targets,
   return outcomes;
 }
 
-Outcome Rounds::OutcomeOf(const Target& target, const std::vector<Result>& arguments) {
+Outcome Rounds::OutcomeOf(const Target& target) {
   if (IsSensor(target)) return Read(target.section);
   if (target.kind->source == language::SECTION_REPEATER)
     return {evaluator_.Repeat(target.section, target.entry)};
-  if (!target.entry) return {evaluator_.Call(target.section, arguments)};
+  if (!target.entry) return {evaluator_.Call(target.section, target.arguments)};
   return {evaluator_.ValueOf(target.section, target.entry)};
 }
 

@@ -30,12 +30,10 @@ class Rounds {
   // What the profile has before the first round: VALUE_INIT of the sensors and of their groups.
   void Start(const std::vector<Target>& targets);
   // Of each target, in order. Hooks that the profile does not state are not evaluated.
-  // `arguments` are those of actions.
-  std::vector<Outcome> Next(const std::vector<Target>& targets,
-                            const std::vector<Result>& arguments = {});
+  std::vector<Outcome> Next(const std::vector<Target>& targets);
 
  private:
-  Outcome OutcomeOf(const Target& target, const std::vector<Result>& arguments);
+  Outcome OutcomeOf(const Target& target);
   Outcome Read(const ruxcomp::Section& sensor);
   // The value of that fixed name, if the section has it.
   void Hook(const ruxcomp::Section& section, const char* name);

@@ -5,8 +5,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
+#include <vector>
 
+#include "evaluation/result.h"
 #include "machine/machine.h"
 #include "machine/place.h"
 #include "ruxcomp/language/sections.h"
@@ -23,7 +26,8 @@ ValueKey KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
 struct Target {
   const language::SectionKind* kind;
   ruxcomp::Section section;
-  ruxcomp::Entry entry;  // none: all of the section
+  ruxcomp::Entry entry;                // none: all of the section
+  std::vector<Result> arguments = {};  // of an action
 
   // "SENSOR/CPU0_TEMP", "SENSOR/CPU0_TEMP/VALUE_IPMI", "GLOBAL/G_DUTY"
   std::string Path() const;

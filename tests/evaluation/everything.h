@@ -70,7 +70,9 @@ inline rux::profile::Profile AnyProfile(const Pick& pick) {
 inline std::vector<Target> TargetsOf(const Machine& machine, std::size_t most) {
   std::vector<Target> targets;
   const auto add = [&](const Target& target) {
-    if (targets.size() < most) targets.push_back(target);
+    if (targets.size() >= most) return;
+    targets.push_back(target);
+    targets.back().arguments = {rux::evaluation::Result::Of(1), rux::evaluation::Result::Of(-2)};
   };
   for (const language::SectionKind& kind : language::kSectionKinds) {
     if (!kind.IsCompiled()) continue;
@@ -97,10 +99,8 @@ inline std::string ReportOf(const Machine& machine, const rux::profile::Profile&
   rux::evaluation::Trace trace(machine);
   evaluator.AddObserver(effects);
   evaluator.AddObserver(trace);
-  const std::vector<rux::evaluation::Result> arguments = {rux::evaluation::Result::Of(1),
-                                                          rux::evaluation::Result::Of(-2)};
   const rux::evaluation::Outcome outcome =
-      rux::evaluation::Rounds(evaluator).Next({target}, arguments).front();
+      rux::evaluation::Rounds(evaluator).Next({target}).front();
   const rux::evaluation::Report report{machine, profile, target, outcome, effects, &trace};
   return rux::support::WrittenText([&](rux::support::TextStream& out) {
     rux::evaluation::WriteText(report, out);

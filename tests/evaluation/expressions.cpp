@@ -6,7 +6,6 @@
 //   5 field 4 8             some bits of what is before
 //
 // Prints a number, "unknown" or "error" for each expression.
-#include <cstddef>
 #include <cstdint>
 #include <iostream>
 #include <sstream>

@@ -61,7 +61,7 @@ std::vector<evaluation::Result> ArgumentsOf(const EvalOptions& options,
 support::ExitStatus Eval(const EvalOptions& options) {
   const machine::Machine machine = LoadMachine(options.machine);
   const profile::Profile profile = ProfileFor(machine, options.profile);
-  const evaluation::Target target = evaluation::FindTarget(machine, options.path);
+  evaluation::Target target = evaluation::FindTarget(machine, options.path);
   const evaluation::Readings readings = ReadingsOf(options, machine);
   const evaluation::Plan plan(machine);
   evaluation::Evaluator evaluator(plan, profile, readings);
@@ -69,8 +69,8 @@ support::ExitStatus Eval(const EvalOptions& options) {
   evaluation::Trace trace(machine);
   evaluator.AddObserver(effects);
   if (options.trace) evaluator.AddObserver(trace);
-  const evaluation::Outcome outcome =
-      evaluation::Rounds(evaluator).Next({target}, ArgumentsOf(options, evaluator)).front();
+  target.arguments = ArgumentsOf(options, evaluator);
+  const evaluation::Outcome outcome = evaluation::Rounds(evaluator).Next({target}).front();
   const evaluation::Report report{machine, profile, target,
                                   outcome, effects, options.trace ? &trace : nullptr};
   support::Print(support::PrintOut, [&](support::TextStream& out) {
