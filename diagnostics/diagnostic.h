@@ -78,6 +78,7 @@ struct Diagnostic {
   std::string text;
   std::string library_text;         // what the library reports to hosts; empty for other messages
   std::vector<Argument> arguments;  // what the text mentions
+  std::string test = {};            // the name of the test that failed; empty: it has none
 
   Location at;
   // What a finding of a run is about, for those who know its scripts.

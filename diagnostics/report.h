@@ -31,6 +31,7 @@ struct Report {
   std::size_t suppressed = 0;            // warnings that a setting or a comment leaves out
   std::size_t in_baseline = 0;           // warnings that are not new
   std::vector<MessageCount> by_message;  // the most frequent first
+  std::vector<std::string> passed = {};  // the names of what was tested without an error
   bool is_one_of_many = false;           // what other scripts may have as well is marked
   bool is_complete = true;               // false: the run ended in trouble that is not the script's
 };

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "diagnostics/diagnostic.h"
 #include "diagnostics/machine_form.h"
@@ -34,14 +35,13 @@ class Suite {
   void Write() {
     const std::size_t failures = CountFailures();
     const std::size_t errors = report_.is_complete ? 0 : 1;
-    const bool is_clean = failures + errors == 0;
+    std::vector<std::string> passed = report_.passed;
+    if (passed.empty() && failures + errors == 0) passed = {"no errors, no warnings"};
     out_ += fmt::format("  <testsuite{} tests=\"{}\" failures=\"{}\" errors=\"{}\">\n",
-                        Attribute("name", report_.script), is_clean ? 1 : failures + errors,
+                        Attribute("name", report_.script), passed.size() + failures + errors,
                         failures, errors);
-    if (is_clean) {
-      out_ +=
-          fmt::format("    <testcase{}{}/>\n", class_, Attribute("name", "no errors, no warnings"));
-    }
+    for (const std::string& name : passed)
+      out_ += fmt::format("    <testcase{}{}/>\n", class_, Attribute("name", name));
     for (const Diagnostic& diagnostic : report_.diagnostics) {
       if (diagnostic.severity != Severity::kNote) WriteFailed(diagnostic);
     }
@@ -58,17 +58,20 @@ class Suite {
     return static_cast<std::size_t>(shown) + (report_.not_shown > 0 ? 1 : 0);
   }
 
-  // The name is the whole message: servers take tests with one name for one test.
+  // Without a name, the test has that of its whole message: servers take tests with one name for
+  // one test.
   void WriteFailed(const Diagnostic& diagnostic) {
     std::string lines =
         support::WrittenText([&](support::TextStream& text) { WriteGccLines(diagnostic, text); });
     lines.pop_back();
     const Location& at = diagnostic.at;
+    const std::string name =
+        diagnostic.test.empty() ? lines.substr(0, lines.find('\n')) : diagnostic.test;
     std::string place;
     if (!at.path.empty()) place += Attribute("file", at.path);
     if (at.line() != 0) place += fmt::format(" line=\"{}\"", at.line());
     out_ += fmt::format("    <testcase{}{}{}>\n      <failure{}{}>{}</failure>\n    </testcase>\n",
-                        class_, Attribute("name", lines.substr(0, lines.find('\n'))), place,
+                        class_, Attribute("name", name), place,
                         Attribute("type", WordOf(diagnostic.severity)),
                         Attribute("message", WholeText(diagnostic)), support::MarkupText(lines));
   }
