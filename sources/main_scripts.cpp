@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "reader/script.h"
@@ -161,26 +162,34 @@ bool Mentions(const std::string& path, std::string_view text) {
 class MachineFinder::Memory {
  public:
   bool IsMainOf(const std::string& script, const SourceIdentity& part) {
-    const auto [known, is_new] = parts_of_.try_emplace(script);
-    if (is_new) known->second = PartsOf(script);
-    return std::binary_search(known->second.begin(), known->second.end(), part);
+    const std::vector<SourceIdentity>& parts = PartsOf(script);
+    return std::binary_search(parts.begin(), parts.end(), part);
   }
 
-  const std::vector<std::string>& ScriptsIn(const fs::path& folder) {
-    const auto [known, is_new] = scripts_in_.try_emplace(folder.string());
-    if (is_new) known->second = sources::ScriptsIn(folder);
-    return known->second;
-  }
-
-  const std::vector<std::string>& ScriptsBelow(const fs::path& folder) {
-    const auto [known, is_new] = scripts_below_.try_emplace(folder.string());
-    if (is_new) known->second = FewScriptsBelow(folder);
-    return known->second;
+  // The main scripts that include the part: of those in the folder, or of all below it.
+  enum class Where { kIn, kBelow };
+  std::vector<std::string> MainsOf(const SourceIdentity& part, Where where,
+                                   const fs::path& folder) {
+    const auto [known, is_new] = mains_.try_emplace({where, folder.string()});
+    if (is_new) {
+      for (const std::string& script :
+           where == Where::kIn ? ScriptsIn(folder) : FewScriptsBelow(folder)) {
+        for (const SourceIdentity& each : PartsOf(script)) known->second[each].push_back(script);
+      }
+    }
+    const auto mains = known->second.find(part);
+    return mains == known->second.end() ? std::vector<std::string>() : mains->second;
   }
 
  private:
   // What a main script includes, sorted; nothing of another script.
-  static std::vector<SourceIdentity> PartsOf(const std::string& script) {
+  const std::vector<SourceIdentity>& PartsOf(const std::string& script) {
+    const auto [known, is_new] = parts_of_.try_emplace(script);
+    if (is_new) known->second = ReadPartsOf(script);
+    return known->second;
+  }
+
+  static std::vector<SourceIdentity> ReadPartsOf(const std::string& script) {
     const std::optional<Source> self = ruxcomp::reader::FindSource(script);
     if (!self || !Mentions(script, kIncludeKeyword)) return {};
     const SourceSet sources = LoadFile(script);
@@ -195,8 +204,8 @@ class MachineFinder::Memory {
   }
 
   std::map<std::string, std::vector<SourceIdentity>> parts_of_;
-  std::map<std::string, std::vector<std::string>> scripts_in_;
-  std::map<std::string, std::vector<std::string>> scripts_below_;
+  std::map<std::pair<Where, std::string>, std::map<SourceIdentity, std::vector<std::string>>>
+      mains_;
 };
 
 MachineFinder::MachineFinder() : memory_(std::make_unique<Memory>()) {}
@@ -215,17 +224,19 @@ std::vector<std::string> MachineFinder::MainScriptsOf(const std::string& part,
 }
 
 std::vector<std::string> MachineFinder::FindMainScripts(const std::string& part) {
+  const std::optional<Source> source = ruxcomp::reader::FindSource(part);
+  if (!source) return {};
   fs::path folder = fs::path(part).parent_path();
   for (;; folder = support::FolderAbove(folder)) {
-    std::vector<std::string> scripts = MainScriptsOf(part, memory_->ScriptsIn(folder));
-    if (!scripts.empty()) return scripts;
+    std::vector<std::string> mains = memory_->MainsOf(source->identity, Memory::Where::kIn, folder);
+    if (!mains.empty()) return mains;
     if (support::IsTopFolder(folder)) break;
   }
   if (!support::IsTopOfRepository(folder)) {
     if (!IsInWorkingFolder(part)) return {};
     folder = ".";
   }
-  return MainScriptsOf(part, memory_->ScriptsBelow(folder.empty() ? "." : folder));
+  return memory_->MainsOf(source->identity, Memory::Where::kBelow, folder.empty() ? "." : folder);
 }
 
 std::vector<std::string> FindMainScriptsBelow(
