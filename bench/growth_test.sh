@@ -48,6 +48,27 @@ own_properties() {
   }' >"$2/list.csv"
 }
 
+# shared_parts COUNT FOLDER: a machine of that many parts, each with a sensor and a file of words that
+# all of them include.
+shared_parts() {
+  awk -v count="$1" -v folder="$2" 'BEGIN {
+    main = folder "/main.rux"
+    print "[MORVRUX]\nVERSION = 1.0\n[DEFINE]\nVT_CONST = 1\n[SYSTEM]\nTYPE = 2\nMODEL = \"A\"\nFLAG = 0\nRUXLOOP = 1000" >main
+    print "[GROUP]\nPARENT = 0\nNAME = BOARD\nCHILDGROUP = 0" >main
+    print "[DEFINE]\nUNUSED = 1" >(folder "/words.rux")
+    printf "[PELMGROUP]\nNAME = ALL\nID = 1\nPID = 0\nSENSORS = 1" >main
+    for (i = 2; i <= count; ++i) printf ", %d", i >main
+    print "" >main
+    for (i = 1; i <= count; ++i) {
+      part = folder "/part" i ".rux"
+      printf "[INCLUDE]\nFILE = part%d.rux\n", i >main
+      printf "[INCLUDE]\nFILE = words.rux\n[DEFINE]\nUNUSED%d = 1\n[SENSOR]\nPARENT = BOARD\n", i >part
+      printf "NAME = S%d\nID = %d\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 0\nVALUE = VT_CONST, 0\n", i, i >part
+      close(part)
+    }
+  }'
+}
+
 start=$(count --version)
 status=0
 "$generator" shapes >list
@@ -68,4 +89,12 @@ done
 small=$(count table table200/main.meta --check table200/list.csv)
 large=$(count table table2000/main.meta --check table2000/list.csv)
 expect_growth own-properties "$small" "$large"
+
+for size in 20 200; do
+  mkdir "parts$size"
+  shared_parts $size "parts$size"
+done
+small=$(count check -W all parts20/main.rux)
+large=$(count check -W all parts200/main.rux)
+expect_growth shared-parts "$small" "$large"
 exit $status
