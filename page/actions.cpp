@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <set>
-#include <string>
 #include <vector>
 
 #include "browse/relations.h"
@@ -11,7 +10,6 @@
 #include "page/contents.h"
 #include "page/html.h"
 #include "page/value_flow.h"
-#include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
@@ -88,8 +86,9 @@ class Deciders {
     for (const browse::Link* link : contents_.relations().From(call.from)) {
       if (link->key == call.key) Follow(link->to);
     }
-    for (std::size_t i = 0; i < used_.size(); ++i) {
-      const Thing thing = used_[i];
+    while (!used_.empty()) {
+      const Thing thing = used_.back();
+      used_.pop_back();
       bool is_last = true;
       for (const browse::Link* link : contents_.relations().From(thing)) {
         if (++links_ > kMostLinksOfAction) return;
@@ -100,7 +99,6 @@ class Deciders {
       if (contents_.Is(thing, language::SECTION_SENSOR)) found_.insert(thing);
       if (is_last && contents_.Is(thing, language::SECTION_GLOBAL)) AddReading(thing);
     }
-    used_.clear();
   }
 
   std::vector<Thing> Take() const { return {found_.begin(), found_.end()}; }

@@ -1,6 +1,5 @@
 #include "page/machine_set.h"
 
-#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -12,7 +11,6 @@
 #include "driver/script_list.h"
 #include "machine/source.h"
 #include "sources/machine_files.h"
-#include "support/folders.h"
 
 namespace rux::page {
 namespace {
