@@ -109,6 +109,30 @@ class LayeredLayout {
     }
   }
 
+  // Whether it passes layers without slots in them: then it goes below all units.
+  bool IsBelow(std::size_t link) const {
+    const std::vector<std::size_t>& path = layering_.paths[link];
+    return layering_.slots[path.back()].layer - layering_.slots[path.front()].layer >= path.size();
+  }
+
+  // The points of a link's line that goes along at that height. Between layers nothing is in its
+  // way up and down.
+  std::vector<Point> PointsBelow(std::size_t link, int top, int lane) const {
+    const std::size_t from = layering_.paths[link].front();
+    const std::size_t to = layering_.paths[link].back();
+    const std::size_t layer = layering_.slots[from].layer;
+    const int right = rights_[layer] + kStub;
+    const int left = lefts_[layering_.slots[to].layer];
+    const int begin = static_cast<int>(middles_[from]) - top;
+    const int end = static_cast<int>(middles_[to]) - top;
+    return {{lefts_[layer] + SizeOf(from).width, begin},
+            {right, begin},
+            {right, lane},
+            {left - kStub, lane},
+            {left - kStub, end},
+            {left, end}};
+  }
+
   // The points of a link's line from layer to layer.
   std::vector<Point> PointsOf(std::size_t link, int top) const {
     std::vector<Point> points;
@@ -141,7 +165,11 @@ class LayeredLayout {
       block.at.push_back({lefts_[layering_.slots[unit].layer], static_cast<int>(upper - top)});
     }
     for (std::size_t link = 0; link < component_.links.size(); ++link) {
-      block.lines.push_back(PointsOf(link, static_cast<int>(top)));
+      const int upper = static_cast<int>(top);
+      const bool is_below = IsBelow(link);
+      if (is_below) block.size.height += kBetween;
+      block.lines.push_back(is_below ? PointsBelow(link, upper, block.size.height)
+                                     : PointsOf(link, upper));
       if (layering_.is_back[link])
         std::reverse(block.lines.back().begin(), block.lines.back().end());
     }

@@ -24,8 +24,9 @@ struct Slot {
 struct Layering {
   std::vector<Slot> slots;                       // those of the units first, in their order
   std::vector<std::vector<std::size_t>> layers;  // slots, ordered so that few lines cross
-  std::vector<std::vector<std::size_t>> paths;   // by links: the slots from layer to layer
-  std::vector<bool> is_back;                     // by links: the path goes from `to` to `from`
+  std::vector<std::vector<std::size_t>>
+      paths;                  // by links: the slots from layer to layer, or the ends
+  std::vector<bool> is_back;  // by links: the path goes from `to` to `from`
 };
 
 // Takes time by units and links: a line that passes very many layers has no slots in them.

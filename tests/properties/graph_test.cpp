@@ -63,6 +63,16 @@ class Generator {
     return graph;
   }
 
+  // Each uses the next one.
+  Graph Chain(std::size_t length) {
+    Graph graph{"a.rux", &rux::graph::FindSelection("references")->subject, {}, {}};
+    for (std::size_t node = 0; node < length; ++node) {
+      AddNode(graph);
+      if (node > 0) graph.edges.push_back({node - 1, node, {{"VALUE", {}}}});
+    }
+    return graph;
+  }
+
  private:
   void AddNode(Graph& graph) {
     static constexpr language::SectionId kKinds[] = {
@@ -272,6 +282,21 @@ TEST(Graph, DrawsNoTextOverAnotherAndNoLineUnderOne) {
     ExpectNoLinesCross(graph, drawing);
   }
   EXPECT_GT(forests, kSeeds / 8);
+}
+
+// So long that lines past all of it have no room between the boxes.
+TEST(Graph, DrawsLinesAroundALongChain) {
+  constexpr std::size_t kLength = 150;
+  Graph graph = Generator(1).Chain(kLength);
+  for (const auto& [from, to] : {std::pair<std::size_t, std::size_t>{0, kLength - 1},
+                                 {0, kLength / 2},
+                                 {3, kLength - 5},
+                                 {kLength - 1, 2}})
+    graph.edges.push_back({from, to, {{"VALUE", {}}}});
+  const Drawing drawing = rux::graph::Draw(graph);
+  ExpectTextsApart(drawing);
+  ExpectLinesAtTheirEnds(graph, drawing);
+  ExpectAllEdgesDrawn(graph, drawing);
 }
 
 // How many things of each kind a graph shows.
