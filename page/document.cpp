@@ -8,7 +8,10 @@
 #include "page/html.h"
 #include "page/limit_bands.h"
 #include "page/parts.h"
+#include "support/failure.h"
 #include "support/sha256.h"
+#include "support/standard_streams.h"
+#include "support/workers.h"
 
 namespace rux::page {
 
@@ -34,21 +37,56 @@ void WriteEnd(Html& out) {
   out.Trusted(kScript) << "</script>\n</body>\n</html>\n";
 }
 
-std::string PageOf(const Contents& contents) {
-  constexpr std::size_t kBytesOfThing = 3000;  // about as many as are needed
-  Html navigation;
-  WriteNavigation(contents, navigation);
-  const LimitBands bands(contents.machine());
-  Html out;
-  out.Reserve(contents.relations().things().size() * kBytesOfThing);
-  WriteHead(contents.Title(), navigation, out);
+namespace {
+
+using support::ExitStatus;
+
+// All but the cards, which are about as much work.
+void WriteTables(const Contents& contents, const LimitBands& bands, Html& out) {
   WriteOverview(contents, out);
   WriteChanges(contents, out);
   WriteFindings(contents, out);
   WriteSensorTable(contents, bands, out);
   WriteTrees(contents, out);
   WriteAccesses(contents, out);
-  WriteCards(contents, bands, out);
+}
+
+// Of a large machine, another process writes the cards at the same time.
+void WriteLargeMachine(const Contents& contents, const LimitBands& bands, Html& out) {
+  support::RunJobs(
+      1, 1,
+      [&](std::size_t) {
+        Html cards;
+        WriteCards(contents, bands, cards);
+        support::PrintOut(cards.markup());
+        return ExitStatus::kDone;
+      },
+      [&](std::size_t, const support::JobResult& done) {
+        if (done.status != ExitStatus::kDone)
+          throw support::Failure(ExitStatus::kTrouble, "the page cannot be written");
+        out.Trusted(done.output);
+      },
+      [] {}, [&] { WriteTables(contents, bands, out); });
+}
+
+}  // namespace
+
+std::string PageOf(const Contents& contents) {
+  constexpr std::size_t kBytesOfThing = 3000;  // about as many as are needed
+  constexpr std::size_t kManyThings = 2000;
+  const std::size_t things = contents.relations().things().size();
+  Html navigation;
+  WriteNavigation(contents, navigation);
+  const LimitBands bands(contents.machine());
+  Html out;
+  out.Reserve(things * kBytesOfThing);
+  WriteHead(contents.Title(), navigation, out);
+  if (things < kManyThings) {
+    WriteTables(contents, bands, out);
+    WriteCards(contents, bands, out);
+  } else {
+    WriteLargeMachine(contents, bands, out);
+  }
   WriteEnd(out);
   return out.Take();
 }
