@@ -59,7 +59,7 @@ void WriteMarks(const Contents& contents, Thing thing, Html& out) {
 
 void WriteRule(const diagnostics::Diagnostic& finding, Html& out) {
   WriteSeverity(finding, out);
-  out << " " << Text{finding.row->summary} << " <small>" << Text{finding.row->id} << "</small>\n";
+  out << " " << Text{finding.row->summary} << " <small>" << Text{finding.row->id} << "</small>";
 }
 
 void WriteShortFinding(const Contents& contents, const diagnostics::Diagnostic& finding,

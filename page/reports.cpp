@@ -37,34 +37,56 @@ class FindingList {
   explicit FindingList(const Contents& contents)
       : contents_(contents), findings_(ByRules(contents.background().report->diagnostics)) {}
 
-  void Write(std::size_t begin, std::size_t end, Html& out) const {
-    for (std::size_t i = begin; i < end; ++i) {
-      const bool is_first = i == begin || !IsSame(i - 1, i);
-      const bool is_one_of_several = !is_first || IsSame(i, i + 1);
-      if (is_first && is_one_of_several) {
-        out << "<li class=about>";
-        WriteRule(*findings_[i], out);
+  void Write(Html& out) const {
+    std::size_t end = 0;
+    for (std::size_t begin = 0; begin < findings_.size(); begin = end) {
+      while (end < findings_.size() && findings_[end]->row == findings_[begin]->row) ++end;
+      if (end - begin == 1) {
+        WriteOne(*findings_[begin], out);
+      } else {
+        WriteGroup(begin, end, out);
       }
-      out << "<li>";
-      WriteOne(*findings_[i], is_one_of_several, out);
     }
   }
-
-  std::size_t size() const { return findings_.size(); }
 
  private:
-  bool IsSame(std::size_t i, std::size_t k) const {
-    return k < findings_.size() && findings_[i]->row == findings_[k]->row;
+  // Of a rule with more, those who want them open the list.
+  static constexpr std::size_t kMostOpen = 12;
+
+  void WriteOne(const Finding& finding, Html& out) const {
+    out << "<li>";
+    WriteLinkOf(finding, out);
+    WriteFinding(contents_, finding, out);
   }
 
-  void WriteOne(const Finding& finding, bool has_rule_above, Html& out) const {
-    const std::optional<Thing> thing = contents_.ThingOf(finding);
-    if (thing) {
-      WriteFullLink(contents_, *thing, out);
-      out << ": ";
+  void WriteGroup(std::size_t begin, std::size_t end, Html& out) const {
+    const bool is_open = end - begin <= kMostOpen;
+    out << "<li class=rule>" << (is_open ? Html() << "<details open>" : Html() << "<details>")
+        << "<summary>";
+    WriteRule(*findings_[begin], out);
+    out << " <b>" << end - begin << "</b></summary>\n";
+    if (!is_open) out << "<noscript>";
+    out << "<ul>";
+    for (std::size_t i = begin; i < end; ++i) {
+      out << "<li>";
+      if (WriteLinkOf(*findings_[i], out)) {
+        WriteShortFinding(contents_, *findings_[i], out);
+      } else {
+        WriteFinding(contents_, *findings_[i], out);
+      }
     }
-    if (has_rule_above && thing) return WriteShortFinding(contents_, finding, out);
-    WriteFinding(contents_, finding, out);
+    out << "</ul>";
+    if (!is_open) out << "</noscript>";
+    out << "</details>\n";
+  }
+
+  // Whether there is a section to lead to.
+  bool WriteLinkOf(const Finding& finding, Html& out) const {
+    const std::optional<Thing> thing = contents_.ThingOf(finding);
+    if (!thing) return false;
+    WriteFullLink(contents_, *thing, out);
+    out << ": ";
+    return true;
   }
 
   const Contents& contents_;
@@ -76,18 +98,9 @@ class FindingList {
 void WriteFindings(const Contents& contents, Html& out) {
   const std::optional<diagnostics::Report>& report = contents.background().report;
   if (!report || report->diagnostics.empty()) return;
-  // As many as a browser lays out at once.
-  constexpr std::size_t kMostAtOnce = 100;
-  const FindingList list(contents);
   out << "<section id=findings><h2>Findings</h2><ul class=notes>\n";
-  list.Write(0, std::min(list.size(), kMostAtOnce), out);
+  FindingList(contents).Write(out);
   out << "</ul>";
-  if (list.size() > kMostAtOnce) {
-    out << "<details><summary>" << list.size() - kMostAtOnce
-        << " more</summary><noscript><ul class=notes>";
-    list.Write(kMostAtOnce, list.size(), out);
-    out << "</ul></noscript></details>";
-  }
   if (report->not_shown > 0) out << "<p>" << Text{diagnostics::NotShown(report->not_shown)};
   out << "</section>\n";
 }
