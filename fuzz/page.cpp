@@ -39,7 +39,7 @@ bool IsOwn(std::string_view name) {
       "details", "div",  "dl",      "dt",    "em",      "figcaption", "figure", "h2",
       "h3",      "h4",   "i",       "ins",   "li",      "noscript",   "ol",     "p",
       "path",    "pre",  "section", "small", "span",    "summary",    "svg",    "table",
-      "tbody",   "td",   "text",    "th",    "thead",   "tr",         "ul"};
+      "tbody",   "td",   "text",    "th",    "thead",   "tr",         "ul",     "wbr"};
   return names.find(name) != names.end();
 }
 
