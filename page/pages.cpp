@@ -96,6 +96,7 @@ class PageSet {
       paths_.push_back(folders.pages.empty() ? PageBeside(machine.name)
                                              : PageBelow(folders.pages, machine.name));
     ExpectDistinct();
+    ExpectPageAt(index_);
   }
 
   ExitStatus Write() {
