@@ -38,4 +38,13 @@ void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files
   support::PutInPlace(placed);
 }
 
+void RemoveFrom(const std::string& folder, const std::vector<std::string>& names) {
+  for (const std::string& name : names) {
+    const std::string path = folder + '/' + name;
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    if (error) throw support::SystemFailure("cannot remove", path, error.value());
+  }
+}
+
 }  // namespace rux::imports

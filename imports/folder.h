@@ -18,6 +18,9 @@ void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files);
 // Makes the folder where it is missing, and puts the files there, all or none. Throws a Failure.
 void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files);
 
+// Files that are not there are passed over. Throws a Failure.
+void RemoveFrom(const std::string& folder, const std::vector<std::string>& names);
+
 }  // namespace rux::imports
 
 #endif  // IMPORTS_FOLDER_H_

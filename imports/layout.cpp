@@ -79,6 +79,7 @@ class Layout {
       const bool is_kept = !taken[i] && wanted != options_.ids.end() && ids.Take(wanted->second);
       if (is_kept) taken[i] = wanted->second;
     }
+    for (const std::uint32_t id : options_.taken) ids.Take(id);
     for (std::size_t i = 0; i < taken.size(); ++i) {
       ids_.push_back(taken[i] ? *taken[i] : ids.TakeNext());
       SettleId(board_.sensors[i], ids_.back());

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ inline constexpr char kMainScript[] = "main.rux";
 struct LayoutOptions {
   std::vector<std::string> heading;          // the lines that the main script begins with
   std::map<std::string, std::uint32_t> ids;  // that sensors are to have, by their NAMEs in scripts
+  std::set<std::uint32_t> taken;             // no other sensor gets one of these
 };
 
 // The main script first; then the words, the groups and devices, the sensors of each area, and the

@@ -79,20 +79,7 @@ void ScriptText::Entry(std::string_view key, std::string_view value, std::string
 }
 
 void ScriptText::List(std::string_view key, const std::vector<std::string>& numbers) {
-  std::string rest;
-  std::size_t column = key.size();
-  const char* before = " ";
-  for (const std::string& number : numbers) {
-    if (column > kLineWidth) {
-      rest += ", \\\n";
-      before = "    ";
-      column = 0;
-    }
-    rest += before + number;
-    column += number.size() + 2;
-    before = ", ";
-  }
-  items_.push_back({std::string(key), rest});
+  items_.push_back({std::string(key), ListText(key.size(), numbers)});
 }
 
 std::string ScriptText::Text() {
@@ -100,6 +87,22 @@ std::string ScriptText::Text() {
   format::Options options;
   options.blank_lines = true;
   return format::Format(text_, options).text;
+}
+
+std::string ListText(std::size_t column, const std::vector<std::string>& numbers) {
+  std::string text;
+  const char* before = " ";
+  for (const std::string& number : numbers) {
+    if (column > kLineWidth) {
+      text += ", \\\n";
+      before = "    ";
+      column = 0;
+    }
+    text += before + number;
+    column += number.size() + 2;
+    before = ", ";
+  }
+  return text;
 }
 
 std::string HexText(std::uint32_t number) { return fmt::format("0x{:X}", number); }

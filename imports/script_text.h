@@ -25,7 +25,6 @@ class ScriptText {
   // The same with a comment, which begins after `width` bytes of the value.
   void Entry(std::string_view key, std::string_view value, std::string_view comment,
              std::size_t width);
-  // The numbers, in lines of a readable length.
   void List(std::string_view key, const std::vector<std::string>& numbers);
 
   // As rux fmt writes it.
@@ -44,6 +43,9 @@ class ScriptText {
   std::string text_;
   std::vector<Item> items_;
 };
+
+// The numbers after the '=' of an item, in lines of a readable length. `column`: where they begin.
+std::string ListText(std::size_t column, const std::vector<std::string>& numbers);
 
 // "0x101"
 std::string HexText(std::uint32_t number);

@@ -1,8 +1,10 @@
 #include "imports/sound.h"
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "diagnostics/diagnostic.h"
@@ -11,7 +13,9 @@
 #include "driver/compile_run.h"
 #include "findings/message_row.h"
 #include "imports/layout.h"
+#include "reader/script.h"
 #include "reader/texts.h"
+#include "settings/json_file.h"
 #include "support/failure.h"
 
 namespace rux::imports {
@@ -29,8 +33,10 @@ void ExpectSound(const std::string& folder, const std::vector<ScriptFile>& files
   for (const ScriptFile& file : files) texts[folder + '/' + file.name] = file.text;
   ruxcomp::reader::Texts::ReplaceFiles([&](const std::string& path) -> std::optional<std::string> {
     const auto found = texts.find(path);
-    if (found == texts.end()) return std::nullopt;
-    return found->second;
+    if (found != texts.end()) return found->second;
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
+    return settings::ReadTextFile(path, ruxcomp::reader::kLargestScript);
   });
   driver::CompileOptions options;
   options.scripts = {folder + '/' + kMainScript};

@@ -10,7 +10,7 @@
 namespace rux::imports {
 
 // Throws a Failure that names the place unless `rux check` would find neither errors nor warnings
-// in the main script of these files of the folder. Other files of the folder are not read. To be
+// in the main script of the folder with these files in it. To be
 // called once: the library keeps what it has read.
 void ExpectSound(const std::string& folder, const std::vector<ScriptFile>& files);
 

@@ -1,5 +1,4 @@
 // Sensors in rows and columns.
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "imports/formats.h"
 #include "imports/layout.h"
 #include "imports/sound.h"
+#include "imports/update.h"
 #include "lists/formats.h"
 #include "losses/ledger.h"
 #include "losses/report.h"
@@ -84,29 +86,64 @@ void ReportLosses(const ImportOptions& options, const losses::Ledger& ledger) {
   support::PutInPlace({{options.losses, text}});
 }
 
-support::ExitStatus Import(ImportOptions options) {
-  options.folder = imports::WithoutSlashAtEnd(options.folder);
+// What the folder is to have: in an empty one, what the import writes; in that of an earlier
+// import, that and what was edited since.
+imports::Update UpdateFor(const std::string& folder,
+                          const std::optional<std::vector<imports::ScriptFile>>& record,
+                          const std::vector<imports::ScriptFile>& written) {
+  if (record) return imports::UpdateOf(folder, *record, written);
+  imports::ExpectNew(folder, written);
+  return {written, {}, {}};
+}
+
+void PrintConflicts(const std::string& folder, const imports::Update& update) {
+  for (const auto& [name, conflict] : update.conflicts) {
+    const auto shown = [](const std::string& line) {
+      return line.empty() ? std::string("nothing") : support::SafeText(line);
+    };
+    support::PrintError(fmt::format("{}:{}: conflict: edited, {}; the import has {}\n",
+                                    support::SafePath(folder + '/' + name), conflict.line,
+                                    shown(conflict.edited), shown(conflict.written)));
+  }
+}
+
+void PrintSummary(const std::string& folder, const imports::Board& board,
+                  const losses::Ledger& ledger) {
+  support::PrintError(
+      fmt::format("{}: {}\n{}\n", support::SafePath(folder + '/' + imports::kMainScript),
+                  support::CountText(board.sensors.size(), "sensor"), losses::CountsText(ledger)));
+}
+
+support::ExitStatus Import(const ImportOptions& options) {
+  const std::string folder = imports::WithoutSlashAtEnd(options.folder);
   const imports::Sources sources = ReadSources(options);
+  const auto record = imports::ReadRecord(folder);
+  imports::LayoutOptions layout = LayoutFor(options, sources);
+  if (record) {
+    layout.ids = imports::SensorIdsIn(*record);
+    for (const auto& [name, id] : imports::SensorIdsIn(imports::ScriptsIn(folder)))
+      layout.taken.insert(id);
+  }
   losses::Ledger ledger;
   const imports::Board board = FormatOf(options).read(sources, options.reading, ledger);
   if (board.sensors.empty() && board.devices.empty()) {
     throw support::Failure(support::ExitStatus::kTrouble,
                            "{}: describes nothing that can be monitored", sources.front().path);
   }
-  const std::vector<imports::ScriptFile> files =
-      imports::LayOut(board, LayoutFor(options, sources), ledger);
-  imports::ExpectSound(options.folder, files);
+  const std::vector<imports::ScriptFile> written = imports::LayOut(board, layout, ledger);
+  imports::Update update = UpdateFor(folder, record, written);
+  imports::ExpectSound(folder, update.files);
   ReportLosses(options, ledger);
   if (options.fails_on_loss && ledger.HasLosses()) {
     support::PrintError(fmt::format("{}; nothing is written\n", losses::CountsText(ledger)));
     return support::ExitStatus::kFindings;
   }
-  imports::PutInFolder(options.folder, files);
-  support::PrintError(fmt::format("{}: {}\n",
-                                  support::SafePath(options.folder + '/' + imports::kMainScript),
-                                  support::CountText(board.sensors.size(), "sensor")) +
-                      losses::CountsText(ledger) + '\n');
-  return support::ExitStatus::kDone;
+  update.files.push_back(imports::RecordOf(written));
+  imports::PutInFolder(folder, update.files);
+  imports::RemoveFrom(folder, update.removed);
+  PrintConflicts(folder, update);
+  PrintSummary(folder, board, ledger);
+  return update.conflicts.empty() ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
 }
 
 std::vector<std::string> FormatNames() {
@@ -164,7 +201,8 @@ Action SetUpImport(Arguments& arguments) {
       .Value("COLUMN=UNIT");
   arguments.Footer(
       "The scripts pass rux check without a warning, or nothing is written. DIR/main.rux is the "
-      "main\nscript.\n\n"
+      "main\nscript. Into the folder of an earlier import, only what changed in the source is "
+      "written; what\nwas edited stays, and conflicts are reported.\n\n"
       "Examples:\n"
       "  rux import csv sensors.csv -o boards/new --map NAME=Sensor\n"
       "  rux import csv sensors.csv -o boards/new --losses losses.json --losses-format json\n"
