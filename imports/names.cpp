@@ -30,7 +30,11 @@ std::string WithOnly(std::string_view text, std::string_view others) {
 
 std::string LegalName(std::string_view text) { return WithOnly(text, "_+-."); }
 
-std::string LegalKey(std::string_view text) { return WithOnly(text, "_"); }
+std::string LegalKey(std::string_view text) {
+  std::string key = WithOnly(text, "_");
+  if (!key.empty() && support::IsDigit(key.front())) key.insert(0, "_");
+  return key;
+}
 
 std::string Names::Take(std::string_view text, std::string_view fallback) {
   std::string name = LegalName(text);

@@ -14,7 +14,8 @@ namespace rux::imports {
 // Letters, digits and "_+-." of the text, and an underscore for anything else between them; empty
 // when nothing is left.
 std::string LegalName(std::string_view text);
-// The same for what follows P_ and for words: letters, digits and underscores.
+// The same for what follows P_ and for words: letters, digits and underscores, no
+// digit first.
 std::string LegalKey(std::string_view text);
 
 // Of sections of one kind.

@@ -1,10 +1,9 @@
-"""Random boards in the formats that rux import reads.
+"""Imports random boards in the formats that are not JSON or a table, as random_sources.py does.
 
-Each becomes scripts without a warning, the same bytes twice; the loss report has as many items as are
-counted here; and the limits are those that were meant, as exact fractions, unless the report says that
-they do not fit.
+    random_boards.py RUX FORMAT COUNT
 
-    boards.py RUX FORMAT COUNT
+Beyond what holds there, each limit is the one that was meant, as an exact fraction, unless the report
+says that it does not fit.
 """
 
 import csv
@@ -18,7 +17,9 @@ import sys
 import tempfile
 from fractions import Fraction
 
-LIMITS = ("THRESHOLD_FL", "THRESHOLD_WL", "THRESHOLD_WH", "THRESHOLD_FH")
+from random_sources import LIMITS, Failed, bytes_of, expect, judge_report
+
+UPWARDS = LIMITS[::-1]
 
 
 def decimal(choice):
@@ -60,7 +61,7 @@ def lm_sensors(choice):
             ignored = choice.random() < 0.2
             about = ['label %s "%s"' % (feature, name)]
             limits = {}
-            for attribute, entry in zip(("lcrit", "min", "max", "crit"), LIMITS):
+            for attribute, entry in zip(("lcrit", "min", "max", "crit"), UPWARDS):
                 if choice.random() < 0.5:
                     text, limits[entry] = formula(choice, choice.randrange(3))
                     about.append("set %s_%s %s" % (feature, attribute, text))
@@ -92,7 +93,7 @@ def freeipmi(choice):
         lines.append("Section %d_%s" % (record, name))
         keys = ("Lower_Critical", "Lower_Non_Critical", "Upper_Non_Critical", "Upper_Critical",
                 "Upper_Non_Recoverable")
-        for key, entry in zip(keys, LIMITS + (None,)):
+        for key, entry in zip(keys, UPWARDS + [None]):
             if choice.random() < 0.3:
                 continue
             text = "%.6f" % (choice.randint(-4000, 60000) / 8)
@@ -152,51 +153,52 @@ FORMATS = {"lm-sensors": (lm_sensors, count_lm_sensors),
 
 def run(*words):
     done = subprocess.run(words, capture_output=True, text=True)
-    assert done.returncode == 0, (words, done.returncode, done.stderr)
+    expect(done.returncode == 0, done.stderr)
     return done.stdout
 
 
-def files_of(folder):
-    return {path.name: path.read_bytes() for path in sorted(folder.iterdir())}
+def missing_limits(found, meant):
+    """How many limits that were meant are not there; all others must be as they were meant."""
+    expect(found.keys() == meant.keys(), f"the sensors are {sorted(found)}")
+    missing = 0
+    for sensor, limits in meant.items():
+        for entry in limits.keys() | found[sensor].keys():
+            if entry in limits and entry not in found[sensor]:
+                missing += 1
+            else:
+                expect(found[sensor][entry] == limits[entry], f"{entry} of {sensor}")
+    return missing
 
 
-def check(rux, name, seed):
-    write, count = FORMATS[name]
-    text, meant = write(random.Random(seed))
+def check(rux, name, text, meant, count):
     with tempfile.TemporaryDirectory() as temporary:
         folder = pathlib.Path(temporary)
         source = folder / "board.txt"
         source.write_text(text)
-        report = run(rux, "import", name, str(source), "-o", str(folder / "out"),
-                     "--losses", "-", "--losses-format", "json")
-        run(rux, "import", name, str(source), "-o", str(folder / "again"))
-        assert files_of(folder / "out") == files_of(folder / "again"), "the same bytes"
-        counts = json.loads(report)["counts"]
-        assert counts["items"] == count(text), (counts, count(text), text)
-        assert counts["used"] + counts["changed"] + counts["dropped"] == counts["items"], counts
-        main = str(folder / "out" / "main.rux")
-        table = run(rux, "table", main, "--columns", "NAME," + ",".join(LIMITS), "--format", "csv")
+        for target in ("one", "two"):
+            output = run(rux, "import", name, str(source), "-o", str(folder / target),
+                         "--losses", "-", "--losses-format", "json")
+        expect(bytes_of(folder / "one") == bytes_of(folder / "two"), "the same bytes")
+        report = json.loads(output)
+        judge_report(report, count)
+        table = run(rux, "table", str(folder / "one" / "main.rux"), "--format", "csv",
+                    "--columns", "NAME," + ",".join(LIMITS))
         found = {row.pop("NAME"): {key: Fraction(value) for key, value in row.items() if value}
                  for row in csv.DictReader(io.StringIO(table))}
-        assert found.keys() == meant.keys(), (found, meant, text)
-        missing = 0
-        for sensor, limits in meant.items():
-            for entry in limits.keys() | found[sensor].keys():
-                if entry in limits and entry not in found[sensor]:
-                    missing += 1
-                else:
-                    assert found[sensor][entry] == limits[entry], (sensor, entry, text)
-        reasons = [item.get("reason") for item in json.loads(report)["items"]]
-        assert reasons.count("does-not-fit") == missing, (missing, reasons, text)
+        reasons = [item.get("reason") for item in report["items"]]
+        expect(missing_limits(found, meant) == reasons.count("does-not-fit"), "losses are reported")
 
 
 def main():
     rux, name, count = sys.argv[1:]
+    write, count_items = FORMATS[name]
     for seed in range(int(count)):
+        text, meant = write(random.Random(seed))
         try:
-            check(rux, name, seed)
-        except AssertionError as error:
-            sys.exit("%s, seed %d: %s" % (name, seed, error))
+            check(rux, name, text, meant, count_items(text))
+        except Failed as why:
+            print(text)
+            sys.exit(f"{name}, seed {seed}: {why}")
 
 
 main()
