@@ -17,9 +17,14 @@ std::string WithoutSlashAtEnd(std::string folder) {
   return folder;
 }
 
+std::string PathIn(const std::string& folder, const std::string& name) {
+  std::string path = folder;
+  return path.append("/").append(name);
+}
+
 void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files) {
   for (const ScriptFile& file : files) {
-    const std::string path = folder + '/' + file.name;
+    const std::string path = PathIn(folder, file.name);
     std::error_code ignored;
     if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) continue;
     throw support::Failure(support::ExitStatus::kTrouble, "{} is already there; nothing is written",
@@ -30,7 +35,7 @@ void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files) 
 void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files) {
   std::vector<std::string> paths;
   paths.reserve(files.size());
-  for (const ScriptFile& file : files) paths.push_back(folder + '/' + file.name);
+  for (const ScriptFile& file : files) paths.push_back(PathIn(folder, file.name));
   std::vector<support::NewFile> placed;
   placed.reserve(files.size());
   for (std::size_t i = 0; i < files.size(); ++i) placed.push_back({paths[i], files[i].text});
@@ -40,7 +45,7 @@ void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files
 
 void RemoveFrom(const std::string& folder, const std::vector<std::string>& names) {
   for (const std::string& name : names) {
-    const std::string path = folder + '/' + name;
+    const std::string path = PathIn(folder, name);
     std::error_code error;
     std::filesystem::remove(path, error);
     if (error) throw support::SystemFailure("cannot remove", path, error.value());

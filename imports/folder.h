@@ -12,6 +12,9 @@ namespace rux::imports {
 // "out" of "out/"; the root stays as it is.
 std::string WithoutSlashAtEnd(std::string folder);
 
+// "out/main.rux"
+std::string PathIn(const std::string& folder, const std::string& name);
+
 // Throws a Failure when one of them is there already.
 void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files);
 

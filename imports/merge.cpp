@@ -1,7 +1,6 @@
 #include "imports/merge.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -67,6 +66,7 @@ std::vector<Triple<Unit>> Aligned(const std::vector<Unit>& base, const std::vect
       place->push_back(&unit);
   }
   std::vector<Triple<Unit>> triples;
+  triples.reserve(base.size() + edited.size());
   for (const Unit* const unit : first) triples.push_back({nullptr, nullptr, unit});
   for (const Unit& unit : edited) {
     triples.push_back({FindIn(in_base, unit.key), &unit, FindIn(in_written, unit.key)});

@@ -12,6 +12,7 @@
 #include "driver/compile_options.h"
 #include "driver/compile_run.h"
 #include "findings/message_row.h"
+#include "imports/folder.h"
 #include "imports/layout.h"
 #include "reader/script.h"
 #include "reader/texts.h"
@@ -30,7 +31,7 @@ bool IsProblem(const diagnostics::Diagnostic& diagnostic) {
 
 void ExpectSound(const std::string& folder, const std::vector<ScriptFile>& files) {
   std::map<std::string, std::string> texts;
-  for (const ScriptFile& file : files) texts[folder + '/' + file.name] = file.text;
+  for (const ScriptFile& file : files) texts[PathIn(folder, file.name)] = file.text;
   ruxcomp::reader::Texts::ReplaceFiles([&](const std::string& path) -> std::optional<std::string> {
     const auto found = texts.find(path);
     if (found != texts.end()) return found->second;
@@ -39,7 +40,7 @@ void ExpectSound(const std::string& folder, const std::vector<ScriptFile>& files
     return settings::ReadTextFile(path, ruxcomp::reader::kLargestScript);
   });
   driver::CompileOptions options;
-  options.scripts = {folder + '/' + kMainScript};
+  options.scripts = {PathIn(folder, kMainScript)};
   const driver::Checked checked = driver::Check(options);
   ruxcomp::reader::Texts::ReplaceFiles(nullptr);
   if (checked.failure)

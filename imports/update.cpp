@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "format/format.h"
+#include "imports/folder.h"
 #include "imports/layout.h"
 #include "imports/merge.h"
 #include "reader/script.h"
@@ -21,7 +22,6 @@
 #include "ruxcomp/language/sections.h"
 #include "settings/document.h"
 #include "settings/json_file.h"
-#include "support/failure.h"
 #include "support/json.h"
 
 namespace rux::imports {
@@ -34,7 +34,7 @@ constexpr std::size_t kLargestRecord = std::size_t{1} << 30;
 
 // Missing files are empty.
 std::string TextIn(const std::string& folder, const std::string& name) {
-  const std::string path = folder + '/' + name;
+  const std::string path = PathIn(folder, name);
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return "";
   return settings::ReadTextFile(path, kLargestRecord);
@@ -75,7 +75,7 @@ ScriptFile RecordOf(const std::vector<ScriptFile>& files) {
 }
 
 std::optional<std::vector<ScriptFile>> ReadRecord(const std::string& folder) {
-  const std::string path = folder + '/' + kRecordName;
+  const std::string path = PathIn(folder, kRecordName);
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return std::nullopt;
   const settings::Document document(path, settings::ReadTextFile(path, kLargestRecord));

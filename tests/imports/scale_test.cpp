@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "imports/board.h"
+#include "imports/decimal.h"
 #include "losses/ledger.h"
 
 namespace rux::imports {
@@ -14,6 +15,7 @@ namespace {
 
 std::vector<Limit> LimitsOf(const std::vector<std::string>& numbers) {
   std::vector<Limit> limits;
+  limits.reserve(numbers.size());
   for (const std::string& number : numbers)
     limits.push_back({language::ENTRY_THRESHOLD_FH, *Decimal::In(number), losses::kNoItem});
   return limits;

@@ -102,7 +102,7 @@ void PrintConflicts(const std::string& folder, const imports::Update& update) {
       return line.empty() ? std::string("nothing") : support::SafeText(line);
     };
     support::PrintError(fmt::format("{}:{}: conflict: edited, {}; the import has {}\n",
-                                    support::SafePath(folder + '/' + name), conflict.line,
+                                    support::SafePath(imports::PathIn(folder, name)), conflict.line,
                                     shown(conflict.edited), shown(conflict.written)));
   }
 }
@@ -110,7 +110,7 @@ void PrintConflicts(const std::string& folder, const imports::Update& update) {
 void PrintSummary(const std::string& folder, const imports::Board& board,
                   const losses::Ledger& ledger) {
   support::PrintError(
-      fmt::format("{}: {}\n{}\n", support::SafePath(folder + '/' + imports::kMainScript),
+      fmt::format("{}: {}\n{}\n", support::SafePath(imports::PathIn(folder, imports::kMainScript)),
                   support::CountText(board.sensors.size(), "sensor"), losses::CountsText(ledger)));
 }
 

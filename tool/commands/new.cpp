@@ -37,7 +37,7 @@ support::ExitStatus New(NewOptions options) {
   imports::ExpectSound(folder, files);
   imports::PutInFolder(folder, files);
   support::PrintError(fmt::format("{}: {}, {}\n",
-                                  support::SafePath(folder + '/' + imports::kMainScript),
+                                  support::SafePath(imports::PathIn(folder, imports::kMainScript)),
                                   support::CountText(board.areas.size(), "group"),
                                   support::CountText(board.sensors.size(), "sensor")));
   return support::ExitStatus::kDone;
