@@ -14,6 +14,7 @@
 namespace rux::imports {
 
 Quantity QuantityIn(std::string_view unit) {
+  if (unit.empty()) return Quantity::kOther;
   std::size_t place = 0;
   for (const QuantityRow& row : kQuantities) {
     if (!row.unit.empty() && lists::UnitFactor(unit, row.unit)) return static_cast<Quantity>(place);
