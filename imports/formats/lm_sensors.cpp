@@ -20,6 +20,7 @@
 #include "imports/formats/readers.h"
 #include "losses/ledger.h"
 #include "ruxcomp/language/entries.h"
+#include "support/pattern.h"
 
 namespace rux::imports {
 namespace {
@@ -120,6 +121,17 @@ class ConfBoard {
     return line.tokens[token].name;
   }
 
+  // A name that has to look like that, for the shell.
+  const std::string& PatternAt(const ConfLine& line, std::size_t token, const char* form,
+                               const char* what) const {
+    const std::string& name = NameAt(line, token);
+    if (!support::FitsPattern(form, name)) line.RefuseAt(path_, token, what);
+    return name;
+  }
+  const std::string& ChipAt(const ConfLine& line, std::size_t token) const {
+    return PatternAt(line, token, "?*-?*", "chips, such as lm75-* or lm75-i2c-0-48");
+  }
+
   void ExpectEnd(const ConfLine& line, std::size_t token) const {
     if (token < line.tokens.size()) line.RefuseAt(path_, token, "the end of the line");
   }
@@ -131,15 +143,15 @@ class ConfBoard {
   }
 
   void ReadBus(const ConfLine& line) {
-    const std::string& bus = NameAt(line, 0);
+    const std::string& bus = PatternAt(line, 0, "i2c-[0-9]*", "a bus, such as i2c-0");
     const std::string& adapter = NameAt(line, 1);
     ExpectEnd(line, 2);
     buses_.push_back({bus, {adapter, Note(line, ' ' + bus, adapter)}});
   }
 
   void ReadChip(const ConfLine& line) {
-    std::string patterns = NameAt(line, 0);
-    for (std::size_t i = 1; i < line.tokens.size(); ++i) patterns += ' ' + NameAt(line, i);
+    std::string patterns = ChipAt(line, 0);
+    for (std::size_t i = 1; i < line.tokens.size(); ++i) patterns += ' ' + ChipAt(line, i);
     const ItemId item = Note(line, "", patterns);
     const auto [place, is_new] = chip_places_.emplace(patterns, chips_.size());
     chip_ = place->second;
