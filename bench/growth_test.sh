@@ -1,7 +1,7 @@
 #!/bin/sh
 # What is done for ten times as many things of one kind must not cost more than eleven times as much:
 # counts the instructions that compiling, and what verifies the result, take, and those of comparing
-# with a list. Times come and go, instructions do not.
+# with a list and of importing. Times come and go, instructions do not.
 #
 #   growth_test.sh GENERATOR RUX
 set -eu
@@ -97,4 +97,13 @@ done
 small=$(count check -W all parts20/main.rux)
 large=$(count check -W all parts200/main.rux)
 expect_growth shared-parts "$small" "$large"
+
+for size in 100 1000; do
+  awk -v count="$size" 'BEGIN {
+    for (i = 0; i < count; ++i) printf "chip \"c%d-*\"\nlabel in0 \"V%d\"\nset in0_max 3.3 * 1.05\n", i, i
+  }' >"sensors$size.conf"
+done
+small=$(count import lm-sensors sensors100.conf -o imported100)
+large=$(count import lm-sensors sensors1000.conf -o imported1000)
+expect_growth imported "$small" "$large"
 exit $status
