@@ -14,6 +14,7 @@
 #include "machine/machine.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
 #include "support/json.h"
