@@ -25,18 +25,22 @@ std::string PathTo(const ruxcomp::language::SectionKind& kind, const ruxcomp::Se
   return path + '/';
 }
 
+losses::Item ItemOf(const std::string& path, const ruxcomp::Section& section,
+                    const ruxcomp::Entry& entry) {
+  return {0, path + machine::KeyOf(section, entry), inspect::ValueText(machine::ValueOf(entry))};
+}
+
 }  // namespace
 
-Account::Account(const machine::Machine& machine, losses::Ledger& ledger) : ledger_(ledger) {
+Account::Account(const machine::Machine& machine, losses::Ledger& ledger, bool has_texts)
+    : ledger_(ledger) {
   ledger.BeginFile(machine.name());
   for (const ruxcomp::language::SectionKind& kind : ruxcomp::language::kSectionKinds) {
     for (const ruxcomp::Section section : machine.model().sections(kind.compiled)) {
       const std::string path = PathTo(kind, section);
       first_[kind.compiled].push_back(static_cast<losses::ItemId>(ledger.entries().size()));
-      for (const ruxcomp::Entry entry : section.entries()) {
-        ledger.Note({0, path + machine::KeyOf(section, entry),
-                     inspect::ValueText(machine::ValueOf(entry))});
-      }
+      for (const ruxcomp::Entry entry : section.entries())
+        ledger.Note(has_texts ? ItemOf(path, section, entry) : losses::Item());
     }
   }
 }

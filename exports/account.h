@@ -15,8 +15,9 @@ namespace rux::exports {
 
 class Account {
  public:
-  // Notes every entry of every section; both arguments must outlive it.
-  Account(const machine::Machine& machine, losses::Ledger& ledger);
+  // Notes every entry of every section; the machine and the ledger must outlive it. Texts of the
+  // items, for a report, take longer than all else.
+  Account(const machine::Machine& machine, losses::Ledger& ledger, bool has_texts);
 
   // The first entry with that identifier is in the result: as it is, as another text, or not for
   // that reason. Nothing happens where the section has none.

@@ -36,9 +36,9 @@ const Format* FindFormat(std::string_view name) {
 }
 
 void WriteMachine(const Format& format, const machine::Machine& machine, losses::Ledger& ledger,
-                  support::TextStream& out) {
+                  bool is_reported, support::TextStream& out) {
   losses::Ledger unused;
-  Account account(machine, format.is_of_entries ? ledger : unused);
+  Account account(machine, format.is_of_entries ? ledger : unused, is_reported);
   format.write(machine, account, out);
   account.DropRest(losses::Reason::kNoPlace);
 }

@@ -26,9 +26,10 @@ const std::vector<Format>& Formats();
 // Null when there is none with that name.
 const Format* FindFormat(std::string_view name);
 
-// All entries that the format says nothing about are dropped, having no place in it.
+// All entries that the format says nothing about are dropped, having no place in it. The items of
+// the ledger have texts when it is to be reported.
 void WriteMachine(const Format& format, const machine::Machine& machine, losses::Ledger& ledger,
-                  support::TextStream& out);
+                  bool is_reported, support::TextStream& out);
 
 // The formats, for Formats(): a file each, or a row of a table.
 void WriteC(const machine::Machine& machine, Account& account, support::TextStream& out);

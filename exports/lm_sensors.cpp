@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <regex>
 #include <set>
@@ -16,7 +17,6 @@
 #include "lists/list.h"
 #include "losses/ledger.h"
 #include "machine/machine.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/model/handles.h"
 #include "support/safe_text.h"
@@ -181,7 +181,7 @@ class ConfWriter {
   std::string RatioIn(const Sensor& sensor, const char* name, const char* otherwise) {
     const ruxcomp::Entry entry = PropertyOf(sensor.section, name);
     if (!entry) return otherwise;
-    const std::string text(entry.value().text());
+    std::string text(entry.value().text());
     if (!IsRatio(text)) {
       account_.Dropped(sensor.section, entry.identifier(), losses::Reason::kNotANumber);
       return otherwise;

@@ -24,7 +24,7 @@ using rux::machine::Machine;
 
 std::string Written(const Format& format, const Machine& machine, Ledger& ledger) {
   return rux::support::WrittenText([&](rux::support::TextStream& out) {
-    rux::exports::WriteMachine(format, machine, ledger, out);
+    rux::exports::WriteMachine(format, machine, ledger, true, out);
   });
 }
 

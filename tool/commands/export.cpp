@@ -53,7 +53,8 @@ support::ExitStatus Export(const ExportOptions& options) {
   const machine::Machine machine = LoadMachine(options.machine);
   losses::Ledger ledger;
   const std::string text = support::WrittenText([&](support::TextStream& out) {
-    exports::WriteMachine(*exports::FindFormat(options.format), machine, ledger, out);
+    exports::WriteMachine(*exports::FindFormat(options.format), machine, ledger,
+                          !options.losses.empty(), out);
   });
   const std::string report = options.losses.empty() ? "" : LossesText(options, ledger);
   std::vector<support::NewFile> files;
