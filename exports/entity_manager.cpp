@@ -1,7 +1,6 @@
 // Configurations of OpenBMC's entity-manager: what sensors are read from, and their thresholds.
 #include <cstddef>
 #include <cstdint>
-#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -9,6 +8,7 @@
 
 #include "exports/account.h"
 #include "exports/formats.h"
+#include "exports/members.h"
 #include "exports/sensors.h"
 #include "losses/ledger.h"
 #include "machine/machine.h"
@@ -26,7 +26,9 @@ namespace {
 namespace language = ruxcomp::language;
 
 // Properties that are not members of the same name.
-constexpr char kType[] = "Type";        // without it, what measures is not known
+constexpr char kType[] = "Type";  // without it, what measures is not known
+constexpr char kLabels[] = "Labels";
+constexpr char kThresholds[] = "Thresholds";
 constexpr char kChannel[] = "CHANNEL";  // of a sensor: which one of its device it is
 
 struct ThresholdKind {
@@ -52,19 +54,6 @@ const ThresholdKind* ThresholdWith(std::string_view property) {
     if (language::HasPrefix(property, PrefixOf(kind))) return &kind;
   }
   return nullptr;
-}
-
-bool IsNumber(const std::string& text) {
-  static const std::regex number(R"(-?(0|[1-9][0-9]{0,30})(\.[0-9]{1,30})?([eE][-+]?[0-9]{1,3})?)");
-  constexpr std::size_t kLongest = 80;
-  return text.size() <= kLongest && std::regex_match(text, number);
-}
-
-void WriteMember(std::string_view key, std::string_view value, support::JsonObject& json) {
-  const std::string text(value);
-  if (text == "true" || text == "false") return json.Member(key, text == "true");
-  if (IsNumber(text)) return json.Member(key, support::JsonNumber{text});
-  json.Member(key, text);
 }
 
 // Texts of SYSTEM and PROPERTY sections.
@@ -94,8 +83,9 @@ class Exposed {
     }
     exposes.Object([&](support::JsonObject& json) {
       WriteNames(json);
-      WriteProperties(owner_, "", json);
-      for (const Sensor* const sensor : sensors_) WriteOwn(*sensor, json);
+      AddProperties(owner_, "");
+      for (const Sensor* const sensor : sensors_) AddOwn(*sensor);
+      members_.Write(json);
       WriteThresholds(json);
     });
   }
@@ -105,13 +95,6 @@ class Exposed {
 
   static std::string_view ChannelOf(const Sensor& sensor) {
     return PropertyOf(sensor.section, kChannel).value().text();
-  }
-
-  // False for a key that the object has.
-  bool Take(const std::string& key) { return keys_.insert(key).second; }
-
-  void WriteText(const std::string& key, std::string_view text, support::JsonObject& json) {
-    if (Take(key)) json.Member(key, std::string(text));
   }
 
   // Of a sensor without a channel, after so many others. A chip that measures temperatures may
@@ -130,45 +113,46 @@ class Exposed {
     for (const Sensor* const sensor : sensors_) {
       AccountForLabel(sensor->section, account_);
       const std::string channel(ChannelOf(*sensor));
-      if (!channel.empty()) {
+      const std::string_view label = LabelOf(sensor->section);
+      if (channel.empty()) {
+        members_.AddName(NameKey(*sensor, unnamed++), label);
+      } else {
         labels.push_back(channel);
-        continue;
+        if (label != std::string(LabelOf(owner_)) + ' ' + channel)
+          members_.AddName(channel + "_Name", label);
       }
-      WriteText(NameKey(*sensor, unnamed), LabelOf(sensor->section), json);
-      ++unnamed;
     }
     AccountForLabel(owner_, account_);
-    WriteText("Name", LabelOf(owner_), json);
-    if (labels.empty()) return;
-    keys_.insert("Labels");
-    json.Array("Labels", [&](support::JsonArray& list) { list.Items(labels); });
-    for (const Sensor* const sensor : sensors_) {
-      const std::string channel(ChannelOf(*sensor));
-      const std::string usual = std::string(LabelOf(owner_)) + ' ' + channel;
-      if (!channel.empty() && LabelOf(sensor->section) != usual)
-        WriteText(channel + "_Name", LabelOf(sensor->section), json);
-    }
+    members_.AddName("Name", LabelOf(owner_));
+    if (!labels.empty()) json.Array(kLabels, [&](support::JsonArray& list) { list.Items(labels); });
   }
 
   // What the sensor has beside its owner.
-  void WriteOwn(const Sensor& sensor, support::JsonObject& json) {
+  void AddOwn(const Sensor& sensor) {
     if (!has_device()) return;
     const std::string channel(ChannelOf(sensor));
-    WriteProperties(sensor.section, channel.empty() ? "" : channel + '_', json);
+    AddProperties(sensor.section, channel.empty() ? "" : channel + '_');
   }
 
-  void WriteProperties(const ruxcomp::Section& section, const std::string& prefix,
-                       support::JsonObject& json) {
-    const std::set<std::string_view> others = {kChannel, kDeviceProperty, kLabelProperty};
+  // False for what is there already.
+  bool Add(const std::string& prefix, const std::string& name, std::string_view text) {
+    if (!prefix.empty()) return members_.Add(prefix + name, text);
+    const bool is_list =
+        language::HasPrefix(name, kLabels) || language::HasPrefix(name, kThresholds);
+    return !is_list && members_.AddNested(name, text);
+  }
+
+  void AddProperties(const ruxcomp::Section& section, const std::string& prefix) {
+    const bool is_sensor = section.kind() == RUX_SECT_SENSOR;
     for (const ruxcomp::Entry entry : section.entries()) {
       if (language::ClassOf(entry.identifier()) != language::CLASS_Property) continue;
       const std::string name(entry.name());
-      const bool is_of_sensor = section.kind() == RUX_SECT_SENSOR;
-      if (is_of_sensor && ThresholdWith(name) != nullptr) continue;
-      if (others.count(name) != 0 || (is_of_sensor && machine_.DependsOn(name))) {
-        if (name != kLabelProperty) account_.Used(section, entry.identifier());
-      } else if (Take(prefix + name)) {
-        WriteMember(prefix + name, entry.value().text(), json);
+      if (name == kLabelProperty || (is_sensor && ThresholdWith(name) != nullptr)) continue;
+      const bool is_elsewhere =
+          name == kChannel || name == kDeviceProperty || (is_sensor && machine_.DependsOn(name));
+      const std::string_view text = entry.value().text();
+      const bool is_added = is_elsewhere || Add(prefix, name, text);
+      if (is_added) {
         account_.UsedAsUtf8(section, entry.identifier());
       } else {
         account_.Dropped(section, entry.identifier(), losses::Reason::kDuplicate);
@@ -179,8 +163,8 @@ class Exposed {
   void WriteThresholds(support::JsonObject& json) {
     bool has_any = false;
     for (const Sensor* const sensor : sensors_) has_any = has_any || !sensor->limits.empty();
-    if (!has_any || !Take("Thresholds")) return;
-    json.Array("Thresholds", [&](support::JsonArray& list) {
+    if (!has_any) return;
+    json.Array(kThresholds, [&](support::JsonArray& list) {
       for (std::size_t i = 0; i < sensors_.size(); ++i) {
         for (const SensorLimit& limit : sensors_[i]->limits) {
           for (const ThresholdKind& kind : kThresholdKinds) {
@@ -228,7 +212,7 @@ class Exposed {
   const ruxcomp::Section owner_;
   const std::vector<const Sensor*>& sensors_;
   Account& account_;
-  std::set<std::string> keys_;
+  Members members_;
 };
 
 }  // namespace

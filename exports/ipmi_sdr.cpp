@@ -55,8 +55,8 @@ const RecordUnit& RecordUnitOf(const Sensor& sensor) {
 
 // The thresholds by their bits, from the lowest: lower non-critical, critical and non-recoverable,
 // then the upper ones. THEORY is the nominal reading.
-constexpr std::size_t kThresholds = 6;
-constexpr std::array<language::EntryId, kThresholds> kEntryOfBit = {
+constexpr std::size_t kThresholdCount = 6;
+constexpr std::array<language::EntryId, kThresholdCount> kEntryOfBit = {
     language::ENTRY_THRESHOLD_WL, language::ENTRY_THRESHOLD_FL, {},
     language::ENTRY_THRESHOLD_WH, language::ENTRY_THRESHOLD_FH, {}};
 
@@ -65,7 +65,7 @@ struct CodedSensor {
   const Sensor& sensor;
   const RecordUnit& unit;
   ByteCode code;
-  std::array<int, kThresholds> bytes = {};
+  std::array<int, kThresholdCount> bytes = {};
   int mask = 0;  // the thresholds that there are
   int nominal = 0;
   bool has_nominal = false;
@@ -73,7 +73,7 @@ struct CodedSensor {
 
 void Encode(const SensorLimit& limit, const Amount& amount, CodedSensor& coded, Account& account) {
   const int byte = coded.code.ByteFor(amount);
-  for (std::size_t bit = 0; bit < kThresholds; ++bit) {
+  for (std::size_t bit = 0; bit < kThresholdCount; ++bit) {
     if (kEntryOfBit[bit] != limit.row->source) continue;
     coded.bytes[bit] = byte & 0xFF;
     coded.mask |= 1 << bit;

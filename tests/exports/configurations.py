@@ -26,7 +26,8 @@ SCHEMA = "tests/tool/schemas/entity-manager.schema.json"
 HEAD = ["[MORVRUX]", "VERSION = 1", "[DEFINE]", "VT_CONST = 1", "[SYSTEM]", "TYPE = 1", "MODEL = board", "FLAG = 0",
         "RUXLOOP = 1", "[GROUP]", "PARENT = 0", "NAME = G", "CHILDGROUP = 0",
         "[DEVICE]", "NAME = D", "ID = 1", "INITFLAG = 0", "CONTROLMASK = 0", "P_CHIP = it87-isa-* nct6775-i2c-0-2d",
-        "P_ADAPTER = SMBus PIIX4 adapter", "P_Type = TMP75", "P_Bus = 7", "P_Address = 0x48"]
+        "P_ADAPTER = SMBus PIIX4 adapter", "P_Type = TMP75", "P_Bus = 7", "P_Address = 0x48", "P_Connector_Tachs_0 = 3", "P_Connector_Tachs_1 = 4",
+        "P_Connector_Name = J1", "P_Gpios_0_Name = A", "P_Gpios_1_Name = B", "P_Thresholds_0 = x", "P__ = x"]
 
 
 def source_of(sensors):
@@ -74,6 +75,8 @@ def expect_configuration(file, schema, sensors):
     configuration = json.loads(file.read_text(), parse_float=decimal.Decimal)
     entry, = configuration["Exposes"]
     assert (entry["Name"], entry["Type"], entry["Bus"], entry["Address"]) == ("D", "TMP75", 7, "0x48"), entry
+    assert entry["Connector"] == {"Tachs": [3, 4], "Name": "J1"} and entry["_"] == "x", entry
+    assert entry["Gpios"] == [{"Name": "A"}, {"Name": "B"}], entry
     assert entry["Labels"] == [feature for _, _, feature in sensors]
     assert [entry[feature + "_Name"] for _, _, feature in sensors] == [label for label, _, _ in sensors]
     found = {(item["Label"], item["Direction"], item["Severity"]): fractions.Fraction(item["Value"])
