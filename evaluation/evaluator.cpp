@@ -67,18 +67,19 @@ Result Evaluator::ValueOf(const ruxcomp::Section& section, const ruxcomp::Entry&
 
 Evaluator::Step Evaluator::Evaluate(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
                                     Frame& frame) {
+  if (const Sequence* given = readings_.OfValue(KeyOf(section, entry))) {
+    const Result result = Next(*given);
+    Observe([&](Observer& each) { each.Given(section, entry, result); });
+    return {result};
+  }
   Observe([&](Observer& each) { each.Begin(section, entry); });
   steps_ += std::max<std::size_t>(entry.values().size(), 1);
   ++depth_;
-  Step step{Result::Error("")};
-  if (steps_ > kMostSteps) {
-    step.result = Result::Error(fmt::format("more than {} steps", kMostSteps));
-  } else if (depth_ > kDeepestValue) {
-    step.result = Result::Error(fmt::format("values are nested more than {} deep", kDeepestValue));
-  } else {
-    const Sequence* given = readings_.OfValue(KeyOf(section, entry));
-    step = given != nullptr ? Step{Next(*given)} : StepOf(section, entry, frame);
-  }
+  const Step step = [&]() -> Step {
+    if (steps_ > kMostSteps) return {Result::Error(fmt::format("more than {} steps", kMostSteps))};
+    if (depth_ <= kDeepestValue) return StepOf(section, entry, frame);
+    return {Result::Error(fmt::format("values are nested more than {} deep", kDeepestValue))};
+  }();
   --depth_;
   Observe([&](Observer& each) { each.End(section, entry, step.result); });
   return step;

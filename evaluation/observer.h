@@ -19,6 +19,8 @@ class Observer {
 
   virtual void Begin(const ruxcomp::Section&, const ruxcomp::Entry&) {}
   virtual void End(const ruxcomp::Section&, const ruxcomp::Entry&, const Result&) {}
+  // A reading is in place of the value.
+  virtual void Given(const ruxcomp::Section&, const ruxcomp::Entry&, const Result&) {}
   // An action is called with these arguments.
   virtual void Call(const ruxcomp::Section&, const std::vector<Result>&) {}
   virtual void Access(const AccessKey&, bool /*is_write*/, const Result&) {}

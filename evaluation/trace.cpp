@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "evaluation/readings.h"
@@ -30,10 +31,20 @@ void Effects::Access(const AccessKey& key, bool is_write, const Result& result) 
 }
 
 void Trace::Begin(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  Add(section, entry, inspect::ValueText(machine::ValueOf(entry)), Result::Unknown(""));
+  open_.push_back(steps_.size() - 1);
+}
+
+void Trace::Given(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                  const Result& result) {
+  Add(section, entry, "given", result);
+}
+
+void Trace::Add(const ruxcomp::Section& section, const ruxcomp::Entry& entry, std::string text,
+                const Result& result) {
   const Target target{language::FindCompiledKind(section.kind()), section, entry};
-  open_.push_back(steps_.size());
-  steps_.push_back({open_.size() - 1, target.Path(), inspect::ValueText(machine::ValueOf(entry)),
-                    Result::Unknown(""), PlaceOf(machine_, section, entry)});
+  steps_.push_back(
+      {open_.size(), target.Path(), std::move(text), result, PlaceOf(machine_, section, entry)});
 }
 
 void Trace::End(const ruxcomp::Section&, const ruxcomp::Entry&, const Result& result) {

@@ -61,9 +61,14 @@ class Trace : public Observer {
   void Begin(const ruxcomp::Section& section, const ruxcomp::Entry& entry) override;
   void End(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
            const Result& result) override;
+  void Given(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+             const Result& result) override;
   void Access(const AccessKey& key, bool is_write, const Result& result) override;
 
  private:
+  void Add(const ruxcomp::Section& section, const ruxcomp::Entry& entry, std::string text,
+           const Result& result);
+
   const machine::Machine& machine_;
   std::vector<TraceStep> steps_;
   std::vector<std::size_t> open_;  // the steps of values that have no result yet
