@@ -1,0 +1,80 @@
+// What of a machine tests have evaluated.
+#ifndef CASES_COVERAGE_H_
+#define CASES_COVERAGE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "evaluation/bands.h"
+#include "evaluation/observer.h"
+#include "evaluation/result.h"
+#include "evaluation/target.h"
+#include "machine/machine.h"
+#include "machine/place.h"
+#include "profile/profile.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::cases {
+
+// Notes what is evaluated.
+class Coverage : public evaluation::Observer {
+ public:
+  void End(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+           const evaluation::Result& result) override;
+  void Call(const ruxcomp::Section& action, const std::vector<evaluation::Result>&) override;
+  void Cell(const ruxcomp::Section& table, std::uint32_t index) override;
+  void Branch(const ruxcomp::Section& section, const ruxcomp::Entry& entry, bool holds) override;
+
+  // A sensor is in a band: it is on one side of each of its limits.
+  void AddBand(const profile::Profile& profile, const ruxcomp::Section& sensor,
+               const evaluation::Band& band);
+  // What another one noted.
+  void Add(const Coverage& other);
+
+ private:
+  friend class CoverageReader;
+  // The ways something went: bit 0 one way, bit 1 the other.
+  using Ways = std::map<evaluation::ValueKey, unsigned>;
+
+  std::set<evaluation::ValueKey> steps_;
+  std::set<std::uint32_t> actions_;                          // by ordinals
+  std::set<std::pair<std::uint32_t, std::uint32_t>> cells_;  // ordinals of tables, indices
+  Ways branches_;
+  Ways limits_;
+};
+
+// Something that tests evaluate, or not.
+struct CoveredThing {
+  std::string text;  // "SENSOR/CPU0_TEMP/THRESHOLD_FH: never beyond it"
+  std::optional<machine::Place> place;
+};
+
+struct CoveredKind {
+  std::string_view name;  // "limits"
+  std::string_view what;  // that counts: "limits with readings on both sides"
+  std::size_t all = 0;
+  std::vector<CoveredThing> missing = {};
+
+  std::size_t covered() const { return all - missing.size(); }
+  // Rounded down; 100 when there is nothing.
+  std::size_t percent() const { return all == 0 ? 100 : covered() * 100 / all; }
+};
+
+inline constexpr std::string_view kCoveredKinds[] = {"limits", "actions", "steps", "cells",
+                                                     "branches"};
+
+// In the order of these. Limits are those that the profile counts; cells are stretches of equal
+// ones; a branch is a comparison or a condition, for each of its two ways.
+std::vector<CoveredKind> CoverageOf(const machine::Machine& machine,
+                                    const profile::Profile& profile, const Coverage& coverage);
+
+}  // namespace rux::cases
+
+#endif  // CASES_COVERAGE_H_

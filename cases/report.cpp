@@ -1,0 +1,112 @@
+#include "cases/report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cases/coverage.h"
+#include "cases/run.h"
+#include "machine/place.h"
+#include "profile/profile.h"
+#include "support/json.h"
+#include "support/number_text.h"
+#include "support/safe_text.h"
+#include "support/text_stream.h"
+
+namespace rux::cases {
+namespace {
+
+std::string PlaceSuffix(const std::optional<machine::Place>& place) {
+  return place ? "  " + place->SafeText() : "";
+}
+
+void WriteMismatch(const CaseResult& result, const Mismatch& mismatch, support::TextStream& out) {
+  out += "      " + support::SafePath(result.source->file);
+  out += support::SafeFormat(":{}: {}\n", mismatch.line, mismatch.text);
+  for (const Remark& remark : mismatch.remarks) {
+    out += "        " + support::SafeText(remark.text) + PlaceSuffix(remark.place) + '\n';
+  }
+}
+
+void WriteCoverage(const FileResult& file, bool has_missing, support::TextStream& out) {
+  out += "coverage:\n";
+  for (const CoveredKind& kind : file.coverage) {
+    out += fmt::format("  {:<9}{:>4} %  {} of {}  {}\n", kind.name, kind.percent(), kind.covered(),
+                       kind.all, kind.what);
+    if (!has_missing) continue;
+    for (const CoveredThing& thing : kind.missing)
+      out += "    " + support::SafeText(thing.text) + PlaceSuffix(thing.place) + '\n';
+  }
+}
+
+void WriteCase(support::JsonObject& json, const CaseResult& result) {
+  json.Member("name", result.source->name);
+  json.Member("file", result.source->file);
+  json.Member("line", result.source->line);
+  json.Member("passes", result.passes());
+  json.Objects("mismatches", result.mismatches,
+               [](support::JsonObject& member, const Mismatch& mismatch) {
+                 member.Member("line", mismatch.line);
+                 member.Member("text", mismatch.text);
+                 member.Objects("remarks", mismatch.remarks,
+                                [](support::JsonObject& remark, const Remark& each) {
+                                  remark.Member("text", each.text);
+                                  machine::WritePlace(remark, each.place);
+                                });
+               });
+}
+
+void WriteKind(support::JsonObject& json, const CoveredKind& kind) {
+  json.Member("kind", kind.name);
+  json.Member("all", kind.all);
+  json.Member("covered", kind.covered());
+  json.Objects("missing", kind.missing, [](support::JsonObject& member, const CoveredThing& each) {
+    member.Member("text", each.text);
+    machine::WritePlace(member, each.place);
+  });
+}
+
+}  // namespace
+
+std::size_t FileResult::failed() const {
+  return static_cast<std::size_t>(std::count_if(
+      results.begin(), results.end(), [](const CaseResult& result) { return !result.passes(); }));
+}
+
+void WriteText(const std::vector<FileResult>& files, const ReportOptions& options,
+               support::TextStream& out) {
+  for (const FileResult& file : files) {
+    out += profile::TitleOf(file.profile) + '\n';
+    out += support::SafeFormat("{}: {}\n", file.file.path, file.file.machine);
+    for (const CaseResult& result : file.results) {
+      if (result.passes() && options.only_failed) continue;
+      out += support::SafeFormat("  {}  {}\n", result.passes() ? "ok    " : "FAILED",
+                                 result.source->name);
+      for (const Mismatch& mismatch : result.mismatches) WriteMismatch(result, mismatch, out);
+    }
+    out += fmt::format("{}, {} failed\n", support::CountText(file.results.size(), "case"),
+                       file.failed());
+    if (options.has_coverage) WriteCoverage(file, options.has_missing, out);
+  }
+}
+
+void WriteJson(const std::vector<FileResult>& files, const ReportOptions& options,
+               support::TextStream& out) {
+  support::WriteJson(out, [&](support::JsonObject& json) {
+    json.Schema(1);
+    json.Objects("files", files, [&](support::JsonObject& member, const FileResult& file) {
+      member.Member("file", file.file.path);
+      member.Member("machine", file.file.machine);
+      profile::WriteProfile(file.profile, member);
+      member.Member("failed", file.failed());
+      member.Objects("cases", file.results, WriteCase);
+      if (options.has_coverage) member.Objects("coverage", file.coverage, WriteKind);
+    });
+  });
+}
+
+}  // namespace rux::cases

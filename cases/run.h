@@ -1,0 +1,54 @@
+// Runs test cases of a machine.
+#ifndef CASES_RUN_H_
+#define CASES_RUN_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cases/case.h"
+#include "cases/coverage.h"
+#include "evaluation/plan.h"
+#include "machine/machine.h"
+#include "machine/place.h"
+#include "profile/profile.h"
+
+namespace rux::cases {
+
+// What helps to see why something is not as expected.
+struct Remark {
+  std::string text;
+  std::optional<machine::Place> place = {};  // where a script says it
+};
+
+// Something that is not as expected.
+struct Mismatch {
+  std::uint32_t line;  // of the file of the case
+  std::string text;    // "SENSOR/CPU0_TEMP: expected band WH, found FH"
+  std::vector<Remark> remarks = {};
+};
+
+struct CaseResult {
+  const Case* source;
+  std::vector<Mismatch> mismatches;
+
+  bool passes() const { return mismatches.empty(); }
+};
+
+// All that cases are evaluated by, which must outlive it.
+struct Bench {
+  const evaluation::Plan& plan;
+  const profile::Profile& profile;
+  std::mutex& places;  // of the machine, which are looked up by one thread at a time
+};
+
+// The results are in the order of the cases. `jobs`: how many threads share them.
+std::vector<CaseResult> RunCases(const Bench& bench, const std::vector<const Case*>& cases,
+                                 std::size_t jobs, Coverage& coverage);
+
+}  // namespace rux::cases
+
+#endif  // CASES_RUN_H_

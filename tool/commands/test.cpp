@@ -1,0 +1,208 @@
+// rux test TESTS...
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cases/boundary.h"
+#include "cases/case.h"
+#include "cases/coverage.h"
+#include "cases/report.h"
+#include "cases/run.h"
+#include "evaluation/plan.h"
+#include "machine/machine.h"
+#include "profile/profile.h"
+#include "support/failure.h"
+#include "support/pattern.h"
+#include "support/standard_streams.h"
+#include "support/terminal.h"
+#include "support/text_stream.h"
+#include "table/forms.h"
+#include "tool/command.h"
+#include "tool/machine_arguments.h"
+#include "tool/profile_arguments.h"
+
+namespace rux::tool {
+namespace {
+
+struct TestOptions {
+  std::vector<std::string> files;
+  MachineOptions machine;
+  std::string profile;
+  std::string filter;
+  std::size_t jobs = 1;
+  std::string format = "text";
+  cases::ReportOptions report;
+  std::vector<std::string> least;  // "limits=100"
+  bool boundary = false;
+};
+
+struct LeastCoverage {
+  std::string_view kind;
+  std::size_t percent;
+};
+
+// Throws a Failure of wrong usage.
+std::vector<LeastCoverage> LeastCoverageOf(const TestOptions& options) {
+  std::vector<LeastCoverage> all;
+  for (const std::string& text : options.least) {
+    const std::size_t sign = std::min(text.find('='), text.size());
+    const auto kind = std::find(std::begin(cases::kCoveredKinds), std::end(cases::kCoveredKinds),
+                                text.substr(0, sign));
+    const std::string digits = text.substr(std::min(sign + 1, text.size()));
+    const bool is_number =
+        !digits.empty() && digits.size() < 4 &&
+        std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+    if (kind == std::end(cases::kCoveredKinds) || !is_number || std::stoul(digits) > 100) {
+      throw support::Failure(support::ExitStatus::kWrongUsage,
+                             "--fail-under must be KIND=PERCENT, where KIND is limits, actions, "
+                             "steps, cells or branches, found {}",
+                             text);
+    }
+    all.push_back({*kind, std::stoul(digits)});
+  }
+  return all;
+}
+
+// What a file of tests is run with.
+struct LoadedTests {
+  cases::CaseFile file;
+  machine::Machine machine;
+  profile::Profile profile;
+};
+
+LoadedTests Load(const TestOptions& options, const std::string& path) {
+  cases::CaseFile file = cases::ReadCaseFile(path);
+  MachineOptions of_machine = options.machine;
+  of_machine.file = file.machine;
+  machine::Machine machine = LoadMachine(of_machine);
+  profile::Profile profile = ProfileFor(machine, options.profile);
+  return {std::move(file), std::move(machine), std::move(profile)};
+}
+
+cases::FileResult RunFile(const TestOptions& options, const std::string& path) {
+  LoadedTests tests = Load(options, path);
+  cases::FileResult result{std::move(tests.file), std::move(tests.profile), {}, {}};
+  std::vector<const cases::Case*> chosen;
+  for (const cases::Case& each : result.file.cases) {
+    if (options.filter.empty() || support::FitsPattern(options.filter, each.name))
+      chosen.push_back(&each);
+  }
+  const evaluation::Plan plan(tests.machine);
+  std::mutex places;
+  cases::Coverage coverage;
+  result.results = RunCases({plan, result.profile, places}, chosen, options.jobs, coverage);
+  result.coverage = cases::CoverageOf(tests.machine, result.profile, coverage);
+  return result;
+}
+
+// Says on standard error what is below.
+bool IsCovered(const std::vector<LeastCoverage>& least, const cases::FileResult& file) {
+  bool is_covered = true;
+  for (const LeastCoverage& each : least) {
+    for (const cases::CoveredKind& kind : file.coverage) {
+      if (kind.name != each.kind || kind.percent() >= each.percent) continue;
+      support::PrintError(support::SafeFormat("rux: {}: {} % of {} are covered, expected {} %\n",
+                                              file.file.path, kind.percent(), kind.name,
+                                              each.percent));
+      is_covered = false;
+    }
+  }
+  return is_covered;
+}
+
+support::ExitStatus PrintBoundaries(const TestOptions& options) {
+  for (const std::string& path : options.files) {
+    const LoadedTests tests = Load(options, path);
+    const evaluation::Plan plan(tests.machine);
+    std::mutex places;
+    const table::Sheet sheet = cases::BoundariesOf({plan, tests.profile, places});
+    support::Print(support::PrintOut, [&](support::TextStream& out) {
+      for (const table::Form& form : table::kForms) {
+        if (form.name == options.format && form.write != nullptr) return form.write(sheet, out);
+      }
+      table::WriteText(sheet, support::StyleOfOutput("never"), out);
+    });
+  }
+  return support::ExitStatus::kDone;
+}
+
+// Throws a Failure of wrong usage for a format that what is printed does not have.
+void ExpectFormat(const TestOptions& options) {
+  const bool is_of_table = options.format == "csv" || options.format == "markdown";
+  if (options.format == "text" || is_of_table == options.boundary) return;
+  throw support::Failure(support::ExitStatus::kWrongUsage, "{} has no format {}",
+                         options.boundary ? "--boundary" : "a report of cases", options.format);
+}
+
+support::ExitStatus Test(TestOptions options) {
+  ExpectFormat(options);
+  if (options.boundary) return PrintBoundaries(options);
+  const std::vector<LeastCoverage> least = LeastCoverageOf(options);
+  options.report.has_coverage = options.report.has_coverage || options.report.has_missing;
+  std::vector<cases::FileResult> files;
+  for (const std::string& path : options.files) files.push_back(RunFile(options, path));
+  const bool has_cases = std::any_of(files.begin(), files.end(),
+                                     [](const auto& file) { return !file.results.empty(); });
+  if (!options.filter.empty() && !has_cases) {
+    throw support::Failure(support::ExitStatus::kWrongUsage, "no case has a name like {}",
+                           options.filter);
+  }
+  support::Print(support::PrintOut, [&](support::TextStream& out) {
+    for (const cases::Form& form : cases::kForms) {
+      if (form.name == options.format) form.write(files, options.report, out);
+    }
+  });
+  bool is_fine = true;
+  for (const cases::FileResult& file : files)
+    is_fine = IsCovered(least, file) && file.failed() == 0 && is_fine;
+  return is_fine ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
+}
+
+void AddReport(Arguments& arguments, TestOptions& options) {
+  arguments
+      .Add("--format", &options.format,
+           "text (default), json (docs/test-report.schema.json), junit or sarif; with --boundary "
+           "text, markdown or csv")
+      .OneOf("FORMAT", {"text", "json", "junit", "sarif", "markdown", "csv"});
+  arguments.Add("-q,--quiet", &options.report.only_failed, "Print only cases that fail");
+  arguments.Add("--coverage", &options.report.has_coverage,
+                "Print how much of the machine the cases evaluate");
+  arguments.Add("--missing", &options.report.has_missing,
+                "The same, and what they do not evaluate");
+  arguments
+      .Add("--fail-under", &options.least,
+           "Exit with 1 when less of limits, actions, steps, cells or branches is covered")
+      .Value("KIND=PERCENT");
+  arguments.Add("--boundary", &options.boundary,
+                "Run no cases; print the band of the readings around each limit");
+}
+
+}  // namespace
+
+Action SetUpTest(Arguments& arguments) {
+  const auto options = std::make_shared<TestOptions>();
+  arguments.Add("TESTS", &options->files, "Files of test cases (docs/test.schema.json)")
+      .File()
+      .Required();
+  arguments.Add("--filter", &options->filter, "Only cases whose names fit (*, ?, [...])")
+      .Value("PATTERN");
+  arguments.Add("-j,--jobs", &options->jobs, "Run so many cases at a time").Value("N");
+  AddProfile(arguments, options->profile);
+  AddReport(arguments, *options);
+  AddSearchOptions(arguments, options->machine);
+  arguments.Footer(
+      "A file of tests names the machine. The exit status is 1 when a case fails.\n\n"
+      "Examples:\n"
+      "  rux test boards/edge.tests.json\n"
+      "  rux test edge.tests.json --filter 'fan*' --missing\n"
+      "  rux test edge.tests.json --format junit > results.xml\n"
+      "  rux test edge.tests.json --boundary --format markdown");
+  return [options] { return Test(*options); };
+}
+
+}  // namespace rux::tool
