@@ -14,7 +14,7 @@ namespace {
 std::string WithOnly(std::string_view text, std::string_view others) {
   std::string name;
   bool is_gap = false;
-  for (const char c : text) {
+  for (const char c : text.substr(0, kMostNameBytes)) {
     if (!support::IsLetterOrDigit(c) && others.find(c) == std::string_view::npos) {
       is_gap = true;
       continue;
@@ -41,6 +41,10 @@ std::string Names::Take(std::string_view text, std::string_view fallback) {
   const bool has_letter = name.find_first_not_of("0123456789+-._") != std::string::npos;
   if (!has_letter || support::IsDigit(name.front()))
     name = std::string(fallback) + (name.empty() ? "" : "_" + name);
+  return TakeAsItIs(name);
+}
+
+std::string Names::TakeAsItIs(const std::string& name) {
   if (taken_.insert(name).second) return name;
   std::uint32_t& number = next_.try_emplace(name, 2).first->second;
   for (;; ++number) {

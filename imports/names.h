@@ -2,6 +2,7 @@
 #ifndef IMPORTS_NAMES_H_
 #define IMPORTS_NAMES_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -10,6 +11,9 @@
 #include <string_view>
 
 namespace rux::imports {
+
+// Many sections repeat a name: what is longer is cut.
+inline constexpr std::size_t kMostNameBytes = 120;
 
 // Letters, digits and "_+-." of the text, and an underscore for anything else between them; empty
 // when nothing is left.
@@ -24,6 +28,8 @@ class Names {
   // The legal name of the text or, when that is taken, with _2, _3, ... after it. A text without
   // a legal name, or whose name is a number, gets the fallback before it.
   std::string Take(std::string_view text, std::string_view fallback);
+  // The name or, when it is taken, with such a number.
+  std::string TakeAsItIs(const std::string& name);
 
  private:
   std::set<std::string, std::less<>> taken_;

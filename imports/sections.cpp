@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,6 +51,11 @@ void SectionWriter::Comment(const Origin& origin, std::string_view name) {
   script_.Comment(PlainText(text));
 }
 
+void SectionWriter::BeginKeys(std::initializer_list<const char*> taken) {
+  keys_ = Names();
+  for (const char* key : taken) keys_.TakeAsItIs(key);
+}
+
 void SectionWriter::Write(std::string_view prefix, const std::vector<Property>& properties) {
   for (const Property& property : properties) {
     const std::string value = PlainText(property.value.text);
@@ -58,9 +64,7 @@ void SectionWriter::Write(std::string_view prefix, const std::vector<Property>& 
       ledger_.Dropped(property.value.item, losses::Reason::kNoPlace);
       continue;
     }
-    std::string key = legal;
-    for (int number = 2; !keys_.insert(key).second; ++number)
-      key = legal + '_' + std::to_string(number);
+    const std::string key = keys_.TakeAsItIs(legal);
     script_.Entry(std::string(prefix) + key, value);
     Settle(property.value, value, losses::Reason::kSimplified);
   }
@@ -134,7 +138,7 @@ void SectionWriter::WriteUnit(const Sensor& sensor) {
 }
 
 void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
-  keys_ = {kUnitProperty, kDivisorProperty, kSignProperty, "DEVICE", "LABEL"};
+  BeginKeys({kUnitProperty, kDivisorProperty, kSignProperty, kDeviceProperty, kLabelProperty});
   Comment(sensor.origin, sensor.comment.empty() ? sensor.name.text : sensor.comment);
   script_.Section("SENSOR");
   script_.Entry("NAME", place.name);
@@ -145,15 +149,16 @@ void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
   WriteNumber(sensor, language::ENTRY_INITFLAG, "0");
   WriteNumber(sensor, language::ENTRY_CONTROLMASK, "0");
   WriteLimits(sensor);
-  if (!place.device.empty()) script_.Entry("P_DEVICE", place.device);
+  if (!place.device.empty()) script_.Entry(std::string("P_") + kDeviceProperty, place.device);
   const std::string label = PlainText(sensor.name.text);
-  if (label != place.name && !label.empty()) script_.Entry("P_LABEL", label);
+  if (label != place.name && !label.empty())
+    script_.Entry(std::string("P_") + kLabelProperty, label);
   Write("P_", sensor.properties);
   Settle(sensor.name, place.name, losses::Reason::kRenamed);
 }
 
 void SectionWriter::Write(const Device& device, const std::string& name, std::uint32_t id) {
-  keys_ = {"LABEL"};
+  BeginKeys({kLabelProperty});
   Comment(device.origin, device.name.text);
   script_.Section("DEVICE");
   script_.Entry("NAME", name);
@@ -161,7 +166,7 @@ void SectionWriter::Write(const Device& device, const std::string& name, std::ui
   script_.Entry("INITFLAG", "0");
   script_.Entry("CONTROLMASK", "0");
   const std::string label = PlainText(device.name.text);
-  if (label != name && !label.empty()) script_.Entry("P_LABEL", label);
+  if (label != name && !label.empty()) script_.Entry(std::string("P_") + kLabelProperty, label);
   Write("P_", device.properties);
   Settle(device.name, name, losses::Reason::kRenamed);
 }

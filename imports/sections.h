@@ -3,12 +3,13 @@
 #define IMPORTS_SECTIONS_H_
 
 #include <cstdint>
-#include <set>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "imports/board.h"
+#include "imports/names.h"
 #include "imports/script_text.h"
 #include "losses/ledger.h"
 
@@ -18,6 +19,9 @@ namespace rux::imports {
 inline constexpr char kUnitProperty[] = "UNIT";
 inline constexpr char kDivisorProperty[] = "DIVISOR";
 inline constexpr char kSignProperty[] = "SIGN";
+// What the sensor is read from; what the source calls a section.
+inline constexpr char kDeviceProperty[] = "DEVICE";
+inline constexpr char kLabelProperty[] = "LABEL";
 
 // What other sections call a sensor and what it is in.
 struct SensorPlace {
@@ -43,6 +47,8 @@ class SectionWriter {
   void Settle(const Text& source, const std::string& written, losses::Reason reason);
 
  private:
+  // A section begins, in which these keys are taken.
+  void BeginKeys(std::initializer_list<const char*> taken);
   void WriteNumber(const Sensor& sensor, language::EntryId entry, const std::string& otherwise);
   void WriteLimits(const Sensor& sensor);
   void SettleNumber(const Limit& limit, const std::string& written);
@@ -50,7 +56,7 @@ class SectionWriter {
 
   ScriptText& script_;
   losses::Ledger& ledger_;
-  std::set<std::string> keys_;  // of the section's properties
+  Names keys_;  // of the section's properties
 };
 
 }  // namespace rux::imports

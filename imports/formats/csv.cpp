@@ -13,6 +13,7 @@
 #include "imports/decimal.h"
 #include "imports/formats.h"
 #include "imports/formats/readers.h"
+#include "imports/names.h"
 #include "lists/formats.h"
 #include "lists/list.h"
 #include "lists/units.h"
@@ -60,8 +61,8 @@ class RowReader {
     std::vector<Cell> limits;
     for (const lists::ListCell& listed : row_.cells) {
       const reconcile::ColumnPair* const pair = pairing_.FindPlace(listed.column);
-      Cell cell{{listed.text, ledger_.Note({row_.line, list_.columns[listed.column], listed.text})},
-                pair};
+      const std::string header = list_.columns[listed.column].substr(0, kMostNameBytes);
+      Cell cell{{listed.text, ledger_.Note({row_.line, header, listed.text})}, pair};
       if (lists::IsNothing(cell.text.text)) {
         ledger_.Used(cell.text.item);
         continue;

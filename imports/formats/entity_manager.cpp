@@ -176,7 +176,8 @@ class EntityReader {
     Sensor sensor;
     sensor.name = items_.Take(entry_, label + "_Name");
     if (sensor.name.text.empty())
-      sensor.name.text = std::string(TextIn(entry_, "Name")) + ' ' + label;
+      sensor.name.text =
+          std::string(TextIn(entry_, "Name").substr(0, kMostNameBytes)) + ' ' + label;
     sensor.quantity = QuantityOfLabel(label);
     sensor.properties.push_back({"CHANNEL", {label, losses::kNoItem}});
     Add(std::move(sensor));
@@ -189,7 +190,7 @@ class EntityReader {
       if (end == std::string::npos) continue;
       const auto channel = channels_.find(member.key.substr(0, end));
       if (channel == channels_.end()) continue;
-      items_.TakeRest(member.value, member.key.substr(end + 1),
+      items_.TakeRest(member.value, member.key.substr(end + 1, kMostNameBytes),
                       board_.sensors[first + channel->second].properties);
     }
   }
@@ -301,6 +302,7 @@ std::vector<const JsonValue*> ConfigurationsIn(const JsonValue& root, const std:
 std::string PropertyKey(const std::string& area, std::string_view key) {
   constexpr std::string_view kInventory = "xyz.openbmc_project.Inventory.";
   if (key.substr(0, kInventory.size()) == kInventory) key.remove_prefix(kInventory.size());
+  key = key.substr(0, kMostNameBytes);
   return area.empty() ? std::string(key) : area + '_' + std::string(key);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "imports/board.h"
+#include "imports/names.h"
 #include "losses/ledger.h"
 #include "settings/json_file.h"
 
@@ -16,10 +17,13 @@ namespace {
 using settings::JsonMember;
 using settings::JsonValue;
 
+// A key is in the place of each value below it: what is longer is cut.
+std::string_view Cut(std::string_view key) { return key.substr(0, kMostNameBytes); }
+
 // As a part of a JSON pointer has it.
 std::string PointerPart(std::string_view key) {
   std::string part;
-  for (const char c : key) {
+  for (const char c : Cut(key)) {
     if (c == '~')
       part += "~0";
     else if (c == '/')
@@ -79,7 +83,8 @@ void JsonItems::TakeRest(const JsonValue& value, const std::string& prefix,
     return;
   }
   ForEachChild(value, [&](const std::string& key, const JsonValue& child) {
-    TakeRest(child, prefix.empty() ? key : prefix + '_' + key, properties);
+    std::string path = prefix.empty() ? "" : prefix + '_';
+    TakeRest(child, path.append(Cut(key)), properties);
   });
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace rux::imports {
 namespace {
 
@@ -12,6 +14,10 @@ TEST(Names, ConsistOfLettersDigitsAndAFewSigns) {
   EXPECT_EQ(LegalName("\xC3\xA4"), "");
   EXPECT_EQ(LegalKey("Connector.Pwm-1"), "Connector_Pwm_1");
   EXPECT_EQ(LegalKey("12V"), "_12V");
+}
+
+TEST(Names, AreNotLong) {
+  EXPECT_EQ(LegalName(std::string(100'000, 'a')), std::string(kMostNameBytes, 'a'));
 }
 
 TEST(Names, AreUnique) {
