@@ -12,6 +12,7 @@
 
 #include "imports/board.h"
 #include "imports/formats.h"
+#include "imports/formats/entity_words.h"
 #include "imports/formats/json_items.h"
 #include "imports/formats/readers.h"
 #include "imports/names.h"
@@ -28,30 +29,6 @@ using losses::Reason;
 using settings::JsonMember;
 using settings::JsonValue;
 
-// A word of a source that shows what is measured.
-struct WordKind {
-  std::string_view word;
-  Quantity quantity;
-};
-// Types.
-constexpr WordKind kTypes[] = {
-#define KIND(type, quantity) {type, Quantity::k##quantity},
-#include "imports/formats/entity_kinds.def"
-};
-
-// Labels, without the digits at their ends.
-constexpr WordKind kLabelKinds[] = {
-    {"in_voltage", Quantity::kVoltage}, {"in_current", Quantity::kCurrent},
-    {"in_power", Quantity::kPower},     {"maxtemp", Quantity::kTemperature},
-    {"maxpin", Quantity::kPower},       {"maxvin", Quantity::kVoltage},
-    {"maxiout", Quantity::kCurrent},    {"voltage", Quantity::kVoltage},
-    {"power", Quantity::kPower},        {"pout", Quantity::kPower},
-    {"pin", Quantity::kPower},          {"curr", Quantity::kCurrent},
-    {"iout", Quantity::kCurrent},       {"iin", Quantity::kCurrent},
-    {"temp", Quantity::kTemperature},   {"fan", Quantity::kFan},
-    {"vout", Quantity::kVoltage},       {"vmon", Quantity::kVoltage},
-    {"vin", Quantity::kVoltage},        {"in", Quantity::kVoltage}};
-
 // The names of further channels of a chip without labels, and what they measure if it is not what
 // the first one does.
 struct NameKey {
@@ -65,17 +42,6 @@ constexpr NameKey kNameKeys[] = {{"Name", {}},
                                  {"NamePressure", Quantity::kPressure},
                                  {"NameHumidity", Quantity::kHumidity}};
 
-// What Units says of sensors that are worked out.
-constexpr WordKind kUnitsKinds[] = {{"DegreesC", Quantity::kTemperature},
-                                    {"Volts", Quantity::kVoltage},
-                                    {"Amperes", Quantity::kCurrent},
-                                    {"Watts", Quantity::kPower},
-                                    {"RPMS", Quantity::kFan},
-                                    {"Percent", Quantity::kShare},
-                                    {"PercentRH", Quantity::kHumidity},
-                                    {"Pascals", Quantity::kPressure},
-                                    {"Joules", Quantity::kEnergy}};
-
 // Severities 0 and 1 are warning and critical. There are stronger ones, which scripts do not have.
 struct ThresholdKind {
   std::string_view direction;
@@ -88,19 +54,6 @@ constexpr ThresholdKind kThresholdKinds[] = {
     {"greater than", "1", language::ENTRY_THRESHOLD_FH, "upper critical"},
     {"less than", "0", language::ENTRY_THRESHOLD_WL, "lower non critical"},
     {"less than", "1", language::ENTRY_THRESHOLD_FL, "lower critical"}};
-
-template <std::size_t kSize>
-std::optional<Quantity> QuantityFor(const WordKind (&rows)[kSize], std::string_view word) {
-  for (const WordKind& row : rows) {
-    if (row.word == word) return row.quantity;
-  }
-  return std::nullopt;
-}
-
-Quantity QuantityOfLabel(std::string_view label) {
-  const std::string_view stem = label.substr(0, label.find_last_not_of("0123456789") + 1);
-  return QuantityFor(kLabelKinds, stem).value_or(Quantity::kOther);
-}
 
 // The text of a member; empty without one.
 std::string_view TextIn(const JsonValue& object, std::string_view key) {
@@ -197,8 +150,8 @@ class EntityReader {
 
   // What is known as a sensor or has limits is one.
   void AddNamed() {
-    std::optional<Quantity> kind = QuantityFor(kTypes, TextIn(entry_, "Type"));
-    if (!kind) kind = QuantityFor(kUnitsKinds, TextIn(entry_, "Units"));
+    const std::optional<Quantity> kind =
+        QuantityOfEntry(TextIn(entry_, "Type"), TextIn(entry_, "Units"));
     if (!kind && ThresholdsOf(entry_).empty()) return;
     for (const NameKey& row : kNameKeys) {
       if (TextIn(entry_, row.key).empty()) continue;
