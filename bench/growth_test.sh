@@ -1,7 +1,7 @@
 #!/bin/sh
 # What is done for ten times as many things of one kind must not cost more than eleven times as much:
 # counts the instructions that compiling, and what verifies the result, take, and those of comparing
-# with a list and of importing. Times come and go, instructions do not.
+# with a list, of importing and of exporting. Times come and go, instructions do not.
 #
 #   growth_test.sh GENERATOR RUX
 set -eu
@@ -85,6 +85,11 @@ done <list
 for size in 200 2000; do
   mkdir "table$size"
   own_properties $size "table$size"
+done
+for format in c json prometheus; do
+  small=$(count export $format table200/main.meta -o exported)
+  large=$(count export $format table2000/main.meta -o exported)
+  expect_growth "export-$format" "$small" "$large"
 done
 small=$(count table table200/main.meta --check table200/list.csv)
 large=$(count table table2000/main.meta --check table2000/list.csv)

@@ -1,7 +1,6 @@
 #include "exports/formats.h"
 
 #include <string_view>
-#include <vector>
 
 #include "exports/account.h"
 #include "losses/ledger.h"
@@ -10,26 +9,8 @@
 
 namespace rux::exports {
 
-const std::vector<Format>& Formats() {
-  static const std::vector<Format> formats = {
-      {"c", WriteC},
-      {"rust", WriteRust},
-      {"go", WriteGo},
-      {"python", WritePython},
-      {"csv", WriteCsv},
-      {"json", WriteJson},
-      {"prometheus", WritePrometheus},
-      {"prometheus-rules", WritePrometheusRules, false},
-      {"prometheus-tests", WritePrometheusTests, false},
-      {"entity-manager", WriteEntityManager},
-      {"lm-sensors", WriteLmSensors},
-      {"ipmi-sdr", WriteIpmiSdr},
-  };
-  return formats;
-}
-
 const Format* FindFormat(std::string_view name) {
-  for (const Format& format : Formats()) {
+  for (const Format& format : kFormats) {
     if (format.name == name) return &format;
   }
   return nullptr;

@@ -3,25 +3,29 @@
 #define EXPORTS_FORMATS_H_
 
 #include <string_view>
-#include <vector>
 
 #include "exports/account.h"
+#include "losses/ledger.h"
 #include "machine/machine.h"
 #include "support/text_stream.h"
 
 namespace rux::exports {
 
 // Writes the machine, and accounts for what it writes.
-using Write = void (*)(const machine::Machine& machine, Account& account, support::TextStream& out);
+using Write = void(const machine::Machine& machine, Account& account, support::TextStream& out);
+
+#define FORMAT(name, write, is_of_entries) Write write;
+#include "exports/formats.def"
 
 struct Format {
   std::string_view name;
-  Write write;
-  bool is_of_entries = true;  // false: nothing of the machine is expected in it
+  Write* write;
+  bool is_of_entries;
 };
-
-// In the order of the help.
-const std::vector<Format>& Formats();
+inline constexpr Format kFormats[] = {
+#define FORMAT(name, write, is_of_entries) {name, write, is_of_entries},
+#include "exports/formats.def"
+};
 
 // Null when there is none with that name.
 const Format* FindFormat(std::string_view name);
@@ -30,23 +34,6 @@ const Format* FindFormat(std::string_view name);
 // the ledger have texts when it is to be reported.
 void WriteMachine(const Format& format, const machine::Machine& machine, losses::Ledger& ledger,
                   bool is_reported, support::TextStream& out);
-
-// The formats, for Formats(): a file each, or a row of a table.
-void WriteC(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteRust(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteGo(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WritePython(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteCsv(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WritePrometheus(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WritePrometheusRules(const machine::Machine& machine, Account& account,
-                          support::TextStream& out);
-void WritePrometheusTests(const machine::Machine& machine, Account& account,
-                          support::TextStream& out);
-void WriteJson(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteIpmiSdr(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteLmSensors(const machine::Machine& machine, Account& account, support::TextStream& out);
-void WriteEntityManager(const machine::Machine& machine, Account& account,
-                        support::TextStream& out);
 
 }  // namespace rux::exports
 

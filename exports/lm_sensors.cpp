@@ -74,8 +74,9 @@ std::string Quoted(std::string_view text) {
 
 // The names of chips between blanks; none when one of them is not such a name.
 std::vector<std::string> ChipsIn(std::string_view text) {
-  static const std::regex chip(
-      R"((\*|[^-*"\\\s]+)(-\*|-(isa|pci|virtual|acpi|hid|mdio|scsi|spi)-(\*|[0-9a-f]+)|-i2c-(\*|[0-9]+)-(\*|[0-9a-f]+)))");
+  static const std::regex chip(R"((\*|[^-*"\\\s]+)(-\*|)"
+                               R"(-(isa|pci|virtual|acpi|hid|mdio|scsi|spi)-(\*|[0-9a-f]+)|)"
+                               R"(-i2c-(\*|[0-9]+)-(\*|[0-9a-f]+)))");
   std::vector<std::string> chips;
   constexpr std::size_t kLongest = 200;  // of a name, for the expression
   while (!text.empty()) {

@@ -44,7 +44,7 @@ bool HasTextsAsTheyAre(std::string_view format) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto machine = fuzz::SoundMachineOf(std::string(data, data + size));
   if (!machine) return 0;
-  for (const Format& format : rux::exports::Formats()) {
+  for (const Format& format : rux::exports::kFormats) {
     Ledger ledger;
     const std::string text = Written(format, *machine, ledger);
     Expect(ledger.entries().size() == (format.is_of_entries ? EntriesOf(*machine) : 0),

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""sensors.conf and entity-manager configurations: their readers accept them whatever labels hold, and limits are exact.
+"""sensors.conf and entity-manager configurations: their readers accept them whatever labels hold, limits are exact, and
+what is imported again is the same.
 
     configurations.py PROGRAM SOURCE
 """
@@ -22,6 +23,7 @@ QUANTITIES = [("V", 1000000, 0, "in"), ("mV", 1, -3, "in"), ("degrees C", 10, 0,
               ("mA", 8, -3, "curr")]
 LIMITS = [("THRESHOLD_FL", -55, "lcrit", "less than", 1), ("THRESHOLD_WL", -2, "min", "less than", 0),
           ("THRESHOLD_WH", 1234567, "max", "greater than", 0), ("THRESHOLD_FH", 2000000001, "crit", "greater than", 1)]
+FAN_LOSSES = ("THRESHOLD_FL", "THRESHOLD_FH")
 SCHEMA = "tests/tool/schemas/entity-manager.schema.json"
 HEAD = ["[MORVRUX]", "VERSION = 1", "[DEFINE]", "VT_CONST = 1", "[SYSTEM]", "TYPE = 1", "MODEL = board", "FLAG = 0",
         "RUXLOOP = 1", "[GROUP]", "PARENT = 0", "NAME = G", "CHILDGROUP = 0",
@@ -37,6 +39,7 @@ def source_of(sensors):
         lines += ["[SENSOR]", "PARENT = G", f"NAME = S{i}", f"ID = {i}", "TYPE = 1", "INITFLAG = 0", "CONTROLMASK = 0",
                   f"P_UNIT = {unit}", f"P_SCALE = {divisor}", "P_DEVICE = D", f'P_LABEL = "{label}"',
                   f"P_FEATURE = {feature}", f"P_CHANNEL = {feature}", "P_WH_Hysteresis = 1.5",
+                  *(["P_FACTOR = 42/25", "P_OFFSET = -1/2"] if feature.startswith("in") else []),
                   *(f"{key} = {number}" for key, number, *_ in LIMITS), "VALUE = VT_CONST, 0"]
     ids = ", ".join(str(i + 1) for i in range(len(sensors)))
     return ("\n".join(lines + ["[PELMGROUP]", "NAME = ALL", "ID = 1", "PID = 0", f"SENSORS = {ids}"]) + "\n").encode()
@@ -61,6 +64,8 @@ def expect_conf(file, sensors):
         assert b"syntax error" in done.stderr, "sensors reports what is wrong"
     text = file.read_text()
     assert 'bus "i2c-0" "SMBus PIIX4 adapter"\n\nchip "it87-isa-*" "nct6775-i2c-0-2d"\n' in text
+    computes = re.findall(r"^  compute (in\d+) @ \* \(42/25\) \+ \(-1/2\), \(@ - \(-1/2\)\) / \(42/25\)$", text, re.M)
+    assert computes == [feature for _, _, feature in sensors if feature.startswith("in")], computes
     labels = [unquoted(label) for label in re.findall(r'^  label \w+ "(.*)"$', text, re.M)]
     assert labels == [label for label, _, _ in sensors], labels
     found = dict(re.findall(r"^  set (\w+) (\S+)$", text, re.M))
@@ -87,26 +92,41 @@ def expect_configuration(file, schema, sensors):
     assert hysteresis == entry["Labels"]
 
 
-def limits_of(program, machine):
-    done = subprocess.run([program, "table", str(machine), "--format", "json", "--columns",
-                           "P_LABEL,P_CHANNEL," + ",".join(key for key, *_ in LIMITS)], capture_output=True, check=True)
-    return {row["P_CHANNEL"]: {key: decimal.Decimal(str(row[key])) for key, *_ in LIMITS}
-            for row in json.loads(done.stdout, parse_float=decimal.Decimal)["rows"]}
+def rows_of(program, machine, *columns):
+    done = subprocess.run([program, "table", str(machine), "--format", "json", "--columns", ",".join(columns)],
+                          capture_output=True, check=True)
+    return json.loads(done.stdout, parse_float=decimal.Decimal, parse_int=decimal.Decimal)["rows"]
 
 
-def expect_round_trip(program, folder, file, sensors):
+def imported(program, folder, form, file):
+    """The main script of what an import makes of a file."""
+    target = folder.path / f"imported-{form}"
+    subprocess.run([program, "import", form, str(file), "-o", str(target)], check=True, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL)
+    return target / "main.rux"
+
+
+def expect_round_trip(program, folder, form, file, sensors):
     """What is imported again has the same limits, and is exported the same."""
-    imported = folder.path / "imported"
-    subprocess.run([program, "import", "entity-manager", str(file), "-o", str(imported)], check=True,
-                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    main = imported / "main.rux"
-    limits = limits_of(program, main)
+    main = imported(program, folder, form, file)
+    keys = [key for key, *_ in LIMITS]
+    name, lost = ("P_CHANNEL", ()) if form == "entity-manager" else ("P_FEATURE", FAN_LOSSES)
+    rows = {row[name]: row for row in rows_of(program, main, name, *keys)}
     for _, quantity, feature in sensors:
-        for key, number, *_ in LIMITS:
-            assert fractions.Fraction(limits[feature][key]) == amount(quantity, number), (feature, key, limits[feature])
-    again = folder.export("entity-manager", main, "again.json")
-    configurations = [json.loads(path.read_text(), parse_float=decimal.Decimal) for path in (file, again)]
-    assert configurations[0] == configurations[1]
+        expected = {key: amount(quantity, number) for key, number, *_ in LIMITS
+                    if not (quantity[3] == "fan" and key in lost)}
+        found = {key: fractions.Fraction(rows[feature][key]) for key in keys if key in rows[feature]}
+        assert found == expected, (form, feature, found, expected)
+    again = folder.export(form, main, "again")
+    # The comment at the top names the machine.
+    texts = [re.sub("^#.*", "", path.read_text()) for path in (file, again)]
+    assert texts[0] == texts[1] if form == "lm-sensors" else json.loads(texts[0]) == json.loads(texts[1]), form
+
+
+def expect_csv_round_trip(program, folder, script):
+    columns = ("NAME", "ID", "group", "unit", *(key for key, *_ in LIMITS))
+    again = imported(program, folder, "csv", folder.export("csv", script, "sensors.csv"))
+    assert rows_of(program, again, *columns) == rows_of(program, script, *columns)
 
 
 def main(program, source_folder):
@@ -120,10 +140,13 @@ def main(program, source_folder):
         script = folder.path / "machine.rux"
         for listed in (sensors, plain):
             script.write_bytes(source_of(listed))
-            expect_conf(folder.export("lm-sensors", script, "board.conf"), listed)
+            conf = folder.export("lm-sensors", script, "board.conf")
+            expect_conf(conf, listed)
             configuration = folder.export("entity-manager", script, "board.json")
             expect_configuration(configuration, pathlib.Path(source_folder, SCHEMA), listed)
-        expect_round_trip(program, folder, configuration, plain)
+        expect_round_trip(program, folder, "entity-manager", configuration, plain)
+        expect_round_trip(program, folder, "lm-sensors", conf, plain)
+        expect_csv_round_trip(program, folder, script)
         print(f"{len(sensors)} sensors in two configurations")
 
 

@@ -71,7 +71,7 @@ support::ExitStatus Export(const ExportOptions& options) {
 
 std::vector<std::string> ExportFormats() {
   std::vector<std::string> names;
-  for (const exports::Format& format : exports::Formats()) names.emplace_back(format.name);
+  for (const exports::Format& format : exports::kFormats) names.emplace_back(format.name);
   return names;
 }
 
