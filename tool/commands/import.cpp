@@ -22,12 +22,11 @@
 #include "settings/json_file.h"
 #include "support/failure.h"
 #include "support/number_text.h"
-#include "support/placement.h"
 #include "support/safe_text.h"
 #include "support/sha256.h"
 #include "support/standard_streams.h"
-#include "support/text_stream.h"
 #include "tool/command.h"
+#include "tool/loss_arguments.h"
 
 namespace rux::tool {
 namespace {
@@ -36,9 +35,7 @@ struct ImportOptions {
   std::string format;
   std::vector<std::string> sources;
   std::string folder;
-  std::string losses;
-  std::string losses_format = "text";
-  bool fails_on_loss = false;
+  LossOptions losses;
   imports::ReadOptions reading;
 };
 
@@ -72,18 +69,6 @@ imports::LayoutOptions LayoutFor(const ImportOptions& options, const imports::So
                                          DigestOf(source.text)));
   }
   return layout;
-}
-
-void ReportLosses(const ImportOptions& options, const losses::Ledger& ledger) {
-  if (options.losses.empty()) return;
-  const losses::Form* chosen = losses::kForms;
-  for (const losses::Form& form : losses::kForms) {
-    if (form.name == options.losses_format) chosen = &form;
-  }
-  const auto write = [&](support::TextStream& out) { chosen->write(ledger, out); };
-  if (options.losses == "-") return support::Print(support::PrintOut, write);
-  const std::string text = support::WrittenText(write);
-  support::PutInPlace({{options.losses, text}});
 }
 
 // What the folder is to have: in an empty one, what the import writes; in that of an earlier
@@ -133,8 +118,8 @@ support::ExitStatus Import(const ImportOptions& options) {
   const std::vector<imports::ScriptFile> written = imports::LayOut(board, layout, ledger);
   imports::Update update = UpdateFor(folder, record, written);
   imports::ExpectSound(folder, update.files);
-  ReportLosses(options, ledger);
-  if (options.fails_on_loss && ledger.HasLosses()) {
+  ReportLosses(options.losses, ledger);
+  if (options.losses.fails_on_loss && ledger.HasLosses()) {
     support::PrintError(fmt::format("{}; nothing is written\n", losses::CountsText(ledger)));
     return support::ExitStatus::kFindings;
   }
@@ -158,12 +143,6 @@ std::vector<std::string> ListFormats() {
   return names;
 }
 
-std::vector<std::string> LossesForms() {
-  std::vector<std::string> names;
-  for (const losses::Form& form : losses::kForms) names.emplace_back(form.name);
-  return names;
-}
-
 }  // namespace
 
 Action SetUpImport(Arguments& arguments) {
@@ -177,16 +156,9 @@ Action SetUpImport(Arguments& arguments) {
   arguments.Add("-o,--output-dir", &options->folder, "The folder of the scripts")
       .File("DIR")
       .Required();
-  arguments
-      .Add("--losses", &options->losses,
-           "Report in FILE, or on standard output (-), what became of each item of the sources")
-      .File("FILE");
-  arguments
-      .Add("--losses-format", &options->losses_format,
-           "text (default), or json (docs/losses.schema.json)")
-      .OneOf("FORMAT", LossesForms());
-  arguments.Add("--fail-on-loss", &options->fails_on_loss,
-                "Write no scripts, and exit with 1, if anything gets lost");
+  AddLosses(arguments, options->losses,
+            "Report in FILE, or on standard output (-), what became of each item of the sources",
+            "Write no scripts, and exit with 1, if anything gets lost");
   arguments
       .Add("--from", &options->reading.list,
            "csv: the program that the list is from (default: recognised)")
