@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "cases/stretches.h"
 #include "evaluation/bands.h"
+#include "evaluation/change.h"
 #include "evaluation/result.h"
 #include "evaluation/target.h"
 #include "machine/machine.h"
@@ -67,6 +69,14 @@ void Coverage::AddBand(const profile::Profile& profile, const ruxcomp::Section& 
   }
 }
 
+std::vector<evaluation::ValueKey> Coverage::Keys() const {
+  std::vector<evaluation::ValueKey> keys(steps_.begin(), steps_.end());
+  for (const auto& [key, ways] : limits_) keys.push_back(key);
+  for (const auto& [table, index] : cells_)
+    keys.push_back(evaluation::Change::CellKey(table, index));
+  return keys;
+}
+
 void Coverage::Add(const Coverage& other) {
   steps_.insert(other.steps_.begin(), other.steps_.end());
   actions_.insert(other.actions_.begin(), other.actions_.end());
@@ -116,15 +126,13 @@ class CoverageReader {
   void ReadCells(const ruxcomp::Section& table) {
     const auto* cells = machine_.model().table(table.ordinal());
     if (cells == nullptr) return;
-    for (std::uint32_t begin = 0; begin < language::kTableCells;) {
-      std::uint32_t end = begin;
-      bool is_read = false;
-      for (; end < language::kTableCells && (*cells)[end] == (*cells)[begin]; ++end)
-        is_read = is_read || coverage_.cells_.count({table.ordinal(), end}) > 0;
+    ForEachStretch(*cells, [&](std::uint32_t first, std::uint32_t last) {
+      const auto read = coverage_.cells_.lower_bound({table.ordinal(), first});
+      const bool is_read = read != coverage_.cells_.end() &&
+                           *read <= std::pair<std::uint32_t, std::uint32_t>(table.ordinal(), last);
       Count(cells_, is_read, table, {},
-            fmt::format("cells {} to {} ({}) never read", begin, end - 1, (*cells)[begin]));
-      begin = end;
-    }
+            fmt::format("cells {} to {} ({}) never read", first, last, (*cells)[first]));
+    });
   }
 
   bool IsBranch(const ruxcomp::Entry& entry) const {

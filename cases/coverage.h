@@ -35,6 +35,8 @@ class Coverage : public evaluation::Observer {
   // A sensor is in a band: it is on one side of each of its limits.
   void AddBand(const profile::Profile& profile, const ruxcomp::Section& sensor,
                const evaluation::Band& band);
+  // What was noted: values, limits, and cells by Change::CellKey().
+  std::vector<evaluation::ValueKey> Keys() const;
   // What another one noted.
   void Add(const Coverage& other);
 

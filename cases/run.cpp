@@ -52,7 +52,8 @@ std::string Joined(const std::vector<std::string>& texts) {
 // One case from its first round to its last.
 class CaseRun {
  public:
-  CaseRun(const Bench& bench, const Case& source, Coverage& coverage)
+  CaseRun(const Bench& bench, const Case& source, Coverage& coverage,
+          const evaluation::Change* change)
       : bench_(bench),
         source_(source),
         coverage_(coverage),
@@ -60,6 +61,7 @@ class CaseRun {
         rounds_(evaluator_) {
     evaluator_.AddObserver(coverage);
     evaluator_.AddObserver(effects_);
+    evaluator_.Try(change);
   }
 
   CaseResult Run() {
@@ -228,6 +230,11 @@ class CaseRun {
 
 }  // namespace
 
+CaseResult RunCase(const Bench& bench, const Case& source, Coverage& coverage,
+                   const evaluation::Change* change) {
+  return CaseRun(bench, source, coverage, change).Run();
+}
+
 std::vector<CaseResult> RunCases(const Bench& bench, const std::vector<const Case*>& cases,
                                  std::size_t jobs, Coverage& coverage) {
   std::vector<CaseResult> results(cases.size());
@@ -235,7 +242,7 @@ std::vector<CaseResult> RunCases(const Bench& bench, const std::vector<const Cas
   std::vector<Coverage> parts(jobs);
   const auto run = [&](std::size_t job) {
     for (std::size_t i = job; i < cases.size(); i += jobs)
-      results[i] = CaseRun(bench, *cases[i], parts[job]).Run();
+      results[i] = RunCase(bench, *cases[i], parts[job]);
   };
   std::vector<std::thread> threads;
   for (std::size_t job = 1; job < jobs; ++job) threads.emplace_back(run, job);

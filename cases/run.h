@@ -11,6 +11,7 @@
 
 #include "cases/case.h"
 #include "cases/coverage.h"
+#include "evaluation/change.h"
 #include "evaluation/plan.h"
 #include "machine/machine.h"
 #include "machine/place.h"
@@ -44,6 +45,10 @@ struct Bench {
   const profile::Profile& profile;
   std::mutex& places;  // of the machine, which are looked up by one thread at a time
 };
+
+// With a change that is tried out; null: with the machine as it is.
+CaseResult RunCase(const Bench& bench, const Case& source, Coverage& coverage,
+                   const evaluation::Change* change = nullptr);
 
 // The results are in the order of the cases. `jobs`: how many threads share them.
 std::vector<CaseResult> RunCases(const Bench& bench, const std::vector<const Case*>& cases,

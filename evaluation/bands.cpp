@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "evaluation/arithmetic.h"
+#include "evaluation/change.h"
 #include "evaluation/result.h"
 #include "profile/choices.h"
 #include "profile/profile.h"
@@ -89,7 +90,8 @@ std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32
   return profile.limit_sign.Is(profile::LimitSign::kSigned) ? Number{with_sign} : Number{stored};
 }
 
-SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor) {
+SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
+                      const Change* change) {
   SensorLimits found;
   for (const language::EntryId id : language::kLimitsUpwards) {
     const language::LimitRow* row = language::FindLimit(id);
@@ -98,7 +100,10 @@ SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& s
     if (!entry || entry.value().kind() != RUX_DATA_NUMBER) continue;
     Result counts = IsWatched(profile, sensor);
     if (counts.IsNumber() && counts.number() != 0) counts = IsEnabled(profile, sensor, id);
-    const std::optional<Number> number = NumberOfLimit(profile, entry.value().number());
+    const Change* changed = Change::At(change, sensor, entry);
+    const std::uint32_t stored =
+        entry.value().number() + (changed == nullptr ? 0 : changed->number);
+    const std::optional<Number> number = NumberOfLimit(profile, stored);
     if (counts.IsNumber() && !number) counts = Unstated(profile.limit_sign);
     if (!counts.IsNumber()) {
       found.obstacle = counts;
@@ -142,8 +147,8 @@ Result BandState::IsBeyond(const profile::Profile& profile, const ruxcomp::Secti
 }
 
 Band BandState::Next(const profile::Profile& profile, const ruxcomp::Section& sensor,
-                     const Result& value, const std::optional<Result>& ipmi) {
-  const SensorLimits all = LimitsOf(profile, sensor);
+                     const Result& value, const std::optional<Result>& ipmi, const Change* change) {
+  const SensorLimits all = LimitsOf(profile, sensor, change);
   if (all.obstacle) return {{}, true, all.obstacle};
   if (all.limits.empty()) return {{}, false};
   if (ipmi && !profile.limit_value.stated) return {{}, true, Unstated(profile.limit_value)};

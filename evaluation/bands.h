@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "evaluation/change.h"
 #include "evaluation/result.h"
 #include "profile/profile.h"
 #include "ruxcomp/language/entries.h"
@@ -26,12 +27,14 @@ struct SensorLimit {
 // None for a limit whose sign is not known.
 std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32_t stored);
 // Those that the sensor has and the profile counts, from the lowest name up. What is not known says
-// why.
+// why. A change
+// is one that is tried out.
 struct SensorLimits {
   std::vector<SensorLimit> limits;
   std::optional<Result> obstacle = {};
 };
-SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor);
+SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
+                      const Change* change = nullptr);
 
 // "FH" of THRESHOLD_FH
 std::string BandName(const language::LimitRow& limit);
@@ -55,7 +58,7 @@ struct Band {
 class BandState {
  public:
   Band Next(const profile::Profile& profile, const ruxcomp::Section& sensor, const Result& value,
-            const std::optional<Result>& ipmi);
+            const std::optional<Result>& ipmi, const Change* change);
 
  private:
   using Limits = std::vector<SensorLimit>;

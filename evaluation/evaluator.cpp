@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "evaluation/arithmetic.h"
+#include "evaluation/change.h"
 #include "evaluation/observer.h"
 #include "evaluation/plan.h"
 #include "evaluation/readings.h"
@@ -157,7 +158,8 @@ Result Evaluator::Plain(Meaning meaning, const ruxcomp::Section& section,
 
 Result Evaluator::Calculation(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
                               Frame& frame) {
-  const std::uint32_t code = Immediate(entry.value(1));
+  const Change* change = Change::At(change_, section, entry);
+  const std::uint32_t code = change != nullptr ? change->number : Immediate(entry.value(1));
   const Result x = Operand(entry.value(2), frame);
   const Result y = Operand(entry.value(3), frame);
   if (!x.IsNumber() || !y.IsNumber()) return ObstacleOf(x, y);
@@ -219,7 +221,7 @@ Result Evaluator::Cell(const ruxcomp::Entry& entry, Frame& frame) {
   if (cells == nullptr) return Result::Unknown("the table is not in the file");
   const auto at = static_cast<std::uint32_t>(cell);
   Observe([&](Observer& each) { each.Cell(table, at); });
-  return arithmetic_.Stored((*cells)[at]);
+  return arithmetic_.Stored(Change::CellAt(change_, table.ordinal(), at, (*cells)[at]));
 }
 
 Result Evaluator::Operand(const ruxcomp::Value& value, Frame& frame) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "evaluation/arithmetic.h"
+#include "evaluation/change.h"
 #include "evaluation/observer.h"
 #include "evaluation/plan.h"
 #include "evaluation/readings.h"
@@ -32,6 +33,10 @@ class Evaluator {
       : plan_(plan), profile_(profile), arithmetic_(profile), readings_(readings) {}
 
   void AddObserver(Observer& observer) { observers_.push_back(&observer); }
+
+  // From now on, the machine is as if it had the change, which must outlive this; null: as it is.
+  void Try(const Change* change) { change_ = change; }
+  const Change* change() const { return change_; }
 
   // Globals are evaluated anew, and steps are counted from 0.
   void BeginRound();
@@ -100,6 +105,7 @@ class Evaluator {
   const Arithmetic arithmetic_;
   const Readings& readings_;
   std::vector<Observer*> observers_;
+  const Change* change_ = nullptr;
 
   std::unordered_map<std::uint32_t, Result> globals_;  // of this round
   std::vector<std::uint32_t> begun_globals_;

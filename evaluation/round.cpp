@@ -81,7 +81,8 @@ Outcome Rounds::Read(const ruxcomp::Section& sensor) {
   const ruxcomp::Value theory = sensor.entry(RUX_ENTRY_THEORY).value();
   if (is_missing && theory && profile.theory.Is(profile::Theory::kMissingReading))
     outcome.value = evaluator_.arithmetic().Stored(theory.number());
-  outcome.band = bands_[sensor.ordinal()].Next(profile, sensor, outcome.value, outcome.ipmi);
+  outcome.band = bands_[sensor.ordinal()].Next(profile, sensor, outcome.value, outcome.ipmi,
+                                               evaluator_.change());
   return outcome;
 }
 

@@ -54,7 +54,7 @@ TEST(Evaluation, RandomMachinesComeToTheSameEachTime) {
   std::string folder = (fs::temp_directory_path() / "rux-evaluation-XXXXXX").string();
   ASSERT_NE(mkdtemp(folder.data()), nullptr);
   std::vector<std::string> scripts;
-  constexpr std::uint32_t kMachines = 40;
+  constexpr std::uint32_t kMachines = 25;
   for (std::uint32_t seed = 0; seed < kMachines; ++seed) {
     Random random(seed);
     std::vector<RandomSection> sections = RandomScript(random, {false, false});

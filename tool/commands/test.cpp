@@ -11,6 +11,7 @@
 #include "cases/boundary.h"
 #include "cases/case.h"
 #include "cases/coverage.h"
+#include "cases/mutation.h"
 #include "cases/report.h"
 #include "cases/run.h"
 #include "evaluation/plan.h"
@@ -39,6 +40,7 @@ struct TestOptions {
   cases::ReportOptions report;
   std::vector<std::string> least;  // "limits=100"
   bool boundary = false;
+  bool mutate = false;
 };
 
 struct LeastCoverage {
@@ -84,20 +86,50 @@ LoadedTests Load(const TestOptions& options, const std::string& path) {
   return {std::move(file), std::move(machine), std::move(profile)};
 }
 
-cases::FileResult RunFile(const TestOptions& options, const std::string& path) {
-  LoadedTests tests = Load(options, path);
-  cases::FileResult result{std::move(tests.file), std::move(tests.profile), {}, {}};
+std::vector<const cases::Case*> CasesThatFit(const TestOptions& options,
+                                             const cases::CaseFile& file) {
   std::vector<const cases::Case*> chosen;
-  for (const cases::Case& each : result.file.cases) {
+  for (const cases::Case& each : file.cases) {
     if (options.filter.empty() || support::FitsPattern(options.filter, each.name))
       chosen.push_back(&each);
   }
+  return chosen;
+}
+
+cases::FileResult RunFile(const TestOptions& options, const std::string& path) {
+  LoadedTests tests = Load(options, path);
+  cases::FileResult result{std::move(tests.file), std::move(tests.profile), {}, {}};
   const evaluation::Plan plan(tests.machine);
   std::mutex places;
   cases::Coverage coverage;
-  result.results = RunCases({plan, result.profile, places}, chosen, options.jobs, coverage);
+  result.results = RunCases({plan, result.profile, places}, CasesThatFit(options, result.file),
+                            options.jobs, coverage);
   result.coverage = cases::CoverageOf(tests.machine, result.profile, coverage);
   return result;
+}
+
+// A file of tests with the changes that are tried out.
+struct TriedFile {
+  LoadedTests tests;
+  cases::MutationResult result;
+};
+
+TriedFile TryChanges(const TestOptions& options, const std::string& path) {
+  LoadedTests tests = Load(options, path);
+  const evaluation::Plan plan(tests.machine);
+  std::mutex places;
+  const cases::Bench bench{plan, tests.profile, places};
+  const std::vector<const cases::Case*> chosen = CasesThatFit(options, tests.file);
+  cases::Coverage coverage;
+  for (const cases::CaseResult& each : RunCases(bench, chosen, options.jobs, coverage)) {
+    if (each.passes()) continue;
+    throw support::Failure(support::ExitStatus::kFindings,
+                           "{}: {} fails without a change; 'rux test' says why", path,
+                           support::NameText(each.source->name));
+  }
+  cases::MutationResult result{path, tests.file.machine, tests.profile, cases::MutantsOf(bench)};
+  cases::FindNoticing(bench, chosen, result.mutants);
+  return {std::move(tests), std::move(result)};
 }
 
 // Says on standard error what is below.
@@ -131,8 +163,32 @@ support::ExitStatus PrintBoundaries(const TestOptions& options) {
   return support::ExitStatus::kDone;
 }
 
+support::ExitStatus PrintMutations(const TestOptions& options) {
+  bool are_noticed = true;
+  // The results name cases of these.
+  std::vector<cases::CaseFile> files;
+  std::vector<cases::MutationResult> results;
+  for (const std::string& path : options.files) {
+    TriedFile tried = TryChanges(options, path);
+    are_noticed = are_noticed && tried.result.noticed() == tried.result.mutants.size();
+    files.push_back(std::move(tried.tests.file));
+    results.push_back(std::move(tried.result));
+  }
+  support::Print(support::PrintOut, [&](support::TextStream& out) {
+    if (options.format == "json") return cases::WriteJson(results, out);
+    for (const cases::MutationResult& result : results)
+      cases::WriteText(result, options.report.only_failed, out);
+  });
+  return are_noticed ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
+}
+
 // Throws a Failure of wrong usage for a format that what is printed does not have.
 void ExpectFormat(const TestOptions& options) {
+  const bool is_for_changes = options.format == "text" || options.format == "json";
+  if (options.mutate && !is_for_changes) {
+    throw support::Failure(support::ExitStatus::kWrongUsage, "--mutate has no format {}",
+                           options.format);
+  }
   const bool is_of_table = options.format == "csv" || options.format == "markdown";
   if (options.format == "text" || is_of_table == options.boundary) return;
   throw support::Failure(support::ExitStatus::kWrongUsage, "{} has no format {}",
@@ -142,6 +198,7 @@ void ExpectFormat(const TestOptions& options) {
 support::ExitStatus Test(TestOptions options) {
   ExpectFormat(options);
   if (options.boundary) return PrintBoundaries(options);
+  if (options.mutate) return PrintMutations(options);
   const std::vector<LeastCoverage> least = LeastCoverageOf(options);
   options.report.has_coverage = options.report.has_coverage || options.report.has_missing;
   std::vector<cases::FileResult> files;
@@ -166,10 +223,11 @@ support::ExitStatus Test(TestOptions options) {
 void AddReport(Arguments& arguments, TestOptions& options) {
   arguments
       .Add("--format", &options.format,
-           "text (default), json (docs/test-report.schema.json), junit or sarif; with --boundary "
-           "text, markdown or csv")
+           "text (default), json (docs/test-report.schema.json; with --mutate "
+           "docs/test-mutation.schema.json), junit or sarif; with --boundary text, markdown or csv")
       .OneOf("FORMAT", {"text", "json", "junit", "sarif", "markdown", "csv"});
-  arguments.Add("-q,--quiet", &options.report.only_failed, "Print only cases that fail");
+  arguments.Add("-q,--quiet", &options.report.only_failed,
+                "Print only cases that fail, or changes that no case notices");
   arguments.Add("--coverage", &options.report.has_coverage,
                 "Print how much of the machine the cases evaluate");
   arguments.Add("--missing", &options.report.has_missing,
@@ -180,6 +238,10 @@ void AddReport(Arguments& arguments, TestOptions& options) {
       .Value("KIND=PERCENT");
   arguments.Add("--boundary", &options.boundary,
                 "Run no cases; print the band of the readings around each limit");
+  arguments
+      .Add("--mutate", &options.mutate,
+           "Change each limit, operator and cell, and print which cases notice")
+      .Without({"--boundary", "--coverage", "--missing", "--fail-under"});
 }
 
 }  // namespace

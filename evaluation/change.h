@@ -1,0 +1,42 @@
+// A change of a machine that is tried out, as if its file had it.
+#ifndef EVALUATION_CHANGE_H_
+#define EVALUATION_CHANGE_H_
+
+#include <cstdint>
+#include <tuple>
+
+#include "evaluation/result.h"
+#include "evaluation/target.h"
+#include "ruxcomp/identifiers.h"
+
+namespace rux::evaluation {
+
+struct Change {
+  // A limit, a calculation, or the first of some cells: see CellKey().
+  ValueKey where;
+  // What is added to the limit or the cells; in place of the operator of a calculation, another.
+  std::uint32_t number;
+  std::uint32_t cells = 1;  // how many
+
+  static ValueKey CellKey(std::uint32_t table, std::uint32_t index) {
+    return {RUX_SECT_TABLE, table, index};
+  }
+  // Null, or that of the change of this.
+  static const Change* At(const Change* change, const ruxcomp::Section& section,
+                          const ruxcomp::Entry& entry) {
+    return change != nullptr && change->where == KeyOf(section, entry) ? change : nullptr;
+  }
+  // A cell as it is with the change, if there is one.
+  static std::uint8_t CellAt(const Change* change, std::uint32_t table, std::uint32_t index,
+                             std::uint8_t cell) {
+    if (change == nullptr) return cell;
+    const auto [kind, ordinal, first] = change->where;
+    const bool is_it = kind == RUX_SECT_TABLE && ordinal == table && index >= first &&
+                       index - first < change->cells;
+    return is_it ? static_cast<std::uint8_t>(cell + change->number) : cell;
+  }
+};
+
+}  // namespace rux::evaluation
+
+#endif  // EVALUATION_CHANGE_H_
