@@ -1,6 +1,5 @@
 #include "cases/boundary.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>

@@ -3,11 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,7 +17,6 @@
 #include "machine/machine.h"
 #include "profile/choices.h"
 #include "profile/profile.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"

@@ -23,7 +23,6 @@
 #include "evaluation/target.h"
 #include "machine/machine.h"
 #include "profile/choices.h"
-#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"

@@ -16,6 +16,7 @@
 #include "cases/case.h"
 #include "cases/coverage.h"
 #include "evaluation/bands.h"
+#include "evaluation/change.h"
 #include "evaluation/evaluator.h"
 #include "evaluation/readings.h"
 #include "evaluation/result.h"
@@ -23,6 +24,7 @@
 #include "evaluation/target.h"
 #include "evaluation/trace.h"
 #include "machine/machine.h"
+#include "machine/place.h"
 #include "machine/value.h"
 #include "profile/profile.h"
 #include "ruxcomp/identifiers.h"
@@ -33,7 +35,6 @@
 namespace rux::cases {
 
 using evaluation::Outcome;
-using evaluation::Result;
 using evaluation::Target;
 
 namespace {

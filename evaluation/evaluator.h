@@ -41,7 +41,7 @@ class Evaluator {
   // Globals are evaluated anew, and steps are counted from 0.
   void BeginRound();
 
-  // A value of a section that is no action, or a global.
+  // A value of a section other than an action, or a global.
   Result ValueOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
   // The calls of a repeater; what the last one yields.
   Result Repeat(const ruxcomp::Section& section, const ruxcomp::Entry& entry);

@@ -29,7 +29,7 @@ namespace {
 // Of an access without arguments.
 constexpr std::size_t kFewestNumbers = 5;
 
-// None for a text that is no number of 64 bits.
+// None for a text that is not a number of 64 bits.
 std::optional<Number> ParseNumber(std::string_view text) {
   const bool is_negative = !text.empty() && text.front() == '-';
   if (is_negative) text.remove_prefix(1);

@@ -1,5 +1,6 @@
-// Files of test cases: arbitrary bytes as one, and as the table that another names. Each is read, or
-// refused with one line that names the place; what is read can be run, against no machine at all.
+// Files of test cases: arbitrary bytes as one, and as the table that another names. Each is read,
+// or refused with one line that names the place; what is read can be run, against no machine at
+// all.
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -27,6 +28,7 @@ void Run(const std::string& path, const std::string& text) {
     const rux::cases::CaseFile file =
         rux::cases::ParseCaseFile(path, text, [](const std::string&) { return input; });
     std::vector<const rux::cases::Case*> cases;
+    cases.reserve(file.cases.size());
     for (const rux::cases::Case& each : file.cases) cases.push_back(&each);
     const rux::machine::Machine machine("nothing");
     const rux::evaluation::Plan plan(machine);

@@ -19,6 +19,7 @@
 #include "profile/profile.h"
 #include "support/failure.h"
 #include "support/pattern.h"
+#include "support/safe_text.h"
 #include "support/standard_streams.h"
 #include "support/terminal.h"
 #include "support/text_stream.h"
@@ -202,6 +203,7 @@ support::ExitStatus Test(TestOptions options) {
   const std::vector<LeastCoverage> least = LeastCoverageOf(options);
   options.report.has_coverage = options.report.has_coverage || options.report.has_missing;
   std::vector<cases::FileResult> files;
+  files.reserve(options.files.size());
   for (const std::string& path : options.files) files.push_back(RunFile(options, path));
   const bool has_cases = std::any_of(files.begin(), files.end(),
                                      [](const auto& file) { return !file.results.empty(); });
