@@ -18,9 +18,11 @@
 #include <exception>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/program.h"
 
 namespace rux::analysis {
 namespace {
@@ -52,11 +54,10 @@ Child::Child(const std::function<std::string()>& work)
 }
 
 void Child::Start(const std::function<std::string()>& work) {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw support::SystemFailure("cannot make", "a pipe");
-  answers_ = support::Descriptor(ends[0]);
-  fcntl(ends[0], F_SETFL, O_NONBLOCK);
-  const support::Descriptor to_parent(ends[1]);
+  support::Pipe pipe = support::OpenPipe();
+  answers_ = std::move(pipe.read);
+  fcntl(answers_.number(), F_SETFL, O_NONBLOCK);
+  const support::Descriptor to_parent = std::move(pipe.write);
   const pid_t parent = getpid();
   process_ = fork();
   if (process_ < 0) throw support::SystemFailure("cannot start", "another process");

@@ -2,14 +2,10 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
-#include <stdlib.h>
 #include <sys/types.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <cstddef>
 #include <filesystem>
@@ -23,6 +19,7 @@
 #include "ruxcomp/file/uninterrupted.h"
 #include "support/descriptor.h"
 #include "support/failure.h"
+#include "support/program.h"
 
 namespace rux::machine {
 namespace {
@@ -30,53 +27,18 @@ namespace {
 using support::Descriptor;
 using support::ExitStatus;
 
-struct Pipe {
-  Descriptor read;
-  Descriptor write;
-};
-
-Pipe MakePipe() {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw support::SystemFailure("cannot run", "git");
-  return {Descriptor(ends[0]), Descriptor(ends[1])};
-}
-
-// Without a shell: names are arguments whatever is in them.
+// What git reports is left out: it is about the repository, and the failures here name the file.
 pid_t StartGit(std::vector<std::string> words, int input, int output) {
-  std::vector<char*> arguments;
-  arguments.reserve(words.size() + 1);
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
-  posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
-  posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-  pid_t process = -1;
-  const int error =
-      posix_spawnp(&process, arguments.front(), &files, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&files);
-  if (error == ENOENT) {
-    throw support::Failure(ExitStatus::kTrouble,
-                           "a file of a revision is read by the program git, which is not "
-                           "installed");
-  }
-  if (error != 0) throw support::SystemFailure("cannot run", "git", error);
-  return process;
-}
-
-// The exit status; -1 when a signal ended it.
-int StatusOf(pid_t process) {
-  int status = 0;
-  ruxcomp::file::Uninterrupted([&] { return waitpid(process, &status, 0); });
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
+  return support::StartProgram(std::move(words), {input, output, nowhere.number()},
+                               "a file of a revision is read");
 }
 
 }  // namespace
 
 GitRevision::GitRevision(std::string revision) : revision_(std::move(revision)) {
-  Pipe questions = MakePipe();
-  Pipe answers = MakePipe();
+  support::Pipe questions = support::OpenPipe();
+  support::Pipe answers = support::OpenPipe();
   process_ = StartGit({"git", "cat-file", "--batch", "--follow-symlinks"}, questions.read.number(),
                       answers.write.number());
   questions_ = std::move(questions.write);
@@ -88,7 +50,7 @@ GitRevision::GitRevision(std::string revision) : revision_(std::move(revision)) 
 GitRevision::~GitRevision() {
   questions_.Close();
   answers_.Close();
-  StatusOf(process_);
+  support::WaitForProgram(process_);
 }
 
 void GitRevision::ThrowBroken() const {
@@ -178,13 +140,13 @@ std::optional<GitRevision::Object> GitRevision::Ask(const std::string& what) {
 
 std::string FolderInRepository() {
   const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
-  Pipe answer = MakePipe();
+  support::Pipe answer = support::OpenPipe();
   const pid_t process =
       StartGit({"git", "rev-parse", "--show-prefix"}, nothing.number(), answer.write.number());
   answer.write.Close();
   std::string folder;
   support::ReadAll(answer.read.number(), compiled::kLargestFile, folder);
-  if (StatusOf(process) != 0) {
+  if (support::WaitForProgram(process) != 0) {
     throw support::Failure(ExitStatus::kTrouble, "the working folder is not in a git repository");
   }
   if (!folder.empty() && folder.back() == '\n') folder.pop_back();

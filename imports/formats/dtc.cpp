@@ -1,17 +1,12 @@
 #include "imports/formats/dtc.h"
 
-#include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
-#include <stdlib.h>
 #include <sys/poll.h>
 #include <sys/resource.h>
 #include <sys/types.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
@@ -23,48 +18,22 @@
 #include "support/descriptor.h"
 #include "support/failure.h"
 #include "support/memory_file.h"
+#include "support/program.h"
 
 namespace rux::imports {
 namespace {
 
 using support::ExitStatus;
 
-constexpr char kCompiler[] = "dtc";
 constexpr std::chrono::seconds kLongestRun{20};
 constexpr rlim_t kMostMemory = rlim_t{1} << 30;
 constexpr rlim_t kLargestTree = rlim_t{1} << 26;
 constexpr std::size_t kMostMessages = std::size_t{1} << 16;
 
-struct DtcPipe {
-  support::Descriptor read;
-  support::Descriptor write;
-};
-
-DtcPipe OpenPipe() {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw support::SystemFailure("cannot run", kCompiler);
-  return {support::Descriptor(ends[0]), support::Descriptor(ends[1])};
-}
-
-// Without a shell: a path is an argument whatever is in it.
-pid_t StartDtc(const std::string& folder, int input, int output, int messages) {
-  std::string words[] = {kCompiler, "-q", "-I", "dts", "-O", "dtb", "-i", folder, "-"};
-  std::array<char*, std::size(words) + 1> arguments = {};
-  for (std::size_t i = 0; i < std::size(words); ++i) arguments[i] = words[i].data();
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
-  posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&files, messages, STDERR_FILENO);
-  pid_t process = -1;
-  const int error =
-      posix_spawnp(&process, arguments.front(), &files, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&files);
-  if (error == ENOENT) {
-    throw support::Failure(ExitStatus::kTrouble,
-                           "dts files are compiled by the program dtc, which is not installed");
-  }
-  if (error != 0) throw support::SystemFailure("cannot run", kCompiler, error);
+pid_t StartDtc(const std::string& folder, const support::ProgramStreams& streams) {
+  const pid_t process =
+      support::StartProgram({"dtc", "-q", "-I", "dts", "-O", "dtb", "-i", folder, "-"}, streams,
+                            "dts files are compiled");
   for (const auto& [resource, most] :
        {std::pair(RLIMIT_AS, kMostMemory), std::pair(RLIMIT_FSIZE, kLargestTree)}) {
     const rlimit limit{most, most};
@@ -110,19 +79,17 @@ std::string CompileDeviceTree(const std::string& path, std::string_view text) {
   if (!support::WriteAll(input.number(), text) || lseek(input.number(), 0, SEEK_SET) != 0)
     throw support::SystemFailure("cannot compile", path);
   support::MemoryFile output(path);
-  DtcPipe messages = OpenPipe();
+  support::Pipe messages = support::OpenPipe();
   const std::string folder = std::filesystem::path(path).parent_path().string();
-  const pid_t process = StartDtc(folder.empty() ? "." : folder, input.number(), output.number(),
-                                 messages.write.number());
+  const pid_t process = StartDtc(folder.empty() ? "." : folder,
+                                 {input.number(), output.number(), messages.write.number()});
   messages.write.Close();
   std::string reported;
   const bool is_done = ReadMessages(messages.read.number(), reported);
   if (!is_done) kill(process, SIGKILL);
-  int status = 0;
-  while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
-  }
+  const int status = support::WaitForProgram(process);
   if (!is_done) throw support::Failure(ExitStatus::kTrouble, "{}: dtc takes too long", path);
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+  if (status != 0) {
     throw support::Failure(ExitStatus::kTrouble, "{}: dtc does not compile it: {}", path,
                            WithPath(reported, path));
   }
