@@ -20,6 +20,7 @@
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
 #include "tool/pair_arguments.h"
+#include "tool/row_names.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
@@ -84,18 +85,12 @@ support::ExitStatus Diff(const DiffOptions& options) {
   return support::ExitStatus::kDone;
 }
 
-std::vector<std::string> FormNames() {
-  std::vector<std::string> names;
-  for (const diff::Form& form : diff::kForms) names.emplace_back(form.name);
-  return names;
-}
-
 void AddOutput(Arguments& arguments, DiffOptions& options) {
   arguments
       .Add("--format", &options.format,
            "text (default), json (docs/diff.schema.json), markdown for a review, github, sarif or "
            "html")
-      .OneOf("FORMAT", FormNames());
+      .OneOf("FORMAT", NamesOf(diff::kForms));
   arguments.Add("--stat", &options.stat, "Print only how many changes of each class there are")
       .Without({"--format"});
   arguments.Add("-q,--quiet", &options.quiet, "Print no changes; the exit status answers")

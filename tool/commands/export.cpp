@@ -1,7 +1,6 @@
 // rux export FORMAT MACHINE
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "driver/overwriting.h"
 #include "exports/formats.h"
@@ -16,6 +15,7 @@
 #include "tool/command.h"
 #include "tool/loss_arguments.h"
 #include "tool/machine_arguments.h"
+#include "tool/row_names.h"
 
 namespace rux::tool {
 namespace {
@@ -64,12 +64,6 @@ support::ExitStatus Export(const ExportOptions& options) {
   return support::ExitStatus::kDone;
 }
 
-std::vector<std::string> ExportFormats() {
-  std::vector<std::string> names;
-  for (const exports::Format& format : exports::kFormats) names.emplace_back(format.name);
-  return names;
-}
-
 }  // namespace
 
 Action SetUpExport(Arguments& arguments) {
@@ -78,7 +72,7 @@ Action SetUpExport(Arguments& arguments) {
       .Add("FORMAT", &options->format,
            "Constants for c, rust, go or python; csv, json; prometheus, prometheus-rules, "
            "prometheus-tests; entity-manager or lm-sensors configurations; ipmi-sdr records")
-      .OneOf("FORMAT", ExportFormats())
+      .OneOf("FORMAT", NamesOf(exports::kFormats))
       .Required();
   AddMachine(arguments, options->machine);
   arguments

@@ -16,6 +16,7 @@
 #include "support/text_stream.h"
 #include "tool/command.h"
 #include "tool/machine_arguments.h"
+#include "tool/row_names.h"
 
 namespace rux::tool {
 namespace {
@@ -63,12 +64,6 @@ std::vector<std::string> Subjects() {
   return names;
 }
 
-std::vector<std::string> GraphFormNames() {
-  std::vector<std::string> names;
-  for (const graph::Form& form : graph::kForms) names.emplace_back(form.name);
-  return names;
-}
-
 }  // namespace
 
 Action SetUpGraph(Arguments& arguments) {
@@ -96,7 +91,7 @@ Action SetUpGraph(Arguments& arguments) {
   arguments
       .Add("--format", &options->format,
            "svg (default), dot for Graphviz, mermaid, or json (docs/graph.schema.json)")
-      .OneOf("FORMAT", GraphFormNames());
+      .OneOf("FORMAT", NamesOf(graph::kForms));
   AddSearchOptions(arguments, options->machine);
   arguments.Footer(
       "Prints one graph. What it leaves out is counted in the graph and on standard error.\n"

@@ -27,6 +27,7 @@
 #include "support/standard_streams.h"
 #include "tool/command.h"
 #include "tool/loss_arguments.h"
+#include "tool/row_names.h"
 
 namespace rux::tool {
 namespace {
@@ -131,24 +132,12 @@ support::ExitStatus Import(const ImportOptions& options) {
   return update.conflicts.empty() ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
 }
 
-std::vector<std::string> FormatNames() {
-  std::vector<std::string> names;
-  for (const imports::Format& format : imports::Formats()) names.emplace_back(format.name);
-  return names;
-}
-
-std::vector<std::string> ListFormats() {
-  std::vector<std::string> names;
-  for (const lists::Format& format : lists::Formats()) names.emplace_back(format.name);
-  return names;
-}
-
 }  // namespace
 
 Action SetUpImport(Arguments& arguments) {
   const auto options = std::make_shared<ImportOptions>();
   arguments.Add("FORMAT", &options->format, "What the sources are")
-      .OneOf("FORMAT", FormatNames())
+      .OneOf("FORMAT", NamesOf(imports::Formats()))
       .Required();
   arguments.Add("SOURCE", &options->sources, "The files; several are one machine")
       .File()
@@ -161,11 +150,11 @@ Action SetUpImport(Arguments& arguments) {
             "Write no scripts, and exit with 1, if anything gets lost");
   arguments
       .Add("--from", &options->reading.list,
-           "csv: the program that the list is from (default: recognised)")
-      .OneOf("FORMAT", ListFormats());
+           "csv: the program that the list is from (default: it is recognised)")
+      .OneOf("FORMAT", NamesOf(lists::Formats()));
   arguments
       .Add("--map", &options->reading.columns.names,
-           "csv: the column of the list that is this one, such as NAME='Sensor name'")
+           "csv: the column NAME of the list is this COLUMN, such as NAME='Sensor name'")
       .Value("COLUMN=NAME");
   arguments
       .Add("--unit", &options->reading.columns.units,

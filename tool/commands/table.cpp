@@ -29,6 +29,7 @@
 #include "table/machine_table.h"
 #include "tool/command.h"
 #include "tool/machine_arguments.h"
+#include "tool/row_names.h"
 #include "tool/view_arguments.h"
 
 namespace rux::tool {
@@ -209,15 +210,8 @@ support::ExitStatus Table(const TableOptions& options) {
 }
 
 std::vector<std::string> TableForms() {
-  std::vector<std::string> names;
-  for (const table::Form& form : table::kForms) names.emplace_back(form.name);
+  std::vector<std::string> names = NamesOf(table::kForms);
   names.emplace_back(table::kJson);
-  return names;
-}
-
-std::vector<std::string> ListFormats() {
-  std::vector<std::string> names;
-  for (const lists::Format& format : lists::Formats()) names.emplace_back(format.name);
   return names;
 }
 
@@ -239,7 +233,7 @@ void AddComparison(Arguments& arguments, TableOptions& options) {
           "--from", &options.list.format,
           "The format of LIST: redfish, sensors (sensors -j), ipmitool-sensor (ipmitool sensor), "
           "ipmitool-sdr (ipmitool -c sdr elist), ipmi-sensors or csv. Without it, it is recognised")
-      .OneOf("FORMAT", ListFormats());
+      .OneOf("FORMAT", NamesOf(lists::Formats()));
   arguments
       .Add("--map", &options.list.pairing.names,
            "The column of LIST that is this one of the machine, such as NAME='Sensor name'")
