@@ -1,4 +1,4 @@
-// What sources describe, whatever their format: what scripts are written of.
+// What sources describe, whatever their format: scripts are written from it.
 #ifndef IMPORTS_BOARD_H_
 #define IMPORTS_BOARD_H_
 
@@ -41,8 +41,8 @@ constexpr const QuantityRow& RowOf(Quantity quantity) {
 // The first one whose unit is of the same kind; other, if there is none.
 Quantity QuantityIn(std::string_view unit);
 
-// A text of a source with its item: what the scripts get of it counts as used or changed once they
-// have it. A format decides only about items that do not get into the board.
+// A text of a source with its item, which counts as used or changed once the scripts have the text.
+// A format decides only about items that stay out of the board.
 struct Text {
   std::string text;
   losses::ItemId item = losses::kNoItem;

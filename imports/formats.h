@@ -26,7 +26,6 @@ struct ReadOptions {
 
 struct Format {
   std::string_view name;
-  std::string_view summary;
   // Notes every item of the sources in the ledger (BeginFile() first), and puts into the board what
   // the scripts can have of them. Throws a Failure that names file and line when a source is not of
   // that format.

@@ -17,8 +17,8 @@ struct Scale {
   bool is_signed = true;  // false: numbers from 2^31 on are not negative
 };
 
-// The number of a script that is exactly that amount; none when there is none: -1 among them, which
-// hosts cannot look up.
+// The number of a script that is exactly that amount, if any number is; -1 is none, for hosts
+// cannot look it up.
 std::optional<std::string> NumberFor(const Decimal& amount, const Scale& scale);
 
 struct ScaledLimits {

@@ -21,7 +21,7 @@ ConfName ConfNameOf(const std::string& name);
 
 // The limit that an attribute is.
 std::optional<language::EntryId> LimitFor(std::string_view attribute);
-// Whether it is one that sensors do not have: emergency, and where an alarm ends.
+// Whether it is a limit that sensors of scripts lack: emergency, and where an alarm ends.
 bool IsOtherLimit(std::string_view attribute);
 
 }  // namespace rux::imports

@@ -38,7 +38,7 @@ std::pair<std::string_view, std::string_view> NumberAndUnit(std::string_view tex
   const std::size_t blank = text.find_first_of(" \t");
   if (blank != std::string_view::npos)
     return {text.substr(0, blank), lists::Trimmed(text.substr(blank))};
-  // A unit may follow at once; an exponent is no unit.
+  // A unit may follow without a blank; an exponent is not a unit.
   const std::size_t end = text.find_last_of("0123456789.");
   if (end == std::string_view::npos || end + 1 == text.size()) return {text, ""};
   if (Decimal::In(text)) return {text, ""};

@@ -7,7 +7,7 @@
 
 namespace rux::imports {
 
-// What dtc makes of the text of a dts file; files that it includes are looked for next to `path`.
+// The text of a dts file, compiled; files that it includes are looked for next to `path`.
 // The program has 20 seconds and one gigabyte. Throws a Failure with what it reports.
 std::string CompileDeviceTree(const std::string& path, std::string_view text);
 

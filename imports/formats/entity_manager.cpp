@@ -42,7 +42,7 @@ constexpr NameKey kNameKeys[] = {{"Name", {}},
                                  {"NamePressure", Quantity::kPressure},
                                  {"NameHumidity", Quantity::kHumidity}};
 
-// Severities 0 and 1 are warning and critical. There are stronger ones, which scripts do not have.
+// Severities 0 and 1 are warning and critical. Scripts have none of the stronger ones.
 struct ThresholdKind {
   std::string_view direction;
   std::string_view severity;

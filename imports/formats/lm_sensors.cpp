@@ -223,7 +223,7 @@ class ConfBoard {
     Feature* const feature = WholeFeatureFor(line, name);
     if (feature == nullptr) return;
     feature->is_ignored = true;
-    ledger_.Used(item);  // in that there is no such sensor
+    ledger_.Used(item);  // the scripts leave the sensor out
   }
 
   void AddBus(const BusName& bus) {
