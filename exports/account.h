@@ -1,4 +1,4 @@
-// What becomes of each entry of a machine that is written in another form.
+// What becomes of each entry of a machine in another form.
 #ifndef EXPORTS_ACCOUNT_H_
 #define EXPORTS_ACCOUNT_H_
 

@@ -13,10 +13,10 @@ struct Amount {
   std::uint64_t divisor = 1;
   int exponent = 0;
 
-  // Whether a decimal number is exactly the amount: not of a third.
+  // Whether a decimal number is exactly the amount: false for a third.
   bool IsDecimal() const;
-  // In decimal, without an exponent or zeros at the end: "-0.05", "12600". Of what is no decimal
-  // number, as many digits as make each number a text of its own.
+  // In decimal, without an exponent or zeros at the end: "-0.05", "12600". For an amount
+  // that no decimal number is, enough digits to give each number a text of its own.
   std::string Text() const;
 };
 

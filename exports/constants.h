@@ -23,8 +23,8 @@ struct ConstantBlock {
   std::vector<Constant> constants;
 };
 
-// Names are unique among all blocks. They begin with a kind of constants, so they are no words of a
-// language.
+// Names are unique among all blocks. They begin with a kind of constants, so none is a keyword of a
+// programming language.
 std::vector<ConstantBlock> ConstantsOf(const machine::Machine& machine, Account& account);
 
 }  // namespace rux::exports

@@ -97,8 +97,8 @@ class Exposed {
     return PropertyOf(sensor.section, kChannel).value().text();
   }
 
-  // Of a sensor without a channel, after so many others. A chip that measures temperatures may
-  // measure something else besides.
+  // Of a sensor without a channel, after that number of others. A chip that measures temperatures
+  // may measure something else besides.
   static std::string NameKey(const Sensor& sensor, std::size_t others) {
     if (others == 0) return "Name";
     if (sensor.unit.symbol == "Pa") return "NamePressure";

@@ -66,7 +66,7 @@ struct CodedSensor {
   const RecordUnit& unit;
   ByteCode code;
   std::array<int, kThresholdCount> bytes = {};
-  int mask = 0;  // the thresholds that there are
+  int mask = 0;  // the thresholds that the sensor has
   int nominal = 0;
   bool has_nominal = false;
 };

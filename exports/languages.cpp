@@ -43,7 +43,7 @@ std::string EscapedBytes(std::string_view text, const char* format) {
 std::string EscapedForC(std::string_view text) { return EscapedBytes(text, "\\{:03o}"); }
 std::string EscapedInHex(std::string_view text) { return EscapedBytes(text, "\\x{:02x}"); }
 
-// As the package ruxmeta has texts: a byte that is no UTF-8 is a surrogate.
+// As the package ruxmeta has texts: a byte that is not UTF-8 is a surrogate.
 std::string EscapedForPython(std::string_view text) {
   std::string escaped;
   while (!text.empty()) {

@@ -45,7 +45,7 @@ constexpr FeatureKind kFeatureKinds[] = {
     {"in", "V", true},   {"temp", "C", true},    {"fan", "RPM", false},   {"power", "W", true},
     {"curr", "A", true}, {"energy", "J", false}, {"humidity", "%", false}};
 
-// Null for names that are no features.
+// Null for names that are not those of features.
 const FeatureKind* KindOf(std::string_view feature) {
   const std::size_t number = feature.find_first_of("0123456789");
   const bool has_rest = feature.find_first_not_of("0123456789", number) != std::string_view::npos;

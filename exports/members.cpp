@@ -30,8 +30,8 @@ void PutValue(std::string_view text, Put put) {
   }
 }
 
-// The parts between low lines; only the whole when one of them is empty, or there are more than
-// anybody nests.
+// The parts between low lines; only the whole when one of them is empty, or their number exceeds
+// what configurations nest.
 std::vector<std::string> PathOf(std::string_view key) {
   constexpr std::size_t kDeepest = 8;
   std::vector<std::string> path;

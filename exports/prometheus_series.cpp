@@ -47,7 +47,7 @@ const SeriesUnit& SeriesUnitOf(std::string_view symbol) {
 
 Amount InSeriesUnit(const Sensor& sensor, Amount amount) {
   const SeriesUnit& unit = SeriesUnitOf(sensor.unit.symbol);
-  // What has no unit there has the one of the machine, with its prefix.
+  // A series without a base unit has the unit of the machine, with its prefix.
   amount.exponent += unit.suffix.empty() ? -sensor.unit.exponent : unit.exponent;
   return amount;
 }

@@ -37,7 +37,8 @@ struct Sensor {
 void AccountForLimit(const Sensor& sensor, const SensorLimit& limit, const Amount& amount,
                      const std::string& written, Account& account);
 
-// The property of that name, without P_; no entry when there is none, or it is no text.
+// The property of that name, without P_; no entry when the sensor has none, or its value is not a
+// text.
 ruxcomp::Entry PropertyOf(const ruxcomp::Section& section, std::string_view name);
 
 // What sensors are read from, as their property DEVICE names it, and what people call both.
