@@ -26,9 +26,8 @@ struct SensorLimit {
 
 // None for a limit whose sign is not known.
 std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32_t stored);
-// Those that the sensor has and the profile counts, from the lowest name up. What is not known says
-// why. A change
-// is one that is tried out.
+// Those that the sensor has and the profile counts, from the lowest name up; an unknown one has the
+// reason. `change` is tried out, if there is one.
 struct SensorLimits {
   std::vector<SensorLimit> limits;
   std::optional<Result> obstacle = {};

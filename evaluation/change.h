@@ -1,4 +1,4 @@
-// A change of a machine that is tried out, as if its file had it.
+// A change that is tried out on a machine as if its file had it.
 #ifndef EVALUATION_CHANGE_H_
 #define EVALUATION_CHANGE_H_
 

@@ -211,7 +211,7 @@ Result Evaluator::Cell(const ruxcomp::Entry& entry, Frame& frame) {
   if (cell < 0 || cell > kLastCell) {
     if (!profile_.cell_beyond.stated) return Unstated(profile_.cell_beyond);
     if (profile_.cell_beyond.Is(profile::CellBeyond::kError))
-      return Result::Error(fmt::format("a table has no cell {}", TextOf(cell)));
+      return Result::Error(fmt::format("the table has no cell {}", TextOf(cell)));
     const bool is_modulo = profile_.cell_beyond.Is(profile::CellBeyond::kModulo);
     cell = is_modulo ? cell & kLastCell : std::clamp<Number>(cell, 0, kLastCell);
   }

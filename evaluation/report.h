@@ -1,4 +1,4 @@
-// What comes of one target, for people and for programs.
+// The result of one target, for people and for programs.
 #ifndef EVALUATION_REPORT_H_
 #define EVALUATION_REPORT_H_
 

@@ -1,4 +1,4 @@
-// What comes of an evaluation: a number, or why there is none.
+// The result of an evaluation: a number, or the reason why it has none.
 #ifndef EVALUATION_RESULT_H_
 #define EVALUATION_RESULT_H_
 
@@ -49,8 +49,8 @@ class Result {
 // "number", "unknown", "error"
 const char* NameOf(Result::Kind kind);
 
-// Of two results of which at least one is no number, the one that decides: an error before what is
-// unknown, the first before the second.
+// Of two results, at least one of which is not a number, the one that decides: an error before an
+// unknown result, the first before the second.
 const Result& ObstacleOf(const Result& first, const Result& second);
 
 }  // namespace rux::evaluation

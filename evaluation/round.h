@@ -14,7 +14,7 @@
 
 namespace rux::evaluation {
 
-// What comes of a target: of a sensor, also its VALUE_IPMI, if it has one, and its band.
+// The result of a target; of a sensor also its VALUE_IPMI, if it has one, and its band.
 struct Outcome {
   Result value;
   std::optional<Result> ipmi = {};

@@ -19,7 +19,7 @@ namespace rux::evaluation {
 
 namespace language = ruxcomp::language;
 
-// Which entry a value is of: the kind and ordinal of its section, and its identifier.
+// The entry that a value belongs to: the kind and ordinal of its section, and its identifier.
 using ValueKey = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>;
 ValueKey KeyOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry);
 

@@ -66,7 +66,7 @@ inline rux::profile::Profile AnyProfile(const Pick& pick) {
   return rux::profile::ParseProfile("profile.json", text + "}}");
 }
 
-// Up to so many.
+// Up to that many.
 inline std::vector<Target> TargetsOf(const Machine& machine, std::size_t most) {
   std::vector<Target> targets;
   const auto add = [&](const Target& target) {
@@ -121,7 +121,7 @@ inline std::size_t EvaluateTwice(const Machine& machine, const rux::profile::Pro
     expect(text.find("unknown ()") == std::string::npos, "what is unknown has a reason");
     rux::evaluation::Effects again;
     expect(ReportOf(machine, profile, readings, target, again) == text,
-           "the same readings come to the same");
+           "the same readings give the same results");
     for (const rux::evaluation::AccessMade& access : effects.accesses()) {
       if (!access.is_write && keys.insert(access.key).second)
         readings.Set(machine, access.key, {static_cast<std::int64_t>(pick(300))});
