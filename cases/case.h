@@ -15,7 +15,7 @@
 
 namespace rux::cases {
 
-// A number, or that there is none; why is not compared.
+// A number, "unknown" or "error"; the reason is not compared.
 struct ExpectedResult {
   evaluation::Result::Kind kind;
   evaluation::Number number;  // of a number

@@ -57,7 +57,7 @@ constexpr Key kRoundKeys[] = {{"readings", Kind::kObject},
 enum ExpectMember : std::size_t { kValue, kIpmi, kBand, kArguments };
 constexpr std::string_view kExpectKeys[] = {"value", "ipmi", "band", "arguments"};
 
-// The file and line of what a text of a test is wrong with.
+// The file and line that a message about a test names.
 template <class Read>
 auto At(const std::string& path, std::uint32_t line, Read read) {
   try {

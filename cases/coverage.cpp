@@ -82,7 +82,7 @@ void Coverage::Add(const Coverage& other) {
   for (const auto& [key, ways] : other.limits_) limits_[key] |= ways;
 }
 
-// Compares what was noted with what there is.
+// Compares what was noted with what the machine has.
 class CoverageReader {
  public:
   CoverageReader(const machine::Machine& machine, const profile::Profile& profile,

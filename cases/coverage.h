@@ -1,4 +1,4 @@
-// What of a machine tests have evaluated.
+// How much of a machine tests evaluate.
 #ifndef CASES_COVERAGE_H_
 #define CASES_COVERAGE_H_
 
@@ -37,7 +37,7 @@ class Coverage : public evaluation::Observer {
                const evaluation::Band& band);
   // What was noted: values, limits, and cells by Change::CellKey().
   std::vector<evaluation::ValueKey> Keys() const;
-  // What another one noted.
+  // Adds what another one noted.
   void Add(const Coverage& other);
 
  private:
@@ -52,7 +52,7 @@ class Coverage : public evaluation::Observer {
   Ways limits_;
 };
 
-// Something that tests evaluate, or not.
+// Something that tests may evaluate.
 struct CoveredThing {
   std::string text;  // "SENSOR/CPU0_TEMP/THRESHOLD_FH: never beyond it"
   std::optional<machine::Place> place;

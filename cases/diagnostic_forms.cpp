@@ -26,8 +26,8 @@ constexpr MessageRow kFailedCase = {"",
                                     "failed-case",
                                     Level::kError,
                                     "a test case is not as expected",
-                                    "what the values of a machine come to under a profile differs "
-                                    "from what a case of rux test expects",
+                                    "the values of a machine under a profile differ from what a "
+                                    "case of rux test expects",
                                     "",
                                     ""};
 

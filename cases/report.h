@@ -31,7 +31,8 @@ struct ReportOptions {
   bool has_missing = false;  // what is not covered, thing by thing
 };
 
-// Each case by its name, what is not as expected with the lines to look at; then the coverage.
+// Each case by its name; for one that fails, what is not as expected, with the lines to look at.
+// Then the coverage.
 void WriteText(const std::vector<FileResult>& files, const ReportOptions& options,
                support::TextStream& out);
 

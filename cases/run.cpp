@@ -39,9 +39,9 @@ using evaluation::Target;
 
 namespace {
 
-// A step of a case takes no more rounds of the machine.
+// The most rounds of the machine that a step of a case takes.
 constexpr std::uint64_t kMostRounds = 10000;
-// How many readings are shown with what they come to.
+// How many readings a failed case shows.
 constexpr std::size_t kMostReadings = 8;
 
 std::string Joined(const std::vector<std::string>& texts) {
@@ -101,7 +101,7 @@ class CaseRun {
     CompareEffects(round);
   }
 
-  // How many rounds of the machine there are until then. None when that is not known.
+  // How many rounds of the machine fit until then; none when that is not known.
   std::optional<std::uint32_t> TimesOf(const CaseRound& round) {
     if (!round.after) return 1;
     const auto& unit = bench_.profile.ruxloop_milliseconds;

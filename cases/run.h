@@ -39,14 +39,14 @@ struct CaseResult {
   bool passes() const { return mismatches.empty(); }
 };
 
-// All that cases are evaluated by, which must outlive it.
+// What a run of cases needs, which must outlive it.
 struct Bench {
   const evaluation::Plan& plan;
   const profile::Profile& profile;
   std::mutex& places;  // of the machine, which are looked up by one thread at a time
 };
 
-// With a change that is tried out; null: with the machine as it is.
+// `change` is tried out; null: the machine stays as it is.
 CaseResult RunCase(const Bench& bench, const Case& source, Coverage& coverage,
                    const evaluation::Change* change = nullptr);
 

@@ -36,7 +36,7 @@ struct Background {
   std::optional<diagnostics::Report> report;         // of a script: what check and lint find
   std::optional<std::vector<diff::Change>> changes;  // since another machine
   std::string before;                                // what that one is called
-  bool is_new = false;  // the others are compared with what they were, and this one was not there
+  bool is_new = false;  // others are compared with what they were, this one is new
 };
 
 // A section of the machine, or an entry of a kind without NAMEs, by its number among all.

@@ -255,7 +255,7 @@ Action SetUpTest(Arguments& arguments) {
       .Required();
   arguments.Add("--filter", &options->filter, "Only cases whose names fit (*, ?, [...])")
       .Value("PATTERN");
-  arguments.Add("-j,--jobs", &options->jobs, "Run so many cases at a time").Value("N");
+  arguments.Add("-j,--jobs", &options->jobs, "Run N cases at a time").Value("N");
   AddProfile(arguments, options->profile);
   AddReport(arguments, *options);
   AddSearchOptions(arguments, options->machine);
