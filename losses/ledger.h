@@ -59,10 +59,10 @@ struct Entry {
   std::string after;  // when it is changed
 };
 
-// The outcomes of all items, one each: whoever reads a source notes its items first, all of them,
-// and what nothing is made of stays dropped as not understood. Where several things are made of one
-// item, changed counts more than used, and used more than dropped; of the same outcome, the first
-// counts. kNoItem is passed over.
+// The outcomes of all items, one each. A reader of a source notes all of its items first; an item
+// that gets no outcome after that is dropped as not understood. When an item gets several outcomes,
+// changed counts more than used, and used more than dropped; of equal outcomes, the first counts.
+// kNoItem is passed over.
 class Ledger {
  public:
   // The items that are noted from now on are of that file.
