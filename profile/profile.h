@@ -30,7 +30,7 @@ struct Member {
 
 // Without a file, none of it is stated.
 struct Profile {
-  std::string name;    // empty: there is no profile
+  std::string name;    // empty: without a profile
   std::string path;    // of the file
   std::string sha256;  // of its bytes
 
