@@ -1,6 +1,6 @@
 // Files of test cases: arbitrary bytes as one, and as the table that another names. Each is read,
-// or refused with one line that names the place; what is read can be run, against no machine at
-// all.
+// or refused with one line that names the place; what is read can be run
+// against an empty machine.
 #include <cstddef>
 #include <cstdint>
 #include <mutex>

@@ -64,7 +64,7 @@ TEST(Merge, ReportsWhatChangedOnBothSides) {
   ExpectMerged(edited, With(kBase, "HIGH = 5", "HIGH = 7"), edited, "10: HIGH = 6 | HIGH = 7\n");
 }
 
-TEST(Merge, TheSameChangeIsNoConflict) {
+TEST(Merge, TheSameChangeIsNotAConflict) {
   const std::string both = With(kBase, "HIGH = 5", "HIGH = 6");
   ExpectMerged(both, both, both);
 }

@@ -28,7 +28,7 @@ TEST(Names, AreUnique) {
   EXPECT_EQ(names.Take("FAN", "SENSOR"), "FAN_3");
 }
 
-TEST(Names, AreNoNumbers) {
+TEST(Names, AreNotNumbers) {
   Names names;
   EXPECT_EQ(names.Take("0", "GROUP"), "GROUP_0");
   EXPECT_EQ(names.Take("-1", "GROUP"), "GROUP_-1");
