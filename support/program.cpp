@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <stdlib.h>
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/descriptor.h"
 #include "support/failure.h"
 
 namespace rux::support {
