@@ -26,7 +26,7 @@ struct ScaledLimits {
   std::vector<std::size_t> fitting;  // their places; for the others, no scale does
 };
 
-// The smallest unit that keeps all limits exact: whole ones, thousandths, millionths or billionths
+// The largest unit that keeps all limits exact: whole ones, thousandths, millionths or billionths
 // or, where such numbers would be too large, another decimal fraction. A limit that has none in
 // common with those before it does not fit.
 ScaledLimits ScaleFor(const std::vector<Limit>& limits);

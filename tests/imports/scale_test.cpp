@@ -35,7 +35,7 @@ std::string Scaled(const std::vector<std::string>& numbers) {
   return text;
 }
 
-TEST(Scale, IsTheSmallestUnitThatKeepsAllExact) {
+TEST(Scale, IsTheLargestUnitThatKeepsAllExact) {
   EXPECT_EQ(Scaled({"95", "-40"}), "0s 95 -40");
   EXPECT_EQ(Scaled({"12.5", "-5"}), "3s 12500 -5000");
   EXPECT_EQ(Scaled({"0.0001"}), "6s 100");
