@@ -19,12 +19,15 @@ class Lazy {
   Lazy(const Lazy&) = delete;
   Lazy& operator=(const Lazy&) = delete;
 
+  // The index once it is made, null before.
+  const Index* made() const noexcept { return made_.load(std::memory_order_acquire); }
+
   // Null when there is none, so that the query has to be answered by a walk. fill(index) returns
   // false when there is no memory; the next query tries again.
   template <class Fill>
   const Index* Get(Fill fill) const noexcept {
-    const Index* const made = made_.load(std::memory_order_acquire);
-    return made != nullptr ? made : Make(fill);
+    const Index* const own = made();
+    return own != nullptr ? own : Make(fill);
   }
 
  private:

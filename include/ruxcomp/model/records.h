@@ -137,6 +137,16 @@ class Records {
   template <class Key, class Offers>
   const Word* FindSection(const Lazy<HashIndex<Key>>& lazy, std::uint32_t kind,
                           typename Key::Of key, Offers offers) const noexcept {
+    const HashIndex<Key>* const index = lazy.made();
+    if (index == nullptr) return FindUnindexedSection(lazy, kind, key, offers);
+    return AtItem(index->Find(kind, key));
+  }
+  // Apart, so that what nearly every look-up runs is short enough to be inlined.
+  template <class Key, class Offers>
+  [[gnu::cold, gnu::noinline]] const Word* FindUnindexedSection(const Lazy<HashIndex<Key>>& lazy,
+                                                                std::uint32_t kind,
+                                                                typename Key::Of key,
+                                                                Offers offers) const noexcept {
     const HashIndex<Key>* const index = lazy.Get([&](HashIndex<Key>& made) {
       return Fill(made, [&](auto add) {
         for (const std::uint32_t place : sections.all()) {
