@@ -45,6 +45,12 @@ static_assert(static_cast<int>(RUXMETA_NOTHING) == RUX_DATA_NONE);
 static_assert(static_cast<int>(RUXMETA_NUMBER) == RUX_DATA_NUMBER);
 static_assert(static_cast<int>(RUXMETA_TEXT) == RUX_DATA_STRING);
 
+// A later version of a struct is larger, and begins like this one.
+template <class Struct>
+bool IsKnown(const Struct* record) noexcept {
+  return record->size >= sizeof *record;
+}
+
 }  // namespace rux::c_interface
 
 #endif  // C_INTERFACE_HANDLES_H_

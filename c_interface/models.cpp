@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "c_interface/handles.h"  // IWYU pragma: keep
+#include "c_interface/handles.h"
 #include "ruxcomp/file/fault.h"
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/records.h"
@@ -30,12 +30,6 @@ void Store(const Fault& found, ruxmeta_fault& fault) {
   fault.offset = found.offset;
   std::memcpy(fault.text, text.data(), size);
   fault.text[size] = '\0';
-}
-
-// A later version of a struct is larger, and begins like this one.
-template <class Struct>
-bool IsKnown(const Struct* record) noexcept {
-  return record->size >= sizeof *record;
 }
 
 // A model of what open() returns, which throws only where memory is missing. `source`: null is
@@ -65,6 +59,7 @@ ruxmeta_status Make(const void* source, Open open, ruxmeta_model** model,
 }  // namespace
 }  // namespace rux::c_interface
 
+using rux::c_interface::IsKnown;
 using rux::c_interface::Make;
 using ruxcomp::Fault;
 using ruxcomp::Model;
@@ -108,7 +103,7 @@ ruxmeta_status ruxmeta_open_bytes(const void* bytes, size_t size, ruxmeta_model*
 void ruxmeta_close(ruxmeta_model* model) { delete model; }
 
 ruxmeta_status ruxmeta_get_info(const ruxmeta_model* model, ruxmeta_info* info) {
-  if (model == nullptr || info == nullptr || !rux::c_interface::IsKnown(info)) {
+  if (model == nullptr || info == nullptr || !IsKnown(info)) {
     return RUXMETA_BAD_ARGUMENT;
   }
   const tagMETAFILEINFO stated = model->model.info();

@@ -217,6 +217,49 @@ RUXMETA_API int ruxmeta_find_group(const ruxmeta_model* model, const char* name,
 /* The RUXMETA_TABLE_CELLS cells of the ordinal-th TABLE; NULL when there is none. */
 RUXMETA_API const uint8_t* ruxmeta_table_cells(const ruxmeta_model* model, size_t ordinal);
 
+/* ---------------------------------------------------------------------- reading without calls */
+
+/* The value that an index of the file means: of kind RUXMETA_NOTHING when the file does not explain
+ * it, or the model is NULL. */
+RUXMETA_API ruxmeta_value ruxmeta_index_value(const ruxmeta_model* model, uint32_t index);
+
+/* What an index of a symbol table means. */
+typedef struct ruxmeta_symbol {
+  uint32_t number; /* of a text: its size. 0xFFFFFFFF, and no text: nothing */
+  uint32_t text;   /* where it begins in `texts`; RUXMETA_NO_TEXT and above: it is not a text */
+} ruxmeta_symbol;
+
+#define RUXMETA_NO_TEXT 0xFFFFFFFEU
+
+/* A symbol table: what its first `count` indices mean. The library alone knows any others. */
+typedef struct ruxmeta_symbols {
+  const ruxmeta_symbol* symbols;
+  size_t count;
+} ruxmeta_symbols;
+
+/* Where a model keeps what it reads, for the functions of ruxmeta/walk.h, which the compiler writes
+ * into the program. It belongs to the model and is valid as long as that. The shape of all that it
+ * points to is part of the interface, as are the members `at` of handles, which point to the
+ * records of sections and entries in the file. See ruxmeta_fault about `size`. */
+typedef struct ruxmeta_view {
+  size_t size;
+  const ruxmeta_model* model;
+  const void* owner;              /* the member `model` of all handles */
+  const unsigned char* records;   /* the file; what places count from */
+  const uint32_t* places;         /* of sections, in words of 4 bytes: one kind after the other */
+  const size_t* kind_begins;      /* where each kind begins among the places; the end of the last */
+  size_t kinds;                   /* how many, from RUXMETA_SECTION_MORVRUX on */
+  const ruxmeta_symbols* classes; /* by the upper byte of an index */
+  size_t class_count;
+  const char* texts; /* of all symbol tables; a zero byte follows each */
+} ruxmeta_view;
+
+#define RUXMETA_VIEW_INIT \
+  { sizeof(ruxmeta_view), 0, 0, 0, 0, 0, 0, 0, 0, 0 }
+
+/* RUXMETA_BAD_ARGUMENT when a pointer is NULL or view->size is unknown. */
+RUXMETA_API ruxmeta_status ruxmeta_get_view(const ruxmeta_model* model, ruxmeta_view* view);
+
 #undef RUXMETA_API
 
 /* NOLINTEND(modernize-use-using) */

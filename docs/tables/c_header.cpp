@@ -38,6 +38,24 @@ class Enum {
   bool is_empty_ = true;
 };
 
+// How an index is taken apart, and what IsImmediate() is in C.
+void AddIndices(std::string& header) {
+  char mask[16];
+  std::snprintf(mask, sizeof mask, "0x%08X", kOrdinalMask);
+  header +=
+      "\n/* An index is a class, and an ordinal in its low bits. */\nenum { RUXMETA_CLASS_SHIFT "
+      "= " +
+      std::to_string(kClassShift) + ", RUXMETA_ORDINAL_MASK = " + mask + " };\n";
+  const char* before =
+      "\n/* Whether the indices of a class carry their own value: the ordinal. */\n"
+      "#define RUXMETA_IS_IMMEDIATE(index_class) \\\n  (";
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix)                 \
+  header.append(before).append("(index_class) == RUXMETA_CLASS_" #name); \
+  before = " || \\\n   ";
+#include "ruxcomp/language/symbol_tables.def"
+  header += ")\n";
+}
+
 }  // namespace
 
 std::string CHeader() {
@@ -66,6 +84,14 @@ std::string CHeader() {
 #define SELECTOR_CODE(name, code) selectors.Add(#name, code);
 #include "ruxcomp/language/selectors.def"
   }
+  {
+    Enum classes(header, "Classes of indices.", "CLASS_");
+#define SYMBOL_TABLE(name, class_byte, title, prefix, key) classes.Add(#name, CLASS_##name);
+#define CELLS_CLASS(name, class_byte, title) classes.Add(#name, CLASS_##name);
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix) classes.Add(#name, CLASS_##name);
+#include "ruxcomp/language/symbol_tables.def"
+  }
+  AddIndices(header);
   header += "\n/* How many cells a table has. */\nenum { RUXMETA_TABLE_CELLS = " +
             std::to_string(kTableCells) + " };\n";
   return header + "\n#endif /* RUXMETA_NUMBERS_H_ */\n";

@@ -167,6 +167,9 @@ class Model {
     return records_ ? records_->CellsOf(ordinal) : nullptr;
   }
 
+  // For libruxmeta: null of an empty model.
+  const detail::Records* records() const noexcept { return records_.get(); }
+
  private:
   explicit Model(std::unique_ptr<const detail::Records> records) : records_(std::move(records)) {}
 

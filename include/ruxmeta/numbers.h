@@ -74,6 +74,32 @@ enum {
   RUXMETA_SELECT_TEXT_104 = 0x001A0000
 };
 
+/* Classes of indices. */
+enum {
+  RUXMETA_CLASS_Property = 0x03000000,
+  RUXMETA_CLASS_Global = 0x04000000,
+  RUXMETA_CLASS_Value = 0x05000000,
+  RUXMETA_CLASS_Repeater = 0x06000000,
+  RUXMETA_CLASS_Dword = 0x11000000,
+  RUXMETA_CLASS_String = 0x12000000,
+  RUXMETA_CLASS_Group = 0x18000000,
+  RUXMETA_CLASS_Action = 0x1A000000,
+  RUXMETA_CLASS_TableName = 0x1C000000,
+  RUXMETA_CLASS_TableData = 0x1B000000,
+  RUXMETA_CLASS_Small = 0x1D000000,
+  RUXMETA_CLASS_ValueType = 0x1E000000,
+  RUXMETA_CLASS_Operator = 0x1F000000
+};
+
+/* An index is a class, and an ordinal in its low bits. */
+enum { RUXMETA_CLASS_SHIFT = 24, RUXMETA_ORDINAL_MASK = 0x00FFFFFF };
+
+/* Whether the indices of a class carry their own value: the ordinal. */
+#define RUXMETA_IS_IMMEDIATE(index_class) \
+  ((index_class) == RUXMETA_CLASS_Small || \
+   (index_class) == RUXMETA_CLASS_ValueType || \
+   (index_class) == RUXMETA_CLASS_Operator)
+
 /* How many cells a table has. */
 enum { RUXMETA_TABLE_CELLS = 256 };
 

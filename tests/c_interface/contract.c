@@ -9,6 +9,7 @@
 #include <string.h>
 
 #include "ruxmeta.h"
+#include "ruxmeta/walk.h"
 
 static int failures = 0;
 
@@ -129,6 +130,61 @@ static void test_beyond(const ruxmeta_model* model) {
   EXPECT(ruxmeta_get_info(model, &info) == RUXMETA_BAD_ARGUMENT);
 }
 
+/* Handles that are not there, and structs, as walk.h takes them. */
+static void test_no_view(const ruxmeta_model* model) {
+  const ruxmeta_section no_section = {NULL, NULL};
+  const ruxmeta_entry none = {NULL, NULL};
+  ruxmeta_entries entries = ruxmeta_view_section_entries(no_section);
+  ruxmeta_entry entry;
+  ruxmeta_view view = RUXMETA_VIEW_INIT;
+  EXPECT(is_nothing(ruxmeta_index_value(NULL, RUXMETA_CLASS_Small)));
+  EXPECT(ruxmeta_get_view(NULL, &view) == RUXMETA_BAD_ARGUMENT);
+  EXPECT(ruxmeta_get_view(model, NULL) == RUXMETA_BAD_ARGUMENT);
+  view.size = sizeof view - 1;
+  EXPECT(ruxmeta_get_view(model, &view) == RUXMETA_BAD_ARGUMENT && view.model == NULL);
+  /* A view that was never filled has nothing. */
+  EXPECT(ruxmeta_view_section_count(&view, RUXMETA_SECTION_SENSOR) == 0);
+  expect_no_section(ruxmeta_view_section_at(&view, RUXMETA_SECTION_SENSOR, 0));
+  EXPECT(entries.left == 0 && ruxmeta_view_next_entry(&entries, &entry) == 0);
+  expect_no_entry(entry);
+  EXPECT(ruxmeta_view_entry_identifier(none) == 0xFFFFFFFF);
+  EXPECT(ruxmeta_view_value_count(none) == 0);
+  EXPECT(is_nothing(ruxmeta_view_entry_value(&view, none, 0)));
+}
+
+static void expect_index(const ruxmeta_view* view, uint32_t index, uint32_t kind, uint32_t number) {
+  const ruxmeta_value value = ruxmeta_view_index_value(view, index);
+  const ruxmeta_value same = ruxmeta_index_value(view->model, index);
+  EXPECT(value.index == index && value.kind == kind && value.number == number);
+  EXPECT(same.index == index && same.kind == kind && same.number == number);
+  EXPECT(value.text.size == same.text.size && strcmp(value.text.data, same.text.data) == 0);
+}
+
+/* Of a file that has sensors. */
+static void test_view(const ruxmeta_model* model) {
+  const ruxmeta_section sensor = ruxmeta_section_at(model, RUXMETA_SECTION_SENSOR, 0);
+  const size_t count = ruxmeta_section_count(model, RUXMETA_SECTION_SENSOR);
+  ruxmeta_view view = RUXMETA_VIEW_INIT;
+  ruxmeta_section same;
+  test_no_view(model);
+  EXPECT(ruxmeta_get_view(model, &view) == RUXMETA_OK);
+  same = ruxmeta_view_section_at(&view, RUXMETA_SECTION_SENSOR, 0);
+  EXPECT(same.model == sensor.model && same.at == sensor.at);
+  expect_no_section(ruxmeta_view_section_at(&view, RUXMETA_SECTION_SENSOR, count));
+  expect_no_section(ruxmeta_view_section_at(&view, RUXMETA_SECTION_SENSOR, (size_t)-1));
+  expect_no_section(ruxmeta_view_section_at(&view, 0, 0));
+  expect_no_section(ruxmeta_view_section_at(&view, RUXMETA_SECTION_REPEATER + 1, 0));
+  EXPECT(is_nothing(
+      ruxmeta_view_entry_value(&view, ruxmeta_find_entry(sensor, RUXMETA_ENTRY_NAME), (size_t)-1)));
+  expect_index(&view, RUXMETA_CLASS_Small + 5, RUXMETA_NUMBER, 5);
+  expect_index(&view, RUXMETA_CLASS_Operator + 0xFFFFFF, RUXMETA_NUMBER, 0xFFFFFF);
+  expect_index(&view, RUXMETA_CLASS_Group, RUXMETA_TEXT, 0);
+  expect_index(&view, RUXMETA_CLASS_String + 0xFFFFFF, RUXMETA_NOTHING, 0);
+  expect_index(&view, RUXMETA_CLASS_TableData, RUXMETA_NOTHING, 0);
+  expect_index(&view, 0, RUXMETA_NOTHING, 0);
+  expect_index(&view, 0xFFFFFFFF, RUXMETA_NOTHING, 0);
+}
+
 /* Several models at once, each made in another way. */
 static void test_several(const char* meta) {
   static char bytes[1 << 20];
@@ -140,7 +196,10 @@ static void test_several(const char* meta) {
   EXPECT(ruxmeta_open(meta, &models[0], NULL) == RUXMETA_OK);
   EXPECT(ruxmeta_load(meta, &models[1], NULL) == RUXMETA_OK);
   EXPECT(ruxmeta_open_bytes(bytes, size, &models[2], NULL) == RUXMETA_OK);
-  for (i = 0; i < 3; ++i) test_beyond(models[i]);
+  for (i = 0; i < 3; ++i) {
+    test_beyond(models[i]);
+    test_view(models[i]);
+  }
   for (i = 0; i < 3; ++i) {
     ruxmeta_close(models[i]);
     if (i < 2) test_beyond(models[i + 1]);

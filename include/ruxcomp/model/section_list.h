@@ -53,6 +53,7 @@ class SectionList {
     if (i >= kKinds) return {};
     return {places_.data() + kind_begin_[i], kind_begin_[i + 1] - kind_begin_[i]};
   }
+  const std::array<std::size_t, kKinds + 1>& kind_begins() const noexcept { return kind_begin_; }
 
   // Among the sections of its kind.
   std::uint32_t OrdinalOf(std::uint32_t kind, std::uint32_t place) const noexcept {

@@ -28,6 +28,16 @@ struct TableItem {
 // All tables, turned round: what each of their indices stands for.
 class Tables {
  public:
+  static constexpr std::size_t kTables = RUX_CLASS_Small >> language::kClassShift;
+  static_assert(kTables <= RUX_CLASS_ValueType >> language::kClassShift &&
+                    kTables <= RUX_CLASS_Operator >> language::kClassShift,
+                "the classes of immediates come after those with tables");
+
+  struct Row {
+    const TableItem* items = nullptr;
+    std::size_t size = 0;
+  };
+
   // How many indices of the class there will be: they are looked up by their ordinals. Whoever
   // knows what each stands for may fill them; null when the class has no table.
   TableItem* Reserve(std::uint32_t index_class, std::size_t count) {
@@ -54,6 +64,10 @@ class Tables {
     for (std::size_t i = 0; i < kTables; ++i) rows_[i] = {tables_[i].data(), tables_[i].size()};
   }
 
+  // What Resolve reads of nearly every index, by class.
+  const std::array<Row, kTables>& rows() const noexcept { return rows_; }
+  const char* texts() const noexcept { return texts_; }
+
   // What GetTblData answers: of no kind when no key has the index.
   Value Resolve(std::uint32_t index) const noexcept {
     const std::size_t table = index >> language::kClassShift;
@@ -66,15 +80,6 @@ class Tables {
   }
 
  private:
-  static constexpr std::size_t kTables = RUX_CLASS_Small >> language::kClassShift;
-  static_assert(kTables <= RUX_CLASS_ValueType >> language::kClassShift &&
-                    kTables <= RUX_CLASS_Operator >> language::kClassShift,
-                "the classes of immediates come after those with tables");
-
-  struct Row {
-    const TableItem* items = nullptr;
-    std::size_t size = 0;
-  };
   struct Stray {
     std::uint32_t index;
     TableItem item;
