@@ -31,6 +31,12 @@ ruxmeta_section ruxmeta_find_section(const ruxmeta_model* model, uint32_t kind, 
   return ToC(can_find ? model->model.section_named(kind, name) : Section());
 }
 
+ruxmeta_section ruxmeta_find_section_text(const ruxmeta_model* model, uint32_t kind,
+                                          ruxmeta_text name) {
+  const bool can_find = model != nullptr && name.data != nullptr;
+  return ToC(can_find ? model->model.section_named(kind, {name.data, name.size}) : Section());
+}
+
 uint32_t ruxmeta_section_kind(ruxmeta_section section) { return FromC(section).kind(); }
 
 size_t ruxmeta_section_ordinal(ruxmeta_section section) { return FromC(section).ordinal(); }

@@ -153,6 +153,9 @@ RUXMETA_API ruxmeta_section ruxmeta_find_section_by_id(const ruxmeta_model* mode
  * an entry of that name. NULL finds nothing. */
 RUXMETA_API ruxmeta_section ruxmeta_find_section(const ruxmeta_model* model, uint32_t kind,
                                                  const char* name);
+/* The same of a name whose size is known, which takes less time. No zero byte need follow it. */
+RUXMETA_API ruxmeta_section ruxmeta_find_section_text(const ruxmeta_model* model, uint32_t kind,
+                                                      ruxmeta_text name);
 
 /* A RUXMETA_SECTION_...; 0 for no section. */
 RUXMETA_API uint32_t ruxmeta_section_kind(ruxmeta_section section);

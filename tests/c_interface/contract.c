@@ -59,9 +59,11 @@ static void test_nothing(void) {
   uint32_t ordinal = 7;
   ruxmeta_info info = RUXMETA_INFO_INIT;
   const ruxmeta_section none = {NULL, NULL};
+  const ruxmeta_text a = {"A", 1};
   expect_no_section(none);
   expect_no_section(ruxmeta_section_at(NULL, RUXMETA_SECTION_SENSOR, 0));
   expect_no_section(ruxmeta_find_section(NULL, RUXMETA_SECTION_SENSOR, "A"));
+  expect_no_section(ruxmeta_find_section_text(NULL, RUXMETA_SECTION_SENSOR, a));
   expect_no_section(ruxmeta_find_section_by_id(NULL, RUXMETA_SECTION_SENSOR, 1));
   EXPECT(ruxmeta_section_count(NULL, RUXMETA_SECTION_SENSOR) == 0);
   EXPECT(ruxmeta_find_group(NULL, "0", &ordinal) == 0 && ordinal == 7);
@@ -128,6 +130,23 @@ static void test_beyond(const ruxmeta_model* model) {
   EXPECT(ruxmeta_get_info(model, NULL) == RUXMETA_BAD_ARGUMENT);
   info.size = sizeof info - 1;
   EXPECT(ruxmeta_get_info(model, &info) == RUXMETA_BAD_ARGUMENT);
+}
+
+/* A name of a known size, of a file whose sensors have names. */
+static void test_text(const ruxmeta_model* model) {
+  const ruxmeta_section sensor = ruxmeta_section_at(model, RUXMETA_SECTION_SENSOR, 0);
+  ruxmeta_text name = ruxmeta_section_name(sensor);
+  char longer[256];
+  EXPECT(name.size > 1 && name.size < sizeof longer - 1);
+  EXPECT(ruxmeta_find_section_text(model, RUXMETA_SECTION_SENSOR, name).at == sensor.at);
+  memcpy(longer, name.data, name.size);
+  longer[name.size] = '?';
+  name.data = longer;
+  EXPECT(ruxmeta_find_section_text(model, RUXMETA_SECTION_SENSOR, name).at == sensor.at);
+  ++name.size;
+  expect_no_section(ruxmeta_find_section_text(model, RUXMETA_SECTION_SENSOR, name));
+  name.data = NULL;
+  expect_no_section(ruxmeta_find_section_text(model, RUXMETA_SECTION_SENSOR, name));
 }
 
 /* Handles that are not there, and structs, as walk.h takes them. */
@@ -198,6 +217,7 @@ static void test_several(const char* meta) {
   EXPECT(ruxmeta_open_bytes(bytes, size, &models[2], NULL) == RUXMETA_OK);
   for (i = 0; i < 3; ++i) {
     test_beyond(models[i]);
+    test_text(models[i]);
     test_view(models[i]);
   }
   for (i = 0; i < 3; ++i) {
