@@ -75,7 +75,7 @@ void CById(benchmark::State& state) {
 void CByName(benchmark::State& state) {
   const ruxmeta_model* model = CModelOf(Sensors(state));
   AskInTurn(state, KnownPicks(Sensors(state), NameOf), [=](const std::string& name) {
-    return ruxmeta_find_section(model, RUXMETA_SECTION_SENSOR, name.c_str());
+    return ruxmeta_find_section_text(model, RUXMETA_SECTION_SENSOR, {name.data(), name.size()});
   });
 }
 

@@ -2,13 +2,13 @@
 #include <libfdt.h>
 
 #include <cstring>
-#include <iterator>
 
 #include "bench/micro/host.h"
 #include "bench/micro/measure.h"
 #include "bench/micro/peers.h"
 #include "ruxcomp/ruxcomp.h"
 #include "ruxmeta.h"
+#include "ruxmeta/walk.h"
 
 namespace {
 
@@ -60,28 +60,28 @@ void WalkModel(benchmark::State& state) {
   }
 }
 
-std::size_t SumOfValues(ruxmeta_entry entry) {
-  ruxmeta_value values[16];
-  const std::size_t count = ruxmeta_entry_values(entry, values, std::size(values));
-  std::size_t sum = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (i >= std::size(values)) values[0] = ruxmeta_entry_value(entry, i);
-    const ruxmeta_value& value = values[i < std::size(values) ? i : 0];
+std::size_t SumOfEntry(const ruxmeta_view& view, ruxmeta_entry entry) {
+  std::size_t sum = ruxmeta_view_entry_identifier(entry);
+  const std::size_t values = ruxmeta_view_value_count(entry);
+  for (std::size_t i = 0; i < values; ++i) {
+    const ruxmeta_value value = ruxmeta_view_entry_value(&view, entry, i);
     sum += value.text.size + value.number;
   }
   return sum;
 }
 
 void WalkC(benchmark::State& state) {
-  const ruxmeta_model* model = CModelOf(Sensors(state));
+  ruxmeta_view view = RUXMETA_VIEW_INIT;
+  Require(ruxmeta_get_view(CModelOf(Sensors(state)), &view) == RUXMETA_OK, "ruxmeta_get_view");
   for (auto _ : state) {
     std::size_t sum = 0;
     for (std::uint32_t kind = RUXMETA_SECTION_MORVRUX; kind <= RUXMETA_SECTION_REPEATER; ++kind) {
-      const std::size_t sections = ruxmeta_section_count(model, kind);
+      const std::size_t sections = ruxmeta_view_section_count(&view, kind);
       for (std::size_t i = 0; i < sections; ++i) {
-        ruxmeta_entries entries = ruxmeta_section_entries(ruxmeta_section_at(model, kind, i));
-        for (ruxmeta_entry entry; ruxmeta_next_entry(&entries, &entry) != 0;) {
-          sum += ruxmeta_entry_identifier(entry) + SumOfValues(entry);
+        const ruxmeta_section section = ruxmeta_view_section_at(&view, kind, i);
+        ruxmeta_entries entries = ruxmeta_view_section_entries(section);
+        for (ruxmeta_entry entry; ruxmeta_view_next_entry(&entries, &entry) != 0;) {
+          sum += SumOfEntry(view, entry);
         }
       }
     }
