@@ -11,19 +11,34 @@ const make = (name, properties, ...children) => {
 const characters = {'&lt;': '<', '&gt;': '>', '&quot;': '"', '&amp;': '&'};
 const plain = (markup) => /[<&]/.test(markup) ?
   markup.replace(/<wbr>/g, '').replace(/<[^>]*>/g, ' ').replace(/&\w+;/g, (name) => characters[name]).replace(/\s+/g, ' ').trim() : markup;
-const wordsOf = (text) => text.toLowerCase().split(/\s+/).filter(Boolean);
-// A number is also found as it is written the other way: 0x4A as 74.
-const others = new Map();
-const otherOf = (word) => {
-  if (!others.has(word)) {
-    const number = /^(0x[\da-f]+|\d+)$/.test(word) && Number(word);
-    const digits = number === false ? '' : word.startsWith('0x') ? String(number) : '0x0*' + number.toString(16);
-    others.set(word, digits ? new RegExp(`(?<![\\w.])${digits}(?![\\w.])`) : null);
-  }
-  return others.get(word);
+// What is searched for, in terms. A number is also found as it is written the other way: 0x4A as
+// 74. "bus 2" is one term, a register is a number of an access, and "fan 3" is also FAN3.
+const kNumber = /^(0x[\da-f]+|\d+)$/;
+const written = (word) => `(?:0x0*${Number(word).toString(16)}|0*${BigInt(word)})(?![\\w.])`;
+const kLeads = new Map([['bus', 'bus'], ['base', 'base'], ['operand', 'operand'], ['number', 'number'], ['register', 'operand'],
+  ['reg', 'operand'], ['address', 'operand']]);
+const termOf = (word, lead) => {
+  if (!kNumber.test(word)) return {word};
+  const number = written(word);
+  if (lead === 'bus') return {word: 'bus ' + word, inAccess: new RegExp('bus ' + number), isBus: true};
+  return {
+    word, number, isRegister: kLeads.has(lead) || word.startsWith('0x'), isAccess: kLeads.has(lead),
+    other: new RegExp('(?<![\\w.])' + number),
+    inAccess: new RegExp('(?<!\\w)' + (kLeads.get(lead) || '(?:base|operand|number)') + ' ' + number),
+    inCall: new RegExp(`(?<=(?<!(?<![\\w.])\\d+ )\\((?:[^()]*, )?)${number}(?=[,)])`),
+    begins: new RegExp(`(?<![\\w.])${word}`),
+    inName: new RegExp((/^[a-z_]+$/.test(lead) ? lead + '_?' : '(?<!\\d)') + word + '(?!\\d)'),
+  };
 };
-const has = (text, word) => text.includes(word) || Boolean(otherOf(word)?.test(text));
-const hasAll = (text, words) => words.every((word) => has(text, word));
+const termsOf = (text) => {
+  const words = text.toLowerCase().split(/[\s,;]+/).filter(Boolean);
+  const isLead = (i) => kLeads.has(words[i]) && kNumber.test(words[i + 1]);
+  const terms = words.flatMap((word, i) => isLead(i) ? [] : [termOf(word, words[i - 1] || '')]);
+  const said = terms.filter(({word}) => !/^(what|which|reads|writes|drives|the|on|at|of|in)$/.test(word));
+  return said.length ? said : terms;
+};
+const has = (text, term) => term.isBus ? term.inAccess.test(text) : text.includes(term.word) || Boolean(term.other?.test(text));
+const hasAll = (text, terms) => terms.every((term) => has(text, term));
 const later = (run, delay) => {
   let timer = 0;
   return () => { clearTimeout(timer); timer = setTimeout(run, delay); };
@@ -58,7 +73,7 @@ addEventListener('load', reveal);  // after the browser has gone to the place it
 // Tables.
 
 const numberOf = (text) => {
-  const match = /^#?(0x[0-9a-f]+|[-+]?[\d.]+(e[-+]?\d+)?)(?![\w.])/i.exec(text);
+  const match = /^(?:#|bus )?(0x[0-9a-f]+|[-+]?[\d.]+(e[-+]?\d+)?)(?![\w.])/i.exec(text);
   return match ? Number(match[1]) : NaN;
 };
 const compare = (a, b) => {
@@ -93,8 +108,8 @@ const setUpGrid = (grid) => {
   let shown = rows.length;
 
   const show = () => {
-    const words = wordsOf(filter.value);
-    let fitting = rows.filter((row) => (!words.length || hasAll(row.text, words)) &&
+    const terms = termsOf(filter.value);
+    let fitting = rows.filter((row) => (!terms.length || hasAll(row.text, terms)) &&
       choices.every(({select, column}) => !select.value || row.cells[column] === select.value));
     if (sorted >= 0) {
       fitting = fitting.slice()
@@ -104,7 +119,8 @@ const setUpGrid = (grid) => {
     body.innerHTML = first.map(({markup}) => markup).join('');
     shown = fitting.length;
     const part = first.length < shown ? `, the first ${first.length} are shown` : '';
-    count.value = `${shown < rows.length ? `${shown} of ` : ''}${rows.length} ${things}${part}`;
+    const none = grid.dataset.none;
+    count.value = !shown && none ? none : `${shown < rows.length ? `${shown} of ` : ''}${rows.length} ${things}${part}`;
   };
 
   const sortBy = (head, column) => {
@@ -156,49 +172,99 @@ const things = () => known ||= [...document.querySelectorAll('#details .cards, #
       return {id, title, name: title.toLowerCase(), markup, lower: markup.toLowerCase()};
     });
   });
-// The better it fits, the less: the name, its beginning, a part of it, something else.
-const rankOf = (thing, words) => {
-  const [name] = thing.name.split(' ');
-  if (!hasAll(thing.name, words)) {
-    if (!hasAll(thing.lower, words)) return -1;
-    return hasAll((thing.text ||= plain(thing.markup)).toLowerCase(), words) ? 3 : -1;
-  }
-  if (words.includes(name) || words.includes(thing.name.split('#')[1])) return 0;
-  return ['', '_'].some((between) => name.startsWith(words.join(between))) ? 1 : 2;
+// What a card says: without the numbers of lines and of cells.
+const kUnsaid = /<table.*?<\/table>|<figure.*?<\/figure>|<span class="?p"?>.*?<\/span>|<details class="?source"?><summary>.*?<\/summary>|^[ \t]*\d[^\n]*/gms;
+const textOf = (thing) => thing.text ||= plain(thing.markup.replace(kUnsaid, ' '));
+// What the machine does: each action of the overview's table, and what runs it, by their ids.
+let known_effects;
+const effects = () => known_effects ||= new Map([...document.querySelectorAll('[aria-label="what the machine does"] tbody tr')]
+  .flatMap(({cells: [action, runs]}) => [...action.querySelectorAll('a'), ...runs.querySelectorAll('small + a')]
+    .map((link) => [link.hash.slice(1), `${action.textContent} is run by ${plain(runs.innerHTML)}`])));
+
+const kRanks = {same: 0, begins: 1, name: 2, effect: 3, access: 4, call: 5, number: 6, text: 7};
+const rankInName = ({name}, terms) => {
+  const [own, , id] = name.split(' ');
+  return Math.max(...terms.map(({word, number, inName}) => {
+    if (number && id && new RegExp('^#' + number).test(id)) return kRanks.same;
+    if (number) return inName.test(own) ? terms.length > 1 ? kRanks.begins : kRanks.number : kRanks.text;
+    if (own === word) return kRanks.same;
+    return own.startsWith(word) ? kRanks.begins : name.includes(word) ? kRanks.name : kRanks.text;
+  }));
 };
-const around = (text, word) => {
+// Numbers are searched for in one access; those that calls pass go with a bus that is used further on.
+const rankOfNumbers = (text, numbers) => {
+  const accesses = text.match(/bus \S+, .*?number [^\s,]+/g) || [];
+  if (accesses.some((access) => numbers.every(({inAccess}) => inAccess.test(access)))) return kRanks.access;
+  return Math.max(...numbers.map(({isBus, isAccess, inAccess, inCall, begins, other}) => {
+    if (isBus) return inAccess.test(text) ? kRanks.call : NaN;
+    if (inCall.test(text)) return kRanks.call;
+    if (isAccess ? begins.test(text) : begins.test(text) && !other.test(text)) return kRanks.number;
+    return isAccess || !other.test(text) ? NaN : kRanks.text;
+  }));
+};
+// The better a thing fits, the less; NaN: not at all.
+const rankOf = (thing, terms) => {
+  const rank = rankInName(thing, terms);
+  if (rank < kRanks.effect) return rank;
+  const words = terms.filter(({inAccess}) => !inAccess);
+  const effect = effects().get(thing.id)?.toLowerCase();
+  if (words.length && effect && words.every(({word}) => effect.includes(word))) return kRanks.effect;
+  if (!terms.every((term) => term.isBus || has(thing.lower, term))) return NaN;
+  const text = textOf(thing).toLowerCase();
+  if (!words.every((term) => has(text, term))) return NaN;
+  const numbers = terms.filter(({inAccess}) => inAccess);
+  return numbers.length ? Math.min(Math.max(rankOfNumbers(text, numbers), words.length ? kRanks.text : 0), rank < kRanks.text ? rank : Infinity) : kRanks.text;
+};
+// The text around what fits best, with that marked.
+const around = (thing, terms, rank) => {
+  if (rank === kRanks.effect) return [effects().get(thing.id).slice(0, 120) + ' \u2026'];
+  const text = textOf(thing);
   const lower = text.toLowerCase();
-  const at = lower.includes(word) ? lower.indexOf(word) : lower.search(otherOf(word));
-  return (at > 30 ? '\u2026 ' : '') + text.slice(Math.max(at - 30, 0), at + 60).trim() + ' \u2026';
+  const term = terms.find(({number}) => number) || terms.find(({word}) => !thing.name.includes(word)) || terms[0];
+  const match = [term.inAccess, term.inCall, term.other, term.begins].map((pattern) => pattern?.exec(lower)).find(Boolean);
+  const at = match ? match.index : lower.indexOf(term.word);
+  if (at < 0) return [];
+  const end = at + (match ? match[0] : term.word).length;
+  return [(at > 30 ? '\u2026 ' : '') + text.slice(Math.max(at - 30, 0), at), make('mark', {}, text.slice(at, end)), text.slice(end, end + 50) + ' \u2026'];
+};
+// What to know of numbers that nothing accesses as they are.
+const remarkOn = (terms, best) => {
+  const numbers = terms.filter(({isRegister}) => isRegister);
+  if (numbers.length !== 1 || best !== kRanks.number) return '';
+  return `no access has the operand ${numbers[0].word.replace(/[a-f]/g, (digit) => digit.toUpperCase())}; these begin with it`;
 };
 
-const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register \u2026', autocomplete: 'off'});
+const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register, bus 2 \u2026', autocomplete: 'off'});
 const found = make('ol', {id: 'found', hidden: true});
 const status = make('output', {className: 'status'});
-const form = make('form', {}, make('label', {htmlFor: 'find'}, 'Find'), box, status, found);
+const panel = make('div', {id: 'panel'}, status, found);
+const form = make('form', {}, make('label', {htmlFor: 'find'}, 'Find'), box, panel);
 form.setAttribute('role', 'search');
 if (document.getElementById('details')) document.querySelector('header').append(form);
 
-const close = () => { found.hidden = true; found.replaceChildren(); status.value = ''; };
+const close = () => { panel.className = ''; found.hidden = true; found.replaceChildren(); status.value = ''; };
 const find = () => {
-  const words = wordsOf(box.value);
-  if (!words.length) return close();
-  const ranks = [[], [], [], []];
+  const terms = termsOf(box.value);
+  if (!terms.length) return close();
+  const ranks = Object.values(kRanks).map(() => []);
   let total = 0;
   for (const thing of things()) {
-    const rank = rankOf(thing, words);
-    if (rank < 0) continue;
+    const rank = rankOf(thing, terms);
+    if (isNaN(rank)) continue;
     ++total;
     if (ranks[rank].length < kMostFound) ranks[rank].push(thing);
   }
-  const first = ranks.flat().slice(0, kMostFound);
-  found.replaceChildren(...first.map((thing) => {
+  const best = ranks.findIndex(({length}) => length > 0);
+  const first = ranks.flatMap((things, rank) => things.map((thing) => ({thing, rank}))).slice(0, kMostFound);
+  found.replaceChildren(...first.map(({thing, rank}) => {
     const link = make('a', {href: '#' + thing.id}, thing.title);
-    const other = words.find((word) => !has(thing.name, word));
-    return make('li', {}, link, ...(other ? [make('small', {}, around(thing.text, other))] : []));
+    return make('li', {}, link, ...(rank < kRanks.effect ? [] : [make('small', {}, ...around(thing, terms, rank))]));
   }));
   found.hidden = !first.length;
-  status.value = total ? `${total} found${total > first.length ? `, the first ${first.length}:` : ''}` : 'nothing found';
+  panel.className = 'open';
+  const remark = remarkOn(terms, best);
+  status.value = !total ? 'nothing found' :
+    (remark ? remark + ': ' : '') + `${total} found${total > first.length ? `, the first ${first.length}` : ''}`;
 };
 box.addEventListener('input', later(find, 60));
 box.addEventListener('focus', find);

@@ -42,8 +42,19 @@ def test_search(page):
     assert found[0] == "INLET_TEMP SENSOR #0x601", found
     assert search(page, "0x601")[0] == "INLET_TEMP SENSOR #0x601"
     # A register, a bus with an operand, a word of a comment.
-    assert "BOARD_REAR_TEMP SENSOR #0x604" in search(page, "0x4A00")
-    assert "CPU0_MARGIN SENSOR #0x102" in search(page, "bus 5, 0x30 operand 2,")
+    assert search(page, "0x4A00") == ["BOARD_REAR_TEMP SENSOR #0x604"]
+    assert page.texts("#found mark") == ["0x4A00"]
+    assert search(page, "bus 5, 0x30 operand 2,")[0] == "CPU0_MARGIN SENSOR #0x102"
+    assert "CPU0_MARGIN SENSOR #0x102" in search(page, "register 2 on bus 5")
+    assert page.texts("#found mark")[0] == "operand 2"
+    # No access has it as it is; neither line 74 of a script nor a cell 74 is a register.
+    for text in ("0x4A", "register 0x4A", "what reads register 0x4A on bus 2"):
+        assert search(page, text) == ["BOARD_REAR_TEMP SENSOR #0x604"], text
+        assert page.one(".status").text == "no access has the operand 0x4A; these begin with it: 1 found"
+    # The module, then what drives the modules.
+    found = search(page, "fan 3")
+    assert found[:3] == ["FAN3_A SENSOR #0x307", "FAN3_B SENSOR #0x308", "FAN3_PRESENT SENSOR #0x314"], found
+    assert {"SET_FAN ACTION", "ApplyFanDuty REPEATER"} <= set(found[3:6]), found
     # A number that the page writes the other way: 141 in READ_VR(0x16000, 0, 141, 1).
     assert "CPU0_CORE_VR_TEMP SENSOR #0x103" in search(page, "0x8D")
     assert "CPU0_CORE_VR_TEMP SENSOR #0x103" in search(page, "read_vr 90112")
