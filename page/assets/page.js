@@ -119,8 +119,7 @@ const setUpGrid = (grid) => {
     body.innerHTML = first.map(({markup}) => markup).join('');
     shown = fitting.length;
     const part = first.length < shown ? `, the first ${first.length} are shown` : '';
-    const none = grid.dataset.none;
-    count.value = !shown && none ? none : `${shown < rows.length ? `${shown} of ` : ''}${rows.length} ${things}${part}`;
+    count.value = !shown && rows.length ? `no ${things} match` : `${shown < rows.length ? `${shown} of ` : ''}${rows.length} ${things}${part}`;
   };
 
   const sortBy = (head, column) => {
@@ -136,7 +135,7 @@ const setUpGrid = (grid) => {
   };
   // A choice for each column of texts that repeat.
   const chooseFrom = (head, column) => {
-    if (rows.length < 8 || column === 0 || table.classList.contains('n' + (column + 1))) return;
+    if (rows.length < 8 || table.classList.contains('n' + (column + 1))) return;
     const values = new Set();
     for (const {cells} of rows) if (values.add(cells[column]).size > 40) return;
     if (values.size < 2 || values.size * 2 > rows.length) return;

@@ -88,6 +88,18 @@ def test_table(page):
     page.wait(lambda: len(page.texts(names)) == 12)
 
 
+def test_buses(page):
+    """What is passed to an action that accesses a bus is found where it is accessed."""
+    page.open(server)
+    box = page.one("#accesses .tools input")
+    box.send_keys("bus 2 0x4A")
+    page.wait(lambda: len(page.all("#accesses tbody tr")) == 2)
+    assert page.texts("#accesses tbody tr:first-child > *") == [
+        "bus 2", "0", "0x4A00", "2", "read", "READ_CHIP_TEMP", "BOARD_REAR_TEMP"]
+    box.send_keys("FFFF")
+    page.wait(lambda: page.one("#accesses output").text == "no accesses match")
+
+
 def test_actions(page):
     """What the machine does, and the sensors that decide it."""
     page.open(server)
@@ -264,7 +276,7 @@ subprocess.run([rux, "page", "--output-dir", "out", "machines/server/server.rux"
 index = work / "out/index.html"
 
 with browser() as shared:
-    for test in (test_search, test_table, test_actions, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
+    for test in (test_search, test_table, test_buses, test_actions, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
                  test_changes, test_index, test_large, test_print):
         test(shared)
         print(test.__name__)

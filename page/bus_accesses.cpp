@@ -1,0 +1,170 @@
+#include "page/bus_accesses.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "browse/relations.h"
+#include "compiled/datum.h"
+#include "inspect/entry_value.h"
+#include "machine/value.h"
+#include "page/contents.h"
+#include "ruxcomp/language/number.h"
+#include "ruxcomp/language/spelling.h"
+#include "ruxcomp/language/symbols.h"
+#include "ruxcomp/language/values.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::page {
+namespace {
+
+using language::Shape;
+
+// The number of an argument: 1 of ARG1.
+std::optional<std::uint32_t> ArgumentIn(const compiled::Datum& item) {
+  if (!item.Is(language::CLASS_Small)) return std::nullopt;
+  const std::string_view text = item.text;
+  if (text.compare(0, language::kArgumentPrefix.size(), language::kArgumentPrefix) != 0)
+    return std::nullopt;
+  const language::Number number =
+      language::ReadNumber(text.substr(language::kArgumentPrefix.size()));
+  return number.is_number ? std::optional<std::uint32_t>(number.value) : std::nullopt;
+}
+
+const machine::EntryPart* FindPart(const machine::EntryValue& value, std::string_view name) {
+  for (const machine::EntryPart& part : value.parts) {
+    if (part.name == name) return &part;
+  }
+  return nullptr;
+}
+
+bool IsAccess(const machine::EntryValue& value) {
+  if (!value.type) return false;
+  const Shape shape = language::FindValueType(*value.type).shape;
+  return shape == Shape::kBus || shape == Shape::kBusArgs;
+}
+
+class AccessReader {
+ public:
+  explicit AccessReader(const Contents& contents) : contents_(contents) {}
+
+  void Read(Thing thing) {
+    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
+      if (!IsValue(entry)) continue;
+      const machine::EntryValue value = machine::ValueOf(entry);
+      if (!IsAccess(value)) continue;
+      Place place;
+      for (const char* name : kPlaceParts) {
+        const machine::EntryPart* part = FindPart(value, name);
+        const bool is_known = part != nullptr && !part->items.empty();
+        place.push_back(is_known ? PlacePart{part->items.front(), part->is_address} : PlacePart{});
+      }
+      const bool is_write = language::FindValueType(*value.type).shape == Shape::kBusArgs;
+      Follow(place, is_write, thing, std::nullopt, 0);
+    }
+  }
+
+  std::map<BusAccess, std::set<Thing>> Take() { return std::move(accesses_); }
+
+ private:
+  struct PlacePart {
+    std::optional<compiled::Datum> item = {};
+    bool is_address = false;
+  };
+  using Place = std::vector<PlacePart>;
+
+  // So that the cost stays within a part of the machine.
+  static constexpr std::size_t kMostCalls = 1000;  // of an action
+  static constexpr std::size_t kMostFollowed = 4000;
+  static constexpr int kMostDepth = 4;
+
+  // To the calls of the action, as far as those say where the access goes.
+  void Follow(const Place& place, bool is_write, Thing thing, std::optional<Thing> via, int depth) {
+    bool is_passed = false;
+    if (HasArgument(place) && depth < kMostDepth && contents_.Is(thing, language::SECTION_ACTION)) {
+      const std::vector<const browse::Link*>& calls = contents_.relations().To(thing);
+      const bool is_within = calls.size() <= kMostCalls && followed_ <= kMostFollowed;
+      for (std::size_t i = 0; is_within && i < calls.size(); ++i) {
+        ++followed_;
+        const std::vector<compiled::Datum> arguments = ArgumentsOf(*calls[i]);
+        Place passed = place;
+        if (!Pass(arguments, FirstArgumentOf(thing), passed)) continue;
+        is_passed = true;
+        Follow(passed, is_write, calls[i]->from, via.value_or(thing), depth + 1);
+      }
+    }
+    if (!is_passed) Add(place, is_write, thing, via);
+  }
+
+  void Add(const Place& place, bool is_write, Thing thing, std::optional<Thing> via) {
+    BusAccess access{{}, is_write, via};
+    for (const PlacePart& part : place)
+      access.place.push_back(part.item ? inspect::ItemText(*part.item, part.is_address) : "");
+    accesses_[access].insert(thing);
+  }
+
+  static bool HasArgument(const Place& place) {
+    return std::any_of(place.begin(), place.end(), [](const PlacePart& part) {
+      return part.item && ArgumentIn(*part.item).has_value();
+    });
+  }
+
+  // ARG1, but for actions that use ARG0.
+  std::uint32_t FirstArgumentOf(Thing action) {
+    const auto [known, is_new] = first_arguments_.try_emplace(action, 1);
+    if (!is_new) return known->second;
+    for (const ruxcomp::Entry& entry : contents_.EntriesOf(action)) {
+      if (!IsValue(entry)) continue;
+      for (const compiled::Datum& item : inspect::ItemsOf(machine::ValueOf(entry))) {
+        if (ArgumentIn(item) == std::uint32_t{0}) known->second = 0;
+      }
+    }
+    return known->second;
+  }
+
+  std::vector<compiled::Datum> ArgumentsOf(const browse::Link& call) const {
+    const ruxcomp::Section section = contents_.SectionOf(call.from);
+    for (const ruxcomp::Entry& entry : contents_.EntriesOf(call.from)) {
+      if (!IsValue(entry) || machine::KeyOf(section, entry) != call.key) continue;
+      const machine::EntryValue value = machine::ValueOf(entry);
+      const machine::EntryPart* part = FindPart(value, "Args");
+      return part == nullptr ? std::vector<compiled::Datum>() : part->items;
+    }
+    return {};
+  }
+
+  // Whether the call passes all arguments of the place.
+  static bool Pass(const std::vector<compiled::Datum>& arguments, std::uint32_t first,
+                   Place& place) {
+    for (PlacePart& part : place) {
+      const std::optional<std::uint32_t> argument =
+          part.item ? ArgumentIn(*part.item) : std::nullopt;
+      if (!argument) continue;
+      if (*argument < first || *argument - first >= arguments.size()) return false;
+      part.item = arguments[*argument - first];
+    }
+    return true;
+  }
+
+  const Contents& contents_;
+  std::map<BusAccess, std::set<Thing>> accesses_;
+  std::map<Thing, std::uint32_t> first_arguments_;
+  std::size_t followed_ = 0;
+};
+
+}  // namespace
+
+std::map<BusAccess, std::set<Thing>> BusAccessesOf(const Contents& contents) {
+  AccessReader reader(contents);
+  for (Thing thing = 0; thing < contents.relations().things().size(); ++thing) reader.Read(thing);
+  return reader.Take();
+}
+
+}  // namespace rux::page
