@@ -5,6 +5,7 @@
 
 #include "page/assets.h"
 #include "page/contents.h"
+#include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
 #include "page/parts.h"
@@ -42,8 +43,9 @@ namespace {
 using support::ExitStatus;
 
 // All but the cards, which are about as much work.
-void WriteTables(const Contents& contents, const LimitBands& bands, Html& out) {
-  WriteOverview(contents, out);
+void WriteTables(const Contents& contents, const Effects& effects, const LimitBands& bands,
+                 Html& out) {
+  WriteOverview(contents, effects, out);
   WriteChanges(contents, out);
   WriteFindings(contents, out);
   WriteSensorTable(contents, bands, out);
@@ -52,12 +54,13 @@ void WriteTables(const Contents& contents, const LimitBands& bands, Html& out) {
 }
 
 // Of a large machine, another process writes the cards at the same time.
-void WriteLargeMachine(const Contents& contents, const LimitBands& bands, Html& out) {
+void WriteLargeMachine(const Contents& contents, const Effects& effects, const LimitBands& bands,
+                       Html& out) {
   support::RunJobs(
       1, 1,
       [&](std::size_t) {
         Html cards;
-        WriteCards(contents, bands, cards);
+        WriteCards(contents, effects, bands, cards);
         support::PrintOut(cards.markup());
         return ExitStatus::kDone;
       },
@@ -66,7 +69,7 @@ void WriteLargeMachine(const Contents& contents, const LimitBands& bands, Html& 
           throw support::Failure(ExitStatus::kTrouble, "the page cannot be written");
         out.Trusted(done.output);
       },
-      [] {}, [&] { WriteTables(contents, bands, out); });
+      [] {}, [&] { WriteTables(contents, effects, bands, out); });
 }
 
 }  // namespace
@@ -78,14 +81,15 @@ std::string PageOf(const Contents& contents) {
   Html navigation;
   WriteNavigation(contents, navigation);
   const LimitBands bands(contents.machine());
+  const Effects effects(contents);
   Html out;
   out.Reserve(things * kBytesOfThing);
   WriteHead(contents.Title(), navigation, out);
   if (things < kManyThings) {
-    WriteTables(contents, bands, out);
-    WriteCards(contents, bands, out);
+    WriteTables(contents, effects, bands, out);
+    WriteCards(contents, effects, bands, out);
   } else {
-    WriteLargeMachine(contents, bands, out);
+    WriteLargeMachine(contents, effects, bands, out);
   }
   WriteEnd(out);
   return out.Take();

@@ -10,6 +10,7 @@
 #include "machine/value.h"
 #include "page/actions.h"
 #include "page/contents.h"
+#include "page/effects.h"
 #include "page/html.h"
 #include "page/parts.h"
 #include "ruxcomp/language/sections.h"
@@ -78,7 +79,7 @@ void WriteVerdict(const Contents& contents, Html& out) {
       out << "check and lint find nothing.";
     } else {
       out << "<a href=#findings>" << Text{support::CountText(count, "finding")}
-          << "</a> of check and lint.";
+          << "</a> (check and lint).";
     }
   }
   if (background.changes) {
@@ -91,12 +92,12 @@ void WriteVerdict(const Contents& contents, Html& out) {
 
 }  // namespace
 
-void WriteOverview(const Contents& contents, Html& out) {
+void WriteOverview(const Contents& contents, const Effects& effects, Html& out) {
   out << "<section id=overview><h2>Overview</h2>";
   WriteVerdict(contents, out);
   WriteCounts(contents, out);
   WriteFacts(contents, out);
-  WriteActions(contents, out);
+  WriteActions(contents, effects, out);
   out << "</section>\n";
 }
 

@@ -4,13 +4,14 @@
 #define PAGE_PARTS_H_
 
 #include "page/contents.h"
+#include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
 
 namespace rux::page {
 
 // What the machine is: counts, facts, actions with what calls them.
-void WriteOverview(const Contents& contents, Html& out);
+void WriteOverview(const Contents& contents, const Effects& effects, Html& out);
 
 // What differs from the other machine.
 void WriteChanges(const Contents& contents, Html& out);
@@ -28,7 +29,8 @@ void WriteSensorTable(const Contents& contents, const LimitBands& bands, Html& o
 void WriteAccesses(const Contents& contents, Html& out);
 
 // Every thing with all that is known of it, kind by kind.
-void WriteCards(const Contents& contents, const LimitBands& bands, Html& out);
+void WriteCards(const Contents& contents, const Effects& effects, const LimitBands& bands,
+                Html& out);
 
 // The links to the parts that there are.
 void WriteNavigation(const Contents& contents, Html& out);

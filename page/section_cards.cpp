@@ -14,6 +14,7 @@
 #include "machine/place.h"
 #include "machine/value.h"
 #include "page/contents.h"
+#include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
 #include "page/marks.h"
@@ -31,8 +32,8 @@ namespace {
 
 class Cards {
  public:
-  Cards(const Contents& contents, const LimitBands& bands, Html& out)
-      : contents_(contents), bands_(bands), out_(out) {}
+  Cards(const Contents& contents, const Effects& effects, const LimitBands& bands, Html& out)
+      : contents_(contents), effects_(effects), bands_(bands), out_(out) {}
 
   void WriteKind(const language::SectionKind& kind) {
     const Contents::Range range = contents_.Of(kind.source);
@@ -76,6 +77,7 @@ class Cards {
     WriteChangesOf(contents_, thing, out_);
     WriteFindingsOf(contents_, thing, out_);
     WriteEntries(thing);
+    WriteEffects(thing);
     WriteValues(thing);
     WriteCells(thing);
     WriteLinks("referred to by", contents_.relations().To(thing), &browse::Link::from);
@@ -127,6 +129,41 @@ class Cards {
     out << Text{inspect::ValueText(machine::ValueOf(entry))};
   }
 
+  // What the thing decides; of an action, what decides it.
+  void WriteEffects(Thing thing) {
+    if (const Effect* effect = effects_.Of(thing)) {
+      for (const Effect::Run& run : effect->runs) {
+        if (run.deciders.empty()) continue;
+        out_ << "<p><i>run by</i> ";
+        WriteLink(contents_, run.call->from, out_);
+        out_ << " <i>decided by</i> ";
+        WriteDeciders(contents_, run, out_);
+        out_ << "</p>";
+      }
+    }
+    const std::vector<const Effect*> decided = effects_.DecidedBy(thing);
+    if (decided.empty()) return;
+    out_ << "<p><i>decides</i> ";
+    for (const Effect* effect : decided) {
+      if (effect != decided.front()) out_ << ", ";
+      WriteDecided(*effect, thing);
+    }
+    out_ << "</p>";
+  }
+
+  // With the conditions of the runs that the reading decides.
+  void WriteDecided(const Effect& effect, Thing reading) {
+    WriteLink(contents_, effect.action, out_);
+    for (const Effect::Run& run : effect.runs) {
+      const bool is_decided =
+          std::find(run.deciders.begin(), run.deciders.end(), reading) != run.deciders.end();
+      if (!is_decided || run.conditions.empty()) continue;
+      out_ << " (";
+      WriteConditions(contents_, run, out_);
+      out_ << ")";
+    }
+  }
+
   void WriteValues(Thing thing) {
     if (!contents_.ValuesOf(thing).empty()) WriteFlow(contents_, thing, out_);
   }
@@ -175,15 +212,17 @@ class Cards {
   }
 
   const Contents& contents_;
+  const Effects& effects_;
   const LimitBands& bands_;
   Html& out_;
 };
 
 }  // namespace
 
-void WriteCards(const Contents& contents, const LimitBands& bands, Html& out) {
+void WriteCards(const Contents& contents, const Effects& effects, const LimitBands& bands,
+                Html& out) {
   out << "<section id=details><h2>Details</h2>\n";
-  Cards cards(contents, bands, out);
+  Cards cards(contents, effects, bands, out);
   // What others use, before what uses it.
   constexpr language::SectionId kFirst[] = {language::SECTION_ACTION, language::SECTION_REPEATER,
                                             language::SECTION_GLOBAL, language::SECTION_TABLE,

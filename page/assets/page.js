@@ -175,10 +175,20 @@ const things = () => known ||= [...document.querySelectorAll('#details .cards, #
 const kUnsaid = /<table.*?<\/table>|<figure.*?<\/figure>|<span class="?p"?>.*?<\/span>|<details class="?source"?><summary>.*?<\/summary>|^[ \t]*\d[^\n]*/gms;
 const textOf = (thing) => thing.text ||= plain(thing.markup.replace(kUnsaid, ' '));
 // What the machine does: each action of the overview's table, and what runs it, by their ids.
-let known_effects;
-const effects = () => known_effects ||= new Map([...document.querySelectorAll('[aria-label="what the machine does"] tbody tr')]
-  .flatMap(({cells: [action, runs]}) => [...action.querySelectorAll('a'), ...runs.querySelectorAll('small + a')]
-    .map((link) => [link.hash.slice(1), `${action.textContent} is run by ${plain(runs.innerHTML)}`])));
+let knownEffects;
+const effects = () => {
+  if (knownEffects) return knownEffects;
+  knownEffects = new Map();
+  let action;
+  for (const row of document.querySelectorAll('[aria-label="what the machine does"] tbody tr')) {
+    const cells = [...row.cells];
+    if (cells[0].scope) action = cells.shift();
+    const text = `${action.textContent} is run by ${plain(cells[0].innerHTML)}`;
+    for (const link of [action.querySelector('a'), cells[0].querySelector('small + a')])
+      if (link && !knownEffects.has(link.hash.slice(1))) knownEffects.set(link.hash.slice(1), text);
+  }
+  return knownEffects;
+};
 
 const kRanks = {same: 0, begins: 1, name: 2, effect: 3, access: 4, call: 5, number: 6, text: 7};
 const rankInName = ({name}, terms) => {

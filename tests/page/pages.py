@@ -105,9 +105,14 @@ def test_actions(page):
     page.open(server)
     table = "[aria-label='what the machine does'] tbody"
     assert page.texts(f"{table} th") == ["POWER_OFF", "SET_FAN", "SET_ALL_FANS", "MARK_WORN_DRIVE", "SET_LED"]
-    assert page.texts(f"{table} tr:first-child td") == [
-        "GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1)\nDEVICE MAIN_POWER VALUE_OFF POWER_OFF(2)",
-        "CPU0_TEMP, CPU1_TEMP"]
+    assert page.texts(f"{table} tr:nth-child(-n+2) td") == [
+        "GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1)",
+        "CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0",
+        "DEVICE MAIN_POWER VALUE_OFF POWER_OFF(2)", "nothing measured"]
+    # The same from the sensor's side; what it decides without a number is named alone.
+    cards = page.run("return [...document.querySelectorAll('article > p')].map(p => p.textContent)")
+    assert "decides POWER_OFF (G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0), SET_FAN" in cards
+    assert "run by COOLING decided by CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0" in cards
 
 
 def test_links_both_ways(page):

@@ -1,0 +1,227 @@
+#include "page/effects.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "browse/relations.h"
+#include "compiled/datum.h"
+#include "machine/value.h"
+#include "page/contents.h"
+#include "page/html.h"
+#include "page/value_flow.h"
+#include "ruxcomp/language/spelling.h"
+#include "ruxcomp/language/values.h"
+#include "ruxcomp/model/handles.h"
+
+namespace rux::page {
+namespace {
+
+// So that the cost of an action stays within a part of the machine, whatever refers to what in it.
+constexpr std::size_t kMostLinksOfAction = 2000;
+
+bool WritesToBus(const ruxcomp::Entry& entry) {
+  if (!IsValue(entry)) return false;
+  const machine::EntryValue value = machine::ValueOf(entry);
+  return value.type && language::FindValueType(*value.type).shape == language::Shape::kBusArgs;
+}
+
+// The entries outside of actions that call the action, directly or through others.
+std::vector<const browse::Link*> CallsOf(const Contents& contents, Thing action) {
+  std::vector<const browse::Link*> calls;
+  std::set<Thing> known = {action};
+  std::vector<Thing> called = {action};
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < called.size(); ++i) {
+    for (const browse::Link* link : contents.relations().To(called[i])) {
+      if (++count > kMostLinksOfAction) return calls;
+      if (!contents.Is(link->from, language::SECTION_ACTION)) {
+        calls.push_back(link);
+      } else if (known.insert(link->from).second) {
+        called.push_back(link->from);
+      }
+    }
+  }
+  return calls;
+}
+
+// Readings call actions too, which may have to write in order to read.
+bool IsForEffect(const Contents& contents, const browse::Link& call) {
+  if (contents.Is(call.from, language::SECTION_GLOBAL)) return false;
+  return !contents.Is(call.from, language::SECTION_SENSOR) || call.key != language::kPlainValue;
+}
+
+// The actions by which the machine does something: that write to a bus, themselves or by a call,
+// and not in order to read.
+std::set<Thing> FindWriters(const Contents& contents) {
+  std::vector<Thing> found;
+  const Contents::Range actions = contents.Of(language::SECTION_ACTION);
+  for (Thing action = actions.begin; action < actions.end; ++action) {
+    const std::vector<ruxcomp::Entry> entries = contents.EntriesOf(action);
+    if (!std::any_of(entries.begin(), entries.end(), WritesToBus)) continue;
+    const std::vector<const browse::Link*> calls = CallsOf(contents, action);
+    const bool is_for_effect = std::all_of(
+        calls.begin(), calls.end(), [&](const auto* call) { return IsForEffect(contents, *call); });
+    if (is_for_effect) found.push_back(action);
+  }
+  std::set<Thing> writers(found.begin(), found.end());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    for (const browse::Link* link : contents.relations().To(found[i])) {
+      const bool is_call = contents.Is(link->from, language::SECTION_ACTION);
+      if (is_call && writers.insert(link->from).second) found.push_back(link->from);
+    }
+  }
+  return writers;
+}
+
+// The sensors that show what the calls depend on, in the end; a global that no sensor shows.
+class Deciders {
+  static constexpr std::size_t kMostConditions = 4;
+
+ public:
+  // `links` are counted for all runs of an action.
+  Deciders(const Contents& contents, std::size_t& links) : contents_(contents), links_(links) {}
+
+  void Add(const browse::Link& call) {
+    for (const browse::Link* link : contents_.relations().From(call.from)) {
+      if (link->key == call.key) Follow(link->to);
+    }
+    while (!used_.empty()) {
+      const Thing thing = used_.back();
+      used_.pop_back();
+      bool is_last = true;
+      for (const browse::Link* link : contents_.relations().From(thing)) {
+        if (++links_ > kMostLinksOfAction) return;
+        if (link->is_membership) continue;
+        is_last = is_last && !contents_.Is(link->to, language::SECTION_GLOBAL);
+        Follow(link->to);
+      }
+      if (contents_.Is(thing, language::SECTION_SENSOR)) found_.insert(thing);
+      if (is_last && contents_.Is(thing, language::SECTION_GLOBAL)) AddReading(thing);
+    }
+  }
+
+  Effect::Run TakeFor(const browse::Link& call) {
+    return {
+        &call, {found_.begin(), found_.end()}, std::move(conditions_), links_ > kMostLinksOfAction};
+  }
+
+ private:
+  void Follow(Thing thing) {
+    const bool is_reading = contents_.Is(thing, language::SECTION_GLOBAL) ||
+                            contents_.Is(thing, language::SECTION_SENSOR);
+    if (!is_reading || !known_.insert(thing).second) return;
+    used_.push_back(thing);
+    if (conditions_.size() < kMostConditions && IsCondition(thing)) conditions_.push_back(thing);
+  }
+
+  // Whether a global compares something with a number.
+  bool IsCondition(Thing thing) const {
+    if (!contents_.Is(thing, language::SECTION_GLOBAL)) return false;
+    const machine::EntryValue value = machine::ValueOf(contents_.EntriesOf(thing).front());
+    bool has_number = false;
+    bool has_results = false;
+    for (const machine::EntryPart& part : value.parts) {
+      has_results = has_results || part.name == "Result";
+      for (const compiled::Datum& item : part.items)
+        has_number = has_number || (part.name == "Operand" && item.IsNumber());
+    }
+    return has_number && has_results;
+  }
+
+  void AddReading(Thing global) {
+    bool is_shown = false;
+    for (const browse::Link* link : contents_.relations().To(global)) {
+      if (++links_ > kMostLinksOfAction) break;
+      if (!contents_.Is(link->from, language::SECTION_SENSOR)) continue;
+      found_.insert(link->from);
+      is_shown = true;
+    }
+    if (!is_shown) found_.insert(global);
+  }
+
+  const Contents& contents_;
+  std::set<Thing> known_;
+  std::vector<Thing> used_;
+  std::set<Thing> found_;
+  std::vector<Thing> conditions_;
+  std::size_t& links_;
+};
+
+}  // namespace
+
+Effects::Effects(const Contents& contents) {
+  for (const Thing action : FindWriters(contents)) {
+    Effect effect{action, {}};
+    std::size_t links = 0;
+    for (const browse::Link* call : CallsOf(contents, action)) {
+      Deciders deciders(contents, links);
+      deciders.Add(*call);
+      effect.runs.push_back(deciders.TakeFor(*call));
+    }
+    if (effect.runs.empty()) continue;
+    std::set<Thing> readings;
+    for (const Effect::Run& run : effect.runs)
+      readings.insert(run.deciders.begin(), run.deciders.end());
+    for (const Thing reading : readings) decided_by_[reading].push_back(effects_.size());
+    effects_.push_back(std::move(effect));
+  }
+}
+
+const Effect* Effects::Of(Thing action) const {
+  const auto found =
+      std::lower_bound(effects_.begin(), effects_.end(), action,
+                       [](const Effect& effect, Thing wanted) { return effect.action < wanted; });
+  return found != effects_.end() && found->action == action ? &*found : nullptr;
+}
+
+std::vector<const Effect*> Effects::DecidedBy(Thing reading) const {
+  std::vector<const Effect*> decided;
+  const auto found = decided_by_.find(reading);
+  if (found == decided_by_.end()) return decided;
+  for (const std::size_t place : found->second) decided.push_back(&effects_[place]);
+  return decided;
+}
+
+void WriteDeciders(const Contents& contents, const Effect::Run& run, Html& out) {
+  WriteSomeLinks(contents, run.deciders, out);
+  if (run.is_cut) {
+    out << " and more";
+  } else if (run.deciders.empty()) {
+    out << "nothing measured";
+  }
+  if (run.conditions.empty()) return;
+  out << ": ";
+  WriteConditions(contents, run, out);
+}
+
+void WriteConditions(const Contents& contents, const Effect::Run& run, Html& out) {
+  for (const Thing& condition : run.conditions) {
+    if (&condition != &run.conditions.front()) out << "; ";
+    WriteLink(contents, condition, out);
+    out << " = <code>";
+    WritePieces(PiecesOf(contents, contents.EntriesOf(condition).front()), out);
+    out << "</code>";
+  }
+}
+
+void WriteSomeLinks(const Contents& contents, const std::vector<Thing>& things, Html& out) {
+  constexpr std::size_t kMost = 12;
+  for (std::size_t i = 0; i < things.size() && i < kMost; ++i) {
+    if (i > 0) out << ", ";
+    if (contents.Is(things[i], language::SECTION_SENSOR)) {
+      WriteLink(contents, things[i], out);
+    } else {
+      WriteFullLink(contents, things[i], out);
+    }
+  }
+  if (things.size() >= Contents::kMostUsers) {
+    out << " and many more";
+  } else if (things.size() > kMost) {
+    out << " and " << things.size() - kMost << " more";
+  }
+}
+
+}  // namespace rux::page
