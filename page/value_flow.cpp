@@ -178,12 +178,12 @@ class FlowWriter {
  private:
   // What is further away has a page of its own, to which a link leads.
   static constexpr std::size_t kMostSteps = 24;
-  static constexpr std::size_t kMostDepth = 6;
+  static constexpr std::size_t kMostDepth = 8;
 
   void WriteSteps(Thing thing) {
     for (const ruxcomp::Entry& entry : contents_.ValuesOf(thing)) {
       if (depth_ > 0 && steps_ >= kMostSteps) {
-        out_ << "<li>and more";
+        WriteCut();
         return;
       }
       ++steps_;
@@ -205,9 +205,18 @@ class FlowWriter {
     }
   }
 
+  // What is cut off is behind the links of the step above.
+  void WriteCut() { out_ << "<li>\u2026 more"; }
+
   void WriteUsed(Thing thing) {
-    if (depth_ >= kMostDepth || steps_ >= kMostSteps || !shown_.insert(thing).second) return;
-    if (contents_.ValuesOf(thing).empty()) return;
+    if (shown_.count(thing) > 0 || contents_.ValuesOf(thing).empty()) return;
+    if (depth_ >= kMostDepth || steps_ >= kMostSteps) {
+      out_ << "<ol>";
+      WriteCut();
+      out_ << "</ol>";
+      return;
+    }
+    shown_.insert(thing);
     ++depth_;
     out_ << "<ol>";
     WriteSteps(thing);
