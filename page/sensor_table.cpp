@@ -159,7 +159,8 @@ void WriteSensorTable(const Contents& contents, const LimitBands& bands, Html& o
   const Contents::Range sensors = contents.Of(language::SECTION_SENSOR);
   if (sensors.size() == 0) return;
   Html caption;
-  caption << Text{support::CountText(sensors.size(), "sensor")};
+  caption << "FL and FH: failed below and above; WL and WH: warning; THEORY: the reading that is "
+             "expected.";
   Grid grid("sensors", caption);
   SensorRows(contents, bands).AddTo(grid);
   out << "<section id=sensors><h2>Sensors</h2>";
