@@ -18,7 +18,6 @@
 #include "page/contents.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/spelling.h"
-#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
 

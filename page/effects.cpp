@@ -187,10 +187,10 @@ std::vector<const Effect*> Effects::DecidedBy(Thing reading) const {
 
 void WriteDeciders(const Contents& contents, const Effect::Run& run, Html& out) {
   WriteSomeLinks(contents, run.deciders, out);
-  if (run.is_cut) {
+  if (run.deciders.empty()) {
+    out << Text{run.is_cut ? "too much to list" : "nothing measured"};
+  } else if (run.is_cut) {
     out << " and more";
-  } else if (run.deciders.empty()) {
-    out << "nothing measured";
   }
   if (run.conditions.empty()) return;
   out << ": ";

@@ -218,7 +218,7 @@ const rankOf = (thing, terms) => {
   const words = terms.filter(({inAccess}) => !inAccess);
   const effect = effects().get(thing.id)?.toLowerCase();
   if (words.length && effect && words.every(({word}) => effect.includes(word))) return kRanks.effect;
-  if (!terms.every((term) => term.isBus || has(thing.lower, term))) return NaN;
+  if (!terms.every((term) => has(thing.lower, term))) return NaN;
   const text = textOf(thing).toLowerCase();
   if (!words.every((term) => has(text, term))) return NaN;
   const numbers = terms.filter(({inAccess}) => inAccess);
