@@ -145,11 +145,14 @@ class CoverageReader {
 
   void Count(CoveredKind& kind, bool is_covered, const ruxcomp::Section& section,
              const ruxcomp::Entry& entry, const std::string& what) const {
-    ++kind.all;
+    const evaluation::ValueKey key =
+        entry ? evaluation::KeyOf(section, entry)
+              : evaluation::ValueKey(section.kind(), section.ordinal(), 0);
+    kind.things.push_back(key);
     if (is_covered) return;
     const evaluation::Target target{language::FindCompiledKind(section.kind()), section, entry};
-    kind.missing.push_back({fmt::format("{}: {}", target.Path(), what),
-                            evaluation::PlaceOf(machine_, section, entry)});
+    kind.missing.push_back(
+        {key, target.Path(), what, evaluation::PlaceOf(machine_, section, entry)});
   }
 
   void CountWays(CoveredKind& kind, const Coverage::Ways& all, const ruxcomp::Section& section,

@@ -54,19 +54,24 @@ class Coverage : public evaluation::Observer {
 
 // Something that tests may evaluate.
 struct CoveredThing {
-  std::string text;  // "SENSOR/CPU0_TEMP/THRESHOLD_FH: never beyond it"
+  evaluation::ValueKey key;  // without an identifier where it is all of a section
+  std::string path;          // "SENSOR/CPU0_TEMP/THRESHOLD_FH"
+  std::string what;          // "never beyond it"
   std::optional<machine::Place> place;
+
+  std::string Text() const { return path + ": " + what; }
 };
 
 struct CoveredKind {
   std::string_view name;  // "limits"
   std::string_view what;  // that counts: "limits with readings on both sides"
-  std::size_t all = 0;
+  std::vector<evaluation::ValueKey> things = {};  // all of them
   std::vector<CoveredThing> missing = {};
 
-  std::size_t covered() const { return all - missing.size(); }
+  std::size_t all() const { return things.size(); }
+  std::size_t covered() const { return all() - missing.size(); }
   // Rounded down; 100 when there is nothing.
-  std::size_t percent() const { return all == 0 ? 100 : covered() * 100 / all; }
+  std::size_t percent() const { return all() == 0 ? 100 : covered() * 100 / all(); }
 };
 
 inline constexpr std::string_view kCoveredKinds[] = {"limits", "actions", "steps", "cells",

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -36,10 +35,10 @@ void WriteCoverage(const FileResult& file, bool has_missing, support::TextStream
   out += "coverage:\n";
   for (const CoveredKind& kind : file.coverage) {
     out += fmt::format("  {:<9}{:>4} %  {} of {}  {}\n", kind.name, kind.percent(), kind.covered(),
-                       kind.all, kind.what);
+                       kind.all(), kind.what);
     if (!has_missing) continue;
     for (const CoveredThing& thing : kind.missing)
-      out += "    " + support::SafeText(thing.text) + PlaceSuffix(thing.place) + '\n';
+      out += "    " + support::SafeText(thing.Text()) + PlaceSuffix(thing.place) + '\n';
   }
 }
 
@@ -62,20 +61,17 @@ void WriteCase(support::JsonObject& json, const CaseResult& result) {
 
 void WriteKind(support::JsonObject& json, const CoveredKind& kind) {
   json.Member("kind", kind.name);
-  json.Member("all", kind.all);
+  json.Member("all", kind.all());
   json.Member("covered", kind.covered());
   json.Objects("missing", kind.missing, [](support::JsonObject& member, const CoveredThing& each) {
-    member.Member("text", each.text);
+    member.Member("text", each.Text());
     machine::WritePlace(member, each.place);
   });
 }
 
 }  // namespace
 
-std::size_t FileResult::failed() const {
-  return static_cast<std::size_t>(std::count_if(
-      results.begin(), results.end(), [](const CaseResult& result) { return !result.passes(); }));
-}
+std::size_t FileResult::failed() const { return CountFailed(results); }
 
 void WriteText(const std::vector<FileResult>& files, const ReportOptions& options,
                support::TextStream& out) {

@@ -231,6 +231,11 @@ class CaseRun {
 
 }  // namespace
 
+std::size_t CountFailed(const std::vector<CaseResult>& results) {
+  return static_cast<std::size_t>(std::count_if(
+      results.begin(), results.end(), [](const CaseResult& result) { return !result.passes(); }));
+}
+
 CaseResult RunCase(const Bench& bench, const Case& source, Coverage& coverage,
                    const evaluation::Change* change) {
   return CaseRun(bench, source, coverage, change).Run();

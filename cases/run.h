@@ -39,6 +39,8 @@ struct CaseResult {
   bool passes() const { return mismatches.empty(); }
 };
 
+std::size_t CountFailed(const std::vector<CaseResult>& results);
+
 // What a run of cases needs, which must outlive it.
 struct Bench {
   const evaluation::Plan& plan;
