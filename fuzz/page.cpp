@@ -1,5 +1,5 @@
-// A meta file: of what is sound, a page is written, in which every link leads to a card, and no
-// text of the machine is markup.
+// A meta file: of what is sound, a page is written that shows what no test covers. Every link in it
+// leads to a card, and no text of the machine is markup.
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
@@ -7,12 +7,16 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "cases/case.h"
 #include "fuzz/sound_machine.h"
 #include "fuzz/target.h"
 #include "machine/machine.h"
 #include "page/contents.h"
 #include "page/document.h"
+#include "profile/profile.h"
 #include "support/safe_text.h"
 
 namespace {
@@ -56,7 +60,9 @@ void ExpectOwnElements(std::string_view main) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::optional<Machine> machine = fuzz::SoundMachineOf(std::string(data, data + size));
   if (!machine) return 0;
-  const std::string page = rux::page::PageOf(rux::page::Contents(*machine, {}));
+  rux::page::Background background;
+  background.tests.emplace(*machine, rux::profile::Profile{}, std::vector<rux::cases::CaseFile>{});
+  const std::string page = rux::page::PageOf(rux::page::Contents(*machine, std::move(background)));
   Expect(rux::support::AreSafeLines(page), "no text of a machine controls anything");
   const std::size_t begin = page.find("<main>");
   const std::size_t end = page.rfind("</main>");

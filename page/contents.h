@@ -17,6 +17,7 @@
 #include "machine/machine.h"
 #include "page/html.h"
 #include "page/sources.h"
+#include "page/test_run.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
 
@@ -36,6 +37,7 @@ struct Background {
   std::optional<diagnostics::Report> report;         // of a script: what check and lint find
   std::optional<std::vector<diff::Change>> changes;  // since another machine
   std::string before;                                // what that one is called
+  std::optional<TestRun> tests;                      // of the machine
   bool is_new = false;  // others are compared with what they were, this one is new
 };
 

@@ -5,6 +5,7 @@
 
 #include "page/assets.h"
 #include "page/contents.h"
+#include "page/coverage.h"
 #include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
@@ -46,6 +47,7 @@ using support::ExitStatus;
 void WriteTables(const Contents& contents, const Effects& effects, const LimitBands& bands,
                  Html& out) {
   WriteOverview(contents, effects, out);
+  WriteTests(contents, out);
   WriteChanges(contents, out);
   WriteFindings(contents, out);
   WriteSensorTable(contents, bands, out);

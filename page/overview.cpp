@@ -106,6 +106,7 @@ void WriteNavigation(const Contents& contents, Html& out) {
   if (!background.index.empty())
     out << "<a href=\"" << Text{background.index} << "\">All machines</a>";
   out << "<a href=#overview>Overview</a>";
+  if (background.tests) out << "<a href=#tests>Tests</a>";
   if (background.changes && !background.changes->empty()) out << "<a href=#changes>Changes</a>";
   if (background.report && !background.report->diagnostics.empty())
     out << "<a href=#findings>Findings</a>";

@@ -49,6 +49,7 @@ class Subject {
       : machines_(machine::Load(NamesOf(machine, request), request.load,
                                 [&] { background_ = BackgroundOf(machine, request.load); })) {
     background_.title = request.title;
+    if (request.run_tests) background_.tests = request.run_tests(machines_[0]);
     if (request.before.empty()) return;
     const fs::path before(request.before);
     background_.before = (before.is_absolute() ? before.filename() : before).string();

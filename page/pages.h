@@ -2,10 +2,13 @@
 #ifndef PAGE_PAGES_H_
 #define PAGE_PAGES_H_
 
+#include <functional>
 #include <string>
 
 #include "machine/load.h"
+#include "machine/machine.h"
 #include "page/machine_set.h"
+#include "page/test_run.h"
 #include "support/failure.h"
 
 namespace rux::page {
@@ -14,6 +17,7 @@ struct PageRequest {
   machine::LoadOptions load;
   std::string title;   // empty: what the machine calls itself
   std::string before;  // the machine, or the folder of machines, to compare with; empty: none
+  std::function<TestRun(const machine::Machine&)> run_tests = {};  // null: there are none
 };
 
 // The page of a machine, put in place at the path; "-": printed. Throws a Failure, also when

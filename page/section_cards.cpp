@@ -14,6 +14,7 @@
 #include "machine/place.h"
 #include "machine/value.h"
 #include "page/contents.h"
+#include "page/coverage.h"
 #include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
@@ -73,9 +74,11 @@ class Cards {
     if (what.id && what.name) out_ << " #0x" << Text{fmt::format("{:X}", *what.id)};
     out_ << "</small>";
     WriteMarks(contents_, thing, out_);
+    WriteTestMark(contents_, thing, out_);
     out_ << "</h4>";
     WriteChangesOf(contents_, thing, out_);
     WriteFindingsOf(contents_, thing, out_);
+    WriteCoverageOf(contents_, thing, out_);
     WriteEntries(thing);
     WriteEffects(thing);
     WriteValues(thing);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "page/contents.h"
+#include "page/coverage.h"
 #include "page/grid.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
@@ -105,6 +106,7 @@ class SensorRows {
     grid.AddColumn(Html() << "bands");
     grid.AddColumn(Html() << Text{value_.name});
     AddColumns(true, grid);
+    if (contents_.background().tests) grid.AddColumn(Html() << "tests");
     const Thing first = contents_.Of(language::SECTION_SENSOR).begin;
     for (const table::Row& row : table_.rows) grid.AddRow(RowOf(row, first + row.subject.ordinal));
   }
@@ -144,6 +146,10 @@ class SensorRows {
     const ruxcomp::Entry value = table::EntryOf(row.subject, value_);
     if (value) WritePieces(PiecesOf(contents_, value), cells);
     WriteCells(row, true, cells);
+    if (contents_.background().tests) {
+      cells << "<td>";
+      WriteCovered(contents_, thing, cells);
+    }
     return cells;
   }
 

@@ -115,11 +115,30 @@ def test_actions(page):
     assert "run by COOLING decided by CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0" in cards
 
 
+def test_tests(page):
+    """What is not covered is filtered by, and linked from the tests and to them."""
+    page.open(tested)
+    names = "#sensors tbody th a"
+    page.wait(lambda: page.all("#sensors select[aria-label='tests of sensors']"))
+    page.one("#sensors select[aria-label='tests of sensors'] option[value='not covered']").click()
+    page.wait(lambda: 0 < len(page.texts(names)) < 156)
+    # A case reads the register of the one; of the other, cases state the reading.
+    assert "LEAK_DETECTED" not in page.texts(names) and "CPU0_TEMP" in page.texts(names)
+    assert page.run("""
+        const cards = [...document.querySelectorAll('article')].filter(card => card.querySelector('em.w a[href="#tests"]'));
+        fill(document.querySelector('#tests details'));
+        const linked = new Set([...document.querySelectorAll('#tests a')].map(link => link.hash));
+        return cards.length > 0 && linked.size === cards.length && cards.every(card => linked.has('#' + card.id));""")
+
+
 def test_links_both_ways(page):
     """Every link leads somewhere, and what refers to a thing is referred to from there."""
+    page.open(tested)
+    find_lost = """return [...document.querySelectorAll('a[href^="#"]')].map(link => link.hash.slice(1))
+        .filter(id => !document.getElementById(id))"""
+    assert page.run(find_lost) == []
     page.open(server)
-    assert page.run("""return [...document.querySelectorAll('a[href^="#"]')].map(link => link.hash.slice(1))
-        .filter(id => !document.getElementById(id))""") == []
+    assert page.run(find_lost) == []
     missing = page.run("""
         const linked = (article, title) => [...article.querySelectorAll(':scope > p')]
           .filter(p => p.firstChild.textContent === title).flatMap(p => [...p.querySelectorAll('a')].map(a => a.hash));
@@ -230,7 +249,7 @@ def test_print(page):
 
 def test_accessibility(**options):
     with browser(**options) as page:
-        for each in (first, hostile, index):
+        for each in (first, hostile, index, tested):
             page.open(each)
             page.run(axe.read_text())
             found = page.driver.execute_async_script("""
@@ -270,6 +289,8 @@ shutil.rmtree(work, ignore_errors=True)
 work.mkdir(parents=True)
 server = make("server.html", source / "examples/server/server.rux")
 first = make("first.html", source / "examples/first/first.rux")
+tested = make("tested.html", source / "examples/server/server.rux", "--tests", source / "examples/server/server.tests.json",
+              "--profile", source / "examples/server/profile.json")
 hostile = make("hostile.html", write_hostile(work / "hostile.rux"))
 large = make("large.html", write_large(work / "large.rux"))
 changed = make("changed.html", write_changed(work / "changed"), "--diff", source / "examples/server/server.rux")
@@ -281,7 +302,7 @@ subprocess.run([rux, "page", "--output-dir", "out", "machines/server/server.rux"
 index = work / "out/index.html"
 
 with browser() as shared:
-    for test in (test_search, test_table, test_buses, test_actions, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
+    for test in (test_search, test_table, test_buses, test_actions, test_tests, test_links_both_ways, test_keyboard, test_stays_inside, test_hostile_texts,
                  test_changes, test_index, test_large, test_print):
         test(shared)
         print(test.__name__)

@@ -1,17 +1,23 @@
 // rux page MACHINE... [-o PAGE] [--output-dir FOLDER]
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
+#include "cases/case.h"
 #include "driver/compile_options.h"
+#include "machine/machine.h"
 #include "machine/source.h"
 #include "page/machine_set.h"
 #include "page/pages.h"
+#include "page/test_run.h"
 #include "support/failure.h"
 #include "tool/command.h"
 #include "tool/compile_arguments.h"
+#include "tool/profile_arguments.h"
 
 namespace rux::tool {
 namespace {
@@ -22,6 +28,8 @@ struct PageOptions {
   std::string folder;  // of the pages of several machines
   std::string before;
   std::string title;
+  std::vector<std::string> tests;
+  std::string profile;
 };
 
 support::Failure BadPageUsage(const char* text) {
@@ -54,12 +62,46 @@ page::PageFolders FoldersOf(const PageOptions& options) {
   return {machines.front(), ""};
 }
 
+// Throws a Failure of wrong usage for a file of another machine.
+std::vector<cases::CaseFile> ReadTests(const PageOptions& options) {
+  std::vector<cases::CaseFile> files;
+  for (const std::string& path : options.tests) {
+    cases::CaseFile file = cases::ReadCaseFile(path);
+    const std::string& machine = options.machines.scripts.front();
+    std::error_code error;
+    if (!std::filesystem::equivalent(file.machine, machine, error)) {
+      throw support::Failure(support::ExitStatus::kWrongUsage, "{} has tests of {}, not of {}",
+                             path, file.machine, machine);
+    }
+    files.push_back(std::move(file));
+  }
+  return files;
+}
+
+// With the tests that it shows, whose failures make the status.
+support::ExitStatus WriteTestedPage(const PageOptions& options, page::PageRequest request,
+                                    const std::string& path) {
+  std::size_t failed = 0;
+  if (!options.tests.empty()) {
+    request.run_tests = [&, files = ReadTests(options)](const machine::Machine& machine) {
+      page::TestRun run(machine, ProfileFor(machine, options.profile), files);
+      failed = run.failed();
+      return run;
+    };
+  }
+  page::WritePage(options.machines.scripts.front(), path, request);
+  return failed == 0 ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
+}
+
 support::ExitStatus Page(const PageOptions& options) {
+  if (options.tests.empty() && !options.profile.empty())
+    throw BadPageUsage("--profile needs --tests");
   const page::PageRequest request{
       {options.machines.include_folders, driver::ProjectsOf(options.machines.project_choice), ""},
       options.title,
       options.before};
   if (AreSeveral(options)) {
+    if (!options.tests.empty()) throw BadPageUsage("--tests needs one machine");
     const page::PageFolders folders = FoldersOf(options);
     return page::WritePages(page::MachinesOf(options.machines, options.before), folders, request);
   }
@@ -67,8 +109,8 @@ support::ExitStatus Page(const PageOptions& options) {
   // It is loaded, and looked at again for what the page shows besides.
   if (machine == "-")
     throw BadPageUsage("a page is of a file: standard input can be read only once");
-  page::WritePage(machine, options.page.empty() ? PagePathOf(machine) : options.page, request);
-  return support::ExitStatus::kDone;
+  return WriteTestedPage(options, request,
+                         options.page.empty() ? PagePathOf(machine) : options.page);
 }
 
 }  // namespace
@@ -100,6 +142,11 @@ Action SetUpPage(Arguments& arguments) {
       .Add("--title", &options->title,
            "The title of the page, or of the index (default: the machine's MODEL)")
       .Value("TITLE");
+  arguments
+      .Add("--tests", &options->tests,
+           "Run the cases of this file as 'rux test' does, and show what they cover")
+      .File("TESTS");
+  AddProfile(arguments, options->profile);
   AddSearchOptions(arguments, options->machines.include_folders, options->machines.project_choice);
   arguments.Footer(
       "A page is one file without requests to any other. A script is checked, and the page shows\n"
@@ -108,7 +155,8 @@ Action SetUpPage(Arguments& arguments) {
       "  rux page boards/server.rux\n"
       "  rux page new.metad -o server.html --diff old.metad\n"
       "  rux page boards --diff HEAD~1:boards\n"
-      "  rux page --output-dir pages boards out/*.meta");
+      "  rux page --output-dir pages boards out/*.meta\n"
+      "  rux page boards/server.rux --tests boards/server.tests.json");
   return [options] { return Page(*options); };
 }
 
