@@ -48,10 +48,13 @@ bool IsAmbiguous(const table::Row& row, const table::Cell& cell) {
   return cell.number && *cell.number >> 31 != 0 && !row.subject.quantity.is_signed;
 }
 
+std::string WhatOf(const table::Cell& type, const table::Cell& unit) {
+  return unit.empty() ? "TYPE " + table::TextOf(type) : table::TextOf(unit);
+}
+
 // Amounts of very different sizes would not be seen beside each other: each power of ten has a
 // scale of its own.
-std::string ScaleOf(const table::Cell& type, const table::Cell& unit, double largest) {
-  const std::string what = unit.empty() ? "TYPE " + table::TextOf(type) : table::TextOf(unit);
+std::string ScaleOf(const std::string& what, double largest) {
   return fmt::format("{}, up to {:g}", what, std::pow(10, std::ceil(std::log10(largest))));
 }
 
@@ -121,14 +124,13 @@ LimitBands::LimitBands(const machine::Machine& machine) {
       largest = std::max(largest, std::abs(limits.amounts.back().value_or(0)));
       is_known = is_known || (limits.amounts.back() && i != kTheory);
     }
-    if (is_known && !is_ambiguous)
-      limits.scale = ScaleOf(table::CellIn(row.cells, kPlaces),
-                             table::CellIn(row.cells, kPlaces + 1), largest);
+    limits.what = WhatOf(table::CellIn(row.cells, kPlaces), table::CellIn(row.cells, kPlaces + 1));
+    if (is_known && !is_ambiguous) limits.scale = ScaleOf(limits.what, largest);
     sensors_.push_back(std::move(limits));
   }
   for (const Limits& limits : sensors_) {
     if (limits.scale.empty()) continue;
-    Scale& scale = scales_.try_emplace(limits.scale, Scale{0, 0, 0}).first->second;
+    Scale& scale = scales_.try_emplace(limits.scale, Scale{limits.what, 0, 0, 0}).first->second;
     ++scale.sensors;
     for (const std::optional<double>& amount : limits.amounts) {
       if (!amount) continue;

@@ -16,6 +16,7 @@ namespace rux::page {
 
 // With all limits of the sensors, zero, and a margin.
 struct Scale {
+  std::string what;  // a unit, or the TYPE of sensors for which none is stated
   double low;
   double high;
   std::size_t sensors;
@@ -41,8 +42,9 @@ class LimitBands {
  private:
   // Of one sensor, in the order of language::kLimitsUpwards.
   struct Limits {
-    std::string scale;  // empty: nothing is drawn
-    std::vector<std::optional<double>> amounts;
+    std::string what = {};
+    std::string scale = {};  // empty: nothing is drawn
+    std::vector<std::optional<double>> amounts = {};
   };
 
   std::vector<Limits> sensors_;

@@ -118,8 +118,8 @@ class Cards {
     if (scale == nullptr) return;
     out_ << "<div class=band>";
     bands_.Write(sensor, out_);
-    out_ << "<small>" << Text{ScaleEnd(scale->low)} << "</small><small>"
-         << Text{ScaleEnd(scale->high)} << "</small></div>";
+    out_ << "<small>" << Text{ScaleEnd(scale->low)} << "</small><small>" << Text{scale->what}
+         << "</small><small>" << Text{ScaleEnd(scale->high)} << "</small></div>";
   }
 
   // A link, where the entry is nothing but what it refers to.
