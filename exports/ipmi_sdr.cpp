@@ -132,7 +132,7 @@ class RecordNames {
   std::map<std::string, int> counts_;
 };
 
-// A full sensor record: what the bytes are is in the IPMI specification, under that name.
+// A full sensor record, byte by byte as the IPMI standard has it under that name.
 Bytes RecordOf(const CodedSensor& coded, int number, int lun, const std::string& name) {
   constexpr int kHeader = 5;
   constexpr int kEightBits = 0xC0;  // for each character
