@@ -31,7 +31,7 @@ constexpr InputKind kKinds[] = {
     {"energy", 1e6, "J"},       {"humidity", 1e3, "%"}, {"fan", 1, "RPM"},
 };
 
-// The bytes of a small file. Opening never waits, not even for what is no file of the kernel.
+// The bytes of a small file. Opening never waits, whatever the path leads to.
 std::optional<std::string> ReadSmallFile(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) return std::nullopt;

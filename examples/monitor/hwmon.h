@@ -23,7 +23,7 @@ std::vector<Chip> FindChips(const std::string& root);
 // The first chip that fits one of the patterns, "it8720-isa-0a30 it8720-*"; null if none does.
 const Chip* ChipFor(const std::vector<Chip>& chips, std::string_view patterns);
 
-// A kind of input. The kernel gives whole numbers, so many of them to the unit.
+// A kind of input. The kernel gives whole numbers in a fraction of the unit.
 struct InputKind {
   std::string_view feature;  // before the number: "temp" of temp1
   double per_unit;
