@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <tuple>
 
 #include "browse/relations.h"
 #include "cases/coverage.h"

@@ -18,7 +18,6 @@
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/model/handles.h"
-#include "support/number_text.h"
 #include "table/cell.h"
 #include "table/columns.h"
 #include "table/machine_table.h"

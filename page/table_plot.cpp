@@ -19,8 +19,8 @@ namespace {
 namespace language = ruxcomp::language;
 
 constexpr std::size_t kCells = std::tuple_size_v<ruxcomp::TableCells>;
-constexpr std::size_t kWidth = 256;  // of a drawing
-constexpr std::size_t kHeight = 256;
+constexpr std::size_t kPlotWidth = 256;  // of a drawing
+constexpr std::size_t kPlotHeight = 256;
 
 // What of the cells is drawn: up to the last step and the largest value.
 class Axes {
@@ -34,14 +34,14 @@ class Axes {
     while (end_ < kFewest || end_ < last_step + 1) end_ *= 2;
     constexpr std::size_t kTops[] = {4, 10, 20, 40, 60, 100, 160, 200};
     const std::size_t largest = *std::max_element(cells.begin(), cells.end());
-    const auto* top = std::lower_bound(std::begin(kTops), std::end(kTops), largest);
-    if (top != std::end(kTops)) top_ = *top;
+    const auto* fitting = std::lower_bound(std::begin(kTops), std::end(kTops), largest);
+    if (fitting != std::end(kTops)) top_ = *fitting;
   }
 
   std::size_t end() const { return end_; }  // of the cells; a power of two
   std::size_t top() const { return top_; }
-  std::size_t X(std::size_t cell) const { return std::min(cell, end_) * kWidth / end_; }
-  std::size_t Y(std::size_t value) const { return kHeight - value * kHeight / top_; }
+  std::size_t X(std::size_t cell) const { return std::min(cell, end_) * kPlotWidth / end_; }
+  std::size_t Y(std::size_t value) const { return kPlotHeight - value * kPlotHeight / top_; }
 
  private:
   std::size_t end_ = 1;

@@ -21,14 +21,14 @@ TestRun::TestRun(const machine::Machine& machine, profile::Profile profile,
     : profile_(std::move(profile)) {
   const evaluation::Plan plan(machine);
   std::mutex places;
-  cases::Coverage coverage;
+  cases::Coverage covered;
   for (cases::CaseFile& file : files) {
     TestedFile& tested = files_.emplace_back(TestedFile{std::move(file), {}});
     std::vector<const cases::Case*> all;
     for (const cases::Case& each : tested.file.cases) all.push_back(&each);
-    tested.results = cases::RunCases({plan, profile_, places}, all, 1, coverage);
+    tested.results = cases::RunCases({plan, profile_, places}, all, 1, covered);
   }
-  coverage_ = cases::CoverageOf(machine, profile_, coverage);
+  coverage_ = cases::CoverageOf(machine, profile_, covered);
   for (std::size_t kind = 0; kind < coverage_.size(); ++kind) {
     for (const evaluation::ValueKey& key : coverage_[kind].things) ++tallies_[key][kind].all;
     for (const cases::CoveredThing& thing : coverage_[kind].missing)
