@@ -1,9 +1,12 @@
 #include "docs/tables/c_header.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
@@ -46,14 +49,24 @@ void AddIndices(std::string& header) {
       "\n/* An index is a class, and an ordinal in its low bits. */\nenum { RUXMETA_CLASS_SHIFT "
       "= " +
       std::to_string(kClassShift) + ", RUXMETA_ORDINAL_MASK = " + mask + " };\n";
-  const char* before =
+  header +=
       "\n/* Whether the indices of a class carry their own value: the ordinal. */\n"
-      "#define RUXMETA_IS_IMMEDIATE(index_class) \\\n  (";
-#define IMMEDIATE_CLASS(name, class_byte, title, prefix)                 \
-  header.append(before).append("(index_class) == RUXMETA_CLASS_" #name); \
-  before = " || \\\n   ";
+      "/* clang-format off */\n";
+  std::vector<std::string> lines = {"#define RUXMETA_IS_IMMEDIATE(index_class)"};
+  const char* before = "  (";
+#define IMMEDIATE_CLASS(name, class_byte, title, prefix)                                \
+  lines.push_back(std::string(before) + "(index_class) == RUXMETA_CLASS_" #name " ||"); \
+  before = "   ";
 #include "ruxcomp/language/symbol_tables.def"
-  header += ")\n";
+  lines.back().replace(lines.back().size() - 3, 3, ")");
+  std::size_t width = 0;
+  for (const std::string& line : lines) width = std::max(width, line.size());
+  for (const std::string& line : lines) {
+    header += line;
+    if (&line != &lines.back()) header.append(width - line.size(), ' ').append(" \\");
+    header += '\n';
+  }
+  header += "/* clang-format on */\n";
 }
 
 }  // namespace

@@ -95,10 +95,12 @@ enum {
 enum { RUXMETA_CLASS_SHIFT = 24, RUXMETA_ORDINAL_MASK = 0x00FFFFFF };
 
 /* Whether the indices of a class carry their own value: the ordinal. */
-#define RUXMETA_IS_IMMEDIATE(index_class) \
-  ((index_class) == RUXMETA_CLASS_Small || \
+/* clang-format off */
+#define RUXMETA_IS_IMMEDIATE(index_class)      \
+  ((index_class) == RUXMETA_CLASS_Small ||     \
    (index_class) == RUXMETA_CLASS_ValueType || \
    (index_class) == RUXMETA_CLASS_Operator)
+/* clang-format on */
 
 /* How many cells a table has. */
 enum { RUXMETA_TABLE_CELLS = 256 };
