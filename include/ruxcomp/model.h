@@ -175,9 +175,9 @@ class Model {
 
   template <class Keep>
   static std::optional<Model> Opened(Keep keep, Fault* fault) {
-    std::unique_ptr<const detail::Records> records = detail::Open(keep, fault);
-    if (records == nullptr) return std::nullopt;
-    return Model(std::move(records));
+    std::unique_ptr<const detail::Records> opened = detail::Open(keep, fault);
+    if (opened == nullptr) return std::nullopt;
+    return Model(std::move(opened));
   }
 
   Sections SectionsAt(detail::SectionList::Places places) const noexcept {

@@ -36,8 +36,8 @@ class Lazy {
     if (!was_asked_.exchange(true, std::memory_order_relaxed)) return nullptr;
     std::unique_ptr<Index> index(new (std::nothrow) Index);
     if (index == nullptr || !fill(*index)) return nullptr;
-    const Index* made = nullptr;
-    if (!made_.compare_exchange_strong(made, index.get(), std::memory_order_acq_rel)) return made;
+    const Index* other = nullptr;
+    if (!made_.compare_exchange_strong(other, index.get(), std::memory_order_acq_rel)) return other;
     return index.release();
   }
 
