@@ -31,7 +31,7 @@ std::set<std::string> NumbersAfter(std::string_view page, std::string_view lead)
     at += lead.size();
     std::size_t end = at;
     while (end < page.size() && std::isdigit(static_cast<unsigned char>(page[end])) != 0) ++end;
-    numbers.emplace(page.substr(at, end - at));
+    if (end > at) numbers.emplace(page.substr(at, end - at));
   }
   return numbers;
 }
