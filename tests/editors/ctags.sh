@@ -19,7 +19,7 @@ names() { rux complete "$@/" | sed '1d; s|^[^/]*/||; s/\t.*//; s/^"\(.*\)"$/\1/'
 compare() {
   script=$1
   rux compile "$script" -o script.meta -g script.metad 2>/dev/null
-  ctags --options="$definition" -f tags $2
+  ctags --options="$definition" --languages=Rux -f tags $2
   for kind in $(rux complete ls script.meta '' | sed '1d; s/\t.*//'); do
     # MORVRUX and SYSTEM sections have no names, and so no tags.
     case $kind in MORVRUX | SYSTEM) continue ;; esac
