@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -113,7 +112,7 @@ const InputKind* KindOf(std::string_view feature) {
   for (const InputKind& kind : kKinds) {
     const std::string_view number = feature.substr(std::min(kind.feature.size(), feature.size()));
     if (feature.substr(0, kind.feature.size()) == kind.feature && !number.empty() &&
-        std::all_of(number.begin(), number.end(), [](unsigned char c) { return std::isdigit(c); }))
+        number.find_first_not_of("0123456789") == std::string_view::npos)
       return &kind;
   }
   return nullptr;

@@ -20,7 +20,7 @@ Limits LimitsOf(const ruxcomp::Section& sensor) {
 }
 
 void Band::Next(const Limits& limits, std::int64_t reading, const Convention& convention) {
-  std::uint32_t beyond = 0;
+  std::uint32_t now = 0;
   for (std::size_t i = 0; i < limits.size(); ++i) {
     if (!limits[i]) continue;
     const std::uint32_t bit = 1U << i;
@@ -28,17 +28,17 @@ void Band::Next(const Limits& limits, std::int64_t reading, const Convention& co
     // A reading equal to a limit is in range.
     const bool is_beyond =
         kLimitKinds[i].is_high ? reading > *limits[i] - back : reading < *limits[i] + back;
-    if (is_beyond) beyond |= bit;
+    if (is_beyond) now |= bit;
   }
-  if (beyond == beyond_) {
+  if (now == beyond_) {
     seen_ = 0;
     return;
   }
-  seen_ = seen_ > 0 && beyond == candidate_ ? seen_ + 1 : 1;
-  candidate_ = beyond;
+  seen_ = seen_ > 0 && now == candidate_ ? seen_ + 1 : 1;
+  candidate_ = now;
   if (seen_ < convention.debounce) return;
   seen_ = 0;
-  beyond_ = beyond;
+  beyond_ = now;
 }
 
 std::optional<std::size_t> Band::beyond() const {

@@ -157,7 +157,7 @@ bool Machine::Load(const std::string& meta) {
   }
   std::map<std::string, const Sensor*> before;
   for (const Sensor& sensor : sensors_) before.emplace(sensor.name, &sensor);
-  std::vector<Sensor> sensors;
+  std::vector<Sensor> found;
   const ruxcomp::Sections sections = model->sections(RUX_SECT_SENSOR);
   for (const ruxcomp::Section section : sections) {
     Sensor sensor = SensorOf(*model, section, options_.watch_all);
@@ -172,9 +172,9 @@ bool Machine::Load(const std::string& meta) {
       sensor.band = known->second->band;
       sensor.is_missing = known->second->is_missing;
     }
-    sensors.push_back(std::move(sensor));
+    found.push_back(std::move(sensor));
   }
-  sensors_ = std::move(sensors);
+  sensors_ = std::move(found);
   FindInputs();
   const std::uint32_t loop =
       model->sections(RUX_SECT_SYSTEM)[0].entry(RUX_ENTRY_RUXLOOP).value().number();
