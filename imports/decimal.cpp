@@ -74,50 +74,50 @@ std::optional<Decimal> Decimal::In(std::string_view text) {
   const std::optional<int> power = TakePower(text);
   if (!power) return std::nullopt;
   const std::size_t point = text.find('.');
-  std::string digits(text.substr(0, point));
-  int exponent = *power;
+  std::string figures(text.substr(0, point));
+  int shift = *power;
   if (point != std::string_view::npos) {
     std::string_view decimals = text.substr(point + 1);
     while (!decimals.empty() && decimals.back() == '0') decimals.remove_suffix(1);
-    if (digits.empty() && text.size() == 1) return std::nullopt;
+    if (figures.empty() && text.size() == 1) return std::nullopt;
     if (decimals.size() > kMostDigits) return std::nullopt;
-    digits += decimals;
-    exponent -= static_cast<int>(decimals.size());
+    figures += decimals;
+    shift -= static_cast<int>(decimals.size());
   }
-  if (digits.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
-  if (digits.empty() && point == std::string_view::npos) return std::nullopt;
-  digits.erase(0, digits.find_first_not_of('0'));
-  if (digits.empty()) return Decimal();
+  if (figures.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
+  if (figures.empty() && point == std::string_view::npos) return std::nullopt;
+  figures.erase(0, figures.find_first_not_of('0'));
+  if (figures.empty()) return Decimal();
   const std::optional<std::int64_t> number =
-      digits.size() > kMostDigits ? std::nullopt : WholeNumber<std::int64_t>(digits);
-  if (!number || std::abs(exponent) > kFarthest) return std::nullopt;
-  return Decimal(is_negative ? -*number : *number, exponent);
+      figures.size() > kMostDigits ? std::nullopt : WholeNumber<std::int64_t>(figures);
+  if (!number || std::abs(shift) > kFarthest) return std::nullopt;
+  return Decimal(is_negative ? -*number : *number, shift);
 }
 
 std::optional<Decimal> Decimal::Quotient(std::int64_t dividend, std::int64_t divisor) {
   const std::int64_t common = std::gcd(dividend, divisor);
-  std::int64_t digits = dividend / common;
+  std::int64_t figures = dividend / common;
   std::int64_t rest = divisor / common;
-  int exponent = 0;
+  int shift = 0;
   // Only twos and fives are left of the divisor: each is a tenth of five or two.
   for (const auto& [prime, other] : {std::pair(2, 5), std::pair(5, 2)}) {
     while (rest % prime == 0) {
-      const std::optional<std::int64_t> larger = Product(digits, other);
+      const std::optional<std::int64_t> larger = Product(figures, other);
       if (!larger) return std::nullopt;
-      digits = *larger;
+      figures = *larger;
       rest /= prime;
-      --exponent;
+      --shift;
     }
   }
   if (rest != 1 && rest != -1) return std::nullopt;
-  return Decimal(digits * rest, exponent);
+  return Decimal(figures * rest, shift);
 }
 
 std::optional<Decimal> Decimal::Times(const Decimal& other) const {
-  const std::optional<std::int64_t> digits = Product(digits_, other.digits_);
-  const int exponent = exponent_ + other.exponent_;
-  if (!digits || std::abs(exponent) > kFarthest) return std::nullopt;
-  return Decimal(*digits, exponent);
+  const std::optional<std::int64_t> figures = Product(digits_, other.digits_);
+  const int shift = exponent_ + other.exponent_;
+  if (!figures || std::abs(shift) > kFarthest) return std::nullopt;
+  return Decimal(*figures, shift);
 }
 
 std::optional<std::int64_t> Decimal::WholeAt(int power) const {

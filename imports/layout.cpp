@@ -223,6 +223,7 @@ class Layout {
     });
   }
 
+  // cppcheck-suppress unusedPrivateFunction ; it is, by the initializer of a member
   static Names ReservedFileNames() {
     Names names;
     for (const char* name : {"main", "words", "groups", "devices"}) names.Take(name, "");
