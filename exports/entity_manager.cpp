@@ -228,8 +228,10 @@ void WriteEntityManager(const machine::Machine& machine, Account& account,
   support::WriteJson(out, [&](support::JsonObject& json) {
     json.Array("Exposes", [&](support::JsonArray& exposes) {
       for (const DeviceSensors& device : ByDevice(machine, sensors)) {
-        if (device.device) Exposed(machine, device.device, device.sensors, account).Write(exposes);
-        if (device.device) continue;
+        if (device.device) {
+          Exposed(machine, device.device, device.sensors, account).Write(exposes);
+          continue;
+        }
         for (const Sensor* const sensor : device.sensors)
           Exposed(machine, sensor->section, {sensor}, account).Write(exposes);
       }

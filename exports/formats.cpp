@@ -18,8 +18,8 @@ const Format* FindFormat(std::string_view name) {
 
 void WriteMachine(const Format& format, const machine::Machine& machine, losses::Ledger& ledger,
                   bool is_reported, support::TextStream& out) {
-  losses::Ledger unused;
-  Account account(machine, format.is_of_entries ? ledger : unused, is_reported);
+  losses::Ledger unread{};
+  Account account(machine, format.is_of_entries ? ledger : unread, is_reported);
   format.write(machine, account, out);
   account.DropRest(losses::Reason::kNoPlace);
 }
