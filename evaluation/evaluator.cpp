@@ -158,8 +158,8 @@ Result Evaluator::Plain(Meaning meaning, const ruxcomp::Section& section,
 
 Result Evaluator::Calculation(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
                               Frame& frame) {
-  const Change* change = Change::At(change_, section, entry);
-  const std::uint32_t code = change != nullptr ? change->number : Immediate(entry.value(1));
+  const Change* changed = Change::At(change_, section, entry);
+  const std::uint32_t code = changed != nullptr ? changed->number : Immediate(entry.value(1));
   const Result x = Operand(entry.value(2), frame);
   const Result y = Operand(entry.value(3), frame);
   if (!x.IsNumber() || !y.IsNumber()) return ObstacleOf(x, y);
