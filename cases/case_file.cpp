@@ -217,10 +217,10 @@ class CaseTable {
     const std::string word = head.substr(0, blank);
     const std::string path = blank < head.size() ? head.substr(blank + 1) : line_path;
     const auto expected = [&]() -> Expectation& {
-      for (Expectation& each : round.expected) {
-        if (each.path == path) return each;
-      }
-      return round.expected.emplace_back(Expectation{path, line});
+      const auto known = std::find_if(round.expected.begin(), round.expected.end(),
+                                      [&](const Expectation& each) { return each.path == path; });
+      return known != round.expected.end() ? *known
+                                           : round.expected.emplace_back(Expectation{path, line});
     };
     At(path_, line, [&] {
       if (word == "reading") {
