@@ -1,4 +1,6 @@
 // Reading everything that a machine's file says, from beginning to end.
+#include "ruxmeta/walk.h"
+
 #include <libfdt.h>
 
 #include <cstring>
@@ -8,7 +10,6 @@
 #include "bench/micro/peers.h"
 #include "ruxcomp/ruxcomp.h"
 #include "ruxmeta.h"
-#include "ruxmeta/walk.h"
 
 namespace {
 
