@@ -164,7 +164,8 @@ static void test_no_view(const ruxmeta_model* model) {
   /* A view that was never filled has nothing. */
   EXPECT(ruxmeta_view_section_count(&view, RUXMETA_SECTION_SENSOR) == 0);
   expect_no_section(ruxmeta_view_section_at(&view, RUXMETA_SECTION_SENSOR, 0));
-  EXPECT(entries.left == 0 && ruxmeta_view_next_entry(&entries, &entry) == 0);
+  EXPECT(entries.left == 0);
+  EXPECT(ruxmeta_view_next_entry(&entries, &entry) == 0);
   expect_no_entry(entry);
   EXPECT(ruxmeta_view_entry_identifier(none) == 0xFFFFFFFF);
   EXPECT(ruxmeta_view_value_count(none) == 0);
