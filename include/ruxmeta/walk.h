@@ -27,6 +27,12 @@
 #include "ruxmeta.h"
 #include "ruxmeta/numbers.h"
 
+/* C has no other casts; clang warns of them in C++, also here. */
+#if defined(__cplusplus) && defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wold-style-cast"
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -134,6 +140,10 @@ static inline ruxmeta_value ruxmeta_view_entry_value(const ruxmeta_view* view, r
 
 #ifdef __cplusplus
 }
+#endif
+
+#if defined(__cplusplus) && defined(__clang__)
+#pragma clang diagnostic pop
 #endif
 
 #endif /* RUXMETA_WALK_H_ */
