@@ -6,10 +6,6 @@ if(NOT EXISTS ${root}${PLUGIN_DIR}/libruxrsparser.so.0)
   message(FATAL_ERROR "the plug-in is not where the library looks for it")
 endif()
 
-set(sanitize)
-if(SANITIZE)
-  set(sanitize -fsanitize=address,undefined)
-endif()
 set(source ${CMAKE_CURRENT_LIST_DIR}/program)
 set(program ${WORK_DIR}/count_sensors)
 if(WAY STREQUAL pkg-config)
@@ -22,10 +18,10 @@ if(WAY STREQUAL pkg-config)
   endif()
   string(REPLACE "\n" " " output "${output}")
   separate_arguments(flags UNIX_COMMAND "${output}")
-  run(${CXX} -std=c++17 ${sanitize} ${source}/count_sensors.cpp -o ${program} ${flags})
+  run(${CXX} -std=c++17 ${source}/count_sensors.cpp -o ${program} ${flags})
 else()
   run(${CMAKE_COMMAND} -S ${source} -B ${WORK_DIR}/build -G Ninja
-      -DCMAKE_PREFIX_PATH=${prefix} -DLINK=${LINK} "-DCMAKE_CXX_FLAGS=${sanitize}"
+      -DCMAKE_PREFIX_PATH=${prefix} -DLINK=${LINK}
       -DCMAKE_RUNTIME_OUTPUT_DIRECTORY=${WORK_DIR})
   run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 endif()
