@@ -25,6 +25,7 @@ TestRun::TestRun(const machine::Machine& machine, profile::Profile profile,
   for (cases::CaseFile& file : files) {
     TestedFile& tested = files_.emplace_back(TestedFile{std::move(file), {}});
     std::vector<const cases::Case*> all;
+    all.reserve(tested.file.cases.size());
     for (const cases::Case& each : tested.file.cases) all.push_back(&each);
     tested.results = cases::RunCases({plan, profile_, places}, all, 1, covered);
   }
