@@ -2,6 +2,7 @@
 #ifndef TOOL_ROW_NAMES_H_
 #define TOOL_ROW_NAMES_H_
 
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@ namespace rux::tool {
 template <class Rows>
 std::vector<std::string> NamesOf(const Rows& rows) {
   std::vector<std::string> names;
+  names.reserve(std::size(rows));
   for (const auto& row : rows) names.emplace_back(row.name);
   return names;
 }
