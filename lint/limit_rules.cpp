@@ -88,6 +88,7 @@ class SensorRule : public rules::Rule {
   const LintContext& context() const { return context_; }
   const Limits& limits() const { return limits_; }
   std::optional<std::uint32_t> type() const { return type_; }
+  std::string_view name() const { return name_; }
 
   // Whether its limits may be negative; no answer when the project does not say it.
   std::optional<bool> is_signed() const {
@@ -170,7 +171,7 @@ class LimitsOfTypeRule : public SensorRule {
 
   void EndSection() override {
     if (!type()) return;
-    const Sensor sensor{*section_, *type(), Has(kFailedLow) || Has(kWarningLow),
+    const Sensor sensor{*section_, name(), *type(), Has(kFailedLow) || Has(kWarningLow),
                         Has(kFailedHigh) || Has(kWarningHigh)};
     Known& known = types_[sensor.type];
     ++known.count;
@@ -196,6 +197,7 @@ class LimitsOfTypeRule : public SensorRule {
  private:
   struct Sensor {
     ScriptSection section;
+    std::string_view name;  // empty: none
     std::uint32_t type;
     bool has_low;
     bool has_high;
@@ -225,7 +227,8 @@ class LimitsOfTypeRule : public SensorRule {
         .report
         .Add(RowOf(rule), sensor.section,
              [&] {
-               return fmt::format("has {}; {} of {} sensors of TYPE {} have some", lacking,
+               return fmt::format("{} has {}; {} of {} sensors of TYPE {} have some",
+                                  sensor.name.empty() ? "this sensor" : sensor.name, lacking,
                                   others.count, count, sensor.type);
              })
         .Note("the first of those that have some",
