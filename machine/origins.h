@@ -31,6 +31,9 @@ class Origins {
   std::optional<Place> OfEntry(const ruxcomp::language::SectionKind& kind, std::size_t ordinal,
                                std::string_view key) const;
 
+  // All files of the script, those without a section too.
+  const std::vector<std::string>& files() const { return files_; }
+
   // The defined words with their numbers, by name.
   using Word = std::pair<std::string_view, std::uint32_t>;
   const std::vector<Word>& words() const { return words_; }

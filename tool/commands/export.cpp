@@ -7,6 +7,7 @@
 #include "losses/ledger.h"
 #include "losses/report.h"
 #include "machine/machine.h"
+#include "machine/origins.h"
 #include "support/failure.h"
 #include "support/placement.h"
 #include "support/standard_streams.h"
@@ -44,9 +45,20 @@ void ExpectDifferentFiles(const ExportOptions& options) {
   if (options.has_file() && options.has_report()) driver::RefuseToOverwrite(result, report);
 }
 
+// The files that the script includes, too.
+void KeepScripts(const ExportOptions& options, const machine::Machine& machine) {
+  if (machine.origins() == nullptr || !machine.file().revision.empty()) return;
+  for (const std::string& path : machine.origins()->files()) {
+    const driver::NamedFile script{"script", path};
+    if (options.has_file()) driver::RefuseToOverwrite(script, {"result", options.output});
+    if (options.has_report()) driver::RefuseToOverwrite(script, {"report", options.losses.file});
+  }
+}
+
 support::ExitStatus Export(const ExportOptions& options) {
   ExpectDifferentFiles(options);
   const machine::Machine machine = LoadMachine(options.machine);
+  KeepScripts(options, machine);
   losses::Ledger ledger;
   const std::string text = support::WrittenText([&](support::TextStream& out) {
     exports::WriteMachine(*exports::FindFormat(options.format), machine, ledger,
