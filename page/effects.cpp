@@ -163,9 +163,13 @@ Effects::Effects(const Contents& contents) {
     }
     if (effect.runs.empty()) continue;
     std::set<Thing> readings;
-    for (const Effect::Run& run : effect.runs)
+    std::set<Thing> callers;
+    for (const Effect::Run& run : effect.runs) {
       readings.insert(run.deciders.begin(), run.deciders.end());
+      callers.insert(run.call->from);
+    }
     for (const Thing reading : readings) decided_by_[reading].push_back(effects_.size());
+    for (const Thing caller : callers) run_by_[caller].push_back(effects_.size());
     effects_.push_back(std::move(effect));
   }
 }
@@ -177,12 +181,12 @@ const Effect* Effects::Of(Thing action) const {
   return found != effects_.end() && found->action == action ? &*found : nullptr;
 }
 
-std::vector<const Effect*> Effects::DecidedBy(Thing reading) const {
-  std::vector<const Effect*> decided;
-  const auto found = decided_by_.find(reading);
-  if (found == decided_by_.end()) return decided;
-  for (const std::size_t place : found->second) decided.push_back(&effects_[place]);
-  return decided;
+std::vector<const Effect*> Effects::Those(const Places& places, Thing thing) const {
+  std::vector<const Effect*> those;
+  const auto found = places.find(thing);
+  if (found == places.end()) return those;
+  for (const std::size_t place : found->second) those.push_back(&effects_[place]);
+  return those;
 }
 
 void WriteDeciders(const Contents& contents, const Effect::Run& run, Html& out) {

@@ -35,11 +35,18 @@ class Effects {
   // Null for an action that has none.
   const Effect* Of(Thing action) const;
   // Those whose runs the sensor or global is one of the deciders of.
-  std::vector<const Effect*> DecidedBy(Thing reading) const;
+  std::vector<const Effect*> DecidedBy(Thing reading) const { return Those(decided_by_, reading); }
+  // Those that an entry of the section or the global runs.
+  std::vector<const Effect*> RunBy(Thing caller) const { return Those(run_by_, caller); }
 
  private:
+  using Places = std::map<Thing, std::vector<std::size_t>>;  // of effects
+
+  std::vector<const Effect*> Those(const Places& places, Thing thing) const;
+
   std::vector<Effect> effects_;
-  std::map<Thing, std::vector<std::size_t>> decided_by_;  // places of effects
+  Places decided_by_;
+  Places run_by_;
 };
 
 // "CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0", or "nothing measured".

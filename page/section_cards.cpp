@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "browse/relations.h"
+#include "compiled/datum.h"
 #include "inspect/entry_value.h"
 #include "machine/place.h"
 #include "machine/value.h"
@@ -24,7 +25,10 @@
 #include "page/table_plot.h"
 #include "page/value_flow.h"
 #include "ruxcomp/identifiers.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/records.h"
 
@@ -104,7 +108,7 @@ class Cards {
       if (amount) {
         list << Text{*amount};
       } else {
-        WriteValue(section, entry, list);
+        WriteValue(thing, section, entry, list);
       }
       list << "</div>";
     }
@@ -122,18 +126,37 @@ class Cards {
          << "</small><small>" << Text{ScaleEnd(scale->high)} << "</small></div>";
   }
 
+  // The defined word that a script says for a number; empty: it says the number.
+  std::string_view WordFor(Thing thing, const ruxcomp::Section& section,
+                           const ruxcomp::Entry& entry) const {
+    const std::optional<Excerpt>& source = contents_.ExcerptOf(thing);
+    const compiled::Datum datum = machine::DatumOf(entry.value());
+    if (!source || entry.values().size() != 1 || !datum.IsNumber()) return {};
+    const Excerpt::Item* item = source->Find(machine::KeyOf(section, entry));
+    const bool is_word = item != nullptr && !language::ReadNumber(item->first_part).is_number;
+    return is_word ? item->first_part : std::string_view();
+  }
+
   // A link, where the entry is nothing but what it refers to.
-  void WriteValue(const ruxcomp::Section& section, const ruxcomp::Entry& entry, Html& out) const {
+  void WriteValue(Thing thing, const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                  Html& out) const {
     const language::SectionKind* ids =
         machine::KindOfCompiledIds(section.kind(), entry.identifier());
     const std::optional<Thing> to = contents_.relations().NumberFor(
         contents_.machine().model(), ids, machine::DatumOf(entry.value()));
     if (to) return WriteLink(contents_, *to, out);
+    const std::string_view word = WordFor(thing, section, entry);
+    if (!word.empty()) out << Text{word} << " = ";
     out << Text{inspect::ValueText(machine::ValueOf(entry))};
   }
 
-  // What the thing decides; of an action, what decides it.
+  // What the thing decides, and what its group does; of an action, what decides it.
   void WriteEffects(Thing thing) {
+    WriteDecision(thing);
+    if (contents_.Is(thing, language::SECTION_SENSOR)) WriteEffectsOfGroup(thing);
+  }
+
+  void WriteDecision(Thing thing) {
     if (const Effect* effect = effects_.Of(thing)) {
       for (const Effect::Run& run : effect->runs) {
         if (run.deciders.empty()) continue;
@@ -164,6 +187,32 @@ class Cards {
       out_ << " (";
       WriteConditions(contents_, run, out_);
       out_ << ")";
+    }
+  }
+
+  std::optional<Thing> ParentOf(Thing thing) const {
+    for (const browse::Link* link : contents_.relations().From(thing)) {
+      if (link->key == language::KeywordOf(language::ENTRY_PARENT)) return link->to;
+    }
+    return std::nullopt;
+  }
+
+  // What drives a fan is rarely its sensor: the nearest group above that does something.
+  void WriteEffectsOfGroup(Thing sensor) {
+    constexpr int kMostGroups = 64;  // those of a damaged machine may contain each other
+    std::optional<Thing> group = ParentOf(sensor);
+    for (int i = 0; group && i < kMostGroups; ++i, group = ParentOf(*group)) {
+      const std::vector<const Effect*> effects = effects_.RunBy(*group);
+      if (effects.empty()) continue;
+      std::vector<Thing> actions;
+      actions.reserve(effects.size());
+      for (const Effect* effect : effects) actions.push_back(effect->action);
+      out_ << "<p><i>its group</i> ";
+      WriteLink(contents_, *group, out_);
+      out_ << " <i>runs</i> ";
+      WriteSomeLinks(contents_, actions, out_);
+      out_ << "</p>";
+      return;
     }
   }
 
