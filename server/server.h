@@ -3,6 +3,7 @@
 #define SERVER_SERVER_H_
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -62,8 +63,7 @@ class Server {
   void AnswerWaiting();
 
   // Sends the result of answer(), or why there is none.
-  template <class Function>
-  void Answer(const protocol::Json& id, Function answer);
+  void Answer(const protocol::Json& id, const std::function<protocol::Json()>& answer);
 
   Session session_;
   Publisher publisher_;
