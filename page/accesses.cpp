@@ -45,7 +45,9 @@ void WriteAccesses(const Contents& contents, Html& out) {
   Html caption;
   caption
       << "Every access of a value to a bus. Where calls pass the place, the table has what they "
-         "pass, and via which action; VALUE_1 is a result of the action itself.";
+         "pass or what is calculated from it, and via which action; VALUE_1 is a result that is "
+         "known "
+         "only when the machine runs.";
   Grid grid("accesses", caption);
   for (const char* part : kPlaceParts) grid.AddColumn(Html() << Text{part});
   for (const char* column : {"access", "via", "by"}) grid.AddColumn(Html() << Text{column});

@@ -29,12 +29,14 @@ class ActionTables {
         AddOther(action);
       }
     }
+    AddWrites(effects.writes());
   }
 
   void Write(Html& out) const {
     if (!effects_.is_empty()) {
       WriteTable("what the machine does",
-                 "What the machine does: actions that write to a bus, and what makes them run",
+                 "What the machine does: actions that write to a bus, and what makes them run; "
+                 "then what writes without an action",
                  {"action", "run by", "decided by"}, effects_, out);
     }
     if (count_ == 0) return;
@@ -68,12 +70,26 @@ class ActionTables {
     for (std::size_t i = 0; i < shown; ++i) {
       if (i > 0) effects_ << "<tr>";
       effects_ << "<td>";
-      WriteCall(*effect.runs[i].call, effects_);
+      WriteCaller(contents_, effect.runs[i], effects_);
       effects_ << "<td>";
-      WriteDeciders(contents_, effect.runs[i], effects_);
+      WriteDeciders(contents_, effect, effect.runs[i], effects_);
       effects_ << "\n";
     }
     if (more > 0) effects_ << "<tr><td>and " << more << " more<td>\n";
+  }
+
+  void AddWrites(const std::vector<Effects::Write>& writes) {
+    for (std::size_t i = 0; i < writes.size() && i < kMost; ++i) {
+      effects_ << "<tr><th scope=row>";
+      WriteFullLink(contents_, writes[i].thing, effects_);
+      effects_ << "<td>"
+               << Text{machine::KeyOf(contents_.SectionOf(writes[i].thing), writes[i].entry)}
+               << " <code>";
+      WritePieces(PiecesOf(contents_, writes[i].entry), effects_);
+      effects_ << "</code><td>\n";
+    }
+    if (writes.size() > kMost)
+      effects_ << "<tr><th scope=row>and " << writes.size() - kMost << " more<td><td>\n";
   }
 
   void AddOther(Thing action) {
@@ -83,18 +99,6 @@ class ActionTables {
     others_ << "<td>";
     WriteCallers(action, others_);
     others_ << "\n";
-  }
-
-  void WriteCall(const browse::Link& call, Html& out) const {
-    WriteFullLink(contents_, call.from, out);
-    if (call.key != contents_.At(call.from).key) out << " " << Text{call.key};
-    const ruxcomp::Section section = contents_.SectionOf(call.from);
-    for (const ruxcomp::Entry& entry : contents_.EntriesOf(call.from)) {
-      if (machine::KeyOf(section, entry) != call.key) continue;
-      out << " <code>";
-      WritePieces(PiecesOf(contents_, entry), out);
-      out << "</code>";
-    }
   }
 
   void WriteCallers(Thing action, Html& out) const {

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -16,8 +17,7 @@
 #include "inspect/entry_value.h"
 #include "machine/value.h"
 #include "page/contents.h"
-#include "ruxcomp/language/number.h"
-#include "ruxcomp/language/spelling.h"
+#include "page/place_term.h"
 #include "ruxcomp/language/values.h"
 #include "ruxcomp/model/handles.h"
 
@@ -25,17 +25,6 @@ namespace rux::page {
 namespace {
 
 using language::Shape;
-
-// The number of an argument: 1 of ARG1.
-std::optional<std::uint32_t> ArgumentIn(const compiled::Datum& item) {
-  if (!item.Is(language::CLASS_Small)) return std::nullopt;
-  const std::string_view text = item.text;
-  if (text.compare(0, language::kArgumentPrefix.size(), language::kArgumentPrefix) != 0)
-    return std::nullopt;
-  const language::Number number =
-      language::ReadNumber(text.substr(language::kArgumentPrefix.size()));
-  return number.is_number ? std::optional<std::uint32_t>(number.value) : std::nullopt;
-}
 
 const machine::EntryPart* FindPart(const machine::EntryValue& value, std::string_view name) {
   for (const machine::EntryPart& part : value.parts) {
@@ -55,15 +44,19 @@ class AccessReader {
   explicit AccessReader(const Contents& contents) : contents_(contents) {}
 
   void Read(Thing thing) {
-    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
+    const std::vector<ruxcomp::Entry> entries = contents_.EntriesOf(thing);
+    std::optional<Steps> steps;
+    for (const ruxcomp::Entry& entry : entries) {
       if (!IsValue(entry)) continue;
       const machine::EntryValue value = machine::ValueOf(entry);
       if (!IsAccess(value)) continue;
+      if (!steps) steps.emplace(entries, contents_.SectionOf(thing));
       Place place;
       for (const char* name : kPlaceParts) {
         const machine::EntryPart* part = FindPart(value, name);
         const bool is_known = part != nullptr && !part->items.empty();
-        place.push_back(is_known ? PlacePart{part->items.front(), part->is_address} : PlacePart{});
+        place.push_back(is_known ? steps->TermOf(part->items.front(), part->is_address)
+                                 : PlaceTerm{});
       }
       const bool is_write = language::FindValueType(*value.type).shape == Shape::kBusArgs;
       Follow(place, is_write, thing, std::nullopt, 0);
@@ -73,11 +66,7 @@ class AccessReader {
   std::map<BusAccess, std::set<Thing>> Take() { return std::move(accesses_); }
 
  private:
-  struct PlacePart {
-    std::optional<compiled::Datum> item = {};
-    bool is_address = false;
-  };
-  using Place = std::vector<PlacePart>;
+  using Place = std::vector<PlaceTerm>;
 
   // So that the cost stays within a part of the machine.
   static constexpr std::size_t kMostCalls = 1000;  // of an action
@@ -94,7 +83,7 @@ class AccessReader {
         ++followed_;
         const std::vector<compiled::Datum> arguments = ArgumentsOf(*calls[i]);
         Place passed = place;
-        if (!Pass(arguments, FirstArgumentOf(thing), passed)) continue;
+        if (!PassAll(arguments, FirstArgumentOf(thing), passed)) continue;
         is_passed = true;
         Follow(passed, is_write, calls[i]->from, via.value_or(thing), depth + 1);
       }
@@ -104,15 +93,13 @@ class AccessReader {
 
   void Add(const Place& place, bool is_write, Thing thing, std::optional<Thing> via) {
     BusAccess access{{}, is_write, via};
-    for (const PlacePart& part : place)
-      access.place.push_back(part.item ? inspect::ItemText(*part.item, part.is_address) : "");
+    for (const PlaceTerm& part : place) access.place.push_back(TextOf(part));
     accesses_[access].insert(thing);
   }
 
   static bool HasArgument(const Place& place) {
-    return std::any_of(place.begin(), place.end(), [](const PlacePart& part) {
-      return part.item && ArgumentIn(*part.item).has_value();
-    });
+    return std::any_of(place.begin(), place.end(),
+                       [](const PlaceTerm& part) { return ArgumentIn(part).has_value(); });
   }
 
   // ARG1, but for actions that use ARG0.
@@ -140,16 +127,10 @@ class AccessReader {
   }
 
   // Whether the call passes all arguments of the place.
-  static bool Pass(const std::vector<compiled::Datum>& arguments, std::uint32_t first,
-                   Place& place) {
-    for (PlacePart& part : place) {
-      const std::optional<std::uint32_t> argument =
-          part.item ? ArgumentIn(*part.item) : std::nullopt;
-      if (!argument) continue;
-      if (*argument < first || *argument - first >= arguments.size()) return false;
-      part.item = arguments[*argument - first];
-    }
-    return true;
+  static bool PassAll(const std::vector<compiled::Datum>& arguments, std::uint32_t first,
+                      Place& place) {
+    return std::all_of(place.begin(), place.end(),
+                       [&](PlaceTerm& part) { return Pass(arguments, first, part); });
   }
 
   const Contents& contents_;
@@ -159,6 +140,15 @@ class AccessReader {
 };
 
 }  // namespace
+
+bool BusAccess::operator<(const BusAccess& other) const {
+  for (std::size_t i = 0; i < place.size() && i < other.place.size(); ++i) {
+    const std::string& own = place[i];
+    const std::string& text = other.place[i];
+    if (own != text) return std::make_pair(own.size(), own) < std::make_pair(text.size(), text);
+  }
+  return std::tie(is_write, via) < std::tie(other.is_write, other.via);
+}
 
 std::map<BusAccess, std::set<Thing>> BusAccessesOf(const Contents& contents) {
   AccessReader reader(contents);

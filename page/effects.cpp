@@ -2,13 +2,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "browse/relations.h"
 #include "compiled/datum.h"
+#include "inspect/entry_value.h"
+#include "machine/machine.h"
 #include "machine/value.h"
+#include "page/bus_accesses.h"
 #include "page/contents.h"
 #include "page/html.h"
 #include "page/value_flow.h"
@@ -22,10 +27,44 @@ namespace {
 // So that the cost of an action stays within a part of the machine, whatever refers to what in it.
 constexpr std::size_t kMostLinksOfAction = 2000;
 
-bool WritesToBus(const ruxcomp::Entry& entry) {
+bool HasShape(const ruxcomp::Entry& entry, language::Shape shape) {
   if (!IsValue(entry)) return false;
   const machine::EntryValue value = machine::ValueOf(entry);
-  return value.type && language::FindValueType(*value.type).shape == language::Shape::kBusArgs;
+  return value.type && language::FindValueType(*value.type).shape == shape;
+}
+
+bool WritesToBus(const ruxcomp::Entry& entry) { return HasShape(entry, language::Shape::kBusArgs); }
+
+// Where on which bus a value goes; empty for one that goes to none.
+std::vector<std::string> BusPlaceOf(const ruxcomp::Entry& entry) {
+  std::vector<std::string> place;
+  for (const machine::EntryPart& part : machine::ValueOf(entry).parts) {
+    const bool is_place = std::find(std::begin(kPlaceParts), std::end(kPlaceParts), part.name) !=
+                          std::end(kPlaceParts);
+    if (is_place && !part.items.empty())
+      place.push_back(part.name + ' ' + inspect::ItemText(part.items.front(), false));
+  }
+  return place;
+}
+
+// Whether the action reads from a bus, itself or by a call, what it does not write: bits beside
+// those that it sets decide nothing.
+bool ReadsMoreThanItWrites(const Contents& contents, Thing action) {
+  std::set<std::vector<std::string>> read;
+  std::set<std::vector<std::string>> written;
+  std::set<Thing> known = {action};
+  std::vector<Thing> called = {action};
+  for (std::size_t i = 0; i < called.size() && i < kMostLinksOfAction; ++i) {
+    for (const ruxcomp::Entry& entry : contents.EntriesOf(called[i])) {
+      if (HasShape(entry, language::Shape::kBus)) read.insert(BusPlaceOf(entry));
+      if (called[i] == action && WritesToBus(entry)) written.insert(BusPlaceOf(entry));
+    }
+    for (const browse::Link* link : contents.relations().From(called[i])) {
+      const bool is_action = contents.Is(link->to, language::SECTION_ACTION);
+      if (is_action && known.insert(link->to).second) called.push_back(link->to);
+    }
+  }
+  return !std::includes(written.begin(), written.end(), read.begin(), read.end());
 }
 
 // The entries outside of actions that call the action, directly or through others.
@@ -74,6 +113,19 @@ std::set<Thing> FindWriters(const Contents& contents) {
     }
   }
   return writers;
+}
+
+// What all of the sensors measure in; empty when they differ, or one is not known.
+std::string UnitOf(const Contents& contents, const std::vector<Thing>& sensors) {
+  std::string unit;
+  for (const Thing sensor : sensors) {
+    if (!contents.Is(sensor, language::SECTION_SENSOR)) return "";
+    const machine::Quantity own = contents.machine().QuantityOf(contents.SectionOf(sensor));
+    const bool is_whole = own.unit && own.divisor.value_or(1) == 1;
+    if (!is_whole || (!unit.empty() && *own.unit != unit)) return "";
+    unit = *own.unit;
+  }
+  return unit;
 }
 
 // The sensors that show what the calls depend on, in the end; a global that no sensor shows.
@@ -153,24 +205,40 @@ class Deciders {
 }  // namespace
 
 Effects::Effects(const Contents& contents) {
-  for (const Thing action : FindWriters(contents)) {
-    Effect effect{action, {}};
-    std::size_t links = 0;
-    for (const browse::Link* call : CallsOf(contents, action)) {
-      Deciders deciders(contents, links);
-      deciders.Add(*call);
-      effect.runs.push_back(deciders.TakeFor(*call));
+  for (const Thing action : FindWriters(contents)) AddAction(contents, action);
+  AddWrites(contents);
+}
+
+void Effects::AddAction(const Contents& contents, Thing action) {
+  Effect effect{action, ReadsMoreThanItWrites(contents, action), {}};
+  std::size_t links = 0;
+  for (const browse::Link* call : CallsOf(contents, action)) {
+    Deciders deciders(contents, links);
+    deciders.Add(*call);
+    effect.runs.push_back(deciders.TakeFor(*call));
+  }
+  if (effect.runs.empty()) return;
+  std::set<Thing> readings;
+  std::set<Thing> callers;
+  for (const Effect::Run& run : effect.runs) {
+    readings.insert(run.deciders.begin(), run.deciders.end());
+    callers.insert(run.call->from);
+  }
+  for (const Thing reading : readings) decided_by_[reading].push_back(effects_.size());
+  for (const Thing caller : callers) run_by_[caller].push_back(effects_.size());
+  effects_.push_back(std::move(effect));
+}
+
+void Effects::AddWrites(const Contents& contents) {
+  for (Thing thing = 0; thing < contents.relations().things().size(); ++thing) {
+    if (contents.Is(thing, language::SECTION_ACTION)) continue;
+    const ruxcomp::Section section = contents.SectionOf(thing);
+    for (const ruxcomp::Entry& entry : contents.EntriesOf(thing)) {
+      // A sensor may have to write in order to read.
+      const bool is_reading = contents.Is(thing, language::SECTION_SENSOR) &&
+                              machine::KeyOf(section, entry) == language::kPlainValue;
+      if (!is_reading && WritesToBus(entry)) writes_.push_back({thing, entry});
     }
-    if (effect.runs.empty()) continue;
-    std::set<Thing> readings;
-    std::set<Thing> callers;
-    for (const Effect::Run& run : effect.runs) {
-      readings.insert(run.deciders.begin(), run.deciders.end());
-      callers.insert(run.call->from);
-    }
-    for (const Thing reading : readings) decided_by_[reading].push_back(effects_.size());
-    for (const Thing caller : callers) run_by_[caller].push_back(effects_.size());
-    effects_.push_back(std::move(effect));
   }
 }
 
@@ -189,14 +257,31 @@ std::vector<const Effect*> Effects::Those(const Places& places, Thing thing) con
   return those;
 }
 
-void WriteDeciders(const Contents& contents, const Effect::Run& run, Html& out) {
+void WriteCaller(const Contents& contents, const Effect::Run& run, Html& out) {
+  const browse::Link& call = *run.call;
+  WriteFullLink(contents, call.from, out);
+  if (call.key != contents.At(call.from).key) out << " " << Text{call.key};
+  const ruxcomp::Section section = contents.SectionOf(call.from);
+  for (const ruxcomp::Entry& entry : contents.EntriesOf(call.from)) {
+    if (machine::KeyOf(section, entry) != call.key) continue;
+    out << " <code>";
+    WritePieces(PiecesOf(contents, entry), out);
+    out << "</code>";
+  }
+}
+
+void WriteDeciders(const Contents& contents, const Effect& effect, const Effect::Run& run,
+                   Html& out) {
   WriteSomeLinks(contents, run.deciders, out);
   if (run.deciders.empty()) {
-    out << Text{run.is_cut ? "too much to list" : "nothing measured"};
+    const char* const what = effect.reads ? "what it reads itself" : "nothing measured";
+    out << Text{run.is_cut ? "too much to list" : what};
   } else if (run.is_cut) {
     out << " and more";
   }
   if (run.conditions.empty()) return;
+  const std::string unit = UnitOf(contents, run.deciders);
+  if (!unit.empty()) out << " (" << Text{unit} << ")";
   out << ": ";
   WriteConditions(contents, run, out);
 }

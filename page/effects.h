@@ -9,6 +9,7 @@
 #include "browse/relations.h"
 #include "page/contents.h"
 #include "page/html.h"
+#include "ruxcomp/model/handles.h"
 
 namespace rux::page {
 
@@ -22,6 +23,7 @@ struct Effect {
     bool is_cut;                    // there are more, which are not looked for
   };
   Thing action;
+  bool reads;  // what it does not write: what it does may depend on that
   std::vector<Run> runs;
 };
 
@@ -36,21 +38,34 @@ class Effects {
   const Effect* Of(Thing action) const;
   // Those whose runs the sensor or global is one of the deciders of.
   std::vector<const Effect*> DecidedBy(Thing reading) const { return Those(decided_by_, reading); }
-  // Those that an entry of the section or the global runs.
+  // Those that an entry of the section runs.
   std::vector<const Effect*> RunBy(Thing caller) const { return Those(run_by_, caller); }
+
+  // An entry outside of actions that writes to a bus without calling one.
+  struct Write {
+    Thing thing;
+    ruxcomp::Entry entry;
+  };
+  const std::vector<Write>& writes() const { return writes_; }
 
  private:
   using Places = std::map<Thing, std::vector<std::size_t>>;  // of effects
 
+  void AddAction(const Contents& contents, Thing action);
+  void AddWrites(const Contents& contents);
   std::vector<const Effect*> Those(const Places& places, Thing thing) const;
 
   std::vector<Effect> effects_;
   Places decided_by_;
   Places run_by_;
+  std::vector<Write> writes_;
 };
 
-// "CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0", or "nothing measured".
-void WriteDeciders(const Contents& contents, const Effect::Run& run, Html& out);
+// "GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1)"
+void WriteCaller(const Contents& contents, const Effect::Run& run, Html& out);
+// "CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0", or what else is known.
+void WriteDeciders(const Contents& contents, const Effect& effect, const Effect::Run& run,
+                   Html& out);
 // The conditions alone.
 void WriteConditions(const Contents& contents, const Effect::Run& run, Html& out);
 // The first things, and how many more there are.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,7 @@
 #include "machine/value.h"
 #include "page/contents.h"
 #include "page/coverage.h"
+#include "page/drivers.h"
 #include "page/effects.h"
 #include "page/html.h"
 #include "page/limit_bands.h"
@@ -26,14 +28,33 @@
 #include "page/value_flow.h"
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/limits.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/records.h"
 
 namespace rux::page {
 namespace {
+
+// Limits from the lowest up, where the first of them is.
+std::vector<ruxcomp::Entry> InReadingOrder(std::vector<ruxcomp::Entry> entries) {
+  const auto place = [](const ruxcomp::Entry& entry) {
+    const language::EntryRow* row = language::FindCompiledEntryRow(entry.identifier());
+    const auto& limits = language::kLimitsUpwards;
+    return row == nullptr ? std::end(limits)
+                          : std::find(std::begin(limits), std::end(limits), row->source);
+  };
+  const auto is_limit = [&](const ruxcomp::Entry& entry) {
+    return place(entry) != std::end(language::kLimitsUpwards);
+  };
+  const auto first = std::find_if(entries.begin(), entries.end(), is_limit);
+  const auto end = std::stable_partition(first, entries.end(), is_limit);
+  std::stable_sort(first, end, [&](const ruxcomp::Entry& a, const ruxcomp::Entry& b) {
+    return place(a) < place(b);
+  });
+  return entries;
+}
 
 class Cards {
  public:
@@ -97,7 +118,7 @@ class Cards {
     const ruxcomp::Section section = contents_.SectionOf(thing);
     bool has_limit = false;
     Html list;
-    for (const ruxcomp::Entry& entry : contents_.EntriesOf(thing)) {
+    for (const ruxcomp::Entry& entry : InReadingOrder(contents_.EntriesOf(thing))) {
       if (IsValue(entry) || entry.identifier() == RUX_ENTRY_NAME ||
           entry.identifier() == RUX_ENTRY_ID || entry.identifier() == RUX_ENTRY_SENSORS)
         continue;
@@ -150,23 +171,27 @@ class Cards {
     out << Text{inspect::ValueText(machine::ValueOf(entry))};
   }
 
-  // What the thing decides, and what its group does; of an action, what decides it.
+  // What the thing decides, and what drives it; of an action, what runs and decides it.
   void WriteEffects(Thing thing) {
+    if (const Effect* effect = effects_.Of(thing)) WriteRuns(*effect);
     WriteDecision(thing);
-    if (contents_.Is(thing, language::SECTION_SENSOR)) WriteEffectsOfGroup(thing);
+    WriteDrivers(contents_, effects_, thing, out_);
+  }
+
+  void WriteRuns(const Effect& effect) {
+    constexpr std::size_t kMost = 12;
+    for (std::size_t i = 0; i < effect.runs.size() && i < kMost; ++i) {
+      out_ << "<p><i>run by</i> ";
+      WriteCaller(contents_, effect.runs[i], out_);
+      out_ << " <i>decided by</i> ";
+      WriteDeciders(contents_, effect, effect.runs[i], out_);
+      out_ << "</p>";
+    }
+    if (effect.runs.size() > kMost)
+      out_ << "<p><i>run by</i> " << effect.runs.size() - kMost << " more</p>";
   }
 
   void WriteDecision(Thing thing) {
-    if (const Effect* effect = effects_.Of(thing)) {
-      for (const Effect::Run& run : effect->runs) {
-        if (run.deciders.empty()) continue;
-        out_ << "<p><i>run by</i> ";
-        WriteLink(contents_, run.call->from, out_);
-        out_ << " <i>decided by</i> ";
-        WriteDeciders(contents_, run, out_);
-        out_ << "</p>";
-      }
-    }
     const std::vector<const Effect*> decided = effects_.DecidedBy(thing);
     if (decided.empty()) return;
     out_ << "<p><i>decides</i> ";
@@ -187,32 +212,6 @@ class Cards {
       out_ << " (";
       WriteConditions(contents_, run, out_);
       out_ << ")";
-    }
-  }
-
-  std::optional<Thing> ParentOf(Thing thing) const {
-    for (const browse::Link* link : contents_.relations().From(thing)) {
-      if (link->key == language::KeywordOf(language::ENTRY_PARENT)) return link->to;
-    }
-    return std::nullopt;
-  }
-
-  // What drives a fan is rarely its sensor: the nearest group above that does something.
-  void WriteEffectsOfGroup(Thing sensor) {
-    constexpr int kMostGroups = 64;  // those of a damaged machine may contain each other
-    std::optional<Thing> group = ParentOf(sensor);
-    for (int i = 0; group && i < kMostGroups; ++i, group = ParentOf(*group)) {
-      const std::vector<const Effect*> effects = effects_.RunBy(*group);
-      if (effects.empty()) continue;
-      std::vector<Thing> actions;
-      actions.reserve(effects.size());
-      for (const Effect* effect : effects) actions.push_back(effect->action);
-      out_ << "<p><i>its group</i> ";
-      WriteLink(contents_, *group, out_);
-      out_ << " <i>runs</i> ";
-      WriteSomeLinks(contents_, actions, out_);
-      out_ << "</p>";
-      return;
     }
   }
 

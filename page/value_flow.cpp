@@ -1,5 +1,6 @@
 #include "page/value_flow.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <set>
@@ -177,13 +178,13 @@ class FlowWriter {
 
  private:
   // What is further away has a page of its own, to which a link leads.
-  static constexpr std::size_t kMostSteps = 24;
+  static constexpr std::size_t kMostSteps = 40;
   static constexpr std::size_t kMostDepth = 8;
 
   void WriteSteps(Thing thing) {
     for (const ruxcomp::Entry& entry : contents_.ValuesOf(thing)) {
       if (depth_ > 0 && steps_ >= kMostSteps) {
-        WriteCut();
+        WriteCut(thing);
         return;
       }
       ++steps_;
@@ -200,28 +201,41 @@ class FlowWriter {
     out_ << "<code>";
     WritePieces(pieces, out_);
     out_ << "</code>";
+    const bool are_several =
+        std::count_if(pieces.begin(), pieces.end(), [this](const Piece& piece) {
+          return piece.thing && HasSteps(*piece.thing);
+        }) > 1;
     for (const Piece& piece : pieces) {
-      if (piece.thing) WriteUsed(*piece.thing);
+      if (piece.thing && HasSteps(*piece.thing)) WriteUsed(*piece.thing, are_several);
     }
   }
 
-  // What is cut off is behind the links of the step above.
-  void WriteCut() { out_ << "<li>\u2026 more"; }
+  bool HasSteps(Thing thing) const {
+    return shown_.count(thing) == 0 && !contents_.ValuesOf(thing).empty();
+  }
 
-  void WriteUsed(Thing thing) {
-    if (shown_.count(thing) > 0 || contents_.ValuesOf(thing).empty()) return;
-    if (depth_ >= kMostDepth || steps_ >= kMostSteps) {
-      out_ << "<ol>";
-      WriteCut();
-      out_ << "</ol>";
-      return;
+  void WriteCut(Thing thing) {
+    out_ << "<li>\u2026 more at ";
+    WriteLink(contents_, thing, out_);
+  }
+
+  // Under its name where the step uses others as well.
+  void WriteUsed(Thing thing, bool with_name) {
+    if (with_name) {
+      out_ << "<small>";
+      WriteLink(contents_, thing, out_);
+      out_ << "</small>";
     }
-    shown_.insert(thing);
-    ++depth_;
     out_ << "<ol>";
-    WriteSteps(thing);
+    if (depth_ >= kMostDepth || steps_ >= kMostSteps) {
+      WriteCut(thing);
+    } else {
+      shown_.insert(thing);
+      ++depth_;
+      WriteSteps(thing);
+      --depth_;
+    }
     out_ << "</ol>";
-    --depth_;
   }
 
   const Contents& contents_;

@@ -83,6 +83,7 @@ const compare = (a, b) => {
   return x - y || (a < b ? -1 : Number(a > b));
 };
 const kMostRows = 500;
+const rowsOf = {};  // by what the rows are of
 
 const setUpGrid = (grid) => {
   const table = grid.querySelector('table');
@@ -99,6 +100,7 @@ const setUpGrid = (grid) => {
     };
   });
   const things = grid.dataset.things;
+  rowsOf[things] = rows;
   const heads = [...table.tHead.rows[0].cells];
   const filter = make('input', {type: 'search', placeholder: `Filter ${things}`, ariaLabel: `Filter ${things}`});
   const count = make('output', {});
@@ -159,8 +161,19 @@ document.querySelectorAll('.grid').forEach(setUpGrid);
 // The search over everything.
 
 const kMostFound = 40;
+// What things access by calls, from the table of buses: their cards have what they pass.
+const accessesByCalls = () => {
+  const texts = new Map();
+  for (const {cells, markup} of rowsOf.accesses || []) {
+    if (!cells[5]) continue;
+    const text = ` ${cells[0]}, base ${cells[1]}, operand ${cells[2]}, number ${cells[3]} `;
+    for (const [, id] of markup.slice(markup.lastIndexOf('<td>')).matchAll(/href="?#(t\d+)/g)) texts.set(id, (texts.get(id) || '') + text);
+  }
+  return texts;
+};
 let known;
-const things = () => known ||= [...document.querySelectorAll('#details .cards, #details .group')]
+const things = () => known ||= readThings(accessesByCalls());
+const readThings = (accesses) => [...document.querySelectorAll('#details .cards, #details .group')]
   .flatMap((element) => {
     const hidden = element.querySelector('noscript');
     const markups = hidden ? hidden.textContent.split(/(?=<article )/) :
@@ -168,12 +181,13 @@ const things = () => known ||= [...document.querySelectorAll('#details .cards, #
     return markups.map((markup) => {
       const [, id, head] = /id="?(t\d+)"?>.*?<h4>(.*?)<\/h4>/s.exec(markup);
       const title = plain(head.replace(/<em.*/s, ''));
-      return {id, title, name: title.toLowerCase(), markup, lower: markup.toLowerCase()};
+      const called = accesses.get(id) || '';
+      return {id, title, name: title.toLowerCase(), markup, called, lower: (markup + called).toLowerCase()};
     });
   });
 // What a card says: without the numbers of lines and of cells.
 const kUnsaid = /<table.*?<\/table>|<figure.*?<\/figure>|<span class="?p"?>.*?<\/span>|<details class="?source"?><summary>.*?<\/summary>|^[ \t]*\d[^\n]*/gms;
-const textOf = (thing) => thing.text ||= plain(thing.markup.replace(kUnsaid, ' '));
+const textOf = (thing) => thing.text ||= plain(thing.markup.replace(kUnsaid, ' ') + thing.called);
 // What the machine does: each action of the overview's table, and what runs it, by their ids.
 let knownEffects;
 const effects = () => {
@@ -239,8 +253,11 @@ const around = (thing, terms, rank) => {
 // What to know of numbers that nothing accesses as they are.
 const remarkOn = (terms, best) => {
   const numbers = terms.filter(({isRegister}) => isRegister);
-  if (numbers.length !== 1 || best !== kRanks.number) return '';
-  return `no access has the operand ${numbers[0].word.replace(/[a-f]/g, (digit) => digit.toUpperCase())}; these begin with it`;
+  if (numbers.length !== 1 || (best >= 0 && best !== kRanks.number)) return '';
+  const bus = terms.find(({isBus}) => isBus);
+  const open = (rowsOf.accesses || []).filter(({cells}) => isNaN(cells[2]) && (!bus || bus.inAccess.test(cells[0]))).length;
+  return `no access has the operand ${numbers[0].word.replace(/[a-f]/g, (digit) => digit.toUpperCase())}` +
+    (open ? `, apart from ${open} computed ${open === 1 ? 'one' : 'ones'}` : '') + (best < 0 ? '' : '; these begin with it');
 };
 
 const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register, bus 2 \u2026', autocomplete: 'off'});
@@ -272,7 +289,7 @@ const find = () => {
   found.hidden = !first.length;
   panel.className = 'open';
   const remark = remarkOn(terms, best);
-  status.value = !total ? 'nothing found' :
+  status.value = !total ? 'nothing found' + (remark && ': ' + remark) :
     (remark ? remark + ': ' : '') + `${total} found${total > first.length ? `, the first ${first.length}` : ''}`;
 };
 box.addEventListener('input', later(find, 60));

@@ -43,14 +43,24 @@ def test_search(page):
     assert search(page, "0x601")[0] == "INLET_TEMP SENSOR #0x601"
     # A register, a bus with an operand, a word of a comment.
     assert search(page, "0x4A00") == ["BOARD_REAR_TEMP SENSOR #0x604"]
-    assert page.texts("#found mark") == ["0x4A00"]
+    assert page.texts("#found mark") == ["operand 0x4A00"]  # by a call, which passes it
     assert search(page, "bus 5, 0x30 operand 2,")[0] == "CPU0_MARGIN SENSOR #0x102"
     assert "CPU0_MARGIN SENSOR #0x102" in search(page, "register 2 on bus 5")
     assert page.texts("#found mark")[0] == "operand 2"
     # No access has it as it is; neither line 74 of a script nor a cell 74 is a register.
-    for text in ("0x4A", "register 0x4A", "what reads register 0x4A on bus 2"):
+    # SET_FAN and MARK_WORN_DRIVE compute what they access from the round of a repeater; the first
+    # is on bus 4.
+    for text, others in (("0x4A", "2 computed ones"), ("register 0x4A", "2 computed ones"),
+                         ("what reads register 0x4A on bus 2", "1 computed one")):
         assert search(page, text) == ["BOARD_REAR_TEMP SENSOR #0x604"], text
-        assert page.one(".status").text == "no access has the operand 0x4A; these begin with it: 1 found"
+        assert page.one(".status").text == (
+            f"no access has the operand 0x4A, apart from {others}; these begin with it: 1 found")
+    # Calls pass 0x25000, and the action adds 0x31.
+    assert search(page, "0x25031") == ["DIMM0_A_TEMP SENSOR #0x201"]
+    assert search(page, "what reads 0x75888 on bus 2") == ["PSU0_VIN SENSOR #0x401"]
+    assert search(page, "0x75899") == []
+    assert page.one(".status").text == (
+        "nothing found: no access has the operand 0x75899, apart from 2 computed ones")
     # The module, then what drives the modules.
     found = search(page, "fan 3")
     assert found[:3] == ["FAN3_A SENSOR #0x307", "FAN3_B SENSOR #0x308", "FAN3_PRESENT SENSOR #0x314"], found
@@ -104,15 +114,30 @@ def test_actions(page):
     """What the machine does, and the sensors that decide it."""
     page.open(server)
     table = "[aria-label='what the machine does'] tbody"
-    assert page.texts(f"{table} th") == ["POWER_OFF", "SET_FAN", "SET_ALL_FANS", "MARK_WORN_DRIVE", "SET_LED"]
+    chips = ["SENSOR OUTLET_TEMP", "SENSOR BOARD_FRONT_TEMP", "SENSOR BOARD_REAR_TEMP", "SENSOR RISER0_TEMP",
+             "SENSOR RISER1_TEMP"]
+    assert page.texts(f"{table} th") == [
+        "POWER_OFF", "SET_FAN", "SET_ALL_FANS", "MARK_WORN_DRIVE", "SET_LED", "SENSOR VBAT", "SENSOR VBAT", *chips,
+        "DEVICE PSU0_OUTPUT", "DEVICE PSU0_OUTPUT", "DEVICE PSU1_OUTPUT", "DEVICE PSU1_OUTPUT", "DEVICE BOARD_FRU"]
     assert page.texts(f"{table} tr:nth-child(-n+2) td") == [
         "GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1)",
-        "CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0",
+        "CPU0_TEMP, CPU1_TEMP (degrees C): G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0",
         "DEVICE MAIN_POWER VALUE_OFF POWER_OFF(2)", "nothing measured"]
+    # It reads the wear that decides, and bits that it keeps; SET_LED only such bits.
+    assert page.texts(f"{table} tr:nth-child(10) td") == [
+        "REPEATER MarkWornDrives 8 × MARK_WORN_DRIVE(ARG0)", "what it reads itself"]
+    assert page.texts(f"{table} tr:nth-child(11) td") == ["GROUP BOARD VALUE_INIT SET_LED(0, 1)", "nothing measured"]
     # The same from the sensor's side; what it decides without a number is named alone.
     cards = page.run("return [...document.querySelectorAll('article > p')].map(p => p.textContent)")
     assert "decides POWER_OFF (G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0), SET_FAN" in cards
-    assert "run by COOLING decided by CPU0_TEMP, CPU1_TEMP: G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0" in cards
+    assert ("run by GROUP COOLING VALUE_EXIT G_OVERHEAT ? POWER_OFF(1) decided by CPU0_TEMP, CPU1_TEMP (degrees C): "
+            "G_OVERHEAT = G_CPU_HOTTEST >= 110 ? 1 : 0") in cards
+    # A fan's sensor only reads the fan. Its groups also run POWER_OFF, which is not named like it.
+    drivers = [card for card in cards if card.startswith("likely driven by")]
+    assert set(drivers) == {
+        "likely driven by SET_FAN (also FAN, and its group COOLING runs it) run by ApplyFanDuty decided by "
+        "CPU0_TEMP, CPU1_TEMP, FANS_FAILED, INLET_TEMP"}
+    assert len(drivers) == 20  # two rotors and a bit for each of six, the number that failed, the duty
 
 
 def test_tests(page):
