@@ -11,7 +11,6 @@
 #include "page/effects.h"
 #include "page/html.h"
 #include "page/value_flow.h"
-#include "ruxcomp/model/handles.h"
 #include "support/number_text.h"
 
 namespace rux::page {

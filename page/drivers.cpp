@@ -12,8 +12,6 @@
 #include "page/effects.h"
 #include "page/html.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/sections.h"
-#include "ruxcomp/language/spelling.h"
 #include "support/ascii.h"
 
 namespace rux::page {

@@ -1,7 +1,5 @@
 #include "page/place_term.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -16,6 +14,7 @@
 #include "inspect/entry_value.h"
 #include "machine/value.h"
 #include "page/contents.h"
+#include "profile/choices.h"
 #include "profile/profile.h"
 #include "ruxcomp/language/number.h"
 #include "ruxcomp/language/spelling.h"
