@@ -182,7 +182,7 @@ std::vector<const CRUXEntry*> ByName(const CRUXSection& section) {
 // Whether entries may have a name in common: never misses one, and is seldom wrong about a section
 // of a few dozen entries.
 bool MayRepeatNames(const CRUXSection& section) {
-  std::bitset<1024> seen;
+  std::bitset<8192> seen;
   for (const CRUXEntry* entry : section.entries) {
     if (!IsGiven(entry)) continue;
     const std::size_t place = entry->name.Hash() % seen.size();
