@@ -91,10 +91,19 @@ class AccessReader {
     if (!is_passed) Add(place, is_write, thing, via);
   }
 
+  // Of an action, by what calls it in the end.
   void Add(const Place& place, bool is_write, Thing thing, std::optional<Thing> via) {
-    BusAccess access{{}, is_write, via};
+    std::vector<Thing> users;
+    if (contents_.Is(thing, language::SECTION_ACTION)) {
+      for (const Thing user : contents_.UsersOf(thing)) {
+        if (!contents_.Is(user, language::SECTION_ACTION)) users.push_back(user);
+      }
+    }
+    BusAccess access{{}, is_write, users.empty() ? via : via.value_or(thing)};
     for (const PlaceTerm& part : place) access.place.push_back(TextOf(part));
-    accesses_[access].insert(thing);
+    std::set<Thing>& known = accesses_[access];
+    known.insert(users.begin(), users.end());
+    if (users.empty()) known.insert(thing);
   }
 
   static bool HasArgument(const Place& place) {

@@ -18,14 +18,15 @@ constexpr const char* kPlaceParts[] = {"BusType", "BaseAddress", "Operand", "Num
 struct BusAccess {
   std::vector<std::string> place;  // the texts of the parts
   bool is_write = false;
-  std::optional<Thing> via = {};  // the action that accesses what its calls pass
+  std::optional<Thing> via = {};  // the action that accesses it when it is called
 
   // By the numbers of the place: 4, 0xC, 0x10, VALUE_1.
   bool operator<(const BusAccess& other) const;
 };
 
-// With the things whose values access it, or call what does and pass the place. An argument that no
-// call passes, or that very many do, is left as it is written.
+// With the things whose values access it, or call what does; calls may pass the place, or what it
+// is calculated from. An argument that no call passes, or that very many do, is left as it is
+// written.
 std::map<BusAccess, std::set<Thing>> BusAccessesOf(const Contents& contents);
 
 }  // namespace rux::page

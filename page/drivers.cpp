@@ -41,24 +41,29 @@ std::optional<Thing> ParentOf(const Contents& contents, Thing thing) {
   return std::nullopt;
 }
 
-// Whether the action is one of them: it has one of the words, and something measured decides it.
-bool WriteDriver(const Contents& contents, const Effect& effect, Thing group,
+// Whether the action is one of them: it has one of the words, and something else that is measured
+// decides it.
+bool WriteDriver(const Contents& contents, const Effect& effect, Thing group, Thing sensor,
                  const std::set<std::string>& words, Html& out) {
   const std::set<std::string> own = WordsOf(NameOf(contents.At(effect.action)));
   const auto common = std::find_if(own.begin(), own.end(),
                                    [&](const std::string& word) { return words.count(word) > 0; });
-  const auto run = std::find_if(effect.runs.begin(), effect.runs.end(),
-                                [](const Effect::Run& some) { return !some.deciders.empty(); });
+  const auto run =
+      std::find_if(effect.runs.begin(), effect.runs.end(), [&](const Effect::Run& some) {
+        const bool is_own =
+            std::find(some.deciders.begin(), some.deciders.end(), sensor) != some.deciders.end();
+        return !some.deciders.empty() && !is_own;
+      });
   if (common == own.end() || run == effect.runs.end()) return false;
   out << "<p><i>likely driven by</i> ";
   WriteLink(contents, effect.action, out);
-  out << " <small>(also " << Text{*common} << ", and its group ";
-  WriteLink(contents, group, out);
-  out << " runs it)</small> <i>run by</i> ";
+  out << " <i>run by</i> ";
   WriteLink(contents, run->call->from, out);
   out << " <i>decided by</i> ";
   WriteDeciders(contents, effect, *run, out);
-  out << "</p>";
+  out << " <small>(both are called " << Text{*common} << ", and the group ";
+  WriteLink(contents, group, out);
+  out << " runs it)</small></p>";
   return true;
 }
 
@@ -74,7 +79,7 @@ void WriteDrivers(const Contents& contents, const Effects& effects, Thing thing,
     const std::vector<const Effect*> run = effects.RunBy(*group);
     bool is_found = false;
     for (std::size_t j = 0; j < run.size() && j < kMostEffects; ++j)
-      is_found = WriteDriver(contents, *run[j], *group, words, out) || is_found;
+      is_found = WriteDriver(contents, *run[j], *group, thing, words, out) || is_found;
     if (is_found) return;
   }
 }

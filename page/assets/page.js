@@ -182,12 +182,12 @@ const readThings = (accesses) => [...document.querySelectorAll('#details .cards,
       const [, id, head] = /id="?(t\d+)"?>.*?<h4>(.*?)<\/h4>/s.exec(markup);
       const title = plain(head.replace(/<em.*/s, ''));
       const called = accesses.get(id) || '';
-      return {id, title, name: title.toLowerCase(), markup, called, lower: (markup + called).toLowerCase()};
+      return {id, title, name: title.toLowerCase(), markup, called, lower: (called + markup).toLowerCase()};
     });
   });
 // What a card says: without the numbers of lines and of cells.
 const kUnsaid = /<table.*?<\/table>|<figure.*?<\/figure>|<span class="?p"?>.*?<\/span>|<details class="?source"?><summary>.*?<\/summary>|^[ \t]*\d[^\n]*/gms;
-const textOf = (thing) => thing.text ||= plain(thing.markup.replace(kUnsaid, ' ') + thing.called);
+const textOf = (thing) => thing.text ||= plain(thing.called + thing.markup.replace(kUnsaid, ' '));
 // What the machine does: each action of the overview's table, and what runs it, by their ids.
 let knownEffects;
 const effects = () => {
@@ -205,8 +205,14 @@ const effects = () => {
 };
 
 const kRanks = {same: 0, begins: 1, name: 2, effect: 3, access: 4, call: 5, number: 6, text: 7};
+// INLET_TEMP is what "inlet temp" and "inlet temperature" are about.
+const isNamed = (own, terms) => {
+  const parts = own.split('_');
+  return parts.length === terms.length && terms.every(({word}, i) => word.startsWith(parts[i]) && parts[i].length > 2);
+};
 const rankInName = ({name}, terms) => {
   const [own, , id] = name.split(' ');
+  if (terms.length > 1 && isNamed(own, terms)) return kRanks.same;
   return Math.max(...terms.map(({word, number, inName}) => {
     if (number && id && new RegExp('^#' + number).test(id)) return kRanks.same;
     if (number) return inName.test(own) ? terms.length > 1 ? kRanks.begins : kRanks.number : kRanks.text;
@@ -255,9 +261,10 @@ const remarkOn = (terms, best) => {
   const numbers = terms.filter(({isRegister}) => isRegister);
   if (numbers.length !== 1 || (best >= 0 && best !== kRanks.number)) return '';
   const bus = terms.find(({isBus}) => isBus);
-  const open = (rowsOf.accesses || []).filter(({cells}) => isNaN(cells[2]) && (!bus || bus.inAccess.test(cells[0]))).length;
+  const open = (rowsOf.accesses || []).filter(({cells}) => isNaN(cells[2]) && (!bus || bus.inAccess.test(cells[0])));
+  const others = open.length > 2 ? `${open.length} accesses` : open.map(({cells}) => cells[6]).join(' and ');
   return `no access has the operand ${numbers[0].word.replace(/[a-f]/g, (digit) => digit.toUpperCase())}` +
-    (open ? `, apart from ${open} computed ${open === 1 ? 'one' : 'ones'}` : '') + (best < 0 ? '' : '; these begin with it');
+    (others && `, unless ${others} compute${open.length > 1 ? '' : 's'} it`) + (best < 0 ? '' : '; these begin with it');
 };
 
 const box = make('input', {type: 'search', id: 'find', placeholder: 'Name, ID, register, bus 2 \u2026', autocomplete: 'off'});
@@ -292,7 +299,8 @@ const find = () => {
   status.value = !total ? 'nothing found' + (remark && ': ' + remark) :
     (remark ? remark + ': ' : '') + `${total} found${total > first.length ? `, the first ${first.length}` : ''}`;
 };
-box.addEventListener('input', later(find, 60));
+const findSoon = later(() => { if (document.activeElement === box) find(); }, 60);
+box.addEventListener('input', findSoon);
 box.addEventListener('focus', find);
 if ('requestIdleCallback' in window) requestIdleCallback(things);
 form.addEventListener('submit', (event) => {
@@ -315,7 +323,9 @@ found.addEventListener('click', (event) => {
   close();
   if (link.hash === location.hash) reveal();
 });
+addEventListener('click', ({target}) => { if (!form.contains(target)) close(); });
 addEventListener('keydown', (event) => {
+  if (event.key === 'Escape') close();
   const first = document.querySelector('input');
   if (event.key === '/' && first && !/INPUT|SELECT/.test(document.activeElement.tagName)) {
     event.preventDefault();

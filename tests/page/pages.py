@@ -48,19 +48,34 @@ def test_search(page):
     assert "CPU0_MARGIN SENSOR #0x102" in search(page, "register 2 on bus 5")
     assert page.texts("#found mark")[0] == "operand 2"
     # No access has it as it is; neither line 74 of a script nor a cell 74 is a register.
-    # SET_FAN and MARK_WORN_DRIVE compute what they access from the round of a repeater; the first
-    # is on bus 4.
-    for text, others in (("0x4A", "2 computed ones"), ("register 0x4A", "2 computed ones"),
-                         ("what reads register 0x4A on bus 2", "1 computed one")):
+    # Two repeaters pass the round, from which actions compute what they access; the first on bus 2.
+    both = "MarkWornDrives and ApplyFanDuty compute it"
+    for text, others in (("0x4A", both), ("register 0x4A", both),
+                         ("what reads register 0x4A on bus 2", "MarkWornDrives computes it")):
         assert search(page, text) == ["BOARD_REAR_TEMP SENSOR #0x604"], text
         assert page.one(".status").text == (
-            f"no access has the operand 0x4A, apart from {others}; these begin with it: 1 found")
+            f"no access has the operand 0x4A, unless {others}; these begin with it: 1 found")
+    # The read, before the write of 0x4A01 that sets the chip up.
+    assert "operand 0x4A00" in page.texts("#found small")[0]
     # Calls pass 0x25000, and the action adds 0x31.
     assert search(page, "0x25031") == ["DIMM0_A_TEMP SENSOR #0x201"]
     assert search(page, "what reads 0x75888 on bus 2") == ["PSU0_VIN SENSOR #0x401"]
     assert search(page, "0x75899") == []
     assert page.one(".status").text == (
-        "nothing found: no access has the operand 0x75899, apart from 2 computed ones")
+        f"nothing found: no access has the operand 0x75899, unless {both}")
+    # By an action that another one calls.
+    assert set(search(page, "0x66A03")) == {f"DRIVE{i}_TEMP SENSOR #0x{0x501 + i:X}" for i in range(8)}
+    # Words of a name, also longer ones.
+    assert search(page, "inlet temp")[0] == "INLET_TEMP SENSOR #0x601"
+    assert search(page, "inlet temperature")[0] == "INLET_TEMP SENSOR #0x601"
+    # The list goes with a click elsewhere; typing does not scroll.
+    assert page.one("#found").is_displayed()
+    page.one("h2").click()
+    assert not page.one("#found").is_displayed()
+    page.run("scrollTo(0, 2000)")
+    page.one("#find").send_keys("fan")
+    page.wait(lambda: page.one("#found").is_displayed())
+    assert page.run("return scrollY") == 2000
     # The module, then what drives the modules.
     found = search(page, "fan 3")
     assert found[:3] == ["FAN3_A SENSOR #0x307", "FAN3_B SENSOR #0x308", "FAN3_PRESENT SENSOR #0x314"], found
@@ -135,9 +150,9 @@ def test_actions(page):
     # A fan's sensor only reads the fan. Its groups also run POWER_OFF, which is not named like it.
     drivers = [card for card in cards if card.startswith("likely driven by")]
     assert set(drivers) == {
-        "likely driven by SET_FAN (also FAN, and its group COOLING runs it) run by ApplyFanDuty decided by "
-        "CPU0_TEMP, CPU1_TEMP, FANS_FAILED, INLET_TEMP"}
-    assert len(drivers) == 20  # two rotors and a bit for each of six, the number that failed, the duty
+        "likely driven by SET_FAN run by ApplyFanDuty decided by CPU0_TEMP, CPU1_TEMP, FANS_FAILED, INLET_TEMP "
+        "(both are called FAN, and the group COOLING runs it)"}
+    assert len(drivers) == 19  # two rotors and a bit for each of six, the duty; not the decider FANS_FAILED
 
 
 def test_tests(page):
