@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/collection.h"
@@ -32,8 +33,10 @@ struct Report {
   std::size_t in_baseline = 0;           // warnings that are not new
   std::vector<MessageCount> by_message;  // the most frequent first
   std::vector<std::string> passed = {};  // the names of what was tested without an error
-  bool is_one_of_many = false;           // what other scripts may have as well is marked
-  bool is_complete = true;               // false: the run ended in trouble that is not the script's
+  // What was tested under, by names; printed by forms that have a place for it.
+  std::vector<std::pair<std::string, std::string>> properties = {};
+  bool is_one_of_many = false;  // what other scripts may have as well is marked
+  bool is_complete = true;      // false: the run ended in trouble that is not the script's
 };
 
 // The diagnostic and its notes, in the form gcc.

@@ -209,7 +209,12 @@ Profile ReadProfile(const std::string& path) {
 
 std::string TitleOf(const Profile& profile) {
   if (profile.name.empty()) return "profile: none; only what the language fixes is known";
-  return support::SafeFormat("profile: {} (sha256 {})", profile.name, profile.sha256);
+  return "profile: " + support::SafeText(NameWithHash(profile));
+}
+
+std::string NameWithHash(const Profile& profile) {
+  if (profile.name.empty()) return "none";
+  return fmt::format("{} (sha256 {})", profile.name, profile.sha256);
 }
 
 void WriteProfile(const Profile& profile, support::JsonObject& json) {

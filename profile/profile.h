@@ -56,6 +56,8 @@ Profile ReadProfile(const std::string& path);
 
 // "profile: example-firmware (sha256 ...)", or that there is none: the first line of a report.
 std::string TitleOf(const Profile& profile);
+// "example-firmware (sha256 ...)", as it is in the file, or "none".
+std::string NameWithHash(const Profile& profile);
 // The member "profile", with "name" and "sha256"; null when there is none.
 void WriteProfile(const Profile& profile, support::JsonObject& json);
 

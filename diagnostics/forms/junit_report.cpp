@@ -40,6 +40,7 @@ class Suite {
     out_ += fmt::format("  <testsuite{} tests=\"{}\" failures=\"{}\" errors=\"{}\">\n",
                         Attribute("name", report_.script), passed.size() + failures + errors,
                         failures, errors);
+    WriteProperties();
     for (const std::string& name : passed)
       out_ += fmt::format("    <testcase{}{}/>\n", class_, Attribute("name", name));
     for (const Diagnostic& diagnostic : report_.diagnostics) {
@@ -51,6 +52,16 @@ class Suite {
   }
 
  private:
+  void WriteProperties() {
+    if (report_.properties.empty()) return;
+    out_ += "    <properties>\n";
+    for (const auto& [name, value] : report_.properties) {
+      out_ += fmt::format("      <property{}{}/>\n", Attribute("name", name),
+                          Attribute("value", value));
+    }
+    out_ += "    </properties>\n";
+  }
+
   std::size_t CountFailures() const {
     const auto shown = std::count_if(
         report_.diagnostics.begin(), report_.diagnostics.end(),

@@ -144,6 +144,13 @@ void WriteInvocation(const Report& report, JsonObject& json) {
   });
 }
 
+void WriteProperties(const Report& report, JsonObject& json) {
+  if (report.properties.empty()) return;
+  json.Object("properties", [&](JsonObject& properties) {
+    for (const auto& [name, value] : report.properties) properties.Member(name, value);
+  });
+}
+
 void AddResults(const Report& report, JsonArray& results) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     results.Object([&](JsonObject& json) { WriteResult(json, diagnostic); });
@@ -163,6 +170,7 @@ void WriteLog(Add add_results, Total total, support::TextStream& out) {
       run.Array("results", add_results);
       const Report& report = total();
       WriteInvocation(report, run);
+      WriteProperties(report, run);
       run.Object("tool", [&](JsonObject& tool) {
         tool.Object("driver", [&](JsonObject& driver) { WriteDriver(report, driver); });
       });
