@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "evaluation/readings.h"
@@ -20,9 +20,15 @@ struct ExpectedResult {
   evaluation::Result::Kind kind;
   evaluation::Number number;  // of a number
 
+  // Throws a Failure unless the text is one of these.
+  static ExpectedResult Of(const std::string& text);
+
   bool Fits(const evaluation::Result& result) const;
   std::string Text() const;  // "93", "unknown"
 };
+
+// The text, which is what evaluation::Band::Name() can be. Throws a Failure for any other.
+std::string BandOf(const std::string& text);
 
 // What is expected of one target; of what is not stated, anything.
 struct Expectation {
@@ -30,19 +36,27 @@ struct Expectation {
   std::uint32_t line;
   std::optional<ExpectedResult> value = {};
   std::optional<ExpectedResult> ipmi = {};
-  std::string band = {};                           // empty: not stated
+  std::optional<std::string> band = {};
   std::vector<evaluation::Number> arguments = {};  // of an action
+};
+
+struct GivenReading {
+  std::string key;
+  std::uint32_t line;
+  evaluation::Sequence sequence;  // empty: what a round before gave is taken back
 };
 
 struct CaseRound {
   std::uint32_t line = 0;
   // In milliseconds since the round before, by the profile; none: the next one.
   std::optional<std::uint32_t> after = {};
-  std::vector<std::pair<std::string, evaluation::Sequence>> readings = {};
+  std::vector<GivenReading> readings = {};
   std::vector<Expectation> expected = {};
   // In order, as rux eval prints them.
   std::optional<std::vector<std::string>> calls = {};
   std::optional<std::vector<std::string>> writes = {};
+
+  bool ExpectsSomething() const;
 };
 
 struct Case {
@@ -55,14 +69,14 @@ struct Case {
 
 struct CaseFile {
   std::string path;
-  std::string machine;  // its file
-  std::vector<Case> cases;
+  std::string machine;      // its file
+  std::vector<Case> cases;  // one at least
 };
 
 // With the cases of its tables. Throws a Failure that names the file and the line.
 CaseFile ReadCaseFile(const std::string& path);
 
-// Of the text of a file that has no tables; for those, `read` returns the text of a file.
+// Of the text of a file; `read` returns that of one of its tables.
 CaseFile ParseCaseFile(const std::string& path, std::string_view text,
                        std::string (*read)(const std::string& path));
 

@@ -1,20 +1,24 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "cases/case.h"
+#include "cases/case_table.h"
+#include "cases/located.h"
+#include "evaluation/bands.h"
 #include "evaluation/readings.h"
 #include "evaluation/result.h"
-#include "lists/csv.h"
+#include "lists/formats.h"
+#include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/limits.h"
 #include "settings/document.h"
 #include "settings/json_file.h"
 #include "support/failure.h"
@@ -57,21 +61,16 @@ constexpr Key kRoundKeys[] = {{"readings", Kind::kObject},
 enum ExpectMember : std::size_t { kValue, kIpmi, kBand, kArguments };
 constexpr std::string_view kExpectKeys[] = {"value", "ipmi", "band", "arguments"};
 
-// The file and line that a message about a test names.
-template <class Read>
-auto At(const std::string& path, std::uint32_t line, Read read) {
-  try {
-    return read();
-  } catch (const support::Failure& failure) {
-    throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: {}", path, line, failure.what());
+// In the order in which a message lists them.
+std::vector<std::string> BandNames() {
+  std::vector<std::string> names;
+  for (const ruxcomp::language::EntryId id : ruxcomp::language::kLimitsUpwards) {
+    if (const auto* limit = ruxcomp::language::FindLimit(id))
+      names.push_back(evaluation::BandName(*limit));
   }
-}
-
-ExpectedResult ExpectedOf(const std::string& text) {
-  for (const Result::Kind kind : {Result::Kind::kUnknown, Result::Kind::kError}) {
-    if (text == NameOf(kind)) return {kind, 0};
-  }
-  return {Result::Kind::kNumber, evaluation::Readings::NumberOf(text)};
+  names.insert(names.end(), {evaluation::kNormalBand, evaluation::kNoBand,
+                             NameOf(Result::Kind::kUnknown), NameOf(Result::Kind::kError)});
+  return names;
 }
 
 // Reads the cases of a file in JSON.
@@ -90,8 +89,13 @@ class CaseReader {
       read.rounds.push_back(RoundOf(value, members));
       return read;
     }
-    if (members[kReadings] != nullptr || members[kExpect] != nullptr)
-      document_.Refuse(value.line, "a case with rounds has readings and expect in these");
+    for (const std::size_t member : {kReadings, kExpect, kCalls, kWrites}) {
+      if (members[member] == nullptr) continue;
+      document_.Refuse(members[member]->line,
+                       fmt::format("a case with rounds has {} in these", kCaseKeys[member].name));
+    }
+    if (members[kRounds]->items.empty())
+      document_.Refuse(members[kRounds]->line, "a case has at least one round");
     for (const JsonValue& round : members[kRounds]->items) {
       document_.Expect(round, Kind::kObject, "a round");
       read.rounds.push_back(RoundOf(round, document_.Members(round, kRoundKeys)));
@@ -112,7 +116,7 @@ class CaseReader {
     CaseRound round{value.line};
     if (members[kReadings] != nullptr) {
       for (const JsonMember& member : members[kReadings]->members)
-        round.readings.emplace_back(member.key, SequenceOf(member.value));
+        round.readings.push_back({member.key, member.line, ReadingIn(member.value)});
     }
     if (members[kExpect] != nullptr) {
       for (const JsonMember& member : members[kExpect]->members)
@@ -129,24 +133,34 @@ class CaseReader {
     return texts;
   }
 
+  // What is read of the text of a number or a text, which messages call `what`.
+  template <class Read>
+  auto OfText(const JsonValue& value, std::string_view what, Read read) const {
+    if (value.kind != Kind::kNumber && value.kind != Kind::kString) {
+      document_.Refuse(value.line, fmt::format("expected {}, found {}", what, NameOf(value.kind)));
+    }
+    return Located(document_.path(), value.line, [&] { return read(value.text); });
+  }
+
   // A number, or one in a text: "0x5D".
   evaluation::Number NumberIn(const JsonValue& value) const {
-    if (value.kind != Kind::kNumber) document_.Expect(value, Kind::kString, "a number");
-    return At(document_.path(), value.line,
-              [&] { return evaluation::Readings::NumberOf(value.text); });
+    return OfText(value, "a number, or a text with one", evaluation::Readings::NumberOf);
   }
 
   evaluation::Sequence SequenceOf(const JsonValue& value) const {
     if (value.kind != Kind::kArray) return {NumberIn(value)};
     evaluation::Sequence sequence;
     for (const JsonValue& item : value.items) sequence.push_back(NumberIn(item));
-    if (sequence.empty()) document_.Refuse(value.line, "a reading has a number");
+    if (sequence.empty()) document_.Refuse(value.line, "a list of numbers is not empty");
     return sequence;
   }
 
+  evaluation::Sequence ReadingIn(const JsonValue& value) const {
+    return value.kind == Kind::kNull ? evaluation::Sequence() : SequenceOf(value);
+  }
+
   ExpectedResult ResultIn(const JsonValue& value) const {
-    if (value.kind != Kind::kNumber) document_.Expect(value, Kind::kString, "a value");
-    return At(document_.path(), value.line, [&] { return ExpectedOf(value.text); });
+    return OfText(value, "a number, \"unknown\" or \"error\"", ExpectedResult::Of);
   }
 
   Expectation ExpectationOf(const JsonMember& member) const {
@@ -162,7 +176,8 @@ class CaseReader {
         expectation.ipmi = ResultIn(part.value);
       } else if (part.key == kExpectKeys[kBand]) {
         document_.Expect(part.value, Kind::kString, "a band");
-        expectation.band = part.value.text;
+        expectation.band =
+            Located(document_.path(), part.value.line, [&] { return BandOf(part.value.text); });
       } else if (part.key == kExpectKeys[kArguments]) {
         expectation.arguments = SequenceOf(part.value);
       } else {
@@ -176,82 +191,22 @@ class CaseReader {
   const Document& document_;
 };
 
-constexpr std::string_view kPathColumn = "path";
-
-// What a column of a table of cases has, by the first word of its head.
-class CaseTable {
- public:
-  CaseTable(const std::string& path, const std::string& text)
-      : path_(path), lines_(lists::ReadCsv(path, text, lists::SeparatorOf(text))) {}
-
-  std::vector<Case> Cases() const {
-    std::vector<Case> cases;
-    if (lines_.empty()) return cases;
-    const lists::FieldLine& head = lines_.front();
-    if (head.fields.front() != "name") Refuse(head.number, "the first column is not \"name\"");
-    for (auto line = std::next(lines_.begin()); line != lines_.end(); ++line) {
-      if (line->fields.size() > head.fields.size())
-        Refuse(line->number, "the line has more fields than the first one");
-      cases.push_back({line->fields.front(), path_, line->number, false, {{line->number}}});
-      std::string path;
-      for (std::size_t i = 1; i < line->fields.size(); ++i) {
-        if (head.fields[i] == kPathColumn) {
-          path = line->fields[i];
-        } else if (!line->fields[i].empty()) {
-          Add(head.fields[i], path, line->fields[i], line->number, cases.back().rounds.front());
-        }
-      }
-    }
-    return cases;
+// A case that expects nothing would always pass.
+void ExpectSomethingOf(const CaseFile& file) {
+  for (const Case& each : file.cases) {
+    const bool expects =
+        std::any_of(each.rounds.begin(), each.rounds.end(),
+                    [](const CaseRound& round) { return round.ExpectsSomething(); });
+    if (!expects) RefuseAt(each.file, each.line, "the case expects nothing");
   }
-
- private:
-  [[noreturn]] void Refuse(std::uint32_t line, const std::string& text) const {
-    throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: {}", path_, line, text);
-  }
-
-  // `line_path`: what columns without a path are about.
-  void Add(const std::string& head, const std::string& line_path, const std::string& field,
-           std::uint32_t line, CaseRound& round) const {
-    const std::size_t blank = std::min(head.find(' '), head.size());
-    const std::string word = head.substr(0, blank);
-    const std::string path = blank < head.size() ? head.substr(blank + 1) : line_path;
-    const auto expected = [&]() -> Expectation& {
-      const auto known = std::find_if(round.expected.begin(), round.expected.end(),
-                                      [&](const Expectation& each) { return each.path == path; });
-      return known != round.expected.end() ? *known
-                                           : round.expected.emplace_back(Expectation{path, line});
-    };
-    At(path_, line, [&] {
-      if (word == "reading") {
-        round.readings.emplace_back(path,
-                                    evaluation::Sequence{evaluation::Readings::NumberOf(field)});
-      } else if (word == "value") {
-        expected().value = ExpectedOf(field);
-      } else if (word == "ipmi") {
-        expected().ipmi = ExpectedOf(field);
-      } else if (word == "band") {
-        expected().band = field;
-      } else {
-        throw support::Failure(support::ExitStatus::kTrouble,
-                               "no such column: {}; expected path, or reading, value, ipmi or "
-                               "band, each with a path of its own or without",
-                               support::NameText(support::Shortened(head)));
-      }
-    });
-  }
-
-  const std::string path_;
-  const std::vector<lists::FieldLine> lines_;
-};
+}
 
 // Reports are read by names.
 void ExpectDistinctNames(const CaseFile& file) {
   std::set<std::string> names;
   for (const Case& each : file.cases) {
-    if (names.insert(each.name).second) continue;
-    throw support::Failure(support::ExitStatus::kTrouble, "{}:{}: a case before has the name {}",
-                           each.file, each.line, support::NameText(each.name));
+    if (!names.insert(each.name).second)
+      RefuseAt(each.file, each.line, "a case before has the name " + support::NameText(each.name));
   }
 }
 
@@ -261,12 +216,33 @@ std::string PathBeside(const std::string& file, const std::string& path) {
 
 }  // namespace
 
+ExpectedResult ExpectedResult::Of(const std::string& text) {
+  for (const Result::Kind known : {Result::Kind::kUnknown, Result::Kind::kError}) {
+    if (text == NameOf(known)) return {known, 0};
+  }
+  return {Result::Kind::kNumber, evaluation::Readings::NumberOf(text)};
+}
+
 bool ExpectedResult::Fits(const Result& result) const {
   return result.kind() == kind && (kind != Result::Kind::kNumber || result.number() == number);
 }
 
 std::string ExpectedResult::Text() const {
   return kind == Result::Kind::kNumber ? evaluation::TextOf(number) : NameOf(kind);
+}
+
+std::string BandOf(const std::string& text) {
+  const std::vector<std::string> names = BandNames();
+  if (std::find(names.begin(), names.end(), text) != names.end()) return text;
+  throw support::Failure(support::ExitStatus::kTrouble, "expected one of the bands {}, found {}",
+                         fmt::format("{}", fmt::join(names, ", ")),
+                         support::NameText(support::Shortened(text)));
+}
+
+bool CaseRound::ExpectsSomething() const {
+  return calls || writes ||
+         std::any_of(expected.begin(), expected.end(),
+                     [](const Expectation& each) { return each.value || each.ipmi || each.band; });
 }
 
 CaseFile ParseCaseFile(const std::string& path, std::string_view text,
@@ -283,18 +259,17 @@ CaseFile ParseCaseFile(const std::string& path, std::string_view text,
   for (const auto& [name, line] : document.StringsOf(members[kTables], "a table")) {
     const std::string table = PathBeside(path, name);
     const std::vector<Case> more =
-        CaseTable(table, At(path, line, [&] { return read(table); })).Cases();
+        ParseCaseTable(table, Located(path, line, [&] { return read(table); }));
     file.cases.insert(file.cases.end(), more.begin(), more.end());
   }
+  if (file.cases.empty()) document.Refuse(document.root().line, "the file has no cases");
+  ExpectSomethingOf(file);
   ExpectDistinctNames(file);
   return file;
 }
 
 CaseFile ReadCaseFile(const std::string& path) {
-  const auto read = [](const std::string& name) {
-    return settings::ReadTextFile(name, kLargestCaseFile);
-  };
-  return ParseCaseFile(path, read(path), read);
+  return ParseCaseFile(path, settings::ReadTextFile(path, kLargestCaseFile), lists::ReadListFile);
 }
 
 }  // namespace rux::cases

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -36,15 +37,35 @@ bool HasValue(const ruxcomp::Entry& entry) {
   return index_class == language::CLASS_Value || index_class == language::CLASS_Global;
 }
 
+// What was known once stays so.
+template <class Key>
+void Note(const Key& key, bool is_known, std::map<Key, bool>& noted) {
+  bool& was_known = noted[key];
+  was_known = was_known || is_known;
+}
+
+template <class Key>
+void NoteAll(const std::map<Key, bool>& more, std::map<Key, bool>& noted) {
+  for (const auto& [key, is_known] : more) Note(key, is_known, noted);
+}
+
 }  // namespace
 
 void Coverage::End(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
-                   const evaluation::Result&) {
-  steps_.insert(evaluation::KeyOf(section, entry));
+                   const evaluation::Result& result) {
+  const bool is_known = !result.IsOpen();
+  Note(evaluation::KeyOf(section, entry), is_known, steps_);
+  if (!is_known && !calls_.empty()) calls_.back().is_known = false;
 }
 
 void Coverage::Call(const ruxcomp::Section& action, const std::vector<evaluation::Result>&) {
-  actions_.insert(action.ordinal());
+  calls_.push_back({action.ordinal()});
+}
+
+void Coverage::Return(const evaluation::Result& result) {
+  const OpenCall call = calls_.back();
+  calls_.pop_back();
+  Note(call.action, call.is_known && !result.IsOpen(), actions_);
 }
 
 void Coverage::Cell(const ruxcomp::Section& table, std::uint32_t index) {
@@ -67,7 +88,9 @@ void Coverage::AddBand(const profile::Profile& profile, const ruxcomp::Section& 
 }
 
 std::vector<evaluation::ValueKey> Coverage::Keys() const {
-  std::vector<evaluation::ValueKey> keys(steps_.begin(), steps_.end());
+  std::vector<evaluation::ValueKey> keys;
+  keys.reserve(steps_.size() + limits_.size() + cells_.size());
+  for (const auto& [key, is_known] : steps_) keys.push_back(key);
   for (const auto& [key, ways] : limits_) keys.push_back(key);
   for (const auto& [table, index] : cells_)
     keys.push_back(evaluation::Change::CellKey(table, index));
@@ -75,8 +98,8 @@ std::vector<evaluation::ValueKey> Coverage::Keys() const {
 }
 
 void Coverage::Add(const Coverage& other) {
-  steps_.insert(other.steps_.begin(), other.steps_.end());
-  actions_.insert(other.actions_.begin(), other.actions_.end());
+  NoteAll(other.steps_, steps_);
+  NoteAll(other.actions_, actions_);
   cells_.insert(other.cells_.begin(), other.cells_.end());
   for (const auto& [key, ways] : other.branches_) branches_[key] |= ways;
   for (const auto& [key, ways] : other.limits_) limits_[key] |= ways;
@@ -103,32 +126,37 @@ class CoverageReader {
     if (kind.source == language::SECTION_SENSOR) ReadLimits(section);
     if (kind.source == language::SECTION_TABLE) ReadCells(section);
     if (kind.source == language::SECTION_ACTION)
-      Count(actions_, coverage_.actions_.count(section.ordinal()) > 0, section, {}, "never called");
+      CountKnown(actions_, coverage_.actions_, section.ordinal(), section, {}, "never called");
     for (const ruxcomp::Entry entry : section.entries()) {
       if (!HasValue(entry)) continue;
-      Count(steps_, coverage_.steps_.count(evaluation::KeyOf(section, entry)) > 0, section, entry,
-            "never evaluated");
+      CountKnown(steps_, coverage_.steps_, evaluation::KeyOf(section, entry), section, entry,
+                 "never evaluated");
       if (IsBranch(entry))
         CountWays(branches_, coverage_.branches_, section, entry, "never holds", "always holds");
     }
   }
 
   void ReadLimits(const ruxcomp::Section& sensor) {
-    for (const evaluation::SensorLimit& limit : evaluation::LimitsOf(profile_, sensor).limits) {
-      CountWays(limits_, coverage_.limits_, sensor, limit.entry, "never beyond it",
-                "never within it");
+    using Use = evaluation::StatedLimit::Use;
+    for (const evaluation::StatedLimit& limit : evaluation::StatedLimitsOf(profile_, sensor)) {
+      if (limit.use == Use::kCompared) {
+        CountWays(limits_, coverage_.limits_, sensor, limit.entry, "never beyond it",
+                  "never within it");
+      } else if (limit.use == Use::kUnknown) {
+        Count(limits_, false, sensor, limit.entry, fmt::format("unknown ({})", limit.reason));
+      } else {
+        limits_.left_out.push_back(
+            ThingOf(sensor, limit.entry, fmt::format("not compared: {}", limit.reason)));
+      }
     }
   }
 
   void ReadCells(const ruxcomp::Section& table) {
     const auto* cells = machine_.model().table(table.ordinal());
     if (cells == nullptr) return;
-    ForEachStretch(*cells, [&](std::uint32_t first, std::uint32_t last) {
-      const auto read = coverage_.cells_.lower_bound({table.ordinal(), first});
-      const bool is_read = read != coverage_.cells_.end() &&
-                           *read <= std::pair<std::uint32_t, std::uint32_t>(table.ordinal(), last);
-      Count(cells_, is_read, table, {},
-            fmt::format("cells {} to {} ({}) never read", first, last, (*cells)[first]));
+    ForEachEdgeCell(*cells, [&](std::uint32_t index) {
+      Count(cells_, coverage_.cells_.count({table.ordinal(), index}) > 0, table, {},
+            fmt::format("cell {} ({}) never read", index, (*cells)[index]));
     });
   }
 
@@ -145,14 +173,29 @@ class CoverageReader {
 
   void Count(CoveredKind& kind, bool is_covered, const ruxcomp::Section& section,
              const ruxcomp::Entry& entry, const std::string& what) const {
-    const evaluation::ValueKey key =
-        entry ? evaluation::KeyOf(section, entry)
-              : evaluation::ValueKey(section.kind(), section.ordinal(), 0);
-    kind.things.push_back(key);
-    if (is_covered) return;
+    CoveredThing thing = ThingOf(section, entry, what);
+    kind.things.push_back(thing.key);
+    if (!is_covered) kind.missing.push_back(std::move(thing));
+  }
+
+  CoveredThing ThingOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                       const std::string& what) const {
     const evaluation::Target target{language::FindCompiledKind(section.kind()), section, entry};
-    kind.missing.push_back(
-        {key, target.Path(), what, evaluation::PlaceOf(machine_, section, entry)});
+    return {entry ? evaluation::KeyOf(section, entry)
+                  : evaluation::ValueKey(section.kind(), section.ordinal(), 0),
+            target.Path(), what, evaluation::PlaceOf(machine_, section, entry)};
+  }
+
+  template <class Key>
+  void CountKnown(CoveredKind& kind, const std::map<Key, bool>& noted, const Key& key,
+                  const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                  const char* never) const {
+    const auto found = noted.find(key);
+    if (found == noted.end()) {
+      Count(kind, false, section, entry, never);
+    } else {
+      Count(kind, found->second, section, entry, "always unknown");
+    }
   }
 
   void CountWays(CoveredKind& kind, const Coverage::Ways& all, const ruxcomp::Section& section,
@@ -170,12 +213,19 @@ class CoverageReader {
   const machine::Machine& machine_;
   const profile::Profile& profile_;
   const Coverage& coverage_;
-  CoveredKind limits_{kCoveredKinds[0], "limits that readings are within and beyond"};
+  CoveredKind limits_{kCoveredKinds[0], "limits with expected bands within and beyond"};
   CoveredKind actions_{kCoveredKinds[1], "actions that are called"};
   CoveredKind steps_{kCoveredKinds[2], "values that are evaluated"};
-  CoveredKind cells_{kCoveredKinds[3], "stretches of equal cells that are read"};
+  CoveredKind cells_{kCoveredKinds[3], "first and last cells of equal ones that are read"};
   CoveredKind branches_{kCoveredKinds[4], "comparisons and conditions that hold and do not"};
 };
+
+std::string CoveredKind::CountText() const {
+  std::string text = fmt::format("{} of {}", covered(), all());
+  if (!left_out.empty())
+    text += fmt::format(", {} not compared under this profile", left_out.size());
+  return text;
+}
 
 std::vector<CoveredKind> CoverageOf(const machine::Machine& machine,
                                     const profile::Profile& profile, const Coverage& coverage) {

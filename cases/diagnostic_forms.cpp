@@ -13,6 +13,7 @@
 #include "diagnostics/report.h"
 #include "findings/message_row.h"
 #include "machine/place.h"
+#include "profile/profile.h"
 #include "support/text_stream.h"
 
 namespace rux::cases {
@@ -54,8 +55,10 @@ diagnostics::Diagnostic DiagnosticOf(const CaseResult& result) {
 }
 
 // Of one file, or of all of them without their diagnostics.
-diagnostics::Report ReportOf(const std::string& path, std::size_t failed) {
+diagnostics::Report ReportOf(const std::string& path, const std::string& profile,
+                             std::size_t failed) {
   diagnostics::Report report;
+  report.properties = {{"profile", profile}};
   report.script = path;
   report.errors = failed;
   if (failed > 0) report.by_message = {{&kFailedCase, failed, failed}};
@@ -65,10 +68,14 @@ diagnostics::Report ReportOf(const std::string& path, std::size_t failed) {
 void WriteForms(const std::vector<FileResult>& files, diagnostics::WriteForm* write_piece,
                 diagnostics::WriteMany* write_many, support::TextStream& out) {
   std::size_t all_failed = 0;
+  std::string profiles;
   diagnostics::Pieces pieces;
   pieces.add_all = [&](const std::function<void(std::string_view)>& add) {
     for (const FileResult& file : files) {
-      diagnostics::Report report = ReportOf(file.file.path, file.failed());
+      const std::string profile = profile::NameWithHash(file.profile);
+      diagnostics::Report report = ReportOf(file.file.path, profile, file.failed());
+      if (profiles.find(profile) == std::string::npos)
+        profiles += (profiles.empty() ? "" : ", ") + profile;
       all_failed += file.failed();
       for (const CaseResult& result : file.results) {
         if (result.passes()) {
@@ -80,7 +87,7 @@ void WriteForms(const std::vector<FileResult>& files, diagnostics::WriteForm* wr
       add(support::WrittenText([&](support::TextStream& piece) { write_piece(report, piece); }));
     }
   };
-  pieces.total = [&] { return ReportOf("", all_failed); };
+  pieces.total = [&] { return ReportOf("", profiles, all_failed); };
   write_many(pieces, out);
 }
 

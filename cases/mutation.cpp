@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <iterator>
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -33,6 +32,9 @@ namespace rux::cases {
 namespace language = ruxcomp::language;
 
 namespace {
+
+// One up and one down.
+constexpr std::uint32_t kSteps[] = {1, 0xFFFFFFFF};
 
 // The next operator of its kind; after the last one, the first.
 const language::Operator* NextOperator(std::uint32_t code) {
@@ -67,10 +69,11 @@ class MutantMaker {
   void AddLimits(const ruxcomp::Section& sensor) {
     for (const evaluation::SensorLimit& limit :
          evaluation::LimitsOf(bench_.profile, sensor).limits) {
-      for (const int step : {1, -1}) {
-        Add({evaluation::KeyOf(sensor, limit.entry), static_cast<std::uint32_t>(step)}, sensor,
-            limit.entry,
-            fmt::format("{} for {}", evaluation::TextOf(limit.number + step),
+      const std::uint32_t stored = limit.entry.value().number();
+      for (const std::uint32_t step : kSteps) {
+        const auto number = evaluation::NumberOfLimit(bench_.profile, stored + step);
+        Add({evaluation::KeyOf(sensor, limit.entry), step}, sensor, limit.entry,
+            fmt::format("{} for {}", number ? evaluation::TextOf(*number) : "unknown",
                         evaluation::TextOf(limit.number)));
       }
     }
@@ -79,11 +82,12 @@ class MutantMaker {
   void AddCells(const ruxcomp::Section& table) {
     const auto* cells = machine_.model().table(table.ordinal());
     if (cells == nullptr) return;
-    ForEachStretch(*cells, [&](std::uint32_t first, std::uint32_t last) {
-      const std::uint8_t cell = (*cells)[first];
-      Add({evaluation::Change::CellKey(table.ordinal(), first), 1, last - first + 1}, table, {},
-          fmt::format("cells {} to {}: {} for {}", first, last, static_cast<std::uint8_t>(cell + 1),
-                      cell));
+    ForEachEdgeCell(*cells, [&](std::uint32_t index) {
+      const std::uint8_t cell = (*cells)[index];
+      for (const std::uint32_t step : kSteps) {
+        Add({evaluation::Change::CellKey(table.ordinal(), index), step}, table, {},
+            fmt::format("cell {}: {} for {}", index, static_cast<std::uint8_t>(cell + step), cell));
+      }
     });
   }
 
@@ -125,16 +129,12 @@ void FindNoticing(const Bench& bench, const std::vector<const Case*>& cases,
     for (const evaluation::ValueKey& key : coverage.Keys()) by_key[key].push_back(each);
   }
   for (Mutant& mutant : mutants) {
-    const auto [kind, ordinal, first] = mutant.change.where;
-    const evaluation::ValueKey last{kind, ordinal, first + mutant.change.cells - 1};
-    std::set<const Case*> known;
-    for (auto at = by_key.lower_bound(mutant.change.where); at != by_key.end() && at->first <= last;
-         ++at) {
-      for (const Case* each : at->second) {
-        Coverage ignored;
-        if (known.insert(each).second && !RunCase(bench, *each, ignored, &mutant.change).passes())
-          mutant.noticed_by.push_back(each);
-      }
+    const auto concerned = by_key.find(mutant.change.where);
+    if (concerned == by_key.end()) continue;
+    for (const Case* each : concerned->second) {
+      Coverage ignored;
+      if (!RunCase(bench, *each, ignored, &mutant.change).passes())
+        mutant.noticed_by.push_back(each);
     }
   }
 }

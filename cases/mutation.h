@@ -23,8 +23,8 @@ struct Mutant {
   std::vector<const Case*> noticed_by = {};
 };
 
-// Each limit that the profile counts by one up and down, each operator as the next one, each
-// stretch of equal cells by one up; in the order of the machine.
+// Each limit that the profile has compared and each first and last cell of equal ones, by one up
+// and down; each operator as the next one. In the order of the machine.
 std::vector<Mutant> MutantsOf(const Bench& bench);
 
 // Runs the cases that a change can concern with each of the changes. Takes time by the number of

@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "cases/case.h"
 #include "cases/coverage.h"
 #include "cases/run.h"
+#include "evaluation/result.h"
 #include "machine/place.h"
 #include "profile/profile.h"
 #include "support/json.h"
@@ -34,12 +36,32 @@ void WriteMismatch(const CaseResult& result, const Mismatch& mismatch, support::
 void WriteCoverage(const FileResult& file, bool has_missing, support::TextStream& out) {
   out += "coverage:\n";
   for (const CoveredKind& kind : file.coverage) {
-    out += fmt::format("  {:<9}{:>4} %  {} of {}  {}\n", kind.name, kind.percent(), kind.covered(),
-                       kind.all(), kind.what);
+    const std::optional<std::size_t> percent = kind.percent();
+    out += fmt::format("  {:<9}{:>4} {}  {}  {}\n", kind.name,
+                       percent ? std::to_string(*percent) : "-", percent ? '%' : ' ',
+                       kind.CountText(), kind.what);
     if (!has_missing) continue;
-    for (const CoveredThing& thing : kind.missing)
-      out += "    " + support::SafeText(thing.Text()) + PlaceSuffix(thing.place) + '\n';
+    for (const auto* things : {&kind.missing, &kind.left_out}) {
+      for (const CoveredThing& thing : *things)
+        out += "    " + support::SafeText(thing.Text()) + PlaceSuffix(thing.place) + '\n';
+    }
   }
+}
+
+void WriteDifference(const Difference& difference, support::JsonObject& json) {
+  if (!difference.path.empty()) json.Member("path", difference.path);
+  json.Member("what", difference.what);
+  json.Member("expected", difference.expected);
+  json.Member("found", difference.found);
+}
+
+void WriteReading(support::JsonObject& json, const GivenReading* reading) {
+  json.Member("key", reading->key);
+  json.Member("line", reading->line);
+  json.Array("numbers", [&](support::JsonArray& numbers) {
+    for (const evaluation::Number number : reading->sequence)
+      numbers.Item(support::JsonNumber{evaluation::TextOf(number)});
+  });
 }
 
 void WriteCase(support::JsonObject& json, const CaseResult& result) {
@@ -51,22 +73,28 @@ void WriteCase(support::JsonObject& json, const CaseResult& result) {
                [](support::JsonObject& member, const Mismatch& mismatch) {
                  member.Member("line", mismatch.line);
                  member.Member("text", mismatch.text);
+                 if (mismatch.difference) WriteDifference(*mismatch.difference, member);
+                 member.Objects("readings", mismatch.readings, WriteReading);
                  member.Objects("remarks", mismatch.remarks,
                                 [](support::JsonObject& remark, const Remark& each) {
                                   remark.Member("text", each.text);
                                   machine::WritePlace(remark, each.place);
                                 });
                });
+  json.Objects("unused", result.unused, WriteReading);
+}
+
+void WriteThing(support::JsonObject& json, const CoveredThing& thing) {
+  json.Member("text", thing.Text());
+  machine::WritePlace(json, thing.place);
 }
 
 void WriteKind(support::JsonObject& json, const CoveredKind& kind) {
   json.Member("kind", kind.name);
   json.Member("all", kind.all());
   json.Member("covered", kind.covered());
-  json.Objects("missing", kind.missing, [](support::JsonObject& member, const CoveredThing& each) {
-    member.Member("text", each.Text());
-    machine::WritePlace(member, each.place);
-  });
+  json.Objects("missing", kind.missing, WriteThing);
+  json.Objects("not_compared", kind.left_out, WriteThing);
 }
 
 }  // namespace

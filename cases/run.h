@@ -25,16 +25,30 @@ struct Remark {
   std::optional<machine::Place> place = {};  // where a script says it
 };
 
-// Something that is not as expected.
+// What a case expects of something, and what it is.
+struct Difference {
+  std::string path;  // empty: of all of the round
+  std::string what;  // "value", "VALUE_IPMI", "band", "calls", "writes"
+  std::string expected;
+  std::string found;
+
+  std::string Text() const;  // "SENSOR/CPU0_TEMP: expected band WH, found FH"
+};
+
+// Something that is not as expected. What it points to is part of the case.
 struct Mismatch {
   std::uint32_t line;  // of the file of the case
-  std::string text;    // "SENSOR/CPU0_TEMP: expected band WH, found FH"
+  std::string text;
+  std::optional<Difference> difference = {};  // none: the case cannot be evaluated
   std::vector<Remark> remarks = {};
+  std::vector<const GivenReading*> readings = {};  // that the round used, up to kMostReadings
 };
+inline constexpr std::size_t kMostReadings = 8;
 
 struct CaseResult {
   const Case* source;
   std::vector<Mismatch> mismatches;
+  std::vector<const GivenReading*> unused;  // readings that no round of the case used
 
   bool passes() const { return mismatches.empty(); }
 };
@@ -48,11 +62,13 @@ struct Bench {
   std::mutex& places;  // of the machine, which are looked up by one thread at a time
 };
 
-// `change` is tried out; null: the machine stays as it is.
+// `change` is tried out; null: the machine stays as it is. Throws a Failure that names the line of
+// what the case names and the machine does not have.
 CaseResult RunCase(const Bench& bench, const Case& source, Coverage& coverage,
                    const evaluation::Change* change = nullptr);
 
-// The results are in the order of the cases. `jobs`: how many threads share them.
+// The results are in the order of the cases. `jobs`: how many threads share them, at most as many
+// as there are cores. Throws what RunCase() throws of the first of several.
 std::vector<CaseResult> RunCases(const Bench& bench, const std::vector<const Case*>& cases,
                                  std::size_t jobs, Coverage& coverage);
 

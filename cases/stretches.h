@@ -8,14 +8,15 @@
 
 namespace rux::cases {
 
-// use(first, last) for each stretch, in order.
+// use(index) for the first and the last cell of each stretch of equal ones, in order: where a table
+// changes, and so where a mistake is likely.
 template <class Cells, class Use>
-void ForEachStretch(const Cells& cells, Use use) {
-  for (std::uint32_t first = 0; first < ruxcomp::language::kTableCells;) {
-    std::uint32_t last = first;
-    while (last + 1 < ruxcomp::language::kTableCells && cells[last + 1] == cells[first]) ++last;
-    use(first, last);
-    first = last + 1;
+void ForEachEdgeCell(const Cells& cells, Use use) {
+  constexpr std::uint32_t kLast = ruxcomp::language::kTableCells - 1;
+  for (std::uint32_t index = 0; index <= kLast; ++index) {
+    const bool is_first = index == 0 || cells[index - 1] != cells[index];
+    const bool is_last = index == kLast || cells[index + 1] != cells[index];
+    if (is_first || is_last) use(index);
   }
 }
 

@@ -74,6 +74,7 @@ Result Evaluator::CallWith(std::uint32_t action, Frame frame) {
   calls_.push_back(&frame);
   const Result result = Run(frame);
   calls_.pop_back();
+  Observe([&](Observer& each) { each.Return(result); });
   return result;
 }
 
@@ -94,7 +95,7 @@ Result Evaluator::Run(Frame& frame) {
   } else if (entry) {
     return Evaluate(values.section, entry, frame).result;
   }
-  return Result::Unknown(fmt::format("{} has no VALUE", values.section.name()));
+  return Result::Nothing(fmt::format("{} has no VALUE", values.section.name()));
 }
 
 // What the last one yields, which comes after the others. A condition that is unknown leaves
@@ -108,7 +109,7 @@ Result Evaluator::RunInOrder(const std::vector<ruxcomp::Entry>& order, const rux
     frame.values.insert_or_assign(order[at].identifier(), step.result);
     at += step.skips_next ? 2 : 1;
     if (!step.next) {
-      if (at > order.size()) return Result::Unknown(fmt::format("{} skips it", section.name()));
+      if (at > order.size()) return Result::Nothing(fmt::format("{} skips it", section.name()));
       continue;
     }
     const auto next = std::find_if(order.begin(), order.end(), [&](const ruxcomp::Entry& each) {

@@ -1,11 +1,14 @@
 #include "evaluation/bands.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "evaluation/arithmetic.h"
@@ -41,18 +44,6 @@ std::string_view PropertyOf(const ruxcomp::Section& sensor, std::string_view nam
   return {};
 }
 
-// How far readings of the sensor have to return.
-Result HysteresisOf(const profile::Profile& profile, const ruxcomp::Section& sensor) {
-  if (profile.hysteresis_property.stated) {
-    const std::string_view text = PropertyOf(sensor, *profile.hysteresis_property.stated);
-    const language::Number number = language::ReadNumber(text);
-    if (!text.empty() && number.is_number && !number.has_rest) return Result::Of(number.value);
-    if (!text.empty()) return Result::Error("the hysteresis of the sensor is not a number");
-  }
-  if (!profile.hysteresis.stated) return Unstated(profile.hysteresis);
-  return Result::Of(*profile.hysteresis.stated);
-}
-
 // Whether CONTROLMASK lets the limit count: 1 or 0.
 Result IsEnabled(const profile::Profile& profile, const ruxcomp::Section& sensor,
                  language::EntryId limit) {
@@ -76,7 +67,45 @@ Result IsWatched(const profile::Profile& profile, const ruxcomp::Section& sensor
   return Result::Of(std::count(watched.begin(), watched.end(), flag) > 0 ? 1 : 0);
 }
 
+// Whether readings are compared with the limit; without its number.
+StatedLimit UseOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
+                  const language::LimitRow& row, const ruxcomp::Entry& entry) {
+  using Use = StatedLimit::Use;
+  StatedLimit limit{&row, entry, std::nullopt, Use::kCompared};
+  const auto use = [&](const Result& counts, const auto& reason) {
+    if (!counts.IsNumber()) {
+      limit.use = Use::kUnknown;
+      limit.reason = counts.reason();
+    } else if (counts.number() == 0) {
+      limit.use = Use::kLeftOut;
+      limit.reason = reason();
+    }
+  };
+  use(IsWatched(profile, sensor), [&] {
+    return fmt::format("INITFLAG {} is not in {}",
+                       sensor.entry(RUX_ENTRY_INITFLAG).value().number(),
+                       profile.watched_initflags.key);
+  });
+  if (limit.use != Use::kCompared) return limit;
+  use(IsEnabled(profile, sensor, row.entry), [&] {
+    return fmt::format("CONTROLMASK 0x{:X} leaves it out",
+                       sensor.entry(RUX_ENTRY_CONTROLMASK).value().number());
+  });
+  return limit;
+}
+
 }  // namespace
+
+Result HysteresisOf(const profile::Profile& profile, const ruxcomp::Section& sensor) {
+  if (profile.hysteresis_property.stated) {
+    const std::string_view text = PropertyOf(sensor, *profile.hysteresis_property.stated);
+    const language::Number number = language::ReadNumber(text);
+    if (!text.empty() && number.is_number && !number.has_rest) return Result::Of(number.value);
+    if (!text.empty()) return Result::Error("the hysteresis of the sensor is not a number");
+  }
+  if (!profile.hysteresis.stated) return Unstated(profile.hysteresis);
+  return Result::Of(*profile.hysteresis.stated);
+}
 
 std::string BandName(const language::LimitRow& limit) {
   const std::string_view keyword = language::KeywordOf(limit.entry);
@@ -90,25 +119,35 @@ std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32
   return profile.limit_sign.Is(profile::LimitSign::kSigned) ? Number{with_sign} : Number{stored};
 }
 
-SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
-                      const Change* change) {
-  SensorLimits found;
+std::vector<StatedLimit> StatedLimitsOf(const profile::Profile& profile,
+                                        const ruxcomp::Section& sensor, const Change* change) {
+  std::vector<StatedLimit> found;
   for (const language::EntryId id : language::kLimitsUpwards) {
     const language::LimitRow* row = language::FindLimit(id);
     if (row == nullptr) continue;
     const ruxcomp::Entry entry = sensor.entry(language::FindEntryRow(id)->compiled);
     if (!entry || entry.value().kind() != RUX_DATA_NUMBER) continue;
-    Result counts = IsWatched(profile, sensor);
-    if (counts.IsNumber() && counts.number() != 0) counts = IsEnabled(profile, sensor, id);
+    StatedLimit limit = UseOf(profile, sensor, *row, entry);
     const Change* changed = Change::At(change, sensor, entry);
-    const std::uint32_t stored =
-        entry.value().number() + (changed == nullptr ? 0 : changed->number);
-    const std::optional<Number> number = NumberOfLimit(profile, stored);
-    if (counts.IsNumber() && !number) counts = Unstated(profile.limit_sign);
-    if (!counts.IsNumber()) {
-      found.obstacle = counts;
-    } else if (counts.number() != 0) {
-      found.limits.push_back({row, entry, *number});
+    limit.number =
+        NumberOfLimit(profile, entry.value().number() + (changed == nullptr ? 0 : changed->number));
+    if (!limit.number && limit.use == StatedLimit::Use::kCompared) {
+      limit.use = StatedLimit::Use::kUnknown;
+      limit.reason = Unstated(profile.limit_sign).reason();
+    }
+    found.push_back(std::move(limit));
+  }
+  return found;
+}
+
+SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
+                      const Change* change) {
+  SensorLimits found;
+  for (const StatedLimit& limit : StatedLimitsOf(profile, sensor, change)) {
+    if (limit.use == StatedLimit::Use::kCompared) {
+      found.limits.push_back({limit.row, limit.entry, *limit.number});
+    } else if (limit.use == StatedLimit::Use::kUnknown) {
+      found.obstacle = Result::Unknown(limit.reason);
     }
   }
   return found;

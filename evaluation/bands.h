@@ -26,14 +26,32 @@ struct SensorLimit {
 
 // None for a limit whose sign is not known.
 std::optional<Number> NumberOfLimit(const profile::Profile& profile, std::uint32_t stored);
-// Those that the sensor has and the profile counts, from the lowest name up; an unknown one has the
-// reason. `change` is tried out, if there is one.
+
+// A limit that a sensor has, whether or not its readings are compared with it.
+struct StatedLimit {
+  enum class Use { kCompared, kLeftOut, kUnknown };
+
+  const language::LimitRow* row;
+  ruxcomp::Entry entry;
+  std::optional<Number> number;  // none for one whose sign is not known
+  Use use;
+  std::string reason = {};  // why it is left out, or why that is not known
+};
+// From the lowest name up. `change` is tried out, if there is one.
+std::vector<StatedLimit> StatedLimitsOf(const profile::Profile& profile,
+                                        const ruxcomp::Section& sensor,
+                                        const Change* change = nullptr);
+
+// Those that are compared; an unknown one has the reason.
 struct SensorLimits {
   std::vector<SensorLimit> limits;
   std::optional<Result> obstacle = {};
 };
 SensorLimits LimitsOf(const profile::Profile& profile, const ruxcomp::Section& sensor,
                       const Change* change = nullptr);
+
+// How far readings of the sensor have to return past a limit.
+Result HysteresisOf(const profile::Profile& profile, const ruxcomp::Section& sensor);
 
 // "FH" of THRESHOLD_FH
 std::string BandName(const language::LimitRow& limit);

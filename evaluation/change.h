@@ -12,11 +12,10 @@
 namespace rux::evaluation {
 
 struct Change {
-  // A limit, a calculation, or the first of some cells: see CellKey().
+  // A limit, a calculation, or a cell: see CellKey().
   ValueKey where;
-  // What is added to the limit or the cells; in place of the operator of a calculation, another.
+  // What is added to the limit or the cell; in place of the operator of a calculation, another.
   std::uint32_t number;
-  std::uint32_t cells = 1;  // how many
 
   static ValueKey CellKey(std::uint32_t table, std::uint32_t index) {
     return {RUX_SECT_TABLE, table, index};
@@ -29,10 +28,7 @@ struct Change {
   // A cell as it is with the change, if there is one.
   static std::uint8_t CellAt(const Change* change, std::uint32_t table, std::uint32_t index,
                              std::uint8_t cell) {
-    if (change == nullptr) return cell;
-    const auto [kind, ordinal, first] = change->where;
-    const bool is_it = kind == RUX_SECT_TABLE && ordinal == table && index >= first &&
-                       index - first < change->cells;
+    const bool is_it = change != nullptr && change->where == CellKey(table, index);
     return is_it ? static_cast<std::uint8_t>(cell + change->number) : cell;
   }
 };

@@ -32,7 +32,7 @@ using profile::Meaning;
 
 namespace {
 
-Result NoNumber(const std::string& what) { return Result::Unknown(what + " yields no number"); }
+Result NoNumber(const std::string& what) { return Result::Nothing(what + " yields no number"); }
 
 // The number that an index carries in itself.
 std::uint32_t Immediate(const ruxcomp::Value& value) { return language::OrdinalOf(value.index()); }

@@ -11,8 +11,8 @@
 
 namespace rux::evaluation {
 
-// Calls come in the order of the evaluation; Begin and End are nested. The texts and handles are
-// those of the machine.
+// Calls come in the order of the evaluation; Begin and End are nested, Call and Return with them.
+// The texts and handles are those of the machine.
 class Observer {
  public:
   virtual ~Observer() = default;
@@ -23,6 +23,8 @@ class Observer {
   virtual void Given(const ruxcomp::Section&, const ruxcomp::Entry&, const Result&) {}
   // An action is called with these arguments.
   virtual void Call(const ruxcomp::Section&, const std::vector<Result>&) {}
+  // What the last action that was called, and has no result yet, yields.
+  virtual void Return(const Result&) {}
   virtual void Access(const AccessKey&, bool /*is_write*/, const Result&) {}
   virtual void Cell(const ruxcomp::Section& /*table*/, std::uint32_t /*index*/) {}
   // What the entry asks holds, or does not.

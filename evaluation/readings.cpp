@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "evaluation/result.h"
@@ -110,11 +111,23 @@ Number Readings::NumberOf(const std::string& text) {
                          support::NameText(support::Shortened(text)));
 }
 
-void Readings::Set(const machine::Machine& machine, const std::string& key, Sequence sequence) {
-  if (key.find(',') != std::string::npos) {
-    accesses_[AccessOf(machine, key)] = std::move(sequence);
+ReadingKey Readings::KeyOf(const machine::Machine& machine, const std::string& text) {
+  if (text.find(',') != std::string::npos) return AccessOf(machine, text);
+  return ValueOfTarget(FindTarget(machine, text), text);
+}
+
+void Readings::Set(const ReadingKey& key, Sequence sequence) {
+  const auto set = [&](auto& sequences, const auto& of) {
+    if (sequence.empty()) {
+      sequences.erase(of);
+    } else {
+      sequences[of] = std::move(sequence);
+    }
+  };
+  if (const auto* access = std::get_if<AccessKey>(&key)) {
+    set(accesses_, *access);
   } else {
-    values_[ValueOfTarget(FindTarget(machine, key), key)] = std::move(sequence);
+    set(values_, std::get<ValueKey>(key));
   }
 }
 

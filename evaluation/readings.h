@@ -8,6 +8,7 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "evaluation/result.h"
@@ -25,18 +26,25 @@ std::string TextOf(const AccessKey& key);
 // What is read one after the other; the last one again and again.
 using Sequence = std::vector<Number>;
 
+// What a reading is of.
+using ReadingKey = std::variant<AccessKey, ValueKey>;
+
 class Readings {
  public:
-  // Of what the text names in the machine:
+  // What the text names in the machine:
   //
   //   SENSOR/CPU0_TEMP, SENSOR/P12V/VALUE_IPMI, GLOBAL/G_DUTY, G_DUTY   a value
   //   4,0x20,1,1,0  or  VT_READ,LINK_TEMP,1,BUSTYPE_CPULINK,0x30        an access; words are known
   //                                                                    where the script is
   //
-  // What was given before is replaced. Throws a Failure of findings when it names nothing.
-  void Set(const machine::Machine& machine, const std::string& key, Sequence sequence);
+  // Throws a Failure of findings when it names nothing.
+  static ReadingKey KeyOf(const machine::Machine& machine, const std::string& text);
 
-  void SetValue(const ValueKey& key, Sequence sequence) { values_[key] = std::move(sequence); }
+  // What was given before is replaced; by an empty sequence, with nothing.
+  void Set(const ReadingKey& key, Sequence sequence);
+  void Set(const machine::Machine& machine, const std::string& key, Sequence sequence) {
+    Set(KeyOf(machine, key), std::move(sequence));
+  }
 
   // Null when there is none.
   const Sequence* OfAccess(const AccessKey& key) const;

@@ -23,10 +23,18 @@ class Result {
 
   static Result Of(Number number) { return {Kind::kNumber, number, {}}; }
   static Result Unknown(std::string reason) { return {Kind::kUnknown, 0, std::move(reason)}; }
+  // What has no number by what it does, such as a write: unknown to what uses it.
+  static Result Nothing(std::string reason) {
+    Result result = Unknown(std::move(reason));
+    result.is_nothing_ = true;
+    return result;
+  }
   static Result Error(std::string reason) { return {Kind::kError, 0, std::move(reason)}; }
 
   Kind kind() const { return kind_; }
   bool IsNumber() const { return kind_ == Kind::kNumber; }
+  // Whether it depends on what nobody says.
+  bool IsOpen() const { return kind_ == Kind::kUnknown && !is_nothing_; }
   Number number() const { return number_; }              // 0 unless it is one
   const std::string& reason() const { return reason_; }  // empty for a number
 
@@ -44,6 +52,7 @@ class Result {
   Kind kind_;
   Number number_;
   std::string reason_;
+  bool is_nothing_ = false;
 };
 
 // "number", "unknown", "error"

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <string>
 
 #include "browse/relations.h"
 #include "cases/coverage.h"
@@ -32,8 +33,9 @@ std::optional<Tallies> TalliesOf(const Contents& contents, Thing thing) {
   if (number != browse::MachineRelations::kWhole)
     first = last = evaluation::KeyOf(section, section.entries()[number]);
   const Tallies tallies = tests->Between(first, last);
-  const bool has_any =
-      std::any_of(tallies.begin(), tallies.end(), [](const Tally& each) { return each.all > 0; });
+  const bool has_any = std::any_of(tallies.begin(), tallies.end(), [](const Tally& each) {
+    return each.all + each.left_out.size() > 0;
+  });
   return has_any ? std::optional<Tallies>(tallies) : std::nullopt;
 }
 
@@ -50,14 +52,19 @@ void WriteVerdictOf(const Tallies& tallies, Html& out) {
   }
 }
 
+constexpr char kNotCompared[] = " not compared under this profile";
+
 void WriteTotals(const TestRun& tests, Html& out) {
   out << "<table><caption>Coverage</caption><thead><tr><th scope=col>kind<th scope=col "
          "class=n>%<th scope=col class=n>covered<th scope=col class=n>of<th scope=col>what "
          "counts<tbody>\n";
   for (const cases::CoveredKind& kind : tests.coverage()) {
-    out << "<tr><th scope=row>" << Text{kind.name} << "<td class=n>" << kind.percent()
-        << "<td class=n>" << kind.covered() << "<td class=n>" << kind.all() << "<td>"
-        << Text{kind.what} << "\n";
+    const std::optional<std::size_t> percent = kind.percent();
+    out << "<tr><th scope=row>" << Text{kind.name} << "<td class=n>"
+        << Text{percent ? std::to_string(*percent) : "-"} << "<td class=n>" << kind.covered()
+        << "<td class=n>" << kind.all() << "<td>" << Text{kind.what};
+    if (!kind.left_out.empty()) out << "; " << kind.left_out.size() << kNotCompared;
+    out << "\n";
   }
   out << "</table>";
 }
@@ -89,7 +96,9 @@ void WriteFile(const Contents& contents, const TestedFile& tested, Html& out) {
   out << "</ul>";
 }
 
-void WriteMissing(const Contents& contents, Html& out) {
+// A list of what the tallies have, thing by thing, below its length.
+void WriteThings(const Contents& contents, Tally::Things Tally::*things, const char* title,
+                 Html& out) {
   constexpr std::size_t kMostOpen = 40;  // more are opened by those who want them
   Html list;
   std::size_t count = 0;
@@ -97,17 +106,17 @@ void WriteMissing(const Contents& contents, Html& out) {
     const std::optional<Tallies> tallies = TalliesOf(contents, thing);
     if (!tallies) continue;
     for (const Tally& tally : *tallies) {
-      for (const cases::CoveredThing* missing : tally.missing) {
+      for (const cases::CoveredThing* each : tally.*things) {
         ++count;
-        list << "<li><a href=#t" << thing << ">" << Text{missing->path}
-             << "</a>: " << Text{missing->what} << "\n";
+        list << "<li><a href=#t" << thing << ">" << Text{each->path} << "</a>: " << Text{each->what}
+             << "\n";
       }
     }
   }
   if (count == 0) return;
   const bool is_open = count <= kMostOpen;
-  out << (is_open ? Html() << "<details open>" : Html() << "<details>")
-      << "<summary>Not covered: " << count << "</summary>\n";
+  out << (is_open ? Html() << "<details open>" : Html() << "<details>") << "<summary>"
+      << Text{title} << ": " << count << "</summary>\n";
   if (!is_open) out << "<noscript>";
   out << "<ul class=notes>" << list << "</ul>";
   if (!is_open) out << "</noscript>";
@@ -123,7 +132,8 @@ void WriteTests(const Contents& contents, Html& out) {
       << "</p>\n";
   for (const TestedFile& file : tests->files()) WriteFile(contents, file, out);
   WriteTotals(*tests, out);
-  WriteMissing(contents, out);
+  WriteThings(contents, &Tally::missing, "Not covered", out);
+  WriteThings(contents, &Tally::left_out, "Not compared under this profile", out);
   out << "</section>\n";
 }
 
@@ -147,6 +157,8 @@ void WriteCoverageOf(const Contents& contents, Thing thing, Html& out) {
   out << "<ul class=notes>";
   for (std::size_t kind = 0; kind < tallies->size(); ++kind) {
     const Tally& tally = (*tallies)[kind];
+    for (const cases::CoveredThing* each : tally.left_out)
+      out << "<li>" << Text{each->path} << ": " << Text{each->what} << "\n";
     if (tally.all == 0) continue;
     out << "<li>" << Text{cases::kCoveredKinds[kind]} << ": " << tally.all - tally.missing.size()
         << " of " << tally.all << " covered\n";

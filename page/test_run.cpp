@@ -15,6 +15,11 @@
 #include "profile/profile.h"
 
 namespace rux::page {
+namespace {
+
+constexpr Tally::Things Tally::*kThings[] = {&Tally::missing, &Tally::left_out};
+
+}  // namespace
 
 TestRun::TestRun(const machine::Machine& machine, profile::Profile profile,
                  std::vector<cases::CaseFile> files)
@@ -34,6 +39,8 @@ TestRun::TestRun(const machine::Machine& machine, profile::Profile profile,
     for (const evaluation::ValueKey& key : coverage_[kind].things) ++tallies_[key][kind].all;
     for (const cases::CoveredThing& thing : coverage_[kind].missing)
       tallies_[thing.key][kind].missing.push_back(&thing);
+    for (const cases::CoveredThing& thing : coverage_[kind].left_out)
+      tallies_[thing.key][kind].left_out.push_back(&thing);
   }
 }
 
@@ -51,11 +58,17 @@ Tallies TestRun::Between(const evaluation::ValueKey& first,
     for (std::size_t kind = 0; kind < sum.size(); ++kind) {
       const Tally& tally = each->second[kind];
       sum[kind].all += tally.all;
-      sum[kind].missing.insert(sum[kind].missing.end(), tally.missing.begin(), tally.missing.end());
+      for (Tally::Things Tally::*things : kThings) {
+        const Tally::Things& more = tally.*things;
+        (sum[kind].*things).insert((sum[kind].*things).end(), more.begin(), more.end());
+      }
     }
   }
   // As they are in the list that they point into, which is the order of reports.
-  for (Tally& tally : sum) std::sort(tally.missing.begin(), tally.missing.end());
+  for (Tally& tally : sum) {
+    for (Tally::Things Tally::*things : kThings)
+      std::sort((tally.*things).begin(), (tally.*things).end());
+  }
   return sum;
 }
 

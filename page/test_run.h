@@ -24,8 +24,10 @@ struct TestedFile {
 
 // How much of a thing is covered, of one kind of coverage.
 struct Tally {
+  using Things = std::vector<const cases::CoveredThing*>;
   std::size_t all = 0;
-  std::vector<const cases::CoveredThing*> missing = {};
+  Things missing = {};
+  Things left_out = {};  // none of them
 };
 // In the order of cases::kCoveredKinds.
 using Tallies = std::array<Tally, std::size(cases::kCoveredKinds)>;

@@ -80,6 +80,8 @@ def cases_of(tests):
 def boundaries_of(text):
     """(sensor, reading, band) of what rux test --boundary prints as CSV."""
     for row in csv.DictReader(io.StringIO(text)):
+        if "not compared" in row["at it"]:
+            continue
         for column in ("below it", "at it", "above it"):
             reading, band = row[column].split(": ")
             yield row["sensor"], int(reading), band

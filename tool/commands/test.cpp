@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -78,6 +79,13 @@ struct LoadedTests {
   profile::Profile profile;
 };
 
+// Throws a Failure of wrong usage for a filter that no case fits.
+void ExpectAny(const TestOptions& options, bool has_cases) {
+  if (has_cases) return;
+  throw support::Failure(support::ExitStatus::kWrongUsage, "no case has a name like {}",
+                         options.filter);
+}
+
 LoadedTests Load(const TestOptions& options, const std::string& path) {
   cases::CaseFile file = cases::ReadCaseFile(path);
   MachineOptions of_machine = options.machine;
@@ -112,6 +120,7 @@ cases::FileResult RunFile(const TestOptions& options, const std::string& path) {
 // A file of tests with the changes that are tried out.
 struct TriedFile {
   LoadedTests tests;
+  bool has_cases;  // that fit the filter
   cases::MutationResult result;
 };
 
@@ -130,7 +139,7 @@ TriedFile TryChanges(const TestOptions& options, const std::string& path) {
   }
   cases::MutationResult result{path, tests.file.machine, tests.profile, cases::MutantsOf(bench)};
   cases::FindNoticing(bench, chosen, result.mutants);
-  return {std::move(tests), std::move(result)};
+  return {std::move(tests), !chosen.empty(), std::move(result)};
 }
 
 // Says on standard error what is below.
@@ -138,14 +147,28 @@ bool IsCovered(const std::vector<LeastCoverage>& least, const cases::FileResult&
   bool is_covered = true;
   for (const LeastCoverage& each : least) {
     for (const cases::CoveredKind& kind : file.coverage) {
-      if (kind.name != each.kind || kind.percent() >= each.percent) continue;
-      support::PrintError(support::SafeFormat("rux: {}: {} % of {} are covered, expected {} %\n",
-                                              file.file.path, kind.percent(), kind.name,
-                                              each.percent));
+      if (kind.name != each.kind) continue;
+      const std::optional<std::size_t> percent = kind.percent();
+      if (percent && *percent >= each.percent) continue;
+      const std::string found = percent ? std::to_string(*percent) + " % of" : "the machine has no";
+      support::PrintError(support::SafeFormat("rux: {}: {} {} {}, expected {} %\n", file.file.path,
+                                              found, kind.name,
+                                              percent ? "are covered" : "to cover", each.percent));
       is_covered = false;
     }
   }
   return is_covered;
+}
+
+// Says on standard error which readings are likely a slip.
+void PrintUnused(const cases::FileResult& file) {
+  for (const cases::CaseResult& result : file.results) {
+    for (const cases::GivenReading* reading : result.unused) {
+      support::PrintError(support::SafeFormat(
+          "rux: warning: {}:{}: {}: nothing uses the reading {}\n", result.source->file,
+          reading->line, result.source->name, reading->key));
+    }
+  }
 }
 
 support::ExitStatus PrintBoundaries(const TestOptions& options) {
@@ -153,7 +176,8 @@ support::ExitStatus PrintBoundaries(const TestOptions& options) {
     const LoadedTests tests = Load(options, path);
     const evaluation::Plan plan(tests.machine);
     std::mutex places;
-    const table::Sheet sheet = cases::BoundariesOf({plan, tests.profile, places});
+    table::Sheet sheet = cases::BoundariesOf({plan, tests.profile, places});
+    if (options.format == "csv") cases::AddProfileColumn(tests.profile, sheet);
     support::Print(support::PrintOut, [&](support::TextStream& out) {
       for (const table::Form& form : table::kForms) {
         if (form.name == options.format && form.write != nullptr) return form.write(sheet, out);
@@ -166,15 +190,18 @@ support::ExitStatus PrintBoundaries(const TestOptions& options) {
 
 support::ExitStatus PrintMutations(const TestOptions& options) {
   bool are_noticed = true;
+  bool has_cases = false;
   // The results name cases of these.
   std::vector<cases::CaseFile> files;
   std::vector<cases::MutationResult> results;
   for (const std::string& path : options.files) {
     TriedFile tried = TryChanges(options, path);
+    has_cases = has_cases || tried.has_cases;
     are_noticed = are_noticed && tried.result.noticed() == tried.result.mutants.size();
     files.push_back(std::move(tried.tests.file));
     results.push_back(std::move(tried.result));
   }
+  ExpectAny(options, has_cases);
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     if (options.format == "json") return cases::WriteJson(results, out);
     for (const cases::MutationResult& result : results)
@@ -188,6 +215,11 @@ void ExpectFormat(const TestOptions& options) {
   const bool is_for_changes = options.format == "text" || options.format == "json";
   if (options.mutate && !is_for_changes) {
     throw support::Failure(support::ExitStatus::kWrongUsage, "--mutate has no format {}",
+                           options.format);
+  }
+  const bool has_coverage = options.report.has_coverage || options.report.has_missing;
+  if (has_coverage && (options.format == "junit" || options.format == "sarif")) {
+    throw support::Failure(support::ExitStatus::kWrongUsage, "{} has no coverage; use text or json",
                            options.format);
   }
   const bool is_of_table = options.format == "csv" || options.format == "markdown";
@@ -207,18 +239,17 @@ support::ExitStatus Test(TestOptions options) {
   for (const std::string& path : options.files) files.push_back(RunFile(options, path));
   const bool has_cases = std::any_of(files.begin(), files.end(),
                                      [](const auto& file) { return !file.results.empty(); });
-  if (!options.filter.empty() && !has_cases) {
-    throw support::Failure(support::ExitStatus::kWrongUsage, "no case has a name like {}",
-                           options.filter);
-  }
+  ExpectAny(options, has_cases);
   support::Print(support::PrintOut, [&](support::TextStream& out) {
     for (const cases::Form& form : cases::kForms) {
       if (form.name == options.format) form.write(files, options.report, out);
     }
   });
   bool is_fine = true;
-  for (const cases::FileResult& file : files)
+  for (const cases::FileResult& file : files) {
+    PrintUnused(file);
     is_fine = IsCovered(least, file) && file.failed() == 0 && is_fine;
+  }
   return is_fine ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
 }
 
@@ -238,8 +269,10 @@ void AddReport(Arguments& arguments, TestOptions& options) {
       .Add("--fail-under", &options.least,
            "Exit with 1 when less of limits, actions, steps, cells or branches is covered")
       .Value("KIND=PERCENT");
-  arguments.Add("--boundary", &options.boundary,
-                "Run no cases; print the band of the readings around each limit");
+  arguments
+      .Add("--boundary", &options.boundary,
+           "Run no cases; print the band of the readings around each limit")
+      .Without({"--filter", "--jobs", "--quiet", "--coverage", "--missing", "--fail-under"});
   arguments
       .Add("--mutate", &options.mutate,
            "Change each limit, operator and cell, and print which cases notice")
