@@ -22,6 +22,7 @@
 #include "evaluation/target.h"
 #include "machine/machine.h"
 #include "profile/choices.h"
+#include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/language/values.h"
@@ -118,6 +119,15 @@ class MutantMaker {
 }  // namespace
 
 std::vector<Mutant> MutantsOf(const Bench& bench) { return MutantMaker(bench).Make(); }
+
+std::size_t CountLimitsLeftOut(const Bench& bench) {
+  std::size_t count = 0;
+  for (const ruxcomp::Section sensor : bench.plan.machine().model().sections(RUX_SECT_SENSOR)) {
+    for (const evaluation::StatedLimit& limit : evaluation::StatedLimitsOf(bench.profile, sensor))
+      count += limit.use == evaluation::StatedLimit::Use::kLeftOut ? 1 : 0;
+  }
+  return count;
+}
 
 void FindNoticing(const Bench& bench, const std::vector<const Case*>& cases,
                   std::vector<Mutant>& mutants) {

@@ -26,6 +26,8 @@ struct Mutant {
 // Each limit that the profile has compared and each first and last cell of equal ones, by one up
 // and down; each operator as the next one. In the order of the machine.
 std::vector<Mutant> MutantsOf(const Bench& bench);
+// Limits that are never changed, because the profile leaves them out.
+std::size_t CountLimitsLeftOut(const Bench& bench);
 
 // Runs the cases that a change can concern with each of the changes. Takes time by the number of
 // these. The cases pass without a change.
@@ -38,6 +40,7 @@ struct MutationResult {
   std::string machine;
   profile::Profile profile;
   std::vector<Mutant> mutants;
+  std::size_t left_out;  // limits that the profile does not have compared
 
   std::size_t noticed() const;
 };

@@ -10,6 +10,7 @@
 #include "machine/place.h"
 #include "profile/profile.h"
 #include "support/json.h"
+#include "support/number_text.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"
 
@@ -42,8 +43,13 @@ void WriteText(const MutationResult& result, bool only_unnoticed, support::TextS
     if (is_noticed) out += "      by " + NamesOf(mutant.noticed_by) + '\n';
   }
   const std::size_t all = std::max<std::size_t>(result.mutants.size(), 1);
-  out += fmt::format("{} of {} changes are noticed ({} %)\n", result.noticed(),
-                     result.mutants.size(), result.noticed() * 100 / all);
+  out += fmt::format("{} of {} changes are noticed ({} %)", result.noticed(), result.mutants.size(),
+                     result.noticed() * 100 / all);
+  if (result.left_out > 0) {
+    out += fmt::format(", {} not compared under this profile",
+                       support::CountText(result.left_out, "limit"));
+  }
+  out += '\n';
 }
 
 void WriteJson(const std::vector<MutationResult>& results, support::TextStream& out) {
@@ -54,6 +60,7 @@ void WriteJson(const std::vector<MutationResult>& results, support::TextStream& 
       file.Member("machine", result.machine);
       profile::WriteProfile(result.profile, file);
       file.Member("noticed", result.noticed());
+      file.Member("not_compared", result.left_out);
       file.Objects("changes", result.mutants,
                    [](support::JsonObject& change, const Mutant& mutant) {
                      change.Member("text", mutant.text);

@@ -11,7 +11,7 @@
 
 namespace rux::evaluation {
 
-// Calls come in the order of the evaluation; Begin and End are nested, Call and Return with them.
+// Calls come in the order of the evaluation; Begin and End are nested, and so are Call and Return.
 // The texts and handles are those of the machine.
 class Observer {
  public:

@@ -137,7 +137,8 @@ TriedFile TryChanges(const TestOptions& options, const std::string& path) {
                            "{}: {} fails without a change; 'rux test' says why", path,
                            support::NameText(each.source->name));
   }
-  cases::MutationResult result{path, tests.file.machine, tests.profile, cases::MutantsOf(bench)};
+  cases::MutationResult result{path, tests.file.machine, tests.profile, cases::MutantsOf(bench),
+                               cases::CountLimitsLeftOut(bench)};
   cases::FindNoticing(bench, chosen, result.mutants);
   return {std::move(tests), !chosen.empty(), std::move(result)};
 }
