@@ -10,7 +10,6 @@
 #include "cases/located.h"
 #include "evaluation/arithmetic.h"
 #include "evaluation/readings.h"
-#include "evaluation/result.h"
 #include "evaluation/target.h"
 #include "machine/machine.h"
 #include "ruxcomp/language/sections.h"
@@ -79,7 +78,7 @@ class Binder {
     }
     if (!expected.arguments.empty() && !IsWhole(target, ruxcomp::language::SECTION_ACTION))
       Refuse(expected.line, expected.path + ": only ACTION/NAME has arguments");
-    for (const evaluation::Number number : expected.arguments)
+    for (const auto& number : expected.arguments)
       target.arguments.push_back(arithmetic_.Given(number));
     return target;
   }

@@ -37,7 +37,7 @@ struct Expectation {
   std::optional<ExpectedResult> value = {};
   std::optional<ExpectedResult> ipmi = {};
   std::optional<std::string> band = {};
-  std::vector<evaluation::Number> arguments = {};  // of an action
+  evaluation::Sequence arguments = {};  // of an action
 };
 
 struct GivenReading {

@@ -143,7 +143,7 @@ class CaseReader {
   }
 
   // A number, or one in a text: "0x5D".
-  evaluation::Number NumberIn(const JsonValue& value) const {
+  auto NumberIn(const JsonValue& value) const {
     return OfText(value, "a number, or a text with one", evaluation::Readings::NumberOf);
   }
 

@@ -14,7 +14,6 @@
 #include "cases/case.h"
 #include "cases/located.h"
 #include "evaluation/readings.h"
-#include "evaluation/result.h"
 #include "lists/csv.h"
 #include "support/safe_text.h"
 
@@ -111,7 +110,7 @@ class CaseTable {
     if (column.path.empty())
       RefuseAt(path_, line, fmt::format("the line has no path for its {}", column.word));
     if (column.part == Part::kReading) {
-      const evaluation::Number number =
+      const auto number =
           Located(path_, line, [&] { return evaluation::Readings::NumberOf(field); });
       round.readings.push_back({column.path, line, {number}});
       return;
