@@ -25,13 +25,13 @@ namespace language = ruxcomp::language;
 enum class MemberId : std::uint8_t {
 #define CHOICE(member, name, what, fixed) member,
 #define NUMBER(member, least, most, what, fixed) member,
-#define TEXT(member, what, fixed) member,
+#define PROPERTY(member, what, fixed) member,
 #define NUMBERS(member, what, fixed) member,
 #define LIMITS(member, what, fixed) member,
 #include "profile/choices.def"
 };
 
-enum class MemberForm : std::uint8_t { kChoice, kNumber, kText, kNumbers, kLimits };
+enum class MemberForm : std::uint8_t { kChoice, kNumber, kProperty, kNumbers, kLimits };
 
 struct MemberRow {
   MemberId id;
@@ -47,7 +47,8 @@ inline constexpr MemberRow kMembers[] = {
   {MemberId::member, #member, MemberForm::kChoice, what, fixed},
 #define NUMBER(member, least, most, what, fixed) \
   {MemberId::member, #member, MemberForm::kNumber, what, fixed, least, most},
-#define TEXT(member, what, fixed) {MemberId::member, #member, MemberForm::kText, what, fixed},
+#define PROPERTY(member, what, fixed) \
+  {MemberId::member, #member, MemberForm::kProperty, what, fixed},
 #define NUMBERS(member, what, fixed) {MemberId::member, #member, MemberForm::kNumbers, what, fixed},
 #define LIMITS(member, what, fixed) {MemberId::member, #member, MemberForm::kLimits, what, fixed},
 #include "profile/choices.def"

@@ -38,7 +38,7 @@ constexpr std::size_t kMemberCount = std::size(kMembers);
 constexpr Kind KindOf(MemberForm form) {
   switch (form) {
     case MemberForm::kChoice:
-    case MemberForm::kText:
+    case MemberForm::kProperty:
       return Kind::kString;
     case MemberForm::kNumber:
       return Kind::kNumber;
@@ -96,8 +96,14 @@ class MemberReader {
       member.stated = NumberOf(document_, *value, row.key, row.least, row.most);
   }
 
-  void Text(MemberId id, Member<std::string>& member) const {
-    if (const JsonValue* value = ValueOf(id)) member.stated = value->text;
+  void Property(MemberId id, Member<std::string>& member) const {
+    const JsonValue* value = ValueOf(id);
+    if (value == nullptr) return;
+    if (value->text.empty() || language::BeginsWith(value->text, language::kPropertyPrefix)) {
+      document_.Refuse(value->line, fmt::format("{} must be the name of a property without {}",
+                                                RowOf(id).key, language::kPropertyPrefix));
+    }
+    member.stated = value->text;
   }
 
   void Numbers(MemberId id, Member<std::vector<std::uint32_t>>& member) const {
@@ -189,7 +195,7 @@ Profile ParseProfile(const std::string& path, std::string_view text) {
   const MemberReader reader(document, values);
 #define CHOICE(member, name, what, fixed) reader.Choice(MemberId::member, profile.member);
 #define NUMBER(member, least, most, what, fixed) reader.Number(MemberId::member, profile.member);
-#define TEXT(member, what, fixed) reader.Text(MemberId::member, profile.member);
+#define PROPERTY(member, what, fixed) reader.Property(MemberId::member, profile.member);
 #define NUMBERS(member, what, fixed) reader.Numbers(MemberId::member, profile.member);
 #define LIMITS(member, what, fixed) reader.Limits(MemberId::member, profile.member);
 #include "profile/choices.def"

@@ -36,7 +36,7 @@ struct Profile {
 
 #define CHOICE(member, name, what, fixed) Member<name> member{#member};
 #define NUMBER(member, least, most, what, fixed) Member<std::uint32_t> member{#member};
-#define TEXT(member, what, fixed) Member<std::string> member{#member};
+#define PROPERTY(member, what, fixed) Member<std::string> member{#member};
 #define NUMBERS(member, what, fixed) Member<std::vector<std::uint32_t>> member{#member};
 #define LIMITS(member, what, fixed) Member<std::vector<language::EntryId>> member{#member};
 #include "profile/choices.def"

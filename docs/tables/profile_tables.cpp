@@ -39,7 +39,7 @@ std::string ValuesText(const MemberRow& member) {
       return OptionsText(member, "`");
     case MemberForm::kNumber:
       return RangeText(member);
-    case MemberForm::kText:
+    case MemberForm::kProperty:
       return "a text";
     case MemberForm::kNumbers:
       return "a list of numbers";
@@ -67,8 +67,9 @@ std::string FormOf(const MemberRow& member) {
       return OneOf(texts);
     case MemberForm::kNumber:
       return Range(member);
-    case MemberForm::kText:
-      return "\"type\": \"string\"";
+    case MemberForm::kProperty:
+      return "\"type\": \"string\", \"minLength\": 1, \"pattern\": \"^(?!" +
+             std::string(ruxcomp::language::kPropertyPrefix) + ")\"";
     case MemberForm::kNumbers:
       return "\"type\": \"array\", \"items\": {" + Range(member) + '}';
     default:
