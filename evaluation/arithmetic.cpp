@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "evaluation/readings.h"
 #include "evaluation/result.h"
 #include "profile/choices.h"
 #include "profile/profile.h"
@@ -35,6 +36,12 @@ Number Arithmetic::Wrapped(Number number) const {
   return pattern > Greatest() ? pattern - PowerOfTwo(Width()) : pattern;
 }
 
+bool Arithmetic::IsSmall(Number number) const {
+  constexpr int kLeastWidth = 8;
+  const int width = profile_.width.stated ? Width() : kLeastWidth;
+  return number >= 0 && number < PowerOfTwo(width - 1);
+}
+
 Result Arithmetic::Fit(const Exact& exact) const {
   if (!exact.is_beyond && Holds(exact.number)) return Result::Of(exact.number);
   if (!profile_.overflow.stated) return Unstated(profile_.overflow);
@@ -50,12 +57,21 @@ Result Arithmetic::Fit(const Exact& exact) const {
 }
 
 Result Arithmetic::Stored(std::uint32_t number) const {
-  const Number value = IsSigned() ? Number{static_cast<std::int32_t>(number)} : Number{number};
-  return HasForm() ? Fit({value}) : Result::Of(value);
+  const auto with_sign = static_cast<std::int32_t>(number);
+  const auto fit = [&](Number of) { return HasForm() ? Fit({of}) : Result::Of(of); };
+  if (!IsSigned() || with_sign >= 0) return fit(number);
+  if (profile_.stored_sign.Is(profile::StoredSign::kExtended)) return fit(with_sign);
+  if (!profile_.width.stated) return Unstated(profile_.width);
+  constexpr int kStoredBits = 32;
+  if (Width() <= kStoredBits) return fit(with_sign);
+  return profile_.stored_sign.stated ? fit(number) : Unstated(profile_.stored_sign);
 }
 
-Result Arithmetic::Given(Number number) const {
+Result Arithmetic::Given(const Reading& reading) const {
+  const Number number = reading.number;
   if (!HasForm() || Holds(number)) return Result::Of(number);
+  if (reading.is_bits && number >= 0 && number == Pattern(number))
+    return Result::Of(Wrapped(number));
   return Result::Error(fmt::format("the reading {} is beyond {} bits", TextOf(number), Width()));
 }
 
@@ -93,7 +109,7 @@ Result Arithmetic::Calculate(std::uint32_t operator_code, Number x, Number y) co
 }
 
 Result Arithmetic::Compare(std::uint32_t operator_code, Number x, Number y) const {
-  if (!profile_.sign.stated) return Unstated(profile_.sign);
+  if (!profile_.sign.stated && !(IsSmall(x) && IsSmall(y))) return Unstated(profile_.sign);
   switch (operator_code) {
     case CodeOf("=="):
       return Result::Of(x == y ? 1 : 0);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "evaluation/readings.h"
 #include "evaluation/result.h"
 #include "profile/profile.h"
 
@@ -22,10 +23,10 @@ class Arithmetic {
   // The profile must outlive this.
   explicit Arithmetic(const profile::Profile& profile) : profile_(profile) {}
 
-  // A number as a meta file stores it; below 0 only where the profile says so.
+  // A number as a meta file stores it, below 0 only where the profile says so.
   Result Stored(std::uint32_t number) const;
-  // A reading, which is refused when the width cannot hold it.
-  Result Given(Number number) const;
+  // A reading, which is refused when the width cannot hold it. Bits are those of a number.
+  Result Given(const Reading& reading) const;
 
   // An arithmetic operator of two numbers.
   Result Calculate(std::uint32_t operator_code, Number x, Number y) const;
@@ -48,6 +49,8 @@ class Arithmetic {
   int Width() const { return static_cast<int>(*profile_.width.stated); }
   Number Least() const;
   Number Greatest() const;
+  // Whether the number is the same with and without a sign, in any width that may be meant.
+  bool IsSmall(Number number) const;
   bool Holds(Number number) const { return number >= Least() && number <= Greatest(); }
   // The number that the low bits are.
   Number Wrapped(Number number) const;

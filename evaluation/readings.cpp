@@ -71,7 +71,7 @@ AccessKey AccessOf(const machine::Machine& machine, const std::string& key) {
   for (std::size_t begin = 0; begin <= key.size();) {
     const std::size_t end = std::min(key.find(',', begin), key.size());
     const std::string_view part(key.data() + begin, end - begin);
-    access.push_back(NumberOfPart(machine, Trimmed(part), key));
+    access.push_back(Bits(NumberOfPart(machine, Trimmed(part), key)));
     begin = end + 1;
   }
   if (access.size() < kFewestNumbers) {
@@ -81,6 +81,14 @@ AccessKey AccessOf(const machine::Machine& machine, const std::string& key) {
                            key);
   }
   return access;
+}
+
+// Of the i-th part of an access, after a comma unless it is the first.
+std::string PartText(std::size_t i, Number part) {
+  const bool is_address = i == 1 || i == 4;
+  const bool is_hexadecimal = part > (is_address ? 9 : 0x7FFFFFFF);
+  return (i == 0 ? "" : ",") +
+         (is_hexadecimal ? fmt::format("0x{:X}", static_cast<std::uint64_t>(part)) : TextOf(part));
 }
 
 // The entry whose number a reading gives instead.
@@ -94,19 +102,30 @@ ValueKey ValueOfTarget(const Target& target, const std::string& key) {
 
 }  // namespace
 
+Number Bits(Number number) {
+  constexpr Number kLeast = -(Number{1} << 31);
+  return number < 0 && number >= kLeast ? number + (Number{1} << 32) : number;
+}
+
 std::string TextOf(const AccessKey& key) {
   std::string text;
-  for (std::size_t i = 0; i < key.size(); ++i) {
-    const bool is_address = i == 1 || i == 4;
-    if (i > 0) text += ',';
-    text += is_address && key[i] > 9 ? fmt::format("0x{:X}", static_cast<std::uint64_t>(key[i]))
-                                     : TextOf(key[i]);
+  for (std::size_t i = 0; i < key.size(); ++i) text += PartText(i, key[i]);
+  return text;
+}
+
+std::string TextOf(const std::vector<Result>& parts) {
+  std::string text;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    text += parts[i].IsNumber() ? PartText(i, Bits(parts[i].number()))
+                                : std::string(i == 0 ? "" : ",") + NameOf(parts[i].kind());
   }
   return text;
 }
 
-Number Readings::NumberOf(const std::string& text) {
-  if (const std::optional<Number> number = ParseNumber(Trimmed(text))) return *number;
+Reading Readings::NumberOf(const std::string& text) {
+  const std::string_view trimmed = Trimmed(text);
+  if (const std::optional<Number> number = ParseNumber(trimmed))
+    return {*number, language::IsHexadecimal(trimmed)};
   throw support::Failure(support::ExitStatus::kWrongUsage, "{} is not a whole number of 64 bits",
                          support::NameText(support::Shortened(text)));
 }

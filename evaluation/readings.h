@@ -17,14 +17,30 @@
 
 namespace rux::evaluation {
 
-// An access to a bus is known by its numbers: type, operand, number, bus, base, arguments.
+// An access to a bus is known by its numbers: type, operand, number, bus, base, arguments. Each is
+// the Bits() of a number: an address is the same with and without a sign.
 using AccessKey = std::vector<Number>;
 
-// In the order of a script, addresses above 9 in hexadecimal: "4,0x20,1,1,0".
-std::string TextOf(const AccessKey& key);
+// From 0 up, as a file stores the number in 32 bits; a number that needs more is as it is.
+Number Bits(Number number);
 
-// What is read one after the other; the last one again and again.
-using Sequence = std::vector<Number>;
+// In the order of a script; addresses above 9 and numbers with the top bit of 32 set in
+// hexadecimal: "4,0x20,1,1,0".
+std::string TextOf(const AccessKey& key);
+// The same of parts that need not be known: "5,0x20,1,3,0,unknown".
+std::string TextOf(const std::vector<Result>& parts);
+
+// A number that a test gives, or the bits of one: 0xFFFFFFFF may be -1.
+struct Reading {
+  Reading(Number of, bool bits = false) : number(of), is_bits(bits) {}  // NOLINT
+  operator Number() const { return number; }                            // NOLINT
+
+  Number number;
+  bool is_bits;  // written in hexadecimal
+};
+
+// What is read one after the other, in each round from the first on; the last one again and again.
+using Sequence = std::vector<Reading>;
 
 // What a reading is of.
 using ReadingKey = std::variant<AccessKey, ValueKey>;
@@ -51,7 +67,7 @@ class Readings {
   const Sequence* OfValue(const ValueKey& key) const;
 
   // Throws a Failure of wrong usage unless the text is a number, in decimal or hexadecimal.
-  static Number NumberOf(const std::string& text);
+  static Reading NumberOf(const std::string& text);
 
  private:
   std::map<AccessKey, Sequence> accesses_;

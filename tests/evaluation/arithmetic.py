@@ -13,6 +13,7 @@ import sys
 
 CHOICES = {
     "sign": ["signed", "unsigned"],
+    "stored_sign": ["extended", "zeros"],
     "overflow": ["wrap", "saturate", "error"],
     "quotient": ["toward-zero", "down"],
     "division_by_zero": ["error", "zero", "greatest"],
@@ -64,13 +65,25 @@ class Rules:
         return self.least if number < self.least else self.greatest
 
     def stored(self, word):
-        number = word - (1 << 32) if self.is_signed and word >= 1 << 31 else word
+        number = word
+        if self.is_signed and word >= 1 << 31:
+            extended = self.profile.get("stored_sign") == "extended"
+            if self.width is None and not extended:
+                raise Stop("unknown")
+            if extended or self.width <= 32 or self.choice("stored_sign") == "extended":
+                number -= 1 << 32
         return self.fit(number) if self.has_form else number
 
-    def given(self, number):
-        if self.has_form and not self.least <= number <= self.greatest:
-            raise Stop("error")
-        return number
+    def given(self, number, is_bits):
+        if not self.has_form or self.least <= number <= self.greatest:
+            return number
+        if is_bits and 0 <= number < 1 << self.width:
+            return self.low_bits(number)
+        raise Stop("error")
+
+    def is_small(self, number):
+        """Whether it is the same with and without a sign, in any width that may be meant."""
+        return 0 <= number < 1 << (self.width or 8) - 1
 
     def divide(self, name, x, y):
         if y == 0:
@@ -171,9 +184,12 @@ class Maker:
         if self.rng.random() < 0.7:
             text.append(str(word))
             return rules.stored(word)
+        if self.rng.random() < 0.3:
+            text += ["given", hex(word)]
+            return rules.given(word, True)
         word -= self.rng.choice([0, 1 << 31, 1 << 32])
         text += ["given", str(word)]
-        return rules.given(word)
+        return rules.given(word, False)
 
     def value(self, rules, text, depth):
         """The result of what it appends to the text; of two that have none, an error counts."""
@@ -193,7 +209,8 @@ class Maker:
             raise Stop("error")
         x, y = self.number_of(x), self.number_of(y)
         if name in COMPARISONS:
-            rules.choice("sign")
+            if not (rules.is_small(x) and rules.is_small(y)):
+                rules.choice("sign")
             return 1 if COMPARISONS[name](x, y) else 0
         return rules.calculate(name, x, y)
 

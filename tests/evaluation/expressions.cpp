@@ -2,7 +2,9 @@
 // in postfix order.
 //
 //   profile {"name": ...}   what the lines after it go by
-//   5 given -7 *            numbers are as meta files store them; after "given" they are readings
+//   5 given -7 *            numbers are as meta files store them; after "given" they are readings,
+//   in
+//                           decimal or as bits: 0xFFFFFFFF
 //   5 field 4 8             some bits of what is before
 //
 // Prints a number, "unknown" or "error" for each expression.
