@@ -81,6 +81,8 @@ CaseRun::CaseRun(const Bench& bench, const Case& source, Coverage& coverage,
 
 CaseResult CaseRun::Run() {
   const std::vector<BoundRound> rounds = Bind(machine(), evaluator_.arithmetic(), source_);
+  // A sensor that a later round asks for has its band from the readings of those before.
+  for (const BoundRound& bound : rounds) rounds_.Watch(bound.targets);
   for (const BoundRound& bound : rounds) RunRound(bound);
   CaseResult result{&source_, std::move(mismatches_), {}};
   for (const BoundRound& bound : rounds) {
@@ -227,6 +229,10 @@ void CaseRun::CompareEffects(const CaseRound& round) {
   Texts writes;
   for (const evaluation::AccessMade& access : effects_.accesses()) {
     if (access.is_write) writes.push_back(access.key);
+  }
+  if (const std::optional<evaluation::Result>& obstacle = effects_.obstacle()) {
+    calls.push_back("more: " + obstacle->Text());
+    writes.push_back("more: " + obstacle->Text());
   }
   CompareLists(round, "calls", round.calls, calls, watch_.calls());
   CompareLists(round, "writes", round.writes, writes, watch_.writes());

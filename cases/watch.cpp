@@ -44,6 +44,8 @@ void Watch::Access(const evaluation::AccessKey& key, bool is_write, const evalua
   }
 }
 
+void Watch::OpenWrite(const std::vector<evaluation::Result>&) { writes_.push_back(open_.back()); }
+
 void Watch::Use(const evaluation::ReadingKey& key) {
   used_.insert(key);
   in_round_.insert(key);

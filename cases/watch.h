@@ -40,6 +40,7 @@ class Watch : public evaluation::Observer {
   void Call(const ruxcomp::Section& action, const std::vector<evaluation::Result>&) override;
   void Access(const evaluation::AccessKey& key, bool is_write,
               const evaluation::Result& result) override;
+  void OpenWrite(const std::vector<evaluation::Result>& parts) override;
 
  private:
   void Use(const evaluation::ReadingKey& key);

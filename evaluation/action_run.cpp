@@ -36,40 +36,52 @@ Result Evaluator::CallAt(std::size_t at, const ruxcomp::Entry& entry, Frame& fra
 }
 
 Result Evaluator::Repeat(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
-  if (!profile_.repeaters.stated) return Unstated(profile_.repeaters);
+  if (!profile_.repeaters.stated) return LeaveOpen(Unstated(profile_.repeaters));
   if (profile_.repeaters.Is(profile::Repeaters::kIgnored))
-    return Result::Unknown("repeaters do not run");
-  if (!profile_.repeater_count.stated) return Unstated(profile_.repeater_count);
+    return Result::Nothing("repeaters do not run");
+  if (!profile_.repeater_count.stated) return LeaveOpen(Unstated(profile_.repeater_count));
   if (entry.values().size() < 2 || entry.value(0).kind() != RUX_DATA_NUMBER)
-    return Result::Unknown("the file does not have how often it repeats");
-  Observe([&](Observer& each) { each.Begin(section, entry); });
-  Result last = Result::Unknown("it repeats 0 times");
+    return LeaveOpen(Result::Unknown("the file does not have how often it repeats"));
   const bool has_round = !profile_.repeater_count.Is(profile::RepeaterCount::kNone);
+  constexpr std::size_t kFirstArgument = 2;
+  const bool has_arguments = entry.values().size() > kFirstArgument;
+  if (has_round && has_arguments && profile_.first_argument.Is(profile::FirstArgument::kArg0)) {
+    return LeaveOpen(
+        Result::Unknown("the profile has ARG0 both as first_argument and as "
+                        "repeater_count"));
+  }
+  Observe([&](Observer& each) { each.Begin(section, entry); });
+  Result last = Result::Nothing("it repeats 0 times");
   const Number first = profile_.repeater_count.Is(profile::RepeaterCount::kArg0FromOne) ? 1 : 0;
   for (std::uint32_t i = 0; i < entry.value(0).number(); ++i) {
-    if (++steps_ > kMostSteps) {
-      last = Result::Error(fmt::format("more than {} steps", kMostSteps));
+    if (++steps_ > most_steps_) {
+      last = TooManySteps();
       break;
     }
     Frame frame;
     if (has_round) frame.round = first + i;
     Frame callee;
     callee.round = frame.round;
-    callee.arguments = Operands(entry, 2, frame);
+    callee.arguments = Operands(entry, kFirstArgument, frame);
     last = CallWith(entry.value(1).index(), std::move(callee));
   }
   Observe([&](Observer& each) { each.End(section, entry, last); });
   return last;
 }
 
+Result Evaluator::TooManySteps() {
+  return LeaveOpen(Result::Error(fmt::format("more than {} steps", most_steps_)));
+}
+
 Result Evaluator::CallWith(std::uint32_t action, Frame frame) {
   frame.action = plan_.Action(action);
-  if (frame.action == nullptr) return Result::Unknown("the action is not in the file");
+  if (frame.action == nullptr) return LeaveOpen(Result::Unknown("the action is not in the file"));
   const ruxcomp::Section& section = frame.action->section;
   const bool is_begun = std::any_of(calls_.begin(), calls_.end(), [&](const Frame* each) {
     return each->action == frame.action && each->arguments == frame.arguments;
   });
-  if (is_begun) return Result::Error(fmt::format("{} calls itself", section.name()));
+  if (is_begun) return LeaveOpen(Result::Error(fmt::format("{} calls itself", section.name())));
+  ++events_;
   Observe([&](Observer& each) { each.Call(section, frame.arguments); });
   calls_.push_back(&frame);
   const Result result = Run(frame);
@@ -82,12 +94,12 @@ Result Evaluator::Run(Frame& frame) {
   const ActionValues& values = *frame.action;
   ruxcomp::Entry entry = values.value;
   if (frame.is_ipmi && values.ipmi) {
-    if (!profile_.ipmi_calls.stated) return Unstated(profile_.ipmi_calls);
+    if (!profile_.ipmi_calls.stated) return LeaveOpen(Unstated(profile_.ipmi_calls));
     if (profile_.ipmi_calls.Is(profile::IpmiCalls::kValueIpmi)) entry = values.ipmi;
   }
   // Without other values there is only one order.
   const bool has_order = !values.as_written.empty();
-  if (has_order && !profile_.action_order.stated) return Unstated(profile_.action_order);
+  if (has_order && !profile_.action_order.stated) return LeaveOpen(Unstated(profile_.action_order));
   if (has_order && !profile_.action_order.Is(profile::ActionOrder::kWhenUsed)) {
     const bool by_number = profile_.action_order.Is(profile::ActionOrder::kByNumber);
     const Result last = RunInOrder(by_number ? values.by_number : values.as_written, entry, frame);
@@ -105,7 +117,7 @@ Result Evaluator::RunInOrder(const std::vector<ruxcomp::Entry>& order, const rux
   const ruxcomp::Section& section = frame.action->section;
   for (std::size_t at = 0; at < order.size();) {
     const Step step = Evaluate(section, order[at], frame);
-    if (steps_ > kMostSteps || step.is_open) return step.result;
+    if (steps_ > most_steps_ || step.is_open) return step.result;
     frame.values.insert_or_assign(order[at].identifier(), step.result);
     at += step.skips_next ? 2 : 1;
     if (!step.next) {
@@ -115,7 +127,7 @@ Result Evaluator::RunInOrder(const std::vector<ruxcomp::Entry>& order, const rux
     const auto next = std::find_if(order.begin(), order.end(), [&](const ruxcomp::Entry& each) {
       return each.identifier() == *step.next;
     });
-    if (next == order.end()) return Result::Unknown("a goto leads to no value");
+    if (next == order.end()) return LeaveOpen(Result::Unknown("a goto leads to no value"));
     at = static_cast<std::size_t>(next - order.begin());
   }
   return last ? Evaluate(section, last, frame).result : Result::Unknown("");

@@ -14,6 +14,7 @@
 #include "evaluation/arithmetic.h"
 #include "evaluation/change.h"
 #include "evaluation/result.h"
+#include "evaluation/target.h"
 #include "profile/choices.h"
 #include "profile/profile.h"
 #include "ruxcomp/identifiers.h"
@@ -33,15 +34,6 @@ bool IsHigh(const SensorLimit& limit) { return limit.row->side == language::Limi
 bool AreSame(const std::vector<SensorLimit>& a, const std::vector<SensorLimit>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](const SensorLimit& x, const SensorLimit& y) { return x.row == y.row; });
-}
-
-// The text of a property without P_; empty when the sensor does not have it.
-std::string_view PropertyOf(const ruxcomp::Section& sensor, std::string_view name) {
-  for (const ruxcomp::Entry entry : sensor.entries()) {
-    if (language::ClassOf(entry.identifier()) == language::CLASS_Property && entry.name() == name)
-      return entry.value().text();
-  }
-  return {};
 }
 
 // Whether CONTROLMASK lets the limit count: 1 or 0.
@@ -188,6 +180,8 @@ Result BandState::IsBeyond(const profile::Profile& profile, const ruxcomp::Secti
 Band BandState::Next(const profile::Profile& profile, const ruxcomp::Section& sensor,
                      const Result& value, const std::optional<Result>& ipmi, const Change* change) {
   const SensorLimits all = LimitsOf(profile, sensor, change);
+  // Without a reading, those before it and after it are not in a row.
+  const std::uint32_t seen = std::exchange(seen_, 0);
   if (all.obstacle) return {{}, true, all.obstacle};
   if (all.limits.empty()) return {{}, false};
   if (ipmi && !profile.limit_value.stated) return {{}, true, Unstated(profile.limit_value)};
@@ -205,16 +199,23 @@ Band BandState::Next(const profile::Profile& profile, const ruxcomp::Section& se
     }
     if (is_beyond) beyond.push_back(limit);
   }
-  if (AreSame(beyond, beyond_)) {
+  seen_ = seen;
+  return Entered(profile, std::move(beyond));
+}
+
+Band BandState::Entered(const profile::Profile& profile, Limits beyond) {
+  const bool is_same = AreSame(beyond, beyond_);
+  if (is_same || !profile.debounce.stated) {
     seen_ = 0;
-    return {beyond_};
+    if (is_same) return {beyond_};
+    return {{}, true, Unstated(profile.debounce)};
   }
-  if (!profile.debounce.stated) return {{}, true, Unstated(profile.debounce)};
   seen_ = seen_ > 0 && AreSame(beyond, candidate_) ? seen_ + 1 : 1;
-  candidate_ = beyond;
-  if (seen_ < *profile.debounce.stated) return {beyond_};
+  candidate_ = std::move(beyond);
+  const std::uint32_t needed = *profile.debounce.stated;
+  if (seen_ < needed) return {beyond_, true, std::nullopt, PendingBand{candidate_, seen_, needed}};
   seen_ = 0;
-  beyond_ = beyond;
+  beyond_ = candidate_;
   return {beyond_};
 }
 

@@ -59,10 +59,18 @@ std::string BandName(const language::LimitRow& limit);
 inline constexpr char kNormalBand[] = "normal";
 inline constexpr char kNoBand[] = "none";
 
+// What readings were beyond, but not yet often enough to count.
+struct PendingBand {
+  std::vector<SensorLimit> beyond;  // from the lowest name up
+  std::uint32_t seen;               // in how many readings in a row
+  std::uint32_t needed;             // how many it takes
+};
+
 struct Band {
   std::vector<SensorLimit> beyond = {};  // from the lowest name up
   bool has_limits = true;
   std::optional<Result> obstacle = {};  // why it is not known
+  std::optional<PendingBand> pending = {};
 
   // That of the outermost limit: "FH", "WH", "normal", "WL", "FL"; "none" without limits;
   // "unknown" or "error".
@@ -74,11 +82,14 @@ struct Band {
 // The band that a sensor is in from reading to reading.
 class BandState {
  public:
+  // `ipmi`: of a sensor that has a VALUE_IPMI.
   Band Next(const profile::Profile& profile, const ruxcomp::Section& sensor, const Result& value,
             const std::optional<Result>& ipmi, const Change* change);
 
  private:
   using Limits = std::vector<SensorLimit>;
+  // After a reading that is beyond these.
+  Band Entered(const profile::Profile& profile, Limits beyond);
   bool WasBeyond(const SensorLimit& limit) const;
   Result IsBeyond(const profile::Profile& profile, const ruxcomp::Section& sensor,
                   const SensorLimit& limit, Number reading) const;

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "evaluation/arithmetic.h"
@@ -44,6 +46,25 @@ bool HasType(const ruxcomp::Entry& entry) {
   return type && language::ClassOf(type.index()) == language::CLASS_ValueType;
 }
 
+// Whether values of the type, which nobody states, may call, write, or decide what does.
+bool MayActAs(std::uint32_t type) {
+  const language::ValueType& row = language::FindValueType(type);
+  const auto acts = [&](const profile::MeaningRow& each) {
+    switch (each.meaning) {
+      case Meaning::kNothing:
+      case Meaning::kZero:
+      case Meaning::kOperand:
+      case Meaning::kWait:
+      case Meaning::kRead:
+      case Meaning::kField:
+        return false;
+      default:
+        return each.Fits(row);
+    }
+  };
+  return std::any_of(std::begin(profile::kMeanings), std::end(profile::kMeanings), acts);
+}
+
 // How many values an entry of the type has at least, the type among them.
 std::size_t LeastOf(const ruxcomp::Entry& entry) {
   const std::uint32_t type = TypeOf(entry);
@@ -60,7 +81,21 @@ void Evaluator::BeginRound() {
   steps_ = 0;
 }
 
+void Evaluator::Give(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
+                     const Result& number) {
+  Observe([&](Observer& each) { each.Given(section, entry, number); });
+}
+
+Result Evaluator::LeaveOpen(Result why) {
+  Observe([&](Observer& each) { each.Open(why); });
+  return why;
+}
+
 Result Evaluator::ValueOf(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+  const GlobalEntry* global =
+      section.kind() == RUX_SECT_GLOBAL ? plan_.Global(entry.identifier()) : nullptr;
+  if (global != nullptr && KeyOf(global->section, global->entry) == KeyOf(section, entry))
+    return Global(entry.identifier());
   Frame frame;
   frame.is_ipmi = entry.name() == language::FixedKeysOf(language::CLASS_Value)[0].text;
   return Evaluate(section, entry, frame).result;
@@ -70,16 +105,17 @@ Evaluator::Step Evaluator::Evaluate(const ruxcomp::Section& section, const ruxco
                                     Frame& frame) {
   if (const Sequence* given = readings_.OfValue(KeyOf(section, entry))) {
     const Result result = Next(*given);
-    Observe([&](Observer& each) { each.Given(section, entry, result); });
+    Give(section, entry, result);
     return {result};
   }
   Observe([&](Observer& each) { each.Begin(section, entry); });
   steps_ += std::max<std::size_t>(entry.values().size(), 1);
   ++depth_;
   const Step step = [&]() -> Step {
-    if (steps_ > kMostSteps) return {Result::Error(fmt::format("more than {} steps", kMostSteps))};
+    if (steps_ > most_steps_) return {TooManySteps()};
     if (depth_ <= kDeepestValue) return StepOf(section, entry, frame);
-    return {Result::Error(fmt::format("values are nested more than {} deep", kDeepestValue))};
+    return {LeaveOpen(
+        Result::Error(fmt::format("values are nested more than {} deep", kDeepestValue)))};
   }();
   --depth_;
   Observe([&](Observer& each) { each.End(section, entry, step.result); });
@@ -91,7 +127,10 @@ Evaluator::Step Evaluator::StepOf(const ruxcomp::Section& section, const ruxcomp
   if (!HasType(entry)) return {Result::Unknown("the entry has no value")};
   const std::uint32_t type = TypeOf(entry);
   const std::optional<Meaning> meaning = profile_.MeaningOf(type);
-  if (!meaning) return {Result::Unknown(fmt::format("no profile states what type {} does", type))};
+  if (!meaning) {
+    Result unknown = Result::Unknown(fmt::format("no profile states what type {} does", type));
+    return {MayActAs(type) ? LeaveOpen(std::move(unknown)) : std::move(unknown)};
+  }
   if (entry.values().size() < LeastOf(entry))
     return {Result::Error(fmt::format("a value of type {} lacks parts", type))};
   switch (*meaning) {
@@ -108,7 +147,7 @@ Evaluator::Step Evaluator::Control(Meaning meaning, const ruxcomp::Section& sect
                                    const ruxcomp::Entry& entry, Frame& frame) {
   if (meaning == Meaning::kGoto) return {NoNumber("a goto"), false, entry.value(1).index()};
   Result condition = Operand(entry.value(1), frame);
-  if (!condition.IsNumber()) return {condition, false, std::nullopt, true};
+  if (!condition.IsNumber()) return {LeaveOpen(condition), false, std::nullopt, true};
   const bool holds = condition.number() != 0;
   Observe([&](Observer& each) { each.Branch(section, entry, holds); });
   return {NoNumber("a condition"), holds == (meaning == Meaning::kIfNot)};
@@ -128,7 +167,7 @@ Result Evaluator::Plain(Meaning meaning, const ruxcomp::Section& section,
     case Meaning::kCallIf:
     case Meaning::kCallIfNot: {
       Result condition = Operand(entry.value(1), frame);
-      if (!condition.IsNumber()) return condition;
+      if (!condition.IsNumber()) return LeaveOpen(condition);
       const bool holds = condition.number() != 0;
       Observe([&](Observer& each) { each.Branch(section, entry, holds); });
       return holds == (meaning == Meaning::kCallIf) ? CallAt(2, entry, frame)
@@ -162,39 +201,24 @@ Result Evaluator::Calculation(const ruxcomp::Section& section, const ruxcomp::En
   const std::uint32_t code = changed != nullptr ? changed->number : Immediate(entry.value(1));
   const Result x = Operand(entry.value(2), frame);
   const Result y = Operand(entry.value(3), frame);
-  if (!x.IsNumber() || !y.IsNumber()) return ObstacleOf(x, y);
-  if (!language::IsComparison(code)) return arithmetic_.Calculate(code, x.number(), y.number());
-  Result holds = arithmetic_.Compare(code, x.number(), y.number());
-  if (!holds.IsNumber()) return holds;
+  const bool is_comparison = language::IsComparison(code);
+  if (!x.IsNumber() || !y.IsNumber())
+    return is_comparison ? Undecided(entry, ObstacleOf(x, y)) : ObstacleOf(x, y);
+  if (!is_comparison) return arithmetic_.Calculate(code, x.number(), y.number());
+  const Result holds = arithmetic_.Compare(code, x.number(), y.number());
+  if (!holds.IsNumber()) return Undecided(entry, holds);
   const bool is_true = holds.number() != 0;
   Observe([&](Observer& each) { each.Branch(section, entry, is_true); });
-  if (!profile_.comparison.stated) return Unstated(profile_.comparison);
+  if (!profile_.comparison.stated) return Undecided(entry, Unstated(profile_.comparison));
   if (profile_.comparison.Is(profile::Comparison::kOneIfTrue)) return holds;
   const bool is_third = is_true == profile_.comparison.Is(profile::Comparison::kThirdIfTrue);
   return Operand(entry.value(is_third ? 4 : 5), frame);
 }
 
-Result Evaluator::Access(bool is_write, const ruxcomp::Entry& entry, Frame& frame) {
-  AccessKey key = {TypeOf(entry)};
-  for (const Result& part : Operands(entry, 1, frame)) {
-    if (!part.IsNumber()) return part;
-    key.push_back(part.number());
-  }
-  const auto result = [&]() -> Result {
-    if (!is_write) {
-      const Sequence* given = readings_.OfAccess(key);
-      return given != nullptr ? Next(*given) : Result::Unknown("no reading of " + TextOf(key));
-    }
-    if (!profile_.write_result.stated) return Unstated(profile_.write_result);
-    constexpr std::size_t kFirstData = 5;
-    if (profile_.write_result.Is(profile::WriteResult::kZero)) return Result::Of(0);
-    const bool has_data = key.size() > kFirstData;
-    return has_data && profile_.write_result.Is(profile::WriteResult::kData)
-               ? Result::Of(key[kFirstData])
-               : NoNumber("a write");
-  }();
-  Observe([&](Observer& each) { each.Access(key, is_write, result); });
-  return result;
+Result Evaluator::Undecided(const ruxcomp::Entry& entry, Result why) {
+  const bool may_act = !profile_.comparison.Is(profile::Comparison::kOneIfTrue) &&
+                       (MayAct(entry.value(4)) || MayAct(entry.value(5)));
+  return may_act ? LeaveOpen(std::move(why)) : why;
 }
 
 Result Evaluator::List(Meaning meaning, const ruxcomp::Entry& entry, Frame& frame) {
@@ -222,61 +246,6 @@ Result Evaluator::Cell(const ruxcomp::Entry& entry, Frame& frame) {
   const auto at = static_cast<std::uint32_t>(cell);
   Observe([&](Observer& each) { each.Cell(table, at); });
   return arithmetic_.Stored(Change::CellAt(change_, table.ordinal(), at, (*cells)[at]));
-}
-
-Result Evaluator::Operand(const ruxcomp::Value& value, Frame& frame) {
-  switch (language::ClassOf(value.index())) {
-    case language::CLASS_Small:
-      return Argument(Immediate(value), frame);
-    case language::CLASS_Value:
-      return LocalValue(value, frame);
-    case language::CLASS_Global:
-      return Global(value);
-    default:
-      // Some numbers cannot be found in a meta file.
-      return value.kind() == RUX_DATA_NUMBER ? arithmetic_.Stored(value.number())
-                                             : Result::Unknown("the file has no such number");
-  }
-}
-
-std::vector<Result> Evaluator::Operands(const ruxcomp::Entry& entry, std::size_t first,
-                                        Frame& frame) {
-  std::vector<Result> results;
-  const ruxcomp::Values values = entry.values();
-  for (std::size_t i = first; i < values.size(); ++i) results.push_back(Operand(values[i], frame));
-  return results;
-}
-
-Result Evaluator::Argument(std::uint32_t number, const Frame& frame) const {
-  if (frame.round && number == 0) return Result::Of(*frame.round);
-  if (frame.action == nullptr) return Result::Unknown(fmt::format("ARG{} is of no call", number));
-  if (!profile_.first_argument.stated) return Unstated(profile_.first_argument);
-  const std::uint32_t first = profile_.first_argument.Is(profile::FirstArgument::kArg1) ? 1 : 0;
-  if (number >= first && number - first < frame.arguments.size())
-    return frame.arguments[number - first];
-  return Result::Unknown(fmt::format("ARG{} is not given", number));
-}
-
-Result Evaluator::Global(const ruxcomp::Value& value) {
-  const GlobalEntry* global = plan_.Global(value.index());
-  if (global == nullptr) return Result::Unknown("the global is not in the file");
-  const std::uint32_t identifier = value.index();
-  const auto known = globals_.find(identifier);
-  if (known != globals_.end()) return known->second;
-  if (std::find(begun_globals_.begin(), begun_globals_.end(), identifier) != begun_globals_.end())
-    return Result::Error(fmt::format("G_{} uses itself", global->entry.name()));
-  begun_globals_.push_back(identifier);
-  const Result result = ValueOf(global->section, global->entry);
-  begun_globals_.pop_back();
-  if (!profile_.globals.Is(profile::Globals::kEachUse)) globals_.emplace(identifier, result);
-  return result;
-}
-
-Result Evaluator::Next(const Sequence& sequence) {
-  std::size_t& taken = taken_[&sequence];
-  const Number number = sequence[std::min(taken, sequence.size() - 1)];
-  ++taken;
-  return arithmetic_.Given(number);
 }
 
 }  // namespace rux::evaluation

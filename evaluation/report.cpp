@@ -28,28 +28,34 @@ std::string PlaceText(const std::optional<machine::Place>& place) {
   return place ? "  " + place->SafeText() : "";
 }
 
-// " degrees C"; empty when the profile or the sensor names no unit.
-std::string UnitOf(const Report& report) {
+// "degrees C"; empty when the profile or the sensor names no unit.
+std::string_view UnitOf(const Report& report) {
   const std::optional<std::string>& property = report.profile.unit_property.stated;
   if (!property || !report.outcome.band) return "";
-  for (const ruxcomp::Entry entry : report.target.section.entries()) {
-    const bool is_property = language::ClassOf(entry.identifier()) == language::CLASS_Property;
-    if (is_property && entry.name() == *property)
-      return ' ' + support::SafeText(entry.value().text());
-  }
-  return "";
+  return PropertyOf(report.target.section, *property);
 }
 
-std::string ValueLine(std::string_view what, const Result& result, const std::string& unit) {
-  return support::SafeFormat("{}: {}", what, result.Text()) +
-         (result.IsNumber() ? unit : std::string()) + '\n';
+std::string ValueLine(std::string_view what, const Result& result, std::string_view unit) {
+  return support::SafeFormat("{}: {}{}{}\n", what, result.Text(),
+                             unit.empty() || !result.IsNumber() ? "" : " ",
+                             result.IsNumber() ? unit : "");
 }
 
-std::string LimitLine(const Report& report, const SensorLimit& limit) {
+std::string LimitLine(const Report& report, const SensorLimit& limit, const std::string& when) {
   const bool is_high = limit.row->side == language::LimitSide::kMost;
-  return fmt::format("  beyond {} ({} {}){}\n", language::KeywordOf(limit.row->entry),
-                     is_high ? "at most" : "at least", TextOf(limit.number),
+  return fmt::format("  beyond {} ({} {}){}{}\n", language::KeywordOf(limit.row->entry),
+                     is_high ? "at most" : "at least", TextOf(limit.number), when,
                      PlaceText(PlaceOf(report.machine, report.target.section, limit.entry)));
+}
+
+void WriteBand(const Report& report, const Band& band, support::TextStream& out) {
+  out += support::SafeFormat("band: {}\n", band.Text());
+  for (const SensorLimit& limit : band.beyond) out += LimitLine(report, limit, "");
+  if (!band.pending) return;
+  const std::string when =
+      fmt::format(" for {} of {} readings", band.pending->seen, band.pending->needed);
+  for (const SensorLimit& limit : band.pending->beyond) out += LimitLine(report, limit, when);
+  if (band.pending->beyond.empty()) out += fmt::format("  within the limits{}\n", when);
 }
 
 void WriteEffects(const Effects& effects, support::TextStream& out) {
@@ -58,6 +64,8 @@ void WriteEffects(const Effects& effects, support::TextStream& out) {
   for (const AccessMade& access : effects.accesses()) {
     if (access.is_write) out += fmt::format("writes {}\n", access.key);
   }
+  if (const std::optional<Result>& obstacle = effects.obstacle())
+    out += support::SafeFormat("more calls and writes: {}\n", obstacle->Text());
 }
 
 void WriteTrace(const Trace& trace, support::TextStream& out) {
@@ -70,13 +78,21 @@ void WriteTrace(const Trace& trace, support::TextStream& out) {
   }
 }
 
+void WriteLimit(support::JsonObject& json, const SensorLimit& limit) {
+  json.Member("limit", language::KeywordOf(limit.row->entry));
+  json.Member("number", support::JsonNumber{TextOf(limit.number)});
+}
+
 void WriteBand(const Band& band, support::JsonObject& json) {
   json.Object("band", [&](support::JsonObject& member) {
     member.Member("name", band.Name());
     if (band.obstacle) member.Member("reason", band.obstacle->reason());
-    member.Objects("beyond", band.beyond, [](support::JsonObject& limit, const SensorLimit& each) {
-      limit.Member("limit", language::KeywordOf(each.row->entry));
-      limit.Member("number", support::JsonNumber{TextOf(each.number)});
+    member.Objects("beyond", band.beyond, WriteLimit);
+    if (!band.pending) return;
+    member.Object("pending", [&](support::JsonObject& pending) {
+      pending.Objects("beyond", band.pending->beyond, WriteLimit);
+      pending.Member("seen", band.pending->seen);
+      pending.Member("needed", band.pending->needed);
     });
   });
 }
@@ -93,13 +109,9 @@ void WriteStep(support::JsonObject& json, const TraceStep& step) {
 
 void WriteText(const Report& report, support::TextStream& out) {
   out += profile::TitleOf(report.profile) + '\n';
-  const std::string unit = UnitOf(report);
-  out += ValueLine(report.target.Path(), report.outcome.value, unit);
+  out += ValueLine(report.target.Path(), report.outcome.value, UnitOf(report));
   if (report.outcome.ipmi) out += ValueLine("VALUE_IPMI", *report.outcome.ipmi, "");
-  if (report.outcome.band) {
-    out += support::SafeFormat("band: {}\n", report.outcome.band->Text());
-    for (const SensorLimit& limit : report.outcome.band->beyond) out += LimitLine(report, limit);
-  }
+  if (report.outcome.band) WriteBand(report, *report.outcome.band, out);
   WriteEffects(report.effects, out);
   if (report.trace != nullptr) WriteTrace(*report.trace, out);
 }
@@ -120,6 +132,7 @@ void WriteJson(const Report& report, support::JsonObject& json) {
   json.Member("path", report.target.Path());
   json.Object("value",
               [&](support::JsonObject& member) { WriteResult(report.outcome.value, member); });
+  if (const std::string_view unit = UnitOf(report); !unit.empty()) json.Member("unit", unit);
   if (report.outcome.ipmi) {
     json.Object("ipmi",
                 [&](support::JsonObject& member) { WriteResult(*report.outcome.ipmi, member); });
@@ -141,6 +154,9 @@ void WriteJson(const Report& report, support::JsonObject& json) {
                    WriteResult(each.result, member);
                  });
                });
+  if (const std::optional<Result>& obstacle = report.effects.obstacle()) {
+    json.Object("more", [&](support::JsonObject& member) { WriteResult(*obstacle, member); });
+  }
   if (report.trace != nullptr) json.Objects("trace", report.trace->steps(), WriteStep);
 }
 

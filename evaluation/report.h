@@ -25,7 +25,7 @@ struct Report {
 };
 
 // The profile, the value with its unit, the band with the lines of its limits, the calls, what was
-// written; then the trace.
+// written, and why that may not be all; then the trace.
 void WriteText(const Report& report, support::TextStream& out);
 
 // docs/eval.schema.json

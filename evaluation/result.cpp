@@ -29,9 +29,11 @@ std::string Result::Text() const {
 }
 
 const Result& ObstacleOf(const Result& first, const Result& second) {
-  const bool is_first = first.kind() == Result::Kind::kError ||
-                        (!first.IsNumber() && second.kind() != Result::Kind::kError);
-  return is_first ? first : second;
+  const auto rank = [](const Result& result) {
+    if (result.kind() == Result::Kind::kError) return 3;
+    return result.IsNumber() ? 0 : result.LacksReading() ? 1 : 2;
+  };
+  return rank(second) > rank(first) ? second : first;
 }
 
 }  // namespace rux::evaluation

@@ -21,20 +21,24 @@ class Result {
     kError,    // the machine as it is has no result
   };
 
-  static Result Of(Number number) { return {Kind::kNumber, number, {}}; }
-  static Result Unknown(std::string reason) { return {Kind::kUnknown, 0, std::move(reason)}; }
+  static Result Of(Number number) { return {Kind::kNumber, Why::kOther, number, {}}; }
+  static Result Unknown(std::string reason) { return Unknown(Why::kOther, std::move(reason)); }
   // What has no number by what it does, such as a write: unknown to what uses it.
-  static Result Nothing(std::string reason) {
-    Result result = Unknown(std::move(reason));
-    result.is_nothing_ = true;
-    return result;
+  static Result Nothing(std::string reason) { return Unknown(Why::kNothing, std::move(reason)); }
+  // For want of a reading.
+  static Result NoReading(std::string reason) {
+    return Unknown(Why::kNoReading, std::move(reason));
   }
-  static Result Error(std::string reason) { return {Kind::kError, 0, std::move(reason)}; }
+  static Result Error(std::string reason) {
+    return {Kind::kError, Why::kOther, 0, std::move(reason)};
+  }
 
   Kind kind() const { return kind_; }
   bool IsNumber() const { return kind_ == Kind::kNumber; }
   // Whether it depends on what nobody says.
-  bool IsOpen() const { return kind_ == Kind::kUnknown && !is_nothing_; }
+  bool IsOpen() const { return kind_ == Kind::kUnknown && why_ != Why::kNothing; }
+  // Whether a reading is all that it lacks.
+  bool LacksReading() const { return why_ == Why::kNoReading; }
   Number number() const { return number_; }              // 0 unless it is one
   const std::string& reason() const { return reason_; }  // empty for a number
 
@@ -46,20 +50,26 @@ class Result {
   }
 
  private:
-  Result(Kind kind, Number number, std::string reason)
-      : kind_(kind), number_(number), reason_(std::move(reason)) {}
+  // Why something is unknown.
+  enum class Why : std::uint8_t { kOther, kNothing, kNoReading };
+
+  Result(Kind kind, Why why, Number number, std::string reason)
+      : kind_(kind), why_(why), number_(number), reason_(std::move(reason)) {}
+  static Result Unknown(Why why, std::string reason) {
+    return {Kind::kUnknown, why, 0, std::move(reason)};
+  }
 
   Kind kind_;
+  Why why_;
   Number number_;
   std::string reason_;
-  bool is_nothing_ = false;
 };
 
 // "number", "unknown", "error"
 const char* NameOf(Result::Kind kind);
 
-// Of two results, at least one of which is not a number, the one that decides: an error before an
-// unknown result, the first before the second.
+// Of two results, at least one of which is not a number, the one that decides: an error before what
+// is unknown, and that before what only lacks a reading; else the first before the second.
 const Result& ObstacleOf(const Result& first, const Result& second);
 
 }  // namespace rux::evaluation

@@ -1,11 +1,16 @@
 #include "evaluation/round.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
+#include "evaluation/arithmetic.h"
+#include "evaluation/bands.h"
 #include "evaluation/evaluator.h"
 #include "evaluation/result.h"
 #include "evaluation/target.h"
@@ -23,6 +28,7 @@ namespace {
 constexpr char kPlainValue[] = "";
 constexpr char kIpmi[] = "IPMI";
 constexpr char kInit[] = "INIT";
+constexpr char kDeinit[] = "DEINIT";
 constexpr char kEntry[] = "ENTRY";
 constexpr char kExit[] = "EXIT";
 
@@ -30,80 +36,137 @@ bool IsSensor(const Target& target) {
   return target.kind->source == language::SECTION_SENSOR && !target.entry;
 }
 
+bool IsRepeater(const Target& target) { return target.kind->source == language::SECTION_REPEATER; }
+
+// Those that the sensors are in, each once, the outer ones first.
+std::vector<ruxcomp::Section> GroupsOf(const std::vector<ruxcomp::Section>& sensors) {
+  std::vector<ruxcomp::Section> groups;
+  std::set<std::uint32_t> known;
+  for (const ruxcomp::Section& sensor : sensors) {
+    std::vector<ruxcomp::Section> path;
+    for (ruxcomp::Section group = sensor.parent(); group && known.insert(group.ordinal()).second;
+         group = group.parent()) {
+      path.push_back(group);
+    }
+    groups.insert(groups.end(), path.rbegin(), path.rend());
+  }
+  return groups;
+}
+
 }  // namespace
+
+template <class Option>
+void Rounds::Hook(const profile::Member<Option>& member, Option when,
+                  const ruxcomp::Section& section, const char* name) {
+  const ruxcomp::Entry entry = ValueEntry(section, name);
+  if (!entry) return;
+  if (!member.stated) evaluator_.LeaveOpen(Unstated(member));
+  if (member.Is(when)) evaluator_.ValueOf(section, entry);
+}
 
 void Rounds::Start(const std::vector<Target>& targets) {
   evaluator_.BeginRound();
-  if (!evaluator_.profile().init_hooks.Is(profile::InitHooks::kAtStart)) return;
-  for (const ruxcomp::Section& group : GroupsOf(targets)) Hook(group, kInit);
-  for (const Target& target : targets) {
-    if (IsSensor(target)) Hook(target.section, kInit);
-  }
+  const std::vector<ruxcomp::Section> sensors = SensorsOf(targets);
+  const auto hook = [&](const ruxcomp::Section& section) {
+    Hook(evaluator_.profile().init_hooks, profile::InitHooks::kAtStart, section, kInit);
+  };
+  for (const ruxcomp::Section& group : GroupsOf(sensors)) hook(group);
+  for (const ruxcomp::Section& sensor : sensors) hook(sensor);
+}
+
+void Rounds::Stop(const std::vector<Target>& targets) {
+  evaluator_.BeginRound();
+  const std::vector<ruxcomp::Section> sensors = SensorsOf(targets);
+  const std::vector<ruxcomp::Section> groups = GroupsOf(sensors);
+  const auto hook = [&](const ruxcomp::Section& section) {
+    Hook(evaluator_.profile().deinit_hooks, profile::DeinitHooks::kAtStop, section, kDeinit);
+  };
+  for (const ruxcomp::Section& sensor : sensors) hook(sensor);
+  std::for_each(groups.rbegin(), groups.rend(), hook);
+}
+
+void Rounds::Watch(const std::vector<Target>& targets) {
+  std::copy_if(targets.begin(), targets.end(), std::back_inserter(watched_), IsSensor);
 }
 
 std::vector<Outcome> Rounds::Next(const std::vector<Target>& targets) {
   evaluator_.BeginRound();
-  const profile::Profile& profile = evaluator_.profile();
-  const std::vector<ruxcomp::Section> groups = GroupsOf(targets);
-  const bool has_groups = profile.group_hooks.Is(profile::GroupHooks::kAroundRound);
-  if (has_groups) {
-    for (const ruxcomp::Section& group : groups) Hook(group, kEntry);
+  const std::vector<ruxcomp::Section> sensors = SensorsOf(targets);
+  const std::vector<ruxcomp::Section> groups = GroupsOf(sensors);
+  const auto hook = [&](const ruxcomp::Section& group, const char* name) {
+    Hook(evaluator_.profile().group_hooks, profile::GroupHooks::kAroundRound, group, name);
+  };
+  for (const ruxcomp::Section& group : groups) hook(group, kEntry);
+  std::vector<std::optional<Outcome>> found(targets.size());
+  std::set<std::uint32_t> read;
+  for (std::size_t i = 0; i < targets.size(); ++i) {
+    if (IsRepeater(targets[i])) continue;
+    found[i] = OutcomeOf(targets[i]);
+    if (IsSensor(targets[i])) read.insert(targets[i].section.ordinal());
   }
+  for (const ruxcomp::Section& sensor : sensors) {
+    if (read.count(sensor.ordinal()) == 0) Read(sensor);
+  }
+  std::for_each(groups.rbegin(), groups.rend(),
+                [&](const ruxcomp::Section& group) { hook(group, kExit); });
   std::vector<Outcome> outcomes;
   outcomes.reserve(targets.size());
-  for (const Target& target : targets) outcomes.push_back(OutcomeOf(target));
-  if (has_groups) {
-    std::for_each(groups.rbegin(), groups.rend(),
-                  [&](const ruxcomp::Section& group) { Hook(group, kExit); });
-  }
+  for (std::size_t i = 0; i < targets.size(); ++i)
+    outcomes.push_back(found[i] ? std::move(*found[i]) : OutcomeOf(targets[i]));
   return outcomes;
 }
 
 Outcome Rounds::OutcomeOf(const Target& target) {
   if (IsSensor(target)) return Read(target.section);
-  if (target.kind->source == language::SECTION_REPEATER)
-    return {evaluator_.Repeat(target.section, target.entry)};
+  if (IsRepeater(target)) return {evaluator_.Repeat(target.section, target.entry)};
   if (!target.entry) return {evaluator_.Call(target.section, target.arguments)};
   return {evaluator_.ValueOf(target.section, target.entry)};
 }
 
 Outcome Rounds::Read(const ruxcomp::Section& sensor) {
   const profile::Profile& profile = evaluator_.profile();
-  const bool has_hooks = profile.sensor_hooks.Is(profile::SensorHooks::kAroundReading);
-  if (has_hooks) Hook(sensor, kEntry);
+  const auto hook = [&](const char* name) {
+    Hook(profile.sensor_hooks, profile::SensorHooks::kAroundReading, sensor, name);
+  };
+  hook(kEntry);
   const ruxcomp::Entry entry = ValueEntry(sensor, kPlainValue);
-  Outcome outcome{entry ? evaluator_.ValueOf(sensor, entry)
-                        : Result::Unknown("the sensor has no VALUE")};
-  if (const ruxcomp::Entry ipmi = ValueEntry(sensor, kIpmi))
-    outcome.ipmi = evaluator_.ValueOf(sensor, ipmi);
-  if (has_hooks) Hook(sensor, kExit);
-  const bool is_missing = outcome.value.kind() == Result::Kind::kUnknown;
-  const ruxcomp::Value theory = sensor.entry(RUX_ENTRY_THEORY).value();
-  if (is_missing && theory && profile.theory.Is(profile::Theory::kMissingReading))
-    outcome.value = evaluator_.arithmetic().Stored(theory.number());
-  outcome.band = bands_[sensor.ordinal()].Next(profile, sensor, outcome.value, outcome.ipmi,
-                                               evaluator_.change());
+  const ruxcomp::Entry ipmi = ValueEntry(sensor, kIpmi);
+  Outcome outcome{Result::Nothing("the sensor has no VALUE")};
+  const auto read_ipmi = [&](profile::IpmiValues when) {
+    if (ipmi && profile.ipmi_values.Is(when)) outcome.ipmi = evaluator_.ValueOf(sensor, ipmi);
+  };
+  read_ipmi(profile::IpmiValues::kBeforeValue);
+  if (entry) outcome.value = evaluator_.ValueOf(sensor, entry);
+  read_ipmi(profile::IpmiValues::kAfterValue);
+  if (ipmi && !profile.ipmi_values.stated)
+    outcome.ipmi = evaluator_.LeaveOpen(Unstated(profile.ipmi_values));
+  hook(kExit);
+  UseTheory(sensor, outcome.value);
+  std::optional<Result> compared = outcome.ipmi;
+  if (ipmi && !compared) compared = Result::Unknown("VALUE_IPMI is evaluated on request");
+  outcome.band =
+      bands_[sensor.ordinal()].Next(profile, sensor, outcome.value, compared, evaluator_.change());
   return outcome;
 }
 
-void Rounds::Hook(const ruxcomp::Section& section, const char* name) {
-  if (const ruxcomp::Entry entry = ValueEntry(section, name)) evaluator_.ValueOf(section, entry);
+void Rounds::UseTheory(const ruxcomp::Section& sensor, Result& value) {
+  const ruxcomp::Entry theory = sensor.entry(RUX_ENTRY_THEORY);
+  const bool is_used = evaluator_.profile().theory.Is(profile::Theory::kMissingReading);
+  if (!is_used || !theory || !value.LacksReading()) return;
+  value = evaluator_.arithmetic().Stored(theory.value().number());
+  evaluator_.Give(sensor, theory, value);
 }
 
-// Those that the sensors are in, each once, the outer ones first.
-std::vector<ruxcomp::Section> Rounds::GroupsOf(const std::vector<Target>& targets) const {
-  std::vector<ruxcomp::Section> groups;
+std::vector<ruxcomp::Section> Rounds::SensorsOf(const std::vector<Target>& targets) const {
+  std::vector<ruxcomp::Section> sensors;
   std::set<std::uint32_t> known;
-  for (const Target& target : targets) {
-    if (!IsSensor(target)) continue;
-    std::vector<ruxcomp::Section> path;
-    for (ruxcomp::Section group = target.section.parent();
-         group && known.insert(group.ordinal()).second; group = group.parent()) {
-      path.push_back(group);
+  for (const std::vector<Target>* each : {&targets, &watched_}) {
+    for (const Target& target : *each) {
+      if (IsSensor(target) && known.insert(target.section.ordinal()).second)
+        sensors.push_back(target.section);
     }
-    groups.insert(groups.end(), path.rbegin(), path.rend());
   }
-  return groups;
+  return sensors;
 }
 
 }  // namespace rux::evaluation

@@ -27,19 +27,31 @@ class Rounds {
   // The evaluator must outlive this.
   explicit Rounds(Evaluator& evaluator) : evaluator_(evaluator) {}
 
-  // What the profile has before the first round: VALUE_INIT of the sensors and of their groups.
+  // What the profile has before the first round: VALUE_INIT of the sensors that are watched or
+  // targets, and of their groups.
   void Start(const std::vector<Target>& targets);
-  // Of each target, in order. Hooks that the profile does not state are not evaluated.
+  // The same after the last round: VALUE_DEINIT.
+  void Stop(const std::vector<Target>& targets);
+  // From now on, the sensors among these are read in each round, whether they are asked for or not.
+  void Watch(const std::vector<Target>& targets);
+  // Of each target; they are evaluated in order, and then repeaters. Hooks that the profile does
+  // not state are left open.
   std::vector<Outcome> Next(const std::vector<Target>& targets);
 
  private:
   Outcome OutcomeOf(const Target& target);
   Outcome Read(const ruxcomp::Section& sensor);
-  // The value of that fixed name, if the section has it.
-  void Hook(const ruxcomp::Section& section, const char* name);
-  std::vector<ruxcomp::Section> GroupsOf(const std::vector<Target>& targets) const;
+  // In place of a value that lacks a reading, if the profile has it so.
+  void UseTheory(const ruxcomp::Section& sensor, Result& value);
+  // The value of that fixed name, if the section has it and the profile has it evaluated then.
+  template <class Option>
+  void Hook(const profile::Member<Option>& member, Option when, const ruxcomp::Section& section,
+            const char* name);
+  // The sensors among the targets, and those that are watched: each once.
+  std::vector<ruxcomp::Section> SensorsOf(const std::vector<Target>& targets) const;
 
   Evaluator& evaluator_;
+  std::vector<Target> watched_;
   std::map<std::uint32_t, BandState> bands_;  // by the ordinals of sensors
 };
 

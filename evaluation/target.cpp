@@ -66,6 +66,14 @@ ruxcomp::Entry ValueEntry(const ruxcomp::Section& section, std::string_view name
   return {};
 }
 
+std::string_view PropertyOf(const ruxcomp::Section& section, std::string_view name) {
+  for (const ruxcomp::Entry entry : section.entries()) {
+    if (language::ClassOf(entry.identifier()) == language::CLASS_Property && entry.name() == name)
+      return entry.value().text();
+  }
+  return {};
+}
+
 std::optional<machine::Place> PlaceOf(const machine::Machine& machine,
                                       const ruxcomp::Section& section,
                                       const ruxcomp::Entry& entry) {

@@ -48,6 +48,9 @@ Target FindTarget(const machine::Machine& machine, const std::string& path);
 // The entry with that key as scripts write it, such as VALUE_IPMI. None: it has none.
 ruxcomp::Entry ValueEntry(const ruxcomp::Section& section, std::string_view name);
 
+// The text of the property with that name, without P_; empty when the section does not have it.
+std::string_view PropertyOf(const ruxcomp::Section& section, std::string_view name);
+
 // Where the script says it, if that is known.
 std::optional<machine::Place> PlaceOf(const machine::Machine& machine,
                                       const ruxcomp::Section& section, const ruxcomp::Entry& entry);

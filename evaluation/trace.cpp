@@ -1,5 +1,6 @@
 #include "evaluation/trace.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -15,10 +16,21 @@
 
 namespace rux::evaluation {
 
+namespace {
+
+// Of parts that are not all numbers, the first that is none.
+const Result& ObstacleIn(const std::vector<Result>& parts) {
+  return *std::find_if(parts.begin(), parts.end(),
+                       [](const Result& part) { return !part.IsNumber(); });
+}
+
+}  // namespace
+
 std::string CallMade::Text() const {
   std::string text = action + '(';
   for (std::size_t i = 0; i < arguments.size(); ++i)
-    text += (i == 0 ? "" : ", ") + (arguments[i].IsNumber() ? arguments[i].Text() : "unknown");
+    text += (i == 0 ? "" : ", ") +
+            (arguments[i].IsNumber() ? arguments[i].Text() : NameOf(arguments[i].kind()));
   return text + ')';
 }
 
@@ -28,6 +40,14 @@ void Effects::Call(const ruxcomp::Section& action, const std::vector<Result>& ar
 
 void Effects::Access(const AccessKey& key, bool is_write, const Result& result) {
   accesses_.push_back({TextOf(key), is_write, result});
+}
+
+void Effects::OpenWrite(const std::vector<Result>& parts) {
+  accesses_.push_back({TextOf(parts), true, ObstacleIn(parts)});
+}
+
+void Effects::Open(const Result& why) {
+  if (!obstacle_) obstacle_ = why;
 }
 
 void Trace::Begin(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
@@ -54,6 +74,10 @@ void Trace::End(const ruxcomp::Section&, const ruxcomp::Entry&, const Result& re
 
 void Trace::Access(const AccessKey& key, bool is_write, const Result& result) {
   steps_.push_back({open_.size(), (is_write ? "writes " : "reads ") + TextOf(key), "", result});
+}
+
+void Trace::OpenWrite(const std::vector<Result>& parts) {
+  steps_.push_back({open_.size(), "writes " + TextOf(parts), "", ObstacleIn(parts)});
 }
 
 }  // namespace rux::evaluation

@@ -24,7 +24,7 @@ struct CallMade {
 };
 
 struct AccessMade {
-  std::string key;
+  std::string key;  // "5,0x40,1,3,0,unknown" where a part of a write is not known
   bool is_write;
   Result result;
 };
@@ -32,15 +32,20 @@ struct AccessMade {
 // The actions that are called and the accesses, in order.
 class Effects : public Observer {
  public:
+  // Why there may be more of them; none: these are all.
+  const std::optional<Result>& obstacle() const { return obstacle_; }
   const std::vector<CallMade>& calls() const { return calls_; }
   const std::vector<AccessMade>& accesses() const { return accesses_; }
 
   void Call(const ruxcomp::Section& action, const std::vector<Result>& arguments) override;
   void Access(const AccessKey& key, bool is_write, const Result& result) override;
+  void OpenWrite(const std::vector<Result>& parts) override;
+  void Open(const Result& why) override;
 
  private:
   std::vector<CallMade> calls_;
   std::vector<AccessMade> accesses_;
+  std::optional<Result> obstacle_;
 };
 
 struct TraceStep {
@@ -64,6 +69,7 @@ class Trace : public Observer {
   void Given(const ruxcomp::Section& section, const ruxcomp::Entry& entry,
              const Result& result) override;
   void Access(const AccessKey& key, bool is_write, const Result& result) override;
+  void OpenWrite(const std::vector<Result>& parts) override;
 
  private:
   void Add(const ruxcomp::Section& section, const ruxcomp::Entry& entry, std::string text,

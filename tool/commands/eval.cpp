@@ -31,6 +31,8 @@ struct EvalOptions {
   std::string profile;
   std::vector<std::string> readings;
   std::vector<std::string> arguments;
+  bool start = false;
+  bool stop = false;
   bool trace = false;
   bool json = false;
 };
@@ -70,7 +72,10 @@ support::ExitStatus Eval(const EvalOptions& options) {
   evaluator.AddObserver(effects);
   if (options.trace) evaluator.AddObserver(trace);
   target.arguments = ArgumentsOf(options, evaluator);
-  const evaluation::Outcome outcome = evaluation::Rounds(evaluator).Next({target}).front();
+  evaluation::Rounds rounds(evaluator);
+  if (options.start) rounds.Start({target});
+  const evaluation::Outcome outcome = rounds.Next({target}).front();
+  if (options.stop) rounds.Stop({target});
   const evaluation::Report report{machine, profile, target,
                                   outcome, effects, options.trace ? &trace : nullptr};
   support::Print(support::PrintOut, [&](support::TextStream& out) {
@@ -97,6 +102,10 @@ Action SetUpEval(Arguments& arguments) {
   arguments.Add("--argument", &options->arguments, "The next argument of an ACTION")
       .Value("NUMBER");
   AddProfile(arguments, options->profile);
+  arguments.Add("--start", &options->start,
+                "Begin as the machine starts: with VALUE_INIT, if the profile has it so");
+  arguments.Add("--stop", &options->stop,
+                "End as the machine stops: with VALUE_DEINIT, if the profile has it so");
   arguments.Add("--trace", &options->trace, "Print every value on the way, with its line");
   arguments.Add("--json", &options->json, "Print JSON (docs/eval.schema.json)");
   AddSearchOptions(arguments, options->machine);
