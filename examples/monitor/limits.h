@@ -40,6 +40,8 @@ Limits LimitsOf(const ruxcomp::Section& sensor);
 class Band {
  public:
   void Next(const Limits& limits, std::int64_t reading, const Convention& convention);
+  // A reading is missing: those before it and after it are not in a row.
+  void Skip() { seen_ = 0; }
 
   // The place in kLimitKinds of the outermost limit that the sensor is beyond; none: normal.
   std::optional<std::size_t> beyond() const;

@@ -128,6 +128,7 @@ void ReadOne(Sensor& sensor) {
   sensor.reading = ReadSensor(sensor, reason);
   const bool was_missing = std::exchange(sensor.is_missing, !sensor.reading);
   if (!sensor.reading) {
+    sensor.band.Skip();
     if (!was_missing) Log(Priority::kWarning, sensor.name + ": no reading: " + reason);
     return;
   }
