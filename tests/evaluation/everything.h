@@ -33,6 +33,10 @@ namespace language = ruxcomp::language;
 using rux::evaluation::Target;
 using rux::machine::Machine;
 
+// More than a value of these machines takes unless it goes on forever, and then each further one
+// would be the same again.
+inline constexpr std::size_t kMostSteps = 2000;
+
 // Returns a number below the bound.
 using Pick = std::function<std::size_t(std::size_t bound)>;
 // Reports that something does not hold.
@@ -95,7 +99,7 @@ inline std::string ReportOf(const Machine& machine, const rux::profile::Profile&
                             const rux::evaluation::Readings& readings, const Target& target,
                             rux::evaluation::Effects& effects) {
   const rux::evaluation::Plan plan(machine);
-  rux::evaluation::Evaluator evaluator(plan, profile, readings);
+  rux::evaluation::Evaluator evaluator(plan, profile, readings, kMostSteps);
   rux::evaluation::Trace trace(machine);
   evaluator.AddObserver(effects);
   evaluator.AddObserver(trace);
