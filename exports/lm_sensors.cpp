@@ -163,19 +163,19 @@ class ConfWriter {
     if (kind == nullptr) return account_.DropRest(sensor.section, losses::Reason::kNotUnderstood);
     account_.Used(sensor.section, property.identifier());
     account_.Used(sensor.section, PropertyOf(sensor.section, kDeviceProperty).identifier());
-    WriteLabel(sensor, feature);
-    WriteCompute(sensor, feature);
-    for (const SensorLimit& limit : sensor.limits) WriteLimit(sensor, limit, feature, *kind);
+    std::string statements = ComputeOf(sensor, feature);
+    for (const SensorLimit& limit : sensor.limits)
+      statements += SettingOf(sensor, limit, feature, *kind);
+    AccountForLabel(sensor.section, account_);
+    const std::string_view label = LabelOf(sensor.section);
+    // A feature without a statement would not be in the file.
+    if (label != feature || statements.empty())
+      out_ += fmt::format("  label {} {}\n", feature, Quoted(label));
+    out_ += statements;
     for (const ruxcomp::Entry entry : sensor.section.entries()) {
       if (entry.has_name() && machine_.DependsOn(std::string(entry.name())))
         account_.Used(sensor.section, entry.identifier());
     }
-  }
-
-  void WriteLabel(const Sensor& sensor, const std::string& feature) {
-    AccountForLabel(sensor.section, account_);
-    const std::string_view text = LabelOf(sensor.section);
-    if (text != feature) out_ += fmt::format("  label {} {}\n", feature, Quoted(text));
   }
 
   // Of a property that is a quotient; the text of the other when there is none.
@@ -191,7 +191,8 @@ class ConfWriter {
     return text;
   }
 
-  void WriteCompute(const Sensor& sensor, const std::string& feature) {
+  // Statements: lines, or none.
+  std::string ComputeOf(const Sensor& sensor, const std::string& feature) {
     const std::string factor = RatioIn(sensor, kFactor, "1");
     const std::string offset = RatioIn(sensor, kOffset, "0");
     std::string reading;  // what is done with the number of the chip
@@ -204,20 +205,25 @@ class ConfWriter {
       reading.insert(0, fmt::format(" * ({})", factor));
       writing += fmt::format(" / ({})", factor);
     }
-    if (!reading.empty()) out_ += fmt::format("  compute {} @{}, {}\n", feature, reading, writing);
+    if (reading.empty()) return {};
+    return fmt::format("  compute {} @{}, {}\n", feature, reading, writing);
   }
 
-  void WriteLimit(const Sensor& sensor, const SensorLimit& limit, const std::string& feature,
-                  const FeatureKind& kind) {
+  std::string SettingOf(const Sensor& sensor, const SensorLimit& limit, const std::string& feature,
+                        const FeatureKind& kind) {
     const std::uint32_t identifier = limit.row->compiled;
-    if (sensor.unit.symbol != kind.symbol)
-      return account_.Dropped(sensor.section, identifier, losses::Reason::kNotUnderstood);
+    if (sensor.unit.symbol != kind.symbol) {
+      account_.Dropped(sensor.section, identifier, losses::Reason::kNotUnderstood);
+      return {};
+    }
     const std::string_view attribute = AttributeOf(limit.row->source, kind);
-    if (attribute.empty())
-      return account_.Dropped(sensor.section, identifier, losses::Reason::kNoSuchLimit);
+    if (attribute.empty()) {
+      account_.Dropped(sensor.section, identifier, losses::Reason::kNoSuchLimit);
+      return {};
+    }
     const std::string text = limit.amount.Text();
     AccountForLimit(sensor, limit, limit.amount, text, account_);
-    out_ += fmt::format("  set {}_{} {}\n", feature, attribute, text);
+    return fmt::format("  set {}_{} {}\n", feature, attribute, text);
   }
 
   const machine::Machine& machine_;
