@@ -78,7 +78,7 @@ class Exposed {
   void Write(support::JsonArray& exposes) {
     if (!PropertyOf(owner_, kType)) {
       for (const Sensor* const sensor : sensors_)
-        account_.DropRest(sensor->section, losses::Reason::kNotPlain);
+        account_.DropRest(sensor->section, losses::Reason::kNoOwner);
       return;
     }
     exposes.Object([&](support::JsonObject& json) {
