@@ -17,6 +17,7 @@
 #include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
+#include "support/failure.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 
@@ -56,17 +57,71 @@ const ThresholdKind* ThresholdWith(std::string_view property) {
   return nullptr;
 }
 
-// Texts of SYSTEM and PROPERTY sections.
-std::string_view MachineText(const machine::Machine& machine, std::uint32_t section,
-                             std::string_view name, std::string_view otherwise, Account& account) {
-  for (const ruxcomp::Section properties : machine.model().sections(section)) {
-    if (const ruxcomp::Entry entry = PropertyOf(properties, name)) {
-      account.UsedAsUtf8(properties, entry.identifier());
-      return entry.value().text();
-    }
+// use(section, entry) for each property of the whole machine.
+template <class Use>
+void ForEachProperty(const machine::Machine& machine, Use use) {
+  for (const ruxcomp::Section section : machine.model().sections(RUX_SECT_PROPERTY)) {
+    for (const ruxcomp::Entry entry : section.entries()) use(section, entry);
   }
-  return otherwise;
 }
+
+// What a configuration is for. Its properties have the names of its members: of a list, Probe_0,
+// Probe_1 and so on.
+class Purpose {
+ public:
+  Purpose(const machine::Machine& machine, Account& account) : account_(account) {
+    ForEachProperty(machine, [&](const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+      Take(section, entry);
+    });
+    if (probe_.empty() && probes_.empty()) ExpectOne(machine);
+  }
+
+  void Write(support::JsonObject& json) const {
+    if (probes_.empty()) {
+      json.Member(kProbe, probe_.empty() ? "TRUE" : probe_);
+    } else {
+      json.Array(kProbe, [&](support::JsonArray& list) { list.Items(probes_); });
+    }
+    json.Member(kType, type_.empty() ? "Board" : type_);
+  }
+
+ private:
+  static constexpr char kProbe[] = "Probe";
+
+  void Take(const ruxcomp::Section& section, const ruxcomp::Entry& entry) {
+    const std::string_view text = entry.value().text();
+    if (entry.name() == kType && type_.empty()) {
+      type_ = text;
+    } else if (entry.name() == kProbe && probes_.empty()) {
+      probe_ = text;
+    } else if (probe_.empty() && entry.name() == kProbe + ('_' + std::to_string(probes_.size()))) {
+      probes_.emplace_back(text);
+    } else {
+      return;
+    }
+    account_.UsedAsUtf8(section, entry.identifier());
+  }
+
+  // An import of several configurations writes the name of the group of each before its
+  // properties.
+  static void ExpectOne(const machine::Machine& machine) {
+    ForEachProperty(machine, [&](const ruxcomp::Section&, const ruxcomp::Entry& entry) {
+      const std::string name(entry.name());
+      const std::size_t probe = name.find(std::string("_") + kProbe);
+      if (probe == std::string::npos) return;
+      if (!machine.model().section_named(RUX_SECT_GROUP, name.substr(0, probe))) return;
+      throw support::Failure(support::ExitStatus::kTrouble,
+                             "{} has the Probes of several configurations, such as {}: a "
+                             "configuration has one",
+                             machine.name(), name);
+    });
+  }
+
+  Account& account_;
+  std::string probe_;
+  std::vector<std::string> probes_;  // of a list
+  std::string type_;
+};
 
 // An entry of Exposes: a device with its sensors, or one sensor by itself.
 class Exposed {
@@ -219,6 +274,7 @@ class Exposed {
 
 void WriteEntityManager(const machine::Machine& machine, Account& account,
                         support::TextStream& out) {
+  const Purpose purpose(machine, account);
   const std::vector<Sensor> sensors = SensorsOf(machine);
   std::string_view name;
   for (const ruxcomp::Section system : machine.model().sections(RUX_SECT_SYSTEM)) {
@@ -237,10 +293,7 @@ void WriteEntityManager(const machine::Machine& machine, Account& account,
       }
     });
     json.Member("Name", std::string(name));
-    json.Member("Probe",
-                std::string(MachineText(machine, RUX_SECT_PROPERTY, "Probe", "TRUE", account)));
-    json.Member("Type",
-                std::string(MachineText(machine, RUX_SECT_PROPERTY, kType, "Board", account)));
+    purpose.Write(json);
   });
 }
 
