@@ -1,4 +1,6 @@
 // A machine as tables: the sensors as CSV, sections of all kinds as JSON.
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,6 +16,7 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/sections.h"
 #include "ruxcomp/model/handles.h"
+#include "ruxcomp/model/records.h"
 #include "support/json.h"
 #include "support/text_stream.h"
 #include "table/cell.h"
@@ -81,9 +84,15 @@ void WriteTable(const machine::Machine& machine, const language::SectionKind& ki
   if (table.rows.empty()) return;
   table::DropEmptyColumns(table);
   AccountFor(table, account);
+  const auto add_cells = [&](std::size_t row, support::JsonObject& json) {
+    if (kind.compiled != RUX_SECT_TABLE) return;
+    const auto ordinal = static_cast<std::uint32_t>(table.rows[row].subject.ordinal);
+    if (const ruxcomp::TableCells* const cells = machine.model().table(ordinal))
+      json.Array("cells", [&](support::JsonArray& list) { list.Items(*cells); });
+  };
   tables.Object([&](support::JsonObject& json) {
     json.Member("kind", kind.keyword);
-    table::WriteRows(table::SheetOf(table), json);
+    table::WriteRows(table::SheetOf(table), json, add_cells);
   });
 }
 

@@ -125,11 +125,14 @@ void WriteHtml(const Sheet& sheet, support::TextStream& out) {
   out += support::kHtmlEnd;
 }
 
-void WriteRows(const Sheet& sheet, support::JsonObject& json) {
+void WriteRows(const Sheet& sheet, support::JsonObject& json, const AddMembers& add) {
   json.Array("columns", [&](support::JsonArray& columns) { columns.Items(sheet.columns); });
+  std::size_t number = 0;
   json.Objects("rows", sheet.rows, [&](support::JsonObject& row, const RowCells& cells) {
     for (const PlacedCell& placed : cells)
       WriteCell(sheet.columns[placed.column], placed.cell, row);
+    if (add) add(number, row);
+    ++number;
   });
 }
 

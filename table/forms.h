@@ -2,6 +2,8 @@
 #ifndef TABLE_FORMS_H_
 #define TABLE_FORMS_H_
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +37,9 @@ void WriteMarkdown(const Sheet& sheet, support::TextStream& out);
 void WriteHtml(const Sheet& sheet, support::TextStream& out);
 
 // The members "columns" and "rows" of docs/table.schema.json: an object for each row, without what
-// is empty.
-void WriteRows(const Sheet& sheet, support::JsonObject& json);
+// is empty. add(row, json) writes members that the row of that number has besides.
+using AddMembers = std::function<void(std::size_t row, support::JsonObject& json)>;
+void WriteRows(const Sheet& sheet, support::JsonObject& json, const AddMembers& add = {});
 
 // The forms for people by name. JSON has more to say than a sheet.
 inline constexpr std::string_view kJson = "json";

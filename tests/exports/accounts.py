@@ -29,6 +29,12 @@ def expect_account(folder, form, machine, model):
     return counts["lost"]
 
 
+def expect_cells(folder, machine, model):
+    tables = json.loads(folder.export("json", machine, "tables").read_text())["tables"]
+    cells = {row["NAME"]: bytes(row["cells"]) for table in tables if table["kind"] == "TABLE" for row in table["rows"]}
+    assert cells == {name: table.cells for name, table in model.tables.items()}, cells
+
+
 def main(program, source_folder):
     forms = ["c", "rust", "go", "python", "csv", "json", "prometheus", "ipmi-sdr", "entity-manager", "lm-sensors", *WITHOUT_ENTRIES]
     with tempfile.TemporaryDirectory() as path:
@@ -36,6 +42,7 @@ def main(program, source_folder):
         for source in (f"{source_folder}/examples/server/server.rux", script()):
             machine = folder.compile(source)
             model = ruxmeta.open(str(machine))
+            expect_cells(folder, machine, model)
             lost = {form: expect_account(folder, form, machine, model) for form in forms}
         assert lost["json"] == 0 and lost["prometheus-rules"] == 0 and lost["c"] > lost["csv"] > 0, lost
     print(f"{len(forms)} formats")
