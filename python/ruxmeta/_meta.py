@@ -2,7 +2,7 @@
 
 import sys
 from array import array
-from typing import Dict, List, Optional, Tuple
+from typing import Dict, Iterator, List, Optional, Tuple
 
 from ruxmeta._cursor import WORD, Cursor, Faults, Unreadable, read_header
 from ruxmeta._language import (
@@ -36,15 +36,13 @@ class MetaFile:
         if faults.first is not None:
             raise faults.first
 
-    def entries(self, section: int) -> List[int]:
+    def entries(self, section: int) -> Iterator[int]:
         """Where in the words the entries of a section begin."""
         words = self.words
         at = section + 2
-        entries = []
         for _ in range(words[section + 1]):
-            entries.append(at)
+            yield at
             at += 2 + words[at + 1]
-        return entries
 
 
 class _MetaReader:
@@ -198,11 +196,17 @@ class _MetaReader:
     def _read_section(self, ordinal: int, rules: Optional[MetaRules]) -> None:
         cursor = self._cursor
         begin = cursor.offset
+        section = (begin - SECTIONS_OFFSET) // WORD
+        if rules is not None and cursor.left() >= _HEAD:
+            size = rules.pass_alike(ordinal, section)
+            if size > 0:
+                self._file.sections[self._file.words[section]].append(section)
+                cursor.offset += size * WORD
+                return
         identifier = cursor.word("identifier")
         if identifier not in COMPILED_KINDS:
             cursor.fail("identifier", begin, f"no such kind: 0x{identifier:08X}")
         count = cursor.count("entry count", _HEAD)
-        section = (begin - SECTIONS_OFFSET) // WORD
         self._file.sections.setdefault(identifier, []).append(section)
         entries, is_cut = self._entries(section + 2, count)
         if rules is not None:
@@ -210,7 +214,7 @@ class _MetaReader:
         if is_cut:
             self._fail_entry(len(entries))
         if rules is not None:
-            rules.end_section(cursor.offset)
+            rules.end_section((cursor.offset - SECTIONS_OFFSET) // WORD)
 
     def _entries(self, at: int, count: int) -> Tuple[List[int], bool]:
         """Where the entries begin, and whether the words end before the last one does.

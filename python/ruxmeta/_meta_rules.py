@@ -5,14 +5,23 @@ from collections import defaultdict
 from typing import Container, DefaultDict, Dict, List, NamedTuple, Optional, Set, Tuple
 
 from ruxmeta._cursor import WORD, Faults
-from ruxmeta._language import CLASS_Dword, CLASS_Global, CLASS_Value, REQUIRED, SECTIONS_OFFSET
+from ruxmeta._language import (
+    CLASS_Action,
+    CLASS_Dword,
+    CLASS_Global,
+    CLASS_Value,
+    REQUIRED,
+    SECTIONS_OFFSET,
+)
 from ruxmeta._lookup import CLASS_ROWS, COMPILED_ENTRIES, COMPILED_KEYWORDS, COMPILED_KINDS
 from ruxmeta._lookup import SOURCE_KEYWORDS
 from ruxmeta._meta_references import MetaReferences, Place
 from ruxmeta._meta_tables import CLASS_MASK, MetaTables
 from ruxmeta._rows import Kind, Template
+from ruxmeta._shapes import Other, Shapes
 from ruxmeta._value_rules import ValueRules
 
+_ACTION = CLASS_ROWS[CLASS_Action].named_by
 _ARGUMENT_NUMBER = COMPILED_ENTRIES["ARGNUMBER"]
 # VALUE, the value without a name of its own.
 _PLAIN_VALUE = CLASS_Value + CLASS_ROWS[CLASS_Value].fixed_keys.index(b"")
@@ -53,10 +62,24 @@ class MetaRules:
         self._kinds: Set[int] = set()  # that there were
         self._kind: Optional[Kind] = None  # of the section, or of the one before
         self._names: Set[int] = set()  # of entries: no two alike
+        self._shapes = Shapes(words, tables)
+
+    def pass_alike(self, ordinal: int, begin: int) -> int:
+        """Checks a section that is like an earlier one; returns how many words it has, or 0."""
+        shape = self._shapes.find(begin)
+        if shape is None:
+            return 0
+        self._begin_section(COMPILED_KINDS[self._words[begin]], ordinal, begin)
+        check = self._values.check
+        for content, entry, at in shape.looked_at:
+            check(content, entry, begin + at)
+        return shape.size
 
     def check_section(self, kind: Kind, ordinal: int, begin: int, entries: List[int]) -> None:
         """The section and its entries, which begin at those words."""
         self._begin_section(kind, ordinal, begin)
+        self._begin, self._entries = begin, entries
+        self._others: List[Other] = []
         words = self._words
         plain = self._plain
         keys, named = _SCHEMAS[kind.compiled]
@@ -83,17 +106,30 @@ class MetaRules:
                 if identifier == _ARGUMENT_NUMBER:
                     self._values.take_argument_number(at)
             else:
+                self._others.append(Other(content, entry, at - begin))
                 self._values.check(content, entry, at)
         self._next_place = next_place
 
-    def end_section(self, offset: int) -> None:
-        """All of it was there; it ends at that place in the file."""
+    def end_section(self, end: int) -> None:
+        """All of it was there; it ends before that word."""
         assert self._kind is not None
         for template in self._kind.templates[self._next_place :]:
             if template.notation & REQUIRED:
                 record = f"sections, section {self._section}"
+                offset = SECTIONS_OFFSET + end * WORD
                 self._faults.report(offset, record, "end", _reason_for_missing(template))
         self._values.end_section()
+        if self._faults.first is None and self._is_like_others():
+            self._shapes.add(self._begin, end, self._entries, self._others)
+
+    def _is_like_others(self) -> bool:
+        """Whether a section of this kind is right by itself.
+
+        Names of entries may be in other sections already, and the values of an action mention each
+        other.
+        """
+        kind = self._kind
+        return kind is not None and kind.uniqueness != "keys" and kind.keyword != _ACTION
 
     def finish(self) -> None:
         """All sections were there."""

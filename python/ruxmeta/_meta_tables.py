@@ -1,7 +1,7 @@
 """The tables of a meta file, which say what its words refer to."""
 
 from array import array
-from typing import Container, Dict, List, Optional, Sequence, Set, TypeVar
+from typing import Dict, List, Optional, Sequence, Set, TypeVar
 
 from ruxmeta._cursor import WORD, Faults
 from ruxmeta._language import CLASS_Dword, CLASS_Property, CLASS_String
@@ -49,13 +49,10 @@ class MetaTables:
         """All indices of a class that are in its table."""
         return self._indices.get(base, _NO_INDICES)
 
-    def filled_strings(self) -> Container[int]:
-        """The indices of texts that are not empty."""
-        indices = self.indices(CLASS_String)
-        texts = self.by_class[CLASS_String].texts
-        if b"" not in texts:
-            return indices
-        return frozenset(index for index, text in zip(indices, texts) if text)
+    def filled_strings(self) -> range:
+        """The indices of all texts, when none of them is empty."""
+        is_filled = b"" not in self.by_class[CLASS_String].texts
+        return self.indices(CLASS_String) if is_filled else _NO_INDICES
 
     def text(self, index: int) -> bytes:
         texts = self.by_class[index & CLASS_MASK].texts

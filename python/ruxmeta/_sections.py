@@ -8,6 +8,7 @@ from ruxmeta._language import CLASS_Property, ENTRIES, PLAIN_VALUE, TABLE_CELLS,
 from ruxmeta._lookup import COMPILED_ENTRIES
 from ruxmeta._meta_tables import CLASS_MASK
 from ruxmeta._rows import Kind
+from ruxmeta._values import value_of
 
 if TYPE_CHECKING:
     from ruxmeta._machine import Machine
@@ -60,9 +61,11 @@ class Section(KeyedEntries[Entry]):
             yield Entry(self, words[at], tuple(words[at + 2 : at + 2 + words[at + 1]]))
 
     def _first_value(self, identifier: int) -> Union[int, str, None]:
-        for entry in self._listed():
-            if entry.identifier == identifier:
-                return entry.value
+        file = self.machine.file
+        words = file.words
+        for at in file.entries(self._begin):
+            if words[at] == identifier:
+                return value_of(file.tables, words[at + 2]).value
         return None
 
     def _target(self, key: str) -> Optional["Section"]:
@@ -134,10 +137,11 @@ class Sensor(NumberedSection):
     def limits(self) -> Mapping[str, int]:
         """The THRESHOLD_ entries that it has, as they are stored: without a sign."""
         file = self.machine.file
+        words, number = file.words, file.tables.number
         return {
-            _LIMITS[file.words[at]]: file.tables.number(file.words[at + 2])
+            _LIMITS[words[at]]: number(words[at + 2])
             for at in file.entries(self._begin)
-            if file.words[at] in _LIMITS
+            if words[at] in _LIMITS
         }
 
     @property

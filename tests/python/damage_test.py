@@ -31,6 +31,25 @@ def with_extreme_words(data):
             yield data[:offset] + struct.pack("<I", word) + data[offset + 4 :]
 
 
+def with_indices_out_of_tables(data):
+    """In place of each index of a number or a text: the one after the last, and that of a class below."""
+    begin, end = 256, struct.unpack_from("<I", data, 128)[0]
+    words = struct.unpack_from(f"<{(end - begin) // 4}I", data, begin)
+    for base in (0x11000000, 0x12000000):
+        places = [place for place, word in enumerate(words) if word & 0xFF000000 == base]
+        after_last = max(words[place] for place in places) + 1
+        for number, place in enumerate(places):
+            word = (after_last, base - 1)[number % 2]
+            at = begin + 4 * place
+            yield data[:at] + struct.pack("<I", word) + data[at + 4 :]
+
+
+def with_tables_moved_up(data):
+    """The first one begins at each place among the sections."""
+    for offset in range(272, struct.unpack_from("<I", data, 128)[0], 16):
+        yield data[:128] + struct.pack("<I", offset) + data[132:]
+
+
 def with_random_damage(data, count, source):
     for _ in range(count):
         damaged = bytearray(data)
@@ -131,6 +150,13 @@ class Damage(unittest.TestCase):
         self.assert_same_faults(
             ruxmeta.load, with_random_damage(self.meta, 400, random.Random(1))
         )
+
+    def test_machines_whose_sensors_are_alike(self):
+        for paths in self.machines.generated(10):
+            data = paths[0].read_bytes()
+            for damaged in (with_indices_out_of_tables, with_tables_moved_up):
+                counts = self.assert_same_faults(ruxmeta.load, damaged(data))
+                self.assertGreater(counts[False], 50)
 
     def test_debug_meta_files_that_are_cut(self):
         counts = self.assert_same_faults(ruxmeta.load_debug, cut(self.debug_meta))
