@@ -1,6 +1,7 @@
 """A debug meta file: its layout, read from end to end, and what is in it."""
 
 import struct
+from itertools import chain, repeat
 from typing import Iterator, List, Optional, Set, Tuple
 
 from ruxmeta._cursor import WORD, Cursor, Faults, Unreadable, read_header
@@ -13,9 +14,10 @@ from ruxmeta._debug_records import (
     pass_text_entry,
     read_object,
     read_payload,
+    text_entry_at,
 )
 from ruxmeta._debug_rules import DebugRules
-from ruxmeta._language import DEBUG_META_MAGIC, KINDS, REQUIRED
+from ruxmeta._language import ANY_NUMBER, DEBUG_META_MAGIC, KINDS, REQUIRED
 from ruxmeta._lookup import SOURCE_KEYWORDS, SOURCE_KINDS
 from ruxmeta._rows import Kind
 
@@ -177,30 +179,33 @@ class _DebugMetaReader:
     def _read_entries(self, kind: Kind, count: int) -> None:
         cursor = self._cursor
         files = self._file.files
-        blanks = _BLANKS[kind.source] if files is None or files else ()
-        for ordinal in range(count):
-            # Most entries that a section has a place for are not given.
-            blank = blanks[ordinal] if ordinal < len(blanks) else None
-            if blank is not None and cursor.data.startswith(blank, cursor.offset, cursor.end):
-                cursor.offset += len(blank)
+        data, end = cursor.data, cursor.end
+        blanks = chain(_BLANKS[kind.source] if files is None or files else (), repeat(None))
+        file_count = ANY_NUMBER + 1 if files is None else len(files)
+        takes_text = self._rules.takes_text
+        for ordinal, blank in zip(range(count), blanks):
+            # Most entries that a section has a place for are not given; most others have one text.
+            at = cursor.offset
+            if blank is not None and data.startswith(blank, at, end):
+                cursor.offset = at + len(blank)
                 continue
-            begin = cursor.offset
-            plain = pass_text_entry(cursor, ordinal)
-            if plain is not None and (files is None or plain.file_index < len(files)):
-                cursor.path.append(f"entry {ordinal}")
-                self._rules.check_entry(plain)
-                cursor.path.pop()
+            found = text_entry_at(data, at, end)
+            if found is not None and found[3] < file_count and takes_text(ordinal, data, found):
+                cursor.offset = found[-1]
                 continue
-            cursor.offset = begin
-            outer_end = enter(cursor, f"entry {ordinal}", "record length")
-            depth = len(cursor.path)
-            end = cursor.end
-            try:
-                entry = _read_entry(cursor, ordinal, files)
-                self._rules.check_entry(entry)
-            except Unreadable:
-                self._recover(depth, end)
-            leave(cursor, outer_end)
+            self._read_other_entry(ordinal)
+
+    def _read_other_entry(self, ordinal: int) -> None:
+        cursor = self._cursor
+        outer_end = enter(cursor, f"entry {ordinal}", "record length")
+        depth = len(cursor.path)
+        end = cursor.end
+        try:
+            entry = _read_entry(cursor, ordinal, self._file.files)
+            self._rules.check_entry(entry)
+        except Unreadable:
+            self._recover(depth, end)
+        leave(cursor, outer_end)
 
 
 def _read_entry(

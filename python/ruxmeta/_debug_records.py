@@ -123,35 +123,44 @@ _TEXT_BODY = struct.Struct("<3I")
 _read_text_head, _read_text_body = _TEXT_HEAD.unpack_from, _TEXT_BODY.unpack_from
 
 
-def pass_text_entry(cursor: Cursor, ordinal: int) -> Optional[DebugEntryRecord]:
+# Of an entry of one text: identifier, notation, line, file index, name, where the text is, the end.
+TextEntry = Tuple[int, int, int, int, bytes, int, int]
+
+
+def text_entry_at(data: bytes, at: int, end: int) -> Optional[TextEntry]:
     """Reads an entry of one text at once, as most are; None when it is not one, word for word."""
-    at, end, data = cursor.offset, cursor.end, cursor.data
-    if at + _TEXT_HEAD.size > end:
+    name = at + _TEXT_HEAD.size
+    if name > end:
         return None
     length, object_length, identifier, notation, line, file_index, size = _read_text_head(data, at)
-    name = at + _TEXT_HEAD.size
     payload = name + size
     text = payload + _TEXT_BODY.size
     if identifier not in _TEXT_KEYWORDS or text > end:
         return None
     payload_length, payload_type, text_length = _read_text_body(data, payload)
-    is_plain = (
-        object_length == 5 * WORD + size
-        and payload_type == identifier
-        and payload_length == 2 * WORD + text_length
-        and length == object_length + payload_length + 2 * WORD
-        and at + WORD + length <= end
-    )
-    if not is_plain:
+    next_entry = text + text_length
+    if (
+        object_length != 5 * WORD + size
+        or payload_type != identifier
+        or payload_length != 2 * WORD + text_length
+        or length != next_entry - at - WORD
+        or next_entry > end
+    ):
+        return None
+    return identifier, notation, line, file_index, data[name:payload], text, next_entry
+
+
+def pass_text_entry(cursor: Cursor, ordinal: int) -> Optional[DebugEntryRecord]:
+    """The record of such an entry."""
+    found = text_entry_at(cursor.data, cursor.offset, cursor.end)
+    if found is None:
         return None
     entry = DebugEntryRecord()
-    entry.ordinal, entry.offset = ordinal, at + 2 * WORD
-    entry.identifier, entry.notation, entry.line = identifier, notation, line
-    entry.file_index, entry.name = file_index, data[name:payload]
-    entry.payload_type, entry.payload_offset = payload_type, payload + WORD
-    content = data[text : text + text_length]
-    entry.fields = [DebugField("Text", False, (content,), text - WORD)]
-    cursor.offset = at + WORD + length
+    entry.ordinal, entry.offset = ordinal, cursor.offset + 2 * WORD
+    entry.identifier, entry.notation, entry.line, entry.file_index, entry.name, text, end = found
+    entry.payload_type, entry.payload_offset = entry.identifier, text - 2 * WORD
+    entry.fields = [DebugField("Text", False, (cursor.data[text:end],), text - WORD)]
+    cursor.offset = end
     return entry
 
 

@@ -4,12 +4,13 @@ from bisect import bisect_left
 from typing import List, Optional, Set
 
 from ruxmeta._cursor import Cursor
-from ruxmeta._debug_records import DebugEntryRecord, DebugField, DebugSectionRecord
+from ruxmeta._debug_records import DebugEntryRecord, DebugField, DebugSectionRecord, TextEntry
 from ruxmeta._language import (
     COMPARISON,
     ENTRIES,
     FIRST_COMPARISON,
     FREE_NAME,
+    KINDS,
     PAYLOAD_MASK,
     PAYLOAD_VALUE,
     REQUIRED,
@@ -20,6 +21,11 @@ from ruxmeta._rows import Kind
 _NAME = SOURCE_ENTRIES["NAME"]
 _DEFINED_WORD = SOURCE_ENTRIES["DEFINED_WORD"]
 _KEYS = {identifier: keyword.encode() for identifier, keyword in SOURCE_KEYWORDS.items()}
+# Of each kind: identifier and notation of entries with names of the script's own.
+_FREE = {
+    kind.source: {(row.entry, row.notation) for row in kind.free_entries if row.notation & FREE_NAME}
+    for kind in KINDS
+}
 _NOT_DIGIT_FIRST = frozenset(row.source for row in ENTRIES if row.form == "no digit first")
 
 
@@ -53,6 +59,7 @@ class DebugRules:
 
     def check_section(self, kind: Kind, section: DebugSectionRecord, count_offset: int) -> None:
         self._kind = kind
+        self._free = _FREE[kind.source]
         if section.ordinal > 0 and kind.uniqueness == "single":
             reason = f"there is an earlier {kind.keyword} section"
             self._report("identifier", section.offset, reason, "object")
@@ -66,6 +73,27 @@ class DebugRules:
             self._report("entry count", count_offset, reason)
         if kind.uniqueness != "keys":
             self._entry_names = set()
+
+    def takes_text(self, ordinal: int, data: bytes, entry: TextEntry) -> bool:
+        """Whether an entry of one text is right. If not, check_entry() reports why."""
+        identifier, notation, _, _, name, begin, end = entry
+        templates = self._kind.templates
+        if ordinal < len(templates):
+            row = templates[ordinal]
+            if identifier != row.entry or notation != row.notation or name != _KEYS[identifier]:
+                return False
+        elif (identifier, notation) not in self._free or not name.startswith(_KEYS[identifier]):
+            return False
+        if identifier in _NOT_DIGIT_FIRST and name[:1].isdigit() or name in self._entry_names:
+            return False
+        if identifier == _NAME:
+            text = data[begin:end]
+            if text in self._section_names:
+                return False
+            self._section_names.add(text)
+        if self._kind.uniqueness:
+            self._entry_names.add(name)
+        return True
 
     def check_entry(self, entry: DebugEntryRecord) -> None:
         notation = self._notation_of(entry)

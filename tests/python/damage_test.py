@@ -10,6 +10,23 @@ import unittest
 import ruxmeta
 from tool import SOURCE, Machines, run_json
 
+NAMES = """[MORVRUX]
+VERSION = 1
+[PROPERTY]
+MAKER = us
+[GROUP]
+PARENT = 0
+NAME = BOARD
+CHILDGROUP = 0
+[DEVICE]
+NAME = FAN
+ID = 11
+INITFLAG = 22
+CONTROLMASK = 0
+P_SLOT1 = left
+P_SLOT2 = right
+"""
+
 EXTREMES = (0, 1, 0x7FFFFFFF, 0xFFFFFFFF, 0x00FFFFFF)
 
 
@@ -48,6 +65,20 @@ def with_tables_moved_up(data):
     """The first one begins at each place among the sections."""
     for offset in range(272, struct.unpack_from("<I", data, 128)[0], 16):
         yield data[:128] + struct.pack("<I", offset) + data[132:]
+
+
+def with_other_names(data):
+    """Entries that take the name or the place of another one, or have a name that none may have."""
+    yield data.replace(b"P_SLOT2", b"P_SLOT1")
+    yield data.replace(b"MAKER", b"1AKER")
+    parent, name = (record_of(data, key) for key in (b"PARENT", b"NAME"))
+    yield data.replace(parent + name, name + parent)
+
+
+def record_of(data, name):
+    """The first entry with that name and one text, in a debug meta file."""
+    begin = data.index(struct.pack("<I", len(name)) + name) - 24
+    return data[begin : begin + 4 + struct.unpack_from("<I", data, begin)[0]]
 
 
 def with_random_damage(data, count, source):
@@ -169,6 +200,13 @@ class Damage(unittest.TestCase):
     def test_debug_meta_files_with_an_extreme_word(self):
         counts = self.assert_same_faults(ruxmeta.load_debug, with_extreme_words(self.debug_meta))
         self.assertGreater(min(counts.values()), 100)
+
+    def test_debug_meta_files_with_other_names(self):
+        script = self.machines.folder / "names.rux"
+        script.write_text(NAMES)
+        data = self.machines.compile(script)[1].read_bytes()
+        counts = self.assert_same_faults(ruxmeta.load_debug, [data, *with_other_names(data)])
+        self.assertEqual(counts, {True: 1, False: 3})
 
     def test_debug_meta_files_with_random_damage(self):
         self.assert_same_faults(
