@@ -104,9 +104,24 @@ def leave(cursor: Cursor, outer_end: int) -> None:
     cursor.end = outer_end
 
 
+# The words before a name.
+_OBJECT_HEAD = struct.Struct("<5I")
+_read_object_head = _OBJECT_HEAD.unpack_from
+
+
 def read_object(cursor: Cursor, record: DebugObject, known: Collection[int]) -> None:
     """What an object says, up to its list of source files or its end."""
-    record.offset = cursor.offset
+    at = record.offset = cursor.offset
+    name = at + _OBJECT_HEAD.size
+    if name <= cursor.end:
+        identifier, notation, line, file_index, size = _read_object_head(cursor.data, at)
+        if identifier in known and name + size <= cursor.end:
+            record.identifier, record.notation = identifier, notation
+            record.line, record.file_index = line, file_index
+            record.name = cursor.data[name : name + size]
+            cursor.offset = name + size
+            return
+    # Word for word, to report what is wrong.
     record.identifier = cursor.word("identifier")
     if record.identifier not in known:
         reason = f"no such identifier: 0x{record.identifier:08X}"
