@@ -66,14 +66,14 @@ class MetaRules:
 
     def pass_alike(self, ordinal: int, begin: int) -> int:
         """Checks a section that is like an earlier one; returns how many words it has, or 0."""
-        shape = self._shapes.find(begin)
-        if shape is None:
+        size, looked_at = self._shapes.find(begin)
+        if size == 0:
             return 0
         self._begin_section(COMPILED_KINDS[self._words[begin]], ordinal, begin)
         check = self._values.check
-        for content, entry, at in shape.looked_at:
+        for content, entry, at in looked_at:
             check(content, entry, begin + at)
-        return shape.size
+        return size
 
     def check_section(self, kind: Kind, ordinal: int, begin: int, entries: List[int]) -> None:
         """The section and its entries, which begin at those words."""
