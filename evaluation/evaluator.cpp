@@ -26,7 +26,6 @@
 #include "ruxcomp/model.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
-#include "ruxcomp/records.h"
 
 namespace rux::evaluation {
 
@@ -205,7 +204,7 @@ Result Evaluator::Calculation(const ruxcomp::Section& section, const ruxcomp::En
   if (!x.IsNumber() || !y.IsNumber())
     return is_comparison ? Undecided(entry, ObstacleOf(x, y)) : ObstacleOf(x, y);
   if (!is_comparison) return arithmetic_.Calculate(code, x.number(), y.number());
-  const Result holds = arithmetic_.Compare(code, x.number(), y.number());
+  Result holds = arithmetic_.Compare(code, x.number(), y.number());
   if (!holds.IsNumber()) return Undecided(entry, holds);
   const bool is_true = holds.number() != 0;
   Observe([&](Observer& each) { each.Branch(section, entry, is_true); });

@@ -96,7 +96,7 @@ class Evaluator {
   Result Operand(const ruxcomp::Value& value, Frame& frame);
   std::vector<Result> Operands(const ruxcomp::Entry& entry, std::size_t first, Frame& frame);
   Result Argument(std::uint32_t number, const Frame& frame) const;
-  Result Global(std::uint32_t index);
+  Result Global(std::uint32_t identifier);
   // Whether evaluating the operand may call or write.
   bool MayAct(const ruxcomp::Value& value) const;
   // Of a comparison that is not known: what it would have evaluated is not known either.

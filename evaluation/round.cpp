@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "evaluation/arithmetic.h"
-#include "evaluation/bands.h"
 #include "evaluation/evaluator.h"
 #include "evaluation/result.h"
 #include "evaluation/target.h"
