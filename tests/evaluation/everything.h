@@ -103,8 +103,10 @@ inline std::string ReportOf(const Machine& machine, const rux::profile::Profile&
   rux::evaluation::Trace trace(machine);
   evaluator.AddObserver(effects);
   evaluator.AddObserver(trace);
-  const rux::evaluation::Outcome outcome =
-      rux::evaluation::Rounds(evaluator).Next({target}).front();
+  rux::evaluation::Rounds rounds(evaluator);
+  rounds.Start({target});
+  const rux::evaluation::Outcome outcome = rounds.Next({target}).front();
+  rounds.Stop({target});
   const rux::evaluation::Report report{machine, profile, target, outcome, effects, &trace};
   return rux::support::WrittenText([&](rux::support::TextStream& out) {
     rux::evaluation::WriteText(report, out);
