@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -12,8 +13,10 @@ namespace rux::support {
 
 TemporaryName::TemporaryName(const std::string& folder, const Make& make) {
   constexpr int kMostTries = 1000;  // names that killed processes of this number may have left
+  // Each name of this process is another one: many may be there at a time.
+  static std::atomic<unsigned> next{0};
   for (int i = 0; i < kMostTries; ++i) {
-    const std::string name = ".rux-" + std::to_string(getpid()) + '-' + std::to_string(i);
+    const std::string name = ".rux-" + std::to_string(getpid()) + '-' + std::to_string(next++);
     std::string path = (std::filesystem::path(folder) / name).string();
     if (make(path.c_str())) {
       text_ = std::move(path);
