@@ -101,7 +101,8 @@ const std::vector<Format>& Formats() {
         {language::ENTRY_THRESHOLD_FL, "LowerCritical"},
         {language::ENTRY_THRESHOLD_WL, "LowerCaution"},
         {language::ENTRY_THRESHOLD_WH, "UpperCaution"},
-        {language::ENTRY_THRESHOLD_FH, "UpperCritical"}}},
+        {language::ENTRY_THRESHOLD_FH, "UpperCritical"}},
+       {"LowerFatal", "UpperFatal"}},
       {"sensors",
        IsJson,
        ReadSensorsJson,
@@ -110,7 +111,8 @@ const std::vector<Format>& Formats() {
         {language::ENTRY_THRESHOLD_FL, "lcrit"},
         {language::ENTRY_THRESHOLD_WL, "min"},
         {language::ENTRY_THRESHOLD_WH, "max"},
-        {language::ENTRY_THRESHOLD_FH, "crit"}}},
+        {language::ENTRY_THRESHOLD_FH, "crit"}},
+       {"emergency"}},
       {"ipmitool-sensor",
        IsIpmitoolSensor,
        ReadIpmitoolSensor,
@@ -119,7 +121,8 @@ const std::vector<Format>& Formats() {
         {language::ENTRY_THRESHOLD_FL, "lcr"},
         {language::ENTRY_THRESHOLD_WL, "lnc"},
         {language::ENTRY_THRESHOLD_WH, "unc"},
-        {language::ENTRY_THRESHOLD_FH, "ucr"}}},
+        {language::ENTRY_THRESHOLD_FH, "ucr"}},
+       {"lnr", "unr"}},
       {"ipmitool-sdr", IsIpmitoolSdr, ReadIpmitoolSdr, "unit", {{language::ENTRY_NAME, "name"}}},
       {"ipmi-sensors",
        HasHeaderOfIpmiSensors,
@@ -129,9 +132,14 @@ const std::vector<Format>& Formats() {
         {language::ENTRY_THRESHOLD_FL, "Lower C"},
         {language::ENTRY_THRESHOLD_WL, "Lower NC"},
         {language::ENTRY_THRESHOLD_WH, "Upper NC"},
-        {language::ENTRY_THRESHOLD_FH, "Upper C"}}},
+        {language::ENTRY_THRESHOLD_FH, "Upper C"}},
+       {"Lower NR", "Upper NR"}},
       {"csv", IsAnything, ReadPlain, "", {}}};
   return formats;
+}
+
+bool Format::HasOtherLimit(const std::string& column) const {
+  return std::find(other_limits.begin(), other_limits.end(), column) != other_limits.end();
 }
 
 const Format& FormatFor(const std::string& name, std::string_view text) {

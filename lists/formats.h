@@ -20,6 +20,10 @@ struct Format {
   // Of its columns; no meanings: people name them.
   std::string_view unit;  // the one that has the unit of the others; empty: none
   std::vector<Meaning> meanings;
+  // The columns with limits that sensors of scripts lack: non-recoverable ones.
+  std::vector<std::string> other_limits = {};
+
+  bool HasOtherLimit(const std::string& column) const;
 };
 
 // The last one takes every text.
