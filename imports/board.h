@@ -38,6 +38,9 @@ constexpr const QuantityRow& RowOf(Quantity quantity) {
   return kQuantities[static_cast<std::size_t>(quantity)];
 }
 
+// By its id.
+std::optional<Quantity> FindQuantity(std::string_view id);
+
 // The first one whose unit is of the same kind; other, if there is none.
 Quantity QuantityIn(std::string_view unit);
 
@@ -61,11 +64,14 @@ struct Property {
   Text value;
 };
 
-// A limit or THEORY, in the unit of the sensor.
+// A limit or THEORY, in the unit of the sensor. What else the source says about it stands or falls
+// with it.
 struct Limit {
   language::EntryId entry;  // one of language::kLimitsUpwards
   Decimal amount;
   losses::ItemId item;
+  std::vector<losses::ItemId> parts = {};  // that are used if the scripts have the limit
+  std::vector<Property> properties = {};   // of the sensor, if the scripts have the limit
 };
 
 // A number that the source states as scripts have it: ID, TYPE, INITFLAG, CONTROLMASK.
@@ -100,29 +106,43 @@ struct Device {
   Origin origin;
 };
 
+// What one place of the source says about the machine.
+struct Facts {
+  std::string name;  // what the source calls that place
+  Origin origin;
+  std::vector<Property> properties;
+};
+
 class Board {
  public:
   // The place of the area of that title and parent, which is added when the board does not have it.
-  std::size_t AreaFor(const Text& title, std::optional<std::size_t> parent, const Origin& origin);
+  std::size_t AreaFor(const Text& title, std::optional<std::size_t> parent, const Origin& from);
 
   // The place of the innermost one of areas in each other, from the outermost: "BOARD/CPU0".
-  std::size_t AreaOf(std::string_view path, const Origin& origin);
+  std::size_t AreaOf(std::string_view path, const Origin& from);
 
   Text name;
+  Origin origin;            // of the name
   std::vector<Area> areas;  // to be added by these
   std::vector<Device> devices;
   std::vector<Sensor> sensors;
-  std::vector<Property> properties;  // of the machine
+  std::vector<Facts> facts;
 
  private:
   std::map<std::pair<std::optional<std::size_t>, std::string>, std::size_t> places_;  // of areas
 };
 
-// Adds a limit, unless the text is not a number or the sensor has that limit already: then the item
-// is dropped, with the reason.
-void AddLimit(Sensor& sensor, language::EntryId entry, std::string_view number, losses::ItemId item,
-              losses::Ledger& ledger);
-void AddLimit(Sensor& sensor, const Limit& limit, losses::Ledger& ledger);
+// Why a text that is no Decimal is not: it is not a number, or has too many digits.
+losses::Reason WhyNoDecimal(std::string_view text);
+
+// All that the limit has of the source is dropped for that reason.
+void DropLimit(const Limit& limit, losses::Reason reason, losses::Ledger& ledger);
+
+// Adds a limit; with a number, that is the amount. If the text is not a number or the sensor has
+// that limit already, the limit is dropped: then, returns the reason.
+std::optional<losses::Reason> AddLimit(Sensor& sensor, Limit limit, std::string_view number,
+                                       losses::Ledger& ledger);
+std::optional<losses::Reason> AddLimit(Sensor& sensor, Limit limit, losses::Ledger& ledger);
 
 }  // namespace rux::imports
 

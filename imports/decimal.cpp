@@ -1,5 +1,6 @@
 #include "imports/decimal.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -48,6 +49,13 @@ std::optional<int> TakePower(std::string_view& text) {
   return is_negative ? -*number : *number;
 }
 
+// How many digits the text begins with, which are taken off it.
+std::size_t TakeDigits(std::string_view& text, std::string_view digits) {
+  const std::size_t count = std::min(text.find_first_not_of(digits), text.size());
+  text.remove_prefix(count);
+  return count;
+}
+
 std::optional<std::int64_t> Product(std::int64_t a, std::int64_t b) {
   std::int64_t product = 0;
   if (__builtin_mul_overflow(a, b, &product) || std::llabs(product) > kLargest) return std::nullopt;
@@ -62,6 +70,26 @@ Decimal::Decimal(std::int64_t digits, int exponent) : digits_(digits), exponent_
     digits_ /= 10;
     ++exponent_;
   }
+}
+
+bool Decimal::IsNumber(std::string_view text) {
+  constexpr std::string_view kHexDigits = "0123456789abcdefABCDEF";
+  constexpr std::string_view kDigits = kHexDigits.substr(0, 10);
+  TakeSign(text);
+  if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
+    text.remove_prefix(2);
+    return TakeDigits(text, kHexDigits) > 0 && text.empty();
+  }
+  std::size_t digits = TakeDigits(text, kDigits);
+  if (!text.empty() && text.front() == '.') {
+    text.remove_prefix(1);
+    digits += TakeDigits(text, kDigits);
+  }
+  if (digits == 0 || text.empty()) return digits > 0;
+  if (text.front() != 'e' && text.front() != 'E') return false;
+  text.remove_prefix(1);
+  TakeSign(text);
+  return TakeDigits(text, kDigits) > 0 && text.empty();
 }
 
 std::optional<Decimal> Decimal::In(std::string_view text) {

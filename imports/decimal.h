@@ -19,6 +19,8 @@ class Decimal {
   // "10.8", "-5", "1.05e-3", "0x1F"; with nothing before or after. None for any other text, and for
   // numbers of more than 18 digits or beyond 10^±60.
   static std::optional<Decimal> In(std::string_view text);
+  // Whether the text is a number in such a form, however many digits it has.
+  static bool IsNumber(std::string_view text);
   // Of a whole number by another one, where a decimal number is that; the divisor is not 0.
   static std::optional<Decimal> Quotient(std::int64_t dividend, std::int64_t divisor);
 

@@ -15,6 +15,7 @@
 #include "imports/names.h"
 #include "imports/script_text.h"
 #include "imports/sections.h"
+#include "imports/source_names.h"
 #include "losses/ledger.h"
 #include "support/ascii.h"
 #include "support/json.h"
@@ -34,7 +35,10 @@ std::string InLowerCase(std::string text) {
 class Layout {
  public:
   Layout(const Board& board, const LayoutOptions& options, losses::Ledger& ledger)
-      : board_(board), options_(options), ledger_(ledger) {}
+      : board_(board),
+        options_(options),
+        ledger_(ledger),
+        sources_(ShortestNames(ledger.files())) {}
 
   std::vector<ScriptFile> Write() {
     TakeNames();
@@ -139,7 +143,7 @@ class Layout {
       if (area.parent) ++children[*area.parent];
     }
     ScriptText script;
-    SectionWriter writer(script, ledger_);
+    SectionWriter writer(script, ledger_, sources_);
     script.Comment("The tree of groups: a group comes after the one that it is in.");
     script.Gap();
     for (std::size_t i = 0; i < board_.areas.size(); ++i) {
@@ -149,14 +153,14 @@ class Layout {
       script.Entry("PARENT", area.parent ? areas_[*area.parent] : "0");
       script.Entry("NAME", areas_[i]);
       script.Entry("CHILDGROUP", std::to_string(children[i]));
-      writer.Settle(area.name, areas_[i], losses::Reason::kRenamed);
+      writer.SettleName(area.name, areas_[i]);
     }
     AddFile(kGroupsFile, script);
   }
 
   void AddDevices() {
     ScriptText script;
-    SectionWriter writer(script, ledger_);
+    SectionWriter writer(script, ledger_, sources_);
     script.Comment("The chips and other devices that sensors are read from.");
     script.Gap();
     for (std::size_t i = 0; i < board_.devices.size(); ++i)
@@ -166,9 +170,10 @@ class Layout {
 
   void AddSensors(std::size_t area) {
     ScriptText script;
-    SectionWriter writer(script, ledger_);
+    SectionWriter writer(script, ledger_, sources_);
     script.Comment("The sensors of " + areas_[area] + '.');
     script.Gap();
+    writer.Comment(board_.areas[area].origin, board_.areas[area].name.text);
     script.Section("PELMGROUP");
     script.Entry("NAME", areas_[area]);
     script.Entry("ID", HexText(++lists_));
@@ -186,12 +191,13 @@ class Layout {
 
   std::string MainText() {
     ScriptText script;
-    SectionWriter writer(script, ledger_);
+    SectionWriter writer(script, ledger_, sources_);
     for (const std::string& line : options_.heading) script.Comment(PlainText(line));
     if (!options_.heading.empty()) script.Gap();
     script.Section("MORVRUX");
     script.Entry("VERSION", "1.0");
     script.Gap();
+    writer.Comment(board_.origin, board_.name.text);
     script.Comment("TYPE, FLAG and RUXLOOP are for the firmware: write what it expects.");
     script.Section("SYSTEM");
     script.Entry("TYPE", "0");
@@ -202,9 +208,11 @@ class Layout {
     script.Entry("RUXLOOP", "0");
     script.Section("INCLUDE");
     for (const ScriptFile& file : files_) script.Entry("FILE", file.name);
-    if (!board_.properties.empty()) {
+    for (const Facts& facts : board_.facts) {
+      script.Gap();
+      writer.Comment(facts.origin, facts.name);
       script.Section("PROPERTY");
-      writer.Write("", board_.properties);
+      writer.Write("", facts.properties);
     }
     return script.Text();
   }
@@ -233,7 +241,8 @@ class Layout {
   const Board& board_;
   const LayoutOptions& options_;
   losses::Ledger& ledger_;
-  std::vector<std::string> areas_;  // the NAMEs
+  const std::vector<std::string> sources_;  // as comments name them
+  std::vector<std::string> areas_;          // the NAMEs
   std::vector<std::string> devices_;
   std::vector<std::string> names_;                    // of the sensors
   std::vector<std::uint32_t> ids_;                    // of the sensors

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -42,9 +41,18 @@ void SectionWriter::Settle(const Text& source, const std::string& written, losse
     ledger_.Changed(source.item, written, reason);
 }
 
+void SectionWriter::SettleName(const Text& source, const std::string& written) {
+  // What is called otherwise has its name as P_LABEL or in the comment above.
+  const std::string shown = PlainText(source.text);
+  if (shown == source.text)
+    Settle(source, written, losses::Reason::kRenamed);
+  else
+    Settle(source, shown, losses::Reason::kSimplified);
+}
+
 void SectionWriter::Comment(const Origin& origin, std::string_view name) {
-  if (ledger_.files().empty()) return;
-  std::string text = std::filesystem::path(ledger_.files()[origin.file]).filename().string();
+  if (sources_.empty()) return;
+  std::string text = sources_[origin.file];
   if (origin.line != 0) text += ':' + std::to_string(origin.line);
   text += fmt::format(": {}", name);
   if (!origin.path.empty()) text += fmt::format(" ({})", origin.path);
@@ -88,8 +96,7 @@ void SectionWriter::WriteNumber(const Sensor& sensor, language::EntryId entry,
   script_.Entry(language::KeywordOf(entry), text);
 }
 
-void SectionWriter::WriteLimits(const Sensor& sensor) {
-  const ScaledLimits scaled = ScaleFor(sensor.limits);
+void SectionWriter::WriteLimits(const Sensor& sensor, const ScaledLimits& scaled) {
   const bool is_scaled = scaled.scale.power != 0;
   const std::string divisor = fmt::format("1{:0<{}}", "", scaled.scale.power);
   std::vector<std::string> numbers(sensor.limits.size());
@@ -113,7 +120,7 @@ void SectionWriter::WriteLimits(const Sensor& sensor) {
     }
   }
   for (std::size_t i = 0; i < sensor.limits.size(); ++i) {
-    if (numbers[i].empty()) ledger_.Dropped(sensor.limits[i].item, losses::Reason::kDoesNotFit);
+    if (numbers[i].empty()) DropLimit(sensor.limits[i], losses::Reason::kDoesNotFit, ledger_);
   }
   script_.Entry("VALUE", "VT_NONE");
   WriteUnit(sensor);
@@ -148,13 +155,19 @@ void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
   WriteNumber(sensor, language::ENTRY_TYPE, std::string(quantity.word));
   WriteNumber(sensor, language::ENTRY_INITFLAG, "0");
   WriteNumber(sensor, language::ENTRY_CONTROLMASK, "0");
-  WriteLimits(sensor);
+  const ScaledLimits scaled = ScaleFor(sensor.limits);
+  WriteLimits(sensor, scaled);
   if (!place.device.empty()) script_.Entry(std::string("P_") + kDeviceProperty, place.device);
   const std::string label = PlainText(sensor.name.text);
   if (label != place.name && !label.empty())
     script_.Entry(std::string("P_") + kLabelProperty, label);
   Write("P_", sensor.properties);
-  Settle(sensor.name, place.name, losses::Reason::kRenamed);
+  for (const std::size_t fitting : scaled.fitting) {
+    const Limit& limit = sensor.limits[fitting];
+    for (const losses::ItemId part : limit.parts) ledger_.Used(part);
+    Write("P_", limit.properties);
+  }
+  SettleName(sensor.name, place.name);
 }
 
 void SectionWriter::Write(const Device& device, const std::string& name, std::uint32_t id) {
@@ -168,7 +181,7 @@ void SectionWriter::Write(const Device& device, const std::string& name, std::ui
   const std::string label = PlainText(device.name.text);
   if (label != name && !label.empty()) script_.Entry(std::string("P_") + kLabelProperty, label);
   Write("P_", device.properties);
-  Settle(device.name, name, losses::Reason::kRenamed);
+  SettleName(device.name, name);
 }
 
 }  // namespace rux::imports

@@ -10,6 +10,7 @@
 
 #include "imports/board.h"
 #include "imports/names.h"
+#include "imports/scale.h"
 #include "imports/script_text.h"
 #include "losses/ledger.h"
 
@@ -34,7 +35,9 @@ struct SensorPlace {
 // Writes sections and notes in the ledger what became of their items.
 class SectionWriter {
  public:
-  SectionWriter(ScriptText& script, losses::Ledger& ledger) : script_(script), ledger_(ledger) {}
+  // `sources`: what comments call the files of the ledger.
+  SectionWriter(ScriptText& script, losses::Ledger& ledger, const std::vector<std::string>& sources)
+      : script_(script), ledger_(ledger), sources_(sources) {}
 
   void Write(const Sensor& sensor, const SensorPlace& place);
   void Write(const Device& device, const std::string& name, std::uint32_t id);
@@ -43,6 +46,8 @@ class SectionWriter {
 
   // "board.json:12: fan 1 (/0/Exposes/3)", as a comment.
   void Comment(const Origin& origin, std::string_view name);
+  // The same of the name of a section, which is that name in the scripts.
+  void SettleName(const Text& source, const std::string& written);
   // What becomes of the item when the script has this text of it.
   void Settle(const Text& source, const std::string& written, losses::Reason reason);
 
@@ -50,12 +55,13 @@ class SectionWriter {
   // A section begins, in which these keys are taken.
   void BeginKeys(std::initializer_list<const char*> taken);
   void WriteNumber(const Sensor& sensor, language::EntryId entry, const std::string& otherwise);
-  void WriteLimits(const Sensor& sensor);
+  void WriteLimits(const Sensor& sensor, const ScaledLimits& scaled);
   void SettleNumber(const Limit& limit, const std::string& written);
   void WriteUnit(const Sensor& sensor);
 
   ScriptText& script_;
   losses::Ledger& ledger_;
+  const std::vector<std::string>& sources_;
   Names keys_;  // of the section's properties
 };
 

@@ -21,6 +21,7 @@
 #include "reconcile/pairing.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
+#include "support/ascii.h"
 #include "table/columns.h"
 
 namespace rux::imports {
@@ -36,6 +37,10 @@ constexpr language::EntryId kPlainNumbers[] = {language::ENTRY_ID, language::ENT
 std::pair<std::string_view, std::string_view> NumberAndUnit(std::string_view text) {
   text = lists::Trimmed(text);
   const std::size_t blank = text.find_first_of(" \t");
+  // Digits after a blank are not a unit: "1 400".
+  if (blank != std::string_view::npos &&
+      support::IsDigit(text[text.find_first_not_of(" \t", blank)]))
+    return {text, ""};
   if (blank != std::string_view::npos)
     return {text.substr(0, blank), lists::Trimmed(text.substr(blank))};
   // A unit may follow without a blank; an exponent is not a unit.
@@ -48,9 +53,10 @@ std::pair<std::string_view, std::string_view> NumberAndUnit(std::string_view tex
 // One row of a list. The limits come last: they are amounts in the unit of the sensor.
 class RowReader {
  public:
-  RowReader(const lists::List& list, const lists::ListRow& row, const reconcile::Pairing& pairing,
-            Board& board, losses::Ledger& ledger)
-      : list_(list),
+  RowReader(const lists::Format& format, const lists::List& list, const lists::ListRow& row,
+            const reconcile::Pairing& pairing, Board& board, losses::Ledger& ledger)
+      : format_(format),
+        list_(list),
         row_(row),
         pairing_(pairing),
         board_(board),
@@ -67,7 +73,11 @@ class RowReader {
         ledger_.Used(cell.text.item);
         continue;
       }
-      if (pair == nullptr) continue;
+      if (pair == nullptr) {
+        if (format_.HasOtherLimit(list_.columns[listed.column]))
+          ledger_.Dropped(cell.text.item, losses::Reason::kNoSuchLimit);
+        continue;
+      }
       items_.push_back(cell.text.item);
       if (pair->column.is_limit() || IsTheory(pair->column))
         limits.push_back(std::move(cell));
@@ -143,16 +153,16 @@ class RowReader {
     const auto [number, written] = NumberAndUnit(cell.text.text);
     const std::string unit = written.empty() ? cell.pair->unit : std::string(written);
     std::optional<Decimal> amount = Decimal::In(number);
-    if (!amount) return ledger_.Dropped(item, losses::Reason::kNotANumber);
+    if (!amount) return ledger_.Dropped(item, WhyNoDecimal(number));
     if (sensor_.unit.text.empty()) sensor_.unit.text = unit;
     if (!unit.empty()) {
       const std::optional<double> factor = lists::UnitFactor(unit, sensor_.unit.text);
-      if (!factor) return ledger_.Dropped(item, losses::Reason::kDoesNotFit);
+      if (!factor) return ledger_.Dropped(item, losses::Reason::kOtherUnit);
       // Units of a kind differ by powers of ten.
       amount = amount->Times(Decimal(1, static_cast<int>(std::lround(std::log10(*factor)))));
       if (!amount) return ledger_.Dropped(item, losses::Reason::kDoesNotFit);
     }
-    AddLimit(sensor_, {EntryOf(cell.pair->column), *amount, item}, ledger_);
+    AddLimit(sensor_, Limit{EntryOf(cell.pair->column), *amount, item}, ledger_);
   }
 
   // The groups from the outermost: "BOARD/CPU0"; without any, that of the board.
@@ -163,6 +173,7 @@ class RowReader {
     return is_path ? board_.AreaOf(path.text, origin_) : board_.AreaFor(path, {}, origin_);
   }
 
+  const lists::Format& format_;
   const lists::List& list_;
   const lists::ListRow& row_;
   const reconcile::Pairing& pairing_;
@@ -186,7 +197,8 @@ Board ReadCsvTable(const Sources& sources, const ReadOptions& options, losses::L
     const lists::List list = format.read(source.path, source.text);
     const reconcile::Pairing pairing = reconcile::PairColumns(*language::FindKind("SENSOR"), format,
                                                               source.path, list, options.columns);
-    for (const lists::ListRow& row : list.rows) RowReader(list, row, pairing, board, ledger).Read();
+    for (const lists::ListRow& row : list.rows)
+      RowReader(format, list, row, pairing, board, ledger).Read();
   }
   return board;
 }

@@ -18,6 +18,8 @@
 #include "imports/formats/dtc.h"
 #include "imports/formats/flat_tree.h"
 #include "imports/formats/readers.h"
+#include "imports/formats/tree_chips.h"
+#include "imports/formats/tree_items.h"
 #include "losses/ledger.h"
 #include "ruxcomp/language/entries.h"
 
@@ -26,15 +28,6 @@ namespace {
 
 using losses::ItemId;
 using losses::Reason;
-
-struct ChipRow {
-  std::string_view name;
-  std::string_view features;
-};
-constexpr ChipRow kChips[] = {
-#define CHIP(name, features) {name, features},
-#include "imports/formats/chips.def"
-};
 
 // What the scripts keep of a chip, besides its label.
 struct KeptProperty {
@@ -56,92 +49,44 @@ constexpr TripType kTripTypes[] = {{"critical", language::ENTRY_THRESHOLD_FH},
 
 constexpr std::string_view kTachChannels[] = {"aspeed,fan-tach-ch", "tach-ch"};
 
-const ChipRow* FindChip(const TreeNode& node) {
-  const TreeProperty* const compatible = node.Find("compatible");
-  if (compatible == nullptr) return nullptr;
-  for (const std::string_view text : compatible->Texts()) {
-    const std::string_view name = text.substr(text.find(',') + 1);
-    for (const ChipRow& row : kChips) {
-      if (row.name == name) return &row;
-    }
-  }
-  return nullptr;
-}
-
-std::vector<std::string> Words(std::string_view text) {
-  std::vector<std::string> words;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(' '), text.size());
-    words.emplace_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return words;
-}
-
-bool IsOff(const TreeNode& node) {
-  const TreeProperty* const status = node.Find("status");
-  if (status == nullptr) return false;
-  const std::string text = status->Text();
-  return text != "okay" && text != "ok";
-}
-
 class TreeBoard {
  public:
   TreeBoard(const std::string& path, std::string_view bytes, Board& board, losses::Ledger& ledger)
-      : tree_(path, bytes), board_(board), ledger_(ledger) {
-    ledger.BeginFile(path);
-    file_ = static_cast<std::uint32_t>(ledger.files().size() - 1);
+      : tree_(path, bytes),
+        board_(board),
+        ledger_(ledger),
+        file_(static_cast<std::uint32_t>(ledger.files().size() - 1)),
+        items_(tree_, ledger) {
     if (board.name.text.empty()) board.name.text = std::filesystem::path(path).stem().string();
   }
 
   void Read() {
-    for (std::size_t i = 0; i < tree_.nodes().size(); ++i) NoteNode(i);
+    FindAliases();
     const Text model = Value(0, "model");
-    if (!model.text.empty()) board_.name = model;
+    if (!model.text.empty()) {
+      board_.name = model;
+      board_.origin = {file_, 0, Node(0).path};
+    }
     for (std::size_t i = 1; i < tree_.nodes().size(); ++i) {
-      const ChipRow* const chip = is_off_[i] ? nullptr : FindChip(Node(i));
-      if (chip != nullptr) AddChip(i, *chip);
+      const auto features = items_.IsOff(i) ? std::nullopt : FeaturesOf(Node(i));
+      if (features) AddChip(i, *features);
     }
     // Zones and channels refer to chips.
     for (std::size_t i = 1; i < tree_.nodes().size(); ++i) {
-      if (!is_off_[i]) AddOther(i);
+      if (!items_.IsOff(i)) AddOther(i);
     }
   }
 
  private:
-  const TreeNode& Node(std::size_t node) const { return tree_.nodes()[node]; }
+  const TreeNode& Node(std::size_t node) const { return items_.Node(node); }
+  Text Value(std::size_t node, std::string_view name) const { return items_.Value(node, name); }
 
-  void NoteNode(std::size_t place) {
-    const TreeNode& node = Node(place);
-    children_.emplace_back();
-    if (place > 0) children_[node.parent].push_back(place);
-    is_off_.push_back(place > 0 && (is_off_[node.parent] || IsOff(node)));
-    items_.emplace_back();
-    for (const TreeProperty& property : node.properties) {
-      items_.back().push_back(
-          ledger_.Note({0, node.path + ':' + std::string(property.name), property.Text()}));
-    }
-    if (is_off_.back()) Drop(place, Reason::kDisabled);
-    if (node.path != "/aliases") return;
-    for (std::size_t i = 0; i < node.properties.size(); ++i)
-      aliases_.emplace(node.properties[i].Text(),
-                       Text{std::string(node.properties[i].name), items_.back()[i]});
-  }
-
-  // Until the scripts have something of them.
-  void Drop(std::size_t node, Reason reason) {
-    for (const ItemId item : items_[node]) ledger_.Dropped(item, reason);
-  }
-
-  ItemId ItemFor(std::size_t node, const TreeProperty* property) const {
-    return items_[node][static_cast<std::size_t>(property - Node(node).properties.data())];
-  }
-
-  // Empty when the node does not have the property.
-  Text Value(std::size_t node, std::string_view name) const {
-    const TreeProperty* const property = Node(node).Find(name);
-    if (property == nullptr) return {};
-    return {property->Text(), ItemFor(node, property)};
+  void FindAliases() {
+    const std::optional<std::size_t> aliases = tree_.FindPath("/aliases");
+    if (!aliases) return;
+    for (const TreeProperty& property : Node(*aliases).properties)
+      aliases_.emplace(property.Text(),
+                       Text{std::string(property.name), items_.ItemFor(*aliases, &property)});
   }
 
   Sensor NewSensor(std::size_t node, Text name, Quantity quantity, std::string_view area) {
@@ -162,9 +107,9 @@ class TreeBoard {
     return alias->second.text;
   }
 
-  void AddChip(std::size_t place, const ChipRow& chip) {
+  void AddChip(std::size_t place, const std::vector<std::string>& features) {
     const TreeNode& node = Node(place);
-    Drop(place, Reason::kNoPlace);
+    items_.Drop(place, Reason::kNoPlace);
     Device device{{std::string(node.name), losses::kNoItem}, {}, {file_, 0, node.path}};
     const std::string bus = BusOf(place);
     if (!bus.empty()) device.properties.push_back({"BUS", {bus, losses::kNoItem}});
@@ -173,7 +118,6 @@ class TreeBoard {
       if (value.item != losses::kNoItem) device.properties.push_back({kept.key, std::move(value)});
     }
     devices_.emplace(place, board_.devices.size());
-    const std::vector<std::string> features = Words(chip.features);
     Text label = Value(place, "label");
     if (features.empty()) device.name = label.text.empty() ? device.name : label;
     board_.devices.push_back(std::move(device));
@@ -189,13 +133,13 @@ class TreeBoard {
       return other.substr(other.find_first_of("0123456789")) == number;
     };
     bool is_only = features.size() == 1;
-    for (const std::size_t child : children_[chip]) {
+    for (const std::size_t child : items_.ChildrenOf(chip)) {
       const Text reg = Value(child, "reg");
       const TreeProperty* const property = Node(child).Find("reg");
       if (property == nullptr || property->Cells().size() != 1) continue;
       if (std::to_string(std::uint64_t{property->Cells().front()} + 1) != number) continue;
-      if (is_off_[child]) return;
-      Drop(child, Reason::kNoPlace);
+      if (items_.IsOff(child)) return;
+      items_.Drop(child, Reason::kNoPlace);
       ledger_.Used(reg.item);
       const Text name = Value(child, "label");
       if (name.text.empty()) continue;
@@ -219,62 +163,105 @@ class TreeBoard {
     }
   }
 
+  // A handle of a list, with as many cells after it as its node says.
+  struct Reference {
+    std::optional<std::size_t> node;
+    std::string channel;  // "2 0" of two cells; empty: none
+  };
+  Reference TakeReference(const std::vector<std::uint32_t>& cells, std::size_t& at,
+                          std::string_view count_name) {
+    Reference reference{tree_.FindHandle(cells[at++]), ""};
+    if (!reference.node) return reference;
+    const TreeProperty* const count = Node(*reference.node).Find(count_name);
+    const std::size_t rest = count == nullptr || count->Cells().empty() ? 0 : count->Cells()[0];
+    ledger_.Used(Value(*reference.node, count_name).item);
+    for (std::size_t i = 0; i < rest && at < cells.size(); ++i) {
+      if (i > 0) reference.channel += ' ';
+      reference.channel += std::to_string(cells[at++]);
+    }
+    return reference;
+  }
+
   void AddZone(std::size_t place) {
     const TreeNode& node = Node(place);
-    Drop(place, Reason::kNoPlace);
     Sensor sensor = NewSensor(place, {std::string(node.name), losses::kNoItem},
                               Quantity::kTemperature, Node(node.parent).name);
     const TreeProperty* const source = node.Find("thermal-sensors");
-    if (source != nullptr && !source->Cells().empty()) {
-      const std::optional<std::size_t> target = tree_.FindHandle(source->Cells().front());
-      const ItemId item = ItemFor(place, source);
-      if (target) {
-        const auto device = devices_.find(*target);
-        if (device != devices_.end()) sensor.device = device->second;
-        sensor.properties.push_back({"SENSOR", {Node(*target).path, losses::kNoItem}});
-        ledger_.Changed(item, Node(*target).path, Reason::kRewritten);
-      } else {
-        ledger_.Dropped(item, Reason::kNoOwner);
-      }
-    }
-    for (const std::size_t part : children_[place]) {
+    if (source != nullptr && !source->Cells().empty())
+      AddSource(*source, items_.ItemFor(place, source), sensor);
+    items_.Drop(place, Reason::kNoPlace);
+    for (const std::size_t part : items_.ChildrenOf(place)) {
       if (Node(part).name != "trips") continue;
-      for (const std::size_t trip : children_[part]) AddTrip(trip, sensor);
+      for (const std::size_t trip : items_.ChildrenOf(part)) AddTrip(trip, sensor);
     }
     board_.sensors.push_back(std::move(sensor));
   }
 
+  // What a zone is the temperature of: its first reference. Channel 1 of a chip is its temp2.
+  void AddSource(const TreeProperty& list, ItemId item, Sensor& sensor) {
+    const std::vector<std::uint32_t> cells = list.Cells();
+    std::size_t at = 0;
+    const Reference source = TakeReference(cells, at, "#thermal-sensor-cells");
+    if (!source.node) return ledger_.Dropped(item, Reason::kNoOwner);
+    const TreeNode& node = Node(*source.node);
+    sensor.properties.push_back({"SENSOR", {node.path, losses::kNoItem}});
+    std::string after = node.path;
+    if (!source.channel.empty()) {
+      sensor.properties.push_back({"CHANNEL", {source.channel, losses::kNoItem}});
+      after += ' ' + source.channel;
+    }
+    const auto device = devices_.find(*source.node);
+    if (device != devices_.end()) {
+      sensor.device = device->second;
+      for (const std::string& feature : FeaturesOf(node).value_or(std::vector<std::string>())) {
+        if (IsFeatureOf(source.channel, feature))
+          sensor.properties.push_back({"FEATURE", {feature, losses::kNoItem}});
+      }
+    }
+    ledger_.Changed(item, after, at == cells.size() ? Reason::kRewritten : Reason::kSimplified);
+  }
+
+  static bool IsFeatureOf(const std::string& channel, const std::string& feature) {
+    const std::optional<Decimal> number = Decimal::In(channel);
+    const std::optional<std::int64_t> place = number ? number->WholeAt(0) : std::nullopt;
+    return place && feature == "temp" + std::to_string(*place + 1);
+  }
+
+  // The first trip of its type is the limit.
   void AddTrip(std::size_t trip, Sensor& sensor) {
-    Drop(trip, Reason::kNoSuchLimit);
     const Text type = Value(trip, "type");
-    const TreeProperty* const temperature = Node(trip).Find("temperature");
+    const TreeProperty* const temperature = Node(trip).Find(kTemperature);
+    Limit limit{language::ENTRY_THRESHOLD_FH, {}, losses::kNoItem};
     for (const TripType& row : kTripTypes) {
       if (row.type != type.text || temperature == nullptr || temperature->Cells().size() != 1)
         continue;
-      const auto thousandths = static_cast<std::int32_t>(temperature->Cells().front());
       constexpr int kThousandth = -3;
-      ledger_.Used(type.item);
-      AddLimit(sensor, {row.limit, Decimal(thousandths, kThousandth), ItemFor(trip, temperature)},
-               ledger_);
+      limit = {row.limit,
+               Decimal(SignedCell(*temperature), kThousandth),
+               items_.ItemFor(trip, temperature),
+               {type.item},
+               {}};
+      AddLimit(sensor, limit, ledger_);
+    }
+    for (const ItemId item : items_.ItemsOf(trip)) {
+      const bool is_limit =
+          limit.item != losses::kNoItem && (item == limit.item || item == type.item);
+      if (!is_limit) ledger_.Dropped(item, Reason::kNoSuchLimit);
     }
   }
 
-  // A list of handles, each with as many cells after it as its node says.
   void AddChannels(std::size_t place) {
-    Drop(place, Reason::kNoPlace);
+    items_.Drop(place, Reason::kNoPlace);
     ledger_.Used(Value(place, "compatible").item);
     const TreeProperty* const list = Node(place).Find("io-channels");
     if (list == nullptr) return;
-    const ItemId item = ItemFor(place, list);
+    const ItemId item = items_.ItemFor(place, list);
     const std::vector<std::uint32_t> cells = list->Cells();
     for (std::size_t at = 0; at < cells.size();) {
-      const std::optional<std::size_t> target = tree_.FindHandle(cells[at++]);
-      if (!target) return ledger_.Dropped(item, Reason::kNoOwner);
-      const TreeProperty* const count = Node(*target).Find("#io-channel-cells");
-      const std::size_t rest = count == nullptr || count->Cells().empty() ? 0 : count->Cells()[0];
-      std::string channel(Node(*target).name);
-      for (std::size_t i = 0; i < rest && at < cells.size(); ++i)
-        channel += ' ' + std::to_string(cells[at++]);
+      const Reference source = TakeReference(cells, at, "#io-channel-cells");
+      if (!source.node) return ledger_.Dropped(item, Reason::kNoOwner);
+      std::string channel(Node(*source.node).name);
+      if (!source.channel.empty()) channel += ' ' + source.channel;
       Sensor sensor =
           NewSensor(place, {channel, losses::kNoItem}, Quantity::kOther, Node(place).name);
       sensor.properties.push_back({"CHANNEL", {channel, losses::kNoItem}});
@@ -285,7 +272,7 @@ class TreeBoard {
 
   void AddFan(std::size_t place, const TreeProperty& channels) {
     const TreeNode& node = Node(place);
-    Drop(place, Reason::kNoPlace);
+    items_.Drop(place, Reason::kNoPlace);
     for (const char byte : channels.bytes) {
       const std::string channel = std::to_string(static_cast<unsigned char>(byte));
       const std::string rest = channels.bytes.size() == 1 ? "" : " tach " + channel;
@@ -294,16 +281,14 @@ class TreeBoard {
       sensor.properties.push_back({"TACH", {channel, losses::kNoItem}});
       board_.sensors.push_back(std::move(sensor));
     }
-    ledger_.Used(ItemFor(place, &channels));
+    ledger_.Used(items_.ItemFor(place, &channels));
   }
 
   const FlatTree tree_;
   Board& board_;
   losses::Ledger& ledger_;
   std::uint32_t file_;
-  std::vector<std::vector<std::size_t>> children_;    // by node
-  std::vector<bool> is_off_;                          // by node
-  std::vector<std::vector<ItemId>> items_;            // by node and property
+  TreeItems items_;
   std::map<std::string, Text, std::less<>> aliases_;  // by path
   std::map<std::size_t, std::size_t> devices_;        // in the board, by node
 };
@@ -312,13 +297,17 @@ class TreeBoard {
 
 Board ReadDeviceTree(const Sources& sources, const ReadOptions&, losses::Ledger& ledger) {
   Board board;
-  for (const Source& source : sources) TreeBoard(source.path, source.text, board, ledger).Read();
+  for (const Source& source : sources) {
+    ledger.BeginFile(source.path);
+    TreeBoard(source.path, source.text, board, ledger).Read();
+  }
   return board;
 }
 
 Board ReadDeviceTreeSource(const Sources& sources, const ReadOptions&, losses::Ledger& ledger) {
   Board board;
   for (const Source& source : sources) {
+    ledger.BeginFile(source.path);
     const std::string bytes = CompileDeviceTree(source.path, source.text);
     TreeBoard(source.path, bytes, board, ledger).Read();
   }

@@ -15,6 +15,7 @@
 #include "lists/list.h"
 #include "losses/ledger.h"
 #include "ruxcomp/language/entries.h"
+#include "support/ascii.h"
 #include "support/failure.h"
 
 namespace rux::imports {
@@ -45,6 +46,20 @@ std::string_view TakeWord(std::string_view& text) {
   const std::string_view word = text.substr(0, end);
   text = lists::Trimmed(text.substr(end));
   return word;
+}
+
+// The text up to the next semicolon; empty when the comment does not have the words.
+std::string_view TextAfter(std::string_view words, std::string_view comment) {
+  const std::size_t at = comment.find(words);
+  if (at == std::string_view::npos) return {};
+  const std::string_view text = comment.substr(at + words.size());
+  return lists::Trimmed(text.substr(0, text.find(';')));
+}
+
+// "Temperature": the types of sensors that measure are called as quantities are.
+Quantity QuantityOfType(std::string type) {
+  for (char& c : type) c = support::ToLower(c);
+  return FindQuantity(type).value_or(Quantity::kOther);
 }
 
 class CheckoutReader {
@@ -98,28 +113,29 @@ class CheckoutReader {
   void End() {
     is_in_section_ = false;
     sensor_.quantity = QuantityIn(sensor_.unit.text);
+    if (sensor_.quantity == Quantity::kOther) sensor_.quantity = QuantityOfType(type_);
+    type_.clear();
     board_.sensors.push_back(std::move(sensor_));
   }
 
   // Keys that cannot be set are there as comments. Other comments explain the next key, with the
-  // unit of thresholds.
+  // type of the sensor and the unit of thresholds.
   void ReadComment(std::string_view comment) {
     if (!is_in_section_) return;
     std::string_view rest = comment;
     const std::string_view key = TakeWord(rest);
     const bool is_pair = !rest.empty() && rest.find_first_of(" \t") == std::string_view::npos;
     if (is_pair && key.find('_') != std::string_view::npos) return ReadKey(key, rest);
-    constexpr std::string_view kUnits = "; units = ";
-    const std::size_t units = comment.find(kUnits);
-    if (units == std::string_view::npos || !sensor_.unit.text.empty()) return;
-    const std::string_view unit = comment.substr(units + kUnits.size());
-    sensor_.unit.text = lists::Trimmed(unit.substr(0, unit.find(';')));
+    if (type_.empty()) type_ = TextAfter("sensor type = ", comment);
+    if (sensor_.unit.text.empty()) sensor_.unit.text = TextAfter("; units = ", comment);
   }
 
   void ReadKey(std::string_view key, std::string_view value) {
     const ItemId item = ledger_.Note({line_, std::string(key), std::string(value)});
     for (const ThresholdKey& row : kThresholdKeys) {
-      if (row.key == key) return AddLimit(sensor_, row.entry, value, item, ledger_);
+      if (row.key != key) continue;
+      AddLimit(sensor_, {row.entry, {}, item}, value, ledger_);
+      return;
     }
     const bool is_limit = HasEnding(key, "_Threshold") || HasEnding(key, "_Hysteresis");
     ledger_.Dropped(item, is_limit ? Reason::kNoSuchLimit : Reason::kNoPlace);
@@ -131,7 +147,8 @@ class CheckoutReader {
   std::uint32_t file_;
   std::uint32_t line_ = 0;
   bool is_in_section_ = false;
-  Sensor sensor_;  // of the Section
+  Sensor sensor_;     // of the Section
+  std::string type_;  // of the sensor, as comments have it
 };
 
 }  // namespace

@@ -5,21 +5,20 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "imports/board.h"
-#include "imports/decimal.h"
 #include "imports/formats.h"
+#include "imports/formats/conf_chips.h"
 #include "imports/formats/conf_features.h"
 #include "imports/formats/conf_lines.h"
 #include "imports/formats/formula.h"
-#include "imports/formats/ratio.h"
 #include "imports/formats/readers.h"
 #include "losses/ledger.h"
-#include "ruxcomp/language/entries.h"
 #include "support/pattern.h"
 
 namespace rux::imports {
@@ -27,43 +26,6 @@ namespace {
 
 using losses::ItemId;
 using losses::Reason;
-
-struct Compute {
-  Formula reading;
-  bool is_undone;  // by the formula for what is written to the chip
-  ItemId item;
-};
-
-struct Setting {
-  std::string attribute;
-  Formula formula;
-  ItemId item;
-};
-
-// What the statements about a chip say of one of its features.
-struct Feature {
-  ConfName name;
-  Origin origin;
-  Text label;
-  std::optional<Compute> compute;
-  std::vector<Setting> settings;
-  bool is_ignored = false;
-  std::vector<ItemId> items;  // of all but what ignores it
-};
-
-// The chips that a statement selects, and what holds for them.
-struct Chip {
-  std::string patterns;
-  std::size_t device;
-  std::vector<Feature> features;  // as they are met
-  std::map<std::string, std::size_t, std::less<>> places;
-
-  Feature& For(const ConfName& name, const Origin& origin) {
-    const auto [place, is_new] = places.emplace(name.feature, features.size());
-    if (is_new) features.push_back({name, origin, {}, {}, {}, false, {}});
-    return features[place->second];
-  }
-};
 
 // "it8686-isa-0a40" of a pattern that says where the chip is; "nct6792" of "nct6792-*".
 std::string ChipName(std::string pattern) {
@@ -87,10 +49,15 @@ class ConfBoard {
   }
 
   void Finish() {
-    for (const BusName& bus : buses_) AddBus(bus);
-    for (const Chip& chip : chips_) {
-      for (const Feature& feature : chip.features) AddFeature(chip, feature);
+    const std::map<std::string, std::vector<std::size_t>> devices = DevicesByBus();
+    for (const BusName& bus : buses_) {
+      const auto found = devices.find(bus.bus);
+      if (found == devices.end())
+        ledger_.Dropped(bus.adapter.item, Reason::kNoOwner);
+      else
+        AddAdapter(bus.adapter, found->second);
     }
+    for (const ConfChip& chip : chips_) AddSensors(chip, board_, ledger_);
   }
 
  private:
@@ -153,6 +120,7 @@ class ConfBoard {
     std::string patterns = ChipAt(line, 0);
     for (std::size_t i = 1; i < line.tokens.size(); ++i) patterns += ' ' + ChipAt(line, i);
     const ItemId item = Note(line, "", patterns);
+    ++block_;
     const auto [place, is_new] = chip_places_.emplace(patterns, chips_.size());
     chip_ = place->second;
     // The statements about the same chips belong together.
@@ -164,13 +132,13 @@ class ConfBoard {
   }
 
   // What a statement is about; null if that is unknown here: then the item stays not understood.
-  Feature* FeatureFor(const ConfLine& line, const ConfName& name) {
+  ConfFeature* FeatureFor(const ConfLine& line, const ConfName& name) {
     if (!chip_)
       RefuseConf(path_, line.number, std::string(line.keyword) + " before the first chip");
     return !name.quantity ? nullptr : &chips_[*chip_].For(name, OriginOf(line));
   }
 
-  Feature* WholeFeatureFor(const ConfLine& line, const std::string& name) {
+  ConfFeature* WholeFeatureFor(const ConfLine& line, const std::string& name) {
     const ConfName parts = ConfNameOf(name);
     return parts.attribute.empty() ? FeatureFor(line, parts) : nullptr;
   }
@@ -180,10 +148,12 @@ class ConfBoard {
     const std::string& label = NameAt(line, 1);
     ExpectEnd(line, 2);
     const ItemId item = Note(line, ' ' + name, label);
-    Feature* const feature = WholeFeatureFor(line, name);
+    ConfFeature* const feature = WholeFeatureFor(line, name);
     if (feature == nullptr) return;
-    if (!feature->label.text.empty()) return ledger_.Dropped(item, Reason::kDuplicate);
-    feature->label = {label, item};
+    ConfLabel& before = feature->label;
+    if (before.block == block_) return ledger_.Dropped(item, Reason::kDuplicate);
+    ledger_.Dropped(before.text.item, Reason::kDuplicate);
+    before = {{label, item}, block_};
     feature->items.push_back(item);
   }
 
@@ -196,10 +166,12 @@ class ConfBoard {
     const Formula writing = ReadFormula(path_, line, at);
     ExpectEnd(line, at);
     const ItemId item = Note(line, ' ' + name, line.TextOf(1, at));
-    Feature* const feature = WholeFeatureFor(line, name);
+    ConfFeature* const feature = WholeFeatureFor(line, name);
     if (feature == nullptr) return;
-    if (feature->compute) return ledger_.Dropped(item, Reason::kDuplicate);
-    feature->compute = Compute{reading, AreOpposite(reading, writing), item};
+    std::optional<ConfCompute>& before = feature->compute;
+    if (before && before->block == block_) return ledger_.Dropped(item, Reason::kDuplicate);
+    if (before) ledger_.Dropped(before->item, Reason::kDuplicate);
+    before = ConfCompute{reading, AreOpposite(reading, writing), item, block_};
     feature->items.push_back(item);
   }
 
@@ -210,9 +182,9 @@ class ConfBoard {
     ExpectEnd(line, at);
     const ItemId item = Note(line, ' ' + name, line.TextOf(1, at));
     const ConfName sub = ConfNameOf(name);
-    Feature* const feature = FeatureFor(line, sub);
+    ConfFeature* const feature = FeatureFor(line, sub);
     if (feature == nullptr) return ledger_.Dropped(item, Reason::kNoPlace);
-    feature->settings.push_back({sub.attribute, formula, item});
+    feature->settings.push_back({sub.attribute, formula, item, block_});
     feature->items.push_back(item);
   }
 
@@ -220,71 +192,31 @@ class ConfBoard {
     const std::string& name = NameAt(line, 0);
     ExpectEnd(line, 1);
     const ItemId item = Note(line, ' ' + name, "");
-    Feature* const feature = WholeFeatureFor(line, name);
+    ConfFeature* const feature = WholeFeatureFor(line, name);
     if (feature == nullptr) return;
     feature->is_ignored = true;
     ledger_.Used(item);  // the scripts leave the sensor out
   }
 
-  void AddBus(const BusName& bus) {
-    bool is_used = false;
-    for (const Chip& chip : chips_) {
-      if ((chip.patterns + '-').find('-' + bus.bus + '-') == std::string::npos) continue;
-      board_.devices[chip.device].properties.push_back({"ADAPTER", bus.adapter});
-      is_used = true;
+  // "i2c-0" of "lm75-i2c-0-48".
+  std::map<std::string, std::vector<std::size_t>> DevicesByBus() const {
+    std::map<std::string, std::vector<std::size_t>> devices;
+    constexpr std::string_view kBus = "-i2c-";
+    for (const ConfChip& chip : chips_) {
+      std::set<std::string> buses;
+      for (std::size_t at = chip.patterns.find(kBus); at != std::string::npos;
+           at = chip.patterns.find(kBus, at + 1)) {
+        const std::size_t end = chip.patterns.find_first_of(" -", at + kBus.size());
+        buses.insert(chip.patterns.substr(at + 1, end - at - 1));
+      }
+      for (const std::string& bus : buses) devices[bus].push_back(chip.device);
     }
-    if (!is_used) ledger_.Dropped(bus.adapter.item, Reason::kNoOwner);
+    return devices;
   }
 
-  void AddFeature(const Chip& chip, const Feature& feature) {
-    if (feature.is_ignored || feature.items.empty()) {
-      for (const ItemId item : feature.items) ledger_.Dropped(item, Reason::kDisabled);
-      return;
-    }
-    const Device& device = board_.devices[chip.device];
-    Sensor sensor;
-    sensor.name = feature.label;
-    if (sensor.name.text.empty()) sensor.name.text = feature.name.feature;
-    sensor.area = board_.AreaFor({device.name.text, losses::kNoItem}, {}, device.origin);
-    sensor.device = chip.device;
-    sensor.quantity = *feature.name.quantity;
-    sensor.origin = feature.origin;
-    sensor.properties.push_back({"FEATURE", {feature.name.feature, losses::kNoItem}});
-    if (feature.compute) AddCompute(*feature.compute, sensor);
-    // Of several settings of the same, the chip keeps the last.
-    for (auto setting = feature.settings.rbegin(); setting != feature.settings.rend(); ++setting)
-      AddSetting(*setting, sensor);
-    board_.sensors.push_back(std::move(sensor));
-  }
-
-  // What the chip reads, times a factor and plus an offset, is the amount.
-  void AddCompute(const Compute& compute, Sensor& sensor) {
-    const auto& [factor, offset, hindrance] = compute.reading;
-    if (hindrance) return ledger_.Dropped(compute.item, *hindrance);
-    std::string after;
-    const auto add = [&](const char* key, const Ratio& ratio) {
-      sensor.properties.push_back({key, {ratio.Text(), losses::kNoItem}});
-      after += (after.empty() ? "" : ", ") + (key + (' ' + ratio.Text()));
-    };
-    if (!(factor == Ratio{1, 1}) || offset == Ratio{}) add("FACTOR", factor);
-    if (!(offset == Ratio{})) add("OFFSET", offset);
-    ledger_.Changed(compute.item, after,
-                    compute.is_undone ? Reason::kRewritten : Reason::kSimplified);
-  }
-
-  void AddSetting(const Setting& setting, Sensor& sensor) {
-    const std::optional<language::EntryId> entry = LimitFor(setting.attribute);
-    if (!entry) {
-      return ledger_.Dropped(
-          setting.item, IsOtherLimit(setting.attribute) ? Reason::kNoSuchLimit : Reason::kNoPlace);
-    }
-    const Formula& formula = setting.formula;
-    if (!formula.IsNumber())
-      return ledger_.Dropped(setting.item, formula.hindrance.value_or(Reason::kKnownAtRunTime));
-    const std::optional<Decimal> amount =
-        Decimal::Quotient(formula.offset.top, formula.offset.bottom);
-    if (!amount) return ledger_.Dropped(setting.item, Reason::kDoesNotFit);
-    AddLimit(sensor, {*entry, *amount, setting.item}, ledger_);
+  void AddAdapter(const Text& adapter, const std::vector<std::size_t>& devices) {
+    for (const std::size_t device : devices)
+      board_.devices[device].properties.push_back({"ADAPTER", adapter});
   }
 
   Board& board_;
@@ -292,8 +224,9 @@ class ConfBoard {
   std::string path_;
   std::uint32_t file_ = 0;
   std::vector<BusName> buses_;
-  std::vector<Chip> chips_;
+  std::vector<ConfChip> chips_;
   std::map<std::string, std::size_t, std::less<>> chip_places_;
+  std::size_t block_ = 0;
   std::optional<std::size_t> chip_;  // that statements are about: its place in chips_
 };
 

@@ -33,6 +33,15 @@ TEST(Decimal, OtherTextsAreNone) {
     EXPECT_EQ(TextOf(Decimal::In(text)), "none") << text;
 }
 
+TEST(Decimal, ANumberMayHaveTooManyDigits) {
+  for (const char* text : {"0x100000000", "1e999", "1000000000000000000", "0.1234567890123456789",
+                           "10.8", "5.", ".5", "-0x1F", "+2E-3"})
+    EXPECT_TRUE(Decimal::IsNumber(text)) << text;
+  for (const char* text : {"", "-", ".", "e5", "1e", "1e+", "0x", "0xG", "1 ", " 1", "1,5", "--1",
+                           "1.2.3", "nan", "null", "$bus + 1"})
+    EXPECT_FALSE(Decimal::IsNumber(text)) << text;
+}
+
 TEST(Decimal, HasOneForm) {
   EXPECT_EQ(*Decimal::In("1.50"), *Decimal::In("15e-1"));
   EXPECT_EQ(*Decimal::In("-0"), Decimal());
