@@ -7,10 +7,21 @@
 #include <vector>
 
 #include "imports/layout.h"
+#include "settings/json_file.h"
 #include "support/failure.h"
 #include "support/placement.h"
 
 namespace rux::imports {
+namespace {
+
+bool HasText(const std::string& path, const std::string& text) {
+  std::error_code error;
+  const bool is_as_long = std::filesystem::is_regular_file(path, error) &&
+                          std::filesystem::file_size(path, error) == text.size();
+  return is_as_long && !error && settings::ReadTextFile(path, text.size()) == text;
+}
+
+}  // namespace
 
 std::string WithoutSlashAtEnd(std::string folder) {
   while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
@@ -37,8 +48,9 @@ void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files
   paths.reserve(files.size());
   for (const ScriptFile& file : files) paths.push_back(PathIn(folder, file.name));
   std::vector<support::NewFile> placed;
-  placed.reserve(files.size());
-  for (std::size_t i = 0; i < files.size(); ++i) placed.push_back({paths[i], files[i].text});
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (!HasText(paths[i], files[i].text)) placed.push_back({paths[i], files[i].text});
+  }
   support::MakeFolderOf(paths.front());
   support::PutInPlace(placed);
 }

@@ -18,7 +18,8 @@ std::string PathIn(const std::string& folder, const std::string& name);
 // Throws a Failure when one of them is there already.
 void ExpectNew(const std::string& folder, const std::vector<ScriptFile>& files);
 
-// Makes the folder where it is missing, and puts the files there, all or none. Throws a Failure.
+// Makes the folder where it is missing, and puts the files there, all or none; those that have that
+// text already stay as they are. Throws a Failure.
 void PutInFolder(const std::string& folder, const std::vector<ScriptFile>& files);
 
 // Files that are not there are passed over. Throws a Failure.

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "imports/one_scale.h"
 #include "imports/script_lines.h"
 #include "imports/script_text.h"
 #include "ruxcomp/language/entries.h"
@@ -133,29 +135,69 @@ class Merger {
   }
 
   void AddConflict(const ScriptLine* edited, const ScriptLine* written) {
-    merged_.conflicts.push_back({line_, edited == nullptr ? "" : edited->meaning,
+    merged_.conflicts.push_back({line_, section_, edited == nullptr ? "" : edited->meaning,
                                  written == nullptr ? "" : written->meaning});
   }
 
-  // What the part is known by.
-  static const ScriptLine* TitleOf(const ScriptPart* part) {
-    return part == nullptr || part->lines.empty() ? nullptr : &part->lines.front();
-  }
-
   void MergePart(const Triple<ScriptPart>& part) {
-    if (part.edited != nullptr && part.written != nullptr) {
-      static const ScriptPart none;
-      const ScriptPart& base = part.base == nullptr ? none : *part.base;
-      for (const auto& line : Aligned(base.lines, part.edited->lines, part.written->lines))
-        MergeLine(line);
-      return;
-    }
+    const ScriptPart& any = part.edited != nullptr    ? *part.edited
+                            : part.written != nullptr ? *part.written
+                                                      : *part.base;
+    section_ = any.key.substr(0, any.key.find('\n'));
+    if (part.edited != nullptr && part.written != nullptr) return MergeSection(part);
     const bool is_conflict = part.is_edited() && part.is_rewritten();
-    if (is_conflict) AddConflict(TitleOf(part.edited), TitleOf(part.written));
-    if (part.is_edited() && part.edited != nullptr) return Add(*part.edited);
+    if (is_conflict && part.edited == nullptr) {
+      for (const ScriptLine& line : LinesNotIn(part.base, *part.written))
+        AddConflict(nullptr, &line);
+    }
+    if (part.is_edited() && part.edited != nullptr) return Keep(part, is_conflict);
     if (part.is_edited() || part.written == nullptr) return;
     Separate();
     Add(*part.written);
+  }
+
+  // The edited section, where the import has none.
+  void Keep(const Triple<ScriptPart>& part, bool is_conflict) {
+    const std::vector<ScriptLine> changed =
+        is_conflict ? LinesNotIn(part.base, *part.edited) : std::vector<ScriptLine>();
+    // Where lines were only taken out, its title shows what is meant.
+    if (is_conflict && changed.empty()) AddConflict(&part.edited->lines.front(), nullptr);
+    auto next = changed.begin();
+    for (const ScriptLine& line : part.edited->lines) {
+      if (next != changed.end() && next->key == line.key) AddConflict(&*next++, nullptr);
+      Add(line.text);
+    }
+  }
+
+  // Those of the section that the other one does not have, or has otherwise.
+  static std::vector<ScriptLine> LinesNotIn(const ScriptPart* other, const ScriptPart& section) {
+    static const ScriptPart none;
+    const auto in_other = ByKey((other == nullptr ? none : *other).lines);
+    std::vector<ScriptLine> lines;
+    for (const ScriptLine& line : section.lines) {
+      const ScriptLine* const found = FindIn(in_other, line.key);
+      if (!line.is_blank() && (found == nullptr || !(*found == line))) lines.push_back(line);
+    }
+    return lines;
+  }
+
+  void MergeSection(const Triple<ScriptPart>& part) {
+    const SensorVersions versions{part.base, part.edited, part.written};
+    keeps_limits_ = false;
+    if (!HaveTwoScales(versions)) return MergeLines(part.base, *part.edited, *part.written);
+    const std::optional<InOneScale> texts = BroughtToOneScale(versions);
+    if (!texts) {
+      keeps_limits_ = true;
+      return MergeLines(part.base, *part.edited, *part.written);
+    }
+    const std::vector<ScriptPart> base = PartsOf(texts->base);
+    MergeLines(&base.back(), PartsOf(texts->edited).back(), PartsOf(texts->written).back());
+  }
+
+  void MergeLines(const ScriptPart* base, const ScriptPart& edited, const ScriptPart& written) {
+    static const ScriptPart none;
+    const ScriptPart& before = base == nullptr ? none : *base;
+    for (const auto& line : Aligned(before.lines, edited.lines, written.lines)) MergeLine(line);
   }
 
   void MergeLine(const Triple<ScriptLine>& line) {
@@ -164,7 +206,9 @@ class Merger {
       if (kept != nullptr) Add(kept->text);
       return;
     }
-    if (!line.is_edited()) {
+    const bool is_kept_limit =
+        keeps_limits_ && IsAboutLimits(line.written != nullptr ? *line.written : *line.base);
+    if (!line.is_edited() && !is_kept_limit) {
       if (line.written != nullptr && !line.written->is_blank()) Add(line.written->text);
       return;
     }
@@ -180,7 +224,9 @@ class Merger {
     if (text.size() > 1 && text.substr(text.size() - 2) != "\n\n") Add("\n");
   }
 
-  std::uint32_t line_ = 1;  // of what comes next
+  std::uint32_t line_ = 1;     // of what comes next
+  std::string section_;        // that it is in, for conflicts
+  bool keeps_limits_ = false;  // of the section, as they were edited
   Merged merged_;
 };
 

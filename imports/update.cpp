@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -16,6 +15,7 @@
 #include "imports/folder.h"
 #include "imports/layout.h"
 #include "imports/merge.h"
+#include "imports/script_lines.h"
 #include "reader/script.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/number.h"
@@ -30,6 +30,7 @@ namespace {
 namespace language = ruxcomp::language;
 using settings::JsonValue;
 
+constexpr std::string_view kSensorKey = "[SENSOR] ";
 constexpr std::size_t kLargestRecord = std::size_t{1} << 30;
 
 // Missing files are empty.
@@ -40,13 +41,62 @@ std::string TextIn(const std::string& folder, const std::string& name) {
   return settings::ReadTextFile(path, kLargestRecord);
 }
 
-std::map<std::string, std::string> TextsByName(const std::vector<ScriptFile>& files) {
-  std::map<std::string, std::string> texts;
+using Texts = std::map<std::string, std::string>;  // by the names of their files
+
+Texts TextsByName(const std::vector<ScriptFile>& files) {
+  Texts texts;
   for (const ScriptFile& file : files) texts.emplace(file.name, file.text);
   return texts;
 }
 
 bool IsScript(const std::string& name) { return std::filesystem::path(name).extension() == ".rux"; }
+
+// Calls visit(part) for the sections of sensors.
+template <class Visit>
+void ForEachSensor(const std::string& text, Visit visit) {
+  for (const ScriptPart& part : PartsOf(text)) {
+    if (part.key.compare(0, kSensorKey.size(), kSensorKey) == 0) visit(part);
+  }
+}
+
+// Puts the sensors for which `places` has another file into that.
+void MoveTo(const Texts& places, Texts& texts) {
+  Texts added;
+  for (auto& [name, text] : texts) {
+    std::string rest;
+    for (const ScriptPart& part : PartsOf(text)) {
+      const auto place = places.find(part.key);
+      const bool is_moved = place != places.end() && place->second != name;
+      std::string& target = is_moved ? added[place->second] : rest;
+      for (const ScriptLine& line : part.lines) target += line.text;
+      if (is_moved) target += '\n';
+    }
+    text = std::move(rest);
+  }
+  for (const auto& [name, text] : added) {
+    std::string& target = texts[name];
+    if (!target.empty()) target += '\n';
+    target += text;
+  }
+}
+
+// A sensor that is to be in another file than before goes there, as it was edited.
+void MoveSensors(const Texts& after, Texts& before, Texts& edited) {
+  Texts places;  // the files of sensors, by their keys
+  for (const auto& [name, text] : after) {
+    ForEachSensor(text, [&, &file = name](const ScriptPart& part) { places[part.key] = file; });
+  }
+  Texts moved;
+  for (const auto& [name, text] : before) {
+    ForEachSensor(text, [&, &file = name](const ScriptPart& part) {
+      const auto place = places.find(part.key);
+      if (place != places.end() && place->second != file) moved.insert(*place);
+    });
+  }
+  if (moved.empty()) return;
+  MoveTo(moved, before);
+  MoveTo(moved, edited);
+}
 
 std::string_view ValueOf(const ruxcomp::reader::Section& section, language::EntryId entry) {
   for (std::uint32_t i = 0; i < section.item_count; ++i) {
@@ -129,27 +179,29 @@ std::map<std::string, std::uint32_t> SensorIdsIn(const std::vector<ScriptFile>& 
 
 Update UpdateOf(const std::string& folder, const std::vector<ScriptFile>& record,
                 const std::vector<ScriptFile>& written) {
-  const std::map<std::string, std::string> before = TextsByName(record);
-  const std::map<std::string, std::string> after = TextsByName(written);
-  std::set<std::string> names;
-  for (const auto& [name, text] : before) names.insert(name);
-  for (const auto& [name, text] : after) names.insert(name);
-  const auto text_in = [](const std::map<std::string, std::string>& texts,
-                          const std::string& name) {
-    const auto found = texts.find(name);
-    return found == texts.end() ? std::string() : found->second;
-  };
+  Texts before = TextsByName(record);
+  const Texts after = TextsByName(written);
+  Texts edited;
+  for (const Texts* const texts : {&std::as_const(before), &after}) {
+    for (const auto& [name, text] : *texts) {
+      if (edited.count(name) == 0) edited.emplace(name, TextIn(folder, name));
+    }
+  }
+  const Texts there = edited;
+  MoveSensors(after, before, edited);
   Update update;
-  for (const std::string& name : names) {
-    const std::string edited = TextIn(folder, name);
-    Merged merged = Merge(text_in(before, name), edited, text_in(after, name));
+  for (const auto& [name, text] : edited) {
+    Merged merged = Merge(before[name], text, after.count(name) == 0 ? "" : after.at(name));
+    const bool is_left = after.count(name) == 0 && !merged.text.empty() && IsScript(name);
+    if (is_left && merged.conflicts.empty())
+      merged.conflicts.push_back({1, "", "it has sections of its own", ""});
     for (Conflict& conflict : merged.conflicts)
       update.conflicts.push_back({name, std::move(conflict)});
     if (merged.text.empty()) {
-      if (!edited.empty()) update.removed.push_back(name);
+      if (!there.at(name).empty()) update.removed.push_back(name);
       continue;
     }
-    const bool is_changed = merged.text != edited && IsScript(name);
+    const bool is_changed = merged.text != there.at(name) && IsScript(name);
     update.files.push_back(
         {name, is_changed ? format::Format(merged.text).text : std::move(merged.text)});
   }

@@ -32,6 +32,7 @@ void ReportLosses(const LossOptions& options, const losses::Ledger& ledger) {
   const auto write = [&](support::TextStream& out) { chosen->write(ledger, out); };
   if (options.file == "-") return support::Print(support::PrintOut, write);
   const std::string text = support::WrittenText(write);
+  support::MakeFolderOf(options.file);
   support::PutInPlace({{options.file, text}});
 }
 

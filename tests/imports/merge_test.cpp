@@ -104,7 +104,55 @@ TEST(Merge, TakesOutSectionsThatNobodyEdited) {
   const std::string written(kBase, std::string(kBase).find("# list:1"));
   ExpectMerged(kBase, written, written);
   const std::string edited = With(kBase, "HIGH = 5", "HIGH = 6");
-  ExpectMerged(edited, written, edited, "7: # list:1 | \n");
+  ExpectMerged(edited, written, edited, "10: HIGH = 6 | \n");
+}
+
+// The limits of a sensor in a section, with lines of the same key in place of those.
+std::string SensorWith(const std::string& lines) { return "[SENSOR]\nNAME = S\n" + lines; }
+
+void ExpectLimits(const std::string& base, const std::string& edited, const std::string& written,
+                  const std::string& text, const std::string& conflicts = "") {
+  const Merged merged = Merge(SensorWith(base), SensorWith(edited), SensorWith(written));
+  EXPECT_EQ(merged.text, SensorWith(text));
+  EXPECT_EQ(ConflictsOf(merged), conflicts);
+}
+
+TEST(Merge, AnEditedLimitKeepsItsAmountInAnotherScale) {
+  ExpectLimits("THRESHOLD_FH = 13\n", "THRESHOLD_FL = -2\nTHRESHOLD_FH = 13\n",
+               "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n",
+               "THRESHOLD_FL = -2000    # -2\nTHRESHOLD_FH = 13200\nP_DIVISOR = 1000\n");
+  // To a coarser one as well: the finer one stays.
+  ExpectLimits("THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n",
+               "THRESHOLD_FL = 11500\nTHRESHOLD_FH = 13200\nP_DIVISOR = 1000\n",
+               "THRESHOLD_FH = 14\n",
+               "THRESHOLD_FL = 11500\nTHRESHOLD_FH = 14000    # 14\nP_DIVISOR = 1000\n");
+}
+
+TEST(Merge, ScalesThatWereEditedCountAsWell) {
+  ExpectLimits("THRESHOLD_FH = 13\n", "THRESHOLD_FH = 1300\nP_DIVISOR = 100\n",
+               "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n",
+               "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n");
+}
+
+TEST(Merge, LimitsWithoutACommonScaleStayAsTheyWereEdited) {
+  const std::string written = "THRESHOLD_FH = 13200\nP_UNIT = mV\n";
+  ExpectLimits("THRESHOLD_FH = 13\nP_UNIT = V\n", "THRESHOLD_FH = 14\nP_UNIT = V\n", written,
+               "THRESHOLD_FH = 14\nP_UNIT = V\n",
+               "3: THRESHOLD_FH = 14 | THRESHOLD_FH = 13200\n4: P_UNIT = V | P_UNIT = mV\n");
+  // 4294967 in thousandths is no number of 32 bits with a sign.
+  ExpectLimits("THRESHOLD_FH = 13\n", "THRESHOLD_FH = 4294967\n",
+               "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n", "THRESHOLD_FH = 4294967\n",
+               "3: THRESHOLD_FH = 4294967 | THRESHOLD_FH = 13200\n4:  | P_DIVISOR = 1000\n");
+  // A word is an amount that only the compiler knows.
+  ExpectLimits("THRESHOLD_FH = 13\n", "THRESHOLD_FH = HIGH\n",
+               "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n", "THRESHOLD_FH = HIGH\n",
+               "3: THRESHOLD_FH = HIGH | THRESHOLD_FH = 13200\n4:  | P_DIVISOR = 1000\n");
+}
+
+TEST(Merge, LimitsThatNobodyEditedChangeTheirScale) {
+  ExpectLimits("THRESHOLD_FH = 13\nVALUE = 0\n", "THRESHOLD_FH = 13\nVALUE = 1\n",
+               "THRESHOLD_FH = 13200\nVALUE = 0\nP_DIVISOR = 1000\n",
+               "THRESHOLD_FH = 13200\nVALUE = 1\nP_DIVISOR = 1000\n");
 }
 
 TEST(Merge, AnEditedTextThatNobodyWroteStays) {

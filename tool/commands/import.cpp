@@ -1,20 +1,24 @@
 // rux import FORMAT SOURCE...
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "driver/overwriting.h"
 #include "imports/board.h"
 #include "imports/folder.h"
 #include "imports/formats.h"
 #include "imports/layout.h"
 #include "imports/sound.h"
+#include "imports/source_names.h"
 #include "imports/update.h"
 #include "lists/formats.h"
 #include "losses/ledger.h"
@@ -64,10 +68,9 @@ std::string DigestOf(const std::string& bytes) {
 imports::LayoutOptions LayoutFor(const ImportOptions& options, const imports::Sources& sources) {
   imports::LayoutOptions layout;
   layout.heading.push_back(fmt::format("Imported by rux import {} from", options.format));
-  for (const imports::Source& source : sources) {
-    layout.heading.push_back(fmt::format("  {} (SHA-256 {})",
-                                         std::filesystem::path(source.path).filename().string(),
-                                         DigestOf(source.text)));
+  const std::vector<std::string> names = imports::ShortestNames(options.sources);
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    layout.heading.push_back(fmt::format("  {} (SHA-256 {})", names[i], DigestOf(sources[i].text)));
   }
   return layout;
 }
@@ -87,10 +90,59 @@ void PrintConflicts(const std::string& folder, const imports::Update& update) {
     const auto shown = [](const std::string& line) {
       return line.empty() ? std::string("nothing") : support::SafeText(line);
     };
-    support::PrintError(fmt::format("{}:{}: conflict: edited, {}; the import has {}\n",
+    const std::string section = conflict.section.empty() ? "" : " in " + conflict.section;
+    support::PrintError(fmt::format("{}:{}: conflict{}: edited, {}; the import has {}\n",
                                     support::SafePath(imports::PathIn(folder, name)), conflict.line,
-                                    shown(conflict.edited), shown(conflict.written)));
+                                    support::SafeText(section), shown(conflict.edited),
+                                    shown(conflict.written)));
   }
+}
+
+// The sensors of the last import that are gone.
+void PrintTakenOut(const std::string& folder, const std::vector<imports::ScriptFile>& record,
+                   const imports::Update& update) {
+  const auto left = imports::SensorIdsIn(update.files);
+  std::vector<std::string> gone;
+  for (const auto& [name, id] : imports::SensorIdsIn(record)) {
+    if (left.count(name) == 0) gone.push_back(name);
+  }
+  if (gone.empty()) return;
+  constexpr std::size_t kShown = 5;
+  const std::size_t more = gone.size() > kShown ? gone.size() - kShown : 0;
+  gone.resize(gone.size() - more);
+  support::PrintError(fmt::format("{}: taken out, for the sources do not have them: {}{}\n",
+                                  support::SafePath(imports::PathIn(folder, imports::kMainScript)),
+                                  support::SafeText(fmt::format("{}", fmt::join(gone, ", "))),
+                                  more == 0 ? "" : fmt::format(" and {} more", more)));
+}
+
+// The report is no other file of the command.
+void ExpectOwnReport(const ImportOptions& options, const std::string& folder) {
+  if (options.losses.file.empty() || options.losses.file == "-") return;
+  const driver::NamedFile report{"report", options.losses.file};
+  for (const std::string& source : options.sources)
+    driver::RefuseToOverwrite({"source", source}, report);
+  const std::filesystem::path path = std::filesystem::absolute(options.losses.file);
+  const bool is_in_folder =
+      path.lexically_normal().parent_path() == std::filesystem::absolute(folder).lexically_normal();
+  const std::string name = path.filename().string();
+  const bool is_own = path.extension() == ".rux" || name.compare(0, 4, ".rux") == 0;
+  if (!is_in_folder || !is_own) return;
+  throw support::Failure(support::ExitStatus::kWrongUsage,
+                         "--losses: {} is for a script of the import", options.losses.file);
+}
+
+[[noreturn]] void RefuseEmpty(const ImportOptions& options, const losses::Ledger& ledger) {
+  ReportLosses(options.losses, ledger);
+  std::set<std::string> reasons;
+  for (const losses::Entry& entry : ledger.entries()) {
+    if (entry.outcome == losses::Outcome::kDropped &&
+        entry.reason != losses::Reason::kNotUnderstood)
+      reasons.insert(std::string(losses::RowOf(entry.reason).sentence));
+  }
+  throw support::Failure(support::ExitStatus::kTrouble,
+                         "{}: describes nothing that can be monitored{}{}", options.sources.front(),
+                         reasons.empty() ? "" : ": ", fmt::format("{}", fmt::join(reasons, "; ")));
 }
 
 void PrintSummary(const std::string& folder, const imports::Board& board,
@@ -102,6 +154,7 @@ void PrintSummary(const std::string& folder, const imports::Board& board,
 
 support::ExitStatus Import(const ImportOptions& options) {
   const std::string folder = imports::WithoutSlashAtEnd(options.folder);
+  ExpectOwnReport(options, folder);
   const imports::Sources sources = ReadSources(options);
   const auto record = imports::ReadRecord(folder);
   imports::LayoutOptions layout = LayoutFor(options, sources);
@@ -112,10 +165,7 @@ support::ExitStatus Import(const ImportOptions& options) {
   }
   losses::Ledger ledger;
   const imports::Board board = FormatOf(options).read(sources, options.reading, ledger);
-  if (board.sensors.empty() && board.devices.empty()) {
-    throw support::Failure(support::ExitStatus::kTrouble,
-                           "{}: describes nothing that can be monitored", sources.front().path);
-  }
+  if (board.sensors.empty() && board.devices.empty()) RefuseEmpty(options, ledger);
   const std::vector<imports::ScriptFile> written = imports::LayOut(board, layout, ledger);
   imports::Update update = UpdateFor(folder, record, written);
   imports::ExpectSound(folder, update.files);
@@ -128,6 +178,7 @@ support::ExitStatus Import(const ImportOptions& options) {
   imports::PutInFolder(folder, update.files);
   imports::RemoveFrom(folder, update.removed);
   PrintConflicts(folder, update);
+  if (record) PrintTakenOut(folder, *record, update);
   PrintSummary(folder, board, ledger);
   return update.conflicts.empty() ? support::ExitStatus::kDone : support::ExitStatus::kFindings;
 }
