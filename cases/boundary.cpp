@@ -20,6 +20,7 @@
 #include "ruxcomp/identifiers.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/sections.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/model/handles.h"
 #include "table/cell.h"
 #include "table/forms.h"
@@ -50,7 +51,8 @@ class Surroundings {
     std::string text;
     for (const std::string& name : names_) {
       text += text.empty() ? "" : ", ";
-      text += name.empty() ? "VALUE" : "VALUE_" + name;
+      text += name.empty() ? std::string(language::kPlainValue)
+                           : std::string(language::kValuePrefix) + name;
     }
     return text;
   }

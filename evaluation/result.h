@@ -35,7 +35,7 @@ class Result {
 
   Kind kind() const { return kind_; }
   bool IsNumber() const { return kind_ == Kind::kNumber; }
-  // Whether it depends on what nobody says.
+  // Whether it depends on what is not stated.
   bool IsOpen() const { return kind_ == Kind::kUnknown && why_ != Why::kNothing; }
   // Whether a reading is all that it lacks.
   bool LacksReading() const { return why_ == Why::kNoReading; }

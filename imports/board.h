@@ -132,7 +132,7 @@ class Board {
   std::map<std::pair<std::optional<std::size_t>, std::string>, std::size_t> places_;  // of areas
 };
 
-// Why a text that is no Decimal is not: it is not a number, or has too many digits.
+// Why a text is not a Decimal: it is not a number, or has too many digits.
 losses::Reason WhyNoDecimal(std::string_view text);
 
 // All that the limit has of the source is dropped for that reason.

@@ -16,18 +16,17 @@
 #include "imports/sections.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/limits.h"
+#include "ruxcomp/language/spelling.h"
 
 namespace rux::imports {
 namespace {
 
 namespace language = ruxcomp::language;
 
-constexpr std::string_view kPropertyPrefix = "P_";
-
 bool IsProperty(const ScriptLine& line, std::string_view name) {
   const std::string_view key = line.key;
-  return key.substr(0, kPropertyPrefix.size()) == kPropertyPrefix &&
-         key.substr(kPropertyPrefix.size()) == name;
+  return key.substr(0, language::kPropertyPrefix.size()) == language::kPropertyPrefix &&
+         key.substr(language::kPropertyPrefix.size()) == name;
 }
 
 bool IsLimit(const ScriptLine& line) {
@@ -92,7 +91,7 @@ LimitLines LimitLinesOf(const ScriptPart* part) {
   return lines;
 }
 
-// The line with the same amount as a number of that scale; empty when there is no such number.
+// The line with the same amount as a number of that scale; empty where that is not a whole number.
 std::string Rescaled(const ScriptLine& line, const Scale& from, const Scale& to) {
   const Item item = ItemOf(line);
   const std::optional<Decimal> read = Decimal::In(item.value);
@@ -113,7 +112,7 @@ std::optional<std::string> TextIn(const ScriptPart& part, const Scale& from, con
                                   bool is_to_compare) {
   const std::string power(static_cast<std::size_t>(to.power), '0');
   const std::string divisor =
-      std::string(kPropertyPrefix) + kDivisorProperty + " = 1" + power + '\n';
+      std::string(language::kPropertyPrefix) + kDivisorProperty + " = 1" + power + '\n';
   std::size_t last = 0;  // after which the divisor belongs
   bool has_divisor = to.power == 0;
   for (std::size_t i = 0; i < part.lines.size(); ++i) {

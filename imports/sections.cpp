@@ -18,6 +18,7 @@
 #include "imports/script_text.h"
 #include "losses/ledger.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/spelling.h"
 
 namespace rux::imports {
 namespace {
@@ -26,6 +27,10 @@ namespace {
 constexpr language::EntryId kLimitsDownwards[] = {
     language::ENTRY_THEORY, language::ENTRY_THRESHOLD_FH, language::ENTRY_THRESHOLD_WH,
     language::ENTRY_THRESHOLD_WL, language::ENTRY_THRESHOLD_FL};
+
+std::string PropertyKey(std::string_view name) {
+  return std::string(language::kPropertyPrefix).append(name);
+}
 
 std::string UnitOf(const Sensor& sensor) {
   return sensor.unit.text.empty() ? std::string(RowOf(sensor.quantity).unit) : sensor.unit.text;
@@ -124,8 +129,8 @@ void SectionWriter::WriteLimits(const Sensor& sensor, const ScaledLimits& scaled
   }
   script_.Entry("VALUE", "VT_NONE");
   WriteUnit(sensor);
-  if (is_scaled) script_.Entry(std::string("P_") + kDivisorProperty, divisor);
-  if (!scaled.scale.is_signed) script_.Entry(std::string("P_") + kSignProperty, "unsigned");
+  if (is_scaled) script_.Entry(PropertyKey(kDivisorProperty), divisor);
+  if (!scaled.scale.is_signed) script_.Entry(PropertyKey(kSignProperty), "unsigned");
 }
 
 // The same number is the same, however it is written.
@@ -140,7 +145,7 @@ void SectionWriter::SettleNumber(const Limit& limit, const std::string& written)
 
 void SectionWriter::WriteUnit(const Sensor& sensor) {
   const std::string unit = PlainText(UnitOf(sensor));
-  if (!unit.empty()) script_.Entry(std::string("P_") + kUnitProperty, unit);
+  if (!unit.empty()) script_.Entry(PropertyKey(kUnitProperty), unit);
   Settle(sensor.unit, unit, losses::Reason::kSimplified);
 }
 
@@ -157,15 +162,14 @@ void SectionWriter::Write(const Sensor& sensor, const SensorPlace& place) {
   WriteNumber(sensor, language::ENTRY_CONTROLMASK, "0");
   const ScaledLimits scaled = ScaleFor(sensor.limits);
   WriteLimits(sensor, scaled);
-  if (!place.device.empty()) script_.Entry(std::string("P_") + kDeviceProperty, place.device);
+  if (!place.device.empty()) script_.Entry(PropertyKey(kDeviceProperty), place.device);
   const std::string label = PlainText(sensor.name.text);
-  if (label != place.name && !label.empty())
-    script_.Entry(std::string("P_") + kLabelProperty, label);
-  Write("P_", sensor.properties);
+  if (label != place.name && !label.empty()) script_.Entry(PropertyKey(kLabelProperty), label);
+  Write(language::kPropertyPrefix, sensor.properties);
   for (const std::size_t fitting : scaled.fitting) {
     const Limit& limit = sensor.limits[fitting];
     for (const losses::ItemId part : limit.parts) ledger_.Used(part);
-    Write("P_", limit.properties);
+    Write(language::kPropertyPrefix, limit.properties);
   }
   SettleName(sensor.name, place.name);
 }
@@ -179,8 +183,8 @@ void SectionWriter::Write(const Device& device, const std::string& name, std::ui
   script_.Entry("INITFLAG", "0");
   script_.Entry("CONTROLMASK", "0");
   const std::string label = PlainText(device.name.text);
-  if (label != name && !label.empty()) script_.Entry(std::string("P_") + kLabelProperty, label);
-  Write("P_", device.properties);
+  if (label != name && !label.empty()) script_.Entry(PropertyKey(kLabelProperty), label);
+  Write(language::kPropertyPrefix, device.properties);
   SettleName(device.name, name);
 }
 

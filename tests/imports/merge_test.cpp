@@ -139,7 +139,7 @@ TEST(Merge, LimitsWithoutACommonScaleStayAsTheyWereEdited) {
   ExpectLimits("THRESHOLD_FH = 13\nP_UNIT = V\n", "THRESHOLD_FH = 14\nP_UNIT = V\n", written,
                "THRESHOLD_FH = 14\nP_UNIT = V\n",
                "3: THRESHOLD_FH = 14 | THRESHOLD_FH = 13200\n4: P_UNIT = V | P_UNIT = mV\n");
-  // 4294967 in thousandths is no number of 32 bits with a sign.
+  // 4294967 in thousandths takes more than 32 bits with a sign.
   ExpectLimits("THRESHOLD_FH = 13\n", "THRESHOLD_FH = 4294967\n",
                "THRESHOLD_FH = 13200\nP_DIVISOR = 1000\n", "THRESHOLD_FH = 4294967\n",
                "3: THRESHOLD_FH = 4294967 | THRESHOLD_FH = 13200\n4:  | P_DIVISOR = 1000\n");
