@@ -32,6 +32,7 @@ std::string TextOf(const std::vector<Result>& parts);
 
 // A number that a test gives, or the bits of one: 0xFFFFFFFF may be -1.
 struct Reading {
+  // cppcheck-suppress noExplicitConstructor; a number, with how it is written
   Reading(Number of, bool bits = false) : number(of), is_bits(bits) {}  // NOLINT
   operator Number() const { return number; }                            // NOLINT
 
