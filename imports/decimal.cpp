@@ -80,12 +80,12 @@ bool Decimal::IsNumber(std::string_view text) {
     text.remove_prefix(2);
     return TakeDigits(text, kHexDigits) > 0 && text.empty();
   }
-  std::size_t digits = TakeDigits(text, kDigits);
+  std::size_t taken = TakeDigits(text, kDigits);
   if (!text.empty() && text.front() == '.') {
     text.remove_prefix(1);
-    digits += TakeDigits(text, kDigits);
+    taken += TakeDigits(text, kDigits);
   }
-  if (digits == 0 || text.empty()) return digits > 0;
+  if (taken == 0 || text.empty()) return taken > 0;
   if (text.front() != 'e' && text.front() != 'E') return false;
   text.remove_prefix(1);
   TakeSign(text);

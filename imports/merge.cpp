@@ -171,7 +171,7 @@ class Merger {
 
   // Those of the section that the other one does not have, or has otherwise.
   static std::vector<ScriptLine> LinesNotIn(const ScriptPart* other, const ScriptPart& section) {
-    static const ScriptPart none;
+    static const ScriptPart none = {};
     const auto in_other = ByKey((other == nullptr ? none : *other).lines);
     std::vector<ScriptLine> lines;
     for (const ScriptLine& line : section.lines) {
@@ -195,7 +195,7 @@ class Merger {
   }
 
   void MergeLines(const ScriptPart* base, const ScriptPart& edited, const ScriptPart& written) {
-    static const ScriptPart none;
+    static const ScriptPart none = {};
     const ScriptPart& before = base == nullptr ? none : *base;
     for (const auto& line : Aligned(before.lines, edited.lines, written.lines)) MergeLine(line);
   }

@@ -158,7 +158,7 @@ bool HaveTwoScales(const SensorVersions& versions) {
 }
 
 std::optional<InOneScale> BroughtToOneScale(const SensorVersions& versions) {
-  static const ScriptPart none;
+  static const ScriptPart none = {};
   const ScriptPart& base = versions.base == nullptr ? none : *versions.base;
   const std::optional<UnitAndScale> edited = ScaleOf(*versions.edited);
   const std::optional<UnitAndScale> written = ScaleOf(*versions.written);
