@@ -21,7 +21,6 @@
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/limits.h"
 #include "ruxcomp/language/number.h"
-#include "ruxcomp/language/symbols.h"
 #include "ruxcomp/model/handles.h"
 #include "ruxcomp/model/value.h"
 #include "ruxcomp/records.h"

@@ -14,8 +14,6 @@
 #include "machine/place.h"
 #include "profile/profile.h"
 #include "ruxcomp/language/entries.h"
-#include "ruxcomp/language/symbols.h"
-#include "ruxcomp/model/handles.h"
 #include "support/json.h"
 #include "support/safe_text.h"
 #include "support/text_stream.h"

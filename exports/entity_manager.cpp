@@ -1,6 +1,5 @@
 // Configurations of OpenBMC's entity-manager: what sensors are read from, and their thresholds.
 #include <cstddef>
-#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>

@@ -15,6 +15,7 @@
 #include "profile/choices.h"
 #include "ruxcomp/language/entries.h"
 #include "ruxcomp/language/rows.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 #include "settings/document.h"
 #include "settings/json_file.h"

@@ -6,6 +6,7 @@
 
 #include "profile/choices.h"
 #include "ruxcomp/language/entries.h"
+#include "ruxcomp/language/spelling.h"
 #include "ruxcomp/language/values.h"
 
 namespace {
