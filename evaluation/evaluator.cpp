@@ -45,7 +45,8 @@ bool HasType(const ruxcomp::Entry& entry) {
   return type && language::ClassOf(type.index()) == language::CLASS_ValueType;
 }
 
-// Whether values of the type, whose meaning no profile states, may call, write, or decide what does.
+// Whether values of the type, whose meaning no profile states, may call, write, or decide what
+// does.
 bool MayActAs(std::uint32_t type) {
   const language::ValueType& row = language::FindValueType(type);
   const auto acts = [&](const profile::MeaningRow& each) {
