@@ -116,7 +116,7 @@ void PrintTakenOut(const std::string& folder, const std::vector<imports::ScriptF
                                   more == 0 ? "" : fmt::format(" and {} more", more)));
 }
 
-// The report is no other file of the command.
+// The report is not another file of the command.
 void ExpectOwnReport(const ImportOptions& options, const std::string& folder) {
   if (options.losses.file.empty() || options.losses.file == "-") return;
   const driver::NamedFile report{"report", options.losses.file};
